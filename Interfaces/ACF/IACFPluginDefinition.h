@@ -1,0 +1,14 @@
+/// The host's record of a described module.
+#ifndef IACFPLUGINDEFINITION_H
+#define IACFPLUGINDEFINITION_H
+
+#include "ACF/IACFUnknown.h"
+
+/// What registration hands back: the host object that has taken the description in. A module only passes it on;
+/// its operations, if any, are between the host and itself.
+class IACFPluginDefinition : public IACFUnknown {
+protected:
+    ~IACFPluginDefinition() = default;
+};
+
+#endif

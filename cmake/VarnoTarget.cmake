@@ -1,0 +1,44 @@
+# Settings that every target of this project shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+add_library(varno_settings INTERFACE)
+# The sound is defined to the bit: no fused multiply-add, no re-association.
+target_compile_options(varno_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -ffp-contract=off)
+if(VARNO_SANITIZE)
+  target_compile_options(varno_settings INTERFACE
+    -fsanitize=${VARNO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(varno_settings INTERFACE -fsanitize=${VARNO_SANITIZE})
+endif()
+if(VARNO_COVERAGE)
+  target_compile_options(varno_settings INTERFACE --coverage)
+  target_link_options(varno_settings INTERFACE --coverage)
+endif()
+
+# varno_headers(TARGET DIRECTORY): every header of the directory becomes part of the target's interface and is
+# compiled alone by the target all_verify_interface_header_sets.
+function(varno_headers target directory)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${directory}/*.h)
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${directory} FILES ${headers})
+endfunction()
+
+# varno_test(NAME SOURCES... [LINK TARGETS...]): a GoogleTest program whose cases ctest runs one by one.
+# NAME is also its label, so that `ctest -L NAME` runs it alone.
+function(varno_test name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE varno_settings ${ARG_LINK} GTest::gtest_main GTest::gmock)
+  gtest_discover_tests(${name} PROPERTIES LABELS ${name} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+endfunction()
