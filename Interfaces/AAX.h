@@ -43,14 +43,14 @@ struct AAX_Rect {
 /// Header of a saved state; the data area of fSize bytes follows it directly at fData. Integers are in the
 /// machine's byte order. Whoever makes the record allocates 56 + fSize bytes.
 struct AAX_SPlugInChunk {
-    int32_t fSize;           ///< Bytes of the data area.
-    int32_t fVersion;        ///< Version of the saved state.
+    int32_t fSize;    ///< Bytes of the data area.
+    int32_t fVersion; ///< Version of the saved state.
     uint32_t fManufacturerID;
     uint32_t fProductID;
     uint32_t fPlugInID;
     uint32_t fChunkID;
-    char fName[32];          ///< Zero-padded name of the state.
-    char fData[1];           ///< First byte of the data area.
+    char fName[32]; ///< Zero-padded name of the state.
+    char fData[1];  ///< First byte of the data area.
 };
 
 /// Bytes before the data area of an AAX_SPlugInChunk.
@@ -58,8 +58,8 @@ inline constexpr int32_t kAAX_PlugInChunkHeaderSize = 56;
 
 /// One short MIDI message.
 struct AAX_CMidiPacket {
-    uint32_t mTimestamp;     ///< Frames from the start of the buffer.
-    uint32_t mLength;        ///< Bytes used of mData.
+    uint32_t mTimestamp; ///< Frames from the start of the buffer.
+    uint32_t mLength;    ///< Bytes used of mData.
     unsigned char mData[4];
 };
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-/// 0 is success, every failure is negative. The named codes are one dense run; -21000 to -20600 is reserved for
-/// errors that a plug-in defines for itself.
+/// 0 is success, every failure is negative. The named codes are one dense run; -21000 to -20600 is reserved
+/// for errors that a plug-in defines for itself.
 using AAX_Result = int32_t;
 
 enum AAX_EResult : AAX_Result {

@@ -14,7 +14,8 @@ public:
     ACFPtr() = default;
     ACFPtr(const ACFPtr&) = delete;
     ACFPtr& operator=(const ACFPtr&) = delete;
-    ACFPtr(ACFPtr&& other) noexcept : mObject(other.Detach()) {}
+    ACFPtr(ACFPtr&& other) noexcept
+        : mObject(other.Detach()) {}
     ACFPtr& operator=(ACFPtr&& other) noexcept {
         if (this != &other) {
             Reset();

@@ -4,8 +4,8 @@
 
 #include "ACF/IACFUnknown.h"
 
-/// What registration hands back: the host object that has taken the description in. A module only passes it on;
-/// its operations, if any, are between the host and itself.
+/// What registration hands back: the host object that has taken the description in. A module only passes it
+/// on; its operations, if any, are between the host and itself.
 class IACFPluginDefinition : public IACFUnknown {
 protected:
     ~IACFPluginDefinition() = default;
