@@ -1,0 +1,41 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace varno {
+
+/// Exit statuses of the program.
+inline constexpr int kExitSuccess = 0;
+inline constexpr int kExitWorkFailed = 1; // a file, its content, a device
+inline constexpr int kExitWrongUsage = 2; // an option, a parameter, a value
+
+/// A failure that ends a command. what() is the whole message: one line without a line end that names the
+/// file, option or parameter, what was found and what was expected.
+class CommandError : public std::runtime_error {
+public:
+    CommandError(const std::string& message, int exitStatus)
+        : std::runtime_error(message),
+          mExitStatus(exitStatus) {}
+
+    int exitStatus() const { return mExitStatus; }
+
+private:
+    int mExitStatus;
+};
+
+/// The command was asked for something it does not offer: an option, a parameter, a value.
+class UsageError : public CommandError {
+public:
+    explicit UsageError(const std::string& message)
+        : CommandError(message, kExitWrongUsage) {}
+};
+
+/// The work itself failed: a file, its content, a device.
+class WorkError : public CommandError {
+public:
+    explicit WorkError(const std::string& message)
+        : CommandError(message, kExitWorkFailed) {}
+};
+
+} // namespace varno

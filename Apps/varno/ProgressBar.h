@@ -1,0 +1,56 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <ostream>
+#include <string>
+
+namespace varno {
+
+/// Whether the open file is a terminal. @param descriptor for instance STDERR_FILENO
+bool isTerminal(int descriptor);
+
+/// One line that shows how far a render is, how many times faster than real time it runs and how long it will
+/// still take. It is drawn only on a terminal and leaves an empty line behind.
+class ProgressBar {
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+    using Clock = std::function<TimePoint()>;
+
+    /// @param out outlives the bar
+    /// @param onTerminal false: nothing is ever written
+    /// @param totalS length of all audio to be rendered, in seconds
+    /// @param clock tells the time; a test gives its own
+    ProgressBar(std::ostream& out, bool onTerminal, double totalS,
+                Clock clock = std::chrono::steady_clock::now);
+
+    /// Clears the line.
+    ~ProgressBar();
+
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    /// That many seconds of audio more are done. Redraws at most ten times a second. Any thread.
+    void advance(double seconds);
+
+    /// Clears the line; nothing is drawn from here on. Any thread.
+    void finish();
+
+private:
+    std::string line(double elapsedS) const;
+    void draw(TimePoint now);
+
+    std::ostream& mOut;
+    bool mOnTerminal;
+    double mTotalS;
+    Clock mClock;
+    std::mutex mMutex;
+    double mDoneS = 0.0;
+    TimePoint mStart;
+    TimePoint mNextDraw;
+    bool mDrawn = false;
+};
+
+} // namespace varno
