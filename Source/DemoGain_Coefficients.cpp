@@ -1,0 +1,109 @@
+#include "DemoGain_Coefficients.h"
+
+#include <cmath>
+#include <iterator>
+
+namespace {
+
+/// The rate at which the time constants below are given per sample.
+constexpr double kReferenceRateHz = 48000.0;
+constexpr float kThresholdDB = -30.0F;
+
+/// m * x + k.
+struct Line {
+    double m;
+    double k;
+};
+
+/// The four coefficients of a gain curve as lines over x = 1 - (1 - release) * attack.
+using Curve = Line[4];
+
+/// One row per choice of "Ratio".
+constexpr Curve kCurves[] = {
+    {{-0.043988492, -0.05987816}, {-0.81804353, 1.6369839}, {1.962162, -1.7847449}, {-1.112896, 0.71746075}},
+    {{0.039812393, 0.016881654}, {1.6467217, -0.2675606}, {-2.6722722, 1.1747508}, {1.1952758, -0.59919924}},
+    {{-0.07969572, -0.0008929357},
+     {1.9000784, -0.084337234},
+     {-2.802293, 0.8503855},
+     {1.2028837, -0.4429555}},
+    {{-0.047351893, -0.034703087},
+     {1.7675618, 0.28932056},
+     {-2.6075072, 0.26904505},
+     {1.1363438, -0.19598596}},
+    {{-0.09856507, -0.040035877}, {1.6908981, 0.2950281}, {-2.4604607, 0.4421936}, {1.1004055, -0.35637423}},
+    {{-0.013766035, -0.11097344}, {1.0392646, 1.4713398}, {-1.7035922, -1.2622818}, {0.8287389, 0.39486742}},
+    {{-0.05280383, -0.083658814},
+     {0.70849943, 0.6779145},
+     {-0.9385789, 0.20369117},
+     {0.40077198, -0.35370582}},
+    {{-0.03532383, -0.13036828}, {0.7548269, 1.6672131}, {-1.2241096, -1.4573376}, {0.64564085, 0.42183533}},
+};
+constexpr int kLastCurve = static_cast<int>(std::size(kCurves)) - 1;
+
+/// The curve with the longest times.
+constexpr int kLongCurve = 5;
+/// The curve whose attack does not scale with the sample rate; deliberate.
+constexpr int kFixedAttackCurve = 7;
+
+/// Attack coefficient per sample. `q` is the fourth root of the normalized attack.
+double attackCoef(double q, int curve, double rateScale) {
+    if (curve == kFixedAttackCurve) {
+        return 0.6 + 0.399 * q;
+    }
+    return std::exp((0.050793156 * q - 0.051293306) * rateScale);
+}
+
+/// Release coefficient per sample at the reference rate.
+double releaseBase(double r, int curve, bool lengthened) {
+    const double shape = ((((13.495 * r - 40.9175) * r + 47.23) * r - 26.2) * r + 7.3841) * r;
+    const double base =
+        curve == kLongCurve ? shape * 0.000097990036 + 0.9999 : shape * 0.00087994337 + 0.9991;
+    return lengthened ? base * 0.99991 : base;
+}
+
+/// Coefficient of the single-speed follower per sample at the reference rate.
+double slowBase(int curve) {
+    return curve == kLongCurve ? 0.99998 : 0.9999;
+}
+
+/// A coefficient per sample at the reference rate, taken to the rate of `rateScale`.
+double scaled(double base, double rateScale) {
+    return std::exp(std::log(base) * rateScale);
+}
+
+} // namespace
+
+float DemoGain_LevelDB(float normalized) {
+    return normalized * 40.0F - 20.0F;
+}
+
+float DemoGain_LevelLin(float dB) {
+    return static_cast<float>(std::pow(10.0, static_cast<double>(dB) * 0.05));
+}
+
+int DemoGain_CurveIndex(float ratio) {
+    const float choice = ratio * static_cast<float>(kLastCurve) + 0.5F;
+    const bool known = choice >= 1.0F && choice < static_cast<float>(kLastCurve + 1);
+    return known ? static_cast<int>(choice) : 0;
+}
+
+SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& values, double sampleRate) {
+    const double rateScale = kReferenceRateHz / sampleRate;
+    const double attack = values.mAttack;
+    const double release = values.mRelease;
+    const double q = std::sqrt(std::sqrt(attack));
+    const double x = 1.0 - (1.0 - release) * attack;
+    const int curve = DemoGain_CurveIndex(values.mRatio);
+    const bool lengthened = values.mUK > 0.5F;
+
+    SDemoGain_Dynamics result{};
+    result.mAttackCoef = static_cast<float>(attackCoef(q, curve, rateScale));
+    result.mReleaseCoef = static_cast<float>(scaled(releaseBase(release, curve, lengthened), rateScale));
+    result.mSlowCoef = static_cast<float>(scaled(slowBase(curve), rateScale));
+    result.mThreshold = kThresholdDB;
+    for (std::size_t i = 0; i < std::size(result.mCurve); ++i) {
+        const Line& line = kCurves[curve][i];
+        result.mCurve[i] = static_cast<float>(line.m * x + line.k);
+    }
+    return result;
+}
