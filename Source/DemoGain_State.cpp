@@ -99,8 +99,9 @@ void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
 template<class Record>
 bool isFinite(const Record& record) {
     constexpr uint32_t kExponent = 0x7F800000U;
-    uint32_t words[sizeof(Record) / (sizeof(uint32_t))];
-    std::memcpy(words, &record, sizeof(Record));
+    constexpr std::size_t kBytes = sizeof(Record);
+    uint32_t words[kBytes / sizeof(uint32_t)];
+    std::memcpy(words, &record, kBytes);
     bool finite = true;
     for (const uint32_t word : words) {
         finite = finite && (word & kExponent) != kExponent;
