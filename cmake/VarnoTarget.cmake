@@ -35,10 +35,15 @@ function(varno_headers target directory)
 endfunction()
 
 # varno_test(NAME SOURCES... [LINK TARGETS...]): a GoogleTest program whose cases ctest runs one by one.
-# NAME is also its label, so that `ctest -L NAME` runs it alone.
+# NAME is also its label, so that `ctest -L NAME` runs it alone. A program that starts threads to find races is
+# named ..._threaded: it is part of the target threaded_tests and runs under the thread sanitizer too.
+add_custom_target(threaded_tests)
 function(varno_test name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE varno_settings ${ARG_LINK} GTest::gtest_main GTest::gmock)
-  gtest_discover_tests(${name} PROPERTIES LABELS ${name} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+  gtest_discover_tests(${name} PROPERTIES LABELS ${name} DISCOVERY_TIMEOUT 60)
+  if(name MATCHES "_threaded$")
+    add_dependencies(threaded_tests ${name})
+  endif()
 endfunction()

@@ -1,0 +1,118 @@
+# shellcheck shell=bash
+# What each step of ./run test does. (How steps are run and counted: steps.sh.)
+
+# Logs and reports of the steps.
+checks=$root/build/checks
+
+quick_steps=(format includes comments text shell gcc)
+lint_steps=(format includes comments text shell headers tidy)
+default_steps=(format includes comments text shell gcc headers clang tidy asan-ubsan tsan)
+full_steps=("${default_steps[@]}" coverage long long-threads)
+
+declare -A step_title=(
+    [format]="every C++ file is laid out as clang-format 14 does"
+    [includes]="nobody includes against the direction of the layers"
+    [comments]="every interface method tells its contract and its thread"
+    [text]="no machine paths, left-overs, binaries, stray blanks"
+    [shell]="shellcheck finds nothing in the scripts"
+    [gcc]="all tests, gcc, Release"
+    [headers]="every public header compiles alone"
+    [clang]="all tests, clang, Release"
+    [tidy]="clang-tidy finds nothing"
+    [asan-ubsan]="all tests under the address and undefined-behaviour sanitizers"
+    [tsan]="the threaded tests under the thread sanitizer"
+    [coverage]="line coverage of Interfaces, Libs and Source"
+    [long]="all tests with 50 times the usual work"
+    [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
+)
+
+# The folders that hold C++ of this project, as far as they are there.
+cpp_folders() {
+    local folder
+    for folder in Interfaces Libs Source Host Apps Formats Tests Benchmarks; do
+        [[ ! -d $root/$folder ]] || printf '%s\n' "$folder"
+    done
+}
+
+cpp_files() {
+    local folders
+    mapfile -t folders < <(cpp_folders)
+    find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' \) -print0
+}
+
+# lint COMMAND...: a check that prints what it finds fault with.
+lint() { run_logged "$step_log" discard findings "$@"; }
+
+findings() { head -n 100 "$1"; }
+
+step_format() { lint each_cpp_file clang-format-14 --style=file --dry-run -Werror; }
+step_includes() { lint Scripts/check-includes .; }
+step_comments() { lint Scripts/check-interface-comments Interfaces; }
+step_text() { lint Scripts/check-text .; }
+step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run; }
+step_headers() { build_preset release all_verify_interface_header_sets; }
+# The clang build comes first: it makes the generated headers and knows what each file includes.
+step_tidy() { build_preset clang all && run_logged "$step_log" tidy_progress tidy_reason Scripts/tidy build/clang; }
+
+tidy_progress() {
+    local line
+    while IFS= read -r line; do
+        ! on_terminal || [[ $line != *": clean" ]] || progress_line "run: clang-tidy $line"
+    done
+}
+
+tidy_reason() { grep -v ': clean$' "$1" | head -n 100; }
+
+each_cpp_file() { cpp_files | xargs -0 -r -n 20 -P "$(nproc)" "$@"; }
+
+step_gcc() { build_preset release all && run_tests release; }
+step_clang() { build_preset clang all && run_tests clang --label-exclude "$scripts_label"; }
+step_asan-ubsan() { build_preset asan-ubsan all && run_tests asan-ubsan --label-exclude "$scripts_label"; }
+step_tsan() { build_preset tsan threaded_tests && run_tests tsan --label-regex "$threaded_label"; }
+step_long() { build_preset release all && VARNO_TEST_SCALE=$long_scale run_tests release --label-exclude "$scripts_label"; }
+step_long-threads() {
+    build_preset tsan threaded_tests && VARNO_TEST_SCALE=$long_scale run_tests tsan --label-regex "$threaded_label"
+}
+step_coverage() {
+    build_preset coverage all && forget_coverage &&
+        run_tests coverage --label-exclude "$scripts_label" && measure_coverage
+}
+
+# Tests of the scripts run no code of the product, so one run of them is enough.
+scripts_label='^test_run$'
+# Programs that start threads of their own to find races are named so.
+threaded_label='_threaded$'
+# How many times the usual work the long runs do.
+long_scale=50
+
+# run_tests PRESET [CTEST OPTIONS...]
+run_tests() {
+    local preset=$1
+    shift
+    choose_prefix "$preset"
+    run_logged "$step_log" ctest_progress ctest_reason "${prefix[@]}" \
+        ctest --test-dir "build/$preset" --no-tests=error --parallel "$(nproc)" --timeout 3600 \
+        --output-on-failure --output-junit "$step_report" "$@"
+}
+
+ctest_progress() {
+    local line
+    while IFS= read -r line; do
+        ! on_terminal || [[ ! $line =~ ^\ *[0-9]+/[0-9]+\ Test ]] || progress_line "run: testing $line"
+    done
+}
+
+# What is left when the tests that passed are taken out.
+ctest_reason() { grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$1" | head -n 200; }
+
+forget_coverage() { find "$root/build/coverage" -name '*.gcda' -delete; }
+
+# The least share of lines, in percent, that the tests must execute.
+least_coverage=95
+coverage_table=$checks/coverage.txt
+
+measure_coverage() {
+    run_logged "$checks/gcovr.log" discard findings gcovr --root "$root" --object-directory "$root/build/coverage" \
+        -j "$(nproc)" --filter Interfaces/ --filter Libs/ --filter Source/ \
+        --txt "$coverage_table" --fail-under-line "$least_coverage"
+}

@@ -1,0 +1,68 @@
+# shellcheck shell=bash
+# The commands test, lint, coverage and format.
+
+source "$root/Scripts/checks.sh"
+source "$root/Scripts/steps.sh"
+source "$root/Scripts/verification.sh"
+
+test_command() {
+    case ${1-} in
+    "") check "${default_steps[@]}" ;;
+    --quick) check "${quick_steps[@]}" ;;
+    --full) check_and_record "${full_steps[@]}" ;;
+    --list) list_steps ;;
+    *) require_steps "$@" && check "$@" ;;
+    esac
+}
+
+lint_command() {
+    (($# == 0)) || usage_error "lint takes no arguments; ./run test STEP... runs single steps"
+    check "${lint_steps[@]}"
+}
+
+coverage_command() {
+    (($# == 0)) || usage_error "coverage takes no arguments"
+    check coverage || return
+    cat "$coverage_table"
+}
+
+format_command() {
+    (($# == 0)) || usage_error "format takes no arguments"
+    need_packages test && cd "$root" && each_cpp_file clang-format-14 --style=file -i
+}
+
+usage_error() {
+    say "$@"
+    exit 2
+}
+
+list_steps() {
+    local name
+    for name in "${full_steps[@]}"; do printf '%-14s %s\n' "$name" "${step_title[$name]}"; done
+}
+
+require_steps() {
+    local name
+    for name in "$@"; do
+        [[ -n ${step_title[$name]-} ]] || usage_error "'$name' is no step of the tests; there are: ${full_steps[*]}"
+    done
+}
+
+check() {
+    need_packages program test && only_one "testing" "$root/build/checks.lock" in_root run_steps "$@"
+}
+
+check_and_record() {
+    need_packages program test && only_one "testing" "$root/build/checks.lock" in_root run_and_record "$@"
+}
+
+run_and_record() {
+    local status=0
+    run_steps "$@" || status=$?
+    record_verification
+    return "$status"
+}
+
+in_root() {
+    cd "$root" && PYTHONDONTWRITEBYTECODE=1 "$@"
+}
