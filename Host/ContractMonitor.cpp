@@ -1,0 +1,135 @@
+#include "ContractMonitor.h"
+
+#include <utility>
+
+namespace varno {
+
+const char* contractName(Contract contract) {
+    switch (contract) {
+    case Contract::Thread:
+        return "thread";
+    case Contract::Lifecycle:
+        return "lifecycle";
+    case Contract::Touch:
+        return "touch";
+    case Contract::References:
+        return "references";
+    case Contract::LiveObjects:
+        return "live objects";
+    case Contract::Diagnostics:
+        return "diagnostics";
+    case Contract::Packets:
+        return "packets";
+    case Contract::Parameters:
+        return "parameters";
+    case Contract::Description:
+        return "description";
+    }
+    return "unknown contract";
+}
+
+void ContractMonitor::report(Contract contract, std::string text) {
+    Violation violation{contract, std::move(text)};
+    Listener listener;
+    {
+        const std::lock_guard lock(mMutex);
+        mViolations.push_back(violation);
+        listener = mListener;
+    }
+    if (listener) {
+        listener(violation);
+    }
+}
+
+std::vector<Violation> ContractMonitor::violations() const {
+    const std::lock_guard lock(mMutex);
+    return mViolations;
+}
+
+std::vector<Violation> ContractMonitor::takeViolations() {
+    const std::lock_guard lock(mMutex);
+    return std::exchange(mViolations, {});
+}
+
+void ContractMonitor::setListener(Listener listener) {
+    const std::lock_guard lock(mMutex);
+    mListener = std::move(listener);
+}
+
+void ContractMonitor::expectTrace(std::string part) {
+    const std::lock_guard lock(mMutex);
+    mExpectedTraces.push_back({std::move(part)});
+}
+
+void ContractMonitor::expectAssertion(std::string part) {
+    const std::lock_guard lock(mMutex);
+    mExpectedAssertions.push_back({std::move(part)});
+}
+
+std::vector<std::string> ContractMonitor::unmetExpectations() const {
+    const std::lock_guard lock(mMutex);
+    std::vector<std::string> unmet;
+    for (const Expectation& expectation : mExpectedTraces) {
+        if (!expectation.met) {
+            unmet.push_back("a trace line with \"" + expectation.part + "\"");
+        }
+    }
+    for (const Expectation& expectation : mExpectedAssertions) {
+        if (!expectation.met) {
+            unmet.push_back("a failed assertion with \"" + expectation.part + "\"");
+        }
+    }
+    return unmet;
+}
+
+bool ContractMonitor::meet(std::vector<Expectation>& expectations, const std::string& text) {
+    bool met = false;
+    for (Expectation& expectation : expectations) {
+        if (text.find(expectation.part) != std::string::npos) {
+            expectation.met = true;
+            met = true;
+        }
+    }
+    return met;
+}
+
+void ContractMonitor::trace(int32_t priority, const char* message) {
+    TraceLine line{priority, message == nullptr ? "" : message};
+    const std::string text = line.text;
+    bool expected = false;
+    {
+        const std::lock_guard lock(mMutex);
+        mTraces.push_back(std::move(line));
+        expected = meet(mExpectedTraces, text);
+    }
+    if (!expected) {
+        report(Contract::Diagnostics, "unexpected trace line \"" + text + "\"");
+    }
+}
+
+void ContractMonitor::assertFailure(const char* file, int32_t line, const char* note, int32_t flags) {
+    AssertFailure failure{file == nullptr ? "" : file, line, note == nullptr ? "" : note, flags};
+    const std::string text = failure.note;
+    const std::string place = failure.file + ":" + std::to_string(line);
+    bool expected = false;
+    {
+        const std::lock_guard lock(mMutex);
+        mAssertFailures.push_back(std::move(failure));
+        expected = meet(mExpectedAssertions, text);
+    }
+    if (!expected) {
+        report(Contract::Diagnostics, "unexpected failed assertion \"" + text + "\" at " + place);
+    }
+}
+
+std::vector<TraceLine> ContractMonitor::traces() const {
+    const std::lock_guard lock(mMutex);
+    return mTraces;
+}
+
+std::vector<AssertFailure> ContractMonitor::assertFailures() const {
+    const std::lock_guard lock(mMutex);
+    return mAssertFailures;
+}
+
+} // namespace varno

@@ -1,0 +1,100 @@
+/// Watches that module and host keep to what the interfaces say, while both run.
+#ifndef CONTRACTMONITOR_H
+#define CONTRACTMONITOR_H
+
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// What can be broken.
+enum class Contract {
+    Thread,      ///< A [main] call from the audio thread, or from two threads at once.
+    Lifecycle,   ///< A call before initialisation or after the end.
+    Touch,       ///< A release without a touch, or a touch that was never released.
+    References,  ///< A reference that was not given back, or given back twice.
+    LiveObjects, ///< The module's live-object count is not back at zero.
+    Diagnostics, ///< An assertion or trace line that nobody expected.
+    Packets,     ///< A packet for an unknown field or of a wrong size, or a field without any packet.
+    Parameters,  ///< Automation of a parameter that is not registered, or a value that is not one.
+    Description, ///< A description that contradicts itself or lacks something.
+};
+
+/// The name of a contract, as written in messages. [any]
+const char* contractName(Contract contract);
+
+/// One breach.
+struct Violation {
+    Contract contract;
+    std::string text; ///< One line: what was done, and what was expected.
+};
+
+/// One trace line of the module.
+struct TraceLine {
+    int32_t priority; ///< An AAX_ETracePriorityHost bit value.
+    std::string text;
+};
+
+/// One failed assertion of the module.
+struct AssertFailure {
+    std::string file;
+    int32_t line;
+    std::string note; ///< The text of the failed condition.
+    int32_t flags;
+};
+
+/// Collects violations. One monitor belongs to one module and everything made from it, and outlives both, so
+/// that a breach at the very end is seen. Safe from any thread; recording takes a lock and allocates, which
+/// happens only once a contract is broken or the module speaks. [any]
+class ContractMonitor {
+public:
+    using Listener = std::function<void(const Violation&)>;
+
+    /// Records a violation.
+    void report(Contract contract, std::string text);
+    /// Everything recorded so far, in order.
+    std::vector<Violation> violations() const;
+    /// Hands over everything recorded so far and forgets it; for a test that provokes a violation.
+    std::vector<Violation> takeViolations();
+    /// Calls `listener` at each further violation, on the thread that caused it; empty for none.
+    void setListener(Listener listener);
+
+    /// Allows trace lines that contain `part`, any number of them from now on.
+    void expectTrace(std::string part);
+    /// Allows failed assertions whose note contains `part`, any number of them from now on.
+    void expectAssertion(std::string part);
+    /// The expectations that nothing has met yet, as text.
+    std::vector<std::string> unmetExpectations() const;
+
+    /// Takes a trace line; a violation unless expected.
+    void trace(int32_t priority, const char* message);
+    /// Takes a failed assertion; a violation unless expected.
+    void assertFailure(const char* file, int32_t line, const char* note, int32_t flags);
+    /// All trace lines so far, expected or not.
+    std::vector<TraceLine> traces() const;
+    /// All failed assertions so far, expected or not.
+    std::vector<AssertFailure> assertFailures() const;
+
+private:
+    struct Expectation {
+        std::string part;
+        bool met = false;
+    };
+
+    static bool meet(std::vector<Expectation>& expectations, const std::string& text);
+
+    mutable std::mutex mMutex;
+    std::vector<Violation> mViolations;
+    std::vector<TraceLine> mTraces;
+    std::vector<AssertFailure> mAssertFailures;
+    std::vector<Expectation> mExpectedTraces;
+    std::vector<Expectation> mExpectedAssertions;
+    Listener mListener;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,18 @@
+/// Failure of the host to do what it was asked.
+#ifndef HOSTERROR_H
+#define HOSTERROR_H
+
+#include <stdexcept>
+
+namespace varno {
+
+/// Its text is one line that names the thing concerned, what was found and what was expected, fit to be shown
+/// to a person.
+class HostError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,176 @@
+/// A running effect.
+#ifndef INSTANCE_H
+#define INSTANCE_H
+
+#include "AAX_IACFEffectParameters.h"
+#include "ACF/ACFPtr.h"
+#include "MeterBank.h"
+#include "Module.h"
+#include "StoredChunk.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+class AudioContext;
+class DataModel;
+class Editor;
+class InstanceHost;
+class PageTable;
+class ViewContainer;
+
+/// How an instance runs.
+struct InstanceSetup {
+    int32_t channels = 2;          ///< Inputs and outputs: chooses the variant.
+    double sampleRateHz = 48000.0; ///< See SampleRateRange.h.
+    int32_t maximumFrames = 512;   ///< Largest buffer given to the routine, at least 1.
+    bool offline = false;          ///< What the controller tells about rendering offline.
+    std::string effectID;          ///< Which effect of the module; empty for the first.
+};
+
+/// What is fixed about a parameter.
+struct ParameterInfo {
+    int32_t index = 0;
+    std::string id;
+    std::string name;
+    AAX_EParameterType type = AAX_eParameterType_Continuous;
+    int32_t steps = 0;
+    double defaultNormalized = 0.0;
+    std::string defaultText;
+    bool isAutomatable = false;
+    bool isMasterBypass = false;
+};
+
+/// One instance of an effect: data model, algorithm and, if asked for, editor.
+///
+/// Threads: operations marked [main] are serialised by the instance itself, whatever thread they come from,
+/// but must not come from the audio thread. `process` comes from one audio thread at a time, concurrently
+/// with all others.
+class Instance {
+public:
+    /// Longest text asked of a parameter, in characters.
+    static constexpr int32_t kLongestText = 64;
+
+    /// Creates, initialises and prepares an instance: its first buffer is processed with its default
+    /// settings. Throws HostError, without anything left behind, when the sample rate is refused, when the
+    /// module has no such effect, no native routine for the channels or no data model, or when its
+    /// initialisation fails. [main]
+    Instance(std::shared_ptr<Module> module, const InstanceSetup& setup);
+    Instance(const Instance&) = delete;
+    Instance& operator=(const Instance&) = delete;
+    /// Ends the instance; its editor must be gone, nothing may process. [main]
+    ~Instance();
+
+    // What it is. [any]
+
+    const Module& module() const { return *mModule; }
+    const EffectDescription& effect() const { return *mEffect; }
+    const VariantDescription& variant() const { return *mVariant; }
+    const InstanceSetup& setup() const { return mSetup; }
+    /// All parameters in index order, as they were after initialisation.
+    const std::vector<ParameterInfo>& parameters() const { return mParameters; }
+    /// The parameter with this identifier (exact), null when there is none.
+    const ParameterInfo* parameter(const std::string& id) const;
+
+    // Values; an unknown identifier throws HostError. [main]
+
+    /// The current normalized value, 0 to 1.
+    double normalized(const std::string& id) const;
+    /// The current value as text.
+    std::string text(const std::string& id) const;
+    /// A normalized value as text.
+    std::string textOf(const std::string& id, double normalized) const;
+    /// A text as normalized value; nothing when the parameter does not understand it.
+    std::optional<double> fromText(const std::string& id, const std::string& text) const;
+    /// Host automation: the value (0 to 1; anything else throws HostError) is in force from the next buffer
+    /// on.
+    void setNormalized(const std::string& id, double normalized);
+    /// What an editor does: asks the data model, which asks the host's automation; `idle` answers.
+    void requestNormalized(const std::string& id, double normalized);
+    /// Answers what the module has asked for since the last call: gives each requested value to the data
+    /// model, has the coefficients computed and handed to the audio thread as one set, and tells the editor.
+    void idle();
+
+    // Audio.
+
+    /// Processes `frames` frames (0 or more) from `inputs` to `outputs`: one pointer per channel, each to
+    /// `frames` samples, borrowed; an output may be an input's memory. More than setup().maximumFrames are
+    /// processed in several buffers. Coefficients, meters and the transport move once per buffer. No lock, no
+    /// allocation, no system call, no exception. [audio]
+    void process(const float* const* inputs, float* const* outputs, int32_t frames) noexcept;
+    /// Puts algorithm, meters and transport back to their start, parameters stay; while nothing processes.
+    /// [main]
+    void reset();
+    /// Frames processed since the start or the last reset. [any]
+    int64_t position() const;
+    /// The latency that the module has asked to be compensated for, in frames. [main]
+    int32_t latencyFrames() const;
+    /// The meters of the algorithm. [any]
+    const MeterBank& meters() const;
+    MeterBank& meters();
+    /// The first bytes of a private-data field, as the algorithm keeps it; while nothing processes. Empty for
+    /// a field that is none. [main]
+    std::span<const std::byte> privateData(AAX_CFieldIndex field) const;
+
+    // Saved settings. [main]
+
+    /// The settings as a chunk record. Throws HostError when the module fails.
+    StoredChunk save();
+    /// Restores settings and answers all that this asks for. Throws HostError, with every value as before,
+    /// when the record was not written by this effect or when a value did not arrive.
+    void restore(const StoredChunk& chunk);
+    /// Whether the current settings are those of the record.
+    bool equals(const StoredChunk& chunk);
+
+    // Around it. [main]
+
+    /// Makes an editor in `container` (borrowed by the module, referenced by the editor). Null when the
+    /// effect has none, which is nothing unusual. Throws HostError when its initialisation fails or another
+    /// one is open.
+    std::unique_ptr<Editor> openEditor(ViewContainer& container);
+    /// The data model's periodic call.
+    void timer();
+    /// Control-surface page table of a type and page size, from the module's page-table resource and then by
+    /// the data model; nothing when the resource has none.
+    ACFPtr<PageTable> pageTable(AAX_CTypeID tableType, int32_t pageSize);
+    /// The data model itself, for what this class does not offer; call it from [main] only, never while
+    /// another thread is in here.
+    AAX_IACFEffectParameters& dataModel();
+    /// The object that the module knows as its host, borrowed.
+    InstanceHost& host() { return *mHost; }
+
+private:
+    friend class Editor;
+
+    void readParameters();
+    void resetAlgorithm();
+    void requireEveryPortPosted();
+    void requireParameter(const std::string& id) const;
+    void generateCoefficients();
+    AAX_CTypeID chunkID() const;
+    ChunkIdentity chunkIdentity() const;
+    void processBuffer(const float* const* inputs, float* const* outputs, int32_t offset,
+                       int32_t frames) noexcept;
+    void editorClosed();
+
+    std::shared_ptr<Module> mModule;
+    InstanceSetup mSetup;
+    const EffectDescription* mEffect;
+    const VariantDescription* mVariant;
+    ACFPtr<InstanceHost> mHost;
+    std::unique_ptr<DataModel> mDataModel;
+    std::vector<ParameterInfo> mParameters;
+    std::unique_ptr<AudioContext> mAudio;
+    Editor* mEditor = nullptr; ///< The open editor, which is the caller's.
+    std::atomic<bool> mIsProcessing{false};
+};
+
+} // namespace varno
+
+#endif
