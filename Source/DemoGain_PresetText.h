@@ -1,0 +1,252 @@
+/// The settings as text, for the clipboard and for preset files: five lines of 7-bit ASCII, a product word
+/// with the format's version and thirteen labelled normalized values. Pure functions over the data model;
+/// this is the one header of the effect that front ends may include, and it needs nothing but Interfaces.
+#ifndef DEMOGAIN_PRESETTEXT_H
+#define DEMOGAIN_PRESETTEXT_H
+
+#include "AAX_IACFEffectParameters.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace DemoGain_PresetText {
+
+/// One value of the text.
+struct Item {
+    const char* mLabel;       ///< For people; a reader skips it unread.
+    const char* mParameterID; ///< The parameter whose normalized value follows the label.
+    bool mEndsLine;           ///< The last one of its line.
+};
+
+/// The values in the order of the text, which alone tells a reader which is which.
+inline constexpr Item kItems[] = {
+    {"Gain", "Gain", false},    {"Volume", "Volume", false}, {"Hipass", "HP", false},
+    {"Band", "Band", true},     {"Attack", "Atk", false},    {"Release", "Rls", false},
+    {"UK", "UK", false},        {"Hottitude", "Hot", true},  {"Ratio", "Ratio", false},
+    {"Mix", "Mix", false},      {"Auto", "ASw", false},      {"HarmSw", "HSw", true},
+    {"LinkSw", "LinkSw", true},
+};
+
+/// First line of the text: product word and format version.
+inline constexpr std::string_view kHeader = "Varno-S 030001";
+/// The format's version. A text of a later one is read as well.
+inline constexpr float kVersion = 30001.0F;
+/// Digits after the point of a written value.
+inline constexpr int kDecimals = 10;
+
+/// Normalized values in the order of kItems, as read: not limited to 0..1, not even finite.
+using Values = std::array<float, std::size(kItems)>;
+
+/// The current settings as text, without a line feed at the end; the empty text when a parameter cannot be
+/// read. [main]
+inline std::string Write(const AAX_IACFEffectParameters& parameters);
+
+/// The values of a text, or nothing when it is no preset. A text is one when a scan with the C format
+/// "%s %f" and thirteen times " %*s %f" assigns every item, and the version is kVersion or later. Labels and
+/// what follows the last value do not matter, line feeds count as blanks, a zero byte ends the text. The
+/// C locale's rules hold in every locale. Takes time proportional to the length, allocates nothing. [any]
+inline std::optional<Values> Parse(std::string_view text);
+
+/// Asks for every value in the order of kItems. The parameters limit them to 0..1. Returns AAX_SUCCESS, or
+/// the first failure, after which the rest is asked for all the same. [main]
+inline AAX_Result Apply(const Values& values, AAX_IACFEffectParameters& parameters);
+
+} // namespace DemoGain_PresetText
+
+// Implementation.
+
+namespace DemoGain_PresetText {
+namespace Detail {
+
+inline constexpr std::string_view kBlanks = " \t\n\v\f\r";
+inline constexpr std::string_view kDigits = "0123456789";
+inline constexpr std::string_view kHexDigits = "0123456789abcdefABCDEF";
+
+inline void SkipBlanks(std::string_view& rest) {
+    rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
+}
+
+/// Takes characters of `accepted` off the front of `rest`.
+inline std::string_view TakeRun(std::string_view& rest, std::string_view accepted) {
+    const std::string_view run = rest.substr(0, rest.find_first_not_of(accepted));
+    rest.remove_prefix(run.size());
+    return run;
+}
+
+inline bool IsNext(std::string_view rest, std::string_view accepted) {
+    return !rest.empty() && accepted.find(rest.front()) != std::string_view::npos;
+}
+
+/// Takes one character off the front of `rest` if it is one of `accepted`.
+inline bool TakeOne(std::string_view& rest, std::string_view accepted) {
+    const bool isFound = IsNext(rest, accepted);
+    rest.remove_prefix(isFound ? 1 : 0);
+    return isFound;
+}
+
+/// Takes `lowerCase` off the front of `rest`, in capitals or not.
+inline bool TakeLetters(std::string_view& rest, std::string_view lowerCase) {
+    constexpr char kCaseBit = 'a' ^ 'A';
+    return std::all_of(lowerCase.begin(), lowerCase.end(), [&rest](char letter) {
+        const char both[] = {letter, static_cast<char>(letter ^ kCaseBit)};
+        return TakeOne(rest, std::string_view(both, std::size(both)));
+    });
+}
+
+/// "%*s": a run of anything but blanks.
+inline bool SkipWord(std::string_view& rest) {
+    SkipBlanks(rest);
+    const size_t length = std::min(rest.find_first_of(kBlanks), rest.size());
+    rest.remove_prefix(length);
+    return length > 0;
+}
+
+/// A number as it is written, without its sign.
+struct Number {
+    bool mIsHex = false;
+    std::string_view mMantissa; ///< Digits and at most one point.
+    std::string_view mExponent; ///< Without its letter and a plus sign.
+    std::string_view mText;     ///< Mantissa and exponent.
+};
+
+/// Takes the longest text that reads as a number off the front of `rest`. An exponent without digits is taken
+/// as well, and then counts as none.
+inline std::optional<Number> TakeNumber(std::string_view& rest) {
+    Number number;
+    number.mIsHex = rest.starts_with("0x") || rest.starts_with("0X");
+    rest.remove_prefix(number.mIsHex ? 2 : 0);
+    const std::string_view digits = number.mIsHex ? kHexDigits : kDigits;
+    const std::string_view whole = rest;
+    size_t count = TakeRun(rest, digits).size();
+    if (TakeOne(rest, ".")) {
+        count += TakeRun(rest, digits).size();
+    }
+    if (count == 0) {
+        return std::nullopt;
+    }
+    number.mMantissa = whole.substr(0, whole.size() - rest.size());
+    if (TakeOne(rest, number.mIsHex ? "pP" : "eE")) {
+        const bool isNegative = !TakeOne(rest, "+") && rest.starts_with('-');
+        const std::string_view exponent = rest;
+        rest.remove_prefix(isNegative ? 1 : 0);
+        TakeRun(rest, kDigits);
+        number.mExponent = exponent.substr(0, exponent.size() - rest.size());
+    }
+    number.mText = whole.substr(0, whole.size() - rest.size());
+    return number;
+}
+
+/// Whether a number that is neither zero nor a float is too large for one, not too small: the exponent of its
+/// first digit tells.
+inline bool IsTooLarge(const Number& number) {
+    const size_t point = std::min(number.mMantissa.find('.'), number.mMantissa.size());
+    const size_t firstDigit = number.mMantissa.find_first_not_of("0.");
+    const long long digits = static_cast<long long>(point) - static_cast<long long>(firstDigit);
+    long long exponent = 0;
+    const char* const end = number.mExponent.data() + number.mExponent.size();
+    if (std::from_chars(number.mExponent.data(), end, exponent).ec == std::errc::result_out_of_range) {
+        return !number.mExponent.starts_with('-');
+    }
+    constexpr long long kBitsPerHexDigit = 4;
+    return digits * (number.mIsHex ? kBitsPerHexDigit : 1) + exponent > 0;
+}
+
+/// The float nearest to a number: infinity for what is too large, zero for what is too small.
+inline float Nearest(const Number& number) {
+    float value = 0.0F;
+    const auto format = number.mIsHex ? std::chars_format::hex : std::chars_format::general;
+    const char* const end = number.mText.data() + number.mText.size();
+    if (std::from_chars(number.mText.data(), end, value, format).ec == std::errc::result_out_of_range) {
+        return IsTooLarge(number) ? std::numeric_limits<float>::infinity() : 0.0F;
+    }
+    return value;
+}
+
+/// Infinity or not-a-number by name.
+inline std::optional<float> TakeNamed(std::string_view& rest) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+    if (IsNext(rest, "nN")) {
+        return TakeLetters(rest, "nan") ? std::optional(kNaN) : std::nullopt;
+    }
+    const bool isNamed = TakeLetters(rest, "inf") && (!IsNext(rest, "iI") || TakeLetters(rest, "inity"));
+    return isNamed ? std::optional(kInfinity) : std::nullopt;
+}
+
+/// "%f": a decimal or hexadecimal number, or a name of infinity or not-a-number.
+inline std::optional<float> TakeFloat(std::string_view& rest) {
+    SkipBlanks(rest);
+    const bool isNegative = !TakeOne(rest, "+") && TakeOne(rest, "-");
+    std::optional<float> value;
+    if (IsNext(rest, "iInN")) {
+        value = TakeNamed(rest);
+    } else if (const std::optional<Number> number = TakeNumber(rest)) {
+        value = Nearest(*number);
+    }
+    return value && isNegative ? -*value : value;
+}
+
+/// " %.10f".
+inline void AppendValue(std::string& text, double value) {
+    // Sign, every digit before the point, the point.
+    constexpr int kLongest = 1 + std::numeric_limits<double>::max_exponent10 + 1 + 1 + kDecimals;
+    std::array<char, kLongest> digits;
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                                       std::chars_format::fixed, kDecimals);
+    text.append(" ").append(digits.data(), written.ptr);
+}
+
+} // namespace Detail
+
+inline std::string Write(const AAX_IACFEffectParameters& parameters) {
+    std::string text(kHeader);
+    bool startsLine = true;
+    for (const Item& item : kItems) {
+        double value = 0.0;
+        if (parameters.GetParameterNormalizedValue(item.mParameterID, &value) != AAX_SUCCESS) {
+            return {};
+        }
+        text.append(startsLine ? "\n" : " ").append(item.mLabel);
+        Detail::AppendValue(text, value);
+        startsLine = item.mEndsLine;
+    }
+    return text;
+}
+
+inline std::optional<Values> Parse(std::string_view text) {
+    std::string_view rest = text.substr(0, text.find('\0'));
+    if (!Detail::SkipWord(rest)) {
+        return std::nullopt;
+    }
+    const std::optional<float> version = Detail::TakeFloat(rest);
+    if (!version || !(*version >= kVersion)) {
+        return std::nullopt;
+    }
+    Values values{};
+    for (float& value : values) {
+        const std::optional<float> read = Detail::SkipWord(rest) ? Detail::TakeFloat(rest) : std::nullopt;
+        if (!read) {
+            return std::nullopt;
+        }
+        value = *read;
+    }
+    return values;
+}
+
+inline AAX_Result Apply(const Values& values, AAX_IACFEffectParameters& parameters) {
+    AAX_Result result = AAX_SUCCESS;
+    for (size_t i = 0; i < values.size(); ++i) {
+        const AAX_Result set = parameters.SetParameterNormalizedValue(kItems[i].mParameterID, values[i]);
+        result = result == AAX_SUCCESS ? set : result;
+    }
+    return result;
+}
+
+} // namespace DemoGain_PresetText
+
+#endif
