@@ -17,6 +17,8 @@ add_library(varno_settings INTERFACE)
 # The sound is defined to the bit: no fused multiply-add, no re-association.
 target_compile_options(varno_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -ffp-contract=off)
+# An assertion names its file from the source root: the same text from every machine, and no path of the one that built.
+target_compile_options(varno_settings INTERFACE -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 if(VARNO_SANITIZE)
   target_compile_options(varno_settings INTERFACE
     -fsanitize=${VARNO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

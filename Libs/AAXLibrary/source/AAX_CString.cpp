@@ -1,0 +1,80 @@
+#include "AAX_CString.h"
+
+#include <cstring>
+#include <ios>
+#include <locale>
+#include <sstream>
+
+AAX_CString::AAX_CString(const char* text)
+    : mText(text != nullptr ? text : "") {
+}
+
+AAX_CString::AAX_CString(const AAX_IString& other)
+    : mText(other.Get()) {
+}
+
+uint32_t AAX_CString::Length() const {
+    return static_cast<uint32_t>(mText.size());
+}
+
+uint32_t AAX_CString::MaxLength() const {
+    return kMaxLength;
+}
+
+const char* AAX_CString::Get() const {
+    return mText.c_str();
+}
+
+void AAX_CString::Set(const char* text) {
+    mText = text;
+}
+
+AAX_CString& AAX_CString::operator=(const AAX_IString& other) {
+    Set(other.Get());
+    return *this;
+}
+
+AAX_CString& AAX_CString::operator=(const char* text) {
+    Set(text);
+    return *this;
+}
+
+AAX_CString& AAX_CString::operator=(AAX_CString&& other) noexcept {
+    mText.swap(other.mText);
+    return *this;
+}
+
+void AAX_CString::Erase(uint32_t pos, uint32_t n) {
+    // Deliberately not the smaller of the two. Beyond the end the difference wraps, and erase raises.
+    const uint32_t remaining = Length() - pos;
+    mText.erase(pos, remaining < n ? n - remaining : n);
+}
+
+// A host may have set the process's locale to one with a decimal comma; texts that are saved, exchanged and
+// compared must not change with it, hence the classic locale in both conversions.
+
+void AAX_CString::AppendNumber(double number, int32_t precision) {
+    std::ostringstream stream;
+    stream.imbue(std::locale::classic());
+    stream.precision(precision);
+    stream << std::fixed << number;
+    mText += stream.str();
+}
+
+bool AAX_CString::ToDouble(double* outNumber) const {
+    std::istringstream stream(mText);
+    stream.imbue(std::locale::classic());
+    if (stream >> *outNumber) {
+        return true;
+    }
+    *outNumber = 0.0;
+    return false;
+}
+
+void AAX_CString::SubString(uint32_t pos, uint32_t n, AAX_IString* out) const {
+    out->Set(mText.substr(pos, n).c_str());
+}
+
+bool AAX_CString::operator==(const AAX_CString& other) const {
+    return std::strcmp(Get(), other.Get()) == 0;
+}
