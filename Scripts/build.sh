@@ -55,7 +55,7 @@ build_progress() {
     done
 }
 
-configure_reason() { grep -A 12 'CMake Error' "$1" | head -n 40 || tail -n 20 "$1"; }
+configure_reason() { grep -A 30 'CMake Error' "$1" | head -n 40 || tail -n 20 "$1"; }
 
 # From the first failed step, without the progress of those that ran beside it.
 build_reason() {

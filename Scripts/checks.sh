@@ -52,7 +52,12 @@ step_text() { lint Scripts/check-text .; }
 step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run; }
 step_headers() { build_preset release all_verify_interface_header_sets; }
 # The clang build comes first: it makes the generated headers and knows what each file includes.
-step_tidy() { build_preset clang all && run_logged "$step_log" tidy_progress tidy_reason Scripts/tidy build/clang; }
+step_tidy() {
+    local folders
+    mapfile -t folders < <(cpp_folders)
+    build_preset clang all &&
+        run_logged "$step_log" tidy_progress tidy_reason Scripts/tidy build/clang "${folders[@]}"
+}
 
 tidy_progress() {
     local line

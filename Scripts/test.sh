@@ -22,8 +22,11 @@ lint_command() {
 
 coverage_command() {
     (($# == 0)) || usage_error "coverage takes no arguments"
-    check coverage || return
-    cat "$coverage_table"
+    local status=0
+    rm -f "$coverage_table"
+    check coverage || status=$?
+    [[ ! -f $coverage_table ]] || cat "$coverage_table"
+    return "$status"
 }
 
 format_command() {

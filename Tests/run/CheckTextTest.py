@@ -1,0 +1,70 @@
+"""check-text finds what no file may hold, each with its place, and lets pass what only looks like it."""
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+from fixture import ROOT
+
+
+class CheckTextTest(unittest.TestCase):
+    def check(self, content, name="file.txt"):
+        with tempfile.TemporaryDirectory(prefix="varno-text-") as folder:
+            (pathlib.Path(folder) / name).write_bytes(content if isinstance(content, bytes) else content.encode())
+            done = subprocess.run([ROOT / "Scripts/check-text", folder], capture_output=True, text=True, check=False)
+        self.assertEqual(done.stderr, "")
+        self.assertEqual(done.returncode, 1 if done.stdout else 0)
+        return done.stdout
+
+    def assert_found(self, content, line, what):
+        self.assertEqual(self.check(content), f"file.txt:{line}: {what}\n")
+
+    # The words are put together here so that this file may stand in the tree.
+    def test_paths_of_a_machine(self):
+        for path in ("/wo" + "rk/x", "/ro" + "ot/x", "/ho" + "me/ann/x", "/tm" + "p/x", "/Us" + "ers/ann", "C:\\Us" + "ers\\a"):
+            self.assert_found(f"first\nopen(\"{path}\");\n", 2, "a path of one machine")
+        self.assert_found("cd /tm" + "p\n", 1, "a path of one machine")
+
+    def test_registry_hosts(self):
+        for host in ("deb.deb" + "ian.org", "py" + "pi.org", "files.python" + "hosted.org", "registry.npm" + "js.org",
+                     "cra" + "tes.io", "pro" + "xy.golang.org", "archive.ubu" + "ntu.com"):
+            self.assert_found(f"see https://{host}/simple\n", 1, "a host of a package registry")
+
+    def test_left_overs(self):
+        for word in ("TO" + "DO", "FIX" + "ME", "XX" + "X", "HA" + "CK"):
+            self.assert_found(f"x = 1 // {word} later\n", 1, "a left-over: do it or leave it out")
+
+    def test_switched_off_tests(self):
+        for word in ("GTEST" + "_SKIP() << 1;", "TEST(A, DISABLED" + "_b) {"):
+            self.assert_found(word + "\n", 1, "a test that is switched off")
+
+    def test_line_ends(self):
+        self.assert_found("one\r\n", 1, "a carriage return")
+        self.assert_found("one\ntwo \n", 2, "blanks at the end of a line")
+        self.assert_found("one", 1, "does not end with one line feed")
+        self.assert_found("one\n\n", 3, "does not end with one line feed")
+
+    def test_what_is_no_source(self):
+        self.assert_found(b"\x7fELF\0\0\n", 1, "is a binary (generate it in the build)")
+        self.assert_found("caf\xe9\n".encode("latin-1"), 1, "is not UTF-8")
+        self.assertRegex(self.check("x\n" * 200_000), r"^file.txt:1: has 400000 bytes; ")
+
+    def test_passes_what_is_right(self):
+        for content in ("", "docs/tmp/x and ${HOME}/work/x\n", "https://example.org/home/page\n", "/usr/share /dev/full\n",
+                        "hackers, todos, XXXL\n", "Gr\u00fc\u00dfe\n", "/homework\n", "a build/release/tmp/ folder\n"):
+            self.assertEqual(self.check(content), "")
+
+    def test_a_checkout_is_seen_as_git_sees_it(self):
+        with tempfile.TemporaryDirectory(prefix="varno-text-") as folder:
+            root = pathlib.Path(folder)
+            subprocess.run(["git", "init", "-q", folder], check=True)
+            (root / ".gitignore").write_text("/build/\n")
+            (root / "build").mkdir()
+            (root / "build/ignored").write_text("no line feed")
+            (root / "new").write_text("no line feed")
+            done = subprocess.run([ROOT / "Scripts/check-text", folder], capture_output=True, text=True, check=False)
+        self.assertEqual(done.stdout, "new:1: does not end with one line feed\n")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,134 @@
+"""What is missing is installed with apt, with as many rights as it needs, or named."""
+import os
+import subprocess
+import unittest
+
+from fixture import FixtureProject
+
+PACKAGES = """
+# Why it is listed.
+[program]
+alpha
+beta-dev
+
+[test]
+gamma
+"""
+
+DPKG_QUERY = """
+for name in "$@"; do
+    case $name in -*|'$'*) continue ;; esac
+    if grep -qx "$name" "{installed}"; then printf '%s installed\\n' "$name"; else found=no; fi
+done
+[[ -z ${{found-}} ]]
+"""
+
+# Notes each call; fails as often as the file says.
+APT_GET = """
+echo "$*" | sed 's/^-q -o [^ ]* //' >>"{calls}"
+[[ " $* " != *" install "* ]] || {{
+    [[ $DEBIAN_FRONTEND == noninteractive ]] || exit 7
+    left=$(cat "{failures}")
+    if ((left > 0)); then
+        echo $((left - 1)) >"{failures}"
+        echo "Reading package lists..."
+        echo "E: Unable to fetch some archives" >&2
+        exit 100
+    fi
+    printf '%s\\n' "$@" >>"{installed}"
+}}
+"""
+
+# Another user's rights, which root alone can take on.
+AS_NOBODY = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
+
+
+class InstallTest(FixtureProject):
+    def setUp(self):
+        super().setUp()
+        self.write("Scripts/packages.txt", PACKAGES)
+        self.installed, self.calls, self.failures = (self.folder / name for name in ("installed", "calls", "failures"))
+        self.installed.write_text("beta-dev\n")
+        self.calls.write_text("")
+        self.failures.write_text("0\n")
+        names = {"installed": self.installed, "calls": self.calls, "failures": self.failures}
+        self.command("dpkg-query", DPKG_QUERY.format(**names))
+        self.command("apt-get", APT_GET.format(**names))
+        self.command("sudo", f'echo "sudo $*" >>"{self.calls}"\n[[ $1 == -v ]] || exec "$@"\n')
+
+    def apt_calls(self):
+        return [call for call in self.calls.read_text().splitlines() if not call.startswith(("sudo", "update"))]
+
+    def test_only_the_missing_packages_of_the_purpose(self):
+        done = self.run_script("render")
+        self.assertEqual(done.returncode, 3, done.stderr)
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha"])
+        self.assertIn("run: installing alpha\n", done.stderr)
+        self.assertNotIn("Reading package lists", done.stdout + done.stderr)
+
+    def test_the_tests_need_more(self):
+        self.run_script("test", "text")
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha gamma"])
+
+    def test_nothing_missing_nothing_said(self):
+        self.installed.write_text("alpha\nbeta-dev\n")
+        self.assertNotIn("install", self.run_script("render").stderr)
+        self.assertEqual(self.calls.read_text(), "")
+
+    def test_refuses_when_told_to(self):
+        done = self.run_script("--no-install", "render")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertEqual(done.stderr, "run: these packages are missing (and --no-install is given): alpha\n")
+        self.assertEqual(self.calls.read_text(), "")
+
+    def test_refusal_needs_no_package_when_none_is_missing(self):
+        self.installed.write_text("alpha\nbeta-dev\n")
+        self.assertEqual(self.run_script("--no-install", "render").returncode, 3)
+
+    def test_tries_again_with_fresh_lists(self):
+        self.failures.write_text("1\n")
+        done = self.run_script("render")
+        self.assertEqual(done.returncode, 3, done.stderr)
+        calls = [call for call in self.calls.read_text().splitlines() if not call.startswith("sudo")]
+        self.assertEqual(calls[-3:], ["install -y --no-install-recommends alpha", "update",
+                                      "install -y --no-install-recommends alpha"])
+
+    def test_tells_what_failed_and_why(self):
+        self.failures.write_text("2\n")
+        done = self.run_script("render")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertRegex(done.stderr, r"run: failed: .*apt-get .*install -y --no-install-recommends alpha\n"
+                                      r"E: Unable to fetch some archives\n")
+
+    def test_packages_that_changed_are_looked_at_again(self):
+        self.run_script("render")
+        self.write("Scripts/packages.txt", PACKAGES.replace("alpha", "alpha\ndelta"))
+        self.run_script("render")
+        self.assertEqual(self.apt_calls()[-1], "install -y --no-install-recommends delta")
+
+    def as_user(self, *arguments):
+        """Calls ./run as somebody who is not root."""
+        if os.geteuid() != 0:
+            return self.run_script(*arguments)
+        subprocess.run(["chown", "-R", "65534:65534", self.folder], check=True)
+        return self.run_script(*arguments, prefix=[*AS_NOBODY, "env", f"HOME={self.folder}"])
+
+    def test_a_user_goes_through_sudo(self):
+        done = self.as_user("render")
+        self.assertEqual(done.returncode, 3, done.stderr)
+        self.assertIn("sudo -v\n", self.calls.read_text())
+        self.assertRegex(self.calls.read_text(), r"sudo env DEBIAN_FRONTEND=noninteractive apt-get .* install ")
+
+    def test_a_user_whom_sudo_refuses_is_told_the_command(self):
+        self.command("sudo", "exit 1\n")
+        done = self.as_user("render")
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stderr.splitlines()[-1], "run: sudo refused; as root: apt-get install alpha")
+
+    def test_root_needs_no_sudo(self):
+        self.run_script("render")
+        self.assertEqual("sudo" in self.calls.read_text(), os.geteuid() != 0)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,65 @@
+"""Each step of lint lets the sound project pass and finds the fault that it is there for."""
+import unittest
+
+from fixture import FixtureProject
+
+HEADER_SET = """
+add_library(Interfaces INTERFACE)
+target_sources(Interfaces INTERFACE FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR} FILES Alone.h)
+target_link_libraries(Interfaces INTERFACE varno_settings)
+"""
+
+
+class LintTest(FixtureProject):
+    def assert_step(self, name, passes, said=""):
+        done = self.run_script("test", name)
+        self.assertEqual(self.last_line(done), "1 passed, 0 failed" if passes else "0 passed, 1 failed", done.stderr)
+        if said:
+            self.assertRegex(done.stderr, said)
+
+    def test_format(self):
+        self.assert_step("format", passes=True)
+        self.write("Apps/varno/main.cpp", "int main( ) { return 0 ; }\n")
+        self.assert_step("format", passes=False, said=r"main\.cpp:1:.*code should be clang-formatted")
+
+    def test_format_command_mends_it(self):
+        self.write("Apps/varno/main.cpp", "int main( ) {return 0 ; }\n")
+        self.assertEqual(self.run_script("format").returncode, 0)
+        self.assertEqual((self.root / "Apps/varno/main.cpp").read_text(), "int main() {\n    return 0;\n}\n")
+        self.assert_step("format", passes=True)
+
+    def test_comments(self):
+        self.write("Interfaces/IThing.h", "struct IThing {\n    /// Does what is to be done. [any]\n"
+                                          "    virtual void Do() = 0;\n};\n")
+        self.assert_step("comments", passes=True)
+        self.write("Interfaces/IThing.h", "struct IThing {\n    virtual void Do() = 0;\n};\n")
+        self.assert_step("comments", passes=False, said=r"IThing\.h:2: Do: has no /// comment")
+
+    def test_includes(self):
+        self.write("Host/Host.h", "\n")
+        self.write("Source/Bad.h", "\n")
+        self.assert_step("includes", passes=True)
+        self.write("Source/Bad.h", '#include "Host.h"\n')
+        self.assert_step("includes", passes=False, said=r"Source/Bad\.h:1: Source may not include Host/Host\.h")
+
+    def test_text(self):
+        self.assert_step("text", passes=True)
+        self.write("docs/bad.md", "blank \n")
+        self.assert_step("text", passes=False, said=r"docs/bad\.md:1: blanks")
+
+    def test_shell(self):
+        self.assert_step("shell", passes=True)
+        self.write("Scripts/console.sh", (self.root / "Scripts/console.sh").read_text() + "unquoted() { rm $1; }\n")
+        self.assert_step("shell", passes=False, said="Double quote to prevent globbing")
+
+    def test_headers(self):
+        self.write("CMakeLists.txt", (self.root / "CMakeLists.txt").read_text() + "add_subdirectory(Interfaces)\n")
+        self.write("Interfaces/CMakeLists.txt", HEADER_SET)
+        self.write("Interfaces/Alone.h", "#include <cstdint>\ninline int32_t one() {\n    return 1;\n}\n")
+        self.assert_step("headers", passes=True)
+        self.write("Interfaces/Alone.h", "inline int32_t one() {\n    return 1;\n}\n")
+        self.assert_step("headers", passes=False, said="int32_t. does not name a type")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,74 @@
+"""./run test runs every step it is asked for, counts, and tells at the end what failed and how to repeat it."""
+import unittest
+
+from fixture import FixtureProject
+
+MORE_TESTS = """
+add_test(NAME bad COMMAND sh -c "echo the reason; exit 1")
+add_test(NAME absent COMMAND nowhere_to_be_found)
+add_test(NAME skipped COMMAND sh -c "exit 77")
+set_tests_properties(skipped PROPERTIES SKIP_RETURN_CODE 77)
+add_test(NAME off COMMAND true)
+set_tests_properties(off PROPERTIES DISABLED ON)
+"""
+
+
+class StepsTest(FixtureProject):
+    def test_all_well(self):
+        done = self.run_script("test", "text", "gcc")
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        self.assertRegex(done.stdout, r"\Atext +1 passed +\d+ s\ngcc +1 passed +\d+ s\n2 passed, 0 failed\n\Z")
+
+    def test_a_test_that_did_not_pass_has_failed(self):
+        self.write("Tests/CMakeLists.txt", (self.root / "Tests/CMakeLists.txt").read_text() + MORE_TESTS)
+        done = self.run_script("test", "gcc", "text")
+        self.assertEqual((done.returncode, self.last_line(done)), (1, "2 passed, 4 failed"))
+        self.assertRegex(done.stdout, r"gcc +1 passed, 4 FAILED +\d+ s\ntext +1 passed")
+        self.assertIn("\n  ./run test gcc\n      bad\n      absent\n      skipped\n      off\n", done.stdout)
+        self.assertIn("the reason", done.stderr)
+        self.assertNotIn("good", done.stderr)
+
+    def test_only_a_skipped_test(self):
+        self.write("Tests/CMakeLists.txt", (self.root / "Tests/CMakeLists.txt").read_text() +
+                   'add_test(NAME skipped COMMAND sh -c "exit 77")\n'
+                   "set_tests_properties(skipped PROPERTIES SKIP_RETURN_CODE 77)\n")
+        done = self.run_script("test", "gcc")
+        self.assertEqual((done.returncode, self.last_line(done)), (1, "1 passed, 1 failed"))
+
+    def test_no_tests_at_all(self):
+        self.write("Tests/CMakeLists.txt", "\n")
+        done = self.run_script("test", "gcc")
+        self.assertEqual((done.returncode, self.last_line(done)), (1, "0 passed, 1 failed"))
+
+    def test_a_build_that_fails(self):
+        self.write("Tests/test.cpp", "int main() { return undeclared; }\n")
+        done = self.run_script("test", "gcc", "text")
+        self.assertEqual((done.returncode, self.last_line(done)), (1, "1 passed, 1 failed"))
+        self.assertRegex(done.stderr, "undeclared. was not declared")
+
+    def test_a_stale_report_does_not_count(self):
+        self.run_script("test", "gcc")
+        self.write("Tests/test.cpp", "int main() { return undeclared; }\n")
+        self.assertEqual(self.last_line(self.run_script("test", "gcc")), "0 passed, 1 failed")
+
+    def test_wrong_usage(self):
+        for arguments in (["test", "nonsense"], ["test", "gcc", "--quick"], ["lint", "gcc"], ["coverage", "x"],
+                          ["format", "x"]):
+            done = self.run_script(*arguments)
+            self.assertEqual((done.returncode, done.stdout), (2, ""), arguments)
+            self.assertRegex(done.stderr, r"\Arun: [^\n]+\n\Z")
+
+    def test_names_its_steps(self):
+        done = self.run_script("test", "--list")
+        names = [line.split()[0] for line in done.stdout.splitlines()]
+        for name in ("format", "gcc", "clang", "tidy", "asan-ubsan", "tsan", "coverage", "long", "long-threads"):
+            self.assertIn(name, names)
+
+    def test_continuous_integration_runs_the_same(self):
+        self.write("run", '#!/usr/bin/env bash\nprintf "%s in %s\\n" "$*" "$PWD"\nexit 5\n')
+        done = self.run_script(script=self.root / ".ci/run")
+        self.assertEqual((done.returncode, done.stdout), (5, f"test in {self.root}\n"))
+
+
+if __name__ == "__main__":
+    unittest.main()
