@@ -1,0 +1,53 @@
+/// Renders audio through anything that processes buffers, in guarded memory, and says what it did wrong.
+#ifndef VARNO_TEST_RENDERCHECKER_H
+#define VARNO_TEST_RENDERCHECKER_H
+
+#include "Signal.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace varno::test {
+
+/// Processes one buffer: one pointer per channel, `frames` samples behind each.
+using BufferProcessor =
+    std::function<void(const float* const* inputs, float* const* outputs, int32_t frames)>;
+
+/// How the buffers lie in memory.
+enum class BufferLayout {
+    Separate,    ///< Every buffer on its own.
+    InPlace,     ///< Each output is its channel's input.
+    Crossed,     ///< Each output is the input of the channel after it, the last one's that of the first.
+    SharedInput, ///< All inputs are the first channel's buffer; outputs on their own.
+};
+
+/// How a signal is handed over.
+struct RenderPlan {
+    BufferLayout layout = BufferLayout::Separate;
+    /// Lengths of the buffers, repeated until all frames are done; none for one buffer of all. Lengths below
+    /// 1 are handed over too and must do nothing.
+    std::vector<int32_t> blocks = {};
+    /// Samples by which each buffer lies off the allocator's alignment.
+    std::size_t offset = 0;
+};
+
+/// What came out, and what was wrong: written outside the buffers, an input changed, a sample left unwritten,
+/// a sample that is not finite. Each kind is named once.
+struct RenderOutcome {
+    Signal output;
+    std::vector<std::string> complaints;
+};
+
+/// Renders `input` through `process` as planned. The processor keeps its state from buffer to buffer.
+/// Throws std::invalid_argument where no block of the plan has a frame.
+RenderOutcome renderChecked(const BufferProcessor& process, const Signal& input, const RenderPlan& plan = {});
+
+/// The complaints, one per line; empty without any.
+std::string textOf(const std::vector<std::string>& complaints);
+
+} // namespace varno::test
+
+#endif
