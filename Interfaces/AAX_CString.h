@@ -28,7 +28,11 @@ public:
     AAX_CString& operator=(const AAX_IString& other) override;
     AAX_CString& operator=(const char* text) override;
 
-    AAX_CString& operator=(const AAX_CString& other) = default;
+    /// Not defaulted: that would call the interface's assignment, which has no body.
+    AAX_CString& operator=(const AAX_CString& other) {
+        mText = other.mText;
+        return *this;
+    }
     /// Exchanges the two texts, so that each keeps its storage for the next use: `other` then has the former
     /// text of this one.
     AAX_CString& operator=(AAX_CString&& other) noexcept;
