@@ -1,0 +1,19 @@
+/// Off and on as 0 and 1.
+#ifndef AAX_CBINARYTAPERDELEGATE_H
+#define AAX_CBINARYTAPERDELEGATE_H
+
+#include "AAX_ITaperDelegate.h"
+
+/// Only 0 and what lies below it is false; every normalized value above 0, however small, is true.
+template<class T>
+class AAX_CBinaryTaperDelegate final : public AAX_ITaperDelegate<T> {
+public:
+    AAX_CBinaryTaperDelegate* Clone() const override { return new AAX_CBinaryTaperDelegate(*this); }
+    T GetMaximumValue() const override { return true; }
+    T GetMinimumValue() const override { return false; }
+    T ConstrainRealValue(T value) const override { return value; }
+    T NormalizedToReal(double normalizedValue) const override { return normalizedValue > 0.0; }
+    double RealToNormalized(T value) const override { return value ? 1.0 : 0.0; }
+};
+
+#endif
