@@ -1,0 +1,91 @@
+/// The host's diagnostics channel, for tests.
+#ifndef VARNO_FAKEHOSTSERVICES_H
+#define VARNO_FAKEHOSTSERVICES_H
+
+#include "AAX_CHostServices.h"
+#include "AAX_IACFHostServices.h"
+#include "FakeComponentFactory.h"
+
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// Keeps the trace lines and assertions that reach it, in the order of their arrival.
+class FakeHostServices : public FakeUnknown<AAX_IACFHostServices_V3> {
+public:
+    struct Line {
+        int32_t priority;
+        std::string text;
+        bool operator==(const Line&) const = default;
+    };
+    struct Assertion {
+        std::string file;
+        int32_t line;
+        std::string note;
+        int32_t flags;
+    };
+
+    AAX_Result Trace(int32_t priority, const char* message) override {
+        lines.push_back({priority, message});
+        return traceResult;
+    }
+    AAX_Result StackTrace(int32_t tracePriority, int32_t stackTracePriority, const char* message) override {
+        stackTraces.push_back({tracePriority, message});
+        stackTracePriorities.push_back(stackTracePriority);
+        return stackTraceResult;
+    }
+    AAX_Result HandleAssertFailure(const char* file, int32_t line, const char* note, int32_t flags) override {
+        assertions.push_back({file, line, note, flags});
+        return assertResult;
+    }
+
+    std::vector<Line> lines;
+    std::vector<Line> stackTraces;
+    std::vector<int32_t> stackTracePriorities;
+    std::vector<Assertion> assertions;
+    AAX_Result traceResult = AAX_SUCCESS;
+    AAX_Result stackTraceResult = AAX_SUCCESS;
+    AAX_Result assertResult = AAX_SUCCESS;
+};
+
+/// A host with diagnostics in all versions: each a `services` object of its own, made by a factory.
+class FakeHostWithServices : public FakeHost {
+public:
+    FakeHostWithServices() {
+        offer(IID_IACFComponentFactory, &factory);
+        factory.offer(IID_IAAXHostServicesV1, &version1);
+        factory.offer(IID_IAAXHostServicesV2, &version2);
+        factory.offer(IID_IAAXHostServicesV3, &version3);
+    }
+
+    /// References that others hold to the host or to anything that it has handed out.
+    int32_t allReferences() const {
+        return references() + factory.references() + version1.references() + version2.references() +
+               version3.references();
+    }
+
+    FakeComponentFactory factory{AAXCompID_HostServices};
+    FakeHostServices version1; ///< Receives trace lines.
+    FakeHostServices version2; ///< Receives stack traces.
+    FakeHostServices version3; ///< Receives assertions.
+};
+
+/// Opens the module's diagnostics channel to a host of its own for as long as it lives.
+class ListeningHost {
+public:
+    ListeningHost() { AAX_CHostServices::Set(&mHost); }
+    ListeningHost(const ListeningHost&) = delete;
+    ListeningHost& operator=(const ListeningHost&) = delete;
+    ~ListeningHost() { AAX_CHostServices::Set(nullptr); }
+
+    const std::vector<FakeHostServices::Line>& lines() const { return mHost.version1.lines; }
+    const std::vector<FakeHostServices::Assertion>& assertions() const { return mHost.version3.assertions; }
+
+private:
+    FakeHostWithServices mHost;
+};
+
+} // namespace varno
+
+#endif
