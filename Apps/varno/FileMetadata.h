@@ -22,12 +22,15 @@ struct CuePoint {
 
 /// What an audio file says about itself beside its samples.
 struct FileMetadata {
-    std::map<int, std::string> tags; // by libsndfile's SF_STR_ number
-    std::vector<char> broadcast; // a SF_BROADCAST_INFO record with its coding history; empty if there is none
+    std::map<int, std::string> tags; // text by libsndfile's SF_STR_ number
     std::vector<CuePoint> cues;
+    std::vector<char>
+        instrument; // libsndfile's SF_INSTRUMENT record (key range, loops); empty if there is none
     std::vector<int> channelMap; // libsndfile's SF_CHANNEL_MAP_ numbers, one per channel; empty if not told
-    std::vector<RiffChunk>
-        chunks; // of a WAV or RF64 file: everything that another such file can hold unchanged
+    /// Of a WAV or RF64 file: every chunk that stays true when the samples change, among them the three above
+    /// and the broadcast extension. Another such file takes these instead of the fields above, byte for byte.
+    std::vector<RiffChunk> chunks;
+    std::vector<std::string> tooLarge; // identifiers of chunks that are not among `chunks` for their size
 };
 
 } // namespace varno

@@ -18,7 +18,8 @@ enum class SampleFormat {
     kALaw,   // G.711, 13 bits before companding
     kVorbis, // coded; has no bits per sample
     kOpus,
-    kOther, // read only: ADPCM, MP3 and the like
+    kMpeg,  // MP3 and its kin; read only
+    kOther, // ADPCM and the like, 16 bits or fewer; read only
 };
 
 /// Name as `--format` takes it ("pcm16") or, for formats that cannot be asked for, as people say it
@@ -30,6 +31,9 @@ std::optional<SampleFormat> sampleFormatFromOption(std::string_view text);
 
 /// Bits of an integer format (8 to 32); for the companded ones the bits before companding; 0 for all others.
 int integerBits(SampleFormat format);
+
+/// Bytes that a file holds per sample; 0 for coded formats.
+int storedBytes(SampleFormat format);
 
 /// Bits of amplitude that a sample of this format carries on the signal path, which computes in single
 /// precision: the bits of an integer format; 25 (24-bit mantissa and sign) for floating point and coded

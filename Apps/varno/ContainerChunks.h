@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// Where a chunk of an audio file lies.
+struct ContainerChunk {
+    std::string id; // four characters; of W64's 16-byte identifiers the first four
+    std::int64_t dataOffset = 0;
+    std::int64_t dataBytes = 0; // as the file says; may reach beyond its end
+};
+
+/// The chunks of a file.
+struct ContainerChunks {
+    std::vector<ContainerChunk>
+        chunks; // in file order, up to the first whose start lies beyond the end of the file
+    std::int64_t fileBytes = 0;
+    bool isLittleRiff = false; // WAV or RF64 with the usual byte order
+};
+
+/// Reads the chunk headers of a WAV, RF64, W64, AIFF or CAF file without moving its position; no chunks for
+/// any other file. @param descriptor open for reading, able to seek
+ContainerChunks readContainerChunks(int descriptor);
+
+/// Bytes of samples that the header promises beyond the end of the file; 0 where it promises none, or does
+/// not know: programs that write to a pipe leave a size behind that no file has.
+std::int64_t missingSampleBytes(const ContainerChunks& container);
+
+} // namespace varno

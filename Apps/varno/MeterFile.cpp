@@ -1,0 +1,51 @@
+#include "MeterFile.h"
+
+#include <array>
+#include <charconv>
+
+namespace varno {
+
+namespace {
+
+constexpr int kTimeDecimals = 6;                 // microseconds: unlike for any two frames up to 384 kHz
+constexpr std::size_t kPendingBytes = 64 * 1024; // handed to the system at once
+
+template<typename... Format>
+void appendNumber(std::string& text, Format... numberAndFormat) {
+    std::array<char, 64> digits;
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), numberAndFormat...);
+    text.append(digits.data(), result.ptr);
+}
+
+} // namespace
+
+MeterFile::MeterFile(const std::string& path, Overwrite overwrite, double rateHz,
+                     const std::vector<std::string>& meters)
+    : mFile(path, overwrite),
+      mRateHz(rateHz),
+      mPending("time_s") {
+    for (const std::string& meter : meters)
+        mPending += "," + meter;
+    mPending += '\n';
+}
+
+void MeterFile::addRow(std::int64_t frame, std::span<const float> values) {
+    appendNumber(mPending, static_cast<double>(frame) / mRateHz, std::chars_format::fixed, kTimeDecimals);
+    for (const float value : values) {
+        mPending += ',';
+        appendNumber(mPending, value);
+    }
+    mPending += '\n';
+    if (mPending.size() >= kPendingBytes) {
+        mFile.write(mPending);
+        mPending.clear();
+    }
+}
+
+void MeterFile::commit() {
+    mFile.write(mPending);
+    mPending.clear();
+    mFile.commit();
+}
+
+} // namespace varno
