@@ -70,9 +70,8 @@ class FixtureProject(unittest.TestCase):
         self.root = self.folder / "project"
         for folder in ("Scripts", "cmake"):
             shutil.copytree(ROOT / folder, self.root / folder)
-        for file in ("run", "CMakePresets.json", ".clang-format", ".clang-tidy", ".shellcheckrc"):
-            if (ROOT / file).exists():
-                shutil.copy(ROOT / file, self.root / file)
+        for file in ("run", "CMakePresets.json", ".clang-format", ".clang-tidy"):
+            shutil.copy(ROOT / file, self.root / file)
         (self.root / ".ci").mkdir()
         shutil.copy(ROOT / ".ci/run", self.root / ".ci/run")
         self.write("CMakeLists.txt", CMAKE)
