@@ -1,0 +1,18 @@
+/// A scope for objects of the system that are released later.
+#ifndef AAX_CAUTORELEASEPOOL_H
+#define AAX_CAUTORELEASEPOOL_H
+
+/// On macOS everything that is autoreleased while it lives is released when it goes; elsewhere it does
+/// nothing. Lives on the stack of one function, on the thread that made it. [main]
+class AAX_CAutoreleasePool {
+public:
+    AAX_CAutoreleasePool();
+    AAX_CAutoreleasePool(const AAX_CAutoreleasePool&) = delete;
+    AAX_CAutoreleasePool& operator=(const AAX_CAutoreleasePool&) = delete;
+    ~AAX_CAutoreleasePool();
+
+private:
+    void* mPool; ///< The system's pool, owned; null where there is no such thing.
+};
+
+#endif
