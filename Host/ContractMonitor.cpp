@@ -1,7 +1,5 @@
 #include "ContractMonitor.h"
 
-#include "HostError.h"
-
 #include <utility>
 
 namespace varno {
@@ -73,12 +71,12 @@ std::vector<std::string> ContractMonitor::unmetExpectations() const {
     std::vector<std::string> unmet;
     for (const Expectation& expectation : mExpectedTraces) {
         if (!expectation.met) {
-            unmet.push_back("a trace line with " + quoted(expectation.part));
+            unmet.push_back("a trace line with \"" + expectation.part + "\"");
         }
     }
     for (const Expectation& expectation : mExpectedAssertions) {
         if (!expectation.met) {
-            unmet.push_back("a failed assertion with " + quoted(expectation.part));
+            unmet.push_back("a failed assertion with \"" + expectation.part + "\"");
         }
     }
     return unmet;
@@ -105,7 +103,7 @@ void ContractMonitor::trace(int32_t priority, const char* message) {
         expected = meet(mExpectedTraces, text);
     }
     if (!expected) {
-        report(Contract::Diagnostics, "unexpected trace line " + quoted(text));
+        report(Contract::Diagnostics, "unexpected trace line \"" + text + "\"");
     }
 }
 
@@ -120,7 +118,7 @@ void ContractMonitor::assertFailure(const char* file, int32_t line, const char* 
         expected = meet(mExpectedAssertions, text);
     }
     if (!expected) {
-        report(Contract::Diagnostics, "unexpected failed assertion " + quoted(text) + " at " + place);
+        report(Contract::Diagnostics, "unexpected failed assertion \"" + text + "\" at " + place);
     }
 }
 

@@ -4,11 +4,8 @@
 
 #include "AAX_IACFEffectParameters.h"
 #include "ACF/ACFPtr.h"
-#include "HostReference.h"
-#include "InstanceSetup.h"
 #include "MeterBank.h"
 #include "Module.h"
-#include "PlugInObject.h"
 #include "StoredChunk.h"
 
 #include <atomic>
@@ -22,11 +19,20 @@
 namespace varno {
 
 class AudioContext;
+class DataModel;
 class Editor;
 class InstanceHost;
 class PageTable;
 class ViewContainer;
-struct ValueRequest;
+
+/// How an instance runs.
+struct InstanceSetup {
+    int32_t channels = 2;          ///< Inputs and outputs: chooses the variant.
+    double sampleRateHz = 48000.0; ///< See SampleRateRange.h.
+    int32_t maximumFrames = 512;   ///< Largest buffer given to the routine, at least 1.
+    bool offline = false;          ///< What the controller tells about rendering offline.
+    std::string effectID;          ///< Which effect of the module; empty for the first.
+};
 
 /// What is fixed about a parameter.
 struct ParameterInfo {
@@ -63,7 +69,7 @@ public:
 
     // What it is. [any]
 
-    const Module& module() const { return mTicket.module(); }
+    const Module& module() const { return *mModule; }
     const EffectDescription& effect() const { return *mEffect; }
     const VariantDescription& variant() const { return *mVariant; }
     const InstanceSetup& setup() const { return mSetup; }
@@ -141,25 +147,24 @@ public:
 
 private:
     friend class Editor;
-    using DataModel = PlugInObject<AAX_IACFEffectParameters>;
 
-    void createDataModel();
     void readParameters();
-    void resetPrivateData();
-    void reportUnpostedPorts() const;
-    const std::string& requireParameter(const std::string& id) const;
+    void resetAlgorithm();
+    void requireEveryPortPosted();
+    void requireParameter(const std::string& id) const;
     void generateCoefficients();
-    void answer(const std::vector<ValueRequest>& requests);
+    AAX_CTypeID chunkID() const;
     ChunkIdentity chunkIdentity() const;
-    void setChunk(const StoredChunk& chunk);
-    AAX_Result forwardNotification(AAX_CTypeID type, const void* data, uint32_t size);
+    void processBuffer(const float* const* inputs, float* const* outputs, int32_t offset,
+                       int32_t frames) noexcept;
+    void editorClosed();
 
+    std::shared_ptr<Module> mModule;
     InstanceSetup mSetup;
-    Module::InstanceTicket mTicket;
     const EffectDescription* mEffect;
     const VariantDescription* mVariant;
-    HostReference<InstanceHost> mHost;
-    DataModel mDataModel;
+    ACFPtr<InstanceHost> mHost;
+    std::unique_ptr<DataModel> mDataModel;
     std::vector<ParameterInfo> mParameters;
     std::unique_ptr<AudioContext> mAudio;
     Editor* mEditor = nullptr; ///< The open editor, which is the caller's.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 /// One text for false and one for true, with any number of shorter pairs for small displays.
@@ -19,7 +20,9 @@ public:
           mTrueString(trueString),
           mMaxStringLength(std::max(mFalseString.Length(), mTrueString.Length())) {}
 
-    AAX_CBinaryDisplayDelegate* Clone() const override { return new AAX_CBinaryDisplayDelegate(*this); }
+    std::unique_ptr<AAX_IDisplayDelegate<T>> Clone() const override {
+        return std::make_unique<AAX_CBinaryDisplayDelegate>(*this);
+    }
     bool ValueToString(T value, AAX_CString* outText) const override;
     /// The full text where the longer of the two fits; else that of the widest pair meant for at most
     /// `maxChars` characters, and where there is none that of the narrowest. [any]

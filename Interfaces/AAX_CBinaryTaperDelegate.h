@@ -4,11 +4,15 @@
 
 #include "AAX_ITaperDelegate.h"
 
+#include <memory>
+
 /// Only 0 and what lies below it is false; every normalized value above 0, however small, is true.
 template<class T>
 class AAX_CBinaryTaperDelegate final : public AAX_ITaperDelegate<T> {
 public:
-    AAX_CBinaryTaperDelegate* Clone() const override { return new AAX_CBinaryTaperDelegate(*this); }
+    std::unique_ptr<AAX_ITaperDelegate<T>> Clone() const override {
+        return std::make_unique<AAX_CBinaryTaperDelegate>(*this);
+    }
     T GetMaximumValue() const override { return true; }
     T GetMinimumValue() const override { return false; }
     T ConstrainRealValue(T value) const override { return value; }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <type_traits>
 
 /// real = minimum + (maximum - minimum) x normalized, in double precision. The range may run downwards
@@ -23,7 +24,9 @@ public:
         : mMinimum(minimum),
           mMaximum(maximum) {}
 
-    AAX_CLinearTaperDelegate* Clone() const override { return new AAX_CLinearTaperDelegate(*this); }
+    std::unique_ptr<AAX_ITaperDelegate<T>> Clone() const override {
+        return std::make_unique<AAX_CLinearTaperDelegate>(*this);
+    }
     T GetMaximumValue() const override { return mMaximum; }
     T GetMinimumValue() const override { return mMinimum; }
     T ConstrainRealValue(T value) const override;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <type_traits>
 
 /// Fixed-point numbers with Precision decimal places. SpaceAfter 0: nothing follows the number, the only form
@@ -17,7 +18,9 @@ class AAX_CNumberDisplayDelegate final : public AAX_IDisplayDelegate<T> {
     static_assert(SpaceAfter == 0);
 
 public:
-    AAX_CNumberDisplayDelegate* Clone() const override { return new AAX_CNumberDisplayDelegate(*this); }
+    std::unique_ptr<AAX_IDisplayDelegate<T>> Clone() const override {
+        return std::make_unique<AAX_CNumberDisplayDelegate>(*this);
+    }
     bool ValueToString(T value, AAX_CString* outText) const override;
     /// Cuts what does not fit, and a decimal point that would then stand last. [any]
     bool ValueToString(T value, int32_t maxChars, AAX_CString* outText) const override;

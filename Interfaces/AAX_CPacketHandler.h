@@ -4,6 +4,8 @@
 
 #include "AAX_IPacketHandler.h"
 
+#include <memory>
+
 /// Calls a member of a T (borrowed; it outlives the handler) with the packet alone or with the parameter's
 /// identifier and the packet.
 template<class T>
@@ -19,7 +21,9 @@ public:
         : mObject(object),
           mParamPacketMember(member) {}
 
-    AAX_CPacketHandler* Clone() const override { return new AAX_CPacketHandler(*this); }
+    std::unique_ptr<AAX_IPacketHandler> Clone() const override {
+        return std::make_unique<AAX_CPacketHandler>(*this);
+    }
     /// Returns what the member returns, or AAX_ERROR_NULL_OBJECT without an object or a member. [main]
     AAX_Result Call(AAX_CParamID paramID, AAX_CPacket& packet) const override;
 

@@ -36,15 +36,18 @@ public:
     /// The number of parameters. [main]
     int32_t NumParameters() const { return static_cast<int32_t>(mParameters.size()); }
     /// The parameter with an identifier; null for none, also for a null identifier. [main]
-    AAX_IParameter* GetParameterByID(AAX_CParamID identifier);
-    const AAX_IParameter* GetParameterByID(AAX_CParamID identifier) const;
+    AAX_IParameter* GetParameterByID(AAX_CParamID identifier) { return Find(identifier); }
+    const AAX_IParameter* GetParameterByID(AAX_CParamID identifier) const { return Find(identifier); }
     /// The index of the parameter with an identifier; -1 for none, also for a null identifier. [main]
     int32_t GetParameterIndex(AAX_CParamID identifier) const;
     /// The parameter at an index; null for an index out of range. [main]
-    AAX_IParameter* GetParameter(int32_t index);
-    const AAX_IParameter* GetParameter(int32_t index) const;
+    AAX_IParameter* GetParameter(int32_t index) { return At(index); }
+    const AAX_IParameter* GetParameter(int32_t index) const { return At(index); }
 
 private:
+    AAX_IParameter* Find(AAX_CParamID identifier) const;
+    AAX_IParameter* At(int32_t index) const;
+
     AAX_IAutomationDelegate* mAutomationDelegate = nullptr;              ///< Borrowed.
     std::vector<std::unique_ptr<AAX_IParameter>> mParameters;            ///< In index order.
     std::map<std::string, AAX_IParameter*, std::less<>> mParametersByID; ///< Borrowed from mParameters.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <type_traits>
 
 /// Bytes of an identifier with its terminator.
@@ -20,7 +21,9 @@ public:
     /// is cut to its first 31.
     explicit AAX_CParameterValue(AAX_CParamID identifier, T value = T());
 
-    AAX_CParameterValue* Clone() const override { return new AAX_CParameterValue(mIdentifier, mValue); }
+    std::unique_ptr<AAX_IParameterValue> Clone() const override {
+        return std::make_unique<AAX_CParameterValue>(mIdentifier, mValue);
+    }
     AAX_CParamID Identifier() const override { return mIdentifier; }
     bool GetValueAsBool(bool* outValue) const override { return GetValueAs(outValue); }
     bool GetValueAsInt32(int32_t* outValue) const override { return GetValueAs(outValue); }

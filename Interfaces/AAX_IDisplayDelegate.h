@@ -3,6 +3,7 @@
 #define AAX_IDISPLAYDELEGATE_H
 
 #include <cstdint>
+#include <memory>
 
 class AAX_CString;
 
@@ -18,7 +19,7 @@ template<class T>
 class AAX_IDisplayDelegate : public AAX_IDisplayDelegateBase {
 public:
     /// A new copy, owned by the caller. Never null. [any]
-    virtual AAX_IDisplayDelegate* Clone() const = 0;
+    virtual std::unique_ptr<AAX_IDisplayDelegate> Clone() const = 0;
     /// Writes the text of a value. False when it has none. [any]
     virtual bool ValueToString(T value, AAX_CString* outText) const = 0;
     /// Writes the text of a value meant for `maxChars` characters (negative counts as 0). False when it has

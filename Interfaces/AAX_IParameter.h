@@ -3,12 +3,14 @@
 #define AAX_IPARAMETER_H
 
 #include "AAX.h"
+#include "AAX_IParameterValue.h"
 #include "AAX_IString.h"
+
+#include <memory>
 
 class AAX_CString;
 class AAX_IAutomationDelegate;
 class AAX_IDisplayDelegateBase;
-class AAX_IParameterValue;
 class AAX_ITaperDelegateBase;
 
 /// A parameter has a real value in the plug-in's own units, of one type, and a normalized value from 0 to 1,
@@ -22,7 +24,7 @@ class AAX_IParameter {
 public:
     virtual ~AAX_IParameter() = default;
     /// A copy of identifier and current value, owned by the caller. Never null. [main]
-    virtual AAX_IParameterValue* CloneValue() const = 0;
+    virtual std::unique_ptr<AAX_IParameterValue> CloneValue() const = 0;
 
     // What it is.
 

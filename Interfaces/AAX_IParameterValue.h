@@ -5,13 +5,15 @@
 #include "AAX.h"
 #include "AAX_IString.h"
 
-/// The identifier and the real value (in the plug-in's own units) of a parameter at one moment. Whoever
-/// receives one owns it and deletes it. A typed getter succeeds only for the type that the value has.
+#include <memory>
+
+/// The identifier and the real value (in the plug-in's own units) of a parameter at one moment.  A typed
+/// getter succeeds only for the type that the value has.
 class AAX_IParameterValue {
 public:
     virtual ~AAX_IParameterValue() = default;
     /// A new copy of identifier and value, owned by the caller. Never null. [any]
-    virtual AAX_IParameterValue* Clone() const = 0;
+    virtual std::unique_ptr<AAX_IParameterValue> Clone() const = 0;
     /// The identifier of the parameter, at most 31 characters; borrowed, lives as long as this object. [any]
     virtual AAX_CParamID Identifier() const = 0;
     /// Writes the value when it is a bool. False, with nothing written, when it is not or `outValue` is null.

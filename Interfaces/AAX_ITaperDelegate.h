@@ -2,6 +2,8 @@
 #ifndef AAX_ITAPERDELEGATE_H
 #define AAX_ITAPERDELEGATE_H
 
+#include <memory>
+
 /// What tapers of all types have in common.
 class AAX_ITaperDelegateBase {
 public:
@@ -14,7 +16,7 @@ template<class T>
 class AAX_ITaperDelegate : public AAX_ITaperDelegateBase {
 public:
     /// A new copy, owned by the caller. Never null. [any]
-    virtual AAX_ITaperDelegate* Clone() const = 0;
+    virtual std::unique_ptr<AAX_ITaperDelegate> Clone() const = 0;
     /// The real value at the normalized value 1. [any]
     virtual T GetMaximumValue() const = 0;
     /// The real value at the normalized value 0. [any]

@@ -79,7 +79,7 @@ TEST(BinaryDisplay, ReadsItsFullTextsOnly) {
 }
 
 TEST(BinaryDisplay, ClonesItsShortenedTexts) {
-    const std::unique_ptr<AAX_IDisplayDelegate<bool>> clone(withShortenedStrings().Clone());
+    const std::unique_ptr<AAX_IDisplayDelegate<bool>> clone = withShortenedStrings().Clone();
     EXPECT_EQ(textOf(*clone, false, 3), "byp");
 }
 

@@ -38,7 +38,7 @@ TEST(BinaryTaper, TakesWhatIsNotANumberForFalse) {
 }
 
 TEST(BinaryTaper, IsCloned) {
-    const std::unique_ptr<AAX_ITaperDelegate<bool>> clone(Taper().Clone());
+    const std::unique_ptr<AAX_ITaperDelegate<bool>> clone = Taper().Clone();
     EXPECT_TRUE(clone->NormalizedToReal(0.1));
 }
 

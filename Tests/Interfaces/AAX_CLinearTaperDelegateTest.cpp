@@ -90,7 +90,7 @@ TEST(LinearTaper, TakesWhatIsNotANumberForItsLowerBound) {
 }
 
 TEST(LinearTaper, ClonesItsBounds) {
-    const std::unique_ptr<AAX_ITaperDelegate<float>> clone(Taper(-4.0F, 4.0F).Clone());
+    const std::unique_ptr<AAX_ITaperDelegate<float>> clone = Taper(-4.0F, 4.0F).Clone();
     EXPECT_EQ(clone->GetMinimumValue(), -4.0F);
     EXPECT_EQ(clone->GetMaximumValue(), 4.0F);
 }

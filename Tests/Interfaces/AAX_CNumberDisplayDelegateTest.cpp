@@ -68,7 +68,7 @@ TEST(NumberDisplay, AnswersZeroForWhatIsNoNumber) {
 }
 
 TEST(NumberDisplay, IsCloned) {
-    const std::unique_ptr<AAX_IDisplayDelegate<float>> clone(Display().Clone());
+    const std::unique_ptr<AAX_IDisplayDelegate<float>> clone = Display().Clone();
     AAX_CString text;
     EXPECT_TRUE(clone->ValueToString(0.125F, &text));
     EXPECT_STREQ(text.Get(), "0.12");

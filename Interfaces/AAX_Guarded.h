@@ -1,0 +1,25 @@
+/// The border that no exception crosses.
+#ifndef AAX_GUARDED_H
+#define AAX_GUARDED_H
+
+#include "AAX_Errors.h"
+
+#include <utility>
+
+/// The result of the exception being handled, which must be one: the code of an AAX::Exception::ResultError,
+/// AAX_ERROR_UNKNOWN_EXCEPTION for any other. Traces one line at high priority, "<entry> exception caught: "
+/// with the exception's message, or "unknown" where it has none. `entry` names the entry point. [any]
+AAX_Result AAX_ResultOfCurrentException(const char* entry) noexcept;
+
+/// Runs the body of an entry point that the host calls. Returns what `body` returns, an AAX_Result, or the
+/// result of what it throws, traced under the name `entry`. [any]
+template<class Body>
+AAX_Result AAX_Guarded(const char* entry, Body&& body) noexcept {
+    try {
+        return std::forward<Body>(body)();
+    } catch (...) {
+        return AAX_ResultOfCurrentException(entry);
+    }
+}
+
+#endif

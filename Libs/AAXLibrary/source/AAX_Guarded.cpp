@@ -1,0 +1,30 @@
+#include "AAX_Guarded.h"
+
+#include "AAX_CHostServices.h"
+#include "AAX_Exception.h"
+
+#include <exception>
+
+namespace {
+
+void TraceCaught(const char* entry, const char* message) {
+    AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%s exception caught: %s", entry, message);
+}
+
+} // namespace
+
+AAX_Result AAX_ResultOfCurrentException(const char* entry) noexcept {
+    try {
+        throw;
+    } catch (const AAX::Exception::ResultError& error) {
+        TraceCaught(entry, error.What());
+        return error.Result();
+    } catch (const AAX::Exception::Any& error) {
+        TraceCaught(entry, error.What());
+    } catch (const std::exception& error) {
+        TraceCaught(entry, error.what());
+    } catch (...) {
+        TraceCaught(entry, "unknown");
+    }
+    return AAX_ERROR_UNKNOWN_EXCEPTION;
+}
