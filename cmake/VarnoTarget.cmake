@@ -29,10 +29,10 @@ if(VARNO_COVERAGE)
   target_link_options(varno_settings INTERFACE --coverage)
 endif()
 
-# varno_headers(TARGET DIRECTORY): every header of the directory becomes part of the target's interface and is
-# compiled alone by the target all_verify_interface_header_sets.
+# varno_headers(TARGET DIRECTORY): every header of the directory, not of those below it, becomes part of the target's
+# interface and is compiled alone by the target all_verify_interface_header_sets.
 function(varno_headers target directory)
-  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${directory}/*.h)
+  file(GLOB headers CONFIGURE_DEPENDS ${directory}/*.h)
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${directory} FILES ${headers})
 endfunction()
 

@@ -1,5 +1,7 @@
 #include "DemoGain_PresetText.h"
 
+#include "DataModelFixture.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -192,6 +194,85 @@ TEST(PresetTextParse, readsAPointInEveryLocale) {
     const std::optional<Values> parsed = Parse(textOf(plainValues()));
     std::locale::global(before);
     EXPECT_EQ(parsed, kPlain);
+}
+
+// On a data model.
+
+class PresetTextOnModel : public testing::Test {
+protected:
+    PresetTextOnModel() { EXPECT_EQ(fixture.initialize(), AAX_SUCCESS); }
+
+    varno::test::DataModelFixture fixture;
+};
+
+TEST_F(PresetTextOnModel, writesFiveLinesWithoutALastLineFeed) {
+    EXPECT_EQ(Write(*fixture.model),
+              "Varno-S 030001\n"
+              "Gain 0.5000000000 Volume 0.5000000000 Hipass 0.0000000000 Band 0.0000000000\n"
+              "Attack 0.5000000000 Release 0.5000000000 UK 0.0000000000 Hottitude 0.0700000003\n"
+              "Ratio 0.5000000000 Mix 0.0000000000 Auto 0.0000000000 HarmSw 0.0000000000\n"
+              "LinkSw 0.0000000000");
+}
+
+TEST_F(PresetTextOnModel, writesTenDigitsAsTheCLibraryDoes) {
+    std::mt19937 random(2);
+    for (int i = 0; i < 1000; ++i) {
+        const double value = static_cast<float>(random()) / static_cast<float>(std::mt19937::max());
+        fixture.automate("LinkSw", i == 0 ? 1.0 : value);
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "\nLinkSw %.10f", fixture.value("LinkSw"));
+        ASSERT_TRUE(Write(*fixture.model).ends_with(expected)) << expected;
+    }
+}
+
+TEST_F(PresetTextOnModel, writesAPointInEveryLocale) {
+    const std::string plain = Write(*fixture.model);
+    const std::locale before = std::locale::global(std::locale(std::locale(), new DecimalComma));
+    const std::string withComma = Write(*fixture.model);
+    std::locale::global(before);
+    EXPECT_EQ(withComma, plain);
+}
+
+TEST_F(PresetTextOnModel, writesNothingForAModelWithoutParameters) {
+    varno::test::DataModelFixture empty;
+    EXPECT_EQ(Write(*empty.model), "");
+    EXPECT_EQ(Apply(kPlain, *empty.model), AAX_ERROR_INVALID_PARAMETER_ID);
+}
+
+TEST_F(PresetTextOnModel, asksForEachValueInItsOrder) {
+    EXPECT_EQ(Apply(kPlain, *fixture.model), AAX_SUCCESS);
+    const char* const order[] = {"Gain", "Volume", "HP",  "Band", "Atk", "Rls",   "UK",
+                                 "Hot",  "Ratio",  "Mix", "ASw",  "HSw", "LinkSw"};
+    ASSERT_EQ(fixture.automation.requests.size(), std::size(order));
+    for (size_t i = 0; i < std::size(order); ++i) {
+        EXPECT_EQ(fixture.automation.requests[i].first, order[i]);
+        EXPECT_EQ(fixture.automation.requests[i].second, static_cast<double>(kPlain[i]));
+    }
+}
+
+TEST_F(PresetTextOnModel, givesTheFirstValueToGainWhateverItsLabel) {
+    std::string text = Write(*fixture.model);
+    text.replace(text.find("Gain 0.5"), 8, "Volume 1");
+    text.replace(text.find("Volume 0.5"), 10, "Gain 0.125");
+    Apply(Parse(text).value(), *fixture.model);
+    fixture.answer();
+    EXPECT_EQ(fixture.value("Gain"), 1.0);
+    EXPECT_EQ(fixture.value("Volume"), 0.125);
+}
+
+TEST_F(PresetTextOnModel, comesBackAsItWasWritten) {
+    std::mt19937 random(3);
+    for (const Item& item : kItems) {
+        fixture.automate(item.mParameterID, static_cast<double>(random()) / std::mt19937::max());
+    }
+    const std::string text = Write(*fixture.model);
+    varno::test::DataModelFixture other;
+    other.initialize();
+    Apply(Parse(text).value(), *other.model);
+    other.answer();
+    for (const Item& item : kItems) {
+        EXPECT_NEAR(other.value(item.mParameterID), fixture.value(item.mParameterID), 1e-7) << item.mLabel;
+    }
 }
 
 // The C library's own scan as the judge.

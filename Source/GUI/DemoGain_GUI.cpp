@@ -1,0 +1,5 @@
+#include "DemoGain_GUI.h"
+
+IACFUnknown* DemoGain_GUI::Create() {
+    return nullptr;
+}
