@@ -1,0 +1,19 @@
+/// What the host tells about itself while the module is described.
+#ifndef AAX_IDESCRIPTIONHOST_H
+#define AAX_IDESCRIPTIONHOST_H
+
+#include "AAX.h"
+#include "AAX_IFeatureInfo.h"
+
+#include <memory>
+
+class AAX_IDescriptionHost {
+public:
+    virtual ~AAX_IDescriptionHost() = default;
+    /// What the host tells about the feature `featureID`, owned by the caller; null when the host does not
+    /// know the feature or has no such interface. [main]
+    virtual std::unique_ptr<const AAX_IFeatureInfo>
+    AcquireFeatureProperties(const acfUID& featureID) const = 0;
+};
+
+#endif

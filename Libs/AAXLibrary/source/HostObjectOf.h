@@ -1,0 +1,13 @@
+/// The host's object behind a wrapper.
+#ifndef AAX_HOSTOBJECTOF_H
+#define AAX_HOSTOBJECTOF_H
+
+#include "ACF/IACFUnknown.h"
+
+/// The host's object behind `wrapper` (may be null), borrowed; null when there is none. [main]
+template<class Wrapper>
+IACFUnknown* HostObjectOf(const Wrapper* wrapper) {
+    return wrapper != nullptr ? wrapper->HostObject() : nullptr;
+}
+
+#endif
