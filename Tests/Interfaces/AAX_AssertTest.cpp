@@ -28,7 +28,7 @@ TEST(AAX_AssertTest, FileIsNamedFromTheSourceRoot) {
 TEST(AAX_AssertTest, TextStandsAsWrittenEvenWhereItNamesAMacro) {
     const ListeningHost host;
     const void* parameter = nullptr;
-    AAX_ASSERT(NULL != parameter);
+    AAX_ASSERT(NULL != parameter); // NOLINT(modernize-use-nullptr): the text is what is tested
     ASSERT_EQ(host.assertions().size(), 1U);
     EXPECT_EQ(host.assertions()[0].note, "NULL != parameter");
 }
