@@ -1,5 +1,7 @@
 #include "ContractMonitor.h"
 
+#include "HostError.h"
+
 #include <utility>
 
 namespace varno {
@@ -71,12 +73,12 @@ std::vector<std::string> ContractMonitor::unmetExpectations() const {
     std::vector<std::string> unmet;
     for (const Expectation& expectation : mExpectedTraces) {
         if (!expectation.met) {
-            unmet.push_back("a trace line with \"" + expectation.part + "\"");
+            unmet.push_back("a trace line with " + quoted(expectation.part));
         }
     }
     for (const Expectation& expectation : mExpectedAssertions) {
         if (!expectation.met) {
-            unmet.push_back("a failed assertion with \"" + expectation.part + "\"");
+            unmet.push_back("a failed assertion with " + quoted(expectation.part));
         }
     }
     return unmet;
@@ -103,7 +105,7 @@ void ContractMonitor::trace(int32_t priority, const char* message) {
         expected = meet(mExpectedTraces, text);
     }
     if (!expected) {
-        report(Contract::Diagnostics, "unexpected trace line \"" + text + "\"");
+        report(Contract::Diagnostics, "unexpected trace line " + quoted(text));
     }
 }
 
@@ -118,7 +120,7 @@ void ContractMonitor::assertFailure(const char* file, int32_t line, const char* 
         expected = meet(mExpectedAssertions, text);
     }
     if (!expected) {
-        report(Contract::Diagnostics, "unexpected failed assertion \"" + text + "\" at " + place);
+        report(Contract::Diagnostics, "unexpected failed assertion " + quoted(text) + " at " + place);
     }
 }
 

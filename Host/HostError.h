@@ -3,6 +3,7 @@
 #define HOSTERROR_H
 
 #include <stdexcept>
+#include <string>
 
 namespace varno {
 
@@ -12,6 +13,9 @@ class HostError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// A name or text as it stands in messages: between double quotes. [any]
+std::string quoted(const std::string& text);
 
 } // namespace varno
 

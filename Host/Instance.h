@@ -4,8 +4,11 @@
 
 #include "AAX_IACFEffectParameters.h"
 #include "ACF/ACFPtr.h"
+#include "HostReference.h"
+#include "InstanceSetup.h"
 #include "MeterBank.h"
 #include "Module.h"
+#include "PlugInObject.h"
 #include "StoredChunk.h"
 
 #include <atomic>
@@ -19,20 +22,11 @@
 namespace varno {
 
 class AudioContext;
-class DataModel;
 class Editor;
 class InstanceHost;
 class PageTable;
 class ViewContainer;
-
-/// How an instance runs.
-struct InstanceSetup {
-    int32_t channels = 2;          ///< Inputs and outputs: chooses the variant.
-    double sampleRateHz = 48000.0; ///< See SampleRateRange.h.
-    int32_t maximumFrames = 512;   ///< Largest buffer given to the routine, at least 1.
-    bool offline = false;          ///< What the controller tells about rendering offline.
-    std::string effectID;          ///< Which effect of the module; empty for the first.
-};
+struct ValueRequest;
 
 /// What is fixed about a parameter.
 struct ParameterInfo {
@@ -69,7 +63,7 @@ public:
 
     // What it is. [any]
 
-    const Module& module() const { return *mModule; }
+    const Module& module() const { return mTicket.module(); }
     const EffectDescription& effect() const { return *mEffect; }
     const VariantDescription& variant() const { return *mVariant; }
     const InstanceSetup& setup() const { return mSetup; }
@@ -147,24 +141,25 @@ public:
 
 private:
     friend class Editor;
+    using DataModel = PlugInObject<AAX_IACFEffectParameters>;
 
+    void createDataModel();
     void readParameters();
-    void resetAlgorithm();
-    void requireEveryPortPosted();
-    void requireParameter(const std::string& id) const;
+    void resetPrivateData();
+    void reportUnpostedPorts() const;
+    const std::string& requireParameter(const std::string& id) const;
     void generateCoefficients();
-    AAX_CTypeID chunkID() const;
+    void answer(const std::vector<ValueRequest>& requests);
     ChunkIdentity chunkIdentity() const;
-    void processBuffer(const float* const* inputs, float* const* outputs, int32_t offset,
-                       int32_t frames) noexcept;
-    void editorClosed();
+    void setChunk(const StoredChunk& chunk);
+    AAX_Result forwardNotification(AAX_CTypeID type, const void* data, uint32_t size);
 
-    std::shared_ptr<Module> mModule;
     InstanceSetup mSetup;
+    Module::InstanceTicket mTicket;
     const EffectDescription* mEffect;
     const VariantDescription* mVariant;
-    ACFPtr<InstanceHost> mHost;
-    std::unique_ptr<DataModel> mDataModel;
+    HostReference<InstanceHost> mHost;
+    DataModel mDataModel;
     std::vector<ParameterInfo> mParameters;
     std::unique_ptr<AudioContext> mAudio;
     Editor* mEditor = nullptr; ///< The open editor, which is the caller's.

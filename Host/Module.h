@@ -2,21 +2,26 @@
 #ifndef MODULE_H
 #define MODULE_H
 
+#include "HostContext.h"
 #include "HostOptions.h"
+#include "HostReference.h"
 #include "ModuleDescription.h"
 #include "ModuleEntryPoints.h"
 
+#include <atomic>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 namespace varno {
 
-struct HostContext;
 class ModuleBinary;
 class ModuleHost;
 
 /// Started, described, and shut down at its end. Everything made from a module holds it, so it ends after the
-/// last instance. Calls on one module come from one thread at a time. [main]
+/// last instance. A description that contradicts itself is reported, and used as far as it goes. Routines for
+/// the adding and removing of instances and for the background are not called. Calls on one module come from
+/// one thread at a time. [main]
 class Module {
 public:
     /// Opens a bundle folder such as `Varno-S.aaxplugin`. Throws HostError when it cannot be found, loaded,
@@ -34,30 +39,47 @@ public:
     /// What the module told.
     const ModuleDescription& description() const { return mDescription; }
     /// Where violations go; outlives the module.
-    std::shared_ptr<ContractMonitor> monitor() const;
+    const std::shared_ptr<ContractMonitor>& monitor() const { return mContext->monitor; }
     /// What this host offers to the module.
-    const HostOptions& options() const;
+    const HostOptions& options() const { return mContext->options; }
+    /// What all objects made for this module share.
+    const std::shared_ptr<HostContext>& context() const { return mContext; }
+    /// The module's table of functions.
+    const ModuleEntryPoints& entryPoints() const { return mEntryPoints; }
     /// The number of the module's live objects, as it tells. [any]
     int32_t liveObjects() const;
     /// The file of a resource; empty when the module has no resource folder.
     std::filesystem::path resourcePath(const std::string& fileName) const;
-    /// The module's table of functions.
-    const ModuleEntryPoints& entryPoints() const { return mEntryPoints; }
-    /// What the objects made for this module share.
-    const std::shared_ptr<HostContext>& context() const { return mContext; }
+
+    /// Counts an instance as long as it lives; with the last one the module's live objects must be gone.
+    class InstanceTicket {
+    public:
+        explicit InstanceTicket(std::shared_ptr<Module> module);
+        InstanceTicket(const InstanceTicket&) = delete;
+        InstanceTicket& operator=(const InstanceTicket&) = delete;
+        ~InstanceTicket();
+
+        const Module& module() const { return *mModule; }
+
+    private:
+        std::shared_ptr<Module> mModule;
+    };
 
 private:
-    Module(std::unique_ptr<ModuleBinary> binary, const ModuleEntryPoints& entryPoints, HostOptions options);
+    Module(std::unique_ptr<ModuleBinary> binary, const ModuleEntryPoints& entryPoints, HostOptions options,
+           std::filesystem::path resources, std::string name);
 
-    void start();
+    void requireSuccess(ACFRESULT result, const char* entryPoint) const;
+    void requireNoLiveObjects(const char* when) const;
     void describe();
-    void end() noexcept;
 
     std::unique_ptr<ModuleBinary> mBinary; ///< Null for a linked-in module.
     ModuleEntryPoints mEntryPoints;
+    std::string mName; ///< For messages.
     std::shared_ptr<HostContext> mContext;
-    ModuleHost* mHost = nullptr; ///< One reference owned.
+    HostReference<ModuleHost> mHost;
     ModuleDescription mDescription;
+    std::atomic<int32_t> mInstances{0};
 };
 
 } // namespace varno

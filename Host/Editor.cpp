@@ -1,0 +1,84 @@
+#include "Editor.h"
+
+#include "Instance.h"
+#include "InstanceHost.h"
+
+namespace varno {
+
+Editor::Editor(Instance& instance, std::unique_ptr<Object> object, ViewContainer& container)
+    : mInstance(&instance),
+      mObject(std::move(object)) {
+    mInstance->mEditor = this;
+    setContainer(&container);
+}
+
+Editor::~Editor() {
+    close();
+}
+
+void Editor::close() {
+    if (mInstance == nullptr) {
+        return;
+    }
+    const MainGate::Scope scope(mInstance->host().state().gate, "Editor::close");
+    setContainer(nullptr);
+    mObject.reset();
+    mInstance->mEditor = nullptr;
+    mInstance = nullptr;
+}
+
+void Editor::setContainer(ViewContainer* container) {
+    if (mInstance == nullptr) {
+        return;
+    }
+    const MainGate::Scope scope(mInstance->host().state().gate, "Editor::setContainer");
+    mObject->use().SetViewContainer(container);
+    mContainer = ACFPtr<ViewContainer>::Retain(container);
+}
+
+void Editor::timer() {
+    if (mInstance == nullptr) {
+        return;
+    }
+    const MainGate::Scope scope(mInstance->host().state().gate, "Editor::timer");
+    mObject->use().TimerWakeup();
+}
+
+AAX_Point Editor::size() const {
+    AAX_Point size;
+    if (mInstance != nullptr) {
+        const MainGate::Scope scope(mInstance->host().state().gate, "Editor::size");
+        mObject->use().GetViewSize(&size);
+    }
+    return size;
+}
+
+void Editor::draw(AAX_Rect part) {
+    if (mInstance == nullptr) {
+        return;
+    }
+    const MainGate::Scope scope(mInstance->host().state().gate, "Editor::draw");
+    mObject->use().Draw(&part);
+}
+
+void Editor::highlight(const std::string& id, bool isHighlighted, AAX_EHighlightColor colour) {
+    if (mInstance == nullptr) {
+        return;
+    }
+    const MainGate::Scope scope(mInstance->host().state().gate, "Editor::highlight");
+    mObject->use().SetControlHighlightInfo(id.c_str(), static_cast<uint8_t>(isHighlighted), colour);
+}
+
+void Editor::notify(AAX_CTypeID type, const void* data, uint32_t size) {
+    if (mInstance == nullptr) {
+        return;
+    }
+    const MainGate::Scope scope(mInstance->host().state().gate, "Editor::notify");
+    mObject->use().NotificationReceived(type, data, size);
+}
+
+void Editor::parameterUpdated(const std::string& id) {
+    mObject->use().ParameterUpdated(id.c_str());
+}
+
+} // namespace varno

@@ -1,0 +1,25 @@
+/// The host's maker of components.
+#ifndef HOSTCOMPONENTFACTORY_H
+#define HOSTCOMPONENTFACTORY_H
+
+#include "ACF/IACFComponentFactory.h"
+#include "HostObject.h"
+
+namespace varno {
+
+/// Makes host services and page tables. Components are not aggregated: an outer object gives
+/// ACF_E_NOINTERFACE. [main]
+class HostComponentFactory final : public Facet<IACFComponentFactory> {
+public:
+    HostComponentFactory(IACFUnknown& owner, std::shared_ptr<HostContext> context);
+
+    ACFRESULT CreateComponent(IACFUnknown* outer, const acfCLSID& classID, const acfIID& iid,
+                              void** outObject) override;
+
+private:
+    std::shared_ptr<HostContext> mContext;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,12 @@
+#include "HostError.h"
+
+namespace varno {
+
+std::string quoted(const std::string& text) {
+    std::string result = "\"";
+    result += text;
+    result += '"';
+    return result;
+}
+
+} // namespace varno

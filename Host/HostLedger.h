@@ -1,0 +1,32 @@
+/// Which host objects are alive.
+#ifndef HOSTLEDGER_H
+#define HOSTLEDGER_H
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+
+namespace varno {
+
+/// The host's own live-object count, by kind of object, apart from the module's. Safe from any thread; takes
+/// a lock. [any]
+class HostLedger {
+public:
+    /// Enters an object.
+    void add(const char* kind);
+    /// Strikes an object out.
+    void remove(const char* kind);
+    /// All live objects.
+    int32_t total() const;
+    /// The live objects as text, such as "2 property map, 1 controller"; empty when there is none.
+    std::string text() const;
+
+private:
+    mutable std::mutex mMutex;
+    std::map<std::string, int32_t> mLive;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,42 @@
+/// What the parts of an instance's host object share.
+#ifndef INSTANCESTATE_H
+#define INSTANCESTATE_H
+
+#include "HostContext.h"
+#include "InstanceSetup.h"
+#include "MainGate.h"
+#include "MeterBank.h"
+#include "ModuleDescription.h"
+#include "PacketExchange.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+namespace varno {
+
+/// Lives in the host object, which a module may keep longer than it should; so everything here is owned or
+/// copied.
+struct InstanceState {
+    InstanceState(std::shared_ptr<HostContext> sharedContext, const EffectDescription& itsEffect,
+                  const VariantDescription& itsVariant, const InstanceSetup& itsSetup);
+
+    std::shared_ptr<HostContext> context;
+    const EffectDescription effect;
+    const VariantDescription variant;
+    const InstanceSetup setup;
+    MainGate gate;
+    PacketExchange packets;
+    MeterBank meters;
+    std::atomic<int64_t> positionFrames{0};
+    int32_t latencyFrames = 0; ///< [main]
+    /// Hands a notification to the instance's objects; empty while there are none. [main]
+    std::function<AAX_Result(AAX_CTypeID type, const void* data, uint32_t size)> notify;
+
+    /// An integer property of the native routine, 0 when it is not there. [any]
+    int32_t nativeProperty(AAX_EProperty property) const;
+};
+
+} // namespace varno
+
+#endif

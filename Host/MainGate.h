@@ -1,0 +1,52 @@
+/// One [main] call at a time.
+#ifndef MAINGATE_H
+#define MAINGATE_H
+
+#include "ContractMonitor.h"
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace varno {
+
+/// Serialises the [main] calls of one instance: the host's own by a lock that its thread may take again, the
+/// module's by a check, since the module must not be made to wait.
+class MainGate {
+public:
+    explicit MainGate(std::shared_ptr<ContractMonitor> monitor)
+        : mMonitor(std::move(monitor)) {}
+
+    /// The host's calls hold the gate. A violation from the audio thread.
+    class Scope {
+    public:
+        /// `operation` is a literal that names the call.
+        Scope(MainGate& gate, const char* operation);
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+        ~Scope();
+
+    private:
+        MainGate& mGate;
+        std::thread::id mOuterOwner;
+    };
+
+    /// Takes note of a call of the module's: a violation from the audio thread, while another thread holds
+    /// the gate, or after `close`. `operation` is a literal. [any]
+    void check(const char* operation) const;
+    /// From now on every call of the module's is too late. [main]
+    void close() { mIsClosed.store(true, std::memory_order_release); }
+
+private:
+    void checkThread(const char* operation) const;
+
+    std::shared_ptr<ContractMonitor> mMonitor;
+    std::recursive_mutex mMutex;
+    std::atomic<std::thread::id> mOwner{};
+    std::atomic<bool> mIsClosed{false};
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,132 @@
+#include "Module.h"
+
+#include "ACF/ACFPtr.h"
+#include "HostError.h"
+#include "ModuleBinary.h"
+#include "ModuleHost.h"
+
+#include <string>
+
+namespace varno {
+
+namespace {
+
+std::shared_ptr<HostContext> makeContext(HostOptions options, std::filesystem::path resources) {
+    auto context = std::make_shared<HostContext>();
+    context->monitor = options.monitor ? options.monitor : std::make_shared<ContractMonitor>();
+    context->options = std::move(options);
+    context->resources = std::move(resources);
+    return context;
+}
+
+bool isComplete(const ModuleEntryPoints& table) {
+    return table.registerPlugin != nullptr && table.registerComponent != nullptr &&
+           table.getClassFactory != nullptr && table.canUnloadNow != nullptr && table.startup != nullptr &&
+           table.shutdown != nullptr && table.getSDKVersion != nullptr;
+}
+
+} // namespace
+
+std::shared_ptr<Module> Module::open(const std::filesystem::path& bundle, HostOptions options) {
+    auto binary = std::make_unique<ModuleBinary>(bundle);
+    const ModuleEntryPoints entryPoints = binary->entryPoints();
+    const std::filesystem::path resources = binary->resources();
+    const std::string name = "module " + quoted(binary->bundle().string());
+    return std::shared_ptr<Module>(
+        new Module(std::move(binary), entryPoints, std::move(options), resources, name));
+}
+
+std::shared_ptr<Module> Module::linked(const ModuleEntryPoints& entryPoints, HostOptions options) {
+    const std::filesystem::path resources = options.resources;
+    return std::shared_ptr<Module>(
+        new Module(nullptr, entryPoints, std::move(options), resources, "the linked-in module"));
+}
+
+Module::Module(std::unique_ptr<ModuleBinary> binary, const ModuleEntryPoints& entryPoints,
+               HostOptions options, std::filesystem::path resources, std::string name)
+    : mBinary(std::move(binary)),
+      mEntryPoints(entryPoints),
+      mName(std::move(name)),
+      mContext(makeContext(std::move(options), std::move(resources))),
+      mHost(new ModuleHost(mContext), "module host") {
+    if (!isComplete(mEntryPoints)) {
+        throw HostError(mName + ": an entry point is missing, expected seven");
+    }
+    requireSuccess(mEntryPoints.getSDKVersion(&mDescription.sdkVersion), "ACFGetSDKVersion");
+    requireSuccess(mEntryPoints.startup(mHost.get()), "ACFStartup");
+    try {
+        describe();
+    } catch (...) {
+        mEntryPoints.shutdown(mHost.get());
+        throw;
+    }
+}
+
+void Module::requireSuccess(ACFRESULT result, const char* entryPoint) const {
+    if (result != ACF_OK) {
+        throw HostError(mName + ": " + entryPoint + " answered " + std::to_string(result) + ", expected 0");
+    }
+}
+
+void Module::describe() {
+    IACFPluginDefinition* definition = nullptr;
+    const ACFRESULT registered = mEntryPoints.registerPlugin(mHost.get(), &definition);
+    const auto owned = ACFPtr<IACFPluginDefinition>::Adopt(definition);
+    requireSuccess(registered, "ACFRegisterPlugin");
+    if (!owned) {
+        throw HostError(mName + ": ACFRegisterPlugin handed out no definition");
+    }
+    IACFComponentDefinition* component = nullptr;
+    requireSuccess(mEntryPoints.registerComponent(mHost.get(), 0, &component), "ACFRegisterComponent");
+    // Separate components, should a module have any, are nothing that this host can use.
+    ACFPtr<IACFComponentDefinition>::Adopt(component).Reset();
+
+    const uint64_t sdkVersion = mDescription.sdkVersion;
+    mDescription = mHost->description();
+    mDescription.sdkVersion = sdkVersion;
+    for (const std::string& problem : descriptionProblems(mDescription)) {
+        monitor()->report(Contract::Description, problem);
+    }
+}
+
+Module::~Module() {
+    requireNoLiveObjects("at its end");
+    if (liveObjects() != 0 && mBinary != nullptr) {
+        mBinary->keepLoaded();
+    }
+    mEntryPoints.shutdown(mHost.get());
+    mHost.reset();
+    if (mContext->ledger.total() != 0) {
+        monitor()->report(Contract::References,
+                          "host objects alive at the end of the module: " + mContext->ledger.text());
+    }
+}
+
+void Module::requireNoLiveObjects(const char* when) const {
+    const int32_t alive = liveObjects();
+    if (alive != 0) {
+        monitor()->report(Contract::LiveObjects,
+                          mName + " has " + std::to_string(alive) + " live objects " + when + ", expected 0");
+    }
+}
+
+int32_t Module::liveObjects() const {
+    return mEntryPoints.canUnloadNow(mHost.get());
+}
+
+std::filesystem::path Module::resourcePath(const std::string& fileName) const {
+    return mContext->resources.empty() ? std::filesystem::path() : mContext->resources / fileName;
+}
+
+Module::InstanceTicket::InstanceTicket(std::shared_ptr<Module> module)
+    : mModule(std::move(module)) {
+    ++mModule->mInstances;
+}
+
+Module::InstanceTicket::~InstanceTicket() {
+    if (--mModule->mInstances == 0) {
+        mModule->requireNoLiveObjects("after its last instance");
+    }
+}
+
+} // namespace varno

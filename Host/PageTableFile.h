@@ -1,0 +1,78 @@
+/// Files of control-surface page tables.
+#ifndef PAGETABLEFILE_H
+#define PAGETABLEFILE_H
+
+#include "AAX.h"
+#include "PageTable.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// Table type of this host's own: the controls of a surface, page after page.
+inline constexpr AAX_CTypeID kControlSurfaceTable = AAX_FourCC("CtSf");
+
+/// A page table file in memory. The file is XML in UTF-8:
+///
+///     <pageTables>
+///       <effect manufacturer="Mrvk" product="Vdsp" plugIns="VDRm VDRs">
+///         <names parameter="Gain"> <name length="3">Gai</name> ... </names>
+///         ...
+///         <table type="CtSf" pageSize="8">
+///           <page> <control slot="0" parameter="Gain"/> ... </page>
+///           ...
+///         </table>
+///         ...
+///         <layout name="Strip"> <table ...> ... </table> ... </layout>
+///       </effect>
+///     </pageTables>
+///
+/// Identifiers are four-character codes, `plugIns` any number of them separated by blanks. Slots count from 0
+/// and stay below the page size. `names` gives a parameter's shorter names, each under the length in
+/// characters that it is meant for and fits in; they belong to every table of the effect. A value type. [any]
+class PageTableFile {
+public:
+    /// Reads a file. Throws HostError naming the file and what is wrong.
+    static PageTableFile read(const std::filesystem::path& path);
+
+    /// Whether the file has tables of the effect with these identifiers.
+    bool hasEffect(AAX_CTypeID manufacturerID, AAX_CTypeID productID, AAX_CTypeID plugInID) const;
+    /// The effect's table of a type and page size; null when there is none.
+    const PageTableContent* tableOfEffect(AAX_CTypeID manufacturerID, AAX_CTypeID productID,
+                                          AAX_CTypeID plugInID, AAX_CTypeID tableType,
+                                          int32_t pageSize) const;
+    /// The first table of a type and page size in a layout of this name; null when there is none.
+    const PageTableContent* tableOfLayout(const std::string& layoutName, AAX_CTypeID tableType,
+                                          int32_t pageSize) const;
+
+    struct Table {
+        AAX_CTypeID type = 0;
+        int32_t pageSize = 0;
+        PageTableContent content;
+    };
+    struct Layout {
+        std::string name;
+        std::vector<Table> tables;
+    };
+    struct Effect {
+        AAX_CTypeID manufacturerID = 0;
+        AAX_CTypeID productID = 0;
+        std::vector<AAX_CTypeID> plugInIDs;
+        std::vector<Table> tables;
+        std::vector<Layout> layouts;
+    };
+
+    /// Everything in the file, in its order.
+    const std::vector<Effect>& effects() const { return mEffects; }
+
+private:
+    const Effect* find(AAX_CTypeID manufacturerID, AAX_CTypeID productID, AAX_CTypeID plugInID) const;
+
+    std::vector<Effect> mEffects;
+};
+
+} // namespace varno
+
+#endif

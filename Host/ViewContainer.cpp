@@ -1,0 +1,75 @@
+#include "ViewContainer.h"
+
+#include "TellOutput.h"
+
+namespace varno {
+
+ViewContainer::ViewContainer(std::shared_ptr<HostContext> context)
+    : HostObject(std::move(context), "view container") {
+}
+
+void ViewContainer::setView(int32_t type, void* view) {
+    mType = type;
+    mView = view;
+}
+
+AAX_Result ViewContainer::GetModifiers(uint32_t* outModifiers) {
+    return tell(outModifiers, mModifiers);
+}
+
+AAX_Result ViewContainer::SetViewSize(AAX_Point* size) {
+    if (size == nullptr) {
+        return AAX_ERROR_INVALID_VIEW_SIZE;
+    }
+    const AAX_Result result = mSizeHandler ? mSizeHandler(*size) : AAX_SUCCESS;
+    if (result == AAX_SUCCESS) {
+        mSize = *size;
+    }
+    return result;
+}
+
+AAX_Result ViewContainer::take(MouseOffer::Kind kind, const AAX_CParamID* paramIDs, uint32_t count,
+                               uint32_t modifiers) {
+    MouseOffer offer{kind, {}, modifiers};
+    for (uint32_t i = 0; i < count; ++i) {
+        offer.parameters.emplace_back(paramIDs[i] == nullptr ? "" : paramIDs[i]);
+    }
+    mOffers.push_back(offer);
+    return mMouseHandler ? mMouseHandler(offer) : AAX_ERROR_UNIMPLEMENTED;
+}
+
+AAX_Result ViewContainer::HandleParameterMouseDown(AAX_CParamID paramID, uint32_t modifiers) {
+    return take(MouseOffer::Kind::Down, &paramID, 1, modifiers);
+}
+
+AAX_Result ViewContainer::HandleParameterMouseDrag(AAX_CParamID paramID, uint32_t modifiers) {
+    return take(MouseOffer::Kind::Drag, &paramID, 1, modifiers);
+}
+
+AAX_Result ViewContainer::HandleParameterMouseUp(AAX_CParamID paramID, uint32_t modifiers) {
+    return take(MouseOffer::Kind::Up, &paramID, 1, modifiers);
+}
+
+AAX_Result ViewContainer::HandleMultipleParametersMouseDown(const AAX_CParamID* paramIDs, uint32_t count,
+                                                            uint32_t modifiers) {
+    return take(MouseOffer::Kind::Down, paramIDs, count, modifiers);
+}
+
+AAX_Result ViewContainer::HandleMultipleParametersMouseDrag(const AAX_CParamID* paramIDs, uint32_t count,
+                                                            uint32_t modifiers) {
+    return take(MouseOffer::Kind::Drag, paramIDs, count, modifiers);
+}
+
+AAX_Result ViewContainer::HandleMultipleParametersMouseUp(const AAX_CParamID* paramIDs, uint32_t count,
+                                                          uint32_t modifiers) {
+    return take(MouseOffer::Kind::Up, paramIDs, count, modifiers);
+}
+
+void* ViewContainer::interfaceFor(const acfIID& iid) {
+    if (iid == IID_IAAXViewContainerV1) {
+        return static_cast<AAX_IACFViewContainer*>(this);
+    }
+    return iid == IID_IAAXViewContainerV2 ? static_cast<AAX_IACFViewContainer_V2*>(this) : nullptr;
+}
+
+} // namespace varno
