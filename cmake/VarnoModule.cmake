@@ -1,0 +1,59 @@
+# The bundle that hosts load: where its parts lie, and what the binary shows of itself.
+
+# All that a module exports.
+set(VARNO_ENTRY_POINTS
+  ACFCanUnloadNow ACFGetClassFactory ACFGetSDKVersion ACFRegisterComponent ACFRegisterPlugin ACFShutdown ACFStartup)
+
+set(VARNO_BUNDLE ${CMAKE_BINARY_DIR}/Varno-S.aaxplugin)
+if(APPLE)
+  set(VARNO_BUNDLE_BINARY_DIR ${VARNO_BUNDLE}/Contents/MacOS)
+  set(VARNO_BUNDLE_EXECUTABLE Varno-S)
+else()
+  string(TOLOWER ${CMAKE_SYSTEM_PROCESSOR}-${CMAKE_SYSTEM_NAME} platform)
+  set(VARNO_BUNDLE_BINARY_DIR ${VARNO_BUNDLE}/Contents/${platform})
+  set(VARNO_BUNDLE_EXECUTABLE Varno-S.so)
+endif()
+
+# varno_export_only(TARGET SYMBOLS...): the target's binary exports these C symbols and nothing else, lacks none and
+# needs no writing to its code.
+function(varno_export_only target)
+  if(APPLE)
+    list(TRANSFORM ARGN PREPEND _ OUTPUT_VARIABLE lines)
+    list(JOIN lines "\n" text)
+    set(list_file ${CMAKE_CURRENT_BINARY_DIR}/${target}.exports)
+    set(option -Wl,-exported_symbols_list,${list_file})
+  else()
+    list(JOIN ARGN "; " symbols)
+    set(text "{ global: ${symbols}; local: *; };")
+    set(list_file ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+    set(option -Wl,--version-script=${list_file})
+    target_link_options(${target} PRIVATE -Wl,-z,text -Wl,--no-undefined)
+  endif()
+  file(CONFIGURE OUTPUT ${list_file} CONTENT "${text}\n")
+  target_link_options(${target} PRIVATE ${option})
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${list_file})
+endfunction()
+
+# varno_bundle(TARGET): the target's binary becomes that of the bundle.
+function(varno_bundle target)
+  set_target_properties(${target} PROPERTIES
+    PREFIX "" OUTPUT_NAME Varno-S LIBRARY_OUTPUT_DIRECTORY ${VARNO_BUNDLE_BINARY_DIR})
+  if(APPLE)
+    set_target_properties(${target} PROPERTIES SUFFIX "")
+  endif()
+  configure_file(${PROJECT_SOURCE_DIR}/Resources/Info.plist.in ${VARNO_BUNDLE}/Contents/Info.plist @ONLY)
+endfunction()
+
+# varno_bundle_resources(TARGET FILES...): the files (full paths) are copied into the bundle whose binary is the
+# target's.
+function(varno_bundle_resources target)
+  foreach(resource ${ARGN})
+    cmake_path(GET resource FILENAME name)
+    set(copy ${VARNO_BUNDLE}/Contents/Resources/${name})
+    add_custom_command(OUTPUT ${copy}
+      COMMAND ${CMAKE_COMMAND} -E copy ${resource} ${copy} DEPENDS ${resource} VERBATIM)
+    list(APPEND copies ${copy})
+  endforeach()
+  add_custom_target(${target}_resources DEPENDS ${copies})
+  add_dependencies(${target} ${target}_resources)
+endfunction()
