@@ -110,7 +110,15 @@ ctest_progress() {
 # What is left when the tests that passed are taken out.
 ctest_reason() { grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$1" | head -n 200; }
 
-forget_coverage() { find "$root/build/coverage" -name '*.gcda' -delete; }
+# Takes away the counts of earlier runs, and what is left of sources that are no more: gcovr stumbles over both.
+forget_coverage() {
+    local notes
+    find "$root/build/coverage" -name '*.gcda' -delete
+    ninja -C "$root/build/coverage" -t cleandead >/dev/null
+    find "$root/build/coverage" -name '*.gcno' -print0 | while IFS= read -r -d '' notes; do
+        [[ -f ${notes%.gcno}.o ]] || rm "$notes"
+    done
+}
 
 # The least share of lines, in percent, that the tests must execute.
 least_coverage=95

@@ -57,6 +57,18 @@ class CoverageTest(FixtureProject):
         self.assertRegex(done.stdout, r"Source/Product\.h +4 +2 +50%")
         self.assertIn("failed minimum line coverage (got 50.0%, minimum 95.0%)", done.stderr)
 
+    def test_what_is_left_of_a_source_that_is_no_more(self):
+        self.write("Source/Gone.h", PRODUCT)
+        self.write("Tests/gone.cpp", TEST.replace("Product", "Gone"))
+        self.write("Tests/CMakeLists.txt", TESTS_CMAKE.replace("test.cpp", "gone.cpp"))
+        self.run_script("coverage")
+        (self.root / "Source/Gone.h").unlink()
+        (self.root / "Tests/gone.cpp").unlink()
+        self.write("Tests/CMakeLists.txt", TESTS_CMAKE)
+        done = self.run_script("coverage")
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        self.assertNotIn("Gone", done.stdout)
+
     def test_a_failing_test(self):
         self.write("Tests/test.cpp", TEST.replace("count == 100", "count == 1"))
         self.assertEqual(self.run_script("coverage").returncode, 1)
