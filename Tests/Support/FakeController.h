@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <deque>
 #include <vector>
 
 namespace varno::test {
@@ -52,7 +53,12 @@ public:
     AAX_Result PostPacket(AAX_CFieldIndex field, const void* payload, uint32_t size) override {
         const auto* const first = static_cast<const char*>(payload);
         posts.push_back({field, std::vector<char>(first, first + size)});
-        return AAX_SUCCESS;
+        if (postResults.empty()) {
+            return AAX_SUCCESS;
+        }
+        const AAX_Result result = postResults.front();
+        postResults.pop_front();
+        return result;
     }
 
     AAX_Result GetEffectID(AAX_IString*) const override { return AAX_ERROR_UNIMPLEMENTED; }
@@ -75,7 +81,8 @@ public:
 
     float sampleRate = 48000.0F; ///< Hz.
     AAX_Result sampleRateResult = AAX_SUCCESS;
-    std::vector<Post> posts; ///< In the order of their arrival.
+    std::vector<Post> posts;            ///< In the order of their arrival.
+    std::deque<AAX_Result> postResults; ///< What the next posts answer; success when none is left.
 };
 
 } // namespace varno::test

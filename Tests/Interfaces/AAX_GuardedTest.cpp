@@ -1,0 +1,52 @@
+#include "AAX_Guarded.h"
+#include "AAX_Exception.h"
+#include "FakeHostServices.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace varno {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Line = FakeHostServices::Line;
+
+constexpr int32_t kHighPriority = 0x8000000;
+
+TEST(Guarded, AnswersWithTheResultOfItsBody) {
+    const ListeningHost host;
+    EXPECT_EQ(AAX_Guarded("Entry", [] { return AAX_ERROR_FIFO_FULL; }), AAX_ERROR_FIFO_FULL);
+    EXPECT_THAT(host.lines(), IsEmpty());
+}
+
+TEST(Guarded, TurnsAnUnacceptedResultIntoItsCode) {
+    const ListeningHost host;
+    EXPECT_EQ(AAX_Guarded("Entry",
+                          []() -> AAX_Result { throw AAX::Exception::ResultError(AAX_ERROR_NULL_OBJECT); }),
+              AAX_ERROR_NULL_OBJECT);
+    EXPECT_THAT(host.lines(),
+                ElementsAre(Line{kHighPriority, "Entry exception caught: AAX_ERROR_NULL_OBJECT (-20004)"}));
+}
+
+TEST(Guarded, TurnsEverythingElseIntoUnknownException) {
+    const ListeningHost host;
+    EXPECT_EQ(AAX_Guarded("One", []() -> AAX_Result { throw AAX::Exception::Any("odd", "here", "7"); }),
+              AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(AAX_Guarded("Two", []() -> AAX_Result { throw std::out_of_range("too far"); }),
+              AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(AAX_Guarded("Three", []() -> AAX_Result { throw 7; }), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_THAT(host.lines(), ElementsAre(Line{kHighPriority, "One exception caught: odd func:here line:7"},
+                                          Line{kHighPriority, "Two exception caught: too far"},
+                                          Line{kHighPriority, "Three exception caught: unknown"}));
+}
+
+TEST(Guarded, ConvertsWithoutAHostToTell) {
+    EXPECT_EQ(AAX_Guarded("Entry", []() -> AAX_Result { throw std::bad_alloc(); }),
+              AAX_ERROR_UNKNOWN_EXCEPTION);
+}
+
+} // namespace
+} // namespace varno
