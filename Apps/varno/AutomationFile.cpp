@@ -2,16 +2,15 @@
 
 #include "CommandError.h"
 #include "FileTransfer.h"
+#include "NumberText.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <cmath>
 #include <fstream>
 #include <optional>
 #include <string_view>
-#include <system_error>
 
 namespace varno {
 
@@ -43,14 +42,6 @@ std::optional<Fields> split(std::string_view text) {
     return fields;
 }
 
-std::optional<double> decimalNumber(std::string_view text) {
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return value;
-}
-
 // One line of the file and what a message about it says first.
 class Line {
 public:
@@ -73,7 +64,7 @@ public:
 
 private:
     std::int64_t frameAt(std::string_view time, double rateHz) const {
-        const std::optional<double> seconds = decimalNumber(time);
+        const std::optional<double> seconds = numberFromText<double>(time);
         if (!seconds || !std::isfinite(*seconds) || *seconds < 0.0 || *seconds * rateHz > kMostFrames)
             fail("time \"" + std::string(time) + "\" found; expected seconds from the start, 0 or more");
         return static_cast<std::int64_t>(std::floor(*seconds * rateHz + 0.5));

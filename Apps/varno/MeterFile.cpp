@@ -36,15 +36,17 @@ void MeterFile::addRow(std::int64_t frame, std::span<const float> values) {
         appendNumber(mPending, value);
     }
     mPending += '\n';
-    if (mPending.size() >= kPendingBytes) {
-        mFile.write(mPending);
-        mPending.clear();
-    }
+    if (mPending.size() >= kPendingBytes)
+        flush();
+}
+
+void MeterFile::flush() {
+    mFile.write(mPending);
+    mPending.clear();
 }
 
 void MeterFile::commit() {
-    mFile.write(mPending);
-    mPending.clear();
+    flush();
     mFile.commit();
 }
 

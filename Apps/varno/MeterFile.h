@@ -22,6 +22,9 @@ public:
     /// @param frame at which the block starts @param values one per meter @throws WorkError
     void addRow(std::int64_t frame, std::span<const float> values);
 
+    /// Hands all rows to the system, so that a full disk shows before commit(). @throws WorkError
+    void flush();
+
     /// Gives the file its name. @throws WorkError
     void commit();
 

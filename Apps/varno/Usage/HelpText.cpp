@@ -8,7 +8,7 @@ namespace varno {
 namespace {
 
 constexpr int kOptionTextColumn = 25;
-constexpr int kTermTextColumn = 15;
+constexpr int kTermTextColumn = 16;
 constexpr int kExampleIndent = 2;
 constexpr int kExampleTextIndent = 6;
 

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Instance.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// A parameter's value from one frame on.
+struct AutomationStep {
+    std::int64_t frame = 0;
+    std::string parameter;
+    double normalized = 0.0;
+};
+
+/// Runs an instance over a stream in blocks of fixed length, whatever the portions in which the stream comes.
+/// A block is split where a parameter moves, so that it moves at the exact sample.
+class BlockProcessor {
+public:
+    /// Told at the end of each block: its first frame and the most that each meter showed in it.
+    using BlockListener = std::function<void(std::int64_t frame, std::span<const float> meters)>;
+
+    /// @param instance at its start; outlives this object
+    /// @param steps by frame
+    /// @param blockFrames 1 to the instance's maximum
+    BlockProcessor(Instance& instance, std::vector<AutomationStep> steps, int blockFrames);
+
+    void setBlockListener(BlockListener listener) { mListener = std::move(listener); }
+
+    /// Processes the next frames in place. @param channels one pointer per channel
+    void process(float* const* channels, int frames);
+
+    /// Ends the last block, which may be shorter.
+    void finish();
+
+    /// The most that each meter has shown, in the order of the instance's meters.
+    const std::vector<float>& largestMeters() const { return mLargest; }
+
+private:
+    void applySteps();
+    void endBlock();
+
+    Instance& mInstance;
+    std::vector<AutomationStep> mSteps;
+    std::size_t mNextStep = 0;
+    std::int64_t mBlockFrames;
+    std::int64_t mBlockStart = 0;
+    std::int64_t mPosition = 0;
+    std::vector<float*> mChannels; // moved along while processing
+    std::vector<float> mMeters;
+    std::vector<float> mLargest;
+    BlockListener mListener;
+};
+
+} // namespace varno

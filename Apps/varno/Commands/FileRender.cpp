@@ -1,0 +1,220 @@
+#include "FileRender.h"
+
+#include "AudioReader.h"
+#include "AudioWriter.h"
+#include "AutomationFile.h"
+#include "BlockProcessor.h"
+#include "CommandError.h"
+#include "Interruption.h"
+#include "MeterFile.h"
+#include "OutputFormat.h"
+#include "SampleRateRange.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <optional>
+
+namespace varno {
+namespace {
+
+constexpr int kReadFrames = 32768; // decoded, processed and encoded at a time
+// A gain-reduction meter at 1 shows this much.
+constexpr double kGainReductionFullScaleDB = 32.0;
+
+void checkInput(const RenderSession& session, const AudioReader& reader) {
+    const auto& format = reader.format();
+    if (!session.hasVariant(format.channels)) {
+        throw WorkError(reader.name() + ": has " + std::to_string(format.channels) +
+                        " channels; expected 1 (mono) or 2 (stereo)");
+    }
+    if (const auto refusal = sampleRateRefusal(format.rateHz)) {
+        throw WorkError(reader.name() + ": " + *refusal);
+    }
+}
+
+void refuseInputAsOutput(const RenderOptions& options, const RenderTask& task, const AudioReader& reader) {
+    refuseSameFile(reader.identity(), reader.name(), task.output);
+    for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
+        if (*output) {
+            refuseSameFile(reader.identity(), reader.name(), **output);
+        }
+    }
+}
+
+// The moves of --automate as values for the instance; those from the end of the audio on are left out, with a
+// warning.
+std::vector<AutomationStep> automationSteps(const std::string& path, const Instance& instance,
+                                            const AudioFormat& format, RenderReport& report) {
+    std::vector<AutomationStep> steps;
+    std::size_t late = 0;
+    for (const auto& point : readAutomationFile(path, format.rateHz)) {
+        const std::string where = path + ", line " + std::to_string(point.line);
+        const ParameterText text{point.parameter, point.value};
+        const double normalized = normalizedFromText(instance, text, where, kExitWorkFailed);
+        if (point.frame < format.frames) {
+            steps.push_back({point.frame, point.parameter, normalized});
+        } else {
+            ++late;
+        }
+    }
+    if (late > 0) {
+        report.warnings.push_back(path + ": " + std::to_string(late) +
+                                  " of its lines come after the end of " + report.task.output);
+    }
+    return steps;
+}
+
+std::vector<std::string> meterNames(const Instance& instance) {
+    std::vector<std::string> names;
+    for (const auto id : instance.meters().ids()) {
+        names.push_back(codeText(id));
+    }
+    return names;
+}
+
+// The effect describes its meters in the order of the taps.
+std::optional<double> gainReductionDB(const Instance& instance, const std::vector<float>& largest) {
+    std::optional<double> result;
+    const auto& meters = instance.effect().meters;
+    for (std::size_t tap = 0; tap < std::min(meters.size(), largest.size()); ++tap) {
+        if (integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind) ==
+            AAX_eMeterKind_GainReduction) {
+            result = std::max(result.value_or(0.0), largest[tap] * kGainReductionFullScaleDB);
+        }
+    }
+    return result;
+}
+
+// The largest magnitude of the samples and of `peak`. Several maxima side by side, which the compiler keeps
+// in one vector register. A sample that is not a number does not count.
+float peakOf(const float* samples, int count, float peak) {
+    constexpr int kLanes = 8;
+    std::array<float, kLanes> lanes{};
+    int i = 0;
+    for (; i + kLanes <= count; i += kLanes) {
+        for (int lane = 0; lane < kLanes; ++lane) {
+            const auto at = static_cast<std::size_t>(lane);
+            lanes[at] = std::max(lanes[at], std::fabs(samples[i + lane]));
+        }
+    }
+    for (; i < count; ++i) {
+        peak = std::max(peak, std::fabs(samples[i]));
+    }
+    return std::max(peak, *std::max_element(lanes.begin(), lanes.end()));
+}
+
+double peakOf(const AudioBlock& block, double peak) {
+    auto result = static_cast<float>(peak);
+    for (int channel = 0; channel < block.channels(); ++channel) {
+        result = peakOf(block.samples()[channel], block.frames(), result);
+    }
+    return result;
+}
+
+// Input, then silence up to the length of the output.
+class Source {
+public:
+    Source(AudioReader& reader, std::int64_t frames)
+        : mReader(reader),
+          mTailFrames(frames - reader.format().frames) {}
+
+    bool read(AudioBlock& block) {
+        if (mReader.read(block) > 0) {
+            return true;
+        }
+        const auto frames = std::min<std::int64_t>(mTailFrames, block.capacityFrames());
+        mTailFrames -= frames;
+        block.setSilence(static_cast<int>(frames));
+        return frames > 0;
+    }
+
+private:
+    AudioReader& mReader;
+    std::int64_t mTailFrames;
+};
+
+void renderFrames(RenderSession& session, Source source, BlockProcessor& processor, AudioWriter& writer,
+                  RenderReport& report) {
+    AudioBlock block(report.format.channels, kReadFrames);
+    while (source.read(block)) {
+        throwIfInterrupted();
+        report.peakIn = peakOf(block, report.peakIn);
+        processor.process(block.samples(), block.frames());
+        report.peakOut = peakOf(block, report.peakOut);
+        writer.write(block, block.samples());
+        session.advance(static_cast<double>(block.frames()) / report.format.rateHz);
+    }
+    processor.finish();
+}
+
+void addWarnings(const AudioWriter& writer, RenderReport& report) {
+    const auto& output = report.task.output;
+    if (report.clippedSamples > 0) {
+        report.warnings.push_back(output + ": " + std::to_string(report.clippedSamples) +
+                                  " samples clipped; lower Volume, or use --format float");
+    }
+    for (const auto& item : writer.metadataLeftOut()) {
+        report.warnings.push_back(output + ": " + item + " not carried over, since " +
+                                  containerName(report.format.container) + " cannot hold it");
+    }
+}
+
+} // namespace
+
+RenderReport renderFile(RenderSession& session, const RenderTask& task) {
+    throwIfInterrupted();
+    const auto start = std::chrono::steady_clock::now();
+    const auto& options = session.options();
+    AudioReader reader(task.input);
+    checkInput(session, reader);
+    refuseInputAsOutput(options, task, reader);
+
+    const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
+    const std::int64_t frames = reader.format().frames + tailFrames;
+    const auto [format, note] = chooseOutputFormat(reader.format(), task.output, options.format, frames);
+    RenderReport report;
+    report.task = task;
+    report.format = format;
+    report.format.frames = frames;
+    report.isDryRun = options.dryRun;
+    if (!note.empty()) {
+        report.warnings.push_back(note);
+    }
+
+    const auto instance = session.makeInstance(format.channels, format.rateHz);
+    std::vector<AutomationStep> steps;
+    if (options.automation) {
+        steps = automationSteps(*options.automation, *instance, report.format, report);
+    }
+    AudioWriter writer(task.output, report.format, reader.metadata(),
+                       {options.overwrite, options.dither, reader.format().sample});
+    std::optional<MeterFile> meterFile;
+    BlockProcessor processor(*instance, std::move(steps), options.blockFrames);
+    if (options.meters) {
+        meterFile.emplace(*options.meters, options.overwrite, format.rateHz, meterNames(*instance));
+        processor.setBlockListener(
+            [&](std::int64_t frame, std::span<const float> meters) { meterFile->addRow(frame, meters); });
+    }
+    if (options.dryRun) {
+        return report;
+    }
+
+    session.beginProgress(report.format.durationS());
+    renderFrames(session, Source(reader, frames), processor, writer, report);
+    if (meterFile) {
+        meterFile->flush();
+    }
+    writer.commit();
+    if (meterFile) {
+        meterFile->commit();
+    }
+    report.clippedSamples = writer.clippedSamples();
+    report.gainReductionDB = gainReductionDB(*instance, processor.largestMeters());
+    addWarnings(writer, report);
+    report.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return report;
+}
+
+} // namespace varno

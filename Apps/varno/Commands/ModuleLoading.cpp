@@ -1,0 +1,38 @@
+#include "ModuleLoading.h"
+
+#include "CommandError.h"
+#include "Console.h"
+#include "HostError.h"
+#include "ModuleLocation.h"
+
+#include <cstdlib>
+
+namespace varno {
+namespace {
+
+std::optional<std::string> environmentVariable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+} // namespace
+
+std::shared_ptr<Module> loadModule(const CommandLine& line) {
+    try {
+        return Module::open(
+            moduleLocation(line.value("--module"), environmentVariable(kModuleVariable), programFolder()));
+    } catch (const HostError& error) {
+        throw WorkError(error.what());
+    }
+}
+
+void unloadModule(std::shared_ptr<Module> module) {
+    const auto monitor = module->monitor();
+    module.reset();
+    for (const auto& violation : monitor->violations()) {
+        printWarning(std::string("the module breaks a contract (") + contractName(violation.contract) +
+                     "): " + violation.text);
+    }
+}
+
+} // namespace varno

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "AtomicFile.h"
+#include "CommandLine.h"
+#include "Dither.h"
+#include "SampleFormat.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// One file to be rendered into another.
+struct RenderTask {
+    std::string input;
+    std::string output;
+};
+
+inline constexpr const char* kDemoDryFile = "varno-demo-dry.wav";
+inline constexpr const char* kDemoFile = "varno-demo.wav";
+
+/// What `varno render` was asked to do.
+struct RenderOptions {
+    std::vector<RenderTask> tasks;
+    bool isDemo = false; // the one task is the demo, whose input is still to be made
+    int blockFrames = 512;
+    int jobs = 1;
+    double tailS = 0.0;
+    std::optional<SampleFormat> format; // nothing: the input's
+    Dither dither = Dither::kTpdf;
+    Overwrite overwrite = Overwrite::kRefuse;
+    bool dryRun = false;
+    bool quiet = false;
+    bool json = false;
+    std::optional<std::string> automation; // paths of files
+    std::optional<std::string> meters;
+    std::optional<std::string> savePreset;
+    std::optional<std::string> saveState;
+};
+
+/// @throws UsageError where a value is out of range, arguments are missing or too many, options contradict
+///         each other, or two outputs would have the same name
+RenderOptions renderOptions(const CommandLine& line);
+
+} // namespace varno

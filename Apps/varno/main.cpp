@@ -1,0 +1,35 @@
+#include "CommandError.h"
+#include "Commands.h"
+#include "Console.h"
+#include "Interruption.h"
+
+#include <csignal>
+#include <exception>
+
+namespace {
+
+int runAndReport(const std::vector<std::string>& words) {
+    using namespace varno;
+    try {
+        return runProgram(words);
+    } catch (const CommandError& error) {
+        printError(error.what());
+        return error.exitStatus();
+    } catch (const std::exception& error) {
+        printError(error.what());
+        return kExitWorkFailed;
+    }
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    varno::catchInterruptions();
+    const int status = runAndReport({words + 1, words + count});
+    if (const int signal = varno::interruptedBySignal()) {
+        // Ended by the very signal, a shell sees that the user wants to stop and ends its loops too.
+        std::signal(signal, SIG_DFL);
+        std::raise(signal);
+    }
+    return status;
+}
