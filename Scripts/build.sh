@@ -3,9 +3,12 @@
 
 # build_preset PRESET TARGET...: brings the targets up to date.
 build_preset() {
-    # A cache of compilations is used where there is one.
-    ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache
-    only_one "building" "$root/build/$1.lock" configure_and_build "$@"
+    alone_in "$1" configure_and_build "$@"
+}
+
+# alone_in PRESET COMMAND...: runs the command while nobody else builds the preset.
+alone_in() {
+    only_one "building" "$root/build/$1.lock" "${@:2}"
 }
 
 configure_and_build() {
@@ -13,6 +16,8 @@ configure_and_build() {
     shift
     local folder=$root/build/$preset log=$root/build/$preset.log
     cd "$root" || return
+    # A cache of compilations is used where there is one.
+    ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache
     if must_configure "$folder"; then
         say "configuring ($preset)"
         run_logged "$log" discard configure_reason cmake --fresh --preset "$preset" || return

@@ -3,7 +3,7 @@
 
 run_program() {
     local program=$root/build/program/Apps/varno/varno
-    program_is_fresh "$program" || bring_program_up_to_date || exit 1
+    program_is_fresh "$program" || { need_packages program && alone_in program build_program; } || exit 1
     exec "$program" "$@"
 }
 
@@ -22,15 +22,7 @@ program_is_fresh() {
     [[ -z $(find "${parts[@]}" -newer "$stamp" -print -quit) ]]
 }
 
-bring_program_up_to_date() {
-    need_packages program || return
-    mkdir -p "$root/build" || return
-    local started=$stamp.$$
-    : >"$started"
-    if build_preset program varno Varno-S; then
-        mv "$started" "$stamp"
-    else
-        rm -f "$started"
-        return 1
-    fi
+build_program() {
+    : >"$stamp.new"
+    configure_and_build program varno Varno-S && mv "$stamp.new" "$stamp"
 }

@@ -30,9 +30,9 @@ describe_run() {
 processor() { sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1 | grep . || uname -m; }
 
 commit() {
-    local changes=""
-    [[ -z $(git -C "$root" status --porcelain) ]] || changes=" with changes"
-    printf '%s%s' "$(git -C "$root" rev-parse --short HEAD)" "$changes"
+    local changes="" ask=(git -c "safe.directory=*" -C "$root")
+    [[ -z $("${ask[@]}" status --porcelain) ]] || changes=" with changes"
+    printf '%s%s' "$("${ask[@]}" rev-parse --short HEAD)" "$changes"
 }
 
 verification_rows() {
