@@ -28,7 +28,7 @@ Signal rendered(AlgInstance& instance, const Signal& input) {
 }
 
 /// A constant on each channel.
-Signal constant(std::vector<float> values, std::size_t frames) {
+Signal constant(const std::vector<float>& values, std::size_t frames) {
     Signal signal;
     for (const float value : values) {
         signal.emplace_back(frames, value);

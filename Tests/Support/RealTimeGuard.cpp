@@ -77,6 +77,7 @@ using varno::test::RealTimeReport;
     extern "C" [[gnu::visibility("default")]] result counting_##name parameters __asm__(#name);              \
     extern "C" result counting_##name parameters
 
+// NOLINTBEGIN(bugprone-macro-parentheses): lists of parameters and arguments bring their own.
 // The replacement of a function that only notes the call and passes it on.
 #define COUNTED(kind, result, name, parameters, arguments)                                                   \
     INTERPOSED(result, name, parameters) {                                                                   \
@@ -84,52 +85,53 @@ using varno::test::RealTimeReport;
         note(&RealTimeReport::kind, #name);                                                                  \
         return reinterpret_cast<result(*) parameters>(next(slot, #name)) arguments;                          \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 // Memory: looking a function up allocates, so the allocator is reached by the names that the C library keeps
 // for such replacements. The C++ operators and exceptions end up here.
 extern "C" {
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-void* __libc_memalign(std::size_t, std::size_t);
-void __libc_free(void*);
+void* systemMalloc(std::size_t) __asm__("__libc_malloc");
+void* systemCalloc(std::size_t, std::size_t) __asm__("__libc_calloc");
+void* systemRealloc(void*, std::size_t) __asm__("__libc_realloc");
+void* systemMemalign(std::size_t, std::size_t) __asm__("__libc_memalign");
+void systemFree(void*) __asm__("__libc_free");
 }
 
 INTERPOSED(void*, malloc, (std::size_t size)) {
     note(&RealTimeReport::allocations, "malloc");
-    return __libc_malloc(size);
+    return systemMalloc(size);
 }
 
 INTERPOSED(void*, calloc, (std::size_t count, std::size_t size)) {
     note(&RealTimeReport::allocations, "calloc");
-    return __libc_calloc(count, size);
+    return systemCalloc(count, size);
 }
 
 INTERPOSED(void*, realloc, (void* memory, std::size_t size)) {
     note(&RealTimeReport::allocations, "realloc");
-    return __libc_realloc(memory, size);
+    return systemRealloc(memory, size);
 }
 
 INTERPOSED(void*, memalign, (std::size_t alignment, std::size_t size)) {
     note(&RealTimeReport::allocations, "memalign");
-    return __libc_memalign(alignment, size);
+    return systemMemalign(alignment, size);
 }
 
 INTERPOSED(void*, aligned_alloc, (std::size_t alignment, std::size_t size)) {
     note(&RealTimeReport::allocations, "aligned_alloc");
-    return __libc_memalign(alignment, size);
+    return systemMemalign(alignment, size);
 }
 
 INTERPOSED(int, posix_memalign, (void** outMemory, std::size_t alignment, std::size_t size)) {
     constexpr int kNoMemory = 12; // ENOMEM
     note(&RealTimeReport::allocations, "posix_memalign");
-    *outMemory = __libc_memalign(alignment, size);
+    *outMemory = systemMemalign(alignment, size);
     return *outMemory == nullptr ? kNoMemory : 0;
 }
 
 INTERPOSED(void, free, (void* memory)) {
     note(&RealTimeReport::allocations, "free");
-    __libc_free(memory);
+    systemFree(memory);
 }
 
 COUNTED(allocations, void*, mmap, (void* a, std::size_t n, int p, int f, int fd, off_t o),
