@@ -41,10 +41,9 @@ std::string argumentText(const std::reference_wrapper<T>& argument) {
 /// One call as text.
 template<class... Arguments>
 std::string callText(const std::string& name, const Arguments&... arguments) {
-    std::string text = name + "(";
-    const char* separator = "";
-    ((text += separator + argumentText(arguments), separator = ", "), ...);
-    return text + ")";
+    std::string list;
+    ((list += (list.empty() ? "" : ", ") + argumentText(arguments)), ...);
+    return name + "(" + list + ")";
 }
 
 /// Base of a host object whose operations only note their arguments and answer `result`.
@@ -55,8 +54,19 @@ public:
     mutable std::vector<std::string> calls;
     /// What the operations answer.
     AAX_Result result = kHostResult;
+    /// What the operations that make an object hand out, whatever they answer (borrowed; a reference goes
+    /// with it).
+    IACFUnknown* made = nullptr;
 
 protected:
+    AAX_Result handOut(AAX_Result answer, IACFUnknown** outObject) const {
+        if (made != nullptr) {
+            made->AddRef();
+        }
+        *outObject = made;
+        return answer;
+    }
+
     template<class... Arguments>
     AAX_Result note(const char* name, const Arguments&... arguments) const {
         calls.push_back(callText(name, arguments...));

@@ -1,0 +1,54 @@
+#include "AAX_VTransport.h"
+#include "ForwardingCheck.h"
+#include "RecordingTransport.h"
+
+#include <gtest/gtest.h>
+
+namespace varno {
+namespace {
+
+using T = AAX_ITransport;
+
+constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
+constexpr auto kOld = AAX_ERROR_UNIMPLEMENTED;
+
+std::vector<Operation<T>> allOperations() {
+    int64_t* const one = somewhere<int64_t, 1>();
+    int64_t* const two = somewhere<int64_t, 2>();
+    int32_t* const small = somewhere<int32_t, 1>();
+    int32_t* const other = somewhere<int32_t, 2>();
+    const int64_t frames = int64_t{1} << 40;
+    return {
+        operation<T>("GetCurrentTempo", 1, kNull, &T::GetCurrentTempo, somewhere<double>()),
+        operation<T>("GetCurrentMeter", 1, kNull, &T::GetCurrentMeter, small, other),
+        operation<T>("IsTransportPlaying", 1, kNull, &T::IsTransportPlaying, somewhere<bool>()),
+        operation<T>("GetCurrentTickPosition", 1, kNull, &T::GetCurrentTickPosition, one),
+        operation<T>("GetCurrentLoopPosition", 1, kNull, &T::GetCurrentLoopPosition, somewhere<bool>(), one,
+                     two),
+        operation<T>("GetCurrentNativeSampleLocation", 1, kNull, &T::GetCurrentNativeSampleLocation, one),
+        operation<T>("GetCustomTickPosition", 1, kNull, &T::GetCustomTickPosition, one, frames),
+        operation<T>("GetBarBeatPosition", 1, kNull, &T::GetBarBeatPosition, small, other, one, frames),
+        operation<T>("GetTicksPerQuarter", 1, kNull, &T::GetTicksPerQuarter, somewhere<uint32_t>()),
+        operation<T>("GetCurrentTicksPerBeat", 1, kNull, &T::GetCurrentTicksPerBeat, somewhere<uint32_t>()),
+        operation<T>("GetTimelineSelectionStartPosition", 2, kOld, &T::GetTimelineSelectionStartPosition,
+                     one),
+        operation<T>("GetTimeCodeInfo", 2, kOld, &T::GetTimeCodeInfo, somewhere<AAX_EFrameRate>(), small),
+        operation<T>("GetFeetFramesInfo", 2, kOld, &T::GetFeetFramesInfo, somewhere<AAX_EFeetFramesRate>(),
+                     one),
+        operation<T>("IsMetronomeEnabled", 2, kOld, &T::IsMetronomeEnabled, small),
+        operation<T>("GetHDTimeCodeInfo", 3, kOld, &T::GetHDTimeCodeInfo, somewhere<AAX_EFrameRate>(), one),
+    };
+}
+
+TEST(AAX_VTransportTest, ForwardsToTheVersionThatCarriesTheOperation) {
+    expectForwarding<RecordingTransport, T>(
+        {IID_IAAXTransportV1, IID_IAAXTransportV2, IID_IAAXTransportV3}, allOperations(),
+        [](IACFUnknown* host) { return std::make_unique<AAX_VTransport>(host); });
+}
+
+TEST(AAX_VTransportTest, VirtualSlotsHaveTheirOrder) {
+    expectConsecutive(slotsOf(allOperations()));
+}
+
+} // namespace
+} // namespace varno
