@@ -1,0 +1,116 @@
+// Saved settings.
+
+#include "AAX_CEffectParameters.h"
+
+#include "EntryPoint.h"
+#include "SavedParameter.h"
+
+#include <cstring>
+
+namespace {
+
+/// Kind of the one chunk there is.
+constexpr AAX_CTypeID kChunkID = AAX_FourCC("elck");
+constexpr char kChunkName[] = "Complete Controls State";
+static_assert(sizeof(kChunkName) <= sizeof(AAX_SPlugInChunk::fName));
+
+} // namespace
+
+void AAX_CEffectParameters::FilterParameterIDOnSave(AAX_CParamID paramID) {
+    if (paramID != nullptr) {
+        mFilteredParameters.emplace(paramID);
+    }
+}
+
+AAX_Result AAX_CEffectParameters::GetNumberOfChunks(int32_t* outCount) const {
+    return WriteOut(outCount, 1);
+}
+
+AAX_Result AAX_CEffectParameters::GetChunkIDFromIndex(int32_t index, AAX_CTypeID* outID) const {
+    return index == 0 ? WriteOut(outID, kChunkID)
+                      : WriteOut(outID, AAX_CTypeID{0}, AAX_ERROR_INVALID_CHUNK_INDEX);
+}
+
+void AAX_CEffectParameters::BuildChunkData() {
+    mChunkParser.Clear();
+    VisitSavedParameters(mParameterManager, mFilteredParameters, [this](const AAX_IParameter& parameter) {
+        SaveParameter(parameter, mChunkParser);
+        return true;
+    });
+}
+
+AAX_Result AAX_CEffectParameters::GetChunkSize(AAX_CTypeID chunkID, uint32_t* outSize) {
+    if (outSize == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    *outSize = 0;
+    if (chunkID != kChunkID) {
+        return AAX_ERROR_INVALID_CHUNK_ID;
+    }
+    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+        BuildChunkData();
+        mChunkSize = mChunkParser.GetChunkDataSize();
+        if (mChunkSize < 0) {
+            return AAX_ERROR_INCORRECT_CHUNK_SIZE;
+        }
+        *outSize = static_cast<uint32_t>(mChunkSize);
+        return AAX_SUCCESS;
+    });
+}
+
+AAX_Result AAX_CEffectParameters::GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk* chunk) {
+    if (chunkID != kChunkID) {
+        return AAX_ERROR_INVALID_CHUNK_ID;
+    }
+    if (chunk == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+        BuildChunkData();
+        const int32_t size = mChunkParser.GetChunkDataSize();
+        if (size != mChunkSize || size == 0) {
+            return AAX_ERROR_INCORRECT_CHUNK_SIZE;
+        }
+        chunk->fVersion = mChunkParser.GetChunkVersion();
+        std::memset(chunk->fName, 0, sizeof(chunk->fName));
+        std::memcpy(chunk->fName, kChunkName, sizeof(kChunkName));
+        return mChunkParser.GetChunkData(chunk);
+    });
+}
+
+AAX_Result AAX_CEffectParameters::SetChunk(AAX_CTypeID chunkID, const AAX_SPlugInChunk* chunk) {
+    if (chunkID != kChunkID) {
+        return AAX_ERROR_INVALID_CHUNK_ID;
+    }
+    if (chunk == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    return AAX_Guarded(__func__, [&] {
+        mChunkParser.LoadChunk(chunk);
+        VisitSavedParameters(mParameterManager, mFilteredParameters, [this](AAX_IParameter& parameter) {
+            RestoreParameter(parameter, mChunkParser);
+            return true;
+        });
+        return AAX_SUCCESS;
+    });
+}
+
+AAX_Result AAX_CEffectParameters::CompareActiveChunk(const AAX_SPlugInChunk* chunk, uint8_t* outIsEqual) {
+    if (chunk == nullptr || outIsEqual == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    // Another plug-in's chunk, or another kind, says nothing about these values: it never marks them changed.
+    if (chunk->fChunkID != kChunkID) {
+        *outIsEqual = 1;
+        return AAX_SUCCESS;
+    }
+    *outIsEqual = 0;
+    return AAX_Guarded(__func__, [&] {
+        mChunkParser.LoadChunk(chunk);
+        const bool isEqual = VisitSavedParameters(
+            mParameterManager, mFilteredParameters,
+            [this](const AAX_IParameter& parameter) { return IsParameterAsSaved(parameter, mChunkParser); });
+        *outIsEqual = isEqual ? 1 : 0;
+        return AAX_SUCCESS;
+    });
+}
