@@ -2,7 +2,7 @@
 
 #include "AAX_CHostServices.h"
 #include "AAX_Exception.h"
-#include "AAX_Guard.h"
+#include "AAX_Guarded.h"
 #include "AAX_VCollection.h"
 #include "ACF/CACFUnknown.h"
 
