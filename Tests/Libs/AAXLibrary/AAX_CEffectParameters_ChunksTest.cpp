@@ -1,0 +1,318 @@
+#include "AAX_CEffectParameters.h"
+#include "ChunkRecord.h"
+#include "FakeHostServices.h"
+#include "FakeInstanceHost.h"
+#include "FakeParameter.h"
+#include "PropertySeed.h"
+#include "SampleParameters.h"
+#include "TestEffect.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace varno::test {
+namespace {
+
+using namespace std::string_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr AAX_CTypeID kChunkID = 0x656C636B;
+const std::string kMarker = "\1\1\1\1"s;
+const std::string kGainAndHot = kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0\0\0\x3F\xD0\0\0\0\0\0\0"s;
+
+/// An effect with a master bypass, "Gain" (0.5), "Hot" (0.25) and a switch; what it asks for waits in the
+/// host.
+class EffectWithChunks {
+public:
+    EffectWithChunks() {
+        effect.onInit = [this](TestEffect& self) {
+            self.add(makeBoolParameter(cDefaultMasterBypassID));
+            self.add(makeFloatParameter("Gain", 0.5F));
+            self.add(makeFloatParameter("Hot", 0.25F));
+            return AAX_SUCCESS;
+        };
+        effect.Initialize(&host);
+    }
+    EffectWithChunks(const EffectWithChunks&) = delete;
+    EffectWithChunks& operator=(const EffectWithChunks&) = delete;
+    ~EffectWithChunks() { effect.Uninitialize(); }
+
+    void update(const char* id, double value) {
+        effect.UpdateParameterNormalizedValue(id, value, AAX_eUpdateSource_Unspecified);
+    }
+    ChunkRecord save() {
+        uint32_t size = 0;
+        EXPECT_EQ(effect.GetChunkSize(kChunkID, &size), AAX_SUCCESS);
+        ChunkRecord record(size);
+        EXPECT_EQ(effect.GetChunk(kChunkID, record.get()), AAX_SUCCESS);
+        return record;
+    }
+    bool isAsIn(ChunkRecord& record) {
+        uint8_t isEqual = 7;
+        EXPECT_EQ(effect.CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
+        EXPECT_LE(isEqual, 1);
+        return isEqual == 1;
+    }
+    /// The values that restoring asks for, as "Gain=0.5 Hot=0.25".
+    std::string restore(ChunkRecord& record) {
+        EXPECT_EQ(effect.SetChunk(kChunkID, record.get()), AAX_SUCCESS);
+        std::ostringstream text;
+        for (const auto& [id, value] : std::exchange(host.automation.requests, {})) {
+            text << (text.tellp() > 0 ? " " : "") << id << "=" << value;
+        }
+        return text.str();
+    }
+
+    FakeInstanceHost host;
+    ACFPtr<TestEffect> owned = makeTestEffect();
+    TestEffect& effect = *owned;
+};
+
+TEST(EffectChunks, AreOfOneKind) {
+    EffectWithChunks fixture;
+    int32_t count = 0;
+    EXPECT_EQ(fixture.effect.GetNumberOfChunks(&count), AAX_SUCCESS);
+    EXPECT_EQ(count, 1);
+    AAX_CTypeID id = 0;
+    EXPECT_EQ(fixture.effect.GetChunkIDFromIndex(0, &id), AAX_SUCCESS);
+    EXPECT_EQ(id, kChunkID);
+    for (const int32_t index : {-1, 1}) {
+        id = 7;
+        EXPECT_EQ(fixture.effect.GetChunkIDFromIndex(index, &id), AAX_ERROR_INVALID_CHUNK_INDEX);
+        EXPECT_EQ(id, 0U);
+    }
+}
+
+TEST(EffectChunks, RefuseAnotherKind) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kGainAndHot);
+    const AAX_CTypeID other = AAX_FourCC("elcK");
+    uint32_t size = 7;
+    EXPECT_EQ(fixture.effect.GetChunkSize(other, &size), AAX_ERROR_INVALID_CHUNK_ID);
+    EXPECT_EQ(size, 0U);
+    EXPECT_EQ(fixture.effect.GetChunk(other, record.get()), AAX_ERROR_INVALID_CHUNK_ID);
+    EXPECT_EQ(fixture.effect.SetChunk(other, record.get()), AAX_ERROR_INVALID_CHUNK_ID);
+    EXPECT_THAT(fixture.host.automation.requests, IsEmpty());
+}
+
+TEST(EffectChunks, RefuseNull) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kGainAndHot);
+    uint8_t isEqual = 7;
+    EXPECT_EQ(fixture.effect.GetNumberOfChunks(nullptr), AAX_ERROR_NULL_ARGUMENT);
+    EXPECT_EQ(fixture.effect.GetChunkIDFromIndex(0, nullptr), AAX_ERROR_NULL_ARGUMENT);
+    EXPECT_EQ(fixture.effect.GetChunkSize(kChunkID, nullptr), AAX_ERROR_NULL_ARGUMENT);
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, nullptr), AAX_ERROR_NULL_ARGUMENT);
+    EXPECT_EQ(fixture.effect.SetChunk(kChunkID, nullptr), AAX_ERROR_NULL_ARGUMENT);
+    EXPECT_EQ(fixture.effect.CompareActiveChunk(nullptr, &isEqual), AAX_ERROR_NULL_ARGUMENT);
+    EXPECT_EQ(fixture.effect.CompareActiveChunk(record.get(), nullptr), AAX_ERROR_NULL_ARGUMENT);
+}
+
+TEST(EffectChunks, HoldTheSavedParametersInOrder) {
+    EffectWithChunks fixture;
+    ChunkRecord record = fixture.save();
+    EXPECT_EQ(record.data(), kGainAndHot);
+    EXPECT_EQ(record->fSize, static_cast<int32_t>(kGainAndHot.size()));
+    EXPECT_EQ(record->fVersion, -1) << "building clears the version, deliberately";
+    EXPECT_EQ(record.name(), "Complete Controls State"s + std::string(9, '\0'));
+}
+
+TEST(EffectChunks, LeaveTheHostsPartOfTheHeaderAlone) {
+    EffectWithChunks fixture;
+    ChunkRecord record = fixture.save();
+    EXPECT_EQ(record->fManufacturerID, 0xEEEEEEEEU);
+    EXPECT_EQ(record->fProductID, 0xEEEEEEEEU);
+    EXPECT_EQ(record->fPlugInID, 0xEEEEEEEEU);
+    EXPECT_EQ(record->fChunkID, kChunkID);
+}
+
+TEST(EffectChunks, HaveNoVersionEvenAfterLoadingOne) {
+    EffectWithChunks fixture;
+    ChunkRecord loaded(kGainAndHot);
+    fixture.restore(loaded);
+    EXPECT_EQ(fixture.save()->fVersion, -1);
+}
+
+TEST(EffectChunks, AreRefusedWhenTheSizeWasNotAskedForOrHasChanged) {
+    EffectWithChunks fixture;
+    ChunkRecord record(size_t{500});
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_ERROR_INCORRECT_CHUNK_SIZE);
+    uint32_t size = 0;
+    EXPECT_EQ(fixture.effect.GetChunkSize(kChunkID, &size), AAX_SUCCESS);
+    EXPECT_EQ(fixture.effect.mChunkSize, static_cast<int32_t>(size));
+    fixture.effect.add(makeFloatParameter("New"));
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_ERROR_INCORRECT_CHUNK_SIZE);
+    EXPECT_EQ(record.data(), std::string(500, '\xEE'));
+}
+
+TEST(EffectChunks, HoldTheMarkerAloneWithoutParameters) {
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    uint32_t size = 0;
+    EXPECT_EQ(effect->GetChunkSize(kChunkID, &size), AAX_SUCCESS);
+    EXPECT_EQ(size, 4U);
+    ChunkRecord record(size);
+    EXPECT_EQ(effect->GetChunk(kChunkID, record.get()), AAX_SUCCESS);
+    EXPECT_EQ(record.data(), kMarker);
+    uint8_t isEqual = 0;
+    EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
+    EXPECT_EQ(isEqual, 1) << "nothing can differ";
+}
+
+TEST(EffectChunks, AreRestoredThroughAutomation) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kMarker + "d_Hot\0\0\0\x3F\xE8\0\0\0\0\0\0"s);
+    EXPECT_EQ(fixture.restore(record), "Hot=0.75") << "what has no entry keeps its value";
+    EXPECT_THAT(fixture.host.automation.takeCalls(),
+                testing::IsSupersetOf({"touch Hot", "request Hot 0.75", "release Hot"}));
+}
+
+TEST(EffectChunks, AreRestoredInTheOrderOfTheParameters) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kMarker + "d_Hot\0\0\0\x3F\xE8\0\0\0\0\0\0d_Gain\0\0\x3F\xD0\0\0\0\0\0\0"s);
+    EXPECT_EQ(fixture.restore(record), "Gain=0.25 Hot=0.75");
+}
+
+TEST(EffectChunks, RestoreNeitherForeignNorFilteredNorWronglyTypedEntries) {
+    EffectWithChunks fixture;
+    ChunkRecord record(
+        kMarker + "d_Nobody\0\0\x3F\xE8\0\0\0\0\0\0l_MasterBypassID\0\0\0\0\0\0\0\1f_Gain\0\0\x3F\0\0\0"s);
+    EXPECT_EQ(fixture.restore(record), "");
+}
+
+TEST(EffectChunks, RestoreWhatIsNotANumberAsTheLowerBound) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kMarker + "d_Gain\0\0\x7F\xF8\0\0\0\0\0\0d_Hot\0\0\0\x7F\xE0\0\0\0\0\0\0"s);
+    EXPECT_EQ(fixture.restore(record), "Gain=0 Hot=1") << "and 9e307 as the upper";
+}
+
+TEST(EffectChunks, RestoreNothingFromWhatIsNoChunk) {
+    EffectWithChunks fixture;
+    for (const std::string& data : {""s, "\1\1\1"s, kMarker, "\1\1\1\2d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s}) {
+        ChunkRecord record(data);
+        EXPECT_EQ(fixture.restore(record), "");
+        EXPECT_FALSE(fixture.isAsIn(record));
+    }
+}
+
+TEST(EffectChunks, RestoreWhatLiesBeforeACut) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kGainAndHot.substr(0, kGainAndHot.size() - 1));
+    EXPECT_EQ(fixture.restore(record), "Gain=0.5");
+}
+
+TEST(EffectChunks, CompareEqualToTheCurrentValues) {
+    EffectWithChunks fixture;
+    ChunkRecord record = fixture.save();
+    EXPECT_TRUE(fixture.isAsIn(record));
+    fixture.update("Gain", static_cast<double>(std::nextafter(0.5F, 1.0F)));
+    EXPECT_FALSE(fixture.isAsIn(record)) << "the smallest step of a float";
+    fixture.update("Gain", 0.5);
+    EXPECT_TRUE(fixture.isAsIn(record));
+    fixture.update(cDefaultMasterBypassID, 1.0);
+    EXPECT_TRUE(fixture.isAsIn(record)) << "the master bypass is not compared";
+}
+
+TEST(EffectChunks, CompareDifferentWhenAValueIsMissing) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s);
+    EXPECT_FALSE(fixture.isAsIn(record));
+    ChunkRecord notANumber(kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0\0\0\x7F\xF8\0\0\0\0\0\0"s);
+    EXPECT_FALSE(fixture.isAsIn(notANumber));
+}
+
+TEST(EffectChunks, CompareEqualToAnotherKind) {
+    EffectWithChunks fixture;
+    ChunkRecord record(std::string_view("nothing like a chunk"));
+    record->fChunkID = AAX_FourCC("oher");
+    EXPECT_TRUE(fixture.isAsIn(record)) << "deliberately never different";
+}
+
+TEST(EffectChunks, SaveAndRestoreEveryType) {
+    FakeInstanceHost host;
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    std::vector<FakeParameter*> fakes;
+    effect->onInit = [&](TestEffect& self) {
+        for (const char* id : {"I", "B", "D", "S", "N"}) {
+            fakes.push_back(self.add(std::make_unique<FakeParameter>(id)));
+        }
+        fakes[0]->asInt32 = -2;
+        fakes[1]->asBool = true;
+        fakes[2]->asDouble = 0.5;
+        fakes[3]->asString = "abc";
+        return AAX_SUCCESS;
+    };
+    effect->Initialize(&host);
+    uint32_t size = 0;
+    EXPECT_EQ(effect->GetChunkSize(kChunkID, &size), AAX_SUCCESS);
+    ChunkRecord record(size);
+    EXPECT_EQ(effect->GetChunk(kChunkID, record.get()), AAX_SUCCESS);
+    EXPECT_EQ(record.data(),
+              kMarker + "l_I\0\xFF\xFF\xFF\xFEl_B\0\0\0\0\1d_D\0\x3F\xE0\0\0\0\0\0\0r_S\0abc\0"s);
+
+    uint8_t isEqual = 0;
+    EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
+    EXPECT_EQ(isEqual, 1);
+    fakes[3]->asString = "xyz";
+    EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
+    EXPECT_EQ(isEqual, 0);
+
+    EXPECT_EQ(effect->SetChunk(kChunkID, record.get()), AAX_SUCCESS);
+    EXPECT_THAT(fakes[0]->sets, ElementsAre("int32 -2"));
+    EXPECT_THAT(fakes[1]->sets, ElementsAre("bool 1"));
+    EXPECT_THAT(fakes[2]->sets, ElementsAre("double 0.5"));
+    EXPECT_THAT(fakes[3]->sets, ElementsAre("string abc"));
+    EXPECT_THAT(fakes[4]->sets, IsEmpty());
+}
+
+TEST(EffectChunks, LetNoExceptionOut) {
+    const ListeningHost listening;
+    EffectWithChunks fixture;
+    ChunkRecord record = fixture.save();
+    FakeParameter* const fake = fixture.effect.add(std::make_unique<FakeParameter>("Fake"));
+    fake->before = [] { throw std::runtime_error("broken"); };
+    uint32_t size = 7;
+    uint8_t isEqual = 7;
+    EXPECT_EQ(fixture.effect.GetChunkSize(kChunkID, &size), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(size, 0U);
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(fixture.effect.SetChunk(kChunkID, record.get()), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(fixture.effect.CompareActiveChunk(record.get(), &isEqual), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(isEqual, 0);
+    std::vector<std::string> lines;
+    for (const auto& line : listening.lines()) {
+        lines.push_back(line.text);
+    }
+    EXPECT_THAT(lines, ElementsAre("GetChunkSize exception caught: broken",
+                                   "GetChunk exception caught: broken", "SetChunk exception caught: broken",
+                                   "CompareActiveChunk exception caught: broken"));
+    fake->before = [] {};
+}
+
+RC_GTEST_PROP(EffectChunksProperty, RestoreWhatTheySaved, ()) {
+    EffectWithChunks fixture;
+    const auto anyValue = [] { return *rc::gen::inRange(0, 1 << 24) / 16777216.0; };
+    fixture.update("Gain", anyValue());
+    fixture.update("Hot", anyValue());
+    ChunkRecord record = fixture.save();
+    fixture.update("Gain", anyValue());
+    fixture.update("Hot", anyValue());
+    RC_ASSERT(fixture.effect.SetChunk(kChunkID, record.get()) == AAX_SUCCESS);
+    for (const auto& [id, value] : std::exchange(fixture.host.automation.requests, {})) {
+        fixture.update(id.c_str(), value);
+    }
+    RC_ASSERT(fixture.isAsIn(record));
+    RC_ASSERT(fixture.save().data() == record.data());
+}
+
+} // namespace
+} // namespace varno::test
