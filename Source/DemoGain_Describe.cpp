@@ -1,12 +1,30 @@
 #include "DemoGain_Describe.h"
 
+#include "AAX_Assert.h"
+#include "AAX_IComponentDescriptor.h"
 #include "AAX_IEffectDescriptor.h"
 #include "AAX_IPropertyMap.h"
+#include "DemoGain_Alg.h"
 #include "DemoGain_DescribeAlgorithm.h"
 #include "DemoGain_GUI.h"
 #include "DemoGain_Parameters.h"
 
+#include <iterator>
+
 namespace {
+
+/// Under this name failed host calls are reported.
+constexpr char kSource[] = "DemoGain_Describe";
+
+/// Reports a failed call of the host's with the line of the caller; the description carries on.
+void ExpectSuccess(AAX_Result err, int32_t line = __builtin_LINE()) {
+    AAX_ReportUnless(err == AAX_SUCCESS, kSource, line, "err == AAX_SUCCESS");
+}
+
+/// A four-character code as the value of a property.
+constexpr int32_t Code(const char (&text)[5]) {
+    return static_cast<int32_t>(AAX_FourCC(text));
+}
 
 constexpr char kManufacturerName[] = "Morvak";
 /// From the longest to the shortest, so that a host can choose what fits.
@@ -29,41 +47,118 @@ constexpr Meter kMeters[] = {
     {AAX_FourCC("ABC4"), "OutRMS", AAX_eMeterKind_Output},
 };
 
+/// What tells one variant from the other.
+struct Variant {
+    AAX_EStemFormat mStemFormat;
+    AAX_CProcessProc mRoutine;
+    int32_t mNativeID;
+    int32_t mOfflineID;
+    int32_t mTiID;
+    const char* mTiModule; ///< A separate build for the host's DSP hardware.
+    int32_t mHost63;
+    int32_t mHost62;
+};
+
+constexpr char kTiEntry[] = "AlgEntry";
+
+template<int kNumChannels>
+AAX_CProcessProc Routine() {
+    return reinterpret_cast<AAX_CProcessProc>(&DemoGain_AlgorithmProcessFunction<kNumChannels, kNumChannels>);
+}
+
+const Variant kVariants[] = {
+    {AAX_eStemFormat_Mono, Routine<1>(), Code("VDRm"), Code("VDAm"), Code("VDTm"), "VarnoDSP_MM_TI.dll", 2184,
+     359},
+    {AAX_eStemFormat_Stereo, Routine<2>(), Code("VDRs"), Code("VDAs"), Code("VDTs"), "VarnoDSP_SS_TI.dll",
+     3622, 524},
+};
+
+void AddFields(AAX_IComponentDescriptor& desc) {
+    ExpectSuccess(desc.AddAudioIn(eAlgFieldID_AudioIn));
+    ExpectSuccess(desc.AddAudioOut(eAlgFieldID_AudioOut));
+    ExpectSuccess(desc.AddAudioBufferLength(eAlgFieldID_BufferSize));
+    ExpectSuccess(desc.AddSampleRate(eAlgFieldID_SampleRate));
+    ExpectSuccess(desc.AddMeters(eAlgFieldID_Meters, cDemoGain_MeterID, std::size(cDemoGain_MeterID)));
+    for (AAX_CFieldIndex field = 0; field < kAlgNumDataInPorts; ++field) {
+        ExpectSuccess(desc.AddDataInPort(field, kAlgDataInPortSize, AAX_eDataInPortType_Buffered));
+    }
+    constexpr uint32_t kNoOptions = 0;
+    ExpectSuccess(desc.AddPrivateData(eAlgFieldID_State, sizeof(SDemoGain_Alg_State), kNoOptions));
+}
+
+void AddRoutines(const Variant& variant, AAX_IComponentDescriptor& desc, AAX_IPropertyMap& props) {
+    ExpectSuccess(props.AddProperty(AAX_eProperty_InputStemFormat, variant.mStemFormat));
+    ExpectSuccess(props.AddProperty(AAX_eProperty_OutputStemFormat, variant.mStemFormat));
+    ExpectSuccess(props.AddProperty(AAX_eProperty_PlugInID_Native, variant.mNativeID));
+    ExpectSuccess(props.AddProperty(AAX_eProperty_PlugInID_Offline, variant.mOfflineID));
+    ExpectSuccess(desc.AddProcessProc_Native(variant.mRoutine, &props, nullptr, nullptr, nullptr));
+
+    // The same map goes on to the second registration, which therefore sees all of it.
+    ExpectSuccess(props.AddProperty(AAX_eProperty_Host63, variant.mHost63));
+    ExpectSuccess(props.AddProperty(AAX_eProperty_Host62, variant.mHost62));
+    ExpectSuccess(props.AddProperty(AAX_eProperty_PlugInID_TI, variant.mTiID));
+    ExpectSuccess(props.AddProperty(AAX_eProperty_Host54, 2));
+    ExpectSuccess(desc.AddProcessProc_TI(variant.mTiModule, kTiEntry, &props, nullptr, nullptr, nullptr));
+}
+
+} // namespace
+
+void DescribeAlgorithmComponent(AAX_EStemFormat inStemFormat, AAX_IComponentDescriptor* outDesc) {
+    AAX_ASSERT_IN(kSource, inStemFormat == AAX_eStemFormat_Mono || inStemFormat == AAX_eStemFormat_Stereo);
+    AddFields(*outDesc);
+    AAX_IPropertyMap* const properties = outDesc->NewPropertyMap();
+    AAX_ASSERT_IN(kSource, properties);
+    if (properties == nullptr) {
+        return;
+    }
+    ExpectSuccess(properties->AddProperty(AAX_eProperty_ManufacturerID, Code("Mrvk")));
+    ExpectSuccess(properties->AddProperty(AAX_eProperty_ProductID, Code("Vdsp")));
+    ExpectSuccess(properties->AddProperty(AAX_eProperty_Host60, 1));
+    ExpectSuccess(properties->AddProperty(AAX_eProperty_Host56, 1));
+    for (const Variant& variant : kVariants) {
+        if (variant.mStemFormat == inStemFormat) {
+            AddRoutines(variant, *outDesc, *properties);
+        }
+    }
+}
+
+namespace {
+
 void AddNames(AAX_IEffectDescriptor& desc) {
     for (const char* name : kEffectNames) {
-        DemoGain_ExpectSuccess(desc.AddName(name));
+        ExpectSuccess(desc.AddName(name));
     }
-    DemoGain_ExpectSuccess(desc.AddCategory(AAX_ePlugInCategory_Dynamics));
+    ExpectSuccess(desc.AddCategory(AAX_ePlugInCategory_Dynamics));
 }
 
 /// One component descriptor serves both variants, one after the other.
 void AddVariants(AAX_IEffectDescriptor& desc, AAX_IComponentDescriptor& comp) {
     for (const AAX_EStemFormat stemFormat : {AAX_eStemFormat_Mono, AAX_eStemFormat_Stereo}) {
-        DemoGain_ExpectSuccess(comp.Clear());
+        ExpectSuccess(comp.Clear());
         DescribeAlgorithmComponent(stemFormat, &comp);
-        DemoGain_ExpectSuccess(desc.AddComponent(&comp));
+        ExpectSuccess(desc.AddComponent(&comp));
     }
 }
 
 void AddProcedures(AAX_IEffectDescriptor& desc) {
-    DemoGain_ExpectSuccess(desc.AddProcPtr(reinterpret_cast<void*>(&DemoGain_Parameters::Create),
-                                           kAAX_ProcPtrID_Create_EffectParameters));
-    DemoGain_ExpectSuccess(desc.AddResourceInfo(AAX_eResourceType_PageTable, kPageTableFile));
-    DemoGain_ExpectSuccess(
+    ExpectSuccess(desc.AddProcPtr(reinterpret_cast<void*>(&DemoGain_Parameters::Create),
+                                  kAAX_ProcPtrID_Create_EffectParameters));
+    ExpectSuccess(desc.AddResourceInfo(AAX_eResourceType_PageTable, kPageTableFile));
+    ExpectSuccess(
         desc.AddProcPtr(reinterpret_cast<void*>(&DemoGain_GUI::Create), kAAX_ProcPtrID_Create_EffectGUI));
 }
 
 AAX_Result AddMeters(AAX_IEffectDescriptor& desc) {
     for (const Meter& meter : kMeters) {
         AAX_IPropertyMap* const properties = desc.NewPropertyMap();
-        AAX_ASSERT_IN(cDemoGain_DescribeSource, properties);
+        AAX_ASSERT_IN(kSource, properties);
         if (properties == nullptr) {
             return AAX_ERROR_NULL_OBJECT;
         }
-        DemoGain_ExpectSuccess(properties->AddProperty(AAX_eProperty_Meter_Kind, meter.mKind));
-        DemoGain_ExpectSuccess(properties->AddProperty(AAX_eProperty_Host201, 1));
-        DemoGain_ExpectSuccess(properties->AddProperty(AAX_eProperty_Host202, 1));
-        DemoGain_ExpectSuccess(desc.AddMeterDescription(meter.mID, meter.mName, properties));
+        ExpectSuccess(properties->AddProperty(AAX_eProperty_Meter_Kind, meter.mKind));
+        ExpectSuccess(properties->AddProperty(AAX_eProperty_Host201, 1));
+        ExpectSuccess(properties->AddProperty(AAX_eProperty_Host202, 1));
+        ExpectSuccess(desc.AddMeterDescription(meter.mID, meter.mName, properties));
     }
     return AAX_SUCCESS;
 }
@@ -72,7 +167,7 @@ AAX_Result DescribeEffect(AAX_ICollection& collection) {
     AAX_IEffectDescriptor* const desc = collection.NewDescriptor();
     AAX_IComponentDescriptor* const comp = desc != nullptr ? desc->NewComponentDescriptor() : nullptr;
     AAX_Result result = comp != nullptr ? AAX_SUCCESS : AAX_ERROR_NULL_OBJECT;
-    AAX_ASSERT_IN(cDemoGain_DescribeSource, result == AAX_SUCCESS);
+    AAX_ASSERT_IN(kSource, result == AAX_SUCCESS);
     if (result != AAX_SUCCESS) {
         return result;
     }
@@ -84,7 +179,7 @@ AAX_Result DescribeEffect(AAX_ICollection& collection) {
         return result;
     }
     result = collection.AddEffect(cDemoGain_EffectID, desc);
-    AAX_ASSERT_IN(cDemoGain_DescribeSource, result == AAX_SUCCESS);
+    AAX_ASSERT_IN(kSource, result == AAX_SUCCESS);
     return result;
 }
 
@@ -92,10 +187,10 @@ AAX_Result DescribeEffect(AAX_ICollection& collection) {
 
 AAX_Result GetEffectDescriptions(AAX_ICollection* outCollection) {
     const AAX_Result result = DescribeEffect(*outCollection);
-    DemoGain_ExpectSuccess(outCollection->SetManufacturerName(kManufacturerName));
+    ExpectSuccess(outCollection->SetManufacturerName(kManufacturerName));
     for (const char* name : kPackageNames) {
-        DemoGain_ExpectSuccess(outCollection->AddPackageName(name));
+        ExpectSuccess(outCollection->AddPackageName(name));
     }
-    DemoGain_ExpectSuccess(outCollection->SetPackageVersion(kPackageVersion));
+    ExpectSuccess(outCollection->SetPackageVersion(kPackageVersion));
     return result;
 }

@@ -78,15 +78,10 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 // clang-format on
 
 /// The parameters in the order in which their packets are registered. [any]
-constexpr std::array<const SDemoGain_Parameter*, std::size(kDemoGain_Parameters)>
-DemoGain_ParametersInPacketOrder() {
-    std::array<const SDemoGain_Parameter*, std::size(kDemoGain_Parameters)> ordered{};
-    for (const SDemoGain_Parameter& parameter : kDemoGain_Parameters) {
-        ordered.at(parameter.mPacketOrder) = &parameter;
-    }
+constexpr auto DemoGain_ParametersInPacketOrder() {
+    auto ordered = std::to_array(kDemoGain_Parameters);
+    std::ranges::sort(ordered, {}, &SDemoGain_Parameter::mPacketOrder);
     return ordered;
 }
-static_assert(std::ranges::count(DemoGain_ParametersInPacketOrder(), nullptr) == 0,
-              "each place in the order of packets is taken once");
 
 #endif

@@ -52,8 +52,8 @@ AAX_Result DemoGain_Parameters::EffectInit() {
             parameter.release();
         }
     }
-    for (const SDemoGain_Parameter* row : DemoGain_ParametersInPacketOrder()) {
-        RegisterPacket(*row);
+    for (const SDemoGain_Parameter& row : DemoGain_ParametersInPacketOrder()) {
+        RegisterPacket(row);
     }
     return AAX_SUCCESS;
 }

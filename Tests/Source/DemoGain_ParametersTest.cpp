@@ -207,6 +207,19 @@ TEST_F(Parameters, areEachInTheSettingsTextButTheBypass) {
     EXPECT_EQ(inText, inTable);
 }
 
+TEST_F(Parameters, areRegisteredForPacketsInTheirOrder) {
+    const std::pair<const char*, AAX_CFieldIndex> expected[] = {
+        {"MasterBypassID", 0}, {"Gain", 1},   {"Volume", 3}, {"HP", 5},   {"Band", 6},   {"ASw", 9},
+        {"Hot", 11},           {"Mix", 13},   {"Atk", 16},   {"Rls", 16}, {"Ratio", 16}, {"UK", 16},
+        {"HSw", 14},           {"LinkSw", 15}};
+    size_t order = 0;
+    for (const SDemoGain_Parameter& row : DemoGain_ParametersInPacketOrder()) {
+        EXPECT_STREQ(row.mIdentifier, expected[order].first);
+        EXPECT_EQ(row.mField, expected[order].second);
+        EXPECT_EQ(row.mPacketOrder, order++);
+    }
+}
+
 // Packets.
 
 TEST_F(Parameters, arePostedOnceEachByTheFirstGeneration) {
