@@ -1,0 +1,71 @@
+/// Tests with a module in the reference host, under watch.
+#ifndef HOSTFIXTURE_H
+#define HOSTFIXTURE_H
+
+#include "ContractMonitor.h"
+#include "Instance.h"
+#include "Module.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// Opens a module at its first use and ends it at tear-down, where the test fails if a contract was broken
+/// and not taken note of (`takeViolations`), or if something that the test expected did not happen.
+/// Everything made from the module must be gone before: instances are local to a test.
+class HostFixture : public ::testing::Test {
+protected:
+    explicit HostFixture(const ModuleEntryPoints& entryPoints)
+        : mEntryPoints(entryPoints) {}
+
+    /// What the host offers; to be changed before the module's first use.
+    HostOptions options;
+
+    /// The module.
+    const std::shared_ptr<Module>& module() {
+        if (mModule == nullptr) {
+            options.monitor = mMonitor;
+            mModule = Module::linked(mEntryPoints, options);
+        }
+        return mModule;
+    }
+
+    /// Ends the module now.
+    void endModule() { mModule.reset(); }
+
+    /// Where violations go.
+    ContractMonitor& monitor() { return *mMonitor; }
+
+    /// Hands over the violations so far as "contract: text".
+    std::vector<std::string> takeViolations() {
+        std::vector<std::string> texts;
+        for (const Violation& violation : mMonitor->takeViolations()) {
+            texts.push_back(std::string(contractName(violation.contract)) + ": " + violation.text);
+        }
+        return texts;
+    }
+
+    void TearDown() override {
+        const std::weak_ptr<Module> watch = mModule;
+        mModule.reset();
+        EXPECT_TRUE(watch.expired()) << "something made from the module is still alive";
+        for (const std::string& text : takeViolations()) {
+            ADD_FAILURE() << "broken contract: " << text;
+        }
+        for (const std::string& text : mMonitor->unmetExpectations()) {
+            ADD_FAILURE() << "never happened: " << text;
+        }
+    }
+
+private:
+    ModuleEntryPoints mEntryPoints;
+    std::shared_ptr<ContractMonitor> mMonitor = std::make_shared<ContractMonitor>();
+    std::shared_ptr<Module> mModule;
+};
+
+} // namespace varno
+
+#endif
