@@ -1,0 +1,48 @@
+/// The effect under the host, with every contract watched.
+#ifndef VARNO_TEST_HOSTEDEFFECT_H
+#define VARNO_TEST_HOSTEDEFFECT_H
+
+#include "AlgFixture.h"
+#include "HostFixture.h"
+#include "Instance.h"
+#include "Module.h"
+#include "RenderChecker.h"
+
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace varno::test {
+
+/// Normalized values by identifier.
+using ParameterValues = std::map<std::string, double>;
+
+/// An instance with buffers of up to 256 frames.
+std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, int32_t channels = 2,
+                                       double sampleRateHz = 48000.0);
+
+/// Gives all values by automation.
+void automate(Instance& instance, const ParameterValues& values);
+/// The current values of all parameters.
+ParameterValues valuesOf(const Instance& instance);
+/// Random values of all parameters but the bypass, as exact as a float.
+ParameterValues randomValues(std::mt19937& ioEngine);
+/// The same parameters for automation and for the literal evaluation.
+ParameterValues automationOf(const AlgParameters& parameters);
+
+/// Processes buffers with the instance, for renderChecked.
+BufferProcessor processorOf(Instance& instance);
+/// What the instance makes of a signal, in buffers of several lengths; any complaint fails the test.
+Signal render(Instance& instance, const Signal& input);
+
+/// The module of this program in the host; what is made from it is local to the test.
+class HostedEffect : public HostFixture {
+protected:
+    HostedEffect();
+};
+
+} // namespace varno::test
+
+#endif

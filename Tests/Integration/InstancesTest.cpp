@@ -1,0 +1,86 @@
+// Many instances of the effect, and their life.
+#include "HostedEffect.h"
+#include "SignalSources.h"
+
+#include <algorithm>
+
+using namespace varno;
+using namespace varno::test;
+
+namespace {
+
+class Instances : public HostedEffect {};
+
+/// Processes one block of each channel in place.
+void processBlock(Instance& instance, Signal& signal, size_t start, int32_t frames) {
+    std::vector<float*> channels;
+    for (std::vector<float>& channel : signal) {
+        channels.push_back(channel.data() + start);
+    }
+    instance.process(channels.data(), channels.data(), frames);
+}
+
+TEST_F(Instances, doNotHearEachOther) {
+    constexpr size_t kInstances = 64;
+    constexpr size_t kFrames = 1024;
+    constexpr int32_t kBlock = 128;
+    std::mt19937 random(20260104);
+    std::vector<std::unique_ptr<Instance>> instances;
+    std::vector<Signal> signals;
+    std::vector<Signal> alone;
+    for (size_t i = 0; i < kInstances; ++i) {
+        const size_t channels = 1 + i % 2;
+        const ParameterValues values = randomValues(random);
+        signals.push_back(swell(channels, kFrames, static_cast<uint32_t>(i), 6.0));
+        for (int copy = 0; copy < 2; ++copy) {
+            instances.push_back(makeInstance(module(), static_cast<int32_t>(channels)));
+            automate(*instances.back(), values);
+        }
+        alone.push_back(render(*instances.back(), signals.back()));
+        instances.pop_back();
+    }
+    EXPECT_GE(module()->liveObjects(), static_cast<int32_t>(kInstances));
+    for (size_t start = 0; start < kFrames; start += kBlock) {
+        for (size_t i = 0; i < kInstances; ++i) {
+            processBlock(*instances[i], signals[i], start, kBlock);
+        }
+    }
+    for (size_t i = 0; i < kInstances; ++i) {
+        ASSERT_EQ(firstDifference(alone[i], signals[i]), "") << "instance " << i;
+    }
+}
+
+TEST_F(Instances, endInAnyOrder) {
+    std::mt19937 random(20260105);
+    std::vector<std::unique_ptr<Instance>> instances(24);
+    const auto make = [this] { return makeInstance(module(), 2); };
+    std::ranges::generate(instances, make);
+    std::ranges::shuffle(instances, random);
+    Signal signal = noise(2, 64, 1, 0.0);
+    while (!instances.empty()) {
+        instances.pop_back();
+        for (const auto& instance : instances) {
+            processBlock(*instance, signal, 0, 64);
+        }
+    }
+    EXPECT_EQ(module()->liveObjects(), 0);
+}
+
+TEST_F(Instances, runAtEveryOfferedSampleRateAndNoOther) {
+    for (const double sampleRateHz : kSampleRates) {
+        const auto instance = makeInstance(module(), 2, sampleRateHz);
+        render(*instance, swell(2, 2000, 1, 12.0));
+    }
+    for (const double sampleRateHz : {0.0, 8000.0, 15999.0, 384001.0}) {
+        EXPECT_THROW(makeInstance(module(), 2, sampleRateHz), HostError) << sampleRateHz;
+    }
+    EXPECT_EQ(module()->liveObjects(), 0);
+}
+
+TEST_F(Instances, needAVariantOfTheirChannels) {
+    for (const int32_t channels : {0, 3, 6}) {
+        EXPECT_THROW(makeInstance(module(), channels), HostError) << channels;
+    }
+}
+
+} // namespace
