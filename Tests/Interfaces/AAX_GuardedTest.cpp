@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <stdexcept>
 
 namespace varno {
@@ -46,6 +47,19 @@ TEST(Guarded, TurnsEverythingElseIntoUnknownException) {
 TEST(Guarded, ConvertsWithoutAHostToTell) {
     EXPECT_EQ(AAX_Guarded("Entry", []() -> AAX_Result { throw std::bad_alloc(); }),
               AAX_ERROR_UNKNOWN_EXCEPTION);
+}
+
+TEST(Guarded, ConvertsWhenTheHostThrowsAtTheTraceLine) {
+    class ThrowingServices : public FakeHostServices {
+        AAX_Result Trace(int32_t, const char*) override { throw 5; }
+    };
+    FakeHostWithServices host;
+    ThrowingServices throwing;
+    host.factory.offer(IID_IAAXHostServicesV1, &throwing);
+    AAX_CHostServices::Set(&host);
+    EXPECT_EQ(AAX_Guarded("Entry", []() -> AAX_Result { throw std::bad_alloc(); }),
+              AAX_ERROR_UNKNOWN_EXCEPTION);
+    AAX_CHostServices::Set(nullptr);
 }
 
 } // namespace

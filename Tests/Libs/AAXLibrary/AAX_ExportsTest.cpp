@@ -163,7 +163,7 @@ TEST_F(AAX_ExportsTest, NoExceptionLeavesTheRegistration) {
     mHost.factory.offer(IID_IAAXHostServicesV1, &throwing);
     EXPECT_EQ(ACFStartup(&mHost), 0);
     gDescription = [](AAX_ICollection*) -> AAX_Result { throw 5; };
-    EXPECT_EQ(static_cast<uint32_t>(registerPlugin()), 0x8000FFFFU);
+    EXPECT_EQ(registerPlugin(), -20042) << "the host's exception costs the trace line only";
     EXPECT_EQ(ACFShutdown(&mHost), 0);
     EXPECT_EQ(throwing.references(), 0);
 }
