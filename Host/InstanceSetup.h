@@ -13,7 +13,7 @@ struct InstanceSetup {
     double sampleRateHz = 48000.0; ///< See SampleRateRange.h.
     int32_t maximumFrames = 512;   ///< Largest buffer given to the routine, at least 1.
     bool offline = false;          ///< What the controller tells about rendering offline.
-    std::string effectID;          ///< Which effect of the module; empty for the first.
+    std::string effectID{};        ///< Which effect of the module; empty for the first.
 };
 
 } // namespace varno

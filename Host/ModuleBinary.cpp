@@ -1,5 +1,6 @@
 #include "ModuleBinary.h"
 
+#include "BinaryCheck.h"
 #include "HostError.h"
 
 #include <dlfcn.h>
@@ -43,6 +44,9 @@ ModuleBinary::ModuleBinary(const fs::path& bundle)
     mBinary = mBundle / "Contents" / kBinaryFolder / (mBundle.stem().string() + kBinarySuffix);
     if (!fs::is_regular_file(mBinary, ignored)) {
         throw HostError(subject + "no binary for this machine, expected " + quoted(mBinary.string()));
+    }
+    if (const auto defect = binaryDefect(mBinary)) {
+        throw HostError(subject + "cannot load " + quoted(mBinary.string()) + ": " + *defect);
     }
     // An absolute path, so that the loader's search path plays no part.
     mHandle.reset(dlopen(fs::absolute(mBinary).c_str(), RTLD_NOW | RTLD_LOCAL));

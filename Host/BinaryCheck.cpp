@@ -1,0 +1,75 @@
+#include "BinaryCheck.h"
+
+#if defined(__linux__)
+
+#include <array>
+#include <cstring>
+#include <elf.h>
+#include <fstream>
+
+namespace varno {
+
+namespace {
+
+#if defined(__x86_64__)
+constexpr Elf64_Half kMachine = EM_X86_64;
+#elif defined(__aarch64__)
+constexpr Elf64_Half kMachine = EM_AARCH64;
+#endif
+
+template<class Record>
+bool read(std::ifstream& file, uint64_t offset, Record& record) {
+    std::array<char, sizeof(Record)> bytes{};
+    file.seekg(static_cast<std::streamoff>(offset));
+    if (!file.read(bytes.data(), bytes.size())) {
+        return false;
+    }
+    std::memcpy(&record, bytes.data(), bytes.size());
+    return true;
+}
+
+std::string cutShort(uint64_t found, uint64_t expected) {
+    return "found " + std::to_string(found) + " bytes, expected at least " + std::to_string(expected);
+}
+
+} // namespace
+
+std::optional<std::string> binaryDefect(const std::filesystem::path& path) {
+    std::error_code ignored;
+    const uint64_t size = std::filesystem::file_size(path, ignored);
+    std::ifstream file(path, std::ios::binary);
+    Elf64_Ehdr header{};
+    if (!read(file, 0, header)) {
+        return cutShort(size, sizeof header);
+    }
+    if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 || header.e_ident[EI_CLASS] != ELFCLASS64 ||
+        header.e_machine != kMachine || header.e_phentsize != sizeof(Elf64_Phdr)) {
+        return "found no shared library for this machine";
+    }
+    for (uint64_t index = 0; index < header.e_phnum; ++index) {
+        const uint64_t offset = header.e_phoff + index * sizeof(Elf64_Phdr);
+        Elf64_Phdr segment{};
+        if (!read(file, offset, segment)) {
+            return cutShort(size, offset + sizeof segment);
+        }
+        if (segment.p_type == PT_LOAD &&
+            (segment.p_offset > size || segment.p_filesz > size - segment.p_offset)) {
+            return cutShort(size, segment.p_offset + segment.p_filesz);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace varno
+
+#else
+
+namespace varno {
+
+std::optional<std::string> binaryDefect(const std::filesystem::path&) {
+    return std::nullopt;
+}
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,260 @@
+// Every contract that the host watches, broken on purpose.
+
+#include "AudioThread.h"
+#include "Editor.h"
+#include "FixtureAlgorithm.h"
+#include "FixtureFaults.h"
+#include "FixtureParameters.h"
+#include "FixtureTest.h"
+#include "InstanceHost.h"
+
+#include <gmock/gmock.h>
+#include <thread>
+
+namespace varno {
+namespace {
+
+using fixture::Fault;
+using fixture::FaultScope;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ContractsTest : public FixtureTest {
+protected:
+    static void processSilence(Instance& instance) {
+        const float silence[8] = {};
+        float out[2][8];
+        const float* inputs[] = {silence, silence};
+        float* outputs[] = {out[0], out[1]};
+        instance.process(inputs, outputs, 8);
+    }
+
+    /// A whole life of an instance under one fault.
+    void liveWith(Fault fault) {
+        const FaultScope scope(fault);
+        const auto instance = makeInstance();
+        processSilence(*instance);
+    }
+};
+
+TEST_F(ContractsTest, ASoundModuleBreaksNone) {
+    liveWith(Fault::None);
+    endModule();
+    EXPECT_THAT(takeViolations(), IsEmpty());
+}
+
+TEST_F(ContractsTest, PostingOnTheAudioThread) {
+    liveWith(Fault::PostsOnAudioThread);
+    EXPECT_THAT(takeViolations(), ElementsAre("thread: PostPacket on the audio thread"));
+}
+
+TEST_F(ContractsTest, PostingFromAnotherThread) {
+    liveWith(Fault::PostsFromAnotherThread);
+    EXPECT_THAT(takeViolations(), ElementsAre("thread: PostPacket while another thread is in a [main] call"));
+}
+
+TEST_F(ContractsTest, AHostCallOnTheAudioThread) {
+    const auto instance = makeInstance();
+    {
+        const AudioThreadScope audio;
+        instance->idle();
+    }
+    EXPECT_THAT(takeViolations(), ElementsAre("thread: Instance::idle on the audio thread"));
+    instance->idle();
+}
+
+TEST_F(ContractsTest, ProcessingWhileItProcesses) {
+    const auto instance = makeInstance();
+    fixture::setHook([&] { processSilence(*instance); });
+    processSilence(*instance);
+    fixture::setHook({});
+    EXPECT_THAT(takeViolations(), ElementsAre("thread: two threads process one instance at once"));
+    EXPECT_EQ(8, instance->position());
+}
+
+TEST_F(ContractsTest, ResettingWhileItProcesses) {
+    const auto instance = makeInstance();
+    fixture::setHook([&] { std::thread([&] { instance->reset(); }).join(); });
+    processSilence(*instance);
+    fixture::setHook({});
+    EXPECT_THAT(takeViolations(), ElementsAre("thread: the instance is reset while it processes"));
+    EXPECT_EQ(8, instance->position());
+}
+
+TEST_F(ContractsTest, CallingAfterTheEnd) {
+    liveWith(Fault::KeepsHost);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("references: references to the instance host: 1 too many held"));
+    fixture::useAndReleaseKeptHost();
+    EXPECT_THAT(takeViolations(), ElementsAre("lifecycle: PostPacket after the end of the instance"));
+}
+
+TEST_F(ContractsTest, KeepingTheHostUntilTheModuleEnds) {
+    liveWith(Fault::KeepsHost);
+    endModule();
+    EXPECT_THAT(takeViolations(), ElementsAre("references: references to the instance host: 1 too many held",
+                                              "references: host objects alive at the end of the module: "
+                                              "1 instance host"));
+    fixture::useAndReleaseKeptHost();
+    EXPECT_THAT(takeViolations(), ElementsAre("lifecycle: PostPacket after the end of the instance"));
+}
+
+TEST_F(ContractsTest, ReleasingTheHostTwice) {
+    liveWith(Fault::ReleasesHostTwice);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("references: references to the instance host: 1 given back too often"));
+}
+
+TEST_F(ContractsTest, KeepingADataModel) {
+    liveWith(Fault::KeepsDataModel);
+    EXPECT_THAT(
+        takeViolations(),
+        ElementsAre(
+            "references: references to the data model: 1 held at its end",
+            "live objects: the linked-in module has 1 live objects after its last instance, expected 0"));
+    endModule();
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("live objects: the linked-in module has 1 live objects at its end, expected 0"));
+    fixture::releaseKeptDataModel();
+}
+
+TEST_F(ContractsTest, KeepingAPropertyMap) {
+    {
+        const FaultScope fault(Fault::KeepsPropertyMap);
+        module();
+    }
+    endModule();
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("references: host objects alive at the end of the module: 1 property map"));
+    fixture::releaseKeptPropertyMap();
+}
+
+TEST_F(ContractsTest, ATouchWithoutRelease) {
+    {
+        const auto instance = makeInstance();
+        instance->dataModel().TouchParameter("Gain");
+        instance->dataModel().TouchParameter("Gain");
+        instance->dataModel().ReleaseParameter("Gain");
+    }
+    EXPECT_THAT(
+        takeViolations(),
+        ElementsAre("touch: parameter Gain touched 1 times more than released at the end of the instance"));
+}
+
+TEST_F(ContractsTest, AReleaseWithoutTouch) {
+    const auto instance = makeInstance();
+    instance->dataModel().TouchParameter("Gain");
+    instance->dataModel().ReleaseParameter("Gain");
+    EXPECT_THAT(takeViolations(), IsEmpty());
+    instance->dataModel().ReleaseParameter("Gain");
+    EXPECT_THAT(takeViolations(), ElementsAre("touch: parameter Gain released without a touch"));
+}
+
+TEST_F(ContractsTest, NestedTouchesAreFine) {
+    const auto instance = makeInstance();
+    instance->dataModel().TouchParameter("Gain");
+    instance->requestNormalized("Gain", 0.75);
+    EXPECT_EQ(1, instance->host().automation().touches("Gain"));
+    instance->dataModel().ReleaseParameter("Gain");
+    EXPECT_EQ(0, instance->host().automation().touches("Gain"));
+    EXPECT_EQ(2, instance->host().automation().totalTouches());
+}
+
+TEST_F(ContractsTest, AnUnexpectedTraceLine) {
+    liveWith(Fault::TracesAtInitialization);
+    EXPECT_THAT(takeViolations(), ElementsAre("diagnostics: unexpected trace line \"the fixture speaks\""));
+}
+
+TEST_F(ContractsTest, AnExpectedTraceLine) {
+    monitor().expectTrace("speaks");
+    liveWith(Fault::TracesAtInitialization);
+    ASSERT_EQ(1U, monitor().traces().size());
+    EXPECT_EQ(AAX_eTracePriorityHost_High, monitor().traces()[0].priority);
+}
+
+TEST_F(ContractsTest, AnUnexpectedAssertion) {
+    liveWith(Fault::AssertsAtInitialization);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("diagnostics: unexpected failed assertion \"1 == 2\" at Fixture.cpp:12"));
+}
+
+TEST_F(ContractsTest, AnExpectedAssertion) {
+    monitor().expectAssertion("1 == 2");
+    liveWith(Fault::AssertsAtInitialization);
+    EXPECT_EQ(1U, monitor().assertFailures().size());
+}
+
+TEST_F(ContractsTest, PostingToAFieldThatIsNoPort) {
+    liveWith(Fault::PostsToUnknownField);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("packets: PostPacket of 8 bytes for field 7 refused with -20025"));
+}
+
+TEST_F(ContractsTest, PostingAPacketOfAWrongSize) {
+    liveWith(Fault::PostsWrongSize);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("packets: PostPacket of 8 bytes for field 0 refused with -20043"));
+}
+
+TEST_F(ContractsTest, AFieldWithoutAnyPacket) {
+    liveWith(Fault::PostsNothingForBypass);
+    EXPECT_THAT(takeViolations(), ElementsAre("packets: no packet for field 1 before the first buffer"));
+}
+
+TEST_F(ContractsTest, CoefficientsThatFail) {
+    liveWith(Fault::GenerateFails);
+    EXPECT_THAT(takeViolations(), ElementsAre("packets: GenerateCoefficients answered -20021, expected 0"));
+}
+
+TEST_F(ContractsTest, AutomatingAnUnknownParameter) {
+    const FaultScope fault(Fault::RequestsUnknownParameter);
+    const auto instance = makeInstance();
+    instance->requestNormalized("Gain", 0.25);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("parameters: PostSetValueRequest of parameter Nobody, which is not registered"));
+}
+
+TEST_F(ContractsTest, RequestingAValueThatIsNone) {
+    const FaultScope fault(Fault::RequestsInvalidValue);
+    const auto instance = makeInstance();
+    instance->requestNormalized("Gain", 0.25);
+    EXPECT_THAT(
+        takeViolations(),
+        ElementsAre("parameters: PostSetValueRequest of parameter Gain with 1.500000, expected 0 to 1"));
+}
+
+TEST_F(ContractsTest, UnregisteringAnUnknownParameter) {
+    liveWith(Fault::UnregistersUnknownParameter);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("parameters: UnregisterParameter of parameter Nobody, which is not registered"));
+}
+
+TEST_F(ContractsTest, RefusingAnUpdate) {
+    const FaultScope fault(Fault::RefusesUpdates);
+    const auto instance = makeInstance();
+    instance->setNormalized("Gain", 0.25);
+    EXPECT_THAT(takeViolations(),
+                ElementsAre("parameters: the update of parameter \"Gain\" answered -20001, expected 0"));
+}
+
+TEST_F(ContractsTest, ADescriptionThatLacksSomething) {
+    const FaultScope fault(Fault::DescribesNoManufacturer);
+    module();
+    EXPECT_THAT(takeViolations(), ElementsAre("description: the module names no manufacturer"));
+}
+
+TEST_F(ContractsTest, AnInstanceThatEndsBeforeItsEditor) {
+    std::unique_ptr<Editor> editor;
+    const auto container = ACFPtr<ViewContainer>::Adopt(new ViewContainer(module()->context()));
+    {
+        const auto instance = makeInstance();
+        editor = instance->openEditor(*container);
+        ASSERT_NE(nullptr, editor);
+    }
+    EXPECT_THAT(takeViolations(), ElementsAre("lifecycle: the instance ended while its editor was open"));
+    editor->timer();
+    EXPECT_EQ(0.0F, editor->size().horz);
+}
+
+} // namespace
+} // namespace varno

@@ -1,0 +1,38 @@
+// The fixture module's exports, for its bundle. FIXTURE_INCOMPLETE leaves one out.
+#include "FixtureModule.h"
+
+#define FIXTURE_EXPORT extern "C" __attribute__((visibility("default")))
+
+using varno::fixture::entryPoints;
+
+FIXTURE_EXPORT ACFRESULT ACFRegisterPlugin(IACFUnknown* host, IACFPluginDefinition** out) {
+    return entryPoints().registerPlugin(host, out);
+}
+
+FIXTURE_EXPORT ACFRESULT ACFRegisterComponent(IACFUnknown* host, uint32_t index,
+                                              IACFComponentDefinition** out) {
+    return entryPoints().registerComponent(host, index, out);
+}
+
+FIXTURE_EXPORT ACFRESULT ACFGetClassFactory(IACFUnknown* host, const acfUID& classID, const acfUID& iid,
+                                            void** out) {
+    return entryPoints().getClassFactory(host, classID, iid, out);
+}
+
+FIXTURE_EXPORT ACFRESULT ACFCanUnloadNow(IACFUnknown* host) {
+    return entryPoints().canUnloadNow(host);
+}
+
+FIXTURE_EXPORT ACFRESULT ACFStartup(IACFUnknown* host) {
+    return entryPoints().startup(host);
+}
+
+#ifndef FIXTURE_INCOMPLETE
+FIXTURE_EXPORT ACFRESULT ACFShutdown(IACFUnknown* host) {
+    return entryPoints().shutdown(host);
+}
+#endif
+
+FIXTURE_EXPORT ACFRESULT ACFGetSDKVersion(uint64_t* out) {
+    return entryPoints().getSDKVersion(out);
+}

@@ -1,0 +1,87 @@
+#include "HostAutomation.h"
+
+#include "ACF/ACFPtr.h"
+#include "InstanceHost.h"
+#include "TestContext.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace varno {
+namespace {
+
+using testing::ElementsAre;
+
+class HostAutomationTest : public testing::Test {
+protected:
+    std::shared_ptr<HostContext> context = testContext();
+    ACFPtr<InstanceHost> host = ACFPtr<InstanceHost>::Adopt(
+        new InstanceHost(context, EffectDescription(), VariantDescription(), InstanceSetup()));
+    HostAutomation& automation = host->automation();
+
+    std::vector<std::string> violations() {
+        std::vector<std::string> texts;
+        for (const Violation& violation : context->monitor->takeViolations()) {
+            texts.push_back(violation.text);
+        }
+        return texts;
+    }
+};
+
+TEST_F(HostAutomationTest, RegistersAndUnregisters) {
+    EXPECT_EQ(AAX_SUCCESS, automation.RegisterParameter("A"));
+    EXPECT_EQ(AAX_SUCCESS, automation.RegisterParameter("B"));
+    EXPECT_EQ(AAX_SUCCESS, automation.UnregisterParameter("A"));
+    EXPECT_THAT(automation.registered(), ElementsAre("B"));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, automation.RegisterParameter(nullptr));
+    EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_ID, automation.UnregisterParameter("A"));
+    EXPECT_THAT(violations(), ElementsAre("UnregisterParameter of parameter A, which is not registered"));
+}
+
+TEST_F(HostAutomationTest, QueuesRequestsInTheirOrder) {
+    automation.RegisterParameter("A");
+    EXPECT_EQ(AAX_SUCCESS, automation.PostSetValueRequest("A", 0.25));
+    EXPECT_EQ(AAX_SUCCESS, automation.PostSetValueRequest("A", 1.0));
+    const auto requests = automation.takeRequests();
+    ASSERT_EQ(2U, requests.size());
+    EXPECT_EQ(0.25, requests[0].normalized);
+    EXPECT_EQ(1.0, requests[1].normalized);
+    EXPECT_TRUE(automation.takeRequests().empty());
+}
+
+TEST_F(HostAutomationTest, RefusesEverythingForAnUnknownParameter) {
+    EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_ID, automation.PostSetValueRequest("A", 0.0));
+    EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_ID, automation.PostCurrentValue("A", 0.0));
+    EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_ID, automation.PostTouchRequest("A"));
+    EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_ID, automation.PostReleaseRequest(nullptr));
+    EXPECT_THAT(violations(), ElementsAre("PostSetValueRequest of parameter A, which is not registered",
+                                          "PostCurrentValue of parameter A, which is not registered",
+                                          "PostTouchRequest of parameter A, which is not registered",
+                                          "PostReleaseRequest of parameter null, which is not registered"));
+}
+
+TEST_F(HostAutomationTest, RefusesValuesThatAreNone) {
+    automation.RegisterParameter("A");
+    EXPECT_EQ(AAX_ERROR_INVALID_ARGUMENT, automation.PostSetValueRequest("A", std::nan("")));
+    EXPECT_EQ(AAX_ERROR_INVALID_ARGUMENT, automation.PostCurrentValue("A", -0.5));
+    EXPECT_TRUE(automation.takeRequests().empty());
+    EXPECT_THAT(violations(), ElementsAre("PostSetValueRequest of parameter A with nan, expected 0 to 1",
+                                          "PostCurrentValue of parameter A with -0.500000, expected 0 to 1"));
+}
+
+TEST_F(HostAutomationTest, GesturesNest) {
+    automation.RegisterParameter("A");
+    automation.PostTouchRequest("A");
+    automation.PostTouchRequest("A");
+    EXPECT_EQ(2, automation.touches("A"));
+    automation.PostReleaseRequest("A");
+    automation.PostReleaseRequest("A");
+    EXPECT_EQ(0, automation.touches("A"));
+    automation.reportOpenTouches();
+    EXPECT_TRUE(violations().empty());
+    EXPECT_EQ(2, automation.totalTouches());
+}
+
+} // namespace
+} // namespace varno

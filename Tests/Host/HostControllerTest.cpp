@@ -1,0 +1,181 @@
+#include "HostController.h"
+
+#include "FixtureAlgorithm.h"
+#include "FixtureTest.h"
+#include "HostString.h"
+#include "InstanceHost.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace varno {
+namespace {
+
+class HostControllerTest : public FixtureTest {
+protected:
+    void start(const InstanceSetup& setup = {}) {
+        instance = makeInstance(setup);
+        controller = ACFPtr<AAX_IACFController_V3>::Query(&instance->host(), IID_IAAXControllerV3);
+        ASSERT_TRUE(controller);
+    }
+
+    void TearDown() override {
+        controller.Reset();
+        instance.reset();
+        FixtureTest::TearDown();
+    }
+
+    void process(float sample, int32_t frames) {
+        const std::vector<float> in(static_cast<size_t>(frames), sample);
+        std::vector<float> out(in.size());
+        const float* inputs[] = {in.data(), in.data()};
+        float* outputs[] = {out.data(), out.data()};
+        instance->process(inputs, outputs, frames);
+    }
+
+    std::unique_ptr<Instance> instance;
+    ACFPtr<AAX_IACFController_V3> controller;
+};
+
+TEST_F(HostControllerTest, TellsAboutTheInstance) {
+    start({.channels = 1, .sampleRateHz = 96000.0, .offline = true});
+    HostString text;
+    float rate = 0.0F;
+    AAX_EStemFormat in{};
+    AAX_EStemFormat out{};
+    int32_t platform = 0;
+    uint8_t offline = 0;
+    uint32_t meters = 0;
+    int32_t hybrid = -1;
+    EXPECT_EQ(AAX_SUCCESS, controller->GetEffectID(&text));
+    EXPECT_EQ(fixture::kEffectID, text.text());
+    EXPECT_EQ(AAX_SUCCESS, controller->GetSampleRate(&rate));
+    EXPECT_EQ(96000.0F, rate);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetInputStemFormat(&in));
+    EXPECT_EQ(AAX_SUCCESS, controller->GetOutputStemFormat(&out));
+    EXPECT_EQ(AAX_eStemFormat_Mono, in);
+    EXPECT_EQ(AAX_eStemFormat_Mono, out);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetPlugInTargetPlatform(&platform));
+    EXPECT_EQ(AAX_eTargetPlatform_Native, platform);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetIsAudioSuite(&offline));
+    EXPECT_EQ(1, offline);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetMeterCount(&meters));
+    EXPECT_EQ(2U, meters);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetHybridSignalLatency(&hybrid));
+    EXPECT_EQ(0, hybrid);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetHostName(&text));
+    EXPECT_EQ("Varno Host 1.0", text.text());
+}
+
+TEST_F(HostControllerTest, TellsAnotherSampleRateIfOrderedTo) {
+    options.toldSampleRateHz = -1.0F;
+    start();
+    float rate = 0.0F;
+    EXPECT_EQ(AAX_SUCCESS, controller->GetSampleRate(&rate));
+    EXPECT_EQ(-1.0F, rate);
+}
+
+TEST_F(HostControllerTest, ThePositionMovesWithTheRender) {
+    start();
+    process(0.0F, 100);
+    process(0.0F, 20);
+    AAX_CTimeOfDay now = 0;
+    AAX_CTimeOfDay automation = 0;
+    EXPECT_EQ(AAX_SUCCESS, controller->GetTODLocation(&now));
+    EXPECT_EQ(AAX_SUCCESS, controller->GetCurrentAutomationTimestamp(&automation));
+    EXPECT_EQ(120, now);
+    EXPECT_EQ(120, automation);
+}
+
+TEST_F(HostControllerTest, KeepsTheLatency) {
+    start();
+    int32_t frames = -1;
+    EXPECT_EQ(AAX_SUCCESS, controller->SetSignalLatency(5));
+    EXPECT_EQ(AAX_ERROR_INVALID_ARGUMENT, controller->SetSignalLatency(-1));
+    EXPECT_EQ(AAX_SUCCESS, controller->GetSignalLatency(&frames));
+    EXPECT_EQ(5, frames);
+}
+
+TEST_F(HostControllerTest, ReadsAndClearsMeters) {
+    start();
+    process(2.0F, 16);
+    const AAX_CTypeID meter = fixture::kMeterIDs[0];
+    float value = 0.0F;
+    uint8_t clipped = 0;
+    EXPECT_EQ(AAX_SUCCESS, controller->GetCurrentMeterValue(meter, &value));
+    EXPECT_EQ(2.0F, value);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetMeterPeakValue(meter, &value));
+    EXPECT_EQ(2.0F, value);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetMeterClipped(meter, &clipped));
+    EXPECT_EQ(1, clipped);
+    EXPECT_EQ(AAX_SUCCESS, controller->ClearMeterPeakValue(meter));
+    EXPECT_EQ(AAX_SUCCESS, controller->ClearMeterClipped(meter));
+    EXPECT_EQ(AAX_SUCCESS, controller->GetMeterPeakValue(meter, &value));
+    EXPECT_EQ(0.0F, value);
+    EXPECT_EQ(AAX_SUCCESS, controller->GetMeterClipped(meter, &clipped));
+    EXPECT_EQ(0, clipped);
+}
+
+TEST_F(HostControllerTest, RefusesUnknownMeters) {
+    start();
+    float value = 7.0F;
+    uint8_t clipped = 7;
+    EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->GetCurrentMeterValue(1, &value));
+    EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->GetMeterPeakValue(1, &value));
+    EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->ClearMeterPeakValue(1));
+    EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->GetMeterClipped(1, &clipped));
+    EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->ClearMeterClipped(1));
+    EXPECT_EQ(7.0F, value);
+    EXPECT_EQ(7, clipped);
+}
+
+TEST_F(HostControllerTest, RefusesNullOutputs) {
+    start();
+    const AAX_CTypeID meter = fixture::kMeterIDs[0];
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, controller->GetEffectID(nullptr));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, controller->GetSampleRate(nullptr));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, controller->GetInputStemFormat(nullptr));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, controller->GetTODLocation(nullptr));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, controller->GetCurrentMeterValue(meter, nullptr));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, controller->GetMeterCount(nullptr));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, controller->GetHostName(nullptr));
+}
+
+TEST_F(HostControllerTest, HasNeitherDSPHardwareNorMIDI) {
+    start();
+    int32_t cycles = 1;
+    AAX_EProperty property = AAX_eProperty_Host62;
+    AAX_CMidiPacket packet{};
+    EXPECT_EQ(AAX_ERROR_PROPERTY_UNDEFINED, controller->GetCycleCount(property, &cycles));
+    EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, controller->SetCycleCount(&property, &cycles, 1));
+    EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, controller->GetNextMIDIPacket(&cycles, &packet));
+}
+
+TEST_F(HostControllerTest, APacketPostedAloneArrivesWithTheNextBuffer) {
+    start();
+    const float gain = 1.0F;
+    EXPECT_EQ(AAX_SUCCESS, controller->PostPacket(fixture::kGain, &gain, sizeof gain));
+    process(1.0F, 8);
+    EXPECT_EQ(1.0F, instance->meters().value(1));
+}
+
+TEST_F(HostControllerTest, EveryInterfaceOfAnInstanceCanBeWithheld) {
+    const acfIID all[] = {IID_IAAXControllerV1,        IID_IAAXControllerV2,
+                          IID_IAAXControllerV3,        IID_IAAXTransportV1,
+                          IID_IAAXTransportV2,         IID_IAAXTransportV3,
+                          IID_IAAXPageTableController, IID_IAAXPageTableControllerV2,
+                          IID_IACFComponentFactory,    IID_IAAXEffectParametersV1};
+    start();
+    auto& offered = instance->host();
+    for (const acfIID& iid : all) {
+        EXPECT_TRUE(ACFPtr<IACFUnknown>::Query(&offered, iid));
+        auto& withheld = module()->context()->options.withheld;
+        withheld = {iid};
+        EXPECT_FALSE(ACFPtr<IACFUnknown>::Query(&offered, iid));
+        withheld.clear();
+    }
+    EXPECT_FALSE(ACFPtr<IACFUnknown>::Query(&offered, IID_IAAXCollectionV1));
+}
+
+} // namespace
+} // namespace varno

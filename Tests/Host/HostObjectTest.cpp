@@ -1,0 +1,93 @@
+#include "HostObject.h"
+
+#include "ACF/ACFPtr.h"
+#include "HostPropertyMap.h"
+#include "HostReference.h"
+#include "TestContext.h"
+
+#include <gtest/gtest.h>
+
+namespace varno {
+namespace {
+
+TEST(HostObjectTest, CountsItsReferencesAndLeavesTheLedgerWithTheLast) {
+    const auto context = testContext();
+    auto* map = new HostPropertyMap(context);
+    EXPECT_EQ(1, context->ledger.total());
+    EXPECT_EQ(2U, map->AddRef());
+    EXPECT_EQ(2U, map->references());
+    EXPECT_EQ(1U, map->Release());
+    EXPECT_EQ(0U, map->Release());
+    EXPECT_EQ(0, context->ledger.total());
+}
+
+TEST(HostObjectTest, AnswersWithOneReferenceOrWithNull) {
+    const auto map = ACFPtr<HostPropertyMap>::Adopt(new HostPropertyMap(testContext()));
+    void* out = nullptr;
+    EXPECT_EQ(ACF_OK, map->QueryInterface(IID_IAAXPropertyMapV1, &out));
+    EXPECT_EQ(2U, map->references());
+    map->Release();
+    out = &out;
+    EXPECT_EQ(ACF_E_NOINTERFACE, map->QueryInterface(IID_IAAXTransportV1, &out));
+    EXPECT_EQ(nullptr, out);
+    EXPECT_EQ(1U, map->references());
+    EXPECT_EQ(ACF_E_NOINTERFACE, map->QueryInterface(IID_IACFUnknown, nullptr));
+}
+
+TEST(HostObjectTest, HasOneRootInterface) {
+    const auto map = ACFPtr<HostPropertyMap>::Adopt(new HostPropertyMap(testContext()));
+    const auto root = ACFPtr<IACFUnknown>::Query(map.Get(), IID_IACFUnknown);
+    const auto same = ACFPtr<AAX_IACFPropertyMap>::Query(root.Get(), IID_IAAXPropertyMapV1);
+    const auto again = ACFPtr<IACFUnknown>::Query(same.Get(), IID_IACFUnknown);
+    EXPECT_EQ(root.Get(), again.Get());
+}
+
+TEST(HostObjectTest, DoesNotAnswerToWhatIsWithheld) {
+    HostOptions options;
+    options.withheld = {IID_IAAXPropertyMapV1, IID_IACFUnknown};
+    const auto map = ACFPtr<HostPropertyMap>::Adopt(new HostPropertyMap(testContext(options)));
+    void* out = &out;
+    EXPECT_EQ(ACF_E_NOINTERFACE, map->QueryInterface(IID_IAAXPropertyMapV1, &out));
+    EXPECT_EQ(nullptr, out);
+    EXPECT_EQ(ACF_OK, map->QueryInterface(IID_IACFUnknown, &out));
+    map->Release();
+}
+
+TEST(HostObjectTest, TellsItsOwnObjectsFromOthers) {
+    const auto map = ACFPtr<HostPropertyMap>::Adopt(new HostPropertyMap(testContext()));
+    EXPECT_EQ(map.Get(), ownObject<HostPropertyMap>(map.Get()));
+    EXPECT_EQ(1U, map->references());
+    EXPECT_EQ(nullptr, ownObject<HostPropertyMap>(nullptr));
+}
+
+TEST(HostReferenceTest, ReportsWhatIsHeldTooMuch) {
+    const auto context = testContext();
+    auto* map = new HostPropertyMap(context);
+    {
+        const HostReference<HostPropertyMap> reference(map, "map");
+        map->AddRef();
+        map->AddRef();
+    }
+    ASSERT_EQ(1U, context->monitor->violations().size());
+    EXPECT_EQ("references to the map: 2 too many held", context->monitor->violations()[0].text);
+    EXPECT_EQ(2U, map->references());
+    map->Release();
+    map->Release();
+}
+
+TEST(HostReferenceTest, SurvivesWhatIsGivenBackTooOften) {
+    const auto context = testContext();
+    {
+        auto* map = new HostPropertyMap(context);
+        const HostReference<HostPropertyMap> reference(map, "map");
+        map->Release();
+        map->Release();
+        EXPECT_EQ(AAX_SUCCESS, reference->AddProperty(AAX_eProperty_Host54, 1));
+    }
+    ASSERT_EQ(1U, context->monitor->violations().size());
+    EXPECT_EQ("references to the map: 2 given back too often", context->monitor->violations()[0].text);
+    EXPECT_EQ(0, context->ledger.total());
+}
+
+} // namespace
+} // namespace varno

@@ -1,0 +1,41 @@
+#include "Instance.h"
+
+#include "FixtureAlgorithm.h"
+#include "FixtureTest.h"
+#include "RealTimeGuard.h"
+
+namespace varno {
+namespace {
+
+class InstanceRealTimeTest : public FixtureTest {
+protected:
+    test::RealTimeReport process(Instance& instance, int32_t frames) {
+        std::vector<float> buffer(static_cast<size_t>(frames), 0.5F);
+        const float* inputs[] = {buffer.data(), buffer.data()};
+        float* outputs[] = {buffer.data(), buffer.data()};
+        test::RealTimeScope scope;
+        instance.process(inputs, outputs, frames);
+        return scope.finish();
+    }
+};
+
+TEST_F(InstanceRealTimeTest, ProcessNeitherLocksNorAllocates) {
+    const auto instance = makeInstance({.maximumFrames = 64});
+    // The very first buffer, then one per size with a value just set.
+    EXPECT_EQ("", test::textOf(process(*instance, 64)));
+    for (const int32_t frames : {0, 1, 32, 64, 500}) {
+        instance->setNormalized("Gain", frames / 500.0);
+        EXPECT_EQ("", test::textOf(process(*instance, frames)));
+    }
+}
+
+TEST_F(InstanceRealTimeTest, ARoutineThatAllocatesIsNoticed) {
+    const auto instance = makeInstance();
+    std::unique_ptr<int> leak;
+    fixture::setHook([&] { leak = std::make_unique<int>(1); });
+    EXPECT_EQ(1, process(*instance, 16).allocations);
+    fixture::setHook({});
+}
+
+} // namespace
+} // namespace varno

@@ -1,0 +1,135 @@
+#include "PacketExchange.h"
+
+#include "PropertySeed.h"
+
+#include <cstring>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <rapidcheck/gtest.h>
+
+namespace varno {
+namespace {
+
+using testing::ElementsAre;
+
+VariantDescription variantWithPorts(const std::vector<std::pair<AAX_CFieldIndex, uint32_t>>& ports) {
+    VariantDescription variant;
+    variant.fields.push_back({100, FieldKind::AudioIn, 0, 0, {}});
+    for (const auto& [field, size] : ports) {
+        variant.fields.push_back({field, FieldKind::DataInPort, size, 1, {}});
+    }
+    return variant;
+}
+
+/// What the audio thread sees in a port of four bytes.
+int32_t seen(const PacketExchange& packets, AAX_CFieldIndex field) {
+    for (const Port& port : packets.ports()) {
+        if (port.field == field) {
+            int32_t value = 0;
+            std::memcpy(&value, packets.image() + port.offset, sizeof value);
+            return value;
+        }
+    }
+    return -1;
+}
+
+AAX_Result post(PacketExchange& packets, AAX_CFieldIndex field, int32_t value) {
+    return packets.post(field, &value, sizeof value);
+}
+
+TEST(PacketExchangeTest, DeliversASinglePacketAtOnce) {
+    PacketExchange packets(variantWithPorts({{0, 4}, {5, 4}}));
+    EXPECT_FALSE(packets.acquire());
+    EXPECT_EQ(AAX_SUCCESS, post(packets, 5, 7));
+    EXPECT_EQ(0, seen(packets, 5));
+    EXPECT_TRUE(packets.acquire());
+    EXPECT_EQ(7, seen(packets, 5));
+    EXPECT_EQ(0, seen(packets, 0));
+    EXPECT_FALSE(packets.acquire());
+}
+
+TEST(PacketExchangeTest, DeliversASetTogether) {
+    PacketExchange packets(variantWithPorts({{0, 4}, {1, 4}}));
+    packets.beginSet();
+    post(packets, 0, 1);
+    EXPECT_FALSE(packets.acquire());
+    post(packets, 1, 2);
+    packets.endSet();
+    EXPECT_TRUE(packets.acquire());
+    EXPECT_EQ(1, seen(packets, 0));
+    EXPECT_EQ(2, seen(packets, 1));
+}
+
+TEST(PacketExchangeTest, AnEmptySetDeliversNothing) {
+    PacketExchange packets(variantWithPorts({{0, 4}}));
+    packets.beginSet();
+    packets.endSet();
+    EXPECT_FALSE(packets.acquire());
+}
+
+TEST(PacketExchangeTest, RefusesWhatIsNoPacketOfAPort) {
+    PacketExchange packets(variantWithPorts({{0, 4}}));
+    const int64_t wide = 1;
+    EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, 1, 1));
+    EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, 100, 1));
+    EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, -1, 1));
+    EXPECT_EQ(AAX_ERROR_INVALID_ARGUMENT, packets.post(0, &wide, sizeof wide));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, packets.post(0, nullptr, 4));
+    EXPECT_FALSE(packets.acquire());
+}
+
+TEST(PacketExchangeTest, TellsThePortsWithoutPacket) {
+    PacketExchange packets(variantWithPorts({{0, 4}, {3, 4}, {4, 4}}));
+    post(packets, 3, 1);
+    EXPECT_THAT(packets.portsNeverPosted(), ElementsAre(0, 4));
+}
+
+TEST(PacketExchangeTest, EveryPortIsAligned) {
+    PacketExchange packets(variantWithPorts({{0, 1}, {1, 8}, {2, 3}, {3, 16}}));
+    for (const Port& port : packets.ports()) {
+        EXPECT_EQ(0U, port.offset % alignof(std::max_align_t));
+    }
+}
+
+TEST(PacketExchangeTest, WorksWithoutPorts) {
+    PacketExchange packets(variantWithPorts({}));
+    EXPECT_FALSE(packets.acquire());
+    EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, 0, 1));
+}
+
+/// Any sequence of posts, sets and acquisitions: an acquired image is the whole of what was published last.
+RC_GTEST_PROP(PacketExchangeTest, TheReaderSeesTheLastPublishedValueOfEveryPort, ()) {
+    constexpr int32_t kPorts = 5;
+    enum Action { kPost, kBeginSet, kEndSet, kAcquire, kActions };
+    PacketExchange packets(variantWithPorts({{0, 4}, {1, 4}, {2, 4}, {3, 4}, {4, 4}}));
+    std::map<int32_t, int32_t> posted;
+    std::map<int32_t, int32_t> published;
+    bool isSetOpen = false;
+    const auto actions = *rc::gen::container<std::vector<int>>(rc::gen::inRange<int>(0, kActions));
+    for (const int action : actions) {
+        if (action == kPost) {
+            const auto field = *rc::gen::inRange<int32_t>(0, kPorts);
+            const auto value = *rc::gen::arbitrary<int32_t>();
+            RC_ASSERT(post(packets, field, value) == AAX_SUCCESS);
+            posted[field] = value;
+        } else if (action == kBeginSet) {
+            packets.beginSet();
+            isSetOpen = true;
+        } else if (action == kEndSet) {
+            packets.endSet();
+            isSetOpen = false;
+        } else {
+            packets.acquire();
+            for (int32_t field = 0; field < kPorts; ++field) {
+                RC_ASSERT(seen(packets, field) == published[field]);
+            }
+        }
+        if (!isSetOpen) {
+            published = posted;
+        }
+    }
+}
+
+} // namespace
+} // namespace varno

@@ -1,0 +1,93 @@
+#include "PageTableFile.h"
+
+#include "FixtureTest.h"
+
+#include <gmock/gmock.h>
+
+namespace varno {
+namespace {
+
+using testing::ElementsAre;
+using testing::StartsWith;
+
+constexpr AAX_CTypeID kMaker = AAX_FourCC("Make");
+constexpr AAX_CTypeID kProduct = AAX_FourCC("Prod");
+constexpr AAX_CTypeID kMono = AAX_FourCC("Mono");
+
+/// What is wrong with an effect element's contents.
+std::string errorOf(const std::string& contents) {
+    const TemporaryFolder folder;
+    const auto path =
+        folder.write("t.xml", R"(<pageTables><effect manufacturer="Make" product="Prod" plugIns="Mono">)" +
+                                  contents + "</effect></pageTables>");
+    const std::string prefix = "page table file " + path.string() + ": ";
+    const std::string text = hostErrorOf([&] { PageTableFile::read(path); });
+    return text.compare(0, prefix.size(), prefix) == 0 ? text.substr(prefix.size()) : text;
+}
+
+TEST(PageTableFileTest, ReadsTablesNamesAndLayouts) {
+    const TemporaryFolder folder;
+    const auto path = folder.write("t.xml", R"(<pageTables>
+        <effect manufacturer="Make" product="Prod" plugIns="Mono Ster">
+          <names parameter="A"><name length="2">Al</name></names>
+          <table type="CtSf" pageSize="4">
+            <page><control slot="0" parameter="A"/><control slot="3" parameter="B"/></page>
+            <page/>
+          </table>
+          <layout name="L"><table type="CtSf" pageSize="2"/></layout>
+        </effect></pageTables>)");
+    const PageTableFile file = PageTableFile::read(path);
+    ASSERT_EQ(1U, file.effects().size());
+    EXPECT_THAT(file.effects()[0].plugInIDs, ElementsAre(kMono, AAX_FourCC("Ster")));
+    EXPECT_TRUE(file.hasEffect(kMaker, kProduct, kMono));
+    EXPECT_FALSE(file.hasEffect(kMaker, kProduct, kMaker));
+    EXPECT_FALSE(file.hasEffect(kProduct, kProduct, kMono));
+    const PageTableContent* table = file.tableOfEffect(kMaker, kProduct, kMono, kControlSurfaceTable, 4);
+    ASSERT_NE(nullptr, table);
+    ASSERT_EQ(2U, table->pages.size());
+    EXPECT_EQ((PageSlots{{0, "A"}, {3, "B"}}), table->pages[0]);
+    EXPECT_EQ("Al", table->names.at("A").at(2));
+    EXPECT_EQ(nullptr, file.tableOfEffect(kMaker, kProduct, kMono, kControlSurfaceTable, 8));
+    EXPECT_EQ(nullptr, file.tableOfEffect(kMaker, kProduct, kMono, kMaker, 4));
+    EXPECT_EQ(nullptr, file.tableOfEffect(kMaker, kMaker, kMono, kControlSurfaceTable, 4));
+    ASSERT_NE(nullptr, file.tableOfLayout("L", kControlSurfaceTable, 2));
+    EXPECT_TRUE(file.tableOfLayout("L", kControlSurfaceTable, 2)->pages.empty());
+    EXPECT_EQ("Al", file.tableOfLayout("L", kControlSurfaceTable, 2)->names.at("A").at(2));
+    EXPECT_EQ(nullptr, file.tableOfLayout("M", kControlSurfaceTable, 2));
+}
+
+TEST(PageTableFileTest, RefusesWhatIsNoPageTableFile) {
+    const TemporaryFolder folder;
+    const auto errorOfText = [&](const std::string& text) {
+        const auto path = folder.write("t.xml", text);
+        return hostErrorOf([&] { PageTableFile::read(path); });
+    };
+    const std::string prefix = "page table file " + (folder.path() / "t.xml").string() + ": ";
+    EXPECT_EQ(prefix + "no element <pageTables>", errorOfText("<other/>"));
+    EXPECT_THAT(errorOfText("<pageTables><effect"), StartsWith(prefix));
+    EXPECT_THAT(errorOfText(""), StartsWith(prefix));
+    EXPECT_EQ("page table file nowhere.xml: File was not found",
+              hostErrorOf([] { PageTableFile::read("nowhere.xml"); }));
+}
+
+TEST(PageTableFileTest, SaysWhatIsWrong) {
+    EXPECT_EQ("", errorOf(""));
+    EXPECT_EQ("<table> has no attribute \"type\"", errorOf("<table pageSize=\"8\"/>"));
+    EXPECT_EQ("found identifier \"Ct\", expected four characters",
+              errorOf("<table type=\"Ct\" pageSize=\"8\"/>"));
+    EXPECT_EQ("<table> has pageSize \"0\", expected 1 to 1024",
+              errorOf("<table type=\"CtSf\" pageSize=\"0\"/>"));
+    EXPECT_EQ("<control> has slot \"4\", expected 0 to 3",
+              errorOf("<table type=\"CtSf\" pageSize=\"4\"><page><control slot=\"4\" "
+                      "parameter=\"A\"/></page></table>"));
+    EXPECT_EQ("<control> has no attribute \"parameter\"",
+              errorOf("<table type=\"CtSf\" pageSize=\"4\"><page><control slot=\"1\"/></page></table>"));
+    EXPECT_EQ("name \"Alpha\" does not fit in 3 characters",
+              errorOf("<names parameter=\"A\"><name length=\"3\">Alpha</name></names>"));
+    EXPECT_EQ("name \"\" does not fit in 3 characters",
+              errorOf("<names parameter=\"A\"><name length=\"3\"/></names>"));
+    EXPECT_EQ("<layout> has no attribute \"name\"", errorOf("<layout/>"));
+}
+
+} // namespace
+} // namespace varno
