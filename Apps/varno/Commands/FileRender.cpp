@@ -34,11 +34,18 @@ void checkInput(const RenderSession& session, const AudioReader& reader) {
     }
 }
 
-void refuseInputAsOutput(const RenderOptions& options, const RenderTask& task, const AudioReader& reader) {
-    refuseSameFile(reader.identity(), reader.name(), task.output);
+// Standard input may be a file too, one that only its reader knows.
+void refuseInputAsOutput(const RenderSession& session, const AudioReader& reader, const std::string& output) {
+    session.inputs().refuseAsOutput(output);
+    refuseSameFile(reader.identity(), reader.name(), output);
+}
+
+void refuseInputsAsOutputs(const RenderSession& session, const RenderTask& task, const AudioReader& reader) {
+    const auto& options = session.options();
+    refuseInputAsOutput(session, reader, task.output);
     for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
         if (*output) {
-            refuseSameFile(reader.identity(), reader.name(), **output);
+            refuseInputAsOutput(session, reader, **output);
         }
     }
 }
@@ -169,7 +176,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task) {
     const auto& options = session.options();
     AudioReader reader(task.input);
     checkInput(session, reader);
-    refuseInputAsOutput(options, task, reader);
+    refuseInputsAsOutputs(session, task, reader);
 
     const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
     const std::int64_t frames = reader.format().frames + tailFrames;

@@ -58,7 +58,8 @@ double normalizedFromText(const Instance& instance, const ParameterText& text, c
         return *number;
     }
     if (!number) {
-        if (const auto normalized = instance.fromText(text.id, text.value)) {
+        const auto normalized = instance.fromText(text.id, text.value);
+        if (normalized && instance.textOf(text.id, *normalized) == text.value) {
             return *normalized;
         }
     }

@@ -26,7 +26,7 @@ Number numberOption(const CommandLine& line, std::string_view option, Number lea
     // A value that is not a number is neither.
     if (!number || !(*number >= least && *number <= most)) {
         std::ostringstream message;
-        message << "option " << inQuotes(option) << ": expected "
+        message << "option " << option << ": expected "
                 << (std::is_integral_v<Number> ? "a whole number from " : "a number from ") << least << " to "
                 << most << ", found " << inQuotes(*text);
         throw UsageError(message.str());
@@ -49,13 +49,13 @@ RenderTask pairTask(const std::vector<std::string>& arguments) {
 // --out-dir DIR INPUT...
 std::vector<RenderTask> folderTasks(const std::string& folder, const std::vector<std::string>& inputs) {
     if (inputs.empty()) {
-        throw UsageError("option '--out-dir' needs INPUT, found none");
+        throw UsageError("option --out-dir needs INPUT, found none");
     }
     std::vector<RenderTask> tasks;
     for (const auto& input : inputs) {
         const auto name = std::filesystem::path(input).filename();
         if (input == "-" || name.empty()) {
-            throw UsageError("option '--out-dir' needs inputs with a file name, found " + inQuotes(input));
+            throw UsageError("option --out-dir needs inputs with a file name, found " + inQuotes(input));
         }
         tasks.push_back({input, (std::filesystem::path(folder) / name).string()});
     }
@@ -81,10 +81,10 @@ void refuseEqualOutputs(const RenderOptions& options) {
 
 void checkTogether(const RenderOptions& options) {
     if (options.meters && options.tasks.size() > 1) {
-        throw UsageError("option '--meters' takes one INPUT, found " + std::to_string(options.tasks.size()));
+        throw UsageError("option --meters takes one INPUT, found " + std::to_string(options.tasks.size()));
     }
     if (options.isDemo && options.dryRun) {
-        throw UsageError("option '--dry-run' needs INPUT and OUTPUT, found none");
+        throw UsageError("option --dry-run needs INPUT and OUTPUT, found none");
     }
     refuseEqualOutputs(options);
 }

@@ -14,6 +14,7 @@ RenderSession::RenderSession(const RenderOptions& options, const Settings& setti
                              std::shared_ptr<Module> module)
     : mOptions(options),
       mSettings(settings),
+      mInputs(options.tasks),
       mModule(std::move(module)) {
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "InputFiles.h"
 #include "Module.h"
 #include "ProgressBar.h"
 #include "RenderOptions.h"
@@ -24,6 +25,9 @@ public:
 
     const RenderOptions& options() const { return mOptions; }
 
+    /// Every file that the command reads.
+    const InputFiles& inputs() const { return mInputs; }
+
     /// An instance brought to the settings. @throws CommandError, HostError
     SessionInstance makeInstance(int channels, double rateHz);
 
@@ -42,6 +46,7 @@ public:
 private:
     const RenderOptions& mOptions;
     const Settings& mSettings;
+    InputFiles mInputs;
     std::shared_ptr<Module> mModule;
     std::mutex mModuleCalls; // a module is called by one thread at a time
     std::once_flag mProgressBegun;

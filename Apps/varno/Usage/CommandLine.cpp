@@ -33,7 +33,7 @@ const OptionEntry* findOption(const CommandEntry& command, std::string_view name
 }
 
 std::string needsValue(const OptionEntry& option) {
-    return "option " + inQuotes(option.name) + " needs a value (" + std::string(option.value) + ")";
+    return "option " + std::string(option.name) + " needs a value (" + std::string(option.value) + ")";
 }
 
 // "--option=" and "--switch=value": the parser would take the next word as the value, or any word as yes or
@@ -50,7 +50,7 @@ void checkAssignments(const CommandEntry& command, const std::vector<std::string
             continue;
         }
         if (option->kind == ValueKind::kNone) {
-            throw UsageError("option " + inQuotes(option->name) + " takes no value, found " +
+            throw UsageError("option " + std::string(option->name) + " takes no value, found " +
                              inQuotes(word.substr(equals + 1)));
         }
         if (equals + 1 == word.size()) {
@@ -121,7 +121,7 @@ CommandLine::CommandLine(const CommandEntry& command, const std::vector<std::str
     for (const auto& option : command.options) {
         if (option.kind == ValueKind::kChoice) {
             for (const auto& value : values(option.name)) {
-                checkChoice("option " + inQuotes(option.name), option.choices, value);
+                checkChoice("option " + std::string(option.name), option.choices, value);
             }
         }
     }

@@ -5,9 +5,9 @@
 
 namespace varno {
 
-/// What a user wrote, as messages show it: 'text'.
+/// What a user wrote, as messages show it: "text".
 inline std::string inQuotes(std::string_view text) {
-    return '\'' + std::string(text) + '\'';
+    return '"' + std::string(text) + '"';
 }
 
 } // namespace varno

@@ -1,8 +1,9 @@
 #include "Suggestion.h"
 
+#include "Quotes.h"
+
 #include <algorithm>
 #include <cctype>
-#include <numeric>
 
 namespace varno {
 namespace {
@@ -11,20 +12,27 @@ bool sameLetter(char left, char right) {
     return std::tolower(static_cast<unsigned char>(left)) == std::tolower(static_cast<unsigned char>(right));
 }
 
-// Least number of letters to insert, remove or replace to make one word of the other (Levenshtein distance).
+// Least number of letters to insert, remove or replace, and of neighbours to swap, to make one word of the
+// other.
 std::size_t editDistance(std::string_view left, std::string_view right) {
-    std::vector<std::size_t> row(right.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        std::size_t diagonal = row[0];
-        row[0] = i + 1;
-        for (std::size_t j = 0; j < right.size(); ++j) {
-            const std::size_t replaced = diagonal + (sameLetter(left[i], right[j]) ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+    // distance[i][j] is that of the first i letters of one to the first j of the other.
+    std::vector distance(left.size() + 1, std::vector<std::size_t>(right.size() + 1));
+    for (std::size_t i = 0; i <= left.size(); ++i) {
+        for (std::size_t j = 0; j <= right.size(); ++j) {
+            if (i == 0 || j == 0) {
+                distance[i][j] = i + j;
+                continue;
+            }
+            const std::size_t replaced = sameLetter(left[i - 1], right[j - 1]) ? 0 : 1;
+            distance[i][j] =
+                std::min({distance[i - 1][j] + 1, distance[i][j - 1] + 1, distance[i - 1][j - 1] + replaced});
+            if (i > 1 && j > 1 && sameLetter(left[i - 1], right[j - 2]) &&
+                sameLetter(left[i - 2], right[j - 1])) {
+                distance[i][j] = std::min(distance[i][j], distance[i - 2][j - 2] + 1);
+            }
         }
     }
-    return row.back();
+    return distance[left.size()][right.size()];
 }
 
 } // namespace
@@ -41,7 +49,7 @@ std::string suggestion(std::string_view unknown, const std::vector<std::string>&
             best = &name;
         }
     }
-    return best == nullptr ? std::string() : "; did you mean '" + *best + "'?";
+    return best == nullptr ? std::string() : "; did you mean " + inQuotes(*best) + "?";
 }
 
 } // namespace varno

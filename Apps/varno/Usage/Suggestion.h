@@ -6,7 +6,7 @@
 
 namespace varno {
 
-/// The end of a message about an unknown name: "; did you mean 'x'?" where one of the known names is near it,
+/// The end of a message about an unknown name: `; did you mean "x"?` where one of the known names is near it,
 /// empty otherwise. Case does not count as a difference.
 std::string suggestion(std::string_view unknown, const std::vector<std::string>& known);
 
