@@ -78,36 +78,37 @@ TEST(CommandLine, LeavesOddArgumentsAlone) {
 
 TEST(CommandLine, RefusesUnknownOptions) {
     EXPECT_EQ(refusal("render", {"--blok", "64"}),
-              "unknown option '--blok' of render; did you mean '--block'?");
-    EXPECT_EQ(refusal("render", {"--bloc=64"}), "unknown option '--bloc' of render; did you mean '--block'?");
-    EXPECT_EQ(refusal("render", {"-x"}), "unknown option '-x' of render");
-    EXPECT_EQ(refusal("man", {"--frobnicate"}), "unknown option '--frobnicate' of man");
+              "unknown option \"--blok\" of render; did you mean \"--block\"?");
+    EXPECT_EQ(refusal("render", {"--bloc=64"}),
+              "unknown option \"--bloc\" of render; did you mean \"--block\"?");
+    EXPECT_EQ(refusal("render", {"-x"}), "unknown option \"-x\" of render");
+    EXPECT_EQ(refusal("man", {"--frobnicate"}), "unknown option \"--frobnicate\" of man");
 }
 
 TEST(CommandLine, RefusesAMissingValue) {
-    EXPECT_EQ(refusal("render", {"in.wav", "--block"}), "option '--block' needs a value (FRAMES)");
-    EXPECT_EQ(refusal("render", {"-j"}), "option '--jobs' needs a value (N)");
-    EXPECT_EQ(refusal("render", {"--preset=", "in.wav"}), "option '--preset' needs a value (FILE)");
+    EXPECT_EQ(refusal("render", {"in.wav", "--block"}), "option --block needs a value (FRAMES)");
+    EXPECT_EQ(refusal("render", {"-j"}), "option --jobs needs a value (N)");
+    EXPECT_EQ(refusal("render", {"--preset=", "in.wav"}), "option --preset needs a value (FILE)");
 }
 
 TEST(CommandLine, RefusesAValueOfASwitch) {
-    EXPECT_EQ(refusal("render", {"--force=yes"}), "option '--force' takes no value, found 'yes'");
-    EXPECT_EQ(refusal("render", {"--json="}), "option '--json' takes no value, found ''");
+    EXPECT_EQ(refusal("render", {"--force=yes"}), "option --force takes no value, found \"yes\"");
+    EXPECT_EQ(refusal("render", {"--json="}), "option --json takes no value, found \"\"");
 }
 
 TEST(CommandLine, RefusesOtherChoices) {
     EXPECT_EQ(refusal("render", {"--format", "pcm12"}),
-              "option '--format': expected pcm16, pcm24, pcm32, float or double, found 'pcm12'; did you mean "
-              "'pcm16'?");
+              "option --format: expected pcm16, pcm24, pcm32, float or double, found \"pcm12\"; did you mean "
+              "\"pcm16\"?");
     EXPECT_EQ(refusal("render", {"--dither=rectangle"}),
-              "option '--dither': expected tpdf or none, found 'rectangle'");
-    EXPECT_EQ(refusal("completion", {"tcsh"}), "SHELL: expected bash, found 'tcsh'");
+              "option --dither: expected tpdf or none, found \"rectangle\"");
+    EXPECT_EQ(refusal("completion", {"tcsh"}), "SHELL: expected bash, found \"tcsh\"");
 }
 
 TEST(CommandLine, RefusesTheWrongNumberOfArguments) {
     EXPECT_EQ(refusal("completion", {}), "completion needs SHELL, found nothing");
-    EXPECT_EQ(refusal("man", {"render"}), "unexpected argument 'render' of man");
-    EXPECT_EQ(refusal("params", {"Hot", "Mix"}), "unexpected argument 'Mix' of params");
+    EXPECT_EQ(refusal("man", {"render"}), "unexpected argument \"render\" of man");
+    EXPECT_EQ(refusal("params", {"Hot", "Mix"}), "unexpected argument \"Mix\" of params");
     EXPECT_EQ(refusal("completion", {"bash"}), "");
 }
 
@@ -119,8 +120,8 @@ TEST(CommandLine, RefusesUnknownCommands) {
             return std::string(error.what());
         }
     };
-    EXPECT_EQ(refusalOf("rendr"), "unknown command 'rendr'; did you mean 'render'? (see varno --help)");
-    EXPECT_EQ(refusalOf("song.wav"), "unknown command 'song.wav' (see varno --help)");
+    EXPECT_EQ(refusalOf("rendr"), "unknown command \"rendr\"; did you mean \"render\"? (see varno --help)");
+    EXPECT_EQ(refusalOf("song.wav"), "unknown command \"song.wav\" (see varno --help)");
 }
 
 } // namespace

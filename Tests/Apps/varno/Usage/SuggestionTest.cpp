@@ -8,21 +8,21 @@ namespace {
 const std::vector<std::string> kKnown = {"MasterBypassID", "Gain", "HP", "Volume", "Hot", "Ratio"};
 
 TEST(Suggestion, ProposesWhatDiffersByASlip) {
-    EXPECT_EQ(suggestion("Gian", {"Gain"}), "");
-    EXPECT_EQ(suggestion("Gaim", kKnown), "; did you mean 'Gain'?");
-    EXPECT_EQ(suggestion("Ratoi", kKnown), "");
-    EXPECT_EQ(suggestion("Ratios", kKnown), "; did you mean 'Ratio'?");
-    EXPECT_EQ(suggestion("Volme", kKnown), "; did you mean 'Volume'?");
-    EXPECT_EQ(suggestion("MasterBypass", kKnown), "; did you mean 'MasterBypassID'?");
+    EXPECT_EQ(suggestion("Gian", kKnown), "; did you mean \"Gain\"?");
+    EXPECT_EQ(suggestion("Gaim", kKnown), "; did you mean \"Gain\"?");
+    EXPECT_EQ(suggestion("Ratoi", kKnown), "; did you mean \"Ratio\"?");
+    EXPECT_EQ(suggestion("Ratios", kKnown), "; did you mean \"Ratio\"?");
+    EXPECT_EQ(suggestion("Volme", kKnown), "; did you mean \"Volume\"?");
+    EXPECT_EQ(suggestion("MasterBypass", kKnown), "; did you mean \"MasterBypassID\"?");
 }
 
 TEST(Suggestion, CaseIsNoDifference) {
-    EXPECT_EQ(suggestion("hot", kKnown), "; did you mean 'Hot'?");
-    EXPECT_EQ(suggestion("hp", kKnown), "; did you mean 'HP'?");
+    EXPECT_EQ(suggestion("hot", kKnown), "; did you mean \"Hot\"?");
+    EXPECT_EQ(suggestion("hp", kKnown), "; did you mean \"HP\"?");
 }
 
 TEST(Suggestion, ProposesTheNearest) {
-    EXPECT_EQ(suggestion("Hat", {"Cat", "hat"}), "; did you mean 'hat'?");
+    EXPECT_EQ(suggestion("Hat", {"Cat", "hat"}), "; did you mean \"hat\"?");
 }
 
 TEST(Suggestion, ProposesNothingForAnotherWord) {
