@@ -1,10 +1,11 @@
 #include "AudioReader.h"
 
+#include "CarriedChunks.h"
 #include "CommandError.h"
 #include "ContainerChunks.h"
 #include "FileDescriptor.h"
 #include "FileTransfer.h"
-#include "RiffChunks.h"
+#include "OggPages.h"
 #include "SndfileFormat.h"
 #include "SndfileMetadata.h"
 #include "SndfileOwner.h"
@@ -68,15 +69,14 @@ std::string framesText(std::int64_t frames) {
                     std::to_string(promised) + " that its header promises");
 }
 
-void refuseTruncated(const std::string& name, const AudioFormat& format, std::int64_t missingBytes) {
-    if (missingBytes == 0)
+void refuseTruncated(const std::string& name, const AudioFormat& format, const SampleExtent& extent) {
+    if (!extent.isTruncated())
         return;
-    if (const std::int64_t frameBytes = format.channels * storedBytes(format.sample)) {
-        const std::int64_t missingFrames = (missingBytes + frameBytes - 1) / frameBytes;
-        throwTruncated(name, format.frames + missingFrames, format.frames);
-    }
-    throw WorkError(name + ": is truncated: " + framesText(format.frames) + " found, and " +
-                    std::to_string(missingBytes) + " bytes fewer than its header promises");
+    if (const std::int64_t frameBytes = format.channels * storedBytes(format.sample))
+        throwTruncated(name, extent.promised / frameBytes, extent.present / frameBytes);
+    throw WorkError(name + ": is truncated: " + std::to_string(extent.present) +
+                    " bytes of samples found, expected the " + std::to_string(extent.promised) +
+                    " that its header promises");
 }
 
 } // namespace
@@ -122,13 +122,15 @@ AudioReader::AudioReader(const std::string& path)
         throw WorkError(s.name + ": is no audio that can be read (" + withoutLineEnds(sf_strerror(nullptr)) +
                         "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
     s.format = audioFormatOf(info);
-    refuseTruncated(s.name, s.format, missingSampleBytes(container));
+    refuseTruncated(s.name, s.format, sampleExtent(container));
+    if (isOggWithoutEnd(s.file.get()))
+        throw WorkError(s.name + ": is truncated: its stream has no end; expected a whole file");
     if (s.format.frames <= 0 || s.format.frames == SF_COUNT_MAX)
         s.format.frames = s.countFrames();
     if (s.format.frames == 0)
         throw WorkError(s.name + ": holds no frames; expected at least one");
     s.metadata = readMetadata(s.sound.get(), s.format.channels);
-    s.metadata.chunks = readCarriedChunks(s.file.get(), container, s.metadata.tooLarge);
+    readCarriedChunks(s.file.get(), container, s.metadata);
 }
 
 AudioReader::~AudioReader() = default;

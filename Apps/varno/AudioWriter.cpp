@@ -1,15 +1,16 @@
 #include "AudioWriter.h"
 
+#include "CarriedChunks.h"
 #include "CommandError.h"
 #include "FileTransfer.h"
-#include "OggSerial.h"
-#include "RiffChunks.h"
+#include "OggPages.h"
 #include "SampleQuantizer.h"
 #include "SndfileFormat.h"
 #include "SndfileMetadata.h"
 #include "SndfileOwner.h"
 #include "SndfileSink.h"
 
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cmath>
@@ -27,10 +28,6 @@ constexpr std::size_t kFramesPerWrite = 4096;
 constexpr double kVorbisQuality = 0.8;
 constexpr double kOpusQuality = 0.4;
 
-bool isRiff(Container container) {
-    return container == Container::kWav || container == Container::kRf64;
-}
-
 bool isOggCodec(SampleFormat sample) {
     return sample == SampleFormat::kVorbis || sample == SampleFormat::kOpus;
 }
@@ -40,6 +37,13 @@ double keepUntouched(double exact, float processed) {
     const bool untouched =
         std::bit_cast<std::uint32_t>(static_cast<float>(exact)) == std::bit_cast<std::uint32_t>(processed);
     return untouched ? exact : static_cast<double>(processed);
+}
+
+// libsndfile does not tell the cue points of RF64 files, but their chunk does.
+bool hasCues(const FileMetadata& metadata) {
+    return !metadata.cues.empty() ||
+           std::any_of(metadata.chunks.begin(), metadata.chunks.end(),
+                       [](const CarriedChunk& chunk) { return chunk.id == "cue "; });
 }
 
 } // namespace
@@ -64,7 +68,7 @@ struct AudioWriter::State {
     std::vector<std::int32_t> integers;      // interleaved, waiting to be written; or
     std::vector<double> reals;
     std::size_t framesWaiting = 0;
-    std::vector<RiffChunk> chunksAtEnd;
+    std::vector<CarriedChunk> chunksAtEnd;
     std::vector<std::string> leftOut;
     SndfileOwner sound; // closed before the sink it writes through
 };
@@ -79,26 +83,29 @@ void AudioWriter::State::open(const FileMetadata& metadata) {
         double quality = format.sample == SampleFormat::kOpus ? kOpusQuality : kVorbisQuality;
         sf_command(sound.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
     }
-    std::vector<int> map = metadata.channelMap;
-    if (map.size() == channels)
-        sf_command(sound.get(), SFC_SET_CHANNEL_MAP_INFO, map.data(),
-                   static_cast<int>(map.size() * sizeof(int)));
     addMetadata(metadata);
 }
 
 void AudioWriter::State::addMetadata(const FileMetadata& metadata) {
-    if (isRiff(format.container) && !metadata.chunks.empty()) {
-        chunksAtEnd = metadata.chunks;
-    } else {
-        leftOut = writeMetadata(sound.get(), format.container, metadata);
-        if (isRiff(format.container))
-            chunksAtEnd = riffCueChunks(metadata.cues);
-        for (const RiffChunk& chunk : metadata.chunks)
-            if (chunk.id == "bext")
-                leftOut.push_back("broadcast chunk");
-    }
+    const ChunkFamily family = familyOf(format.container);
     for (const std::string& id : metadata.tooLarge)
         leftOut.push_back("oversized chunk " + id);
+    if (family != ChunkFamily::kNone && family == metadata.family) {
+        FileMetadata notInChunks;
+        notInChunks.channelMap = metadata.channelMap;
+        writeMetadata(sound.get(), format.container, notInChunks);
+        chunksAtEnd = metadata.chunks;
+        return;
+    }
+    if (!writeMetadata(sound.get(), format.container, metadata))
+        leftOut.push_back("text tags");
+    chunksAtEnd = cueChunks(family, metadata.cues);
+    if (hasCues(metadata) && chunksAtEnd.empty())
+        leftOut.push_back("cue points");
+    if (metadata.hasSamplerLoops)
+        leftOut.push_back("sampler loops");
+    if (metadata.hasBroadcast)
+        leftOut.push_back("broadcast chunk");
 }
 
 void AudioWriter::State::failUnlessWritten(bool written) {
@@ -158,8 +165,7 @@ void AudioWriter::commit() {
     s.flush();
     s.sound.reset();
     s.failUnlessWritten(true);
-    if (!s.chunksAtEnd.empty())
-        appendRiffChunks(s.file.descriptor(), s.chunksAtEnd, s.file.name());
+    appendChunks(s.file.descriptor(), familyOf(s.format.container), s.chunksAtEnd, s.file.name());
     if (s.format.container == Container::kOgg)
         setOggSerial(s.file.descriptor(), s.file.name());
     s.file.commit();

@@ -15,7 +15,8 @@ namespace {
 
 // How a container lays out its chunk headers: an identifier, then a size, then the data.
 struct Layout {
-    std::string_view magic;     // first bytes of the file
+    std::string_view magic; // first bytes of the file
+    ChunkFamily family;
     std::int64_t firstChunk;    // offset of the first chunk header
     int idBytes;                // of the identifier
     int sizeBytes;              // of the size
@@ -26,14 +27,17 @@ struct Layout {
 };
 
 constexpr Layout kLayouts[] = {
-    {"RIFF", 12, 4, 4, false, false, 2, "data"}, {"RF64", 12, 4, 4, false, false, 2, "data"},
-    {"RIFX", 12, 4, 4, true, false, 2, "data"},  {"riff", 40, 16, 8, false, true, 8, "data"}, // W64
-    {"FORM", 12, 4, 4, true, false, 2, "SSND"},  {"caff", 8, 4, 8, true, false, 1, "data"},
+    {"RIFF", ChunkFamily::kRiff, 12, 4, 4, false, false, 2, "data"},
+    {"RF64", ChunkFamily::kRiff, 12, 4, 4, false, false, 2, "data"},
+    {"RIFX", ChunkFamily::kNone, 12, 4, 4, true, false, 2, "data"},
+    {"riff", ChunkFamily::kNone, 40, 16, 8, false, true, 8, "data"}, // W64
+    {"FORM", ChunkFamily::kAiff, 12, 4, 4, true, false, 2, "SSND"},
+    {"caff", ChunkFamily::kCaf, 8, 4, 8, true, false, 1, "data"},
 };
 
 constexpr int kMostHeaderBytes = 24;
 constexpr std::size_t kMostChunks = 100'000; // no audio file has as many; bounds the work on a damaged one
-constexpr std::uint32_t kSizeIsElsewhere = 0xFFFFFFFF; // RF64: in the chunk "ds64"
+constexpr std::uint32_t kSizeIsElsewhere = 0xFFFFFFFF; // RF64: in the chunk "ds64"; else unknown
 constexpr std::int64_t kDs64DataSizeOffset = 8;        // within the chunk "ds64"
 
 constexpr std::int64_t kUnknownSize = std::numeric_limits<std::int64_t>::max();
@@ -91,9 +95,31 @@ std::int64_t ds64DataBytes(int descriptor, const ContainerChunk& ds64) {
     return std::bit_cast<std::int64_t>(number(field, false));
 }
 
-bool holdsSamples(const ContainerChunk& chunk) {
-    return std::any_of(std::begin(kLayouts), std::end(kLayouts),
-                       [&](const Layout& layout) { return layout.samplesId == chunk.id; });
+// The chunks that hold samples, and how many bytes stand in them before the samples.
+struct SampleChunk {
+    std::string_view id;
+    ChunkFamily family; // none: of any
+    std::int64_t headerBytes;
+};
+
+constexpr SampleChunk kSampleChunks[] = {
+    {"SSND", ChunkFamily::kAiff, 8}, // offset and block size
+    {"data", ChunkFamily::kCaf, 4},  // number of edits
+    {"data", ChunkFamily::kNone, 0},
+};
+
+// AU has no chunks but a header that tells where the samples are.
+constexpr std::string_view kAuMagic = ".snd";
+constexpr std::size_t kAuHeaderBytes = 12; // magic, offset and size of the samples
+
+std::vector<ContainerChunk> auSamples(int descriptor) {
+    unsigned char header[kAuHeaderBytes];
+    if (!readAt(descriptor, 0, header) || !std::equal(kAuMagic.begin(), kAuMagic.end(), std::begin(header)))
+        return {};
+    const std::span<const unsigned char> fields(header);
+    const std::uint64_t size = number(fields.subspan(8, 4), true);
+    return {{"data", static_cast<std::int64_t>(number(fields.subspan(4, 4), true)),
+             size == kSizeIsElsewhere ? kUnknownSize : static_cast<std::int64_t>(size)}};
 }
 
 } // namespace
@@ -102,10 +128,14 @@ ContainerChunks readContainerChunks(int descriptor) {
     ContainerChunks result;
     struct stat status {};
     const Layout* layout = findLayout(descriptor);
-    if (layout == nullptr || ::fstat(descriptor, &status) != 0)
+    if (::fstat(descriptor, &status) != 0)
         return result;
     result.fileBytes = status.st_size;
-    result.isLittleRiff = layout->magic == "RIFF" || layout->magic == "RF64";
+    if (layout == nullptr) {
+        result.chunks = auSamples(descriptor);
+        return result;
+    }
+    result.family = layout->family;
     std::int64_t longDataBytes = kUnknownSize;
     std::int64_t offset = layout->firstChunk;
     while (result.chunks.size() < kMostChunks) {
@@ -125,16 +155,23 @@ ContainerChunks readContainerChunks(int descriptor) {
     return result;
 }
 
-std::int64_t missingSampleBytes(const ContainerChunks& container) {
+SampleExtent sampleExtent(const ContainerChunks& container) {
     for (const ContainerChunk& chunk : container.chunks) {
-        if (!holdsSamples(chunk))
+        const auto* row =
+            std::find_if(std::begin(kSampleChunks), std::end(kSampleChunks), [&](const auto& candidate) {
+                return candidate.id == chunk.id &&
+                       (candidate.family == ChunkFamily::kNone || candidate.family == container.family);
+            });
+        if (row == std::end(kSampleChunks))
             continue;
+        const std::int64_t present =
+            std::max<std::int64_t>(container.fileBytes - chunk.dataOffset - row->headerBytes, 0);
         const bool unknown = chunk.dataBytes == kUnknownSize ||
                              (chunk.dataBytes >= kUnknownSizesFrom && chunk.dataBytes <= kUnknownSizesTo);
-        const std::int64_t present = container.fileBytes - chunk.dataOffset;
-        return unknown || chunk.dataBytes <= present ? 0 : chunk.dataBytes - present;
+        const std::int64_t promised = unknown ? present : chunk.dataBytes - row->headerBytes;
+        return {promised, std::min(present, promised)};
     }
-    return 0;
+    return {};
 }
 
 } // namespace varno

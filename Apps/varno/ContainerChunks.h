@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileMetadata.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -18,15 +20,23 @@ struct ContainerChunks {
     std::vector<ContainerChunk>
         chunks; // in file order, up to the first whose start lies beyond the end of the file
     std::int64_t fileBytes = 0;
-    bool isLittleRiff = false; // WAV or RF64 with the usual byte order
+    ChunkFamily family = ChunkFamily::kNone;
 };
 
 /// Reads the chunk headers of a WAV, RF64, W64, AIFF or CAF file without moving its position; no chunks for
 /// any other file. @param descriptor open for reading, able to seek
 ContainerChunks readContainerChunks(int descriptor);
 
-/// Bytes of samples that the header promises beyond the end of the file; 0 where it promises none, or does
-/// not know: programs that write to a pipe leave a size behind that no file has.
-std::int64_t missingSampleBytes(const ContainerChunks& container);
+/// The samples of a file, in bytes.
+struct SampleExtent {
+    std::int64_t promised = 0; // by the header
+    std::int64_t present = 0;  // of these
+
+    bool isTruncated() const { return present < promised; }
+};
+
+/// What the header promises and the file has. Where it does not know, which is so in streams (programs that
+/// write to a pipe leave a size behind that no file has), it promises what is there.
+SampleExtent sampleExtent(const ContainerChunks& container);
 
 } // namespace varno

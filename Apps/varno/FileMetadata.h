@@ -7,8 +7,16 @@
 
 namespace varno {
 
-/// A chunk of a RIFF file, carried as it is.
-struct RiffChunk {
+/// Containers whose files take each other's chunks byte for byte.
+enum class ChunkFamily {
+    kNone,
+    kRiff, // WAV and RF64 of the usual byte order
+    kAiff,
+    kCaf,
+};
+
+/// A chunk of an audio file, carried as it is.
+struct CarriedChunk {
     std::string id; // four characters
     std::vector<char> data;
 };
@@ -22,15 +30,17 @@ struct CuePoint {
 
 /// What an audio file says about itself beside its samples.
 struct FileMetadata {
+    /// Every chunk that stays true when the samples change: markers, text, broadcast extension, sampler loops
+    /// and the like. A file of the same family takes these instead of the fields below.
+    std::vector<CarriedChunk> chunks;
+    ChunkFamily family = ChunkFamily::kNone;
+    std::vector<std::string> tooLarge; // identifiers of chunks that are not among `chunks` for their size
+
     std::map<int, std::string> tags; // text by libsndfile's SF_STR_ number
     std::vector<CuePoint> cues;
-    std::vector<char>
-        instrument; // libsndfile's SF_INSTRUMENT record (key range, loops); empty if there is none
+    bool hasSamplerLoops = false;
+    bool hasBroadcast = false;
     std::vector<int> channelMap; // libsndfile's SF_CHANNEL_MAP_ numbers, one per channel; empty if not told
-    /// Of a WAV or RF64 file: every chunk that stays true when the samples change, among them the three above
-    /// and the broadcast extension. Another such file takes these instead of the fields above, byte for byte.
-    std::vector<RiffChunk> chunks;
-    std::vector<std::string> tooLarge; // identifiers of chunks that are not among `chunks` for their size
 };
 
 } // namespace varno

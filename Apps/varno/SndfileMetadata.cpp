@@ -8,12 +8,8 @@ namespace varno {
 
 namespace {
 
-constexpr int kMostCues =
-    10'000; // as many as any editor makes; bounds the memory that a damaged count can take
-
-int bytesOf(const std::vector<char>& record) {
-    return static_cast<int>(record.size());
-}
+constexpr std::uint32_t kMostCues =
+    10'000; // more than any editor makes; bounds what a damaged count can take
 
 // SF_CUES for any count: the count, then that many records.
 std::size_t cueRecordBytes(std::size_t count) {
@@ -32,9 +28,9 @@ std::vector<CuePoint> readCues(SNDFILE* file) {
     std::uint32_t count = 0;
     if (sf_command(file, SFC_GET_CUE_COUNT, &count, sizeof count) != SF_TRUE)
         return {};
-    count = std::min(count, std::uint32_t{kMostCues});
+    count = std::min(count, kMostCues);
     std::vector<char> record(cueRecordBytes(count));
-    if (sf_command(file, SFC_GET_CUE, record.data(), bytesOf(record)) != SF_TRUE)
+    if (sf_command(file, SFC_GET_CUE, record.data(), static_cast<int>(record.size())) != SF_TRUE)
         return {};
     std::vector<CuePoint> cues(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -46,28 +42,11 @@ std::vector<CuePoint> readCues(SNDFILE* file) {
     return cues;
 }
 
-bool writeCues(SNDFILE* file, const std::vector<CuePoint>& cues) {
-    const auto count = static_cast<std::uint32_t>(cues.size());
-    std::vector<char> record(cueRecordBytes(count));
-    std::memcpy(record.data(), &count, sizeof count);
-    for (std::size_t i = 0; i < count; ++i) {
-        SF_CUE_POINT point{};
-        point.indx = cues[i].id;
-        point.position = point.sample_offset = cues[i].frame;
-        cues[i].name.copy(point.name, sizeof point.name - 1);
-        std::memcpy(record.data() + cueRecordBytes(i), &point, sizeof point);
-    }
-    return sf_command(file, SFC_SET_CUE, record.data(), bytesOf(record)) == SF_TRUE;
-}
-
-bool writeTags(SNDFILE* file, const std::map<int, std::string>& tags) {
-    return std::all_of(tags.begin(), tags.end(), [&](const auto& tag) {
-        return sf_set_string(file, tag.first, tag.second.c_str()) == SF_ERR_NO_ERROR;
-    });
-}
-
-bool isRiff(Container container) {
-    return container == Container::kWav || container == Container::kRf64;
+// libsndfile takes every text for these containers but writes only some.
+bool dropsTag(Container container, int tag) {
+    if (container == Container::kAiff)
+        return tag > SF_STR_COMMENT;
+    return (container == Container::kWav || container == Container::kRf64) && tag == SF_STR_LICENSE;
 }
 
 } // namespace
@@ -76,32 +55,26 @@ FileMetadata readMetadata(SNDFILE* file, int channels) {
     FileMetadata metadata;
     metadata.tags = readTags(file);
     metadata.cues = readCues(file);
-    std::vector<char> instrument(sizeof(SF_INSTRUMENT));
-    if (sf_command(file, SFC_GET_INSTRUMENT, instrument.data(), bytesOf(instrument)) == SF_TRUE)
-        metadata.instrument = instrument;
+    SF_INSTRUMENT instrument{};
+    metadata.hasSamplerLoops =
+        sf_command(file, SFC_GET_INSTRUMENT, &instrument, sizeof instrument) == SF_TRUE;
+    SF_BROADCAST_INFO broadcast{};
+    metadata.hasBroadcast = sf_command(file, SFC_GET_BROADCAST_INFO, &broadcast, sizeof broadcast) == SF_TRUE;
     std::vector<int> map(static_cast<std::size_t>(channels));
-    if (sf_command(file, SFC_GET_CHANNEL_MAP_INFO, map.data(), static_cast<int>(map.size() * sizeof(int))) ==
-        SF_TRUE)
+    const int mapBytes = static_cast<int>(map.size() * sizeof(int));
+    if (sf_command(file, SFC_GET_CHANNEL_MAP_INFO, map.data(), mapBytes) == SF_TRUE)
         metadata.channelMap = map;
     return metadata;
 }
 
-std::vector<std::string> writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata) {
-    std::vector<std::string> leftOut;
-    if (!metadata.tags.empty() && !writeTags(file, metadata.tags))
-        leftOut.push_back("text tags");
-    // libsndfile takes cue points and loops for every container but writes them to these alone; for WAV the
-    // caller writes the cue points, since libsndfile drops their labels.
-    if (!metadata.cues.empty() && !isRiff(container) &&
-        (container != Container::kAiff || !writeCues(file, metadata.cues)))
-        leftOut.push_back("cue points");
-    if (!metadata.instrument.empty()) {
-        std::vector<char> record = metadata.instrument;
-        const bool holds = container == Container::kWav || container == Container::kAiff;
-        if (!holds || sf_command(file, SFC_SET_INSTRUMENT, record.data(), bytesOf(record)) != SF_TRUE)
-            leftOut.push_back("sampler loops");
-    }
-    return leftOut;
+bool writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata) {
+    std::vector<int> map = metadata.channelMap;
+    if (!map.empty())
+        sf_command(file, SFC_SET_CHANNEL_MAP_INFO, map.data(), static_cast<int>(map.size() * sizeof(int)));
+    bool all = true;
+    for (const auto& [tag, text] : metadata.tags)
+        all &= sf_set_string(file, tag, text.c_str()) == SF_ERR_NO_ERROR && !dropsTag(container, tag);
+    return all;
 }
 
 } // namespace varno

@@ -4,16 +4,15 @@
 #include "FileMetadata.h"
 
 #include <sndfile.h>
-#include <string>
-#include <vector>
 
 namespace varno {
 
-/// Everything of the metadata that libsndfile tells; chunks stay empty. @param file open for reading
+/// Everything of the metadata that libsndfile tells, which is all but the chunks. @param file open for
+/// reading
 FileMetadata readMetadata(SNDFILE* file, int channels);
 
-/// Hands the metadata to a file that has just been opened for writing; of `chunks` nothing.
-/// @return what the container cannot hold, each in a word or two
-std::vector<std::string> writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata);
+/// Hands text and the channel map to a file that has just been opened for writing.
+/// @return whether the container holds all of the text
+bool writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata);
 
 } // namespace varno

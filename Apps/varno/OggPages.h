@@ -10,4 +10,9 @@ namespace varno {
 /// @param descriptor open for reading and writing @param name of the file for messages @throws WorkError
 void setOggSerial(int descriptor, const std::string& name);
 
+/// Whether the file is an Ogg file without the page that ends its stream, as one that was cut off is. Its
+/// header does not promise a length, so nothing else tells. @param descriptor open for reading, able to seek;
+/// its position stays
+bool isOggWithoutEnd(int descriptor);
+
 } // namespace varno

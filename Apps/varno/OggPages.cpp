@@ -1,12 +1,14 @@
-#include "OggSerial.h"
+#include "OggPages.h"
 
 #include "CommandError.h"
 #include "FileTransfer.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -15,10 +17,13 @@ namespace varno {
 namespace {
 
 // The page header of RFC 3533, section 6.
+constexpr std::size_t kFlagsOffset = 5;
+constexpr unsigned kEndOfStreamFlag = 4;
 constexpr std::size_t kSerialOffset = 14;   // 32 bits, little-endian
 constexpr std::size_t kChecksumOffset = 22; // 32 bits, little-endian; zero while it is computed
 constexpr std::size_t kSegmentCountOffset = 26;
 constexpr std::size_t kHeaderBytes = 27; // then one byte of length per segment, then the segments
+constexpr std::int64_t kMostPageBytes = 27 + 255 + 255 * 255;
 constexpr std::uint32_t kSerial = 1;
 constexpr std::uint32_t kPolynomial = 0x04C11DB7; // of the checksum: not reflected, starting from 0
 
@@ -82,6 +87,23 @@ void setOggSerial(int descriptor, const std::string& name) {
         if (::pwrite(descriptor, page.data(), kHeaderBytes, offset) != static_cast<ssize_t>(kHeaderBytes))
             throwWriteError(name, errno);
     }
+}
+
+bool isOggWithoutEnd(int descriptor) {
+    std::vector<unsigned char> page;
+    struct stat status {};
+    if (!readPage(page, descriptor, 0) || ::fstat(descriptor, &status) != 0)
+        return false;
+    // The last page begins no further from the end than a page is long.
+    const std::int64_t start = std::max<std::int64_t>(status.st_size - kMostPageBytes, 0);
+    std::string tail(static_cast<std::size_t>(status.st_size - start), '\0');
+    if (::pread(descriptor, tail.data(), tail.size(), start) != static_cast<ssize_t>(tail.size()))
+        return false;
+    for (std::size_t at = tail.find("OggS"); at != std::string::npos; at = tail.find("OggS", at + 1))
+        if (readPage(page, descriptor, start + static_cast<std::int64_t>(at)) &&
+            (page[kFlagsOffset] & kEndOfStreamFlag) != 0)
+            return false;
+    return true;
 }
 
 } // namespace varno

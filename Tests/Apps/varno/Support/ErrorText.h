@@ -1,0 +1,26 @@
+#pragma once
+
+#include "CommandError.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace varno::test {
+
+/// The message of the error that `work` ends with; the test fails where it ends without one, with another
+/// exit status, or with a message of more than one line.
+template<typename Work>
+std::string errorText(int exitStatus, Work work) {
+    try {
+        work();
+    } catch (const CommandError& error) {
+        EXPECT_EQ(error.exitStatus(), exitStatus) << error.what();
+        const std::string text = error.what();
+        EXPECT_EQ(text.find('\n'), std::string::npos) << text;
+        return text;
+    }
+    ADD_FAILURE() << "no error";
+    return "";
+}
+
+} // namespace varno::test
