@@ -5,6 +5,9 @@
 // Built without automatic reference counting, under which this class of the system's cannot be used.
 
 AAX_CAutoreleasePool::AAX_CAutoreleasePool()
-    : mPool([[NSAutoreleasePool alloc] init]) {}
+    : mPool([[NSAutoreleasePool alloc] init]) {
+}
 
-AAX_CAutoreleasePool::~AAX_CAutoreleasePool() { [static_cast<NSAutoreleasePool*>(mPool) release]; }
+AAX_CAutoreleasePool::~AAX_CAutoreleasePool() {
+    [static_cast<NSAutoreleasePool*>(mPool) release];
+}
