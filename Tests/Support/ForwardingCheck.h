@@ -11,7 +11,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace varno {
@@ -49,8 +48,8 @@ Operation<Interface> operation(const std::string& name, int version, AAX_Result 
 
 /// The same operation, expected to reach the host as `hostCall`.
 template<class Interface>
-Operation<Interface> reaching(Operation<Interface> operation, std::string hostCall) {
-    operation.hostCall = std::move(hostCall);
+Operation<Interface> reaching(Operation<Interface> operation, const std::string& hostCall) {
+    operation.hostCall = hostCall;
     return operation;
 }
 
