@@ -1,0 +1,78 @@
+#include "AAX_CChunkDataParser.h"
+#include "AAX_CEffectParameters.h"
+#include "RealTimeGuard.h"
+#include "SampleParameters.h"
+#include "TestEffect.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace varno::test {
+namespace {
+
+/// As long as an identifier can be: no string keeps it without memory of its own.
+constexpr char kLongID[] = "ParameterWithAVeryLongIdentifie";
+static_assert(sizeof(kLongID) == 32);
+
+/// How often an action takes or gives back memory.
+int allocationsOf(const std::function<void()>& action) {
+    RealTimeScope scope;
+    action();
+    return scope.finish().allocations;
+}
+
+class ParameterLookup : public testing::Test {
+protected:
+    ParameterLookup() {
+        mEffect->onInit = [](TestEffect& self) {
+            self.add(makeFloatParameter(kLongID));
+            self.mPacketDispatcher.RegisterPacket(kLongID, 0);
+            return AAX_SUCCESS;
+        };
+        mEffect->Initialize(nullptr);
+    }
+    ~ParameterLookup() override { mEffect->Uninitialize(); }
+
+    ACFPtr<TestEffect> mEffect = makeTestEffect();
+};
+
+TEST_F(ParameterLookup, ByIdentifierTakesNoMemory) {
+    EXPECT_EQ(allocationsOf([&] {
+                  AAX_IParameter* parameter = nullptr;
+                  int32_t index = 0;
+                  double value = 0.0;
+                  EXPECT_EQ(mEffect->GetParameter(kLongID, &parameter), AAX_SUCCESS);
+                  EXPECT_EQ(mEffect->GetParameterIndex(kLongID, &index), AAX_SUCCESS);
+                  EXPECT_EQ(mEffect->GetParameterNormalizedValue(kLongID, &value), AAX_SUCCESS);
+              }),
+              0);
+}
+
+TEST_F(ParameterLookup, WhenAValueChangesTakesNoMemory) {
+    EXPECT_EQ(allocationsOf([&] {
+                  EXPECT_EQ(mEffect->SetParameterNormalizedValue(kLongID, 0.25), AAX_SUCCESS);
+                  EXPECT_EQ(
+                      mEffect->UpdateParameterNormalizedValue(kLongID, 0.25, AAX_eUpdateSource_Unspecified),
+                      AAX_SUCCESS);
+              }),
+              0);
+}
+
+TEST_F(ParameterLookup, InAChunkTakesNoMemory) {
+    AAX_CChunkDataParser chunk;
+    chunk.AddDouble(kLongID, 0.5);
+    EXPECT_EQ(allocationsOf([&] {
+                  double value = 0.0;
+                  EXPECT_TRUE(chunk.FindDouble(kLongID, &value));
+              }),
+              0);
+}
+
+TEST_F(ParameterLookup, IsMeasured) {
+    EXPECT_GT(allocationsOf([&] { mEffect->FilterParameterIDOnSave(kLongID); }), 0)
+        << "a copy of the identifier must show";
+}
+
+} // namespace
+} // namespace varno::test
