@@ -1,0 +1,31 @@
+#include "NumberText.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace varno {
+namespace {
+
+TEST(NumberText, ReadsNumbers) {
+    EXPECT_EQ(numberFromText<double>("0.25"), 0.25);
+    EXPECT_EQ(numberFromText<double>("-1e3"), -1000.0);
+    EXPECT_EQ(numberFromText<int>("42"), 42);
+    EXPECT_TRUE(std::isinf(numberFromText<double>("inf").value()));
+    EXPECT_TRUE(std::isnan(numberFromText<double>("nan").value()));
+}
+
+TEST(NumberText, TakesTheWholeTextOrNothing) {
+    for (const char* text : {"", " 1", "1 ", "1x", "x", "+1", "0,5", "--1"}) {
+        EXPECT_EQ(numberFromText<double>(text), std::nullopt) << text;
+        EXPECT_EQ(numberFromText<int>(text), std::nullopt) << text;
+    }
+    EXPECT_EQ(numberFromText<int>("1.5"), std::nullopt);
+}
+
+TEST(NumberText, WhatDoesNotFitIsNone) {
+    EXPECT_EQ(numberFromText<int>("99999999999"), std::nullopt);
+    EXPECT_EQ(numberFromText<double>("1e999"), std::nullopt);
+}
+
+} // namespace
+} // namespace varno

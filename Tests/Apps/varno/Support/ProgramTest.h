@@ -1,0 +1,50 @@
+/// The program, run in a folder of its own.
+#pragma once
+
+#include "SoundFiles.h"
+#include "Subprocess.h"
+#include "TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace varno::test {
+
+/// Content that is compared and not shown.
+struct Bytes {
+    std::string content;
+    bool operator==(const Bytes&) const = default;
+};
+void PrintTo(const Bytes& bytes, std::ostream* out);
+
+/// Runs the program with these arguments; no module is named in the environment unless `surroundings` does.
+Outcome runVarno(const std::vector<std::string>& arguments, Surroundings surroundings = {});
+
+/// The words of such a run, for a Subprocess or a shell.
+std::vector<std::string> varnoWords(const std::vector<std::string>& arguments);
+
+class ProgramTest : public testing::Test {
+protected:
+    /// Runs the program in the test's folder.
+    Outcome varno(const std::vector<std::string>& arguments) const;
+    /// Runs it and expects that it does its work and says nothing on standard error.
+    std::string varnoOut(const std::vector<std::string>& arguments) const;
+    /// Runs it and expects that it prints one line on standard error and nothing else.
+    /// @return the line without its start "varno: " and its end
+    std::string refusal(int status, const std::vector<std::string>& arguments) const;
+
+    /// The content of a file in the test's folder.
+    Bytes content(const std::string& name) const { return {readFile(path(name))}; }
+    std::string path(const std::string& name) const { return mFolder / name; }
+
+    /// Makes a sound file of music-like signal: tones with decay and noise, peak about -6 dBFS.
+    /// @param format libsndfile's number
+    void makeMusic(const std::string& name, int format, int channels, int frames, int rateHz = 48'000) const;
+
+    TemporaryFolder mFolder;
+};
+
+} // namespace varno::test
