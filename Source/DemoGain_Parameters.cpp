@@ -49,7 +49,7 @@ AAX_Result DemoGain_Parameters::EffectInit() {
     for (const SDemoGain_Parameter& row : kDemoGain_Parameters) {
         auto parameter = MakeParameter(row);
         if (mParameterManager.AddParameter(parameter.get())) {
-            parameter.release();
+            static_cast<void>(parameter.release()); // It is the manager's now.
         }
     }
     for (const SDemoGain_Parameter& row : DemoGain_ParametersInPacketOrder()) {
