@@ -83,4 +83,14 @@ TEST(Module, bringsItsMetadata) {
     EXPECT_EQ(metadata.find('@'), std::string::npos) << "every place of the template is filled in";
 }
 
+TEST(Module, bringsThePageTableThatItNames) {
+    const auto module = Module::open(VARNO_BUNDLE);
+    const ResourceDescription* const pageTable =
+        module->description().effects.at(0).resource(AAX_eResourceType_PageTable);
+    ASSERT_NE(pageTable, nullptr);
+    EXPECT_EQ(pageTable->fileName, "Varno-S.xml");
+    EXPECT_EQ(contentOf(module->resourcePath(pageTable->fileName)), contentOf(VARNO_PAGE_TABLE));
+    EXPECT_NE(contentOf(VARNO_PAGE_TABLE), "");
+}
+
 } // namespace
