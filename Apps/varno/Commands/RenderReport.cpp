@@ -1,5 +1,7 @@
 #include "RenderReport.h"
 
+#include "TextLayout.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cmath>
@@ -13,6 +15,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr double kDecibelsPerDecade = 20.0;
 constexpr double kHzPerKilohertz = 1000.0;
+constexpr int kIndent = 2; // of what is said about a file below its name
 
 __attribute__((format(printf, 1, 2))) std::string formatted(const char* format, ...) {
     char text[256];
@@ -68,10 +71,10 @@ double decibels(double magnitude) {
 std::string reportText(const RenderReport& report) {
     std::string text = report.task.output + '\n';
     if (report.isDryRun) {
-        return text + "  would be written: " + formatText(report.format) + '\n';
+        return text + paragraph("would be written: " + formatText(report.format), kIndent);
     }
-    text += "  " + formatText(report.format) + formatted("; %.0f x real time\n", speed(report));
-    return text + "  " + measuredText(report) + '\n';
+    text += paragraph(formatText(report.format) + formatted("; %.0f x real time", speed(report)), kIndent);
+    return text + paragraph(measuredText(report), kIndent);
 }
 
 std::string reportJson(const RenderReport& report) {
