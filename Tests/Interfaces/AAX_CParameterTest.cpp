@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
@@ -215,8 +216,8 @@ TEST(ParameterSteps, ComeFromADivisionByTheirWidth) {
         parameter->SetNumberOfSteps(numSteps);
         for (uint32_t step = 0; step + 1 < numSteps; ++step) {
             const double half = (step + 0.5) / (numSteps - 1);
-            const auto byDivision = static_cast<uint32_t>(half / (1.0 / (numSteps - 1)) + 0.5);
-            const auto byMultiplication = static_cast<uint32_t>(half * (numSteps - 1) + 0.5);
+            const auto byDivision = static_cast<uint32_t>(std::floor(half / (1.0 / (numSteps - 1)) + 0.5));
+            const auto byMultiplication = static_cast<uint32_t>(std::floor(half * (numSteps - 1) + 0.5));
             EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(half), byDivision);
             differing += byDivision != byMultiplication ? 1 : 0;
         }

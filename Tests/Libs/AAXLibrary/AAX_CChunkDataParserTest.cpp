@@ -84,8 +84,9 @@ TEST(ChunkDataParser, PadsNamesOfEveryLength) {
         AAX_CChunkDataParser parser;
         const std::string name(length, 'n');
         parser.AddInt32(name.c_str(), 1);
-        std::string expected = kMarker + "l_" + name + "\0"s;
-        expected.resize((expected.size() + 3) / 4 * 4);
+        std::string expected = kMarker + "l_";
+        expected += name;
+        expected.resize((expected.size() + 1 + 3) / 4 * 4);
         EXPECT_EQ(written(parser), expected + "\0\0\0\1"s) << length;
     }
 }

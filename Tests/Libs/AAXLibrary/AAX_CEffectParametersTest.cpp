@@ -212,7 +212,7 @@ TEST(EffectParametersFilter, CountsNothingWithoutParameters) {
 class PreviewState : public testing::Test {
 protected:
     PreviewState() {
-        mEffect->onInit = [this](TestEffect& effect) {
+        mEffect->onInit = [](TestEffect& effect) {
             effect.add(makeBoolParameter("PreviewID"));
             return AAX_SUCCESS;
         };

@@ -35,7 +35,7 @@ const std::string kGainAndHot = kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0
 class EffectWithChunks {
 public:
     EffectWithChunks() {
-        effect.onInit = [this](TestEffect& self) {
+        effect.onInit = [](TestEffect& self) {
             self.add(makeBoolParameter(cDefaultMasterBypassID));
             self.add(makeFloatParameter("Gain", 0.5F));
             self.add(makeFloatParameter("Hot", 0.25F));
