@@ -50,7 +50,7 @@ class CheckTextTest(unittest.TestCase):
         self.assertRegex(self.check("x\n" * 200_000), r"^file.txt:1: has 400000 bytes; ")
 
     def test_passes_what_is_right(self):
-        for content in ("", "docs/tmp/x and ${HOME}/work/x\n", "https://example.org/home/page\n", "/usr/share /dev/full\n",
+        for content in ("", "docs/tmp/x and ${HOME}/x\n", "https://example.org/home/page\n", "/usr/share /dev/full\n",
                         "hackers, todos, XXXL\n", "Gr\u00fc\u00dfe\n", "/homework\n", "TMPDIR, else /tmp\n", "a build/release/tmp/ folder\n"):
             self.assertEqual(self.check(content), "")
 

@@ -61,7 +61,7 @@ class StepsTest(FixtureProject):
     def test_names_its_steps(self):
         done = self.run_script("test", "--list")
         names = [line.split()[0] for line in done.stdout.splitlines()]
-        for name in ("format", "gcc", "clang", "tidy", "asan-ubsan", "tsan", "coverage", "long", "long-threads"):
+        for name in ("format", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "coverage", "long", "long-threads"):
             self.assertIn(name, names)
 
     def test_continuous_integration_runs_the_same(self):
