@@ -42,8 +42,11 @@ public:
 
     uint32_t AddRef() final { return mReferences.fetch_add(1, std::memory_order_relaxed) + 1; }
 
-    uint32_t Release() final {
-        const uint32_t left = mReferences.fetch_sub(1, std::memory_order_acq_rel) - 1;
+    uint32_t Release() final { return giveBack(1); }
+
+    /// Gives back `count` references at once. Returns the new count; at 0 the object is destroyed. [any]
+    uint32_t giveBack(uint32_t count) {
+        const uint32_t left = mReferences.fetch_sub(count, std::memory_order_acq_rel) - count;
         if (left == 0) {
             delete this;
         }

@@ -44,10 +44,7 @@ public:
         }
         T* object = mObject;
         mObject = nullptr;
-        const uint32_t own = references < kReserve ? references : kReserve;
-        for (uint32_t i = 0; i < own; ++i) {
-            object->Release();
-        }
+        object->giveBack(references < kReserve ? references : kReserve);
     }
 
     T* get() const { return mObject; }

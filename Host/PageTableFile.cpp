@@ -56,7 +56,7 @@ private:
     }
 
     std::string textAttribute(const pugi::xml_node& node, const char* name) const {
-        const std::string text = node.attribute(name).as_string();
+        std::string text = node.attribute(name).as_string();
         if (text.empty()) {
             fail(std::string("<") + node.name() + "> has no attribute " + quoted(name));
         }

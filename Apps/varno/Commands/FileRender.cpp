@@ -157,14 +157,15 @@ void renderFrames(RenderSession& session, Source source, BlockProcessor& process
 }
 
 void addWarnings(const AudioWriter& writer, RenderReport& report) {
-    const auto& output = report.task.output;
+    const std::string output = report.task.output + ": ";
     if (report.clippedSamples > 0) {
-        report.warnings.push_back(output + ": " + std::to_string(report.clippedSamples) +
+        report.warnings.push_back(output + std::to_string(report.clippedSamples) +
                                   " samples clipped; lower Volume, or use --format float");
     }
+    const std::string reason =
+        std::string(" not carried over, since ") + containerName(report.format.container) + " cannot hold it";
     for (const auto& item : writer.metadataLeftOut()) {
-        report.warnings.push_back(output + ": " + item + " not carried over, since " +
-                                  containerName(report.format.container) + " cannot hold it");
+        report.warnings.push_back(std::string(output).append(item).append(reason));
     }
 }
 

@@ -22,7 +22,7 @@ std::filesystem::path moduleLocation(const std::optional<std::string>& asked,
         return *fromEnvironment;
     }
     for (const char* place : kPlaces) {
-        const auto bundle = (programFolder / place / kBundleName).lexically_normal();
+        auto bundle = (programFolder / place / kBundleName).lexically_normal();
         std::error_code error;
         if (std::filesystem::exists(bundle, error)) {
             return bundle;

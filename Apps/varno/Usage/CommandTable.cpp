@@ -57,6 +57,7 @@ constexpr std::string_view kRenderDescription[] = {
     "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
     "says otherwise; tags, cue points and broadcast data are carried over. The processed signal comes one "
     "sample later than the dry one; that is not compensated.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "With --out-dir every INPUT is rendered to a file of the same name in DIR, several side by side with "
     "--jobs. One that fails does not stop the others.",
     "Without INPUT and OUTPUT a demo is made: varno-demo-dry.wav, a loop of drums and bass (8 s, stereo, "
