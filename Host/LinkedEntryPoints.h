@@ -2,17 +2,8 @@
 #ifndef LINKEDENTRYPOINTS_H
 #define LINKEDENTRYPOINTS_H
 
+#include "AAX_Exports.h"
 #include "ModuleEntryPoints.h"
-
-extern "C" {
-ACFRESULT ACFRegisterPlugin(IACFUnknown* host, IACFPluginDefinition** out);
-ACFRESULT ACFRegisterComponent(IACFUnknown* host, uint32_t index, IACFComponentDefinition** out);
-ACFRESULT ACFGetClassFactory(IACFUnknown* host, const acfUID& classID, const acfUID& iid, void** out);
-ACFRESULT ACFCanUnloadNow(IACFUnknown* host);
-ACFRESULT ACFStartup(IACFUnknown* host);
-ACFRESULT ACFShutdown(IACFUnknown* host);
-ACFRESULT ACFGetSDKVersion(uint64_t* out);
-}
 
 namespace varno {
 

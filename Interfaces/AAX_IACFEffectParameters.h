@@ -85,7 +85,8 @@ public:
 
     /// The current normalized value. Returns AAX_SUCCESS or AAX_ERROR_INVALID_PARAMETER_ID. [main]
     virtual AAX_Result GetParameterNormalizedValue(AAX_CParamID paramID, double* outValue) const = 0;
-    /// Asks the host for a value through its automation; without automation the value changes at once.
+    /// Asks the host for a value through its automation, and leaves it as it is until the host answers with
+    /// UpdateParameterNormalizedValue; a host without automation never does.
     /// Returns AAX_SUCCESS or AAX_ERROR_INVALID_PARAMETER_ID. [main]
     virtual AAX_Result SetParameterNormalizedValue(AAX_CParamID paramID, double value) = 0;
     /// Asks for the current value plus `delta`, at most 1. Returns AAX_SUCCESS or
