@@ -1,0 +1,94 @@
+/// Where everything of the editor lies: the one table that the view, the artwork and the tests share. Lengths
+/// are pixels at scale 1; the origin is the view's top left corner.
+#ifndef DEMOGAIN_VIEWLAYOUT_H
+#define DEMOGAIN_VIEWLAYOUT_H
+
+#include <cstdint>
+
+namespace DemoGain_ViewLayout {
+
+/// The drawn parts of the editor.
+enum class Art { Background, Knob, MeterOff, MeterOn, Switch, Ratio, Copy, Paste };
+
+/// A bitmap in the bundle's resources: pictures of one size stacked vertically.
+struct Bitmap {
+    Art mArt;
+    const char* mFile; ///< Its double-size variant carries kDoubleSizeMark before the extension.
+    int mWidth;        ///< Of one picture.
+    int mHeight;       ///< Of one picture.
+    int mPictures;
+};
+
+/// In the order in which they are loaded.
+inline constexpr Bitmap kBitmaps[] = {
+    {Art::Background, "Varno_simple_sfondo.png", 690, 390, 1},
+    {Art::Knob, "Varno_simple_knob.png", 62, 62, 131},
+    {Art::MeterOff, "Varno_GRmeter_off.png", 330, 16, 1},
+    {Art::MeterOn, "Varno_GRmeter_on.png", 330, 16, 1},
+    {Art::Switch, "Varno_simple_switch.png", 40, 30, 2},
+    {Art::Ratio, "Varno_simple_ratio.png", 224, 30, 8},
+    {Art::Copy, "Varno_PresetPulsCopy.png", 120, 20, 2},
+    {Art::Paste, "Varno_PresetPulsPaste.png", 120, 20, 2},
+};
+
+/// What a file of twice the size is marked with: name#2.0x.png.
+inline constexpr char kDoubleSizeMark[] = "#2.0x";
+
+/// The row of kBitmaps that holds `art`. [any]
+constexpr const Bitmap& BitmapOf(Art art) {
+    return kBitmaps[static_cast<int>(art)];
+}
+
+/// Steps of a meter.
+inline constexpr int kMeterSteps = 16;
+
+enum class Kind { Knob, OnOffButton, RatioSwitch, KickButton, Meter };
+
+/// No tag: the control tells its listener nothing.
+inline constexpr int32_t kNoTag = -1;
+
+/// A control: its size is that of one picture of its bitmap.
+struct Control {
+    Kind mKind;
+    int mX;
+    int mY;
+    Art mArt;
+    int32_t mTag;
+    const char* mID; ///< The parameter, or the name under which the host knows the control.
+};
+
+/// In the order in which they are added: later ones are drawn above earlier ones.
+inline constexpr Control kControls[] = {
+    {Kind::Knob, 24, 56, Art::Knob, 3, "Gain"},
+    {Kind::Knob, 604, 56, Art::Knob, 12, "Volume"},
+    {Kind::Knob, 269, 56, Art::Knob, 6, "Atk"},
+    {Kind::Knob, 409, 56, Art::Knob, 7, "Rls"},
+    {Kind::Knob, 24, 208, Art::Knob, 13, "Hot"},
+    {Kind::Knob, 604, 208, Art::Knob, 15, "Mix"},
+    {Kind::OnOffButton, 161, 77, Art::Switch, 4, "HP"},
+    {Kind::OnOffButton, 212, 77, Art::Switch, 5, "Band"},
+    {Kind::OnOffButton, 549, 135, Art::Switch, 8, "UK"},
+    {Kind::OnOffButton, 549, 72, Art::Switch, 9, "ASw"},
+    {Kind::OnOffButton, 549, 224, Art::Switch, 10, "LinkSw"},
+    {Kind::OnOffButton, 161, 132, Art::Switch, 11, "HSw"},
+    {Kind::RatioSwitch, 233, 233, Art::Ratio, 14, "Ratio"},
+    {Kind::KickButton, 193, 361, Art::Copy, 18, "PR1K"},
+    {Kind::KickButton, 323, 361, Art::Paste, 19, "PR2K"},
+    {Kind::Meter, 180, 278, Art::MeterOff, kNoTag, "METERGR1"},
+    {Kind::Meter, 180, 303, Art::MeterOff, kNoTag, "METERGR2"},
+};
+
+/// A rectangle by its edges.
+struct Edges {
+    int mLeft;
+    int mTop;
+    int mRight;
+    int mBottom;
+};
+
+/// The line that names what was changed last.
+inline constexpr Edges kStatusLabel = {10, 362, 150, 380};
+
+} // namespace DemoGain_ViewLayout
+
+#endif
