@@ -69,7 +69,11 @@ void* ViewContainer::interfaceFor(const acfIID& iid) {
     if (iid == IID_IAAXViewContainerV1) {
         return static_cast<AAX_IACFViewContainer*>(this);
     }
-    return iid == IID_IAAXViewContainerV2 ? static_cast<AAX_IACFViewContainer_V2*>(this) : nullptr;
+    if (iid == IID_IAAXViewContainerV2) {
+        return static_cast<AAX_IACFViewContainer_V2*>(this);
+    }
+    return iid == IID_IVarnoDesktopV1 && mDesktop.hasDesktop() ? static_cast<AAX_IACFDesktop*>(&mDesktop)
+                                                               : nullptr;
 }
 
 } // namespace varno

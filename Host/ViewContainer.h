@@ -3,6 +3,7 @@
 #define VIEWCONTAINER_H
 
 #include "AAX_IACFViewContainer.h"
+#include "DesktopFacet.h"
 #include "HostObject.h"
 
 #include <functional>
@@ -20,8 +21,9 @@ struct MouseOffer {
     uint32_t modifiers = 0; ///< AAX_EModifiers bits.
 };
 
-/// View container versions 1 and 2. A plain container around a native view that its maker owns. An editor
-/// borrows it, so its references are not counted against the module. [main]
+/// View container versions 1 and 2, and the desktop around it where there is one. A plain container around a
+/// native view that its maker owns. An editor borrows it, so its references are not counted against the
+/// module. [main]
 class ViewContainer : public HostObject<AAX_IACFViewContainer_V2> {
 public:
     using MouseHandler = std::function<AAX_Result(const MouseOffer&)>;
@@ -32,6 +34,8 @@ public:
 
     /// The native view: its kind (an AAX_EViewContainerType) and the view itself, borrowed.
     void setView(int32_t type, void* view);
+    /// The desktop around the view (borrowed, outlives the editor); without one the module is told of none.
+    void setDesktop(Desktop* desktop) { mDesktop.setDesktop(desktop); }
     /// The modifier keys that are down.
     void setModifiers(uint32_t modifiers) { mModifiers = modifiers; }
     /// Answers mouse offers: AAX_SUCCESS takes one. Without a handler none is taken.
@@ -67,6 +71,7 @@ private:
     void* mView = nullptr;
     uint32_t mModifiers = 0;
     AAX_Point mSize;
+    DesktopFacet mDesktop{*this};
     MouseHandler mMouseHandler;
     SizeHandler mSizeHandler;
     std::vector<MouseOffer> mOffers;

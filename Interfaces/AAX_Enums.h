@@ -112,6 +112,8 @@ enum AAX_ETargetPlatform : int32_t {
 enum AAX_EViewContainerType : int32_t {
     AAX_eViewContainerType_None = 0,
     AAX_eViewContainerType_Cocoa = 1, ///< An NSView.
+    /// The identifier of an X11 window, as a number in place of the pointer. This project's own.
+    AAX_eViewContainerType_X11 = AAX_VALUE_ViewContainerType_X11,
 };
 
 /// Modifier keys and buttons of a mouse event, as bits.

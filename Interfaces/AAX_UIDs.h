@@ -91,6 +91,8 @@ inline constexpr acfIID IID_IAAXViewContainerV1 = {
     0xDC521CCD, 0xAA64, 0x4AC1, {0xBF, 0xA7, 0x0D, 0x5B, 0x8B, 0x01, 0x42, 0xCF}};
 inline constexpr acfIID IID_IAAXViewContainerV2 = {
     0x4A7F3D8C, 0x7A31, 0x4D5A, {0xA4, 0x4A, 0xC4, 0x7F, 0x96, 0xE1, 0xD5, 0x7B}};
+inline constexpr acfIID IID_IVarnoDesktopV1 = {
+    0x0D97206B, 0x8AAB, 0x465B, {0x97, 0x90, 0x43, 0x3C, 0xFD, 0x39, 0x54, 0x89}};
 
 // What the plug-in implements.
 inline constexpr acfIID IID_IAAXEffectParametersV1 = {
@@ -111,6 +113,7 @@ inline constexpr acfUID AAX_FeatureUID_ExtendedStemFormats = {
 // Values of the host's enumerations (AAX_Enums.h gives them their types). Of each enumeration only what this
 // system itself has to say or to understand is named here; every other value passes through unread.
 inline constexpr int AAX_VALUE_UpdateSource_Unspecified = 0;
+inline constexpr int AAX_VALUE_ViewContainerType_X11 = 0x58313157; // "X11W"
 inline constexpr int AAX_VALUE_SupportLevel_Unsupported = 0;
 inline constexpr int AAX_VALUE_SupportLevel_Supported = 1;
 inline constexpr int AAX_VALUE_TextEncoding_UTF8 = 0;

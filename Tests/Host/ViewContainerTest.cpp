@@ -70,6 +70,7 @@ TEST_F(ViewContainerTest, AnswersToBothVersions) {
     EXPECT_TRUE(ACFPtr<IACFUnknown>::Query(container.Get(), IID_IAAXViewContainerV1));
     EXPECT_TRUE(ACFPtr<IACFUnknown>::Query(container.Get(), IID_IAAXViewContainerV2));
     EXPECT_FALSE(ACFPtr<IACFUnknown>::Query(container.Get(), IID_IAAXPageTableV1));
+    EXPECT_FALSE(ACFPtr<IACFUnknown>::Query(container.Get(), IID_IVarnoDesktopV1));
 }
 
 } // namespace

@@ -1,0 +1,35 @@
+/// What the host tells of the desktop around a view, and does for an editor there.
+#ifndef AAX_IACFDESKTOP_H
+#define AAX_IACFDESKTOP_H
+
+#include "AAX.h"
+
+/// Called by the host's event loop with the context that came with it. [main]
+using AAX_CWakeProc = void (*)(void* context);
+
+/// Version 1 (IID_IVarnoDesktopV1), an interface of this project's own that a view container may answer to:
+/// on desktops whose windows bring no event loop and no scale of their own (X11). Without it an editor lives
+/// on the host's timer alone, at scale 1. Contexts are borrowed until taken back. Where the desktop has been
+/// taken away, questions and wishes return AAX_ERROR_NULL_OBJECT.
+class AAX_IACFDesktop : public IACFUnknown {
+public:
+    /// The factor by which the desktop enlarges what it shows, 1 for the plain size. Returns AAX_SUCCESS, or
+    /// AAX_ERROR_NULL_ARGUMENT. [main]
+    virtual AAX_Result GetScale(double* outScale) = 0;
+    /// Calls `proc` whenever the file descriptor can be read, until UnwatchDescriptor. Returns AAX_SUCCESS,
+    /// or AAX_ERROR_NULL_ARGUMENT for a null `proc`. [main]
+    virtual AAX_Result WatchDescriptor(int32_t descriptor, AAX_CWakeProc proc, void* context) = 0;
+    /// Ends the watch that began with this descriptor and context; none is no failure. Returns AAX_SUCCESS.
+    /// [main]
+    virtual AAX_Result UnwatchDescriptor(int32_t descriptor, void* context) = 0;
+    /// Calls `proc` every `periodMs` milliseconds, until StopTimer; a second timer of the same context takes
+    /// the place of the first. Returns AAX_SUCCESS, or AAX_ERROR_NULL_ARGUMENT for a null `proc`. [main]
+    virtual AAX_Result StartTimer(uint32_t periodMs, AAX_CWakeProc proc, void* context) = 0;
+    /// Ends the timer of this context; none is no failure. Returns AAX_SUCCESS. [main]
+    virtual AAX_Result StopTimer(void* context) = 0;
+
+protected:
+    ~AAX_IACFDesktop() = default;
+};
+
+#endif
