@@ -18,6 +18,7 @@ configure_and_build() {
     cd "$root" || return
     # A cache of compilations is used where there is one.
     ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    need_vstgui || return
     if must_configure "$folder"; then
         say "configuring ($preset)"
         run_logged "$log" discard configure_reason cmake --fresh --preset "$preset" || return
@@ -26,6 +27,14 @@ configure_and_build() {
     choose_prefix "$preset"
     NINJA_STATUS='[%f/%t] ' run_logged "$log" build_progress build_reason \
         "${prefix[@]}" cmake --build "build/$preset" --parallel "$(nproc)" --target "$@"
+}
+
+# Fetched before cmake would, which says nothing while it does.
+need_vstgui() {
+    [[ -z ${VSTGUI_SOURCE_DIR-} ]] || return 0
+    local options=()
+    [[ $may_install == yes ]] || options=(--cached)
+    Scripts/fetch-vstgui "${options[@]}" >/dev/null
 }
 
 # choose_prefix PRESET: sets the words that go before a command that runs programs of the preset. Those of the

@@ -50,7 +50,7 @@ step_format() { lint each_cpp_file clang-format-14 --style=file --dry-run -Werro
 step_includes() { lint Scripts/check-includes .; }
 step_comments() { lint Scripts/check-interface-comments Interfaces; }
 step_text() { lint Scripts/check-text .; }
-step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run; }
+step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/fetch-vstgui; }
 step_headers() { build_preset release all_verify_interface_header_sets; }
 # The clang build comes first: it makes the generated headers and knows what each file includes.
 step_tidy() {

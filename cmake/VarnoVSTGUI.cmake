@@ -1,0 +1,31 @@
+# The library that the editor is drawn with, built from its published source: the target varno_vstgui.
+
+set(VSTGUI_SOURCE_DIR "$ENV{VSTGUI_SOURCE_DIR}" CACHE PATH
+  "Folder of VSTGUI 4.13.3's source (holds vstgui/CMakeLists.txt); fetched once per user where none is named")
+set(vstgui_folder ${VSTGUI_SOURCE_DIR})
+if(NOT vstgui_folder)
+  execute_process(COMMAND ${PROJECT_SOURCE_DIR}/Scripts/fetch-vstgui
+    OUTPUT_VARIABLE vstgui_folder OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+endif()
+if(NOT EXISTS ${vstgui_folder}/vstgui/CMakeLists.txt)
+  message(FATAL_ERROR "VSTGUI_SOURCE_DIR: ${vstgui_folder} holds no vstgui/CMakeLists.txt")
+endif()
+
+set(VSTGUI_STANDALONE OFF)
+set(VSTGUI_TOOLS OFF)
+set(VSTGUI_DISABLE_UNITTESTS 1)
+set(VSTGUI_ENABLE_XMLPARSER OFF)
+set(VSTGUI_ENABLE_OPENGL_SUPPORT OFF)
+add_subdirectory(${vstgui_folder}/vstgui ${PROJECT_BINARY_DIR}/vstgui EXCLUDE_FROM_ALL SYSTEM)
+
+# The library's headers declare other classes under other definitions: the same ones for it and for all that include
+# them, whatever the configuration.
+set(vstgui_definitions VSTGUI_ENABLE_DEPRECATED_METHODS=1 VSTGUI_ENABLE_XML_PARSER=0 VSTGUI_OPENGL_SUPPORT=0)
+set_target_properties(vstgui PROPERTIES COMPILE_DEFINITIONS "NDEBUG;RELEASE;${vstgui_definitions}")
+# Its warnings are not ours to mend.
+target_compile_options(vstgui PRIVATE -w)
+
+add_library(varno_vstgui INTERFACE)
+target_include_directories(varno_vstgui SYSTEM INTERFACE ${vstgui_folder})
+target_compile_definitions(varno_vstgui INTERFACE ${vstgui_definitions})
+target_link_libraries(varno_vstgui INTERFACE vstgui)
