@@ -1,0 +1,29 @@
+/// The module's bundle: the folder that holds its binary and its resources.
+#ifndef VARNO_BUNDLE_H
+#define VARNO_BUNDLE_H
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace varno {
+
+struct Bundle {
+    /// The folder of the resources; absolute, and there.
+    std::filesystem::path resources;
+
+    /// The system's own reference to the bundle, for libraries that look resources up through it: a
+    /// CFBundleRef on macOS, borrowed for as long as the module is loaded. Null on Linux, where the folder is
+    /// all there is.
+    void* reference = nullptr;
+};
+
+/// The bundle of the module that this code is in; where it is linked into a program, what lies around that
+/// program in the same way. Empty where there is none or it has no resources.
+/// @param identifier the bundle's reverse-domain name, by which macOS finds it; of no meaning on Linux, where
+/// the binary's path tells [main]
+std::optional<Bundle> moduleBundle(const std::string& identifier);
+
+} // namespace varno
+
+#endif

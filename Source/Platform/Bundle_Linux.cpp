@@ -1,0 +1,40 @@
+#include "Bundle.h"
+
+#include "BundleLayout.h"
+
+#include <dlfcn.h>
+#include <link.h>
+
+namespace varno {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The file that this code was loaded from; empty where the system does not tell.
+fs::path thisBinary() {
+    std::error_code unknown;
+    static const char codeOfThisBinary = 0;
+    Dl_info info{};
+    void* found = nullptr;
+    if (dladdr1(&codeOfThisBinary, &info, &found, RTLD_DL_LINKMAP) == 0) {
+        return {};
+    }
+    // The loader names a program only by the word that started it, which need not lead to it.
+    const char* const name = static_cast<const link_map*>(found)->l_name;
+    return *name == '\0' ? fs::read_symlink("/proc/self/exe", unknown) : fs::absolute(name, unknown);
+}
+
+/// Asked for while the module is loaded: its name may be relative, and the host may change its folder later.
+const fs::path kBinary = thisBinary();
+
+} // namespace
+
+std::optional<Bundle> moduleBundle(const std::string&) {
+    if (const auto resources = resourcesOf(kBinary)) {
+        return Bundle{*resources, nullptr};
+    }
+    return std::nullopt;
+}
+
+} // namespace varno

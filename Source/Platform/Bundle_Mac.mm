@@ -1,0 +1,33 @@
+#include "Bundle.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <array>
+#include <climits>
+#include <memory>
+
+namespace varno {
+
+namespace {
+
+struct Release {
+    void operator()(CFTypeRef object) const { CFRelease(object); }
+};
+
+template<typename Ref>
+using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
+
+} // namespace
+
+std::optional<Bundle> moduleBundle(const std::string& identifier) {
+    const Owned<CFStringRef> name(
+        CFStringCreateWithCString(kCFAllocatorDefault, identifier.c_str(), kCFStringEncodingUTF8));
+    const CFBundleRef bundle = name ? CFBundleGetBundleWithIdentifier(name.get()) : nullptr;
+    const Owned<CFURLRef> folder(bundle ? CFBundleCopyResourcesDirectoryURL(bundle) : nullptr);
+    std::array<UInt8, PATH_MAX> path{};
+    if (!folder || !CFURLGetFileSystemRepresentation(folder.get(), true, path.data(), path.size())) {
+        return std::nullopt;
+    }
+    return Bundle{reinterpret_cast<const char*>(path.data()), bundle};
+}
+
+} // namespace varno

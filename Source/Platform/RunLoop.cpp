@@ -1,0 +1,168 @@
+#include "RunLoop.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace varno {
+
+namespace {
+
+struct Descriptor {
+    int number;
+    RunLoop::Callback handler;
+};
+
+struct Timer {
+    std::chrono::milliseconds period;
+    RunLoop::TimePoint due;
+    RunLoop::Callback handler;
+};
+
+template<typename Entry>
+using Owned = std::vector<std::shared_ptr<Entry>>;
+
+/// What there is now, for a walk during which entries come and go: one that goes is found expired.
+template<typename Entry>
+std::vector<std::weak_ptr<Entry>> snapshot(const Owned<Entry>& entries) {
+    return {entries.begin(), entries.end()};
+}
+
+/// Calls for each entry of the snapshot that is still there; the entry stays whole until its call returns.
+template<typename Entry, typename Call>
+void eachLeft(const std::vector<std::weak_ptr<Entry>>& entries, Call call) {
+    for (const auto& entry : entries) {
+        if (const auto left = entry.lock()) {
+            call(*left);
+        }
+    }
+}
+
+/// Sets a flag for a scope, unless it is gone by its end.
+class Raised {
+public:
+    explicit Raised(const std::shared_ptr<bool>& flag)
+        : mFlag(flag) {
+        *flag = true;
+    }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+    ~Raised() {
+        if (const auto flag = mFlag.lock()) {
+            *flag = false;
+        }
+    }
+
+private:
+    std::weak_ptr<bool> mFlag;
+};
+
+} // namespace
+
+struct RunLoop::State {
+    Clock clock;
+    std::shared_ptr<bool> ticking = std::make_shared<bool>(false);
+    Owned<Descriptor> descriptors;
+    Owned<Timer> timers;
+    Owned<Watcher> watchers;
+
+    std::set<int> numbers() const {
+        std::set<int> found;
+        for (const auto& descriptor : descriptors) {
+            found.insert(descriptor->number);
+        }
+        return found;
+    }
+
+    void tell(std::function<void(int)> Watcher::*what, int number) const {
+        eachLeft(snapshot(watchers), [&](const Watcher& watcher) { (watcher.*what)(number); });
+    }
+
+    /// Puts an entry into its list; the registration takes it out and then calls what follows.
+    template<typename Entry, typename Afterwards>
+    static Registration add(const std::shared_ptr<State>& state, Owned<Entry> State::*list, Entry entry,
+                            Afterwards afterwards) {
+        auto owned = std::make_shared<Entry>(std::move(entry));
+        std::weak_ptr<Entry> known = owned;
+        ((*state).*list).push_back(std::move(owned));
+        return Registration([loop = std::weak_ptr(state), list, known, afterwards] {
+            const auto current = loop.lock();
+            const auto leaving = known.lock();
+            if (current && leaving) {
+                std::erase((*current).*list, leaving);
+                afterwards(*current, *leaving);
+            }
+        });
+    }
+};
+
+std::shared_ptr<RunLoop> RunLoop::shared() {
+    static std::weak_ptr<RunLoop> instance;
+    auto loop = instance.lock();
+    if (!loop) {
+        loop = std::make_shared<RunLoop>();
+        instance = loop;
+    }
+    return loop;
+}
+
+RunLoop::RunLoop(Clock clock)
+    : mState(std::make_shared<State>()) {
+    mState->clock = std::move(clock);
+}
+
+RunLoop::~RunLoop() = default;
+
+Registration RunLoop::addDescriptor(int descriptor, Callback handler) {
+    // A number that is still registered may have been closed and given out again for another file.
+    if (mState->numbers().count(descriptor) > 0) {
+        mState->tell(&Watcher::onRemoved, descriptor);
+    }
+    auto registration = State::add(mState, &State::descriptors, Descriptor{descriptor, std::move(handler)},
+                                   [](const State& state, const Descriptor& gone) {
+                                       if (state.numbers().count(gone.number) == 0) {
+                                           state.tell(&Watcher::onRemoved, gone.number);
+                                       }
+                                   });
+    mState->tell(&Watcher::onAdded, descriptor);
+    return registration;
+}
+
+Registration RunLoop::addTimer(std::chrono::milliseconds period, Callback handler) {
+    return State::add(mState, &State::timers, Timer{period, mState->clock() + period, std::move(handler)},
+                      [](const State&, const Timer&) {});
+}
+
+Registration RunLoop::addWatcher(Watcher watcher) {
+    const auto tellOfEach = [](const State& state, const std::function<void(int)>& call) {
+        const std::set<int> numbers = state.numbers();
+        std::for_each(numbers.begin(), numbers.end(), call);
+    };
+    tellOfEach(*mState, watcher.onAdded);
+    return State::add(
+        mState, &State::watchers, std::move(watcher),
+        [tellOfEach](const State& state, const Watcher& gone) { tellOfEach(state, gone.onRemoved); });
+}
+
+void RunLoop::tick() {
+    if (*mState->ticking) {
+        return;
+    }
+    // A handler may end the loop: from here on nothing of it is touched.
+    const Raised ticking(mState->ticking);
+    const auto descriptors = snapshot(mState->descriptors);
+    const auto timers = snapshot(mState->timers);
+    const TimePoint now = mState->clock();
+    eachLeft(descriptors, [](const Descriptor& descriptor) { descriptor.handler(); });
+    eachLeft(timers, [now](Timer& timer) {
+        if (timer.due <= now) {
+            // In step with the period, unless ticks are rarer than that.
+            const TimePoint next = timer.due + timer.period;
+            timer.due = next > now ? next : now + timer.period;
+            timer.handler();
+        }
+    });
+}
+
+} // namespace varno
