@@ -23,10 +23,10 @@ struct Bitmap {
 inline constexpr Bitmap kBitmaps[] = {
     {Art::Background, "Varno_simple_sfondo.png", 690, 390, 1},
     {Art::Knob, "Varno_simple_knob.png", 62, 62, 131},
-    {Art::MeterOff, "Varno_GRmeter_off.png", 330, 16, 1},
-    {Art::MeterOn, "Varno_GRmeter_on.png", 330, 16, 1},
-    {Art::Switch, "Varno_simple_switch.png", 40, 30, 2},
-    {Art::Ratio, "Varno_simple_ratio.png", 224, 30, 8},
+    {Art::MeterOff, "Varno_GRmeter_off.png", 336, 16, 1},
+    {Art::MeterOn, "Varno_GRmeter_on.png", 336, 16, 1},
+    {Art::Switch, "Varno_simple_switch.png", 36, 24, 2},
+    {Art::Ratio, "Varno_simple_ratio.png", 232, 30, 8},
     {Art::Copy, "Varno_PresetPulsCopy.png", 120, 20, 2},
     {Art::Paste, "Varno_PresetPulsPaste.png", 120, 20, 2},
 };

@@ -1,0 +1,60 @@
+#include "Artwork.h"
+#include "Icon.h"
+#include "Options.h"
+
+#include <exception>
+#include <iostream>
+
+namespace varno {
+namespace {
+
+/// Exit statuses.
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+void drawBitmaps(const Typeface& typeface, const std::filesystem::path& folder) {
+    std::filesystem::create_directories(folder);
+    for (const auto& bitmap : DemoGain_ViewLayout::kBitmaps) {
+        for (const int scale : kScales) {
+            drawBitmap(bitmap, typeface, scale).write(folder / fileName(bitmap, scale));
+        }
+    }
+}
+
+void drawIcons(const Typeface& typeface, const std::filesystem::path& folder) {
+    for (const int size : kIconSizes) {
+        const std::filesystem::path file = folder / iconFile(size);
+        std::filesystem::create_directories(file.parent_path());
+        drawIcon(typeface, size).write(file);
+    }
+}
+
+void run(const Options& options) {
+    if (options.mHelp) {
+        std::cout << kHelp;
+        return;
+    }
+    const Typeface typeface;
+    if (options.mPreview) {
+        drawPreview(typeface, options.mScale).write(*options.mPreview);
+        return;
+    }
+    drawBitmaps(typeface, options.mFolder);
+    drawIcons(typeface, options.mFolder);
+}
+
+} // namespace
+} // namespace varno
+
+int main(int argc, char** argv) {
+    try {
+        varno::run(varno::parseOptions({argv + 1, argv + argc}));
+        return 0;
+    } catch (const varno::UsageError& error) {
+        std::cerr << "varno_artwork: " << error.what() << '\n';
+        return varno::kWrongUsage;
+    } catch (const std::exception& error) {
+        std::cerr << "varno_artwork: " << error.what() << '\n';
+        return varno::kFailed;
+    }
+}

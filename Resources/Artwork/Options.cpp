@@ -1,0 +1,71 @@
+#include "Options.h"
+
+#include <charconv>
+
+namespace varno {
+namespace {
+
+int parseScale(const std::string& text) {
+    int scale = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, scale);
+    if (error != std::errc() || rest != end || scale < 1 || scale > kLargestPreviewScale) {
+        throw UsageError("--scale: \"" + text + "\" is not a whole number from 1 to " +
+                         std::to_string(kLargestPreviewScale));
+    }
+    return scale;
+}
+
+} // namespace
+
+const char* const kHelp = R"(Draws the bitmaps of the Varno-S editor.
+
+usage: varno_artwork FOLDER
+       varno_artwork --preview FILE [--scale N]
+
+FOLDER is where every bitmap goes, as NAME.png and, at twice the size, as NAME#2.0x.png; below it,
+icons/SIZExSIZE/varno-s.png is the product's icon. The folder is made if it is not there.
+
+  --preview FILE  draws one picture of the whole editor, some of its controls moved, to look at
+  --scale N       pixels of the preview for one of the editor, 1 to 4; 1 unless given
+  --help          prints this
+)";
+
+Options parseOptions(const std::vector<std::string>& arguments) {
+    Options options;
+    bool scaled = false;
+    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+        const auto value = [&] {
+            const std::string& name = *argument;
+            if (++argument == arguments.end()) {
+                throw UsageError(name + " needs a value");
+            }
+            return *argument;
+        };
+        if (*argument == "--help") {
+            options.mHelp = true;
+            return options;
+        }
+        if (*argument == "--preview") {
+            options.mPreview = value();
+        } else if (*argument == "--scale") {
+            options.mScale = parseScale(value());
+            scaled = true;
+        } else if (argument->starts_with("-")) {
+            throw UsageError(*argument + " is not an option; --help lists them");
+        } else if (options.mFolder.empty()) {
+            options.mFolder = *argument;
+        } else {
+            throw UsageError("\"" + *argument + "\" is one folder too many");
+        }
+    }
+    if (options.mPreview.has_value() != options.mFolder.empty()) {
+        throw UsageError("expected a folder or --preview FILE; --help tells more");
+    }
+    if (scaled && !options.mPreview) {
+        throw UsageError("--scale goes with --preview alone");
+    }
+    return options;
+}
+
+} // namespace varno

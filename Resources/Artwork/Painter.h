@@ -1,0 +1,91 @@
+/// What all drawing is made of: shapes, and lettering that is remembered.
+#ifndef PAINTER_H
+#define PAINTER_H
+
+#include "Geometry.h"
+#include "Palette.h"
+#include "Typeface.h"
+
+#include <cairo.h>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// Size in pixels at scale 1, tracking in the same between letters.
+struct TextStyle {
+    Weight mWeight;
+    double mSize;
+    double mTracking;
+};
+
+enum class Align { Left, Center, Right };
+
+/// Lettering that was drawn: its ink lies within the box, whose place is that in the picture.
+struct DrawnText {
+    std::string mText;
+    Box mBox;
+    Color mColor;
+};
+
+/// Draws on a cairo context, which it does not own; lengths are pixels at scale 1.
+class Painter {
+public:
+    /// Without lettering, texts are remembered but not drawn.
+    Painter(cairo_t* cairo, const Typeface& typeface, bool lettering = true)
+        : mCairo(cairo),
+          mTypeface(typeface),
+          mLettering(lettering) {}
+
+    cairo_t* cairo() const { return mCairo; }
+    /// Pixels of the image to a unit.
+    double scale() const;
+
+    // Paths. Each replaces the one before.
+    void box(const Box& box);
+    void roundedBox(const Box& box, double radius);
+    void circle(Point center, double radius);
+    /// Between two of a dial's degrees.
+    void dialArc(Point center, double radius, double fromDegrees, double toDegrees);
+    /// From `inner` to `outer` at one of a dial's degrees.
+    void dialRay(Point center, double inner, double outer, double degrees);
+    void line(const std::vector<Point>& points);
+
+    // Each paints the current path and ends it.
+    void fill(Color color, double alpha = 1.0);
+    void stroke(Color color, double width, double alpha = 1.0);
+    /// The gradient runs straight down.
+    void fillDown(double fromY, double toY, Color top, Color bottom);
+    void strokeDown(double fromY, double toY, Color top, Color bottom, double width);
+
+    /// Draws a line of text on the baseline at `anchor`, whose x is the middle or an edge of the ink.
+    void text(const std::string& text, const TextStyle& style, Point anchor, Align align, Color color);
+
+    /// Everything that text() was called for.
+    const std::vector<DrawnText>& texts() const { return mTexts; }
+
+private:
+    cairo_t* mCairo;
+    const Typeface& mTypeface;
+    bool mLettering;
+    std::vector<DrawnText> mTexts;
+};
+
+/// Keeps what is set on the context within a scope.
+class SavedState {
+public:
+    explicit SavedState(const Painter& painter)
+        : mCairo(painter.cairo()) {
+        cairo_save(mCairo);
+    }
+    SavedState(const SavedState&) = delete;
+    SavedState& operator=(const SavedState&) = delete;
+    ~SavedState() { cairo_restore(mCairo); }
+
+private:
+    cairo_t* mCairo;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,70 @@
+/// The colours of the editor, each named after what it is the colour of.
+#ifndef PALETTE_H
+#define PALETTE_H
+
+namespace varno {
+
+/// A colour of the sRGB space; components run from 0 to 1.
+struct Color {
+    double red;
+    double green;
+    double blue;
+};
+
+/// The colour written 0xRRGGBB. [any]
+constexpr Color rgb(unsigned code) {
+    constexpr unsigned kByte = 0xFF;
+    constexpr double kFull = 255.0;
+    return {((code >> 16U) & kByte) / kFull, ((code >> 8U) & kByte) / kFull, (code & kByte) / kFull};
+}
+
+/// `from` at 0, `to` at 1. [any]
+constexpr Color between(Color from, Color to, double share) {
+    return {from.red + (to.red - from.red) * share, from.green + (to.green - from.green) * share,
+            from.blue + (to.blue - from.blue) * share};
+}
+
+/// Relative luminance as WCAG 2 defines it: black is 0, white 1. [any]
+double luminance(Color color);
+
+/// Contrast of two colours as WCAG 2 defines it: 1 (none) to 21 (black and white). [any]
+double contrast(Color a, Color b);
+
+namespace palette {
+
+inline constexpr Color kWhite = rgb(0xFFFFFF);
+inline constexpr Color kBlack = rgb(0x000000);
+
+// The panel: a matte sheet, and the plate let into it.
+inline constexpr Color kSheetTop = rgb(0x3A3D42);
+inline constexpr Color kSheetBottom = rgb(0x2D3034);
+inline constexpr Color kPlateTop = rgb(0x1F2124);
+inline constexpr Color kPlateBottom = rgb(0x26292D);
+inline constexpr Color kRecess = rgb(0x0E0F10);
+
+// Lettering: what a control is called, and what explains it.
+inline constexpr Color kName = rgb(0xEFEBE4);
+inline constexpr Color kHint = rgb(0xB4B1AB);
+inline constexpr Color kLine = rgb(0x6C6F74);
+
+// Everything that is lit, from faint to glaring.
+inline constexpr Color kUnlit = rgb(0x2B2623);
+inline constexpr Color kLit = rgb(0xFF9D33);
+inline constexpr Color kLitHot = rgb(0xFF5A36);
+inline constexpr Color kLitCore = rgb(0xFFD9A0);
+inline constexpr Color kInkOnLit = rgb(0x221304);
+
+// Metal and plastic of the controls.
+inline constexpr Color kSkirtLight = rgb(0x55595F);
+inline constexpr Color kSkirtDark = rgb(0x141517);
+inline constexpr Color kCapLight = rgb(0x4A4E54);
+inline constexpr Color kCapDark = rgb(0x24272A);
+inline constexpr Color kMetalLight = rgb(0xDADCDD);
+inline constexpr Color kMetalDark = rgb(0x85898D);
+inline constexpr Color kKeyLight = rgb(0x474B50);
+inline constexpr Color kKeyDark = rgb(0x303338);
+
+} // namespace palette
+} // namespace varno
+
+#endif

@@ -1,0 +1,46 @@
+/// A picture as pixels.
+#pragma once
+
+#include "Canvas.h"
+#include "Palette.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace varno::test {
+
+/// The pixels of a PNG file or of a canvas. Half-transparent ones are taken as lying on black.
+class Image {
+public:
+    /// Throws std::runtime_error where the file cannot be read.
+    static Image read(const std::filesystem::path& file);
+    static Image of(const Canvas& canvas);
+
+    int width() const { return mWidth; }
+    int height() const { return mHeight; }
+    Color color(int x, int y) const { return at(x, y).mColor; }
+    double alpha(int x, int y) const { return at(x, y).mAlpha; }
+    double luminance(int x, int y) const { return varno::luminance(color(x, y)); }
+    /// The n-th of `count` pictures of one height, stacked vertically.
+    Image picture(int n, int count) const;
+
+    friend bool operator==(const Image& a, const Image& b);
+
+private:
+    struct Pixel {
+        Color mColor;
+        double mAlpha;
+    };
+
+    Image(int width, int height)
+        : mWidth(width),
+          mHeight(height) {}
+    static Image of(cairo_surface_t* surface);
+    const Pixel& at(int x, int y) const;
+
+    int mWidth;
+    int mHeight;
+    std::vector<Pixel> mPixels;
+};
+
+} // namespace varno::test
