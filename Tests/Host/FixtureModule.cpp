@@ -55,7 +55,7 @@ void describeVariant(AAX_IACFEffectDescriptor& effect, AAX_IACFComponentDescript
     map->AddProperty(AAX_eProperty_ProductID, kProductID);
     map->AddProperty(AAX_eProperty_InputStemFormat, format);
     map->AddProperty(AAX_eProperty_OutputStemFormat, format);
-    map->AddProperty(AAX_eProperty_PlugInID_Native, isMono ? kMonoID : kStereoID);
+    map->AddProperty(AAX_eProperty_PlugInID_Native, static_cast<int32_t>(isMono ? kMonoID : kStereoID));
     component.AddProcessProc_Native(isMono ? process<1> : process<2>, map.Get(), nullptr, nullptr, nullptr);
     if (!isMono) {
         map->AddProperty(AAX_eProperty_PlugInID_TI, kStereoTiID);

@@ -37,7 +37,7 @@ public:
     const std::filesystem::path& path() const { return mPath; }
     /// Writes a file, with the folders above it.
     std::filesystem::path write(const std::filesystem::path& name, const std::string& text) const {
-        const std::filesystem::path file = mPath / name;
+        std::filesystem::path file = mPath / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file) << text;
         return file;

@@ -36,7 +36,7 @@ Lines fieldLines(const std::string& map) {
     lines.push_back("component.NewPropertyMap " + map);
     for (const std::string& property :
          {"11 " + code("Mrvk"), "12 " + code("Vdsp"), std::string("60 1"), std::string("56 1")}) {
-        lines.push_back(map + " " + property);
+        lines.push_back(std::string(map).append(" ").append(property));
     }
     return lines;
 }
