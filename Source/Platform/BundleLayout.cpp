@@ -22,7 +22,7 @@ std::optional<fs::path> resourcesAround(const fs::path& binary) {
 } // namespace
 
 std::optional<fs::path> resourcesOf(const fs::path& binary) {
-    if (const auto found = resourcesAround(binary.lexically_normal())) {
+    if (auto found = resourcesAround(binary.lexically_normal())) {
         return found;
     }
     std::error_code missing;

@@ -1,5 +1,7 @@
 #include "RunLoop.h"
 
+#include "SharedInstance.h"
+
 #include <algorithm>
 #include <set>
 #include <utility>
@@ -99,12 +101,7 @@ struct RunLoop::State {
 
 std::shared_ptr<RunLoop> RunLoop::shared() {
     static std::weak_ptr<RunLoop> instance;
-    auto loop = instance.lock();
-    if (!loop) {
-        loop = std::make_shared<RunLoop>();
-        instance = loop;
-    }
-    return loop;
+    return sharedInstance(instance, [] { return std::make_shared<RunLoop>(); });
 }
 
 RunLoop::RunLoop(Clock clock)

@@ -1,0 +1,13 @@
+#include "Clipboard.h"
+
+#include "SharedInstance.h"
+#include "X11Clipboard.h"
+
+namespace varno {
+
+std::shared_ptr<Clipboard> Clipboard::shared() {
+    static std::weak_ptr<Clipboard> instance;
+    return sharedInstance(instance, [] { return std::make_shared<X11Clipboard>(RunLoop::shared()); });
+}
+
+} // namespace varno

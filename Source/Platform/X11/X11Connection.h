@@ -1,0 +1,77 @@
+/// A connection of our own to an X server.
+#ifndef VARNO_X11CONNECTION_H
+#define VARNO_X11CONNECTION_H
+
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <xcb/xcb.h>
+
+namespace varno {
+
+struct XcbFree {
+    void operator()(void* answer) const { std::free(answer); }
+};
+
+/// An answer of the server's: reply, error or event.
+template<typename Type>
+using XcbOwned = std::unique_ptr<Type, XcbFree>;
+
+/// Has a window that is never shown, by which others on the display can address it. All of it is [main].
+class X11Connection {
+public:
+    using Event = xcb_generic_event_t;
+    using Deadline = std::chrono::steady_clock::time_point;
+
+    /// @param display its name; empty takes that of the environment. Where it cannot be had, the connection
+    /// is lost from the start.
+    explicit X11Connection(const std::string& display);
+
+    /// Whether the server is gone; nothing comes from it any more then.
+    bool lost() const { return xcb_connection_has_error(mConnection.get()) != 0; }
+
+    xcb_connection_t* xcb() const { return mConnection.get(); }
+    int descriptor() const { return xcb_get_file_descriptor(mConnection.get()); }
+    xcb_window_t window() const { return mWindow; }
+
+    /// Gets every event that nothing waits for; errors are events here too.
+    void setHandler(std::function<void(const Event&)> handler) { mHandler = std::move(handler); }
+
+    /// Handles what has come, without waiting, and sends what is to be sent.
+    void pump();
+
+    /// Waits for an event; others are handled meanwhile. Null at the deadline and where the connection is
+    /// lost.
+    XcbOwned<Event> waitFor(const std::function<bool(const Event&)>& wanted, Deadline deadline);
+
+    /// The server's time, by which it orders what its clients want. Empty as above.
+    /// @param property one of our window's that is not used otherwise
+    std::optional<xcb_timestamp_t> serverTime(xcb_atom_t property, Deadline deadline);
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+
+    std::unique_ptr<xcb_connection_t, Disconnect> mConnection;
+    xcb_window_t mWindow = XCB_NONE;
+    std::function<void(const Event&)> mHandler = [](const Event&) {};
+};
+
+/// The event's type, whether the server or a client sent it; 0 is an error.
+std::uint8_t typeOf(const xcb_generic_event_t& event);
+
+/// The event as what its type says it is.
+template<typename Type>
+const Type& eventAs(const xcb_generic_event_t& event) {
+    return reinterpret_cast<const Type&>(event);
+}
+
+} // namespace varno
+
+#endif

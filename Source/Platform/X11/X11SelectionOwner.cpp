@@ -1,0 +1,139 @@
+#include "X11SelectionOwner.h"
+
+#include "Latin1.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace varno {
+
+namespace {
+
+/// Of two numbers that count up and start again at zero after the last, whether one comes before the other.
+bool isBefore(std::uint32_t one, std::uint32_t other) {
+    return static_cast<std::int32_t>(one - other) < 0;
+}
+
+} // namespace
+
+X11SelectionOwner::X11SelectionOwner(X11Connection& connection, const X11Atoms& atoms)
+    : mConnection(connection),
+      mAtoms(atoms),
+      mTransfers(connection, atoms) {
+}
+
+bool X11SelectionOwner::take(const std::string& text, X11Connection::Deadline deadline) {
+    const auto now = mConnection.serverTime(mAtoms.ownTime, deadline);
+    if (!now) {
+        return false;
+    }
+    xcb_connection_t* const xcb = mConnection.xcb();
+    const auto taken = xcb_set_selection_owner(xcb, mConnection.window(), mAtoms.clipboard, *now);
+    const auto asked = xcb_get_selection_owner(xcb, mAtoms.clipboard);
+    const XcbOwned<xcb_get_selection_owner_reply_t> reply{xcb_get_selection_owner_reply(xcb, asked, nullptr)};
+    if (!reply || reply->owner != mConnection.window()) {
+        return false;
+    }
+    mText = std::make_shared<const std::string>(text);
+    mSince = *now;
+    mTakenBy = taken.sequence;
+    return true;
+}
+
+void X11SelectionOwner::handle(const xcb_generic_event_t& event) {
+    mTransfers.handle(event);
+    if (typeOf(event) == XCB_SELECTION_REQUEST) {
+        answer(eventAs<xcb_selection_request_event_t>(event));
+    }
+    // A loss from before the clipboard was taken again may be told only after it.
+    if (typeOf(event) == XCB_SELECTION_CLEAR && !isBefore(event.full_sequence, mTakenBy)) {
+        mText.reset();
+    }
+}
+
+void X11SelectionOwner::answer(const xcb_selection_request_event_t& request) {
+    xcb_selection_notify_event_t notice{};
+    notice.response_type = XCB_SELECTION_NOTIFY;
+    notice.time = request.time;
+    notice.requestor = request.requestor;
+    notice.selection = request.selection;
+    notice.target = request.target;
+    // Programs of old name no property.
+    const xcb_atom_t property = request.property != XCB_ATOM_NONE ? request.property : request.target;
+    const bool given = mayHave(request) && (request.target == mAtoms.multiple
+                                                ? convertEach(request.requestor, request.property)
+                                                : convert(request.requestor, request.target, property));
+    // No property is a refusal.
+    if (given) {
+        notice.property = property;
+    }
+    // The server takes every event as this many bytes.
+    constexpr std::size_t kEventBytes = 32;
+    std::array<char, kEventBytes> bytes{};
+    static_assert(sizeof notice <= kEventBytes);
+    std::copy_n(reinterpret_cast<const char*>(&notice), sizeof notice, bytes.begin());
+    xcb_send_event(mConnection.xcb(), false, request.requestor, XCB_EVENT_MASK_NO_EVENT, bytes.data());
+}
+
+bool X11SelectionOwner::mayHave(const xcb_selection_request_event_t& request) const {
+    const bool inOurTime = request.time == XCB_CURRENT_TIME || !isBefore(request.time, mSince);
+    return mText && request.selection == mAtoms.clipboard && inOurTime &&
+           request.requestor != mConnection.window();
+}
+
+bool X11SelectionOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property) {
+    if (target == mAtoms.targets) {
+        const std::array targets{
+            mAtoms.targets, mAtoms.timestamp,           mAtoms.multiple, mAtoms.utf8String, mAtoms.utf8Plain,
+            mAtoms.text,    xcb_atom_t{XCB_ATOM_STRING}};
+        put(receiver, property, XCB_ATOM_ATOM, targets.data(), targets.size());
+        return true;
+    }
+    if (target == mAtoms.timestamp) {
+        put(receiver, property, XCB_ATOM_INTEGER, &mSince, 1);
+        return true;
+    }
+    return convertText(receiver, target, property);
+}
+
+bool X11SelectionOwner::convertEach(xcb_window_t receiver, xcb_atom_t property) {
+    constexpr std::uint32_t kMostPairs = 64;
+    xcb_connection_t* const xcb = mConnection.xcb();
+    const auto asked = xcb_get_property(xcb, false, receiver, property, XCB_ATOM_ANY, 0, 2 * kMostPairs);
+    const XcbOwned<xcb_get_property_reply_t> reply{xcb_get_property_reply(xcb, asked, nullptr)};
+    if (!reply || reply->format != 32 || reply->bytes_after != 0) {
+        return false;
+    }
+    const auto* const values = static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get()));
+    std::vector<xcb_atom_t> pairs(values, values + reply->value_len);
+    for (std::size_t index = 0; index + 1 < pairs.size(); index += 2) {
+        if (pairs[index + 1] == XCB_ATOM_NONE || !convert(receiver, pairs[index], pairs[index + 1])) {
+            pairs[index + 1] = XCB_ATOM_NONE;
+        }
+    }
+    put(receiver, property, mAtoms.atomPair, pairs.data(), pairs.size());
+    return true;
+}
+
+bool X11SelectionOwner::convertText(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property) {
+    if (target == XCB_ATOM_STRING) {
+        auto latin1 = std::make_shared<const std::string>(latin1FromUtf8(*mText));
+        mTransfers.start(receiver, property, XCB_ATOM_STRING, std::move(latin1));
+        return true;
+    }
+    if (target == mAtoms.utf8String || target == mAtoms.text || target == mAtoms.utf8Plain) {
+        // TEXT leaves the form to us and is told it by the type.
+        mTransfers.start(receiver, property, target == mAtoms.text ? mAtoms.utf8String : target, mText);
+        return true;
+    }
+    return false;
+}
+
+void X11SelectionOwner::put(xcb_window_t receiver, xcb_atom_t property, xcb_atom_t type,
+                            const std::uint32_t* values, std::size_t count) {
+    xcb_change_property(mConnection.xcb(), XCB_PROP_MODE_REPLACE, receiver, property, type, 32,
+                        static_cast<std::uint32_t>(count), values);
+}
+
+} // namespace varno

@@ -1,0 +1,49 @@
+/// The clipboard's text, where it is ours to give.
+#ifndef VARNO_X11SELECTIONOWNER_H
+#define VARNO_X11SELECTIONOWNER_H
+
+#include "X11Atoms.h"
+#include "X11Connection.h"
+#include "X11Transfers.h"
+
+#include <memory>
+#include <string>
+
+namespace varno {
+
+/// Answers the requests of other programs on the display. [main]
+class X11SelectionOwner {
+public:
+    /// Both are borrowed.
+    X11SelectionOwner(X11Connection& connection, const X11Atoms& atoms);
+
+    /// Takes the clipboard for this text; false where the server does not give it.
+    bool take(const std::string& text, X11Connection::Deadline deadline);
+
+    /// The text while the clipboard is ours, else null; transfers under way are finished even so.
+    const std::string* text() const { return mText.get(); }
+
+    /// Answers a request, goes on with a transfer, or lets the text go when another program has the
+    /// clipboard.
+    void handle(const xcb_generic_event_t& event);
+
+private:
+    void answer(const xcb_selection_request_event_t& request);
+    bool mayHave(const xcb_selection_request_event_t& request) const;
+    bool convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property);
+    bool convertEach(xcb_window_t receiver, xcb_atom_t property);
+    bool convertText(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property);
+    void put(xcb_window_t receiver, xcb_atom_t property, xcb_atom_t type, const std::uint32_t* values,
+             std::size_t count);
+
+    X11Connection& mConnection;
+    const X11Atoms& mAtoms;
+    X11Transfers mTransfers;
+    std::shared_ptr<const std::string> mText;
+    xcb_timestamp_t mSince = XCB_CURRENT_TIME;
+    std::uint32_t mTakenBy = 0; ///< Number of the request that took the clipboard.
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,47 @@
+/// The clipboard's text, where another program has it.
+#ifndef VARNO_X11SELECTIONREADER_H
+#define VARNO_X11SELECTIONREADER_H
+
+#include "X11Atoms.h"
+#include "X11Connection.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace varno {
+
+/// Asks its owner for it, who may send it in parts, wrongly, too late or not at all. [main]
+class X11SelectionReader {
+public:
+    /// No setting is near as large; what is goes unread.
+    static constexpr std::size_t kLargestTextBytes = std::size_t{1024} * 1024;
+
+    /// Both are borrowed.
+    X11SelectionReader(X11Connection& connection, const X11Atoms& atoms);
+
+    /// The text as UTF-8; empty where it has not all come, as text, by the deadline.
+    std::optional<std::string> read(X11Connection::Deadline deadline);
+
+private:
+    /// What a property held.
+    struct Value {
+        xcb_atom_t type;
+        std::string bytes;
+    };
+
+    std::optional<std::string> readAs(xcb_atom_t target, X11Connection::Deadline deadline);
+    bool request(xcb_atom_t target, xcb_atom_t property, X11Connection::Deadline deadline);
+    std::optional<Value> takeProperty(xcb_atom_t property, std::size_t mostBytes);
+    std::optional<Value> collectParts(xcb_atom_t property, X11Connection::Deadline deadline);
+    std::optional<std::string> decode(std::optional<Value> value) const;
+    xcb_atom_t nextProperty();
+
+    X11Connection& mConnection;
+    const X11Atoms& mAtoms;
+    std::size_t mTurn = 0;
+};
+
+} // namespace varno
+
+#endif

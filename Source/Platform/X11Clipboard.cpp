@@ -1,0 +1,100 @@
+#include "X11Clipboard.h"
+
+#include "X11Atoms.h"
+#include "X11Connection.h"
+#include "X11SelectionOwner.h"
+#include "X11SelectionReader.h"
+
+#include <utility>
+
+namespace varno {
+
+namespace {
+
+/// The most that an owner's silence may cost, with room left for answering within a second.
+constexpr std::chrono::milliseconds kPatience{800};
+
+X11Connection::Deadline deadline() {
+    return std::chrono::steady_clock::now() + kPatience;
+}
+
+} // namespace
+
+/// What there is while there is a connection.
+struct X11Clipboard::Session {
+    explicit Session(std::unique_ptr<X11Connection> connected)
+        : connection(std::move(connected)),
+          atoms(internAtoms(connection->xcb())),
+          owner(*connection, atoms),
+          reader(*connection, atoms) {
+        connection->setHandler([this](const xcb_generic_event_t& event) {
+            owner.handle(event);
+            dropLateText(event);
+        });
+    }
+
+    /// An answer that nobody waits for any more leaves its text on our window.
+    void dropLateText(const xcb_generic_event_t& event) const {
+        const auto& notice = eventAs<xcb_selection_notify_event_t>(event);
+        if (typeOf(event) == XCB_SELECTION_NOTIFY && notice.property != XCB_ATOM_NONE) {
+            xcb_delete_property(connection->xcb(), connection->window(), notice.property);
+        }
+    }
+
+    std::unique_ptr<X11Connection> connection;
+    X11Atoms atoms;
+    X11SelectionOwner owner;
+    X11SelectionReader reader;
+    Registration registration;
+};
+
+X11Clipboard::X11Clipboard(std::shared_ptr<RunLoop> loop, std::string display)
+    : mLoop(std::move(loop)),
+      mDisplay(std::move(display)) {
+}
+
+X11Clipboard::~X11Clipboard() = default;
+
+bool X11Clipboard::setText(const std::string& text) {
+    const bool taken = connected() && mSession->owner.take(text, deadline());
+    pump();
+    return taken;
+}
+
+std::optional<std::string> X11Clipboard::text() {
+    if (!connected()) {
+        return std::nullopt;
+    }
+    if (const std::string* const own = mSession->owner.text()) {
+        return *own;
+    }
+    auto text = mSession->reader.read(deadline());
+    pump();
+    return text;
+}
+
+bool X11Clipboard::connected() {
+    pump();
+    if (!mSession) {
+        auto connection = std::make_unique<X11Connection>(mDisplay);
+        if (connection->lost()) {
+            return false;
+        }
+        const int descriptor = connection->descriptor();
+        mSession = std::make_unique<Session>(std::move(connection));
+        mSession->registration = mLoop->addDescriptor(descriptor, [this] { pump(); });
+    }
+    return true;
+}
+
+void X11Clipboard::pump() {
+    if (!mSession) {
+        return;
+    }
+    mSession->connection->pump();
+    if (mSession->connection->lost()) {
+        mSession.reset();
+    }
+}
+
+} // namespace varno

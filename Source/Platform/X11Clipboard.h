@@ -1,0 +1,41 @@
+/// The clipboard of an X display.
+#ifndef VARNO_X11CLIPBOARD_H
+#define VARNO_X11CLIPBOARD_H
+
+#include "Clipboard.h"
+#include "RunLoop.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace varno {
+
+/// Has a connection of its own, made when it is first used and again where it was lost. Others get the text
+/// while the run loop is driven. [main]
+class X11Clipboard final : public Clipboard {
+public:
+    /// @param display its name; empty takes that of the environment
+    explicit X11Clipboard(std::shared_ptr<RunLoop> loop, std::string display = {});
+    X11Clipboard(const X11Clipboard&) = delete;
+    X11Clipboard& operator=(const X11Clipboard&) = delete;
+    ~X11Clipboard() override;
+
+    bool setText(const std::string& text) override;
+    std::optional<std::string> text() override;
+
+private:
+    struct Session;
+
+    /// Handles what has come meanwhile; false where there is no connection to be had.
+    bool connected();
+    void pump();
+
+    std::shared_ptr<RunLoop> mLoop;
+    std::string mDisplay;
+    std::unique_ptr<Session> mSession;
+};
+
+} // namespace varno
+
+#endif
