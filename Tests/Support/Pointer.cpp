@@ -1,0 +1,85 @@
+#include "Pointer.h"
+
+#include <X11/keysym.h>
+#include <stdexcept>
+#include <xcb/xcb_keysyms.h>
+#include <xcb/xtest.h>
+
+namespace varno::test {
+
+namespace {
+
+xcb_keysym_t keysymOf(Modifier modifier) {
+    switch (modifier) {
+    case Modifier::Shift:
+        return XK_Shift_L;
+    case Modifier::Control:
+        return XK_Control_L;
+    case Modifier::Alt:
+        return XK_Alt_L;
+    }
+    return XCB_NO_SYMBOL;
+}
+
+struct FreeSymbols {
+    void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
+};
+
+xcb_keycode_t keycodeOf(xcb_connection_t* connection, Modifier modifier) {
+    const std::unique_ptr<xcb_key_symbols_t, FreeSymbols> symbols(xcb_key_symbols_alloc(connection));
+    const XReply<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols.get(), keysymOf(modifier)));
+    if (codes == nullptr || codes.get()[0] == XCB_NO_SYMBOL) {
+        throw std::runtime_error("the X server's keyboard lacks a modifier key");
+    }
+    return codes.get()[0];
+}
+
+} // namespace
+
+Pointer::Pointer(const XClient& client)
+    : mClient(client) {
+    const XReply<xcb_test_get_version_reply_t> version(xcb_test_get_version_reply(
+        client.connection(), xcb_test_get_version(client.connection(), XCB_TEST_MAJOR_VERSION, 0), nullptr));
+    if (version == nullptr) {
+        throw std::runtime_error("the X server takes no input from tests");
+    }
+}
+
+void Pointer::move(Place place) {
+    fake(XCB_MOTION_NOTIFY, 0, place);
+}
+
+void Pointer::press(Button button) {
+    mPressed.insert(button);
+    fake(XCB_BUTTON_PRESS, static_cast<uint8_t>(button));
+}
+
+void Pointer::release(Button button) {
+    mPressed.erase(button);
+    fake(XCB_BUTTON_RELEASE, static_cast<uint8_t>(button));
+}
+
+void Pointer::hold(const std::set<Modifier>& modifiers) {
+    for (const Modifier modifier : {Modifier::Shift, Modifier::Control, Modifier::Alt}) {
+        if (modifiers.contains(modifier) != mHeld.contains(modifier)) {
+            fake(modifiers.contains(modifier) ? XCB_KEY_PRESS : XCB_KEY_RELEASE,
+                 keycodeOf(mClient.connection(), modifier));
+        }
+    }
+    mHeld = modifiers;
+}
+
+void Pointer::letGo() {
+    while (!mPressed.empty()) {
+        release(*mPressed.begin());
+    }
+    hold({});
+}
+
+void Pointer::fake(uint8_t type, uint8_t detail, Place place) {
+    xcb_test_fake_input(mClient.connection(), type, detail, XCB_CURRENT_TIME, mClient.screen().root,
+                        static_cast<int16_t>(place.x), static_cast<int16_t>(place.y), 0);
+    mClient.synchronise();
+}
+
+} // namespace varno::test

@@ -1,0 +1,18 @@
+/// What an X server holds for its clients.
+#ifndef VARNO_TEST_XRESOURCES_H
+#define VARNO_TEST_XRESOURCES_H
+
+#include "XClient.h"
+
+#include <map>
+#include <string>
+
+namespace varno::test {
+
+/// Counts over all clients, by the server's name of the kind: windows, pixmaps, cursors and so on; the number
+/// of clients is counted as "CLIENT".
+std::map<std::string, uint32_t> countResources(const XClient& client);
+
+} // namespace varno::test
+
+#endif

@@ -1,0 +1,156 @@
+// The screen, mouse and resources of an X server, as tests drive and see them.
+#include "Picture.h"
+#include "Pointer.h"
+#include "RepaintWatch.h"
+#include "XErrors.h"
+#include "XResources.h"
+#include "XServer.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace varno::test;
+
+namespace {
+
+constexpr uint32_t kRed = 0x00FF0000;
+constexpr uint32_t kBlue = 0x000000FF;
+
+class XSupport : public ::testing::Test {
+protected:
+    /// A window of the other client's within one of the test's, at the same place.
+    xcb_window_t makeInner(xcb_window_t outer, const Area& area) const {
+        xcb_connection_t* const connection = mOther.connection();
+        const xcb_window_t window = xcb_generate_id(connection);
+        const uint32_t values[] = {kRed, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                                             XCB_EVENT_MASK_POINTER_MOTION};
+        xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, outer, 0, 0,
+                          static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height), 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, mOther.screen().root_visual,
+                          XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+        xcb_map_window(connection, window);
+        mOther.synchronise();
+        return window;
+    }
+
+    /// Fills a rectangle as the other client.
+    void fill(xcb_window_t window, const Area& area, uint32_t colour) const {
+        xcb_connection_t* const connection = mOther.connection();
+        const xcb_gcontext_t context = xcb_generate_id(connection);
+        xcb_create_gc(connection, context, window, XCB_GC_FOREGROUND, &colour);
+        const xcb_rectangle_t rectangle{static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
+                                        static_cast<uint16_t>(area.width),
+                                        static_cast<uint16_t>(area.height)};
+        xcb_poly_fill_rectangle(connection, window, context, 1, &rectangle);
+        xcb_free_gc(connection, context);
+        mOther.synchronise();
+    }
+
+    /// The next event of the other client, which must have come already. News of the keyboard's layout goes
+    /// to every client and is left out.
+    XReply<xcb_generic_event_t> nextEvent() const {
+        XReply<xcb_generic_event_t> event;
+        do {
+            event.reset(xcb_poll_for_event(mOther.connection()));
+        } while (event != nullptr && event->response_type == XCB_MAPPING_NOTIFY);
+        return event;
+    }
+
+    const XServer mServer;
+    const XClient mClient{mServer.display()};
+    const XClient mOther{mServer.display()};
+    const Area mArea{40, 30, 100, 80};
+    const xcb_window_t mOuter = mClient.makeWindow(mArea);
+    const xcb_window_t mInner = makeInner(mOuter, mArea);
+};
+
+TEST_F(XSupport, aPictureShowsTheWindowsInside) {
+    fill(mInner, {10, 20, 5, 6}, kBlue);
+
+    const Picture picture = Picture::ofWindow(mClient, mOuter, {0, 0, 100, 80});
+
+    EXPECT_EQ(picture.at({9, 20}), kRed);
+    EXPECT_EQ(picture.at({10, 20}), kBlue);
+    EXPECT_EQ(picture.part({10, 20, 5, 6}), Picture(5, 6, std::vector<uint32_t>(30, kBlue)));
+    EXPECT_EQ(picture.countColours(), 2U);
+    EXPECT_EQ(Picture::ofWindow(mClient, mOuter, {10, 20, 5, 6}), picture.part({10, 20, 5, 6}));
+    EXPECT_THROW(Picture::ofWindow(mClient, mOuter, {90, 0, 20, 20}), std::runtime_error);
+    EXPECT_THROW(picture.at({100, 0}), std::out_of_range);
+}
+
+TEST_F(XSupport, picturesTellWhereTheyDiffer) {
+    const Picture before = Picture::ofWindow(mClient, mOuter, {0, 0, 100, 80});
+    EXPECT_EQ(differingArea(before, before), std::nullopt);
+    fill(mInner, {50, 3, 7, 1}, 0x00FE0302);
+    fill(mInner, {45, 9, 1, 2}, 0x00FE0302);
+
+    const Picture after = Picture::ofWindow(mClient, mOuter, {0, 0, 100, 80});
+
+    EXPECT_EQ(differingArea(before, after), (Area{45, 3, 12, 8}));
+    EXPECT_EQ(largestDifference(before, after), 3);
+    EXPECT_EQ(largestDifference(before, Picture()), 255);
+}
+
+TEST_F(XSupport, thePointerReachesOtherClientsAtOnce) {
+    Pointer pointer(mClient);
+    pointer.move({45, 32});
+    pointer.hold({Modifier::Alt, Modifier::Shift});
+    pointer.press();
+    pointer.letGo();
+    mOther.synchronise();
+
+    const auto motion = nextEvent();
+    const auto press = nextEvent();
+    const auto release = nextEvent();
+    ASSERT_NE(release, nullptr);
+    EXPECT_EQ(motion->response_type, XCB_MOTION_NOTIFY);
+    EXPECT_EQ(press->response_type, XCB_BUTTON_PRESS);
+    const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(*press);
+    EXPECT_EQ(button.event_x, 5);
+    EXPECT_EQ(button.event_y, 2);
+    EXPECT_EQ(button.state, XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT);
+    EXPECT_EQ(release->response_type, XCB_BUTTON_RELEASE);
+    EXPECT_EQ(nextEvent(), nullptr);
+}
+
+TEST_F(XSupport, everyClientsErrorsAreSeen) {
+    XErrors none(mServer.display());
+    EXPECT_TRUE(none.finish().empty());
+    XErrors some(mServer.display());
+    xcb_map_window(mOther.connection(), 0xABCDEF);
+    mOther.synchronise();
+
+    const std::vector<std::string> errors = some.finish();
+
+    ASSERT_EQ(errors.size(), 1U);
+    EXPECT_NE(errors[0].find("X error 3 for request 8"), std::string::npos) << errors[0];
+}
+
+TEST_F(XSupport, everyClientsResourcesAreCounted) {
+    const auto before = countResources(mClient);
+    const xcb_window_t window = makeInner(mOuter, {0, 0, 5, 5});
+    const XClient third(mServer.display());
+
+    const auto during = countResources(mClient);
+    xcb_destroy_window(mOther.connection(), window);
+    mOther.synchronise();
+
+    EXPECT_EQ(during.at("WINDOW"), before.at("WINDOW") + 1);
+    EXPECT_EQ(during.at("CLIENT"), before.at("CLIENT") + 1);
+    EXPECT_EQ(countResources(mClient).at("WINDOW"), before.at("WINDOW"));
+    EXPECT_EQ(mClient.countChildren(mOuter), 1U);
+}
+
+TEST_F(XSupport, drawingIsSeenWhereItIsDone) {
+    RepaintWatch watch(mClient, mOuter);
+    EXPECT_TRUE(watch.take().empty());
+
+    fill(mInner, {50, 3, 7, 1}, kRed);
+
+    const std::vector<Area> areas = watch.take();
+    ASSERT_EQ(areas.size(), 1U);
+    EXPECT_EQ(areas[0], (Area{50, 3, 7, 1}));
+    EXPECT_TRUE(watch.take().empty());
+}
+
+} // namespace
