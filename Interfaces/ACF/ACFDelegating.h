@@ -21,6 +21,12 @@ public:
     /// Gives one reference of the controlling unknown back. Returns its new count. [any]
     uint32_t Release() final { return ControllingUnknown()->Release(); }
 
+    /// As in CACFUnknown; every component answers for its own interface. Named here so that this operation
+    /// and then the destructor follow Interface's own in the virtual table, before all that a derived class
+    /// adds.
+    ACFRESULT InternalQueryInterface(const acfIID& iid, void** outObject) override = 0;
+    ~ACFDelegating() override = default;
+
 protected:
     /// Answers `interfaceID`, which must be that of Interface, with this object and leaves the rest to
     /// CACFUnknown: what a component with the one interface needs as its InternalQueryInterface. On success

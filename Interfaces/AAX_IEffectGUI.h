@@ -1,0 +1,11 @@
+/// The editor as the plug-in implements it.
+#ifndef AAX_IEFFECTGUI_H
+#define AAX_IEFFECTGUI_H
+
+#include "AAX_IACFEffectGUI.h"
+#include "ACF/ACFDelegating.h"
+
+/// The host's interface to the editor on the counted base of every object that the host holds.
+class AAX_IEffectGUI : public ACFDelegating<AAX_IACFEffectGUI> {};
+
+#endif

@@ -1,0 +1,59 @@
+/// Base of a plug-in's editor that is drawn with VSTGUI.
+#ifndef AAX_CEFFECTGUI_VST_H
+#define AAX_CEFFECTGUI_VST_H
+
+#include "AAX_CEffectGUI.h"
+#include "DesktopLink.h"
+#include "RunLoop.h"
+#include "VSTGUI_ContentView.h"
+
+#include "vstgui/lib/cframe.h"
+
+#include <memory>
+
+/// Places a content view in the host's native view and keeps it for as long as the host's container is there.
+/// A derived class overrides CreateEffectView, which ends in ShowView.
+///
+/// Where the system brings no event loop of its own (X11), the view lives on the loop that all editors of the
+/// module share: every TimerWakeup drives it, and so does the host's event loop where the container answers
+/// to AAX_IACFDesktop. An override of TimerWakeup calls this one first.
+class AAX_CEffectGUI_VST : public AAX_CEffectGUI, public VSTGUI::VSTGUIEditorInterface {
+public:
+    AAX_CEffectGUI_VST() = default;
+
+    /// As the base; a container that takes another's place closes the view in that one first. [main]
+    AAX_Result SetViewContainer(IACFUnknown* container) override;
+    /// In pixels of the native view, the desktop's enlargement included. [main]
+    AAX_Result GetViewSize(AAX_Point* outSize) const override;
+    /// Has the view draw that part again; a null rectangle or no view: nothing. [main]
+    AAX_Result Draw(AAX_Rect* rect) override;
+    AAX_Result TimerWakeup() override;
+
+protected:
+    ~AAX_CEffectGUI_VST() override;
+
+    /// Calls CreateEffectView for a native view of a kind that there are frames for: an NSView or an X11
+    /// window. [main]
+    void CreateViewContainer() override;
+    void DeleteViewContainer() override;
+    /// Where a derived class makes its view for the host's native view. This one shows an empty grey one.
+    /// [main]
+    virtual void CreateEffectView(void* nativeView);
+
+    /// Takes over the caller's reference to `view`, which replaces the one there is, and opens its frame in
+    /// the native view, as large as the desktop wishes. Where that fails, as without a display, the view
+    /// stays without a window and everything else goes on. [main]
+    void ShowView(VSTGUI_ContentView* view, void* nativeView);
+    /// The view; borrowed, null while there is none. [main]
+    VSTGUI_ContentView* GetView() const { return mView; }
+
+private:
+    /// The desktop is told that the view goes, then the view goes.
+    void DropView();
+
+    VSTGUI::SharedPointer<VSTGUI_ContentView> mView;
+    std::shared_ptr<varno::RunLoop> mRunLoop;     ///< Held while there is a view.
+    std::unique_ptr<varno::DesktopLink> mDesktop; ///< There while the host's container is.
+};
+
+#endif

@@ -1,0 +1,25 @@
+#include "DemoGain_AnimKnobVST.h"
+
+#include "vstgui/lib/cdrawcontext.h"
+#include "vstgui/lib/clinestyle.h"
+
+namespace {
+
+/// Width of the highlight's ring, in the view's units.
+constexpr VSTGUI::CCoord kRingWidth = 2.0;
+
+} // namespace
+
+void DemoGain_AnimKnobVST::draw(VSTGUI::CDrawContext* context) {
+    DemoGain_HostGestures::draw(context);
+    if (!mIsHighLit) {
+        return;
+    }
+    VSTGUI::CRect ring = getViewSize();
+    ring.inset(kRingWidth / 2.0, kRingWidth / 2.0);
+    context->setDrawMode(VSTGUI::kAntiAliasing | VSTGUI::kNonIntegralMode);
+    context->setLineStyle(VSTGUI::kLineSolid);
+    context->setLineWidth(kRingWidth);
+    context->setFrameColor(mCoronaColor);
+    context->drawEllipse(ring, VSTGUI::kDrawStroked);
+}

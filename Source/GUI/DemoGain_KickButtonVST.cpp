@@ -1,0 +1,9 @@
+#include "DemoGain_KickButtonVST.h"
+
+void DemoGain_KickButtonVST::endEdit() {
+    if (isEditing() && getValue() != getMin()) {
+        setValue(getMin());
+        invalid();
+    }
+    DemoGain_HostGestures::endEdit();
+}

@@ -1,0 +1,19 @@
+/// The editor's switch with positions side by side.
+#ifndef DEMOGAIN_SWITCHHORVST_H
+#define DEMOGAIN_SWITCHHORVST_H
+
+#include "DemoGain_HostGestures.h"
+
+#include "vstgui/lib/controls/cswitch.h"
+
+/// Made from rectangle, listener, tag, number of pictures, height of one picture, number of positions, bitmap
+/// and offset.
+class DemoGain_SwitchHorVST final : public DemoGain_HostGestures<VSTGUI::CHorizontalSwitch> {
+public:
+    using DemoGain_HostGestures::DemoGain_HostGestures;
+
+protected:
+    ~DemoGain_SwitchHorVST() noexcept override = default;
+};
+
+#endif

@@ -1,0 +1,61 @@
+#include "DesktopLink.h"
+
+#include "AAX_Guarded.h"
+
+#include <cmath>
+
+namespace varno {
+
+namespace {
+
+/// About 60 times a second, as often as a usual display shows a new picture.
+constexpr uint32_t kFramePeriodMs = 16;
+
+} // namespace
+
+DesktopLink::DesktopLink(IACFUnknown* container)
+    : mDesktop(ACFPtr<AAX_IACFDesktop>::Query(container, IID_IVarnoDesktopV1)) {
+}
+
+DesktopLink::~DesktopLink() {
+    disconnect();
+}
+
+double DesktopLink::scale() const {
+    double scale = 1.0;
+    const bool isTold = mDesktop && mDesktop->GetScale(&scale) == AAX_SUCCESS;
+    return isTold && std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
+}
+
+void DesktopLink::connect(const std::shared_ptr<RunLoop>& loop) {
+    disconnect();
+    if (!mDesktop) {
+        return;
+    }
+    mLoop = loop;
+    mWatcher = loop->addWatcher(
+        {[this](int descriptor) { mDesktop->WatchDescriptor(descriptor, &DesktopLink::wake, this); },
+         [this](int descriptor) { mDesktop->UnwatchDescriptor(descriptor, this); }});
+    mDesktop->StartTimer(kFramePeriodMs, &DesktopLink::wake, this);
+}
+
+void DesktopLink::disconnect() {
+    if (!mLoop) {
+        return;
+    }
+    mDesktop->StopTimer(this);
+    mWatcher.reset();
+    mLoop.reset();
+}
+
+void DesktopLink::wake(void* context) {
+    AAX_Guarded("DesktopLink", [context] {
+        // A handler may end the link, so nothing of it is touched afterwards.
+        if (const auto loop = static_cast<DesktopLink*>(context)->mLoop) {
+            loop->tick();
+        }
+        return AAX_SUCCESS;
+    });
+}
+
+} // namespace varno

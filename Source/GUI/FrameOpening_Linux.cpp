@@ -1,0 +1,90 @@
+#include "FrameOpening.h"
+
+#include "AAX_Enums.h"
+#include "RunLoop.h"
+#include "VSTGUI_ContentView.h"
+#include "VSTGUI_RunLoop.h"
+
+#include "vstgui/lib/platform/linux/x11platform.h"
+
+#include <cairo/cairo-xcb.h>
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <optional>
+
+namespace varno {
+
+namespace {
+
+using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+template<class T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+/// The window that a container's pointer stands for, if it can be one.
+std::optional<xcb_window_t> windowOf(void* nativeView) {
+    const auto number = reinterpret_cast<std::uintptr_t>(nativeView);
+    if (number == 0 || number > std::numeric_limits<xcb_window_t>::max()) {
+        return std::nullopt;
+    }
+    return static_cast<xcb_window_t>(number);
+}
+
+/// Whether the display can be reached and has the window. Asked on a connection of its own: VSTGUI takes it
+/// for granted that its own succeeds, and dies where it does not.
+bool windowExists(xcb_window_t window) {
+    const Connection connection(xcb_connect(nullptr, nullptr), &xcb_disconnect);
+    if (xcb_connection_has_error(connection.get()) != 0) {
+        return false;
+    }
+    const auto cookie = xcb_get_geometry(connection.get(), window);
+    const Reply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(connection.get(), cookie, nullptr),
+                                                &std::free);
+    return reply != nullptr;
+}
+
+const xcb_visualtype_t* anyVisual(xcb_screen_t* screen) {
+    for (auto depth = xcb_screen_allowed_depths_iterator(screen); depth.rem > 0; xcb_depth_next(&depth)) {
+        if (const auto visual = xcb_depth_visuals_iterator(depth.data); visual.rem > 0) {
+            return visual.data;
+        }
+    }
+    return nullptr;
+}
+
+/// Gives VSTGUI cairo's device for its connection. When the last frame closes, VSTGUI finishes the device and
+/// closes the connection, but 4.13 has nobody set the device any more; cairo then keeps the closed connection
+/// in its cache and aborts as soon as another one comes to lie at the same address. A device that is already
+/// set stays.
+void setCairoDevice() {
+    auto& loop = VSTGUI::X11::RunLoop::instance();
+    xcb_connection_t* connection = loop.getXcbConnection();
+    xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    // Nothing is drawn: any surface of the connection leads to its device. Cairo only reads the visual.
+    auto* visual = const_cast<xcb_visualtype_t*>(anyVisual(screen));
+    const Surface surface(cairo_xcb_surface_create(connection, screen->root, visual, 1, 1),
+                          &cairo_surface_destroy);
+    // VSTGUI adds a reference of its own, which it gives back after finishing the device.
+    loop.setDevice(cairo_surface_get_device(surface.get()));
+}
+
+} // namespace
+
+bool openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView) {
+    const auto window = windowOf(nativeView);
+    if (containerType != AAX_eViewContainerType_X11 || !window || !windowExists(*window)) {
+        return false;
+    }
+    VSTGUI::X11::FrameConfig config;
+    config.runLoop = VSTGUI::makeOwned<VSTGUI_RunLoop>(RunLoop::shared());
+    if (!view.open(nativeView, VSTGUI::PlatformType::kX11EmbedWindowID, &config)) {
+        return false;
+    }
+    setCairoDevice();
+    return true;
+}
+
+} // namespace varno

@@ -1,0 +1,84 @@
+#include "VSTGUI_ContentView.h"
+
+#include "vstgui/lib/events.h"
+
+namespace {
+
+VSTGUI::Modifiers ModifiersOf(const VstKeyCode& code) {
+    VSTGUI::Modifiers modifiers;
+    const auto add = [&](int bit, VSTGUI::ModifierKey key) {
+        if ((code.modifier & bit) != 0) {
+            modifiers.add(key);
+        }
+    };
+    add(MODIFIER_SHIFT, VSTGUI::ModifierKey::Shift);
+    add(MODIFIER_ALTERNATE, VSTGUI::ModifierKey::Alt);
+    add(MODIFIER_CONTROL, VSTGUI::ModifierKey::Control);
+    add(MODIFIER_COMMAND, VSTGUI::ModifierKey::Super);
+    return modifiers;
+}
+
+} // namespace
+
+VSTGUI_ContentView::VSTGUI_ContentView(const VSTGUI::CRect& size, VSTGUI::VSTGUIEditorInterface* editor,
+                                       AAX_IACFEffectParameters* parameters)
+    : mFrame(new VSTGUI::CFrame(size, editor)),
+      mParameters(parameters) {
+}
+
+VSTGUI_ContentView::~VSTGUI_ContentView() noexcept {
+    mFrame->close();
+}
+
+bool VSTGUI_ContentView::open(void* nativeView, VSTGUI::PlatformType type,
+                              VSTGUI::IPlatformFrameConfig* config) {
+    return mFrame->open(nativeView, type, config);
+}
+
+bool VSTGUI_ContentView::setPosition(VSTGUI::CCoord x, VSTGUI::CCoord y) {
+    return mFrame->setPosition(x, y);
+}
+
+bool VSTGUI_ContentView::setSize(VSTGUI::CCoord width, VSTGUI::CCoord height) {
+    return mFrame->setSize(width, height);
+}
+
+bool VSTGUI_ContentView::getSize(VSTGUI::CRect& outSize) const {
+    return mFrame->getSize(outSize);
+}
+
+bool VSTGUI_ContentView::getSize(VSTGUI::CRect* outSize) const {
+    return mFrame->isVisible() && mFrame->getSize(outSize);
+}
+
+VSTGUI::IPlatformFrameCallback& VSTGUI_ContentView::PlatformSideForDrag() const {
+    VSTGUI::CRect size;
+    getSize(size);
+    return PlatformSide();
+}
+
+bool VSTGUI_ContentView::onDrop(VSTGUI::DragEventData data) {
+    return PlatformSideForDrag().platformOnDrop(data);
+}
+
+VSTGUI::DragOperation VSTGUI_ContentView::onDragEnter(VSTGUI::DragEventData data) {
+    return PlatformSideForDrag().platformOnDragEnter(data);
+}
+
+VSTGUI::DragOperation VSTGUI_ContentView::onDragMove(VSTGUI::DragEventData data) {
+    return PlatformSideForDrag().platformOnDragMove(data);
+}
+
+void VSTGUI_ContentView::onDragLeave(VSTGUI::DragEventData data) {
+    PlatformSideForDrag().platformOnDragLeave(data);
+}
+
+bool VSTGUI_ContentView::platformOnKeyDown(VstKeyCode& code) {
+    VSTGUI::KeyboardEvent event;
+    event.type = VSTGUI::EventType::KeyDown;
+    event.character = static_cast<uint32_t>(code.character);
+    event.virt = VSTGUI::fromVstVirtualKey(code.virt);
+    event.modifiers = ModifiersOf(code);
+    PlatformSide().platformOnEvent(event);
+    return event.consumed;
+}

@@ -1,0 +1,29 @@
+#include "VSTGUI_Library.h"
+
+#include "VSTGUI_Resources.h"
+
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/vstguiinit.h"
+
+namespace {
+
+/// Made at the first use, thus after all that the library makes when the module is loaded, and gone before
+/// it.
+struct Library {
+    explicit Library(const std::filesystem::path& resources) {
+        VSTGUI::init(VSTGUI_InstanceFor(resources));
+        VSTGUI::CControl::CheckDefaultValueEventFunc = [](VSTGUI::CControl*, VSTGUI::MouseDownEvent&) {
+            return false;
+        };
+    }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    ~Library() { VSTGUI::exit(); }
+};
+
+} // namespace
+
+void UseVSTGUI(const std::filesystem::path& resources) {
+    static const Library library(resources);
+    VSTGUI_SetResources(resources);
+}

@@ -1,0 +1,17 @@
+/// VSTGUI set up for the module.
+#ifndef VSTGUI_LIBRARY_H
+#define VSTGUI_LIBRARY_H
+
+#include <filesystem>
+
+/// Makes VSTGUI ready, once for as long as the module is loaded; it is shut down when the module is unloaded.
+/// To be called before anything of the library is made. No frame may be open when the module goes; shared
+/// bitmaps, fonts and the like may go before or after.
+///
+/// The library's own rule, by which a click with the Control key sets a control to its default value before
+/// anybody is asked, is switched off: the controls here have their own.
+/// @param resources the folder in which bitmaps are looked up by their file names: on Linux that of the last
+/// call, on macOS that of the first, inside its bundle; empty where there is none [main]
+void UseVSTGUI(const std::filesystem::path& resources);
+
+#endif
