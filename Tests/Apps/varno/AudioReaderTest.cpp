@@ -32,7 +32,7 @@ class AudioReaderTest : public testing::Test {
 protected:
     // A 16-bit stereo WAV file of 1000 frames.
     std::string makeWav(const std::string& name = "in.wav", int format = SF_FORMAT_WAV | SF_FORMAT_PCM_16) {
-        const std::string path = mFolder / name;
+        std::string path = mFolder / name;
         writeSound(path, {format, 2, 48'000, testIntegers(16, 2000), {}});
         return path;
     }
@@ -138,7 +138,7 @@ protected:
         EXPECT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
         FILE* writer = ::popen((source + " > " + fifo + " 2> /dev/null").c_str(), "r");
         AudioReader reader(fifo);
-        const std::vector<double> samples = readAll(reader, 512);
+        std::vector<double> samples = readAll(reader, 512);
         ::pclose(writer);
         return samples;
     }

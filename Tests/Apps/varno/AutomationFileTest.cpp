@@ -10,7 +10,6 @@ namespace varno::test {
 namespace {
 
 using testing::HasSubstr;
-using testing::StartsWith;
 
 constexpr double kRateHz = 48'000.0;
 

@@ -30,7 +30,7 @@ class CarriedChunksTest : public testing::Test {
 protected:
     // A mono 16-bit file of 100 frames with these chunks at its end.
     std::string makeFile(const std::string& name, int major, const std::vector<CarriedChunk>& chunks) {
-        const std::string path = mFolder / name;
+        std::string path = mFolder / name;
         writeSound(path, {major | SF_FORMAT_PCM_16, 1, 48'000, testIntegers(16, 100), {}});
         const FileDescriptor file(::open(path.c_str(), O_RDWR));
         const ChunkFamily family = readContainerChunks(file.get()).family;
@@ -56,7 +56,7 @@ TEST_P(CarriedChunksFamilyTest, ComeBackByteForByteThroughEveryCopy) {
     for (const char* id : GetParam().ids) {
         data += static_cast<char>(0xF0 + data.size());
         chunks.push_back(
-            chunk(id, std::string(id) == "LIST" ? "INFOISFT\6\0\0\0Reaper" + std::string(4, '\0') : data));
+            chunk(id, std::string(id) == "LIST" ? std::string("INFOISFT\6\0\0\0Reaper", 18) : data));
     }
     const std::string in = makeFile("in", GetParam().major, chunks);
     const std::string extension = GetParam().name;

@@ -15,7 +15,7 @@ std::string errorText(int exitStatus, Work work) {
         work();
     } catch (const CommandError& error) {
         EXPECT_EQ(error.exitStatus(), exitStatus) << error.what();
-        const std::string text = error.what();
+        std::string text = error.what();
         EXPECT_EQ(text.find('\n'), std::string::npos) << text;
         return text;
     }
