@@ -1,11 +1,11 @@
 #include "ControlNames.h"
 
+#include "Lettering.h"
 #include "Placement.h"
 
 namespace varno {
 namespace {
 
-constexpr TextStyle kName = {Weight::Medium, 11.0, 0.1};
 constexpr double kLineHeight = 12.0;
 
 enum class Side { Below, Left, Right };
@@ -40,8 +40,6 @@ constexpr ControlName kNames[] = {
 constexpr double kBelowKnob = 23.0;
 constexpr double kBelowSwitch = 12.0;
 constexpr double kBeside = 8.0;
-/// From the middle of a line to its baseline.
-constexpr double kHalfCapitals = 4.0;
 
 struct Place {
     Point mAnchor;
@@ -50,8 +48,8 @@ struct Place {
 
 Place placeOf(const ControlName& name) {
     const Box& control = name.mControl;
-    const double beside =
-        control.center().y + kHalfCapitals - (name.mSecond != nullptr ? kLineHeight / 2 : 0.0);
+    const double beside = control.center().y + lettering::halfCapitals(lettering::kName) -
+                          (name.mSecond != nullptr ? kLineHeight / 2 : 0.0);
     switch (name.mSide) {
     case Side::Left:
         return {{control.x - kBeside, beside}, Align::Right};
@@ -66,9 +64,10 @@ Place placeOf(const ControlName& name) {
 
 void drawName(Painter& painter, const ControlName& name) {
     const auto [anchor, align] = placeOf(name);
-    painter.text(name.mFirst, kName, anchor, align, palette::kName);
+    painter.text(name.mFirst, lettering::kName, anchor, align, palette::kName);
     if (name.mSecond != nullptr) {
-        painter.text(name.mSecond, kName, {anchor.x, anchor.y + kLineHeight}, align, palette::kName);
+        painter.text(name.mSecond, lettering::kName, {anchor.x, anchor.y + kLineHeight}, align,
+                     palette::kName);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "Icon.h"
 
-#include "Geometry.h"
+#include "Knob.h"
 #include "Light.h"
 
 namespace varno {
@@ -16,8 +16,7 @@ constexpr double kBodyRadius = 0.23;
 constexpr double kPointerInner = 0.06;
 constexpr double kPointerOuter = 0.21;
 constexpr double kPointerWidth = 0.07;
-/// The dial's travel either way from the top, and where the pointer stands, in degrees.
-constexpr double kTravel = 135.0;
+/// Where the pointer stands, in degrees.
 constexpr double kTurned = 50.0;
 
 void drawTile(Painter& painter) {
@@ -29,9 +28,9 @@ void drawTile(Painter& painter) {
 }
 
 void drawDial(Painter& painter) {
-    painter.dialArc(kCenter, kArcRadius, -kTravel, kTravel);
+    painter.dialArc(kCenter, kArcRadius, -kKnobTravelDegrees, kKnobTravelDegrees);
     painter.stroke(palette::kRecess, kArcWidth);
-    painter.dialArc(kCenter, kArcRadius, -kTravel, kTurned);
+    painter.dialArc(kCenter, kArcRadius, -kKnobTravelDegrees, kTurned);
     painter.stroke(palette::kLit, kArcWidth);
     castShadow(painter, kCenter, kBodyRadius, kBodyRadius / 4);
     painter.circle(kCenter, kBodyRadius);

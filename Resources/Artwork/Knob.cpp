@@ -26,7 +26,6 @@ void drawChannel(Painter& painter) {
     painter.stroke(palette::kUnlit, kArcWidth);
 }
 
-/// Even the lowest value has a point of light, so that the arc is found.
 void drawLitArc(Painter& painter, double degrees) {
     constexpr double kGlowWidth = 6.0;
     constexpr double kGlow = 0.22;
@@ -36,14 +35,24 @@ void drawLitArc(Painter& painter, double degrees) {
     painter.stroke(palette::kLit, kArcWidth);
 }
 
-void drawBody(Painter& painter) {
+/// The grip: notches around the skirt, which turn with the pointer.
+void drawNotches(Painter& painter, double degrees) {
+    constexpr int kNotches = 30;
+    constexpr double kSpacingDegrees = 360.0 / kNotches;
+    constexpr double kWidth = 1.25;
+    constexpr double kDepth = 0.45;
+    for (int notch = 0; notch < kNotches; ++notch) {
+        painter.dialRay(kCenter, kCapRadius, kSkirtRadius, degrees + (notch + 0.5) * kSpacingDegrees);
+        painter.stroke(palette::kBlack, kWidth, kDepth);
+    }
+}
+
+void drawBody(Painter& painter, double degrees) {
     castShadow(painter, kCenter, kSkirtRadius, kHeight);
     painter.circle(kCenter, kSkirtRadius);
     painter.fillDown(kCenter.y - kSkirtRadius, kCenter.y + kSkirtRadius, palette::kSkirtLight,
                      palette::kSkirtDark);
-    painter.circle(kCenter, kSkirtRadius - 1);
-    painter.fillDown(kCenter.y - kSkirtRadius, kCenter.y + kSkirtRadius, palette::kCapDark,
-                     palette::kSkirtDark);
+    drawNotches(painter, degrees);
     painter.circle(kCenter, kCapRadius);
     painter.fillDown(kCenter.y - kCapRadius, kCenter.y + kCapRadius, palette::kSkirtLight,
                      palette::kSkirtDark);
@@ -69,7 +78,7 @@ void drawKnob(Painter& painter, int picture) {
     const double degrees = knobDegrees(picture);
     drawChannel(painter);
     drawLitArc(painter, degrees);
-    drawBody(painter);
+    drawBody(painter, degrees);
     drawPointer(painter, degrees);
 }
 

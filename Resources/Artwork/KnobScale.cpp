@@ -1,12 +1,12 @@
 #include "KnobScale.h"
 
 #include "Knob.h"
+#include "Lettering.h"
 #include "Placement.h"
 
 namespace varno {
 namespace {
 
-constexpr TextStyle kEnd = {Weight::Medium, 9.0, 0.0};
 constexpr int kTicks = 11;
 constexpr double kTickInner = 33.0;
 constexpr double kTickOuter = 36.0;
@@ -21,7 +21,7 @@ struct Scale {
 };
 
 constexpr Scale kScales[] = {
-    {controlBox("Gain"), "-20", "+20"},  {controlBox("Volume"), "-20", "+20"},
+    {controlBox("Gain"), "−20", "+20"},  {controlBox("Volume"), "−20", "+20"},
     {controlBox("Atk"), "fast", "slow"}, {controlBox("Rls"), "fast", "slow"},
     {controlBox("Hot"), "0", "100"},     {controlBox("Mix"), "wet", "dry"},
 };
@@ -37,8 +37,8 @@ void drawScale(Painter& painter, const Scale& scale) {
         painter.stroke(major ? palette::kName : palette::kHint, kTickWidth, major ? 1.0 : 0.7);
     }
     const double y = scale.mKnob.bottom() + kBaseline;
-    painter.text(scale.mLow, kEnd, {center.x - kOutwards, y}, Align::Center, palette::kHint);
-    painter.text(scale.mHigh, kEnd, {center.x + kOutwards, y}, Align::Center, palette::kHint);
+    painter.text(scale.mLow, lettering::kValue, {center.x - kOutwards, y}, Align::Center, palette::kHint);
+    painter.text(scale.mHigh, lettering::kValue, {center.x + kOutwards, y}, Align::Center, palette::kHint);
 }
 
 } // namespace

@@ -15,17 +15,7 @@ constexpr double kEdge = 1.0;
 
 void castShadow(Painter& painter, Point center, double radius, double height) {
     const Point fallen{center.x, center.y + height * kFall};
-    const double inner = radius - height;
-    const double outer = radius + height;
-    cairo_pattern_t* shade =
-        cairo_pattern_create_radial(fallen.x, fallen.y, inner, fallen.x, fallen.y, outer);
-    cairo_pattern_add_color_stop_rgba(shade, 0, 0, 0, 0, kShadow);
-    cairo_pattern_add_color_stop_rgba(shade, 0.5, 0, 0, 0, kShadow / 2);
-    cairo_pattern_add_color_stop_rgba(shade, 1, 0, 0, 0, 0);
-    painter.circle(fallen, outer);
-    cairo_set_source(painter.cairo(), shade);
-    cairo_fill(painter.cairo());
-    cairo_pattern_destroy(shade);
+    painter.fillSoftly(fallen, radius - height, radius + height, palette::kBlack, kShadow);
 }
 
 void castShadow(Painter& painter, const Box& body, double cornerRadius, double height) {

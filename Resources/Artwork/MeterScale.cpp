@@ -1,5 +1,6 @@
 #include "MeterScale.h"
 
+#include "Lettering.h"
 #include "Light.h"
 #include "Meter.h"
 #include "Placement.h"
@@ -10,29 +11,41 @@
 namespace varno {
 namespace {
 
-constexpr TextStyle kValue = {Weight::Medium, 9.0, 0.0};
-constexpr double kTickHeight = 5.0;
-constexpr double kGap = 2.0;
-constexpr double kBaseline = 12.0;
+constexpr Box kUpper = controlBox("METERGR1");
+constexpr Box kLower = controlBox("METERGR2");
+
+void drawHollow(Painter& painter, const Box& meter) {
+    constexpr double kRim = 2.0;
+    constexpr double kCorner = 3.0;
+    recess(painter, meter.inset(-kRim), kCorner, palette::kRecess);
+}
+
+/// Ticks stand between the meters.
+void drawTick(Painter& painter, double x) {
+    constexpr double kGap = 2.0;
+    constexpr double kWidth = 1.0;
+    painter.box({x - kWidth / 2, kUpper.bottom() + kGap, kWidth, kLower.y - kUpper.bottom() - 2 * kGap});
+    painter.fill(palette::kHint);
+}
 
 } // namespace
 
+double meterScaleX(double reductionDB) {
+    return kUpper.right() - std::min(litPart(reductionDB), 1.0) * kUpper.width;
+}
+
 void drawMeterScale(Painter& painter) {
-    constexpr Box kUpper = controlBox("METERGR1");
-    constexpr Box kLower = controlBox("METERGR2");
-    constexpr double kFrame = 2.0;
-    for (const Box& meter : {kUpper, kLower}) {
-        recess(painter, meter.inset(-kFrame), 3.0, palette::kRecess);
-    }
+    constexpr double kBaseline = kLower.bottom() + 12.0;
+    constexpr double kUnitX = kUpper.x - 13.0;
+    drawHollow(painter, kUpper);
+    drawHollow(painter, kLower);
     for (const int reductionDB : kMeterScaleDB) {
-        const double x = kUpper.right() - std::min(litPart(reductionDB), 1.0) * kUpper.width;
-        painter.box({x - 0.5, kUpper.bottom() + kGap, 1, kTickHeight});
-        painter.fill(palette::kHint);
-        painter.text(std::to_string(reductionDB), kValue, {x, kLower.bottom() + kBaseline}, Align::Center,
+        const double x = meterScaleX(reductionDB);
+        drawTick(painter, x);
+        painter.text(std::to_string(reductionDB), lettering::kValue, {x, kBaseline}, Align::Center,
                      palette::kHint);
     }
-    painter.text("GAIN REDUCTION  dB", {Weight::SemiBold, 8.5, 1.2},
-                 {kUpper.center().x, kLower.bottom() + 22}, Align::Center, palette::kHint);
+    painter.text("dB", lettering::kValue, {kUnitX, kBaseline}, Align::Right, palette::kHint);
 }
 
 } // namespace varno

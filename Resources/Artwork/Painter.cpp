@@ -1,7 +1,5 @@
 #include "Painter.h"
 
-#include "TextLine.h"
-
 #include <memory>
 #include <numbers>
 
@@ -83,10 +81,13 @@ void Painter::fillDown(double fromY, double toY, Color top, Color bottom) {
     cairo_fill(mCairo);
 }
 
-void Painter::strokeDown(double fromY, double toY, Color top, Color bottom, double width) {
-    cairo_set_source(mCairo, downwards(fromY, toY, top, bottom).get());
-    cairo_set_line_width(mCairo, width);
-    cairo_stroke(mCairo);
+void Painter::fillSoftly(Point center, double inner, double outer, Color color, double alpha) {
+    const Pattern pattern(cairo_pattern_create_radial(center.x, center.y, inner, center.x, center.y, outer));
+    cairo_pattern_add_color_stop_rgba(pattern.get(), 0, color.red, color.green, color.blue, alpha);
+    cairo_pattern_add_color_stop_rgba(pattern.get(), 1, color.red, color.green, color.blue, 0);
+    circle(center, outer);
+    cairo_set_source(mCairo, pattern.get());
+    cairo_fill(mCairo);
 }
 
 void Painter::text(const std::string& text, const TextStyle& style, Point anchor, Align align, Color color) {

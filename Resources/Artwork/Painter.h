@@ -4,22 +4,13 @@
 
 #include "Geometry.h"
 #include "Palette.h"
-#include "Typeface.h"
+#include "TextLine.h"
 
 #include <cairo.h>
 #include <string>
 #include <vector>
 
 namespace varno {
-
-/// Size in pixels at scale 1, tracking in the same between letters.
-struct TextStyle {
-    Weight mWeight;
-    double mSize;
-    double mTracking;
-};
-
-enum class Align { Left, Center, Right };
 
 /// Lettering that was drawn: its ink lies within the box, whose place is that in the picture.
 struct DrawnText {
@@ -56,7 +47,8 @@ public:
     void stroke(Color color, double width, double alpha = 1.0);
     /// The gradient runs straight down.
     void fillDown(double fromY, double toY, Color top, Color bottom);
-    void strokeDown(double fromY, double toY, Color top, Color bottom, double width);
+    /// Even within `inner` of the center, fading to nothing at `outer`; needs no path.
+    void fillSoftly(Point center, double inner, double outer, Color color, double alpha);
 
     /// Draws a line of text on the baseline at `anchor`, whose x is the middle or an edge of the ink.
     void text(const std::string& text, const TextStyle& style, Point anchor, Align align, Color color);

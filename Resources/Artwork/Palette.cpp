@@ -20,7 +20,7 @@ double luminance(Color color) {
 double contrast(Color a, Color b) {
     /// Light that a screen reflects even where it is black.
     constexpr double kFlare = 0.05;
-    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + kFlare) / (darker + kFlare);
 }
 

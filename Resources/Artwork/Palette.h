@@ -44,7 +44,7 @@ inline constexpr Color kRecess = rgb(0x0E0F10);
 
 // Lettering: what a control is called, and what explains it.
 inline constexpr Color kName = rgb(0xEFEBE4);
-inline constexpr Color kHint = rgb(0xB4B1AB);
+inline constexpr Color kHint = rgb(0xC1BEB8);
 inline constexpr Color kLine = rgb(0x6C6F74);
 
 // Everything that is lit, from faint to glaring.
@@ -55,12 +55,12 @@ inline constexpr Color kLitCore = rgb(0xFFD9A0);
 inline constexpr Color kInkOnLit = rgb(0x221304);
 
 // Metal and plastic of the controls.
-inline constexpr Color kSkirtLight = rgb(0x55595F);
+inline constexpr Color kSkirtLight = rgb(0x4E5258);
 inline constexpr Color kSkirtDark = rgb(0x141517);
-inline constexpr Color kCapLight = rgb(0x4A4E54);
-inline constexpr Color kCapDark = rgb(0x24272A);
-inline constexpr Color kMetalLight = rgb(0xDADCDD);
-inline constexpr Color kMetalDark = rgb(0x85898D);
+inline constexpr Color kCapLight = rgb(0x575C63);
+inline constexpr Color kCapDark = rgb(0x2A2D31);
+inline constexpr Color kMetalLight = rgb(0xB8BBBE);
+inline constexpr Color kMetalDark = rgb(0x6C7074);
 inline constexpr Color kKeyLight = rgb(0x474B50);
 inline constexpr Color kKeyDark = rgb(0x303338);
 

@@ -5,6 +5,7 @@
 #include "Light.h"
 #include "MeterScale.h"
 #include "Placement.h"
+#include "ResponseCurves.h"
 #include "Sections.h"
 #include "Sheet.h"
 
@@ -23,6 +24,7 @@ void drawStatusFrame(Painter& painter) {
 void drawPanel(Painter& painter) {
     drawSheet(painter);
     drawSections(painter);
+    drawResponseCurves(painter);
     drawKnobScales(painter);
     drawMeterScale(painter);
     drawControlNames(painter);

@@ -1,5 +1,6 @@
 #include "PresetButton.h"
 
+#include "Lettering.h"
 #include "Light.h"
 #include "Placement.h"
 
@@ -8,11 +9,8 @@ namespace {
 
 constexpr Box kPicture = pictureBox(DemoGain_ViewLayout::Art::Copy);
 constexpr double kCorner = 4.0;
-constexpr TextStyle kStyle = {Weight::Medium, 11.0, 0.2};
 /// How far a pressed key sinks, in pixels.
 constexpr double kTravel = 1.0;
-/// From the middle of the key to the baseline, in pixels.
-constexpr double kBaseline = 4.0;
 
 void drawButton(Painter& painter, const char* text, bool pressed) {
     const Box hollow{0, 0, kPicture.width, kPicture.height - 1};
@@ -25,8 +23,9 @@ void drawButton(Painter& painter, const char* text, bool pressed) {
     } else {
         raised(painter, key, kCorner - 1, palette::kKeyLight, palette::kKeyDark);
     }
-    painter.text(text, kStyle, {key.center().x, key.center().y + kBaseline}, Align::Center,
-                 pressed ? palette::kLit : palette::kName);
+    painter.text(text, lettering::kKeyText,
+                 {key.center().x, key.center().y + lettering::halfCapitals(lettering::kKeyText)},
+                 Align::Center, pressed ? palette::kLit : palette::kName);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "RatioSwitch.h"
 
+#include "Lettering.h"
 #include "Light.h"
 #include "Placement.h"
 
@@ -16,9 +17,6 @@ constexpr double kKeyWidth = kPicture.width / kPositions;
 constexpr double kCorner = 4.0;
 constexpr double kKeyCorner = 3.0;
 constexpr double kGap = 2.0;
-constexpr TextStyle kNumber = {Weight::SemiBold, 12.0, 0.0};
-/// From the middle of a key to the baseline of its number, in pixels.
-constexpr double kBaseline = 4.0;
 
 Box keyBox(int position) {
     const Box cell{kKeyWidth * position, 0, kKeyWidth, kPicture.height};
@@ -33,7 +31,8 @@ void drawKey(Painter& painter, int position, bool chosen) {
     } else {
         raised(painter, key, kKeyCorner, palette::kKeyLight, palette::kKeyDark);
     }
-    painter.text(std::to_string(position + 1), kNumber, {key.center().x, key.center().y + kBaseline},
+    painter.text(std::to_string(position + 1), lettering::kKeyNumber,
+                 {key.center().x, key.center().y + lettering::halfCapitals(lettering::kKeyNumber)},
                  Align::Center, chosen ? palette::kInkOnLit : palette::kHint);
 }
 

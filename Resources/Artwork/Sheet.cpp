@@ -1,5 +1,6 @@
 #include "Sheet.h"
 
+#include "Lettering.h"
 #include "Light.h"
 #include "Placement.h"
 
@@ -9,7 +10,7 @@ namespace varno {
 namespace {
 
 /// The plate that carries the dynamics section.
-constexpr Box kPlate = {124, 38, 410, 308};
+constexpr Box kPlate = {116, 33, 418, 313};
 constexpr double kPlateCorner = 6.0;
 
 /// A random-looking number from 0 to 1 that is the same on every run.
@@ -25,7 +26,7 @@ double grain(uint32_t seed) {
 
 /// Fine brushing along the panel: every row of pixels a little lighter or darker than its neighbours.
 void brush(Painter& painter, const Box& area) {
-    constexpr double kStrength = 0.022;
+    constexpr double kStrength = 0.015;
     const double row = 1.0 / painter.scale();
     const int rows = static_cast<int>(area.height * painter.scale());
     for (int n = 0; n < rows; ++n) {
@@ -43,13 +44,11 @@ void drawPlate(Painter& painter) {
 }
 
 void drawName(Painter& painter) {
-    constexpr TextStyle kProduct = {Weight::Bold, 19.0, 0.4};
-    constexpr TextStyle kLine = {Weight::Medium, 9.0, 1.4};
-    constexpr double kBaseline = 26.0;
+    constexpr double kBaseline = 24.0;
     constexpr double kMargin = 16.0;
-    painter.text("Varno-S", kProduct, {kMargin, kBaseline}, Align::Left, palette::kName);
-    painter.text("SATURATION  &  DYNAMICS", kLine, {viewBox().width - kMargin, kBaseline}, Align::Right,
-                 palette::kHint);
+    painter.text("Varno-S", lettering::kProduct, {kMargin, kBaseline}, Align::Left, palette::kName);
+    painter.text("SATURATION  &  DYNAMICS", lettering::kMotto, {viewBox().width - kMargin, kBaseline},
+                 Align::Right, palette::kHint);
 }
 
 } // namespace

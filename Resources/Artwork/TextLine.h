@@ -1,8 +1,9 @@
-/// A line of text as glyphs.
+/// One line of text.
 #ifndef TEXTLINE_H
 #define TEXTLINE_H
 
-#include "Painter.h"
+#include "Geometry.h"
+#include "Typeface.h"
 
 #include <cairo.h>
 #include <memory>
@@ -10,6 +11,15 @@
 #include <vector>
 
 namespace varno {
+
+/// Size in pixels at scale 1, tracking in the same between letters.
+struct TextStyle {
+    Weight mWeight;
+    double mSize;
+    double mTracking;
+};
+
+enum class Align { Left, Center, Right };
 
 /// Heights are hinted to the pixel grid, so that small letters stand on whole pixels; widths are the font's
 /// own, so that words keep their rhythm.

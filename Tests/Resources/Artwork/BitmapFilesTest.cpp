@@ -1,6 +1,7 @@
 #include "Artwork.h"
 #include "Icon.h"
 #include "Support/Image.h"
+#include "Support/PrintTo.h"
 
 #include <gmock/gmock.h>
 

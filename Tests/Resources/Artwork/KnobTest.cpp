@@ -1,0 +1,138 @@
+#include "Knob.h"
+#include "Support/BundleBitmap.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <numbers>
+
+namespace varno {
+namespace {
+
+using DemoGain_ViewLayout::Art;
+using test::Image;
+
+constexpr int kLast = DemoGain_ViewLayout::BitmapOf(Art::Knob).mPictures - 1;
+
+/// The strip at one of the scales; polar coordinates are in pixels at scale 1 and a dial's degrees.
+class KnobTest : public testing::TestWithParam<int> {
+protected:
+    KnobTest()
+        : pictures(test::bundlePictures(Art::Knob, GetParam())) {}
+
+    static double radiusOf(int x, int y) { return std::hypot(offset(x), offset(y)); }
+    static double degreesOf(double x, double y) { return std::atan2(x, -y) * 180 / std::numbers::pi; }
+    /// Of a pixel's middle from the knob's.
+    static double offset(int pixel) {
+        return (pixel + 0.5) / GetParam() - DemoGain_ViewLayout::BitmapOf(Art::Knob).mWidth / 2.0;
+    }
+
+    /// The brightness that a pixel has in most pictures: what is there without the pointer.
+    double usual(int x, int y) const {
+        std::vector<double> values;
+        for (const Image& picture : pictures) {
+            values.push_back(picture.luminance(x, y));
+        }
+        std::ranges::nth_element(values, values.begin() + values.size() / 2);
+        return values[values.size() / 2];
+    }
+
+    /// Where the pointers point, measured on the cap, of which nothing else moves.
+    std::vector<double> pointerDegrees() const {
+        constexpr double kInner = 9.0;
+        constexpr double kOuter = 16.0;
+        std::vector<double> sumX(pictures.size());
+        std::vector<double> sumY(pictures.size());
+        for (int y = 0; y < pictures[0].height(); ++y) {
+            for (int x = 0; x < pictures[0].width(); ++x) {
+                if (radiusOf(x, y) < kInner || radiusOf(x, y) > kOuter) {
+                    continue;
+                }
+                const double ground = usual(x, y);
+                for (std::size_t n = 0; n < pictures.size(); ++n) {
+                    const double weight = std::max(0.0, pictures[n].luminance(x, y) - ground);
+                    sumX[n] += weight * offset(x);
+                    sumY[n] += weight * offset(y);
+                }
+            }
+        }
+        std::vector<double> degrees;
+        for (std::size_t n = 0; n < pictures.size(); ++n) {
+            degrees.push_back(degreesOf(sumX[n], sumY[n]));
+        }
+        return degrees;
+    }
+
+    /// How many degrees of the ring are lit.
+    static int litDegrees(const Image& picture) {
+        constexpr double kRing = 28.0;
+        constexpr double kBright = 0.3;
+        int lit = 0;
+        for (int degrees = -180; degrees < 180; ++degrees) {
+            const double angle = degrees * std::numbers::pi / 180;
+            const double middle = picture.width() / 2.0;
+            const auto x = static_cast<int>(middle + kRing * GetParam() * std::sin(angle));
+            const auto y = static_cast<int>(middle - kRing * GetParam() * std::cos(angle));
+            lit += picture.luminance(x, y) > kBright ? 1 : 0;
+        }
+        return lit;
+    }
+
+    std::vector<Image> pictures;
+};
+
+TEST_P(KnobTest, PointsToItsEndsAndStraightUp) {
+    constexpr double kExact = 0.25;
+    const std::vector<double> degrees = pointerDegrees();
+    EXPECT_NEAR(-135.0, degrees.front(), kExact);
+    EXPECT_NEAR(0.0, degrees[kLast / 2], kExact);
+    EXPECT_NEAR(135.0, degrees.back(), kExact);
+}
+
+TEST_P(KnobTest, TurnsBySameSteps) {
+    constexpr double kClose = 0.75;
+    const std::vector<double> degrees = pointerDegrees();
+    for (int n = 0; n <= kLast; ++n) {
+        EXPECT_NEAR(knobDegrees(n), degrees[static_cast<std::size_t>(n)], kClose) << n;
+    }
+    EXPECT_EQ(-135.0, knobDegrees(0));
+    EXPECT_EQ(0.0, knobDegrees(65));
+    EXPECT_EQ(135.0, knobDegrees(130));
+}
+
+TEST_P(KnobTest, LightsTheRingUpToThePointer) {
+    constexpr double kClose = 4.0;
+    for (int n = 0; n <= kLast; ++n) {
+        EXPECT_NEAR(knobDegrees(n) + kKnobTravelDegrees, litDegrees(pictures[static_cast<std::size_t>(n)]),
+                    kClose)
+            << n;
+    }
+}
+
+TEST_P(KnobTest, NeighboursCanBeToldApart) {
+    constexpr double kVisible = 0.02;
+    constexpr int kEnough = 5;
+    for (std::size_t n = 1; n < pictures.size(); ++n) {
+        int changed = 0;
+        for (int y = 0; y < pictures[n].height(); ++y) {
+            for (int x = 0; x < pictures[n].width(); ++x) {
+                const double change = pictures[n].luminance(x, y) - pictures[n - 1].luminance(x, y);
+                changed += std::fabs(change) > kVisible ? 1 : 0;
+            }
+        }
+        EXPECT_GE(changed, kEnough) << n;
+    }
+}
+
+TEST_P(KnobTest, LeavesThePanelToBeSeenInItsCorners) {
+    for (const Image& picture : pictures) {
+        EXPECT_EQ(0.0, picture.alpha(0, 0));
+        EXPECT_EQ(0.0, picture.alpha(picture.width() - 1, picture.height() - 1));
+        EXPECT_EQ(1.0, picture.alpha(picture.width() / 2, picture.height() / 2));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scale, KnobTest, testing::Values(1, 2));
+
+} // namespace
+} // namespace varno

@@ -1,0 +1,146 @@
+#include "Artwork.h"
+#include "Placement.h"
+#include "Support/Image.h"
+#include "Support/PrintTo.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+#include <tuple>
+
+namespace varno {
+namespace {
+
+using DemoGain_ViewLayout::Art;
+using DemoGain_ViewLayout::Bitmap;
+using DemoGain_ViewLayout::kControls;
+using test::Image;
+
+/// WCAG's demand on text.
+constexpr double kLegible = 4.5;
+
+/// A picture with and without its lettering.
+struct Lettered {
+    Image with;
+    Image bare;
+    std::vector<DrawnText> texts;
+};
+
+Lettered draw(const Typeface& typeface, const Bitmap& bitmap, int picture, int scale) {
+    const Canvas with(bitmap.mWidth, bitmap.mHeight, scale);
+    Painter painter(with.cairo(), typeface);
+    drawPicture(painter, bitmap.mArt, picture);
+    const Canvas bare(bitmap.mWidth, bitmap.mHeight, scale);
+    Painter mute(bare.cairo(), typeface, false);
+    drawPicture(mute, bitmap.mArt, picture);
+    return {Image::of(with), Image::of(bare), painter.texts()};
+}
+
+/// All lettering, in each of the fonts that may be used and at both scales.
+class LetteringTest : public testing::TestWithParam<std::tuple<Family, int>> {
+protected:
+    LetteringTest()
+        : typeface(std::get<0>(GetParam())) {}
+
+    static int scale() { return std::get<1>(GetParam()); }
+
+    Lettered panel() const {
+        return draw(typeface, DemoGain_ViewLayout::BitmapOf(Art::Background), 0, scale());
+    }
+
+    std::vector<Lettered> everyPicture() const {
+        std::vector<Lettered> pictures;
+        for (const Bitmap& bitmap : DemoGain_ViewLayout::kBitmaps) {
+            for (int picture = 0; picture < bitmap.mPictures && bitmap.mArt != Art::Knob; ++picture) {
+                pictures.push_back(draw(typeface, bitmap, picture, scale()));
+            }
+        }
+        return pictures;
+    }
+
+    /// Whether a pixel lies within a box, or less than a pixel away.
+    static bool touches(const Box& box, int x, int y) {
+        const double size = 1.0 / scale();
+        return box.inset(-size).overlaps({x * size, y * size, size, size});
+    }
+
+    Typeface typeface;
+};
+
+TEST_P(LetteringTest, NamesEveryControl) {
+    std::vector<std::string> texts;
+    for (const DrawnText& text : panel().texts) {
+        texts.push_back(text.mText);
+    }
+    EXPECT_THAT(
+        texts, testing::IsSupersetOf({"Varno-S", "Gain", "Volume",   "Attack", "Release", "Hottitude", "Mix",
+                                      "High",    "Pass", "Band",     "Pass",   "UK Mode", "Stereo",    "Link",
+                                      "Ratio",   "L",    "Harmonic", "Select", "R",       "Auto Gain"}));
+}
+
+TEST_P(LetteringTest, KeepsOffTheControlsAndTheEdges) {
+    constexpr double kEdge = 6.0;
+    constexpr double kAir = 2.0;
+    for (const DrawnText& text : panel().texts) {
+        EXPECT_TRUE(viewBox().inset(kEdge).contains(text.mBox)) << text.mText;
+        EXPECT_FALSE(statusBox().inset(-kAir).overlaps(text.mBox)) << text.mText;
+        for (const auto& control : kControls) {
+            EXPECT_FALSE(controlBox(control).inset(-kAir).overlaps(text.mBox))
+                << text.mText << " at " << control.mID;
+        }
+    }
+}
+
+TEST_P(LetteringTest, TextsKeepApart) {
+    constexpr double kAir = 1.0;
+    for (const Lettered& picture : everyPicture()) {
+        for (std::size_t i = 0; i < picture.texts.size(); ++i) {
+            for (std::size_t j = i + 1; j < picture.texts.size(); ++j) {
+                EXPECT_FALSE(picture.texts[i].mBox.inset(-kAir).overlaps(picture.texts[j].mBox))
+                    << picture.texts[i].mText << " and " << picture.texts[j].mText;
+            }
+        }
+    }
+}
+
+TEST_P(LetteringTest, IsInkWhereItIsReportedAndNowhereElse) {
+    for (const Lettered& picture : everyPicture()) {
+        for (int y = 0; y < picture.with.height(); ++y) {
+            for (int x = 0; x < picture.with.width(); ++x) {
+                const bool reported = std::ranges::any_of(
+                    picture.texts, [&](const DrawnText& text) { return touches(text.mBox, x, y); });
+                ASSERT_TRUE(reported || picture.with.luminance(x, y) == picture.bare.luminance(x, y))
+                    << x << ", " << y;
+            }
+        }
+    }
+}
+
+TEST_P(LetteringTest, StandsOutFromAllThatIsBehindIt) {
+    for (const Lettered& picture : everyPicture()) {
+        for (const DrawnText& text : picture.texts) {
+            double worst = contrast(palette::kBlack, palette::kWhite);
+            double best = 0.0;
+            for (int y = 0; y < picture.with.height(); ++y) {
+                for (int x = 0; x < picture.with.width(); ++x) {
+                    if (touches(text.mBox, x, y)) {
+                        worst = std::min(worst, contrast(text.mColor, picture.bare.color(x, y)));
+                        best = std::max(best, contrast(picture.with.color(x, y), picture.bare.color(x, y)));
+                    }
+                }
+            }
+            EXPECT_GE(worst, kLegible) << text.mText << ": its colour on what is behind it";
+            EXPECT_GE(best, kLegible) << text.mText << ": its pixels on what is behind them";
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Fonts, LetteringTest,
+                         testing::Combine(testing::ValuesIn(kFamilies), testing::Values(1, 2)),
+                         [](const auto& tested) {
+                             std::string name = std::get<0>(tested.param).mName;
+                             std::erase(name, ' ');
+                             return name + "AtScale" + std::to_string(std::get<1>(tested.param));
+                         });
+
+} // namespace
+} // namespace varno

@@ -1,0 +1,56 @@
+#include "Options.h"
+
+#include <gmock/gmock.h>
+
+namespace varno {
+namespace {
+
+TEST(ArtworkOptions, TakeAFolder) {
+    const Options options = parseOptions({"out"});
+    EXPECT_EQ("out", options.mFolder);
+    EXPECT_FALSE(options.mPreview);
+    EXPECT_FALSE(options.mHelp);
+}
+
+TEST(ArtworkOptions, TakeAPreviewAndItsScale) {
+    EXPECT_EQ(1, parseOptions({"--preview", "a.png"}).mScale);
+    const Options options = parseOptions({"--scale", "2", "--preview", "a.png"});
+    EXPECT_EQ("a.png", options.mPreview);
+    EXPECT_EQ(2, options.mScale);
+}
+
+TEST(ArtworkOptions, HelpNamesEveryOption) {
+    EXPECT_TRUE(parseOptions({"--help"}).mHelp);
+    for (const char* option : {"--preview", "--scale", "--help", "FOLDER"}) {
+        EXPECT_THAT(kHelp, testing::HasSubstr(option));
+    }
+}
+
+struct Wrong {
+    std::vector<std::string> mArguments;
+    const char* mNamed; ///< What the message names.
+};
+
+void PrintTo(const Wrong& wrong, std::ostream* stream) {
+    *stream << wrong.mNamed;
+}
+
+class WrongArtworkOptions : public testing::TestWithParam<Wrong> {};
+
+TEST_P(WrongArtworkOptions, AreRefusedByName) {
+    EXPECT_THAT([] { parseOptions(GetParam().mArguments); },
+                testing::ThrowsMessage<UsageError>(testing::HasSubstr(GetParam().mNamed)));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, WrongArtworkOptions,
+                         testing::Values(Wrong{{}, "folder"}, Wrong{{"a", "b"}, "\"b\""},
+                                         Wrong{{"--colour"}, "--colour"}, Wrong{{"--preview"}, "--preview"},
+                                         Wrong{{"a", "--preview", "b"}, "--preview"},
+                                         Wrong{{"a", "--scale", "2"}, "--scale"},
+                                         Wrong{{"--preview", "a", "--scale", "0"}, "\"0\""},
+                                         Wrong{{"--preview", "a", "--scale", "5"}, "1 to 4"},
+                                         Wrong{{"--preview", "a", "--scale", "2x"}, "\"2x\""}),
+                         [](const auto& tested) { return "Case" + std::to_string(tested.index); });
+
+} // namespace
+} // namespace varno
