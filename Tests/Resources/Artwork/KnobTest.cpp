@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <numbers>
 
@@ -33,8 +34,9 @@ protected:
         for (const Image& picture : pictures) {
             values.push_back(picture.luminance(x, y));
         }
-        std::ranges::nth_element(values, values.begin() + values.size() / 2);
-        return values[values.size() / 2];
+        const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+        std::ranges::nth_element(values, middle);
+        return *middle;
     }
 
     /// Where the pointers point, measured on the cap, of which nothing else moves.
