@@ -29,16 +29,8 @@ struct X11Clipboard::Session {
           reader(*connection, atoms) {
         connection->setHandler([this](const xcb_generic_event_t& event) {
             owner.handle(event);
-            dropLateText(event);
+            reader.handle(event);
         });
-    }
-
-    /// An answer that nobody waits for any more leaves its text on our window.
-    void dropLateText(const xcb_generic_event_t& event) const {
-        const auto& notice = eventAs<xcb_selection_notify_event_t>(event);
-        if (typeOf(event) == XCB_SELECTION_NOTIFY && notice.property != XCB_ATOM_NONE) {
-            xcb_delete_property(connection->xcb(), connection->window(), notice.property);
-        }
     }
 
     std::unique_ptr<X11Connection> connection;

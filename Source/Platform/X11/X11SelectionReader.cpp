@@ -6,6 +6,8 @@ namespace varno {
 
 namespace {
 
+constexpr std::uint8_t kTextBits = 8;
+
 /// A refusal names no property; some programs leave the time out as well.
 bool isAnswer(const xcb_selection_notify_event_t& notice, xcb_atom_t target, xcb_atom_t property,
               xcb_timestamp_t asked) {
@@ -33,15 +35,24 @@ std::optional<std::string> X11SelectionReader::read(X11Connection::Deadline dead
     return std::nullopt;
 }
 
+void X11SelectionReader::handle(const xcb_generic_event_t& event) const {
+    const xcb_atom_t property = eventAs<xcb_selection_notify_event_t>(event).property;
+    if (typeOf(event) == XCB_SELECTION_NOTIFY && property != XCB_ATOM_NONE && property != mAwaited) {
+        xcb_delete_property(mConnection.xcb(), mConnection.window(), property);
+    }
+}
+
 std::optional<std::string> X11SelectionReader::readAs(xcb_atom_t target, X11Connection::Deadline deadline) {
-    const xcb_atom_t property = nextProperty();
-    if (!request(target, property, deadline)) {
-        return std::nullopt;
+    mTurn = (mTurn + 1) % mAtoms.transfers.size();
+    mAwaited = mAtoms.transfers[mTurn];
+    std::optional<Value> value;
+    if (request(target, mAwaited, deadline)) {
+        value = takeProperty(mAwaited, kLargestTextBytes);
     }
-    auto value = takeProperty(property, kLargestTextBytes);
     if (value && value->type == mAtoms.incremental) {
-        value = collectParts(property, deadline);
+        value = collectParts(mAwaited, deadline);
     }
+    mAwaited = XCB_ATOM_NONE;
     return decode(std::move(value));
 }
 
@@ -78,13 +89,13 @@ std::optional<X11SelectionReader::Value> X11SelectionReader::takeProperty(xcb_at
         xcb_delete_property(xcb, mConnection.window(), property);
         return std::nullopt;
     }
-    return Value{reply->type,
+    return Value{reply->type, reply->format,
                  std::string(static_cast<const char*>(xcb_get_property_value(reply.get())), bytes)};
 }
 
 std::optional<X11SelectionReader::Value> X11SelectionReader::collectParts(xcb_atom_t property,
                                                                           X11Connection::Deadline deadline) {
-    Value whole{XCB_ATOM_NONE, {}};
+    Value whole{XCB_ATOM_NONE, kTextBits, {}};
     for (;;) {
         const auto announced = mConnection.waitFor(
             [&](const xcb_generic_event_t& event) {
@@ -95,30 +106,33 @@ std::optional<X11SelectionReader::Value> X11SelectionReader::collectParts(xcb_at
             deadline);
         const auto part =
             announced ? takeProperty(property, kLargestTextBytes - whole.bytes.size()) : std::nullopt;
-        if (!part || (whole.type != XCB_ATOM_NONE && whole.type != part->type)) {
+        if (!part) {
             return std::nullopt;
+        }
+        if (whole.type == XCB_ATOM_NONE) {
+            whole.type = part->type;
         }
         if (part->bytes.empty()) {
             return whole;
         }
-        whole.type = part->type;
+        if (part->type != whole.type || part->bitsPerItem != kTextBits) {
+            return std::nullopt;
+        }
         whole.bytes += part->bytes;
     }
 }
 
 std::optional<std::string> X11SelectionReader::decode(std::optional<Value> value) const {
-    if (value && value->type == XCB_ATOM_STRING) {
+    if (!value || value->bitsPerItem != kTextBits) {
+        return std::nullopt;
+    }
+    if (value->type == XCB_ATOM_STRING) {
         return utf8FromLatin1(value->bytes);
     }
-    if (value && value->type == mAtoms.utf8String) {
+    if (value->type == mAtoms.utf8String) {
         return std::move(value->bytes);
     }
     return std::nullopt;
-}
-
-xcb_atom_t X11SelectionReader::nextProperty() {
-    mTurn = (mTurn + 1) % mAtoms.transfers.size();
-    return mAtoms.transfers[mTurn];
 }
 
 } // namespace varno

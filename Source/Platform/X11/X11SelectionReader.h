@@ -6,6 +6,7 @@
 #include "X11Connection.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -23,10 +24,14 @@ public:
     /// The text as UTF-8; empty where it has not all come, as text, by the deadline.
     std::optional<std::string> read(X11Connection::Deadline deadline);
 
+    /// Clears away answers that come too late: their texts lie on our window.
+    void handle(const xcb_generic_event_t& event) const;
+
 private:
     /// What a property held.
     struct Value {
         xcb_atom_t type;
+        std::uint8_t bitsPerItem;
         std::string bytes;
     };
 
@@ -35,11 +40,12 @@ private:
     std::optional<Value> takeProperty(xcb_atom_t property, std::size_t mostBytes);
     std::optional<Value> collectParts(xcb_atom_t property, X11Connection::Deadline deadline);
     std::optional<std::string> decode(std::optional<Value> value) const;
-    xcb_atom_t nextProperty();
 
     X11Connection& mConnection;
     const X11Atoms& mAtoms;
     std::size_t mTurn = 0;
+    xcb_atom_t mAwaited =
+        XCB_ATOM_NONE; ///< The property that a text is to come in; none while nothing is read.
 };
 
 } // namespace varno

@@ -25,7 +25,7 @@ protected:
 
     /// A bundle of this name below the root; its binary, as a path below the root.
     fs::path makeBundle(const fs::path& name) {
-        const fs::path binary = name / "Contents/x86_64-linux/Varno-S.so";
+        fs::path binary = name / "Contents/x86_64-linux/Varno-S.so";
         fs::create_directories(root() / name / "Contents/Resources");
         fs::create_directories((root() / binary).parent_path());
         fs::copy_file(VARNO_BUNDLE_MODULE, root() / binary);

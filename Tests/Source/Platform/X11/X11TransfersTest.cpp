@@ -1,0 +1,109 @@
+#include "X11Transfers.h"
+
+#include "Eventually.h"
+#include "RawClient.h"
+#include "SampleText.h"
+#include "XServer.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+
+using varno::internAtoms;
+using varno::X11Atoms;
+using varno::X11Connection;
+using varno::X11Transfers;
+using namespace varno::test;
+
+/// How many transfers there are, which nobody outside sees.
+class X11TransfersTest : public testing::Test {
+protected:
+    X11TransfersTest() {
+        connection.setHandler([this](const xcb_generic_event_t& event) { transfers.handle(event); });
+    }
+
+    void start(const RawClient& receiver, const std::string& property) {
+        transfers.start(receiver.window(), receiver.atom(property), atoms.utf8String, text);
+        connection.pump();
+    }
+
+    bool comesDownTo(std::size_t count) {
+        return eventually([&] {
+            connection.pump();
+            return transfers.count() == count;
+        });
+    }
+
+    const XServer server;
+    X11Connection connection{server.display()};
+    X11Atoms atoms = internAtoms(connection.xcb());
+    X11Transfers transfers{connection, atoms};
+    std::shared_ptr<const std::string> text = std::make_shared<const std::string>(longText(kMebibyte));
+};
+
+TEST_F(X11TransfersTest, AreNoneForATextThatFits) {
+    const RawClient receiver(server.display());
+    text = std::make_shared<const std::string>(X11Transfers::kLargestPartBytes, 'a');
+
+    start(receiver, "INTO");
+
+    EXPECT_EQ(transfers.count(), 0u);
+}
+
+TEST_F(X11TransfersTest, EndWhenAllPartsAreTaken) {
+    const RawClient receiver(server.display());
+    start(receiver, "INTO");
+    EXPECT_EQ(transfers.count(), 1u);
+
+    EXPECT_TRUE(eventually([&] {
+        receiver.takeProperty("INTO");
+        connection.pump();
+        return transfers.count() == 0;
+    }));
+    EXPECT_EQ(text.use_count(), 1);
+}
+
+TEST_F(X11TransfersTest, EndWhenTheReceiversConnectionBreaks) {
+    auto receiver = std::make_unique<RawClient>(server.display());
+    const RawClient other(server.display());
+    start(*receiver, "INTO");
+    start(*receiver, "SECOND");
+    start(other, "INTO");
+    EXPECT_EQ(transfers.count(), 3u);
+
+    receiver.reset();
+
+    EXPECT_TRUE(comesDownTo(1));
+}
+
+TEST_F(X11TransfersTest, EndWhenTheReceiversWindowGoes) {
+    const RawClient receiver(server.display());
+    start(receiver, "INTO");
+
+    xcb_destroy_window(receiver.xcb(), receiver.window());
+    receiver.flush();
+
+    EXPECT_TRUE(comesDownTo(0));
+    EXPECT_EQ(text.use_count(), 1);
+}
+
+TEST_F(X11TransfersTest, EndWhenTheReceiverWasNeverThere) {
+    constexpr xcb_window_t kNobody = 0x12345678;
+
+    transfers.start(kNobody, atoms.text, atoms.utf8String, text);
+    EXPECT_EQ(transfers.count(), 1u);
+
+    EXPECT_TRUE(comesDownTo(0));
+}
+
+TEST_F(X11TransfersTest, AreReplacedWhereTheSameIsAskedAgain) {
+    const RawClient receiver(server.display());
+    for (int times = 0; times < 10; ++times) {
+        start(receiver, "INTO");
+    }
+
+    EXPECT_EQ(transfers.count(), 1u);
+}
+
+} // namespace
