@@ -9,10 +9,12 @@
 namespace varno {
 namespace {
 
-struct PatternDestroyer {
+struct Destroyer {
     void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
+    void operator()(FcConfig* config) const { FcConfigDestroy(config); }
 };
-using Pattern = std::unique_ptr<FcPattern, PatternDestroyer>;
+using Pattern = std::unique_ptr<FcPattern, Destroyer>;
+using Config = std::unique_ptr<FcConfig, Destroyer>;
 
 int fontconfigWeight(Weight weight) {
     switch (weight) {
@@ -33,7 +35,7 @@ const FcChar8* asFontconfig(const char* text) {
 }
 
 /// The best match for the family; null where that is another family.
-Pattern match(const char* family, Weight weight) {
+Pattern match(const Config& config, const char* family, Weight weight) {
     const Pattern wanted(FcPatternCreate());
     FcPatternAddString(wanted.get(), FC_FAMILY, asFontconfig(family));
     FcPatternAddInteger(wanted.get(), FC_WEIGHT, fontconfigWeight(weight));
@@ -41,7 +43,7 @@ Pattern match(const char* family, Weight weight) {
     FcPatternAddInteger(wanted.get(), FC_WIDTH, FC_WIDTH_NORMAL);
     FcDefaultSubstitute(wanted.get());
     FcResult result = FcResultNoMatch;
-    Pattern found(FcFontMatch(nullptr, wanted.get(), &result));
+    Pattern found(FcFontMatch(config.get(), wanted.get(), &result));
     FcChar8* name = nullptr;
     const bool same = found && FcPatternGetString(found.get(), FC_FAMILY, 0, &name) == FcResultMatch &&
                       FcStrCmpIgnoreCase(name, asFontconfig(family)) == 0;
@@ -76,8 +78,10 @@ Typeface::Typeface(const Family& family) {
 }
 
 bool Typeface::load(const Family& family) {
+    // Of its own: the one that is shared by everything in a program is never freed.
+    const Config config(FcInitLoadConfigAndFonts());
     for (const Weight weight : {Weight::Regular, Weight::Medium, Weight::SemiBold, Weight::Bold}) {
-        const Pattern found = match(family.mName, weight);
+        const Pattern found = match(config, family.mName, weight);
         if (!found) {
             return false;
         }
