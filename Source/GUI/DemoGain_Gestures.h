@@ -52,6 +52,12 @@ inline constexpr char kFailedText[] = "Failed From Clipboard";
 /// What the status line shows before the first gesture.
 inline constexpr char kInitialText[] = "---";
 
+/// Whether the control's identifier is that of a parameter. [any]
+constexpr bool HoldsParameter(const DemoGain_ViewLayout::Control& control) {
+    using DemoGain_ViewLayout::Kind;
+    return control.mKind != Kind::KickButton && control.mKind != Kind::Meter;
+}
+
 /// The control with this identifier, or null. [any]
 constexpr const DemoGain_ViewLayout::Control* ControlOf(std::string_view id) {
     for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {

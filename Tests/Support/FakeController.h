@@ -8,11 +8,12 @@
 #include <algorithm>
 #include <cstring>
 #include <deque>
+#include <map>
 #include <vector>
 
 namespace varno::test {
 
-/// Tells a sample rate and keeps what is posted. Everything else is unimplemented.
+/// Tells a sample rate and meters and keeps what is posted. Everything else is unimplemented.
 class FakeController : public FakeUnknown<AAX_IACFController> {
 public:
     /// One posted packet.
@@ -69,7 +70,14 @@ public:
     AAX_Result GetTODLocation(AAX_CTimeOfDay*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result SetSignalLatency(int32_t) override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result SetCycleCount(AAX_EProperty*, int32_t*, int32_t) override { return AAX_ERROR_UNIMPLEMENTED; }
-    AAX_Result GetCurrentMeterValue(AAX_CTypeID, float*) const override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result GetCurrentMeterValue(AAX_CTypeID meterID, float* outValue) const override {
+        const auto meter = meters.find(meterID);
+        if (meter == meters.end()) {
+            return AAX_ERROR_UNIMPLEMENTED;
+        }
+        *outValue = meter->second;
+        return AAX_SUCCESS;
+    }
     AAX_Result GetMeterPeakValue(AAX_CTypeID, float*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result ClearMeterPeakValue(AAX_CTypeID) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result GetMeterClipped(AAX_CTypeID, uint8_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
@@ -81,8 +89,9 @@ public:
 
     float sampleRate = 48000.0F; ///< Hz.
     AAX_Result sampleRateResult = AAX_SUCCESS;
-    std::vector<Post> posts;            ///< In the order of their arrival.
-    std::deque<AAX_Result> postResults; ///< What the next posts answer; success when none is left.
+    std::map<AAX_CTypeID, float> meters; ///< Those that can be read, with their values.
+    std::vector<Post> posts;             ///< In the order of their arrival.
+    std::deque<AAX_Result> postResults;  ///< What the next posts answer; success when none is left.
 };
 
 } // namespace varno::test
