@@ -1,6 +1,7 @@
 #include "DemoGain_AnimKnobVST.h"
 
 #include "vstgui/lib/cdrawcontext.h"
+#include "vstgui/lib/cgraphicspath.h"
 #include "vstgui/lib/clinestyle.h"
 
 namespace {
@@ -21,5 +22,9 @@ void DemoGain_AnimKnobVST::draw(VSTGUI::CDrawContext* context) {
     context->setLineStyle(VSTGUI::kLineSolid);
     context->setLineWidth(kRingWidth);
     context->setFrameColor(mCoronaColor);
-    context->drawEllipse(ring, VSTGUI::kDrawStroked);
+    // CDrawContext::drawEllipse scales the pen along with a unit circle on cairo.
+    if (const auto path = VSTGUI::owned(context->createGraphicsPath())) {
+        path->addEllipse(ring);
+        context->drawGraphicsPath(path, VSTGUI::CDrawContext::kPathStroked);
+    }
 }
