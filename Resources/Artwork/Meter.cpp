@@ -1,5 +1,7 @@
 #include "Meter.h"
 
+#include "DemoGain_MeterTaps.h"
+#include "GUI/DemoGain_MeterLaw.h"
 #include "Placement.h"
 
 namespace varno {
@@ -53,9 +55,9 @@ void drawLitMeter(Painter& painter) {
 }
 
 double litPart(double reductionDB) {
-    constexpr double kTapPerDB = 0.03125;
-    const double tap = reductionDB * kTapPerDB;
-    return 2.1271815 * tap - 2.0384471 * tap * tap * tap + 0.916367 * tap * tap * tap * tap * tap;
+    // The tap's factor takes the gain, which is negative where it is reduced.
+    const auto gainDB = static_cast<float>(-reductionDB);
+    return 1.0 - static_cast<double>(DemoGain_MeterValue(gainDB * DemoGain::kMeterPerDB));
 }
 
 } // namespace varno
