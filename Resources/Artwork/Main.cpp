@@ -1,5 +1,6 @@
 #include "Artwork.h"
 #include "Icon.h"
+#include "NumberedPicture.h"
 #include "Options.h"
 
 #include <exception>
@@ -37,6 +38,10 @@ void run(const Options& options) {
     const Typeface typeface;
     if (options.mPreview) {
         drawPreview(typeface, options.mScale).write(*options.mPreview);
+        return;
+    }
+    if (options.mNumberedFrom) {
+        drawNumbered(typeface, *options.mNumberedFrom).write(options.mNumbered);
         return;
     }
     drawBitmaps(typeface, options.mFolder);

@@ -22,12 +22,15 @@ const char* const kHelp = R"(Draws the bitmaps of the Varno-S editor.
 
 usage: varno_artwork FOLDER
        varno_artwork --preview FILE [--scale N]
+       varno_artwork --number PICTURE FILE
 
 FOLDER is where every bitmap goes, as NAME.png and, at twice the size, as NAME#2.0x.png; below it,
 icons/SIZExSIZE/varno-s.png is the product's icon. The folder is made if it is not there.
 
   --preview FILE  draws one picture of the whole editor, some of its controls moved, to look at
   --scale N       pixels of the preview for one of the editor, 1 to 4; 1 unless given
+  --number PICTURE FILE
+                  draws PICTURE, a screenshot of the editor, with a number on each control
   --help          prints this
 )";
 
@@ -35,8 +38,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     Options options;
     bool scaled = false;
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-        const auto value = [&] {
-            const std::string& name = *argument;
+        const auto value = [&, name = *argument] {
             if (++argument == arguments.end()) {
                 throw UsageError(name + " needs a value");
             }
@@ -48,6 +50,9 @@ Options parseOptions(const std::vector<std::string>& arguments) {
         }
         if (*argument == "--preview") {
             options.mPreview = value();
+        } else if (*argument == "--number") {
+            options.mNumberedFrom = value();
+            options.mNumbered = value();
         } else if (*argument == "--scale") {
             options.mScale = parseScale(value());
             scaled = true;
@@ -59,8 +64,10 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             throw UsageError("\"" + *argument + "\" is one folder too many");
         }
     }
-    if (options.mPreview.has_value() != options.mFolder.empty()) {
-        throw UsageError("expected a folder or --preview FILE; --help tells more");
+    const int jobs =
+        (options.mPreview ? 1 : 0) + (options.mNumberedFrom ? 1 : 0) + (options.mFolder.empty() ? 0 : 1);
+    if (jobs != 1) {
+        throw UsageError("expected a folder, --preview FILE or --number PICTURE FILE; --help tells more");
     }
     if (scaled && !options.mPreview) {
         throw UsageError("--scale goes with --preview alone");

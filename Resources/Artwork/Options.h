@@ -16,12 +16,14 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Either help, or a preview, or everything into a folder.
+/// Either help, or a preview, or a numbered picture, or everything into a folder.
 struct Options {
     bool mHelp = false;
     std::filesystem::path mFolder;
     std::optional<std::filesystem::path> mPreview;
-    int mScale = 1; ///< Of the preview.
+    int mScale = 1;                                     ///< Of the preview.
+    std::optional<std::filesystem::path> mNumberedFrom; ///< Where the numbers go into mNumbered.
+    std::filesystem::path mNumbered;
 };
 
 inline constexpr int kLargestPreviewScale = 4;

@@ -19,9 +19,15 @@ TEST(ArtworkOptions, TakeAPreviewAndItsScale) {
     EXPECT_EQ(2, options.mScale);
 }
 
+TEST(ArtworkOptions, TakeAPictureToNumber) {
+    const Options options = parseOptions({"--number", "in.png", "out.png"});
+    EXPECT_EQ("in.png", options.mNumberedFrom);
+    EXPECT_EQ("out.png", options.mNumbered);
+}
+
 TEST(ArtworkOptions, HelpNamesEveryOption) {
     EXPECT_TRUE(parseOptions({"--help"}).mHelp);
-    for (const char* option : {"--preview", "--scale", "--help", "FOLDER"}) {
+    for (const char* option : {"--preview", "--scale", "--number", "--help", "FOLDER"}) {
         EXPECT_THAT(kHelp, testing::HasSubstr(option));
     }
 }
@@ -46,6 +52,8 @@ INSTANTIATE_TEST_SUITE_P(All, WrongArtworkOptions,
                          testing::Values(Wrong{{}, "folder"}, Wrong{{"a", "b"}, "\"b\""},
                                          Wrong{{"--colour"}, "--colour"}, Wrong{{"--preview"}, "--preview"},
                                          Wrong{{"a", "--preview", "b"}, "--preview"},
+                                         Wrong{{"--number", "a"}, "--number needs"},
+                                         Wrong{{"--number", "a", "b", "c"}, "--number"},
                                          Wrong{{"a", "--scale", "2"}, "--scale"},
                                          Wrong{{"--preview", "a", "--scale", "0"}, "\"0\""},
                                          Wrong{{"--preview", "a", "--scale", "5"}, "1 to 4"},
