@@ -87,9 +87,11 @@ void AAX_CEffectGUI_VST::ShowView(VSTGUI_ContentView* view, void* nativeView) {
     DropView();
     mView = VSTGUI::owned(view);
     mRunLoop = varno::RunLoop::shared();
-    if (!varno::openFrame(*view, GetViewContainerType(), nativeView)) {
+    auto opened = varno::openFrame(*view, GetViewContainerType(), nativeView);
+    if (!opened) {
         return;
     }
+    mOpened = std::move(*opened);
     if (mDesktop) {
         view->getFrame()->setZoom(mDesktop->scale());
         mDesktop->connect(mRunLoop);
@@ -102,5 +104,6 @@ void AAX_CEffectGUI_VST::DropView() {
     }
     const AAX_CAutoreleasePool pool;
     mView = nullptr;
+    mOpened.reset();
     mRunLoop.reset();
 }

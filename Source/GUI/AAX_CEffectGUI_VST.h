@@ -4,6 +4,7 @@
 
 #include "AAX_CEffectGUI.h"
 #include "DesktopLink.h"
+#include "Registration.h"
 #include "RunLoop.h"
 #include "VSTGUI_ContentView.h"
 
@@ -52,6 +53,7 @@ private:
     void DropView();
 
     VSTGUI::SharedPointer<VSTGUI_ContentView> mView;
+    varno::Registration mOpened;                  ///< What an open frame leaves behind when it is closed.
     std::shared_ptr<varno::RunLoop> mRunLoop;     ///< Held while there is a view.
     std::unique_ptr<varno::DesktopLink> mDesktop; ///< There while the host's container is.
 };

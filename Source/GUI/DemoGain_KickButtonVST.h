@@ -17,9 +17,6 @@ class DemoGain_KickButtonVST final : public DemoGain_HostGestures<VSTGUI::CKickB
 public:
     using DemoGain_HostGestures::DemoGain_HostGestures;
 
-    /// Always that of rest: the library's own, half way, would make an Option-click leave the button neither
-    /// up nor down.
-    float getDefaultValue() const override { return getMin(); }
     /// Up again, also where the host has taken the release.
     void endEdit() override;
 

@@ -2,16 +2,20 @@
 #ifndef VARNO_FRAMEOPENING_H
 #define VARNO_FRAMEOPENING_H
 
+#include "Registration.h"
+
 #include <cstdint>
+#include <optional>
 
 class VSTGUI_ContentView;
 
 namespace varno {
 
-/// Opens the view's frame in `nativeView` of the kind `containerType`, an AAX_EViewContainerType. False, and
-/// nothing done, where this system has no such views or the view is not there: an X11 window of a display
-/// that cannot be reached, or none at all. [main]
-bool openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView);
+/// Opens the view's frame in `nativeView` of the kind `containerType`, an AAX_EViewContainerType. The result
+/// is to be reset as soon as the view has gone: it removes what the frame leaves behind in the native view.
+/// Empty, and nothing done, where this system has no such views or the view is not there: an X11 window of a
+/// display that cannot be reached, or none at all. [main]
+std::optional<Registration> openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView);
 
 } // namespace varno
 

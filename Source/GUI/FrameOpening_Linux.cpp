@@ -71,20 +71,34 @@ void setCairoDevice() {
     loop.setDevice(cairo_surface_get_device(surface.get()));
 }
 
+/// VSTGUI leaves the windows of its frames to the end of its connection, which comes when the last frame is
+/// closed: until then a closed editor would stay to be seen in a host's window that is kept.
+Registration windowRemoval(const VSTGUI::CFrame& frame) {
+    const auto& native = dynamic_cast<const VSTGUI::X11::IX11Frame&>(*frame.getPlatformFrame());
+    return Registration([window = native.getX11WindowID()] {
+        // VSTGUI keeps the pointer to a connection that it has closed, but not the loop.
+        if (VSTGUI::X11::RunLoop::get() != nullptr) {
+            xcb_connection_t* connection = VSTGUI::X11::RunLoop::instance().getXcbConnection();
+            xcb_destroy_window(connection, window);
+            xcb_flush(connection);
+        }
+    });
+}
+
 } // namespace
 
-bool openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView) {
+std::optional<Registration> openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView) {
     const auto window = windowOf(nativeView);
     if (containerType != AAX_eViewContainerType_X11 || !window || !windowExists(*window)) {
-        return false;
+        return std::nullopt;
     }
     VSTGUI::X11::FrameConfig config;
     config.runLoop = VSTGUI::makeOwned<VSTGUI_RunLoop>(RunLoop::shared());
     if (!view.open(nativeView, VSTGUI::PlatformType::kX11EmbedWindowID, &config)) {
-        return false;
+        return std::nullopt;
     }
     setCairoDevice();
-    return true;
+    return windowRemoval(*view.getFrame());
 }
 
 } // namespace varno

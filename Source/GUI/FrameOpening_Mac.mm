@@ -5,9 +5,12 @@
 
 namespace varno {
 
-bool openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView) {
-    return containerType == AAX_eViewContainerType_Cocoa && nativeView != nullptr &&
-           view.open(nativeView, VSTGUI::PlatformType::kNSView);
+std::optional<Registration> openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView) {
+    if (containerType != AAX_eViewContainerType_Cocoa || nativeView == nullptr ||
+        !view.open(nativeView, VSTGUI::PlatformType::kNSView)) {
+        return std::nullopt;
+    }
+    return Registration();
 }
 
 } // namespace varno

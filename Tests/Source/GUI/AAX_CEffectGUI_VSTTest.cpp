@@ -1,0 +1,153 @@
+#include "AAX_CEffectGUI_VST.h"
+
+#include "FakeDesktop.h"
+#include "TestEditor.h"
+#include "VSTGUI_Library.h"
+
+#include "vstgui/lib/ccolor.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+namespace varno::test {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+/// Without a display: no frame can be opened, and everything else goes on.
+class AAX_CEffectGUI_VSTTest : public ::testing::Test {
+protected:
+    AAX_CEffectGUI_VSTTest() {
+        UseVSTGUI({});
+        ::setenv("DISPLAY", ":nowhere", 1);
+        host.offer(IID_IAAXEffectParametersV1, parameters.Get());
+        editor->Initialize(&host);
+        editor->calls.clear();
+    }
+
+    void give(int32_t type, void* pointer) {
+        container.type = type;
+        container.view = pointer;
+        EXPECT_EQ(editor->SetViewContainer(&container), 0);
+    }
+
+    FakeHost host;
+    TestContainer container;
+    FakeDesktop desktop;
+    ACFPtr<ThreeParameters> parameters = ACFPtr<ThreeParameters>::Retain(new ThreeParameters);
+    ACFPtr<TestEditor> editor = makeTestEditor();
+    int nativeView = 0;
+};
+
+TEST_F(AAX_CEffectGUI_VSTTest, BeforeAnyViewEveryCallIsHarmless) {
+    AAX_Point size{3.0F, 4.0F};
+    EXPECT_EQ(editor->GetViewSize(&size), 0);
+    EXPECT_EQ(size.vert, 3.0F);
+    EXPECT_EQ(size.horz, 4.0F);
+    EXPECT_EQ(editor->GetViewSize(nullptr), 0);
+    AAX_Rect rect;
+    EXPECT_EQ(editor->Draw(&rect), 0);
+    EXPECT_EQ(editor->Draw(nullptr), 0);
+    EXPECT_EQ(editor->TimerWakeup(), 0);
+}
+
+TEST_F(AAX_CEffectGUI_VSTTest, ServesNativeViewsOfItsTypesOnly) {
+    give(AAX_eViewContainerType_None, &nativeView);
+    give(2, &nativeView);
+    give(AAX_eViewContainerType_Cocoa, nullptr);
+    give(AAX_eViewContainerType_X11, nullptr);
+    EXPECT_EQ(editor->GetView(), nullptr);
+    EXPECT_EQ(std::count(editor->calls.begin(), editor->calls.end(), "view"), 0);
+
+    give(AAX_eViewContainerType_Cocoa, &nativeView);
+    EXPECT_NE(editor->GetView(), nullptr);
+    give(AAX_eViewContainerType_X11, &nativeView);
+    EXPECT_NE(editor->GetView(), nullptr);
+    EXPECT_EQ(std::count(editor->calls.begin(), editor->calls.end(), "view"), 2);
+}
+
+TEST_F(AAX_CEffectGUI_VSTTest, ParametersFollowTheView) {
+    give(AAX_eViewContainerType_X11, &nativeView);
+    EXPECT_EQ(editor->calls, (Calls{"view", "updated A", "updated B", "updated C"}));
+}
+
+TEST_F(AAX_CEffectGUI_VSTTest, TheBasesViewIsEmptyAndGrey) {
+    give(AAX_eViewContainerType_Cocoa, &nativeView);
+    ASSERT_NE(editor->GetView(), nullptr);
+    EXPECT_EQ(editor->GetView()->getParameters(), parameters.Get());
+    EXPECT_EQ(editor->GetView()->getFrame()->getEditor(), editor.Get());
+    EXPECT_EQ(editor->GetView()->getFrame()->getBackgroundColor(), VSTGUI::kGreyCColor);
+    EXPECT_EQ(editor->getFrame(), nullptr);
+    AAX_Point size{3.0F, 4.0F};
+    editor->GetViewSize(&size);
+    EXPECT_EQ(size.vert, 0.0F);
+    EXPECT_EQ(size.horz, 0.0F);
+}
+
+TEST_F(AAX_CEffectGUI_VSTTest, TellsTheFramesSize) {
+    editor->makeView = [](TestEditor& own, void* native) {
+        own.ShowView(new VSTGUI_ContentView(VSTGUI::CRect(10, 20, 310, 170), &own, nullptr), native);
+    };
+    give(AAX_eViewContainerType_X11, &nativeView);
+    AAX_Point size;
+    EXPECT_EQ(editor->GetViewSize(&size), 0);
+    EXPECT_EQ(size.horz, 300.0F);
+    EXPECT_EQ(size.vert, 150.0F);
+}
+
+TEST_F(AAX_CEffectGUI_VSTTest, AViewThatCannotBeOpenedIsHarmless) {
+    container.offer(IID_IVarnoDesktopV1, &desktop);
+    desktop.scale = 2.0;
+    give(AAX_eViewContainerType_X11, &nativeView);
+    ASSERT_NE(editor->GetView(), nullptr);
+    EXPECT_FALSE(editor->GetView()->getFrame()->isAttached());
+    AAX_Rect rect{0.0F, 0.0F, 10.0F, 10.0F};
+    EXPECT_EQ(editor->Draw(&rect), 0);
+    EXPECT_EQ(editor->TimerWakeup(), 0);
+    EXPECT_TRUE(desktop.periods().empty());
+    EXPECT_EQ(editor->SetViewContainer(nullptr), 0);
+    EXPECT_EQ(editor->GetView(), nullptr);
+    EXPECT_EQ(desktop.references(), 0);
+}
+
+/// Tells when it goes.
+class MortalView : public VSTGUI_ContentView {
+public:
+    MortalView(VSTGUI::VSTGUIEditorInterface* editor, Calls& calls)
+        : VSTGUI_ContentView(VSTGUI::CRect(0, 0, 10, 10), editor, nullptr),
+          mCalls(calls) {}
+
+protected:
+    ~MortalView() noexcept override { mCalls.emplace_back("view gone"); }
+
+private:
+    Calls& mCalls;
+};
+
+TEST_F(AAX_CEffectGUI_VSTTest, TheViewGoesWithItsContainer) {
+    editor->makeView = [](TestEditor& own, void* native) {
+        own.ShowView(new MortalView(&own, own.calls), native);
+    };
+    give(AAX_eViewContainerType_X11, &nativeView);
+    editor->calls.clear();
+    editor->SetViewContainer(nullptr);
+    EXPECT_EQ(editor->calls, (Calls{"delete", "view gone"}));
+    EXPECT_EQ(editor->GetView(), nullptr);
+}
+
+TEST_F(AAX_CEffectGUI_VSTTest, AnotherContainerClosesTheViewInTheFirst) {
+    editor->makeView = [](TestEditor& own, void* native) {
+        own.ShowView(new MortalView(&own, own.calls), native);
+    };
+    give(AAX_eViewContainerType_X11, &nativeView);
+    editor->calls.clear();
+    TestContainer other;
+    other.type = AAX_eViewContainerType_None;
+    editor->SetViewContainer(&other);
+    EXPECT_EQ(editor->calls, (Calls{"view gone", "updated A", "updated B", "updated C"}));
+    EXPECT_EQ(editor->GetView(), nullptr);
+}
+
+} // namespace
+} // namespace varno::test

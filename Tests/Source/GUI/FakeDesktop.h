@@ -1,0 +1,81 @@
+/// A desktop whose events a test plays.
+#ifndef VARNO_TEST_FAKEDESKTOP_H
+#define VARNO_TEST_FAKEDESKTOP_H
+
+#include "AAX_Errors.h"
+#include "AAX_IACFDesktop.h"
+#include "FakeUnknown.h"
+
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace varno::test {
+
+class FakeDesktop : public FakeUnknown<AAX_IACFDesktop> {
+public:
+    AAX_Result GetScale(double* outScale) override {
+        *outScale = scale;
+        return result;
+    }
+    AAX_Result WatchDescriptor(int32_t descriptor, AAX_CWakeProc proc, void* context) override {
+        mWatches[{descriptor, context}] = proc;
+        return result;
+    }
+    AAX_Result UnwatchDescriptor(int32_t descriptor, void* context) override {
+        mWatches.erase({descriptor, context});
+        return result;
+    }
+    AAX_Result StartTimer(uint32_t periodMs, AAX_CWakeProc proc, void* context) override {
+        mTimers[context] = {periodMs, proc};
+        return result;
+    }
+    AAX_Result StopTimer(void* context) override {
+        mTimers.erase(context);
+        return result;
+    }
+
+    /// The descriptors that are watched by anybody.
+    std::set<int32_t> descriptors() const {
+        std::set<int32_t> found;
+        for (const auto& [watch, proc] : mWatches) {
+            found.insert(watch.first);
+        }
+        return found;
+    }
+    /// The periods of all timers, in milliseconds.
+    std::vector<uint32_t> periods() const {
+        std::vector<uint32_t> found;
+        for (const auto& [context, timer] : mTimers) {
+            found.push_back(timer.first);
+        }
+        return found;
+    }
+
+    void wakeDescriptor(int32_t descriptor) {
+        const auto watches = mWatches;
+        for (const auto& [watch, proc] : watches) {
+            if (watch.first == descriptor) {
+                proc(watch.second);
+            }
+        }
+    }
+    void wakeTimers() {
+        const auto timers = mTimers;
+        for (const auto& [context, timer] : timers) {
+            timer.second(context);
+        }
+    }
+
+    double scale = 1.0;
+    AAX_Result result = AAX_SUCCESS;
+
+private:
+    std::map<std::pair<int32_t, void*>, AAX_CWakeProc> mWatches;
+    std::map<void*, std::pair<uint32_t, AAX_CWakeProc>> mTimers;
+};
+
+} // namespace varno::test
+
+#endif

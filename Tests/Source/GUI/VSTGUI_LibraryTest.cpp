@@ -1,0 +1,34 @@
+#include "VSTGUI_Library.h"
+
+#include "vstgui/lib/cbitmap.h"
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/cresourcedescription.h"
+#include "vstgui/lib/events.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+bool isFound(const char* file) {
+    return VSTGUI::makeOwned<VSTGUI::CBitmap>(VSTGUI::CResourceDescription(file))->isLoaded();
+}
+
+TEST(VSTGUI_LibraryTest, FindsBitmapsInTheFolderOfTheLastCall) {
+    const char* const file = "Varno_simple_knob.png";
+    UseVSTGUI({});
+    EXPECT_FALSE(isFound(file));
+    UseVSTGUI(VARNO_RESOURCES);
+    EXPECT_TRUE(isFound(file));
+    EXPECT_FALSE(isFound("no such file.png"));
+    UseVSTGUI("/nowhere");
+    EXPECT_FALSE(isFound(file));
+}
+
+TEST(VSTGUI_LibraryTest, SwitchesTheLibrarysOwnDefaultClickOff) {
+    UseVSTGUI({});
+    VSTGUI::MouseDownEvent event(VSTGUI::CPoint(), VSTGUI::MouseButton::Left);
+    event.modifiers.add(VSTGUI::ModifierKey::Control);
+    EXPECT_FALSE(VSTGUI::CControl::CheckDefaultValueEventFunc(nullptr, event));
+}
+
+} // namespace
