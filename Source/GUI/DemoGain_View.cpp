@@ -63,8 +63,11 @@ struct Maker {
         case Kind::Meter:
             break;
         }
-        return Hosted(new DemoGain_VuMeterVST(place, mBitmap, mMeterOffBitmap, kMeterSteps,
-                                              VSTGUI::CVuMeter::kHorizontal));
+        // The library's meters have a tag of their own, and nobody who listens.
+        auto* const meter = new DemoGain_VuMeterVST(place, mBitmap, mMeterOffBitmap, kMeterSteps,
+                                                    VSTGUI::CVuMeter::kHorizontal);
+        meter->setTag(mRow.mTag);
+        return Hosted(meter);
     }
 
     template<class HostedControl>

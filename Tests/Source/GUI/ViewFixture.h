@@ -22,6 +22,34 @@
 
 namespace varno::test {
 
+/// Without the shared bitmaps for as long as it lives; afterwards those of the bundle are there again.
+class SharedBitmapsScope {
+public:
+    SharedBitmapsScope() { clear(); }
+    SharedBitmapsScope(const SharedBitmapsScope&) = delete;
+    SharedBitmapsScope& operator=(const SharedBitmapsScope&) = delete;
+    ~SharedBitmapsScope() {
+        clear();
+        load();
+    }
+
+    /// From the bundle.
+    static void load() {
+        UseVSTGUI(VARNO_RESOURCES);
+        DemoGain_View::LoadViewResources();
+    }
+
+private:
+    static void clear() {
+        for (auto* const bitmap :
+             {&DemoGain_View::m_hPIBackground, &DemoGain_View::m_hGain, &DemoGain_View::m_hGR1On,
+              &DemoGain_View::m_hGR1Off, &DemoGain_View::m_hSwitch, &DemoGain_View::m_hRatio,
+              &DemoGain_View::m_hSwPr1, &DemoGain_View::m_hSwPr2}) {
+            *bitmap = nullptr;
+        }
+    }
+};
+
 /// The effect's own data model, which writes down what the view asks of it.
 class RecordingModel : public DemoGain_Parameters {
 public:
@@ -81,8 +109,7 @@ public:
 class ViewFixture : public ::testing::Test {
 protected:
     ViewFixture() {
-        UseVSTGUI(VARNO_RESOURCES);
-        DemoGain_View::LoadViewResources();
+        SharedBitmapsScope::load();
         host.offer(IID_IAAXControllerV1, &controller);
         host.offer(IID_IAAXAutomationDelegateV1, &automation);
         model->Initialize(&host);
