@@ -73,8 +73,7 @@ TEST_F(X11ClipboardProgramTest, PastesWhatWasSet) {
 }
 
 TEST_F(X11ClipboardProgramTest, PastesLargeTexts) {
-    for (const std::size_t bytes :
-         {256 * 1024 - 1, 256 * 1024, 256 * 1024 + 1, 512 * 1024, 1024 * 1024, 5000000}) {
+    for (const int bytes : {256 * 1024 - 1, 256 * 1024, 256 * 1024 + 1, 512 * 1024, 1024 * 1024, 5000000}) {
         const std::string text = longText(static_cast<std::size_t>(bytes));
 
         ASSERT_TRUE(clipboard.setText(text));
