@@ -1,0 +1,12 @@
+/// What GNUstep's pasteboard lacks of that of macOS.
+#ifndef VARNO_TEST_CLEARCONTENTS_H
+#define VARNO_TEST_CLEARCONTENTS_H
+
+#import <AppKit/NSPasteboard.h>
+
+@interface NSPasteboard (ClearContents)
+/// Empties it for new contents. GNUstep takes only such types as were declared, so plain text is.
+- (NSInteger)clearContents;
+@end
+
+#endif
