@@ -24,7 +24,8 @@ void drawHollow(Painter& painter, const Box& meter) {
 void drawTick(Painter& painter, double x) {
     constexpr double kGap = 2.0;
     constexpr double kWidth = 1.0;
-    painter.box({x - kWidth / 2, kUpper.bottom() + kGap, kWidth, kLower.y - kUpper.bottom() - 2 * kGap});
+    painter.box({painter.snapped(x - kWidth / 2), kUpper.bottom() + kGap, kWidth,
+                 kLower.y - kUpper.bottom() - 2 * kGap});
     painter.fill(palette::kHint);
 }
 

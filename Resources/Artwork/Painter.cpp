@@ -1,5 +1,6 @@
 #include "Painter.h"
 
+#include <cmath>
 #include <memory>
 #include <numbers>
 
@@ -25,6 +26,10 @@ double Painter::scale() const {
     double y = 0.0;
     cairo_user_to_device_distance(mCairo, &x, &y);
     return x;
+}
+
+double Painter::snapped(double length) const {
+    return std::round(length * scale()) / scale();
 }
 
 void Painter::box(const Box& box) {

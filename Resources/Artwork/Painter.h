@@ -31,6 +31,8 @@ public:
     cairo_t* cairo() const { return mCairo; }
     /// Pixels of the image to a unit.
     double scale() const;
+    /// The edge between pixels that is nearest to a length, measured from an origin on such an edge.
+    double snapped(double length) const;
 
     // Paths. Each replaces the one before.
     void box(const Box& box);

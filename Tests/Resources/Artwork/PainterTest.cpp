@@ -1,0 +1,43 @@
+#include "Painter.h"
+
+#include "Support/Image.h"
+
+#include <gtest/gtest.h>
+
+namespace varno {
+namespace {
+
+TEST(Painter, SnapsToThePixelsOfItsScale) {
+    const Typeface typeface;
+    const Canvas once(1, 1, 1);
+    EXPECT_EQ(3.0, Painter(once.cairo(), typeface).snapped(3.3));
+    const Canvas twice(1, 1, 2);
+    EXPECT_EQ(3.5, Painter(twice.cairo(), typeface).snapped(3.3));
+    EXPECT_EQ(2.0, Painter(twice.cairo(), typeface).scale());
+}
+
+TEST(Painter, RemembersTextsThatItDoesNotDraw) {
+    const Typeface typeface;
+    const Canvas canvas(40, 20, 1);
+    Painter mute(canvas.cairo(), typeface, false);
+    mute.text("Mix", {Weight::Bold, 12.0, 0.0}, {20, 15}, Align::Center, palette::kWhite);
+    ASSERT_EQ(1U, mute.texts().size());
+    EXPECT_EQ("Mix", mute.texts()[0].mText);
+    EXPECT_NEAR(20.0, mute.texts()[0].mBox.center().x, 1e-6);
+    EXPECT_EQ(test::Image::of(Canvas(40, 20, 1)), test::Image::of(canvas));
+}
+
+TEST(Painter, PutsTheInkAtTheAnchor) {
+    constexpr TextStyle kStyle = {Weight::Bold, 12.0, 0.5};
+    const Typeface typeface;
+    const Canvas canvas(40, 20, 2);
+    Painter painter(canvas.cairo(), typeface);
+    painter.text("H", kStyle, {10, 15.2}, Align::Left, palette::kWhite);
+    painter.text("H", kStyle, {30, 15.2}, Align::Right, palette::kWhite);
+    EXPECT_NEAR(10.0, painter.texts()[0].mBox.x, 1e-6);
+    EXPECT_NEAR(30.0, painter.texts()[1].mBox.right(), 1e-6);
+    EXPECT_EQ(15.0, painter.texts()[0].mBox.bottom()) << "the baseline lies between pixels";
+}
+
+} // namespace
+} // namespace varno
