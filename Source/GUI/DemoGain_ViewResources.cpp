@@ -1,5 +1,6 @@
 #include "DemoGain_View.h"
 
+#include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/lib/cresourcedescription.h"
 #include "vstgui/lib/platform/iplatformbitmap.h"
 #include "vstgui/lib/platform/platformfactory.h"
@@ -12,6 +13,26 @@ using VSTGUI::CBitmap;
 using VSTGUI::SharedPointer;
 
 constexpr double kDoubleSize = 2.0;
+
+/// Fills the rectangle that it is drawn in. The library draws what lies in a frame enlarged by the frame's
+/// zoom, but not the frame's own background.
+class Backdrop : public CBitmap {
+public:
+    using CBitmap::CBitmap;
+
+    void draw(VSTGUI::CDrawContext* context, const VSTGUI::CRect& rect, const VSTGUI::CPoint& offset,
+              float alpha) override {
+        if (!isLoaded()) {
+            return;
+        }
+        const auto stretch =
+            VSTGUI::CGraphicsTransform().scale(rect.getWidth() / getWidth(), rect.getHeight() / getHeight());
+        VSTGUI::CRect place = rect;
+        stretch.inverse().transform(place);
+        const VSTGUI::CDrawContext::Transform scope(*context, stretch);
+        CBitmap::draw(context, place, offset, alpha);
+    }
+};
 
 /// The name of the double-size variant of a file.
 std::string DoubleSizeName(const std::string& file) {
@@ -30,10 +51,12 @@ void AddDoubleSize(CBitmap& bitmap, const std::string& file) {
     }
 }
 
-SharedPointer<CBitmap> Load(const char* file) {
-    auto bitmap = VSTGUI::makeOwned<CBitmap>(VSTGUI::CResourceDescription(file));
+SharedPointer<CBitmap> Load(const Bitmap& row) {
+    const VSTGUI::CResourceDescription file(row.mFile);
+    SharedPointer<CBitmap> bitmap =
+        VSTGUI::owned(row.mArt == Art::Background ? new Backdrop(file) : new CBitmap(file));
     if (bitmap->isLoaded()) {
-        AddDoubleSize(*bitmap, file);
+        AddDoubleSize(*bitmap, row.mFile);
     }
     return bitmap;
 }
@@ -75,7 +98,7 @@ void DemoGain_View::LoadViewResources() {
     for (const Bitmap& row : DemoGain_ViewLayout::kBitmaps) {
         SharedPointer<CBitmap>& bitmap = SharedBitmap(row.mArt);
         if (!bitmap) {
-            bitmap = Load(row.mFile);
+            bitmap = Load(row);
         }
     }
 }

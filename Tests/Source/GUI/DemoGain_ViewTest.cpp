@@ -11,6 +11,8 @@
 #include "RecordingViewContainer.h"
 #include "ViewFixture.h"
 
+#include "vstgui/lib/coffscreencontext.h"
+
 #include <gmock/gmock.h>
 
 #include <typeinfo>
@@ -259,6 +261,35 @@ TEST_F(DemoGain_ViewTest, WithoutFilesTheViewOpensEmpty) {
     }
     EXPECT_EQ(move("Mix", 0.5F), std::vector<std::string>{"set Mix 0.5"});
     view->Tick(1000);
+}
+
+/// A bitmap's colour at a pixel.
+CColor colourAt(CBitmap& bitmap, uint32_t x, uint32_t y) {
+    const auto pixels = VSTGUI::owned(VSTGUI::CBitmapPixelAccess::create(&bitmap));
+    CColor colour;
+    EXPECT_TRUE(pixels->setPosition(x, y));
+    pixels->getColor(colour);
+    return colour;
+}
+
+TEST_F(DemoGain_ViewTest, TheBackgroundFillsAnEnlargedFrameFromTheVariantOfItsSize) {
+    for (const auto& variant : *DemoGain_View::m_hPIBackground) {
+        CBitmap expected(variant);
+        const VSTGUI::CPoint size = variant->getSize();
+        const auto context = VSTGUI::COffscreenContext::create(size, 1.0);
+        ASSERT_TRUE(context);
+        context->beginDraw();
+        DemoGain_View::m_hPIBackground->draw(context, CRect(VSTGUI::CPoint(), size));
+        context->endDraw();
+        const auto width = static_cast<uint32_t>(size.x);
+        const auto height = static_cast<uint32_t>(size.y);
+        constexpr uint32_t kStep = 7;
+        for (uint32_t y = 0; y < height; y += kStep) {
+            for (uint32_t x = 0; x < width; x += kStep) {
+                ASSERT_EQ(colourAt(*context->getBitmap(), x, y), colourAt(expected, x, y)) << x << ", " << y;
+            }
+        }
+    }
 }
 
 // The shared look.
