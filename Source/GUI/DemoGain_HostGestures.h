@@ -61,7 +61,7 @@ public:
     /// Sets the default value for a click with exactly the left button and the Alt (Option) key, between a
     /// touch and a release, and tells the listener if that changed the value. Whether it was such a click.
     /// [main]
-    virtual bool checkDefaultValue(VSTGUI::CButtonState buttons) {
+    virtual bool checkDefaultValue(const VSTGUI::CButtonState& buttons) {
         if (buttons != VSTGUI::CButtonState(VSTGUI::kLButton | VSTGUI::kAlt)) {
             return false;
         }

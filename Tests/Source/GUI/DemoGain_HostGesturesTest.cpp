@@ -9,7 +9,6 @@
 namespace varno::test {
 namespace {
 
-using VSTGUI::CMouseEventResult;
 using VSTGUI::kAlt;
 using VSTGUI::kControl;
 using VSTGUI::kLButton;

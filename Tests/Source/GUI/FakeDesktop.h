@@ -6,6 +6,7 @@
 #include "AAX_IACFDesktop.h"
 #include "FakeUnknown.h"
 
+#include <fcntl.h>
 #include <map>
 #include <set>
 #include <utility>
@@ -24,6 +25,7 @@ public:
         return result;
     }
     AAX_Result UnwatchDescriptor(int32_t descriptor, void* context) override {
+        sawClosedDescriptor |= ::fcntl(descriptor, F_GETFD) == -1;
         mWatches.erase({descriptor, context});
         return result;
     }
@@ -70,6 +72,9 @@ public:
 
     double scale = 1.0;
     AAX_Result result = AAX_SUCCESS;
+    /// Whether a watch was ended only after its file was closed, when a host's event loop may have stumbled
+    /// over it already.
+    bool sawClosedDescriptor = false;
 
 private:
     std::map<std::pair<int32_t, void*>, AAX_CWakeProc> mWatches;

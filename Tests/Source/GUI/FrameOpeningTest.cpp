@@ -11,6 +11,8 @@
 
 #include "vstgui/lib/ccolor.h"
 
+#include <bit>
+#include <cstdint>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
@@ -21,6 +23,11 @@ namespace {
 constexpr int kWidth = 120;
 constexpr int kHeight = 80;
 constexpr uint32_t kRed = 0x00FF0000;
+
+/// The window as a container's pointer: the number in its place.
+void* pointerTo(std::uintptr_t window) {
+    return std::bit_cast<void*>(window);
+}
 
 /// Editors with a red view in windows of an X server's.
 class FrameOpeningTest : public ::testing::Test {
@@ -40,7 +47,7 @@ protected:
             : client(xClient),
               window(client.makeWindow({x, 10, 2 * kWidth, 2 * kHeight})) {
             container.type = AAX_eViewContainerType_X11;
-            container.view = reinterpret_cast<void*>(static_cast<std::uintptr_t>(window));
+            container.view = pointerTo(window);
             editor->Initialize(&host);
             editor->makeView = [](TestEditor& own, void* native) {
                 auto* const view =
@@ -184,6 +191,7 @@ TEST_F(FrameOpeningTest, LivesOnTheDesktopsEventLoopAlone) {
     place.close();
     EXPECT_TRUE(desktop.descriptors().empty());
     EXPECT_TRUE(desktop.periods().empty());
+    EXPECT_FALSE(desktop.sawClosedDescriptor);
 }
 
 /// Draws its own colour, and counts.
@@ -232,17 +240,16 @@ TEST_F(FrameOpeningTest, DrawsThePartThatTheHostAsksFor) {
 
 TEST_F(FrameOpeningTest, OpensNothingInWindowsThatAreNotThere) {
     Place place(client);
-    void* const window = place.container.view;
     const auto isOpen = [&](int32_t type, std::uintptr_t view) {
         place.container.type = type;
-        place.container.view = reinterpret_cast<void*>(view);
+        place.container.view = pointerTo(view);
         EXPECT_EQ(place.editor->SetViewContainer(&place.container), 0);
         const bool isAttached = place.editor->GetView()->getFrame()->isAttached();
         EXPECT_EQ(place.editor->TimerWakeup(), 0);
         EXPECT_EQ(place.editor->SetViewContainer(nullptr), 0);
         return isAttached;
     };
-    const auto number = reinterpret_cast<std::uintptr_t>(window);
+    const std::uintptr_t number = place.window;
     EXPECT_FALSE(isOpen(AAX_eViewContainerType_X11, 0xABCDEF));
     EXPECT_FALSE(isOpen(AAX_eViewContainerType_X11, number + (std::uintptr_t{1} << 40)));
     EXPECT_FALSE(isOpen(AAX_eViewContainerType_Cocoa, number));
@@ -276,7 +283,7 @@ TEST_F(FrameOpeningTest, SurvivesTheHostsWindow) {
     }
     place.close();
     place.window = client.makeWindow({10, 10, 2 * kWidth, 2 * kHeight});
-    place.container.view = reinterpret_cast<void*>(static_cast<std::uintptr_t>(place.window));
+    place.container.view = pointerTo(place.window);
     place.open();
     EXPECT_TRUE(place.isDrawn());
     place.close();
