@@ -1,8 +1,9 @@
 #include "Pointer.h"
 
+#include "Keyboard.h"
+
 #include <X11/keysym.h>
 #include <stdexcept>
-#include <xcb/xcb_keysyms.h>
 #include <xcb/xtest.h>
 
 namespace varno::test {
@@ -19,19 +20,6 @@ xcb_keysym_t keysymOf(Modifier modifier) {
         return XK_Alt_L;
     }
     return XCB_NO_SYMBOL;
-}
-
-struct FreeSymbols {
-    void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
-};
-
-xcb_keycode_t keycodeOf(xcb_connection_t* connection, Modifier modifier) {
-    const std::unique_ptr<xcb_key_symbols_t, FreeSymbols> symbols(xcb_key_symbols_alloc(connection));
-    const XReply<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols.get(), keysymOf(modifier)));
-    if (codes == nullptr || codes.get()[0] == XCB_NO_SYMBOL) {
-        throw std::runtime_error("the X server's keyboard lacks a modifier key");
-    }
-    return codes.get()[0];
 }
 
 } // namespace
@@ -63,7 +51,7 @@ void Pointer::hold(const std::set<Modifier>& modifiers) {
     for (const Modifier modifier : {Modifier::Shift, Modifier::Control, Modifier::Alt}) {
         if (modifiers.contains(modifier) != mHeld.contains(modifier)) {
             fake(modifiers.contains(modifier) ? XCB_KEY_PRESS : XCB_KEY_RELEASE,
-                 keycodeOf(mClient.connection(), modifier));
+                 keycodeOf(mClient, keysymOf(modifier)));
         }
     }
     mHeld = modifiers;

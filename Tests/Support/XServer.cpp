@@ -63,12 +63,15 @@ std::string sizeOf(XServer::Screen screen) {
 
 } // namespace
 
-XServer::XServer(Screen screen) {
+XServer::XServer(Screen screen, const std::vector<std::string>& more) {
     NamePipe name;
     // Without -noreset the server starts afresh whenever its last client leaves, and may refuse the next
     // meanwhile.
-    mProcess.emplace(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(name.writing()), "-screen",
-                                              "0", sizeOf(screen), "-noreset", "-nolisten", "tcp"});
+    std::vector<std::string> words = {"Xvfb",     "-displayfd", std::to_string(name.writing()),
+                                      "-screen",  "0",          sizeOf(screen),
+                                      "-noreset", "-nolisten",  "tcp"};
+    words.insert(words.end(), more.begin(), more.end());
+    mProcess.emplace(words);
     name.closeWriting();
     const std::string number = name.line();
     if (number.empty()) {

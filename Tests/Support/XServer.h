@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace varno::test {
 
@@ -21,7 +22,8 @@ public:
     /// connections. Throws std::runtime_error where it does not come up.
     XServer()
         : XServer(Screen{}) {}
-    explicit XServer(Screen screen);
+    /// @param more words of Xvfb's own command line
+    explicit XServer(Screen screen, const std::vector<std::string>& more = {});
 
     /// The display's name, as DISPLAY holds it.
     const std::string& display() const { return mDisplay; }

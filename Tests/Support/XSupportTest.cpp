@@ -1,4 +1,5 @@
 // The screen, mouse and resources of an X server, as tests drive and see them.
+#include "Keyboard.h"
 #include "Picture.h"
 #include "Pointer.h"
 #include "RepaintWatch.h"
@@ -6,6 +7,7 @@
 #include "XResources.h"
 #include "XServer.h"
 
+#include <X11/keysym.h>
 #include <algorithm>
 #include <gtest/gtest.h>
 
@@ -151,6 +153,27 @@ TEST_F(XSupport, drawingIsSeenWhereItIsDone) {
     ASSERT_EQ(areas.size(), 1U);
     EXPECT_EQ(areas[0], (Area{50, 3, 7, 1}));
     EXPECT_TRUE(watch.take().empty());
+}
+
+TEST_F(XSupport, keysReachTheWindowThatHasTheFocus) {
+    const uint32_t events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
+    xcb_change_window_attributes(mOther.connection(), mInner, XCB_CW_EVENT_MASK, &events);
+    xcb_set_input_focus(mOther.connection(), XCB_INPUT_FOCUS_PARENT, mInner, XCB_CURRENT_TIME);
+    mOther.synchronise();
+
+    Keyboard(mClient).tap(XK_q, {XK_Control_L});
+
+    std::vector<std::pair<int, xcb_keycode_t>> seen;
+    while (const auto event = nextEvent()) {
+        const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
+        seen.emplace_back(key.response_type, key.detail);
+    }
+    const xcb_keycode_t control = keycodeOf(mClient, XK_Control_L);
+    const xcb_keycode_t q = keycodeOf(mClient, XK_q);
+    const std::vector<std::pair<int, xcb_keycode_t>> expected = {
+        {XCB_KEY_PRESS, control}, {XCB_KEY_PRESS, q}, {XCB_KEY_RELEASE, q}, {XCB_KEY_RELEASE, control}};
+    EXPECT_EQ(seen, expected);
+    EXPECT_THROW(Keyboard(mClient).tap(XK_Cyrillic_yeru), std::runtime_error);
 }
 
 } // namespace
