@@ -81,8 +81,10 @@ TEST_F(ModuleLoadingTest, RefusesABinaryThatIsNone) {
 
 // The system would end a program that loads a binary whose end is missing.
 TEST_F(ModuleLoadingTest, RefusesATruncatedBinary) {
+    constexpr std::size_t kWithinTheCode = 100'000; // symbols at the end of the file are not missed
     const std::string binary = readFile(VARNO_MODULE_BINARY);
-    for (const std::size_t length : {std::size_t{17}, std::size_t{1000}, binary.size() / 2}) {
+    ASSERT_GT(binary.size(), 2 * kWithinTheCode);
+    for (const std::size_t length : {std::size_t{17}, std::size_t{1000}, kWithinTheCode}) {
         EXPECT_THAT(
             refusal(1, {"describe", "--module", bundleWith(binary.substr(0, length))}),
             StartsWith(badModule() + "found " + std::to_string(length) + " bytes, expected at least "));
