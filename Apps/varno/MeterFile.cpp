@@ -1,7 +1,6 @@
 #include "MeterFile.h"
 
-#include <array>
-#include <charconv>
+#include "NumberText.h"
 
 namespace varno {
 
@@ -9,13 +8,6 @@ namespace {
 
 constexpr int kTimeDecimals = 6;                 // microseconds: unlike for any two frames up to 384 kHz
 constexpr std::size_t kPendingBytes = 64 * 1024; // handed to the system at once
-
-template<typename... Format>
-void appendNumber(std::string& text, Format... numberAndFormat) {
-    std::array<char, 64> digits;
-    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), numberAndFormat...);
-    text.append(digits.data(), result.ptr);
-}
 
 } // namespace
 
@@ -30,10 +22,10 @@ MeterFile::MeterFile(const std::string& path, Overwrite overwrite, double rateHz
 }
 
 void MeterFile::addRow(std::int64_t frame, std::span<const float> values) {
-    appendNumber(mPending, static_cast<double>(frame) / mRateHz, std::chars_format::fixed, kTimeDecimals);
+    mPending += textFromNumber(static_cast<double>(frame) / mRateHz, std::chars_format::fixed, kTimeDecimals);
     for (const float value : values) {
         mPending += ',';
-        appendNumber(mPending, value);
+        mPending += textFromNumber(value);
     }
     mPending += '\n';
     if (mPending.size() >= kPendingBytes)

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <charconv>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -17,6 +19,16 @@ std::optional<Number> numberFromText(std::string_view text) {
         return std::nullopt;
     }
     return value;
+}
+
+/// A number as text, with a decimal point in every locale: without a format the shortest text that is the
+/// very same number, else as std::to_chars writes it.
+template<class... Format>
+std::string textFromNumber(Format... numberAndFormat) {
+    constexpr std::size_t kLongest = 64; // times in microseconds and shortest doubles have fewer
+    std::array<char, kLongest> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), numberAndFormat...);
+    return {text.data(), result.ptr};
 }
 
 } // namespace varno

@@ -5,10 +5,10 @@
 #include "AutomationFile.h"
 #include "BlockProcessor.h"
 #include "CommandError.h"
+#include "InputFormat.h"
 #include "Interruption.h"
 #include "MeterFile.h"
 #include "OutputFormat.h"
-#include "SampleRateRange.h"
 
 #include <algorithm>
 #include <array>
@@ -22,17 +22,6 @@ namespace {
 constexpr int kReadFrames = 32768; // decoded, processed and encoded at a time
 // A gain-reduction meter at 1 shows this much.
 constexpr double kGainReductionFullScaleDB = 32.0;
-
-void checkInput(const RenderSession& session, const AudioReader& reader) {
-    const auto& format = reader.format();
-    if (!session.hasVariant(format.channels)) {
-        throw WorkError(reader.name() + ": has " + std::to_string(format.channels) +
-                        " channels; expected 1 (mono) or 2 (stereo)");
-    }
-    if (const auto refusal = sampleRateRefusal(format.rateHz)) {
-        throw WorkError(reader.name() + ": " + *refusal);
-    }
-}
 
 // Standard input may be a file too, one that only its reader knows.
 void refuseInputAsOutput(const RenderSession& session, const AudioReader& reader, const std::string& output) {
@@ -176,7 +165,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task) {
     const auto start = std::chrono::steady_clock::now();
     const auto& options = session.options();
     AudioReader reader(task.input);
-    checkInput(session, reader);
+    requireVariantFor(session.module(), reader);
     refuseInputsAsOutputs(session, task, reader);
 
     const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);

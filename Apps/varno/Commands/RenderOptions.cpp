@@ -1,12 +1,11 @@
 #include "RenderOptions.h"
 
 #include "CommandError.h"
-#include "NumberText.h"
+#include "NumberOption.h"
 #include "Quotes.h"
 
 #include <filesystem>
 #include <set>
-#include <sstream>
 
 namespace varno {
 namespace {
@@ -14,25 +13,6 @@ namespace {
 constexpr int kMostBlockFrames = 16384;
 constexpr int kMostJobs = 256;
 constexpr double kMostTailS = 3600.0;
-
-template<class Number>
-Number numberOption(const CommandLine& line, std::string_view option, Number least, Number most,
-                    Number otherwise) {
-    const auto text = line.value(option);
-    if (!text) {
-        return otherwise;
-    }
-    const auto number = numberFromText<Number>(*text);
-    // A value that is not a number is neither.
-    if (!number || !(*number >= least && *number <= most)) {
-        std::ostringstream message;
-        message << "option " << option << ": expected "
-                << (std::is_integral_v<Number> ? "a whole number from " : "a number from ") << least << " to "
-                << most << ", found " << inQuotes(*text);
-        throw UsageError(message.str());
-    }
-    return *number;
-}
 
 // INPUT OUTPUT
 RenderTask pairTask(const std::vector<std::string>& arguments) {
@@ -101,9 +81,9 @@ RenderOptions renderOptions(const CommandLine& line) {
     } else {
         options.tasks = {pairTask(line.arguments())};
     }
-    options.blockFrames = numberOption(line, "--block", 1, kMostBlockFrames, options.blockFrames);
-    options.jobs = numberOption(line, "--jobs", 1, kMostJobs, options.jobs);
-    options.tailS = numberOption(line, "--tail", 0.0, kMostTailS, options.tailS);
+    options.blockFrames = numberOption(line, "--block", 1, kMostBlockFrames).value_or(options.blockFrames);
+    options.jobs = numberOption(line, "--jobs", 1, kMostJobs).value_or(options.jobs);
+    options.tailS = numberOption(line, "--tail", 0.0, kMostTailS).value_or(options.tailS);
     if (const auto format = line.value("--format")) {
         options.format = sampleFormatFromOption(*format);
     }

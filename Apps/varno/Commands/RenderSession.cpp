@@ -32,11 +32,6 @@ SessionInstance RenderSession::makeInstance(int channels, double rateHz) {
     return instance;
 }
 
-bool RenderSession::hasVariant(int channels) const {
-    const auto* effect = mModule->description().effect({});
-    return effect != nullptr && effect->variantFor(channels) != nullptr;
-}
-
 void RenderSession::beginProgress(double totalS) {
     std::call_once(mProgressBegun,
                    [&] { mProgress = std::make_unique<ProgressBar>(std::cerr, showsProgress(), totalS); });

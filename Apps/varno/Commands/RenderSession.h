@@ -31,8 +31,7 @@ public:
     /// An instance brought to the settings. @throws CommandError, HostError
     SessionInstance makeInstance(int channels, double rateHz);
 
-    /// Whether the effect has a variant for as many inputs and outputs.
-    bool hasVariant(int channels) const;
+    const Module& module() const { return *mModule; }
 
     /// Draws progress from here on, over audio of that many seconds in all, where standard error is a
     /// terminal. Only the first call counts.

@@ -27,5 +27,14 @@ TEST(NumberText, WhatDoesNotFitIsNone) {
     EXPECT_EQ(numberFromText<double>("1e999"), std::nullopt);
 }
 
+TEST(NumberText, WritesWhatItReads) {
+    for (const double number : {0.0, 1.0, 0.1, 1.0 / 3.0, -2.2250738585072014e-308, 1e300}) {
+        EXPECT_EQ(numberFromText<double>(textFromNumber(number)), number);
+    }
+    EXPECT_EQ(textFromNumber(0.25), "0.25");
+    EXPECT_EQ(textFromNumber(0.1F), "0.1");
+    EXPECT_EQ(textFromNumber(0.1, std::chars_format::fixed, 6), "0.100000");
+}
+
 } // namespace
 } // namespace varno

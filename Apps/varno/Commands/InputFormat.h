@@ -1,0 +1,12 @@
+#pragma once
+
+#include "AudioReader.h"
+#include "Module.h"
+
+namespace varno {
+
+/// Whether the module's effect can hear a file: in its channels and at its sample rate.
+/// @throws WorkError where it cannot. Any thread.
+void requireVariantFor(const Module& module, const AudioReader& reader);
+
+} // namespace varno
