@@ -53,7 +53,11 @@ AAX_Result FixtureEditor::SetViewContainer(IACFUnknown* container) {
 }
 
 AAX_Result FixtureEditor::GetViewSize(AAX_Point* outSize) const {
+#ifdef FIXTURE_VIEWLESS
+    *outSize = {};
+#else
     *outSize = {240.0F, 320.0F};
+#endif
     return AAX_SUCCESS;
 }
 

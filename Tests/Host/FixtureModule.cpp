@@ -75,7 +75,9 @@ AAX_Result describe(AAX_IACFCollection& collection) {
     describeVariant(*effect, *component, AAX_eStemFormat_Stereo);
     effect->AddProcPtr(reinterpret_cast<void*>(&FixtureParameters::Create),
                        kAAX_ProcPtrID_Create_EffectParameters);
+#ifndef FIXTURE_EDITORLESS
     effect->AddProcPtr(reinterpret_cast<void*>(&FixtureEditor::Create), kAAX_ProcPtrID_Create_EffectGUI);
+#endif
     effect->AddResourceInfo(AAX_eResourceType_PageTable, "Fixture.xml");
     auto meter = make<AAX_IACFPropertyMap>(IID_IAAXPropertyMapV1,
                                            [&](IACFUnknown** out) { effect->NewPropertyMap(out); });

@@ -15,6 +15,7 @@ int runProgram(const std::vector<std::string>& words);
 // Each command takes its checked command line and returns an exit status. They throw CommandError or
 // HostError.
 int runRender(const CommandLine& line);
+int runEdit(const CommandLine& line);
 int runDescribe(const CommandLine& line);
 int runParams(const CommandLine& line);
 int runCompletion(const CommandLine& line);

@@ -1,47 +1,12 @@
 #include "CommandTable.h"
 
+#include "CommonOptions.h"
+#include "EditEntry.h"
+
 #include <algorithm>
 
 namespace varno {
 namespace {
-
-// Options that several commands take.
-
-constexpr OptionEntry kHelp = {
-    .name = "--help", .shortName = "-h", .group = "General", .help = "Print this help and exit."};
-
-constexpr OptionEntry kModule = {.name = "--module",
-                                 .value = "BUNDLE",
-                                 .kind = ValueKind::kDirectory,
-                                 .group = "General",
-                                 .help = "Use the effect of this bundle (Varno-S.aaxplugin). Default: what "
-                                         "VARNO_MODULE names, else the bundle that came with the program."};
-
-constexpr OptionEntry kSet = {.name = "--set",
-                              .value = "ID=VALUE",
-                              .kind = ValueKind::kSetting,
-                              .repeatable = true,
-                              .group = "Settings",
-                              .help = "Set a parameter: a number is its normalized value, 0 to 1; anything "
-                                      "else is the parameter's own text. May be given more than once."};
-
-constexpr OptionEntry kPreset = {.name = "--preset",
-                                 .value = "FILE",
-                                 .kind = ValueKind::kFile,
-                                 .group = "Settings",
-                                 .help = "Apply a preset, the text that the editor copies and pastes: every "
-                                         "parameter but the master bypass."};
-
-constexpr OptionEntry kState = {.name = "--state",
-                                .value = "FILE",
-                                .kind = ValueKind::kFile,
-                                .group = "Settings",
-                                .help =
-                                    "Restore a saved state, the record that a host keeps: every parameter "
-                                    "but the master bypass."};
-
-constexpr OptionEntry kJson = {
-    .name = "--json", .group = "Reports", .help = "Print the same as JSON, for scripts."};
 
 // render
 
@@ -227,6 +192,7 @@ constexpr CommandEntry kCommands[] = {
      .mostArguments = kAnyNumber,
      .options = kRenderOptions,
      .examples = kRenderExamples},
+    kEditEntry,
     {.name = "describe",
      .summary = "Print what the module tells a host",
      .usage = kDescribeUsage,
@@ -272,7 +238,7 @@ constexpr OptionEntry kProgramOptions[] = {
 
 constexpr std::string_view kProgramDescription[] = {
     "Varno-S is a saturation and overdrive effect with a dynamics section. This program loads it as a host "
-    "does and renders audio files through it."};
+    "does, renders audio files through it and opens its editor."};
 
 constexpr NoteEntry kExitStatusNotes[] = {
     {"0", "Everything was done."},
@@ -282,7 +248,9 @@ constexpr NoteEntry kExitStatusNotes[] = {
 };
 
 constexpr NoteEntry kEnvironmentNotes[] = {
-    {kModuleVariable, "The bundle to use where --module is not given."}};
+    {kModuleVariable, "The bundle to use where --module is not given."},
+    {"DISPLAY", "The X server on which the editor's window opens."},
+    {"GDK_SCALE", "How much the editor is enlarged, in the place of the desktop's own scale."}};
 
 } // namespace
 

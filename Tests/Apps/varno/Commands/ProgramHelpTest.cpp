@@ -19,7 +19,7 @@ TEST_F(ProgramHelp, OfTheProgram) {
 }
 
 TEST_F(ProgramHelp, OfEachCommand) {
-    for (const std::string command : {"render", "describe", "params", "completion", "man"}) {
+    for (const std::string command : {"render", "edit", "describe", "params", "completion", "man"}) {
         expectGolden({command, "--help"}, command + ".txt");
     }
 }

@@ -21,6 +21,14 @@ Outcome runVarno(const std::vector<std::string>& arguments, Surroundings surroun
     return run(varnoWords(arguments), surroundings);
 }
 
+std::string onlyLine(const Outcome& outcome) {
+    EXPECT_EQ(outcome.out, "");
+    const std::string start = "varno: ";
+    const std::string& line = outcome.err;
+    EXPECT_TRUE(line.starts_with(start) && line.find('\n') + 1 == line.size()) << line;
+    return line.size() > start.size() ? line.substr(start.size(), line.size() - start.size() - 1) : line;
+}
+
 Outcome ProgramTest::varno(const std::vector<std::string>& arguments) const {
     return runVarno(arguments, {.folder = mFolder.path()});
 }
@@ -35,11 +43,7 @@ std::string ProgramTest::varnoOut(const std::vector<std::string>& arguments) con
 std::string ProgramTest::refusal(int status, const std::vector<std::string>& arguments) const {
     const Outcome outcome = varno(arguments);
     EXPECT_EQ(outcome.status, status);
-    EXPECT_EQ(outcome.out, "");
-    const std::string start = "varno: ";
-    const std::string& line = outcome.err;
-    EXPECT_TRUE(line.starts_with(start) && line.find('\n') + 1 == line.size()) << line;
-    return line.size() > start.size() ? line.substr(start.size(), line.size() - start.size() - 1) : line;
+    return onlyLine(outcome);
 }
 
 void ProgramTest::makeMusic(const std::string& name, int format, int channels, int frames, int rateHz) const {

@@ -26,6 +26,10 @@ Outcome runVarno(const std::vector<std::string>& arguments, Surroundings surroun
 /// The words of such a run, for a Subprocess or a shell.
 std::vector<std::string> varnoWords(const std::vector<std::string>& arguments);
 
+/// Expects that the program has printed one line on standard error and nothing else.
+/// @return the line without its start "varno: " and its end
+std::string onlyLine(const Outcome& outcome);
+
 class ProgramTest : public testing::Test {
 protected:
     /// Runs the program in the test's folder.

@@ -31,7 +31,8 @@ std::string proposals(const std::vector<std::string>& words) {
 }
 
 TEST(BashCompletion, ProposesCommands) {
-    EXPECT_EQ(proposals({"varno", ""}), "render\ndescribe\nparams\ncompletion\nman\n--help\n--version\n");
+    EXPECT_EQ(proposals({"varno", ""}),
+              "render\nedit\ndescribe\nparams\ncompletion\nman\n--help\n--version\n");
     EXPECT_EQ(proposals({"varno", "re"}), "render\n");
     EXPECT_EQ(proposals({"varno", "--v"}), "--version\n");
 }

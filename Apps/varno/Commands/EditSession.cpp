@@ -1,0 +1,164 @@
+#include "EditSession.h"
+
+#include "CommandError.h"
+#include "Console.h"
+#include "DesktopScale.h"
+#include "WindowIcon.h"
+
+#include <X11/keysym.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+namespace varno {
+namespace {
+
+// The pace at which hosts call an editor's timer.
+constexpr std::chrono::nanoseconds kHostTimer = std::chrono::nanoseconds(std::chrono::seconds(1)) / 30;
+
+// The longest of the effect's names, and the file that it hears.
+std::string titleFor(const EditOptions& options, const Instance& instance) {
+    std::string title;
+    for (const auto& name : instance.effect().names) {
+        title = name.size() > title.size() ? name : title;
+    }
+    if (options.audio) {
+        title += " - " + std::filesystem::path(*options.audio).filename().string();
+    }
+    return title;
+}
+
+double scaleFor(const EditOptions& options, const XConnection& connection) {
+    if (options.scale) {
+        return *options.scale;
+    }
+    const char* gdkScale = std::getenv("GDK_SCALE");
+    return desktopScale(gdkScale == nullptr ? std::nullopt : std::optional<std::string_view>(gdkScale),
+                        connection.text(connection.screen().root, XCB_ATOM_RESOURCE_MANAGER));
+}
+
+WindowSize pixels(const AAX_Point& size) {
+    return {static_cast<int>(std::lround(size.horz)), static_cast<int>(std::lround(size.vert))};
+}
+
+// What was loaded may be saved over.
+bool isLoadedState(const EditOptions& options, const std::string& file) {
+    std::error_code error;
+    return options.state && std::filesystem::equivalent(*options.state, file, error);
+}
+
+bool isEmpty(WindowSize size) {
+    return size.width < 1 || size.height < 1;
+}
+
+} // namespace
+
+EditSession::EditSession(const EditOptions& options, XConnection& connection, Instance& instance,
+                         AudioLoop audio)
+    : mOptions(options),
+      mConnection(connection),
+      mInstance(instance),
+      mSettings(instance),
+      mWindow(connection, options.screenshot ? EditorWindow::Kind::kUnmanaged : EditorWindow::Kind::kManaged,
+              {titleFor(options, instance), windowIcon(instance.module().resourcePath(""))}),
+      mDesktop(mLoop, scaleFor(options, connection)),
+      mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))),
+      mSound(instance, std::move(audio)),
+      mPlayer({instance.setup().sampleRateHz, instance.setup().channels, instance.setup().maximumFrames},
+              [this](float* const* channels, int frames) { mSound.pull(channels, frames); }) {
+    if (const auto& file = options.saveState ? options.saveState : options.state) {
+        mSettings.setFile(*file, isLoadedState(options, *file) ? Overwrite::kReplace : options.overwrite);
+    }
+    if (options.screenshot) {
+        planScreenshot(*options.screenshot);
+    }
+    openEditor();
+    bindKeys();
+}
+
+void EditSession::openEditor() {
+    // The architecture hands native views over as pointers; X11 has numbers.
+    mContainer->setView(AAX_eViewContainerType_X11,
+                        reinterpret_cast<void*>(static_cast<std::uintptr_t>(mWindow.id())));
+    mContainer->setDesktop(&mDesktop);
+    mContainer->setSizeHandler([this](const AAX_Point& size) {
+        if (isEmpty(pixels(size))) {
+            return static_cast<AAX_Result>(AAX_ERROR_INVALID_VIEW_SIZE);
+        }
+        mWindow.resize(pixels(size));
+        return static_cast<AAX_Result>(AAX_SUCCESS);
+    });
+    mEditor = mInstance.openEditor(*mContainer);
+    if (!mEditor) {
+        throw WorkError("the module has no editor for effect \"" + mInstance.effect().id + '"');
+    }
+    const auto size = pixels(mEditor->size());
+    if (isEmpty(size)) {
+        throw WorkError("the module's editor shows no view in an X11 window");
+    }
+    mWindow.resize(size);
+}
+
+void EditSession::bindKeys() {
+    mWindow.setCloseHandler([this] { mLoop.quit(); });
+    mWindow.setBindings({{XK_Escape, 0, [this] { mLoop.quit(); }},
+                         {XK_q, XCB_MOD_MASK_CONTROL, [this] { mLoop.quit(); }},
+                         {XK_s, XCB_MOD_MASK_CONTROL, [this] { save(); }}});
+}
+
+// What goes wrong is told, and the window stays: the settings are still in it.
+void EditSession::save() {
+    try {
+        printErr("saved " + mSettings.save() + '\n');
+    } catch (const std::runtime_error& error) {
+        printError(error.what());
+    }
+}
+
+void EditSession::planScreenshot(const std::string& path) {
+    mScreenshot.emplace(path, mOptions.overwrite);
+    mPicture.emplace(mConnection, mWindow.id());
+    const auto after = std::chrono::duration<double>(mOptions.afterS);
+    mLoop.startTimer(std::chrono::round<TimerQueue::Period>(after), &mScreenshot, [this] {
+        mPicture->write(*mScreenshot);
+        mScreenshot->commit();
+        mLoop.quit();
+    });
+}
+
+void EditSession::tick() {
+    mInstance.timer();
+    mEditor->timer();
+}
+
+void EditSession::run() {
+    mLoop.watch(mConnection.descriptor(), this, [] {});
+    mLoop.startTimer(kHostTimer, this, [this] { tick(); });
+    mLoop.setBeforeWait([this] {
+        mWindow.handleEvents();
+        // What the editor has asked for meanwhile.
+        mInstance.idle();
+    });
+    mWindow.show();
+    try {
+        mLoop.run();
+    } catch (...) {
+        tellUnsaved();
+        throw;
+    }
+    tellUnsaved();
+}
+
+void EditSession::tellUnsaved() const {
+    if (mScreenshot) {
+        return;
+    }
+    if (const auto options = mSettings.unsavedOptions()) {
+        printWarning("the settings are not saved; they come back with: varno edit" +
+                     (options->empty() ? "" : ' ' + *options));
+    }
+}
+
+} // namespace varno

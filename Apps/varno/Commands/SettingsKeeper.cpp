@@ -1,0 +1,66 @@
+#include "SettingsKeeper.h"
+
+#include "NumberText.h"
+#include "Settings.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace varno {
+SettingsKeeper::SettingsKeeper(Instance& instance)
+    : mInstance(instance),
+      mKept(values()) {
+}
+
+void SettingsKeeper::setFile(const std::string& path, Overwrite overwrite) {
+    const AtomicFile attempt(path, overwrite);
+    mPath = path;
+    mOverwrite = overwrite;
+}
+
+std::string SettingsKeeper::save() {
+    if (mPath.empty()) {
+        chooseFreeFile();
+    }
+    AtomicFile file(mPath, mOverwrite);
+    file.write(stateBytes(mInstance));
+    file.commit();
+    mOverwrite = Overwrite::kReplace;
+    mKept = values();
+    return mPath;
+}
+
+std::optional<std::string> SettingsKeeper::unsavedOptions() const {
+    const auto now = values();
+    if (now == mKept) {
+        return std::nullopt;
+    }
+    std::string options;
+    for (const auto& parameter : mInstance.parameters()) {
+        const double value = now[static_cast<std::size_t>(parameter.index)];
+        if (value != parameter.defaultNormalized) {
+            options += options.empty() ? "--set " : " --set ";
+            options += parameter.id + '=' + textFromNumber(value);
+        }
+    }
+    return options;
+}
+
+std::vector<double> SettingsKeeper::values() const {
+    std::vector<double> values;
+    for (const auto& parameter : mInstance.parameters()) {
+        values.push_back(mInstance.normalized(parameter.id));
+    }
+    return values;
+}
+
+void SettingsKeeper::chooseFreeFile() {
+    std::error_code error;
+    std::string path = std::string(kStateName) + kStateExtension;
+    for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(path, error)); ++number) {
+        path = std::string(kStateName) + '-' + std::to_string(number) + kStateExtension;
+    }
+    mPath = path;
+}
+
+} // namespace varno

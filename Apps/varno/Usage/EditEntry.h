@@ -1,0 +1,92 @@
+#pragma once
+
+#include "CommandTable.h"
+#include "CommonOptions.h"
+
+namespace varno {
+
+inline constexpr std::string_view kEditUsage[] = {"[OPTIONS] [AUDIO]"};
+
+inline constexpr std::string_view kEditDescription[] = {
+    "Opens the effect's editor in a window of its own (X11, or Wayland through XWayland). The effect hears "
+    "AUDIO in real time and again from its start: a mono file through the mono variant, a stereo file "
+    "through "
+    "the stereo one. Without AUDIO it hears silence. Its meters and its automatic volume follow; nothing of "
+    "it goes to a sound card.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Keys: Ctrl-S saves the settings as a state, Ctrl-C copies them and Ctrl-V pastes them as a preset, "
+    "Escape "
+    "and Ctrl-Q close the window.",
+    "Ctrl-S writes the file of --save-state, else that of --state, else varno-s.state in the working folder, "
+    "or varno-s-2.state and so on where that exists already. Settings that are not saved when the window "
+    "closes are printed on standard error, as options that bring them back.",
+    "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
+    "order given.",
+};
+
+inline constexpr ArgumentEntry kEditArguments[] = {
+    {.name = "AUDIO",
+     .kind = ValueKind::kFile,
+     .help = "Audio file to loop: WAV, W64, RF64, AIFF, CAF, FLAC, Ogg and more; \"-\" is standard input."},
+};
+
+inline constexpr OptionEntry kEditOptions[] = {
+    kSet,
+    kPreset,
+    kState,
+    {.name = "--save-state",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Settings",
+     .help = "The file that Ctrl-S writes."},
+    {.name = "--rate",
+     .value = "HZ",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Sample rate without AUDIO, 16000 to 384000. Default: 48000."},
+    {.name = "--channels",
+     .value = "N",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Channels without AUDIO, 1 or 2. Default: 2."},
+    {.name = "--scale",
+     .value = "FACTOR",
+     .kind = ValueKind::kText,
+     .group = "Window",
+     .help = "Enlarge the window, 0.5 to 8. Default: GDK_SCALE, else the desktop's Xft.dpi over 96, else 1."},
+    {.name = "--screenshot",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Window",
+     .help = "Show the window for a moment, write a picture of it (PNG) and exit."},
+    {.name = "--after",
+     .value = "SECONDS",
+     .kind = ValueKind::kText,
+     .group = "Window",
+     .help = "Make the picture so long after the start. Default: 0.5."},
+    {.name = "--force",
+     .shortName = "-f",
+     .group = "Window",
+     .help = "Replace the files of --screenshot and --save-state where they exist."},
+    kModule,
+    kHelp,
+};
+
+inline constexpr ExampleEntry kEditExamples[] = {
+    {"varno edit drums.wav", "Turn the knobs and see what the drums do to the meters."},
+    {"varno edit --state bus.state drums.wav", "Go on with saved settings; Ctrl-S saves them again."},
+    {"varno edit --scale 2 --set Hot=0.4 --screenshot editor.png",
+     "A picture of the editor, twice as large."},
+};
+
+inline constexpr CommandEntry kEditEntry = {.name = "edit",
+                                            .summary = "Open the effect's editor, around a file in a loop",
+                                            .usage = kEditUsage,
+                                            .description = kEditDescription,
+                                            .arguments = kEditArguments,
+                                            .leastArguments = 0,
+                                            .mostArguments = 1,
+                                            .options = kEditOptions,
+                                            .examples = kEditExamples};
+
+} // namespace varno

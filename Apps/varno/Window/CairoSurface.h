@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cairo.h>
+#include <memory>
+
+namespace varno {
+
+struct DestroySurface {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+
+/// A drawing surface of cairo's, owned.
+using CairoSurface = std::unique_ptr<cairo_surface_t, DestroySurface>;
+
+} // namespace varno

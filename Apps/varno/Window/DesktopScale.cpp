@@ -1,0 +1,54 @@
+#include "DesktopScale.h"
+
+#include "NumberText.h"
+
+#include <algorithm>
+
+namespace varno {
+namespace {
+
+constexpr double kPlainDotsPerInch = 96.0;
+constexpr std::string_view kDotsPerInch = "Xft.dpi:";
+constexpr std::string_view kBlanks = " \t\r";
+
+std::string_view trimmed(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+std::optional<double> scaleFrom(std::string_view text, double plain) {
+    const auto number = numberFromText<double>(trimmed(text));
+    if (!number || !(*number / plain >= kSmallestScale && *number / plain <= kLargestScale)) {
+        return std::nullopt;
+    }
+    return *number / plain;
+}
+
+// The value of a resource; of several with the same name the last counts.
+std::optional<std::string_view> resource(std::string_view resources, std::string_view name) {
+    std::optional<std::string_view> value;
+    while (!resources.empty()) {
+        const auto end = std::min(resources.find('\n'), resources.size());
+        const auto line = trimmed(resources.substr(0, end));
+        if (line.starts_with(name)) {
+            value = line.substr(name.size());
+        }
+        resources.remove_prefix(std::min(end + 1, resources.size()));
+    }
+    return value;
+}
+
+} // namespace
+
+double desktopScale(std::optional<std::string_view> gdkScale, std::string_view resources) {
+    std::optional<double> scale;
+    if (gdkScale) {
+        scale = scaleFrom(*gdkScale, 1.0);
+    }
+    if (const auto dotsPerInch = resource(resources, kDotsPerInch); !scale && dotsPerInch) {
+        scale = scaleFrom(*dotsPerInch, kPlainDotsPerInch);
+    }
+    return scale.value_or(1.0);
+}
+
+} // namespace varno

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace varno {
+
+/// The smallest and largest factor by which a desktop enlarges what it shows.
+inline constexpr double kSmallestScale = 0.5;
+inline constexpr double kLargestScale = 8.0;
+
+/// The factor that a desktop asks for: that of GDK_SCALE, which a user sets for one program; else the dots
+/// per inch of the X resource Xft.dpi over the 96 of the plain size; else 1. What is no number or lies
+/// outside the range of scales counts as not set. [any]
+/// @param gdkScale the environment variable, nothing where it is not set
+/// @param resources as the display's RESOURCE_MANAGER property has them: lines of "name:\tvalue"
+double desktopScale(std::optional<std::string_view> gdkScale, std::string_view resources);
+
+} // namespace varno

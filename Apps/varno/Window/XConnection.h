@@ -1,0 +1,51 @@
+#pragma once
+
+#include "XReply.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <xcb/xcb.h>
+
+namespace varno {
+
+/// A connection to an X server and to the screen that its name tells. Requests are sent by flush() at the
+/// latest. [main]
+class XConnection {
+public:
+    /// @param display as DISPLAY has it (":0"); empty for none
+    /// @throws WorkError where nothing answers under that name
+    explicit XConnection(const std::string& display);
+    XConnection(const XConnection&) = delete;
+    XConnection& operator=(const XConnection&) = delete;
+
+    xcb_connection_t* get() const { return mConnection.get(); }
+    const xcb_screen_t& screen() const { return *mScreen; }
+    /// Can be read when something has arrived.
+    int descriptor() const { return xcb_get_file_descriptor(get()); }
+    /// The number of a name, the same on every call.
+    xcb_atom_t atom(std::string_view name);
+    /// A text property of a window; empty where there is none.
+    std::string text(xcb_window_t window, xcb_atom_t property) const;
+
+    void flush() const { xcb_flush(get()); }
+    /// Returns when the server has done all that it was asked for.
+    void sync() const;
+    /// The next event that has arrived, without waiting; null where there is none.
+    XReply<xcb_generic_event_t> poll() const;
+    /// @throws WorkError once the server has gone or has closed the connection
+    void throwIfLost() const;
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+
+    std::string mDisplay;
+    std::unique_ptr<xcb_connection_t, Disconnect> mConnection;
+    const xcb_screen_t* mScreen = nullptr;
+    std::map<std::string, xcb_atom_t, std::less<>> mAtoms;
+};
+
+} // namespace varno

@@ -1,0 +1,121 @@
+#include "AudioLoop.h"
+
+#include "ErrorText.h"
+#include "SoundFiles.h"
+#include "TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <sndfile.h>
+
+namespace varno::test {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+
+using Rows = std::vector<std::vector<float>>;
+
+// The next frames of every channel.
+Rows read(AudioLoop& loop, int frames) {
+    Rows samples(static_cast<std::size_t>(loop.channels()),
+                 std::vector<float>(static_cast<std::size_t>(frames)));
+    std::vector<float*> channels;
+    for (auto& channel : samples) {
+        channels.push_back(channel.data());
+    }
+    loop.read(channels.data(), frames);
+    return samples;
+}
+
+TEST(AudioLoop, StartsAgainAtItsEnd) {
+    AudioLoop loop({{1, 2, 3}, {-1, -2, -3}});
+    EXPECT_EQ(loop.channels(), 2);
+    EXPECT_THAT(read(loop, 2), ElementsAre(ElementsAre(1, 2), ElementsAre(-1, -2)));
+    EXPECT_THAT(read(loop, 0), Each(ElementsAre()));
+    EXPECT_THAT(read(loop, 8), ElementsAre(ElementsAre(3, 1, 2, 3, 1, 2, 3, 1),
+                                           ElementsAre(-3, -1, -2, -3, -1, -2, -3, -1)));
+    EXPECT_THAT(read(loop, 2), ElementsAre(ElementsAre(2, 3), ElementsAre(-2, -3)));
+    EXPECT_THAT(read(loop, 1), ElementsAre(ElementsAre(1), ElementsAre(-1)));
+}
+
+TEST(AudioLoop, OneFrameIsALoopToo) {
+    AudioLoop loop(Rows{{0.5F}});
+    EXPECT_THAT(read(loop, 1000).front(), Each(0.5F));
+}
+
+TEST(AudioLoop, EveryBlockLengthGivesTheSame) {
+    std::vector<float> samples;
+    for (int i = 0; i < 1000; ++i) {
+        samples.push_back(static_cast<float>(i));
+    }
+    AudioLoop whole(Rows{samples});
+    const auto expected = read(whole, 7001).front();
+    for (const int block : {1, 7, 512, 999, 1000, 1001, 7001}) {
+        AudioLoop loop(Rows{samples});
+        std::vector<float> heard;
+        while (heard.size() < expected.size()) {
+            const int left = static_cast<int>(expected.size() - heard.size());
+            const auto next = read(loop, std::min(block, left)).front();
+            heard.insert(heard.end(), next.begin(), next.end());
+        }
+        EXPECT_EQ(heard, expected) << block;
+    }
+}
+
+TEST(AudioLoop, SilenceIsSilent) {
+    AudioLoop loop = AudioLoop::silence(2);
+    EXPECT_EQ(loop.channels(), 2);
+    EXPECT_THAT(read(loop, 10'000), Each(Each(0.0F)));
+}
+
+class AudioLoopFile : public testing::Test {
+protected:
+    TemporaryFolder mFolder;
+};
+
+TEST_F(AudioLoopFile, HoldsTheFileToTheLastFrame) {
+    constexpr int kFrames = 40'001;
+    Sound sound;
+    sound.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+    sound.channels = 2;
+    std::vector<float> left;
+    std::vector<float> right;
+    for (const double value : testReals(kFrames)) {
+        sound.reals.insert(sound.reals.end(), {value, -value});
+        left.push_back(static_cast<float>(value));
+        right.push_back(static_cast<float>(-value));
+    }
+    writeSound(mFolder / "sound.wav", sound);
+
+    AudioReader reader(mFolder / "sound.wav");
+    AudioLoop loop = AudioLoop::of(reader);
+    for (int round = 0; round < 3; ++round) {
+        const auto heard = read(loop, kFrames);
+        EXPECT_EQ(heard[0], left);
+        EXPECT_EQ(heard[1], right);
+    }
+}
+
+// The file system holds the header and the last frame alone.
+TEST_F(AudioLoopFile, RefusesWhatDoesNotFitTheMemory) {
+    constexpr sf_count_t kFrames = sf_count_t{AudioLoop::kMostSamples} / 2 + 1;
+    SF_INFO info{};
+    info.samplerate = 48'000;
+    info.channels = 2;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_U8;
+    SNDFILE* file = sf_open((mFolder / "long.wav").c_str(), SFM_WRITE, &info);
+    ASSERT_NE(file, nullptr);
+    const short last[] = {0, 0};
+    ASSERT_GE(sf_seek(file, kFrames - 1, SEEK_SET), 0) << sf_strerror(file);
+    ASSERT_EQ(sf_writef_short(file, last, 1), 1);
+    sf_close(file);
+    AudioReader reader(mFolder / "long.wav");
+    EXPECT_EQ(errorText(kExitWorkFailed, [&] { AudioLoop::of(reader); }),
+              mFolder / "long.wav" +
+                  ": is too long to be played in a loop; expected at most 134217728 frames, "
+                  "found 134217729");
+}
+
+} // namespace
+} // namespace varno::test

@@ -1,0 +1,88 @@
+#include "EditTest.h"
+
+#include "Eventually.h"
+
+namespace varno::test {
+
+std::unique_ptr<Subprocess> EditTest::edit(const std::vector<std::string>& arguments) const {
+    auto program = std::make_unique<Subprocess>(words(arguments), surroundings());
+    EXPECT_TRUE(eventually([this] { return window() != XCB_WINDOW_NONE; }));
+    return program;
+}
+
+Outcome EditTest::runEdit(const std::vector<std::string>& arguments) const {
+    return run(words(arguments), surroundings());
+}
+
+std::string EditTest::refusedEdit(int status, const std::vector<std::string>& arguments) const {
+    const Outcome outcome = runEdit(arguments);
+    EXPECT_EQ(outcome.status, status);
+    return onlyLine(outcome);
+}
+
+xcb_window_t EditTest::window() const {
+    auto* connection = mPerson.connection();
+    const XReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, mPerson.screen().root), nullptr));
+    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const auto candidate = xcb_query_tree_children(tree.get())[i];
+        const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            connection, xcb_get_window_attributes(connection, candidate), nullptr));
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+            return candidate;
+        }
+    }
+    return XCB_WINDOW_NONE;
+}
+
+std::string EditTest::text(const std::string& property) const {
+    constexpr std::uint32_t kMostWords = 1U << 20;
+    const auto cookie = xcb_get_property(mPerson.connection(), 0, window(), atom(property),
+                                         XCB_GET_PROPERTY_TYPE_ANY, 0, kMostWords);
+    const XReply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(mPerson.connection(), cookie, nullptr));
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
+void EditTest::close() const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window();
+    message.type = atom("WM_PROTOCOLS");
+    message.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(mPerson.connection(), 0, message.window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&message));
+    mPerson.synchronise();
+}
+
+void EditTest::tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held) const {
+    xcb_set_input_focus(mPerson.connection(), XCB_INPUT_FOCUS_PARENT, window(), XCB_CURRENT_TIME);
+    mKeyboard.tap(key, held);
+}
+
+std::string EditTest::bundle(const std::string& name) {
+    return std::string(VARNO_FIXTURE_BUNDLES) + '/' + name + ".aaxplugin";
+}
+
+std::vector<std::string> EditTest::words(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> words = varnoWords({"edit"});
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return words;
+}
+
+Surroundings EditTest::surroundings() const {
+    return {
+        .folder = mFolder.path(),
+        .environment = {"DISPLAY=" + mServer.display(), "VARNO_MODULE=" + bundle("Fixture"), "GDK_SCALE="}};
+}
+
+xcb_atom_t EditTest::atom(const std::string& name) const {
+    const auto cookie =
+        xcb_intern_atom(mPerson.connection(), 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(mPerson.connection(), cookie, nullptr));
+    return reply->atom;
+}
+
+} // namespace varno::test

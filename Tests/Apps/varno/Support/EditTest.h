@@ -1,0 +1,48 @@
+/// `varno edit`, run on an X server of its own, with a module whose editor shows an empty view.
+#pragma once
+
+#include "Keyboard.h"
+#include "Pointer.h"
+#include "ProgramTest.h"
+#include "XServer.h"
+
+#include <memory>
+
+namespace varno::test {
+
+/// The view of the fixture module's editor, in pixels.
+inline constexpr int kFixtureWidth = 320;
+inline constexpr int kFixtureHeight = 240;
+
+class EditTest : public ProgramTest {
+protected:
+    /// Starts the program in the test's folder; returns when its window is on the screen.
+    std::unique_ptr<Subprocess> edit(const std::vector<std::string>& arguments) const;
+    /// Runs it to its end.
+    Outcome runEdit(const std::vector<std::string>& arguments) const;
+    /// Runs it and expects that it prints one line on standard error and nothing else.
+    /// @return the line without its start "varno: " and its end
+    std::string refusedEdit(int status, const std::vector<std::string>& arguments) const;
+
+    /// The program's window; none where it has none on the screen.
+    xcb_window_t window() const;
+    /// A text property of the program's window.
+    std::string text(const std::string& property) const;
+    /// Has the window closed as a window manager does.
+    void close() const;
+    /// Takes the keyboard's focus to the program's window and taps a key with others held.
+    void tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held = {}) const;
+
+    static std::string bundle(const std::string& name);
+
+    XServer mServer;
+    XClient mPerson{mServer.display()};
+    Keyboard mKeyboard{mPerson};
+
+private:
+    std::vector<std::string> words(const std::vector<std::string>& arguments) const;
+    Surroundings surroundings() const;
+    xcb_atom_t atom(const std::string& name) const;
+};
+
+} // namespace varno::test
