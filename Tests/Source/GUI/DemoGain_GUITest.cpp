@@ -26,7 +26,7 @@ public:
 protected:
     void CreateEffectView(void* nativeView) override {
         if (showsAnotherView) {
-            AAX_CEffectGUI_VST::CreateEffectView(nativeView);
+            ShowView(new VSTGUI_ContentView(VSTGUI::CRect(), this, GetEffectParameters()), nativeView);
         } else {
             DemoGain_GUI::CreateEffectView(nativeView);
         }
@@ -38,7 +38,7 @@ class NowhereContainer : public varno::RecordingViewContainer {
 public:
     NowhereContainer() {
         offer(IID_IAAXViewContainerV1, this);
-        view = reinterpret_cast<void*>(std::uintptr_t{1});
+        view = this; // not null, and no window's number
     }
     int32_t GetType() override { return AAX_eViewContainerType_X11; }
 };
