@@ -4,6 +4,7 @@
 #include "CommandError.h"
 #include "FileTransfer.h"
 #include "OggPages.h"
+#include "PeakChunk.h"
 #include "SampleQuantizer.h"
 #include "SndfileFormat.h"
 #include "SndfileMetadata.h"
@@ -168,6 +169,7 @@ void AudioWriter::commit() {
     appendChunks(s.file.descriptor(), familyOf(s.format.container), s.chunksAtEnd, s.file.name());
     if (s.format.container == Container::kOgg)
         setOggSerial(s.file.descriptor(), s.file.name());
+    clearPeakTime(s.file.descriptor(), s.file.name());
     s.file.commit();
 }
 

@@ -1,7 +1,9 @@
 #include "AudioWriter.h"
 
 #include "ChildProcess.h"
+#include "ContainerChunks.h"
 #include "ErrorText.h"
+#include "FileDescriptor.h"
 #include "Interruption.h"
 #include "SoundFiles.h"
 #include "TemporaryFolder.h"
@@ -209,6 +211,17 @@ TEST_P(AudioWriterRepeatTest, EveryRunAndBlockSizeGivesTheSameBytes) {
               }),
               0);
     EXPECT_TRUE(readFile(later) == first);
+}
+
+TEST_P(AudioWriterRepeatTest, TellsNoTimeOfDay) {
+    writeSound(mIn, {SF_FORMAT_WAV | SF_FORMAT_FLOAT, 2, 48'000, {}, testReals(100)});
+    const std::string out = mFolder / (std::string("out") + GetParam());
+    Copy().run(mIn, out);
+    const FileDescriptor file(::open(out.c_str(), O_RDONLY));
+    for (const ContainerChunk& chunk : readContainerChunks(file.get()).chunks)
+        if (chunk.id == "PEAK")
+            EXPECT_EQ(readFile(out).substr(static_cast<std::size_t>(chunk.dataOffset) + 4, 4),
+                      std::string(4, '\0'));
 }
 
 INSTANTIATE_TEST_SUITE_P(Containers, AudioWriterRepeatTest,
