@@ -1,0 +1,90 @@
+"""./run manual takes the manual's pictures on an X server of its own, which ends with it."""
+import os
+import unittest
+
+from fixture import FixtureProject
+
+# Notes each call with the display it was made on, and makes what it is asked for.
+PROGRAM = """
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+int main(int count, char** arguments) {
+    std::FILE* log = std::fopen(CALLS, "a");
+    const char* display = std::getenv("DISPLAY");
+    std::fprintf(log, "%s:", display == nullptr ? "" : display);
+    for (int i = 1; i < count; ++i) {
+        std::fprintf(log, " %s", arguments[i]);
+        if (std::strcmp(arguments[i - 1], "--screenshot") == 0 || (i == 3 && std::strcmp(arguments[1], "--number") == 0)) {
+            std::FILE* picture = std::fopen(arguments[i], "w");
+            std::fputs("a picture", picture);
+            std::fclose(picture);
+        }
+    }
+    std::fputs("\\n", log);
+    std::fclose(log);
+    return std::getenv("BREAK") != nullptr && std::strcmp(arguments[1], std::getenv("BREAK")) == 0 ? 1 : 0;
+}
+"""
+
+CMAKE = """
+add_executable({name} {source})
+target_link_libraries({name} PRIVATE varno_settings)
+target_compile_definitions({name} PRIVATE CALLS="{calls}")
+"""
+
+
+class ManualTest(FixtureProject):
+    def setUp(self):
+        super().setUp()
+        self.calls = self.folder / "calls"
+        self.write("Apps/varno/main.cpp", PROGRAM)
+        self.write("Apps/varno/CMakeLists.txt", CMAKE.format(name="varno", source="main.cpp", calls=self.calls) +
+                   "add_custom_target(Varno-S)\nadd_subdirectory(../../Resources/Artwork ${CMAKE_BINARY_DIR}/Resources/Artwork)\n")
+        self.write("Resources/Artwork/CMakeLists.txt",
+                   CMAKE.format(name="varno_artwork", source="../../Apps/varno/main.cpp", calls=self.calls))
+        self.server = self.folder / "server"
+        self.command("Xvfb", f'echo $$ >"{self.server}"\necho 77 >&3\nexec sleep 600\n')
+
+    def environment(self):
+        return {**super().environment(), "DISPLAY": ":1"}
+
+    def assert_server_ended(self):
+        with self.assertRaises(ProcessLookupError):
+            os.kill(int(self.server.read_text()), 0)
+
+    def test_takes_the_pictures(self):
+        done = self.run_script("manual")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        pictures = self.root / "docs/pictures"
+        names = ["controls.png", "editor-2x.png", "editor.png"]
+        self.assertEqual(done.stdout.splitlines(), [str(pictures / name) for name in names])
+        for name in names:
+            self.assertEqual((pictures / name).read_text(), "a picture")
+        calls = self.calls.read_text().splitlines()
+        self.assertEqual([call.split()[:2] for call in calls],
+                         [[":77:", "render"], [":77:", "edit"], [":77:", "edit"], [":77:", "--number"]])
+        self.assertIn("--scale 2", calls[2])
+        self.assert_server_ended()
+
+    def test_fails_with_the_program(self):
+        os.environ["BREAK"] = "edit"
+        self.addCleanup(os.environ.pop, "BREAK")
+        done = self.run_script("manual")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assert_server_ended()
+
+    def test_fails_without_a_server(self):
+        self.command("Xvfb", "echo no screen >&2\nexit 1\n")
+        done = self.run_script("manual")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertIn("run: the X server did not start", done.stderr)
+
+    def test_takes_no_arguments(self):
+        done = self.run_script("manual", "all")
+        self.assertEqual((done.returncode, done.stderr), (2, "run: manual takes no arguments\n"))
+
+
+if __name__ == "__main__":
+    unittest.main()
