@@ -75,6 +75,16 @@ TEST_F(X11ClipboardTest, TakesTheClipboardBackBeforeItHasHeardOfTheLoss) {
     }
 }
 
+TEST_F(X11ClipboardTest, GivesUpATextWhoseOwnerNeedsTheThreadThatWaits) {
+    X11Clipboard owning(loop, server.display());
+    X11Clipboard reading(loop, server.display());
+    ASSERT_TRUE(owning.setText("text"));
+
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_EQ(reading.text(), std::nullopt);
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 1s);
+}
+
 TEST_F(X11ClipboardTest, LosesTheTextWithTheClipboardObject) {
     {
         X11Clipboard clipboard(loop, server.display());

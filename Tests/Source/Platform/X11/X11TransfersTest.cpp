@@ -35,6 +35,14 @@ protected:
         });
     }
 
+    /// What all programs together listen to of its window; this one alone to its destruction.
+    static std::uint32_t eventsHeardOf(const RawClient& receiver) {
+        const auto asked = xcb_get_window_attributes(receiver.xcb(), receiver.window());
+        const varno::XcbOwned<xcb_get_window_attributes_reply_t> reply(
+            xcb_get_window_attributes_reply(receiver.xcb(), asked, nullptr));
+        return reply ? reply->all_event_masks : 0;
+    }
+
     const XServer server;
     X11Connection connection{server.display()};
     X11Atoms atoms = internAtoms(connection.xcb());
@@ -55,6 +63,7 @@ TEST_F(X11TransfersTest, EndWhenAllPartsAreTaken) {
     const RawClient receiver(server.display());
     start(receiver, "INTO");
     EXPECT_EQ(transfers.count(), 1u);
+    EXPECT_TRUE(eventually([&] { return (eventsHeardOf(receiver) & XCB_EVENT_MASK_STRUCTURE_NOTIFY) != 0; }));
 
     EXPECT_TRUE(eventually([&] {
         receiver.takeProperty("INTO");
@@ -62,6 +71,10 @@ TEST_F(X11TransfersTest, EndWhenAllPartsAreTaken) {
         return transfers.count() == 0;
     }));
     EXPECT_EQ(text.use_count(), 1);
+    EXPECT_TRUE(eventually([&] {
+        connection.pump();
+        return (eventsHeardOf(receiver) & XCB_EVENT_MASK_STRUCTURE_NOTIFY) == 0;
+    }));
 }
 
 TEST_F(X11TransfersTest, EndWhenTheReceiversConnectionBreaks) {
