@@ -182,6 +182,9 @@ TEST_F(X11ClipboardOwnerTest, RefusesWhenItIsTooLate) {
                                      return;
                                  }
                                  refuse(client, asked[0]);
+                                 if (!asksFor(client, request, "UTF8_STRING")) {
+                                     return refuse(client, request);
+                                 }
                                  client.setText(request.requestor, request.property, "UTF8_STRING",
                                                 "in time");
                                  client.answer(request, request.property);

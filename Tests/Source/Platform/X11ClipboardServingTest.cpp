@@ -274,7 +274,13 @@ TEST_F(X11ClipboardServingTest, SurvivesRequestsInTheNameOfOurOwnWindow) {
 
     xcb_convert_selection(client.xcb(), ours, client.atom("CLIPBOARD"), client.atom("UTF8_STRING"),
                           client.atom("INTO"), XCB_CURRENT_TIME);
-    EXPECT_EQ(client.clipboardOwner(), ours) << "a round trip, so that it is done";
+    // Whoever takes the parts, all of them can be taken; four, the announcement and the end.
+    for (int parts = 0; parts < 6; ++parts) {
+        EXPECT_EQ(client.clipboardOwner(), ours) << "a round trip, so that it is done";
+        loop->tick();
+        xcb_delete_property(client.xcb(), ours, client.atom("INTO"));
+    }
+    EXPECT_EQ(client.clipboardOwner(), ours);
     loop->tick();
 
     // Its window still hears what it needs to.
