@@ -11,7 +11,7 @@ namespace {
 /// it.
 struct Library {
     explicit Library(const std::filesystem::path& resources) {
-        VSTGUI::init(VSTGUI_InstanceFor(resources));
+        VSTGUI::init(VSTGUI_Prepare(resources));
         VSTGUI::CControl::CheckDefaultValueEventFunc = [](VSTGUI::CControl*, VSTGUI::MouseDownEvent&) {
             return false;
         };

@@ -1,4 +1,4 @@
-/// Where VSTGUI finds its bitmaps, which every system tells it in its own way.
+/// What VSTGUI needs of the system, and where it finds its bitmaps; every system has its own way.
 #ifndef VSTGUI_RESOURCES_H
 #define VSTGUI_RESOURCES_H
 
@@ -6,9 +6,9 @@
 
 #include <filesystem>
 
-/// What VSTGUI::init is to be given for the folder; of the system's, borrowed for the life of the module.
-/// [main]
-VSTGUI::PlatformInstanceHandle VSTGUI_InstanceFor(const std::filesystem::path& resources);
+/// Puts in place what VSTGUI takes for granted of the system. Returns what VSTGUI::init is to be given for
+/// the folder: of the system's, borrowed for the life of the module. [main]
+VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(const std::filesystem::path& resources);
 
 /// Changes the folder after VSTGUI::init, where the system lets it be changed. [main]
 void VSTGUI_SetResources(const std::filesystem::path& resources);

@@ -3,8 +3,20 @@
 #include "vstgui/lib/platform/linux/linuxfactory.h"
 #include "vstgui/lib/platform/platformfactory.h"
 
-/// The handle of a loaded module would only lead to the folder, which is told below.
-VSTGUI::PlatformInstanceHandle VSTGUI_InstanceFor(const std::filesystem::path& /*resources*/) {
+#include <dlfcn.h>
+
+namespace {
+
+/// Through which VSTGUI writes text; it keeps the libraries that it uses itself, Pango and cairo, with it.
+constexpr char kTextLibrary[] = "libpangocairo-1.0.so.0";
+
+} // namespace
+
+/// Pango enters its classes with GObject, which stays in memory for ever and would be left with their remains
+/// if Pango were unloaded together with this module: the next text that anybody writes then waits for ever.
+/// So Pango stays, too. The handle of a loaded module would only lead to the folder, which is told below.
+VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(const std::filesystem::path& /*resources*/) {
+    dlopen(kTextLibrary, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
     return nullptr;
 }
 

@@ -2,7 +2,7 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
-VSTGUI::PlatformInstanceHandle VSTGUI_InstanceFor(const std::filesystem::path& resources) {
+VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(const std::filesystem::path& resources) {
     // Contents/Resources of the bundle. The library reads the bundle for as long as it runs, so the reference
     // is never given back.
     const std::string folder = resources.parent_path().parent_path().string();
