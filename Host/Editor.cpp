@@ -3,7 +3,17 @@
 #include "Instance.h"
 #include "InstanceHost.h"
 
+#include <utility>
+
 namespace varno {
+
+namespace {
+
+uint32_t referencesTo(const ViewContainer* container) {
+    return container != nullptr ? container->references() : 0;
+}
+
+} // namespace
 
 Editor::Editor(Instance& instance, std::unique_ptr<Object> object, ViewContainer& container)
     : mInstance(&instance),
@@ -32,8 +42,24 @@ void Editor::setContainer(ViewContainer* container) {
         return;
     }
     const MainGate::Scope scope(mInstance->host().state().gate, "Editor::setContainer");
-    mObject->use().SetViewContainer(container);
+    const ACFPtr<ViewContainer> last = std::move(mContainer);
     mContainer = ACFPtr<ViewContainer>::Retain(container);
+    const uint32_t lastReferences = referencesTo(last.Get());
+    const uint32_t references = referencesTo(container);
+    mObject->use().SetViewContainer(container);
+    if (last.Get() == container) {
+        mBorrowed += referencesTo(container) - references;
+        return;
+    }
+    settle(last.Get(), lastReferences);
+    mBorrowed = referencesTo(container) - references;
+}
+
+// The module may keep the references that it asked for, since a container is only borrowed.
+void Editor::settle(ViewContainer* container, uint32_t before) const {
+    if (container != nullptr) {
+        container->giveBack(mBorrowed - (before - container->references()));
+    }
 }
 
 void Editor::timer() {

@@ -7,6 +7,7 @@
 #include "PlugInObject.h"
 #include "ViewContainer.h"
 
+#include <cstdint>
 #include <string>
 
 namespace varno {
@@ -44,10 +45,12 @@ private:
 
     Editor(Instance& instance, std::unique_ptr<Object> object, ViewContainer& container);
     void parameterUpdated(const std::string& id);
+    void settle(ViewContainer* container, uint32_t before) const;
 
     Instance* mInstance; ///< Null once closed.
     std::unique_ptr<Object> mObject;
     ACFPtr<ViewContainer> mContainer;
+    uint32_t mBorrowed = 0; ///< References that the module has taken when it was given the container.
 };
 
 } // namespace varno

@@ -117,6 +117,22 @@ TEST_F(EditorTest, TheContainerCanBeTakenAwayAndGivenBack) {
     EXPECT_THAT(FixtureEditor::takeLog(), ElementsAre("container taken", "container given"));
 }
 
+TEST_F(EditorTest, TheContainersReferencesAreSettledWhenItIsTakenBack) {
+    const auto instance = makeInstance();
+    const auto first = makeContainer();
+    const auto second = makeContainer();
+    const auto editor = instance->openEditor(*first);
+    editor->setContainer(first.Get());
+    editor->setContainer(second.Get());
+    EXPECT_EQ(1U, first->references());
+    const auto alsoHeld = ACFPtr<ViewContainer>::Retain(second.Get());
+    editor->setContainer(nullptr);
+    EXPECT_EQ(2U, second->references());
+    editor->setContainer(second.Get());
+    editor->close();
+    EXPECT_EQ(2U, second->references());
+}
+
 TEST_F(EditorTest, AClosedEditorDoesNothing) {
     const auto instance = makeInstance();
     const auto container = makeContainer();

@@ -48,6 +48,10 @@ AAX_Result FixtureEditor::NotificationReceived(AAX_CTypeID type, const void*, ui
 
 AAX_Result FixtureEditor::SetViewContainer(IACFUnknown* container) {
     mContainer = container;
+    // It keeps what it asks for, as an editor may: the container is borrowed.
+    if (container != nullptr) {
+        ACFPtr<AAX_IACFViewContainer>::Query(container, IID_IAAXViewContainerV1).Detach();
+    }
     note(container == nullptr ? "container taken" : "container given");
     return AAX_SUCCESS;
 }
