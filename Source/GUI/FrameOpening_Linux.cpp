@@ -5,7 +5,9 @@
 #include "VSTGUI_ContentView.h"
 #include "VSTGUI_RunLoop.h"
 
+#include "vstgui/lib/platform/linux/linuxfactory.h"
 #include "vstgui/lib/platform/linux/x11platform.h"
+#include "vstgui/lib/platform/platformfactory.h"
 
 #include <cairo/cairo-xcb.h>
 #include <xcb/xcb.h>
@@ -71,6 +73,23 @@ void setCairoDevice() {
     loop.setDevice(cairo_surface_get_device(surface.get()));
 }
 
+/// Destroys a window, and returns when the display has done so: a host that then destroys its own window
+/// around it must not be overtaken.
+void destroyWindow(xcb_connection_t* connection, xcb_window_t window) {
+    xcb_destroy_window(connection, window);
+    const Reply<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), &std::free);
+}
+
+/// VSTGUI's factory keeps one of cairo's devices, some 25 KB, for each connection that there has ever been:
+/// without open frames another factory takes its place.
+void forgetCairoDevices() {
+    const auto resources = VSTGUI::getPlatformFactory().asLinuxFactory()->getResourcePath();
+    VSTGUI::exitPlatform();
+    VSTGUI::initPlatform(nullptr);
+    VSTGUI::getPlatformFactory().asLinuxFactory()->setResourcePath(resources);
+}
+
 /// VSTGUI leaves the windows of its frames to the end of its connection, which comes when the last frame is
 /// closed: until then a closed editor would stay to be seen in a host's window that is kept.
 Registration windowRemoval(const VSTGUI::CFrame& frame) {
@@ -78,9 +97,9 @@ Registration windowRemoval(const VSTGUI::CFrame& frame) {
     return Registration([window = native.getX11WindowID()] {
         // VSTGUI keeps the pointer to a connection that it has closed, but not the loop.
         if (VSTGUI::X11::RunLoop::get() != nullptr) {
-            xcb_connection_t* connection = VSTGUI::X11::RunLoop::instance().getXcbConnection();
-            xcb_destroy_window(connection, window);
-            xcb_flush(connection);
+            destroyWindow(VSTGUI::X11::RunLoop::instance().getXcbConnection(), window);
+        } else {
+            forgetCairoDevices();
         }
     });
 }
