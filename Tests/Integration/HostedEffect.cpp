@@ -1,12 +1,6 @@
 #include "HostedEffect.h"
 
-#include "LinkedEntryPoints.h"
-
 namespace varno::test {
-
-HostedEffect::HostedEffect()
-    : HostFixture(linkedEntryPoints()) {
-}
 
 std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, int32_t channels,
                                        double sampleRateHz) {

@@ -5,6 +5,7 @@
 #include "AlgFixture.h"
 #include "HostFixture.h"
 #include "Instance.h"
+#include "LinkedEntryPoints.h"
 #include "Module.h"
 #include "RenderChecker.h"
 
@@ -40,7 +41,8 @@ Signal render(Instance& instance, const Signal& input);
 /// The module of this program in the host; what is made from it is local to the test.
 class HostedEffect : public HostFixture {
 protected:
-    HostedEffect();
+    HostedEffect()
+        : HostFixture(linkedEntryPoints()) {}
 };
 
 } // namespace varno::test

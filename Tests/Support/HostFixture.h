@@ -6,6 +6,8 @@
 #include "Instance.h"
 #include "Module.h"
 
+#include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -18,8 +20,12 @@ namespace varno {
 /// Everything made from the module must be gone before: instances are local to a test.
 class HostFixture : public ::testing::Test {
 protected:
+    /// A module that is linked in.
     explicit HostFixture(const ModuleEntryPoints& entryPoints)
-        : mEntryPoints(entryPoints) {}
+        : mOpen([entryPoints](const HostOptions& offered) { return Module::linked(entryPoints, offered); }) {}
+    /// A bundle.
+    explicit HostFixture(const std::filesystem::path& bundle)
+        : mOpen([bundle](const HostOptions& offered) { return Module::open(bundle, offered); }) {}
 
     /// What the host offers; to be changed before the module's first use.
     HostOptions options;
@@ -28,7 +34,7 @@ protected:
     const std::shared_ptr<Module>& module() {
         if (mModule == nullptr) {
             options.monitor = mMonitor;
-            mModule = Module::linked(mEntryPoints, options);
+            mModule = mOpen(options);
         }
         return mModule;
     }
@@ -61,7 +67,7 @@ protected:
     }
 
 private:
-    ModuleEntryPoints mEntryPoints;
+    std::function<std::shared_ptr<Module>(const HostOptions&)> mOpen;
     std::shared_ptr<ContractMonitor> mMonitor = std::make_shared<ContractMonitor>();
     std::shared_ptr<Module> mModule;
 };

@@ -1,6 +1,7 @@
 #include "XClient.h"
 
 #include <stdexcept>
+#include <string_view>
 
 namespace varno::test {
 
@@ -48,10 +49,49 @@ void XClient::destroyWindow(xcb_window_t window) const {
     synchronise();
 }
 
-std::size_t XClient::countChildren(xcb_window_t window) const {
+std::vector<xcb_window_t> XClient::children(xcb_window_t window) const {
     const XReply<xcb_query_tree_reply_t> reply(
         xcb_query_tree_reply(mConnection, xcb_query_tree(mConnection, window), nullptr));
-    return reply != nullptr ? reply->children_len : 0;
+    if (reply == nullptr) {
+        return {};
+    }
+    const xcb_window_t* const first = xcb_query_tree_children(reply.get());
+    return {first, first + xcb_query_tree_children_length(reply.get())};
+}
+
+void XClient::fill(xcb_window_t window, const Area& area, uint32_t colour) const {
+    const xcb_gcontext_t context = xcb_generate_id(mConnection);
+    xcb_create_gc(mConnection, context, window, XCB_GC_FOREGROUND, &colour);
+    const xcb_rectangle_t rectangle{static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
+                                    static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height)};
+    xcb_poly_fill_rectangle(mConnection, window, context, 1, &rectangle);
+    xcb_free_gc(mConnection, context);
+    synchronise();
+}
+
+xcb_atom_t XClient::clipboard() const {
+    constexpr std::string_view kName = "CLIPBOARD";
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        mConnection, xcb_intern_atom(mConnection, 0, kName.size(), kName.data()), nullptr));
+    return reply != nullptr ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+xcb_window_t XClient::clipboardOwner() const {
+    const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        mConnection, xcb_get_selection_owner(mConnection, clipboard()), nullptr));
+    return reply != nullptr ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+void XClient::setClipboardOwner(xcb_window_t window) const {
+    xcb_set_selection_owner(mConnection, window, clipboard(), XCB_CURRENT_TIME);
+    synchronise();
+}
+
+void XWindow::destroy() {
+    if (mID != XCB_WINDOW_NONE) {
+        mClient.destroyWindow(mID);
+        mID = XCB_WINDOW_NONE;
+    }
 }
 
 } // namespace varno::test

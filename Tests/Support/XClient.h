@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace varno::test {
@@ -55,11 +56,41 @@ public:
     xcb_window_t makeWindow(const Area& area) const;
     void destroyWindow(xcb_window_t window) const;
     /// The windows right inside of this one.
-    std::size_t countChildren(xcb_window_t window) const;
+    std::vector<xcb_window_t> children(xcb_window_t window) const;
+    std::size_t countChildren(xcb_window_t window) const { return children(window).size(); }
+    /// Paints over a part of any client's window.
+    void fill(xcb_window_t window, const Area& area, uint32_t colour) const;
+
+    /// The window that has the clipboard's content; none where nobody has any.
+    xcb_window_t clipboardOwner() const;
+    /// Makes a window the clipboard's owner, or nobody.
+    void setClipboardOwner(xcb_window_t window) const;
 
 private:
+    xcb_atom_t clipboard() const;
+
     xcb_connection_t* mConnection;
     const xcb_screen_t* mScreen = nullptr;
+};
+
+/// A mapped window on the screen, without a window manager's frame. The client outlives it.
+class XWindow {
+public:
+    XWindow(const XClient& client, const Area& area)
+        : mClient(client),
+          mID(client.makeWindow(area)) {}
+    XWindow(const XWindow&) = delete;
+    XWindow& operator=(const XWindow&) = delete;
+    ~XWindow() { destroy(); }
+
+    /// None once it is destroyed.
+    xcb_window_t id() const { return mID; }
+    /// Takes it off the screen now, with all windows in it.
+    void destroy();
+
+private:
+    const XClient& mClient;
+    xcb_window_t mID;
 };
 
 } // namespace varno::test

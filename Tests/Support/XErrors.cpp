@@ -55,11 +55,15 @@ std::vector<std::string> XErrors::finish() {
             static_cast<std::size_t>(xcb_record_enable_context_data_length(reply.get())));
         // An error is as long as the part of an event that is sent on the wire.
         constexpr std::size_t kErrorBytes = 32;
+        constexpr uint8_t kError = 0;
         for (std::size_t at = 0; reply->category == FromServer && at + kErrorBytes <= bytes.size();
              at += kErrorBytes) {
             xcb_generic_error_t error{};
             std::copy_n(bytes.data() + at, kErrorBytes, reinterpret_cast<uint8_t*>(&error));
-            texts.push_back(textOf(error));
+            // Events are told as if they were errors of the same number.
+            if (error.response_type == kError) {
+                texts.push_back(textOf(error));
+            }
         }
     }
     return texts;

@@ -2,7 +2,6 @@
 #include "Keyboard.h"
 #include "Picture.h"
 #include "Pointer.h"
-#include "RepaintWatch.h"
 #include "XErrors.h"
 #include "XResources.h"
 #include "XServer.h"
@@ -35,19 +34,6 @@ protected:
         return window;
     }
 
-    /// Fills a rectangle as the other client.
-    void fill(xcb_window_t window, const Area& area, uint32_t colour) const {
-        xcb_connection_t* const connection = mOther.connection();
-        const xcb_gcontext_t context = xcb_generate_id(connection);
-        xcb_create_gc(connection, context, window, XCB_GC_FOREGROUND, &colour);
-        const xcb_rectangle_t rectangle{static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
-                                        static_cast<uint16_t>(area.width),
-                                        static_cast<uint16_t>(area.height)};
-        xcb_poly_fill_rectangle(connection, window, context, 1, &rectangle);
-        xcb_free_gc(connection, context);
-        mOther.synchronise();
-    }
-
     /// The next event of the other client, which must have come already. News of the keyboard's layout goes
     /// to every client and is left out.
     XReply<xcb_generic_event_t> nextEvent() const {
@@ -62,12 +48,13 @@ protected:
     const XClient mClient{mServer.display()};
     const XClient mOther{mServer.display()};
     const Area mArea{40, 30, 100, 80};
-    const xcb_window_t mOuter = mClient.makeWindow(mArea);
+    XWindow mShell{mClient, mArea};
+    const xcb_window_t mOuter = mShell.id();
     const xcb_window_t mInner = makeInner(mOuter, mArea);
 };
 
 TEST_F(XSupport, aPictureShowsTheWindowsInside) {
-    fill(mInner, {10, 20, 5, 6}, kBlue);
+    mOther.fill(mInner, {10, 20, 5, 6}, kBlue);
 
     const Picture picture = Picture::ofWindow(mClient, mOuter, {0, 0, 100, 80});
 
@@ -83,8 +70,8 @@ TEST_F(XSupport, aPictureShowsTheWindowsInside) {
 TEST_F(XSupport, picturesTellWhereTheyDiffer) {
     const Picture before = Picture::ofWindow(mClient, mOuter, {0, 0, 100, 80});
     EXPECT_EQ(differingArea(before, before), std::nullopt);
-    fill(mInner, {50, 3, 7, 1}, 0x00FE0302);
-    fill(mInner, {45, 9, 1, 2}, 0x00FE0302);
+    mOther.fill(mInner, {50, 3, 7, 1}, 0x00FE0302);
+    mOther.fill(mInner, {45, 9, 1, 2}, 0x00FE0302);
 
     const Picture after = Picture::ofWindow(mClient, mOuter, {0, 0, 100, 80});
 
@@ -141,39 +128,6 @@ TEST_F(XSupport, everyClientsResourcesAreCounted) {
     EXPECT_EQ(during.at("CLIENT"), before.at("CLIENT") + 1);
     EXPECT_EQ(countResources(mClient).at("WINDOW"), before.at("WINDOW"));
     EXPECT_EQ(mClient.countChildren(mOuter), 1U);
-}
-
-TEST_F(XSupport, drawingIsSeenWhereItIsDone) {
-    RepaintWatch watch(mClient, mOuter);
-    EXPECT_TRUE(watch.take().empty());
-
-    fill(mInner, {50, 3, 7, 1}, kRed);
-
-    const std::vector<Area> areas = watch.take();
-    ASSERT_EQ(areas.size(), 1U);
-    EXPECT_EQ(areas[0], (Area{50, 3, 7, 1}));
-    EXPECT_TRUE(watch.take().empty());
-}
-
-TEST_F(XSupport, keysReachTheWindowThatHasTheFocus) {
-    const uint32_t events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
-    xcb_change_window_attributes(mOther.connection(), mInner, XCB_CW_EVENT_MASK, &events);
-    xcb_set_input_focus(mOther.connection(), XCB_INPUT_FOCUS_PARENT, mInner, XCB_CURRENT_TIME);
-    mOther.synchronise();
-
-    Keyboard(mClient).tap(XK_q, {XK_Control_L});
-
-    std::vector<std::pair<int, xcb_keycode_t>> seen;
-    while (const auto event = nextEvent()) {
-        const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
-        seen.emplace_back(key.response_type, key.detail);
-    }
-    const xcb_keycode_t control = keycodeOf(mClient, XK_Control_L);
-    const xcb_keycode_t q = keycodeOf(mClient, XK_q);
-    const std::vector<std::pair<int, xcb_keycode_t>> expected = {
-        {XCB_KEY_PRESS, control}, {XCB_KEY_PRESS, q}, {XCB_KEY_RELEASE, q}, {XCB_KEY_RELEASE, control}};
-    EXPECT_EQ(seen, expected);
-    EXPECT_THROW(Keyboard(mClient).tap(XK_Cyrillic_yeru), std::runtime_error);
 }
 
 } // namespace

@@ -1,0 +1,36 @@
+/// The bitmaps in the module's bundle, put together as the editor should show them.
+#ifndef VARNO_TEST_BUNDLEART_H
+#define VARNO_TEST_BUNDLEART_H
+
+#include "DemoGain_ViewLayout.h"
+#include "Picture.h"
+
+#include <filesystem>
+#include <map>
+
+namespace varno::test {
+
+class BundleArt {
+public:
+    /// Throws std::runtime_error where a bitmap is missing or of another size than the layout says.
+    explicit BundleArt(const std::filesystem::path& resources);
+
+    /// A part of the editor without any control.
+    Picture background(const Area& area) const;
+    /// A control's place with one of its bitmap's pictures on it, from 0.
+    Picture control(const DemoGain_ViewLayout::Control& control, int picture) const;
+    /// The same with a picture of another bitmap of the same size, as a meter's second one.
+    Picture control(const DemoGain_ViewLayout::Control& control, DemoGain_ViewLayout::Art art,
+                    int picture) const;
+
+private:
+    struct Pixel {
+        uint32_t premultiplied; ///< 0xAARRGGBB.
+    };
+
+    std::map<DemoGain_ViewLayout::Art, std::vector<Pixel>> mBitmaps;
+};
+
+} // namespace varno::test
+
+#endif

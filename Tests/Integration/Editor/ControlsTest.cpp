@@ -1,0 +1,270 @@
+// What a hand does to each control: the parameter, the picture and the line of text.
+#include "EditorTest.h"
+
+#include <cstdio>
+#include <map>
+
+using namespace varno;
+using namespace varno::test;
+using DemoGain_ViewLayout::Kind;
+
+namespace {
+
+/// What a control's line of text says of a value.
+struct Wording {
+    const char* label;
+    double factor = 0.0; ///< 0 for a text without a number.
+    double offset = 0.0;
+};
+
+const std::map<std::string, Wording> kWordings = {
+    {"Gain", {"Gain", 200.0, -100.0}},
+    {"Volume", {"Volume", 200.0, -100.0}},
+    {"Atk", {"Attack", 100.0}},
+    {"Rls", {"Release", 100.0}},
+    {"Hot", {"Hottitude", 100.0}},
+    {"Mix", {"Mix", 100.0}},
+    {"HP", {"Hi Pass"}},
+    {"Band", {"Band Pass"}},
+    {"UK", {"UK Mode"}},
+    {"ASw", {"Auto Gain"}},
+    {"LinkSw", {"Stereo Link"}},
+    {"HSw", {"Harmonic select"}},
+    {"Ratio", {"Ratio"}},
+};
+
+std::string wordingOf(const std::string& id, float value) {
+    const Wording& wording = kWordings.at(id);
+    if (wording.factor == 0.0) {
+        return wording.label;
+    }
+    char text[48];
+    std::snprintf(text, sizeof text, "%s %.2f", wording.label,
+                  static_cast<double>(value) * wording.factor + wording.offset);
+    return text;
+}
+
+/// What a control's picture is for a value.
+int pictureOf(const std::string& id, double value) {
+    switch (controlOf(id).mKind) {
+    case Kind::Knob:
+        return knobPicture(value);
+    case Kind::RatioSwitch:
+        return static_cast<int>(std::lround(value * 7.0));
+    default:
+        return value > 0.5 ? 1 : 0;
+    }
+}
+
+/// What float arithmetic may lose.
+constexpr double kRounding = 1e-6;
+
+class Controls : public OneEditorTest {
+protected:
+    /// Whether nothing but this parameter has another value than before.
+    void expectOnlyChange(const ParameterValues& before, const std::string& id) {
+        for (const auto& [other, value] : valuesOf(*instance)) {
+            if (other != id) {
+                EXPECT_EQ(value, before.at(other)) << other << " moved with " << id;
+            }
+        }
+    }
+};
+
+class KnobTest : public Controls, public ::testing::WithParamInterface<std::string> {};
+class SwitchTest : public Controls, public ::testing::WithParamInterface<std::string> {};
+
+INSTANTIATE_TEST_SUITE_P(Every, KnobTest, ::testing::ValuesIn(controlsOf(Kind::Knob)), nameOfControl);
+INSTANTIATE_TEST_SUITE_P(Every, SwitchTest, ::testing::ValuesIn(controlsOf(Kind::OnOffButton)),
+                         nameOfControl);
+
+TEST_F(Controls, beginWithTheParametersValues) {
+    for (const auto& [id, value] : valuesOf(*instance)) {
+        if (kWordings.contains(id)) {
+            EXPECT_TRUE(shows(*window, id, pictureOf(id, value)));
+        }
+    }
+    EXPECT_TRUE(shows(*window, "PR1K", 0));
+    EXPECT_TRUE(shows(*window, "PR2K", 0));
+    EXPECT_TRUE(says(*window, "---"));
+    EXPECT_EQ(window->editor().size().horz, 690.0F);
+    EXPECT_EQ(window->editor().size().vert, 390.0F);
+}
+
+TEST_P(KnobTest, followsTheHandAlongItsRim) {
+    const std::string& id = GetParam();
+    const ParameterValues before = valuesOf(*instance);
+    for (const double aim : {0.83, 0.21, 1.0, 0.0, 0.5}) {
+        const float value = turnKnob(*window, *instance, id, aim);
+        EXPECT_NEAR(instance->normalized(id), value, kRounding) << aim;
+        EXPECT_TRUE(says(*window, wordingOf(id, value)));
+        EXPECT_TRUE(shows(*window, id, knobPicture(instance->normalized(id))));
+    }
+    expectOnlyChange(before, id);
+}
+
+TEST_P(KnobTest, goesUpAtItsLeftAndDownAtItsRight) {
+    const std::string& id = GetParam();
+    const Area area = areaOf(id);
+    const Place left{1, area.height / 2};
+    instance->setNormalized(id, valueOnKnob(left));
+    point(*window, id, left);
+    press();
+    for (int y = left.y - 4; y > 6; y -= 4) {
+        const double before = instance->normalized(id);
+        point(*window, id, {left.x, y});
+        EXPECT_GT(instance->normalized(id), before);
+        EXPECT_NEAR(instance->normalized(id), valueOnKnob({left.x, y}), kRounding);
+    }
+    for (int y = 10; y < left.y + 10; y += 4) {
+        const double before = instance->normalized(id);
+        point(*window, id, {left.x, y});
+        EXPECT_LT(instance->normalized(id), before);
+    }
+    release();
+}
+
+TEST_P(KnobTest, staysAtItsEndWhereTheHandGoesOn) {
+    const std::string& id = GetParam();
+    turnKnob(*window, *instance, id, 0.95);
+    const Place bottom{areaOf(id).width / 2 - 2, areaOf(id).height};
+    point(*window, id, placeOnKnob(0.95));
+    press();
+    point(*window, id, placeOnKnob(1.0));
+    point(*window, id, bottom);
+    point(*window, id, placeOnKnob(0.1));
+    EXPECT_EQ(instance->normalized(id), 1.0);
+    release();
+}
+
+TEST_P(KnobTest, isTouchedFromPressToRelease) {
+    const std::string& id = GetParam();
+    const double before = instance->normalized(id);
+    EXPECT_EQ(touches(*instance, id), 0);
+    point(*window, id, placeOnKnob(0.5));
+    press();
+    EXPECT_EQ(touches(*instance, id), 1);
+    EXPECT_EQ(instance->normalized(id), before) << "a press alone turns nothing";
+    drag(*window, id, {200, -60});
+    EXPECT_EQ(touches(*instance, id), 1) << "with the pointer far away";
+    release();
+    EXPECT_EQ(touches(*instance, id), 0);
+    const double after = instance->normalized(id);
+    point(*window, id, placeOnKnob(0.3));
+    EXPECT_EQ(instance->normalized(id), after) << "turned without a button";
+}
+
+TEST_P(KnobTest, heedsOnlyTheLeftButton) {
+    const std::string& id = GetParam();
+    for (const Button button : {Button::Middle, Button::Right}) {
+        const ParameterValues before = valuesOf(*instance);
+        point(*window, id, placeOnKnob(0.5));
+        press(button);
+        point(*window, id, placeOnKnob(0.7));
+        release(button);
+        EXPECT_EQ(valuesOf(*instance), before);
+    }
+    EXPECT_EQ(allTouches(*instance), 0);
+}
+
+TEST_P(KnobTest, turnsByTheWheelWithinATouch) {
+    const std::string& id = GetParam();
+    instance->setNormalized(id, 0.5);
+    point(*window, id, {20, 20});
+    press(Button::WheelUp);
+    release(Button::WheelUp);
+    const double up = instance->normalized(id);
+    EXPECT_GT(up, 0.5);
+    EXPECT_TRUE(says(*window, wordingOf(id, static_cast<float>(up))));
+    press(Button::WheelDown);
+    release(Button::WheelDown);
+    EXPECT_NEAR(instance->normalized(id), 0.5, kRounding);
+    EXPECT_TRUE(loop.await([&] { return touches(*instance, id) == 0; })) << "never let go";
+}
+
+TEST_P(SwitchTest, turnsOnAndOff) {
+    const std::string& id = GetParam();
+    const ParameterValues before = valuesOf(*instance);
+    for (const double value : {1.0, 0.0, 1.0}) {
+        click(*window, id);
+        EXPECT_EQ(instance->normalized(id), value);
+        EXPECT_TRUE(shows(*window, id, value > 0.5 ? 1 : 0));
+        EXPECT_TRUE(says(*window, wordingOf(id, static_cast<float>(value))));
+    }
+    expectOnlyChange(before, id);
+    EXPECT_EQ(touches(*instance, id), 0);
+}
+
+TEST_P(SwitchTest, stayWhereTheHandLeavesItBeforeTheRelease) {
+    const std::string& id = GetParam();
+    point(*window, id, {10, 10});
+    press();
+    EXPECT_EQ(touches(*instance, id), 1);
+    drag(*window, id, {10, 60});
+    release();
+    EXPECT_EQ(instance->normalized(id), 0.0);
+    EXPECT_EQ(touches(*instance, id), 0);
+}
+
+TEST_F(Controls, theRatioSwitchHasEightPositions) {
+    const Area area = areaOf("Ratio");
+    const ParameterValues before = valuesOf(*instance);
+    for (int position = 7; position >= 0; --position) {
+        point(*window, "Ratio", {position * area.width / 8 + 3, 10});
+        press();
+        release();
+        EXPECT_NEAR(instance->normalized("Ratio"), position / 7.0, kRounding);
+        EXPECT_TRUE(shows(*window, "Ratio", position));
+        EXPECT_TRUE(says(*window, "Ratio"));
+    }
+    expectOnlyChange(before, "Ratio");
+    EXPECT_EQ(touches(*instance, "Ratio"), 0);
+}
+
+TEST_F(Controls, theRatioSwitchFollowsADrag) {
+    const Area area = areaOf("Ratio");
+    point(*window, "Ratio", {5, 10});
+    press();
+    for (int position = 0; position < 8; ++position) {
+        point(*window, "Ratio", {position * area.width / 8 + 20, 10});
+        EXPECT_NEAR(instance->normalized("Ratio"), position / 7.0, kRounding);
+    }
+    drag(*window, "Ratio", {area.width + 200, 10});
+    EXPECT_EQ(instance->normalized("Ratio"), 1.0);
+    release();
+    EXPECT_EQ(touches(*instance, "Ratio"), 0);
+}
+
+TEST_F(Controls, aGestureInOneBurstEndsWhereItPassedThrough) {
+    // The host does not turn its loop meanwhile, as one that is busy elsewhere. The drawing library asks the
+    // server for hints only: of the steps it hears the first, and the rest once it has asked for more.
+    const Area area = areaOf("Mix");
+    const std::vector<double> way = {0.1, 0.2, 0.3, 0.4};
+    pointer.move(window->onScreen(Place{area.x, area.y} + placeOnKnob(0.0)));
+    pointer.press();
+    for (const double value : way) {
+        pointer.move(window->onScreen(Place{area.x, area.y} + placeOnKnob(value)));
+    }
+    pointer.release();
+    EXPECT_TRUE(loop.await([&] { return instance->normalized("Mix") > 0.0; }));
+    EXPECT_TRUE(std::ranges::any_of(way, [&](double value) {
+        return std::abs(instance->normalized("Mix") - valueOnKnob(placeOnKnob(value))) < kRounding;
+    })) << instance->normalized("Mix");
+    EXPECT_EQ(touches(*instance, "Mix"), 0);
+    const float next = turnKnob(*window, *instance, "Mix", 0.7);
+    EXPECT_NEAR(instance->normalized("Mix"), next, kRounding);
+}
+
+TEST_F(Controls, theBackgroundTakesNoClick) {
+    const ParameterValues before = valuesOf(*instance);
+    pointer.move(window->onScreen({5, 5}));
+    press();
+    release();
+    click(*window, "METERGR1");
+    EXPECT_EQ(valuesOf(*instance), before);
+    EXPECT_EQ(allTouches(*instance), 0);
+    awaitDrawing(*window, *instance);
+    EXPECT_TRUE(says(*window, "---"));
+}
+
+} // namespace

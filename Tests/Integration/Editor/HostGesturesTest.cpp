@@ -1,0 +1,152 @@
+// Gestures that the host takes for itself, and automation while a hand is on a control.
+#include "EditorTest.h"
+
+#include <algorithm>
+
+using namespace varno;
+using namespace varno::test;
+
+namespace {
+
+constexpr double kRounding = 1e-6;
+
+class HostGestures : public OneEditorTest {
+protected:
+    /// The host takes gestures of this kind from now on.
+    void takeGestures(MouseOffer::Kind kind) {
+        window->container().setMouseHandler([kind](const MouseOffer& offer) {
+            return offer.kind == kind ? AAX_SUCCESS : AAX_ERROR_UNIMPLEMENTED;
+        });
+    }
+    void takeNone() { window->container().setMouseHandler({}); }
+
+    std::vector<MouseOffer::Kind> offered() const {
+        std::vector<MouseOffer::Kind> kinds;
+        for (const MouseOffer& offer : window->container().offers()) {
+            kinds.push_back(offer.kind);
+        }
+        return kinds;
+    }
+};
+
+TEST_F(HostGestures, aPressThatTheHostTakesReachesNoControl) {
+    const ParameterValues before = valuesOf(*instance);
+    takeGestures(MouseOffer::Kind::Down);
+    for (const char* id : {"Gain", "HP", "Ratio", "PR1K", "PR2K"}) {
+        click(*window, id);
+        EXPECT_EQ(window->container().offers().back().parameters, std::vector<std::string>{id});
+    }
+    click(*window, "Hot", {Modifier::Alt});
+    EXPECT_EQ(valuesOf(*instance), before);
+    EXPECT_EQ(allTouches(*instance), 0);
+    awaitDrawing(*window, *instance);
+    EXPECT_TRUE(says(*window, "---"));
+}
+
+TEST_F(HostGestures, aDragThatTheHostTakesTurnsNothing) {
+    takeGestures(MouseOffer::Kind::Drag);
+    point(*window, "Gain", placeOnKnob(0.5));
+    press();
+    EXPECT_EQ(touches(*instance, "Gain"), 1);
+    point(*window, "Gain", placeOnKnob(0.6));
+    EXPECT_EQ(instance->normalized("Gain"), 0.5);
+    takeNone();
+    point(*window, "Gain", placeOnKnob(0.7));
+    EXPECT_NEAR(instance->normalized("Gain"), valueOnKnob(placeOnKnob(0.7)), kRounding);
+    release();
+    EXPECT_EQ(touches(*instance, "Gain"), 0);
+}
+
+TEST_F(HostGestures, aReleaseThatTheHostTakesStillEndsTheTouch) {
+    takeGestures(MouseOffer::Kind::Up);
+    for (const char* id : {"Gain", "HP", "Ratio"}) {
+        click(*window, id);
+        EXPECT_EQ(touches(*instance, id), 0) << id;
+    }
+    EXPECT_EQ(instance->normalized("HP"), 0.0) << "a switch turns by its release";
+}
+
+TEST_F(HostGestures, areOfferedInTheirOrder) {
+    point(*window, "Mix", placeOnKnob(0.0));
+    EXPECT_TRUE(window->container().offers().empty()) << "before a button is down";
+    press();
+    point(*window, "Mix", placeOnKnob(0.1));
+    release();
+    point(*window, "Mix", placeOnKnob(0.2));
+
+    using Kind = MouseOffer::Kind;
+    const std::vector<Kind> kinds = offered();
+    ASSERT_GE(kinds.size(), 3U);
+    EXPECT_EQ(kinds.front(), Kind::Down);
+    EXPECT_EQ(kinds.back(), Kind::Up);
+    EXPECT_TRUE(
+        std::all_of(kinds.begin() + 1, kinds.end() - 1, [](Kind kind) { return kind == Kind::Drag; }));
+    for (const MouseOffer& offer : window->container().offers()) {
+        EXPECT_EQ(offer.parameters, std::vector<std::string>{"Mix"});
+        EXPECT_EQ(offer.modifiers, 0U);
+    }
+}
+
+TEST_F(HostGestures, automationMovesOtherControlsMeanwhile) {
+    point(*window, "Gain", placeOnKnob(0.5));
+    press();
+    instance->setNormalized("Volume", 0.9);
+    instance->setNormalized("LinkSw", 1.0);
+    point(*window, "Gain", placeOnKnob(0.4));
+    EXPECT_NEAR(instance->normalized("Gain"), valueOnKnob(placeOnKnob(0.4)), kRounding);
+    EXPECT_TRUE(shows(*window, "Volume", knobPicture(0.9)));
+    EXPECT_TRUE(shows(*window, "LinkSw", 1));
+    EXPECT_EQ(touches(*instance, "Gain"), 1);
+    EXPECT_EQ(touches(*instance, "Volume"), 0);
+    release();
+    EXPECT_EQ(instance->normalized("Volume"), static_cast<double>(0.9F));
+}
+
+TEST_F(HostGestures, automationOfTheHeldControlAndTheHandEachCount) {
+    point(*window, "Gain", placeOnKnob(0.5));
+    press();
+    point(*window, "Gain", placeOnKnob(0.45));
+    instance->setNormalized("Gain", 0.9);
+    EXPECT_TRUE(shows(*window, "Gain", knobPicture(0.9)));
+    EXPECT_EQ(touches(*instance, "Gain"), 1) << "still held";
+    point(*window, "Gain", placeOnKnob(0.4));
+    const float hand = valueOnKnob(placeOnKnob(0.4));
+    EXPECT_NEAR(instance->normalized("Gain"), hand, kRounding) << "the hand has the last word";
+    release();
+    EXPECT_EQ(touches(*instance, "Gain"), 0);
+    EXPECT_TRUE(shows(*window, "Gain", knobPicture(hand)));
+    instance->setNormalized("Gain", 0.1);
+    EXPECT_TRUE(shows(*window, "Gain", knobPicture(static_cast<double>(0.1F))));
+}
+
+TEST_F(HostGestures, automationMovesEveryControlWithoutATouch) {
+    std::mt19937 random(20260201);
+    for (int i = 0; i < 5; ++i) {
+        automate(*instance, randomValues(random));
+        for (const auto& [id, value] : valuesOf(*instance)) {
+            if (id == "MasterBypassID") {
+                continue;
+            }
+            const auto kind = controlOf(id).mKind;
+            using DemoGain_ViewLayout::Kind;
+            if (kind == Kind::Knob) {
+                EXPECT_TRUE(shows(*window, id, knobPicture(value)));
+            } else if (kind == Kind::RatioSwitch) {
+                EXPECT_TRUE(shows(*window, id, std::min(static_cast<int>(value * 8.0), 7)));
+            }
+        }
+    }
+    EXPECT_EQ(allTouches(*instance), 0);
+    EXPECT_TRUE(says(*window, "---")) << "the line names what a hand did";
+}
+
+TEST_F(HostGestures, unknownParametersAreNoMatter) {
+    // The preset buttons have identifiers for the host's mouse, but are no parameters.
+    click(*window, "PR1K");
+    EXPECT_EQ(window->container().offers().front().parameters, std::vector<std::string>{"PR1K"});
+    EXPECT_EQ(allTouches(*instance), 0);
+    window->editor().highlight("PR1K", false, AAX_eHighlightColor_Red);
+    window->editor().highlight("no such parameter", false, AAX_eHighlightColor_Red);
+}
+
+} // namespace

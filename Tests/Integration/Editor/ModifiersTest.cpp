@@ -1,0 +1,143 @@
+// The keys that go with a click or a drag.
+#include "EditorTest.h"
+
+#include "DemoGain_ParameterTable.h"
+
+using namespace varno;
+using namespace varno::test;
+using DemoGain_ViewLayout::Kind;
+
+namespace {
+
+constexpr double kRounding = 1e-6;
+/// Pixels of a linear drag from one end of a knob to the other, plain and fine.
+constexpr double kPlainRange = 200.0;
+constexpr double kFineRange = 300.0;
+
+class Modifiers : public OneEditorTest {
+protected:
+    /// Moves the pointer up from the middle of a knob.
+    void pull(const std::string& id, int pixels) {
+        const Place middle{areaOf(id).width / 2, areaOf(id).height / 2};
+        drag(*window, id, middle + Place{0, -pixels});
+    }
+    void pressMiddle(const std::string& id) {
+        point(*window, id, {areaOf(id).width / 2, areaOf(id).height / 2});
+        press();
+    }
+};
+
+float defaultOf(const std::string& id) {
+    const auto* const parameter = std::ranges::find_if(
+        kDemoGain_Parameters, [&id](const auto& candidate) { return candidate.mIdentifier == id; });
+    return parameter->mDefault;
+}
+
+class DefaultTest : public Modifiers, public ::testing::WithParamInterface<std::string> {};
+
+std::vector<std::string> resettable() {
+    std::vector<std::string> ids = controlsOf(Kind::Knob);
+    for (const Kind kind : {Kind::OnOffButton, Kind::RatioSwitch}) {
+        const std::vector<std::string> others = controlsOf(kind);
+        ids.insert(ids.end(), others.begin(), others.end());
+    }
+    return ids;
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, DefaultTest, ::testing::ValuesIn(resettable()), nameOfControl);
+
+TEST_P(DefaultTest, altClickSetsIt) {
+    const std::string& id = GetParam();
+    instance->setNormalized(id, 1.0);
+    click(*window, id, {Modifier::Alt});
+    EXPECT_NEAR(instance->normalized(id), defaultOf(id), kRounding);
+    EXPECT_EQ(touches(*instance, id), 0);
+    const int64_t before = allTouches(*instance);
+    EXPECT_GT(before, 0);
+    click(*window, id, {Modifier::Alt});
+    EXPECT_NEAR(instance->normalized(id), defaultOf(id), kRounding);
+    EXPECT_EQ(allTouches(*instance), before + 1) << "a touch even where nothing moves";
+}
+
+TEST_P(DefaultTest, altWithAnotherKeyDoesNotSetIt) {
+    const std::string& id = GetParam();
+    const bool isSwitch = controlOf(id).mKind == Kind::OnOffButton;
+    for (const Modifier other : {Modifier::Shift, Modifier::Control}) {
+        instance->setNormalized(id, 1.0);
+        point(*window, id, {areaOf(id).width - 5, areaOf(id).height / 2});
+        hold({Modifier::Alt, other});
+        press();
+        release();
+        hold({});
+        EXPECT_EQ(instance->normalized(id), isSwitch ? 0.0 : 1.0) << "a click like any other";
+    }
+}
+
+TEST_F(Modifiers, altWithAnotherKeyDragsAKnobInALine) {
+    // Without Alt a knob follows its rim; Alt alone is the click for the default.
+    instance->setNormalized("Atk", 0.2);
+    hold({Modifier::Alt, Modifier::Control});
+    pressMiddle("Atk");
+    EXPECT_EQ(instance->normalized("Atk"), static_cast<double>(0.2F));
+    hold({Modifier::Alt});
+    pull("Atk", 20);
+    EXPECT_NEAR(instance->normalized("Atk"), 0.2 + 20 / kPlainRange, kRounding);
+    pull("Atk", -30);
+    EXPECT_NEAR(instance->normalized("Atk"), 0.2 - 30 / kPlainRange, kRounding);
+    release();
+}
+
+TEST_F(Modifiers, controlDragsInFineSteps) {
+    instance->setNormalized("Atk", 0.2);
+    hold({Modifier::Alt, Modifier::Control});
+    pressMiddle("Atk");
+    pull("Atk", 4); // the key counts from the first move on
+    const double before = instance->normalized("Atk");
+    pull("Atk", 34);
+    EXPECT_NEAR(instance->normalized("Atk"), before + 30 / kFineRange, kRounding);
+    release();
+}
+
+TEST_F(Modifiers, shiftDragsInFineSteps) {
+    instance->setNormalized("Atk", 0.2);
+    hold({Modifier::Alt, Modifier::Shift});
+    pressMiddle("Atk");
+    pull("Atk", 60);
+    EXPECT_NEAR(instance->normalized("Atk"), 0.2 + 60 / kFineRange, kRounding);
+    release();
+}
+
+TEST_F(Modifiers, aDragGoesOnWhereTheKeysChange) {
+    instance->setNormalized("Atk", 0.2);
+    hold({Modifier::Alt, Modifier::Control});
+    pressMiddle("Atk");
+    pull("Atk", 60);
+    const double before = instance->normalized("Atk");
+    hold({Modifier::Alt});
+    pull("Atk", 61);
+    EXPECT_NEAR(instance->normalized("Atk"), before + 1 / kPlainRange, 1 / kPlainRange) << "no jump";
+    EXPECT_GT(instance->normalized("Atk"), before);
+    release();
+}
+
+TEST_F(Modifiers, theHostsOwnKeysCount) {
+    // The keyboard's focus is the host's: a key that only it has heard of.
+    instance->setNormalized("Hot", 1.0);
+    window->container().setModifiers(AAX_eModifiers_Option);
+    click(*window, "Hot");
+    window->container().setModifiers(0);
+    EXPECT_NEAR(instance->normalized("Hot"), defaultOf("Hot"), kRounding);
+}
+
+TEST_F(Modifiers, theHostHearsOfTheKeys) {
+    click(*window, "HP", {Modifier::Shift, Modifier::Alt});
+    ASSERT_FALSE(window->container().offers().empty());
+    for (const MouseOffer& offer : window->container().offers()) {
+        if (offer.kind != MouseOffer::Kind::Drag) {
+            EXPECT_EQ(offer.modifiers, static_cast<uint32_t>(AAX_eModifiers_Shift | AAX_eModifiers_Option));
+        }
+    }
+    EXPECT_EQ(instance->normalized("HP"), 1.0);
+}
+
+} // namespace

@@ -1,0 +1,131 @@
+// What is left over of an editor that was closed, again and again.
+#include "EditorTest.h"
+
+#include "ProcessState.h"
+#include "Sanitizers.h"
+#include "TestScale.h"
+#include "XResources.h"
+
+using namespace varno;
+using namespace varno::test;
+
+namespace {
+
+/// What an editor takes of the system and must give back.
+struct Holdings {
+    std::ptrdiff_t descriptors = 0;
+    std::map<std::string, uint32_t> resources;
+    std::size_t watches = 0;
+    std::size_t timers = 0;
+
+    bool operator==(const Holdings&) const = default;
+};
+
+void PrintTo(const Holdings& holdings, std::ostream* out) {
+    *out << holdings.descriptors << " descriptors, " << holdings.watches << " watches, " << holdings.timers
+         << " timers, on the X server";
+    for (const auto& [kind, count] : holdings.resources) {
+        *out << " " << count << " " << kind;
+    }
+}
+
+class OpenClose : public EditorTest {
+protected:
+    Holdings holdings() const {
+        // The server takes note of a client that leaves some time after it has left.
+        Holdings now{openDescriptors(), countResources(client), loop.countWatches(), loop.countTimers()};
+        return now;
+    }
+    ::testing::AssertionResult isBackAt(const Holdings& before) {
+        if (eventually([&] { return holdings() == before; })) {
+            return ::testing::AssertionSuccess();
+        }
+        return ::testing::AssertionFailure() << "left over: " << ::testing::PrintToString(holdings())
+                                             << "\nbefore:    " << ::testing::PrintToString(before);
+    }
+
+    /// Something for the editor to do while it is open.
+    void useFor(int turns, Instance& instance) {
+        for (int i = 0; i < turns; ++i) {
+            setMeter(instance, eMeterTap_GainReductionLeft, static_cast<float>(random() % 100) / 100.0F);
+            instance.requestNormalized("Hot", static_cast<double>(random() % 100) / 100.0);
+            loop.turn();
+        }
+        setMeter(instance, eMeterTap_GainReductionLeft, 0.0F);
+    }
+
+    /// Whole rounds: memory may grow until caches are full, but not after.
+    template<typename Round>
+    void repeat(int rounds, Round round) {
+        constexpr int kWarmUp = 10;
+        constexpr std::ptrdiff_t kGrowth = 1 << 20;
+        round(0);
+        const Holdings baseline = holdings();
+        std::ptrdiff_t resident = 0;
+        for (int i = 1; i < rounds; ++i) {
+            round(i);
+            ASSERT_TRUE(isBackAt(baseline)) << "round " << i;
+            resident = i == kWarmUp ? residentBytes() : resident;
+        }
+        const std::ptrdiff_t growth = residentBytes() - resident;
+        RecordProperty("growth_bytes", std::to_string(growth));
+        if (!kIsSanitized) { // sanitizers keep what was freed
+            EXPECT_LT(growth, kGrowth) << "bytes of memory more after " << rounds - kWarmUp << " rounds";
+        }
+    }
+
+    std::mt19937 random{20260204};
+};
+
+TEST_F(OpenClose, leavesNothingBehind) {
+    const auto instance = makeInstance(module());
+    {
+        const Holdings before = holdings();
+        open(*instance)->close();
+        EXPECT_EQ(holdings().watches, before.watches);
+        EXPECT_EQ(holdings().timers, before.timers);
+        EXPECT_TRUE(eventually([&] { return countResources(client) == before.resources; }));
+    }
+    repeat(testScale() > 1 ? 500 : 40, [&](int) {
+        const auto window = show(*instance);
+        useFor(5, *instance);
+    });
+}
+
+TEST_F(OpenClose, leavesNothingBehindOfTwoThatOverlap) {
+    const auto one = makeInstance(module());
+    const auto other = makeInstance(module());
+    repeat(testScale() > 1 ? 200 : 20, [&](int round) {
+        auto oneWindow = show(*one);
+        auto otherWindow = show(*other, {0, viewArea().height});
+        useFor(3, *one);
+        (round % 2 == 0 ? oneWindow : otherWindow)->close();
+        useFor(3, *other);
+        if (round % 3 == 0) {
+            (round % 2 == 0 ? oneWindow : otherWindow) = show(round % 2 == 0 ? *one : *other);
+            useFor(3, *one);
+        }
+    });
+}
+
+TEST_F(OpenClose, leavesNothingBehindOfTheClipboard) {
+    const auto instance = makeInstance(module());
+    const Holdings before = holdings();
+    repeat(20, [&](int) {
+        const auto window = show(*instance);
+        click(*window, "PR1K");
+        click(*window, "PR2K");
+    });
+    EXPECT_TRUE(eventually([&] { return countResources(client) == before.resources; }));
+}
+
+TEST_F(OpenClose, leavesNoObjectOfTheModulesAlive) {
+    for (int i = 0; i < 5; ++i) {
+        auto instance = makeInstance(module());
+        show(*instance)->close();
+        instance.reset();
+        EXPECT_EQ(module()->liveObjects(), 0);
+    }
+}
+
+} // namespace
