@@ -7,6 +7,17 @@
 #include <system_error>
 
 namespace varno {
+namespace {
+
+// A data model may hold its values in single precision: the shortest text of such a value ("0.6") sets it as
+// exactly as all its digits do (0.6000000238418579).
+std::string valueText(double normalized) {
+    const auto single = static_cast<float>(normalized);
+    return single == normalized ? textFromNumber(single) : textFromNumber(normalized);
+}
+
+} // namespace
+
 SettingsKeeper::SettingsKeeper(Instance& instance)
     : mInstance(instance),
       mKept(values()) {
@@ -40,7 +51,7 @@ std::optional<std::string> SettingsKeeper::unsavedOptions() const {
         const double value = now[static_cast<std::size_t>(parameter.index)];
         if (value != parameter.defaultNormalized) {
             options += options.empty() ? "--set " : " --set ";
-            options += parameter.id + '=' + textFromNumber(value);
+            options += parameter.id + '=' + valueText(value);
         }
     }
     return options;

@@ -22,11 +22,11 @@ TEST_F(SettingsKeeperTest, NothingIsUnsavedAtFirst) {
 }
 
 TEST_F(SettingsKeeperTest, UnsavedSettingsAreToldAsOptions) {
-    mInstance.setNormalized("Volume", 0.125);
+    mInstance.setNormalized("Volume", 0.1);
     const SettingsKeeper keeper(mInstance);
     mInstance.setNormalized("MasterBypassID", 1.0);
     mInstance.setNormalized("Gain", 0.375);
-    EXPECT_EQ(keeper.unsavedOptions(), "--set MasterBypassID=1 --set Gain=0.375 --set Volume=0.125");
+    EXPECT_EQ(keeper.unsavedOptions(), "--set MasterBypassID=1 --set Gain=0.375 --set Volume=0.1");
 }
 
 TEST_F(SettingsKeeperTest, TheOptionsBringEveryValueBack) {
