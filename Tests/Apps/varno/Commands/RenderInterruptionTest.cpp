@@ -111,13 +111,22 @@ TEST_F(RenderInterruption, EndsSeveralJobs) {
     EXPECT_TRUE(std::filesystem::is_empty(path("wet")));
 }
 
-// `script` gives the program a terminal and prints what it shows there. The input pauses for longer than the
-// bar goes without a redraw, so that one falls into this render on a machine of any speed.
+// `script` gives the program a terminal and prints what it shows there. The second input is a pipe, read once
+// for its length and once, after a pause, to be rendered: it pauses for longer than the bar goes without a
+// redraw, so that one falls into these renders on a machine of any speed.
 class RenderTerminal : public ProgramTest {
 protected:
-    std::string onTerminal(const std::string& options) const {
-        const std::string command = "(head -c 100000 in.wav; sleep 0.3; tail -c +100001 in.wav) | " +
-                                    std::string(VARNO_PROGRAM) + " render " + options + " - out.wav";
+    RenderTerminal() {
+        makeMusic("a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 50'000);
+        EXPECT_EQ(mkfifo(path("b.wav").c_str(), 0600), 0);
+        std::filesystem::create_directory(path("wet"));
+    }
+    // @param readings of the second input
+    std::string onTerminal(const std::string& options, int readings) const {
+        const std::string feed =
+            "cat a.wav > b.wav" + std::string(readings > 1 ? "; sleep 1; cat a.wav > b.wav" : "");
+        const std::string command = '(' + feed + ") & " + std::string(VARNO_PROGRAM) +
+                                    " render --out-dir wet " + options + " a.wav b.wav";
         const auto outcome = run({"script", "-qec", command, "/dev/null"}, {.folder = mFolder.path()});
         EXPECT_EQ(outcome.status, 0) << outcome.out;
         return outcome.out;
@@ -125,12 +134,11 @@ protected:
 };
 
 TEST_F(RenderTerminal, ShowsProgressAndClearsIt) {
-    makeMusic("in.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 500'000);
-    const std::string shown = onTerminal("");
+    const std::string shown = onTerminal("", 2);
     EXPECT_THAT(shown, HasSubstr("\r\x1B[K["));
     EXPECT_THAT(shown, HasSubstr(" x real time, "));
-    EXPECT_THAT(shown, HasSubstr(" left\r\x1B[Kout.wav\r\n"));
-    EXPECT_EQ(onTerminal("--force --quiet"), "");
+    EXPECT_THAT(shown, HasSubstr(" left\r\x1B[Kwet/a.wav\r\n"));
+    EXPECT_EQ(onTerminal("--force --quiet", 1), "");
 }
 
 } // namespace
