@@ -31,6 +31,11 @@ constexpr VSTGUI::CColor kHighlightColors[] = {
 };
 constexpr VSTGUI::CColor kNoHighlightColor(100, 100, 100, 0);
 
+/// How many times as long a fine drag is: a level is set to a tenth of a decibel.
+constexpr float kFineDrag = 6.0F;
+/// The library's tenth of the range is too coarse for a level.
+constexpr int kPicturesPerWheelClick = 2;
+
 /// Of one picture of a bitmap that may be empty.
 CPoint PictureSize(const VSTGUI::CBitmap& bitmap, Art art) {
     return {bitmap.getWidth(), bitmap.getHeight() / BitmapOf(art).mPictures};
@@ -50,9 +55,13 @@ struct Maker {
         const int pictures = BitmapOf(mRow.mArt).mPictures;
         const CPoint offset(0, 0);
         switch (mRow.mKind) {
-        case Kind::Knob:
-            return Hosted(
-                new DemoGain_AnimKnobVST(place, mListener, mRow.mTag, pictures, size.y, mBitmap, offset));
+        case Kind::Knob: {
+            auto* const knob =
+                new DemoGain_AnimKnobVST(place, mListener, mRow.mTag, pictures, size.y, mBitmap, offset);
+            knob->setZoomFactor(kFineDrag);
+            knob->setWheelInc(static_cast<float>(kPicturesPerWheelClick) / static_cast<float>(pictures - 1));
+            return Hosted(knob);
+        }
         case Kind::OnOffButton:
             return Hosted(new DemoGain_OnOffButtonVST(place, mListener, mRow.mTag, mBitmap));
         case Kind::RatioSwitch:

@@ -2,6 +2,7 @@
 
 #include "VSTGUI_Resources.h"
 
+#include "vstgui/lib/cframe.h"
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/vstguiinit.h"
 
@@ -15,6 +16,7 @@ struct Library {
         VSTGUI::CControl::CheckDefaultValueEventFunc = [](VSTGUI::CControl*, VSTGUI::MouseDownEvent&) {
             return false;
         };
+        VSTGUI::CFrame::kDefaultKnobMode = VSTGUI::kLinearMode;
     }
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;

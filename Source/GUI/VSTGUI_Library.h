@@ -9,7 +9,8 @@
 /// bitmaps, fonts and the like may go before or after.
 ///
 /// The library's own rule, by which a click with the Control key sets a control to its default value before
-/// anybody is asked, is switched off: the controls here have their own.
+/// anybody is asked, is switched off: the controls here have their own. A host that does not say how knobs
+/// turn gets linear ones: they do not jump to where they are clicked, and a fine drag is known to them alone.
 /// @param resources the folder in which bitmaps are looked up by their file names: on Linux that of the last
 /// call, on macOS that of the first, inside its bundle; empty where there is none [main]
 void UseVSTGUI(const std::filesystem::path& resources);

@@ -218,10 +218,10 @@ TEST_P(AudioWriterRepeatTest, TellsNoTimeOfDay) {
     const std::string out = mFolder / (std::string("out") + GetParam());
     Copy().run(mIn, out);
     const FileDescriptor file(::open(out.c_str(), O_RDONLY));
-    for (const ContainerChunk& chunk : readContainerChunks(file.get()).chunks)
-        if (chunk.id == "PEAK")
-            EXPECT_EQ(readFile(out).substr(static_cast<std::size_t>(chunk.dataOffset) + 4, 4),
-                      std::string(4, '\0'));
+    for (const ContainerChunk& chunk : readContainerChunks(file.get()).chunks) {
+        const std::string start = readFile(out).substr(static_cast<std::size_t>(chunk.dataOffset), 8);
+        EXPECT_TRUE(chunk.id != "PEAK" || start.substr(4) == std::string(4, '\0'));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Containers, AudioWriterRepeatTest,

@@ -143,17 +143,13 @@ void EditorTest::click(const EditorWindow& window, const std::string& id, const 
 
 float EditorTest::turnKnob(const EditorWindow& window, Instance& instance, const std::string& id,
                            double value) {
-    // Small enough that no step looks like the way over the gap at the bottom.
-    constexpr double kStep = 0.1;
-    double at = instance.normalized(id);
-    point(window, id, placeOnKnob(at));
+    const double before = instance.normalized(id);
+    const double change = std::round((value - before) * kKnobRange) / kKnobRange;
+    point(window, id, pullOf(0.0));
     press();
-    while (at != value) {
-        at = at < value ? std::min(at + kStep, value) : std::max(at - kStep, value);
-        point(window, id, placeOnKnob(at));
-    }
+    drag(window, id, pullOf(change));
     release();
-    return valueOnKnob(placeOnKnob(value));
+    return static_cast<float>(before + change);
 }
 
 ::testing::AssertionResult EditorTest::shows(const EditorWindow& window, const std::string& id, int picture) {

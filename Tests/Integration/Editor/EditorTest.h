@@ -42,7 +42,8 @@ protected:
     /// Presses and releases in the middle of a control, with these keys held meanwhile.
     void click(const EditorWindow& window, const std::string& id, const std::set<Modifier>& modifiers = {},
                Button button = Button::Left);
-    /// Turns a knob by its rim, from where it stands to a value; what it then must have been set to.
+    /// Turns a knob from where it stands to a value, as near as whole pixels come; what it then must have
+    /// been set to.
     float turnKnob(const EditorWindow& window, Instance& instance, const std::string& id, double value);
 
     // What is seen.

@@ -45,14 +45,14 @@ TEST_F(HostGestures, aPressThatTheHostTakesReachesNoControl) {
 
 TEST_F(HostGestures, aDragThatTheHostTakesTurnsNothing) {
     takeGestures(MouseOffer::Kind::Drag);
-    point(*window, "Gain", placeOnKnob(0.5));
+    point(*window, "Gain", pullOf(0.0));
     press();
     EXPECT_EQ(touches(*instance, "Gain"), 1);
-    point(*window, "Gain", placeOnKnob(0.6));
+    point(*window, "Gain", pullOf(0.1));
     EXPECT_EQ(instance->normalized("Gain"), 0.5);
     takeNone();
-    point(*window, "Gain", placeOnKnob(0.7));
-    EXPECT_NEAR(instance->normalized("Gain"), valueOnKnob(placeOnKnob(0.7)), kRounding);
+    point(*window, "Gain", pullOf(0.2));
+    EXPECT_NEAR(instance->normalized("Gain"), 0.7, kRounding);
     release();
     EXPECT_EQ(touches(*instance, "Gain"), 0);
 }
@@ -67,12 +67,12 @@ TEST_F(HostGestures, aReleaseThatTheHostTakesStillEndsTheTouch) {
 }
 
 TEST_F(HostGestures, areOfferedInTheirOrder) {
-    point(*window, "Mix", placeOnKnob(0.0));
+    point(*window, "Mix", pullOf(0.0));
     EXPECT_TRUE(window->container().offers().empty()) << "before a button is down";
     press();
-    point(*window, "Mix", placeOnKnob(0.1));
+    point(*window, "Mix", pullOf(0.1));
     release();
-    point(*window, "Mix", placeOnKnob(0.2));
+    point(*window, "Mix", pullOf(0.2));
 
     using Kind = MouseOffer::Kind;
     const std::vector<Kind> kinds = offered();
@@ -88,12 +88,12 @@ TEST_F(HostGestures, areOfferedInTheirOrder) {
 }
 
 TEST_F(HostGestures, automationMovesOtherControlsMeanwhile) {
-    point(*window, "Gain", placeOnKnob(0.5));
+    point(*window, "Gain", pullOf(0.0));
     press();
     instance->setNormalized("Volume", 0.9);
     instance->setNormalized("LinkSw", 1.0);
-    point(*window, "Gain", placeOnKnob(0.4));
-    EXPECT_NEAR(instance->normalized("Gain"), valueOnKnob(placeOnKnob(0.4)), kRounding);
+    point(*window, "Gain", pullOf(-0.1));
+    EXPECT_NEAR(instance->normalized("Gain"), 0.4, kRounding);
     EXPECT_TRUE(shows(*window, "Volume", knobPicture(0.9)));
     EXPECT_TRUE(shows(*window, "LinkSw", 1));
     EXPECT_EQ(touches(*instance, "Gain"), 1);
@@ -103,14 +103,14 @@ TEST_F(HostGestures, automationMovesOtherControlsMeanwhile) {
 }
 
 TEST_F(HostGestures, automationOfTheHeldControlAndTheHandEachCount) {
-    point(*window, "Gain", placeOnKnob(0.5));
+    point(*window, "Gain", pullOf(0.0));
     press();
-    point(*window, "Gain", placeOnKnob(0.45));
+    point(*window, "Gain", pullOf(-0.05));
     instance->setNormalized("Gain", 0.9);
     EXPECT_TRUE(shows(*window, "Gain", knobPicture(0.9)));
     EXPECT_EQ(touches(*instance, "Gain"), 1) << "still held";
-    point(*window, "Gain", placeOnKnob(0.4));
-    const float hand = valueOnKnob(placeOnKnob(0.4));
+    point(*window, "Gain", pullOf(-0.1));
+    const double hand = 0.4;
     EXPECT_NEAR(instance->normalized("Gain"), hand, kRounding) << "the hand has the last word";
     release();
     EXPECT_EQ(touches(*instance, "Gain"), 0);

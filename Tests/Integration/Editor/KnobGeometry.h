@@ -1,36 +1,25 @@
-/// Where on a knob a value lies: the circle that a hand turns it on.
+/// How a hand turns a knob: in a line, up or to the right for more, down or to the left for less.
 #ifndef VARNO_TEST_KNOBGEOMETRY_H
 #define VARNO_TEST_KNOBGEOMETRY_H
 
 #include "DemoGain_ViewLayout.h"
 #include "XClient.h"
 
-#include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace varno::test {
 
-/// A knob turns by three quarters of a circle, clockwise, with 0.5 at the top.
-inline constexpr double kKnobTurn = 1.5 * std::numbers::pi;
-inline constexpr double kKnobTop = 1.5 * std::numbers::pi;
+/// Pixels of a drag from one end of a knob to the other, and how many times as many they are in a fine drag.
+inline constexpr double kKnobRange = 200.0;
+inline constexpr double kFineDrag = 6.0;
 
-/// The pixel within the knob's picture where a value from 0 to 1 lies, near the rim.
-inline Place placeOnKnob(double value) {
+/// Where a pointer is, from a knob's corner, that was pressed in its middle and has turned it by so much
+/// since: to the right of it or below, where the screen goes on.
+inline Place pullOf(double change) {
     const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Knob);
-    constexpr double kPartOfRadius = 0.9;
-    const double angle = kKnobTop + (value - 0.5) * kKnobTurn;
-    const double radius = kPartOfRadius * knob.mWidth / 2;
-    return {static_cast<int>(std::lround(knob.mWidth / 2.0 + radius * std::cos(angle))),
-            static_cast<int>(std::lround(knob.mHeight / 2.0 + radius * std::sin(angle)))};
-}
-
-/// The value at a pixel within the knob's picture.
-inline float valueOnKnob(Place place) {
-    const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Knob);
-    double angle = std::atan2(place.y - knob.mHeight / 2.0, place.x - knob.mWidth / 2.0) - kKnobTop;
-    angle = std::remainder(angle, 2.0 * std::numbers::pi);
-    return static_cast<float>(std::clamp(0.5 + angle / kKnobTurn, 0.0, 1.0));
+    const int pixels = static_cast<int>(std::lround(change * kKnobRange));
+    const Place middle{knob.mWidth / 2, knob.mHeight / 2};
+    return middle + (pixels > 0 ? Place{pixels, 0} : Place{0, -pixels});
 }
 
 /// Which of the knob's pictures shows a value.

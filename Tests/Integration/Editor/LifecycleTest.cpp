@@ -137,7 +137,7 @@ TEST_F(EditorLife, showsWhatWasSetWhileItWasClosed) {
 TEST_F(EditorLife, letsGoOfWhatAHandStillHolds) {
     const auto instance = makeInstance(module());
     auto window = show(*instance);
-    point(*window, "Gain", placeOnKnob(0.5));
+    point(*window, "Gain", pullOf(0.0));
     press();
     ASSERT_EQ(touches(*instance, "Gain"), 1);
     window->close();

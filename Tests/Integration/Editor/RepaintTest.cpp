@@ -70,10 +70,10 @@ TEST_F(Repaint, isOfWhatChangesBesides) {
 }
 
 TEST_F(Repaint, isOfTheLineAndTheKnobUnderAHand) {
-    point(*window, "Hot", placeOnKnob(0.5));
+    point(*window, "Hot", pullOf(0.0));
     press();
     paintOver();
-    point(*window, "Hot", placeOnKnob(0.6));
+    point(*window, "Hot", pullOf(0.1));
     expectDrawn({areaOf("Hot"), statusArea()});
     release();
 }
