@@ -28,3 +28,15 @@ void DemoGain_AnimKnobVST::draw(VSTGUI::CDrawContext* context) {
         context->drawGraphicsPath(path, VSTGUI::CDrawContext::kPathStroked);
     }
 }
+
+// What the base's press has made is freed by its release alone, which ends the edit itself.
+void DemoGain_AnimKnobVST::endEdit() {
+    if (mIsLettingGo || !isEditing()) {
+        DemoGain_HostGestures::endEdit();
+        return;
+    }
+    mIsLettingGo = true;
+    VSTGUI::CPoint nowhere;
+    CAnimKnob::onMouseUp(nowhere, VSTGUI::CButtonState());
+    mIsLettingGo = false;
+}

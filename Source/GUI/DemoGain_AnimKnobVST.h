@@ -22,12 +22,15 @@ public:
     const VSTGUI::CColor& getCoronaColor() const { return mCoronaColor; }
 
     void draw(VSTGUI::CDrawContext* context) override;
+    /// Forgets the press that began the edit, whoever ends it.
+    void endEdit() override;
 
 protected:
     ~DemoGain_AnimKnobVST() noexcept override = default;
 
 private:
     bool mIsHighLit = false;
+    bool mIsLettingGo = false;
     VSTGUI::CColor mCoronaColor = VSTGUI::kTransparentCColor;
 };
 
