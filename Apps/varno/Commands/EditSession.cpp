@@ -79,9 +79,9 @@ EditSession::EditSession(const EditOptions& options, XConnection& connection, In
 }
 
 void EditSession::openEditor() {
-    // The architecture hands native views over as pointers; X11 has numbers.
-    mContainer->setView(AAX_eViewContainerType_X11,
-                        reinterpret_cast<void*>(static_cast<std::uintptr_t>(mWindow.id())));
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): native views go over as pointers, and X11 has numbers
+    void* const view = reinterpret_cast<void*>(static_cast<std::uintptr_t>(mWindow.id()));
+    mContainer->setView(AAX_eViewContainerType_X11, view);
     mContainer->setDesktop(&mDesktop);
     mContainer->setSizeHandler([this](const AAX_Point& size) {
         if (isEmpty(pixels(size))) {

@@ -14,6 +14,7 @@ namespace varno::test {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 constexpr int kWav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
 
 class EditCommand : public EditTest {
@@ -43,7 +44,7 @@ TEST_F(EditCommand, ShowsTheEditorInItsSize) {
     EXPECT_EQ(geometry->width, kFixtureWidth);
     EXPECT_EQ(geometry->height, kFixtureHeight);
     EXPECT_EQ(text("_NET_WM_NAME"), "Fixture Gain");
-    EXPECT_EQ(text("WM_CLASS"), std::string("varno\0Varno", 12));
+    EXPECT_EQ(text("WM_CLASS"), "varno\0Varno\0"s);
     close();
     expectQuiet(program->wait());
     EXPECT_EQ(mFolder.listing(), "");

@@ -16,6 +16,7 @@
 namespace varno::test {
 namespace {
 
+using namespace std::string_literals;
 using testing::Each;
 using testing::ElementsAre;
 
@@ -24,6 +25,7 @@ protected:
     EditorWindowTest() {
         mWindow.resize({400, 300});
         mWindow.show();
+        mConnection.sync(); // only what is on the screen can have the focus
     }
 
     // Lets the window handle what comes until the condition holds.
@@ -106,7 +108,7 @@ protected:
 TEST_F(EditorWindowTest, TellsTheDesktopWhatItIs) {
     EXPECT_EQ(mConnection.text(mWindow.id(), mConnection.atom("_NET_WM_NAME")), "Varno-S \u2013 drums.wav");
     EXPECT_EQ(mConnection.text(mWindow.id(), XCB_ATOM_WM_NAME), "Varno-S \u2013 drums.wav");
-    EXPECT_EQ(mConnection.text(mWindow.id(), XCB_ATOM_WM_CLASS), std::string("varno\0Varno", 12));
+    EXPECT_EQ(mConnection.text(mWindow.id(), XCB_ATOM_WM_CLASS), "varno\0Varno\0"s);
     EXPECT_THAT(words("_NET_WM_PID"), ElementsAre(static_cast<std::uint32_t>(::getpid())));
     EXPECT_NE(mConnection.text(mWindow.id(), XCB_ATOM_WM_CLIENT_MACHINE), "");
     EXPECT_THAT(words("_NET_WM_ICON"), ElementsAre(1, 1, 0xFF123456));

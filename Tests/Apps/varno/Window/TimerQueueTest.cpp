@@ -1,6 +1,6 @@
 #include "TimerQueue.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <string>
 
@@ -8,13 +8,12 @@ namespace varno {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
 using TimePoint = TimerQueue::TimePoint;
 
 class TimerQueueTest : public testing::Test {
 protected:
     void start(
-        TimerQueue::Period period, const char& owner, TimerQueue::Wake then = [] {}) {
+        TimerQueue::Period period, const char& owner, const TimerQueue::Wake& then = [] {}) {
         mQueue.start(
             period, &owner,
             [this, &owner, then] {
