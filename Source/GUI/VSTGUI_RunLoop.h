@@ -23,7 +23,9 @@ public:
     bool registerEventHandler(int descriptor, VSTGUI::X11::IEventHandler* handler) override;
     /// The descriptor may be closed already. False for a handler that is not registered. [main]
     bool unregisterEventHandler(VSTGUI::X11::IEventHandler* handler) override;
-    /// `interval` is in milliseconds. A handler has one timer. [main]
+    /// `interval` is in milliseconds. One of a frame, with which the library draws what has become dirty,
+    /// comes with every tick instead: what a hand has done is seen in the same tick, not up to a frame later.
+    /// A handler has one timer. [main]
     bool registerTimer(uint64_t interval, VSTGUI::X11::ITimerHandler* handler) override;
     /// False for a handler that is not registered. [main]
     bool unregisterTimer(VSTGUI::X11::ITimerHandler* handler) override;

@@ -83,7 +83,12 @@ protected:
             log.push_back("at " + std::to_string(control.getValue()));
         };
         // Exactly the left button and the Alt key is left out: it does something of its own.
-        for (const int32_t keys : {0, +kShift, +kControl, kAlt | kShift, kControl | kShift}) {
+        std::vector<int32_t> combinations = {0, +kShift, kAlt | kShift, kControl | kShift};
+        // The Control key alone makes our knob's drag a fine one.
+        if (!std::is_same_v<Kind, Knob>) {
+            combinations.push_back(+kControl);
+        }
+        for (const int32_t keys : combinations) {
             note(press(control, kLButton | keys, at(4, 30)));
             note(move(control, kLButton | keys, at(12, 8)));
             note(move(control, kLButton | keys, at(33, 20)));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <set>
+#include <vector>
 
 namespace varno::test {
 namespace {
@@ -48,17 +49,34 @@ TEST_F(VSTGUI_RunLoopTest, CallsEventHandlersOnEveryTick) {
 
 TEST_F(VSTGUI_RunLoopTest, CallsTimersInTheirPeriod) {
     Timer timer;
-    EXPECT_TRUE(adapter->registerTimer(16, &timer));
+    EXPECT_TRUE(adapter->registerTimer(17, &timer));
     loop->tick();
     EXPECT_EQ(timer.count, 0);
-    now += std::chrono::milliseconds(16);
+    now += std::chrono::milliseconds(17);
     loop->tick();
     EXPECT_EQ(timer.count, 1);
     EXPECT_TRUE(adapter->unregisterTimer(&timer));
     EXPECT_FALSE(adapter->unregisterTimer(&timer));
-    now += std::chrono::milliseconds(16);
+    now += std::chrono::milliseconds(17);
     loop->tick();
     EXPECT_EQ(timer.count, 1);
+}
+
+TEST_F(VSTGUI_RunLoopTest, DrawsInTheTickOfTheEvent) {
+    struct Input : VSTGUI::X11::IEventHandler {
+        void onEvent() override { drawnBefore.push_back(timer->count); }
+        const Timer* timer = nullptr;
+        std::vector<int> drawnBefore;
+    };
+    Timer drawing;
+    Input input;
+    input.timer = &drawing;
+    adapter->registerTimer(16, &drawing);
+    adapter->registerEventHandler(33, &input);
+    loop->tick();
+    loop->tick();
+    EXPECT_EQ(input.drawnBefore, (std::vector{0, 1}));
+    EXPECT_EQ(drawing.count, 2);
 }
 
 TEST_F(VSTGUI_RunLoopTest, ATimerMayTakeItselfOut) {

@@ -20,7 +20,7 @@ constexpr int kWidth = 690;
 constexpr int kHeight = 390;
 
 constexpr Place kGainKnob = {55, 90};
-constexpr double kWheelStep = 0.1; // of a knob, normalized
+constexpr double kWheelStep = 2.0 / 130.0; // two pictures of a knob, normalized
 constexpr Area kMeters = {180, 275, 338, 45};
 
 class EditEffect : public EditTest {
@@ -75,7 +75,7 @@ TEST_F(EditEffect, WhatWasTurnedAndNotSavedIsTold) {
     const auto outcome = program->wait();
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "varno: warning: the settings are not saved; they come back with: varno edit "
-                           "--set Gain=0.6\n"); // from 0.5
+                           "--set Gain=0.5153846\n"); // from 0.5
 }
 
 TEST_F(EditEffect, WhatWasTurnedIsSavedAndCopied) {
