@@ -68,6 +68,7 @@ TEST_F(DemoGain_AnimKnobVSTTest, APressThatIsLeftToTheKnobIsOfferedAsADragToo) {
     knob->SetParamID("Mix");
     press(*knob, kLButton, at(20, 30));
     EXPECT_EQ(host.takeOffers(), (Log{"down Mix 0", "drag Mix 0"}));
+    release(*knob, kLButton, at(20, 30));
 }
 
 TEST_F(DemoGain_AnimKnobVSTTest, ShowsTheHighlightAsARing) {
