@@ -40,14 +40,19 @@ endfunction()
 # varno_test(NAME SOURCES... [LINK TARGETS...]): a GoogleTest program whose cases ctest runs one by one.
 # NAME is also its label, so that `ctest -L NAME` runs it alone. A program that starts threads to find races is
 # named ..._threaded: it is part of the target threaded_tests and runs under the thread sanitizer too.
-# The leak sanitizer is told which leaks are other libraries', here and in the programs that tests start.
 add_custom_target(threaded_tests)
+# Sanitizers are told what is other libraries' doing, also those of the programs that tests start.
+if(VARNO_SANITIZE MATCHES thread)
+  set(varno_test_environment TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/races.txt)
+else()
+  set(varno_test_environment LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/leaks.txt)
+endif()
 function(varno_test name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE varno_settings ${ARG_LINK} GTest::gtest_main GTest::gmock)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS ${name}
-    ENVIRONMENT LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/leaks.txt)
+    ENVIRONMENT ${varno_test_environment})
   if(name MATCHES "_threaded$")
     add_dependencies(threaded_tests ${name})
   endif()
