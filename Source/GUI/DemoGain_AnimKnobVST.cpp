@@ -37,6 +37,7 @@ void DemoGain_AnimKnobVST::endEdit() {
     }
     mIsLettingGo = true;
     VSTGUI::CPoint nowhere;
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): ours would ask the host once more
     CAnimKnob::onMouseUp(nowhere, VSTGUI::CButtonState());
     mIsLettingGo = false;
 }
