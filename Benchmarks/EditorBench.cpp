@@ -57,7 +57,7 @@ bool isDrawn(const EditorWindow& window, const std::string& id) {
 /// From the host's wish to the picture of the last control on the screen.
 void openToFirstPaint(benchmark::State& state) {
     Host host;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto start = Clock::now();
         EditorWindow window({host.client, host.loop}, *host.instance);
         turnUntil(host.loop, [&] { return isDrawn(window, "METERGR2"); });
@@ -79,7 +79,7 @@ void dragToRedraw(benchmark::State& state) {
     host.loop.turn();
     host.pointer.press();
     double change = 0.0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         constexpr double kStep = 0.1;
         constexpr double kMost = 0.85;
         const Picture before = window.picture("Mix");
@@ -116,7 +116,7 @@ void idleWithMovingMeters(benchmark::State& state) {
     turnUntil(host.loop, [&] { return isDrawn(window, "METERGR2"); });
     constexpr int kTicks = 150;
     constexpr std::chrono::microseconds kPeriod(33'333);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto start = Clock::now();
         const double before = processorSeconds();
         for (int tick = 1; tick <= kTicks; ++tick) {

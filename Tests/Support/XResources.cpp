@@ -1,5 +1,6 @@
 #include "XResources.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <xcb/res.h>
 
@@ -44,6 +45,13 @@ std::map<std::string, uint32_t> countResources(const XClient& client) {
         countOf(client, owner.data->resource_base, counts);
     }
     return counts;
+}
+
+bool isNoMore(const std::map<std::string, uint32_t>& now, const std::map<std::string, uint32_t>& before) {
+    return std::ranges::all_of(now, [&](const auto& kind) {
+        const auto found = before.find(kind.first);
+        return kind.second <= (found == before.end() ? 0 : found->second);
+    });
 }
 
 } // namespace varno::test

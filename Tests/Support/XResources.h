@@ -13,6 +13,10 @@ namespace varno::test {
 /// of clients is counted as "CLIENT".
 std::map<std::string, uint32_t> countResources(const XClient& client);
 
+/// Whether `now` counts no more of any kind than `before`. The server takes note of a client that leaves some
+/// time after it has left, so an earlier count may be the higher one.
+bool isNoMore(const std::map<std::string, uint32_t>& now, const std::map<std::string, uint32_t>& before);
+
 } // namespace varno::test
 
 #endif

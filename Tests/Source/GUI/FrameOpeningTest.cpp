@@ -11,7 +11,6 @@
 
 #include "vstgui/lib/ccolor.h"
 
-#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstdlib>
@@ -115,13 +114,6 @@ TEST_F(FrameOpeningTest, DrawsInTheHostsWindow) {
     EXPECT_FALSE(place.editor->GetView()->getSize(&told));
     place.close();
     EXPECT_TRUE(eventually([&] { return client.countChildren(place.window) == 0; }));
-}
-
-bool isNoMore(const std::map<std::string, uint32_t>& now, const std::map<std::string, uint32_t>& before) {
-    return std::ranges::all_of(now, [&](const auto& kind) {
-        const auto found = before.find(kind.first);
-        return kind.second <= (found == before.end() ? 0 : found->second);
-    });
 }
 
 /// Each time the last frame closes, VSTGUI closes its connection, and each new one may lie where an old one
