@@ -1,6 +1,8 @@
 # shellcheck shell=bash
 # Writes the result of a full run into docs/verification.md, below the line that says so.
 
+source "$root/Scripts/machine.sh"
+
 verification_marker='<!-- Below this line: written by ./run test --full. -->'
 
 record_verification() {
@@ -19,20 +21,8 @@ record_verification() {
 }
 
 describe_run() {
-    local memory
-    memory=$(awk '/^MemTotal/ { printf "%.0f GiB", $2 / 1048576 }' /proc/meminfo)
     printf '%s, commit %s.\n' "$(date -u '+%Y-%m-%d %H:%M UTC')" "$(commit)"
-    printf '%s, %s processors, %s; %s, kernel %s; %s; %s.\n' "$(processor)" "$(nproc)" "$memory" \
-        "$(sed -n 's/^PRETTY_NAME="\(.*\)"/\1/p' /etc/os-release)" "$(uname -r)" \
-        "$(g++ --version | head -n 1)" "$(clang++-14 --version | head -n 1)"
-}
-
-processor() { sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1 | grep . || uname -m; }
-
-commit() {
-    local changes="" ask=(git -c "safe.directory=*" -C "$root")
-    [[ -z $("${ask[@]}" status --porcelain) ]] || changes=" with changes"
-    printf '%s%s' "$("${ask[@]}" rev-parse --short HEAD)" "$changes"
+    printf '%s; %s; %s.\n' "$(describe_machine)" "$(g++ --version | head -n 1)" "$(clang++-14 --version | head -n 1)"
 }
 
 verification_rows() {
