@@ -6,8 +6,8 @@
 #include "AAX_CPacketDispatcher.h"
 #include "AAX_CParameterManager.h"
 #include "AAX_IEffectParameters.h"
+#include "AAX_IdentifierOrder.h"
 
-#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -145,7 +145,7 @@ private:
     /// Puts the current values into the parser.
     void BuildChunkData();
 
-    std::set<std::string, std::less<>> mFilteredParameters; ///< Identifiers that are not saved.
+    std::set<std::string, AAX_SIdentifierOrder> mFilteredParameters; ///< Identifiers that are not saved.
     std::unique_ptr<AAX_VController> mController;
     std::unique_ptr<AAX_VTransport> mTransport;
     std::unique_ptr<AAX_VAutomationDelegate> mAutomationDelegate;

@@ -6,8 +6,8 @@
 #include "AAX_CPacket.h"
 #include "AAX_CPacketHandler.h"
 #include "AAX_IPacketHandler.h"
+#include "AAX_IdentifierOrder.h"
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -71,10 +71,11 @@ private:
     AAX_Result PostPacket(AAX_CPacket& packet);
 
     std::map<AAX_CFieldIndex, std::unique_ptr<AAX_CPacket>> mPackets;
-    std::multimap<std::string, Registration, std::less<>> mRegistrations; ///< By parameter identifier.
-    AAX_IController* mController = nullptr;                               ///< Borrowed.
-    AAX_IEffectParameters* mEffectParameters = nullptr;                   ///< Borrowed.
-    AAX_CMutex mLock;                                                     ///< Guards everything above.
+    /// By parameter identifier.
+    std::multimap<std::string, Registration, AAX_SIdentifierOrder> mRegistrations;
+    AAX_IController* mController = nullptr;             ///< Borrowed.
+    AAX_IEffectParameters* mEffectParameters = nullptr; ///< Borrowed.
+    AAX_CMutex mLock;                                   ///< Guards everything above.
 };
 
 template<class T>

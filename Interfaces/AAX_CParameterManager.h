@@ -3,8 +3,8 @@
 #define AAX_CPARAMETERMANAGER_H
 
 #include "AAX.h"
+#include "AAX_IdentifierOrder.h"
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -48,9 +48,10 @@ private:
     AAX_IParameter* Find(AAX_CParamID identifier) const;
     AAX_IParameter* At(int32_t index) const;
 
-    AAX_IAutomationDelegate* mAutomationDelegate = nullptr;              ///< Borrowed.
-    std::vector<std::unique_ptr<AAX_IParameter>> mParameters;            ///< In index order.
-    std::map<std::string, AAX_IParameter*, std::less<>> mParametersByID; ///< Borrowed from mParameters.
+    AAX_IAutomationDelegate* mAutomationDelegate = nullptr;   ///< Borrowed.
+    std::vector<std::unique_ptr<AAX_IParameter>> mParameters; ///< In index order.
+    /// Borrowed from mParameters.
+    std::map<std::string, AAX_IParameter*, AAX_SIdentifierOrder> mParametersByID;
 };
 
 #endif

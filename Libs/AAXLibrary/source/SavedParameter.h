@@ -5,6 +5,8 @@
 #include "AAX_Assert.h"
 #include "AAX_IParameter.h"
 
+#include <string_view>
+
 class AAX_CChunkDataParser;
 
 // A parameter's value is of the type whose getter succeeds first: float, int32, bool, double or text. A float
@@ -29,7 +31,8 @@ bool VisitSavedParameters(Manager& manager, const Set& filtered, Visit&& visit) 
     for (int32_t index = 0; index < manager.NumParameters(); ++index) {
         auto* parameter = manager.GetParameter(index);
         AAX_ASSERT_NOTE(parameter != nullptr, "NULL != parameter");
-        if (parameter != nullptr && !filtered.contains(parameter->Identifier()) && !visit(*parameter)) {
+        if (parameter != nullptr && !filtered.contains(std::string_view(parameter->Identifier())) &&
+            !visit(*parameter)) {
             return false;
         }
     }
