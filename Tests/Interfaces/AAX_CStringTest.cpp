@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <locale>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace varno {
@@ -161,7 +163,9 @@ TEST(AAX_CStringTest, AppendNumberIsFixedWithItsDigits) {
     };
     for (const Case& c :
          {Case{3.0, 0, "v3"}, Case{1.5, 2, "v1.50"}, Case{-0.125, 3, "v-0.125"}, Case{1e6, 1, "v1000000.0"},
-          Case{1e-7, 2, "v0.00"}, Case{2.5, 0, "v2"}, Case{0.1, 20, "v0.10000000000000000555"}}) {
+          Case{1e-7, 2, "v0.00"}, Case{2.5, 0, "v2"}, Case{0.1, 20, "v0.10000000000000000555"},
+          Case{-0.0, 1, "v-0.0"}, Case{std::numeric_limits<double>::infinity(), 2, "vinf"},
+          Case{-std::numeric_limits<double>::infinity(), 2000, "v-inf"}}) {
         AAX_CString text("v");
         text.AppendNumber(c.number, c.precision);
         EXPECT_STREQ(text.Get(), c.text);
@@ -172,6 +176,18 @@ TEST(AAX_CStringTest, AppendNumberHoldsTheLargestDouble) {
     AAX_CString text;
     text.AppendNumber(std::numeric_limits<double>::max(), 0);
     EXPECT_EQ(text.Length(), 309U);
+}
+
+TEST(AAX_CStringTest, AppendNumberHasAllDigitsAskedForAndZerosBehindThoseOfTheNumber) {
+    constexpr uint32_t kDecimalsOfTheSmallest = 1074;
+    AAX_CString text;
+    text.AppendNumber(std::numeric_limits<double>::denorm_min(), 1100);
+    const std::string_view decimals = text.Get() + std::strlen("0.");
+    EXPECT_EQ(decimals.size(), 1100U);
+    EXPECT_EQ(decimals.substr(kDecimalsOfTheSmallest - 3, 6), "625000");
+    text.Clear();
+    text.AppendNumber(-std::numeric_limits<double>::max(), 1100);
+    EXPECT_EQ(text.Length(), std::strlen("-.") + 309 + 1100);
 }
 
 TEST(AAX_CStringTest, ToDoubleReadsTheNumberAtTheStart) {

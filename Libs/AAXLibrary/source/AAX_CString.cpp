@@ -1,9 +1,24 @@
 #include "AAX_CString.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
 #include <cstring>
-#include <ios>
+#include <limits>
 #include <locale>
 #include <sstream>
+
+namespace {
+
+using Double = std::numeric_limits<double>;
+
+/// Decimals of the smallest double, the longest there are; behind them are zeros.
+constexpr int32_t kMostDecimals = Double::digits - Double::min_exponent;
+/// Characters of the largest double, with a sign, a point and the decimals of the smallest.
+constexpr size_t kMostDigits = 1 + (Double::max_exponent10 + 1) + 1 + kMostDecimals;
+
+} // namespace
 
 AAX_CString::AAX_CString(const char* text)
     : mText(text != nullptr ? text : "") {
@@ -51,14 +66,17 @@ void AAX_CString::Erase(uint32_t pos, uint32_t n) {
 }
 
 // A host may have set the process's locale to one with a decimal comma; texts that are saved, exchanged and
-// compared must not change with it, hence the classic locale in both conversions.
+// compared must not change with it, hence std::to_chars, which knows no locale, and the classic one.
 
 void AAX_CString::AppendNumber(double number, int32_t precision) {
-    std::ostringstream stream;
-    stream.imbue(std::locale::classic());
-    stream.precision(precision);
-    stream << std::fixed << number;
-    mText += stream.str();
+    const int32_t decimals = std::min(precision, kMostDecimals);
+    std::array<char, kMostDigits> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                       std::chars_format::fixed, decimals);
+    mText.append(digits.data(), written.ptr);
+    if (std::isfinite(number)) {
+        mText.append(static_cast<size_t>(precision - decimals), '0');
+    }
 }
 
 bool AAX_CString::ToDouble(double* outNumber) const {
