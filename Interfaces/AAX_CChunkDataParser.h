@@ -46,7 +46,7 @@ public:
     /// Removes all values and forgets the version. [main]
     void Clear();
 
-    /// Appends a value (name and text copied); names may repeat. [main]
+    /// Appends a value (name, which must not be null, and text copied); names may repeat. [main]
     void AddDouble(const char* name, double value);
     void AddInt32(const char* name, int32_t value);
     void AddString(const char* name, const AAX_CString& value);
@@ -81,7 +81,8 @@ protected:
 private:
     int32_t FindIndex(const char* name);
     const DataValue* FindValue(const char* name, EDataType type);
-    void Add(EDataType type, const char* name, double number, const AAX_CString& text);
+    /// Appends a value of a type, for the caller to fill.
+    DataValue& Add(EDataType type, const char* name);
 };
 
 /// Answer of AAX_CChunkDataParser::GetChunkData when the data cannot be written.

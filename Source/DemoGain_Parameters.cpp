@@ -52,7 +52,8 @@ AAX_Result DemoGain_Parameters::EffectInit() {
             static_cast<void>(parameter.release()); // It is the manager's now.
         }
     }
-    for (const SDemoGain_Parameter& row : DemoGain_ParametersInPacketOrder()) {
+    static constexpr auto kInPacketOrder = DemoGain_ParametersInPacketOrder();
+    for (const SDemoGain_Parameter& row : kInPacketOrder) {
         RegisterPacket(row);
     }
     return AAX_SUCCESS;

@@ -162,16 +162,23 @@ void AAX_CChunkDataParser::Clear() {
     mDataValues.clear();
 }
 
+AAX_CChunkDataParser::DataValue& AAX_CChunkDataParser::Add(EDataType type, const char* name) {
+    DataValue& value = mDataValues.emplace_back();
+    value.mDataName.Set(name);
+    value.mDataType = type;
+    return value;
+}
+
 void AAX_CChunkDataParser::AddDouble(const char* name, double value) {
-    mDataValues.push_back({eDouble, AAX_CString(name), value, AAX_CString()});
+    Add(eDouble, name).mNumber = value;
 }
 
 void AAX_CChunkDataParser::AddInt32(const char* name, int32_t value) {
-    mDataValues.push_back({eInt32, AAX_CString(name), static_cast<double>(value), AAX_CString()});
+    Add(eInt32, name).mNumber = static_cast<double>(value);
 }
 
 void AAX_CChunkDataParser::AddString(const char* name, const AAX_CString& value) {
-    mDataValues.push_back({eString, AAX_CString(name), 0.0, value});
+    Add(eString, name).mStringValue = value;
 }
 
 bool AAX_CChunkDataParser::FindDouble(const char* name, double* outValue) {
@@ -271,7 +278,7 @@ void AAX_CChunkDataParser::LoadChunk(const AAX_SPlugInChunk* chunk) {
         return;
     }
     Reader reader(data, static_cast<size_t>(chunk->fSize));
-    for (DataValue entry; reader.Next(&entry); entry = DataValue()) {
-        mDataValues.push_back(entry);
+    while (reader.Next(&mDataValues.emplace_back())) {
     }
+    mDataValues.pop_back(); // the one that nothing was left for
 }

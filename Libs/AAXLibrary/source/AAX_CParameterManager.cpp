@@ -2,6 +2,7 @@
 
 #include "AAX_IParameter.h"
 
+#include <bit>
 #include <cstring>
 
 AAX_CParameterManager::AAX_CParameterManager() = default;
@@ -17,7 +18,7 @@ bool AAX_CParameterManager::AddParameter(AAX_IParameter* parameter) {
         return false;
     }
     parameter->SetAutomationDelegate(mAutomationDelegate);
-    mParameters.reserve(mParameters.size() + 1);
+    mParameters.reserve(std::bit_ceil(mParameters.size() + 1)); // doubles, as a vector that grows by itself
     mParametersByID.emplace(parameter->Identifier(), parameter);
     mParameters.emplace_back(parameter); // the room is reserved: nothing throws once it is taken over
     return true;
