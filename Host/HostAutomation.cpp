@@ -23,14 +23,17 @@ void HostAutomation::report(Contract contract, const std::string& text) const {
     mState.context->monitor->report(contract, text);
 }
 
-bool HostAutomation::requireRegistered(AAX_CParamID paramID, const char* operation) const {
+HostAutomation::Parameter* HostAutomation::requireRegistered(AAX_CParamID paramID, const char* operation) {
     mState.gate.check(operation);
-    if (paramID != nullptr && mRegistered.count(paramID) > 0) {
-        return true;
+    if (paramID != nullptr) {
+        const auto found = mParameters.find(std::string_view(paramID));
+        if (found != mParameters.end() && found->second.isRegistered) {
+            return &found->second;
+        }
     }
     report(Contract::Parameters,
            std::string(operation) + " of " + named(paramID) + ", which is not registered");
-    return false;
+    return nullptr;
 }
 
 bool HostAutomation::requireNormalized(AAX_CParamID paramID, double value, const char* operation) const {
@@ -47,20 +50,21 @@ AAX_Result HostAutomation::RegisterParameter(AAX_CParamID paramID) {
     if (paramID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    mRegistered.insert(paramID);
+    mParameters[paramID].isRegistered = true;
     return AAX_SUCCESS;
 }
 
 AAX_Result HostAutomation::UnregisterParameter(AAX_CParamID paramID) {
-    if (!requireRegistered(paramID, "UnregisterParameter")) {
+    Parameter* const parameter = requireRegistered(paramID, "UnregisterParameter");
+    if (parameter == nullptr) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
-    mRegistered.erase(paramID);
+    parameter->isRegistered = false;
     return AAX_SUCCESS;
 }
 
 AAX_Result HostAutomation::PostSetValueRequest(AAX_CParamID paramID, double normalizedValue) {
-    if (!requireRegistered(paramID, "PostSetValueRequest")) {
+    if (requireRegistered(paramID, "PostSetValueRequest") == nullptr) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
     if (!requireNormalized(paramID, normalizedValue, "PostSetValueRequest")) {
@@ -71,37 +75,37 @@ AAX_Result HostAutomation::PostSetValueRequest(AAX_CParamID paramID, double norm
 }
 
 AAX_Result HostAutomation::PostCurrentValue(AAX_CParamID paramID, double normalizedValue) {
-    if (!requireRegistered(paramID, "PostCurrentValue")) {
+    Parameter* const parameter = requireRegistered(paramID, "PostCurrentValue");
+    if (parameter == nullptr) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
     if (!requireNormalized(paramID, normalizedValue, "PostCurrentValue")) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
-    mCurrentValues[paramID] = normalizedValue;
+    parameter->currentValue = normalizedValue;
     return AAX_SUCCESS;
 }
 
 AAX_Result HostAutomation::PostTouchRequest(AAX_CParamID paramID) {
-    if (!requireRegistered(paramID, "PostTouchRequest")) {
+    Parameter* const parameter = requireRegistered(paramID, "PostTouchRequest");
+    if (parameter == nullptr) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
-    ++mTouches[paramID];
+    ++parameter->touches;
     ++mTotalTouches;
     return AAX_SUCCESS;
 }
 
 AAX_Result HostAutomation::PostReleaseRequest(AAX_CParamID paramID) {
-    if (!requireRegistered(paramID, "PostReleaseRequest")) {
+    Parameter* const parameter = requireRegistered(paramID, "PostReleaseRequest");
+    if (parameter == nullptr) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
-    const auto found = mTouches.find(paramID);
-    if (found == mTouches.end()) {
+    if (parameter->touches == 0) {
         report(Contract::Touch, named(paramID) + " released without a touch");
         return AAX_SUCCESS;
     }
-    if (--found->second == 0) {
-        mTouches.erase(found);
-    }
+    --parameter->touches;
     return AAX_SUCCESS;
 }
 
@@ -109,20 +113,39 @@ std::vector<ValueRequest> HostAutomation::takeRequests() {
     return std::exchange(mRequests, {});
 }
 
+void HostAutomation::recycle(std::vector<ValueRequest> answered) {
+    if (mRequests.empty()) {
+        answered.clear();
+        mRequests = std::move(answered);
+    }
+}
+
+std::set<std::string> HostAutomation::registered() const {
+    std::set<std::string> ids;
+    for (const auto& [id, parameter] : mParameters) {
+        if (parameter.isRegistered) {
+            ids.insert(id);
+        }
+    }
+    return ids;
+}
+
 std::optional<double> HostAutomation::currentValue(const std::string& id) const {
-    const auto found = mCurrentValues.find(id);
-    return found == mCurrentValues.end() ? std::nullopt : std::optional<double>(found->second);
+    const auto found = mParameters.find(id);
+    return found == mParameters.end() ? std::nullopt : found->second.currentValue;
 }
 
 int32_t HostAutomation::touches(const std::string& id) const {
-    const auto found = mTouches.find(id);
-    return found == mTouches.end() ? 0 : found->second;
+    const auto found = mParameters.find(id);
+    return found == mParameters.end() ? 0 : found->second.touches;
 }
 
 void HostAutomation::reportOpenTouches() const {
-    for (const auto& [id, count] : mTouches) {
-        report(Contract::Touch, named(id.c_str()) + " touched " + std::to_string(count) +
-                                    " times more than released at the end of the instance");
+    for (const auto& [id, parameter] : mParameters) {
+        if (parameter.touches > 0) {
+            report(Contract::Touch, named(id.c_str()) + " touched " + std::to_string(parameter.touches) +
+                                        " times more than released at the end of the instance");
+        }
     }
 }
 

@@ -6,10 +6,12 @@
 #include "HostObject.h"
 #include "InstanceState.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace varno {
@@ -20,7 +22,9 @@ struct ValueRequest {
     double normalized = 0.0;
 };
 
-/// Automation delegate version 1: keeps requests until the instance answers them, counts gestures. [main]
+/// Automation delegate version 1: keeps requests until the instance answers them, counts gestures. Once a
+/// parameter is registered, its gestures and values take no memory, if its identifier is one of up to 15
+/// characters (which a string keeps within itself). [main]
 class HostAutomation final : public Facet<AAX_IACFAutomationDelegate> {
 public:
     HostAutomation(IACFUnknown& owner, InstanceState& state);
@@ -36,8 +40,10 @@ public:
     void request(ValueRequest request) { mRequests.push_back(std::move(request)); }
     /// Hands over all requests in their order and forgets them.
     std::vector<ValueRequest> takeRequests();
+    /// Takes requests back that have been answered, for further ones to use their memory.
+    void recycle(std::vector<ValueRequest> answered);
     /// The registered parameters.
-    const std::set<std::string>& registered() const { return mRegistered; }
+    std::set<std::string> registered() const;
     /// The value that a parameter has told last; nothing if it never did.
     std::optional<double> currentValue(const std::string& id) const;
     /// Open gestures on a parameter.
@@ -48,14 +54,20 @@ public:
     void reportOpenTouches() const;
 
 private:
-    bool requireRegistered(AAX_CParamID paramID, const char* operation) const;
+    /// What is known of one parameter.
+    struct Parameter {
+        bool isRegistered = false;
+        std::optional<double> currentValue;
+        int32_t touches = 0;
+    };
+
+    /// The registered parameter; a violation and null when there is none.
+    Parameter* requireRegistered(AAX_CParamID paramID, const char* operation);
     bool requireNormalized(AAX_CParamID paramID, double value, const char* operation) const;
     void report(Contract contract, const std::string& text) const;
 
     InstanceState& mState;
-    std::set<std::string> mRegistered;
-    std::map<std::string, double> mCurrentValues;
-    std::map<std::string, int32_t> mTouches;
+    std::map<std::string, Parameter, std::less<>> mParameters; ///< All that were ever registered.
     std::vector<ValueRequest> mRequests;
     int64_t mTotalTouches = 0;
 };

@@ -10,6 +10,7 @@
 #include "SampleRateRange.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace varno {
 
@@ -43,9 +44,10 @@ const VariantDescription& findVariant(const EffectDescription& effect, int32_t c
     return *variant;
 }
 
-void requireSuccess(AAX_Result result, const std::string& what) {
+void requireSuccess(AAX_Result result, std::string_view what) {
     if (result != AAX_SUCCESS) {
-        throw HostError(what + ": the data model answered " + std::to_string(result) + ", expected 0");
+        throw HostError(std::string(what) + ": the data model answered " + std::to_string(result) +
+                        ", expected 0");
     }
 }
 
@@ -206,14 +208,14 @@ void Instance::requestNormalized(const std::string& id, double normalized) {
 
 void Instance::idle() {
     const MainGate::Scope scope(mHost->state().gate, "Instance::idle");
-    const std::vector<ValueRequest> requests = mHost->automation().takeRequests();
+    std::vector<ValueRequest> requests = mHost->automation().takeRequests();
     if (!requests.empty()) {
         answer(requests);
     }
+    mHost->automation().recycle(std::move(requests));
 }
 
 void Instance::answer(const std::vector<ValueRequest>& requests) {
-    std::vector<std::string> changed;
     for (const ValueRequest& request : requests) {
         const AAX_Result result = mDataModel.use().UpdateParameterNormalizedValue(
             request.id.c_str(), request.normalized, AAX_eUpdateSource_Unspecified);
@@ -222,14 +224,12 @@ void Instance::answer(const std::vector<ValueRequest>& requests) {
                                                "the update of parameter " + quoted(request.id) +
                                                    " answered " + std::to_string(result) + ", expected 0");
         }
-        if (std::find(changed.begin(), changed.end(), request.id) == changed.end()) {
-            changed.push_back(request.id);
-        }
     }
     generateCoefficients();
-    for (const std::string& id : changed) {
-        if (mEditor != nullptr) {
-            mEditor->parameterUpdated(id);
+    for (auto request = requests.begin(); mEditor != nullptr && request != requests.end(); ++request) {
+        // Once for each parameter, however often it was asked for.
+        if (std::ranges::find(requests.begin(), request, request->id, &ValueRequest::id) == request) {
+            mEditor->parameterUpdated(request->id);
         }
     }
 }
