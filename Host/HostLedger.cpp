@@ -27,7 +27,8 @@ std::string HostLedger::text() const {
     const std::lock_guard lock(mMutex);
     std::string text;
     for (const auto& [kind, count] : mLive) {
-        text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
+        text += (text.empty() ? "" : ", ") + std::to_string(count) + " ";
+        text += kind;
     }
     return text;
 }

@@ -6,6 +6,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 namespace varno {
 
@@ -13,7 +14,7 @@ namespace varno {
 /// a lock. [any]
 class HostLedger {
 public:
-    /// Enters an object.
+    /// Enters an object. `kind` is a literal: it is kept as it is.
     void add(const char* kind);
     /// Strikes an object out.
     void remove(const char* kind);
@@ -24,7 +25,7 @@ public:
 
 private:
     mutable std::mutex mMutex;
-    std::map<std::string, int32_t> mLive;
+    std::map<std::string_view, int32_t> mLive;
 };
 
 } // namespace varno

@@ -82,7 +82,7 @@ void Module::describe() {
     ACFPtr<IACFComponentDefinition>::Adopt(component).Reset();
 
     const uint64_t sdkVersion = mDescription.sdkVersion;
-    mDescription = mHost->description();
+    mDescription = mHost->takeDescription();
     mDescription.sdkVersion = sdkVersion;
     for (const std::string& problem : descriptionProblems(mDescription)) {
         monitor()->report(Contract::Description, problem);

@@ -57,21 +57,19 @@ private:
     }
 
     void requireDistinctFields() {
-        std::set<AAX_CFieldIndex> seen;
-        for (const FieldDescription& field : mVariant.fields) {
-            if (!seen.insert(field.index).second) {
-                add("field " + std::to_string(field.index) + " is declared twice");
+        const auto& fields = mVariant.fields;
+        for (auto field = fields.begin(); field != fields.end(); ++field) {
+            if (std::ranges::find(fields.begin(), field, field->index, &FieldDescription::index) != field) {
+                add("field " + std::to_string(field->index) + " is declared twice");
             }
         }
     }
 
     void requireNoGaps() {
-        std::set<AAX_CFieldIndex> declared;
-        for (const FieldDescription& field : mVariant.fields) {
-            declared.insert(field.index);
-        }
-        for (size_t index = 0; index < mVariant.contextLength(); ++index) {
-            if (declared.count(static_cast<AAX_CFieldIndex>(index)) == 0) {
+        const auto& fields = mVariant.fields;
+        const auto length = static_cast<AAX_CFieldIndex>(mVariant.contextLength());
+        for (AAX_CFieldIndex index = 0; index < length; ++index) {
+            if (std::ranges::find(fields, index, &FieldDescription::index) == fields.end()) {
                 add("field " + std::to_string(index) + " is not declared");
             }
         }

@@ -9,6 +9,8 @@
 #include "HostObject.h"
 #include "ModuleDescription.h"
 
+#include <utility>
+
 namespace varno {
 
 /// The object handed to every entry point: collection version 1, plug-in definition, description host and
@@ -27,6 +29,8 @@ public:
 
     /// What has been described so far.
     const ModuleDescription& description() const { return mDescription; }
+    /// Hands over what has been described so far and forgets it.
+    ModuleDescription takeDescription() { return std::exchange(mDescription, {}); }
 
 protected:
     void* interfaceFor(const acfIID& iid) override;
