@@ -1,4 +1,5 @@
-// A buffer of a running instance reaches no allocator, lock, file or wait.
+// A buffer of a running instance reaches no allocator, lock, file or wait, and what moves its parameters no
+// allocator.
 #include "HostedEffect.h"
 #include "RealTimeGuard.h"
 #include "SignalSources.h"
@@ -28,6 +29,26 @@ TEST_F(RealTime, holdsWhileParametersMove) {
             ASSERT_TRUE(report.clean()) << textOf(report);
         }
     }
+}
+
+TEST_F(RealTime, takesNoMemoryWhereValuesMove) {
+    const auto instance = makeInstance(module());
+    const StoredChunk saved = instance->save();
+    const std::vector<ParameterInfo>& parameters = instance->parameters();
+    const auto moveAll = [&](double value) {
+        for (const ParameterInfo& parameter : parameters) {
+            instance->setNormalized(parameter.id, value);
+            instance->requestNormalized(parameter.id, 1.0 - value);
+        }
+        instance->idle();
+        EXPECT_FALSE(instance->equals(saved));
+    };
+    moveAll(0.25); // the queue of requests grows once
+    RealTimeScope scope;
+    moveAll(0.75);
+    const RealTimeReport report = scope.finish();
+    EXPECT_EQ(report.allocations, 0) << textOf(report);
+    EXPECT_EQ(instance->normalized("Gain"), 0.25);
 }
 
 } // namespace

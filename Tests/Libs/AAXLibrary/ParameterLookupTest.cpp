@@ -1,5 +1,6 @@
 #include "AAX_CChunkDataParser.h"
 #include "AAX_CEffectParameters.h"
+#include "QuietHost.h"
 #include "RealTimeGuard.h"
 #include "SampleParameters.h"
 #include "TestEffect.h"
@@ -30,10 +31,11 @@ protected:
             self.mPacketDispatcher.RegisterPacket(kLongID, 0);
             return AAX_SUCCESS;
         };
-        mEffect->Initialize(nullptr);
+        mEffect->Initialize(&mHost);
     }
     ~ParameterLookup() override { mEffect->Uninitialize(); }
 
+    QuietHost mHost;
     ACFPtr<TestEffect> mEffect = makeTestEffect();
 };
 
@@ -55,8 +57,11 @@ TEST_F(ParameterLookup, WhenAValueChangesTakesNoMemory) {
                   EXPECT_EQ(
                       mEffect->UpdateParameterNormalizedValue(kLongID, 0.25, AAX_eUpdateSource_Unspecified),
                       AAX_SUCCESS);
+                  EXPECT_EQ(mEffect->GenerateCoefficients(), AAX_SUCCESS);
               }),
               0);
+    EXPECT_EQ(mHost.automation.requested, 0.25);
+    EXPECT_EQ(mHost.controller.lastField, 0) << "the packet has been posted";
 }
 
 TEST_F(ParameterLookup, InAChunkTakesNoMemory) {
