@@ -11,12 +11,15 @@
 namespace varno::bench {
 
 /// Measures `operation`, after `prepare`, which is neither timed nor counted, each time; adds the counter
-/// "allocations", those of one operation.
+/// "allocations", those of one operation. The first time of all does not count: memory that is kept for the
+/// next time is there after it.
 /// @param operations that one call of `operation` does
 template<class Prepare, class Operation>
 void measurePriced(benchmark::State& state, int64_t operations, Prepare prepare, Operation operation) {
     using Clock = std::chrono::steady_clock;
     int64_t allocations = 0;
+    prepare();
+    operation();
     for ([[maybe_unused]] auto _ : state) {
         prepare();
         const int64_t before = allocationCount();

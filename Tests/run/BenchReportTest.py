@@ -32,6 +32,10 @@ def repeated(name, *nanoseconds, **fields):
     return [case(name, value * 1e-9, **fields) for value in nanoseconds]
 
 
+def product(channels, frames):
+    return f"routine/product/channels:{channels}/frames:{frames}"
+
+
 def routine(label, product_ns):
     cases = []
     for channels in (1, 2):
@@ -90,9 +94,9 @@ class BenchReportTest(unittest.TestCase):
         done = self.report("--check")
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         self.assertNotIn("MISSED", done.stdout)
-        self.assertEqual(self.row(done, "stereo, 512-frame buffers, against")[1:],
-                         ["5.0x at least", "7.0x", "8.0x", "aim reached"])
-        self.assertEqual(self.row(done, "stereo, 512-frame buffers, baseline")[3:], ["4.0x", "aim reached"])
+        self.assertEqual(self.row(done, "stereo, 512-frame buffers, AVX2")[1:],
+                         ["5.00x at least", "7.00x", "8.00x", "aim reached"])
+        self.assertEqual(self.row(done, "stereo, 512-frame buffers, baseline")[3:], ["4.00x", "aim reached"])
         self.assertEqual(self.row(done, "dearest")[3:], ["1.05", "aim reached"])
         self.assertEqual(self.row(done, "60 s of silence")[3:], ["0.90", "aim reached"])
         self.assertEqual(self.row(done, "per instance")[3:], ["1.08", "aim reached"])
@@ -103,20 +107,21 @@ class BenchReportTest(unittest.TestCase):
                          ["", "not measured: ./run bench --long does"])
 
     def test_medians_count_and_quartiles_are_told(self):
-        name = "routine/product/channels:2/frames:512"
+        name = product(2, 512)
         self.replace("routine", name, *repeated(name, 9.0, 10.0, 500.0, 8.0, 16.0, label="avx2"),
                      {"run_name": name, "run_type": "aggregate", "items_per_second": 1.0})
-        self.assertEqual(self.row(self.report(), "stereo, 512-frame buffers, against")[3:],
-                         ["8.0x (5.0x to 8.9x)", "aim reached"])
+        self.assertEqual(self.row(self.report(), "stereo, 512-frame buffers, AVX2")[3:],
+                         ["8.00x (5.00x to 8.89x)", "aim reached"])
 
     def test_every_figure_can_be_missed(self):
+        literal = "against literal"
         spoilt = [
-            ("routine", "routine/product/channels:2/frames:512", 17.0, "stereo, 512-frame buffers, against literal: 4.7x"),
-            ("routine", "routine/product/channels:2/frames:64", 21.0, "stereo, 64-frame buffers, against literal: 3.8x"),
-            ("routine", "routine/product/channels:2/frames:32", 28.0, "stereo, 32-frame buffers, against literal: 2.9x"),
-            ("routine", "routine/product/channels:1/frames:512", 21.0, "mono, 512-frame buffers, against literal: 3.8x"),
-            ("routine-baseline", "routine/product/channels:2/frames:512", 40.0,
-             "stereo, 512-frame buffers, baseline instruction set, against literal: 2.0x"),
+            ("routine", product(2, 512), 17.0, f"stereo, 512-frame buffers, AVX2 or better, {literal}: 4.71x"),
+            ("routine", product(2, 64), 21.0, f"stereo, 64-frame buffers, {literal}: 3.81x"),
+            ("routine", product(2, 32), 28.0, f"stereo, 32-frame buffers, {literal}: 2.86x"),
+            ("routine", product(1, 512), 21.0, f"mono, 512-frame buffers, {literal}: 3.81x"),
+            ("routine-baseline", product(2, 512), 40.0,
+             f"stereo, 512-frame buffers, baseline instruction set, {literal}: 2.00x"),
             ("settings", "settings/dearest/rank:1", 13.2,
              "dearest of 200 random settings and six signals / typical: 1.32"),
             ("routine", "minute/product/silence", 10.6,
@@ -152,21 +157,22 @@ class BenchReportTest(unittest.TestCase):
         self.assert_missed("resident memory, 3-hour file / 10-minute file: 2.14")
 
     def test_what_this_processor_lacks_is_skipped_with_its_reason(self):
-        name = "routine/product/channels:2/frames:512"
+        name = product(2, 512)
         self.replace("routine", name, *repeated(name, 10.0, label="baseline"))
         self.replace("routine-baseline", name, {"run_name": name, "run_type": "iteration", "error_occurred": True,
                                                 "error_message": "this processor lacks it"})
         done = self.report("--check")
         self.assertEqual(done.returncode, 0)
-        self.assertEqual(self.row(done, "stereo, 512-frame buffers, against")[3:],
+        self.assertEqual(self.row(done, "stereo, 512-frame buffers, AVX2")[3:],
                          ["", "skipped: this processor has no better instruction set than the baseline"])
-        self.assertEqual(self.row(done, "stereo, 512-frame buffers, baseline")[3:], ["", "skipped: this processor lacks it"])
+        self.assertEqual(self.row(done, "stereo, 512-frame buffers, baseline")[3:],
+                         ["", "skipped: this processor lacks it"])
 
     def test_what_nobody_measured_is_missed(self):
         del self.results["routine-baseline"]
         done = self.report("--check")
         self.assertEqual(done.returncode, 1)
-        self.assertIn("not measured: no result of routine/product/channels:2/frames:512 (routine-baseline)", done.stderr)
+        self.assertIn(f"not measured: no result of {product(2, 512)} (routine-baseline)", done.stderr)
 
     def test_the_document_keeps_what_is_written_by_hand(self):
         document = self.folder / "performance.md"
@@ -175,8 +181,9 @@ class BenchReportTest(unittest.TestCase):
             done = self.report("--document", document, "--machine", "A machine.")
             self.assertEqual((done.returncode, done.stderr), (0, ""))
             text = document.read_text()
-            self.assertTrue(text.startswith(DOCUMENT[:DOCUMENT.index("old results")] + "A machine.\n\n| figure |"), text)
-            self.assertTrue(text.endswith("|\n" + DOCUMENT[DOCUMENT.index("\n<!-- Above"):]), text)
+            before, after = DOCUMENT.split("old results")
+            self.assertTrue(text.startswith(f"{before}A machine.\n\n| figure |"), text)
+            self.assertTrue(text.endswith(f"|{after}"), text)
         self.assertIn("- Stereo instances per core at 48 kHz, 64 frames: 1,603 (13 ns per frame", text)
         self.assertIn("- Dearest: drums: dearest (10.5 ns per frame).", text)
         self.assertIn("| stereo, 64 frames | 10 | 80 | 0.1 | 2,083x |", text)
