@@ -23,9 +23,9 @@ END
 
 bench_command() {
     case "$#:${1-}" in
-    0:) bench_with measure_everything song ;;
-    1:--long) bench_with measure_everything all ;;
-    1:--check) bench_with check_required ;;
+    0:) bench_with in_root measure_everything song ;;
+    1:--long) bench_with in_root measure_everything all ;;
+    1:--check) bench_with in_root check_required ;;
     1:--help) bench_usage ;;
     *:--filter)
         [[ -n ${2-} ]] || usage_error "--filter needs an expression; ./run bench --help tells more"
@@ -38,7 +38,7 @@ bench_command() {
 # bench_with COMMAND...: with the programs up to date, and nobody else measuring.
 bench_with() {
     need_packages program test && build_preset release varno_bench &&
-        only_one "measuring" "$root/build/bench.lock" in_root "$@"
+        only_one "measuring" "$root/build/bench.lock" "$@"
 }
 
 bench_results=$root/build/bench
@@ -50,6 +50,8 @@ bench_repetitions=15
 bench_repetition_seconds=0.1
 
 measure_everything() {
+    local load
+    load=$(cut -d ' ' -f 1 /proc/loadavg)
     forget_results &&
         measure_required . . '^render/' &&
         measure_set avx2 &&
@@ -57,7 +59,7 @@ measure_everything() {
         measure model model . &&
         measure_once editor editor . || return
     [[ $1 == song ]] || measure_once memory render '^memory/' || return
-    report_results --document "$bench_document" --machine "$(describe_measurement)" &&
+    report_results --document "$bench_document" --machine "$(describe_measurement "$load")" &&
         say "all results are in $bench_document"
 }
 
@@ -118,9 +120,10 @@ forget_results() { rm -rf "$bench_results" && mkdir -p "$bench_results"; }
 
 report_results() { Scripts/bench-report "$@" "$bench_results"; }
 
+# describe_measurement LOAD: the average number of programs that ran in the minute before.
 describe_measurement() {
-    printf '%s, commit %s. %s. Built by %s, Release; the literal evaluation with -O2.\n' \
-        "$(date -u '+%Y-%m-%d %H:%M UTC')" "$(commit)" "$(describe_machine)" "$(g++ --version | head -n 1)"
+    printf '%s, commit %s. %s; load before: %s. Built by %s, Release; the literal evaluation with -O2.\n' \
+        "$(date -u '+%Y-%m-%d %H:%M UTC')" "$(commit)" "$(describe_machine)" "$1" "$(g++ --version | head -n 1)"
 }
 
 # measure_matching REGEX OPTIONS...: in whichever programs there are such cases.

@@ -182,7 +182,7 @@ class BenchReportTest(unittest.TestCase):
             self.assertEqual((done.returncode, done.stderr), (0, ""))
             text = document.read_text()
             before, after = DOCUMENT.split("old results")
-            self.assertTrue(text.startswith(f"{before}A machine.\n\n| figure |"), text)
+            self.assertTrue(text.startswith(f"{before}A machine.\n\n## What is required\n\n| figure |"), text)
             self.assertTrue(text.endswith(f"|{after}"), text)
         self.assertIn("- Stereo instances per core at 48 kHz, 64 frames: 1,603 (13 ns per frame", text)
         self.assertIn("- Dearest: drums: dearest (10.5 ns per frame).", text)
