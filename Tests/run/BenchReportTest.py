@@ -158,13 +158,13 @@ class BenchReportTest(unittest.TestCase):
 
     def test_what_this_processor_lacks_is_skipped_with_its_reason(self):
         name = product(2, 512)
-        self.replace("routine", name, *repeated(name, 10.0, label="baseline"))
+        self.replace("routine", name, *repeated(name, 10.0, label="sse4"))
         self.replace("routine-baseline", name, {"run_name": name, "run_type": "iteration", "error_occurred": True,
                                                 "error_message": "this processor lacks it"})
         done = self.report("--check")
         self.assertEqual(done.returncode, 0)
         self.assertEqual(self.row(done, "stereo, 512-frame buffers, AVX2")[3:],
-                         ["", "skipped: this processor has no better instruction set than the baseline"])
+                         ["", "skipped: the best instruction set of this processor is sse4"])
         self.assertEqual(self.row(done, "stereo, 512-frame buffers, baseline")[3:],
                          ["", "skipped: this processor lacks it"])
 
