@@ -11,7 +11,7 @@ HostController::HostController(IACFUnknown& owner, InstanceState& state)
 
 AAX_Result HostController::GetEffectID(AAX_IString* outID) const {
     check("GetEffectID");
-    return tell(outID, mState.effect.id.c_str());
+    return tell(outID, mState.effectID.c_str());
 }
 
 AAX_Result HostController::GetSampleRate(float* outRateHz) const {

@@ -32,8 +32,8 @@ HostPageTableController::HostPageTableController(IACFUnknown& owner, InstanceSta
 }
 
 std::string HostPageTableController::resourcePath() const {
-    const ResourceDescription* resource = mState.effect.resource(AAX_eResourceType_PageTable);
-    return resource == nullptr ? std::string() : (mState.context->resources / resource->fileName).string();
+    const std::string& file = mState.pageTableFile;
+    return file.empty() ? std::string() : (mState.context->resources / file).string();
 }
 
 AAX_Result HostPageTableController::CopyTableForEffect(int32_t manufacturerID, int32_t productID,
@@ -51,7 +51,7 @@ AAX_Result HostPageTableController::CopyTableOfLayout(const char* effectID, cons
     if (effectID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    if (effectID != mState.effect.id) {
+    if (effectID != mState.effectID) {
         return AAX_ERROR_UNKNOWN_PLUGIN;
     }
     const AAX_Result result = CopyTableOfLayoutFromFile(resourcePath().c_str(), AAX_eTextEncoding_UTF8,

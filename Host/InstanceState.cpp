@@ -9,12 +9,18 @@ std::vector<AAX_CTypeID> meterIDs(const VariantDescription& variant) {
     return field == nullptr ? std::vector<AAX_CTypeID>() : field->meterIDs;
 }
 
+std::string pageTableFileOf(const EffectDescription& effect) {
+    const ResourceDescription* resource = effect.resource(AAX_eResourceType_PageTable);
+    return resource == nullptr ? std::string() : resource->fileName;
+}
+
 } // namespace
 
 InstanceState::InstanceState(std::shared_ptr<HostContext> sharedContext, const EffectDescription& itsEffect,
                              const VariantDescription& itsVariant, const InstanceSetup& itsSetup)
     : context(std::move(sharedContext)),
-      effect(itsEffect),
+      effectID(itsEffect.id),
+      pageTableFile(pageTableFileOf(itsEffect)),
       variant(itsVariant),
       setup(itsSetup),
       gate(context->monitor),

@@ -12,6 +12,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace varno {
 
@@ -22,7 +23,8 @@ struct InstanceState {
                   const VariantDescription& itsVariant, const InstanceSetup& itsSetup);
 
     std::shared_ptr<HostContext> context;
-    const EffectDescription effect;
+    const std::string effectID;
+    const std::string pageTableFile; ///< Name of the resource; empty when the effect has none.
     const VariantDescription variant;
     const InstanceSetup setup;
     MainGate gate;
