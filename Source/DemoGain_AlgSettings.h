@@ -10,6 +10,9 @@ namespace DemoGain {
 
 /// Everything above this is on.
 inline constexpr float kSwitchThreshold = 0.5F;
+/// Largest magnitude of an input sample that is processed. What lies above, infinity and what is not a number
+/// count as silence, so that nothing downstream overflows.
+inline constexpr float kLargestInput = 1e30F;
 /// From the start of the knee to its top.
 inline constexpr float kKneeDB = 45.0F;
 /// 1 / kKneeDB, to eight digits.

@@ -1,5 +1,7 @@
 #include "DemoGain_State.h"
 
+#include "DemoGain_PostResponses.h"
+
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -13,10 +15,6 @@ constexpr double kReferenceRateHz = 48000.0;
 constexpr double kDcReferenceRateHz = 44100.0;
 /// Two pi to eight digits, as the coefficients are defined with it.
 constexpr double kTwoPi = 6.2831855;
-
-constexpr SDemoGain_PostSection kPostA = {0.21020785F,  0.4204157F,   0.21020785F,
-                                          -0.84083444F, 0.040730298F, 0.60940844F};
-constexpr SDemoGain_PostSection kPostB = {kPostA.b0, kPostA.b1, kPostA.b2, kPostA.a1, kPostA.a2, 0.85306305F};
 
 constexpr float kUnread[2][6] = {{0.87403202F, 0.83125389F, 0.98768836F, 0.98768836F, 0.0F, 0.0F},
                                  {0.71592098F, -0.22123176F, 0.58778524F, 0.58778524F, 0.0F, 0.0F}};
@@ -73,8 +71,8 @@ void setCoefficients(SDemoGain_Alg_State& ioState, double sampleRate) {
     const float dcCoef = rounded(std::exp(kDcReferenceRateHz / sampleRate * -0.0040080296));
     ioState.mDc[0].mDcCoef = dcCoef;
     ioState.mDc[1].mDcCoef = dcCoef;
-    ioState.mPostA = kPostA;
-    ioState.mPostB = kPostB;
+    ioState.mPostA = DemoGain::kPostA;
+    ioState.mPostB = DemoGain::kPostB;
     ioState.mHp = highPass(rateScale);
     ioState.mAp = allPass(rateScale);
     ioState.mClipCoef = rounded(std::exp(rateScale * 1.0909091 * -0.005012537));

@@ -1,6 +1,6 @@
 #include "Meter.h"
 
-#include "DemoGain_MeterTaps.h"
+#include "DemoGain_MeterLevels.h"
 #include "GUI/DemoGain_MeterLaw.h"
 #include "Placement.h"
 

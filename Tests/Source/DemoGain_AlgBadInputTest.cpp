@@ -9,6 +9,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <random>
 #include <set>
@@ -75,7 +76,7 @@ Signal largestNoise(std::size_t channels, std::size_t frames, uint32_t seed) {
     return signal;
 }
 
-class DemoGain_AlgBadInput : public testing::TestWithParam<std::size_t> {};
+class DemoGain_AlgBadInput : public testing::TestWithParam<AlgVariant> {};
 
 } // namespace
 
@@ -188,11 +189,17 @@ TEST_P(DemoGain_AlgBadInput, BrokenPacketsLeaveNothingBroken) {
 
 TEST_P(DemoGain_AlgBadInput, ABrokenStateStartsAnew) {
     constexpr std::size_t kWords = sizeof(SDemoGain_Alg_State) / sizeof(float);
-    // The last outputs are written, not read, a clip gain that is not a number gives way to its target, and
-    // mono writes the right channel's delayed input: a buffer mends these words without a new start.
+    // The last outputs are written, not read, a clip gain that is not a number gives way to its target, mono
+    // writes the right channel's delayed input, and a buffer of this length lets the post sections forget: it
+    // mends these words without a new start.
     std::set<std::size_t> mending = {8, 9, 93, 94};
     if (GetParam() == 1) {
         mending.insert(92);
+    }
+    constexpr std::size_t kFirstPostWord = offsetof(SDemoGain_Alg_State, mPost) / sizeof(float);
+    constexpr std::size_t kPostWords = sizeof(SDemoGain_PostStates) / sizeof(float);
+    for (std::size_t i = 0; i < kPostWords * GetParam(); ++i) {
+        mending.insert(kFirstPostWord + i);
     }
     const Signal input = noise(GetParam(), 100, 4, 0.0);
     for (std::size_t word = 4; word < kWords; ++word) {
@@ -255,5 +262,5 @@ TEST_P(DemoGain_AlgBadInput, RatesAtWhichTheAllPassIsUnstableStayFinite) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Channels, DemoGain_AlgBadInput, testing::Values(std::size_t{1}, std::size_t{2}),
+INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgBadInput, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());

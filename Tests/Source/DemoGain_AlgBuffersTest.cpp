@@ -29,8 +29,9 @@ struct Rendering {
     RenderOutcome outcome;
 };
 
-Rendering render(const Signal& input, const RenderPlan& plan, const AlgParameters& parameters) {
-    Rendering rendering{std::make_unique<AlgInstance>(input.size(), kRate), {}};
+Rendering render(const AlgVariant& variant, const Signal& input, const RenderPlan& plan,
+                 const AlgParameters& parameters) {
+    Rendering rendering{std::make_unique<AlgInstance>(variant, kRate), {}};
     rendering.instance->set(parameters);
     rendering.outcome = renderChecked(rendering.instance->processor(), input, plan);
     return rendering;
@@ -50,18 +51,18 @@ std::vector<int32_t> randomBlocks() {
     return blocks;
 }
 
-class DemoGain_AlgBuffers : public testing::TestWithParam<std::size_t> {};
+class DemoGain_AlgBuffers : public testing::TestWithParam<AlgVariant> {};
 
 } // namespace
 
 TEST_P(DemoGain_AlgBuffers, BlockSizesDoNotMatter) {
     const Signal input = drums(GetParam(), 20000, kRate, 3);
-    const Rendering whole = render(input, {}, busyParameters());
+    const Rendering whole = render(GetParam(), input, {}, busyParameters());
     EXPECT_EQ(textOf(whole.outcome.complaints), "");
     const std::vector<std::vector<int32_t>> plans = {
         {1}, {7}, {17}, {63}, {64}, {65}, {127}, {512}, {4096}, {0, 64, 0, -5}, {1, 0, 999}, randomBlocks()};
     for (const std::vector<int32_t>& blocks : plans) {
-        EXPECT_EQ(difference(whole, render(input, {.blocks = blocks}, busyParameters())), "")
+        EXPECT_EQ(difference(whole, render(GetParam(), input, {.blocks = blocks}, busyParameters())), "")
             << "blocks from " << blocks.front();
     }
 }
@@ -71,23 +72,25 @@ TEST_P(DemoGain_AlgBuffers, LayoutsDoNotMatter) {
     for (const bool bypass : {false, true}) {
         AlgParameters parameters = busyParameters();
         parameters.bypass = bypass;
-        const Rendering plain = render(input, {}, parameters);
+        const Rendering plain = render(GetParam(), input, {}, parameters);
         for (const BufferLayout layout :
              {BufferLayout::Separate, BufferLayout::InPlace, BufferLayout::Crossed}) {
             for (const std::size_t offset : {0U, 1U, 2U, 3U}) {
                 const RenderPlan plan{.layout = layout, .blocks = {100, 1, 0, 31}, .offset = offset};
-                EXPECT_EQ(difference(plain, render(input, plan, parameters)), "")
+                EXPECT_EQ(difference(plain, render(GetParam(), input, plan, parameters)), "")
                     << "layout " << static_cast<int>(layout) << ", offset " << offset;
             }
         }
     }
 }
 
-TEST(DemoGain_AlgBuffersStereo, OneBufferForBothInputs) {
-    Signal input = noise(2, 3000, 4, 6.0);
-    input[1] = input[0];
-    const Rendering plain = render(input, {}, busyParameters());
-    EXPECT_EQ(difference(plain, render(input, {.layout = BufferLayout::SharedInput}, busyParameters())), "");
+TEST_P(DemoGain_AlgBuffers, OneBufferForBothInputs) {
+    Signal input = noise(GetParam(), 3000, 4, 6.0);
+    input.back() = input.front();
+    const Rendering plain = render(GetParam(), input, {}, busyParameters());
+    EXPECT_EQ(
+        difference(plain, render(GetParam(), input, {.layout = BufferLayout::SharedInput}, busyParameters())),
+        "");
 }
 
 TEST_P(DemoGain_AlgBuffers, NoFramesChangeNothing) {
@@ -105,7 +108,7 @@ TEST_P(DemoGain_AlgBuffers, NoFramesChangeNothing) {
 
 TEST_P(DemoGain_AlgBuffers, NoInstancesAreNoWork) {
     SDemoGain_Alg_Context* const instances[] = {nullptr};
-    processTogether(GetParam(), instances, instances);
+    DemoGain_ProcessInstances(*GetParam().routine, GetParam(), instances, instances);
 }
 
 TEST_P(DemoGain_AlgBuffers, InstancesOfOneCallDoNotMeet) {
@@ -136,11 +139,12 @@ TEST_P(DemoGain_AlgBuffers, InstancesOfOneCallDoNotMeet) {
         together[i]->attach(buffers[i].data(), buffers[i].data(), static_cast<int32_t>(framesOf(found[i])));
         contexts.push_back(&together[i]->context());
     }
-    processTogether(GetParam(), contexts.data(), contexts.data() + contexts.size());
+    DemoGain_ProcessInstances(*GetParam().routine, GetParam(), contexts.data(),
+                              contexts.data() + contexts.size());
     for (std::size_t i = 0; i < kInstances; ++i) {
         EXPECT_EQ(firstDifference(expected[i], found[i]) + firstDifference(*alone[i], *together[i]), "");
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Channels, DemoGain_AlgBuffers, testing::Values(std::size_t{1}, std::size_t{2}),
+INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgBuffers, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());

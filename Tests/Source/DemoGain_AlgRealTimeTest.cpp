@@ -26,7 +26,7 @@ RealTimeReport reportOf(AlgInstance& instance, Signal input, int32_t block) {
     return scope.finish();
 }
 
-class DemoGain_AlgRealTime : public testing::TestWithParam<std::size_t> {};
+class DemoGain_AlgRealTime : public testing::TestWithParam<AlgVariant> {};
 
 } // namespace
 
@@ -53,5 +53,5 @@ TEST_P(DemoGain_AlgRealTime, BadInputAndRecovery) {
     EXPECT_TRUE(report.clean()) << textOf(report);
 }
 
-INSTANTIATE_TEST_SUITE_P(Channels, DemoGain_AlgRealTime, testing::Values(std::size_t{1}, std::size_t{2}),
+INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgRealTime, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());

@@ -1,4 +1,5 @@
-// The routine's output, meter taps and state are bit for bit those of the literal evaluation.
+// The routine's output, meter taps and state are bit for bit those of the literal evaluation, with every
+// instruction set.
 #include "AlgFixture.h"
 #include "SignalSources.h"
 #include "TestScale.h"
@@ -15,9 +16,10 @@ using namespace varno::test;
 namespace {
 
 /// Renders `input` both ways with fresh instances and compares everything that comes out.
-std::string difference(const AlgParameters& parameters, double sampleRate, const Signal& input) {
-    AlgInstance literal(input.size(), sampleRate);
-    AlgInstance product(input.size(), sampleRate);
+std::string difference(const AlgVariant& variant, const AlgParameters& parameters, double sampleRate,
+                       const Signal& input) {
+    AlgInstance literal(variant, sampleRate);
+    AlgInstance product(variant, sampleRate);
     literal.set(parameters);
     product.set(parameters);
     const RenderOutcome expected = renderChecked(literal.literalProcessor(), input);
@@ -46,7 +48,7 @@ std::vector<std::pair<std::string, Signal>> signals(std::size_t channels, double
             {"subnormals", subnormals(channels, kFrames, 15)}};
 }
 
-class DemoGain_AlgReference : public testing::TestWithParam<std::size_t> {};
+class DemoGain_AlgReference : public testing::TestWithParam<AlgVariant> {};
 
 } // namespace
 
@@ -58,7 +60,8 @@ TEST_P(DemoGain_AlgReference, EverySignalInEverySwitchCombination) {
             parameters.mix = 0.25F;
             parameters.uk = (combination & 16U) != 0 ? 1.0F : 0.0F;
             parameters.bypass = (combination & 32U) != 0;
-            ASSERT_EQ(difference(withSwitches(parameters, combination), kRate, input), "") << name;
+            ASSERT_EQ(difference(GetParam(), withSwitches(parameters, combination), kRate, input), "")
+                << name;
         }
     }
 }
@@ -66,8 +69,8 @@ TEST_P(DemoGain_AlgReference, EverySignalInEverySwitchCombination) {
 TEST_P(DemoGain_AlgReference, EverySignalAtEverySampleRate) {
     for (const double rate : kSampleRates) {
         for (const auto& [name, input] : signals(GetParam(), rate)) {
-            ASSERT_EQ(difference(withSwitches({}, 2), rate, input), "") << name;
-            ASSERT_EQ(difference(withSwitches({}, 5), rate, input), "") << name;
+            ASSERT_EQ(difference(GetParam(), withSwitches({}, 2), rate, input), "") << name;
+            ASSERT_EQ(difference(GetParam(), withSwitches({}, 5), rate, input), "") << name;
         }
     }
 }
@@ -80,7 +83,7 @@ TEST_P(DemoGain_AlgReference, RandomParameters) {
         const AlgParameters parameters = randomParameters(engine);
         const double rate = kSampleRates[static_cast<uint32_t>(engine()) % std::size(kSampleRates)];
         const auto signalSeed = static_cast<uint32_t>(engine());
-        ASSERT_EQ(difference(parameters, rate, swell(GetParam(), kFrames, signalSeed, 36.0)), "")
+        ASSERT_EQ(difference(GetParam(), parameters, rate, swell(GetParam(), kFrames, signalSeed, 36.0)), "")
             << "vector " << i << " of the engine seeded with " << kSeed;
     }
 }
@@ -97,7 +100,7 @@ TEST_P(DemoGain_AlgReference, EveryCornerOfTheParameters) {
         p.ratio = bit(4);
         p.hot = bit(5);
         p.mix = bit(6);
-        ASSERT_EQ(difference(p, 44100.0, input), "");
+        ASSERT_EQ(difference(GetParam(), p, 44100.0, input), "");
     }
 }
 
@@ -131,5 +134,5 @@ TEST_P(DemoGain_AlgReference, TapsThatTheHostHasLeftHighOrLow) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Channels, DemoGain_AlgReference, testing::Values(std::size_t{1}, std::size_t{2}),
+INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgReference, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());

@@ -2,7 +2,7 @@
 #include "DemoGain_Alg.h"
 
 #include "AlgFixture.h"
-#include "DemoGain_Conversions.h"
+#include "ReferenceRoutine.h"
 #include "SignalSources.h"
 
 #include <gtest/gtest.h>
@@ -109,7 +109,7 @@ TEST(DemoGain_Alg, SilenceStaysSilent) {
     EXPECT_EQ(peakOf(output[0], 0), 0.0F);
     const SDemoGain_Followers& followers = instance.state().mFollowers[0];
     EXPECT_NEAR(followers.mGrEnvAR + followers.mGrEnvSlow, -0.000002F, 1e-9F);
-    EXPECT_NEAR(DemoGain::DbToLin(followers.mGrEnvAR + followers.mGrEnvSlow), 1.0F, 1e-5F);
+    EXPECT_NEAR(varno::reference::gainToFactor(followers.mGrEnvAR + followers.mGrEnvSlow), 1.0F, 1e-5F);
     EXPECT_EQ(instance.state().mClipGain[0], 1.0F);
 }
 
@@ -121,7 +121,7 @@ TEST(DemoGain_Alg, AStepIsFollowedByEachFollowerAtItsSpeed) {
     rendered(instance, constant({1.0F}, 1));
     const SDemoGain_Followers after = instance.state().mFollowers[0];
 
-    const float level = DemoGain::LinToDb(DemoGain::Level(1.0F));
+    const float level = varno::reference::levelToDB(varno::reference::detectorLevel(1.0F));
     const float t = (level + 30.0F) / 45.0F;
     const float u = t * t;
     const float target = (((instance.field(eAlgFieldID_Curve3) * u + instance.field(eAlgFieldID_Curve2)) * u +

@@ -1,5 +1,6 @@
 #include "DemoGain_Conversions.h"
 
+#include "DemoGain_VectorConversions-inl.h"
 #include "ReferenceRoutine.h"
 
 #include <gtest/gtest.h>
@@ -9,10 +10,39 @@
 #include <limits>
 #include <random>
 
-using namespace DemoGain;
 namespace reference = varno::reference;
+namespace stages = DemoGain::HWY_NAMESPACE;
+namespace hn = hwy::HWY_NAMESPACE;
 
 namespace {
+
+using Vector = hn::FixedTag<float, 4>;
+
+/// What a conversion makes of one value. The others of the vector are there to show that they do not matter.
+template<class Conversion>
+float convert(float value, Conversion conversion) {
+    const Vector d;
+    constexpr std::size_t kPlace = 2;
+    HWY_ALIGN float values[4] = {0.25F, -90.0F, value, 3e9F};
+    hn::Store(conversion(d, hn::Load(d, values)), d, values);
+    return values[kPlace];
+}
+
+float LinToDb(float level) {
+    return convert(level, [](auto d, auto v) { return stages::LinToDb(d, v); });
+}
+
+float DbToLin(float gainDB) {
+    return convert(gainDB, [](auto d, auto v) { return stages::DbToLin(d, v); });
+}
+
+float Level(float sample) {
+    return convert(sample, [](auto d, auto v) { return stages::Level(d, v); });
+}
+
+float ClipLevel(float sample, float bias) {
+    return convert(sample, [bias](auto d, auto v) { return stages::ClipLevel(d, v, hn::Set(d, bias)); });
+}
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kLargest = std::numeric_limits<float>::max();
@@ -96,6 +126,13 @@ TEST(DemoGain_Conversions, GainsReadTrueWithinTheTable) {
     EXPECT_EQ(DbToLin(-1000.0F), 0.0001F);
     EXPECT_EQ(DbToLin(below(24.0F)), 15.848932F) << "reads the table's last two entries";
     EXPECT_EQ(DbToLin(24.0F), fCeilLin);
+}
+
+TEST(DemoGain_Conversions, GainsWithoutLoudCompanyAreTheSame) {
+    const Vector d;
+    for (float gain = -100.0F; gain < 24.0F; gain += 0.01F) {
+        EXPECT_EQ(hn::GetLane(stages::DbToLin(d, hn::Set(d, gain))), reference::gainToFactor(gain)) << gain;
+    }
 }
 
 TEST(DemoGain_Conversions, GainsAboveTheTableShrink) {

@@ -1,9 +1,11 @@
-#include "DemoGain_DetectorStages.h"
+#include "DemoGain_DetectorStages-inl.h"
 
+#include "DemoGain_DriveStages-inl.h"
 #include "DemoGain_State.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <limits>
@@ -11,6 +13,7 @@
 #include <vector>
 
 using namespace DemoGain;
+using namespace DemoGain::HWY_NAMESPACE;
 
 namespace {
 
@@ -38,7 +41,14 @@ std::complex<double> highPassAt(double hertz) {
     SDemoGain_Alg_State state{};
     DemoGain_ResetState(state, kRate);
     return answerAt(hertz, [&](const float* in, float* out, std::size_t frames) {
-        highPass(state.mHp, state.mDetector[0].mHp, in, out, frames);
+        ChunkRows<1> rows;
+        HighPass<1> highPass(state);
+        for (std::size_t start = 0; start < frames; start += kChunkFrames) {
+            std::copy_n(in + start, kChunkFrames, rows.mRaw[0]);
+            admitInput(state.mHp, 0, rows);
+            stepThrough(highPass, rows, kChunkFrames);
+            std::copy_n(rows.mHighPassed.v, kChunkFrames, out + start);
+        }
     });
 }
 
@@ -46,8 +56,28 @@ std::complex<double> allPassAt(double hertz) {
     SDemoGain_Alg_State state{};
     DemoGain_ResetState(state, kRate);
     return answerAt(hertz, [&](const float* in, float* out, std::size_t frames) {
-        secondOrder(state.mAp, state.mDetector[0].mAp, in, out, frames);
+        ChunkRows<1> rows;
+        AllPass<1> allPass(state);
+        for (std::size_t start = 0; start < frames; start += kChunkFrames) {
+            std::copy_n(in + start, kChunkFrames, rows.mInput[0]);
+            feedAllPass(Settings{}, state.mAp, 0, rows);
+            stepThrough(allPass, rows, kChunkFrames);
+            std::copy_n(rows.mAllPassed.v, kChunkFrames, out + start);
+        }
     });
+}
+
+/// What the curve asks for when the detector sees `detector`.
+float gainOf(const GainCurve& curve, float detector) {
+    Settings settings{};
+    settings.mCurve = curve;
+    settings.mBandGain = 1.0F;
+    settings.mGain = 1.0F;
+    ChunkRows<1> rows;
+    std::fill_n(rows.mHeard[0], kChunkFrames, detector);
+    std::fill_n(rows.mAllPassed.v, kChunkFrames, 0.0F);
+    computeGain(settings, 0, rows);
+    return rows.mGain.v[3];
 }
 
 double dBOf(std::complex<double> answer) {
@@ -58,11 +88,13 @@ double dBOf(std::complex<double> answer) {
 
 TEST(DemoGain_DetectorStages, AdmitsUpToTheLargestInput) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    const float raw[] = {1e30F,     -1e30F,     std::nextafter(1e30F, kInfinity),
-                         kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN(),
-                         -0.0F,     0.5F};
-    float x[8];
-    admitInput(raw, x, 8);
+    const float raw[kChunkFrames] = {1e30F,     -1e30F,     std::nextafter(1e30F, kInfinity),
+                                     kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN(),
+                                     -0.0F,     0.5F};
+    ChunkRows<1> rows;
+    std::copy_n(raw, kChunkFrames, rows.mRaw[0]);
+    admitInput(SDemoGain_DetectorSection{}, 0, rows);
+    const float* x = rows.mInput[0];
     EXPECT_EQ(x[0], 1e30F);
     EXPECT_EQ(x[1], -1e30F);
     for (int i = 2; i < 6; ++i) {
@@ -90,13 +122,14 @@ TEST(DemoGain_DetectorStages, TheAllPassPassesAllAndTurnsAt7kHz) {
 TEST(DemoGain_DetectorStages, WeightingLeavesTheSignalWithoutEmphasis) {
     Settings settings{};
     settings.mGain = 2.0F;
-    const float d[] = {0.75F, 0.75F};
-    const float a[] = {0.25F, 0.25F};
+    const hn::FixedTag<float, 4> d;
+    const auto heard = hn::Set(d, 0.75F);
+    const auto allPassed = hn::Set(d, 0.25F);
     float detector[2];
     settings.mBandGain = 1.0F;
-    weightBands(settings, d, a, detector, 1);
+    detector[0] = hn::GetLane(weightBands(d, settings, heard, allPassed));
     settings.mBandGain = 2.5F;
-    weightBands(settings, d + 1, a + 1, detector + 1, 1);
+    detector[1] = hn::GetLane(weightBands(d, settings, heard, allPassed));
     EXPECT_EQ(detector[0], 1.5F);
     EXPECT_EQ(detector[1], (0.5F * 2.5F + 1.0F) * 0.5F * 2.0F);
 }
@@ -105,35 +138,28 @@ TEST(DemoGain_DetectorStages, TheGainCurveHasThreeParts) {
     // A curve that is t * -45 within the knee.
     const GainCurve curve{
         .mThreshold = -30.0F, .mTop = 15.0F, .mC = {1.0F, 0.0F, 0.0F, 0.0F}, .mTopGain = -46.0F};
-    const float detector[] = {0.0F, 0.001F, 2.0F, 100.0F, -2.0F};
-    float gain[5];
-    computeGain(curve, detector, gain, 5);
-    EXPECT_EQ(gain[0], -0.000001F);
-    EXPECT_EQ(gain[1], -0.000001F);
-    EXPECT_NEAR(gain[2], -36.02F, 0.01F);
-    EXPECT_EQ(gain[3], -46.0F);
-    EXPECT_EQ(gain[4], gain[2]);
+    EXPECT_EQ(gainOf(curve, 0.0F), -0.000001F);
+    EXPECT_EQ(gainOf(curve, 0.001F), -0.000001F);
+    EXPECT_NEAR(gainOf(curve, 2.0F), -36.02F, 0.01F);
+    EXPECT_EQ(gainOf(curve, 100.0F), -46.0F);
+    EXPECT_EQ(gainOf(curve, -2.0F), gainOf(curve, 2.0F));
 }
 
 TEST(DemoGain_DetectorStages, TheJoinsOfTheGainCurveAreStrict) {
     // Levels in dB that LinToDb gives exactly: -80 for silence, 24 for its ceiling.
-    const float silent = 0.0F;
-    const float ceiling = fCeilLin;
-    float gain = 0.0F;
     GainCurve curve{.mThreshold = -80.0F, .mTop = -35.0F, .mC = {1.0F, 0.0F, 0.0F, 0.0F}, .mTopGain = -99.0F};
-    computeGain(curve, &silent, &gain, 1);
-    EXPECT_EQ(gain, -0.000001F) << "at the threshold there is no reduction yet";
+    EXPECT_EQ(gainOf(curve, 0.0F), -0.000001F) << "at the threshold there is no reduction yet";
     curve.mThreshold = -21.0F;
     curve.mTop = 24.0F;
-    computeGain(curve, &ceiling, &gain, 1);
-    EXPECT_NEAR(gain, -45.0F, 1e-4F) << "at the top it is still the polynomial";
+    EXPECT_NEAR(gainOf(curve, fCeilLin), -45.0F, 1e-4F) << "at the top it is still the polynomial";
 }
 
 TEST(DemoGain_DetectorStages, LinkGivesBothChannelsTheMean) {
-    float left[] = {-4.0F, 0.0F};
-    float right[] = {-8.0F, 0.0F};
-    link(left, right, 2);
-    EXPECT_EQ(left[0], -6.0F);
-    EXPECT_EQ(right[0], -6.0F);
-    EXPECT_EQ(left[1], 0.0F);
+    const hn::FixedTag<float, 4> d;
+    HWY_ALIGN float reduction[4] = {-4.0F, -8.0F, 0.0F, 0.0F};
+    hn::Store(linked(d, hn::Load(d, reduction)), d, reduction);
+    EXPECT_EQ(reduction[0], -6.0F);
+    EXPECT_EQ(reduction[1], -6.0F);
+    EXPECT_EQ(reduction[2], 0.0F);
+    EXPECT_EQ(reduction[3], 0.0F);
 }

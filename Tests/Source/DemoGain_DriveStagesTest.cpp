@@ -1,29 +1,41 @@
-#include "DemoGain_DriveStages.h"
-
-#include "DemoGain_Conversions.h"
+#include "DemoGain_DriveStages-inl.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
 using namespace DemoGain;
+using namespace DemoGain::HWY_NAMESPACE;
 
 namespace {
 
-float targetOf(float v, float bias) {
-    float target = -1.0F;
-    clipTarget(bias, &v, &target, 1);
-    return target;
+using Vector = hn::FixedTag<float, 4>;
+
+float clipLevelOf(float v, float bias) {
+    const Vector d;
+    return hn::GetLane(ClipLevel(d, hn::Set(d, v), hn::Set(d, bias)));
 }
 
-/// The clip gain for `v` and `target` after `clipGain`.
+float targetOf(float v, float bias) {
+    const Vector d;
+    return hn::GetLane(clipTarget(d, hn::Set(d, clipLevelOf(v, bias))));
+}
+
+/// The clip gain that follows `clipGain` where `target` is asked for.
 float clipGainAfter(float clipGain, float recovery, float target) {
-    const float v = 1.0F;
-    float y = 0.0F;
-    clip(recovery, clipGain, &v, &target, &y, 1);
-    EXPECT_EQ(y, clipGain);
-    return clipGain;
+    SDemoGain_Alg_State state{};
+    state.mClipCoef = recovery;
+    state.mClipGain[0] = clipGain;
+    ChunkRows<1> rows;
+    rows.mClipTarget.v[0] = target;
+    rows.mClipShare.v[0] = (1.0F - recovery) * target;
+    ClipGain<1> stage(state);
+    stepThrough(stage, rows, 1);
+    stage.store(state);
+    EXPECT_EQ(state.mClipGain[0], rows.mClipGain.v[0]);
+    return state.mClipGain[0];
 }
 
 } // namespace
@@ -36,7 +48,7 @@ TEST(DemoGain_DriveStages, ClipTargetLeavesQuietSamplesAlone) {
 
 TEST(DemoGain_DriveStages, ClipTargetRoundsAShoulderAboveAHalf) {
     for (float v = 0.0F; v <= 1.0F; v += 0.001F) {
-        const double c = ClipLevel(v, 0.0F);
+        const double c = clipLevelOf(v, 0.0F);
         const double w = (c - 0.5) * 2.0 * 1.5707964;
         const double shoulder = ((-0.554926 * w * w * w + 1.55 * w) * 0.5 + 0.5) / c;
         EXPECT_NEAR(targetOf(v, 0.0F), c <= 0.5 ? 1.0 : shoulder, 1e-5) << v;
@@ -52,7 +64,7 @@ TEST(DemoGain_DriveStages, ClipTargetBringsLoudSamplesToOne) {
 
 TEST(DemoGain_DriveStages, ClipTargetStepsWhereTheLevelPassesOne) {
     const float above = std::nextafter(1.0F, 2.0F);
-    EXPECT_NEAR(ClipLevel(1.0F, 0.0F), 0.988F, 1e-3F);
+    EXPECT_NEAR(clipLevelOf(1.0F, 0.0F), 0.988F, 1e-3F);
     EXPECT_NEAR(targetOf(1.0F, 0.0F), 0.694F, 1e-3F);
     EXPECT_EQ(targetOf(above, 0.0F), 1.0F / above);
 }
@@ -70,17 +82,28 @@ TEST(DemoGain_DriveStages, ShapeIsACubicOverTheDrive) {
     Settings settings{};
     settings.mInvDrive = 0.05F;
     for (const float y : {-1.2F, -1.0F, -0.5F, 0.0F, 0.1F, 1.0F}) {
-        float z = 7.0F;
-        shape(settings, &y, &z, 1);
-        EXPECT_NEAR(z, (y - 0.49611F * y * y * y) * 0.05F, 1e-7F);
+        ChunkRows<1> rows;
+        std::fill_n(rows.mDriven.v, kChunkFrames, y);
+        std::fill_n(rows.mClipGain.v, kChunkFrames, 1.0F);
+        shape(settings, 0, rows);
+        EXPECT_EQ(rows.mClipped[0][5], y);
+        EXPECT_NEAR(rows.mShaped.v[5], (y - 0.49611F * y * y * y) * 0.05F, 1e-7F);
     }
 }
 
 TEST(DemoGain_DriveStages, OutputThatIsNotFiniteLeavesAsSilence) {
-    const float sums[] = {1.0F, std::numeric_limits<float>::quiet_NaN(),
-                          std::numeric_limits<float>::infinity(), std::numeric_limits<float>::max(), -2.0F};
-    float output[5] = {};
-    writeOutput(2.0F, sums, output, 5);
+    const float sums[kChunkFrames] = {1.0F, std::numeric_limits<float>::quiet_NaN(),
+                                      std::numeric_limits<float>::infinity(),
+                                      std::numeric_limits<float>::max(), -2.0F};
+    Settings settings{};
+    settings.mVolume = 2.0F;
+    settings.mWet = 1.0F;
+    ChunkRows<1> rows;
+    std::fill_n(rows.mInput.before(), 1 + kChunkFrames, 0.0F);
+    std::copy_n(sums, kChunkFrames, rows.mBlocked.v);
+    Row<1> row;
+    mix(settings, 0, rows, row);
+    const float* output = row.v;
     EXPECT_EQ(output[0], 2.0F);
     EXPECT_EQ(output[1], 0.0F);
     EXPECT_EQ(output[2], 0.0F);

@@ -3,13 +3,16 @@
 #define VARNO_TEST_ALGFIXTURE_H
 
 #include "DemoGain_Alg.h"
+#include "DemoGain_Routine.h"
 #include "RenderChecker.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace varno::test {
 
@@ -43,11 +46,27 @@ AlgParameters withSwitches(AlgParameters parameters, unsigned combination);
 /// The values as text, for messages.
 std::string textOf(const AlgParameters& parameters);
 
+/// A version of the routine for a number of channels. Counts as that number where one is wanted.
+struct AlgVariant {
+    std::size_t channels = 1;
+    const SDemoGain_Routine* routine = &DemoGain_ChooseRoutine();
+
+    operator std::size_t() const { return channels; } // NOLINT(google-explicit-constructor)
+};
+/// For the names of tests: "stereo_avx2".
+void PrintTo(const AlgVariant& variant, std::ostream* out);
+
+/// Mono and stereo in every version that this processor can run.
+std::vector<AlgVariant> algVariants();
+
 /// An instance with its context, packets, taps and state.
 class AlgInstance {
 public:
-    /// Fresh state at `sampleRate` (Hz), default parameters, taps at 0. `channels` is 1 or 2.
-    AlgInstance(std::size_t channels, double sampleRate);
+    /// Fresh state at `sampleRate` (Hz), default parameters, taps at 0.
+    AlgInstance(const AlgVariant& variant, double sampleRate);
+    /// The same for 1 or 2 channels, with the version that the effect would choose.
+    AlgInstance(std::size_t channels, double sampleRate)
+        : AlgInstance(AlgVariant{channels}, sampleRate) {}
     AlgInstance(const AlgInstance&) = delete;
     AlgInstance& operator=(const AlgInstance&) = delete;
 
@@ -57,7 +76,7 @@ public:
     float& field(EAlgFieldID index) { return mFields[static_cast<std::size_t>(index)]; }
     int32_t& bypass() { return mBypass; }
 
-    std::size_t channels() const { return mChannels; }
+    std::size_t channels() const { return mVariant.channels; }
     double sampleRate() const { return mSampleRate; }
     SDemoGain_Alg_Context& context() { return mContext; }
     SDemoGain_Alg_State& state() { return mState; }
@@ -65,7 +84,7 @@ public:
 
     /// Points the context at a buffer.
     void attach(const float* const* inputs, float* const* outputs, int32_t frames);
-    /// Processes a buffer with the product's routine.
+    /// Processes a buffer with the variant's version of the routine.
     void process(const float* const* inputs, float* const* outputs, int32_t frames);
     /// Processes a buffer with the literal evaluation, in the routine's floating-point mode.
     void processLiterally(const float* const* inputs, float* const* outputs, int32_t frames);
@@ -74,7 +93,7 @@ public:
     BufferProcessor literalProcessor();
 
 private:
-    std::size_t mChannels;
+    AlgVariant mVariant;
     double mSampleRate;
     float mSampleRateField;
     int32_t mBypass = 0;
@@ -85,11 +104,8 @@ private:
     SDemoGain_Alg_Context mContext{};
 };
 
-/// Runs the product's routine over several instances of one channel count in one call.
-void processTogether(std::size_t channels, SDemoGain_Alg_Context* const* begin,
-                     SDemoGain_Alg_Context* const* end);
-
-/// Where two instances differ in state or taps, as text; empty where they do not.
+/// Where two instances differ in state or taps, as text; empty where they do not. The states of the post
+/// sections, which no output depends on, may differ by 1e-6, everything else by nothing.
 std::string firstDifference(AlgInstance& expected, AlgInstance& found);
 
 } // namespace varno::test
