@@ -26,7 +26,7 @@ public:
     template<Way kWay>
     void process() {
         if constexpr (kWay == Way::kProduct) {
-            test::processTogether(2, mContexts.data(), mContexts.data() + mContexts.size());
+            DemoGain_AlgorithmProcessFunction<2, 2>(mContexts.data(), mContexts.data() + mContexts.size());
             benchmark::ClobberMemory();
         } else {
             for (const auto& member : mMembers) {

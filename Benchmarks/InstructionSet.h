@@ -6,7 +6,7 @@
 
 namespace varno::bench {
 
-/// "baseline", "avx2" or "avx512": what VARNO_SIMD in the environment asks for, else the best that the
+/// The name of the version of the routine: what VARNO_SIMD in the environment asks for, else the best that the
 /// processor has.
 std::string instructionSetInUse();
 
