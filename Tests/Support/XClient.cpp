@@ -87,6 +87,14 @@ void XClient::setClipboardOwner(xcb_window_t window) const {
     synchronise();
 }
 
+XWindow::~XWindow() {
+    try {
+        destroy();
+    } catch (
+        const std::exception&) { // NOLINT(bugprone-empty-catch): a server that is lost has no window either
+    }
+}
+
 void XWindow::destroy() {
     if (mID != XCB_WINDOW_NONE) {
         mClient.destroyWindow(mID);

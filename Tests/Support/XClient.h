@@ -81,7 +81,7 @@ public:
           mID(client.makeWindow(area)) {}
     XWindow(const XWindow&) = delete;
     XWindow& operator=(const XWindow&) = delete;
-    ~XWindow() { destroy(); }
+    ~XWindow();
 
     /// None once it is destroyed.
     xcb_window_t id() const { return mID; }

@@ -12,9 +12,6 @@
 namespace varno::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 class MeterFileTest : public testing::Test {
 protected:
     TemporaryFolder mFolder;

@@ -3,6 +3,9 @@
 #include "SoundFiles.h"
 #include "TemporaryFolder.h"
 
+#include <array>
+#include <bit>
+#include <cstddef>
 #include <cstring>
 #include <gmock/gmock.h>
 
@@ -22,7 +25,7 @@ protected:
     // A 16-bit file of 100 frames, made by libsndfile, with text and, in WAV, a broadcast extension and
     // loops.
     std::string makeFile(const std::string& name, int format) {
-        const std::string path = mFolder / name;
+        std::string path = mFolder / name;
         SF_INFO info{};
         info.samplerate = 48'000;
         info.channels = 1;
@@ -45,6 +48,11 @@ protected:
         EXPECT_EQ(sf_writef_int(file, samples.data(), 100), 100);
         sf_close(file);
         return path;
+    }
+
+    using BroadcastBytes = std::array<std::byte, sizeof(SF_BROADCAST_INFO)>;
+    static BroadcastBytes bytesOf(const SF_BROADCAST_INFO& broadcast) {
+        return std::bit_cast<BroadcastBytes>(broadcast);
     }
 
     SF_BROADCAST_INFO broadcastOf(const std::string& path) {
@@ -102,7 +110,7 @@ TEST_F(SndfileMetadataTest, TheBroadcastExtensionStaysByteForByte) {
     for (const char* name : {"out.wav", "out.rf64"}) {
         EXPECT_THAT(Copy().run(in, mFolder / name).leftOut, IsEmpty());
         const SF_BROADCAST_INFO after = broadcastOf(mFolder / name);
-        EXPECT_EQ(std::memcmp(&after, &before, sizeof before), 0) << name;
+        EXPECT_EQ(bytesOf(after), bytesOf(before)) << name;
     }
 }
 

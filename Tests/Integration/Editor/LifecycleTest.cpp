@@ -78,6 +78,7 @@ TEST_F(EditorLife, needsAWindowThatIsThere) {
     const auto container = ACFPtr<ViewContainer>::Adopt(new ViewContainer(module()->context()));
     container->setDesktop(&loop);
     constexpr std::uintptr_t kNobodys = 0x00ABCDEF;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the container carries a window's number as a pointer
     container->setView(AAX_eViewContainerType_X11, reinterpret_cast<void*>(kNobodys));
     const auto editor = instance->openEditor(*container);
     ASSERT_NE(editor, nullptr);

@@ -3,6 +3,8 @@
 
 #include "SignalSources.h"
 
+#include <cmath>
+
 using namespace varno;
 using namespace varno::test;
 
@@ -14,7 +16,7 @@ namespace {
 int lampsFor(float x) {
     const float y = (2.1271815F * x - 2.0384471F * x * x * x) + 0.916367F * x * x * x * x * x;
     const float dark = std::clamp(1.0F - y, 0.0F, 1.0F);
-    return layout::kMeterSteps - static_cast<int>(layout::kMeterSteps * dark + 0.5F);
+    return layout::kMeterSteps - static_cast<int>(std::lround(layout::kMeterSteps * dark));
 }
 
 class Meters : public OneEditorTest {
