@@ -75,12 +75,13 @@ public:
     LevelTaps(const SDemoGain_Alg_State& state, const float* taps)
         : mKeep(hn::Set(Pair(), kAverageKeep)),
           mAverages(pair(state.mInAvg, state.mOutAvg)),
-          mHighest(pair(loadTap(taps[eMeterTap_Input]), loadTap(taps[eMeterTap_Output]))) {}
+          mBefore(pair(loadTap(taps[eMeterTap_Input]), loadTap(taps[eMeterTap_Output]))),
+          mHighest(mBefore) {}
 
     template<std::size_t kChannels>
     HWY_INLINE hn::Vec<hn::FixedTag<float, 2>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
         mAverages = hn::Add(hn::Mul(mAverages, mKeep), frameOf<2>(rows.mLevels, frame));
-        mHighest = raised(mHighest, mAverages);
+        mHighest = hn::Max(mAverages, mHighest);
         return mAverages;
     }
 
@@ -88,7 +89,8 @@ public:
         float averages[2];
         float highest[2];
         hn::StoreU(mAverages, Pair(), averages);
-        hn::StoreU(mHighest, Pair(), highest);
+        // A tap that broken coefficients have made non-finite keeps its value.
+        hn::StoreU(raised(mBefore, mHighest), Pair(), highest);
         ioState.mInAvg = averages[0];
         ioState.mOutAvg = averages[1];
         taps[eMeterTap_Input] = storedTap(highest[0]);
@@ -105,6 +107,7 @@ private:
 
     hn::Vec<Pair> mKeep;
     hn::Vec<Pair> mAverages;
+    hn::Vec<Pair> mBefore; ///< The taps as the buffer found them.
     hn::Vec<Pair> mHighest;
 };
 

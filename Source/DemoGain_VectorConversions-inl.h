@@ -28,20 +28,29 @@ struct TableEntries {
     hn::Vec<D> mNext;
 };
 
-/// Reads the entries index[i] and index[i] + 1 for each sample i. Both come with one load of 64 bits: gather
-/// instructions, one entry a sample, are no faster on any processor measured, and much slower on some.
+/// Entries first, first + 1, second and second + 1, where `positions` holds first in its lower half and
+/// second in its upper one.
+HWY_INLINE hn::Vec<hn::FixedTag<float, 4>> readPairs(const float* table, uint64_t positions) {
+    const hn::FixedTag<float, 2> pair;
+    const float* const first = table + (positions & 0xFFFFFFFFU);
+    const float* const second = table + (positions >> 32);
+    return hn::Combine(hn::FixedTag<float, 4>(), hn::LoadU(pair, second), hn::LoadU(pair, first));
+}
+
+/// Reads the entries at `index` and behind it for each sample. Both come with one load of 64 bits: gather
+/// instructions, one entry a sample, are slower on the processors measured.
 template<class D>
-HWY_INLINE TableEntries<D> readEntries(D d, const float* table, const int32_t* index) {
+HWY_INLINE TableEntries<D> readEntries(D d, const float* table, hn::Vec<hn::RebindToSigned<D>> index) {
     if constexpr (hn::MaxLanes(D()) == 4) {
-        const hn::FixedTag<float, 2> pair;
-        const auto low = hn::Combine(d, hn::LoadU(pair, table + index[1]), hn::LoadU(pair, table + index[0]));
-        const auto high =
-            hn::Combine(d, hn::LoadU(pair, table + index[3]), hn::LoadU(pair, table + index[2]));
+        const auto positions = hn::BitCast(hn::FixedTag<uint64_t, 2>(), index);
+        const auto low = readPairs(table, hn::GetLane(positions));
+        const auto high = readPairs(table, hn::ExtractLane(positions, 1));
         return {hn::ConcatEven(d, high, low), hn::ConcatOdd(d, high, low)};
     } else {
         const hn::Half<D> half;
-        const auto low = readEntries(half, table, index);
-        const auto high = readEntries(half, table, index + hn::MaxLanes(half));
+        const hn::RebindToSigned<decltype(half)> halfIndex;
+        const auto low = readEntries(half, table, hn::LowerHalf(halfIndex, index));
+        const auto high = readEntries(half, table, hn::UpperHalf(halfIndex, index));
         return {hn::Combine(d, high.mThis, low.mThis), hn::Combine(d, high.mNext, low.mNext)};
     }
 }
@@ -52,9 +61,7 @@ HWY_INLINE hn::Vec<D> interpolate(D d, const float* table, hn::Vec<D> position, 
     const hn::RebindToSigned<D> integer;
     const auto entry = hn::ConvertTo(integer, position);
     const auto fraction = hn::Sub(position, hn::ConvertTo(d, entry));
-    HWY_ALIGN int32_t index[hn::MaxLanes(D())];
-    hn::Store(entry, integer, index);
-    const auto entries = readEntries(d, table, index);
+    const auto entries = readEntries(d, table, entry);
     return hn::Add(hn::Add(offset, entries.mThis), hn::Mul(hn::Sub(entries.mNext, entries.mThis), fraction));
 }
 
