@@ -6,8 +6,8 @@
 
 namespace varno::bench {
 
-/// The name of the version of the routine: what VARNO_SIMD in the environment asks for, else the best that the
-/// processor has.
+/// The name of the version of the routine: what VARNO_SIMD in the environment asks for, else the best that
+/// the processor has.
 std::string instructionSetInUse();
 
 /// Why the processor cannot do what VARNO_SIMD asks for; empty where it can.
