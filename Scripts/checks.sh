@@ -7,7 +7,7 @@ checks=$root/build/checks
 quick_steps=(format includes comments text shell gcc)
 lint_steps=(format includes comments text shell headers tidy)
 default_steps=(format includes comments text shell gcc headers clang tidy asan-ubsan tsan)
-full_steps=("${default_steps[@]}" tidy-tests coverage long long-threads)
+full_steps=("${default_steps[@]}" tidy-tests coverage aarch64 long long-threads)
 
 declare -A step_title=(
     [format]="every C++ file is laid out as clang-format 14 does"
@@ -23,6 +23,7 @@ declare -A step_title=(
     [asan-ubsan]="all tests under the address and undefined-behaviour sanitizers"
     [tsan]="the threaded tests under the thread sanitizer"
     [coverage]="line coverage of Interfaces, Libs and Source"
+    [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
     [long]="all tests with 50 times the usual work"
     [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
 )
@@ -89,6 +90,18 @@ step_long-threads() {
 step_coverage() {
     build_preset coverage all && forget_coverage &&
         run_tests coverage --label-exclude "$scripts_label|$program_label" && measure_coverage
+}
+step_aarch64() { can_run_aarch64 && build_preset aarch64 all && run_tests aarch64; }
+
+# Where there is no apt, nobody has installed them.
+can_run_aarch64() {
+    local command
+    for command in aarch64-linux-gnu-g++ qemu-aarch64; do
+        command -v "$command" >/dev/null || {
+            say "cannot build and run for 64-bit ARM: there is no $command"
+            return 1
+        }
+    done
 }
 
 # Tests of the scripts run no code of the product, so one run of them is enough.

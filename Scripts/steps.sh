@@ -22,7 +22,7 @@ run_steps() {
 }
 
 run_step() {
-    local name=$1 status=0 passed=0 failed=0 started=$SECONDS verdict
+    local name=$1 status=0 passed=0 failed=0 started=$SECONDS verdict skipped
     step_log=$checks/$name.log
     step_report=$checks/$name.xml
     rm -f "$step_report"
@@ -34,8 +34,11 @@ run_step() {
         verdict+=", $failed FAILED"
         failed_steps+=("$name")
     }
-    result_names+=("$name") result_verdicts+=("$verdict") result_seconds+=($((SECONDS - started)))
+    skipped=$(skipped_parts)
+    result_names+=("$name") result_seconds+=($((SECONDS - started)))
+    result_verdicts+=("$verdict${skipped:+; ${skipped//$'\n'/; }}")
     printf '%-14s %-28s %5d s\n' "$name" "$verdict" "${result_seconds[-1]}"
+    [[ -z $skipped ]] || printf '  %s\n' "${skipped//$'\n'/$'\n'  }"
 }
 
 # Sets passed and failed from the step's status and its report. A test that was skipped or could not be started
@@ -53,6 +56,11 @@ count_results() {
 }
 
 failed_tests() { grep '<testcase ' "$step_report" | sed -n '/status="run"/! s/.*testcase name="\([^"]*\)".*/\1/p'; }
+
+# What tests left out because this machine lacks it: lines "skipped: WHAT: REASON" of what they print.
+skipped_parts() {
+    [[ ! -f $step_report ]] || sed -nE 's/^(.*<system-out>)?(skipped: [^<]*).*/\2/p' "$step_report" | sort -u
+}
 
 print_failures() {
     ((${#failed_steps[@]} > 0)) || return 0

@@ -51,12 +51,19 @@ require_steps() {
     done
 }
 
+# need_packages_of STEP...: those of another processor only where they are asked for.
+need_packages_of() {
+    local purposes=(program test)
+    [[ " $* " != *" aarch64 "* ]] || purposes+=(aarch64)
+    need_packages "${purposes[@]}"
+}
+
 check() {
-    need_packages program test && only_one "testing" "$root/build/checks.lock" in_root run_steps "$@"
+    need_packages_of "$@" && only_one "testing" "$root/build/checks.lock" in_root run_steps "$@"
 }
 
 check_and_record() {
-    need_packages program test && only_one "testing" "$root/build/checks.lock" in_root run_and_record "$@"
+    need_packages_of "$@" && only_one "testing" "$root/build/checks.lock" in_root run_and_record "$@"
 }
 
 run_and_record() {

@@ -282,7 +282,7 @@ std::span<const SDemoGain_Routine> DemoGain_Routines() {
 }
 
 bool DemoGain_CanRun(const SDemoGain_Routine& routine) {
-    return (hwy::SupportedTargets() & routine.mTarget) != 0;
+    return (HWY_SUPPORTED_TARGETS & routine.mTarget) != 0;
 }
 
 void DemoGain_ProcessInstances(const SDemoGain_Routine& routine, std::size_t channels,

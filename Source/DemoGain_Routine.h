@@ -15,7 +15,7 @@ using DemoGain_ProcessBuffer = void (*)(const SDemoGain_Alg_Context& context, st
 /// The routine as built for one instruction set.
 struct SDemoGain_Routine {
     /// "avx512"; "avx2"; "baseline": vectors of 128 bits, with the oldest instructions that Highway generates
-    /// (SSSE3); "neon"; "emulated": any processor.
+    /// (SSSE3); "neon": any 64-bit ARM processor; "emulated": any other.
     const char* mName;
     int64_t mTarget;                    ///< The instruction set, as Highway numbers it.
     DemoGain_ProcessBuffer mProcess[2]; ///< For one channel, for two.

@@ -51,7 +51,11 @@ const SDemoGain_Routine& fastest() {
 } // namespace
 
 TEST(DemoGain_Routine, TheLastVersionRunsEverywhere) {
+#if defined(__aarch64__)
+    EXPECT_STREQ(DemoGain_Routines().back().mName, "neon");
+#else
     EXPECT_STREQ(DemoGain_Routines().back().mName, "emulated");
+#endif
     EXPECT_TRUE(DemoGain_CanRun(DemoGain_Routines().back()));
 }
 

@@ -13,6 +13,9 @@ beta-dev
 
 [test]
 gamma
+
+[aarch64]
+cross
 """
 
 DPKG_QUERY = """
@@ -69,6 +72,10 @@ class InstallTest(FixtureProject):
     def test_the_tests_need_more(self):
         self.run_script("test", "text")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha gamma"])
+
+    def test_another_processor_needs_more_again(self):
+        self.run_script("test", "aarch64")
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha cross gamma"])
 
     def test_nothing_missing_nothing_said(self):
         self.installed.write_text("alpha\nbeta-dev\n")

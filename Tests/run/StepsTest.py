@@ -1,4 +1,5 @@
 """./run test runs every step it is asked for, counts, and tells at the end what failed and how to repeat it."""
+import subprocess
 import unittest
 
 from fixture import FixtureProject
@@ -46,6 +47,31 @@ class StepsTest(FixtureProject):
         self.assertEqual((done.returncode, self.last_line(done)), (1, "1 passed, 1 failed"))
         self.assertRegex(done.stderr, "undeclared. was not declared")
 
+    def test_tells_what_tests_left_out(self):
+        self.write("Tests/test.cpp", """
+#include <cstdio>
+int main() {
+    std::puts("skipped: wide: this processor cannot run it");
+    std::puts("Not at the start of a line: skipped: other: no");
+    std::puts("skipped: longer: it lacks memory");
+}
+""")
+        done = self.run_script("test", "gcc")
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        self.assertRegex(done.stdout, r"\Agcc +1 passed +\d+ s\n"
+                                      r"  skipped: longer: it lacks memory\n"
+                                      r"  skipped: wide: this processor cannot run it\n"
+                                      r"1 passed, 0 failed\n\Z")
+
+    def test_says_what_another_processor_wants(self):
+        script = 'source "$1/Scripts/console.sh"; source "$1/Scripts/checks.sh"; PATH=$2; step_aarch64'
+        for name in ("aarch64-linux-gnu-g++", "qemu-aarch64"):
+            done = subprocess.run(["bash", "-c", script, "step", self.root, self.commands], env=self.environment(),
+                                  capture_output=True, text=True, check=False)
+            self.assertEqual((done.returncode, done.stderr),
+                             (1, f"run: cannot build and run for 64-bit ARM: there is no {name}\n"))
+            self.command(name, "true\n")
+
     def test_a_stale_report_does_not_count(self):
         self.run_script("test", "gcc")
         self.write("Tests/test.cpp", "int main() { return undeclared; }\n")
@@ -61,7 +87,8 @@ class StepsTest(FixtureProject):
     def test_names_its_steps(self):
         done = self.run_script("test", "--list")
         names = [line.split()[0] for line in done.stdout.splitlines()]
-        for name in ("format", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "coverage", "long", "long-threads"):
+        for name in ("format", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "coverage", "aarch64", "long",
+                     "long-threads"):
             self.assertIn(name, names)
 
     def test_continuous_integration_runs_the_same(self):

@@ -13,7 +13,9 @@ source "$root/Scripts/build.sh"
 source "$root/Scripts/test.sh"
 may_install=yes
 full_steps=(text comments)
-step_text() { true; }
+step_text() {
+    printf '<testcase name="a" status="run">\n<system-out>skipped: wide: not here\n</system-out>\n' >"$step_report"
+}
 step_comments() { false; }
 test_command --full
 """
@@ -32,7 +34,7 @@ class VerificationTest(FixtureProject):
         self.assertNotIn("old result", document)
         self.assertRegex(document, r"\n\d{4}-\d\d-\d\d \d\d:\d\d UTC, commit ")
         self.assertRegex(document, r"\d+ processors?, \d+ GiB; .*kernel .*; g\+\+ .*; .*clang version 14")
-        self.assertRegex(document, r"\n\| text \| no machine paths.* \| 1 passed \| \d+ s \|\n"
+        self.assertRegex(document, r"\n\| text \| no machine paths.* \| 1 passed; skipped: wide: not here \| \d+ s \|\n"
                                    r"\| comments \| .* \| 0 passed, 1 FAILED \| \d+ s \|\n")
         self.assertTrue(document.endswith("Together: 1 passed, 1 failed.\n"))
 
