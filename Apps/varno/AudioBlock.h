@@ -1,14 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace varno {
 
-/// A run of frames between reader, effect and writer, in planar order. Each sample is held twice: exactly as
-/// the file has it (every format fits a double), and as the single precision value that the effect takes. The
-/// writer sees from both which samples the effect left alone and writes those back exactly, which a 32-bit
-/// integer or a double would not survive through single precision. One thread at a time.
+/// A run of frames between reader, effect and writer, in planar order, as the single precision values that
+/// the effect takes. Where the source is of a format that single precision cannot hold, a 32-bit integer or a
+/// double, each sample is held a second time, exactly as the file has it: the writer sees from both which
+/// samples the effect left alone and writes those back exactly. One thread at a time.
 class AudioBlock {
 public:
     /// @param channels at least 1
@@ -29,10 +30,14 @@ public:
     float* const* samples() { return mChannels.data(); }
     const float* const* samples() const { return mChannels.data(); }
 
-    /// The exact samples of one channel, full scale +-1.
+    /// The exact samples of one channel, full scale +-1; null where the block was given single precision
+    /// samples, or integers that single precision holds.
     const double* exact(int channel) const;
 
-    /// Takes over frames of interleaved samples, full scale +-1. @param frames 0 to capacityFrames()
+    /// Takes over frames of interleaved samples, full scale +-1 or 16 bits. @param frames 0 to
+    /// capacityFrames()
+    void setInterleaved(const std::int16_t* samples, int frames);
+    void setInterleaved(const float* samples, int frames);
     void setInterleaved(const double* samples, int frames);
 
     /// Takes over planar samples, one pointer per channel. @param frames 0 to capacityFrames()
@@ -44,8 +49,9 @@ public:
 private:
     int mCapacityFrames;
     int mFrames = 0;
+    bool mHasExact = false;
     std::vector<float> mSamples;
-    std::vector<double> mExact;
+    std::vector<double> mExact; // empty until it is needed
     std::vector<float*> mChannels;
 };
 

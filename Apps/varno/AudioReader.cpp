@@ -15,6 +15,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <variant>
 
 namespace varno {
 
@@ -79,6 +80,30 @@ void refuseTruncated(const std::string& name, const AudioFormat& format, const S
                     " that its header promises");
 }
 
+// Interleaved samples as libsndfile decodes them.
+using Decoded = std::variant<std::vector<std::int16_t>, std::vector<float>, std::vector<double>>;
+
+// In the cheapest type that holds the format exactly: 16 bits are not even converted.
+Decoded decodedFor(SampleFormat sample) {
+    if (sample == SampleFormat::kPcm16)
+        return std::vector<std::int16_t>();
+    if (fitsSinglePrecision(sample))
+        return std::vector<float>();
+    return std::vector<double>();
+}
+
+sf_count_t decode(SNDFILE* sound, std::int16_t* samples, sf_count_t frames) {
+    return sf_readf_short(sound, samples, frames);
+}
+
+sf_count_t decode(SNDFILE* sound, float* samples, sf_count_t frames) {
+    return sf_readf_float(sound, samples, frames);
+}
+
+sf_count_t decode(SNDFILE* sound, double* samples, sf_count_t frames) {
+    return sf_readf_double(sound, samples, frames);
+}
+
 } // namespace
 
 struct AudioReader::State {
@@ -89,14 +114,14 @@ struct AudioReader::State {
     FileMetadata metadata;
     FileIdentity identity;
     std::int64_t framesRead = 0;
-    std::vector<double> interleaved;
+    Decoded decoded;
 
     // Streams that were written to a pipe do not tell their length.
     std::int64_t countFrames() {
-        interleaved.resize(static_cast<std::size_t>(kFramesPerCount) *
-                           static_cast<std::size_t>(format.channels));
+        std::vector<float> ignored(static_cast<std::size_t>(kFramesPerCount) *
+                                   static_cast<std::size_t>(format.channels));
         std::int64_t count = 0;
-        while (const sf_count_t got = sf_readf_double(sound.get(), interleaved.data(), kFramesPerCount))
+        while (const sf_count_t got = sf_readf_float(sound.get(), ignored.data(), kFramesPerCount))
             count += got;
         if (sf_seek(sound.get(), 0, SEEK_SET) != 0)
             throw WorkError(name + ": cannot be read a second time; expected a file that tells its length");
@@ -122,6 +147,7 @@ AudioReader::AudioReader(const std::string& path)
         throw WorkError(s.name + ": is no audio that can be read (" + withoutLineEnds(sf_strerror(nullptr)) +
                         "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
     s.format = audioFormatOf(info);
+    s.decoded = decodedFor(s.format.sample);
     refuseTruncated(s.name, s.format, sampleExtent(container));
     if (isOggWithoutEnd(s.file.get()))
         throw WorkError(s.name + ": is truncated: its stream has no end; expected a whole file");
@@ -152,14 +178,17 @@ int AudioReader::read(AudioBlock& block) {
     State& s = *mState;
     const std::int64_t wanted =
         std::min<std::int64_t>(block.capacityFrames(), s.format.frames - s.framesRead);
-    s.interleaved.resize(static_cast<std::size_t>(block.capacityFrames()) *
-                         static_cast<std::size_t>(s.format.channels));
-    const sf_count_t got = wanted > 0 ? sf_readf_double(s.sound.get(), s.interleaved.data(), wanted) : 0;
-    if (got < wanted)
-        throwTruncated(s.name, s.format.frames, s.framesRead + got);
-    s.framesRead += got;
-    block.setInterleaved(s.interleaved.data(), static_cast<int>(got));
-    return static_cast<int>(got);
+    const auto readAs = [&](auto& samples) {
+        samples.resize(static_cast<std::size_t>(block.capacityFrames()) *
+                       static_cast<std::size_t>(s.format.channels));
+        const sf_count_t got = wanted > 0 ? decode(s.sound.get(), samples.data(), wanted) : 0;
+        if (got < wanted)
+            throwTruncated(s.name, s.format.frames, s.framesRead + got);
+        s.framesRead += got;
+        block.setInterleaved(samples.data(), static_cast<int>(got));
+        return static_cast<int>(got);
+    };
+    return std::visit(readAs, s.decoded);
 }
 
 } // namespace varno

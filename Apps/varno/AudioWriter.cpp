@@ -3,6 +3,7 @@
 #include "CarriedChunks.h"
 #include "CommandError.h"
 #include "FileTransfer.h"
+#include "Interleaving.h"
 #include "OggPages.h"
 #include "PeakChunk.h"
 #include "SampleQuantizer.h"
@@ -15,7 +16,9 @@
 #include <bit>
 #include <cerrno>
 #include <cmath>
+#include <span>
 #include <unistd.h>
+#include <variant>
 
 namespace varno {
 
@@ -31,6 +34,41 @@ constexpr double kOpusQuality = 0.4;
 
 bool isOggCodec(SampleFormat sample) {
     return sample == SampleFormat::kVorbis || sample == SampleFormat::kOpus;
+}
+
+// Interleaved frames that wait to be written.
+using Waiting = std::variant<std::vector<float>, std::vector<double>>;
+
+// Single precision wherever nothing is lost by it, as it is cheaper.
+Waiting waitingFor(SampleFormat output, SampleFormat input, std::size_t samples) {
+    if (output == SampleFormat::kFloat || fitsSinglePrecision(input))
+        return std::vector<float>(samples);
+    return std::vector<double>(samples);
+}
+
+// Interleaved integers for libsndfile, in the cheapest type: 16 bits are not even converted.
+using Integers = std::variant<std::vector<std::int16_t>, std::vector<std::int32_t>>;
+
+Integers integersFor(SampleFormat output, std::size_t samples) {
+    if (output == SampleFormat::kPcm16)
+        return std::vector<std::int16_t>(samples);
+    return std::vector<std::int32_t>(samples);
+}
+
+sf_count_t encode(SNDFILE* sound, const std::int16_t* samples, sf_count_t frames) {
+    return sf_writef_short(sound, samples, frames);
+}
+
+sf_count_t encode(SNDFILE* sound, const std::int32_t* samples, sf_count_t frames) {
+    return sf_writef_int(sound, samples, frames);
+}
+
+sf_count_t encode(SNDFILE* sound, const float* samples, sf_count_t frames) {
+    return sf_writef_float(sound, samples, frames);
+}
+
+sf_count_t encode(SNDFILE* sound, const double* samples, sf_count_t frames) {
+    return sf_writef_double(sound, samples, frames);
 }
 
 // The sample to write: the very one that was read where the effect returned it unchanged.
@@ -58,17 +96,21 @@ struct AudioWriter::State {
 
     void open(const FileMetadata& metadata);
     void addMetadata(const FileMetadata& metadata);
+    void gather(const AudioBlock& source, const float* const* processed, std::size_t first,
+                std::size_t count);
     void flush();
+    template<class Sample>
+    sf_count_t writeWaiting(std::span<Sample> samples);
     void failUnlessWritten(bool written);
 
     AtomicFile file;
     SndfileSink sink;
     AudioFormat format;
     std::size_t channels;
-    std::vector<SampleQuantizer> quantizers; // one per channel; none where the output is not of integers
-    std::vector<std::int32_t> integers;      // interleaved, waiting to be written; or
-    std::vector<double> reals;
+    Waiting waiting;
     std::size_t framesWaiting = 0;
+    std::optional<SampleQuantizer> quantizer; // nothing where the output is not of integers
+    Integers integers;
     std::vector<CarriedChunk> chunksAtEnd;
     std::vector<std::string> leftOut;
     SndfileOwner sound; // closed before the sink it writes through
@@ -116,11 +158,45 @@ void AudioWriter::State::failUnlessWritten(bool written) {
         throw WorkError(file.name() + ": cannot be written: " + sf_strerror(sound.get()));
 }
 
-void AudioWriter::State::flush() {
+void AudioWriter::State::gather(const AudioBlock& source, const float* const* processed, std::size_t first,
+                                std::size_t count) {
+    const auto processedAt = [&](std::size_t channel, std::size_t frame) {
+        return processed[channel][first + frame];
+    };
+    const auto keptAt = [&](std::size_t channel, std::size_t frame) {
+        return keepUntouched(source.exact(static_cast<int>(channel))[first + frame],
+                             processedAt(channel, frame));
+    };
+    const std::size_t at = framesWaiting * channels;
+    if (auto* singles = std::get_if<std::vector<float>>(&waiting))
+        interleave(channels, count, singles->data() + at, processedAt);
+    else if (source.exact(0) == nullptr)
+        interleave(channels, count, std::get<std::vector<double>>(waiting).data() + at, processedAt);
+    else
+        interleave(channels, count, std::get<std::vector<double>>(waiting).data() + at, keptAt);
+    framesWaiting += count;
+}
+
+template<class Sample>
+sf_count_t AudioWriter::State::writeWaiting(std::span<Sample> samples) {
     const auto frames = static_cast<sf_count_t>(framesWaiting);
-    const sf_count_t written = quantizers.empty() ? sf_writef_double(sound.get(), reals.data(), frames)
-                                                  : sf_writef_int(sound.get(), integers.data(), frames);
-    failUnlessWritten(written == frames);
+    if (isOggCodec(format.sample)) // whose encoders do not return from what is no number
+        std::replace_if(
+            samples.begin(), samples.end(), [](Sample sample) { return !std::isfinite(sample); }, Sample{});
+    if (!quantizer)
+        return encode(sound.get(), samples.data(), frames);
+    const auto writeAs = [&](auto& out) {
+        quantizer->quantize(samples, out.data());
+        return encode(sound.get(), out.data(), frames);
+    };
+    return std::visit(writeAs, integers);
+}
+
+void AudioWriter::State::flush() {
+    const sf_count_t written = std::visit(
+        [&](auto& samples) { return writeWaiting(std::span(samples.data(), framesWaiting * channels)); },
+        waiting);
+    failUnlessWritten(written == static_cast<sf_count_t>(framesWaiting));
     framesWaiting = 0;
 }
 
@@ -132,12 +208,10 @@ AudioWriter::AudioWriter(const std::string& path, const AudioFormat& format, con
     State& s = *mState;
     if (const int bits = integerBits(format.sample)) {
         const Dither dither = bits < signalBits(options.inputSample) ? options.dither : Dither::kNone;
-        for (int channel = 0; channel < format.channels; ++channel)
-            s.quantizers.emplace_back(bits, dither, channel);
-        s.integers.resize(kFramesPerWrite * s.channels);
-    } else {
-        s.reals.resize(kFramesPerWrite * s.channels);
+        s.quantizer.emplace(bits, dither, s.channels);
+        s.integers = integersFor(format.sample, kFramesPerWrite * s.channels);
     }
+    s.waiting = waitingFor(format.sample, options.inputSample, kFramesPerWrite * s.channels);
     s.open(metadata);
 }
 
@@ -145,18 +219,12 @@ AudioWriter::~AudioWriter() = default;
 
 void AudioWriter::write(const AudioBlock& source, const float* const* processed) {
     State& s = *mState;
-    const bool finiteOnly = isOggCodec(s.format.sample); // the encoders do not return from what is no number
-    for (std::size_t frame = 0; frame < static_cast<std::size_t>(source.frames()); ++frame) {
-        const std::size_t at = s.framesWaiting * s.channels;
-        for (std::size_t c = 0; c < s.channels; ++c) {
-            const double sample =
-                keepUntouched(source.exact(static_cast<int>(c))[frame], processed[c][frame]);
-            if (!s.quantizers.empty())
-                s.integers[at + c] = s.quantizers[c].quantize(sample);
-            else
-                s.reals[at + c] = finiteOnly && !std::isfinite(sample) ? 0.0 : sample;
-        }
-        if (++s.framesWaiting == kFramesPerWrite)
+    const auto frames = static_cast<std::size_t>(source.frames());
+    for (std::size_t done = 0; done < frames;) {
+        const std::size_t count = std::min(frames - done, kFramesPerWrite - s.framesWaiting);
+        s.gather(source, processed, done, count);
+        done += count;
+        if (s.framesWaiting == kFramesPerWrite)
             s.flush();
     }
 }
@@ -174,10 +242,7 @@ void AudioWriter::commit() {
 }
 
 std::int64_t AudioWriter::clippedSamples() const {
-    std::int64_t clipped = 0;
-    for (const SampleQuantizer& quantizer : mState->quantizers)
-        clipped += quantizer.clipped();
-    return clipped;
+    return mState->quantizer ? mState->quantizer->clipped() : 0;
 }
 
 const std::vector<std::string>& AudioWriter::metadataLeftOut() const {

@@ -68,4 +68,9 @@ int signalBits(SampleFormat format) {
     return row(format).signalBits;
 }
 
+bool fitsSinglePrecision(SampleFormat format) {
+    const int bits = integerBits(format);
+    return format == SampleFormat::kFloat || (bits > 0 && bits < kSinglePrecisionBits);
+}
+
 } // namespace varno

@@ -40,4 +40,8 @@ int storedBytes(SampleFormat format);
 /// formats.
 int signalBits(SampleFormat format);
 
+/// Whether single precision holds every sample of this format exactly: integers of up to 24 bits, and single
+/// precision itself. Said of no coded format, whose decoders are their own.
+bool fitsSinglePrecision(SampleFormat format);
+
 } // namespace varno

@@ -83,10 +83,11 @@ std::optional<double> gainReductionDB(const Instance& instance, const std::vecto
     return result;
 }
 
-// The largest magnitude of the samples and of `peak`. Several maxima side by side, which the compiler keeps
-// in one vector register. A sample that is not a number does not count.
+// The largest magnitude of the samples and of `peak`. Many maxima side by side, so that the compiler makes
+// vector code of it: it may not change the order in which one maximum is found, and of a few it makes
+// separate variables. A sample that is not a number does not count.
 float peakOf(const float* samples, int count, float peak) {
-    constexpr int kLanes = 8;
+    constexpr int kLanes = 64;
     std::array<float, kLanes> lanes{};
     int i = 0;
     for (; i + kLanes <= count; i += kLanes) {

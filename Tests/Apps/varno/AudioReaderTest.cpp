@@ -24,7 +24,8 @@ std::vector<double> readAll(AudioReader& reader, int blockFrames) {
     while (reader.read(block) > 0)
         for (int frame = 0; frame < block.frames(); ++frame)
             for (int channel = 0; channel < block.channels(); ++channel)
-                samples.push_back(block.exact(channel)[frame]);
+                samples.push_back(block.exact(channel) != nullptr ? block.exact(channel)[frame]
+                                                                  : block.samples()[channel][frame]);
     return samples;
 }
 

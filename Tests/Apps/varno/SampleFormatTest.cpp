@@ -35,5 +35,13 @@ TEST(SampleFormatTest, BitsAndBytes) {
     EXPECT_EQ(storedBytes(SampleFormat::kOpus), 0);
 }
 
+TEST(SampleFormatTest, SinglePrecisionHoldsTwentyFourBits) {
+    using enum SampleFormat;
+    for (const SampleFormat format : {kPcm8, kPcm16, kPcm24, kFloat, kULaw, kALaw})
+        EXPECT_TRUE(fitsSinglePrecision(format)) << sampleFormatName(format);
+    for (const SampleFormat format : {kPcm32, kDouble, kVorbis, kOpus, kMpeg, kOther})
+        EXPECT_FALSE(fitsSinglePrecision(format)) << sampleFormatName(format);
+}
+
 } // namespace
 } // namespace varno::test
