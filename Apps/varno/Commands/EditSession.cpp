@@ -7,6 +7,7 @@
 
 #include <X11/keysym.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -15,6 +16,8 @@
 namespace varno {
 namespace {
 
+// How long a screenshot waits for an editor that has not been drawn yet.
+constexpr std::chrono::seconds kLongestDrawing(20);
 // The pace at which hosts call an editor's timer.
 constexpr std::chrono::nanoseconds kHostTimer = std::chrono::nanoseconds(std::chrono::seconds(1)) / 30;
 
@@ -121,7 +124,11 @@ void EditSession::planScreenshot(const std::string& path) {
     mScreenshot.emplace(path, mOptions.overwrite);
     mPicture.emplace(mConnection, mWindow.id());
     const auto after = std::chrono::duration<double>(mOptions.afterS);
-    mLoop.startTimer(std::chrono::round<TimerQueue::Period>(after), &mScreenshot, [this] {
+    const auto latest = std::chrono::steady_clock::now() + after + kLongestDrawing;
+    mLoop.startTimer(std::chrono::round<TimerQueue::Period>(after), &mScreenshot, [this, latest] {
+        if (!mPicture->isDrawn() && std::chrono::steady_clock::now() < latest) {
+            return; // a busy machine: looked at again after as long
+        }
         mPicture->write(*mScreenshot);
         mScreenshot->commit();
         mLoop.quit();

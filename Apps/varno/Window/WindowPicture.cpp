@@ -3,7 +3,9 @@
 #include "CairoSurface.h"
 #include "CommandError.h"
 
+#include <algorithm>
 #include <cairo-xcb.h>
+#include <cstdint>
 #include <exception>
 #include <xcb/composite.h>
 #include <xcb/xcb_aux.h>
@@ -14,6 +16,14 @@ namespace {
 // From this version on a window's picture has a name.
 constexpr std::uint32_t kCompositeMajor = 0;
 constexpr std::uint32_t kCompositeMinor = 2;
+
+// Of a pixel all bits; its first bytes are its colour, a fourth may be anything.
+constexpr std::uint32_t kAllPlanes = ~0U;
+constexpr int kColourBytes = 3;
+
+bool isSet(std::uint8_t byte) {
+    return byte != 0;
+}
 
 bool canNamePictures(xcb_connection_t* connection) {
     const auto* extension = xcb_get_extension_data(connection, &xcb_composite_id);
@@ -87,7 +97,8 @@ WindowPicture::WindowPicture(XConnection& connection, xcb_window_t window)
     xcb_composite_redirect_window(connection.get(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }
 
-void WindowPicture::write(AtomicFile& file) const {
+template<typename Use>
+bool WindowPicture::withPicture(Use use) const {
     auto* connection = mConnection.get();
     const auto picture = xcb_generate_id(connection);
     xcb_composite_name_window_pixmap(connection, mWindow, picture);
@@ -95,14 +106,38 @@ void WindowPicture::write(AtomicFile& file) const {
         xcb_get_geometry_reply(connection, xcb_get_geometry(connection, picture), nullptr));
     mConnection.throwIfLost();
     if (!geometry) {
-        throw WorkError(file.name() + ": the window's picture cannot be had: the window is not shown");
+        return false;
     }
-    {
-        const Drawing drawing(mConnection, picture, *geometry);
-        writePng(drawing.surface(), file);
-    }
+    use(picture, *geometry);
     xcb_free_pixmap(connection, picture);
     mConnection.flush();
+    return true;
+}
+
+bool WindowPicture::isDrawn() const {
+    auto* connection = mConnection.get();
+    const XReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, mWindow), nullptr));
+    bool drawn = tree && tree->children_len == 0;
+    withPicture([&](xcb_pixmap_t picture, const xcb_get_geometry_reply_t& geometry) {
+        const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, picture,
+                                          static_cast<std::int16_t>(geometry.width - 1),
+                                          static_cast<std::int16_t>(geometry.height - 1), 1, 1, kAllPlanes);
+        const XReply<xcb_get_image_reply_t> pixel(xcb_get_image_reply(connection, cookie, nullptr));
+        const auto* bytes = pixel ? xcb_get_image_data(pixel.get()) : nullptr;
+        drawn = drawn || (bytes != nullptr && std::any_of(bytes, bytes + kColourBytes, isSet));
+    });
+    return drawn;
+}
+
+void WindowPicture::write(AtomicFile& file) const {
+    const bool isShown = withPicture([&](xcb_pixmap_t picture, const xcb_get_geometry_reply_t& geometry) {
+        const Drawing drawing(mConnection, picture, geometry);
+        writePng(drawing.surface(), file);
+    });
+    if (!isShown) {
+        throw WorkError(file.name() + ": the window's picture cannot be had: the window is not shown");
+    }
 }
 
 } // namespace varno

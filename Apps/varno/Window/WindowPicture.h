@@ -13,11 +13,20 @@ public:
     /// @throws WorkError where the display cannot keep windows' pictures
     WindowPicture(XConnection& connection, xcb_window_t window);
 
+    /// Whether the windows within this one have been drawn to the last pixel: until then it is black. With no
+    /// window within there is nothing to wait for.
+    bool isDrawn() const;
+
     /// Appends the picture to the file. @throws WorkError where the window is not shown or the file cannot
     /// be written
     void write(AtomicFile& file) const;
 
 private:
+    /// Calls `use` with the window's picture and its geometry, unless the window is not shown. Returns
+    /// whether it is.
+    template<typename Use>
+    bool withPicture(Use use) const;
+
     XConnection& mConnection;
     xcb_window_t mWindow;
 };

@@ -96,7 +96,8 @@ TEST_F(EditEffect, WhatWasTurnedIsSavedAndCopied) {
 }
 
 TEST_F(EditEffect, ItsMetersHearTheFile) {
-    makeMusic("loud.wav", kWav16, 2, 4800);
+    // Long enough for the meters to follow it down and up again.
+    makeMusic("loud.wav", kWav16, 2, 144000);
     auto program = editEffect();
     const auto silent = picture(kMeters);
     close();
