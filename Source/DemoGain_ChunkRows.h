@@ -2,18 +2,20 @@
 #ifndef DEMOGAIN_CHUNKROWS_H
 #define DEMOGAIN_CHUNKROWS_H
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 namespace DemoGain {
 
-/// Frames of a chunk. Fewer leave vectors of the widest instruction set half empty; with more, fewer stages
-/// overlap inside the processor, and short buffers pay more for filling the pipeline.
+/// Frames of a chunk. With fewer, vectors of mono samples are half empty; with more, short buffers pay more
+/// for filling the pipeline.
 inline constexpr std::size_t kChunkFrames = 8;
 /// Samples of a chunk.
 template<std::size_t kChannels>
 inline constexpr std::size_t kRowSize = kChunkFrames* kChannels;
 
-/// Bytes that a row is aligned to: those of the widest vector.
+/// Bytes that a row is aligned to: a cache line.
 inline constexpr std::size_t kRowAlignment = 64;
 
 /// One value per sample of a chunk, frame by frame: the samples of a frame stand side by side, left then
@@ -38,23 +40,26 @@ private:
     Row<kChannels> mRows[kRingChunks];
 };
 
-/// A ring in which a chunk can also be read one frame late.
+/// Frames before a chunk that its stages look back to.
+inline constexpr std::size_t kLateFrames = 2;
+
+/// A ring in which a chunk can also be read late.
 template<std::size_t kChannels>
 class DelayRing {
 public:
+    DelayRing() { std::fill_n(mSamples, kLead, 0.0F); }
+
     float* operator[](std::size_t chunk) { return mSamples + kLead + place(chunk); }
     const float* operator[](std::size_t chunk) const { return mSamples + kLead + place(chunk); }
     /// The chunk one frame late: its first frame is the last one of the chunk before. Not aligned.
     const float* late(std::size_t chunk) const { return (*this)[chunk] - kChannels; }
-    /// The frame before the first chunk.
-    float* before() { return mSamples + kLead - kChannels; }
+    /// The kLateFrames frames before the first chunk.
+    float* before() { return mSamples + kLead - kLateFrames * kChannels; }
     /// To be called once the samples of `chunk` are complete: what follows the last place of the ring is its
     /// first.
     void close(std::size_t chunk) {
         if (chunk % kRingChunks == kRingChunks - 1) {
-            for (std::size_t channel = 0; channel < kChannels; ++channel) {
-                before()[channel] = (*this)[chunk][kRowSize<kChannels> - kChannels + channel];
-            }
+            std::copy_n(std::end(mSamples) - kLead, kLead, mSamples);
         }
     }
 
@@ -69,13 +74,16 @@ private:
 /// time: its reader runs before its writer comes to the next chunk.
 template<std::size_t kChannels>
 struct ChunkRows {
-    RowRing<kChannels> mRaw;        ///< Input as it came.
-    DelayRing<kChannels> mInput;    ///< Input as it is processed.
-    Row<kChannels> mHighPassFed[2]; ///< Input times b0 and b1 of the high-pass.
+    RowRing<kChannels> mRaw;     ///< Input as it came.
+    DelayRing<kChannels> mInput; ///< Input as it is processed.
+    /// Its last frames as the high-pass remembers them, at the end of the row.
+    Row<kChannels> mInputBefore{};
+    Row<kChannels> mHighPassFed; ///< What the high-pass takes of its input.
     Row<kChannels> mHighPassed;
-    DelayRing<kChannels> mHeard;   ///< What the detector hears: the input, high-passed or not.
-    Row<kChannels> mAllPassFed[3]; ///< The same times b0, b1 and b2 of the all-pass.
+    DelayRing<kChannels> mHeard; ///< What the detector hears: the input, high-passed or not.
+    Row<kChannels> mAllPassFed;  ///< What the all-pass takes of it.
     Row<kChannels> mAllPassed;
+    Row<kChannels> mLevel;      ///< Level of the detector signal, linear, then in dB.
     Row<kChannels> mGain;       ///< Gain that the curve asks for, dB.
     Row<kChannels> mReduction;  ///< Gain reduction, dB.
     Row<kChannels> mDriven;     ///< Delayed input after input gain, reduction and drive.
@@ -83,8 +91,9 @@ struct ChunkRows {
     Row<kChannels> mClipShare;  ///< What a recovering clip gain takes on of it with one sample.
     Row<kChannels> mClipGain;
     RowRing<kChannels> mClipped;
-    Row<kChannels> mShaped;
-    Row<kChannels> mBlocked; ///< Without the constant part.
+    Row<kChannels> mShaped{};
+    Row<kChannels> mShapedSteps; ///< From each shaped sample to the next.
+    Row<kChannels> mBlocked;     ///< Without the constant part.
     /// Per frame what the first channel's input and output add to their averages.
     alignas(kRowAlignment) float mLevels[2 * kChunkFrames];
 };

@@ -31,13 +31,17 @@ HWY_INLINE void admitInput(const SDemoGain_DetectorSection& highPass, std::size_
     const auto b1 = hn::Set(d, highPass.b1);
     const float* raw = rows.mRaw[chunk];
     float* input = rows.mInput[chunk];
+    float* lastBefore = rows.mInputBefore.v + kRowSize<kChannels> - hn::Lanes(d);
+    auto before = hn::Load(d, lastBefore);
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
         const auto sample = hn::Load(d, raw + i);
         const auto x = hn::IfThenElseZero(hn::Le(hn::Abs(sample), largest), sample);
         hn::Store(x, d, input + i);
-        hn::Store(hn::Mul(b0, x), d, rows.mHighPassFed[0].v + i);
-        hn::Store(hn::Mul(b1, x), d, rows.mHighPassFed[1].v + i);
+        const auto fed = hn::Add(hn::Mul(b0, x), hn::Mul(b1, late<kChannels, 1>(d, x, before)));
+        hn::Store(fed, d, rows.mHighPassFed.v + i);
+        before = x;
     }
+    hn::Store(before, d, lastBefore);
     rows.mInput.close(chunk);
 }
 
@@ -48,17 +52,13 @@ public:
     explicit HighPass(const SDemoGain_Alg_State& state)
         : mA1(hn::Set(Frame<kChannels>(), state.mHp.a1)),
           mGain(hn::Set(Frame<kChannels>(), state.mHp.gain)),
-          mFed(hn::Mul(
-              hn::Set(Frame<kChannels>(), state.mHp.b1),
-              loadFrame<kChannels>(state.mDetector, [](const auto& channel) { return channel.mHp.x1; }))),
           mY1(loadFrame<kChannels>(state.mDetector, [](const auto& channel) { return channel.mHp.y1; })) {}
 
     static Row<kChannels>& output(ChunkRows<kChannels>& rows) { return rows.mHighPassed; }
 
     HWY_INLINE hn::Vec<Frame<kChannels>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        const auto forward = hn::Add(frameOf<kChannels>(rows.mHighPassFed[0].v, frame), mFed);
-        mFed = frameOf<kChannels>(rows.mHighPassFed[1].v, frame);
-        mY1 = hn::Mul(hn::Sub(forward, hn::Mul(mA1, mY1)), mGain);
+        const auto fed = frameOf<kChannels>(rows.mHighPassFed.v, frame);
+        mY1 = hn::Mul(hn::Sub(fed, hn::Mul(mA1, mY1)), mGain);
         return mY1;
     }
 
@@ -73,7 +73,6 @@ public:
 private:
     hn::Vec<Frame<kChannels>> mA1;
     hn::Vec<Frame<kChannels>> mGain;
-    hn::Vec<Frame<kChannels>> mFed; ///< b1*x1
     hn::Vec<Frame<kChannels>> mY1;
 };
 
@@ -86,13 +85,14 @@ HWY_INLINE void feedAllPass(const Settings& settings, const SDemoGain_DetectorSe
     const auto b1 = hn::Set(d, allPass.b1);
     const auto b2 = hn::Set(d, allPass.b2);
     float* const heard = rows.mHeard[chunk];
+    auto before = hn::Load(d, heard - hn::Lanes(d));
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
         const auto x = settings.mHighPass ? loadBlocks<kChannels>(d, rows.mHighPassed.v + i)
                                           : hn::Load(d, rows.mInput[chunk] + i);
         hn::Store(x, d, heard + i);
-        hn::Store(hn::Mul(b0, x), d, rows.mAllPassFed[0].v + i);
-        hn::Store(hn::Mul(b1, x), d, rows.mAllPassFed[1].v + i);
-        hn::Store(hn::Mul(b2, x), d, rows.mAllPassFed[2].v + i);
+        const auto fed = hn::Add(hn::Mul(b0, x), hn::Mul(b1, late<kChannels, 1>(d, x, before)));
+        hn::Store(hn::Add(fed, hn::Mul(b2, late<kChannels, 2>(d, x, before))), d, rows.mAllPassFed.v + i);
+        before = x;
     }
     rows.mHeard.close(chunk);
 }
@@ -105,22 +105,14 @@ public:
         : mA1(hn::Set(Frame<kChannels>(), state.mAp.a1)),
           mA2(hn::Set(Frame<kChannels>(), state.mAp.a2)),
           mGain(hn::Set(Frame<kChannels>(), state.mAp.gain)),
-          mFed1(hn::Mul(hn::Set(Frame<kChannels>(), state.mAp.b1), load(state, &SDemoGain_SectionState::x1))),
-          mFed2(hn::Mul(hn::Set(Frame<kChannels>(), state.mAp.b2), load(state, &SDemoGain_SectionState::x1))),
-          mFed2Before(
-              hn::Mul(hn::Set(Frame<kChannels>(), state.mAp.b2), load(state, &SDemoGain_SectionState::x2))),
           mY1(load(state, &SDemoGain_SectionState::y1)),
           mY2(load(state, &SDemoGain_SectionState::y2)) {}
 
     static Row<kChannels>& output(ChunkRows<kChannels>& rows) { return rows.mAllPassed; }
 
     HWY_INLINE hn::Vec<Frame<kChannels>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        const auto forward =
-            hn::Add(hn::Add(frameOf<kChannels>(rows.mAllPassFed[0].v, frame), mFed1), mFed2Before);
-        mFed1 = frameOf<kChannels>(rows.mAllPassFed[1].v, frame);
-        mFed2Before = mFed2;
-        mFed2 = frameOf<kChannels>(rows.mAllPassFed[2].v, frame);
-        const auto y = hn::Mul(hn::Sub(hn::Sub(forward, hn::Mul(mA1, mY1)), hn::Mul(mA2, mY2)), mGain);
+        const auto fed = frameOf<kChannels>(rows.mAllPassFed.v, frame);
+        const auto y = hn::Mul(hn::Sub(hn::Sub(fed, hn::Mul(mA1, mY1)), hn::Mul(mA2, mY2)), mGain);
         mY2 = mY1;
         mY1 = y;
         return y;
@@ -146,9 +138,6 @@ private:
     hn::Vec<Frame<kChannels>> mA1;
     hn::Vec<Frame<kChannels>> mA2;
     hn::Vec<Frame<kChannels>> mGain;
-    hn::Vec<Frame<kChannels>> mFed1;       ///< b1*x1
-    hn::Vec<Frame<kChannels>> mFed2;       ///< b2*x1
-    hn::Vec<Frame<kChannels>> mFed2Before; ///< b2*x2
     hn::Vec<Frame<kChannels>> mY1;
     hn::Vec<Frame<kChannels>> mY2;
 };
@@ -176,16 +165,33 @@ HWY_INLINE hn::Vec<D> curveGain(D d, const GainCurve& curve, hn::Vec<D> level) {
     return hn::IfThenElse(hn::Gt(level, hn::Set(d, curve.mTop)), hn::Set(d, curve.mTopGain), bent);
 }
 
-/// From what the detector hears to the gain that the curve asks for.
+/// Level of what the detector hears, linear.
 template<std::size_t kChannels>
-HWY_INLINE void computeGain(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows) {
+HWY_INLINE void measureLevel(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
     const float* heard = rows.mHeard[chunk];
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
         const auto detector =
             weightBands(d, settings, hn::Load(d, heard + i), loadBlocks<kChannels>(d, rows.mAllPassed.v + i));
-        const auto level = LinToDb(d, Level(d, detector));
-        hn::Store(curveGain(d, settings.mCurve, level), d, rows.mGain.v + i);
+        hn::Store(Level(d, detector), d, rows.mLevel.v + i);
+    }
+}
+
+/// The same level in dB.
+template<std::size_t kChannels>
+HWY_INLINE void convertLevel(ChunkRows<kChannels>& rows) {
+    const Samples<kChannels> d;
+    for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
+        hn::Store(LinToDb(d, hn::Load(d, rows.mLevel.v + i)), d, rows.mLevel.v + i);
+    }
+}
+
+/// From the level to the gain that the curve asks for.
+template<std::size_t kChannels>
+HWY_INLINE void computeGain(const Settings& settings, ChunkRows<kChannels>& rows) {
+    const Samples<kChannels> d;
+    for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
+        hn::Store(curveGain(d, settings.mCurve, hn::Load(d, rows.mLevel.v + i)), d, rows.mGain.v + i);
     }
 }
 

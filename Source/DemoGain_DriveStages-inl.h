@@ -44,13 +44,11 @@ HWY_INLINE hn::Vec<D> linked(D d, hn::Vec<D> reduction) {
     return hn::Mul(hn::Add(reduction, hn::Shuffle2301(reduction)), hn::Set(d, 0.5F));
 }
 
-/// From the gain reduction to the driven signal and the clip gain it asks for. The gain computed from a
-/// sample meets the sample before it.
+/// From the gain reduction to the driven signal. The gain computed from a sample meets the sample before it.
 template<std::size_t kChannels>
-HWY_INLINE void drive(const Settings& settings, float recovery, std::size_t chunk,
-                      ReductionTap<kChannels>& ioTap, ChunkRows<kChannels>& rows) {
+HWY_INLINE void drive(const Settings& settings, std::size_t chunk, ReductionTap<kChannels>& ioTap,
+                      ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
-    const auto rest = hn::Set(d, 1.0F - recovery);
     const float* late = rows.mInput.late(chunk);
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
         auto reduction = loadBlocks<kChannels>(d, rows.mReduction.v + i);
@@ -62,8 +60,18 @@ HWY_INLINE void drive(const Settings& settings, float recovery, std::size_t chun
         ioTap.raise(reduction);
         const auto amplified = hn::Mul(hn::Set(d, settings.mGain), hn::LoadU(d, late + i));
         const auto driven = hn::Mul(hn::Mul(amplified, DbToLin(d, reduction)), hn::Set(d, settings.mDrive));
-        const auto target = clipTarget(d, ClipLevel(d, driven, hn::Set(d, settings.mBias)));
         hn::Store(driven, d, rows.mDriven.v + i);
+    }
+}
+
+/// From the driven signal to the clip gain that its level asks for.
+template<std::size_t kChannels>
+HWY_INLINE void aimClipGain(const Settings& settings, float recovery, ChunkRows<kChannels>& rows) {
+    const Samples<kChannels> d;
+    const auto rest = hn::Set(d, 1.0F - recovery);
+    for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
+        const auto driven = hn::Load(d, rows.mDriven.v + i);
+        const auto target = clipTarget(d, ClipLevel(d, driven, hn::Set(d, settings.mBias)));
         hn::Store(target, d, rows.mClipTarget.v + i);
         hn::Store(hn::Mul(rest, target), d, rows.mClipShare.v + i);
     }
@@ -102,12 +110,16 @@ HWY_INLINE void shape(const Settings& settings, std::size_t chunk, ChunkRows<kCh
     const auto cubic = hn::Set(d, -0.49611F);
     const auto invDrive = hn::Set(d, settings.mInvDrive);
     float* clipped = rows.mClipped[chunk];
+    auto before = hn::Load(d, rows.mShaped.v + kRowSize<kChannels> - hn::Lanes(d));
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
         const auto y =
             hn::Mul(hn::Load(d, rows.mDriven.v + i), loadBlocks<kChannels>(d, rows.mClipGain.v + i));
         hn::Store(y, d, clipped + i);
         const auto bent = hn::Add(hn::Mul(hn::Mul(hn::Mul(y, y), y), cubic), y);
-        hn::Store(hn::Mul(bent, invDrive), d, rows.mShaped.v + i);
+        const auto shaped = hn::Mul(bent, invDrive);
+        hn::Store(shaped, d, rows.mShaped.v + i);
+        hn::Store(hn::Sub(shaped, late<kChannels, 1>(d, shaped, before)), d, rows.mShapedSteps.v + i);
+        before = shaped;
     }
 }
 
@@ -117,27 +129,26 @@ class DcBlocker {
 public:
     explicit DcBlocker(const SDemoGain_Alg_State& state)
         : mCoef(loadFrame<kChannels>(state.mDc, [](const auto& blocker) { return blocker.mDcCoef; })),
-          mX1(loadFrame<kChannels>(state.mDc, [](const auto& blocker) { return blocker.mDcX1; })),
           mY1(loadFrame<kChannels>(state.mDc, [](const auto& blocker) { return blocker.mDcY1; })) {}
 
     static Row<kChannels>& output(ChunkRows<kChannels>& rows) { return rows.mBlocked; }
 
     HWY_INLINE hn::Vec<Frame<kChannels>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        const auto x = frameOf<kChannels>(rows.mShaped.v, frame);
-        mY1 = hn::Add(hn::Mul(mY1, mCoef), hn::Sub(x, mX1));
-        mX1 = x;
+        mY1 = hn::Add(hn::Mul(mY1, mCoef), frameOf<kChannels>(rows.mShapedSteps.v, frame));
         return mY1;
     }
 
-    void store(SDemoGain_Alg_State& ioState) const {
-        storeFrame<kChannels>(mX1, ioState.mDc, [](auto& blocker) -> float& { return blocker.mDcX1; });
+    /// `x`: the last frame that went in.
+    void store(SDemoGain_Alg_State& ioState, const float* x) const {
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+            ioState.mDc[channel].mDcX1 = x[channel];
+        }
         storeFrame<kChannels>(mY1, ioState.mDc, [](auto& blocker) -> float& { return blocker.mDcY1; });
         storeFrame<kChannels>(mY1, ioState.mLastOut, [](float& last) -> float& { return last; });
     }
 
 private:
     hn::Vec<Frame<kChannels>> mCoef;
-    hn::Vec<Frame<kChannels>> mX1;
     hn::Vec<Frame<kChannels>> mY1;
 };
 

@@ -18,9 +18,12 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+/// Samples of a vector over time at most. A stereo row then takes two vectors or more, whose long chains of
+/// dependent operations hide each other; one vector of 16 samples was slower than two of 8.
+inline constexpr std::size_t kMostSamples = 8;
 /// A vector over time: as many samples of a row as fit.
 template<std::size_t kChannels>
-using Samples = hn::CappedTag<float, kRowSize<kChannels>>;
+using Samples = hn::CappedTag<float, kMostSamples>;
 /// The samples of one frame.
 template<std::size_t kChannels>
 using Frame = hn::FixedTag<float, kChannels>;
@@ -67,6 +70,24 @@ HWY_INLINE hn::Vec<D> loadBlocks(D d, const float* samples) {
 template<std::size_t kChannels>
 HWY_INLINE hn::Vec<Frame<kChannels>> frameOf(const float* row, std::size_t frame) {
     return hn::LoadU(Frame<kChannels>(), row + frame * kChannels);
+}
+
+/// The samples `now` of a row one or two frames late; `before` came before them.
+template<std::size_t kChannels, std::size_t kFrames, class D>
+HWY_INLINE hn::Vec<D> late(D d, hn::Vec<D> now, hn::Vec<D> before) {
+    constexpr std::size_t kBlockLanes = 4;
+    constexpr std::size_t kLanes = hn::MaxLanes(D());
+    constexpr std::size_t kShift = kFrames * kChannels;
+    static_assert(kShift <= kBlockLanes && kLanes <= 2 * kBlockLanes);
+    auto blockLate = before;
+    if constexpr (kLanes > kBlockLanes) {
+        blockLate = hn::ConcatLowerUpper(d, now, before);
+    }
+    if constexpr (kShift == kBlockLanes) {
+        return blockLate;
+    } else {
+        return hn::CombineShiftRightBytes<(kBlockLanes - kShift) * sizeof(float)>(d, now, blockLate);
+    }
 }
 
 /// The next frames of a recursion, one after the other, in one vector.
@@ -128,13 +149,9 @@ HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kChannels>& rows, 
 /// last result, the others work.
 template<std::size_t kChannels, class... Recursions>
 HWY_INLINE void stepTogether(ChunkRows<kChannels>& rows, Recursions&... ioRecursions) {
-    const auto stepCopies = [&](auto... recursions) HWY_ATTR {
-        for (std::size_t frame = 0; frame < kChunkFrames; frame += kBlockFrames) {
-            (stepThroughBlock(recursions, rows, frame), ...);
-        }
-        ((ioRecursions = recursions), ...);
-    };
-    stepCopies(ioRecursions...);
+    for (std::size_t frame = 0; frame < kChunkFrames; frame += kBlockFrames) {
+        (stepThroughBlock(ioRecursions, rows, frame), ...);
+    }
 }
 
 } // namespace HWY_NAMESPACE

@@ -47,36 +47,37 @@ public:
           mDcBlocker(*context.mState),
           mReductionTap(context.mMeters),
           mLevelTaps(*context.mState, context.mMeters) {
-        std::copy_n(context.mState->mPrevIn, kChannels, mRows.mInput.before());
+        const SDemoGain_Alg_State& state = *context.mState;
+        constexpr std::size_t kLastFrame = kRowSize<kChannels> - kChannels;
         for (std::size_t channel = 0; channel < kChannels; ++channel) {
-            mRows.mHeard.before()[channel] = context.mState->mDetector[channel].mAp.x1;
+            mRows.mInput.before()[kChannels + channel] = state.mPrevIn[channel];
+            mRows.mInputBefore.v[kLastFrame + channel] = state.mDetector[channel].mHp.x1;
+            mRows.mHeard.before()[channel] = state.mDetector[channel].mAp.x2;
+            mRows.mHeard.before()[kChannels + channel] = state.mDetector[channel].mAp.x1;
+            mRows.mShaped.v[kLastFrame + channel] = state.mDc[channel].mDcX1;
         }
     }
 
     HWY_INLINE void run() {
         const std::size_t chunks = (mFrames + kChunkFrames - 1) / kChunkFrames;
-        for (std::size_t turn = 0; turn < chunks + kStages - 1; ++turn) {
-            const bool isWhole = turn >= kStages - 1 && (turn + 1) * kChunkFrames <= mFrames;
-            runVectorStages(turn, chunks);
-            if (HWY_LIKELY(isWhole)) {
-                runRecursions();
-            } else {
-                runRecursions(turn, chunks);
-            }
-        }
+        const std::size_t filled = std::min(kStages - 1, chunks);
+        const std::size_t wholly = std::max(filled, mFrames / kChunkFrames);
+        runPartly(0, filled, chunks);
+        runWholly(filled, wholly, mHighPass, mAllPass, mFollowers, mClipGain, mDcBlocker, mLevelTaps);
+        runPartly(wholly, chunks + kStages - 1, chunks);
     }
 
     HWY_INLINE void store() const {
         SDemoGain_Alg_State& state = *mContext.mState;
         mFollowers.store(state);
         mClipGain.store(state);
-        mDcBlocker.store(state);
         mReductionTap.store(mContext.mMeters);
         mLevelTaps.store(state, mContext.mMeters);
         const std::size_t lastChunk = (mFrames - 1) / kChunkFrames;
         const std::size_t lastFrame = (framesOf(lastChunk) - 1) * kChannels;
         const float* input = mRows.mInput[lastChunk] + lastFrame;
         mHighPass.store(state, input);
+        mDcBlocker.store(state, mRows.mShaped.v + lastFrame);
         mAllPass.store(state, mRows.mHeard[lastChunk] + lastFrame, mRows.mHeard.late(lastChunk) + lastFrame);
         // The mono routine writes its last input into both slots.
         state.mPrevIn[0] = input[0];
@@ -92,36 +93,65 @@ private:
         return std::min(kChunkFrames, mFrames - chunk * kChunkFrames);
     }
 
+    /// Turns `turn` to `end`, in which some stages may have no chunk or a part of one.
+    HWY_INLINE void runPartly(std::size_t turn, std::size_t end, std::size_t chunks) {
+        for (; turn < end; ++turn) {
+            runVectorStages(turn, [&](std::size_t stage) { return works(stage, turn, chunks); });
+            runRecursions(turn, chunks);
+        }
+    }
+
+    /// Turns `turn` to `end`, in which every stage has a whole chunk. The recursions stay in registers.
+    template<class... Recursions>
+    HWY_INLINE void runWholly(std::size_t turn, std::size_t end, Recursions&... ioRecursions) {
+        const auto run = [&](auto... recursions) HWY_ATTR {
+            for (; turn < end; ++turn) {
+                runVectorStages(turn, [](std::size_t /*stage*/) { return true; });
+                stepTogether(mRows, recursions...);
+            }
+            ((ioRecursions = recursions), ...);
+        };
+        run(ioRecursions...);
+    }
+
     /// Whether stage `stage` has a chunk in this turn: the chunk turn - stage.
     static bool works(std::size_t stage, std::size_t turn, std::size_t chunks) {
         return turn >= stage && turn - stage < chunks;
     }
 
-    /// Last stage first: each row is read before its writer comes to the next chunk.
-    HWY_INLINE void runVectorStages(std::size_t turn, std::size_t chunks) {
-        if (works(5, turn, chunks)) {
+    /// Last stage first: each row is read before its writer comes to the next chunk. But the parts of the two
+    /// longest stages, 2 and 3, take turns: each is one chain of dependent operations, longer than the
+    /// processor can look ahead, and beside the other it costs little more than alone.
+    template<class Works>
+    HWY_INLINE void runVectorStages(std::size_t turn, const Works& isAtWork) {
+        if (isAtWork(5)) {
             mixAndWrite(turn - 5);
         }
-        if (works(4, turn, chunks)) {
+        if (isAtWork(4)) {
             shape(mSettings, turn - 4, mRows);
         }
-        if (works(3, turn, chunks)) {
-            drive(mSettings, mClipRecovery, turn - 3, mReductionTap, mRows);
+        if (isAtWork(2)) {
+            measureLevel(mSettings, turn - 2, mRows);
         }
-        if (works(2, turn, chunks)) {
-            computeGain(mSettings, turn - 2, mRows);
+        if (isAtWork(3)) {
+            drive(mSettings, turn - 3, mReductionTap, mRows);
         }
-        if (works(1, turn, chunks)) {
+        if (isAtWork(2)) {
+            convertLevel(mRows);
+        }
+        if (isAtWork(3)) {
+            aimClipGain(mSettings, mClipRecovery, mRows);
+        }
+        if (isAtWork(2)) {
+            computeGain(mSettings, mRows);
+        }
+        if (isAtWork(1)) {
             feedAllPass(mSettings, mAllPassSection, turn - 1, mRows);
         }
-        if (works(0, turn, chunks)) {
+        if (isAtWork(0)) {
             readInput(turn);
             admitInput(mHighPassSection, turn, mRows);
         }
-    }
-
-    HWY_INLINE void runRecursions() {
-        stepTogether(mRows, mHighPass, mAllPass, mFollowers, mClipGain, mDcBlocker, mLevelTaps);
     }
 
     HWY_INLINE void runRecursions(std::size_t turn, std::size_t chunks) {

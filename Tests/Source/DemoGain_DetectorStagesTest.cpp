@@ -44,8 +44,9 @@ std::complex<double> highPassAt(double hertz) {
         ChunkRows<1> rows;
         HighPass<1> highPass(state);
         for (std::size_t start = 0; start < frames; start += kChunkFrames) {
-            std::copy_n(in + start, kChunkFrames, rows.mRaw[0]);
-            admitInput(state.mHp, 0, rows);
+            const std::size_t chunk = start / kChunkFrames;
+            std::copy_n(in + start, kChunkFrames, rows.mRaw[chunk]);
+            admitInput(state.mHp, chunk, rows);
             stepThrough(highPass, rows, kChunkFrames);
             std::copy_n(rows.mHighPassed.v, kChunkFrames, out + start);
         }
@@ -59,8 +60,9 @@ std::complex<double> allPassAt(double hertz) {
         ChunkRows<1> rows;
         AllPass<1> allPass(state);
         for (std::size_t start = 0; start < frames; start += kChunkFrames) {
-            std::copy_n(in + start, kChunkFrames, rows.mInput[0]);
-            feedAllPass(Settings{}, state.mAp, 0, rows);
+            const std::size_t chunk = start / kChunkFrames;
+            std::copy_n(in + start, kChunkFrames, rows.mInput[chunk]);
+            feedAllPass(Settings{}, state.mAp, chunk, rows);
             stepThrough(allPass, rows, kChunkFrames);
             std::copy_n(rows.mAllPassed.v, kChunkFrames, out + start);
         }
@@ -76,7 +78,9 @@ float gainOf(const GainCurve& curve, float detector) {
     ChunkRows<1> rows;
     std::fill_n(rows.mHeard[0], kChunkFrames, detector);
     std::fill_n(rows.mAllPassed.v, kChunkFrames, 0.0F);
-    computeGain(settings, 0, rows);
+    measureLevel(settings, 0, rows);
+    convertLevel(rows);
+    computeGain(settings, rows);
     return rows.mGain.v[3];
 }
 

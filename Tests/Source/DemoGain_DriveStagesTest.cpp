@@ -82,12 +82,14 @@ TEST(DemoGain_DriveStages, ShapeIsACubicOverTheDrive) {
     Settings settings{};
     settings.mInvDrive = 0.05F;
     for (const float y : {-1.2F, -1.0F, -0.5F, 0.0F, 0.1F, 1.0F}) {
-        ChunkRows<1> rows;
+        ChunkRows<1> rows{};
         std::fill_n(rows.mDriven.v, kChunkFrames, y);
         std::fill_n(rows.mClipGain.v, kChunkFrames, 1.0F);
         shape(settings, 0, rows);
         EXPECT_EQ(rows.mClipped[0][5], y);
         EXPECT_NEAR(rows.mShaped.v[5], (y - 0.49611F * y * y * y) * 0.05F, 1e-7F);
+        EXPECT_EQ(rows.mShapedSteps.v[0], rows.mShaped.v[0]) << "from silence";
+        EXPECT_EQ(rows.mShapedSteps.v[5], 0.0F);
     }
 }
 
