@@ -45,10 +45,10 @@ function(varno_bundle target)
 endfunction()
 
 # varno_bundle_resources(TARGET FILES...): the files (full paths) are copied into the bundle whose binary is the
-# target's.
+# target's, where they lie as they do below the caller's folder.
 function(varno_bundle_resources target)
   foreach(resource ${ARGN})
-    cmake_path(GET resource FILENAME name)
+    cmake_path(RELATIVE_PATH resource BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE name)
     set(copy ${VARNO_BUNDLE}/Contents/Resources/${name})
     add_custom_command(OUTPUT ${copy}
       COMMAND ${CMAKE_COMMAND} -E copy ${resource} ${copy} DEPENDS ${resource} VERBATIM)
