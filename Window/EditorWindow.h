@@ -17,7 +17,7 @@ public:
         kUnmanaged ///< In the screen's corner, and no window manager touches it.
     };
 
-    /// Makes the window, not yet shown. @param connection outlives this object @throws WorkError
+    /// Makes the window, not yet shown. @param connection outlives this object @throws WindowError
     EditorWindow(XConnection& connection, Kind kind, const WindowProperties& properties);
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
@@ -28,13 +28,15 @@ public:
     /// The size from here on, which nobody at the desktop can change. @param size at least 1 x 1
     void resize(WindowSize size);
     void show();
+    /// Takes it off the desktop until it is shown again.
+    void hide();
 
     /// Called when someone at the desktop wants the window closed; it stays until it is destroyed.
     void setCloseHandler(std::function<void()> handler) { mCloseHandler = std::move(handler); }
     /// Keys that the window takes for itself, whatever the child does with others.
     void setBindings(std::vector<KeyBinding> bindings);
 
-    /// Handles what has arrived. @throws WorkError where the window or the connection has gone
+    /// Handles what has arrived. @throws WindowError where the window or the connection has gone
     void handleEvents();
 
 private:

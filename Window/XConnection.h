@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace varno {
@@ -15,7 +16,7 @@ namespace varno {
 class XConnection {
 public:
     /// @param display as DISPLAY has it (":0"); empty for none
-    /// @throws WorkError where nothing answers under that name
+    /// @throws WindowError where nothing answers under that name
     explicit XConnection(const std::string& display);
     XConnection(const XConnection&) = delete;
     XConnection& operator=(const XConnection&) = delete;
@@ -28,13 +29,17 @@ public:
     xcb_atom_t atom(std::string_view name);
     /// A text property of a window; empty where there is none.
     std::string text(xcb_window_t window, xcb_atom_t property) const;
+    /// Whether there is such a window.
+    bool has(xcb_window_t window) const;
+    /// The windows right inside of a window, the lowest first; none where there is no such window.
+    std::vector<xcb_window_t> children(xcb_window_t window) const;
 
     void flush() const { xcb_flush(get()); }
     /// Returns when the server has done all that it was asked for.
     void sync() const;
     /// The next event that has arrived, without waiting; null where there is none.
     XReply<xcb_generic_event_t> poll() const;
-    /// @throws WorkError once the server has gone or has closed the connection
+    /// @throws WindowError once the server has gone or has closed the connection
     void throwIfLost() const;
 
 private:

@@ -21,7 +21,7 @@ struct WindowProperties {
     std::vector<std::uint32_t> icon;
 };
 
-/// Gives a new window its title, icon, class (the program's name) and process, and has the desktop ask before
+/// Gives a new window its title, icon, class and process, and has the desktop ask before
 /// it closes the window or takes it for dead.
 void setWindowProperties(XConnection& connection, xcb_window_t window, const WindowProperties& properties);
 

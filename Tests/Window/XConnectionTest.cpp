@@ -1,6 +1,6 @@
 #include "XConnection.h"
 
-#include "ErrorText.h"
+#include "WindowErrorText.h"
 #include "XClient.h"
 #include "XServer.h"
 
@@ -8,13 +8,13 @@ namespace varno::test {
 namespace {
 
 TEST(XConnectionErrors, WithoutADisplay) {
-    EXPECT_EQ(errorText(kExitWorkFailed, [] { XConnection(""); }),
+    EXPECT_EQ(windowError([] { XConnection(""); }),
               "cannot open a display: DISPLAY is not set; expected the name of an X server, such as \":0\"");
 }
 
 TEST(XConnectionErrors, WhereNothingAnswers) {
     for (const std::string name : {":4711", "nonsense", ":0.77", "nobody.invalid:1"}) {
-        EXPECT_EQ(errorText(kExitWorkFailed, [&] { const XConnection connection(name); }),
+        EXPECT_EQ(windowError([&] { const XConnection connection(name); }),
                   "cannot open a display: no X server answers at DISPLAY \"" + name + '"');
     }
 }
@@ -22,7 +22,7 @@ TEST(XConnectionErrors, WhereNothingAnswers) {
 TEST(XConnectionErrors, WhereTheServerLacksTheScreen) {
     const XServer server;
     const std::string name = server.display() + ".7";
-    EXPECT_EQ(errorText(kExitWorkFailed, [&] { const XConnection connection(name); }),
+    EXPECT_EQ(windowError([&] { const XConnection connection(name); }),
               "cannot open a display: no X server answers at DISPLAY \"" + name + '"');
 }
 
@@ -43,16 +43,29 @@ TEST(XConnectionTest, ReadsTextsOfWindows) {
     EXPECT_EQ(connection.poll(), nullptr);
 }
 
+TEST(XConnectionTest, FindsWindowsInAWindow) {
+    const XServer server;
+    const XClient person(server.display());
+    const XConnection connection(server.display());
+    EXPECT_TRUE(connection.children(connection.screen().root).empty());
+    const XWindow outer(person, {0, 0, 10, 10});
+    EXPECT_EQ(connection.children(connection.screen().root), std::vector{outer.id()});
+    EXPECT_TRUE(connection.children(outer.id()).empty());
+    EXPECT_TRUE(connection.children(XCB_WINDOW_NONE).empty());
+    EXPECT_TRUE(connection.has(outer.id()));
+    EXPECT_FALSE(connection.has(XCB_WINDOW_NONE));
+}
+
 TEST(XConnectionTest, NoticesThatTheServerHasGone) {
     XServer server;
     XConnection connection(server.display());
     connection.sync();
     connection.throwIfLost();
     server.stop();
-    EXPECT_EQ(errorText(kExitWorkFailed, [&] { connection.sync(); }),
+    EXPECT_EQ(windowError([&] { connection.sync(); }),
               "the connection to the X server at DISPLAY \"" + server.display() + "\" is lost");
     EXPECT_EQ(connection.text(connection.screen().root, XCB_ATOM_RESOURCE_MANAGER), "");
-    EXPECT_EQ(errorText(kExitWorkFailed, [&] { connection.atom("VARNO_NEVER"); }),
+    EXPECT_EQ(windowError([&] { connection.atom("VARNO_NEVER"); }),
               "the connection to the X server at DISPLAY \"" + server.display() + "\" is lost");
 }
 

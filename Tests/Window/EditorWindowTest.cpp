@@ -1,9 +1,9 @@
 #include "EditorWindow.h"
 
-#include "ErrorText.h"
 #include "Eventually.h"
 #include "Keyboard.h"
 #include "Pointer.h"
+#include "WindowErrorText.h"
 #include "XServer.h"
 
 #include <gmock/gmock.h>
@@ -272,6 +272,21 @@ TEST_F(EditorWindowTest, KeysOfASecondLayoutAreFound) {
     EXPECT_TRUE(comes([&] { return saves == 1; }));
 }
 
+TEST_F(EditorWindowTest, IsHiddenAndShownAgain) {
+    const auto isShown = [&] {
+        const XReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+            mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), mWindow.id()), nullptr));
+        return reply->map_state == XCB_MAP_STATE_VIEWABLE;
+    };
+    EXPECT_TRUE(isShown());
+    mWindow.hide();
+    mConnection.sync();
+    EXPECT_FALSE(isShown());
+    mWindow.show();
+    mConnection.sync();
+    EXPECT_TRUE(isShown());
+}
+
 TEST_F(EditorWindowTest, IsGoneAfterTheObject) {
     xcb_window_t id = XCB_WINDOW_NONE;
     {
@@ -286,13 +301,12 @@ TEST_F(EditorWindowTest, IsGoneAfterTheObject) {
 
 TEST_F(EditorWindowTest, NoticesThatItWasDestroyed) {
     mPerson.destroyWindow(mWindow.id());
-    EXPECT_EQ(errorText(kExitWorkFailed, [&] { comes([] { return false; }); }),
-              "the window was destroyed from outside");
+    EXPECT_EQ(windowError([&] { comes([] { return false; }); }), "the window was destroyed from outside");
 }
 
 TEST_F(EditorWindowTest, NoticesThatTheServerHasGone) {
     mServer.stop();
-    EXPECT_EQ(errorText(kExitWorkFailed, [&] { comes([] { return false; }); }),
+    EXPECT_EQ(windowError([&] { comes([] { return false; }); }),
               "the connection to the X server at DISPLAY \"" + mServer.display() + "\" is lost");
 }
 

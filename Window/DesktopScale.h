@@ -9,6 +9,11 @@ namespace varno {
 inline constexpr double kSmallestScale = 0.5;
 inline constexpr double kLargestScale = 8.0;
 
+/// Whether a number can be the factor of a desktop. [any]
+constexpr bool isScale(double factor) {
+    return factor >= kSmallestScale && factor <= kLargestScale;
+}
+
 /// The factor that a desktop asks for: that of GDK_SCALE, which a user sets for one program; else the dots
 /// per inch of the X resource Xft.dpi over the 96 of the plain size; else 1. What is no number or lies
 /// outside the range of scales counts as not set. [any]

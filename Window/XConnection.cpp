@@ -1,6 +1,6 @@
 #include "XConnection.h"
 
-#include "CommandError.h"
+#include "WindowError.h"
 
 #include <xcb/xcb_aux.h>
 
@@ -14,8 +14,8 @@ constexpr std::uint32_t kLongestTextWords = 1U << 20;
 XConnection::XConnection(const std::string& display)
     : mDisplay(display) {
     if (display.empty()) {
-        throw WorkError("cannot open a display: DISPLAY is not set; expected the name of an X server, such "
-                        "as \":0\"");
+        throw WindowError("cannot open a display: DISPLAY is not set; expected the name of an X server, such "
+                          "as \":0\"");
     }
     int screen = 0;
     mConnection.reset(xcb_connect(display.c_str(), &screen));
@@ -23,7 +23,7 @@ XConnection::XConnection(const std::string& display)
         mScreen = xcb_aux_get_screen(get(), screen);
     }
     if (mScreen == nullptr) {
-        throw WorkError("cannot open a display: no X server answers at DISPLAY \"" + display + '"');
+        throw WindowError("cannot open a display: no X server answers at DISPLAY \"" + display + '"');
     }
 }
 
@@ -48,6 +48,22 @@ std::string XConnection::text(xcb_window_t window, xcb_atom_t property) const {
             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
 }
 
+bool XConnection::has(xcb_window_t window) const {
+    const XReply<xcb_get_geometry_reply_t> reply(
+        xcb_get_geometry_reply(get(), xcb_get_geometry(get(), window), nullptr));
+    return reply != nullptr;
+}
+
+std::vector<xcb_window_t> XConnection::children(xcb_window_t window) const {
+    const auto cookie = xcb_query_tree(get(), window);
+    const XReply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(get(), cookie, nullptr));
+    if (!reply) {
+        return {};
+    }
+    const xcb_window_t* const first = xcb_query_tree_children(reply.get());
+    return {first, first + xcb_query_tree_children_length(reply.get())};
+}
+
 void XConnection::sync() const {
     xcb_aux_sync(get());
     throwIfLost();
@@ -59,7 +75,7 @@ XReply<xcb_generic_event_t> XConnection::poll() const {
 
 void XConnection::throwIfLost() const {
     if (xcb_connection_has_error(get()) != 0) {
-        throw WorkError("the connection to the X server at DISPLAY \"" + mDisplay + "\" is lost");
+        throw WindowError("the connection to the X server at DISPLAY \"" + mDisplay + "\" is lost");
     }
 }
 

@@ -1,7 +1,5 @@
 #include "WindowProperties.h"
 
-#include "CommandTable.h"
-
 #include <climits>
 #include <iterator>
 #include <string_view>
@@ -14,9 +12,8 @@ namespace {
 constexpr std::uint8_t kTextBits = 8; // of one unit of a property
 constexpr std::uint8_t kWordBits = 32;
 
-// Instance and class, each with its end.
+// Instance and class, each with its end: what desktops know all windows of the product by.
 constexpr char kClass[] = "varno\0Varno";
-static_assert(std::string_view(kClass) == kProgramName);
 
 void setText(XConnection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
              std::string_view text) {

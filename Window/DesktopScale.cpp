@@ -1,8 +1,8 @@
 #include "DesktopScale.h"
 
-#include "NumberText.h"
-
 #include <algorithm>
+#include <charconv>
+#include <system_error>
 
 namespace varno {
 namespace {
@@ -17,11 +17,11 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::optional<double> scaleFrom(std::string_view text, double plain) {
-    const auto number = numberFromText<double>(trimmed(text));
-    if (!number || !(*number / plain >= kSmallestScale && *number / plain <= kLargestScale)) {
-        return std::nullopt;
-    }
-    return *number / plain;
+    text = trimmed(text);
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber && isScale(number / plain) ? std::optional(number / plain) : std::nullopt;
 }
 
 // The value of a resource; of several with the same name the last counts.

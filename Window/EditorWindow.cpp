@@ -1,6 +1,6 @@
 #include "EditorWindow.h"
 
-#include "CommandError.h"
+#include "WindowError.h"
 
 namespace varno {
 namespace {
@@ -49,6 +49,11 @@ void EditorWindow::show() {
     mConnection.flush();
 }
 
+void EditorWindow::hide() {
+    xcb_unmap_window(mConnection.get(), mId);
+    mConnection.flush();
+}
+
 void EditorWindow::setBindings(std::vector<KeyBinding> bindings) {
     mKeys.emplace(mConnection, mId, std::move(bindings));
     mConnection.flush();
@@ -82,7 +87,7 @@ void EditorWindow::handle(xcb_generic_event_t& event) {
         break;
     case XCB_DESTROY_NOTIFY:
         mIsDestroyed = true;
-        throw WorkError("the window was destroyed from outside");
+        throw WindowError("the window was destroyed from outside");
     default:
         break;
     }
@@ -133,12 +138,8 @@ void EditorWindow::messageCame(const xcb_client_message_event_t& message) {
 }
 
 xcb_window_t EditorWindow::child() const {
-    const auto cookie = xcb_query_tree(mConnection.get(), mId);
-    const XReply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(mConnection.get(), cookie, nullptr));
-    if (!reply || xcb_query_tree_children_length(reply.get()) == 0) {
-        return XCB_WINDOW_NONE;
-    }
-    return xcb_query_tree_children(reply.get())[0];
+    const auto children = mConnection.children(mId);
+    return children.empty() ? xcb_window_t{XCB_WINDOW_NONE} : children.front();
 }
 
 } // namespace varno
