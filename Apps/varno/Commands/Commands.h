@@ -18,6 +18,7 @@ int runRender(const CommandLine& line);
 int runEdit(const CommandLine& line);
 int runDescribe(const CommandLine& line);
 int runParams(const CommandLine& line);
+int runPresets(const CommandLine& line);
 int runCompletion(const CommandLine& line);
 int runMan(const CommandLine& line);
 

@@ -17,10 +17,13 @@ std::optional<std::string> environmentVariable(const char* name) {
 
 } // namespace
 
+std::filesystem::path moduleBundle(const CommandLine& line) {
+    return moduleLocation(line.value("--module"), environmentVariable(kModuleVariable), programFolder());
+}
+
 std::shared_ptr<Module> loadModule(const CommandLine& line) {
     try {
-        return Module::open(
-            moduleLocation(line.value("--module"), environmentVariable(kModuleVariable), programFolder()));
+        return Module::open(moduleBundle(line));
     } catch (const HostError& error) {
         throw WorkError(error.what());
     }

@@ -3,9 +3,15 @@
 #include "CommandLine.h"
 #include "Module.h"
 
+#include <filesystem>
 #include <memory>
 
 namespace varno {
+
+/// The bundle that a command line asks for, with --module, the environment, or by default; whether there is
+/// one is not looked at where it is named. @throws WorkError where none is named and none came with the
+/// program
+std::filesystem::path moduleBundle(const CommandLine& line);
 
 /// Loads the module that a command line asks for, with --module, the environment, or by default.
 /// @throws WorkError where it is missing or damaged

@@ -17,9 +17,10 @@ struct Command {
     CommandFunction run;
 };
 
-constexpr Command kCommands[] = {{"render", runRender},         {"edit", runEdit},
-                                 {"describe", runDescribe},     {"params", runParams},
-                                 {"completion", runCompletion}, {"man", runMan}};
+constexpr Command kCommands[] = {
+    {"render", runRender}, {"edit", runEdit},       {"describe", runDescribe},
+    {"params", runParams}, {"presets", runPresets}, {"completion", runCompletion},
+    {"man", runMan}};
 
 int runCommand(const CommandEntry& entry, const std::vector<std::string>& words) {
     const CommandLine line(entry, words);

@@ -1,7 +1,10 @@
 #include "Settings.h"
 
 #include "CommandError.h"
+#include "FactoryPresets.h"
 #include "HostError.h"
+#include "ModuleLoading.h"
+#include "PresetFile.h"
 #include "SmallFile.h"
 
 #include <span>
@@ -9,19 +12,8 @@
 namespace varno {
 namespace {
 
-// Far more than any preset or state has; a file of another kind is not read further.
-constexpr std::size_t kMostPresetBytes = 64 * 1024;
+// Far more than any state has; a file of another kind is not read further.
 constexpr std::size_t kMostStateBytes = 1024 * 1024;
-
-DemoGain_PresetText::Values readPreset(const std::string& path) {
-    const auto values = DemoGain_PresetText::Parse(readSmallFile(path, kMostPresetBytes, "a preset"));
-    if (!values) {
-        throw WorkError(path + ": is no preset; expected a word, a version from 030001 on and " +
-                        std::to_string(std::size(DemoGain_PresetText::kItems)) +
-                        " values, each behind a label");
-    }
-    return *values;
-}
 
 StoredChunk readState(const std::string& path) {
     const std::string content = readSmallFile(path, kMostStateBytes, "a saved state");
@@ -48,8 +40,8 @@ Settings::Settings(const CommandLine& line, std::vector<ParameterText> base)
         mStatePath = *path;
         mState = readState(*path);
     }
-    if (const auto path = line.value("--preset")) {
-        mPreset = readPreset(*path);
+    if (const auto nameOrFile = line.value("--preset")) {
+        mPreset = readPresetFile(presetPath(*nameOrFile, factoryPresets(moduleBundle(line)))).values;
     }
 }
 

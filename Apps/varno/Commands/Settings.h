@@ -16,7 +16,9 @@ class Settings {
 public:
     /// Reads what --state, --preset and --set say.
     /// @param base set before all of them
-    /// @throws UsageError for a malformed --set; WorkError for a file that cannot be read or is damaged
+    /// @throws UsageError for a malformed --set or an unknown preset; WorkError for a file that cannot be
+    /// read
+    ///         or is damaged
     explicit Settings(const CommandLine& line, std::vector<ParameterText> base = {});
 
     /// Brings an instance to the settings: base, --state, --preset, --set, the later over the earlier.

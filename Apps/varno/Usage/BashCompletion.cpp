@@ -10,6 +10,10 @@ _varno_words() { mapfile -t COMPREPLY < <(compgen -W "$1" -- "$cur"); }
 _varno_files() { mapfile -t COMPREPLY < <(compgen -f -- "$cur"); compopt -o filenames 2>/dev/null; }
 _varno_directories() { mapfile -t COMPREPLY < <(compgen -d -- "$cur"); compopt -o filenames 2>/dev/null; }
 _varno_parameters() { _varno_words "$("$program" params --ids 2>/dev/null)"; }
+_varno_presets() {
+    mapfile -t COMPREPLY < <(compgen -W "$("$program" presets --names 2>/dev/null)" -- "$cur"; compgen -f -- "$cur")
+    compopt -o filenames 2>/dev/null
+}
 _varno_settings() {
     mapfile -t COMPREPLY < <(compgen -S = -W "$("$program" params --ids 2>/dev/null)" -- "$cur")
     compopt -o nospace 2>/dev/null
@@ -54,6 +58,8 @@ std::string completer(ValueKind kind, std::string_view choices) {
         return "_varno_parameters";
     case ValueKind::kSetting:
         return "_varno_settings";
+    case ValueKind::kPreset:
+        return "_varno_presets";
     case ValueKind::kText:
         return ":";
     case ValueKind::kNone:

@@ -123,7 +123,7 @@ constexpr ExampleEntry kRenderExamples[] = {
     {"varno render", "Hear what it does: varno-demo-dry.wav and varno-demo.wav."},
     {"varno render --set Hot=0.4 --set Ratio=1 drums.wav drums-hot.wav",
      "More drive and the steepest curve."},
-    {"varno render --preset bus.txt --out-dir wet --jobs 4 stems/*.wav",
+    {"varno render --preset drum-bus --out-dir wet --jobs 4 stems/*.wav",
      "A folder of stems, four at a time."},
     {"flac -dc song.flac | varno render --format pcm24 - - | flac - -o wet.flac", "In a pipe."},
 };
@@ -161,6 +161,30 @@ constexpr OptionEntry kParamsOptions[] = {
 constexpr ExampleEntry kParamsExamples[] = {
     {"varno params Ratio", "The eight curves and the values that choose them."},
     {"varno params --preset bus.txt", "What a preset holds."},
+};
+
+// presets
+
+constexpr std::string_view kPresetsUsage[] = {"[OPTIONS]", "[OPTIONS] NAME|FILE"};
+constexpr std::string_view kPresetsDescription[] = {
+    "Lists the presets that come with the effect, and what each is for. With a NAME or a FILE it prints that "
+    "preset, which is a preset again when it goes to a file, and its values as the parameters show them."};
+constexpr ArgumentEntry kPresetsArguments[] = {
+    {.name = "NAME|FILE",
+     .kind = ValueKind::kPreset,
+     .help =
+         "A factory preset by its name, in capitals or not, or a preset's file. What has a dot or a slash "
+         "is a file."}};
+constexpr OptionEntry kPresetsOptions[] = {
+    kJson,
+    {.name = "--names", .group = "Reports", .help = "Print the names alone, one per line."},
+    kModule,
+    kHelp,
+};
+constexpr ExampleEntry kPresetsExamples[] = {
+    {"varno presets drum-bus", "What a preset holds."},
+    {"varno render --preset drum-bus drums.wav drums-bus.wav", "Apply one."},
+    {"varno presets drum-bus > my-drums.txt", "A copy to be changed, for --preset my-drums.txt."},
 };
 
 // completion
@@ -211,6 +235,15 @@ constexpr CommandEntry kCommands[] = {
      .mostArguments = 1,
      .options = kParamsOptions,
      .examples = kParamsExamples},
+    {.name = "presets",
+     .summary = "List the factory presets, or show one",
+     .usage = kPresetsUsage,
+     .description = kPresetsDescription,
+     .arguments = kPresetsArguments,
+     .leastArguments = 0,
+     .mostArguments = 1,
+     .options = kPresetsOptions,
+     .examples = kPresetsExamples},
     {.name = "completion",
      .summary = "Print the completion script of a shell",
      .usage = kCompletionUsage,

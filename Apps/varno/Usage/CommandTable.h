@@ -14,6 +14,7 @@ enum class ValueKind {
     kChoice,    // one of the words in `choices`
     kParameter, // an identifier of a parameter
     kSetting,   // ID=VALUE
+    kPreset,    // the name of a factory preset, or a file
 };
 
 /// One option of a command.

@@ -28,11 +28,13 @@ inline constexpr OptionEntry kSet = {
 
 inline constexpr OptionEntry kPreset = {
     .name = "--preset",
-    .value = "FILE",
-    .kind = ValueKind::kFile,
+    .value = "NAME|FILE",
+    .kind = ValueKind::kPreset,
     .group = "Settings",
-    .help = "Apply a preset, the text that the editor copies and pastes: every "
-            "parameter but the master bypass."};
+    .help =
+        "Apply a preset: every parameter but the master bypass. A factory preset by its name, which varno "
+        "presets lists, or a file with the text that the editor copies and pastes. What has a dot or a "
+        "slash is a file."};
 
 inline constexpr OptionEntry kState = {
     .name = "--state",

@@ -117,6 +117,9 @@ TEST_F(ModuleLoadingTest, InstalledProgramFindsItsModule) {
         run({elsewhere / "bin" / "varno", "params", "--ids"}, {.environment = {"VARNO_MODULE="}});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("Hot\n"));
+    const auto presets =
+        run({elsewhere / "bin" / "varno", "presets", "--names"}, {.environment = {"VARNO_MODULE="}});
+    EXPECT_THAT(presets.out, HasSubstr("drum-bus\n"));
     EXPECT_THAT(readFile(elsewhere / "share" / "man" / "man1" / "varno.1"), StartsWith(".TH VARNO 1 "));
     EXPECT_THAT(readFile(elsewhere / "share" / "bash-completion" / "completions" / "varno"),
                 HasSubstr("complete -F _varno varno"));

@@ -19,7 +19,8 @@ TEST_F(ProgramHelp, OfTheProgram) {
 }
 
 TEST_F(ProgramHelp, OfEachCommand) {
-    for (const std::string command : {"render", "edit", "describe", "params", "completion", "man"}) {
+    for (const std::string command :
+         {"render", "edit", "describe", "params", "presets", "completion", "man"}) {
         expectGolden({command, "--help"}, command + ".txt");
     }
 }

@@ -16,10 +16,14 @@ std::string proposals(const std::vector<std::string>& words) {
     const test::TemporaryFolder folder;
     test::writeFile(folder / "completion", bashCompletion());
     test::writeFile(folder / "song.wav", "");
+    test::writeFile(folder / "mixed.txt", "");
     std::filesystem::create_directory(folder.path() / "songs");
     std::vector<std::string> command = {
         "bash", "-c",
-        "varno() { [[ $* == 'params --ids' ]] && printf 'Hot\\nHP\\nMix\\n'; }\n"
+        "varno() {\n"
+        "    [[ $* != 'params --ids' ]] || printf 'Hot\\nHP\\nMix\\n'\n"
+        "    [[ $* != 'presets --names' ]] || printf 'drum-bus\\nmix-glue\\n'\n"
+        "}\n"
         "source ./completion; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1))\n"
         "_varno varno; ((${#COMPREPLY[@]} == 0)) || printf '%s\\n' \"${COMPREPLY[@]}\"",
         "bash"};
@@ -32,7 +36,7 @@ std::string proposals(const std::vector<std::string>& words) {
 
 TEST(BashCompletion, ProposesCommands) {
     EXPECT_EQ(proposals({"varno", ""}),
-              "render\nedit\ndescribe\nparams\ncompletion\nman\n--help\n--version\n");
+              "render\nedit\ndescribe\nparams\npresets\ncompletion\nman\n--help\n--version\n");
     EXPECT_EQ(proposals({"varno", "re"}), "render\n");
     EXPECT_EQ(proposals({"varno", "--v"}), "--version\n");
 }
@@ -66,6 +70,11 @@ TEST(BashCompletion, ProposesParameters) {
     EXPECT_EQ(proposals({"varno", "params", "H"}), "Hot\nHP\n");
     EXPECT_EQ(proposals({"varno", "render", "--set", "H"}), "Hot=\nHP=\n");
     EXPECT_EQ(proposals({"varno", "render", "--set", "Hot", "=", "0"}), "");
+}
+
+TEST(BashCompletion, ProposesPresetsAndFiles) {
+    EXPECT_EQ(proposals({"varno", "render", "--preset", "mi"}), "mix-glue\nmixed.txt\n");
+    EXPECT_EQ(proposals({"varno", "presets", "d"}), "drum-bus\n");
 }
 
 TEST(BashCompletion, ProposesNothingForANumber) {

@@ -88,7 +88,7 @@ TEST(CommandLine, RefusesUnknownOptions) {
 TEST(CommandLine, RefusesAMissingValue) {
     EXPECT_EQ(refusal("render", {"in.wav", "--block"}), "option --block needs a value (FRAMES)");
     EXPECT_EQ(refusal("render", {"-j"}), "option --jobs needs a value (N)");
-    EXPECT_EQ(refusal("render", {"--preset=", "in.wav"}), "option --preset needs a value (FILE)");
+    EXPECT_EQ(refusal("render", {"--preset=", "in.wav"}), "option --preset needs a value (NAME|FILE)");
 }
 
 TEST(CommandLine, RefusesAValueOfASwitch) {

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "DemoGain_PresetText.h"
+
+#include <string>
+
+namespace varno {
+
+/// A preset as it lies in a file.
+struct PresetFile {
+    std::string text;    // the whole file
+    std::string purpose; // the line behind the settings, where a factory preset says what it is for
+    DemoGain_PresetText::Values values;
+};
+
+/// @throws WorkError where the file cannot be read or holds no preset
+PresetFile readPresetFile(const std::string& path);
+
+} // namespace varno
