@@ -71,6 +71,9 @@ AAX_Result HostAutomation::PostSetValueRequest(AAX_CParamID paramID, double norm
         return AAX_ERROR_INVALID_ARGUMENT;
     }
     request({paramID, normalizedValue});
+    if (mListener != nullptr) {
+        mListener->valueRequested(paramID, normalizedValue);
+    }
     return AAX_SUCCESS;
 }
 
@@ -93,6 +96,9 @@ AAX_Result HostAutomation::PostTouchRequest(AAX_CParamID paramID) {
     }
     ++parameter->touches;
     ++mTotalTouches;
+    if (mListener != nullptr) {
+        mListener->touched(paramID);
+    }
     return AAX_SUCCESS;
 }
 
@@ -106,6 +112,9 @@ AAX_Result HostAutomation::PostReleaseRequest(AAX_CParamID paramID) {
         return AAX_SUCCESS;
     }
     --parameter->touches;
+    if (mListener != nullptr) {
+        mListener->released(paramID);
+    }
     return AAX_SUCCESS;
 }
 

@@ -3,6 +3,7 @@
 #define HOSTAUTOMATION_H
 
 #include "AAX_IACFAutomationDelegate.h"
+#include "AutomationListener.h"
 #include "HostObject.h"
 #include "InstanceState.h"
 
@@ -36,6 +37,8 @@ public:
     AAX_Result PostTouchRequest(AAX_CParamID paramID) override;
     AAX_Result PostReleaseRequest(AAX_CParamID paramID) override;
 
+    /// Has a listener (borrowed) hear of requests and gestures from here on; null for none.
+    void setListener(AutomationListener* listener) { mListener = listener; }
     /// Queues a request of the host's own.
     void request(ValueRequest request) { mRequests.push_back(std::move(request)); }
     /// Hands over all requests in their order and forgets them.
@@ -67,6 +70,7 @@ private:
     void report(Contract contract, const std::string& text) const;
 
     InstanceState& mState;
+    AutomationListener* mListener = nullptr;
     std::map<std::string, Parameter, std::less<>> mParameters; ///< All that were ever registered.
     std::vector<ValueRequest> mRequests;
     int64_t mTotalTouches = 0;

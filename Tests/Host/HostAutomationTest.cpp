@@ -50,6 +50,44 @@ TEST_F(HostAutomationTest, QueuesRequestsInTheirOrder) {
     EXPECT_TRUE(automation.takeRequests().empty());
 }
 
+class Hearing : public AutomationListener {
+public:
+    void valueRequested(const std::string& id, double normalized) override {
+        heard.push_back(id + " " + std::to_string(normalized));
+    }
+    void touched(const std::string& id) override { heard.push_back("touch " + id); }
+    void released(const std::string& id) override { heard.push_back("release " + id); }
+
+    std::vector<std::string> heard;
+};
+
+TEST_F(HostAutomationTest, TellsItsListenerWhatTheModuleAsks) {
+    Hearing listener;
+    automation.setListener(&listener);
+    automation.RegisterParameter("A");
+    automation.PostTouchRequest("A");
+    automation.PostSetValueRequest("A", 0.25);
+    automation.PostReleaseRequest("A");
+    EXPECT_THAT(listener.heard, ElementsAre("touch A", "A 0.250000", "release A"));
+    EXPECT_EQ(1U, automation.takeRequests().size());
+}
+
+TEST_F(HostAutomationTest, TellsItsListenerNothingThatItRefusesOrThatTheHostWants) {
+    Hearing listener;
+    automation.setListener(&listener);
+    automation.RegisterParameter("A");
+    automation.request({"A", 0.5});
+    automation.PostCurrentValue("A", 0.5);
+    automation.PostSetValueRequest("A", 2.0);
+    automation.PostSetValueRequest("B", 0.5);
+    automation.PostReleaseRequest("A");
+    automation.setListener(nullptr);
+    automation.PostTouchRequest("A");
+    automation.PostReleaseRequest("A");
+    EXPECT_TRUE(listener.heard.empty());
+    EXPECT_EQ(3U, violations().size());
+}
+
 TEST_F(HostAutomationTest, RefusesEverythingForAnUnknownParameter) {
     EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_ID, automation.PostSetValueRequest("A", 0.0));
     EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_ID, automation.PostCurrentValue("A", 0.0));
