@@ -10,6 +10,7 @@
 #include "SampleRateRange.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 namespace varno {
@@ -215,15 +216,19 @@ void Instance::idle() {
     mHost->automation().recycle(std::move(requests));
 }
 
+void Instance::update(const std::string& id, double normalized) {
+    const AAX_Result result = mDataModel.use().UpdateParameterNormalizedValue(id.c_str(), normalized,
+                                                                              AAX_eUpdateSource_Unspecified);
+    if (result != AAX_SUCCESS) {
+        mTicket.module().monitor()->report(Contract::Parameters, "the update of parameter " + quoted(id) +
+                                                                     " answered " + std::to_string(result) +
+                                                                     ", expected 0");
+    }
+}
+
 void Instance::answer(const std::vector<ValueRequest>& requests) {
     for (const ValueRequest& request : requests) {
-        const AAX_Result result = mDataModel.use().UpdateParameterNormalizedValue(
-            request.id.c_str(), request.normalized, AAX_eUpdateSource_Unspecified);
-        if (result != AAX_SUCCESS) {
-            mTicket.module().monitor()->report(Contract::Parameters,
-                                               "the update of parameter " + quoted(request.id) +
-                                                   " answered " + std::to_string(result) + ", expected 0");
-        }
+        update(request.id, request.normalized);
     }
     generateCoefficients();
     for (auto request = requests.begin(); mEditor != nullptr && request != requests.end(); ++request) {
@@ -243,6 +248,21 @@ void Instance::generateCoefficients() {
         mTicket.module().monitor()->report(Contract::Packets, "GenerateCoefficients answered " +
                                                                   std::to_string(result) + ", expected 0");
     }
+}
+
+bool Instance::setBeforeBuffer(std::span<const BufferValue> values) noexcept {
+    const AudioThreadScope audioThread;
+    const MainGate::BufferValuesScope scope(mHost->state().gate);
+    if (!scope.isHeld()) {
+        return false;
+    }
+    for (const BufferValue& value : values) {
+        if (value.parameter < mParameters.size() && !std::isnan(value.normalized)) {
+            update(mParameters[value.parameter].id, std::clamp(value.normalized, 0.0, 1.0));
+        }
+    }
+    generateCoefficients();
+    return true;
 }
 
 void Instance::process(const float* const* inputs, float* const* outputs, int32_t frames) noexcept {

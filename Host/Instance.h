@@ -41,11 +41,17 @@ struct ParameterInfo {
     bool isMasterBypass = false;
 };
 
+/// A value that comes with a buffer.
+struct BufferValue {
+    size_t parameter = 0;    ///< Index in Instance::parameters().
+    double normalized = 0.0; ///< 0 to 1.
+};
+
 /// One instance of an effect: data model, algorithm and, if asked for, editor.
 ///
 /// Threads: operations marked [main] are serialised by the instance itself, whatever thread they come from,
 /// but must not come from the audio thread. `process` comes from one audio thread at a time, concurrently
-/// with all others.
+/// with all others; so does `setBeforeBuffer`, on the same thread before it.
 class Instance {
 public:
     /// Longest text asked of a parameter, in characters.
@@ -93,6 +99,12 @@ public:
 
     // Audio.
 
+    /// For hosts whose values come with the buffers: gives them to the data model and has the coefficients
+    /// computed, on the audio thread itself, in force from the next buffer on. Values beyond 0 to 1 are
+    /// limited to that; what is not a number, or of no parameter, is left out. Takes no memory and never
+    /// waits: false, with nothing done, where another thread is in a [main] call. An editor that is open does
+    /// not hear of it. [audio]
+    bool setBeforeBuffer(std::span<const BufferValue> values) noexcept;
     /// Processes `frames` frames (0 or more) from `inputs` to `outputs`: one pointer per channel, each to
     /// `frames` samples, borrowed; an output may be an input's memory. More than setup().maximumFrames are
     /// processed in several buffers. Coefficients, meters and the transport move once per buffer. No lock, no
@@ -149,6 +161,7 @@ private:
     void reportUnpostedPorts() const;
     const std::string& requireParameter(const std::string& id) const;
     void generateCoefficients();
+    void update(const std::string& id, double normalized);
     void answer(const std::vector<ValueRequest>& requests);
     ChunkIdentity chunkIdentity() const;
     void setChunk(const StoredChunk& chunk);

@@ -18,9 +18,28 @@ MainGate::Scope::~Scope() {
     mGate.mMutex.unlock();
 }
 
+MainGate::BufferValuesScope::BufferValuesScope(MainGate& gate) noexcept
+    : mGate(gate),
+      mIsHeld(gate.mMutex.try_lock()) {
+    if (mIsHeld) {
+        mOuterOwner = gate.mOwner.exchange(std::this_thread::get_id());
+        mOuterIsForBuffer = gate.mIsForBuffer.exchange(true);
+    }
+}
+
+MainGate::BufferValuesScope::~BufferValuesScope() {
+    if (mIsHeld) {
+        mGate.mIsForBuffer.store(mOuterIsForBuffer);
+        mGate.mOwner.store(mOuterOwner);
+        mGate.mMutex.unlock();
+    }
+}
+
 void MainGate::check(const char* operation) const {
-    checkThread(operation);
     const std::thread::id owner = mOwner.load();
+    if (owner != std::this_thread::get_id() || !mIsForBuffer.load()) {
+        checkThread(operation);
+    }
     if (owner != std::thread::id() && owner != std::this_thread::get_id()) {
         mMonitor->report(Contract::Thread,
                          std::string(operation) + " while another thread is in a [main] call");

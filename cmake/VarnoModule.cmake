@@ -58,12 +58,12 @@ function(varno_bundle_resources target)
   add_dependencies(${target} ${target}_resources)
 endfunction()
 
-# varno_bundle_drawings(TARGET PROGRAM): the program fills the resources folder of the bundle whose binary is the
-# target's; it is given the folder and knows itself what it is to be called.
-function(varno_bundle_drawings target program)
+# varno_drawings(TARGET PROGRAM FOLDER): the program fills the folder before the target is built; it is given the folder
+# and knows itself what its drawings are to be called.
+function(varno_drawings target program folder)
   set(done ${CMAKE_CURRENT_BINARY_DIR}/${program}.done)
   add_custom_command(OUTPUT ${done}
-    COMMAND ${program} ${VARNO_BUNDLE}/Contents/Resources
+    COMMAND ${program} ${folder}
     COMMAND ${CMAKE_COMMAND} -E touch ${done}
     DEPENDS ${program} COMMENT "Drawing the bitmaps of the bundle" VERBATIM)
   add_custom_target(${target}_drawings DEPENDS ${done})

@@ -41,7 +41,7 @@ std::vector<Elf64_Shdr> ElfFile::sections() const {
     return sections;
 }
 
-std::set<std::string> ElfFile::exportedSymbols() const {
+std::set<std::string> ElfFile::dynamicSymbols(bool imported) const {
     const std::vector<Elf64_Shdr> all = sections();
     std::set<std::string> names;
     for (const Elf64_Shdr& section : all) {
@@ -50,8 +50,33 @@ std::set<std::string> ElfFile::exportedSymbols() const {
         }
         for (size_t at = 0; at + sizeof(Elf64_Sym) <= section.sh_size; at += sizeof(Elf64_Sym)) {
             const auto symbol = read<Elf64_Sym>(section.sh_offset + at);
-            if (symbol.st_shndx != SHN_UNDEF && ELF64_ST_BIND(symbol.st_info) != STB_LOCAL) {
+            if ((symbol.st_shndx == SHN_UNDEF) == imported && ELF64_ST_BIND(symbol.st_info) != STB_LOCAL) {
                 names.insert(textAt(all.at(section.sh_link).sh_offset + symbol.st_name));
+            }
+        }
+    }
+    return names;
+}
+
+std::set<std::string> ElfFile::exportedSymbols() const {
+    return dynamicSymbols(false);
+}
+
+std::set<std::string> ElfFile::importedSymbols() const {
+    return dynamicSymbols(true);
+}
+
+std::set<std::string> ElfFile::neededLibraries() const {
+    const std::vector<Elf64_Shdr> all = sections();
+    std::set<std::string> names;
+    for (const Elf64_Shdr& section : all) {
+        if (section.sh_type != SHT_DYNAMIC) {
+            continue;
+        }
+        for (size_t at = 0; at + sizeof(Elf64_Dyn) <= section.sh_size; at += sizeof(Elf64_Dyn)) {
+            const auto entry = read<Elf64_Dyn>(section.sh_offset + at);
+            if (entry.d_tag == DT_NEEDED) {
+                names.insert(textAt(all.at(section.sh_link).sh_offset + entry.d_un.d_val));
             }
         }
     }

@@ -17,6 +17,10 @@ public:
 
     /// Names of the symbols that a loader offers to others.
     std::set<std::string> exportedSymbols() const;
+    /// Names of the symbols that a loader has to find elsewhere.
+    std::set<std::string> importedSymbols() const;
+    /// Names of the libraries that a loader has to load with it.
+    std::set<std::string> neededLibraries() const;
     /// Whether the loader has to write to its code.
     bool hasTextRelocations() const;
 
@@ -25,6 +29,7 @@ private:
     T read(size_t offset) const;
     std::string textAt(size_t offset) const;
     std::vector<Elf64_Shdr> sections() const;
+    std::set<std::string> dynamicSymbols(bool imported) const;
 
     std::string mBytes;
 };

@@ -1,0 +1,58 @@
+#include "BypassFade.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace varno {
+
+BypassFade::BypassFade(size_t channels, int32_t maximumFrames, double sampleRateHz)
+    : mKept(channels, std::vector<float>(static_cast<size_t>(kLatencyFrames + maximumFrames))),
+      mFadeFrames(static_cast<int32_t>(std::lround(kFadeSeconds * sampleRateHz))) {
+}
+
+void BypassFade::restart() noexcept {
+    mIsStarting = true;
+    for (std::vector<float>& kept : mKept) {
+        std::fill_n(kept.begin(), kLatencyFrames, 0.0F);
+    }
+}
+
+void BypassFade::keep(std::span<const float* const> inputs, int32_t frames) noexcept {
+    for (size_t channel = 0; channel < mKept.size(); ++channel) {
+        std::copy_n(inputs[channel], frames, mKept[channel].begin() + kLatencyFrames);
+    }
+}
+
+void BypassFade::blend(std::span<float* const> outputs, int32_t frames, bool isEnabled) noexcept {
+    const int32_t end = isEnabled ? mFadeFrames : 0;
+    if (mIsStarting) {
+        mPosition = end;
+        mIsStarting = false;
+    }
+    for (size_t channel = 0; channel < mKept.size(); ++channel) {
+        std::vector<float>& kept = mKept[channel];
+        if (mPosition != end) {
+            fade(outputs[channel], kept.data(), frames, isEnabled ? 1 : -1);
+        } else if (!isEnabled) {
+            std::copy_n(kept.begin(), frames, outputs[channel]);
+        }
+        std::copy_n(kept.begin() + frames, kLatencyFrames, kept.begin());
+    }
+    const int32_t passed = std::min(frames, std::abs(end - mPosition));
+    mPosition += isEnabled ? passed : -passed;
+}
+
+void BypassFade::fade(float* output, const float* bypassed, int32_t frames,
+                      int32_t direction) const noexcept {
+    for (int32_t frame = 0; frame < frames; ++frame) {
+        const int32_t position = std::clamp(mPosition + direction * (frame + 1), 0, mFadeFrames);
+        if (position == 0) {
+            output[frame] = bypassed[frame];
+        } else if (position < mFadeFrames) {
+            const float share = static_cast<float>(position) / static_cast<float>(mFadeFrames);
+            output[frame] = bypassed[frame] + (output[frame] - bypassed[frame]) * share;
+        }
+    }
+}
+
+} // namespace varno

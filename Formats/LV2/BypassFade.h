@@ -1,0 +1,45 @@
+/// The host's bypass of a plug-in.
+#ifndef BYPASSFADE_H
+#define BYPASSFADE_H
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace varno {
+
+/// Frames by which the processed sound comes later than the input: the detector looks that far ahead. The
+/// bypassed sound comes as late.
+inline constexpr int32_t kLatencyFrames = 1;
+/// How long the change between the processed and the bypassed sound takes.
+inline constexpr double kFadeSeconds = 0.010;
+
+/// Fades linearly between what was processed and the input delayed by kLatencyFrames. Neither is altered
+/// where no fade is under way, whatever its bits. The delayed input is always kept, so that the cost hardly
+/// depends on the bypass. [audio]
+class BypassFade {
+public:
+    /// Buffers of up to `maximumFrames`. [main]
+    BypassFade(size_t channels, int32_t maximumFrames, double sampleRateHz);
+
+    /// Forgets the sound so far; the state that the next `blend` names is in force at once.
+    void restart() noexcept;
+    /// Keeps a buffer of each channel, before it is processed: the output may take its memory.
+    void keep(std::span<const float* const> inputs, int32_t frames) noexcept;
+    /// Puts the bypassed sound in the place of the processed one as far as it is to be heard, in the outputs
+    /// of the buffer that was kept.
+    void blend(std::span<float* const> outputs, int32_t frames, bool isEnabled) noexcept;
+
+private:
+    void fade(float* output, const float* bypassed, int32_t frames, int32_t direction) const noexcept;
+
+    /// Per channel the last frames of the buffer before, then the present buffer.
+    std::vector<std::vector<float>> mKept;
+    int32_t mFadeFrames;
+    int32_t mPosition = 0; ///< 0: bypassed, mFadeFrames: processed.
+    bool mIsStarting = true;
+};
+
+} // namespace varno
+
+#endif

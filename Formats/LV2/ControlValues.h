@@ -1,0 +1,73 @@
+/// What the control ports of a plug-in say, on its way to the module.
+#ifndef CONTROLVALUES_H
+#define CONTROLVALUES_H
+
+#include "Instance.h"
+#include "Ports.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace varno {
+
+/// How long a continuous value takes from where it stands to where its port has jumped to. Long enough to
+/// join the jumps of a host that moves a port once per buffer of some hundred frames, too short to be heard
+/// as lag.
+inline constexpr double kGlideSeconds = 0.010;
+/// Frames between the steps of a glide: the routine reads its values once per buffer, so a glide cuts a run
+/// into buffers of this length.
+inline constexpr int32_t kGlideGrainFrames = 16;
+/// A parameter with at most this many steps is a switch or a choice: it has nothing in between and jumps.
+inline constexpr int32_t kMostStepsOfAChoice = 16;
+
+/// Reads the ports at the start of a run, and lets continuous values glide: linearly, in grains that go on
+/// from run to run. A port's value beyond 0 to 1 is limited to that; one that is not a number counts as not
+/// moved; a port that is not connected has its default. All of it belongs to the thread that runs. [audio]
+class ControlValues {
+public:
+    /// The parameters among the ports, in their order. [main]
+    ControlValues(const Instance& instance, std::span<const PortInfo> ports);
+
+    /// Connects the control-th parameter; null for nothing.
+    void connect(size_t control, const float* port) noexcept { mControls[control].port = port; }
+    /// The values of the next `read` are in force at once, without a glide, whatever they were before.
+    void restart() noexcept;
+    /// Takes note of what has moved since the last run.
+    void read() noexcept;
+    /// Hands the module what it is to have from the next buffer on.
+    void giveTo(Instance& instance) noexcept;
+    /// Frames for which what was given holds, at least 1; the largest number where nothing glides.
+    int32_t framesHeld() const noexcept;
+    /// So many frames, at most `framesHeld`, have been processed.
+    void passed(int32_t frames) noexcept;
+
+private:
+    struct Control {
+        size_t parameter; ///< Index in Instance::parameters().
+        bool canGlide;
+        float fallback; ///< Without a port.
+        const float* port = nullptr;
+        float seen;        ///< What the port said last.
+        float from = 0.0F; ///< Where the glide began.
+        float target = 0.0F;
+        float value = 0.0F; ///< What the module is to have now.
+        int32_t stepsLeft = 0;
+        bool isUnsent = false;
+    };
+
+    void moveTo(Control& control, float value) noexcept;
+    void step() noexcept;
+
+    std::vector<Control> mControls;
+    std::vector<BufferValue> mOutgoing; ///< Has room for all.
+    int32_t mStepsOfGlide;
+    int32_t mFramesToStep = 0;
+    bool mIsGliding = false;
+    bool mIsStarting = true;
+    bool mIsAnyUnsent = false;
+};
+
+} // namespace varno
+
+#endif

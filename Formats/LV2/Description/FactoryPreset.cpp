@@ -1,0 +1,63 @@
+#include "FactoryPreset.h"
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace varno {
+
+namespace {
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        throw std::runtime_error(file.string() + ": cannot be read");
+    }
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+std::string labelOf(std::string name) {
+    for (char& character : name) {
+        character = character == '-' ? ' ' : character;
+    }
+    if (!name.empty() && name.front() >= 'a' && name.front() <= 'z') {
+        name.front() = static_cast<char>(name.front() - 'a' + 'A');
+    }
+    return name;
+}
+
+/// The lines after those of the values, as one.
+std::string commentOf(const std::string& text) {
+    size_t start = 0;
+    size_t lines = 1; // of the header
+    for (const DemoGain_PresetText::Item& item : DemoGain_PresetText::kItems) {
+        lines += item.mEndsLine ? 1 : 0;
+    }
+    for (size_t line = 0; line < lines && start != std::string::npos; ++line) {
+        start = text.find('\n', start);
+        start = start == std::string::npos ? start : start + 1;
+    }
+    std::string comment = start == std::string::npos ? std::string() : text.substr(start);
+    comment.erase(comment.find_last_not_of(" \n") + 1);
+    return comment;
+}
+
+} // namespace
+
+FactoryPreset readFactoryPreset(const std::filesystem::path& file) {
+    const std::string text = contentOf(file);
+    const auto values = DemoGain_PresetText::Parse(text);
+    if (!values) {
+        throw std::runtime_error(file.string() + ": holds no preset");
+    }
+    for (const float value : *values) {
+        if (!(value >= 0.0F && value <= 1.0F)) {
+            throw std::runtime_error(file.string() + ": found the value " + std::to_string(value) +
+                                     ", expected 0 to 1");
+        }
+    }
+    const std::string name = file.stem().string();
+    return {name, labelOf(name), commentOf(text), *values};
+}
+
+} // namespace varno

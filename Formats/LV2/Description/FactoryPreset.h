@@ -1,0 +1,26 @@
+/// A factory preset on its way from a text preset into the bundle.
+#ifndef FACTORYPRESET_H
+#define FACTORYPRESET_H
+
+#include "DemoGain_PresetText.h"
+
+#include <filesystem>
+#include <string>
+
+namespace varno {
+
+/// One preset.
+struct FactoryPreset {
+    std::string name;    ///< The file's name without its ending, such as "drum-bus".
+    std::string label;   ///< For people: "Drum bus".
+    std::string comment; ///< What stands below the values; may be empty.
+    DemoGain_PresetText::Values values{};
+};
+
+/// Reads a text preset. Throws std::runtime_error, naming the file, where there is none in it or where a
+/// value lies beyond 0 to 1.
+FactoryPreset readFactoryPreset(const std::filesystem::path& file);
+
+} // namespace varno
+
+#endif

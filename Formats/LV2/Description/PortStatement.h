@@ -1,0 +1,27 @@
+/// A port as hosts read of it.
+#ifndef PORTSTATEMENT_H
+#define PORTSTATEMENT_H
+
+#include "Instance.h"
+#include "PluginUris.h"
+#include "Ports.h"
+
+#include <string>
+#include <string_view>
+
+namespace varno {
+
+/// Symbols of the groups of audio ports.
+inline constexpr const char* kInputGroup = "input";
+inline constexpr const char* kOutputGroup = "output";
+
+/// The URI of a group of a plug-in's ports.
+std::string groupUri(const PluginUri& plugin, std::string_view symbol);
+
+/// Everything about a port, as an object of the statement about the plug-in. Throws std::out_of_range where
+/// something is to be said that no text is there for.
+std::string portStatement(const Instance& instance, const PluginUri& plugin, const PortInfo& port);
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,70 @@
+/// One plug-in at work in a host.
+#ifndef PLUGIN_H
+#define PLUGIN_H
+
+#include "BypassFade.h"
+#include "ControlValues.h"
+#include "Instance.h"
+#include "MeterHold.h"
+#include "Module.h"
+#include "Ports.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace varno {
+
+/// Longest buffer that the module is given; a run is cut into such ones. The buffers of both channels, before
+/// and after, and the bypassed sound together lie in a processor's first cache.
+inline constexpr int32_t kBufferFrames = 512;
+
+/// What lies between the ports of a host and an instance of the module. Whatever is not connected counts as
+/// silence or as its default, or goes nowhere. Hosts call from one thread at a time.
+class Plugin {
+public:
+    /// Throws HostError where the module refuses the sample rate. [main]
+    Plugin(std::shared_ptr<Module> module, int32_t channels, double sampleRateHz);
+
+    /// Connects a port to the host's memory (borrowed until connected anew) or, by null, to nothing; a number
+    /// that is no port's is ignored. [audio]
+    void connect(uint32_t port, void* data) noexcept;
+    /// Puts everything back to the start; the next run is the first. [main]
+    void activate();
+    /// Processes `frames` frames, any number. Buffers may be one another's memory in any way that begins
+    /// at the same frame. No lock that another thread may have, no allocation, no system call. [audio]
+    void run(uint32_t frames) noexcept;
+
+    const Instance& instance() const { return mInstance; }
+
+private:
+    struct Meter {
+        MeterHold hold;
+        float* port = nullptr;
+    };
+
+    bool isEnabled() const noexcept;
+    void point(uint32_t offset) noexcept;
+    void process(int32_t frames, bool isEnabled) noexcept;
+    void tell(int32_t frames) noexcept;
+
+    Instance mInstance;
+    std::vector<PortInfo> mPorts;
+    ControlValues mValues;
+    BypassFade mBypass;
+    std::vector<Meter> mMeters;
+    size_t mFirstControl; ///< Index of the first parameter's port.
+    std::vector<const float*> mInputPorts;
+    std::vector<float*> mOutputPorts;
+    const float* mEnabledPort = nullptr;
+    float* mLatencyPort = nullptr;
+
+    std::vector<const float*> mInputs; ///< Of the present buffer.
+    std::vector<float*> mOutputs;
+    std::vector<float> mSilence; ///< In the place of inputs that are not there.
+    std::vector<float> mNowhere; ///< In the place of outputs that are not there.
+};
+
+} // namespace varno
+
+#endif

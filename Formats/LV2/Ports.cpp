@@ -1,0 +1,81 @@
+#include "Ports.h"
+
+#include <algorithm>
+#include <array>
+
+namespace varno {
+
+namespace {
+
+bool isOneOf(char character, char first, char last) {
+    return character >= first && character <= last;
+}
+
+/// A name as a symbol: in lower case, and an underscore for whatever a symbol may not hold.
+std::string symbolOf(std::string_view name) {
+    std::string symbol;
+    for (const char character : name) {
+        const bool isUpper = isOneOf(character, 'A', 'Z');
+        const char lower = isUpper ? static_cast<char>(character - 'A' + 'a') : character;
+        symbol += isOneOf(lower, 'a', 'z') || isOneOf(lower, '0', '9') ? lower : '_';
+    }
+    return symbol;
+}
+
+/// Adds ports one after the other.
+class PortList {
+public:
+    void add(std::string symbol, PortKind kind, uint32_t item = 0, std::string parameterID = {}) {
+        mPorts.push_back(
+            {static_cast<uint32_t>(mPorts.size()), std::move(symbol), kind, item, std::move(parameterID)});
+    }
+
+    void addAudio(const std::string& direction, PortKind kind, int32_t channels) {
+        if (channels == 1) {
+            add(direction, kind);
+            return;
+        }
+        static constexpr std::array kSides = {"_l", "_r"};
+        for (uint32_t channel = 0; channel < kSides.size(); ++channel) {
+            add(direction + kSides[channel], kind, channel);
+        }
+    }
+
+    std::vector<PortInfo> take() { return std::move(mPorts); }
+
+private:
+    std::vector<PortInfo> mPorts;
+};
+
+} // namespace
+
+std::vector<PortInfo> portsOf(const Instance& instance) {
+    PortList list;
+    list.addAudio("in", PortKind::AudioIn, instance.variant().inputChannels());
+    list.addAudio("out", PortKind::AudioOut, instance.variant().outputChannels());
+    for (const ParameterInfo& parameter : instance.parameters()) {
+        if (!parameter.isMasterBypass) {
+            list.add(symbolOf(parameter.id), PortKind::Parameter, static_cast<uint32_t>(parameter.index),
+                     parameter.id);
+        }
+    }
+    list.add("enabled", PortKind::Enabled);
+    const std::vector<MeterDescription>& meters = instance.effect().meters;
+    for (uint32_t tap = 0; tap < meters.size(); ++tap) {
+        list.add(symbolOf(meters[tap].name), PortKind::Meter, tap);
+    }
+    list.add("latency", PortKind::Latency);
+    return list.take();
+}
+
+const PortInfo* portWithSymbol(std::span<const PortInfo> ports, std::string_view symbol) {
+    const auto found = std::ranges::find(ports, symbol, &PortInfo::symbol);
+    return found == ports.end() ? nullptr : &*found;
+}
+
+const PortInfo* portOfParameter(std::span<const PortInfo> ports, std::string_view parameterID) {
+    const auto found = std::ranges::find(ports, parameterID, &PortInfo::parameterID);
+    return parameterID.empty() || found == ports.end() ? nullptr : &*found;
+}
+
+} // namespace varno

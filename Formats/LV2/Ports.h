@@ -1,0 +1,47 @@
+/// The ports of a plug-in, made from what the module tells of itself: the one list that the plug-in, its
+/// description and its window go by.
+#ifndef PORTS_H
+#define PORTS_H
+
+#include "Instance.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace varno {
+
+/// What goes through a port.
+enum class PortKind {
+    AudioIn,
+    AudioOut,
+    Parameter, ///< Input: the normalized value of a saved parameter, 0 to 1.
+    Enabled,   ///< Input: the host's bypass; 0 or less bypasses.
+    Meter,     ///< Output: what a meter of the effect shows, 1.0 is its full scale.
+    Latency,   ///< Output: frames by which the sound comes late.
+};
+
+/// One port. Hosts save symbols and some go by indices: neither may ever change.
+struct PortInfo {
+    uint32_t index;     ///< As hosts connect it.
+    std::string symbol; ///< Letters, digits and underscores.
+    PortKind kind;
+    uint32_t item;           ///< Channel; index of the parameter in the module; meter tap; else 0.
+    std::string parameterID; ///< Identifier in the module; empty for what is no parameter.
+};
+
+/// The ports of the instance's variant in the order of their indices: audio inputs, audio outputs, every
+/// parameter but the master bypass, enabled, meters, latency. [any]
+std::vector<PortInfo> portsOf(const Instance& instance);
+
+/// The port of this symbol, null when there is none. [any]
+const PortInfo* portWithSymbol(std::span<const PortInfo> ports, std::string_view symbol);
+
+/// The port of this parameter (exact identifier), null when there is none, as for the master bypass. [any]
+const PortInfo* portOfParameter(std::span<const PortInfo> ports, std::string_view parameterID);
+
+} // namespace varno
+
+#endif

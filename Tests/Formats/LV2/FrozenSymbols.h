@@ -1,0 +1,26 @@
+/// The ports of the plug-ins as sessions of users hold them, by symbol and by index: never to change.
+#ifndef VARNO_TEST_FROZENSYMBOLS_H
+#define VARNO_TEST_FROZENSYMBOLS_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace varno::test {
+
+/// The symbols of the mono or the stereo plug-in in the order of their indices.
+inline std::vector<std::string> frozenSymbols(size_t channels) {
+    std::vector<std::string> symbols = channels == 1
+                                           ? std::vector<std::string>{"in", "out"}
+                                           : std::vector<std::string>{"in_l", "in_r", "out_l", "out_r"};
+    for (const char* symbol :
+         {"gain", "hp", "band", "atk", "rls", "asw", "uk", "volume", "hot", "ratio", "mix", "hsw", "linksw",
+          "enabled", "grl", "grr", "inrms", "outrms", "latency"}) {
+        symbols.emplace_back(symbol);
+    }
+    return symbols;
+}
+
+} // namespace varno::test
+
+#endif

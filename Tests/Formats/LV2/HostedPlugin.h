@@ -1,0 +1,55 @@
+/// A plug-in driven as hosts do: through the C functions of its descriptor alone.
+#ifndef VARNO_TEST_HOSTEDPLUGIN_H
+#define VARNO_TEST_HOSTEDPLUGIN_H
+
+#include "RenderChecker.h"
+#include "Signal.h"
+
+#include <lv2/core/lv2.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace varno::test {
+
+/// Values of control inputs by symbol.
+using PortValues = std::map<std::string, float>;
+
+/// Made, connected and active; ends with the object.
+class HostedPlugin {
+public:
+    /// The mono or the stereo plug-in with every control port connected, all parameters at their defaults.
+    /// Throws std::runtime_error where the plug-in refuses.
+    explicit HostedPlugin(size_t channels, double sampleRateHz = 48000.0);
+    HostedPlugin(const HostedPlugin&) = delete;
+    HostedPlugin& operator=(const HostedPlugin&) = delete;
+    ~HostedPlugin();
+
+    size_t channels() const { return mChannels; }
+    /// The memory of a control port. Throws std::out_of_range where there is none.
+    float& port(const std::string& symbol);
+    void set(const PortValues& values);
+    void connect(const std::string& symbol, void* data);
+    void activate() { mDescriptor->activate(mHandle); }
+    /// A run alone, wherever the audio ports are connected.
+    void run(uint32_t frames) { mDescriptor->run(mHandle, frames); }
+
+    /// Connects the audio ports anew and runs.
+    void process(const float* const* inputs, float* const* outputs, int32_t frames);
+    BufferProcessor processor();
+
+private:
+    uint32_t indexOf(const std::string& symbol) const;
+
+    const LV2_Descriptor* mDescriptor;
+    size_t mChannels;
+    std::vector<std::string> mSymbols;
+    std::vector<float> mValues; ///< Of the control ports, by index.
+    LV2_Handle mHandle;
+};
+
+} // namespace varno::test
+
+#endif
