@@ -16,8 +16,8 @@ machine is needed for figures that mean something; it takes about five minutes.
   --check          measures only what is required, in less than four minutes; names what was missed and fails if
                    anything was. Writes no document
   --filter REGEX   runs the measurements whose names match and prints what Google Benchmark prints; further options
-                   are its own, such as --benchmark_repetitions=9. The environment variable VARNO_SIMD (baseline, avx2
-                   or avx512) chooses the routine's instruction set
+                   are its own, such as --benchmark_repetitions=9. The environment variable VARNO_SIMD (baseline, avx2,
+                   avx512 or emulated) chooses the routine's instruction set
 END
 }
 
