@@ -6,11 +6,12 @@ source "$root/Scripts/machine.sh"
 verification_marker='<!-- Below this line: written by ./run test --full. -->'
 
 record_verification() {
-    local document=$root/docs/verification.md
+    local document=$root/docs/verification.md description
+    # Before anything is written, which would count as a change.
+    description=$(describe_run)
     {
         sed "\|^$verification_marker\$|q" "$document"
-        printf '\n'
-        describe_run
+        printf '\n%s\n' "$description"
         printf '\n| step | what it shows | result | time |\n|---|---|---|---:|\n'
         verification_rows
         printf '\nTogether: %d passed, %d failed.' "$total_passed" "$total_failed"

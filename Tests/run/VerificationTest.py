@@ -22,6 +22,18 @@ test_command --full
 
 
 class VerificationTest(FixtureProject):
+    def test_a_run_of_what_is_committed_is_one_without_changes(self):
+        self.write("docs/verification.md", "<!-- Below this line: written by ./run test --full. -->\n")
+        self.write(".gitignore", "build/\n")
+        git = ["git", "-C", self.root, "-c", "user.name=A", "-c", "user.email=a@b"]
+        for command in (["init", "-q"], ["add", "--all"], ["commit", "-q", "-m", "All"]):
+            subprocess.run(git + command, check=True)
+        commit = subprocess.run(git + ["rev-parse", "--short", "HEAD"], check=True, capture_output=True, text=True)
+        for expected in (commit.stdout.strip() + ".", commit.stdout.strip() + " with changes."):
+            subprocess.run(["bash", "-c", FULL, "full", self.root], env=self.environment(), capture_output=True,
+                           check=False)
+            self.assertIn(f", commit {expected}\n", (self.root / "docs/verification.md").read_text())
+
     def test_result_replaces_the_last_one(self):
         self.write("docs/verification.md", "# Verification\n\nWords.\n\n"
                                            "<!-- Below this line: written by ./run test --full. -->\n\nold result\n")
