@@ -129,7 +129,7 @@ describe_measurement() {
 # measure_matching REGEX OPTIONS...: in whichever programs there are such cases.
 measure_matching() {
     local program path found=no status=0
-    for program in routine settings render model editor; do
+    for program in routine settings render model editor plugin; do
         path=$(bench_program "$program")
         [[ -n $("$path" --benchmark_list_tests --benchmark_filter="$1" 2>/dev/null) ]] || continue
         found=yes

@@ -2,7 +2,6 @@
 #include "Instance.h"
 #include "PluginUris.h"
 #include "PortStatement.h"
-#include "PortTexts.h"
 #include "Turtle.h"
 
 namespace varno {
@@ -32,27 +31,18 @@ std::string projectStatement(const ModuleDescription& module, const EffectDescri
     return project.statement();
 }
 
-std::string groupStatement(const PluginUri& plugin, const std::string& types, const GroupText& group) {
-    TurtleSubject subject(turtleUri(groupUri(plugin, group.symbol)));
-    subject.say("a", types);
-    subject.say("lv2:symbol", turtleText(group.symbol));
-    subject.say("lv2:name", turtleText(group.name));
-    return subject.statement();
-}
-
 std::string groupStatements(const PluginUri& plugin) {
     const std::string shape = std::string("pg:") + shapeOf(plugin) + "Group";
-    std::string text = groupStatement(plugin, shape + " , pg:InputGroup", {kInputGroup, "Input"});
+    TurtleSubject input(turtleUri(groupUri(plugin, kInputGroup)));
+    input.say("a", shape + " , pg:InputGroup");
+    input.say("lv2:symbol", turtleText(kInputGroup));
+    input.say("lv2:name", turtleText("Input"));
     TurtleSubject output(turtleUri(groupUri(plugin, kOutputGroup)));
     output.say("a", shape + " , pg:OutputGroup");
     output.say("lv2:symbol", turtleText(kOutputGroup));
     output.say("lv2:name", turtleText("Output"));
     output.say("pg:source", turtleUri(groupUri(plugin, kInputGroup)));
-    text += output.statement();
-    for (const GroupText& group : kControlGroups) {
-        text += groupStatement(plugin, "pg:Group", group);
-    }
-    return text;
+    return input.statement() + output.statement();
 }
 
 std::string pluginStatement(const BundleContent& content, const PluginUri& plugin) {

@@ -60,7 +60,7 @@ void saySteps(TurtleSubject& subject, int steps) {
     }
 }
 
-void sayParameter(TurtleSubject& subject, const ParameterInfo& parameter, const PluginUri& plugin) {
+void sayParameter(TurtleSubject& subject, const ParameterInfo& parameter) {
     const ParameterPortText& text = parameterPortText(parameter.id);
     subject.say("lv2:name", turtleText(parameter.name));
     sayRange(subject, 0.0F, static_cast<float>(parameter.defaultNormalized), 1.0F);
@@ -70,8 +70,6 @@ void sayParameter(TurtleSubject& subject, const ParameterInfo& parameter, const 
     } else if (text.meaning == ValueMeaning::Curve) {
         subject.say("lv2:scalePoint", curvePoints(parameter.steps));
     }
-    subject.say("pg:group",
-                turtleUri(groupUri(plugin, kControlGroups[static_cast<size_t>(text.group)].symbol)));
     subject.say("rdfs:comment", turtleText(text.comment));
 }
 
@@ -87,13 +85,10 @@ void sayAudio(TurtleSubject& subject, const PortInfo& port, const PluginUri& plu
     subject.say("rdfs:comment", turtleText(isInput ? "Sound to be processed." : "Processed sound."));
 }
 
-void sayMeter(TurtleSubject& subject, const PortInfo& port, const MeterDescription& meter,
-              const PluginUri& plugin) {
+void sayMeter(TurtleSubject& subject, const PortInfo& port, const MeterDescription& meter) {
     subject.say("lv2:name", turtleText(meter.name));
     sayRange(subject, 0.0F, 0.0F, 1.0F);
     subject.say("units:unit", "units:coef");
-    const auto group = static_cast<size_t>(ControlGroup::Meters);
-    subject.say("pg:group", turtleUri(groupUri(plugin, kControlGroups[group].symbol)));
     subject.say("rdfs:comment", turtleText(meterComment(port.symbol)));
 }
 
@@ -109,7 +104,7 @@ void sayEnabled(TurtleSubject& subject) {
 void sayLatency(TurtleSubject& subject) {
     subject.say("lv2:name", turtleText("Latency"));
     const auto frames = static_cast<float>(kLatencyFrames);
-    sayRange(subject, frames, frames, frames);
+    sayRange(subject, 0.0F, frames, frames);
     subject.say("lv2:portProperty", {"lv2:reportsLatency", "lv2:integer", "pprops:notOnGUI"});
     subject.say("lv2:designation", "lv2:latency");
     subject.say("units:unit", "units:frame");
@@ -141,13 +136,13 @@ std::string portStatement(const Instance& instance, const PluginUri& plugin, con
         sayAudio(subject, port, plugin);
         break;
     case PortKind::Parameter:
-        sayParameter(subject, instance.parameters()[port.item], plugin);
+        sayParameter(subject, instance.parameters()[port.item]);
         break;
     case PortKind::Enabled:
         sayEnabled(subject);
         break;
     case PortKind::Meter:
-        sayMeter(subject, port, instance.effect().meters[port.item], plugin);
+        sayMeter(subject, port, instance.effect().meters[port.item]);
         break;
     case PortKind::Latency:
         sayLatency(subject);

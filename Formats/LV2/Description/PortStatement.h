@@ -11,7 +11,8 @@
 
 namespace varno {
 
-/// Symbols of the groups of audio ports.
+/// Symbols of the groups of audio ports. Controls are in none: GStreamer takes every port of a group for a
+/// channel of its sound.
 inline constexpr const char* kInputGroup = "input";
 inline constexpr const char* kOutputGroup = "output";
 

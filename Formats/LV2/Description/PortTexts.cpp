@@ -8,24 +8,23 @@ namespace varno {
 
 namespace {
 
-using enum ControlGroup;
 using enum ValueMeaning;
 
 constexpr ParameterPortText kParameters[] = {
-    {"Gain", Drive, Level, "Input gain, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
-    {"HP", Dynamics, Plain, "Keeps what lies below 120 Hz from driving the gain reduction."},
-    {"Band", Dynamics, Plain, "Lets high frequencies drive the gain reduction harder."},
-    {"Atk", Dynamics, Plain, "Attack of the gain reduction: fast at 0, slow at 1."},
-    {"Rls", Dynamics, Plain, "Release of the gain reduction: fast at 0, slow at 1."},
-    {"ASw", Output, Plain,
+    {"Gain", Level, "Input gain, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
+    {"HP", Plain, "Keeps what lies below 120 Hz from driving the gain reduction."},
+    {"Band", Plain, "Lets high frequencies drive the gain reduction harder."},
+    {"Atk", Plain, "Attack of the gain reduction: fast at 0, slow at 1."},
+    {"Rls", Plain, "Release of the gain reduction: fast at 0, slow at 1."},
+    {"ASw", Plain,
      "Lets the editor match the output volume to the input level; without the editor it does nothing."},
-    {"UK", Dynamics, Plain, "Changes the release of the gain reduction."},
-    {"Volume", Output, Level, "Output volume, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
-    {"Hot", Drive, Plain, "Drive into the clipper and shaper."},
-    {"Ratio", Dynamics, Curve, "Chooses one of eight gain reduction curves."},
-    {"Mix", Output, Plain, "Share of the dry signal: none at 0, nothing else at 1."},
-    {"HSw", Drive, Plain, "Biases the clipper, for more harmonics."},
-    {"LinkSw", Dynamics, Plain, "Both stereo channels share one gain reduction."},
+    {"UK", Plain, "Changes the release of the gain reduction."},
+    {"Volume", Level, "Output volume, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
+    {"Hot", Plain, "Drive into the clipper and shaper."},
+    {"Ratio", Curve, "Chooses one of eight gain reduction curves."},
+    {"Mix", Plain, "Share of the dry signal: none at 0, nothing else at 1."},
+    {"HSw", Plain, "Biases the clipper, for more harmonics."},
+    {"LinkSw", Plain, "Both stereo channels share one gain reduction."},
 };
 
 struct MeterText {

@@ -4,23 +4,9 @@
 
 #include "Ports.h"
 
-#include <array>
-#include <cstddef>
 #include <span>
 
 namespace varno {
-
-/// Ports that belong together.
-struct GroupText {
-    const char* symbol;
-    const char* name;
-};
-
-enum class ControlGroup : size_t { Drive, Dynamics, Output, Meters };
-
-/// The groups of controls by number.
-inline constexpr GroupText kControlGroups[] = {
-    {"drive", "Drive"}, {"dynamics", "Dynamics"}, {"level", "Output level"}, {"meters", "Meters"}};
 
 /// What the values of a parameter mean.
 enum class ValueMeaning {
@@ -32,7 +18,6 @@ enum class ValueMeaning {
 /// One parameter.
 struct ParameterPortText {
     const char* parameterID;
-    ControlGroup group;
     ValueMeaning meaning;
     const char* comment;
 };

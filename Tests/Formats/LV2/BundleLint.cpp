@@ -116,7 +116,8 @@ private:
         demand(comment != nullptr, "no comment");
         const Owned<LilvNode> group(lilv_port_get(mPlugin, port, node(LV2_PORT_GROUPS__group).get()));
         const bool isAudio = lilv_port_is_a(mPlugin, port, node(LV2_CORE__AudioPort).get());
-        demand(group != nullptr || !isAudio, "no group");
+        demand((group != nullptr) == isAudio,
+               isAudio ? "no group" : "a group that some hosts take for a sound's");
         demand(group == nullptr ||
                    lilv_world_ask(mWorld.get(), group.get(), node(LV2_CORE__symbol).get(), nullptr),
                "its group is none");

@@ -96,6 +96,9 @@ TEST_F(Bundle, withAFaultIsSeen) {
              {"rdfs:comment \"Input gain", "rdfs:label \"Input gain", "no comment"},
              {"pg:group <urn:morvak:varno-s#mono-input>", "pg:group <urn:morvak:varno-s#mono-nothing>",
               "its group is none"},
+             {"pg:group <urn:morvak:varno-s#mono-input> ;", "", "no group"},
+             {"units:unit units:coef ;", "pg:group <urn:morvak:varno-s#mono-input> ;",
+              "a group that some hosts take for a sound's"},
              {"lv2:project <urn:morvak:varno-s> ;", "", "no project"},
          }) {
         std::ofstream(mFolder / "varno-s.ttl") << original;

@@ -1,0 +1,68 @@
+// A run reaches no allocator, file or wait, whatever has moved; of all locks only those of the module's own
+// data, which nobody else holds; and with everything at rest not even these.
+#include "HostedPlugin.h"
+#include "RealTimeGuard.h"
+#include "SignalSources.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace varno::test {
+namespace {
+
+constexpr const char* kInputs[] = {"gain",   "hp",  "band",  "atk", "rls", "asw",    "uk",
+                                   "volume", "hot", "ratio", "mix", "hsw", "linksw", "enabled"};
+
+class PluginRealTime : public testing::TestWithParam<size_t> {
+protected:
+    RealTimeReport run(int32_t frames) {
+        const float* inputs[] = {mInput.front().data(), mInput.back().data()};
+        float* outputs[] = {mOutput.front().data(), mOutput.back().data()};
+        RealTimeScope scope;
+        mPlugin.process(inputs, outputs, frames);
+        return scope.finish();
+    }
+
+    const Signal mInput = swell(GetParam(), 5000, 1, 6.0);
+    Signal mOutput = mInput;
+    HostedPlugin mPlugin{GetParam()};
+};
+
+TEST_P(PluginRealTime, holdsFromTheFirstRunOn) {
+    const RealTimeReport report = run(512);
+    EXPECT_EQ(report.allocations + report.files + report.waits, 0) << textOf(report);
+}
+
+TEST_P(PluginRealTime, holdsWhileEveryPortMoves) {
+    std::mt19937 random(20261121);
+    for (const int32_t frames : {1, 64, 0, 512, 33, 5000, 2, 700}) {
+        for (const char* symbol : kInputs) {
+            mPlugin.port(symbol) = static_cast<float>(random()) / static_cast<float>(std::mt19937::max());
+        }
+        mPlugin.port("enabled") = static_cast<float>(random() % 2);
+        const RealTimeReport report = run(frames);
+        EXPECT_EQ(report.allocations + report.files + report.waits, 0) << frames << textOf(report);
+    }
+}
+
+TEST_P(PluginRealTime, takesNoLockAtRest) {
+    run(64);
+    for (const int32_t frames : {64, 0, 5000, 1}) {
+        const RealTimeReport report = run(frames);
+        EXPECT_TRUE(report.clean()) << frames << textOf(report);
+    }
+    mPlugin.port("enabled") = 0.0F; // and in the fade
+    const RealTimeReport report = run(64);
+    EXPECT_TRUE(report.clean()) << textOf(report);
+}
+
+TEST_P(PluginRealTime, takesTheLocksOfTheDataWhereAValueMoves) {
+    run(64);
+    mPlugin.port("hp") = 1.0F;
+    EXPECT_GT(run(64).locks, 0) << "the guard sees nothing of the way that values take";
+}
+
+INSTANTIATE_TEST_SUITE_P(Channels, PluginRealTime, testing::Values(size_t{1}, size_t{2}));
+
+} // namespace
+} // namespace varno::test
