@@ -22,6 +22,8 @@ struct BundleContent {
 std::string manifestText(const BundleContent& content);
 /// varno-s.ttl: the plug-ins and their ports.
 std::string pluginsText(const BundleContent& content);
+/// ui.ttl: the window, and what it wants to be told.
+std::string windowText(const BundleContent& content);
 /// presets.ttl: the values of the presets.
 std::string presetsText(const BundleContent& content);
 

@@ -35,6 +35,9 @@ void writeAll(const std::filesystem::path& folder, std::span<const char* const> 
     write(folder / "manifest.ttl", manifestText(content));
     write(folder / "varno-s.ttl", pluginsText(content));
     write(folder / "presets.ttl", presetsText(content));
+    if (content.hasWindow) {
+        write(folder / "ui.ttl", windowText(content));
+    }
 }
 
 } // namespace

@@ -53,6 +53,20 @@ TEST_F(BundleFiles, nameTheWindowOnlyWhereThereIsOne) {
     }
 }
 
+TEST_F(BundleFiles, haveHostsTellTheWindowOfEveryMeter) {
+    const std::string text = windowText(content({}, true));
+    for (const char* plugin : {"mono", "stereo"}) {
+        for (const char* symbol : {"grl", "grr", "inrms", "outrms"}) {
+            EXPECT_THAT(text,
+                        HasSubstr("ui:plugin <urn:morvak:varno-s#" + std::string(plugin) +
+                                  "> ;\n\tlv2:symbol \"" + symbol + "\" ;\n\tui:protocol ui:floatProtocol"));
+        }
+    }
+    EXPECT_THAT(text, Not(HasSubstr("\"gain\""))) << "input ports are told anyway";
+    EXPECT_THAT(text, Not(HasSubstr("ui:resize"))) << "is no feature to list any more";
+    EXPECT_THAT(text, Not(HasSubstr("lv2:requiredFeature")));
+}
+
 TEST_F(BundleFiles, holdEveryPresetForBothPlugins) {
     const FactoryPreset presets[] = {preset("drum-bus.txt", kPreset), preset("x.txt", kPreset)};
     for (const char* uri : {"<urn:morvak:varno-s#mono-drum-bus>", "<urn:morvak:varno-s#stereo-drum-bus>",
