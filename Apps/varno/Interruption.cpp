@@ -1,7 +1,5 @@
 #include "Interruption.h"
 
-#include "CommandError.h"
-
 #include <atomic>
 #include <csignal>
 
@@ -44,7 +42,7 @@ int interruptedBySignal() {
 
 void throwIfInterrupted() {
     if (interruptedBySignal() != 0)
-        throw WorkError("interrupted");
+        throw Interrupted();
 }
 
 void clearInterruption() {

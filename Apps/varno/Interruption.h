@@ -1,6 +1,15 @@
 #pragma once
 
+#include "CommandError.h"
+
 namespace varno {
+
+/// A signal has asked the program to stop.
+class Interrupted : public WorkError {
+public:
+    Interrupted()
+        : WorkError("interrupted") {}
+};
 
 /// Makes SIGINT, SIGTERM and SIGHUP set a flag instead of ending the program, so that unfinished outputs are
 /// removed on the way out, and makes failed writes to a closed pipe (SIGPIPE) or beyond a size limit
@@ -11,10 +20,10 @@ void catchInterruptions();
 int interruptedBySignal();
 
 /// To be called between blocks of any long work. [any]
-/// @throws WorkError "interrupted" once a signal has asked the program to stop
+/// @throws Interrupted once a signal has asked the program to stop
 void throwIfInterrupted();
 
-/// Forgets a signal. For programs that go on after an interruption, and for tests.
+/// Forgets a signal. For work that a signal ends as it should, and for tests.
 void clearInterruption();
 
 } // namespace varno

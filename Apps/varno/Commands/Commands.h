@@ -16,6 +16,7 @@ int runProgram(const std::vector<std::string>& words);
 // HostError.
 int runRender(const CommandLine& line);
 int runEdit(const CommandLine& line);
+int runPlay(const CommandLine& line);
 int runDescribe(const CommandLine& line);
 int runParams(const CommandLine& line);
 int runPresets(const CommandLine& line);

@@ -1,14 +1,15 @@
 #include "EditOptions.h"
 
+#include "BackendChoice.h"
 #include "CommandError.h"
-#include "DesktopScale.h"
 #include "NumberOption.h"
 #include "SampleRateRange.h"
+
+#include <filesystem>
 
 namespace varno {
 namespace {
 
-constexpr int kMostChannels = 2;
 constexpr double kLongestWaitS = 3600.0;
 
 void refuseWith(const CommandLine& line, std::string_view option, bool isOther, std::string_view reason) {
@@ -21,23 +22,26 @@ void refuseWith(const CommandLine& line, std::string_view option, bool isOther, 
 
 EditOptions editOptions(const CommandLine& line) {
     EditOptions options;
+    options.window = windowOptions(line, "edit");
+    WindowOptions& window = options.window;
     if (!line.arguments().empty()) {
         options.audio = line.arguments().front();
+        window.subject = std::filesystem::path(*options.audio).filename().string();
     }
     options.rateHz =
         numberOption(line, "--rate", kLowestSampleRateHz, kHighestSampleRateHz).value_or(options.rateHz);
-    options.channels = numberOption(line, "--channels", 1, kMostChannels).value_or(options.channels);
-    options.scale = numberOption(line, "--scale", kSmallestScale, kLargestScale);
-    options.state = line.value("--state");
-    options.saveState = line.value("--save-state");
-    options.screenshot = line.value("--screenshot");
-    options.afterS = numberOption(line, "--after", 0.0, kLongestWaitS).value_or(options.afterS);
-    options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;
+    options.channels = numberOption(line, "--channels", 1, kMostLiveChannels).value_or(options.channels);
+    window.screenshot = line.value("--screenshot");
+    window.afterS = numberOption(line, "--after", 0.0, kLongestWaitS).value_or(window.afterS);
     const bool hasAudio = options.audio.has_value();
     refuseWith(line, "--rate", hasAudio, "goes without AUDIO, which has a sample rate of its own");
     refuseWith(line, "--channels", hasAudio, "goes without AUDIO, which has channels of its own");
-    refuseWith(line, "--after", !options.screenshot, "needs --screenshot FILE, found none");
-    refuseWith(line, "--save-state", options.screenshot.has_value(), "goes without --screenshot");
+    refuseWith(line, "--sound", !hasAudio && line.value("--sound") != kSoundOff, "needs AUDIO, found none");
+    refuseWith(line, "--after", !window.screenshot, "needs --screenshot FILE, found none");
+    refuseWith(line, "--save-state", window.screenshot.has_value(), "goes without --screenshot");
+    if (hasAudio && !window.screenshot) {
+        options.sound = line.value("--sound").value_or(std::string(kAnyBackend));
+    }
     return options;
 }
 

@@ -1,8 +1,8 @@
 #include "EditSession.h"
 
 #include "CommandError.h"
-#include "Console.h"
 #include "DesktopScale.h"
+#include "SettingsKeeping.h"
 #include "WindowIcon.h"
 
 #include <X11/keysym.h>
@@ -10,8 +10,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
-#include <system_error>
 
 namespace varno {
 namespace {
@@ -22,18 +20,18 @@ constexpr std::chrono::seconds kLongestDrawing(20);
 constexpr std::chrono::nanoseconds kHostTimer = std::chrono::nanoseconds(std::chrono::seconds(1)) / 30;
 
 // The longest of the effect's names, and the file that it hears.
-std::string titleFor(const EditOptions& options, const Instance& instance) {
+std::string titleFor(const WindowOptions& options, const Instance& instance) {
     std::string title;
     for (const auto& name : instance.effect().names) {
         title = name.size() > title.size() ? name : title;
     }
-    if (options.audio) {
-        title += " - " + std::filesystem::path(*options.audio).filename().string();
+    if (!options.subject.empty()) {
+        title += " - " + options.subject;
     }
     return title;
 }
 
-double scaleFor(const EditOptions& options, const XConnection& connection) {
+double scaleFor(const WindowOptions& options, const XConnection& connection) {
     if (options.scale) {
         return *options.scale;
     }
@@ -46,34 +44,22 @@ WindowSize pixels(const AAX_Point& size) {
     return {static_cast<int>(std::lround(size.horz)), static_cast<int>(std::lround(size.vert))};
 }
 
-// What was loaded may be saved over.
-bool isLoadedState(const EditOptions& options, const std::string& file) {
-    std::error_code error;
-    return options.state && std::filesystem::equivalent(*options.state, file, error);
-}
-
 bool isEmpty(WindowSize size) {
     return size.width < 1 || size.height < 1;
 }
 
 } // namespace
 
-EditSession::EditSession(const EditOptions& options, XConnection& connection, Instance& instance,
-                         AudioLoop audio)
+EditSession::EditSession(const WindowOptions& options, XConnection& connection, Instance& instance,
+                         SettingsKeeper& settings)
     : mOptions(options),
       mConnection(connection),
       mInstance(instance),
-      mSettings(instance),
+      mSettings(settings),
       mWindow(connection, options.screenshot ? EditorWindow::Kind::kUnmanaged : EditorWindow::Kind::kManaged,
               {titleFor(options, instance), windowIcon(instance.module().resourcePath(""))}),
       mDesktop(mLoop, scaleFor(options, connection)),
-      mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))),
-      mSound(instance, std::move(audio)),
-      mPlayer({instance.setup().sampleRateHz, instance.setup().channels, instance.setup().maximumFrames},
-              [this](float* const* channels, int frames) { mSound.pull(channels, frames); }) {
-    if (const auto& file = options.saveState ? options.saveState : options.state) {
-        mSettings.setFile(*file, isLoadedState(options, *file) ? Overwrite::kReplace : options.overwrite);
-    }
+      mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))) {
     if (options.screenshot) {
         planScreenshot(*options.screenshot);
     }
@@ -108,16 +94,7 @@ void EditSession::bindKeys() {
     mWindow.setCloseHandler([this] { mLoop.quit(); });
     mWindow.setBindings({{XK_Escape, 0, [this] { mLoop.quit(); }},
                          {XK_q, XCB_MOD_MASK_CONTROL, [this] { mLoop.quit(); }},
-                         {XK_s, XCB_MOD_MASK_CONTROL, [this] { save(); }}});
-}
-
-// What goes wrong is told, and the window stays: the settings are still in it.
-void EditSession::save() {
-    try {
-        printErr("saved " + mSettings.save() + '\n');
-    } catch (const std::runtime_error& error) {
-        printError(error.what());
-    }
+                         {XK_s, XCB_MOD_MASK_CONTROL, [this] { saveAndTell(mSettings); }}});
 }
 
 void EditSession::planScreenshot(const std::string& path) {
@@ -149,23 +126,7 @@ void EditSession::run() {
         mInstance.idle();
     });
     mWindow.show();
-    try {
-        mLoop.run();
-    } catch (...) {
-        tellUnsaved();
-        throw;
-    }
-    tellUnsaved();
-}
-
-void EditSession::tellUnsaved() const {
-    if (mScreenshot) {
-        return;
-    }
-    if (const auto options = mSettings.unsavedOptions()) {
-        printWarning("the settings are not saved; they come back with: varno edit" +
-                     (options->empty() ? "" : ' ' + *options));
-    }
+    mLoop.run();
 }
 
 } // namespace varno

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "ClockedPlayer.h"
-#include "EditOptions.h"
 #include "Editor.h"
 #include "EditorWindow.h"
-#include "EffectLoop.h"
 #include "EventLoop.h"
 #include "Instance.h"
 #include "SettingsKeeper.h"
 #include "WindowDesktop.h"
+#include "WindowOptions.h"
 #include "WindowPicture.h"
 
 #include <memory>
@@ -16,40 +14,38 @@
 
 namespace varno {
 
-/// An editor in its window, around an effect that hears a loop. [main]
+/// An editor in its window, around an effect that others process with. [main]
 class EditSession {
 public:
-    /// Opens everything but shows nothing yet. @param connection, instance outlive this object; the instance
-    /// has its settings @throws CommandError, HostError
-    EditSession(const EditOptions& options, XConnection& connection, Instance& instance, AudioLoop audio);
+    /// Opens everything but shows nothing yet. @param options, connection, instance, settings outlive this
+    /// object; the instance has its settings @throws CommandError, HostError
+    EditSession(const WindowOptions& options, XConnection& connection, Instance& instance,
+                SettingsKeeper& settings);
     EditSession(const EditSession&) = delete;
     EditSession& operator=(const EditSession&) = delete;
 
-    /// Shows the window until someone closes it, or until the screenshot is made. Tells on standard error of
-    /// settings that are not saved then. @throws WorkError
+    /// For what else is to be done while the window is there.
+    EventLoop& loop() { return mLoop; }
+    /// Shows the window until someone closes it, until the screenshot is made, or until the loop quits.
+    /// @throws WindowError, Interrupted, WorkError where the screenshot cannot be written
     void run();
 
 private:
     void openEditor();
-    void setSize(WindowSize size);
     void bindKeys();
-    void save();
     void tick();
     void planScreenshot(const std::string& path);
-    void tellUnsaved() const;
 
-    const EditOptions& mOptions;
+    const WindowOptions& mOptions;
     XConnection& mConnection;
     Instance& mInstance;
-    SettingsKeeper mSettings;
+    SettingsKeeper& mSettings;
     EventLoop mLoop;
     EditorWindow mWindow;
     std::optional<WindowPicture> mPicture;
     std::optional<AtomicFile> mScreenshot;
     WindowDesktop mDesktop;
     ACFPtr<ViewContainer> mContainer;
-    EffectLoop mSound;
-    ClockedPlayer mPlayer;
     std::unique_ptr<Editor> mEditor;
 };
 

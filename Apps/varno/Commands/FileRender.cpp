@@ -5,6 +5,7 @@
 #include "AutomationFile.h"
 #include "BlockProcessor.h"
 #include "CommandError.h"
+#include "GainReductionScale.h"
 #include "InputFormat.h"
 #include "Interruption.h"
 #include "MeterFile.h"
@@ -20,8 +21,6 @@ namespace varno {
 namespace {
 
 constexpr int kReadFrames = 32768; // decoded, processed and encoded at a time
-// A gain-reduction meter at 1 shows this much.
-constexpr double kGainReductionFullScaleDB = 32.0;
 
 // Standard input may be a file too, one that only its reader knows.
 void refuseInputAsOutput(const RenderSession& session, const AudioReader& reader, const std::string& output) {

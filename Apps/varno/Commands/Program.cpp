@@ -18,9 +18,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"render", runRender}, {"edit", runEdit},       {"describe", runDescribe},
-    {"params", runParams}, {"presets", runPresets}, {"completion", runCompletion},
-    {"man", runMan}};
+    {"render", runRender},         {"edit", runEdit},     {"play", runPlay},
+    {"describe", runDescribe},     {"params", runParams}, {"presets", runPresets},
+    {"completion", runCompletion}, {"man", runMan}};
 
 int runCommand(const CommandEntry& entry, const std::vector<std::string>& words) {
     const CommandLine line(entry, words);

@@ -19,7 +19,7 @@ std::string valueText(double normalized) {
 } // namespace
 
 SettingsKeeper::SettingsKeeper(Instance& instance)
-    : mInstance(instance),
+    : mInstance(&instance),
       mKept(values()) {
 }
 
@@ -34,7 +34,7 @@ std::string SettingsKeeper::save() {
         chooseFreeFile();
     }
     AtomicFile file(mPath, mOverwrite);
-    file.write(stateBytes(mInstance));
+    file.write(stateBytes(*mInstance));
     file.commit();
     mOverwrite = Overwrite::kReplace;
     mKept = values();
@@ -47,7 +47,7 @@ std::optional<std::string> SettingsKeeper::unsavedOptions() const {
         return std::nullopt;
     }
     std::string options;
-    for (const auto& parameter : mInstance.parameters()) {
+    for (const auto& parameter : mInstance->parameters()) {
         const double value = now[static_cast<std::size_t>(parameter.index)];
         if (value != parameter.defaultNormalized) {
             options += options.empty() ? "--set " : " --set ";
@@ -59,8 +59,8 @@ std::optional<std::string> SettingsKeeper::unsavedOptions() const {
 
 std::vector<double> SettingsKeeper::values() const {
     std::vector<double> values;
-    for (const auto& parameter : mInstance.parameters()) {
-        values.push_back(mInstance.normalized(parameter.id));
+    for (const auto& parameter : mInstance->parameters()) {
+        values.push_back(mInstance->normalized(parameter.id));
     }
     return values;
 }

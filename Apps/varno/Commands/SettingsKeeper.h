@@ -12,8 +12,11 @@ namespace varno {
 /// Where the settings of an edited instance go, and whether they are there. [main]
 class SettingsKeeper {
 public:
-    /// @param instance brought to the settings that it starts with; outlives this object
+    /// @param instance brought to the settings that it starts with; outlives this object, or the next
+    /// follow()
     explicit SettingsKeeper(Instance& instance);
+    /// Goes on with another instance that has the first one's values.
+    void follow(Instance& instance) { mInstance = &instance; }
 
     /// Names the file that save() writes. Without one it is kStateName in the working folder, or the first of
     /// its numbered kind that nobody has used.
@@ -35,7 +38,7 @@ private:
     std::vector<double> values() const;
     void chooseFreeFile();
 
-    Instance& mInstance;
+    Instance* mInstance;
     std::string mPath;
     Overwrite mOverwrite = Overwrite::kRefuse;
     std::vector<double> mKept;

@@ -4,6 +4,8 @@
 #include "Interruption.h"
 
 #include <algorithm>
+#include <cmath>
+#include <samplerate.h>
 
 namespace varno {
 namespace {
@@ -11,15 +13,34 @@ namespace {
 constexpr int kReadFrames = 32768;     // decoded at a time
 constexpr std::size_t kSilence = 4096; // frames, so that a block seldom meets the end
 
+void requireFit(double frames, std::size_t channels, const std::string& name) {
+    const std::size_t most = AudioLoop::kMostSamples / channels;
+    if (frames > static_cast<double>(most)) {
+        throw WorkError(name + ": is too long to be played in a loop; expected at most " +
+                        std::to_string(most) + " frames, found " + std::to_string(std::llround(frames)));
+    }
+}
+
+std::vector<float> resampledChannel(const std::vector<float>& from, double ratio, std::size_t frames) {
+    std::vector<float> to(frames);
+    SRC_DATA data{};
+    data.data_in = from.data();
+    data.input_frames = static_cast<long>(from.size());
+    data.data_out = to.data();
+    data.output_frames = static_cast<long>(frames);
+    data.src_ratio = ratio;
+    if (const int error = src_simple(&data, SRC_SINC_MEDIUM_QUALITY, 1)) {
+        throw WorkError(std::string("the sample rate cannot be converted: ") + src_strerror(error));
+    }
+    return to; // what the converter leaves out at the end is silence
+}
+
 } // namespace
 
 AudioLoop AudioLoop::of(AudioReader& reader) {
     const auto channels = static_cast<std::size_t>(reader.format().channels);
     const auto frames = static_cast<std::size_t>(reader.format().frames);
-    if (frames > kMostSamples / channels) {
-        throw WorkError(reader.name() + ": is too long to be played in a loop; expected at most " +
-                        std::to_string(kMostSamples / channels) + " frames, found " + std::to_string(frames));
-    }
+    requireFit(static_cast<double>(frames), channels, reader.name());
     std::vector<std::vector<float>> samples(channels);
     for (auto& channel : samples) {
         channel.reserve(frames);
@@ -41,6 +62,18 @@ AudioLoop AudioLoop::silence(int channels) {
 
 AudioLoop::AudioLoop(std::vector<std::vector<float>> samples)
     : mSamples(std::move(samples)) {
+}
+
+AudioLoop AudioLoop::resampled(double fromHz, double toHz) const {
+    const double ratio = toHz / fromHz;
+    const double frames = std::max(1.0, std::round(static_cast<double>(mSamples.front().size()) * ratio));
+    requireFit(frames, mSamples.size(), "the sound at " + std::to_string(std::lround(toHz)) + " Hz");
+    std::vector<std::vector<float>> samples;
+    for (const auto& channel : mSamples) {
+        throwIfInterrupted();
+        samples.push_back(resampledChannel(channel, ratio, static_cast<std::size_t>(frames)));
+    }
+    return AudioLoop(std::move(samples));
 }
 
 void AudioLoop::read(float* const* channels, int frames) noexcept {

@@ -17,6 +17,10 @@ public:
     /// @param samples one row per channel, at least one, of the same length, at least 1
     explicit AudioLoop(std::vector<std::vector<float>> samples);
 
+    /// The same sound from its start at another sample rate. @throws WorkError where it does not fit
+    /// kMostSamples
+    AudioLoop resampled(double fromHz, double toHz) const;
+
     int channels() const { return static_cast<int>(mSamples.size()); }
     /// Writes the next frames to one pointer per channel. No lock, no allocation, no system call. [audio]
     void read(float* const* channels, int frames) noexcept;

@@ -2,6 +2,7 @@
 
 #include "CommonOptions.h"
 #include "EditEntry.h"
+#include "PlayEntry.h"
 
 #include <algorithm>
 
@@ -217,6 +218,7 @@ constexpr CommandEntry kCommands[] = {
      .options = kRenderOptions,
      .examples = kRenderExamples},
     kEditEntry,
+    kPlayEntry,
     {.name = "describe",
      .summary = "Print what the module tells a host",
      .usage = kDescribeUsage,
@@ -271,18 +273,21 @@ constexpr OptionEntry kProgramOptions[] = {
 
 constexpr std::string_view kProgramDescription[] = {
     "Varno-S is a saturation and overdrive effect with a dynamics section. This program loads it as a host "
-    "does, renders audio files through it and opens its editor."};
+    "does, renders audio files through it, plays live through it and opens its editor."};
 
 constexpr NoteEntry kExitStatusNotes[] = {
     {"0", "Everything was done."},
     {"1", "The work failed: a file, its content, a device. Standard error says why, in one line."},
     {"2", "Wrong usage: an option, a parameter, a value."},
-    {"130, 143", "Ended by SIGINT or SIGTERM (as a shell reports it), with unfinished outputs removed."},
+    {"130, 143",
+     "Ended by SIGINT or SIGTERM (as a shell reports it), with unfinished outputs removed. (varno play, "
+     "which has no other end, ends with 0 then.)"},
 };
 
 constexpr NoteEntry kEnvironmentNotes[] = {
     {kModuleVariable, "The bundle to use where --module is not given."},
     {"DISPLAY", "The X server on which the editor's window opens."},
+    {"JACK_DEFAULT_SERVER", "The name of the JACK server."},
     {"GDK_SCALE", "How much the editor is enlarged, in the place of the desktop's own scale."}};
 
 } // namespace

@@ -59,7 +59,7 @@ struct CommandEntry {
 inline constexpr int kAnyNumber = -1;
 
 inline constexpr std::string_view kProgramName = "varno";
-inline constexpr std::string_view kProgramSummary = "saturation and dynamics for audio files";
+inline constexpr std::string_view kProgramSummary = "saturation and dynamics for audio files and live sound";
 
 /// Environment variable with the module to use where --module is not given.
 inline constexpr const char* kModuleVariable = "VARNO_MODULE";

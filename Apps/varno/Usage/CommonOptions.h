@@ -44,6 +44,13 @@ inline constexpr OptionEntry kState = {
     .help = "Restore a saved state, the record that a host keeps: every parameter "
             "but the master bypass."};
 
+inline constexpr OptionEntry kScale = {
+    .name = "--scale",
+    .value = "FACTOR",
+    .kind = ValueKind::kText,
+    .group = "Window",
+    .help = "Enlarge the window, 0.5 to 8. Default: GDK_SCALE, else the desktop's Xft.dpi over 96, else 1."};
+
 inline constexpr OptionEntry kJson = {
     .name = "--json", .group = "Reports", .help = "Print the same as JSON, for scripts."};
 

@@ -10,9 +10,13 @@ inline constexpr std::string_view kEditUsage[] = {"[OPTIONS] [AUDIO]"};
 inline constexpr std::string_view kEditDescription[] = {
     "Opens the effect's editor in a window of its own (X11, or Wayland through XWayland). The effect hears "
     "AUDIO in real time and again from its start: a mono file through the mono variant, a stereo file "
-    "through "
-    "the stereo one. Without AUDIO it hears silence. Its meters and its automatic volume follow; nothing of "
-    "it goes to a sound card.",
+    "through the stereo one. Without AUDIO it hears silence. Its meters and its automatic volume follow.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "One hears the effect through JACK or, where no JACK server answers, through PulseAudio or ALSA; JACK's "
+    "sample "
+    "rate counts, and AUDIO is converted to it. Where nothing answers, the effect goes on unheard. varno "
+    "play lets "
+    "it hear what comes in instead of a file.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Keys: Ctrl-S saves the settings as a state, Ctrl-C copies them and Ctrl-V pastes them as a preset, "
     "Escape "
@@ -39,6 +43,14 @@ inline constexpr OptionEntry kEditOptions[] = {
      .kind = ValueKind::kFile,
      .group = "Settings",
      .help = "The file that Ctrl-S writes."},
+    {.name = "--sound",
+     .value = "KIND",
+     .kind = ValueKind::kChoice,
+     .choices = "auto jack rtaudio off",
+     .group = "Sound",
+     .help = "How AUDIO is heard: jack, rtaudio (PulseAudio or ALSA), auto for the first of them that "
+             "answers (the "
+             "default) or off."},
     {.name = "--rate",
      .value = "HZ",
      .kind = ValueKind::kText,
@@ -49,11 +61,7 @@ inline constexpr OptionEntry kEditOptions[] = {
      .kind = ValueKind::kText,
      .group = "Sound",
      .help = "Channels without AUDIO, 1 or 2. Default: 2."},
-    {.name = "--scale",
-     .value = "FACTOR",
-     .kind = ValueKind::kText,
-     .group = "Window",
-     .help = "Enlarge the window, 0.5 to 8. Default: GDK_SCALE, else the desktop's Xft.dpi over 96, else 1."},
+    kScale,
     {.name = "--screenshot",
      .value = "FILE",
      .kind = ValueKind::kFile,
@@ -73,7 +81,7 @@ inline constexpr OptionEntry kEditOptions[] = {
 };
 
 inline constexpr ExampleEntry kEditExamples[] = {
-    {"varno edit drums.wav", "Turn the knobs and see what the drums do to the meters."},
+    {"varno edit drums.wav", "Turn the knobs, and hear and see what they do to the drums."},
     {"varno edit --state bus.state drums.wav", "Go on with saved settings; Ctrl-S saves them again."},
     {"varno edit --scale 2 --set Hot=0.4 --screenshot editor.png",
      "A picture of the editor, twice as large."},

@@ -27,7 +27,7 @@ public:
     /// Called before each wait: for whatever has arrived without a descriptor telling it.
     void setBeforeWait(Wake wake) { mBeforeWait = std::move(wake); }
 
-    /// Goes on until quit(). @throws WorkError "interrupted" once a signal has asked the program to stop: at
+    /// Goes on until quit(). @throws Interrupted once a signal has asked the program to stop: at
     /// once where it ends a wait, else at the next timer or event
     void run();
     /// Ends run() after the call that it is in.

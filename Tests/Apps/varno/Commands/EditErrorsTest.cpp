@@ -83,6 +83,25 @@ TEST_F(EditErrors, Options) {
     EXPECT_EQ(mFolder.listing(), "in.wav");
 }
 
+// The last --sound counts: these come after the one that every test has.
+TEST_F(EditErrors, Sound) {
+    EXPECT_EQ(refusedEdit(2, {"--sound", "jack"}), "option --sound needs AUDIO, found none");
+    EXPECT_EQ(refusedEdit(2, {"--sound", "loud", "in.wav"}),
+              "option --sound: expected auto, jack, rtaudio or off, found \"loud\"");
+    EXPECT_EQ(refusedEdit(1, {"--sound", "jack", "in.wav"}),
+              "no sound system can be had (JACK: no server \"varno-no-server\" answers)");
+}
+
+TEST_F(EditErrors, AFileMayGoUnheard) {
+    const auto program = edit({"--sound", "auto", "in.wav"});
+    close();
+    const auto outcome = program->wait();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(onlyLine(outcome),
+                StartsWith("warning: the file is not heard: no sound system can be had (JACK: no "
+                           "server \"varno-no-server\" answers; RtAudio: "));
+}
+
 TEST_F(EditErrors, OutputsThatMayNotBeReplaced) {
     const auto input = content("in.wav");
     writeFile(path("my.state"), "mine");

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <numbers>
 #include <sndfile.h>
 
 namespace varno::test {
@@ -67,6 +69,34 @@ TEST(AudioLoop, SilenceIsSilent) {
     AudioLoop loop = AudioLoop::silence(2);
     EXPECT_EQ(loop.channels(), 2);
     EXPECT_THAT(read(loop, 10'000), Each(Each(0.0F)));
+}
+
+TEST(AudioLoop, GoesToAnotherSampleRate) {
+    constexpr int kFrames = 4800;
+    constexpr double kPeriodFrames = 100.0;
+    const auto sine = [](int frames, double periodFrames) {
+        std::vector<float> samples;
+        for (int i = 0; i < frames; ++i) {
+            samples.push_back(static_cast<float>(std::sin(2.0 * std::numbers::pi * i / periodFrames)));
+        }
+        return samples;
+    };
+    const AudioLoop loop(Rows{sine(kFrames, kPeriodFrames), std::vector<float>(kFrames, 0.0F)});
+    AudioLoop other = loop.resampled(48'000.0, 96'000.0);
+    ASSERT_EQ(other.channels(), 2);
+    auto heard = read(other, 4 * kFrames); // two rounds
+    const auto expected = sine(2 * kFrames, 2.0 * kPeriodFrames);
+    for (int i = 200; i < 2 * kFrames - 200; ++i) { // the converter rounds off the ends
+        const auto at = static_cast<std::size_t>(i);
+        ASSERT_NEAR(heard[0][at], expected[at], 1e-3) << i;
+        ASSERT_EQ(heard[0][at], heard[0][at + 2 * kFrames]) << i;
+    }
+    EXPECT_THAT(heard[1], Each(0.0F));
+}
+
+TEST(AudioLoop, ASingleFrameStaysOne) {
+    AudioLoop loop = AudioLoop(Rows{{0.5F}}).resampled(96'000.0, 16'000.0);
+    EXPECT_EQ(read(loop, 3).front().size(), 3U);
 }
 
 class AudioLoopFile : public testing::Test {

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace varno {
+
+/// What the effect's gain reduction meters mean by 1.0.
+inline constexpr double kGainReductionFullScaleDB = 32.0;
+
+} // namespace varno

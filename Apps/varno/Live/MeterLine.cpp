@@ -1,0 +1,70 @@
+#include "MeterLine.h"
+
+#include "GainReductionScale.h"
+#include "LiveWatch.h"
+#include "NumberText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+namespace varno {
+namespace {
+
+constexpr int kDecimals = 1;
+constexpr double kQuietestDB = -99.9; // wider numbers would move the line
+constexpr std::size_t kLevelColumns = 5;
+
+std::string decibels(double levelDB) {
+    return textFromNumber(levelDB, std::chars_format::fixed, kDecimals);
+}
+
+std::string aligned(const std::string& text) {
+    return std::string(kLevelColumns - std::min(kLevelColumns, text.size()), ' ') + text;
+}
+
+MeterLine::Level levelOf(const MeterDescription& meter, std::optional<std::int32_t> kind, double value) {
+    if (kind == AAX_eMeterKind_GainReduction) {
+        return {"reduction", decibels(value * kGainReductionFullScaleDB)};
+    }
+    if (kind == AAX_eMeterKind_Input || kind == AAX_eMeterKind_Output) {
+        return {kind == AAX_eMeterKind_Input ? "in" : "out", levelTextDB(value)};
+    }
+    return {meter.name, levelTextDB(value)};
+}
+
+} // namespace
+
+std::string levelTextDB(double linear) {
+    const double levelDB = 20.0 * std::log10(linear);
+    return levelDB < kQuietestDB ? "-inf" : decibels(levelDB);
+}
+
+std::vector<MeterLine::Level> meterLevels(const Instance& instance) {
+    std::vector<MeterLine::Level> levels;
+    std::set<std::int32_t> shown;
+    const auto& meters = instance.effect().meters;
+    const std::size_t taps = std::min(meters.size(), instance.meters().ids().size());
+    for (std::size_t tap = 0; tap < taps; ++tap) {
+        const auto kind = integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind);
+        if (!kind || shown.insert(*kind).second) {
+            levels.push_back(levelOf(meters[tap], kind, instance.meters().value(tap)));
+        }
+    }
+    return levels;
+}
+
+std::string MeterLine::text(std::size_t columns) const {
+    std::string line;
+    for (const auto& level : levels) {
+        line += level.label + ' ' + aligned(level.levelDB) + " dB  ";
+    }
+    line += isBypassed ? "bypassed  " : "";
+    line += '[' + parameter + ']';
+    if (overruns > 0) {
+        line += "  " + overrunText(overruns);
+    }
+    return line.substr(0, columns);
+}
+
+} // namespace varno

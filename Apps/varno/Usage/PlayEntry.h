@@ -1,0 +1,113 @@
+#pragma once
+
+#include "CommandTable.h"
+#include "CommonOptions.h"
+
+namespace varno {
+
+inline constexpr std::string_view kPlayUsage[] = {"[OPTIONS]"};
+
+inline constexpr std::string_view kPlayDescription[] = {
+    "Plays live: whatever comes in goes through the effect and out again, until someone ends it. It is a "
+    "client of "
+    "a JACK server (jackd, or PipeWire by way of pw-jack) or, where none answers, of PulseAudio or ALSA by "
+    "way of "
+    "RtAudio.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Under JACK the ports are named in_l, in_r, out_l and out_r, with --mono in and out, and tell that the "
+    "sound "
+    "comes one frame late. The server may change its period and its sample rate meanwhile. Blocks that came "
+    "too late "
+    "are counted and told.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Where there is a display the effect's editor opens, and closing it ends the program; Ctrl-S saves the "
+    "settings "
+    "as a state. Otherwise single keys work in the terminal, below a line with the meters: up and down "
+    "choose a "
+    "parameter, left and right change it, b bypasses, s saves, q ends, ? tells more. Where standard input is "
+    "no "
+    "terminal, it plays until a signal comes.",
+    "SIGINT (Ctrl-C), SIGTERM and SIGHUP end it with exit status 0. It ends with 1 where no sound system "
+    "answers, "
+    "and once the sound system has gone.",
+    "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
+    "order "
+    "given. Those that are not saved at the end are printed on standard error, as options that bring them "
+    "back.",
+};
+
+inline constexpr OptionEntry kPlayOptions[] = {
+    kSet,
+    kPreset,
+    kState,
+    {.name = "--save-state",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Settings",
+     .help =
+         "The file that Ctrl-S or s writes. Default: that of --state, else varno-s.state or its first free "
+         "numbered kind."},
+    {.name = "--force",
+     .shortName = "-f",
+     .group = "Settings",
+     .help = "Replace the file of --save-state where it exists."},
+    {.name = "--backend",
+     .value = "KIND",
+     .kind = ValueKind::kChoice,
+     .choices = "auto jack rtaudio",
+     .group = "Sound",
+     .help = "The sound system: jack, rtaudio (PulseAudio or ALSA), or auto for the first of them that "
+             "answers (the "
+             "default)."},
+    {.name = "--mono", .group = "Sound", .help = "One channel, through the mono variant."},
+    {.name = "--stereo", .group = "Sound", .help = "Two channels, through the stereo variant (the default)."},
+    {.name = "--name",
+     .value = "NAME",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "The name by which other programs see it. Default: varno."},
+    {.name = "--connect",
+     .group = "Sound",
+     .help = "Connect the ports to the system's capture and playback (the default)."},
+    {.name = "--no-connect",
+     .group = "Sound",
+     .help = "Leave the JACK ports free, to be connected by hand or by a session."},
+    {.name = "--rate",
+     .value = "HZ",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Sample rate for rtaudio, 16000 to 384000. Default: 48000. JACK has its own."},
+    {.name = "--period",
+     .value = "FRAMES",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Frames at a time for rtaudio, 16 to 8192. Default: 256. JACK has its own."},
+    {.name = "--edit", .group = "Window", .help = "Open the editor (the default where DISPLAY is set)."},
+    {.name = "--no-edit", .group = "Window", .help = "Stay in the terminal."},
+    kScale,
+    {.name = "--quiet",
+     .shortName = "-q",
+     .group = "General",
+     .help = "Print errors and what is not saved only."},
+    kModule,
+    kHelp,
+};
+
+inline constexpr ExampleEntry kPlayExamples[] = {
+    {"varno play", "In the middle between the system's inputs and outputs, with the editor."},
+    {"pw-jack varno play --mono --set Hot=0.3", "One channel, on a desktop with PipeWire."},
+    {"varno play --no-connect --no-edit --name drive --state bus.state",
+     "A building block for scripts: ports drive:in_l and so on, connected by jack_connect."},
+};
+
+inline constexpr CommandEntry kPlayEntry = {.name = "play",
+                                            .summary = "Play live through the effect",
+                                            .usage = kPlayUsage,
+                                            .description = kPlayDescription,
+                                            .arguments = {},
+                                            .leastArguments = 0,
+                                            .mostArguments = 0,
+                                            .options = kPlayOptions,
+                                            .examples = kPlayExamples};
+
+} // namespace varno

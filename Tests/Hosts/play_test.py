@@ -1,0 +1,409 @@
+"""JACK and PulseAudio, each with a server of its own without a sound card: `varno play` between a player and a recorder,
+and what else happens to a live program."""
+import array
+import fcntl
+import json
+import os
+import pty
+import re
+import signal
+import subprocess
+import termios
+import time
+import unittest
+
+from hosts import DRIVEN, LATENCY_FRAMES, MILD, PATIENCE_S, PROGRAM, RATE_HZ, HostTest, Sound, difference, make_music
+from hosts import read_wav, write_wav
+
+PERIOD_FRAMES = 1024
+# The effect forgets how it began long before: what it plays then depends on what it hears alone.
+SILENCE_S = 3
+MUSIC_S = 3
+PORTS = {1: (["in"], ["out"]), 2: (["in_l", "in_r"], ["out_l", "out_r"])}
+# A knob of the editor and how far it is dragged, in pixels.
+GAIN_KNOB = (55, 87)
+DRAG = -40
+# Rounds of a loop, of a second each: more than pass until it is recorded.
+ROUNDS = 120
+
+
+class LiveTest(HostTest):
+    """A JACK server under a name of its own, which ends with the test."""
+
+    period_frames = PERIOD_FRAMES
+
+    def setUp(self):
+        super().setUp()
+        self.jack = {"JACK_DEFAULT_SERVER": f"varno-test-{os.getpid()}-{id(self)}", "JACK_NO_AUDIO_RESERVATION": "1",
+                     "XDG_RUNTIME_DIR": str(self.folder), "PULSE_SERVER": "unix:/nowhere"}
+
+    def start_server(self):
+        # Without real time, which needs rights; in step, so that a busy machine delays and does not drop.
+        server = self.start("jackd", "-r", "-S", "-n", self.jack["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r",
+                            str(RATE_HZ), "-p", str(self.period_frames), environment=self.jack, log="jackd.log")
+        self.eventually(lambda: self.list_ports() is not None, "the JACK server")
+        return server
+
+    def tool(self, *command):
+        return self.run_program(*command, environment=self.jack)
+
+    def list_ports(self, *options):
+        """What jack_lsp prints; None where no server answers."""
+        done = subprocess.run(["jack_lsp", *options], env={**os.environ, **self.jack}, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, check=False)
+        return done.stdout.decode() if done.returncode == 0 else None
+
+    def play(self, *options, environment=None, log="play.log"):
+        """Starts `varno play` and waits until it plays."""
+        process = self.start(PROGRAM, "play", "--no-edit", *options, environment={**self.jack, **(environment or {})},
+                             log=log)
+        self.eventually(lambda: "playing: " in self.log(log) or process.poll() is not None, "the effect")
+        self.assertIsNone(process.poll(), self.log(log))
+        return process
+
+    def refused(self, *options, environment=None, status=1):
+        """The one line with which the program refuses."""
+        text = self.run_program(PROGRAM, "play", "--no-edit", *options, status=status,
+                                environment={**self.jack, **(environment or {})})
+        self.assertEqual(text.count("\n"), 1, text)
+        return text
+
+    def music_in_silence(self, channels):
+        path = self.path("in.wav")
+        silence = array.array("f", bytes(4 * SILENCE_S * RATE_HZ))
+        music = make_music(channels, MUSIC_S).channels
+        write_wav(path, Sound(RATE_HZ, [silence + channel + silence for channel in music]), 32)
+        return path
+
+    def recorded(self, channels, client="varno"):
+        """Plays music into the running effect. Returns what it heard and what it made of it, frame by frame."""
+        inputs, outputs = PORTS[channels]
+        player = self.start("jack-play", "-b", "65536", "-n", "player", self.music_in_silence(channels),
+                            environment=self.jack, log="player.log")
+        sources = self.eventually(
+            lambda: [line for line in (self.list_ports() or "").split() if line.startswith("player")], "the player")
+        ports = [word for port in sources + [f"{client}:{port}" for port in outputs] for word in ("--port", port)]
+        recorder = self.start("jack_capture", "--no-stdin", "-b", "FLOAT", "-c", str(2 * channels), "-B", "30", *ports,
+                              self.path("heard.wav"), environment=self.jack, log="capture.log")
+        self.eventually(lambda: "jack_capture:input" in (self.list_ports("-c") or ""), "the recorder")
+        for source, target in zip(sources, inputs):
+            self.tool("jack_connect", source, f"{client}:{target}")
+        player.wait(PATIENCE_S)
+        self.end(recorder, signal.SIGINT)
+        heard = read_wav(self.path("heard.wav")).channels
+        # Where the player leaves, effect and recorder do not lose it in the same period.
+        end = max(frame for channel in heard[:channels] for frame, sample in enumerate(channel) if sample != 0.0)
+        heard = [channel[:end] for channel in heard]
+        return Sound(RATE_HZ, heard[:channels]), Sound(RATE_HZ, heard[channels:])
+
+    def assert_is_rendered(self, dry, wet, *options):
+        """The second is what the program renders of the first, bit for bit."""
+        write_wav(self.path("dry.wav"), dry, 32)
+        self.run_program(PROGRAM, "render", "--quiet", "--force", "--format", "float", *options, self.path("dry.wav"),
+                         self.path("expected.wav"))
+        self.assertGreater(max(max(channel) for channel in dry.channels), 0.1, "the recorder heard no music")
+        self.assertGreaterEqual(dry.frames, (MUSIC_S + SILENCE_S - 1) * RATE_HZ)
+        self.assertEqual(difference(wet, read_wav(self.path("expected.wav"))), "")
+
+    def check_sound(self, channels, settings):
+        self.start_server()
+        options = [word for name, value in settings.items() for word in ("--set", f"{name}={value}")]
+        self.play("--no-connect", *(["--mono"] if channels == 1 else []), *options)
+        self.assert_is_rendered(*self.recorded(channels), *options)
+
+
+class SoundTest(LiveTest):
+    """What is recorded is what the program renders of the same input, bit for bit."""
+
+    def test_mono_mild(self):
+        self.check_sound(1, MILD)
+
+    def test_stereo_driven(self):
+        self.check_sound(2, {name: value for name, value in DRIVEN.items() if name != "HSw"})
+
+
+class PortsTest(LiveTest):
+    def test_names_and_connections(self):
+        self.start_server()
+        self.play()
+        # jack_lsp names a port and then, indented, those that it is connected to.
+        connections = self.list_ports("-c")
+        for capture, port in (("system:capture_1", "varno:in_l"), ("system:capture_2", "varno:in_r")):
+            self.assertRegex(connections, rf"(?m)^{port}\n   {capture}$")
+        for playback, port in (("system:playback_1", "varno:out_l"), ("system:playback_2", "varno:out_r")):
+            self.assertRegex(connections, rf"(?m)^{port}\n   {playback}$")
+
+    def test_mono_goes_to_both_sides(self):
+        self.start_server()
+        self.play("--mono", "--name", "drive")
+        connections = self.list_ports("-c")
+        self.assertRegex(connections, r"(?m)^drive:in\n   system:capture_1$")
+        self.assertRegex(connections, r"(?m)^drive:out\n   system:playback_1\n   system:playback_2$")
+
+    def test_unconnected(self):
+        self.start_server()
+        self.play("--no-connect")
+        self.assertNotIn("   varno:", self.list_ports("-c"))
+
+    def test_one_frame_of_latency(self):
+        self.start_server()
+        self.play()
+
+        def latency(port, direction):
+            text = self.list_ports("-l")
+            found = re.search(rf"(?m)^{port}\n(?:\t.*\n)*?\tport {direction} latency = \[ (\d+) (\d+) \] frames", text)
+            self.assertIsNotNone(found, text)
+            return [int(found[1]), int(found[2])]
+
+        for side in ("l", "r"):
+            number = {"l": 1, "r": 2}[side]
+            captured = latency(f"system:capture_{number}", "capture")
+            self.assertEqual(latency(f"varno:out_{side}", "capture"), [frames + LATENCY_FRAMES for frames in captured])
+            played = latency(f"system:playback_{number}", "playback")
+            self.assertEqual(latency(f"varno:in_{side}", "playback"), [frames + LATENCY_FRAMES for frames in played])
+
+
+class ServerTest(LiveTest):
+    """What the server does meanwhile."""
+
+    def test_another_period(self):
+        self.start_server()
+        process = self.play("--no-connect")
+        self.tool("jack_bufsize", "512")
+        self.assertIn("512", self.tool("jack_bufsize"))
+        self.assert_is_rendered(*self.recorded(2))
+        self.assertEqual(self.end(process), 0)
+
+    def test_freewheeling(self):
+        self.start_server()
+        process = self.play()
+        self.tool("jack_freewheel", "y")
+        time.sleep(0.5)
+        self.tool("jack_freewheel", "n")
+        self.assert_is_rendered(*self.recorded(2))
+        self.assertEqual(self.end(process), 0)
+
+    def check_end_of_server(self, how):
+        server = self.start_server()
+        process = self.play()
+        self.end(server, how)
+        self.assertEqual(process.wait(PATIENCE_S), 1)
+        self.assertRegex(self.log("play.log"), r"varno: JACK client varno: the sound system has ended( \(.*\))?\n$")
+
+    def test_ends(self):
+        self.check_end_of_server(signal.SIGTERM)
+
+    def test_is_killed(self):
+        self.check_end_of_server(signal.SIGKILL)
+
+    def test_is_not_there(self):
+        self.assertEqual(self.refused("--backend", "jack"),
+                         "varno: no sound system can be had (JACK: no server "
+                         f"\"{self.jack['JACK_DEFAULT_SERVER']}\" answers)\n")
+
+    def test_neither_is_another_sound_system(self):
+        self.assertRegex(self.refused(), r"^varno: no sound system can be had \(JACK: no server .*; RtAudio: "
+                                         r"PulseAudio: .*, ALSA: .*\)\n$")
+
+
+class EndTest(LiveTest):
+    def check_signal(self, how):
+        self.start_server()
+        process = self.play("--set", "Hot=0.5")
+        self.assertEqual(self.end(process, how), 0)
+        self.assertEqual(self.log("play.log").count("\n"), 1, self.log("play.log"))
+        self.assertNotIn("varno:", self.list_ports())
+
+    def test_interrupted(self):
+        self.check_signal(signal.SIGINT)
+
+    def test_terminated(self):
+        self.check_signal(signal.SIGTERM)
+
+    def test_hung_up(self):
+        self.check_signal(signal.SIGHUP)
+
+
+class TerminalTest(LiveTest):
+    """Keys of a person at a terminal."""
+
+    def setUp(self):
+        super().setUp()
+        self.server = self.start_server()
+        self.terminal, self.end_of_program = pty.openpty()
+        self.addCleanup(os.close, self.terminal)
+        self.addCleanup(os.close, self.end_of_program)
+        self.before = termios.tcgetattr(self.end_of_program)
+        os.set_blocking(self.terminal, False)
+        self.shown = ""
+
+    def play_at_terminal(self, *options):
+        def own_the_terminal():
+            os.setsid()
+            fcntl.ioctl(0, termios.TIOCSCTTY, 0)
+
+        side = self.end_of_program
+        process = subprocess.Popen([PROGRAM, "play", "--no-edit", *options], cwd=self.folder, stdin=side, stdout=side,
+                                   stderr=side, env={**os.environ, **self.jack},
+                                   preexec_fn=own_the_terminal)  # pylint: disable=subprocess-popen-preexec-fn
+        self.addCleanup(self.end, process)
+        self.await_text("[Gain ")
+        return process
+
+    def look(self):
+        try:
+            self.shown += os.read(self.terminal, 65536).decode()
+        except (BlockingIOError, OSError):
+            pass
+        return self.shown
+
+    def await_text(self, text):
+        self.eventually(lambda: text in self.look(), f"{text!r} on the terminal")
+        self.shown = self.shown.split(text, 1)[1]
+
+    def press(self, keys):
+        os.write(self.terminal, keys.encode())
+
+    def assert_restored(self):
+        self.assertEqual(termios.tcgetattr(self.end_of_program), self.before)
+
+    def test_keys_change_settings(self):
+        process = self.play_at_terminal()
+        self.assertNotEqual(termios.tcgetattr(self.end_of_program), self.before)
+        self.press("b")
+        self.await_text("bypassed")
+        self.press("b\x1b[B")
+        self.await_text("[HP ")
+        self.press("\x1b[C?s")
+        self.await_text("ends the program")
+        self.await_text("saved varno-s.state")
+        self.press("q")
+        self.assertEqual(process.wait(PATIENCE_S), 0)
+        self.assert_restored()
+        state = json.loads(self.run_program(PROGRAM, "params", "--state", self.path("varno-s.state"), "--json", "HP"))
+        self.assertEqual(state["value"], 1)
+
+    def test_unsaved_settings_are_told(self):
+        process = self.play_at_terminal()
+        self.press("\x1b[6~q")
+        self.assertEqual(process.wait(PATIENCE_S), 0)
+        self.await_text("they come back with: varno play --set Gain=0.4")
+
+    def test_a_signal_puts_the_terminal_back(self):
+        process = self.play_at_terminal()
+        self.press("\x03")  # Ctrl-C
+        self.assertEqual(process.wait(PATIENCE_S), 0)
+        self.assert_restored()
+
+    def test_the_end_of_the_server_too(self):
+        process = self.play_at_terminal()
+        self.end(self.server, signal.SIGKILL)
+        self.assertEqual(process.wait(PATIENCE_S), 1)
+        self.assert_restored()
+
+
+class EditorTest(LiveTest):
+    """The editor around the running effect, on a display without a screen."""
+
+    def setUp(self):
+        super().setUp()
+        self.start_server()
+        readable, writable = os.pipe()
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(writable), "-screen", "0", "1024x768x24", "-nolisten",
+                                   "tcp"], pass_fds=[writable], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(self.end, server)
+        os.close(writable)
+        with os.fdopen(readable) as numbers:
+            self.display = {"DISPLAY": ":" + numbers.readline().strip()}
+
+    def start_editor(self):
+        process = self.start(PROGRAM, "play", "--no-connect", "--save-state", "my.state",
+                             environment={**self.jack, **self.display, "GDK_SCALE": "1"}, log="play.log")
+        window = self.eventually(lambda: self.windows() or process.poll() is not None and self.fail(self.log("play.log")),
+                                 "the window")
+        return process, window[0]
+
+    def windows(self):
+        done = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "Varno"], stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, env={**os.environ, **self.display}, check=False)
+        return done.stdout.decode().split()
+
+    def xdotool(self, *words):
+        self.run_program("xdotool", *map(str, words), environment=self.display)
+
+    def save(self, window):
+        state = self.folder / "my.state"
+        state.unlink(missing_ok=True)
+        self.xdotool("windowfocus", "--sync", window, "key", "ctrl+s")
+        self.eventually(state.exists, "the saved state")
+
+    def gain(self):
+        return json.loads(self.run_program(PROGRAM, "params", "--state", self.path("my.state"), "--json",
+                                           "Gain"))["value"]
+
+    def test_a_knob_changes_the_sound(self):
+        process, window = self.start_editor()
+        self.save(window)
+        before = self.gain()
+        x, y = GAIN_KNOB
+        self.xdotool("mousemove", "--window", window, x, y, "mousedown", 1, "mousemove_relative", "--sync", "--", 0,
+                     DRAG // 2, "mousemove_relative", "--sync", "--", 0, DRAG // 2, "mouseup", 1)
+        self.save(window)
+        self.assertGreater(self.gain(), before)
+        self.assert_is_rendered(*self.recorded(2), "--state", self.path("my.state"))
+        self.xdotool("windowfocus", "--sync", window, "key", "Escape")
+        self.assertEqual(process.wait(PATIENCE_S), 0)
+
+    def test_a_signal_ends_it(self):
+        process, _ = self.start_editor()
+        self.assertEqual(self.end(process, signal.SIGINT), 0)
+
+    def test_a_file_in_a_loop_is_heard(self):
+        music = make_music(2, 1)
+        write_wav(self.path("loop.wav"), music, 32)
+        write_wav(self.path("rounds.wav"), Sound(RATE_HZ, [ROUNDS * channel for channel in music.channels]), 32)
+        process = self.start(PROGRAM, "edit", "--sound", "jack", "loop.wav",
+                             environment={**self.jack, **self.display}, log="edit.log")
+        self.eventually(lambda: "varno:out_l\n   system:playback_1" in (self.list_ports("-c") or ""), "the sound")
+        recorder = self.start("jack_capture", "--no-stdin", "-b", "FLOAT", "-c", "2", "-d", "3", "--port", "varno:out_l",
+                              "--port", "varno:out_r", self.path("heard.wav"), environment=self.jack, log="capture.log")
+        recorder.wait(PATIENCE_S)
+        self.run_program(PROGRAM, "render", "--quiet", "--format", "float", self.path("rounds.wav"),
+                         self.path("expected.wav"))
+        heard, expected = read_wav(self.path("heard.wav")), read_wav(self.path("expected.wav"))
+        self.assertGreaterEqual(heard.frames, 2 * RATE_HZ)
+        for actual, whole in zip(heard.channels, expected.channels):
+            # From the first sound on: before it nothing may have been recorded.
+            start = next(frame for frame, sample in enumerate(actual) if sample != 0.0)
+            self.assertIn(actual[start:2 * RATE_HZ].tobytes(), whole.tobytes())
+        self.end(process)
+
+
+class PulseAudioTest(LiveTest):
+    """Where there is no JACK server."""
+
+    def setUp(self):
+        super().setUp()
+        socket = self.path("pulse.socket")
+        self.jack.update(PULSE_SERVER=f"unix:{socket}", HOME=str(self.folder), PULSE_RUNTIME_PATH=self.path("pulse"))
+        self.server = self.start("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+                                 "-L", "module-null-sink", "-L",
+                                 f"module-native-protocol-unix socket={socket} auth-anonymous=1",
+                                 environment=self.jack, log="pulse.log")
+        self.eventually(lambda: os.path.exists(socket), "PulseAudio")
+
+    def test_is_found(self):
+        process = self.play()
+        self.assertIn("RtAudio, PulseAudio, 48000 Hz", self.log("play.log"))
+        self.eventually(lambda: "varno" in self.tool("pactl", "list", "sink-inputs"), "the stream")
+        self.assertEqual(self.end(process), 0)
+
+    def test_its_end(self):
+        process = self.play("--backend", "rtaudio")
+        self.end(self.server, signal.SIGKILL)
+        self.assertEqual(process.wait(PATIENCE_S), 1)
+        self.assertIn("the sound system has ended", self.log("play.log"))
+
+
+if __name__ == "__main__":
+    unittest.main()
