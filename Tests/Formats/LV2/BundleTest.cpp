@@ -58,6 +58,10 @@ TEST_F(Bundle, hasABinaryWithoutFault) {
     EXPECT_THAT(faultsOfBinary(fs::path(VARNO_LV2_BUNDLE) / "varno-s.so", "lv2_descriptor"), IsEmpty());
 }
 
+TEST_F(Bundle, hasAWindowsBinaryWithoutFault) {
+    EXPECT_THAT(faultsOfBinary(fs::path(VARNO_LV2_BUNDLE) / "varno-s-ui.so", "lv2ui_descriptor"), IsEmpty());
+}
+
 TEST_F(Bundle, hasPicturesBesideTheBinary) {
     EXPECT_TRUE(fs::is_directory(fs::path(VARNO_LV2_BUNDLE) / "resources"));
     EXPECT_FALSE(fs::is_empty(fs::path(VARNO_LV2_BUNDLE) / "resources"));
