@@ -7,7 +7,7 @@ checks=$root/build/checks
 quick_steps=(format includes comments text shell gcc)
 lint_steps=(format includes comments text shell headers tidy)
 default_steps=(format includes comments text shell gcc headers clang tidy asan-ubsan tsan)
-full_steps=("${default_steps[@]}" tidy-tests coverage aarch64 long long-threads)
+full_steps=("${default_steps[@]}" hosts tidy-tests coverage aarch64 long long-threads)
 
 declare -A step_title=(
     [format]="every C++ file is laid out as clang-format 14 does"
@@ -22,6 +22,7 @@ declare -A step_title=(
     [tidy-tests]="clang-tidy finds nothing in the tests"
     [asan-ubsan]="all tests under the address and undefined-behaviour sanitizers"
     [tsan]="the threaded tests under the thread sanitizer"
+    [hosts]="LV2 hosts, Ardour and JACK, as Debian has them, load the effect and give the samples of its own program"
     [coverage]="line coverage of Interfaces, Libs and Source"
     [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
     [long]="all tests with 50 times the usual work"
@@ -87,6 +88,7 @@ step_long() { build_preset release all && VARNO_TEST_SCALE=$long_scale run_tests
 step_long-threads() {
     build_preset tsan threaded_tests && VARNO_TEST_SCALE=$long_scale run_tests tsan --label-regex "$threaded_label"
 }
+step_hosts() { build_preset release varno Varno-S varno_lv2_bundle && run_hosts; }
 step_coverage() {
     build_preset coverage all && forget_coverage &&
         run_tests coverage --label-exclude "$scripts_label|$program_label" && measure_coverage
@@ -129,6 +131,11 @@ ctest_progress() {
     while IFS= read -r line; do
         ! on_terminal || [[ ! $line =~ ^\ *[0-9]+/[0-9]+\ Test ]] || progress_line "run: testing $line"
     done
+}
+
+run_hosts() {
+    run_logged "$step_log" ctest_progress ctest_reason Tests/Hosts/run --build "$root/build/release" \
+        --results "$checks/hosts" --report "$step_report"
 }
 
 # What is left when the tests that passed are taken out.

@@ -9,6 +9,7 @@ test_command() {
     case ${1-} in
     "") check "${default_steps[@]}" ;;
     --quick) check "${quick_steps[@]}" ;;
+    --hosts) check hosts ;;
     --full) check_and_record "${full_steps[@]}" ;;
     --list) list_steps ;;
     *) require_steps "$@" && check "$@" ;;
@@ -51,10 +52,11 @@ require_steps() {
     done
 }
 
-# need_packages_of STEP...: those of another processor only where they are asked for.
+# need_packages_of STEP...: those of another processor and foreign hosts only where they are asked for.
 need_packages_of() {
     local purposes=(program test)
     [[ " $* " != *" aarch64 "* ]] || purposes+=(aarch64)
+    [[ " $* " != *" hosts "* ]] || purposes+=(hosts)
     need_packages "${purposes[@]}"
 }
 

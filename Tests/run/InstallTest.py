@@ -16,6 +16,9 @@ gamma
 
 [aarch64]
 cross
+
+[hosts]
+delta-host
 """
 
 DPKG_QUERY = """
@@ -76,6 +79,10 @@ class InstallTest(FixtureProject):
     def test_another_processor_needs_more_again(self):
         self.run_script("test", "aarch64")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha cross gamma"])
+
+    def test_foreign_hosts_are_installed_to_be_tested_alone(self):
+        self.run_script("test", "hosts")
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha delta-host gamma"])
 
     def test_nothing_missing_nothing_said(self):
         self.installed.write_text("alpha\nbeta-dev\n")

@@ -87,14 +87,15 @@ int main() {
     def test_names_its_steps(self):
         done = self.run_script("test", "--list")
         names = [line.split()[0] for line in done.stdout.splitlines()]
-        for name in ("format", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "coverage", "aarch64", "long",
-                     "long-threads"):
+        for name in ("format", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "hosts", "coverage", "aarch64",
+                     "long", "long-threads"):
             self.assertIn(name, names)
 
-    def test_continuous_integration_runs_the_same(self):
-        self.write("run", '#!/usr/bin/env bash\nprintf "%s in %s\\n" "$*" "$PWD"\nexit 5\n')
-        done = self.run_script(script=self.root / ".ci/run")
-        self.assertEqual((done.returncode, done.stdout), (5, f"test in {self.root}\n"))
+    def test_continuous_integration_runs_both(self):
+        self.write("run", '#!/usr/bin/env bash\nprintf "%s in %s\\n" "$*" "$PWD"\n[[ $* != "$broken" ]]\n')
+        for broken, status in (("nothing", 0), ("test", 1), ("test --hosts", 1)):
+            done = self.run_script(script=self.root / ".ci/run", prefix=["env", f"broken={broken}"])
+            self.assertEqual((done.returncode, done.stdout), (status, f"test in {self.root}\ntest --hosts in {self.root}\n"))
 
 
 if __name__ == "__main__":

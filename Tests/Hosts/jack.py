@@ -1,0 +1,85 @@
+"""JACK for tests: a server of its own for each, with a dummy for the sound card."""
+import os
+import re
+import subprocess
+
+from hosts import PATIENCE_S, RATE_HZ, HostTest
+
+PERIOD_FRAMES = 256
+
+
+class JackTest(HostTest):
+    """Gives each test self.jack, the environment in which programs find its server."""
+
+    _servers = 0
+
+    def setUp(self):
+        super().setUp()
+        # A server without a name of its own meets others, also such as have ended without cleaning up.
+        JackTest._servers += 1
+        name = f"varno-{os.getpid()}-{JackTest._servers}"
+        self.jack = {"JACK_DEFAULT_SERVER": name, "JACK_NO_START_SERVER": "1", "JACK_NO_AUDIO_RESERVATION": "1"}
+        # -S: the server waits for its clients, however busy the machine is, instead of leaving one out.
+        self.start("jackd", "-r", "-S", "-n", name, "-d", "dummy", "-r", str(RATE_HZ), "-p", str(PERIOD_FRAMES),
+                   environment=self.jack, log="jackd.log")
+        self.run_program("jack_wait", "-s", name, "-w", "-t", "60", environment=self.jack)
+
+    def jack_program(self, *command):
+        """What a program prints that asks the server something. One that fails is tried again: clients of one name are in
+        each other's way for a moment, even on different servers."""
+        def attempt():
+            done = subprocess.run(command, cwd=self.folder, env={**os.environ, **self.jack}, stdin=subprocess.DEVNULL,
+                                  stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=PATIENCE_S, check=False)
+            return (done.stdout.decode(),) if done.returncode == 0 else None
+        return self.eventually(attempt, f"success of {' '.join(command)}")[0]
+
+    def ports(self):
+        return self.jack_program("jack_lsp").split()
+
+    def wait_for_ports(self, *names):
+        self.eventually(lambda: set(names) <= set(self.ports()), f"the ports {names}")
+
+    def connect(self, source, destination):
+        self.jack_program("jack_connect", source, destination)
+
+    def reported_latency(self, port):
+        """Least and most frames from the port to the next one that is a terminal, as JACK keeps them."""
+        text = self.jack_program("jack_lsp", "-l", port)
+        return [tuple(map(int, pair)) for pair in re.findall(r"\[ (\d+) (\d+) \] frames", text)]
+
+    def loop_latency(self, *way):
+        """Frames around a loop through the ports of `way` (into and out of clients in turn), measured with tones."""
+        meter = self.start("stdbuf", "-oL", "jack_iodelay", environment=self.jack, log="iodelay.log")
+        self.wait_for_ports("jack_delay:in", "jack_delay:out")
+        stops = ["jack_delay:out", *way, "jack_delay:in"]
+        for source, destination in zip(stops[::2], stops[1::2]):
+            self.connect(source, destination)
+        wanted = 10  # the first measurements still move
+        found = self.eventually(
+            lambda: (lambda all_found: all_found if len(all_found) >= wanted else None)(
+                re.findall(r"([\d.]+) frames +[\d.]+ ms total roundtrip latency", self.log("iodelay.log"))),
+            "a measured latency")
+        self.end(meter)
+        self.eventually(lambda: "jack_delay:in" not in self.ports(), "the end of jack_iodelay")
+        return float(found[-1])
+
+
+class Jalv:
+    """jalv at its prompt, between two files: commands go in, lines come out."""
+
+    def __init__(self, test, uri, *options):
+        self.test = test
+        self.process = test.start("stdbuf", "-oL", "jalv", "-n", "Fx", "-x", *options, uri, environment=test.jack,
+                                  log="jalv.log", stdin=subprocess.PIPE)
+        test.addCleanup(self.process.stdin.close)
+
+    def say(self, command):
+        self.process.stdin.write(command.encode() + b"\n")
+        self.process.stdin.flush()
+
+    def answer(self, command, pattern):
+        """What the first line that matches holds, of those that come after the command."""
+        before = len(self.test.log("jalv.log"))
+        self.say(command)
+        return self.test.eventually(lambda: re.search(pattern, self.test.log("jalv.log")[before:], re.MULTILINE),
+                                    f"{pattern} from {command}")

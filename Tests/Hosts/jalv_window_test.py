@@ -1,0 +1,71 @@
+"""jalv.gtk3 on an X server without a screen: the editor opens inside its window, and a knob that the pointer drags there
+moves the port."""
+import re
+
+from hosts import RESULTS, STEREO
+from jack import JackTest
+
+EDITOR_SIZE = "690x390"
+# The middle of the Gain knob in the editor, and how far it is dragged upwards, in pixels.
+GAIN_KNOB = (55, 87)
+DRAG = 60
+
+
+class JalvWindowTest(JackTest):
+    def setUp(self):
+        super().setUp()
+        self.start("Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", log="xvfb.log")
+        number = self.eventually(lambda: re.search(r"^(\d+)\n", self.log("xvfb.log"), re.MULTILINE), "the X server")
+        self.desktop = {**self.jack, "DISPLAY": ":" + number.group(1), "GDK_BACKEND": "x11", "NO_AT_BRIDGE": "1",
+                        "HOME": self.path("."), "GTK_THEME": "Adwaita"}
+        # Clicks, so that the meters have something to show.
+        self.start("jack_metro", "--bpm", "240", "--frequency", "440", "--duration", "100", "--amplitude", "0.2",
+                   environment=self.jack, log="metro.log")
+        self.start("stdbuf", "-oL", "jalv.gtk3", "--print-controls", "--jack-name=Fx", "--exact-jack-name", STEREO,
+                   environment=self.desktop, log="jalv.log")
+        self.wait_for_ports("Fx:in_l", "Fx:in_r", "metro:240_bpm")
+        self.connect("metro:240_bpm", "Fx:in_l")
+        self.connect("metro:240_bpm", "Fx:in_r")
+
+    def on_desktop(self, *command):
+        return self.run_program(*command, environment=self.desktop)
+
+    def editor_corner(self):
+        """Where on the screen the editor's window lies, in pixels: inside another window, not on the screen itself."""
+        pattern = rf"^ {{8,}}0x\w+ .*{EDITOR_SIZE}\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)$"
+        found = self.eventually(lambda: re.search(pattern, self.on_desktop("xwininfo", "-root", "-tree"), re.MULTILINE),
+                                f"a window of {EDITOR_SIZE} inside jalv's")
+        return int(found.group(1)), int(found.group(2))
+
+    def reduction(self):
+        """The most that the gain reduction meter shows while some clicks pass."""
+        before = len(self.log("jalv.log"))
+        shown = self.eventually(
+            lambda: (lambda lines: lines if len(lines) >= 40 else None)(
+                re.findall(r"grl = ([\d.]+)", self.log("jalv.log")[before:])), "forty values of the meter")
+        return max(map(float, shown))
+
+    def picture(self, name):
+        path = RESULTS / name
+        self.on_desktop("import", "-window", "root", str(path))
+        return path
+
+    def test_a_dragged_knob_moves_the_port(self):
+        left, top = self.editor_corner()
+        self.assertLess(self.reduction(), 0.01, "the clicks are too soft to be turned down")
+        x, y = left + GAIN_KNOB[0], top + GAIN_KNOB[1]
+        self.on_desktop("xdotool", "mousemove", str(x), str(y), "mousedown", "1")
+        for step in range(1, DRAG // 4 + 1):
+            self.on_desktop("xdotool", "mousemove", str(x), str(y - 4 * step))
+        self.on_desktop("xdotool", "mouseup", "1")
+        self.picture("jalv-gtk3-dragged.png")
+        self.eventually(lambda: self.reduction() > 0.1, "gain reduction")
+
+    def test_the_window_shows_the_editor(self):
+        left, top = self.editor_corner()
+        self.eventually(lambda: self.colours(left, top) > 500, "a drawn editor")
+
+    def colours(self, left, top):
+        """How many colours there are where the editor lies."""
+        return int(self.on_desktop("convert", str(self.picture("jalv-gtk3.png")), "-crop",
+                                   f"{EDITOR_SIZE}+{left}+{top}", "+repage", "-format", "%k", "info:"))
