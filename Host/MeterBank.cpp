@@ -21,10 +21,13 @@ void MeterBank::beforeBuffer() noexcept {
     if (mLastFrames == 0) {
         return;
     }
-    const auto factor = static_cast<float>(std::exp(mFallPerFrame * mLastFrames));
+    if (mLastFrames != mFactorFrames) {
+        mFactor = static_cast<float>(std::exp(mFallPerFrame * mLastFrames));
+        mFactorFrames = mLastFrames;
+    }
     for (float& tap : mTaps) {
         // Written so that a tap which is not a number ends at 0 too.
-        tap = tap * factor >= kMeterFloor ? tap * factor : 0.0F;
+        tap = tap * mFactor >= kMeterFloor ? tap * mFactor : 0.0F;
     }
     mLastFrames = 0;
 }
@@ -41,10 +44,6 @@ void MeterBank::afterBuffer(int32_t frames) noexcept {
             readings.clipped.store(true, std::memory_order_relaxed);
         }
     }
-}
-
-float MeterBank::value(size_t tap) const noexcept {
-    return mReadings[tap].value.load(std::memory_order_relaxed);
 }
 
 float MeterBank::peak(size_t tap) const noexcept {

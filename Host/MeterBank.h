@@ -37,7 +37,7 @@ public:
     void afterBuffer(int32_t frames) noexcept;
 
     /// The value after the latest buffer; 1.0 is full scale. [any]
-    float value(size_t tap) const noexcept;
+    float value(size_t tap) const noexcept { return mReadings[tap].value.load(std::memory_order_relaxed); }
     /// The largest value since the peak was cleared. [any]
     float peak(size_t tap) const noexcept;
     /// Whether a value was above 1.0 since the clip was cleared. [any]
@@ -60,6 +60,8 @@ private:
     std::vector<Readings> mReadings;
     double mFallPerFrame; ///< Natural logarithm of the factor of one frame, negative.
     int32_t mLastFrames = 0;
+    int32_t mFactorFrames = 0; ///< Frames whose fall mFactor is: most buffers are as long as the one before.
+    float mFactor = 1.0F;
 };
 
 } // namespace varno

@@ -17,33 +17,39 @@ void BypassFade::restart() noexcept {
     }
 }
 
-void BypassFade::keep(std::span<const float* const> inputs, int32_t frames) noexcept {
-    for (size_t channel = 0; channel < mKept.size(); ++channel) {
-        std::copy_n(inputs[channel], frames, mKept[channel].begin() + kLatencyFrames);
-    }
-}
-
-void BypassFade::blend(std::span<float* const> outputs, int32_t frames, bool isEnabled) noexcept {
-    const int32_t end = isEnabled ? mFadeFrames : 0;
+void BypassFade::keep(std::span<const float* const> inputs, int32_t frames, bool isEnabled) noexcept {
+    mEnd = isEnabled ? mFadeFrames : 0;
     if (mIsStarting) {
-        mPosition = end;
+        mPosition = mEnd;
         mIsStarting = false;
     }
     for (size_t channel = 0; channel < mKept.size(); ++channel) {
+        if (isAllProcessed()) {
+            mKept[channel].front() = inputs[channel][frames - kLatencyFrames];
+        } else {
+            std::copy_n(inputs[channel], frames, mKept[channel].begin() + kLatencyFrames);
+        }
+    }
+}
+
+void BypassFade::blend(std::span<float* const> outputs, int32_t frames) noexcept {
+    if (isAllProcessed()) {
+        return;
+    }
+    for (size_t channel = 0; channel < mKept.size(); ++channel) {
         std::vector<float>& kept = mKept[channel];
-        if (mPosition != end) {
-            fade(outputs[channel], kept.data(), frames, isEnabled ? 1 : -1);
-        } else if (!isEnabled) {
+        if (mPosition != mEnd) {
+            fade(outputs[channel], kept.data(), frames);
+        } else {
             std::copy_n(kept.begin(), frames, outputs[channel]);
         }
         std::copy_n(kept.begin() + frames, kLatencyFrames, kept.begin());
     }
-    const int32_t passed = std::min(frames, std::abs(end - mPosition));
-    mPosition += isEnabled ? passed : -passed;
+    mPosition += std::clamp(mEnd - mPosition, -frames, frames);
 }
 
-void BypassFade::fade(float* output, const float* bypassed, int32_t frames,
-                      int32_t direction) const noexcept {
+void BypassFade::fade(float* output, const float* bypassed, int32_t frames) const noexcept {
+    const int32_t direction = mEnd > mPosition ? 1 : -1;
     for (int32_t frame = 0; frame < frames; ++frame) {
         const int32_t position = std::clamp(mPosition + direction * (frame + 1), 0, mFadeFrames);
         if (position == 0) {

@@ -15,28 +15,31 @@ inline constexpr int32_t kLatencyFrames = 1;
 inline constexpr double kFadeSeconds = 0.010;
 
 /// Fades linearly between what was processed and the input delayed by kLatencyFrames. Neither is altered
-/// where no fade is under way, whatever its bits. The delayed input is always kept, so that the cost hardly
-/// depends on the bypass. [audio]
+/// where no fade is under way, whatever its bits. What is not to be heard is computed all the same, so that
+/// the load hardly depends on the bypass. [audio]
 class BypassFade {
 public:
     /// Buffers of up to `maximumFrames`. [main]
     BypassFade(size_t channels, int32_t maximumFrames, double sampleRateHz);
 
-    /// Forgets the sound so far; the state that the next `blend` names is in force at once.
+    /// Forgets the sound so far; the state that the next `keep` names is in force at once.
     void restart() noexcept;
-    /// Keeps a buffer of each channel, before it is processed: the output may take its memory.
-    void keep(std::span<const float* const> inputs, int32_t frames) noexcept;
+    /// Keeps what it needs of a buffer of each channel, of at least one frame, before it is processed: the
+    /// output may take its memory.
+    void keep(std::span<const float* const> inputs, int32_t frames, bool isEnabled) noexcept;
     /// Puts the bypassed sound in the place of the processed one as far as it is to be heard, in the outputs
     /// of the buffer that was kept.
-    void blend(std::span<float* const> outputs, int32_t frames, bool isEnabled) noexcept;
+    void blend(std::span<float* const> outputs, int32_t frames) noexcept;
 
 private:
-    void fade(float* output, const float* bypassed, int32_t frames, int32_t direction) const noexcept;
+    bool isAllProcessed() const noexcept { return mPosition == mFadeFrames && mEnd == mFadeFrames; }
+    void fade(float* output, const float* bypassed, int32_t frames) const noexcept;
 
-    /// Per channel the last frames of the buffer before, then the present buffer.
+    /// Per channel the last frame of the buffer before, then the present buffer.
     std::vector<std::vector<float>> mKept;
     int32_t mFadeFrames;
     int32_t mPosition = 0; ///< 0: bypassed, mFadeFrames: processed.
+    int32_t mEnd = 0;      ///< Where the fade leads to, or has led.
     bool mIsStarting = true;
 };
 

@@ -21,26 +21,35 @@ ControlValues::ControlValues(const Instance& instance, std::span<const PortInfo>
             const ParameterInfo& parameter = instance.parameters()[port.item];
             mControls.push_back({.parameter = port.item,
                                  .canGlide = parameter.steps > kMostStepsOfAChoice,
-                                 .fallback = static_cast<float>(parameter.defaultNormalized),
-                                 .seen = kNeverSeen});
+                                 .fallback = static_cast<float>(parameter.defaultNormalized)});
         }
     }
+    mSeen.assign(mControls.size(), kNeverSeen);
     mOutgoing.reserve(mControls.size());
 }
 
 void ControlValues::restart() noexcept {
     mIsStarting = true;
-    for (Control& control : mControls) {
-        control.seen = kNeverSeen;
+    std::ranges::fill(mSeen, kNeverSeen);
+}
+
+void ControlValues::read(const float* const* ports) noexcept {
+    // Without a branch for each: mostly none has moved.
+    unsigned moved = 0;
+    for (size_t i = 0; i < mSeen.size(); ++i) {
+        moved |= static_cast<unsigned>(*ports[i] != mSeen[i]);
+    }
+    if (moved != 0) {
+        takeMoved(ports);
     }
 }
 
-void ControlValues::read() noexcept {
-    for (Control& control : mControls) {
-        const float found = control.port != nullptr ? *control.port : control.fallback;
-        if (found != control.seen) {
-            control.seen = found;
-            moveTo(control, std::isnan(found) && mIsStarting ? control.fallback : found);
+void ControlValues::takeMoved(const float* const* ports) noexcept {
+    for (size_t i = 0; i < mSeen.size(); ++i) {
+        const float found = *ports[i];
+        if (found != mSeen[i]) {
+            mSeen[i] = found;
+            moveTo(mControls[i], std::isnan(found) && mIsStarting ? mControls[i].fallback : found);
         }
     }
     mIsStarting = false;

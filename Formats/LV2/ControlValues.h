@@ -23,18 +23,16 @@ inline constexpr int32_t kMostStepsOfAChoice = 16;
 
 /// Reads the ports at the start of a run, and lets continuous values glide: linearly, in grains that go on
 /// from run to run. A port's value beyond 0 to 1 is limited to that; one that is not a number counts as not
-/// moved; a port that is not connected has its default. All of it belongs to the thread that runs. [audio]
+/// moved. All of it belongs to the thread that runs. [audio]
 class ControlValues {
 public:
     /// The parameters among the ports, in their order. [main]
     ControlValues(const Instance& instance, std::span<const PortInfo> ports);
 
-    /// Connects the control-th parameter; null for nothing.
-    void connect(size_t control, const float* port) noexcept { mControls[control].port = port; }
     /// The values of the next `read` are in force at once, without a glide, whatever they were before.
     void restart() noexcept;
-    /// Takes note of what has moved since the last run.
-    void read() noexcept;
+    /// Takes note of what has moved since the last run, from one port for each parameter.
+    void read(const float* const* ports) noexcept;
     /// Hands the module what it is to have from the next buffer on.
     void giveTo(Instance& instance) noexcept;
     /// Frames for which what was given holds, at least 1; the largest number where nothing glides.
@@ -46,9 +44,7 @@ private:
     struct Control {
         size_t parameter; ///< Index in Instance::parameters().
         bool canGlide;
-        float fallback; ///< Without a port.
-        const float* port = nullptr;
-        float seen;        ///< What the port said last.
+        float fallback;    ///< Where the port has held no number yet.
         float from = 0.0F; ///< Where the glide began.
         float target = 0.0F;
         float value = 0.0F; ///< What the module is to have now.
@@ -56,10 +52,12 @@ private:
         bool isUnsent = false;
     };
 
+    void takeMoved(const float* const* ports) noexcept;
     void moveTo(Control& control, float value) noexcept;
     void step() noexcept;
 
     std::vector<Control> mControls;
+    std::vector<float> mSeen;           ///< What each port said last.
     std::vector<BufferValue> mOutgoing; ///< Has room for all.
     int32_t mStepsOfGlide;
     int32_t mFramesToStep = 0;

@@ -16,7 +16,14 @@ public:
     explicit MeterHold(double sampleRateHz);
 
     /// What to show after a buffer of `frames` frames at whose end the meter stood at `value`.
-    float show(float value, int32_t frames) noexcept;
+    float show(float value, int32_t frames) noexcept {
+        mFramesLeft -= frames;
+        if (value >= mShown || mFramesLeft <= 0) {
+            mShown = value;
+            mFramesLeft = mHoldFrames;
+        }
+        return mShown;
+    }
     /// Back to nothing.
     void restart() noexcept;
 

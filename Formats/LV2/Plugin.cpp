@@ -21,41 +21,42 @@ Plugin::Plugin(std::shared_ptr<Module> module, int32_t channels, double sampleRa
       mPorts(portsOf(mInstance)),
       mValues(mInstance, mPorts),
       mBypass(static_cast<size_t>(channels), kBufferFrames, sampleRateHz),
-      mMeters(mInstance.meters().ids().size(), {MeterHold(sampleRateHz)}),
-      mFirstControl(std::ranges::find(mPorts, PortKind::Parameter, &PortInfo::kind)->index),
-      mInputPorts(static_cast<size_t>(channels)),
-      mOutputPorts(static_cast<size_t>(channels)),
+      mMeters(mInstance.meters().ids().size(), MeterHold(sampleRateHz)),
+      mUnconnected(mPorts.size()),
+      mOwnValues(mPorts.size()),
+      mInputPort(firstPort(PortKind::AudioIn)),
+      mOutputPort(firstPort(PortKind::AudioOut)),
+      mControlPort(firstPort(PortKind::Parameter)),
+      mEnabledPort(firstPort(PortKind::Enabled)),
+      mMeterPort(firstPort(PortKind::Meter)),
+      mLatencyPort(firstPort(PortKind::Latency)),
       mInputs(static_cast<size_t>(channels)),
       mOutputs(static_cast<size_t>(channels)),
       mSilence(kBufferFrames),
       mNowhere(kBufferFrames) {
+    unconnect();
+}
+
+size_t Plugin::firstPort(PortKind kind) const {
+    return std::ranges::find(mPorts, kind, &PortInfo::kind)->index;
+}
+
+void Plugin::unconnect() {
+    for (const PortInfo& port : mPorts) {
+        if (port.kind != PortKind::AudioIn && port.kind != PortKind::AudioOut) {
+            mUnconnected[port.index] = &mOwnValues[port.index];
+        }
+        if (port.kind == PortKind::Parameter) {
+            mOwnValues[port.index] = static_cast<float>(mInstance.parameters()[port.item].defaultNormalized);
+        }
+    }
+    mOwnValues[mEnabledPort] = 1.0F;
+    mConnected = mUnconnected;
 }
 
 void Plugin::connect(uint32_t port, void* data) noexcept {
-    if (port >= mPorts.size()) {
-        return;
-    }
-    auto* const samples = static_cast<float*>(data);
-    const PortInfo& info = mPorts[port];
-    switch (info.kind) {
-    case PortKind::AudioIn:
-        mInputPorts[info.item] = samples;
-        break;
-    case PortKind::AudioOut:
-        mOutputPorts[info.item] = samples;
-        break;
-    case PortKind::Parameter:
-        mValues.connect(info.index - mFirstControl, samples);
-        break;
-    case PortKind::Enabled:
-        mEnabledPort = samples;
-        break;
-    case PortKind::Meter:
-        mMeters[info.item].port = samples;
-        break;
-    case PortKind::Latency:
-        mLatencyPort = samples;
-        break;
+    if (port < mConnected.size()) {
+        mConnected[port] = data != nullptr ? static_cast<float*>(data) : mUnconnected[port];
     }
 }
 
@@ -63,60 +64,52 @@ void Plugin::activate() {
     mInstance.reset();
     mValues.restart();
     mBypass.restart();
-    for (Meter& meter : mMeters) {
-        meter.hold.restart();
+    for (MeterHold& meter : mMeters) {
+        meter.restart();
     }
 }
 
-bool Plugin::isEnabled() const noexcept {
-    return mEnabledPort == nullptr || !(*mEnabledPort <= 0.0F);
-}
-
 void Plugin::run(uint32_t frames) noexcept {
-    const bool enabled = isEnabled();
+    // Written so that what is not a number counts as the default.
+    const bool isEnabled = !(*mConnected[mEnabledPort] <= 0.0F);
     if (frames > 0) {
-        mValues.read();
+        mValues.read(&mConnected[mControlPort]);
     }
     for (uint32_t done = 0; done < frames;) {
         mValues.giveTo(mInstance);
         const auto atMost = static_cast<uint32_t>(std::min(kBufferFrames, mValues.framesHeld()));
         const auto length = static_cast<int32_t>(std::min(frames - done, atMost));
         point(done);
-        process(length, enabled);
+        process(length, isEnabled);
         mValues.passed(length);
         done += static_cast<uint32_t>(length);
     }
     if (frames == 0) {
         tell(0);
     }
-    if (mLatencyPort != nullptr) {
-        *mLatencyPort = static_cast<float>(kLatencyFrames);
-    }
+    *mConnected[mLatencyPort] = static_cast<float>(kLatencyFrames);
 }
 
 void Plugin::point(uint32_t offset) noexcept {
     for (size_t channel = 0; channel < mInputs.size(); ++channel) {
-        const float* const input = mInputPorts[channel];
+        const float* const input = mConnected[mInputPort + channel];
         mInputs[channel] = input != nullptr ? input + offset : mSilence.data();
-        float* const output = mOutputPorts[channel];
+        float* const output = mConnected[mOutputPort + channel];
         mOutputs[channel] = output != nullptr ? output + offset : mNowhere.data();
     }
 }
 
-void Plugin::process(int32_t frames, bool enabled) noexcept {
-    mBypass.keep(mInputs, frames);
+void Plugin::process(int32_t frames, bool isEnabled) noexcept {
+    mBypass.keep(mInputs, frames, isEnabled);
     mInstance.process(mInputs.data(), mOutputs.data(), frames);
-    mBypass.blend(mOutputs, frames, enabled);
+    mBypass.blend(mOutputs, frames);
     tell(frames);
 }
 
 void Plugin::tell(int32_t frames) noexcept {
     const MeterBank& meters = mInstance.meters();
     for (size_t tap = 0; tap < mMeters.size(); ++tap) {
-        const float shown = mMeters[tap].hold.show(meters.value(tap), frames);
-        if (mMeters[tap].port != nullptr) {
-            *mMeters[tap].port = shown;
-        }
+        *mConnected[mMeterPort + tap] = mMeters[tap].show(meters.value(tap), frames);
     }
 }
 

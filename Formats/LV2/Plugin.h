@@ -38,12 +38,8 @@ public:
     const Instance& instance() const { return mInstance; }
 
 private:
-    struct Meter {
-        MeterHold hold;
-        float* port = nullptr;
-    };
-
-    bool isEnabled() const noexcept;
+    size_t firstPort(PortKind kind) const;
+    void unconnect();
     void point(uint32_t offset) noexcept;
     void process(int32_t frames, bool isEnabled) noexcept;
     void tell(int32_t frames) noexcept;
@@ -52,12 +48,17 @@ private:
     std::vector<PortInfo> mPorts;
     ControlValues mValues;
     BypassFade mBypass;
-    std::vector<Meter> mMeters;
-    size_t mFirstControl; ///< Index of the first parameter's port.
-    std::vector<const float*> mInputPorts;
-    std::vector<float*> mOutputPorts;
-    const float* mEnabledPort = nullptr;
-    float* mLatencyPort = nullptr;
+    std::vector<MeterHold> mMeters;
+
+    std::vector<float*> mConnected;   ///< By port.
+    std::vector<float*> mUnconnected; ///< What stands there for nothing: null for sound, else an own value.
+    std::vector<float> mOwnValues;    ///< The defaults of inputs, and what outputs told.
+    size_t mInputPort;                ///< The first of its kind, as all that follow.
+    size_t mOutputPort;
+    size_t mControlPort;
+    size_t mEnabledPort;
+    size_t mMeterPort;
+    size_t mLatencyPort;
 
     std::vector<const float*> mInputs; ///< Of the present buffer.
     std::vector<float*> mOutputs;
