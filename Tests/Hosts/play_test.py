@@ -379,6 +379,32 @@ class EditorTest(LiveTest):
         self.end(process)
 
 
+class PipeWireTest(LiveTest):
+    """PipeWire's own library in the place of JACK's: a server that changes its rate while it runs."""
+
+    def setUp(self):
+        super().setUp()
+        self.folder.chmod(0o700)
+        self.jack = {"XDG_RUNTIME_DIR": str(self.folder), "HOME": str(self.folder), "PULSE_SERVER": "unix:/nowhere"}
+        self.start("pipewire", environment=self.jack, log="pipewire.log")
+        self.eventually((self.folder / "pipewire-0").exists, "PipeWire")
+        self.start("dbus-run-session", "--", "wireplumber", environment=self.jack, log="wireplumber.log")
+        self.tool("pw-cli", "create-node", "adapter", "{factory.name=support.null-audio-sink node.name=sink "
+                  "media.class=Audio/Sink object.linger=true audio.position=[FL FR]}")
+        self.eventually(lambda: "sink:playback_FR" in self.tool("pw-link", "-i"), "the sink")
+
+    def test_another_rate(self):
+        process = self.start("pw-jack", PROGRAM, "play", "--no-edit", "--set", "Hot=0.5", environment=self.jack,
+                             log="play.log")
+        self.eventually(lambda: "playing: JACK client varno, 48000 Hz" in self.log("play.log"), "the effect")
+        self.eventually(lambda: re.search(r"varno:out_l\n +\|-> sink:playback_FL", self.tool("pw-link", "-l")),
+                        "the connection")
+        self.tool("pw-metadata", "-n", "settings", "0", "clock.force-rate", "96000")
+        self.eventually(lambda: "playing: JACK client varno, 96000 Hz" in self.log("play.log"), "the other rate")
+        self.assertEqual(self.end(process, signal.SIGINT), 0)
+        self.assertNotIn("not saved", self.log("play.log"))
+
+
 class PulseAudioTest(LiveTest):
     """Where there is no JACK server."""
 

@@ -20,7 +20,7 @@ void refuseBoth(const CommandLine& line, const std::string& one, const std::stri
 
 // JACK puts a colon between the names of client and port.
 std::string nameOption(const CommandLine& line, const std::string& usual) {
-    const std::string name = line.value("--name").value_or(usual);
+    std::string name = line.value("--name").value_or(usual);
     if (name.empty() || name.size() > kLongestName || name.find(':') != std::string::npos) {
         throw UsageError("option --name: expected 1 to " + std::to_string(kLongestName) +
                          " bytes without a colon, found " + inQuotes(name));

@@ -7,7 +7,7 @@
 namespace varno {
 
 std::string portName(PortDirection direction, int channels, int channel) {
-    const std::string name = direction == PortDirection::kInput ? "in" : "out";
+    std::string name = direction == PortDirection::kInput ? "in" : "out";
     if (channels == 1) {
         return name;
     }

@@ -14,6 +14,7 @@ namespace {
 constexpr int kDecimals = 1;
 constexpr double kQuietestDB = -99.9; // wider numbers would move the line
 constexpr std::size_t kLevelColumns = 5;
+constexpr std::int32_t kNoKind = -1; // of a meter that does not say
 
 std::string decibels(double levelDB) {
     return textFromNumber(levelDB, std::chars_format::fixed, kDecimals);
@@ -23,14 +24,17 @@ std::string aligned(const std::string& text) {
     return std::string(kLevelColumns - std::min(kLevelColumns, text.size()), ' ') + text;
 }
 
-MeterLine::Level levelOf(const MeterDescription& meter, std::optional<std::int32_t> kind, double value) {
-    if (kind == AAX_eMeterKind_GainReduction) {
+MeterLine::Level levelOf(const MeterDescription& meter, std::int32_t kind, double value) {
+    switch (kind) {
+    case AAX_eMeterKind_Input:
+        return {"in", levelTextDB(value)};
+    case AAX_eMeterKind_Output:
+        return {"out", levelTextDB(value)};
+    case AAX_eMeterKind_GainReduction:
         return {"reduction", decibels(value * kGainReductionFullScaleDB)};
+    default:
+        return {meter.name, levelTextDB(value)};
     }
-    if (kind == AAX_eMeterKind_Input || kind == AAX_eMeterKind_Output) {
-        return {kind == AAX_eMeterKind_Input ? "in" : "out", levelTextDB(value)};
-    }
-    return {meter.name, levelTextDB(value)};
 }
 
 } // namespace
@@ -46,8 +50,8 @@ std::vector<MeterLine::Level> meterLevels(const Instance& instance) {
     const auto& meters = instance.effect().meters;
     const std::size_t taps = std::min(meters.size(), instance.meters().ids().size());
     for (std::size_t tap = 0; tap < taps; ++tap) {
-        const auto kind = integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind);
-        if (!kind || shown.insert(*kind).second) {
+        const auto kind = integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind).value_or(kNoKind);
+        if (kind == kNoKind || shown.insert(kind).second) {
             levels.push_back(levelOf(meters[tap], kind, instance.meters().value(tap)));
         }
     }
