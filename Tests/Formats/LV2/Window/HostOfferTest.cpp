@@ -65,8 +65,8 @@ TEST_F(HostOfferTest, isNothingWithoutFeatures) {
 }
 
 TEST_F(HostOfferTest, holdsAWindowUnlessItsNumberIsNone) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): windows are told in the place of pointers
     const auto parent = [](uintptr_t window) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): windows are told in the place of pointers
         return LV2_Feature{LV2_UI__parent, reinterpret_cast<void*>(window)};
     };
     EXPECT_EQ(offerOf({{nullptr, nullptr}, parent(0x1200003)}).parent, 0x1200003U);

@@ -190,8 +190,8 @@ TEST_F(WindowLife, isMadeWithoutAnyFeature) {
     const LV2_Feature* const none[] = {nullptr};
     for (const LV2_Feature* const* const features :
          {static_cast<const LV2_Feature* const*>(none), static_cast<const LV2_Feature* const*>(nullptr)}) {
-        const LV2UI_Handle handle = descriptor->instantiate(descriptor, "urn:morvak:varno-s#mono", nullptr,
-                                                            nullptr, nullptr, nullptr, features);
+        auto* const handle = descriptor->instantiate(descriptor, "urn:morvak:varno-s#mono", nullptr, nullptr,
+                                                     nullptr, nullptr, features);
         ASSERT_NE(handle, nullptr);
         descriptor->cleanup(handle);
     }
