@@ -18,7 +18,7 @@ constexpr size_t kFadeFrames = 480; // 10 ms at 48 kHz
 Signal delayed(const Signal& input) {
     Signal output = input;
     for (std::vector<float>& samples : output) {
-        std::ranges::rotate(samples, samples.end() - 1);
+        std::rotate(samples.begin(), samples.end() - 1, samples.end());
         samples.front() = 0.0F;
     }
     return output;

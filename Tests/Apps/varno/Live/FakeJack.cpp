@@ -99,8 +99,8 @@ JackFunctions FakeJack::functions() {
     jack.set_buffer_size_callback = keep<&FakeJack::bufferSize>;
     jack.set_sample_rate_callback = keep<&FakeJack::sampleRate>;
     jack.set_latency_callback = keep<&FakeJack::latency>;
-    jack.on_info_shutdown = [](jack_client_t* client, JackInfoShutdownCallback callback, void* self) {
-        keep<&FakeJack::shutdown>(client, callback, self);
+    jack.on_info_shutdown = [](jack_client_t* client, JackInfoShutdownCallback callback, void* effect) {
+        keep<&FakeJack::shutdown>(client, callback, effect);
     };
     jack.port_register = registerPort;
     jack.port_get_buffer = buffer;

@@ -43,8 +43,8 @@ FakeRtAudio::~FakeRtAudio() {
 
 RtAudioFunctions FakeRtAudio::functions() {
     RtAudioFunctions audio{};
-    audio.create = [](rtaudio_api_t api) {
-        machine->api = has(machine->unknownApis, api) ? RTAUDIO_API_DUMMY : api;
+    audio.create = [](rtaudio_api_t wanted) {
+        machine->api = has(machine->unknownApis, wanted) ? RTAUDIO_API_DUMMY : wanted;
         ++machine->openInstances;
         return reinterpret_cast<rtaudio_t>(machine);
     };
