@@ -41,6 +41,11 @@ class PeersReportTest(unittest.TestCase):
         self.assertEqual(text.count("| A tube | 55 (5.00) | 55 (5.00) | 55 (5.00) |"), 2, "once for each rate")
         self.assertIn("| Varno-S | 11 (1.00) |", text)
 
+    def test_the_cheapest_comes_first(self):
+        lines = [line for line in self.report().stdout.splitlines() if line.endswith(") |") and " frames |" not in line]
+        names = [line.split("|")[1].strip() for line in lines]
+        self.assertEqual(names, 2 * ["x42 darc compressor", "routine alone", "Varno-S", "A tube"])
+
     def test_what_is_aimed_at_comes_first(self):
         lines = self.report().stdout.splitlines()
         self.assertIn("| Varno-S / x42 darc compressor, 64 frames | 1.25 | 1.00 | 1.25 (1.25 to 1.25) |", lines[:6])
