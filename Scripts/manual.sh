@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# The pictures of the user's manual: screenshots of the editor, and one with its controls numbered.
+# The pictures of the user's documents: screenshots of the editor, one with its controls numbered, and one in a host.
 
 pictures=$root/docs/pictures
 
@@ -11,8 +11,8 @@ manual_after=1.2
 manual_command() {
     (($# == 0)) || usage_error "manual takes no arguments"
     need_packages program manual || return
-    build_preset program varno Varno-S varno_artwork || return
-    with_display draw_pictures || return
+    build_preset program varno Varno-S varno_artwork varno_lv2_bundle || return
+    with_display draw_pictures && draw_host || return
     printf '%s\n' "$pictures"/*.png
 }
 
@@ -26,6 +26,15 @@ draw_pictures() {
         "$build/Resources/Artwork/varno_artwork" --number "$pictures/editor-2x.png" "$pictures/controls.png" || status=1
     rm -rf "$loop"
     return "$status"
+}
+
+# What the test of a host took while its window showed the editor, without the empty screen around it.
+draw_host() {
+    local build=$root/build/program results=$root/build/program/hosts
+    mkdir -p "$results"
+    run_logged "$root/build/manual-host.log" discard ctest_reason "$root/Tests/Hosts/run" --build "$build" \
+        --results "$results" --report "$results/report.xml" test_a_dragged_knob_moves_the_port &&
+        convert "$results/jalv-gtk3-dragged.png" -trim +repage "$pictures/jalv.png"
 }
 
 # take_picture SCALE NAME

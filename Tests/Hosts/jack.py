@@ -1,32 +1,56 @@
 """JACK for tests: a server of its own for each, with a dummy for the sound card."""
+import fcntl
 import os
+import pathlib
 import re
+import signal
 import subprocess
+import tempfile
 
 from hosts import PATIENCE_S, RATE_HZ, HostTest
 
-PERIOD_FRAMES = 256
+PERIOD_FRAMES = 1024
+ONE_AT_A_TIME = pathlib.Path(tempfile.gettempdir()) / "varno-test-jack.lock"
 
 
 class JackTest(HostTest):
-    """Gives each test self.jack, the environment in which programs find its server."""
-
-    _servers = 0
+    """Gives each test self.jack, the environment in which programs find its server. Other runs of such tests wait: clients
+    of one name are in each other's way, even on different servers."""
 
     def setUp(self):
         super().setUp()
+        lock = ONE_AT_A_TIME.open("wb")
+        self.addCleanup(lock.close)
+        fcntl.flock(lock, fcntl.LOCK_EX)
         # A server without a name of its own meets others, also such as have ended without cleaning up.
-        JackTest._servers += 1
-        name = f"varno-{os.getpid()}-{JackTest._servers}"
-        self.jack = {"JACK_DEFAULT_SERVER": name, "JACK_NO_START_SERVER": "1", "JACK_NO_AUDIO_RESERVATION": "1"}
-        # -S: the server waits for its clients, however busy the machine is, instead of leaving one out.
-        self.start("jackd", "-r", "-S", "-n", name, "-d", "dummy", "-r", str(RATE_HZ), "-p", str(PERIOD_FRAMES),
-                   environment=self.jack, log="jackd.log")
-        self.run_program("jack_wait", "-s", name, "-w", "-t", "60", environment=self.jack)
+        self.jack = {"JACK_DEFAULT_SERVER": f"varno-test-{os.getpid()}-{id(self)}", "JACK_NO_START_SERVER": "1",
+                     "JACK_NO_AUDIO_RESERVATION": "1"}
+
+    def start_server(self):
+        """Starts the server and waits until it answers."""
+        # -r: without real time, which needs rights. -S: the server waits for its clients, however busy the machine is,
+        # instead of leaving one out.
+        server = self.start("jackd", "-r", "-S", "-n", self.jack["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r",
+                            str(RATE_HZ), "-p", str(PERIOD_FRAMES), environment=self.jack, log="jackd.log")
+        self.addCleanup(self.end_server, server)
+        self.eventually(lambda: self.list_ports() is not None, "the JACK server")
+        return server
+
+    def end_server(self, server):
+        """JACK keeps a list of eight servers. One that was killed leaves it only through the next of its name."""
+        if self.end(server) == -signal.SIGKILL:
+            self.end(self.start_server())
+
+    def list_ports(self, *options):
+        """What jack_lsp prints; None where no server answers."""
+        done = subprocess.run(["jack_lsp", *options], cwd=self.folder, env={**os.environ, **self.jack},
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                              timeout=PATIENCE_S, check=False)
+        return done.stdout.decode() if done.returncode == 0 else None
 
     def jack_program(self, *command):
-        """What a program prints that asks the server something. One that fails is tried again: clients of one name are in
-        each other's way for a moment, even on different servers."""
+        """What a program prints that asks the server something. One that fails is tried again: the client of the same name
+        before it is in its way for a moment."""
         def attempt():
             done = subprocess.run(command, cwd=self.folder, env={**os.environ, **self.jack}, stdin=subprocess.DEVNULL,
                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=PATIENCE_S, check=False)

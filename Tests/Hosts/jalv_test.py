@@ -9,6 +9,10 @@ AUDIO_PORTS = {1: ("Fx:in", "Fx:out"), 2: ("Fx:in_l", "Fx:in_r", "Fx:out_l", "Fx
 
 
 class JalvTest(JackTest):
+    def setUp(self):
+        super().setUp()
+        self.start_server()
+
     def start_jalv(self, channels, *options):
         jalv = Jalv(self, PLUGINS[channels], *options)
         self.wait_for_ports(*AUDIO_PORTS[channels])

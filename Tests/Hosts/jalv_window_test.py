@@ -14,6 +14,7 @@ DRAG = 60
 class JalvWindowTest(JackTest):
     def setUp(self):
         super().setUp()
+        self.start_server()
         self.start("Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", log="xvfb.log")
         number = self.eventually(lambda: re.search(r"^(\d+)\n", self.log("xvfb.log"), re.MULTILINE), "the X server")
         self.desktop = {**self.jack, "DISPLAY": ":" + number.group(1), "GDK_BACKEND": "x11", "NO_AT_BRIDGE": "1",

@@ -12,10 +12,10 @@ import termios
 import time
 import unittest
 
-from hosts import DRIVEN, LATENCY_FRAMES, MILD, PATIENCE_S, PROGRAM, RATE_HZ, HostTest, Sound, difference, make_music
-from hosts import read_wav, write_wav
+from hosts import DRIVEN, LATENCY_FRAMES, MILD, PATIENCE_S, PROGRAM, RATE_HZ, Sound, difference, make_music, read_wav
+from hosts import write_wav
+from jack import JackTest
 
-PERIOD_FRAMES = 1024
 # The effect forgets how it began long before: what it plays then depends on what it hears alone.
 SILENCE_S = 3
 MUSIC_S = 3
@@ -27,31 +27,15 @@ DRAG = -40
 ROUNDS = 120
 
 
-class LiveTest(HostTest):
-    """A JACK server under a name of its own, which ends with the test."""
-
-    period_frames = PERIOD_FRAMES
+class LiveTest(JackTest):
+    """A JACK server, and no other sound system."""
 
     def setUp(self):
         super().setUp()
-        self.jack = {"JACK_DEFAULT_SERVER": f"varno-test-{os.getpid()}-{id(self)}", "JACK_NO_AUDIO_RESERVATION": "1",
-                     "XDG_RUNTIME_DIR": str(self.folder), "PULSE_SERVER": "unix:/nowhere"}
-
-    def start_server(self):
-        # Without real time, which needs rights; in step, so that a busy machine delays and does not drop.
-        server = self.start("jackd", "-r", "-S", "-n", self.jack["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r",
-                            str(RATE_HZ), "-p", str(self.period_frames), environment=self.jack, log="jackd.log")
-        self.eventually(lambda: self.list_ports() is not None, "the JACK server")
-        return server
+        self.jack.update(XDG_RUNTIME_DIR=str(self.folder), PULSE_SERVER="unix:/nowhere")
 
     def tool(self, *command):
         return self.run_program(*command, environment=self.jack)
-
-    def list_ports(self, *options):
-        """What jack_lsp prints; None where no server answers."""
-        done = subprocess.run(["jack_lsp", *options], env={**os.environ, **self.jack}, stdout=subprocess.PIPE,
-                              stderr=subprocess.DEVNULL, check=False)
-        return done.stdout.decode() if done.returncode == 0 else None
 
     def play(self, *options, environment=None, log="play.log"):
         """Starts `varno play` and waits until it plays."""

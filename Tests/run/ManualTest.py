@@ -35,15 +35,26 @@ target_compile_definitions({name} PRIVATE CALLS="{calls}")
 """
 
 
+HOSTS = """#!/bin/bash
+while (($# > 0)); do [[ $1 != --results ]] || echo "a screen" >"$2/jalv-gtk3-dragged.png"; shift; done
+exit "${HOSTS_FAIL:-0}"
+"""
+
+
 class ManualTest(FixtureProject):
     def setUp(self):
         super().setUp()
         self.calls = self.folder / "calls"
         self.write("Apps/varno/main.cpp", PROGRAM)
         self.write("Apps/varno/CMakeLists.txt", CMAKE.format(name="varno", source="main.cpp", calls=self.calls) +
-                   "add_custom_target(Varno-S)\nadd_subdirectory(../../Resources/Artwork ${CMAKE_BINARY_DIR}/Resources/Artwork)\n")
+                   "add_custom_target(Varno-S)\nadd_custom_target(varno_lv2_bundle)\nadd_subdirectory(../../Resources/Artwork ${CMAKE_BINARY_DIR}/Resources/Artwork)\n")
         self.write("Resources/Artwork/CMakeLists.txt",
                    CMAKE.format(name="varno_artwork", source="../../Apps/varno/main.cpp", calls=self.calls))
+        # Nobody installs a host to test the script.
+        (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
+        self.write("Tests/Hosts/run", HOSTS)
+        (self.root / "Tests/Hosts/run").chmod(0o755)
+        self.command("convert", 'echo "a picture" >"${@: -1}"\n')
         self.server = self.folder / "server"
         self.command("Xvfb", f'echo $$ >"{self.server}"\necho 77 >&3\nexec sleep 600\n')
 
@@ -58,10 +69,10 @@ class ManualTest(FixtureProject):
         done = self.run_script("manual")
         self.assertEqual(done.returncode, 0, done.stderr)
         pictures = self.root / "docs/pictures"
-        names = ["controls.png", "editor-2x.png", "editor.png"]
+        names = ["controls.png", "editor-2x.png", "editor.png", "jalv.png"]
         self.assertEqual(done.stdout.splitlines(), [str(pictures / name) for name in names])
         for name in names:
-            self.assertEqual((pictures / name).read_text(), "a picture")
+            self.assertEqual((pictures / name).read_text().strip(), "a picture")
         calls = self.calls.read_text().splitlines()
         self.assertEqual([call.split()[:2] for call in calls],
                          [[":77:", "render"], [":77:", "edit"], [":77:", "edit"], [":77:", "--number"]])
@@ -74,6 +85,13 @@ class ManualTest(FixtureProject):
         done = self.run_script("manual")
         self.assertEqual((done.returncode, done.stdout), (1, ""))
         self.assert_server_ended()
+
+    def test_fails_with_the_host(self):
+        os.environ["HOSTS_FAIL"] = "1"
+        self.addCleanup(os.environ.pop, "HOSTS_FAIL")
+        done = self.run_script("manual")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertFalse((self.root / "docs/pictures/jalv.png").exists())
 
     def test_fails_without_a_server(self):
         self.command("Xvfb", "echo no screen >&2\nexit 1\n")
