@@ -8,19 +8,17 @@ namespace varno {
 inline constexpr std::string_view kEditUsage[] = {"[OPTIONS] [AUDIO]"};
 
 inline constexpr std::string_view kEditDescription[] = {
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Opens the effect's editor in a window of its own (X11, or Wayland through XWayland). The effect hears "
     "AUDIO in real time and again from its start: a mono file through the mono variant, a stereo file "
     "through the stereo one. Without AUDIO it hears silence. Its meters and its automatic volume follow.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "One hears the effect through JACK or, where no JACK server answers, through PulseAudio or ALSA; JACK's "
-    "sample "
-    "rate counts, and AUDIO is converted to it. Where nothing answers, the effect goes on unheard. varno "
-    "play lets "
-    "it hear what comes in instead of a file.",
+    "sample rate counts, and AUDIO is converted to it. Where nothing answers, the effect goes on unheard. "
+    "varno play lets it hear what comes in instead of a file.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Keys: Ctrl-S saves the settings as a state, Ctrl-C copies them and Ctrl-V pastes them as a preset, "
-    "Escape "
-    "and Ctrl-Q close the window.",
+    "Escape and Ctrl-Q close the window.",
     "Ctrl-S writes the file of --save-state, else that of --state, else varno-s.state in the working folder, "
     "or varno-s-2.state and so on where that exists already. Settings that are not saved when the window "
     "closes are printed on standard error, as options that bring them back.",
@@ -49,8 +47,7 @@ inline constexpr OptionEntry kEditOptions[] = {
      .choices = "auto jack rtaudio off",
      .group = "Sound",
      .help = "How AUDIO is heard: jack, rtaudio (PulseAudio or ALSA), auto for the first of them that "
-             "answers (the "
-             "default) or off."},
+             "answers (the default) or off."},
     {.name = "--rate",
      .value = "HZ",
      .kind = ValueKind::kText,

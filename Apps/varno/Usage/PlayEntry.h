@@ -8,32 +8,25 @@ namespace varno {
 inline constexpr std::string_view kPlayUsage[] = {"[OPTIONS]"};
 
 inline constexpr std::string_view kPlayDescription[] = {
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Plays live: whatever comes in goes through the effect and out again, until someone ends it. It is a "
-    "client of "
-    "a JACK server (jackd, or PipeWire by way of pw-jack) or, where none answers, of PulseAudio or ALSA by "
-    "way of "
-    "RtAudio.",
+    "client of a JACK server (jackd, or PipeWire by way of pw-jack) or, where none answers, of PulseAudio or "
+    "ALSA by way of RtAudio.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Under JACK the ports are named in_l, in_r, out_l and out_r, with --mono in and out, and tell that the "
-    "sound "
-    "comes one frame late. The server may change its period and its sample rate meanwhile. Blocks that came "
-    "too late "
-    "are counted and told.",
+    "sound comes one frame late. The server may change its period and its sample rate meanwhile. Blocks that "
+    "came too late are counted and told.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Where there is a display the effect's editor opens, and closing it ends the program; Ctrl-S saves the "
-    "settings "
-    "as a state. Otherwise single keys work in the terminal, below a line with the meters: up and down "
-    "choose a "
-    "parameter, left and right change it, b bypasses, s saves, q ends, ? tells more. Where standard input is "
-    "no "
-    "terminal, it plays until a signal comes.",
+    "settings as a state. Otherwise single keys work in the terminal, below a line with the meters: up and "
+    "down choose a parameter, left and right change it, b bypasses, s saves, q ends, ? tells more. Where "
+    "standard input is no terminal, it plays until a signal comes.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "SIGINT (Ctrl-C), SIGTERM and SIGHUP end it with exit status 0. It ends with 1 where no sound system "
-    "answers, "
-    "and once the sound system has gone.",
+    "answers, and once the sound system has gone.",
     "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
-    "order "
-    "given. Those that are not saved at the end are printed on standard error, as options that bring them "
-    "back.",
+    "order given. Those that are not saved at the end are printed on standard error, as options that bring "
+    "them back.",
 };
 
 inline constexpr OptionEntry kPlayOptions[] = {
@@ -44,9 +37,8 @@ inline constexpr OptionEntry kPlayOptions[] = {
      .value = "FILE",
      .kind = ValueKind::kFile,
      .group = "Settings",
-     .help =
-         "The file that Ctrl-S or s writes. Default: that of --state, else varno-s.state or its first free "
-         "numbered kind."},
+     .help = "The file that Ctrl-S or s writes. Default: that of --state, else varno-s.state or its first "
+             "free numbered kind."},
     {.name = "--force",
      .shortName = "-f",
      .group = "Settings",
@@ -57,8 +49,7 @@ inline constexpr OptionEntry kPlayOptions[] = {
      .choices = "auto jack rtaudio",
      .group = "Sound",
      .help = "The sound system: jack, rtaudio (PulseAudio or ALSA), or auto for the first of them that "
-             "answers (the "
-             "default)."},
+             "answers (the default)."},
     {.name = "--mono", .group = "Sound", .help = "One channel, through the mono variant."},
     {.name = "--stereo", .group = "Sound", .help = "Two channels, through the stereo variant (the default)."},
     {.name = "--name",
