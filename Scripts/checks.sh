@@ -19,7 +19,7 @@ declare -A step_title=(
     [headers]="every public header compiles alone"
     [clang]="all tests, clang, Release"
     [tidy]="clang-tidy finds nothing in the product, the host and the program"
-    [tidy-tests]="clang-tidy finds nothing in the tests"
+    [tidy-tests]="clang-tidy finds nothing in the tests and the measurements"
     [asan-ubsan]="all tests under the address and undefined-behaviour sanitizers"
     [tsan]="the threaded tests under the thread sanitizer"
     [hosts]="LV2 hosts, Ardour and JACK, as Debian has them, load the effect and give the samples of its own program"
@@ -32,7 +32,7 @@ declare -A step_title=(
 # The folders that hold C++ of this project, as far as they are there.
 cpp_folders() {
     local folder
-    for folder in Interfaces Libs Source Host Window Apps Formats Tests Benchmarks; do
+    for folder in Interfaces Libs Source Host Window Apps Formats Resources Tests Benchmarks; do
         [[ ! -d $root/$folder ]] || printf '%s\n' "$folder"
     done
 }
@@ -57,11 +57,15 @@ step_headers() { build_preset release all_verify_interface_header_sets; }
 # The clang build comes first: it makes the generated headers and knows what each file includes.
 step_tidy() {
     local folders
-    mapfile -t folders < <(cpp_folders | grep -v '^Tests$')
+    mapfile -t folders < <(cpp_folders | grep -vxF -e Tests -e Benchmarks)
     run_tidy "${folders[@]}"
 }
 # Tests are most of the code and the least of what clang-tidy finds: too dear for every day.
-step_tidy-tests() { run_tidy Tests; }
+step_tidy-tests() {
+    local folders
+    mapfile -t folders < <(cpp_folders | grep -xF -e Tests -e Benchmarks)
+    run_tidy "${folders[@]}"
+}
 
 # run_tidy FOLDER...
 run_tidy() {

@@ -2,9 +2,9 @@
 // can be thrown when there is no other. It keeps that memory when the binary is unloaded, so that a host
 // which opens and closes it again and again would lose 72 KB each time.
 
-namespace __gnu_cxx { // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the library's own
+namespace __gnu_cxx {
 /// Gives back what the library keeps; no header of its declares it.
-void __freeres(); // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the library's own
+void __freeres();
 } // namespace __gnu_cxx
 
 namespace varno {

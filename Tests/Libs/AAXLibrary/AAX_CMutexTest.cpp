@@ -14,14 +14,12 @@ bool gSystemHasNoMutexLeft = false;
 
 } // namespace
 
-// The linker leads every call of the system's function here.
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker makes the names.
+// The linker, which makes the names, leads every call of the system's function here.
 extern "C" int __real_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
 extern "C" int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
 extern "C" int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes) {
     return gSystemHasNoMutexLeft ? EAGAIN : __real_pthread_mutex_init(mutex, attributes);
 }
-// NOLINTEND(bugprone-reserved-identifier)
 
 namespace varno {
 namespace {
