@@ -37,13 +37,18 @@ function(varno_headers target directory)
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${directory} FILES ${headers})
 endfunction()
 
-# Compiles what most test cases include once for a program of many. The preset "coverage" switches this off: there each
-# file shows that it includes what it uses.
-function(varno_precompile_test_headers name)
-  list(LENGTH ARGN files)
-  if(files GREATER_EQUAL 5)
-    target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/Tests/precompiled.h)
-  endif()
+# varno_test_headers(): the target of that name compiles what most test cases include, once for all of them, with the
+# options that they share. The preset "coverage" switches this off: there each file shows that it includes what it uses.
+function(varno_test_headers)
+  add_executable(varno_test_headers ${PROJECT_SOURCE_DIR}/Tests/precompiled.cpp)
+  varno_test_settings(varno_test_headers)
+  target_precompile_headers(varno_test_headers PRIVATE ${PROJECT_SOURCE_DIR}/Tests/precompiled.h)
+endfunction()
+
+function(varno_test_settings name)
+  # Test cases are most of what a build compiles; unoptimised they take two thirds of the time.
+  target_compile_options(${name} PRIVATE -O0)
+  target_link_libraries(${name} PRIVATE varno_settings GTest::gtest_main GTest::gmock)
 endfunction()
 
 # varno_test(NAME SOURCES... [LINK TARGETS...]): a GoogleTest program whose cases ctest runs one by one.
@@ -59,10 +64,9 @@ endif()
 function(varno_test name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
-  target_link_libraries(${name} PRIVATE varno_settings ${ARG_LINK} GTest::gtest_main GTest::gmock)
-  # Test cases are most of what a build compiles; unoptimised they take two thirds of the time.
-  target_compile_options(${name} PRIVATE -O0)
-  varno_precompile_test_headers(${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE ${ARG_LINK})
+  varno_test_settings(${name})
+  target_precompile_headers(${name} REUSE_FROM varno_test_headers)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS ${name}
     ENVIRONMENT ${varno_test_environment})
   if(name MATCHES "_threaded$")

@@ -60,8 +60,10 @@ LV2UI_Handle instantiate(const LV2UI_Descriptor*, const char* pluginUri, const c
         return window.release();
     } catch (const std::exception& error) {
         offered.logError(error.what());
-        return nullptr;
+    } catch (...) {
+        offered.logError("the window cannot be made, for no reason that it names");
     }
+    return nullptr;
 }
 
 void cleanup(LV2UI_Handle handle) noexcept {
@@ -81,7 +83,7 @@ void portEvent(LV2UI_Handle handle, uint32_t port, uint32_t size, uint32_t proto
 int idle(LV2UI_Handle handle) noexcept {
     try {
         return windowOf(handle).idle() ? kDone : kFailedOrClosed;
-    } catch (const std::exception&) {
+    } catch (...) {
         return kFailedOrClosed;
     }
 }

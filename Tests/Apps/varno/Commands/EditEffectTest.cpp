@@ -9,7 +9,9 @@
 #include <X11/keysym.h>
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <sndfile.h>
+#include <thread>
 
 namespace varno::test {
 namespace {
@@ -18,6 +20,8 @@ constexpr int kWav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
 // The plain size of the view, in pixels.
 constexpr int kWidth = 690;
 constexpr int kHeight = 390;
+// Longer than a view takes to be drawn.
+constexpr std::chrono::milliseconds kDrawing(100);
 
 constexpr Place kGainKnob = {55, 90};
 constexpr double kWheelStep = 2.0 / 130.0; // two pictures of a knob, normalized
@@ -33,8 +37,15 @@ protected:
         return program;
     }
 
-    // A view that is not drawn yet has one colour.
-    bool showsView() const { return picture().countColours() > 1; }
+    // A view that is not drawn yet has one colour, and one that is half drawn changes. Its meters, in the
+    // lower third, may move.
+    bool showsView() const {
+        const auto [width, height] = size();
+        const Area still = {0, 0, width, height * 2 / 3};
+        const auto first = picture(still);
+        std::this_thread::sleep_for(kDrawing);
+        return first.countColours() > 1 && picture(still) == first;
+    }
     Picture picture() const { return picture({0, 0, size().width, size().height}); }
     Picture picture(const Area& area) const { return Picture::ofWindow(mPerson, window(), area); }
 

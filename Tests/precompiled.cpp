@@ -1,0 +1,4 @@
+// A program of nothing but the headers that it compiles for others.
+int main() {
+    return 0;
+}
