@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <chrono>
+#include <cmath>
 #include <sndfile.h>
 #include <thread>
 
@@ -107,8 +108,14 @@ TEST_F(EditEffect, WhatWasTurnedIsSavedAndCopied) {
 }
 
 TEST_F(EditEffect, ItsMetersHearTheFile) {
-    // Long enough for the meters to follow it down and up again.
-    makeMusic("loud.wav", kWav16, 2, 144000);
+    // A tone and a longer rest: the meters follow down and up again.
+    Sound loud;
+    loud.format = kWav16;
+    for (int frame = 0; frame < loud.rateHz; ++frame) {
+        loud.reals.push_back(0.5 * std::sin(0.05 * frame));
+    }
+    loud.reals.resize(3 * loud.reals.size());
+    writeSound(path("loud.wav"), loud);
     auto program = editEffect();
     const auto silent = picture(kMeters);
     close();
