@@ -22,7 +22,7 @@ add_subdirectory(${vstgui_folder}/vstgui ${PROJECT_BINARY_DIR}/vstgui EXCLUDE_FR
 # them, whatever the configuration.
 set(vstgui_definitions VSTGUI_ENABLE_DEPRECATED_METHODS=1 VSTGUI_ENABLE_XML_PARSER=0 VSTGUI_OPENGL_SUPPORT=0)
 set_target_properties(vstgui PROPERTIES COMPILE_DEFINITIONS "NDEBUG;RELEASE;${vstgui_definitions}")
-# A few large files instead of many small ones: a third of the time.
+# A few large files instead of many small ones: two fifths of the time.
 set_target_properties(vstgui PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
 # Its warnings are not ours to mend, and its build asks for debug information even in a release.
 target_compile_options(vstgui PRIVATE -w $<$<CONFIG:Release>:-g0>)
