@@ -14,8 +14,8 @@ else()
   set(VARNO_BUNDLE_EXECUTABLE Varno-S.so)
 endif()
 
-# varno_export_only(TARGET SYMBOLS...): the target's binary exports these C symbols and nothing else, lacks none and
-# needs no writing to its code.
+# varno_export_only(TARGET SYMBOLS...): the target's binary exports these C symbols and nothing else, lacks none (but
+# those of a sanitizer, which the program that loads it brings) and needs no writing to its code.
 function(varno_export_only target)
   if(APPLE)
     list(TRANSFORM ARGN PREPEND _ OUTPUT_VARIABLE lines)
@@ -27,7 +27,10 @@ function(varno_export_only target)
     set(text "{ global: ${symbols}; local: *; };")
     set(list_file ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
     set(option -Wl,--version-script=${list_file})
-    target_link_options(${target} PRIVATE -Wl,-z,text -Wl,--no-undefined)
+    target_link_options(${target} PRIVATE -Wl,-z,text)
+    if(NOT VARNO_SANITIZE)
+      target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    endif()
   endif()
   file(CONFIGURE OUTPUT ${list_file} CONTENT "${text}\n")
   target_link_options(${target} PRIVATE ${option})

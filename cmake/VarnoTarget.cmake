@@ -23,6 +23,9 @@ if(VARNO_SANITIZE)
   target_compile_options(varno_settings INTERFACE
     -fsanitize=${VARNO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(varno_settings INTERFACE -fsanitize=${VARNO_SANITIZE})
+  # The architecture has hosts call the creation procedures, which return pointers to derived classes, as functions
+  # that return the base at their start. Clang's check of such calls also takes hidden classes of two binaries for two.
+  target_compile_options(varno_settings INTERFACE $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>)
 endif()
 if(VARNO_COVERAGE)
   # Counted atomically: threads that race for a counter leave it negative, and gcovr refuses the file.
@@ -37,8 +40,26 @@ function(varno_headers target directory)
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${directory} FILES ${headers})
 endfunction()
 
+# varno_standard_headers(TARGET): its sources share headers of the standard library that are compiled once for all such
+# targets, which takes a third off what compiling takes. Not with gcc 12: in headers that were compiled before, it finds
+# its own strings at fault (-Warray-bounds); and not on a Mac, where some of these targets have Objective-C++ too. The
+# preset "coverage" switches it off: there each file shows that it includes what it uses.
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/standard_headers.cpp CONTENT "")
+  add_library(varno_standard_headers OBJECT ${CMAKE_BINARY_DIR}/standard_headers.cpp)
+  target_link_libraries(varno_standard_headers PRIVATE varno_settings)
+  target_precompile_headers(varno_standard_headers PRIVATE
+    <algorithm> <array> <atomic> <chrono> <cmath> <cstdint> <filesystem> <fstream> <functional> <map> <memory> <mutex>
+    <optional> <set> <span> <sstream> <stdexcept> <string> <string_view> <thread> <utility> <vector>)
+endif()
+function(varno_standard_headers target)
+  if(TARGET varno_standard_headers)
+    target_precompile_headers(${target} REUSE_FROM varno_standard_headers)
+  endif()
+endfunction()
+
 # varno_test_headers(): the target of that name compiles what most test cases include, once for all of them, with the
-# options that they share. The preset "coverage" switches this off: there each file shows that it includes what it uses.
+# options that they share. (It is a program as they are: position-independent code of programs is another.)
 function(varno_test_headers)
   add_executable(varno_test_headers ${PROJECT_SOURCE_DIR}/Tests/precompiled.cpp)
   varno_test_settings(varno_test_headers)
