@@ -100,7 +100,8 @@ private:
             const LilvPort* const port = lilv_plugin_get_port_by_index(mPlugin, index);
             const std::string symbol = lilv_node_as_string(lilv_port_get_symbol(mPlugin, port));
             const Owned<LilvNode> name(lilv_port_get_name(mPlugin, port));
-            mWhere = plugin + ", port " + symbol;
+            mWhere = plugin;
+            mWhere.append(", port ").append(symbol);
             demand(symbols.insert(symbol).second, "another port has this symbol");
             demand(names.insert(lilv_node_as_string(name.get())).second, "another port has this name");
             checkTexts(port);

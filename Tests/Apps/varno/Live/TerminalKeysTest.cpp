@@ -33,10 +33,9 @@ TEST(TerminalKeys, SingleLetters) {
 }
 
 TEST(TerminalKeys, ArrowsAsEitherKindOfTerminalSendsThem) {
-    for (const std::string start : {"\x1b[", "\x1bO"}) {
-        EXPECT_THAT(
-            actionsOf(start + 'A' + start + 'B' + start + 'C' + start + 'D'),
-            ElementsAre(LiveAction::kPrevious, LiveAction::kNext, LiveAction::kUp, LiveAction::kDown));
+    for (const char* const arrows : {"\x1b[A\x1b[B\x1b[C\x1b[D", "\x1bOA\x1bOB\x1bOC\x1bOD"}) {
+        EXPECT_THAT(actionsOf(arrows), ElementsAre(LiveAction::kPrevious, LiveAction::kNext, LiveAction::kUp,
+                                                   LiveAction::kDown));
     }
     EXPECT_THAT(actionsOf("\x1b[5~\x1b[6~"), ElementsAre(LiveAction::kFarUp, LiveAction::kFarDown));
 }
