@@ -42,8 +42,8 @@ endfunction()
 
 # varno_standard_headers(TARGET): its sources share headers of the standard library that are compiled once for all such
 # targets, which takes a third off what compiling takes. Not with gcc 12: in headers that were compiled before, it finds
-# its own strings at fault (-Warray-bounds); and not on a Mac, where some of these targets have Objective-C++ too. The
-# preset "coverage" switches it off: there each file shows that it includes what it uses.
+# its own strings at fault (-Warray-bounds); and not on a Mac, where some of these targets have Objective-C++ too. So gcc
+# shows that each file includes what it uses.
 if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
   file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/standard_headers.cpp CONTENT "")
   add_library(varno_standard_headers OBJECT ${CMAKE_BINARY_DIR}/standard_headers.cpp)
@@ -59,7 +59,8 @@ function(varno_standard_headers target)
 endfunction()
 
 # varno_test_headers(): the target of that name compiles what most test cases include, once for all of them, with the
-# options that they share. (It is a program as they are: position-independent code of programs is another.)
+# options that they share. The preset "coverage" switches this off: there each file shows that it includes what it uses.
+# (It is a program as they are: position-independent code of programs is another.)
 function(varno_test_headers)
   add_executable(varno_test_headers ${PROJECT_SOURCE_DIR}/Tests/precompiled.cpp)
   varno_test_settings(varno_test_headers)
