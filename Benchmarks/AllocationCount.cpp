@@ -1,4 +1,4 @@
-#include "AllocationCount.h"
+#include "Benchmarks/AllocationCount.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -6,7 +6,7 @@
 
 namespace {
 
-std::atomic<int64_t> gAllocations{0};
+std::atomic<std::int64_t> gAllocations{0};
 
 } // namespace
 
@@ -29,7 +29,7 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept {
 
 namespace varno::bench {
 
-int64_t allocationCount() {
+std::int64_t allocationCount() {
     return gAllocations.load(std::memory_order_relaxed);
 }
 

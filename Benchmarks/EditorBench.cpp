@@ -1,13 +1,13 @@
 // The editor on an X server of its own (Xvfb): how long a person waits for it, and what it costs to leave it
 // open.
 #include "DemoGain_Alg.h"
-#include "EditorWindow.h"
-#include "HostLoop.h"
-#include "HostedEffect.h"
-#include "KnobGeometry.h"
-#include "Module.h"
-#include "Pointer.h"
-#include "XServer.h"
+#include "Host/Module.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
+#include "Tests/Integration/Editor/HostLoop.h"
+#include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/Pointer.h"
+#include "Tests/Support/XServer.h"
 
 #include <benchmark/benchmark.h>
 
@@ -27,7 +27,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
-/// The host with the module and a screen.
+// The host with the module and a screen.
 struct Host {
     static const std::string& display() {
         static const XServer server;
@@ -42,7 +42,7 @@ struct Host {
     std::unique_ptr<Instance> instance = makeInstance(module);
 };
 
-/// Turns the host's loop, without a pause, until the condition holds.
+// Turns the host's loop, without a pause, until the condition holds.
 template<typename Condition>
 void turnUntil(HostLoop& loop, Condition condition) {
     if (!loop.await(condition)) {
@@ -54,7 +54,7 @@ bool isDrawn(const EditorWindow& window, const std::string& id) {
     return window.picture(id).countColours() > 2;
 }
 
-/// From the host's wish to the picture of the last control on the screen.
+// From the host's wish to the picture of the last control on the screen.
 void openToFirstPaint(benchmark::State& state) {
     Host host;
     for ([[maybe_unused]] auto _ : state) {
@@ -66,7 +66,7 @@ void openToFirstPaint(benchmark::State& state) {
 }
 BENCHMARK(openToFirstPaint)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
 
-/// From a step of the mouse to the knob's new picture on the screen.
+// From a step of the mouse to the knob's new picture on the screen.
 void dragToRedraw(benchmark::State& state) {
     Host host;
     EditorWindow window({host.client, host.loop}, *host.instance);
@@ -108,8 +108,8 @@ void moveMeters(Instance& instance, int tick) {
     instance.meters().afterBuffer(0);
 }
 
-/// An open editor whose meters move, with 30 turns of the host's loop a second. Only this process is counted,
-/// with what the host does in its loop.
+// An open editor whose meters move, with 30 turns of the host's loop a second. Only this process is counted,
+// with what the host does in its loop.
 void idleWithMovingMeters(benchmark::State& state) {
     Host host;
     EditorWindow window({host.client, host.loop}, *host.instance);

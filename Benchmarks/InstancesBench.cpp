@@ -1,7 +1,7 @@
 // Many instances in one call, each with a state, packets and buffers of its own, as a host has them: what is
 // measured beside the routine itself is memory, since a thousand of them fit into no first-level cache.
-#include "Music.h"
-#include "Way.h"
+#include "Benchmarks/Music.h"
+#include "Benchmarks/Way.h"
 
 #include <memory>
 #include <vector>
@@ -9,9 +9,9 @@
 namespace varno::bench {
 namespace {
 
-constexpr int32_t kBufferFrames = 64;
+constexpr std::int32_t kBufferFrames = 64;
 
-/// All hear the same buffer of the music, so that nothing but their number makes a difference.
+// All hear the same buffer of the music, so that nothing but their number makes a difference.
 class Crowd {
 public:
     explicit Crowd(std::size_t count) {
@@ -42,7 +42,7 @@ private:
         LoopedSignal signal{input, kBufferFrames};
     };
 
-    /// From the first stroke of the drum.
+    // From the first stroke of the drum.
     static test::Signal loudBuffer() {
         constexpr std::ptrdiff_t kStart = 256;
         test::Signal buffer;

@@ -1,4 +1,4 @@
-#include "InstructionSet.h"
+#include "Benchmarks/InstructionSet.h"
 
 #include "DemoGain_Routine.h"
 

@@ -1,6 +1,6 @@
 /// The instruction set that the routine is measured with.
-#ifndef VARNO_INSTRUCTIONSET_H
-#define VARNO_INSTRUCTIONSET_H
+#ifndef VARNO_BENCHMARKS_INSTRUCTIONSET_H
+#define VARNO_BENCHMARKS_INSTRUCTIONSET_H
 
 #include <string>
 

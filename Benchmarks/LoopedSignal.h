@@ -1,8 +1,8 @@
 /// Audio without an end for measurements.
-#ifndef VARNO_LOOPEDSIGNAL_H
-#define VARNO_LOOPEDSIGNAL_H
+#ifndef VARNO_BENCHMARKS_LOOPEDSIGNAL_H
+#define VARNO_BENCHMARKS_LOOPEDSIGNAL_H
 
-#include "Signal.h"
+#include "Tests/Support/Signal.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +17,7 @@ namespace varno::bench {
 class LoopedSignal {
 public:
     /// @param signal borrowed, at least one buffer long
-    LoopedSignal(const test::Signal& signal, int32_t bufferFrames)
+    LoopedSignal(const test::Signal& signal, std::int32_t bufferFrames)
         : mSignal(signal),
           mBufferFrames(bufferFrames),
           mOutput(signal.size(), std::vector<float>(static_cast<std::size_t>(bufferFrames))) {
@@ -37,7 +37,7 @@ public:
 
     const float* const* inputs() const { return mInputs.data(); }
     float* const* outputs() { return mOutputs.data(); }
-    int32_t bufferFrames() const { return mBufferFrames; }
+    std::int32_t bufferFrames() const { return mBufferFrames; }
 
     /// The floor of all processing: the input as it is.
     void copy() {
@@ -56,7 +56,7 @@ private:
     }
 
     const test::Signal& mSignal;
-    int32_t mBufferFrames;
+    std::int32_t mBufferFrames;
     test::Signal mOutput;
     std::size_t mStart = 0;
     std::array<const float*, 2> mInputs{};

@@ -1,4 +1,4 @@
-#include "MeasuredProcess.h"
+#include "Benchmarks/MeasuredProcess.h"
 
 #include <cerrno>
 #include <chrono>

@@ -1,6 +1,6 @@
 /// What a program costs.
-#ifndef VARNO_MEASUREDPROCESS_H
-#define VARNO_MEASUREDPROCESS_H
+#ifndef VARNO_BENCHMARKS_MEASUREDPROCESS_H
+#define VARNO_BENCHMARKS_MEASUREDPROCESS_H
 
 #include <filesystem>
 #include <string>

@@ -2,12 +2,12 @@
 // looking at them. Each iteration works through a hundred models, so that reading the clock does not count.
 #include "AAX_IACFAutomationDelegate.h"
 #include "ACF/ACFPtr.h"
-#include "ChunkRecord.h"
+#include "Benchmarks/PricedLoop.h"
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_Parameters.h"
-#include "FakeController.h"
-#include "FakeUnknown.h"
-#include "PricedLoop.h"
+#include "Tests/Support/ChunkRecord.h"
+#include "Tests/Support/FakeController.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <array>
 #include <memory>
@@ -19,13 +19,13 @@ namespace {
 
 class CountingController : public test::FakeController {
 public:
-    AAX_Result PostPacket(AAX_CFieldIndex /*field*/, const void* payload, uint32_t /*size*/) override {
+    AAX_Result PostPacket(AAX_CFieldIndex /*field*/, const void* payload, std::uint32_t /*size*/) override {
         benchmark::DoNotOptimize(payload);
         ++posted;
         return AAX_SUCCESS;
     }
 
-    int64_t posted = 0;
+    std::int64_t posted = 0;
 };
 
 class GrantingAutomation : public FakeUnknown<AAX_IACFAutomationDelegate> {
@@ -48,7 +48,7 @@ void require(bool condition, const char* what) {
     }
 }
 
-/// A data model with its host.
+// A data model with its host.
 class Hosted {
 public:
     Hosted() {
@@ -62,7 +62,7 @@ public:
     Hosted& operator=(const Hosted&) = delete;
     ~Hosted() { mModel->Uninitialize(); }
 
-    /// A value that differs from the one before.
+    // A value that differs from the one before.
     double nextValue() { return mValue = mValue == 0.25 ? 0.75 : 0.25; }
     void changeAll() {
         const double value = nextValue();
@@ -70,8 +70,8 @@ public:
             mModel->SetParameterNormalizedValue(parameter.mIdentifier, value);
         }
     }
-    /// Packets posted since the last time this was asked.
-    int64_t takePosted() { return std::exchange(mController.posted, 0); }
+    // Packets posted since the last time this was asked.
+    std::int64_t takePosted() { return std::exchange(mController.posted, 0); }
 
     DemoGain_Parameters& model() { return *mModel; }
 
@@ -79,8 +79,8 @@ public:
     void save(test::ChunkRecord& record) {
         require(mModel->GetChunk(kChunkID, record.get()) == AAX_SUCCESS, "the chunk is not written");
     }
-    uint32_t chunkSize() {
-        uint32_t size = 0;
+    std::uint32_t chunkSize() {
+        std::uint32_t size = 0;
         require(mModel->GetChunkSize(kChunkID, &size) == AAX_SUCCESS, "the chunk has no size");
         return size;
     }
@@ -103,12 +103,12 @@ void each(Models& models, Operation operation) {
     }
 }
 
-constexpr int64_t kModels = std::tuple_size_v<Models>;
+constexpr std::int64_t kModels = std::tuple_size_v<Models>;
 
 void nothing() {
 }
 
-/// From the wish for a value to its packets at the host.
+// From the wish for a value to its packets at the host.
 void parameterChange(benchmark::State& state, const char* id) {
     const auto models = std::make_unique<Models>();
     measurePriced(state, kModels, nothing, [&] {
@@ -145,13 +145,13 @@ void coefficientsNoneDirty(benchmark::State& state) {
 }
 BENCHMARK(coefficientsNoneDirty)->Name("model/coefficients/none_dirty")->UseManualTime();
 
-/// Asking for the size is part of it: a host that saves must.
+// Asking for the size is part of it: a host that saves must.
 void chunkSave(benchmark::State& state) {
     const auto models = std::make_unique<Models>();
     test::ChunkRecord record(models->front().chunkSize());
     measurePriced(state, kModels, nothing, [&] {
         each(*models, [&](Hosted& hosted) {
-            require(hosted.chunkSize() == static_cast<uint32_t>(record->fSize),
+            require(hosted.chunkSize() == static_cast<std::uint32_t>(record->fSize),
                     "the chunk's size has changed");
             hosted.save(record);
         });
@@ -159,10 +159,10 @@ void chunkSave(benchmark::State& state) {
 }
 BENCHMARK(chunkSave)->Name("model/chunk/save")->UseManualTime();
 
-/// Two chunks in turn that differ in every value.
+// Two chunks in turn that differ in every value.
 void chunkRestore(benchmark::State& state) {
     const auto models = std::make_unique<Models>();
-    const uint32_t size = models->front().chunkSize();
+    const std::uint32_t size = models->front().chunkSize();
     std::array<test::ChunkRecord, 2> records{test::ChunkRecord(size), test::ChunkRecord(size)};
     for (test::ChunkRecord& record : records) {
         models->front().changeAll();
@@ -176,18 +176,18 @@ void chunkRestore(benchmark::State& state) {
             each(*models,
                  [&](Hosted& hosted) { hosted.model().SetChunk(Hosted::kChunkID, records[turn].get()); });
         });
-    uint8_t isEqual = 0;
+    std::uint8_t isEqual = 0;
     models->front().model().CompareActiveChunk(records[turn].get(), &isEqual);
     require(isEqual != 0, "the chunk was not restored");
 }
 BENCHMARK(chunkRestore)->Name("model/chunk/restore")->UseManualTime();
 
-/// An equal one, which takes longest.
+// An equal one, which takes longest.
 void chunkCompare(benchmark::State& state) {
     const auto models = std::make_unique<Models>();
     test::ChunkRecord record(models->front().chunkSize());
     models->front().save(record);
-    uint8_t isEqual = 0;
+    std::uint8_t isEqual = 0;
     measurePriced(state, kModels, nothing, [&] {
         each(*models, [&](Hosted& hosted) { hosted.model().CompareActiveChunk(record.get(), &isEqual); });
     });

@@ -1,4 +1,4 @@
-#include "Music.h"
+#include "Benchmarks/Music.h"
 
 #include "DemoLoop.h"
 

@@ -1,9 +1,9 @@
 /// What measurements of the routine listen to, and with which settings.
-#ifndef VARNO_MUSIC_H
-#define VARNO_MUSIC_H
+#ifndef VARNO_BENCHMARKS_MUSIC_H
+#define VARNO_BENCHMARKS_MUSIC_H
 
-#include "AlgFixture.h"
-#include "Signal.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/Signal.h"
 
 #include <cstddef>
 

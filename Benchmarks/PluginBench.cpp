@@ -1,7 +1,7 @@
 // What lies between an LV2 host and the routine: a run of the plug-in beside the bare routine, in one run.
-#include "HostedPlugin.h"
-#include "Music.h"
-#include "Way.h"
+#include "Benchmarks/Music.h"
+#include "Benchmarks/Way.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
 
 namespace varno::bench {
 namespace {
@@ -12,7 +12,7 @@ test::PortValues portValues(const test::AlgParameters& p) {
             {"ratio", p.ratio}, {"mix", p.mix},     {"hsw", p.harmonics}, {"linksw", p.link}};
 }
 
-/// The plug-in, enabled or bypassed by the host.
+// The plug-in, enabled or bypassed by the host.
 void plugin(benchmark::State& state, float enabled) {
     if (!canMeasure<Way::kProduct>(state)) {
         return;
@@ -21,7 +21,7 @@ void plugin(benchmark::State& state, float enabled) {
     test::HostedPlugin hosted(channels, kRate);
     hosted.set(portValues(musicSettings()));
     hosted.port("enabled") = enabled;
-    LoopedSignal signal(music(channels), static_cast<int32_t>(state.range(1)));
+    LoopedSignal signal(music(channels), static_cast<std::int32_t>(state.range(1)));
     for ([[maybe_unused]] auto _ : state) {
         hosted.process(signal.inputs(), signal.outputs(), signal.bufferFrames());
         benchmark::ClobberMemory();
@@ -37,7 +37,7 @@ void routine(benchmark::State& state) {
     const auto channels = static_cast<std::size_t>(state.range(0));
     test::AlgInstance instance(channels, kRate);
     instance.set(musicSettings());
-    LoopedSignal signal(music(channels), static_cast<int32_t>(state.range(1)));
+    LoopedSignal signal(music(channels), static_cast<std::int32_t>(state.range(1)));
     for ([[maybe_unused]] auto _ : state) {
         processBuffer<Way::kProduct>(instance, signal);
         signal.next();

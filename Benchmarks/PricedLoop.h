@@ -1,8 +1,8 @@
 /// A measurement that counts allocations beside time.
-#ifndef VARNO_PRICEDLOOP_H
-#define VARNO_PRICEDLOOP_H
+#ifndef VARNO_BENCHMARKS_PRICEDLOOP_H
+#define VARNO_BENCHMARKS_PRICEDLOOP_H
 
-#include "AllocationCount.h"
+#include "Benchmarks/AllocationCount.h"
 
 #include <benchmark/benchmark.h>
 
@@ -15,21 +15,21 @@ namespace varno::bench {
 /// next time is there after it.
 /// @param operations that one call of `operation` does
 template<class Prepare, class Operation>
-void measurePriced(benchmark::State& state, int64_t operations, Prepare prepare, Operation operation) {
+void measurePriced(benchmark::State& state, std::int64_t operations, Prepare prepare, Operation operation) {
     using Clock = std::chrono::steady_clock;
-    int64_t allocations = 0;
+    std::int64_t allocations = 0;
     prepare();
     operation();
     for ([[maybe_unused]] auto _ : state) {
         prepare();
-        const int64_t before = allocationCount();
+        const std::int64_t before = allocationCount();
         const auto start = Clock::now();
         operation();
         const auto end = Clock::now();
         allocations += allocationCount() - before;
         state.SetIterationTime(std::chrono::duration<double>(end - start).count());
     }
-    const int64_t done = state.iterations() * operations;
+    const std::int64_t done = state.iterations() * operations;
     state.SetItemsProcessed(done);
     state.counters["allocations"] = static_cast<double>(allocations) / static_cast<double>(done);
 }

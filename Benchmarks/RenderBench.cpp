@@ -1,12 +1,12 @@
 // The program over a long file, and what of that is no work of its own: libsndfile's decoding and encoding,
 // and the routine. The file is of 16 bits, the cheapest to decode and encode, and of the length of a long
 // song.
+#include "Benchmarks/MeasuredProcess.h"
+#include "Benchmarks/Music.h"
+#include "Benchmarks/Way.h"
 #include "DemoLoop.h"
-#include "MeasuredProcess.h"
-#include "Music.h"
 #include "SndfileOwner.h"
-#include "TemporaryFolder.h"
-#include "Way.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <chrono>
 #include <ctime>
@@ -18,9 +18,9 @@ namespace {
 
 constexpr int kChannels = 2;
 constexpr int kWav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-constexpr int64_t kMinuteFrames = 60 * static_cast<int64_t>(kRate);
-constexpr int64_t kSongFrames = 10 * kMinuteFrames;
-constexpr int64_t kThreeHoursFrames = 180 * kMinuteFrames;
+constexpr std::int64_t kMinuteFrames = 60 * static_cast<std::int64_t>(kRate);
+constexpr std::int64_t kSongFrames = 10 * kMinuteFrames;
+constexpr std::int64_t kThreeHoursFrames = 180 * kMinuteFrames;
 
 SndfileOwner openSound(const std::string& path, int mode, SF_INFO& ioInfo) {
     SndfileOwner sound(sf_open(path.c_str(), mode, &ioInfo));
@@ -38,7 +38,7 @@ SndfileOwner createSound(const std::string& path) {
     return openSound(path, SFM_WRITE, info);
 }
 
-/// Appends the frames of a file, block by block.
+// Appends the frames of a file, block by block.
 void append(SNDFILE* target, const std::string& source) {
     constexpr sf_count_t kBlockFrames = 4096;
     std::vector<float> block(static_cast<std::size_t>(kBlockFrames * kChannels));
@@ -49,22 +49,22 @@ void append(SNDFILE* target, const std::string& source) {
     }
 }
 
-/// The files of these measurements.
+// The files of these measurements.
 struct Files {
-    /// Ten minutes of music: the program's demo loop again and again. (It is made by the program, since
-    /// making it takes more memory than this process may hold; see ownResidentMebis.)
+    // Ten minutes of music: the program's demo loop again and again. (It is made by the program, since
+    // making it takes more memory than this process may hold; see ownResidentMebis.)
     const std::string& song() {
         if (mSong.empty()) {
             mSong = folder / "song.wav";
             runMeasured({VARNO_PROGRAM, "render", "--quiet"}, folder.path());
             const SndfileOwner sound = createSound(mSong);
-            for (int64_t frames = 0; frames < kSongFrames; frames += kDemoLoopFrames) {
+            for (std::int64_t frames = 0; frames < kSongFrames; frames += kDemoLoopFrames) {
                 append(sound.get(), folder / "varno-demo-dry.wav");
             }
         }
         return mSong;
     }
-    /// Three hours of silence that take no room on the disk.
+    // Three hours of silence that take no room on the disk.
     std::string threeHours() const {
         std::string path = folder / "three-hours.wav";
         const SndfileOwner sound = createSound(path);
@@ -74,7 +74,7 @@ struct Files {
         }
         return path;
     }
-    /// A name that is free.
+    // A name that is free.
     std::string output() const {
         std::string path = folder / "output.wav";
         std::filesystem::remove(path);
@@ -101,7 +101,7 @@ void tell(benchmark::State& state, const ProcessCost& cost) {
     state.counters["processor_s"] = cost.processorS;
 }
 
-/// Runs `operation` once an iteration, with its time by the clock and the processor's.
+// Runs `operation` once an iteration, with its time by the clock and the processor's.
 template<class Operation>
 void measureHere(benchmark::State& state, Operation operation) {
     for ([[maybe_unused]] auto _ : state) {
@@ -120,7 +120,7 @@ void once(benchmark::internal::Benchmark* benchmark) {
     benchmark->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 }
 
-/// The program itself, with its default settings.
+// The program itself, with its default settings.
 void program(benchmark::State& state) {
     const std::string& song = files().song();
     for ([[maybe_unused]] auto _ : state) {
@@ -130,7 +130,7 @@ void program(benchmark::State& state) {
 }
 BENCHMARK(program)->Name("render/program")->Apply(once);
 
-/// The same file decoded and encoded in blocks as large as the program's.
+// The same file decoded and encoded in blocks as large as the program's.
 void sndfile(benchmark::State& state) {
     const std::string& song = files().song();
     const std::string output = files().output();
@@ -147,17 +147,17 @@ void sndfile(benchmark::State& state) {
 }
 BENCHMARK(sndfile)->Name("render/sndfile")->Apply(once);
 
-/// As many frames through the routine in buffers as long as the program's.
+// As many frames through the routine in buffers as long as the program's.
 template<Way kWay>
 void frames(benchmark::State& state) {
-    constexpr int32_t kBufferFrames = 512;
+    constexpr std::int32_t kBufferFrames = 512;
     test::AlgParameters settings;
     settings.hot = 0.07F; // the product's default
     test::AlgInstance instance(kChannels, kRate);
     instance.set(settings);
     measureHere(state, [&] {
         LoopedSignal signal(music(kChannels), kBufferFrames);
-        for (int64_t frame = 0; frame < kSongFrames; frame += kBufferFrames) {
+        for (std::int64_t frame = 0; frame < kSongFrames; frame += kBufferFrames) {
             processBuffer<kWay>(instance, signal);
             signal.next();
         }
@@ -167,8 +167,8 @@ BENCHMARK(frames<Way::kProduct>)->Name("render/routine")->Apply(once);
 BENCHMARK(frames<Way::kLiteral>)->Name("render/routine_literal")->Apply(once);
 BENCHMARK(frames<Way::kCopy>)->Name("render/routine_copy")->Apply(once);
 
-/// How much memory the program holds. To be run in a process without any of the measurements above, which
-/// hold more.
+// How much memory the program holds. To be run in a process without any of the measurements above, which
+// hold more.
 void memory(benchmark::State& state, const std::string& input) {
     for ([[maybe_unused]] auto _ : state) {
         const ProcessCost cost = runProgram(input);
@@ -185,7 +185,7 @@ void memoryOfSong(benchmark::State& state) {
 }
 BENCHMARK(memoryOfSong)->Name("memory/song")->Apply(once);
 
-/// Writes 2 GB.
+// Writes 2 GB.
 void memoryOfThreeHours(benchmark::State& state) {
     memory(state, files().threeHours());
 }

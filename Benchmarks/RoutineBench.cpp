@@ -1,6 +1,6 @@
 // The routine over music in buffers of several lengths.
-#include "Music.h"
-#include "Way.h"
+#include "Benchmarks/Music.h"
+#include "Benchmarks/Way.h"
 
 namespace varno::bench {
 namespace {
@@ -13,7 +13,7 @@ void routine(benchmark::State& state) {
     const auto channels = static_cast<std::size_t>(state.range(0));
     test::AlgInstance instance(channels, kRate);
     instance.set(musicSettings());
-    LoopedSignal signal(music(channels), static_cast<int32_t>(state.range(1)));
+    LoopedSignal signal(music(channels), static_cast<std::int32_t>(state.range(1)));
     for ([[maybe_unused]] auto _ : state) {
         processBuffer<kWay>(instance, signal);
         signal.next();

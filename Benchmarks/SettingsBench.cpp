@@ -1,9 +1,9 @@
 // The dearest settings and signals beside typical ones. All pairs of 200 random settings and six signals are
 // timed briefly once; the dearest of them are then measured like everything else, so that one that was only
 // disturbed while it was timed does not count. Typical is the setting of median cost over music.
-#include "Music.h"
-#include "SignalSources.h"
-#include "Way.h"
+#include "Benchmarks/Music.h"
+#include "Benchmarks/Way.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,8 +17,8 @@ namespace varno::bench {
 namespace {
 
 constexpr std::size_t kSettings = 200;
-constexpr int32_t kBufferFrames = 512;
-/// Of each signal: a quarter of a second.
+constexpr std::int32_t kBufferFrames = 512;
+// Of each signal: a quarter of a second.
 constexpr std::size_t kFrames = 24 * static_cast<std::size_t>(kBufferFrames);
 
 struct NamedSignal {
@@ -26,7 +26,7 @@ struct NamedSignal {
     test::Signal signal;
 };
 
-/// A square wave; the second channel of opposite sign.
+// A square wave; the second channel of opposite sign.
 test::Signal squares(double levelDB) {
     constexpr std::size_t kHalfPeriodFrames = 240;
     const float level = test::amplitudeOf(levelDB);
@@ -47,7 +47,7 @@ test::Signal musicExcerpt() {
     return excerpt;
 }
 
-/// The six, then the music.
+// The six, then the music.
 const std::vector<NamedSignal>& signals() {
     static const std::vector<NamedSignal> all = {{"noise", test::noise(2, kFrames, 20262, 0.0)},
                                                  {"sweep", test::sweep(2, kFrames, kRate)},
@@ -69,7 +69,7 @@ const std::vector<test::AlgParameters>& settings() {
     return all;
 }
 
-/// A setting at work on a signal, begun with noise.
+// A setting at work on a signal, begun with noise.
 class Work {
 public:
     Work(const test::AlgParameters& parameters, const NamedSignal& signal)
@@ -82,7 +82,7 @@ public:
         processBuffer<Way::kProduct>(*mInstance, beginning);
     }
 
-    /// The whole signal once.
+    // The whole signal once.
     template<Way kWay>
     void process() {
         for (std::size_t frame = 0; frame < kFrames; frame += static_cast<std::size_t>(kBufferFrames)) {
@@ -97,7 +97,7 @@ public:
         mLeast = std::min(mLeast, std::chrono::steady_clock::now() - start);
     }
 
-    /// The shortest time so far: what disturbs only adds.
+    // The shortest time so far: what disturbs only adds.
     std::chrono::steady_clock::duration least() const { return mLeast; }
     std::string text() const { return mNamed->name + (": " + test::textOf(*mParameters)); }
 
@@ -109,7 +109,7 @@ private:
     std::chrono::steady_clock::duration mLeast = std::chrono::steady_clock::duration::max();
 };
 
-/// All settings at work on the signals from `first` up to `last`, the dearest first.
+// All settings at work on the signals from `first` up to `last`, the dearest first.
 std::vector<Work> timed(std::size_t first, std::size_t last) {
     constexpr int kRounds = 7;
     std::vector<Work> all;

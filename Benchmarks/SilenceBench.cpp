@@ -1,17 +1,17 @@
 // A minute of silence after noise, and a minute of noise, in a thread that leaves denormals as they are:
 // where the filters' fading states become denormal, every operation on them costs a hundred times as much.
+#include "Benchmarks/Music.h"
+#include "Benchmarks/Way.h"
 #include "DemoGain_DenormalMode.h"
-#include "Music.h"
-#include "SignalSources.h"
-#include "Way.h"
+#include "Tests/Support/SignalSources.h"
 
 namespace varno::bench {
 namespace {
 
-constexpr int32_t kBufferFrames = 512;
+constexpr std::int32_t kBufferFrames = 512;
 constexpr std::size_t kSecondFrames = 48000;
-constexpr int64_t kMinuteFrames = 60 * static_cast<int64_t>(kSecondFrames);
-constexpr int64_t kMinuteBuffers = kMinuteFrames / kBufferFrames;
+constexpr std::int64_t kMinuteFrames = 60 * static_cast<std::int64_t>(kSecondFrames);
+constexpr std::int64_t kMinuteBuffers = kMinuteFrames / kBufferFrames;
 static_assert(kMinuteBuffers * kBufferFrames == kMinuteFrames);
 
 enum class Sound { kNoise, kSilence };
@@ -27,9 +27,9 @@ const test::Signal& secondOf(Sound sound) {
 }
 
 template<Way kWay>
-void processBuffers(test::AlgInstance& instance, const test::Signal& second, int64_t buffers) {
+void processBuffers(test::AlgInstance& instance, const test::Signal& second, std::int64_t buffers) {
     LoopedSignal signal(second, kBufferFrames);
-    for (int64_t i = 0; i < buffers; ++i) {
+    for (std::int64_t i = 0; i < buffers; ++i) {
         processBuffer<kWay>(instance, signal);
         signal.next();
     }

@@ -1,10 +1,10 @@
 /// What is set side by side in each measurement of the routine.
-#ifndef VARNO_WAY_H
-#define VARNO_WAY_H
+#ifndef VARNO_BENCHMARKS_WAY_H
+#define VARNO_BENCHMARKS_WAY_H
 
-#include "AlgFixture.h"
-#include "InstructionSet.h"
-#include "LoopedSignal.h"
+#include "Benchmarks/InstructionSet.h"
+#include "Benchmarks/LoopedSignal.h"
+#include "Tests/Support/AlgFixture.h"
 
 #include <benchmark/benchmark.h>
 
@@ -44,7 +44,7 @@ bool canMeasure(benchmark::State& state) {
 }
 
 /// Frames as items, so that each row tells its frames per second.
-inline void countFrames(benchmark::State& state, int64_t framesPerIteration) {
+inline void countFrames(benchmark::State& state, std::int64_t framesPerIteration) {
     state.SetItemsProcessed(state.iterations() * framesPerIteration);
 }
 

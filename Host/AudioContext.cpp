@@ -1,4 +1,4 @@
-#include "AudioContext.h"
+#include "Host/AudioContext.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,7 +12,7 @@ constexpr std::align_val_t kCacheLine{64};
 
 } // namespace
 
-AlignedBlock::AlignedBlock(size_t size)
+AlignedBlock::AlignedBlock(std::size_t size)
     : mSize(size),
       mMemory(static_cast<std::byte*>(::operator new(size, kCacheLine))) {
     std::memset(mMemory.get(), 0, size);
@@ -26,11 +26,11 @@ AudioContext::AudioContext(InstanceState& state)
     : mState(state),
       mProcess(state.variant.natives.front().process),
       mPointers(state.variant.contextLength(), nullptr),
-      mInputs(static_cast<size_t>(state.variant.inputChannels()), nullptr),
-      mOutputs(static_cast<size_t>(state.variant.outputChannels()), nullptr),
+      mInputs(static_cast<std::size_t>(state.variant.inputChannels()), nullptr),
+      mOutputs(static_cast<std::size_t>(state.variant.outputChannels()), nullptr),
       mSampleRateHz(static_cast<float>(state.setup.sampleRateHz)) {
     for (const FieldDescription& field : state.variant.fields) {
-        mPointers[static_cast<size_t>(field.index)] = pointerFor(field);
+        mPointers[static_cast<std::size_t>(field.index)] = pointerFor(field);
     }
     bindPorts();
 }
@@ -68,19 +68,19 @@ void AudioContext::bindPorts() noexcept {
     const std::byte* image = mState.packets.image();
     for (const Port& port : mState.packets.ports()) {
         // The routine reads its ports; the context block has no type of its own for that.
-        mPointers[static_cast<size_t>(port.field)] = const_cast<std::byte*>(image + port.offset);
+        mPointers[static_cast<std::size_t>(port.field)] = const_cast<std::byte*>(image + port.offset);
     }
 }
 
-void AudioContext::run(const float* const* inputs, float* const* outputs, int32_t offset,
-                       int32_t frames) noexcept {
+void AudioContext::run(const float* const* inputs, float* const* outputs, std::int32_t offset,
+                       std::int32_t frames) noexcept {
     if (mState.packets.acquire()) {
         bindPorts();
     }
-    for (size_t channel = 0; channel < mInputs.size(); ++channel) {
+    for (std::size_t channel = 0; channel < mInputs.size(); ++channel) {
         mInputs[channel] = inputs[channel] + offset;
     }
-    for (size_t channel = 0; channel < mOutputs.size(); ++channel) {
+    for (std::size_t channel = 0; channel < mOutputs.size(); ++channel) {
         mOutputs[channel] = outputs[channel] + offset;
     }
     mFrames = frames;

@@ -1,8 +1,8 @@
 /// What one instance's processing routine sees.
-#ifndef AUDIOCONTEXT_H
-#define AUDIOCONTEXT_H
+#ifndef VARNO_HOST_AUDIOCONTEXT_H
+#define VARNO_HOST_AUDIOCONTEXT_H
 
-#include "InstanceState.h"
+#include "Host/InstanceState.h"
 
 #include <cstddef>
 #include <memory>
@@ -14,7 +14,7 @@ namespace varno {
 /// Zero-filled memory on a cache line of its own.
 class AlignedBlock {
 public:
-    explicit AlignedBlock(size_t size);
+    explicit AlignedBlock(std::size_t size);
     std::span<std::byte> bytes() const { return {mMemory.get(), mSize}; }
 
 private:
@@ -22,7 +22,7 @@ private:
         void operator()(std::byte* memory) const;
     };
 
-    size_t mSize;
+    std::size_t mSize;
     std::unique_ptr<std::byte[], Free> mMemory;
 };
 
@@ -36,7 +36,8 @@ public:
 
     /// Processes one buffer: `frames` frames from frame `offset` of the channels on. Packets, meters and
     /// position move by one buffer. [audio]
-    void run(const float* const* inputs, float* const* outputs, int32_t offset, int32_t frames) noexcept;
+    void run(const float* const* inputs, float* const* outputs, std::int32_t offset,
+             std::int32_t frames) noexcept;
     /// The bytes of a private-data field; empty for a field that is none. While nothing runs. [main]
     std::span<std::byte> privateData(AAX_CFieldIndex field) const;
 
@@ -56,10 +57,10 @@ private:
     std::vector<AlignedBlock> mTemporary;
     std::vector<const float*> mInputs;
     std::vector<float*> mOutputs;
-    int32_t mFrames = 0;
+    std::int32_t mFrames = 0;
     float mSampleRateHz;
-    int64_t mClock = 0;
-    int32_t mSideChain = -1; ///< No side chain.
+    std::int64_t mClock = 0;
+    std::int32_t mSideChain = -1; ///< No side chain.
 };
 
 } // namespace varno

@@ -1,4 +1,4 @@
-#include "AudioThread.h"
+#include "Host/AudioThread.h"
 
 namespace varno {
 

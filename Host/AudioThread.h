@@ -1,6 +1,6 @@
 /// Which threads are audio threads.
-#ifndef AUDIOTHREAD_H
-#define AUDIOTHREAD_H
+#ifndef VARNO_HOST_AUDIOTHREAD_H
+#define VARNO_HOST_AUDIOTHREAD_H
 
 namespace varno {
 

@@ -1,6 +1,6 @@
 /// Who hears what a module asks of the host's automation.
-#ifndef AUTOMATIONLISTENER_H
-#define AUTOMATIONLISTENER_H
+#ifndef VARNO_HOST_AUTOMATIONLISTENER_H
+#define VARNO_HOST_AUTOMATIONLISTENER_H
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "BinaryCheck.h"
+#include "Host/BinaryCheck.h"
 
 #if defined(__linux__)
 
@@ -18,7 +18,7 @@ constexpr Elf64_Half kMachine = EM_AARCH64;
 #endif
 
 template<class Record>
-bool read(std::ifstream& file, uint64_t offset, Record& record) {
+bool read(std::ifstream& file, std::uint64_t offset, Record& record) {
     std::array<char, sizeof(Record)> bytes{};
     file.seekg(static_cast<std::streamoff>(offset));
     if (!file.read(bytes.data(), bytes.size())) {
@@ -28,7 +28,7 @@ bool read(std::ifstream& file, uint64_t offset, Record& record) {
     return true;
 }
 
-std::string cutShort(uint64_t found, uint64_t expected) {
+std::string cutShort(std::uint64_t found, std::uint64_t expected) {
     return "found " + std::to_string(found) + " bytes, expected at least " + std::to_string(expected);
 }
 
@@ -36,7 +36,7 @@ std::string cutShort(uint64_t found, uint64_t expected) {
 
 std::optional<std::string> binaryDefect(const std::filesystem::path& path) {
     std::error_code ignored;
-    const uint64_t size = std::filesystem::file_size(path, ignored);
+    const std::uint64_t size = std::filesystem::file_size(path, ignored);
     std::ifstream file(path, std::ios::binary);
     Elf64_Ehdr header{};
     if (!read(file, 0, header)) {
@@ -46,8 +46,8 @@ std::optional<std::string> binaryDefect(const std::filesystem::path& path) {
         header.e_machine != kMachine || header.e_phentsize != sizeof(Elf64_Phdr)) {
         return "found no shared library for this machine";
     }
-    for (uint64_t index = 0; index < header.e_phnum; ++index) {
-        const uint64_t offset = header.e_phoff + index * sizeof(Elf64_Phdr);
+    for (std::uint64_t index = 0; index < header.e_phnum; ++index) {
+        const std::uint64_t offset = header.e_phoff + index * sizeof(Elf64_Phdr);
         Elf64_Phdr segment{};
         if (!read(file, offset, segment)) {
             return cutShort(size, offset + sizeof segment);

@@ -1,6 +1,6 @@
 /// A look at a binary before it is loaded.
-#ifndef BINARYCHECK_H
-#define BINARYCHECK_H
+#ifndef VARNO_HOST_BINARYCHECK_H
+#define VARNO_HOST_BINARYCHECK_H
 
 #include <filesystem>
 #include <optional>

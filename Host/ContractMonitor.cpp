@@ -1,6 +1,6 @@
-#include "ContractMonitor.h"
+#include "Host/ContractMonitor.h"
 
-#include "HostError.h"
+#include "Host/HostError.h"
 
 #include <utility>
 
@@ -95,7 +95,7 @@ bool ContractMonitor::meet(std::vector<Expectation>& expectations, const std::st
     return met;
 }
 
-void ContractMonitor::trace(int32_t priority, const char* message) {
+void ContractMonitor::trace(std::int32_t priority, const char* message) {
     TraceLine line{priority, message == nullptr ? "" : message};
     const std::string text = line.text;
     bool expected = false;
@@ -109,7 +109,8 @@ void ContractMonitor::trace(int32_t priority, const char* message) {
     }
 }
 
-void ContractMonitor::assertFailure(const char* file, int32_t line, const char* note, int32_t flags) {
+void ContractMonitor::assertFailure(const char* file, std::int32_t line, const char* note,
+                                    std::int32_t flags) {
     AssertFailure failure{file == nullptr ? "" : file, line, note == nullptr ? "" : note, flags};
     const std::string text = failure.note;
     const std::string place = failure.file + ":" + std::to_string(line);

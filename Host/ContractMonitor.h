@@ -1,6 +1,6 @@
 /// Watches that module and host keep to what the interfaces say, while both run.
-#ifndef CONTRACTMONITOR_H
-#define CONTRACTMONITOR_H
+#ifndef VARNO_HOST_CONTRACTMONITOR_H
+#define VARNO_HOST_CONTRACTMONITOR_H
 
 #include <cstdint>
 #include <functional>
@@ -34,16 +34,16 @@ struct Violation {
 
 /// One trace line of the module.
 struct TraceLine {
-    int32_t priority; ///< An AAX_ETracePriorityHost bit value.
+    std::int32_t priority; ///< An AAX_ETracePriorityHost bit value.
     std::string text;
 };
 
 /// One failed assertion of the module.
 struct AssertFailure {
     std::string file;
-    int32_t line;
+    std::int32_t line;
     std::string note; ///< The text of the failed condition.
-    int32_t flags;
+    std::int32_t flags;
 };
 
 /// Collects violations. One monitor belongs to one module and everything made from it, and outlives both, so
@@ -70,9 +70,9 @@ public:
     std::vector<std::string> unmetExpectations() const;
 
     /// Takes a trace line; a violation unless expected.
-    void trace(int32_t priority, const char* message);
+    void trace(std::int32_t priority, const char* message);
     /// Takes a failed assertion; a violation unless expected.
-    void assertFailure(const char* file, int32_t line, const char* note, int32_t flags);
+    void assertFailure(const char* file, std::int32_t line, const char* note, std::int32_t flags);
     /// All trace lines so far, expected or not.
     std::vector<TraceLine> traces() const;
     /// All failed assertions so far, expected or not.

@@ -1,6 +1,6 @@
 /// The desktop around an editor's view, as a front end offers it.
-#ifndef DESKTOP_H
-#define DESKTOP_H
+#ifndef VARNO_HOST_DESKTOP_H
+#define VARNO_HOST_DESKTOP_H
 
 #include <chrono>
 #include <functional>

@@ -1,6 +1,6 @@
-#include "DesktopFacet.h"
+#include "Host/DesktopFacet.h"
 
-#include "TellOutput.h"
+#include "Host/TellOutput.h"
 
 namespace varno {
 
@@ -8,7 +8,7 @@ AAX_Result DesktopFacet::GetScale(double* outScale) {
     return mDesktop == nullptr ? AAX_ERROR_NULL_OBJECT : tell(outScale, mDesktop->scale());
 }
 
-AAX_Result DesktopFacet::WatchDescriptor(int32_t descriptor, AAX_CWakeProc proc, void* context) {
+AAX_Result DesktopFacet::WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) {
     if (mDesktop == nullptr) {
         return AAX_ERROR_NULL_OBJECT;
     }
@@ -19,14 +19,14 @@ AAX_Result DesktopFacet::WatchDescriptor(int32_t descriptor, AAX_CWakeProc proc,
     return AAX_SUCCESS;
 }
 
-AAX_Result DesktopFacet::UnwatchDescriptor(int32_t descriptor, void* context) {
+AAX_Result DesktopFacet::UnwatchDescriptor(std::int32_t descriptor, void* context) {
     if (mDesktop != nullptr) {
         mDesktop->unwatch(descriptor, context);
     }
     return AAX_SUCCESS;
 }
 
-AAX_Result DesktopFacet::StartTimer(uint32_t periodMs, AAX_CWakeProc proc, void* context) {
+AAX_Result DesktopFacet::StartTimer(std::uint32_t periodMs, AAX_CWakeProc proc, void* context) {
     if (mDesktop == nullptr) {
         return AAX_ERROR_NULL_OBJECT;
     }

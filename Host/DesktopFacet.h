@@ -1,10 +1,10 @@
 /// A desktop as the module sees it.
-#ifndef DESKTOPFACET_H
-#define DESKTOPFACET_H
+#ifndef VARNO_HOST_DESKTOPFACET_H
+#define VARNO_HOST_DESKTOPFACET_H
 
 #include "AAX_IACFDesktop.h"
-#include "Desktop.h"
-#include "HostObject.h"
+#include "Host/Desktop.h"
+#include "Host/HostObject.h"
 
 namespace varno {
 
@@ -18,9 +18,9 @@ public:
     bool hasDesktop() const { return mDesktop != nullptr; }
 
     AAX_Result GetScale(double* outScale) override;
-    AAX_Result WatchDescriptor(int32_t descriptor, AAX_CWakeProc proc, void* context) override;
-    AAX_Result UnwatchDescriptor(int32_t descriptor, void* context) override;
-    AAX_Result StartTimer(uint32_t periodMs, AAX_CWakeProc proc, void* context) override;
+    AAX_Result WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) override;
+    AAX_Result UnwatchDescriptor(std::int32_t descriptor, void* context) override;
+    AAX_Result StartTimer(std::uint32_t periodMs, AAX_CWakeProc proc, void* context) override;
     AAX_Result StopTimer(void* context) override;
 
 private:

@@ -1,7 +1,7 @@
-#include "Editor.h"
+#include "Host/Editor.h"
 
-#include "Instance.h"
-#include "InstanceHost.h"
+#include "Host/Instance.h"
+#include "Host/InstanceHost.h"
 
 #include <utility>
 
@@ -9,7 +9,7 @@ namespace varno {
 
 namespace {
 
-uint32_t referencesTo(const ViewContainer* container) {
+std::uint32_t referencesTo(const ViewContainer* container) {
     return container != nullptr ? container->references() : 0;
 }
 
@@ -44,8 +44,8 @@ void Editor::setContainer(ViewContainer* container) {
     const MainGate::Scope scope(mInstance->host().state().gate, "Editor::setContainer");
     const ACFPtr<ViewContainer> last = std::move(mContainer);
     mContainer = ACFPtr<ViewContainer>::Retain(container);
-    const uint32_t lastReferences = referencesTo(last.Get());
-    const uint32_t references = referencesTo(container);
+    const std::uint32_t lastReferences = referencesTo(last.Get());
+    const std::uint32_t references = referencesTo(container);
     mObject->use().SetViewContainer(container);
     if (last.Get() == container) {
         mBorrowed += referencesTo(container) - references;
@@ -56,7 +56,7 @@ void Editor::setContainer(ViewContainer* container) {
 }
 
 // The module may keep the references that it asked for, since a container is only borrowed.
-void Editor::settle(ViewContainer* container, uint32_t before) const {
+void Editor::settle(ViewContainer* container, std::uint32_t before) const {
     if (container != nullptr) {
         container->giveBack(mBorrowed - (before - container->references()));
     }
@@ -92,10 +92,10 @@ void Editor::highlight(const std::string& id, bool isHighlighted, AAX_EHighlight
         return;
     }
     const MainGate::Scope scope(mInstance->host().state().gate, "Editor::highlight");
-    mObject->use().SetControlHighlightInfo(id.c_str(), static_cast<uint8_t>(isHighlighted), colour);
+    mObject->use().SetControlHighlightInfo(id.c_str(), static_cast<std::uint8_t>(isHighlighted), colour);
 }
 
-void Editor::notify(AAX_CTypeID type, const void* data, uint32_t size) {
+void Editor::notify(AAX_CTypeID type, const void* data, std::uint32_t size) {
     if (mInstance == nullptr) {
         return;
     }

@@ -1,11 +1,11 @@
 /// An open editor.
-#ifndef EDITOR_H
-#define EDITOR_H
+#ifndef VARNO_HOST_EDITOR_H
+#define VARNO_HOST_EDITOR_H
 
 #include "AAX_IACFEffectGUI.h"
 #include "ACF/ACFPtr.h"
-#include "PlugInObject.h"
-#include "ViewContainer.h"
+#include "Host/PlugInObject.h"
+#include "Host/ViewContainer.h"
 
 #include <cstdint>
 #include <string>
@@ -31,7 +31,7 @@ public:
     /// Marks or unmarks a parameter's control.
     void highlight(const std::string& id, bool isHighlighted, AAX_EHighlightColor colour);
     /// Hands over a notification of `size` bytes (borrowed).
-    void notify(AAX_CTypeID type, const void* data, uint32_t size);
+    void notify(AAX_CTypeID type, const void* data, std::uint32_t size);
     /// Takes the view container away (null) or gives one.
     void setContainer(ViewContainer* container);
     /// The container that the editor lives in now, borrowed; null when there is none.
@@ -45,12 +45,12 @@ private:
 
     Editor(Instance& instance, std::unique_ptr<Object> object, ViewContainer& container);
     void parameterUpdated(const std::string& id);
-    void settle(ViewContainer* container, uint32_t before) const;
+    void settle(ViewContainer* container, std::uint32_t before) const;
 
     Instance* mInstance; ///< Null once closed.
     std::unique_ptr<Object> mObject;
     ACFPtr<ViewContainer> mContainer;
-    uint32_t mBorrowed = 0; ///< References that the module has taken when it was given the container.
+    std::uint32_t mBorrowed = 0; ///< References that the module has taken when it was given the container.
 };
 
 } // namespace varno

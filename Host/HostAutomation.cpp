@@ -1,4 +1,4 @@
-#include "HostAutomation.h"
+#include "Host/HostAutomation.h"
 
 #include <utility>
 
@@ -144,7 +144,7 @@ std::optional<double> HostAutomation::currentValue(const std::string& id) const 
     return found == mParameters.end() ? std::nullopt : found->second.currentValue;
 }
 
-int32_t HostAutomation::touches(const std::string& id) const {
+std::int32_t HostAutomation::touches(const std::string& id) const {
     const auto found = mParameters.find(id);
     return found == mParameters.end() ? 0 : found->second.touches;
 }

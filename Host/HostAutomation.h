@@ -1,11 +1,11 @@
 /// The host's automation of an instance's parameters.
-#ifndef HOSTAUTOMATION_H
-#define HOSTAUTOMATION_H
+#ifndef VARNO_HOST_HOSTAUTOMATION_H
+#define VARNO_HOST_HOSTAUTOMATION_H
 
 #include "AAX_IACFAutomationDelegate.h"
-#include "AutomationListener.h"
-#include "HostObject.h"
-#include "InstanceState.h"
+#include "Host/AutomationListener.h"
+#include "Host/HostObject.h"
+#include "Host/InstanceState.h"
 
 #include <functional>
 #include <map>
@@ -50,9 +50,9 @@ public:
     /// The value that a parameter has told last; nothing if it never did.
     std::optional<double> currentValue(const std::string& id) const;
     /// Open gestures on a parameter.
-    int32_t touches(const std::string& id) const;
+    std::int32_t touches(const std::string& id) const;
     /// All touches since the start, so that a host can tell a gesture from automation.
-    int64_t totalTouches() const { return mTotalTouches; }
+    std::int64_t totalTouches() const { return mTotalTouches; }
     /// Reports every gesture that is still open.
     void reportOpenTouches() const;
 
@@ -61,7 +61,7 @@ private:
     struct Parameter {
         bool isRegistered = false;
         std::optional<double> currentValue;
-        int32_t touches = 0;
+        std::int32_t touches = 0;
     };
 
     /// The registered parameter; a violation and null when there is none.
@@ -73,7 +73,7 @@ private:
     AutomationListener* mListener = nullptr;
     std::map<std::string, Parameter, std::less<>> mParameters; ///< All that were ever registered.
     std::vector<ValueRequest> mRequests;
-    int64_t mTotalTouches = 0;
+    std::int64_t mTotalTouches = 0;
 };
 
 } // namespace varno

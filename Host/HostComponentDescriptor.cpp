@@ -1,6 +1,6 @@
-#include "HostComponentDescriptor.h"
+#include "Host/HostComponentDescriptor.h"
 
-#include "HostPropertyMap.h"
+#include "Host/HostPropertyMap.h"
 
 #include <algorithm>
 
@@ -59,26 +59,27 @@ AAX_Result HostComponentDescriptor::AddSideChainIn(AAX_CFieldIndex field) {
     return declare({field, FieldKind::SideChainIn, 0, 0, {}});
 }
 
-AAX_Result HostComponentDescriptor::AddDataInPort(AAX_CFieldIndex field, uint32_t packetSize,
+AAX_Result HostComponentDescriptor::AddDataInPort(AAX_CFieldIndex field, std::uint32_t packetSize,
                                                   AAX_EDataInPortType type) {
     if (packetSize == 0) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
-    return declare({field, FieldKind::DataInPort, packetSize, static_cast<uint32_t>(type), {}});
+    return declare({field, FieldKind::DataInPort, packetSize, static_cast<std::uint32_t>(type), {}});
 }
 
-AAX_Result HostComponentDescriptor::AddAuxOutputStem(AAX_CFieldIndex, int32_t, const char*) {
+AAX_Result HostComponentDescriptor::AddAuxOutputStem(AAX_CFieldIndex, std::int32_t, const char*) {
     return AAX_ERROR_UNIMPLEMENTED;
 }
 
-AAX_Result HostComponentDescriptor::AddPrivateData(AAX_CFieldIndex field, int32_t size, uint32_t options) {
+AAX_Result HostComponentDescriptor::AddPrivateData(AAX_CFieldIndex field, std::int32_t size,
+                                                   std::uint32_t options) {
     if (size < 1) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
-    return declare({field, FieldKind::PrivateData, static_cast<uint32_t>(size), options, {}});
+    return declare({field, FieldKind::PrivateData, static_cast<std::uint32_t>(size), options, {}});
 }
 
-AAX_Result HostComponentDescriptor::AddTemporaryData(AAX_CFieldIndex field, uint32_t size) {
+AAX_Result HostComponentDescriptor::AddTemporaryData(AAX_CFieldIndex field, std::uint32_t size) {
     return declare({field, FieldKind::TemporaryData, size, 0, {}});
 }
 
@@ -87,22 +88,22 @@ AAX_Result HostComponentDescriptor::AddDmaInstance(AAX_CFieldIndex, AAX_IDma::EM
 }
 
 AAX_Result HostComponentDescriptor::AddMeters(AAX_CFieldIndex field, const AAX_CTypeID* meterIDs,
-                                              uint32_t count) {
+                                              std::uint32_t count) {
     if (meterIDs == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
     if (mDescription.firstField(FieldKind::Meters) != nullptr) {
         return AAX_ERROR_CONTEXT_ALREADY_HAS_METERS;
     }
-    return declare({field, FieldKind::Meters, static_cast<uint32_t>(count * sizeof(float)), 0,
+    return declare({field, FieldKind::Meters, static_cast<std::uint32_t>(count * sizeof(float)), 0,
                     std::vector<AAX_CTypeID>(meterIDs, meterIDs + count)});
 }
 
-AAX_Result HostComponentDescriptor::AddMIDINode(AAX_CFieldIndex, int32_t, const char*, uint32_t) {
+AAX_Result HostComponentDescriptor::AddMIDINode(AAX_CFieldIndex, std::int32_t, const char*, std::uint32_t) {
     return AAX_ERROR_UNIMPLEMENTED;
 }
 
-AAX_Result HostComponentDescriptor::AddReservedField(AAX_CFieldIndex field, uint32_t fieldType) {
+AAX_Result HostComponentDescriptor::AddReservedField(AAX_CFieldIndex field, std::uint32_t fieldType) {
     return declare({field, FieldKind::Reserved, 0, fieldType, {}});
 }
 
@@ -123,7 +124,7 @@ AAX_Result HostComponentDescriptor::DuplicatePropertyMap(IACFUnknown* map, IACFU
                           : handOutPropertyMap(context(), own->properties(), outMap);
 }
 
-int32_t HostComponentDescriptor::nextProcID(int32_t* outProcID) {
+std::int32_t HostComponentDescriptor::nextProcID(std::int32_t* outProcID) {
     ++mLastProcID;
     if (outProcID != nullptr) {
         *outProcID = mLastProcID;
@@ -135,7 +136,7 @@ AAX_Result HostComponentDescriptor::AddProcessProc_Native(AAX_CProcessProc proce
                                                           IACFUnknown* properties,
                                                           AAX_CInstanceInitProc initProc,
                                                           AAX_CBackgroundProc backgroundProc,
-                                                          int32_t* outProcID) {
+                                                          std::int32_t* outProcID) {
     const auto* map = ownObject<HostPropertyMap>(properties);
     if (processProc == nullptr || map == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
@@ -150,7 +151,7 @@ AAX_Result HostComponentDescriptor::AddProcessProc_Native(AAX_CProcessProc proce
 
 AAX_Result HostComponentDescriptor::AddProcessProc_TI(const char* dllName, const char* entryName,
                                                       IACFUnknown* properties, const char* initName,
-                                                      const char* backgroundName, int32_t* outProcID) {
+                                                      const char* backgroundName, std::int32_t* outProcID) {
     const auto* map = ownObject<HostPropertyMap>(properties);
     if (dllName == nullptr || entryName == nullptr || map == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
@@ -163,7 +164,7 @@ AAX_Result HostComponentDescriptor::AddProcessProc_TI(const char* dllName, const
     return AAX_SUCCESS;
 }
 
-AAX_Result HostComponentDescriptor::AddProcessProc(IACFUnknown*, int32_t*, int32_t) {
+AAX_Result HostComponentDescriptor::AddProcessProc(IACFUnknown*, std::int32_t*, std::int32_t) {
     return AAX_ERROR_UNIMPLEMENTED;
 }
 

@@ -1,10 +1,10 @@
 /// The host's record of one algorithm variant.
-#ifndef HOSTCOMPONENTDESCRIPTOR_H
-#define HOSTCOMPONENTDESCRIPTOR_H
+#ifndef VARNO_HOST_HOSTCOMPONENTDESCRIPTOR_H
+#define VARNO_HOST_HOSTCOMPONENTDESCRIPTOR_H
 
 #include "AAX_IACFComponentDescriptor.h"
-#include "HostObject.h"
-#include "ModuleDescription.h"
+#include "Host/HostObject.h"
+#include "Host/ModuleDescription.h"
 
 namespace varno {
 
@@ -24,24 +24,26 @@ public:
     AAX_Result AddSampleRate(AAX_CFieldIndex field) override;
     AAX_Result AddClock(AAX_CFieldIndex field) override;
     AAX_Result AddSideChainIn(AAX_CFieldIndex field) override;
-    AAX_Result AddDataInPort(AAX_CFieldIndex field, uint32_t packetSize, AAX_EDataInPortType type) override;
-    AAX_Result AddAuxOutputStem(AAX_CFieldIndex field, int32_t stemFormat, const char* name) override;
-    AAX_Result AddPrivateData(AAX_CFieldIndex field, int32_t size, uint32_t options) override;
-    AAX_Result AddTemporaryData(AAX_CFieldIndex field, uint32_t size) override;
+    AAX_Result AddDataInPort(AAX_CFieldIndex field, std::uint32_t packetSize,
+                             AAX_EDataInPortType type) override;
+    AAX_Result AddAuxOutputStem(AAX_CFieldIndex field, std::int32_t stemFormat, const char* name) override;
+    AAX_Result AddPrivateData(AAX_CFieldIndex field, std::int32_t size, std::uint32_t options) override;
+    AAX_Result AddTemporaryData(AAX_CFieldIndex field, std::uint32_t size) override;
     AAX_Result AddDmaInstance(AAX_CFieldIndex field, AAX_IDma::EMode mode) override;
-    AAX_Result AddMeters(AAX_CFieldIndex field, const AAX_CTypeID* meterIDs, uint32_t count) override;
-    AAX_Result AddMIDINode(AAX_CFieldIndex field, int32_t nodeType, const char* name,
-                           uint32_t channelMask) override;
-    AAX_Result AddReservedField(AAX_CFieldIndex field, uint32_t fieldType) override;
+    AAX_Result AddMeters(AAX_CFieldIndex field, const AAX_CTypeID* meterIDs, std::uint32_t count) override;
+    AAX_Result AddMIDINode(AAX_CFieldIndex field, std::int32_t nodeType, const char* name,
+                           std::uint32_t channelMask) override;
+    AAX_Result AddReservedField(AAX_CFieldIndex field, std::uint32_t fieldType) override;
     AAX_Result NewPropertyMap(IACFUnknown** outMap) override;
     AAX_Result DuplicatePropertyMap(IACFUnknown* map, IACFUnknown** outMap) override;
     AAX_Result AddProcessProc_Native(AAX_CProcessProc processProc, IACFUnknown* properties,
                                      AAX_CInstanceInitProc initProc, AAX_CBackgroundProc backgroundProc,
-                                     int32_t* outProcID) override;
+                                     std::int32_t* outProcID) override;
     AAX_Result AddProcessProc_TI(const char* dllName, const char* entryName, IACFUnknown* properties,
                                  const char* initName, const char* backgroundName,
-                                 int32_t* outProcID) override;
-    AAX_Result AddProcessProc(IACFUnknown* properties, int32_t* outProcIDs, int32_t capacity) override;
+                                 std::int32_t* outProcID) override;
+    AAX_Result AddProcessProc(IACFUnknown* properties, std::int32_t* outProcIDs,
+                              std::int32_t capacity) override;
 
     /// What has been declared since the last Clear.
     const VariantDescription& description() const { return mDescription; }
@@ -51,10 +53,10 @@ protected:
 
 private:
     AAX_Result declare(FieldDescription field);
-    int32_t nextProcID(int32_t* outProcID);
+    std::int32_t nextProcID(std::int32_t* outProcID);
 
     VariantDescription mDescription;
-    int32_t mLastProcID = 0; ///< Survives Clear, so that numbers of one effect's variants differ.
+    std::int32_t mLastProcID = 0; ///< Survives Clear, so that numbers of one effect's variants differ.
 };
 
 } // namespace varno

@@ -1,8 +1,8 @@
-#include "HostComponentFactory.h"
+#include "Host/HostComponentFactory.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostServices.h"
-#include "PageTable.h"
+#include "Host/HostServices.h"
+#include "Host/PageTable.h"
 
 namespace varno {
 

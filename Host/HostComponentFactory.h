@@ -1,9 +1,9 @@
 /// The host's maker of components.
-#ifndef HOSTCOMPONENTFACTORY_H
-#define HOSTCOMPONENTFACTORY_H
+#ifndef VARNO_HOST_HOSTCOMPONENTFACTORY_H
+#define VARNO_HOST_HOSTCOMPONENTFACTORY_H
 
 #include "ACF/IACFComponentFactory.h"
-#include "HostObject.h"
+#include "Host/HostObject.h"
 
 namespace varno {
 

@@ -1,10 +1,10 @@
 /// What all objects made for one module share.
-#ifndef HOSTCONTEXT_H
-#define HOSTCONTEXT_H
+#ifndef VARNO_HOST_HOSTCONTEXT_H
+#define VARNO_HOST_HOSTCONTEXT_H
 
-#include "ContractMonitor.h"
-#include "HostLedger.h"
-#include "HostOptions.h"
+#include "Host/ContractMonitor.h"
+#include "Host/HostLedger.h"
+#include "Host/HostOptions.h"
 
 #include <filesystem>
 #include <memory>

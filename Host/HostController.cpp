@@ -1,6 +1,6 @@
-#include "HostController.h"
+#include "Host/HostController.h"
 
-#include "TellOutput.h"
+#include "Host/TellOutput.h"
 
 namespace varno {
 
@@ -34,12 +34,12 @@ AAX_Result HostController::GetOutputStemFormat(AAX_EStemFormat* outFormat) const
     return stemFormat(AAX_eProperty_OutputStemFormat, outFormat);
 }
 
-AAX_Result HostController::GetSignalLatency(int32_t* outFrames) const {
+AAX_Result HostController::GetSignalLatency(std::int32_t* outFrames) const {
     check("GetSignalLatency");
     return tell(outFrames, mState.latencyFrames);
 }
 
-AAX_Result HostController::GetCycleCount(AAX_EProperty, int32_t*) const {
+AAX_Result HostController::GetCycleCount(AAX_EProperty, std::int32_t*) const {
     check("GetCycleCount");
     return AAX_ERROR_PROPERTY_UNDEFINED;
 }
@@ -48,7 +48,7 @@ AAX_Result HostController::GetTODLocation(AAX_CTimeOfDay* outFrames) const {
     return tell(outFrames, mState.positionFrames.load());
 }
 
-AAX_Result HostController::SetSignalLatency(int32_t frames) {
+AAX_Result HostController::SetSignalLatency(std::int32_t frames) {
     check("SetSignalLatency");
     if (frames < 0) {
         return AAX_ERROR_INVALID_ARGUMENT;
@@ -57,12 +57,12 @@ AAX_Result HostController::SetSignalLatency(int32_t frames) {
     return AAX_SUCCESS;
 }
 
-AAX_Result HostController::SetCycleCount(AAX_EProperty*, int32_t*, int32_t) {
+AAX_Result HostController::SetCycleCount(AAX_EProperty*, std::int32_t*, std::int32_t) {
     check("SetCycleCount");
     return AAX_ERROR_UNIMPLEMENTED;
 }
 
-AAX_Result HostController::PostPacket(AAX_CFieldIndex field, const void* payload, uint32_t size) {
+AAX_Result HostController::PostPacket(AAX_CFieldIndex field, const void* payload, std::uint32_t size) {
     check("PostPacket");
     const AAX_Result result = mState.packets.post(field, payload, size);
     if (result != AAX_SUCCESS) {
@@ -95,10 +95,10 @@ AAX_Result HostController::ClearMeterPeakValue(AAX_CTypeID meterID) const {
     return AAX_SUCCESS;
 }
 
-AAX_Result HostController::GetMeterClipped(AAX_CTypeID meterID, uint8_t* outClipped) const {
+AAX_Result HostController::GetMeterClipped(AAX_CTypeID meterID, std::uint8_t* outClipped) const {
     check("GetMeterClipped");
     const auto tap = mState.meters.indexOf(meterID);
-    return tap ? tell(outClipped, static_cast<uint8_t>(mState.meters.clipped(*tap)))
+    return tap ? tell(outClipped, static_cast<std::uint8_t>(mState.meters.clipped(*tap)))
                : AAX_ERROR_INVALID_METER_INDEX;
 }
 
@@ -112,9 +112,9 @@ AAX_Result HostController::ClearMeterClipped(AAX_CTypeID meterID) const {
     return AAX_SUCCESS;
 }
 
-AAX_Result HostController::GetMeterCount(uint32_t* outCount) const {
+AAX_Result HostController::GetMeterCount(std::uint32_t* outCount) const {
     check("GetMeterCount");
-    return tell(outCount, static_cast<uint32_t>(mState.meters.ids().size()));
+    return tell(outCount, static_cast<std::uint32_t>(mState.meters.ids().size()));
 }
 
 AAX_Result HostController::GetNextMIDIPacket(AAX_CFieldIndex*, AAX_CMidiPacket*) {
@@ -122,12 +122,12 @@ AAX_Result HostController::GetNextMIDIPacket(AAX_CFieldIndex*, AAX_CMidiPacket*)
     return AAX_ERROR_UNIMPLEMENTED;
 }
 
-AAX_Result HostController::SendNotification(AAX_CTypeID type, const void* data, uint32_t size) {
+AAX_Result HostController::SendNotification(AAX_CTypeID type, const void* data, std::uint32_t size) {
     check("SendNotification");
     return mState.notify ? mState.notify(type, data, size) : AAX_ERROR_NOTIFICATION_FAILED;
 }
 
-AAX_Result HostController::GetHybridSignalLatency(int32_t* outFrames) const {
+AAX_Result HostController::GetHybridSignalLatency(std::int32_t* outFrames) const {
     check("GetHybridSignalLatency");
     return tell(outFrames, 0);
 }
@@ -142,14 +142,14 @@ AAX_Result HostController::GetHostName(AAX_IString* outName) const {
     return tell(outName, kHostName);
 }
 
-AAX_Result HostController::GetPlugInTargetPlatform(int32_t* outPlatform) const {
+AAX_Result HostController::GetPlugInTargetPlatform(std::int32_t* outPlatform) const {
     check("GetPlugInTargetPlatform");
     return tell(outPlatform, AAX_eTargetPlatform_Native);
 }
 
-AAX_Result HostController::GetIsAudioSuite(uint8_t* outIsAudioSuite) const {
+AAX_Result HostController::GetIsAudioSuite(std::uint8_t* outIsAudioSuite) const {
     check("GetIsAudioSuite");
-    return tell(outIsAudioSuite, static_cast<uint8_t>(mState.setup.offline));
+    return tell(outIsAudioSuite, static_cast<std::uint8_t>(mState.setup.offline));
 }
 
 } // namespace varno

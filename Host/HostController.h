@@ -1,10 +1,10 @@
 /// The host's side of a running instance.
-#ifndef HOSTCONTROLLER_H
-#define HOSTCONTROLLER_H
+#ifndef VARNO_HOST_HOSTCONTROLLER_H
+#define VARNO_HOST_HOSTCONTROLLER_H
 
 #include "AAX_IACFController.h"
-#include "HostObject.h"
-#include "InstanceState.h"
+#include "Host/HostObject.h"
+#include "Host/InstanceState.h"
 
 namespace varno {
 
@@ -21,25 +21,25 @@ public:
     AAX_Result GetSampleRate(float* outRateHz) const override;
     AAX_Result GetInputStemFormat(AAX_EStemFormat* outFormat) const override;
     AAX_Result GetOutputStemFormat(AAX_EStemFormat* outFormat) const override;
-    AAX_Result GetSignalLatency(int32_t* outFrames) const override;
-    AAX_Result GetCycleCount(AAX_EProperty property, int32_t* outCycles) const override;
+    AAX_Result GetSignalLatency(std::int32_t* outFrames) const override;
+    AAX_Result GetCycleCount(AAX_EProperty property, std::int32_t* outCycles) const override;
     AAX_Result GetTODLocation(AAX_CTimeOfDay* outFrames) const override;
-    AAX_Result SetSignalLatency(int32_t frames) override;
-    AAX_Result SetCycleCount(AAX_EProperty* properties, int32_t* cycles, int32_t count) override;
-    AAX_Result PostPacket(AAX_CFieldIndex field, const void* payload, uint32_t size) override;
+    AAX_Result SetSignalLatency(std::int32_t frames) override;
+    AAX_Result SetCycleCount(AAX_EProperty* properties, std::int32_t* cycles, std::int32_t count) override;
+    AAX_Result PostPacket(AAX_CFieldIndex field, const void* payload, std::uint32_t size) override;
     AAX_Result GetCurrentMeterValue(AAX_CTypeID meterID, float* outValue) const override;
     AAX_Result GetMeterPeakValue(AAX_CTypeID meterID, float* outValue) const override;
     AAX_Result ClearMeterPeakValue(AAX_CTypeID meterID) const override;
-    AAX_Result GetMeterClipped(AAX_CTypeID meterID, uint8_t* outClipped) const override;
+    AAX_Result GetMeterClipped(AAX_CTypeID meterID, std::uint8_t* outClipped) const override;
     AAX_Result ClearMeterClipped(AAX_CTypeID meterID) const override;
-    AAX_Result GetMeterCount(uint32_t* outCount) const override;
+    AAX_Result GetMeterCount(std::uint32_t* outCount) const override;
     AAX_Result GetNextMIDIPacket(AAX_CFieldIndex* port, AAX_CMidiPacket* outPacket) override;
-    AAX_Result SendNotification(AAX_CTypeID type, const void* data, uint32_t size) override;
-    AAX_Result GetHybridSignalLatency(int32_t* outFrames) const override;
+    AAX_Result SendNotification(AAX_CTypeID type, const void* data, std::uint32_t size) override;
+    AAX_Result GetHybridSignalLatency(std::int32_t* outFrames) const override;
     AAX_Result GetCurrentAutomationTimestamp(AAX_CTimeOfDay* outFrames) const override;
     AAX_Result GetHostName(AAX_IString* outName) const override;
-    AAX_Result GetPlugInTargetPlatform(int32_t* outPlatform) const override;
-    AAX_Result GetIsAudioSuite(uint8_t* outIsAudioSuite) const override;
+    AAX_Result GetPlugInTargetPlatform(std::int32_t* outPlatform) const override;
+    AAX_Result GetIsAudioSuite(std::uint8_t* outIsAudioSuite) const override;
 
 private:
     void check(const char* operation) const { mState.gate.check(operation); }

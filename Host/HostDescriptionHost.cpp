@@ -1,6 +1,6 @@
-#include "HostDescriptionHost.h"
+#include "Host/HostDescriptionHost.h"
 
-#include "HostFeatureInfo.h"
+#include "Host/HostFeatureInfo.h"
 
 namespace varno {
 

@@ -1,9 +1,9 @@
 /// What this host tells about itself while a module is described.
-#ifndef HOSTDESCRIPTIONHOST_H
-#define HOSTDESCRIPTIONHOST_H
+#ifndef VARNO_HOST_HOSTDESCRIPTIONHOST_H
+#define VARNO_HOST_HOSTDESCRIPTIONHOST_H
 
 #include "AAX_IACFDescriptionHost.h"
-#include "HostObject.h"
+#include "Host/HostObject.h"
 
 namespace varno {
 

@@ -1,7 +1,7 @@
-#include "HostEffectDescriptor.h"
+#include "Host/HostEffectDescriptor.h"
 
-#include "HostComponentDescriptor.h"
-#include "HostPropertyMap.h"
+#include "Host/HostComponentDescriptor.h"
+#include "Host/HostPropertyMap.h"
 
 namespace varno {
 
@@ -41,12 +41,12 @@ AAX_Result HostEffectDescriptor::AddName(const char* name) {
     return AAX_SUCCESS;
 }
 
-AAX_Result HostEffectDescriptor::AddCategory(uint32_t category) {
+AAX_Result HostEffectDescriptor::AddCategory(std::uint32_t category) {
     mDescription.categories.push_back(category);
     return AAX_SUCCESS;
 }
 
-AAX_Result HostEffectDescriptor::AddCategoryBypassParameter(uint32_t category, AAX_CParamID paramID) {
+AAX_Result HostEffectDescriptor::AddCategoryBypassParameter(std::uint32_t category, AAX_CParamID paramID) {
     if (paramID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
@@ -64,7 +64,7 @@ AAX_Result HostEffectDescriptor::AddProcPtr(void* proc, AAX_CProcPtrID procID) {
 }
 
 AAX_Result HostEffectDescriptor::NewPropertyMap(IACFUnknown** outMap) {
-    const int32_t allowed = context()->options.faults.effectPropertyMaps;
+    const std::int32_t allowed = context()->options.faults.effectPropertyMaps;
     if (allowed >= 0 && mPropertyMapsMade >= allowed && outMap != nullptr) {
         *outMap = nullptr;
         return AAX_ERROR_NULL_OBJECT;
@@ -100,7 +100,7 @@ AAX_Result HostEffectDescriptor::AddMeterDescription(AAX_CTypeID meterID, const 
     return AAX_SUCCESS;
 }
 
-AAX_Result HostEffectDescriptor::AddControlMIDINode(AAX_CTypeID, int32_t, const char*, uint32_t) {
+AAX_Result HostEffectDescriptor::AddControlMIDINode(AAX_CTypeID, std::int32_t, const char*, std::uint32_t) {
     return AAX_ERROR_UNIMPLEMENTED;
 }
 

@@ -1,10 +1,10 @@
 /// The host's record of one effect while it is described.
-#ifndef HOSTEFFECTDESCRIPTOR_H
-#define HOSTEFFECTDESCRIPTOR_H
+#ifndef VARNO_HOST_HOSTEFFECTDESCRIPTOR_H
+#define VARNO_HOST_HOSTEFFECTDESCRIPTOR_H
 
 #include "AAX_IACFEffectDescriptor.h"
-#include "HostObject.h"
-#include "ModuleDescription.h"
+#include "Host/HostObject.h"
+#include "Host/ModuleDescription.h"
 
 namespace varno {
 
@@ -20,15 +20,15 @@ public:
     AAX_Result NewComponentDescriptor(IACFUnknown** outComponent) override;
     AAX_Result AddComponent(IACFUnknown* component) override;
     AAX_Result AddName(const char* name) override;
-    AAX_Result AddCategory(uint32_t category) override;
-    AAX_Result AddCategoryBypassParameter(uint32_t category, AAX_CParamID paramID) override;
+    AAX_Result AddCategory(std::uint32_t category) override;
+    AAX_Result AddCategoryBypassParameter(std::uint32_t category, AAX_CParamID paramID) override;
     AAX_Result AddProcPtr(void* proc, AAX_CProcPtrID procID) override;
     AAX_Result NewPropertyMap(IACFUnknown** outMap) override;
     AAX_Result SetProperties(IACFUnknown* map) override;
     AAX_Result AddResourceInfo(AAX_EResourceType type, const char* fileName) override;
     AAX_Result AddMeterDescription(AAX_CTypeID meterID, const char* name, IACFUnknown* properties) override;
-    AAX_Result AddControlMIDINode(AAX_CTypeID nodeID, int32_t nodeType, const char* name,
-                                  uint32_t channelMask) override;
+    AAX_Result AddControlMIDINode(AAX_CTypeID nodeID, std::int32_t nodeType, const char* name,
+                                  std::uint32_t channelMask) override;
 
     /// What has been described so far; without an identifier.
     const EffectDescription& description() const { return mDescription; }
@@ -38,7 +38,7 @@ protected:
 
 private:
     EffectDescription mDescription;
-    int32_t mPropertyMapsMade = 0;
+    std::int32_t mPropertyMapsMade = 0;
 };
 
 } // namespace varno

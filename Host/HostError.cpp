@@ -1,4 +1,4 @@
-#include "HostError.h"
+#include "Host/HostError.h"
 
 namespace varno {
 

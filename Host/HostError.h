@@ -1,6 +1,6 @@
 /// Failure of the host to do what it was asked.
-#ifndef HOSTERROR_H
-#define HOSTERROR_H
+#ifndef VARNO_HOST_HOSTERROR_H
+#define VARNO_HOST_HOSTERROR_H
 
 #include <stdexcept>
 #include <string>

@@ -1,6 +1,6 @@
-#include "HostFeatureInfo.h"
+#include "Host/HostFeatureInfo.h"
 
-#include "HostPropertyMap.h"
+#include "Host/HostPropertyMap.h"
 
 namespace varno {
 

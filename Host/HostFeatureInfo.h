@@ -1,9 +1,9 @@
 /// What this host tells about one of its features.
-#ifndef HOSTFEATUREINFO_H
-#define HOSTFEATUREINFO_H
+#ifndef VARNO_HOST_HOSTFEATUREINFO_H
+#define VARNO_HOST_HOSTFEATUREINFO_H
 
 #include "AAX_IACFFeatureInfo.h"
-#include "HostObject.h"
+#include "Host/HostObject.h"
 
 namespace varno {
 

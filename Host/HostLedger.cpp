@@ -1,4 +1,4 @@
-#include "HostLedger.h"
+#include "Host/HostLedger.h"
 
 namespace varno {
 
@@ -14,9 +14,9 @@ void HostLedger::remove(const char* kind) {
     }
 }
 
-int32_t HostLedger::total() const {
+std::int32_t HostLedger::total() const {
     const std::lock_guard lock(mMutex);
-    int32_t sum = 0;
+    std::int32_t sum = 0;
     for (const auto& [kind, count] : mLive) {
         sum += count;
     }

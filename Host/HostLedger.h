@@ -1,6 +1,6 @@
 /// Which host objects are alive.
-#ifndef HOSTLEDGER_H
-#define HOSTLEDGER_H
+#ifndef VARNO_HOST_HOSTLEDGER_H
+#define VARNO_HOST_HOSTLEDGER_H
 
 #include <cstdint>
 #include <map>
@@ -19,13 +19,13 @@ public:
     /// Strikes an object out.
     void remove(const char* kind);
     /// All live objects.
-    int32_t total() const;
+    std::int32_t total() const;
     /// The live objects as text, such as "2 property map, 1 controller"; empty when there is none.
     std::string text() const;
 
 private:
     mutable std::mutex mMutex;
-    std::map<std::string_view, int32_t> mLive;
+    std::map<std::string_view, std::int32_t> mLive;
 };
 
 } // namespace varno

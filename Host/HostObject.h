@@ -1,9 +1,9 @@
 /// Counted base of everything that this host hands to a module.
-#ifndef HOSTOBJECT_H
-#define HOSTOBJECT_H
+#ifndef VARNO_HOST_HOSTOBJECT_H
+#define VARNO_HOST_HOSTOBJECT_H
 
 #include "ACF/IACFUnknown.h"
-#include "HostContext.h"
+#include "Host/HostContext.h"
 
 #include <atomic>
 #include <cstdint>
@@ -40,13 +40,13 @@ public:
         return ACF_OK;
     }
 
-    uint32_t AddRef() final { return mReferences.fetch_add(1, std::memory_order_relaxed) + 1; }
+    std::uint32_t AddRef() final { return mReferences.fetch_add(1, std::memory_order_relaxed) + 1; }
 
-    uint32_t Release() final { return giveBack(1); }
+    std::uint32_t Release() final { return giveBack(1); }
 
     /// Gives back `count` references at once. Returns the new count; at 0 the object is destroyed. [any]
-    uint32_t giveBack(uint32_t count) {
-        const uint32_t left = mReferences.fetch_sub(count, std::memory_order_acq_rel) - count;
+    std::uint32_t giveBack(std::uint32_t count) {
+        const std::uint32_t left = mReferences.fetch_sub(count, std::memory_order_acq_rel) - count;
         if (left == 0) {
             delete this;
         }
@@ -54,7 +54,7 @@ public:
     }
 
     /// The references held now. [any]
-    uint32_t references() const { return mReferences.load(std::memory_order_acquire); }
+    std::uint32_t references() const { return mReferences.load(std::memory_order_acquire); }
     /// What this object shares with the others of its module. [any]
     const std::shared_ptr<HostContext>& context() const { return mContext; }
 
@@ -76,7 +76,7 @@ protected:
 private:
     std::shared_ptr<HostContext> mContext;
     const char* mKind;
-    std::atomic<uint32_t> mReferences{1};
+    std::atomic<std::uint32_t> mReferences{1};
 };
 
 /// One of several interfaces of an object: a part of the object, which shares its root interface.
@@ -92,8 +92,8 @@ public:
     ACFRESULT QueryInterface(const acfIID& iid, void** outObject) final {
         return mOwner.QueryInterface(iid, outObject);
     }
-    uint32_t AddRef() final { return mOwner.AddRef(); }
-    uint32_t Release() final { return mOwner.Release(); }
+    std::uint32_t AddRef() final { return mOwner.AddRef(); }
+    std::uint32_t Release() final { return mOwner.Release(); }
 
 protected:
     ~Facet() = default;

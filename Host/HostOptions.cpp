@@ -1,4 +1,4 @@
-#include "HostOptions.h"
+#include "Host/HostOptions.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 /// What a host offers to a module.
-#ifndef HOSTOPTIONS_H
-#define HOSTOPTIONS_H
+#ifndef VARNO_HOST_HOSTOPTIONS_H
+#define VARNO_HOST_HOSTOPTIONS_H
 
 #include "AAX.h"
-#include "ContractMonitor.h"
-#include "ModuleDescription.h"
+#include "Host/ContractMonitor.h"
+#include "Host/ModuleDescription.h"
 
 #include <filesystem>
 #include <functional>
@@ -25,7 +25,7 @@ struct HostFeature {
 struct DescriptionFaults {
     bool noEffectDescriptor = false;    ///< NewDescriptor fails.
     bool noComponentDescriptor = false; ///< NewComponentDescriptor fails.
-    int32_t effectPropertyMaps =
+    std::int32_t effectPropertyMaps =
         -1; ///< Property maps that an effect descriptor makes before it fails; -1: any number.
     bool noComponentPropertyMap = false;   ///< The component descriptor's NewPropertyMap fails.
     AAX_Result addEffect = AAX_SUCCESS;    ///< A failure that AddEffect answers with.
@@ -46,7 +46,7 @@ struct HostOptions {
     /// The folder of a linked-in module's resources; a bundle has its own.
     std::filesystem::path resources;
     /// Takes every trace line as it comes, on the thread that it comes from; empty for none.
-    std::function<void(int32_t priority, const char* message)> traceSink;
+    std::function<void(std::int32_t priority, const char* message)> traceSink;
     /// Where violations go; made anew when null.
     std::shared_ptr<ContractMonitor> monitor;
 

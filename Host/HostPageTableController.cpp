@@ -1,7 +1,7 @@
-#include "HostPageTableController.h"
+#include "Host/HostPageTableController.h"
 
-#include "HostError.h"
-#include "PageTableFile.h"
+#include "Host/HostError.h"
+#include "Host/PageTableFile.h"
 
 #include <optional>
 
@@ -36,9 +36,9 @@ std::string HostPageTableController::resourcePath() const {
     return file.empty() ? std::string() : (mState.context->resources / file).string();
 }
 
-AAX_Result HostPageTableController::CopyTableForEffect(int32_t manufacturerID, int32_t productID,
-                                                       int32_t plugInID, uint32_t tableType,
-                                                       int32_t tablePageSize, IACFUnknown* table) const {
+AAX_Result HostPageTableController::CopyTableForEffect(std::int32_t manufacturerID, std::int32_t productID,
+                                                       std::int32_t plugInID, std::uint32_t tableType,
+                                                       std::int32_t tablePageSize, IACFUnknown* table) const {
     const AAX_Result result =
         CopyTableForEffectFromFile(resourcePath().c_str(), AAX_eTextEncoding_UTF8, manufacturerID, productID,
                                    plugInID, tableType, tablePageSize, table);
@@ -46,7 +46,7 @@ AAX_Result HostPageTableController::CopyTableForEffect(int32_t manufacturerID, i
 }
 
 AAX_Result HostPageTableController::CopyTableOfLayout(const char* effectID, const char* layoutName,
-                                                      uint32_t tableType, int32_t tablePageSize,
+                                                      std::uint32_t tableType, std::int32_t tablePageSize,
                                                       IACFUnknown* table) const {
     if (effectID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
@@ -59,11 +59,9 @@ AAX_Result HostPageTableController::CopyTableOfLayout(const char* effectID, cons
     return result == AAX_ERROR_INVALID_PATH ? AAX_ERROR_UNKNOWN_ID : result;
 }
 
-AAX_Result HostPageTableController::CopyTableForEffectFromFile(const char* path, AAX_ETextEncoding encoding,
-                                                               int32_t manufacturerID, int32_t productID,
-                                                               int32_t plugInID, uint32_t tableType,
-                                                               int32_t tablePageSize,
-                                                               IACFUnknown* table) const {
+AAX_Result HostPageTableController::CopyTableForEffectFromFile(
+    const char* path, AAX_ETextEncoding encoding, std::int32_t manufacturerID, std::int32_t productID,
+    std::int32_t plugInID, std::uint32_t tableType, std::int32_t tablePageSize, IACFUnknown* table) const {
     mState.gate.check("CopyTableForEffectFromFile");
     if (path == nullptr || table == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
@@ -82,8 +80,8 @@ AAX_Result HostPageTableController::CopyTableForEffectFromFile(const char* path,
 }
 
 AAX_Result HostPageTableController::CopyTableOfLayoutFromFile(const char* path, AAX_ETextEncoding encoding,
-                                                              const char* layoutName, uint32_t tableType,
-                                                              int32_t tablePageSize,
+                                                              const char* layoutName, std::uint32_t tableType,
+                                                              std::int32_t tablePageSize,
                                                               IACFUnknown* table) const {
     mState.gate.check("CopyTableOfLayoutFromFile");
     if (path == nullptr || layoutName == nullptr || table == nullptr) {

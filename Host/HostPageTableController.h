@@ -1,10 +1,10 @@
 /// The host's store of control-surface page tables.
-#ifndef HOSTPAGETABLECONTROLLER_H
-#define HOSTPAGETABLECONTROLLER_H
+#ifndef VARNO_HOST_HOSTPAGETABLECONTROLLER_H
+#define VARNO_HOST_HOSTPAGETABLECONTROLLER_H
 
 #include "AAX_IACFPageTableController.h"
-#include "HostObject.h"
-#include "InstanceState.h"
+#include "Host/HostObject.h"
+#include "Host/InstanceState.h"
 
 namespace varno {
 
@@ -14,17 +14,17 @@ class HostPageTableController final : public Facet<AAX_IACFPageTableController_V
 public:
     HostPageTableController(IACFUnknown& owner, InstanceState& state);
 
-    AAX_Result CopyTableForEffect(int32_t manufacturerID, int32_t productID, int32_t plugInID,
-                                  uint32_t tableType, int32_t tablePageSize,
+    AAX_Result CopyTableForEffect(std::int32_t manufacturerID, std::int32_t productID, std::int32_t plugInID,
+                                  std::uint32_t tableType, std::int32_t tablePageSize,
                                   IACFUnknown* table) const override;
-    AAX_Result CopyTableOfLayout(const char* effectID, const char* layoutName, uint32_t tableType,
-                                 int32_t tablePageSize, IACFUnknown* table) const override;
+    AAX_Result CopyTableOfLayout(const char* effectID, const char* layoutName, std::uint32_t tableType,
+                                 std::int32_t tablePageSize, IACFUnknown* table) const override;
     AAX_Result CopyTableForEffectFromFile(const char* path, AAX_ETextEncoding encoding,
-                                          int32_t manufacturerID, int32_t productID, int32_t plugInID,
-                                          uint32_t tableType, int32_t tablePageSize,
-                                          IACFUnknown* table) const override;
+                                          std::int32_t manufacturerID, std::int32_t productID,
+                                          std::int32_t plugInID, std::uint32_t tableType,
+                                          std::int32_t tablePageSize, IACFUnknown* table) const override;
     AAX_Result CopyTableOfLayoutFromFile(const char* path, AAX_ETextEncoding encoding, const char* layoutName,
-                                         uint32_t tableType, int32_t tablePageSize,
+                                         std::uint32_t tableType, std::int32_t tablePageSize,
                                          IACFUnknown* table) const override;
 
 private:

@@ -1,4 +1,4 @@
-#include "HostPropertyMap.h"
+#include "Host/HostPropertyMap.h"
 
 namespace varno {
 
@@ -13,11 +13,11 @@ const T* HostPropertyMap::find(AAX_EProperty property) const {
     return found == mProperties.end() ? nullptr : std::get_if<T>(&found->second);
 }
 
-AAX_Result HostPropertyMap::GetProperty(AAX_EProperty property, int32_t* outValue) const {
+AAX_Result HostPropertyMap::GetProperty(AAX_EProperty property, std::int32_t* outValue) const {
     if (outValue == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    const auto* value = find<int32_t>(property);
+    const auto* value = find<std::int32_t>(property);
     if (value == nullptr) {
         return AAX_ERROR_PROPERTY_UNDEFINED;
     }
@@ -37,7 +37,7 @@ AAX_Result HostPropertyMap::GetPointerProperty(AAX_EProperty property, const voi
     return AAX_SUCCESS;
 }
 
-AAX_Result HostPropertyMap::AddProperty(AAX_EProperty property, int32_t value) {
+AAX_Result HostPropertyMap::AddProperty(AAX_EProperty property, std::int32_t value) {
     mProperties[property] = value;
     return AAX_SUCCESS;
 }
@@ -52,7 +52,7 @@ AAX_Result HostPropertyMap::RemoveProperty(AAX_EProperty property) {
 }
 
 AAX_Result HostPropertyMap::AddPropertyWithIDArray(AAX_EProperty property, const AAX_CTypeID* ids,
-                                                   uint32_t count) {
+                                                   std::uint32_t count) {
     if (ids == nullptr && count > 0) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
@@ -62,7 +62,7 @@ AAX_Result HostPropertyMap::AddPropertyWithIDArray(AAX_EProperty property, const
 }
 
 AAX_Result HostPropertyMap::GetPropertyWithIDArray(AAX_EProperty property, const AAX_CTypeID** outIDs,
-                                                   uint32_t* outCount) const {
+                                                   std::uint32_t* outCount) const {
     if (outIDs == nullptr || outCount == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
@@ -71,7 +71,7 @@ AAX_Result HostPropertyMap::GetPropertyWithIDArray(AAX_EProperty property, const
         return AAX_ERROR_PROPERTY_UNDEFINED;
     }
     *outIDs = ids->data();
-    *outCount = static_cast<uint32_t>(ids->size());
+    *outCount = static_cast<std::uint32_t>(ids->size());
     return AAX_SUCCESS;
 }
 

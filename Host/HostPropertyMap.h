@@ -1,10 +1,10 @@
 /// The host's table of properties.
-#ifndef HOSTPROPERTYMAP_H
-#define HOSTPROPERTYMAP_H
+#ifndef VARNO_HOST_HOSTPROPERTYMAP_H
+#define VARNO_HOST_HOSTPROPERTYMAP_H
 
 #include "AAX_IACFPropertyMap.h"
-#include "HostObject.h"
-#include "ModuleDescription.h"
+#include "Host/HostObject.h"
+#include "Host/ModuleDescription.h"
 
 namespace varno {
 
@@ -16,15 +16,15 @@ public:
 
     explicit HostPropertyMap(std::shared_ptr<HostContext> context, Properties properties = {});
 
-    AAX_Result GetProperty(AAX_EProperty property, int32_t* outValue) const override;
+    AAX_Result GetProperty(AAX_EProperty property, std::int32_t* outValue) const override;
     AAX_Result GetPointerProperty(AAX_EProperty property, const void** outValue) const override;
-    AAX_Result AddProperty(AAX_EProperty property, int32_t value) override;
+    AAX_Result AddProperty(AAX_EProperty property, std::int32_t value) override;
     AAX_Result AddPointerProperty(AAX_EProperty property, const void* value) override;
     AAX_Result RemoveProperty(AAX_EProperty property) override;
     AAX_Result AddPropertyWithIDArray(AAX_EProperty property, const AAX_CTypeID* ids,
-                                      uint32_t count) override;
+                                      std::uint32_t count) override;
     AAX_Result GetPropertyWithIDArray(AAX_EProperty property, const AAX_CTypeID** outIDs,
-                                      uint32_t* outCount) const override;
+                                      std::uint32_t* outCount) const override;
 
     /// Everything that the map holds.
     const Properties& properties() const { return mProperties; }

@@ -1,8 +1,8 @@
 /// The host's own hold on an object that it hands to a module.
-#ifndef HOSTREFERENCE_H
-#define HOSTREFERENCE_H
+#ifndef VARNO_HOST_HOSTREFERENCE_H
+#define VARNO_HOST_HOSTREFERENCE_H
 
-#include "ContractMonitor.h"
+#include "Host/ContractMonitor.h"
 
 #include <cstdint>
 #include <memory>
@@ -21,7 +21,7 @@ public:
     HostReference(T* object, const char* name)
         : mObject(object),
           mName(name) {
-        for (uint32_t i = 1; i < kReserve; ++i) {
+        for (std::uint32_t i = 1; i < kReserve; ++i) {
             mObject->AddRef();
         }
     }
@@ -34,7 +34,7 @@ public:
         if (mObject == nullptr) {
             return;
         }
-        const uint32_t references = mObject->references();
+        const std::uint32_t references = mObject->references();
         if (references != kReserve) {
             const std::string difference =
                 references > kReserve ? std::to_string(references - kReserve) + " too many held"
@@ -52,7 +52,7 @@ public:
     T& operator*() const { return *mObject; }
 
 private:
-    static constexpr uint32_t kReserve = 1024;
+    static constexpr std::uint32_t kReserve = 1024;
 
     T* mObject = nullptr;
     const char* mName = "";

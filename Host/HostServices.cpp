@@ -1,4 +1,4 @@
-#include "HostServices.h"
+#include "Host/HostServices.h"
 
 namespace varno {
 
@@ -6,7 +6,7 @@ HostServices::HostServices(std::shared_ptr<HostContext> context)
     : HostObject(std::move(context), "host services") {
 }
 
-AAX_Result HostServices::Trace(int32_t priority, const char* message) {
+AAX_Result HostServices::Trace(std::int32_t priority, const char* message) {
     if (context()->options.traceSink) {
         context()->options.traceSink(priority, message);
     }
@@ -14,13 +14,13 @@ AAX_Result HostServices::Trace(int32_t priority, const char* message) {
     return AAX_SUCCESS;
 }
 
-AAX_Result HostServices::StackTrace(int32_t tracePriority, int32_t, const char* message) {
+AAX_Result HostServices::StackTrace(std::int32_t tracePriority, std::int32_t, const char* message) {
     // The line alone: where it comes from is better asked of a debugger.
     return Trace(tracePriority, message);
 }
 
-AAX_Result HostServices::HandleAssertFailure(const char* file, int32_t line, const char* note,
-                                             int32_t flags) {
+AAX_Result HostServices::HandleAssertFailure(const char* file, std::int32_t line, const char* note,
+                                             std::int32_t flags) {
     context()->monitor->assertFailure(file, line, note, flags);
     return AAX_SUCCESS;
 }

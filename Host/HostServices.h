@@ -1,9 +1,9 @@
 /// The host's diagnostics channel.
-#ifndef HOSTSERVICES_H
-#define HOSTSERVICES_H
+#ifndef VARNO_HOST_HOSTSERVICES_H
+#define VARNO_HOST_HOSTSERVICES_H
 
 #include "AAX_IACFHostServices.h"
-#include "HostObject.h"
+#include "Host/HostObject.h"
 
 namespace varno {
 
@@ -12,9 +12,11 @@ class HostServices : public HostObject<AAX_IACFHostServices_V3> {
 public:
     explicit HostServices(std::shared_ptr<HostContext> context);
 
-    AAX_Result Trace(int32_t priority, const char* message) override;
-    AAX_Result StackTrace(int32_t tracePriority, int32_t stackTracePriority, const char* message) override;
-    AAX_Result HandleAssertFailure(const char* file, int32_t line, const char* note, int32_t flags) override;
+    AAX_Result Trace(std::int32_t priority, const char* message) override;
+    AAX_Result StackTrace(std::int32_t tracePriority, std::int32_t stackTracePriority,
+                          const char* message) override;
+    AAX_Result HandleAssertFailure(const char* file, std::int32_t line, const char* note,
+                                   std::int32_t flags) override;
 
 protected:
     void* interfaceFor(const acfIID& iid) override;

@@ -1,6 +1,6 @@
 /// The host's own text for the plug-in to write to.
-#ifndef HOSTSTRING_H
-#define HOSTSTRING_H
+#ifndef VARNO_HOST_HOSTSTRING_H
+#define VARNO_HOST_HOSTSTRING_H
 
 #include "AAX_IString.h"
 
@@ -16,8 +16,8 @@ public:
         : mText(std::move(text)) {}
     HostString(const HostString&) = default;
 
-    uint32_t Length() const override { return static_cast<uint32_t>(mText.size()); }
-    uint32_t MaxLength() const override { return 0xFFFFFFFEU; }
+    std::uint32_t Length() const override { return static_cast<std::uint32_t>(mText.size()); }
+    std::uint32_t MaxLength() const override { return 0xFFFFFFFEU; }
     const char* Get() const override { return mText.c_str(); }
     void Set(const char* text) override { mText = text; }
     AAX_IString& operator=(const AAX_IString& other) override {

@@ -1,13 +1,13 @@
-#include "Instance.h"
+#include "Host/Instance.h"
 
-#include "AudioContext.h"
-#include "AudioThread.h"
-#include "Editor.h"
-#include "HostError.h"
-#include "HostString.h"
-#include "InstanceHost.h"
-#include "PageTable.h"
-#include "SampleRateRange.h"
+#include "Host/AudioContext.h"
+#include "Host/AudioThread.h"
+#include "Host/Editor.h"
+#include "Host/HostError.h"
+#include "Host/HostString.h"
+#include "Host/InstanceHost.h"
+#include "Host/PageTable.h"
+#include "Host/SampleRateRange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,7 +36,7 @@ const EffectDescription& findEffect(const Module& module, const std::string& eff
     return *effect;
 }
 
-const VariantDescription& findVariant(const EffectDescription& effect, int32_t channels) {
+const VariantDescription& findVariant(const EffectDescription& effect, std::int32_t channels) {
     const VariantDescription* variant = effect.variantFor(channels);
     if (variant == nullptr) {
         throw HostError("effect " + quoted(effect.id) + " has no native routine for " +
@@ -90,7 +90,7 @@ void Instance::createDataModel() {
         throw HostError("effect " + quoted(mEffect->id) + " makes no data model");
     }
     mHost->setDataModel(mDataModel.unknown());
-    mHost->state().notify = [this](AAX_CTypeID type, const void* data, uint32_t size) {
+    mHost->state().notify = [this](AAX_CTypeID type, const void* data, std::uint32_t size) {
         return forwardNotification(type, data, size);
     };
     mDataModel.initialize(*mHost);
@@ -98,15 +98,15 @@ void Instance::createDataModel() {
 
 void Instance::readParameters() {
     AAX_IACFEffectParameters& model = mDataModel.use();
-    int32_t count = 0;
+    std::int32_t count = 0;
     HostString masterBypass;
     requireSuccess(model.GetNumberOfParameters(&count), "number of parameters");
     requireSuccess(model.GetMasterBypassParameter(&masterBypass), "master bypass");
-    for (int32_t index = 0; index < count; ++index) {
+    for (std::int32_t index = 0; index < count; ++index) {
         HostString id;
         HostString name;
         HostString defaultText;
-        uint8_t isAutomatable = 0;
+        std::uint8_t isAutomatable = 0;
         ParameterInfo info;
         info.index = index;
         const std::string what = "parameter " + std::to_string(index);
@@ -265,15 +265,15 @@ bool Instance::setBeforeBuffer(std::span<const BufferValue> values) noexcept {
     return true;
 }
 
-void Instance::process(const float* const* inputs, float* const* outputs, int32_t frames) noexcept {
+void Instance::process(const float* const* inputs, float* const* outputs, std::int32_t frames) noexcept {
     const AudioThreadScope audioThread;
     if (mIsProcessing.exchange(true, std::memory_order_acquire)) {
         mTicket.module().monitor()->report(Contract::Thread, "two threads process one instance at once");
         return;
     }
-    int32_t done = 0;
+    std::int32_t done = 0;
     do {
-        const int32_t length = std::min(frames - done, mSetup.maximumFrames);
+        const std::int32_t length = std::min(frames - done, mSetup.maximumFrames);
         mAudio->run(inputs, outputs, done, length);
         done += length;
     } while (done < frames);
@@ -291,11 +291,11 @@ void Instance::reset() {
     mHost->state().positionFrames.store(0);
 }
 
-int64_t Instance::position() const {
+std::int64_t Instance::position() const {
     return mHost->state().positionFrames.load();
 }
 
-int32_t Instance::latencyFrames() const {
+std::int32_t Instance::latencyFrames() const {
     const MainGate::Scope scope(mHost->state().gate, "Instance::latencyFrames");
     return mHost->state().latencyFrames;
 }
@@ -327,7 +327,7 @@ StoredChunk Instance::save() {
     const MainGate::Scope scope(mHost->state().gate, "Instance::save");
     AAX_IACFEffectParameters& model = mDataModel.use();
     const ChunkIdentity identity = chunkIdentity();
-    uint32_t size = 0;
+    std::uint32_t size = 0;
     requireSuccess(model.GetChunkSize(identity.chunkID, &size), "size of the saved state");
     StoredChunk chunk(size, identity);
     requireSuccess(model.GetChunk(identity.chunkID, chunk.record()), "saved state");
@@ -353,7 +353,7 @@ void Instance::restore(const StoredChunk& chunk) {
 
 bool Instance::equals(const StoredChunk& chunk) {
     const MainGate::Scope scope(mHost->state().gate, "Instance::equals");
-    uint8_t isEqual = 0;
+    std::uint8_t isEqual = 0;
     requireSuccess(mDataModel.use().CompareActiveChunk(chunk.record(), &isEqual),
                    "comparing the saved state");
     return isEqual != 0;
@@ -373,7 +373,7 @@ std::unique_ptr<Editor> Instance::openEditor(ViewContainer& container) {
     return std::unique_ptr<Editor>(new Editor(*this, std::move(object), container));
 }
 
-AAX_Result Instance::forwardNotification(AAX_CTypeID type, const void* data, uint32_t size) {
+AAX_Result Instance::forwardNotification(AAX_CTypeID type, const void* data, std::uint32_t size) {
     const AAX_Result result = mDataModel.use().NotificationReceived(type, data, size);
     if (mEditor != nullptr) {
         mEditor->notify(type, data, size);
@@ -386,7 +386,7 @@ void Instance::timer() {
     mDataModel.use().TimerWakeup();
 }
 
-ACFPtr<PageTable> Instance::pageTable(AAX_CTypeID tableType, int32_t pageSize) {
+ACFPtr<PageTable> Instance::pageTable(AAX_CTypeID tableType, std::int32_t pageSize) {
     const MainGate::Scope scope(mHost->state().gate, "Instance::pageTable");
     const InstanceState& state = mHost->state();
     auto table = ACFPtr<PageTable>::Adopt(new PageTable(state.context));

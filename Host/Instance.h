@@ -1,15 +1,15 @@
 /// A running effect.
-#ifndef INSTANCE_H
-#define INSTANCE_H
+#ifndef VARNO_HOST_INSTANCE_H
+#define VARNO_HOST_INSTANCE_H
 
 #include "AAX_IACFEffectParameters.h"
 #include "ACF/ACFPtr.h"
-#include "HostReference.h"
-#include "InstanceSetup.h"
-#include "MeterBank.h"
-#include "Module.h"
-#include "PlugInObject.h"
-#include "StoredChunk.h"
+#include "Host/HostReference.h"
+#include "Host/InstanceSetup.h"
+#include "Host/MeterBank.h"
+#include "Host/Module.h"
+#include "Host/PlugInObject.h"
+#include "Host/StoredChunk.h"
 
 #include <atomic>
 #include <cstdint>
@@ -30,11 +30,11 @@ struct ValueRequest;
 
 /// What is fixed about a parameter.
 struct ParameterInfo {
-    int32_t index = 0;
+    std::int32_t index = 0;
     std::string id;
     std::string name;
     AAX_EParameterType type = AAX_eParameterType_Continuous;
-    int32_t steps = 0;
+    std::int32_t steps = 0;
     double defaultNormalized = 0.0;
     std::string defaultText;
     bool isAutomatable = false;
@@ -43,8 +43,8 @@ struct ParameterInfo {
 
 /// A value that comes with a buffer.
 struct BufferValue {
-    size_t parameter = 0;    ///< Index in Instance::parameters().
-    double normalized = 0.0; ///< 0 to 1.
+    std::size_t parameter = 0; ///< Index in Instance::parameters().
+    double normalized = 0.0;   ///< 0 to 1.
 };
 
 /// One instance of an effect: data model, algorithm and, if asked for, editor.
@@ -55,7 +55,7 @@ struct BufferValue {
 class Instance {
 public:
     /// Longest text asked of a parameter, in characters.
-    static constexpr int32_t kLongestText = 64;
+    static constexpr std::int32_t kLongestText = 64;
 
     /// Creates, initialises and prepares an instance: its first buffer is processed with its default
     /// settings. Throws HostError, without anything left behind, when the sample rate is refused, when the
@@ -109,14 +109,14 @@ public:
     /// `frames` samples, borrowed; an output may be an input's memory. More than setup().maximumFrames are
     /// processed in several buffers. Coefficients, meters and the transport move once per buffer. No lock, no
     /// allocation, no system call, no exception. [audio]
-    void process(const float* const* inputs, float* const* outputs, int32_t frames) noexcept;
+    void process(const float* const* inputs, float* const* outputs, std::int32_t frames) noexcept;
     /// Puts algorithm, meters and transport back to their start, parameters stay; while nothing processes.
     /// [main]
     void reset();
     /// Frames processed since the start or the last reset. [any]
-    int64_t position() const;
+    std::int64_t position() const;
     /// The latency that the module has asked to be compensated for, in frames. [main]
-    int32_t latencyFrames() const;
+    std::int32_t latencyFrames() const;
     /// The meters of the algorithm. [any]
     const MeterBank& meters() const;
     MeterBank& meters();
@@ -144,7 +144,7 @@ public:
     void timer();
     /// Control-surface page table of a type and page size, from the module's page-table resource and then by
     /// the data model; nothing when the resource has none.
-    ACFPtr<PageTable> pageTable(AAX_CTypeID tableType, int32_t pageSize);
+    ACFPtr<PageTable> pageTable(AAX_CTypeID tableType, std::int32_t pageSize);
     /// The data model itself, for what this class does not offer; call it from [main] only, never while
     /// another thread is in here.
     AAX_IACFEffectParameters& dataModel();
@@ -165,7 +165,7 @@ private:
     void answer(const std::vector<ValueRequest>& requests);
     ChunkIdentity chunkIdentity() const;
     void setChunk(const StoredChunk& chunk);
-    AAX_Result forwardNotification(AAX_CTypeID type, const void* data, uint32_t size);
+    AAX_Result forwardNotification(AAX_CTypeID type, const void* data, std::uint32_t size);
 
     InstanceSetup mSetup;
     Module::InstanceTicket mTicket;

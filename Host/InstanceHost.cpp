@@ -1,4 +1,4 @@
-#include "InstanceHost.h"
+#include "Host/InstanceHost.h"
 
 namespace varno {
 

@@ -1,14 +1,14 @@
 /// What an instance's data model and editor know as their host.
-#ifndef INSTANCEHOST_H
-#define INSTANCEHOST_H
+#ifndef VARNO_HOST_INSTANCEHOST_H
+#define VARNO_HOST_INSTANCEHOST_H
 
-#include "HostAutomation.h"
-#include "HostComponentFactory.h"
-#include "HostController.h"
-#include "HostObject.h"
-#include "HostPageTableController.h"
-#include "HostTransport.h"
-#include "InstanceState.h"
+#include "Host/HostAutomation.h"
+#include "Host/HostComponentFactory.h"
+#include "Host/HostController.h"
+#include "Host/HostObject.h"
+#include "Host/HostPageTableController.h"
+#include "Host/HostTransport.h"
+#include "Host/InstanceState.h"
 
 namespace varno {
 

@@ -1,4 +1,4 @@
-#include "InstanceState.h"
+#include "Host/InstanceState.h"
 
 namespace varno {
 
@@ -28,7 +28,7 @@ InstanceState::InstanceState(std::shared_ptr<HostContext> sharedContext, const E
       meters(meterIDs(variant), setup.sampleRateHz) {
 }
 
-int32_t InstanceState::nativeProperty(AAX_EProperty property) const {
+std::int32_t InstanceState::nativeProperty(AAX_EProperty property) const {
     return variant.natives.empty()
                ? 0
                : integerProperty(variant.natives.front().properties, property).value_or(0);

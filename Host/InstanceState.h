@@ -1,13 +1,13 @@
 /// What the parts of an instance's host object share.
-#ifndef INSTANCESTATE_H
-#define INSTANCESTATE_H
+#ifndef VARNO_HOST_INSTANCESTATE_H
+#define VARNO_HOST_INSTANCESTATE_H
 
-#include "HostContext.h"
-#include "InstanceSetup.h"
-#include "MainGate.h"
-#include "MeterBank.h"
-#include "ModuleDescription.h"
-#include "PacketExchange.h"
+#include "Host/HostContext.h"
+#include "Host/InstanceSetup.h"
+#include "Host/MainGate.h"
+#include "Host/MeterBank.h"
+#include "Host/ModuleDescription.h"
+#include "Host/PacketExchange.h"
 
 #include <atomic>
 #include <functional>
@@ -30,13 +30,13 @@ struct InstanceState {
     MainGate gate;
     PacketExchange packets;
     MeterBank meters;
-    std::atomic<int64_t> positionFrames{0};
-    int32_t latencyFrames = 0; ///< [main]
+    std::atomic<std::int64_t> positionFrames{0};
+    std::int32_t latencyFrames = 0; ///< [main]
     /// Hands a notification to the instance's objects; empty while there are none. [main]
-    std::function<AAX_Result(AAX_CTypeID type, const void* data, uint32_t size)> notify;
+    std::function<AAX_Result(AAX_CTypeID type, const void* data, std::uint32_t size)> notify;
 
     /// An integer property of the native routine, 0 when it is not there. [any]
-    int32_t nativeProperty(AAX_EProperty property) const;
+    std::int32_t nativeProperty(AAX_EProperty property) const;
 };
 
 } // namespace varno

@@ -1,9 +1,9 @@
 /// The entry points of a module that is linked into the program.
-#ifndef LINKEDENTRYPOINTS_H
-#define LINKEDENTRYPOINTS_H
+#ifndef VARNO_HOST_LINKEDENTRYPOINTS_H
+#define VARNO_HOST_LINKEDENTRYPOINTS_H
 
 #include "AAX_Exports.h"
-#include "ModuleEntryPoints.h"
+#include "Host/ModuleEntryPoints.h"
 
 namespace varno {
 

@@ -1,6 +1,6 @@
-#include "MainGate.h"
+#include "Host/MainGate.h"
 
-#include "AudioThread.h"
+#include "Host/AudioThread.h"
 
 #include <string>
 

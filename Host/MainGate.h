@@ -1,8 +1,8 @@
 /// One [main] call at a time.
-#ifndef MAINGATE_H
-#define MAINGATE_H
+#ifndef VARNO_HOST_MAINGATE_H
+#define VARNO_HOST_MAINGATE_H
 
-#include "ContractMonitor.h"
+#include "Host/ContractMonitor.h"
 
 #include <atomic>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "MeterBank.h"
+#include "Host/MeterBank.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,9 +12,9 @@ MeterBank::MeterBank(std::vector<AAX_CTypeID> ids, double sampleRateHz)
       mFallPerFrame(-kMeterFallDBPerSecond / 20.0 * std::log(10.0) / sampleRateHz) {
 }
 
-std::optional<size_t> MeterBank::indexOf(AAX_CTypeID id) const {
+std::optional<std::size_t> MeterBank::indexOf(AAX_CTypeID id) const {
     const auto found = std::find(mIDs.begin(), mIDs.end(), id);
-    return found == mIDs.end() ? std::nullopt : std::optional<size_t>(found - mIDs.begin());
+    return found == mIDs.end() ? std::nullopt : std::optional<std::size_t>(found - mIDs.begin());
 }
 
 void MeterBank::beforeBuffer() noexcept {
@@ -32,9 +32,9 @@ void MeterBank::beforeBuffer() noexcept {
     mLastFrames = 0;
 }
 
-void MeterBank::afterBuffer(int32_t frames) noexcept {
+void MeterBank::afterBuffer(std::int32_t frames) noexcept {
     mLastFrames = frames;
-    for (size_t i = 0; i < mTaps.size(); ++i) {
+    for (std::size_t i = 0; i < mTaps.size(); ++i) {
         Readings& readings = mReadings[i];
         readings.value.store(mTaps[i], std::memory_order_relaxed);
         if (mTaps[i] > readings.peak.load(std::memory_order_relaxed)) {
@@ -46,26 +46,26 @@ void MeterBank::afterBuffer(int32_t frames) noexcept {
     }
 }
 
-float MeterBank::peak(size_t tap) const noexcept {
+float MeterBank::peak(std::size_t tap) const noexcept {
     return mReadings[tap].peak.load(std::memory_order_relaxed);
 }
 
-bool MeterBank::clipped(size_t tap) const noexcept {
+bool MeterBank::clipped(std::size_t tap) const noexcept {
     return mReadings[tap].clipped.load(std::memory_order_relaxed);
 }
 
-void MeterBank::clearPeak(size_t tap) noexcept {
+void MeterBank::clearPeak(std::size_t tap) noexcept {
     mReadings[tap].peak.store(0.0F, std::memory_order_relaxed);
 }
 
-void MeterBank::clearClip(size_t tap) noexcept {
+void MeterBank::clearClip(std::size_t tap) noexcept {
     mReadings[tap].clipped.store(false, std::memory_order_relaxed);
 }
 
 void MeterBank::reset() noexcept {
     std::fill(mTaps.begin(), mTaps.end(), 0.0F);
     mLastFrames = 0;
-    for (size_t i = 0; i < mReadings.size(); ++i) {
+    for (std::size_t i = 0; i < mReadings.size(); ++i) {
         mReadings[i].value.store(0.0F, std::memory_order_relaxed);
         clearPeak(i);
         clearClip(i);

@@ -1,6 +1,6 @@
 /// The meters of one instance.
-#ifndef METERBANK_H
-#define METERBANK_H
+#ifndef VARNO_HOST_METERBANK_H
+#define VARNO_HOST_METERBANK_H
 
 #include "AAX.h"
 
@@ -27,24 +27,26 @@ public:
     /// The identifiers in the order of the taps. [any]
     const std::vector<AAX_CTypeID>& ids() const { return mIDs; }
     /// The index of a tap, if there is one of this identifier. [any]
-    std::optional<size_t> indexOf(AAX_CTypeID id) const;
+    std::optional<std::size_t> indexOf(AAX_CTypeID id) const;
 
     /// The taps for the routine to raise; null when there are none. [audio]
     float* taps() noexcept { return mTaps.data(); }
     /// Lets the taps fall by the time of the last buffer, before the next one. [audio]
     void beforeBuffer() noexcept;
     /// Makes the taps readable, after a buffer of `frames` frames. [audio]
-    void afterBuffer(int32_t frames) noexcept;
+    void afterBuffer(std::int32_t frames) noexcept;
 
     /// The value after the latest buffer; 1.0 is full scale. [any]
-    float value(size_t tap) const noexcept { return mReadings[tap].value.load(std::memory_order_relaxed); }
+    float value(std::size_t tap) const noexcept {
+        return mReadings[tap].value.load(std::memory_order_relaxed);
+    }
     /// The largest value since the peak was cleared. [any]
-    float peak(size_t tap) const noexcept;
+    float peak(std::size_t tap) const noexcept;
     /// Whether a value was above 1.0 since the clip was cleared. [any]
-    bool clipped(size_t tap) const noexcept;
+    bool clipped(std::size_t tap) const noexcept;
     /// Clear a peak to 0, a clip to false. A value that a buffer raises at the same time may win. [any]
-    void clearPeak(size_t tap) noexcept;
-    void clearClip(size_t tap) noexcept;
+    void clearPeak(std::size_t tap) noexcept;
+    void clearClip(std::size_t tap) noexcept;
     /// Puts everything to 0; while nothing processes. [main]
     void reset() noexcept;
 
@@ -59,8 +61,9 @@ private:
     std::vector<float> mTaps;
     std::vector<Readings> mReadings;
     double mFallPerFrame; ///< Natural logarithm of the factor of one frame, negative.
-    int32_t mLastFrames = 0;
-    int32_t mFactorFrames = 0; ///< Frames whose fall mFactor is: most buffers are as long as the one before.
+    std::int32_t mLastFrames = 0;
+    std::int32_t mFactorFrames =
+        0; ///< Frames whose fall mFactor is: most buffers are as long as the one before.
     float mFactor = 1.0F;
 };
 

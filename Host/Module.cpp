@@ -1,9 +1,9 @@
-#include "Module.h"
+#include "Host/Module.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostError.h"
-#include "ModuleBinary.h"
-#include "ModuleHost.h"
+#include "Host/HostError.h"
+#include "Host/ModuleBinary.h"
+#include "Host/ModuleHost.h"
 
 #include <string>
 
@@ -81,7 +81,7 @@ void Module::describe() {
     // Separate components, should a module have any, are nothing that this host can use.
     ACFPtr<IACFComponentDefinition>::Adopt(component).Reset();
 
-    const uint64_t sdkVersion = mDescription.sdkVersion;
+    const std::uint64_t sdkVersion = mDescription.sdkVersion;
     mDescription = mHost->takeDescription();
     mDescription.sdkVersion = sdkVersion;
     for (const std::string& problem : descriptionProblems(mDescription)) {
@@ -103,14 +103,14 @@ Module::~Module() {
 }
 
 void Module::requireNoLiveObjects(const char* when) const {
-    const int32_t alive = liveObjects();
+    const std::int32_t alive = liveObjects();
     if (alive != 0) {
         monitor()->report(Contract::LiveObjects,
                           mName + " has " + std::to_string(alive) + " live objects " + when + ", expected 0");
     }
 }
 
-int32_t Module::liveObjects() const {
+std::int32_t Module::liveObjects() const {
     return mEntryPoints.canUnloadNow(mHost.get());
 }
 

@@ -1,12 +1,12 @@
 /// A module in use by this host.
-#ifndef MODULE_H
-#define MODULE_H
+#ifndef VARNO_HOST_MODULE_H
+#define VARNO_HOST_MODULE_H
 
-#include "HostContext.h"
-#include "HostOptions.h"
-#include "HostReference.h"
-#include "ModuleDescription.h"
-#include "ModuleEntryPoints.h"
+#include "Host/HostContext.h"
+#include "Host/HostOptions.h"
+#include "Host/HostReference.h"
+#include "Host/ModuleDescription.h"
+#include "Host/ModuleEntryPoints.h"
 
 #include <atomic>
 #include <filesystem>
@@ -47,7 +47,7 @@ public:
     /// The module's table of functions.
     const ModuleEntryPoints& entryPoints() const { return mEntryPoints; }
     /// The number of the module's live objects, as it tells. [any]
-    int32_t liveObjects() const;
+    std::int32_t liveObjects() const;
     /// The file of a resource; empty when the module has no resource folder.
     std::filesystem::path resourcePath(const std::string& fileName) const;
 
@@ -79,7 +79,7 @@ private:
     std::shared_ptr<HostContext> mContext;
     HostReference<ModuleHost> mHost;
     ModuleDescription mDescription;
-    std::atomic<int32_t> mInstances{0};
+    std::atomic<std::int32_t> mInstances{0};
 };
 
 } // namespace varno

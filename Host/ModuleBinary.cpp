@@ -1,7 +1,7 @@
-#include "ModuleBinary.h"
+#include "Host/ModuleBinary.h"
 
-#include "BinaryCheck.h"
-#include "HostError.h"
+#include "Host/BinaryCheck.h"
+#include "Host/HostError.h"
 
 #include <dlfcn.h>
 
@@ -24,7 +24,7 @@ constexpr const char* kBinarySuffix = ".so";
 #error "name the bundle's folder for this machine here"
 #endif
 
-/// The folder itself, however many slashes end its path.
+// The folder itself, however many slashes end its path.
 fs::path withoutTrailingSlash(const fs::path& path) {
     return path.has_filename() ? path : path.parent_path();
 }

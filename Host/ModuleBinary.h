@@ -1,8 +1,8 @@
 /// A module's bundle on disk.
-#ifndef MODULEBINARY_H
-#define MODULEBINARY_H
+#ifndef VARNO_HOST_MODULEBINARY_H
+#define VARNO_HOST_MODULEBINARY_H
 
-#include "ModuleEntryPoints.h"
+#include "Host/ModuleEntryPoints.h"
 
 #include <filesystem>
 #include <memory>

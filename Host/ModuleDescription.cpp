@@ -1,4 +1,4 @@
-#include "ModuleDescription.h"
+#include "Host/ModuleDescription.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -14,19 +14,19 @@ constexpr AAX_EProperty kPlugInIDProperties[] = {AAX_eProperty_PlugInID_Native,
 bool carriesPlugInID(const Properties& properties, AAX_CTypeID plugInID) {
     return std::any_of(std::begin(kPlugInIDProperties), std::end(kPlugInIDProperties),
                        [&](AAX_EProperty property) {
-                           const std::optional<int32_t> id = integerProperty(properties, property);
+                           const std::optional<std::int32_t> id = integerProperty(properties, property);
                            return id && static_cast<AAX_CTypeID>(*id) == plugInID;
                        });
 }
 
-int32_t nativeChannels(const VariantDescription& variant, AAX_EProperty stemFormat) {
+std::int32_t nativeChannels(const VariantDescription& variant, AAX_EProperty stemFormat) {
     if (variant.natives.empty()) {
         return 0;
     }
     return stemChannels(integerProperty(variant.natives.front().properties, stemFormat).value_or(0));
 }
 
-/// Collects the problems of one variant under a common heading.
+// Collects the problems of one variant under a common heading.
 class VariantCheck {
 public:
     VariantCheck(const VariantDescription& variant, std::string heading, std::vector<std::string>& problems)
@@ -80,12 +80,12 @@ private:
     std::vector<std::string>& mProblems;
 };
 
-/// Native identifiers tell the variants of a module apart in saved settings.
+// Native identifiers tell the variants of a module apart in saved settings.
 void requireDistinctPlugInIDs(const EffectDescription& effect, std::vector<std::string>& problems) {
-    std::set<int32_t> seen;
+    std::set<std::int32_t> seen;
     for (const VariantDescription& variant : effect.variants) {
         for (const NativeRoutine& native : variant.natives) {
-            const std::optional<int32_t> id =
+            const std::optional<std::int32_t> id =
                 integerProperty(native.properties, AAX_eProperty_PlugInID_Native);
             if (!id) {
                 problems.push_back("effect " + effect.id + ": a native routine has no plug-in identifier");
@@ -111,7 +111,7 @@ void checkEffect(const EffectDescription& effect, std::vector<std::string>& prob
     if (effect.procedure(kAAX_ProcPtrID_Create_EffectParameters) == nullptr) {
         problems.push_back(heading + ": no creation procedure for the data model");
     }
-    for (size_t i = 0; i < effect.variants.size(); ++i) {
+    for (std::size_t i = 0; i < effect.variants.size(); ++i) {
         VariantCheck(effect.variants[i], heading + ", variant " + std::to_string(i), problems).run();
     }
     requireDistinctPlugInIDs(effect, problems);
@@ -119,12 +119,12 @@ void checkEffect(const EffectDescription& effect, std::vector<std::string>& prob
 
 } // namespace
 
-std::optional<int32_t> integerProperty(const Properties& properties, AAX_EProperty property) {
+std::optional<std::int32_t> integerProperty(const Properties& properties, AAX_EProperty property) {
     const auto found = properties.find(property);
-    if (found == properties.end() || !std::holds_alternative<int32_t>(found->second)) {
+    if (found == properties.end() || !std::holds_alternative<std::int32_t>(found->second)) {
         return std::nullopt;
     }
-    return std::get<int32_t>(found->second);
+    return std::get<std::int32_t>(found->second);
 }
 
 const char* fieldKindName(FieldKind kind) {
@@ -155,12 +155,12 @@ const char* fieldKindName(FieldKind kind) {
     return "unknown";
 }
 
-size_t VariantDescription::contextLength() const {
+std::size_t VariantDescription::contextLength() const {
     AAX_CFieldIndex last = -1;
     for (const FieldDescription& field : fields) {
         last = std::max(last, field.index);
     }
-    return static_cast<size_t>(last + 1);
+    return static_cast<std::size_t>(last + 1);
 }
 
 const FieldDescription* VariantDescription::firstField(FieldKind kind) const {
@@ -169,11 +169,11 @@ const FieldDescription* VariantDescription::firstField(FieldKind kind) const {
     return found == fields.end() ? nullptr : &*found;
 }
 
-int32_t VariantDescription::inputChannels() const {
+std::int32_t VariantDescription::inputChannels() const {
     return nativeChannels(*this, AAX_eProperty_InputStemFormat);
 }
 
-int32_t VariantDescription::outputChannels() const {
+std::int32_t VariantDescription::outputChannels() const {
     return nativeChannels(*this, AAX_eProperty_OutputStemFormat);
 }
 
@@ -195,7 +195,7 @@ const ResourceDescription* EffectDescription::resource(AAX_EResourceType type) c
     return found == resources.end() ? nullptr : &*found;
 }
 
-const VariantDescription* EffectDescription::variantFor(int32_t channels) const {
+const VariantDescription* EffectDescription::variantFor(std::int32_t channels) const {
     const auto found = std::find_if(variants.begin(), variants.end(), [&](const VariantDescription& variant) {
         return !variant.natives.empty() && variant.inputChannels() == channels &&
                variant.outputChannels() == channels;

@@ -1,6 +1,6 @@
 /// Everything that a module tells its host about itself, as plain data.
-#ifndef MODULEDESCRIPTION_H
-#define MODULEDESCRIPTION_H
+#ifndef VARNO_HOST_MODULEDESCRIPTION_H
+#define VARNO_HOST_MODULEDESCRIPTION_H
 
 #include "AAX.h"
 
@@ -13,12 +13,12 @@
 namespace varno {
 
 /// Value of one property: an integer, a pointer of the module's, or a list of identifiers.
-using PropertyValue = std::variant<int32_t, const void*, std::vector<AAX_CTypeID>>;
+using PropertyValue = std::variant<std::int32_t, const void*, std::vector<AAX_CTypeID>>;
 /// Properties by number.
 using Properties = std::map<AAX_EProperty, PropertyValue>;
 
 /// The integer under a property, if there is one. [any]
-std::optional<int32_t> integerProperty(const Properties& properties, AAX_EProperty property);
+std::optional<std::int32_t> integerProperty(const Properties& properties, AAX_EProperty property);
 
 /// What a field of an algorithm's context points at.
 enum class FieldKind {
@@ -42,14 +42,14 @@ const char* fieldKindName(FieldKind kind);
 struct FieldDescription {
     AAX_CFieldIndex index = 0; ///< Which pointer of the context, from 0.
     FieldKind kind = FieldKind::Reserved;
-    uint32_t size = 0;    ///< Bytes behind the pointer: packet, private, temporary and meter data; else 0.
-    uint32_t options = 0; ///< Port type, placement of private data or type of a reserved field; else 0.
+    std::uint32_t size = 0; ///< Bytes behind the pointer: packet, private, temporary and meter data; else 0.
+    std::uint32_t options = 0; ///< Port type, placement of private data or type of a reserved field; else 0.
     std::vector<AAX_CTypeID> meterIDs; ///< Identifiers of the taps in order, for Meters; else empty.
 };
 
 /// A routine that runs on this machine.
 struct NativeRoutine {
-    int32_t procID = 0; ///< The host's number of the registration, unique within the module.
+    std::int32_t procID = 0; ///< The host's number of the registration, unique within the module.
     AAX_CProcessProc process = nullptr;
     AAX_CInstanceInitProc init = nullptr;
     AAX_CBackgroundProc background = nullptr;
@@ -58,7 +58,7 @@ struct NativeRoutine {
 
 /// A routine in a separate file for DSP hardware. Absent names are empty.
 struct TiRoutine {
-    int32_t procID = 0;
+    std::int32_t procID = 0;
     std::string dllName;
     std::string entryName;
     std::string initName;
@@ -73,12 +73,12 @@ struct VariantDescription {
     std::vector<TiRoutine> tis;
 
     /// Pointers of the context: one more than the largest declared index.
-    size_t contextLength() const;
+    std::size_t contextLength() const;
     /// The first field of a kind, null when there is none.
     const FieldDescription* firstField(FieldKind kind) const;
     /// Channels of the native routine's stem formats; 0 without one.
-    int32_t inputChannels() const;
-    int32_t outputChannels() const;
+    std::int32_t inputChannels() const;
+    std::int32_t outputChannels() const;
     /// Whether any registration of this variant carries the plug-in identifier `plugInID`.
     bool hasPlugInID(AAX_CTypeID plugInID) const;
 };
@@ -106,7 +106,7 @@ struct ResourceDescription {
 struct EffectDescription {
     std::string id;
     std::vector<std::string> names; ///< Longest first is not guaranteed; a host shows the longest that fits.
-    std::vector<uint32_t> categories;
+    std::vector<std::uint32_t> categories;
     std::vector<std::string> bypassParameters; ///< Parameters that bypass a category.
     std::vector<ProcedureDescription> procedures;
     std::vector<ResourceDescription> resources;
@@ -120,15 +120,15 @@ struct EffectDescription {
     const ResourceDescription* resource(AAX_EResourceType type) const;
     /// The first variant with a native routine for `channels` inputs and as many outputs, null when there is
     /// none.
-    const VariantDescription* variantFor(int32_t channels) const;
+    const VariantDescription* variantFor(std::int32_t channels) const;
 };
 
 /// The whole module.
 struct ModuleDescription {
-    uint64_t sdkVersion = 0;
+    std::uint64_t sdkVersion = 0;
     std::string manufacturerName;
     std::vector<std::string> packageNames;
-    uint32_t packageVersion = 0;
+    std::uint32_t packageVersion = 0;
     Properties properties;
     std::vector<EffectDescription> effects;
 
@@ -137,7 +137,7 @@ struct ModuleDescription {
 };
 
 /// Channels of a stem format: its low sixteen bits. [any]
-constexpr int32_t stemChannels(int32_t stemFormat) {
+constexpr std::int32_t stemChannels(std::int32_t stemFormat) {
     return stemFormat & 0xFFFF;
 }
 

@@ -1,6 +1,6 @@
 /// The seven C functions through which a host knows a module.
-#ifndef MODULEENTRYPOINTS_H
-#define MODULEENTRYPOINTS_H
+#ifndef VARNO_HOST_MODULEENTRYPOINTS_H
+#define VARNO_HOST_MODULEENTRYPOINTS_H
 
 #include "ACF/IACFComponentDefinition.h"
 #include "ACF/IACFPluginDefinition.h"
@@ -15,7 +15,7 @@ struct ModuleEntryPoints {
     /// Describes the module to the collection that `host` answers to; *out is an owned reference. [main]
     ACFRESULT (*registerPlugin)(IACFUnknown* host, IACFPluginDefinition** out);
     /// Registers the separate component `index`, if there is one; *out is an owned reference or null. [main]
-    ACFRESULT (*registerComponent)(IACFUnknown* host, uint32_t index, IACFComponentDefinition** out);
+    ACFRESULT (*registerComponent)(IACFUnknown* host, std::uint32_t index, IACFComponentDefinition** out);
     /// Hands out a class factory; *out is an owned reference or null. [main]
     ACFRESULT (*getClassFactory)(IACFUnknown* host, const acfUID& classID, const acfUID& iid, void** out);
     /// The number of the module's live objects; 0 when it may be unloaded. [any]
@@ -25,7 +25,7 @@ struct ModuleEntryPoints {
     /// Last call of all: takes the host's services back. [main]
     ACFRESULT (*shutdown)(IACFUnknown* host);
     /// Tells the version of the interfaces that the module was built for. [any]
-    ACFRESULT (*getSDKVersion)(uint64_t* out);
+    ACFRESULT (*getSDKVersion)(std::uint64_t* out);
 };
 
 } // namespace varno

@@ -1,7 +1,7 @@
-#include "ModuleHost.h"
+#include "Host/ModuleHost.h"
 
-#include "HostEffectDescriptor.h"
-#include "HostPropertyMap.h"
+#include "Host/HostEffectDescriptor.h"
+#include "Host/HostPropertyMap.h"
 
 namespace varno {
 
@@ -65,7 +65,7 @@ AAX_Result ModuleHost::AddPackageName(const char* name) {
     return AAX_SUCCESS;
 }
 
-AAX_Result ModuleHost::SetPackageVersion(uint32_t version) {
+AAX_Result ModuleHost::SetPackageVersion(std::uint32_t version) {
     mDescription.packageVersion = version;
     return AAX_SUCCESS;
 }

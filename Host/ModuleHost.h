@@ -1,13 +1,13 @@
 /// What a module knows as its host.
-#ifndef MODULEHOST_H
-#define MODULEHOST_H
+#ifndef VARNO_HOST_MODULEHOST_H
+#define VARNO_HOST_MODULEHOST_H
 
 #include "AAX_IACFCollection.h"
 #include "ACF/IACFPluginDefinition.h"
-#include "HostComponentFactory.h"
-#include "HostDescriptionHost.h"
-#include "HostObject.h"
-#include "ModuleDescription.h"
+#include "Host/HostComponentFactory.h"
+#include "Host/HostDescriptionHost.h"
+#include "Host/HostObject.h"
+#include "Host/ModuleDescription.h"
 
 #include <utility>
 
@@ -23,7 +23,7 @@ public:
     AAX_Result AddEffect(const char* effectID, IACFUnknown* descriptor) override;
     AAX_Result SetManufacturerName(const char* name) override;
     AAX_Result AddPackageName(const char* name) override;
-    AAX_Result SetPackageVersion(uint32_t version) override;
+    AAX_Result SetPackageVersion(std::uint32_t version) override;
     AAX_Result NewPropertyMap(IACFUnknown** outMap) override;
     AAX_Result SetProperties(IACFUnknown* map) override;
 

@@ -1,4 +1,4 @@
-#include "PacketExchange.h"
+#include "Host/PacketExchange.h"
 
 #include <algorithm>
 #include <cstring>
@@ -7,14 +7,14 @@ namespace varno {
 
 namespace {
 
-constexpr size_t aligned(size_t bytes) {
-    constexpr size_t alignment = alignof(std::max_align_t);
+constexpr std::size_t aligned(std::size_t bytes) {
+    constexpr std::size_t alignment = alignof(std::max_align_t);
     return (bytes + alignment - 1) / alignment * alignment;
 }
 
 std::vector<Port> layOut(const VariantDescription& variant) {
     std::vector<Port> ports;
-    size_t offset = 0;
+    std::size_t offset = 0;
     for (const FieldDescription& field : variant.fields) {
         if (field.kind == FieldKind::DataInPort) {
             ports.push_back({field.index, field.size, offset, false});
@@ -24,7 +24,7 @@ std::vector<Port> layOut(const VariantDescription& variant) {
     return ports;
 }
 
-size_t imageSize(const std::vector<Port>& ports) {
+std::size_t imageSize(const std::vector<Port>& ports) {
     return ports.empty() ? 0 : ports.back().offset + aligned(ports.back().size);
 }
 
@@ -36,7 +36,7 @@ PacketExchange::PacketExchange(const VariantDescription& variant)
       mBuffer(mStaging) {
 }
 
-AAX_Result PacketExchange::post(AAX_CFieldIndex field, const void* payload, uint32_t size) {
+AAX_Result PacketExchange::post(AAX_CFieldIndex field, const void* payload, std::uint32_t size) {
     const auto port = std::find_if(mPorts.begin(), mPorts.end(),
                                    [&](const Port& candidate) { return candidate.field == field; });
     if (port == mPorts.end()) {

@@ -1,10 +1,10 @@
 /// The way of coefficient packets from the data model to the algorithm.
-#ifndef PACKETEXCHANGE_H
-#define PACKETEXCHANGE_H
+#ifndef VARNO_HOST_PACKETEXCHANGE_H
+#define VARNO_HOST_PACKETEXCHANGE_H
 
 #include "AAX.h"
-#include "ModuleDescription.h"
-#include "TripleBuffer.h"
+#include "Host/ModuleDescription.h"
+#include "Host/TripleBuffer.h"
 
 #include <cstddef>
 #include <vector>
@@ -14,9 +14,9 @@ namespace varno {
 /// Where a data-in port lies in the image of all ports.
 struct Port {
     AAX_CFieldIndex field = 0;
-    uint32_t size = 0;   ///< Bytes of a packet.
-    size_t offset = 0;   ///< Bytes from the start of the image, suitably aligned for any packet.
-    bool posted = false; ///< Whether a packet was ever posted.
+    std::uint32_t size = 0; ///< Bytes of a packet.
+    std::size_t offset = 0; ///< Bytes from the start of the image, suitably aligned for any packet.
+    bool posted = false;    ///< Whether a packet was ever posted.
 };
 
 /// Packets gather in an image of all ports, which is handed over whole: the audio thread sees either all of a
@@ -31,7 +31,7 @@ public:
     /// Takes a packet of `size` bytes (copied) for a port. It is published at once, unless a set is open.
     /// Returns AAX_SUCCESS; AAX_ERROR_INVALID_FIELD_INDEX for a field that is no port;
     /// AAX_ERROR_NULL_ARGUMENT; AAX_ERROR_INVALID_ARGUMENT for a size other than the port's. [main]
-    AAX_Result post(AAX_CFieldIndex field, const void* payload, uint32_t size);
+    AAX_Result post(AAX_CFieldIndex field, const void* payload, std::uint32_t size);
     /// Opens a set: packets posted until `endSet` arrive together. [main]
     void beginSet() { mIsSetOpen = true; }
     /// Publishes the set, if anything was posted. [main]

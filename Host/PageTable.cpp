@@ -1,7 +1,7 @@
-#include "PageTable.h"
+#include "Host/PageTable.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostString.h"
+#include "Host/HostString.h"
 
 #include <iterator>
 
@@ -11,11 +11,11 @@ PageTable::PageTable(std::shared_ptr<HostContext> context)
     : HostObject(std::move(context), "page table") {
 }
 
-bool PageTable::hasPage(int32_t page) const {
-    return page >= 0 && static_cast<size_t>(page) < mContent.pages.size();
+bool PageTable::hasPage(std::int32_t page) const {
+    return page >= 0 && static_cast<std::size_t>(page) < mContent.pages.size();
 }
 
-const std::map<int32_t, std::string>* PageTable::variationsOf(AAX_CParamID paramID) const {
+const std::map<std::int32_t, std::string>* PageTable::variationsOf(AAX_CParamID paramID) const {
     const auto found = paramID == nullptr ? mContent.names.end() : mContent.names.find(paramID);
     return found == mContent.names.end() ? nullptr : &found->second;
 }
@@ -25,7 +25,7 @@ AAX_Result PageTable::Clear() {
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::Empty(uint8_t* outEmpty) const {
+AAX_Result PageTable::Empty(std::uint8_t* outEmpty) const {
     if (outEmpty == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
@@ -38,23 +38,23 @@ AAX_Result PageTable::Empty(uint8_t* outEmpty) const {
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetNumPages(int32_t* outCount) const {
+AAX_Result PageTable::GetNumPages(std::int32_t* outCount) const {
     if (outCount == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    *outCount = static_cast<int32_t>(mContent.pages.size());
+    *outCount = static_cast<std::int32_t>(mContent.pages.size());
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::InsertPage(int32_t page) {
-    if (page < 0 || static_cast<size_t>(page) > mContent.pages.size()) {
+AAX_Result PageTable::InsertPage(std::int32_t page) {
+    if (page < 0 || static_cast<std::size_t>(page) > mContent.pages.size()) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
     mContent.pages.insert(mContent.pages.begin() + page, PageSlots());
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::RemovePage(int32_t page) {
+AAX_Result PageTable::RemovePage(std::int32_t page) {
     if (!hasPage(page)) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
@@ -62,70 +62,70 @@ AAX_Result PageTable::RemovePage(int32_t page) {
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetNumMappedParameterIDs(int32_t page, int32_t* outCount) const {
+AAX_Result PageTable::GetNumMappedParameterIDs(std::int32_t page, std::int32_t* outCount) const {
     if (outCount == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
     if (!hasPage(page)) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
-    const PageSlots& slots = mContent.pages[static_cast<size_t>(page)];
+    const PageSlots& slots = mContent.pages[static_cast<std::size_t>(page)];
     *outCount = slots.empty() ? 0 : slots.rbegin()->first + 1;
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::ClearMappedParameter(int32_t page, int32_t slot) {
+AAX_Result PageTable::ClearMappedParameter(std::int32_t page, std::int32_t slot) {
     if (!hasPage(page) || slot < 0) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
-    mContent.pages[static_cast<size_t>(page)].erase(slot);
+    mContent.pages[static_cast<std::size_t>(page)].erase(slot);
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetMappedParameterID(int32_t page, int32_t slot, AAX_IString* outID) const {
+AAX_Result PageTable::GetMappedParameterID(std::int32_t page, std::int32_t slot, AAX_IString* outID) const {
     if (outID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
     if (!hasPage(page) || slot < 0) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
-    const PageSlots& slots = mContent.pages[static_cast<size_t>(page)];
+    const PageSlots& slots = mContent.pages[static_cast<std::size_t>(page)];
     const auto found = slots.find(slot);
     outID->Set(found == slots.end() ? "" : found->second.c_str());
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::MapParameterID(AAX_CParamID paramID, int32_t page, int32_t slot) {
+AAX_Result PageTable::MapParameterID(AAX_CParamID paramID, std::int32_t page, std::int32_t slot) {
     if (paramID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
     if (!hasPage(page) || slot < 0) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
-    mContent.pages[static_cast<size_t>(page)][slot] = paramID;
+    mContent.pages[static_cast<std::size_t>(page)][slot] = paramID;
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetNumParametersWithNameVariations(int32_t* outCount) const {
+AAX_Result PageTable::GetNumParametersWithNameVariations(std::int32_t* outCount) const {
     if (outCount == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    *outCount = static_cast<int32_t>(mContent.names.size());
+    *outCount = static_cast<std::int32_t>(mContent.names.size());
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetNameVariationParameterIDAtIndex(int32_t index, AAX_IString* outID) const {
+AAX_Result PageTable::GetNameVariationParameterIDAtIndex(std::int32_t index, AAX_IString* outID) const {
     if (outID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    if (index < 0 || static_cast<size_t>(index) >= mContent.names.size()) {
+    if (index < 0 || static_cast<std::size_t>(index) >= mContent.names.size()) {
         return AAX_ERROR_INVALID_PARAMETER_INDEX;
     }
     outID->Set(std::next(mContent.names.begin(), index)->first.c_str());
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetNumNameVariationsForParameter(AAX_CParamID paramID, int32_t* outCount) const {
+AAX_Result PageTable::GetNumNameVariationsForParameter(AAX_CParamID paramID, std::int32_t* outCount) const {
     if (outCount == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
@@ -133,12 +133,12 @@ AAX_Result PageTable::GetNumNameVariationsForParameter(AAX_CParamID paramID, int
     if (variations == nullptr) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
-    *outCount = static_cast<int32_t>(variations->size());
+    *outCount = static_cast<std::int32_t>(variations->size());
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetParameterNameVariationAtIndex(AAX_CParamID paramID, int32_t index,
-                                                       AAX_IString* outName, int32_t* outLength) const {
+AAX_Result PageTable::GetParameterNameVariationAtIndex(AAX_CParamID paramID, std::int32_t index,
+                                                       AAX_IString* outName, std::int32_t* outLength) const {
     if (outName == nullptr || outLength == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
@@ -146,7 +146,7 @@ AAX_Result PageTable::GetParameterNameVariationAtIndex(AAX_CParamID paramID, int
     if (variations == nullptr) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
-    if (index < 0 || static_cast<size_t>(index) >= variations->size()) {
+    if (index < 0 || static_cast<std::size_t>(index) >= variations->size()) {
         return AAX_ERROR_INVALID_PARAMETER_INDEX;
     }
     const auto& [length, name] = *std::next(variations->begin(), index);
@@ -155,7 +155,7 @@ AAX_Result PageTable::GetParameterNameVariationAtIndex(AAX_CParamID paramID, int
     return AAX_SUCCESS;
 }
 
-AAX_Result PageTable::GetParameterNameVariationOfLength(AAX_CParamID paramID, int32_t length,
+AAX_Result PageTable::GetParameterNameVariationOfLength(AAX_CParamID paramID, std::int32_t length,
                                                         AAX_IString* outName) const {
     if (outName == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
@@ -182,7 +182,7 @@ AAX_Result PageTable::ClearNameVariationsForParameter(AAX_CParamID paramID) {
 }
 
 AAX_Result PageTable::SetParameterNameVariation(AAX_CParamID paramID, const AAX_IString* name,
-                                                int32_t length) {
+                                                std::int32_t length) {
     if (paramID == nullptr || name == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
@@ -204,8 +204,8 @@ namespace {
 
 AAX_Result fillPages(const std::vector<PageSlots>& pages, AAX_IACFPageTable& table) {
     AAX_Result result = table.Clear();
-    for (size_t page = 0; page < pages.size() && result == AAX_SUCCESS; ++page) {
-        const auto number = static_cast<int32_t>(page);
+    for (std::size_t page = 0; page < pages.size() && result == AAX_SUCCESS; ++page) {
+        const auto number = static_cast<std::int32_t>(page);
         result = table.InsertPage(number);
         for (const auto& [slot, id] : pages[page]) {
             if (result == AAX_SUCCESS) {

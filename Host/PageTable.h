@@ -1,9 +1,9 @@
 /// A control-surface page table of the host's.
-#ifndef PAGETABLE_H
-#define PAGETABLE_H
+#ifndef VARNO_HOST_PAGETABLE_H
+#define VARNO_HOST_PAGETABLE_H
 
 #include "AAX_IACFPageTable.h"
-#include "HostObject.h"
+#include "Host/HostObject.h"
 
 #include <map>
 #include <string>
@@ -12,9 +12,9 @@
 namespace varno {
 
 /// The parameters of one page by slot, from 0; free slots are absent.
-using PageSlots = std::map<int32_t, std::string>;
+using PageSlots = std::map<std::int32_t, std::string>;
 /// Shorter names of parameters: by identifier, then by the length in characters that each is meant for.
-using NameVariations = std::map<std::string, std::map<int32_t, std::string>>;
+using NameVariations = std::map<std::string, std::map<std::int32_t, std::string>>;
 
 /// What a page table holds.
 struct PageTableContent {
@@ -28,25 +28,25 @@ public:
     explicit PageTable(std::shared_ptr<HostContext> context);
 
     AAX_Result Clear() override;
-    AAX_Result Empty(uint8_t* outEmpty) const override;
-    AAX_Result GetNumPages(int32_t* outCount) const override;
-    AAX_Result InsertPage(int32_t page) override;
-    AAX_Result RemovePage(int32_t page) override;
-    AAX_Result GetNumMappedParameterIDs(int32_t page, int32_t* outCount) const override;
-    AAX_Result ClearMappedParameter(int32_t page, int32_t slot) override;
-    AAX_Result GetMappedParameterID(int32_t page, int32_t slot, AAX_IString* outID) const override;
-    AAX_Result MapParameterID(AAX_CParamID paramID, int32_t page, int32_t slot) override;
-    AAX_Result GetNumParametersWithNameVariations(int32_t* outCount) const override;
-    AAX_Result GetNameVariationParameterIDAtIndex(int32_t index, AAX_IString* outID) const override;
-    AAX_Result GetNumNameVariationsForParameter(AAX_CParamID paramID, int32_t* outCount) const override;
-    AAX_Result GetParameterNameVariationAtIndex(AAX_CParamID paramID, int32_t index, AAX_IString* outName,
-                                                int32_t* outLength) const override;
-    AAX_Result GetParameterNameVariationOfLength(AAX_CParamID paramID, int32_t length,
+    AAX_Result Empty(std::uint8_t* outEmpty) const override;
+    AAX_Result GetNumPages(std::int32_t* outCount) const override;
+    AAX_Result InsertPage(std::int32_t page) override;
+    AAX_Result RemovePage(std::int32_t page) override;
+    AAX_Result GetNumMappedParameterIDs(std::int32_t page, std::int32_t* outCount) const override;
+    AAX_Result ClearMappedParameter(std::int32_t page, std::int32_t slot) override;
+    AAX_Result GetMappedParameterID(std::int32_t page, std::int32_t slot, AAX_IString* outID) const override;
+    AAX_Result MapParameterID(AAX_CParamID paramID, std::int32_t page, std::int32_t slot) override;
+    AAX_Result GetNumParametersWithNameVariations(std::int32_t* outCount) const override;
+    AAX_Result GetNameVariationParameterIDAtIndex(std::int32_t index, AAX_IString* outID) const override;
+    AAX_Result GetNumNameVariationsForParameter(AAX_CParamID paramID, std::int32_t* outCount) const override;
+    AAX_Result GetParameterNameVariationAtIndex(AAX_CParamID paramID, std::int32_t index,
+                                                AAX_IString* outName, std::int32_t* outLength) const override;
+    AAX_Result GetParameterNameVariationOfLength(AAX_CParamID paramID, std::int32_t length,
                                                  AAX_IString* outName) const override;
     AAX_Result ClearParameterNameVariations() override;
     AAX_Result ClearNameVariationsForParameter(AAX_CParamID paramID) override;
     AAX_Result SetParameterNameVariation(AAX_CParamID paramID, const AAX_IString* name,
-                                         int32_t length) override;
+                                         std::int32_t length) override;
 
     /// Everything that the table holds.
     const PageTableContent& content() const { return mContent; }
@@ -55,8 +55,8 @@ protected:
     void* interfaceFor(const acfIID& iid) override;
 
 private:
-    bool hasPage(int32_t page) const;
-    const std::map<int32_t, std::string>* variationsOf(AAX_CParamID paramID) const;
+    bool hasPage(std::int32_t page) const;
+    const std::map<std::int32_t, std::string>* variationsOf(AAX_CParamID paramID) const;
 
     PageTableContent mContent;
 };

@@ -1,6 +1,6 @@
-#include "PageTableFile.h"
+#include "Host/PageTableFile.h"
 
-#include "HostError.h"
+#include "Host/HostError.h"
 
 #include <algorithm>
 #include <pugixml.hpp>
@@ -12,7 +12,7 @@ namespace {
 
 using Table = PageTableFile::Table;
 
-/// Reads one file; every failure names it.
+// Reads one file; every failure names it.
 class Reader {
 public:
     explicit Reader(std::filesystem::path path)
@@ -63,10 +63,10 @@ private:
         return text;
     }
 
-    int32_t numberAttribute(const pugi::xml_node& node, const char* name, int32_t lowest,
-                            int32_t highest) const {
+    std::int32_t numberAttribute(const pugi::xml_node& node, const char* name, std::int32_t lowest,
+                                 std::int32_t highest) const {
         const std::string text = textAttribute(node, name);
-        const int32_t number = node.attribute(name).as_int(lowest - 1);
+        const std::int32_t number = node.attribute(name).as_int(lowest - 1);
         if (number < lowest || number > highest) {
             fail(std::string("<") + node.name() + "> has " + name + " " + quoted(text) + ", expected " +
                  std::to_string(lowest) + " to " + std::to_string(highest));
@@ -96,8 +96,8 @@ private:
             auto& variations = names[textAttribute(node, "parameter")];
             for (const pugi::xml_node name : node.children("name")) {
                 const std::string text = name.child_value();
-                const int32_t length = numberAttribute(name, "length", 1, kLongestName);
-                if (text.empty() || text.size() > static_cast<size_t>(length)) {
+                const std::int32_t length = numberAttribute(name, "length", 1, kLongestName);
+                if (text.empty() || text.size() > static_cast<std::size_t>(length)) {
                     fail("name " + quoted(text) + " does not fit in " + std::to_string(length) +
                          " characters");
                 }
@@ -120,7 +120,7 @@ private:
         return tables;
     }
 
-    PageSlots readPage(const pugi::xml_node& node, int32_t pageSize) const {
+    PageSlots readPage(const pugi::xml_node& node, std::int32_t pageSize) const {
         PageSlots slots;
         for (const pugi::xml_node control : node.children("control")) {
             slots[numberAttribute(control, "slot", 0, pageSize - 1)] = textAttribute(control, "parameter");
@@ -128,13 +128,13 @@ private:
         return slots;
     }
 
-    static constexpr int32_t kLargestPage = 1024;
-    static constexpr int32_t kLongestName = 255;
+    static constexpr std::int32_t kLargestPage = 1024;
+    static constexpr std::int32_t kLongestName = 255;
 
     std::filesystem::path mPath;
 };
 
-const PageTableContent* findTable(const std::vector<Table>& tables, AAX_CTypeID type, int32_t pageSize) {
+const PageTableContent* findTable(const std::vector<Table>& tables, AAX_CTypeID type, std::int32_t pageSize) {
     const auto found = std::find_if(tables.begin(), tables.end(), [&](const Table& table) {
         return table.type == type && table.pageSize == pageSize;
     });
@@ -164,13 +164,13 @@ bool PageTableFile::hasEffect(AAX_CTypeID manufacturerID, AAX_CTypeID productID,
 
 const PageTableContent* PageTableFile::tableOfEffect(AAX_CTypeID manufacturerID, AAX_CTypeID productID,
                                                      AAX_CTypeID plugInID, AAX_CTypeID tableType,
-                                                     int32_t pageSize) const {
+                                                     std::int32_t pageSize) const {
     const Effect* effect = find(manufacturerID, productID, plugInID);
     return effect == nullptr ? nullptr : findTable(effect->tables, tableType, pageSize);
 }
 
 const PageTableContent* PageTableFile::tableOfLayout(const std::string& layoutName, AAX_CTypeID tableType,
-                                                     int32_t pageSize) const {
+                                                     std::int32_t pageSize) const {
     for (const Effect& effect : mEffects) {
         for (const Layout& layout : effect.layouts) {
             const PageTableContent* table = findTable(layout.tables, tableType, pageSize);

@@ -1,9 +1,9 @@
 /// Files of control-surface page tables.
-#ifndef PAGETABLEFILE_H
-#define PAGETABLEFILE_H
+#ifndef VARNO_HOST_PAGETABLEFILE_H
+#define VARNO_HOST_PAGETABLEFILE_H
 
 #include "AAX.h"
-#include "PageTable.h"
+#include "Host/PageTable.h"
 
 #include <filesystem>
 #include <string>
@@ -42,14 +42,14 @@ public:
     /// The effect's table of a type and page size; null when there is none.
     const PageTableContent* tableOfEffect(AAX_CTypeID manufacturerID, AAX_CTypeID productID,
                                           AAX_CTypeID plugInID, AAX_CTypeID tableType,
-                                          int32_t pageSize) const;
+                                          std::int32_t pageSize) const;
     /// The first table of a type and page size in a layout of this name; null when there is none.
     const PageTableContent* tableOfLayout(const std::string& layoutName, AAX_CTypeID tableType,
-                                          int32_t pageSize) const;
+                                          std::int32_t pageSize) const;
 
     struct Table {
         AAX_CTypeID type = 0;
-        int32_t pageSize = 0;
+        std::int32_t pageSize = 0;
         PageTableContent content;
     };
     struct Layout {

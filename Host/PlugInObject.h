@@ -1,11 +1,11 @@
 /// An object of the plug-in's, made by one of its creation procedures.
-#ifndef PLUGINOBJECT_H
-#define PLUGINOBJECT_H
+#ifndef VARNO_HOST_PLUGINOBJECT_H
+#define VARNO_HOST_PLUGINOBJECT_H
 
 #include "AAX.h"
 #include "ACF/ACFPtr.h"
-#include "ContractMonitor.h"
-#include "HostError.h"
+#include "Host/ContractMonitor.h"
+#include "Host/HostError.h"
 
 #include <memory>
 #include <string>
@@ -70,7 +70,7 @@ public:
             mObject->Uninitialize();
             mIsInitialized = false;
         }
-        const uint32_t left = mObject.Detach()->Release();
+        const std::uint32_t left = mObject.Detach()->Release();
         if (left != 0) {
             mMonitor->report(Contract::References, std::string("references to the ") + mName + ": " +
                                                        std::to_string(left) + " held at its end");

@@ -1,6 +1,6 @@
 /// The sample rates at which effects are offered.
-#ifndef SAMPLERATERANGE_H
-#define SAMPLERATERANGE_H
+#ifndef VARNO_HOST_SAMPLERATERANGE_H
+#define VARNO_HOST_SAMPLERATERANGE_H
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
-#include "StoredChunk.h"
+#include "Host/StoredChunk.h"
 
-#include "HostError.h"
+#include "Host/HostError.h"
 
 #include <algorithm>
 #include <array>
@@ -11,8 +11,8 @@ namespace varno {
 
 namespace {
 
-constexpr size_t kHeaderSize = kAAX_PlugInChunkHeaderSize;
-/// First bytes of every data area that the architecture's chunk format makes.
+constexpr std::size_t kHeaderSize = kAAX_PlugInChunkHeaderSize;
+// First bytes of every data area that the architecture's chunk format makes.
 constexpr std::array<std::byte, 4> kMarker = {std::byte{1}, std::byte{1}, std::byte{1}, std::byte{1}};
 
 static_assert(offsetof(AAX_SPlugInChunk, fData) == kHeaderSize);
@@ -37,10 +37,10 @@ void requireCode(const char* what, AAX_CTypeID found, AAX_CTypeID expected) {
 
 } // namespace
 
-StoredChunk::StoredChunk(uint32_t dataSize, const ChunkIdentity& identity)
+StoredChunk::StoredChunk(std::uint32_t dataSize, const ChunkIdentity& identity)
     : mBytes(std::max(kHeaderSize + dataSize, sizeof(AAX_SPlugInChunk))) {
     AAX_SPlugInChunk* chunk = record();
-    chunk->fSize = static_cast<int32_t>(dataSize);
+    chunk->fSize = static_cast<std::int32_t>(dataSize);
     chunk->fManufacturerID = identity.manufacturerID;
     chunk->fProductID = identity.productID;
     chunk->fPlugInID = identity.plugInID;
@@ -52,10 +52,10 @@ StoredChunk StoredChunk::fromBytes(std::span<const std::byte> bytes) {
         throw HostError("saved state: found " + std::to_string(bytes.size()) +
                         " bytes, expected a header of " + std::to_string(kHeaderSize));
     }
-    int32_t dataSize = 0;
+    std::int32_t dataSize = 0;
     std::memcpy(&dataSize, bytes.data(), sizeof dataSize);
-    const size_t found = bytes.size() - kHeaderSize;
-    if (dataSize < 0 || static_cast<size_t>(dataSize) != found) {
+    const std::size_t found = bytes.size() - kHeaderSize;
+    if (dataSize < 0 || static_cast<std::size_t>(dataSize) != found) {
         throw HostError("saved state: found " + std::to_string(found) + " bytes of data, expected " +
                         std::to_string(dataSize) + " by its header");
     }
@@ -94,7 +94,7 @@ ChunkIdentity StoredChunk::identity() const {
 
 std::span<const std::byte> StoredChunk::data() const {
     const auto room = mBytes.size() - kHeaderSize;
-    const auto size = static_cast<size_t>(std::max(record()->fSize, 0));
+    const auto size = static_cast<std::size_t>(std::max(record()->fSize, 0));
     return std::span(mBytes).subspan(kHeaderSize, std::min(size, room));
 }
 

@@ -1,9 +1,9 @@
 /// A saved state as it lies in a file or a project.
-#ifndef STOREDCHUNK_H
-#define STOREDCHUNK_H
+#ifndef VARNO_HOST_STOREDCHUNK_H
+#define VARNO_HOST_STOREDCHUNK_H
 
 #include "AAX.h"
-#include "ModuleDescription.h"
+#include "Host/ModuleDescription.h"
 
 #include <cstddef>
 #include <span>
@@ -24,7 +24,7 @@ struct ChunkIdentity {
 class StoredChunk {
 public:
     /// An empty record with room for `dataSize` bytes, which the host has signed with `identity`.
-    StoredChunk(uint32_t dataSize, const ChunkIdentity& identity);
+    StoredChunk(std::uint32_t dataSize, const ChunkIdentity& identity);
 
     /// Reads a record from bytes. Throws HostError, saying what was found and expected, when they are fewer
     /// than a header, when the header's data size is not what follows it, or when the data area does not

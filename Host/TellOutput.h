@@ -1,6 +1,6 @@
 /// Outputs of host interfaces.
-#ifndef TELLOUTPUT_H
-#define TELLOUTPUT_H
+#ifndef VARNO_HOST_TELLOUTPUT_H
+#define VARNO_HOST_TELLOUTPUT_H
 
 #include "AAX_Errors.h"
 

@@ -1,6 +1,6 @@
 /// Lock-free hand-over of a whole value from one thread to another.
-#ifndef TRIPLEBUFFER_H
-#define TRIPLEBUFFER_H
+#ifndef VARNO_HOST_TRIPLEBUFFER_H
+#define VARNO_HOST_TRIPLEBUFFER_H
 
 #include <array>
 #include <atomic>
@@ -35,13 +35,13 @@ public:
     const T& front() const noexcept { return mSlots[mFront]; }
 
 private:
-    static constexpr uint8_t kIndex = 3;
-    static constexpr uint8_t kNew = 4;
+    static constexpr std::uint8_t kIndex = 3;
+    static constexpr std::uint8_t kNew = 4;
 
     std::array<T, 3> mSlots;
-    uint8_t mBack = 0;
-    std::atomic<uint8_t> mMiddle{1};
-    uint8_t mFront = 2;
+    std::uint8_t mBack = 0;
+    std::atomic<std::uint8_t> mMiddle{1};
+    std::uint8_t mFront = 2;
 };
 
 } // namespace varno

@@ -1,6 +1,6 @@
-#include "ViewContainer.h"
+#include "Host/ViewContainer.h"
 
-#include "TellOutput.h"
+#include "Host/TellOutput.h"
 
 namespace varno {
 
@@ -8,12 +8,12 @@ ViewContainer::ViewContainer(std::shared_ptr<HostContext> context)
     : HostObject(std::move(context), "view container") {
 }
 
-void ViewContainer::setView(int32_t type, void* view) {
+void ViewContainer::setView(std::int32_t type, void* view) {
     mType = type;
     mView = view;
 }
 
-AAX_Result ViewContainer::GetModifiers(uint32_t* outModifiers) {
+AAX_Result ViewContainer::GetModifiers(std::uint32_t* outModifiers) {
     return tell(outModifiers, mModifiers);
 }
 
@@ -28,40 +28,40 @@ AAX_Result ViewContainer::SetViewSize(AAX_Point* size) {
     return result;
 }
 
-AAX_Result ViewContainer::take(MouseOffer::Kind kind, const AAX_CParamID* paramIDs, uint32_t count,
-                               uint32_t modifiers) {
+AAX_Result ViewContainer::take(MouseOffer::Kind kind, const AAX_CParamID* paramIDs, std::uint32_t count,
+                               std::uint32_t modifiers) {
     MouseOffer offer{kind, {}, modifiers};
-    for (uint32_t i = 0; i < count; ++i) {
+    for (std::uint32_t i = 0; i < count; ++i) {
         offer.parameters.emplace_back(paramIDs[i] == nullptr ? "" : paramIDs[i]);
     }
     mOffers.push_back(offer);
     return mMouseHandler ? mMouseHandler(offer) : AAX_ERROR_UNIMPLEMENTED;
 }
 
-AAX_Result ViewContainer::HandleParameterMouseDown(AAX_CParamID paramID, uint32_t modifiers) {
+AAX_Result ViewContainer::HandleParameterMouseDown(AAX_CParamID paramID, std::uint32_t modifiers) {
     return take(MouseOffer::Kind::Down, &paramID, 1, modifiers);
 }
 
-AAX_Result ViewContainer::HandleParameterMouseDrag(AAX_CParamID paramID, uint32_t modifiers) {
+AAX_Result ViewContainer::HandleParameterMouseDrag(AAX_CParamID paramID, std::uint32_t modifiers) {
     return take(MouseOffer::Kind::Drag, &paramID, 1, modifiers);
 }
 
-AAX_Result ViewContainer::HandleParameterMouseUp(AAX_CParamID paramID, uint32_t modifiers) {
+AAX_Result ViewContainer::HandleParameterMouseUp(AAX_CParamID paramID, std::uint32_t modifiers) {
     return take(MouseOffer::Kind::Up, &paramID, 1, modifiers);
 }
 
-AAX_Result ViewContainer::HandleMultipleParametersMouseDown(const AAX_CParamID* paramIDs, uint32_t count,
-                                                            uint32_t modifiers) {
+AAX_Result ViewContainer::HandleMultipleParametersMouseDown(const AAX_CParamID* paramIDs, std::uint32_t count,
+                                                            std::uint32_t modifiers) {
     return take(MouseOffer::Kind::Down, paramIDs, count, modifiers);
 }
 
-AAX_Result ViewContainer::HandleMultipleParametersMouseDrag(const AAX_CParamID* paramIDs, uint32_t count,
-                                                            uint32_t modifiers) {
+AAX_Result ViewContainer::HandleMultipleParametersMouseDrag(const AAX_CParamID* paramIDs, std::uint32_t count,
+                                                            std::uint32_t modifiers) {
     return take(MouseOffer::Kind::Drag, paramIDs, count, modifiers);
 }
 
-AAX_Result ViewContainer::HandleMultipleParametersMouseUp(const AAX_CParamID* paramIDs, uint32_t count,
-                                                          uint32_t modifiers) {
+AAX_Result ViewContainer::HandleMultipleParametersMouseUp(const AAX_CParamID* paramIDs, std::uint32_t count,
+                                                          std::uint32_t modifiers) {
     return take(MouseOffer::Kind::Up, paramIDs, count, modifiers);
 }
 

@@ -1,10 +1,10 @@
 /// The native view in which this host places an editor.
-#ifndef VIEWCONTAINER_H
-#define VIEWCONTAINER_H
+#ifndef VARNO_HOST_VIEWCONTAINER_H
+#define VARNO_HOST_VIEWCONTAINER_H
 
 #include "AAX_IACFViewContainer.h"
-#include "DesktopFacet.h"
-#include "HostObject.h"
+#include "Host/DesktopFacet.h"
+#include "Host/HostObject.h"
 
 #include <functional>
 #include <string>
@@ -18,7 +18,7 @@ struct MouseOffer {
 
     Kind kind = Kind::Down;
     std::vector<std::string> parameters;
-    uint32_t modifiers = 0; ///< AAX_EModifiers bits.
+    std::uint32_t modifiers = 0; ///< AAX_EModifiers bits.
 };
 
 /// View container versions 1 and 2, and the desktop around it where there is one. A plain container around a
@@ -33,11 +33,11 @@ public:
     explicit ViewContainer(std::shared_ptr<HostContext> context);
 
     /// The native view: its kind (an AAX_EViewContainerType) and the view itself, borrowed.
-    void setView(int32_t type, void* view);
+    void setView(std::int32_t type, void* view);
     /// The desktop around the view (borrowed, outlives the editor); without one the module is told of none.
     void setDesktop(Desktop* desktop) { mDesktop.setDesktop(desktop); }
     /// The modifier keys that are down.
-    void setModifiers(uint32_t modifiers) { mModifiers = modifiers; }
+    void setModifiers(std::uint32_t modifiers) { mModifiers = modifiers; }
     /// Answers mouse offers: AAX_SUCCESS takes one. Without a handler none is taken.
     void setMouseHandler(MouseHandler handler) { mMouseHandler = std::move(handler); }
     /// Answers wishes for a size in pixels: AAX_SUCCESS grants it. Without a handler each is granted.
@@ -47,29 +47,30 @@ public:
     /// All offers so far.
     const std::vector<MouseOffer>& offers() const { return mOffers; }
 
-    int32_t GetType() override { return mType; }
+    std::int32_t GetType() override { return mType; }
     void* GetPtr() override { return mView; }
-    AAX_Result GetModifiers(uint32_t* outModifiers) override;
+    AAX_Result GetModifiers(std::uint32_t* outModifiers) override;
     AAX_Result SetViewSize(AAX_Point* size) override;
-    AAX_Result HandleParameterMouseDown(AAX_CParamID paramID, uint32_t modifiers) override;
-    AAX_Result HandleParameterMouseDrag(AAX_CParamID paramID, uint32_t modifiers) override;
-    AAX_Result HandleParameterMouseUp(AAX_CParamID paramID, uint32_t modifiers) override;
-    AAX_Result HandleMultipleParametersMouseDown(const AAX_CParamID* paramIDs, uint32_t count,
-                                                 uint32_t modifiers) override;
-    AAX_Result HandleMultipleParametersMouseDrag(const AAX_CParamID* paramIDs, uint32_t count,
-                                                 uint32_t modifiers) override;
-    AAX_Result HandleMultipleParametersMouseUp(const AAX_CParamID* paramIDs, uint32_t count,
-                                               uint32_t modifiers) override;
+    AAX_Result HandleParameterMouseDown(AAX_CParamID paramID, std::uint32_t modifiers) override;
+    AAX_Result HandleParameterMouseDrag(AAX_CParamID paramID, std::uint32_t modifiers) override;
+    AAX_Result HandleParameterMouseUp(AAX_CParamID paramID, std::uint32_t modifiers) override;
+    AAX_Result HandleMultipleParametersMouseDown(const AAX_CParamID* paramIDs, std::uint32_t count,
+                                                 std::uint32_t modifiers) override;
+    AAX_Result HandleMultipleParametersMouseDrag(const AAX_CParamID* paramIDs, std::uint32_t count,
+                                                 std::uint32_t modifiers) override;
+    AAX_Result HandleMultipleParametersMouseUp(const AAX_CParamID* paramIDs, std::uint32_t count,
+                                               std::uint32_t modifiers) override;
 
 protected:
     void* interfaceFor(const acfIID& iid) override;
 
 private:
-    AAX_Result take(MouseOffer::Kind kind, const AAX_CParamID* paramIDs, uint32_t count, uint32_t modifiers);
+    AAX_Result take(MouseOffer::Kind kind, const AAX_CParamID* paramIDs, std::uint32_t count,
+                    std::uint32_t modifiers);
 
-    int32_t mType = AAX_eViewContainerType_None;
+    std::int32_t mType = AAX_eViewContainerType_None;
     void* mView = nullptr;
-    uint32_t mModifiers = 0;
+    std::uint32_t mModifiers = 0;
     AAX_Point mSize;
     DesktopFacet mDesktop{*this};
     MouseHandler mMouseHandler;

@@ -1,6 +1,6 @@
 /// Shared plain types of the plug-in architecture.
-#ifndef AAX_H
-#define AAX_H
+#ifndef VARNO_INTERFACES_AAX_H
+#define VARNO_INTERFACES_AAX_H
 
 #include "AAX_Enums.h"
 #include "AAX_Errors.h"

@@ -1,6 +1,6 @@
 /// Assertions, which tell the host and carry on.
-#ifndef AAX_ASSERT_H
-#define AAX_ASSERT_H
+#ifndef VARNO_INTERFACES_AAX_ASSERT_H
+#define VARNO_INTERFACES_AAX_ASSERT_H
 
 #include "AAX_CHostServices.h"
 

@@ -1,6 +1,6 @@
 /// A scope for objects of the system that are released later.
-#ifndef AAX_CAUTORELEASEPOOL_H
-#define AAX_CAUTORELEASEPOOL_H
+#ifndef VARNO_INTERFACES_AAX_CAUTORELEASEPOOL_H
+#define VARNO_INTERFACES_AAX_CAUTORELEASEPOOL_H
 
 /// On macOS everything that is autoreleased while it lives is released when it goes; elsewhere it does
 /// nothing. Lives on the stack of one function, on the thread that made it. [main]

@@ -1,6 +1,6 @@
 /// Saved settings as a list of named values, and as the bytes of a chunk.
-#ifndef AAX_CCHUNKDATAPARSER_H
-#define AAX_CCHUNKDATAPARSER_H
+#ifndef VARNO_INTERFACES_AAX_CCHUNKDATAPARSER_H
+#define VARNO_INTERFACES_AAX_CCHUNKDATAPARSER_H
 
 #include "AAX.h"
 #include "AAX_CString.h"

@@ -1,6 +1,6 @@
 /// Base of a plug-in's data model.
-#ifndef AAX_CEFFECTPARAMETERS_H
-#define AAX_CEFFECTPARAMETERS_H
+#ifndef VARNO_INTERFACES_AAX_CEFFECTPARAMETERS_H
+#define VARNO_INTERFACES_AAX_CEFFECTPARAMETERS_H
 
 #include "AAX_CChunkDataParser.h"
 #include "AAX_CPacketDispatcher.h"

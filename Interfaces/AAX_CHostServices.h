@@ -1,6 +1,6 @@
 /// The module's only diagnostics channel.
-#ifndef AAX_CHOSTSERVICES_H
-#define AAX_CHOSTSERVICES_H
+#ifndef VARNO_INTERFACES_AAX_CHOSTSERVICES_H
+#define VARNO_INTERFACES_AAX_CHOSTSERVICES_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// A straight line between two real values.
-#ifndef AAX_CLINEARTAPERDELEGATE_H
-#define AAX_CLINEARTAPERDELEGATE_H
+#ifndef VARNO_INTERFACES_AAX_CLINEARTAPERDELEGATE_H
+#define VARNO_INTERFACES_AAX_CLINEARTAPERDELEGATE_H
 
 #include "AAX_ITaperDelegate.h"
 

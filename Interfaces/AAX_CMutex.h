@@ -1,6 +1,6 @@
 /// The module's lock.
-#ifndef AAX_CMUTEX_H
-#define AAX_CMUTEX_H
+#ifndef VARNO_INTERFACES_AAX_CMUTEX_H
+#define VARNO_INTERFACES_AAX_CMUTEX_H
 
 #include <memory>
 

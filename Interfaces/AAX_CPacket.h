@@ -1,6 +1,6 @@
 /// The coefficient packet of one field of an algorithm's context.
-#ifndef AAX_CPACKET_H
-#define AAX_CPACKET_H
+#ifndef VARNO_INTERFACES_AAX_CPACKET_H
+#define VARNO_INTERFACES_AAX_CPACKET_H
 
 #include "AAX.h"
 
@@ -26,7 +26,7 @@ public:
     /// std::out_of_range when no payload has been written. [main]
     const void* GetPayload() { return mPayload.Get(mPayloadSize); }
     /// Bytes of payload. [main]
-    size_t GetSize() const { return mPayloadSize; }
+    std::size_t GetSize() const { return mPayloadSize; }
 
     AAX_CFieldIndex GetFieldIndex() const { return mFieldIndex; }
     bool IsDirty() const { return mDirty; }
@@ -37,7 +37,7 @@ private:
     class SPacketData {
     public:
         /// First of exactly `size` bytes: grows with zero bytes, or shrinks. Throws std::out_of_range for 0.
-        char* Get(size_t size) {
+        char* Get(std::size_t size) {
             mData.resize(size);
             if (mData.empty()) {
                 throw std::out_of_range("the packet has no payload");
@@ -46,13 +46,13 @@ private:
         }
 
     private:
-        static constexpr size_t kInitialSize = 8; ///< Bytes, enough for a double.
+        static constexpr std::size_t kInitialSize = 8; ///< Bytes, enough for a double.
         std::vector<char> mData = std::vector<char>(kInitialSize);
     };
 
     AAX_CFieldIndex mFieldIndex;
     bool mDirty = true;
-    size_t mPayloadSize = 0;
+    std::size_t mPayloadSize = 0;
     SPacketData mPayload;
 };
 

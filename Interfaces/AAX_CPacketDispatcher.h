@@ -1,6 +1,6 @@
 /// Turns parameter changes into coefficient packets.
-#ifndef AAX_CPACKETDISPATCHER_H
-#define AAX_CPACKETDISPATCHER_H
+#ifndef VARNO_INTERFACES_AAX_CPACKETDISPATCHER_H
+#define VARNO_INTERFACES_AAX_CPACKETDISPATCHER_H
 
 #include "AAX_CMutex.h"
 #include "AAX_CPacket.h"

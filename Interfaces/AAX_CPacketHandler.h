@@ -1,6 +1,6 @@
 /// A packet handler that is a member of some object.
-#ifndef AAX_CPACKETHANDLER_H
-#define AAX_CPACKETHANDLER_H
+#ifndef VARNO_INTERFACES_AAX_CPACKETHANDLER_H
+#define VARNO_INTERFACES_AAX_CPACKETHANDLER_H
 
 #include "AAX_IPacketHandler.h"
 

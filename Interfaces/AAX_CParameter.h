@@ -1,6 +1,6 @@
 /// A parameter whose real value is of one type.
-#ifndef AAX_CPARAMETER_H
-#define AAX_CPARAMETER_H
+#ifndef VARNO_INTERFACES_AAX_CPARAMETER_H
+#define VARNO_INTERFACES_AAX_CPARAMETER_H
 
 #include "AAX_Assert.h"
 #include "AAX_CParameterValue.h"

@@ -1,6 +1,6 @@
 /// The parameters of one instance.
-#ifndef AAX_CPARAMETERMANAGER_H
-#define AAX_CPARAMETERMANAGER_H
+#ifndef VARNO_INTERFACES_AAX_CPARAMETERMANAGER_H
+#define VARNO_INTERFACES_AAX_CPARAMETERMANAGER_H
 
 #include "AAX.h"
 #include "AAX_IdentifierOrder.h"

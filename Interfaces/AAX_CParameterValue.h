@@ -1,6 +1,6 @@
 /// A parameter's value of one type.
-#ifndef AAX_CPARAMETERVALUE_H
-#define AAX_CPARAMETERVALUE_H
+#ifndef VARNO_INTERFACES_AAX_CPARAMETERVALUE_H
+#define VARNO_INTERFACES_AAX_CPARAMETERVALUE_H
 
 #include "AAX_Assert.h"
 #include "AAX_IParameterValue.h"
@@ -48,9 +48,10 @@ template<class T>
 AAX_CParameterValue<T>::AAX_CParameterValue(AAX_CParamID identifier, T value)
     : mValue(value) {
     if (identifier != nullptr) {
-        const size_t len = std::strlen(identifier);
+        const std::size_t len = std::strlen(identifier);
         AAX_ASSERT(len < eParemeterDefaultMaxIdentifierSize);
-        std::copy_n(identifier, std::min<size_t>(len, eParemeterDefaultMaxIdentifierSize - 1), mIdentifier);
+        std::copy_n(identifier, std::min<std::size_t>(len, eParemeterDefaultMaxIdentifierSize - 1),
+                    mIdentifier);
     }
 }
 

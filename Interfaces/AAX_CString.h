@@ -1,6 +1,6 @@
 /// The plug-in's text.
-#ifndef AAX_CSTRING_H
-#define AAX_CSTRING_H
+#ifndef VARNO_INTERFACES_AAX_CSTRING_H
+#define VARNO_INTERFACES_AAX_CSTRING_H
 
 #include "AAX_IString.h"
 

@@ -1,6 +1,6 @@
 /// Enumerations of the plug-in architecture.
-#ifndef AAX_ENUMS_H
-#define AAX_ENUMS_H
+#ifndef VARNO_INTERFACES_AAX_ENUMS_H
+#define VARNO_INTERFACES_AAX_ENUMS_H
 
 #include "AAX_UIDs.h"
 

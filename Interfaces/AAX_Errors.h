@@ -1,6 +1,6 @@
 /// Result codes of every operation between plug-in and host.
-#ifndef AAX_ERRORS_H
-#define AAX_ERRORS_H
+#ifndef VARNO_INTERFACES_AAX_ERRORS_H
+#define VARNO_INTERFACES_AAX_ERRORS_H
 
 #include <cstdint>
 

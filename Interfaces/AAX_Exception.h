@@ -1,7 +1,7 @@
 /// Exceptions of the library layer, and results that turn into them. None of them crosses into the host:
 /// every entry point that the host calls catches them and returns a code.
-#ifndef AAX_EXCEPTION_H
-#define AAX_EXCEPTION_H
+#ifndef VARNO_INTERFACES_AAX_EXCEPTION_H
+#define VARNO_INTERFACES_AAX_EXCEPTION_H
 
 #include "AAX_Errors.h"
 

@@ -1,6 +1,6 @@
 /// The seven entry points through which a host reaches the module, and nothing else.
-#ifndef AAX_EXPORTS_H
-#define AAX_EXPORTS_H
+#ifndef VARNO_INTERFACES_AAX_EXPORTS_H
+#define VARNO_INTERFACES_AAX_EXPORTS_H
 
 #include "ACF/IACFComponentDefinition.h"
 #include "ACF/IACFPluginDefinition.h"

@@ -1,6 +1,6 @@
 /// The border that no exception crosses.
-#ifndef AAX_GUARDED_H
-#define AAX_GUARDED_H
+#ifndef VARNO_INTERFACES_AAX_GUARDED_H
+#define VARNO_INTERFACES_AAX_GUARDED_H
 
 #include "AAX_Errors.h"
 

@@ -1,6 +1,6 @@
 /// The host's record of everything that a module offers.
-#ifndef AAX_IACFCOLLECTION_H
-#define AAX_IACFCOLLECTION_H
+#ifndef VARNO_INTERFACES_AAX_IACFCOLLECTION_H
+#define VARNO_INTERFACES_AAX_IACFCOLLECTION_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// The host's side of a running instance.
-#ifndef AAX_IACFCONTROLLER_H
-#define AAX_IACFCONTROLLER_H
+#ifndef VARNO_INTERFACES_AAX_IACFCONTROLLER_H
+#define VARNO_INTERFACES_AAX_IACFCONTROLLER_H
 
 #include "AAX.h"
 #include "AAX_IString.h"

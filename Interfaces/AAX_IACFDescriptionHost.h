@@ -1,6 +1,6 @@
 /// What a host tells about itself while a module is described.
-#ifndef AAX_IACFDESCRIPTIONHOST_H
-#define AAX_IACFDESCRIPTIONHOST_H
+#ifndef VARNO_INTERFACES_AAX_IACFDESCRIPTIONHOST_H
+#define VARNO_INTERFACES_AAX_IACFDESCRIPTIONHOST_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// What the host tells of the desktop around a view, and does for an editor there.
-#ifndef AAX_IACFDESKTOP_H
-#define AAX_IACFDESKTOP_H
+#ifndef VARNO_INTERFACES_AAX_IACFDESKTOP_H
+#define VARNO_INTERFACES_AAX_IACFDESKTOP_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// The editor as the host sees it.
-#ifndef AAX_IACFEFFECTGUI_H
-#define AAX_IACFEFFECTGUI_H
+#ifndef VARNO_INTERFACES_AAX_IACFEFFECTGUI_H
+#define VARNO_INTERFACES_AAX_IACFEFFECTGUI_H
 
 #include "AAX.h"
 #include "AAX_IString.h"

@@ -1,6 +1,6 @@
 /// The data model as the host sees it.
-#ifndef AAX_IACFEFFECTPARAMETERS_H
-#define AAX_IACFEFFECTPARAMETERS_H
+#ifndef VARNO_INTERFACES_AAX_IACFEFFECTPARAMETERS_H
+#define VARNO_INTERFACES_AAX_IACFEFFECTPARAMETERS_H
 
 #include "AAX.h"
 #include "AAX_IString.h"

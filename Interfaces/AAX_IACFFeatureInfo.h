@@ -1,6 +1,6 @@
 /// What a host tells about one of its features.
-#ifndef AAX_IACFFEATUREINFO_H
-#define AAX_IACFFEATUREINFO_H
+#ifndef VARNO_INTERFACES_AAX_IACFFEATUREINFO_H
+#define VARNO_INTERFACES_AAX_IACFFEATUREINFO_H
 
 #include "AAX.h"
 

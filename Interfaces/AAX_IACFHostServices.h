@@ -1,6 +1,6 @@
 /// The host's diagnostics channel.
-#ifndef AAX_IACFHOSTSERVICES_H
-#define AAX_IACFHOSTSERVICES_H
+#ifndef VARNO_INTERFACES_AAX_IACFHOSTSERVICES_H
+#define VARNO_INTERFACES_AAX_IACFHOSTSERVICES_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// A control-surface page table: which parameter each control of each page moves.
-#ifndef AAX_IACFPAGETABLE_H
-#define AAX_IACFPAGETABLE_H
+#ifndef VARNO_INTERFACES_AAX_IACFPAGETABLE_H
+#define VARNO_INTERFACES_AAX_IACFPAGETABLE_H
 
 #include "AAX.h"
 #include "AAX_IString.h"

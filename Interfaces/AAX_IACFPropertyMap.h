@@ -1,6 +1,6 @@
 /// The host's table of properties.
-#ifndef AAX_IACFPROPERTYMAP_H
-#define AAX_IACFPROPERTYMAP_H
+#ifndef VARNO_INTERFACES_AAX_IACFPROPERTYMAP_H
+#define VARNO_INTERFACES_AAX_IACFPROPERTYMAP_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// The host's time line.
-#ifndef AAX_IACFTRANSPORT_H
-#define AAX_IACFTRANSPORT_H
+#ifndef VARNO_INTERFACES_AAX_IACFTRANSPORT_H
+#define VARNO_INTERFACES_AAX_IACFTRANSPORT_H
 
 #include "AAX.h"
 

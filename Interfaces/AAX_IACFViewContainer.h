@@ -1,6 +1,6 @@
 /// The native view in which a host places an editor.
-#ifndef AAX_IACFVIEWCONTAINER_H
-#define AAX_IACFVIEWCONTAINER_H
+#ifndef VARNO_INTERFACES_AAX_IACFVIEWCONTAINER_H
+#define VARNO_INTERFACES_AAX_IACFVIEWCONTAINER_H
 
 #include "AAX.h"
 

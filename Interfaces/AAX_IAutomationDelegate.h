@@ -1,6 +1,6 @@
 /// The host's automation of parameters, as the plug-in calls it.
-#ifndef AAX_IAUTOMATIONDELEGATE_H
-#define AAX_IAUTOMATIONDELEGATE_H
+#ifndef VARNO_INTERFACES_AAX_IAUTOMATIONDELEGATE_H
+#define VARNO_INTERFACES_AAX_IAUTOMATIONDELEGATE_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// Everything that the module offers, as the description writes it.
-#ifndef AAX_ICOLLECTION_H
-#define AAX_ICOLLECTION_H
+#ifndef VARNO_INTERFACES_AAX_ICOLLECTION_H
+#define VARNO_INTERFACES_AAX_ICOLLECTION_H
 
 #include "AAX.h"
 #include "AAX_IDescriptionHost.h"

@@ -1,6 +1,6 @@
 /// One algorithm variant, as the description writes it.
-#ifndef AAX_ICOMPONENTDESCRIPTOR_H
-#define AAX_ICOMPONENTDESCRIPTOR_H
+#ifndef VARNO_INTERFACES_AAX_ICOMPONENTDESCRIPTOR_H
+#define VARNO_INTERFACES_AAX_ICOMPONENTDESCRIPTOR_H
 
 #include "AAX.h"
 #include "AAX_IPropertyMap.h"

@@ -1,6 +1,6 @@
 /// The host's side of a running instance, as the plug-in calls it.
-#ifndef AAX_ICONTROLLER_H
-#define AAX_ICONTROLLER_H
+#ifndef VARNO_INTERFACES_AAX_ICONTROLLER_H
+#define VARNO_INTERFACES_AAX_ICONTROLLER_H
 
 #include "AAX.h"
 #include "AAX_IACFPageTable.h"

@@ -1,6 +1,6 @@
 /// What the host tells about itself while the module is described.
-#ifndef AAX_IDESCRIPTIONHOST_H
-#define AAX_IDESCRIPTIONHOST_H
+#ifndef VARNO_INTERFACES_AAX_IDESCRIPTIONHOST_H
+#define VARNO_INTERFACES_AAX_IDESCRIPTIONHOST_H
 
 #include "AAX.h"
 #include "AAX_IFeatureInfo.h"

@@ -1,6 +1,6 @@
 /// The text of a parameter's real values.
-#ifndef AAX_IDISPLAYDELEGATE_H
-#define AAX_IDISPLAYDELEGATE_H
+#ifndef VARNO_INTERFACES_AAX_IDISPLAYDELEGATE_H
+#define VARNO_INTERFACES_AAX_IDISPLAYDELEGATE_H
 
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,6 @@
 /// One effect, as the description writes it.
-#ifndef AAX_IEFFECTDESCRIPTOR_H
-#define AAX_IEFFECTDESCRIPTOR_H
+#ifndef VARNO_INTERFACES_AAX_IEFFECTDESCRIPTOR_H
+#define VARNO_INTERFACES_AAX_IEFFECTDESCRIPTOR_H
 
 #include "AAX.h"
 #include "AAX_IComponentDescriptor.h"

@@ -1,6 +1,6 @@
 /// The editor as the plug-in implements it.
-#ifndef AAX_IEFFECTGUI_H
-#define AAX_IEFFECTGUI_H
+#ifndef VARNO_INTERFACES_AAX_IEFFECTGUI_H
+#define VARNO_INTERFACES_AAX_IEFFECTGUI_H
 
 #include "AAX_IACFEffectGUI.h"
 #include "ACF/ACFDelegating.h"

@@ -1,6 +1,6 @@
 /// The data model as the plug-in implements it.
-#ifndef AAX_IEFFECTPARAMETERS_H
-#define AAX_IEFFECTPARAMETERS_H
+#ifndef VARNO_INTERFACES_AAX_IEFFECTPARAMETERS_H
+#define VARNO_INTERFACES_AAX_IEFFECTPARAMETERS_H
 
 #include "AAX_IACFEffectParameters.h"
 #include "ACF/ACFDelegating.h"

@@ -1,6 +1,6 @@
 /// What the host tells about one of its features, as the plug-in reads it.
-#ifndef AAX_IFEATUREINFO_H
-#define AAX_IFEATUREINFO_H
+#ifndef VARNO_INTERFACES_AAX_IFEATUREINFO_H
+#define VARNO_INTERFACES_AAX_IFEATUREINFO_H
 
 #include "AAX.h"
 #include "AAX_IPropertyMap.h"

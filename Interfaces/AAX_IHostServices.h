@@ -1,6 +1,6 @@
 /// The host's diagnostics channel, as the plug-in calls it.
-#ifndef AAX_IHOSTSERVICES_H
-#define AAX_IHOSTSERVICES_H
+#ifndef VARNO_INTERFACES_AAX_IHOSTSERVICES_H
+#define VARNO_INTERFACES_AAX_IHOSTSERVICES_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// What computes a coefficient packet.
-#ifndef AAX_IPACKETHANDLER_H
-#define AAX_IPACKETHANDLER_H
+#ifndef VARNO_INTERFACES_AAX_IPACKETHANDLER_H
+#define VARNO_INTERFACES_AAX_IPACKETHANDLER_H
 
 #include "AAX.h"
 

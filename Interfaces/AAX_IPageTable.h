@@ -1,6 +1,6 @@
 /// A control-surface page table, as the plug-in uses it.
-#ifndef AAX_IPAGETABLE_H
-#define AAX_IPAGETABLE_H
+#ifndef VARNO_INTERFACES_AAX_IPAGETABLE_H
+#define VARNO_INTERFACES_AAX_IPAGETABLE_H
 
 #include "AAX.h"
 #include "AAX_IString.h"

@@ -1,6 +1,6 @@
 /// One automatable control value of the plug-in.
-#ifndef AAX_IPARAMETER_H
-#define AAX_IPARAMETER_H
+#ifndef VARNO_INTERFACES_AAX_IPARAMETER_H
+#define VARNO_INTERFACES_AAX_IPARAMETER_H
 
 #include "AAX.h"
 #include "AAX_IParameterValue.h"

@@ -1,6 +1,6 @@
 /// A parameter's value apart from its parameter.
-#ifndef AAX_IPARAMETERVALUE_H
-#define AAX_IPARAMETERVALUE_H
+#ifndef VARNO_INTERFACES_AAX_IPARAMETERVALUE_H
+#define VARNO_INTERFACES_AAX_IPARAMETERVALUE_H
 
 #include "AAX.h"
 #include "AAX_IString.h"

@@ -1,6 +1,6 @@
 /// A table of properties, as the plug-in uses it.
-#ifndef AAX_IPROPERTYMAP_H
-#define AAX_IPROPERTYMAP_H
+#ifndef VARNO_INTERFACES_AAX_IPROPERTYMAP_H
+#define VARNO_INTERFACES_AAX_IPROPERTYMAP_H
 
 #include "AAX.h"
 

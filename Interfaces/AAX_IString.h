@@ -1,6 +1,6 @@
 /// Text exchanged between plug-in and host.
-#ifndef AAX_ISTRING_H
-#define AAX_ISTRING_H
+#ifndef VARNO_INTERFACES_AAX_ISTRING_H
+#define VARNO_INTERFACES_AAX_ISTRING_H
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 /// The mapping between a parameter's real and normalized values.
-#ifndef AAX_ITAPERDELEGATE_H
-#define AAX_ITAPERDELEGATE_H
+#ifndef VARNO_INTERFACES_AAX_ITAPERDELEGATE_H
+#define VARNO_INTERFACES_AAX_ITAPERDELEGATE_H
 
 #include <memory>
 

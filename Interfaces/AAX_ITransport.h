@@ -1,6 +1,6 @@
 /// The host's time line, as the plug-in reads it.
-#ifndef AAX_ITRANSPORT_H
-#define AAX_ITRANSPORT_H
+#ifndef VARNO_INTERFACES_AAX_ITRANSPORT_H
+#define VARNO_INTERFACES_AAX_ITRANSPORT_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// The native view in which the host places the editor, as the plug-in uses it.
-#ifndef AAX_IVIEWCONTAINER_H
-#define AAX_IVIEWCONTAINER_H
+#ifndef VARNO_INTERFACES_AAX_IVIEWCONTAINER_H
+#define VARNO_INTERFACES_AAX_IVIEWCONTAINER_H
 
 #include "AAX.h"
 

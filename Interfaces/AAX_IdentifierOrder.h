@@ -1,6 +1,6 @@
 /// The order of parameter identifiers.
-#ifndef AAX_IDENTIFIERORDER_H
-#define AAX_IDENTIFIERORDER_H
+#ifndef VARNO_INTERFACES_AAX_IDENTIFIERORDER_H
+#define VARNO_INTERFACES_AAX_IDENTIFIERORDER_H
 
 #include <algorithm>
 #include <cstddef>
@@ -14,8 +14,8 @@ struct AAX_SIdentifierOrder {
 
     /// Whether `left` comes before `right`. [any]
     bool operator()(std::string_view left, std::string_view right) const {
-        const size_t common = std::min(left.size(), right.size());
-        for (size_t i = 0; i < common; ++i) {
+        const std::size_t common = std::min(left.size(), right.size());
+        for (std::size_t i = 0; i < common; ++i) {
             if (left[i] != right[i]) {
                 return static_cast<unsigned char>(left[i]) < static_cast<unsigned char>(right[i]);
             }

@@ -1,6 +1,6 @@
 /// What a module does for each of its entry points.
-#ifndef AAX_INIT_H
-#define AAX_INIT_H
+#ifndef VARNO_INTERFACES_AAX_INIT_H
+#define VARNO_INTERFACES_AAX_INIT_H
 
 #include "AAX.h"
 #include "AAX_ICollection.h"

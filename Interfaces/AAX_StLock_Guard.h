@@ -1,6 +1,6 @@
 /// Holds a lock for a scope.
-#ifndef AAX_STLOCK_GUARD_H
-#define AAX_STLOCK_GUARD_H
+#ifndef VARNO_INTERFACES_AAX_STLOCK_GUARD_H
+#define VARNO_INTERFACES_AAX_STLOCK_GUARD_H
 
 #include "AAX_CMutex.h"
 

@@ -1,6 +1,6 @@
 /// Texts of the architecture's numbers.
-#ifndef AAX_STRINGUTILITIES_H
-#define AAX_STRINGUTILITIES_H
+#ifndef VARNO_INTERFACES_AAX_STRINGUTILITIES_H
+#define VARNO_INTERFACES_AAX_STRINGUTILITIES_H
 
 #include "AAX_Errors.h"
 

@@ -3,8 +3,8 @@
 ///
 /// The values are this project's own, except IID_IACFUnknown, which every component framework of this family
 /// shares. Each is a random (version 4) UUID, so that none can meet another framework's by chance.
-#ifndef AAX_UIDS_H
-#define AAX_UIDS_H
+#ifndef VARNO_INTERFACES_AAX_UIDS_H
+#define VARNO_INTERFACES_AAX_UIDS_H
 
 /// A 128-bit identifier of an interface, a component or a feature; 16 bytes, no padding.
 struct _acfUID {

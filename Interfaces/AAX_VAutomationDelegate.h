@@ -1,6 +1,6 @@
 /// The host's automation in the version that the host offers.
-#ifndef AAX_VAUTOMATIONDELEGATE_H
-#define AAX_VAUTOMATIONDELEGATE_H
+#ifndef VARNO_INTERFACES_AAX_VAUTOMATIONDELEGATE_H
+#define VARNO_INTERFACES_AAX_VAUTOMATIONDELEGATE_H
 
 #include "AAX_IACFAutomationDelegate.h"
 #include "AAX_IAutomationDelegate.h"

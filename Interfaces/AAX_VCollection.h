@@ -1,6 +1,6 @@
 /// The host's record of everything that the module offers.
-#ifndef AAX_VCOLLECTION_H
-#define AAX_VCOLLECTION_H
+#ifndef VARNO_INTERFACES_AAX_VCOLLECTION_H
+#define VARNO_INTERFACES_AAX_VCOLLECTION_H
 
 #include "AAX_IACFCollection.h"
 #include "AAX_ICollection.h"

@@ -1,6 +1,6 @@
 /// The host's record of one algorithm variant.
-#ifndef AAX_VCOMPONENTDESCRIPTOR_H
-#define AAX_VCOMPONENTDESCRIPTOR_H
+#ifndef VARNO_INTERFACES_AAX_VCOMPONENTDESCRIPTOR_H
+#define VARNO_INTERFACES_AAX_VCOMPONENTDESCRIPTOR_H
 
 #include "AAX_IACFComponentDescriptor.h"
 #include "AAX_IComponentDescriptor.h"

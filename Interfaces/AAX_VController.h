@@ -1,6 +1,6 @@
 /// The host's side of a running instance in the versions that the host offers.
-#ifndef AAX_VCONTROLLER_H
-#define AAX_VCONTROLLER_H
+#ifndef VARNO_INTERFACES_AAX_VCONTROLLER_H
+#define VARNO_INTERFACES_AAX_VCONTROLLER_H
 
 #include "AAX_IACFController.h"
 #include "AAX_IACFPageTableController.h"

@@ -1,6 +1,6 @@
 /// What the host tells about itself.
-#ifndef AAX_VDESCRIPTIONHOST_H
-#define AAX_VDESCRIPTIONHOST_H
+#ifndef VARNO_INTERFACES_AAX_VDESCRIPTIONHOST_H
+#define VARNO_INTERFACES_AAX_VDESCRIPTIONHOST_H
 
 #include "AAX_IACFDescriptionHost.h"
 #include "AAX_IDescriptionHost.h"

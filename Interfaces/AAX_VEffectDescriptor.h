@@ -1,6 +1,6 @@
 /// The host's record of one effect.
-#ifndef AAX_VEFFECTDESCRIPTOR_H
-#define AAX_VEFFECTDESCRIPTOR_H
+#ifndef VARNO_INTERFACES_AAX_VEFFECTDESCRIPTOR_H
+#define VARNO_INTERFACES_AAX_VEFFECTDESCRIPTOR_H
 
 #include "AAX_IACFEffectDescriptor.h"
 #include "AAX_IEffectDescriptor.h"

@@ -1,6 +1,6 @@
 /// What the host tells about one of its features.
-#ifndef AAX_VFEATUREINFO_H
-#define AAX_VFEATUREINFO_H
+#ifndef VARNO_INTERFACES_AAX_VFEATUREINFO_H
+#define VARNO_INTERFACES_AAX_VFEATUREINFO_H
 
 #include "AAX_IACFFeatureInfo.h"
 #include "AAX_IFeatureInfo.h"

@@ -1,6 +1,6 @@
 /// The host's diagnostics channel in the versions that the host offers.
-#ifndef AAX_VHOSTSERVICES_H
-#define AAX_VHOSTSERVICES_H
+#ifndef VARNO_INTERFACES_AAX_VHOSTSERVICES_H
+#define VARNO_INTERFACES_AAX_VHOSTSERVICES_H
 
 #include "AAX_IACFHostServices.h"
 #include "AAX_IHostServices.h"

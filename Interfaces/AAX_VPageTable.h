@@ -1,6 +1,6 @@
 /// A page table of the host's in the versions that the host offers.
-#ifndef AAX_VPAGETABLE_H
-#define AAX_VPAGETABLE_H
+#ifndef VARNO_INTERFACES_AAX_VPAGETABLE_H
+#define VARNO_INTERFACES_AAX_VPAGETABLE_H
 
 #include "AAX_IACFPageTable.h"
 #include "AAX_IPageTable.h"

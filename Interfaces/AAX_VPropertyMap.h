@@ -1,6 +1,6 @@
 /// A property map of the host's.
-#ifndef AAX_VPROPERTYMAP_H
-#define AAX_VPROPERTYMAP_H
+#ifndef VARNO_INTERFACES_AAX_VPROPERTYMAP_H
+#define VARNO_INTERFACES_AAX_VPROPERTYMAP_H
 
 #include "AAX_IACFPropertyMap.h"
 #include "AAX_IPropertyMap.h"

@@ -1,6 +1,6 @@
 /// The property maps of a descriptor.
-#ifndef AAX_VPROPERTYMAPS_H
-#define AAX_VPROPERTYMAPS_H
+#ifndef VARNO_INTERFACES_AAX_VPROPERTYMAPS_H
+#define VARNO_INTERFACES_AAX_VPROPERTYMAPS_H
 
 #include "AAX_VPropertyMap.h"
 

@@ -1,6 +1,6 @@
 /// The host's time line in the versions that the host offers.
-#ifndef AAX_VTRANSPORT_H
-#define AAX_VTRANSPORT_H
+#ifndef VARNO_INTERFACES_AAX_VTRANSPORT_H
+#define VARNO_INTERFACES_AAX_VTRANSPORT_H
 
 #include "AAX_IACFTransport.h"
 #include "AAX_ITransport.h"

@@ -1,6 +1,6 @@
 /// The editor's place in the host in the versions that the host offers.
-#ifndef AAX_VVIEWCONTAINER_H
-#define AAX_VVIEWCONTAINER_H
+#ifndef VARNO_INTERFACES_AAX_VVIEWCONTAINER_H
+#define VARNO_INTERFACES_AAX_VVIEWCONTAINER_H
 
 #include "AAX_IACFViewContainer.h"
 #include "AAX_IViewContainer.h"

@@ -4,13 +4,14 @@
 # Logs and reports of the steps.
 checks=$root/build/checks
 
-quick_steps=(format includes comments text shell gcc)
-lint_steps=(format includes comments text shell headers tidy)
-default_steps=(format includes comments text shell gcc headers clang tidy asan-ubsan tsan)
+quick_steps=(format guards includes comments text shell gcc)
+lint_steps=(format guards includes comments text shell headers tidy)
+default_steps=(format guards includes comments text shell gcc headers clang tidy asan-ubsan tsan)
 full_steps=("${default_steps[@]}" hosts tidy-tests coverage aarch64 long long-threads)
 
 declare -A step_title=(
     [format]="every C++ file is laid out as clang-format 14 does"
+    [guards]="every header is guarded by a name made of its path"
     [includes]="nobody includes against the direction of the layers"
     [comments]="every interface method tells its contract and its thread"
     [text]="no machine paths, left-overs, binaries, stray blanks"
@@ -49,11 +50,12 @@ lint() { run_logged "$step_log" discard findings "$@"; }
 findings() { head -n 100 "$1"; }
 
 step_format() { lint each_cpp_file clang-format-14 --style=file --dry-run -Werror; }
+step_guards() { lint Scripts/check-guards .; }
 step_includes() { lint Scripts/check-includes .; }
 step_comments() { lint Scripts/check-interface-comments Interfaces; }
 step_text() { lint Scripts/check-text .; }
 step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/fetch-vstgui; }
-step_headers() { build_preset release all_verify_interface_header_sets; }
+step_headers() { build_preset release varno_headers; }
 # The clang build comes first: it makes the generated headers and knows what each file includes.
 step_tidy() {
     local folders

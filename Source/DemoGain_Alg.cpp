@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Chosen when the module is loaded: asking the processor for what it can do is nothing for the audio thread.
+// Chosen when the module is loaded: asking the processor for what it can do is nothing for the audio thread.
 const SDemoGain_Routine& kRoutine = DemoGain_ChooseRoutine();
 
 } // namespace

@@ -1,6 +1,6 @@
 /// The signal path as the host sees it: fields, context, private state, meters and the processing routine.
-#ifndef DEMOGAIN_ALG_H
-#define DEMOGAIN_ALG_H
+#ifndef VARNO_SOURCE_DEMOGAIN_ALG_H
+#define VARNO_SOURCE_DEMOGAIN_ALG_H
 
 #include "AAX.h"
 

@@ -1,6 +1,6 @@
 /// What a buffer's coefficients and switches come to, worked out once before its samples.
-#ifndef DEMOGAIN_ALGSETTINGS_H
-#define DEMOGAIN_ALGSETTINGS_H
+#ifndef VARNO_SOURCE_DEMOGAIN_ALGSETTINGS_H
+#define VARNO_SOURCE_DEMOGAIN_ALGSETTINGS_H
 
 #include "DemoGain_Alg.h"
 

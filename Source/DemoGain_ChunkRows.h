@@ -1,6 +1,6 @@
 /// What the stages of the routine hand to each other while a buffer is processed.
-#ifndef DEMOGAIN_CHUNKROWS_H
-#define DEMOGAIN_CHUNKROWS_H
+#ifndef VARNO_SOURCE_DEMOGAIN_CHUNKROWS_H
+#define VARNO_SOURCE_DEMOGAIN_CHUNKROWS_H
 
 #include <algorithm>
 #include <cstddef>

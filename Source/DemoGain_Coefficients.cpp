@@ -5,20 +5,20 @@
 
 namespace {
 
-/// The rate at which the time constants below are given per sample.
+// The rate at which the time constants below are given per sample.
 constexpr double kReferenceRateHz = 48000.0;
 constexpr float kThresholdDB = -30.0F;
 
-/// m * x + k.
+// m * x + k.
 struct Line {
     double m;
     double k;
 };
 
-/// The four coefficients of a gain curve as lines over x = 1 - (1 - release) * attack.
+// The four coefficients of a gain curve as lines over x = 1 - (1 - release) * attack.
 using Curve = Line[4];
 
-/// One row per choice of "Ratio".
+// One row per choice of "Ratio".
 constexpr Curve kCurves[] = {
     {{-0.043988492, -0.05987816}, {-0.81804353, 1.6369839}, {1.962162, -1.7847449}, {-1.112896, 0.71746075}},
     {{0.039812393, 0.016881654}, {1.6467217, -0.2675606}, {-2.6722722, 1.1747508}, {1.1952758, -0.59919924}},
@@ -40,12 +40,12 @@ constexpr Curve kCurves[] = {
 };
 constexpr int kLastCurve = static_cast<int>(std::size(kCurves)) - 1;
 
-/// The curve with the longest times.
+// The curve with the longest times.
 constexpr int kLongCurve = 5;
-/// The curve whose attack does not scale with the sample rate; deliberate.
+// The curve whose attack does not scale with the sample rate; deliberate.
 constexpr int kFixedAttackCurve = 7;
 
-/// Attack coefficient per sample. `q` is the fourth root of the normalized attack.
+// Attack coefficient per sample. `q` is the fourth root of the normalized attack.
 double attackCoef(double q, int curve, double rateScale) {
     if (curve == kFixedAttackCurve) {
         return 0.6 + 0.399 * q;
@@ -53,7 +53,7 @@ double attackCoef(double q, int curve, double rateScale) {
     return std::exp((0.050793156 * q - 0.051293306) * rateScale);
 }
 
-/// Release coefficient per sample at the reference rate.
+// Release coefficient per sample at the reference rate.
 double releaseBase(double r, int curve, bool lengthened) {
     const double shape = ((((13.495 * r - 40.9175) * r + 47.23) * r - 26.2) * r + 7.3841) * r;
     const double base =
@@ -61,12 +61,12 @@ double releaseBase(double r, int curve, bool lengthened) {
     return lengthened ? base * 0.99991 : base;
 }
 
-/// Coefficient of the single-speed follower per sample at the reference rate.
+// Coefficient of the single-speed follower per sample at the reference rate.
 double slowBase(int curve) {
     return curve == kLongCurve ? 0.99998 : 0.9999;
 }
 
-/// A coefficient per sample at the reference rate, taken to the rate of `rateScale`.
+// A coefficient per sample at the reference rate, taken to the rate of `rateScale`.
 double scaled(double base, double rateScale) {
     return std::exp(std::log(base) * rateScale);
 }

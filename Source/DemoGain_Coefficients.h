@@ -1,7 +1,7 @@
 /// From parameter values to the numbers that the routine reads: pure functions, no state. Evaluated in double
 /// precision and rounded once, except where single precision is named.
-#ifndef DEMOGAIN_COEFFICIENTS_H
-#define DEMOGAIN_COEFFICIENTS_H
+#ifndef VARNO_SOURCE_DEMOGAIN_COEFFICIENTS_H
+#define VARNO_SOURCE_DEMOGAIN_COEFFICIENTS_H
 
 /// Normalized value (0 to 1) of "Gain" or "Volume" in dB: -20 to +20, 0 at 0.5. Single precision. [any]
 float DemoGain_LevelDB(float normalized);

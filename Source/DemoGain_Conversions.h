@@ -1,7 +1,7 @@
 /// The conversions that the signal path is built on. Each is defined to the bit: single precision, operations
 /// in the written order. None reads outside its table or loops without bound, whatever it is given.
-#ifndef DEMOGAIN_CONVERSIONS_H
-#define DEMOGAIN_CONVERSIONS_H
+#ifndef VARNO_SOURCE_DEMOGAIN_CONVERSIONS_H
+#define VARNO_SOURCE_DEMOGAIN_CONVERSIONS_H
 
 #include "DemoGain_Tables.h"
 

@@ -1,6 +1,6 @@
 /// The processor's floating-point mode. The only file that touches processor registers.
-#ifndef DEMOGAIN_DENORMALMODE_H
-#define DEMOGAIN_DENORMALMODE_H
+#ifndef VARNO_SOURCE_DEMOGAIN_DENORMALMODE_H
+#define VARNO_SOURCE_DEMOGAIN_DENORMALMODE_H
 
 #include <cstdint>
 

@@ -13,27 +13,27 @@
 
 namespace {
 
-/// Under this name failed host calls are reported.
+// Under this name failed host calls are reported.
 constexpr char kSource[] = "DemoGain_Describe";
 
-/// Reports a failed call of the host's with the line of the caller; the description carries on.
+// Reports a failed call of the host's with the line of the caller; the description carries on.
 void ExpectSuccess(AAX_Result err, int32_t line = __builtin_LINE()) {
     AAX_ReportUnless(err == AAX_SUCCESS, kSource, line, "err == AAX_SUCCESS");
 }
 
-/// A four-character code as the value of a property.
+// A four-character code as the value of a property.
 constexpr int32_t Code(const char (&text)[5]) {
     return static_cast<int32_t>(AAX_FourCC(text));
 }
 
 constexpr char kManufacturerName[] = "Morvak";
-/// From the longest to the shortest, so that a host can choose what fits.
+// From the longest to the shortest, so that a host can choose what fits.
 constexpr const char* kEffectNames[] = {"Varno-S", "Varno-S", "VarS", "VarS", "Va"};
 constexpr const char* kPackageNames[] = {"Varno-S AAX Plug-In", "Varno-S Plug-In", "Varno-S", "VarS"};
 constexpr uint32_t kPackageVersion = 1;
 constexpr char kPageTableFile[] = "Varno-S.xml";
 
-/// A meter as the host shows it. Its identifier is not that of the algorithm's tap.
+// A meter as the host shows it. Its identifier is not that of the algorithm's tap.
 struct Meter {
     AAX_CTypeID mID;
     const char* mName;
@@ -47,14 +47,14 @@ constexpr Meter kMeters[] = {
     {AAX_FourCC("ABC4"), "OutRMS", AAX_eMeterKind_Output},
 };
 
-/// What tells one variant from the other.
+// What tells one variant from the other.
 struct Variant {
     AAX_EStemFormat mStemFormat;
     AAX_CProcessProc mRoutine;
     int32_t mNativeID;
     int32_t mOfflineID;
     int32_t mTiID;
-    const char* mTiModule; ///< A separate build for the host's DSP hardware.
+    const char* mTiModule; // A separate build for the host's DSP hardware.
     int32_t mHost63;
     int32_t mHost62;
 };
@@ -131,7 +131,7 @@ void AddNames(AAX_IEffectDescriptor& desc) {
     ExpectSuccess(desc.AddCategory(AAX_ePlugInCategory_Dynamics));
 }
 
-/// One component descriptor serves both variants, one after the other.
+// One component descriptor serves both variants, one after the other.
 void AddVariants(AAX_IEffectDescriptor& desc, AAX_IComponentDescriptor& comp) {
     for (const AAX_EStemFormat stemFormat : {AAX_eStemFormat_Mono, AAX_eStemFormat_Stereo}) {
         ExpectSuccess(comp.Clear());

@@ -1,6 +1,6 @@
 /// The description of the effect.
-#ifndef DEMOGAIN_DESCRIBE_H
-#define DEMOGAIN_DESCRIBE_H
+#ifndef VARNO_SOURCE_DEMOGAIN_DESCRIBE_H
+#define VARNO_SOURCE_DEMOGAIN_DESCRIBE_H
 
 #include "AAX_Init.h"
 

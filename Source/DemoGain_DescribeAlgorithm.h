@@ -1,6 +1,6 @@
 /// The description of one variant of the algorithm; for the tests of DemoGain_Describe, whose own it is.
-#ifndef DEMOGAIN_DESCRIBEALGORITHM_H
-#define DEMOGAIN_DESCRIBEALGORITHM_H
+#ifndef VARNO_SOURCE_DEMOGAIN_DESCRIBEALGORITHM_H
+#define VARNO_SOURCE_DEMOGAIN_DESCRIBEALGORITHM_H
 
 #include "AAX_IComponentDescriptor.h"
 

@@ -21,7 +21,7 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Replaces samples that cannot be processed by silence, and works out what the high-pass takes of the rest.
+// Replaces samples that cannot be processed by silence, and works out what the high-pass takes of the rest.
 template<std::size_t kChannels>
 HWY_INLINE void admitInput(const SDemoGain_DetectorSection& highPass, std::size_t chunk,
                            ChunkRows<kChannels>& rows) {
@@ -45,7 +45,7 @@ HWY_INLINE void admitInput(const SDemoGain_DetectorSection& highPass, std::size_
     rows.mInput.close(chunk);
 }
 
-/// First-order high-pass at 120 Hz: y = (b0*x + b1*x1 - a1*y1) * gain.
+// First-order high-pass at 120 Hz: y = (b0*x + b1*x1 - a1*y1) * gain.
 template<std::size_t kChannels>
 class HighPass {
 public:
@@ -62,7 +62,7 @@ public:
         return mY1;
     }
 
-    /// `x`: the last frame that went in.
+    // `x`: the last frame that went in.
     void store(SDemoGain_Alg_State& ioState, const float* x) const {
         storeFrame<kChannels>(mY1, ioState.mDetector, [](auto& channel) -> float& { return channel.mHp.y1; });
         for (std::size_t channel = 0; channel < kChannels; ++channel) {
@@ -76,7 +76,7 @@ private:
     hn::Vec<Frame<kChannels>> mY1;
 };
 
-/// Chooses what the detector hears, and works out what the all-pass takes of it.
+// Chooses what the detector hears, and works out what the all-pass takes of it.
 template<std::size_t kChannels>
 HWY_INLINE void feedAllPass(const Settings& settings, const SDemoGain_DetectorSection& allPass,
                             std::size_t chunk, ChunkRows<kChannels>& rows) {
@@ -97,7 +97,7 @@ HWY_INLINE void feedAllPass(const Settings& settings, const SDemoGain_DetectorSe
     rows.mHeard.close(chunk);
 }
 
-/// Second-order all-pass at 7 kHz: y = (b0*x + b1*x1 + b2*x2 - a1*y1 - a2*y2) * gain.
+// Second-order all-pass at 7 kHz: y = (b0*x + b1*x1 + b2*x2 - a1*y1 - a2*y2) * gain.
 template<std::size_t kChannels>
 class AllPass {
 public:
@@ -118,7 +118,7 @@ public:
         return y;
     }
 
-    /// `x1` and `x2`: the last frame that went in and the one before.
+    // `x1` and `x2`: the last frame that went in and the one before.
     void store(SDemoGain_Alg_State& ioState, const float* x1, const float* x2) const {
         storeFrame<kChannels>(mY1, ioState.mDetector, [](auto& channel) -> float& { return channel.mAp.y1; });
         storeFrame<kChannels>(mY2, ioState.mDetector, [](auto& channel) -> float& { return channel.mAp.y2; });
@@ -142,15 +142,15 @@ private:
     hn::Vec<Frame<kChannels>> mY2;
 };
 
-/// Detector signal. Weights what lies above 7 kHz: the all-passed signal `a` added to `x` leaves the low
-/// band, taken from it the high band. Scales to the input gain.
+// Detector signal. Weights what lies above 7 kHz: the all-passed signal `a` added to `x` leaves the low
+// band, taken from it the high band. Scales to the input gain.
 template<class D>
 HWY_INLINE hn::Vec<D> weightBands(D d, const Settings& settings, hn::Vec<D> x, hn::Vec<D> a) {
     const auto high = hn::Mul(hn::Sub(x, a), hn::Set(d, settings.mBandGain));
     return hn::Mul(hn::Mul(hn::Add(high, hn::Add(x, a)), hn::Set(d, 0.5F)), hn::Set(d, settings.mGain));
 }
 
-/// Gain, in dB, that the curve asks for at a level in dB.
+// Gain, in dB, that the curve asks for at a level in dB.
 template<class D>
 HWY_INLINE hn::Vec<D> curveGain(D d, const GainCurve& curve, hn::Vec<D> level) {
     const auto threshold = hn::Set(d, curve.mThreshold);
@@ -165,7 +165,7 @@ HWY_INLINE hn::Vec<D> curveGain(D d, const GainCurve& curve, hn::Vec<D> level) {
     return hn::IfThenElse(hn::Gt(level, hn::Set(d, curve.mTop)), hn::Set(d, curve.mTopGain), bent);
 }
 
-/// Level of what the detector hears, linear.
+// Level of what the detector hears, linear.
 template<std::size_t kChannels>
 HWY_INLINE void measureLevel(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
@@ -177,7 +177,7 @@ HWY_INLINE void measureLevel(const Settings& settings, std::size_t chunk, ChunkR
     }
 }
 
-/// The same level in dB.
+// The same level in dB.
 template<std::size_t kChannels>
 HWY_INLINE void convertLevel(ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
@@ -186,7 +186,7 @@ HWY_INLINE void convertLevel(ChunkRows<kChannels>& rows) {
     }
 }
 
-/// From the level to the gain that the curve asks for.
+// From the level to the gain that the curve asks for.
 template<std::size_t kChannels>
 HWY_INLINE void computeGain(const Settings& settings, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
@@ -195,8 +195,8 @@ HWY_INLINE void computeGain(const Settings& settings, ChunkRows<kChannels>& rows
     }
 }
 
-/// Both followers: the one with attack and release in the lower half of a vector, the single-speed one in the
-/// upper. Their sum is the gain reduction in dB.
+// Both followers: the one with attack and release in the lower half of a vector, the single-speed one in the
+// upper. Their sum is the gain reduction in dB.
 template<std::size_t kChannels>
 class Followers {
 public:

@@ -24,8 +24,8 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Clip gain that a clip level asks for: 1 up to 0.5, then a cubic over w = 0 to pi/2, then what brings the
-/// level to 1. It steps from 0.642 to 1 where the last two meet; intended.
+// Clip gain that a clip level asks for: 1 up to 0.5, then a cubic over w = 0 to pi/2, then what brings the
+// level to 1. It steps from 0.642 to 1 where the last two meet; intended.
 template<class D>
 HWY_INLINE hn::Vec<D> clipTarget(D d, hn::Vec<D> level) {
     const auto half = hn::Set(d, 0.5F);
@@ -38,13 +38,13 @@ HWY_INLINE hn::Vec<D> clipTarget(D d, hn::Vec<D> level) {
     return hn::IfThenElse(hn::Le(level, half), one, limited);
 }
 
-/// Gives both channels the mean of their reductions.
+// Gives both channels the mean of their reductions.
 template<class D>
 HWY_INLINE hn::Vec<D> linked(D d, hn::Vec<D> reduction) {
     return hn::Mul(hn::Add(reduction, hn::Shuffle2301(reduction)), hn::Set(d, 0.5F));
 }
 
-/// From the gain reduction to the driven signal. The gain computed from a sample meets the sample before it.
+// From the gain reduction to the driven signal. The gain computed from a sample meets the sample before it.
 template<std::size_t kChannels>
 HWY_INLINE void drive(const Settings& settings, std::size_t chunk, ReductionTap<kChannels>& ioTap,
                       ChunkRows<kChannels>& rows) {
@@ -64,7 +64,7 @@ HWY_INLINE void drive(const Settings& settings, std::size_t chunk, ReductionTap<
     }
 }
 
-/// From the driven signal to the clip gain that its level asks for.
+// From the driven signal to the clip gain that its level asks for.
 template<std::size_t kChannels>
 HWY_INLINE void aimClipGain(const Settings& settings, float recovery, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
@@ -77,7 +77,7 @@ HWY_INLINE void aimClipGain(const Settings& settings, float recovery, ChunkRows<
     }
 }
 
-/// The clip gain: it falls to its target at once and recovers slowly.
+// The clip gain: it falls to its target at once and recovers slowly.
 template<std::size_t kChannels>
 class ClipGain {
 public:
@@ -103,7 +103,7 @@ private:
     hn::Vec<Frame<kChannels>> mGain;
 };
 
-/// Applies the clip gain; then the cubic waveshaper, which also takes the drive back.
+// Applies the clip gain; then the cubic waveshaper, which also takes the drive back.
 template<std::size_t kChannels>
 HWY_INLINE void shape(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
@@ -123,7 +123,7 @@ HWY_INLINE void shape(const Settings& settings, std::size_t chunk, ChunkRows<kCh
     }
 }
 
-/// Takes the constant part out: o = o1*coef + (z - z1).
+// Takes the constant part out: o = o1*coef + (z - z1).
 template<std::size_t kChannels>
 class DcBlocker {
 public:
@@ -138,7 +138,7 @@ public:
         return mY1;
     }
 
-    /// `x`: the last frame that went in.
+    // `x`: the last frame that went in.
     void store(SDemoGain_Alg_State& ioState, const float* x) const {
         for (std::size_t channel = 0; channel < kChannels; ++channel) {
             ioState.mDc[channel].mDcX1 = x[channel];
@@ -152,8 +152,8 @@ private:
     hn::Vec<Frame<kChannels>> mY1;
 };
 
-/// Adds the delayed input as the dry part, and leaves the output at its volume in `output`. A sample that
-/// broken coefficients have made non-finite leaves as silence.
+// Adds the delayed input as the dry part, and leaves the output at its volume in `output`. A sample that
+// broken coefficients have made non-finite leaves as silence.
 template<std::size_t kChannels>
 HWY_INLINE void mix(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows,
                     Row<kChannels>& output) {

@@ -1,6 +1,6 @@
 /// Constants of the meter taps, and how taps enter and leave the routine.
-#ifndef DEMOGAIN_METERLEVELS_H
-#define DEMOGAIN_METERLEVELS_H
+#ifndef VARNO_SOURCE_DEMOGAIN_METERLEVELS_H
+#define VARNO_SOURCE_DEMOGAIN_METERLEVELS_H
 
 #include <cfloat>
 #include <cmath>

@@ -21,7 +21,7 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// The larger of a tap and a value; of the tap and a value that is not finite, the tap.
+// The larger of a tap and a value; of the tap and a value that is not finite, the tap.
 template<class V>
 HWY_INLINE V raised(V tap, V value) {
     const hn::DFromV<V> d;
@@ -29,7 +29,7 @@ HWY_INLINE V raised(V tap, V value) {
     return hn::IfThenElse(raises, value, tap);
 }
 
-/// The gain reduction of the left (or only) channel.
+// The gain reduction of the left (or only) channel.
 template<std::size_t kChannels>
 class ReductionTap {
 public:
@@ -40,7 +40,7 @@ public:
         mHighest = raised(mHighest, hn::Mul(reductionDB, hn::Set(mD, kMeterPerDB)));
     }
 
-    /// The right tap shows what the left one shows, in stereo too; intended.
+    // The right tap shows what the left one shows, in stereo too; intended.
     void store(float* taps) const {
         HWY_ALIGN float highest[kRowSize<kChannels>];
         hn::Store(mHighest, mD, highest);
@@ -57,8 +57,8 @@ private:
     hn::Vec<Samples<kChannels>> mHighest;
 };
 
-/// Writes what the samples of the first channel add to the averages: per frame that of the input, then that
-/// of the output before volume.
+// Writes what the samples of the first channel add to the averages: per frame that of the input, then that
+// of the output before volume.
 template<std::size_t kChannels, class D>
 HWY_INLINE void storeLevels(D d, hn::Vec<D> input, hn::Vec<D> sum, float* levels) {
     const auto add = hn::Set(d, kAverageAdd);
@@ -69,7 +69,7 @@ HWY_INLINE void storeLevels(D d, hn::Vec<D> input, hn::Vec<D> sum, float* levels
     }
 }
 
-/// The averages of absolute input and output and their taps, side by side in one vector.
+// The averages of absolute input and output and their taps, side by side in one vector.
 class LevelTaps {
 public:
     LevelTaps(const SDemoGain_Alg_State& state, const float* taps)
@@ -107,7 +107,7 @@ private:
 
     hn::Vec<Pair> mKeep;
     hn::Vec<Pair> mAverages;
-    hn::Vec<Pair> mBefore; ///< The taps as the buffer found them.
+    hn::Vec<Pair> mBefore; // The taps as the buffer found them.
     hn::Vec<Pair> mHighest;
 };
 

@@ -1,7 +1,7 @@
 /// The fourteen parameters: what they are called and what they feed. The data model is built from this table;
 /// every other list of parameters is tested against it.
-#ifndef DEMOGAIN_PARAMETERTABLE_H
-#define DEMOGAIN_PARAMETERTABLE_H
+#ifndef VARNO_SOURCE_DEMOGAIN_PARAMETERTABLE_H
+#define VARNO_SOURCE_DEMOGAIN_PARAMETERTABLE_H
 
 #include "AAX_CEffectParameters.h"
 #include "DemoGain_Alg.h"
@@ -35,7 +35,7 @@ struct SDemoGain_Parameter {
     uint32_t mSteps;
     AAX_CFieldIndex mField; ///< The field whose packet is computed anew when the parameter changes.
     EDemoGain_Packet mPacket;
-    size_t mPacketOrder; ///< Place of its packet among the registrations, from 0.
+    std::size_t mPacketOrder; ///< Place of its packet among the registrations, from 0.
 };
 
 /// Steps of a switch, of the choice among eight curves, and of a knob.

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Sample rate in Hz where the host cannot tell one.
+// Sample rate in Hz where the host cannot tell one.
 constexpr double kFallbackSampleRate = 48000.0;
 constexpr uint32_t kKnobDecimals = 2;
 
@@ -125,7 +125,7 @@ AAX_Result DemoGain_Parameters::UpdatePacket_TimeConsts(AAX_CPacket& ioPacket) {
 AAX_Result DemoGain_Parameters::ResetFieldData(AAX_CFieldIndex field, void* data, uint32_t size) const {
     if (field == eAlgFieldID_State && data != nullptr) {
         auto* const states = static_cast<SDemoGain_Alg_State*>(data);
-        for (size_t i = 0; i < size / sizeof(SDemoGain_Alg_State); ++i) {
+        for (std::size_t i = 0; i < size / sizeof(SDemoGain_Alg_State); ++i) {
             DemoGain_ResetState(states[i], SampleRate());
         }
     }

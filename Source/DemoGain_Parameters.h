@@ -1,6 +1,6 @@
 /// The data model of the effect.
-#ifndef DEMOGAIN_PARAMETERS_H
-#define DEMOGAIN_PARAMETERS_H
+#ifndef VARNO_SOURCE_DEMOGAIN_PARAMETERS_H
+#define VARNO_SOURCE_DEMOGAIN_PARAMETERS_H
 
 #include "AAX_CEffectParameters.h"
 

@@ -1,8 +1,8 @@
 /// The post sections and what they answer. Nothing hears them, only their state at the end of a buffer is
 /// wanted; and since they forget within a few dozen frames, that is a weighted sum of the last samples that
 /// went in.
-#ifndef DEMOGAIN_POSTRESPONSES_H
-#define DEMOGAIN_POSTRESPONSES_H
+#ifndef VARNO_SOURCE_DEMOGAIN_POSTRESPONSES_H
+#define VARNO_SOURCE_DEMOGAIN_POSTRESPONSES_H
 
 #include "DemoGain_Alg.h"
 #include "DemoGain_ChunkRows.h"

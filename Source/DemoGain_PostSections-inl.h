@@ -21,7 +21,7 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Sum of the frames that a vector holds.
+// Sum of the frames that a vector holds.
 template<std::size_t kChannels, class D>
 HWY_INLINE hn::Vec<Frame<kChannels>> sumOfFrames(D /*d*/, hn::Vec<D> frames) {
     if constexpr (hn::MaxLanes(D()) == kChannels) {
@@ -33,14 +33,14 @@ HWY_INLINE hn::Vec<Frame<kChannels>> sumOfFrames(D /*d*/, hn::Vec<D> frames) {
     }
 }
 
-/// The last two outputs of both sections: 0 is the last one.
+// The last two outputs of both sections: 0 is the last one.
 template<std::size_t kChannels>
 struct PostOutputs {
     float mA[2][kChannels];
     float mB[2][kChannels];
 };
 
-/// What the last chunks of a buffer of `frames` frames make of the outputs.
+// What the last chunks of a buffer of `frames` frames make of the outputs.
 template<std::size_t kChannels>
 HWY_INLINE PostOutputs<kChannels> answerToInput(const RowRing<kChannels>& clipped, std::size_t frames) {
     const Samples<kChannels> d;
@@ -76,8 +76,8 @@ HWY_INLINE PostOutputs<kChannels> answerToInput(const RowRing<kChannels>& clippe
     return outputs;
 }
 
-/// Adds what a short buffer leaves of the state before it: less than a buffer of more than kPostFrames frames
-/// leaves is far below what counts.
+// Adds what a short buffer leaves of the state before it: less than a buffer of more than kPostFrames frames
+// leaves is far below what counts.
 inline void addDecay(const SDemoGain_PostStates& before, std::size_t frames, float (&ioA)[2],
                      float (&ioB)[2]) {
     const float words[ePostWords] = {before.mA.x1, before.mA.x2, before.mA.y1, before.mA.y2,
@@ -90,8 +90,8 @@ inline void addDecay(const SDemoGain_PostStates& before, std::size_t frames, flo
     }
 }
 
-/// Takes the states of the post sections over a buffer of `frames` frames whose clipped samples end in the
-/// ring.
+// Takes the states of the post sections over a buffer of `frames` frames whose clipped samples end in the
+// ring.
 template<std::size_t kChannels>
 HWY_INLINE void advancePostSections(const RowRing<kChannels>& clipped, std::size_t frames,
                                     SDemoGain_PostStates (&ioStates)[2]) {

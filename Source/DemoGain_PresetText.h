@@ -1,8 +1,8 @@
 /// The settings as text, for the clipboard and for preset files: five lines of 7-bit ASCII, a product word
 /// with the format's version and thirteen labelled normalized values. Pure functions over the data model;
 /// this is the one header of the effect that front ends may include, and it needs nothing but Interfaces.
-#ifndef DEMOGAIN_PRESETTEXT_H
-#define DEMOGAIN_PRESETTEXT_H
+#ifndef VARNO_SOURCE_DEMOGAIN_PRESETTEXT_H
+#define VARNO_SOURCE_DEMOGAIN_PRESETTEXT_H
 
 #include "AAX_IACFEffectParameters.h"
 
@@ -101,7 +101,7 @@ inline bool TakeLetters(std::string_view& rest, std::string_view lowerCase) {
 /// "%*s": a run of anything but blanks.
 inline bool SkipWord(std::string_view& rest) {
     SkipBlanks(rest);
-    const size_t length = std::min(rest.find_first_of(kBlanks), rest.size());
+    const std::size_t length = std::min(rest.find_first_of(kBlanks), rest.size());
     rest.remove_prefix(length);
     return length > 0;
 }
@@ -122,7 +122,7 @@ inline std::optional<Number> TakeNumber(std::string_view& rest) {
     rest.remove_prefix(number.mIsHex ? 2 : 0);
     const std::string_view digits = number.mIsHex ? kHexDigits : kDigits;
     const std::string_view whole = rest;
-    size_t count = TakeRun(rest, digits).size();
+    std::size_t count = TakeRun(rest, digits).size();
     if (TakeOne(rest, ".")) {
         count += TakeRun(rest, digits).size();
     }
@@ -144,8 +144,8 @@ inline std::optional<Number> TakeNumber(std::string_view& rest) {
 /// Whether a number that is neither zero nor a float is too large for one, not too small: the exponent of its
 /// first digit tells.
 inline bool IsTooLarge(const Number& number) {
-    const size_t point = std::min(number.mMantissa.find('.'), number.mMantissa.size());
-    const size_t firstDigit = number.mMantissa.find_first_not_of("0.");
+    const std::size_t point = std::min(number.mMantissa.find('.'), number.mMantissa.size());
+    const std::size_t firstDigit = number.mMantissa.find_first_not_of("0.");
     const long long digits = static_cast<long long>(point) - static_cast<long long>(firstDigit);
     long long exponent = 0;
     const char* const end = number.mExponent.data() + number.mExponent.size();
@@ -240,7 +240,7 @@ inline std::optional<Values> Parse(std::string_view text) {
 
 inline AAX_Result Apply(const Values& values, AAX_IACFEffectParameters& parameters) {
     AAX_Result result = AAX_SUCCESS;
-    for (size_t i = 0; i < values.size(); ++i) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
         const AAX_Result set = parameters.SetParameterNormalizedValue(kItems[i].mParameterID, values[i]);
         result = result == AAX_SUCCESS ? set : result;
     }

@@ -18,17 +18,17 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Samples of a vector over time at most. A stereo row then takes two vectors or more, whose long chains of
-/// dependent operations hide each other; one vector of 16 samples was slower than two of 8.
+// Samples of a vector over time at most. A stereo row then takes two vectors or more, whose long chains of
+// dependent operations hide each other; one vector of 16 samples was slower than two of 8.
 inline constexpr std::size_t kMostSamples = 8;
-/// A vector over time: as many samples of a row as fit.
+// A vector over time: as many samples of a row as fit.
 template<std::size_t kChannels>
 using Samples = hn::CappedTag<float, kMostSamples>;
-/// The samples of one frame.
+// The samples of one frame.
 template<std::size_t kChannels>
 using Frame = hn::FixedTag<float, kChannels>;
 
-/// One value of each channel's part of the state.
+// One value of each channel's part of the state.
 template<std::size_t kChannels, class Part, class Word>
 HWY_INLINE hn::Vec<Frame<kChannels>> loadFrame(const Part (&channels)[2], Word word) {
     float values[kChannels];
@@ -38,7 +38,7 @@ HWY_INLINE hn::Vec<Frame<kChannels>> loadFrame(const Part (&channels)[2], Word w
     return hn::LoadU(Frame<kChannels>(), values);
 }
 
-/// The same way back.
+// The same way back.
 template<std::size_t kChannels, class Part, class Word>
 HWY_INLINE void storeFrame(hn::Vec<Frame<kChannels>> frame, Part (&channels)[2], Word word) {
     float values[kChannels];
@@ -48,13 +48,13 @@ HWY_INLINE void storeFrame(hn::Vec<Frame<kChannels>> frame, Part (&channels)[2],
     }
 }
 
-/// Frames that a recursion is taken through at a time, and their samples.
+// Frames that a recursion is taken through at a time, and their samples.
 inline constexpr std::size_t kBlockFrames = 2;
 template<std::size_t kChannels>
 using Block = hn::FixedTag<float, kBlockFrames * kChannels>;
 
-/// Samples of a row that a recursion wrote. Blocks were stored, and a load that spans several stores of late
-/// would wait until they have left the processor: so blocks are loaded.
+// Samples of a row that a recursion wrote. Blocks were stored, and a load that spans several stores of late
+// would wait until they have left the processor: so blocks are loaded.
 template<std::size_t kChannels, class D>
 HWY_INLINE hn::Vec<D> loadBlocks(D d, const float* samples) {
     if constexpr (hn::MaxLanes(D()) == kBlockFrames * kChannels) {
@@ -66,13 +66,13 @@ HWY_INLINE hn::Vec<D> loadBlocks(D d, const float* samples) {
     }
 }
 
-/// Frame `frame` of a row.
+// Frame `frame` of a row.
 template<std::size_t kChannels>
 HWY_INLINE hn::Vec<Frame<kChannels>> frameOf(const float* row, std::size_t frame) {
     return hn::LoadU(Frame<kChannels>(), row + frame * kChannels);
 }
 
-/// The samples `now` of a row one or two frames late; `before` came before them.
+// The samples `now` of a row one or two frames late; `before` came before them.
 template<std::size_t kChannels, std::size_t kFrames, class D>
 HWY_INLINE hn::Vec<D> late(D d, hn::Vec<D> now, hn::Vec<D> before) {
     constexpr std::size_t kBlockLanes = 4;
@@ -90,7 +90,7 @@ HWY_INLINE hn::Vec<D> late(D d, hn::Vec<D> now, hn::Vec<D> before) {
     }
 }
 
-/// The next frames of a recursion, one after the other, in one vector.
+// The next frames of a recursion, one after the other, in one vector.
 template<std::size_t kChannels, class D, class Recursion>
 HWY_INLINE hn::Vec<D> stepThroughVector(D d, Recursion& ioRecursion, const ChunkRows<kChannels>& rows,
                                         std::size_t frame) {
@@ -104,7 +104,7 @@ HWY_INLINE hn::Vec<D> stepThroughVector(D d, Recursion& ioRecursion, const Chunk
     }
 }
 
-/// Takes a recursion through a block of frames.
+// Takes a recursion through a block of frames.
 template<std::size_t kChannels, class Recursion>
 HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kChannels>& rows, std::size_t frame) {
     if constexpr (requires { Recursion::output(rows); }) {
@@ -118,8 +118,8 @@ HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kChannels>& r
     }
 }
 
-/// Takes a recursion through fewer frames than a chunk has. The frames after these repeat the last one, so
-/// that no stage meets anything new in them.
+// Takes a recursion through fewer frames than a chunk has. The frames after these repeat the last one, so
+// that no stage meets anything new in them.
 template<std::size_t kChannels, class Recursion>
 HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kChannels>& rows, std::size_t frames) {
     auto last = ioRecursion.step(rows, 0);
@@ -131,7 +131,7 @@ HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kChannels>& ro
     }
 }
 
-/// Takes a recursion through the first `frames` frames of a chunk, 1 at least.
+// Takes a recursion through the first `frames` frames of a chunk, 1 at least.
 template<std::size_t kChannels, class Recursion>
 HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kChannels>& rows, std::size_t frames) {
     Recursion recursion = ioRecursion;
@@ -145,8 +145,8 @@ HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kChannels>& rows, 
     ioRecursion = recursion;
 }
 
-/// Takes several recursions through a chunk at the same time, each through its own: while one waits for its
-/// last result, the others work.
+// Takes several recursions through a chunk at the same time, each through its own: while one waits for its
+// last result, the others work.
 template<std::size_t kChannels, class... Recursions>
 HWY_INLINE void stepTogether(ChunkRows<kChannels>& rows, Recursions&... ioRecursions) {
     for (std::size_t frame = 0; frame < kChunkFrames; frame += kBlockFrames) {

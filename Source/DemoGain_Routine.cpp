@@ -26,10 +26,10 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// One buffer on its way through the stages. The stages form a pipeline: while the first one works on a
-/// chunk, each later one works on the chunk before that of its predecessor. What the recursive stages wait
-/// for, the result of the last sample, is hidden behind the other stages' work in the same turn, since
-/// nothing in a turn depends on anything else in it but each vector stage's own recursion.
+// One buffer on its way through the stages. The stages form a pipeline: while the first one works on a
+// chunk, each later one works on the chunk before that of its predecessor. What the recursive stages wait
+// for, the result of the last sample, is hidden behind the other stages' work in the same turn, since
+// nothing in a turn depends on anything else in it but each vector stage's own recursion.
 template<std::size_t kChannels>
 class Pipeline {
 public:
@@ -93,7 +93,7 @@ private:
         return std::min(kChunkFrames, mFrames - chunk * kChunkFrames);
     }
 
-    /// Turns `turn` to `end`, in which some stages may have no chunk or a part of one.
+    // Turns `turn` to `end`, in which some stages may have no chunk or a part of one.
     HWY_INLINE void runPartly(std::size_t turn, std::size_t end, std::size_t chunks) {
         for (; turn < end; ++turn) {
             runVectorStages(turn, [&](std::size_t stage) { return works(stage, turn, chunks); });
@@ -101,7 +101,7 @@ private:
         }
     }
 
-    /// Turns `turn` to `end`, in which every stage has a whole chunk. The recursions stay in registers.
+    // Turns `turn` to `end`, in which every stage has a whole chunk. The recursions stay in registers.
     template<class... Recursions>
     HWY_INLINE void runWholly(std::size_t turn, std::size_t end, Recursions&... ioRecursions) {
         const auto run = [&](auto... recursions) HWY_ATTR {
@@ -114,14 +114,14 @@ private:
         run(ioRecursions...);
     }
 
-    /// Whether stage `stage` has a chunk in this turn: the chunk turn - stage.
+    // Whether stage `stage` has a chunk in this turn: the chunk turn - stage.
     static bool works(std::size_t stage, std::size_t turn, std::size_t chunks) {
         return turn >= stage && turn - stage < chunks;
     }
 
-    /// Last stage first: each row is read before its writer comes to the next chunk. But the parts of the two
-    /// longest stages, 2 and 3, take turns: each is one chain of dependent operations, longer than the
-    /// processor can look ahead, and beside the other it costs little more than alone.
+    // Last stage first: each row is read before its writer comes to the next chunk. But the parts of the two
+    // longest stages, 2 and 3, take turns: each is one chain of dependent operations, longer than the
+    // processor can look ahead, and beside the other it costs little more than alone.
     template<class Works>
     HWY_INLINE void runVectorStages(std::size_t turn, const Works& isAtWork) {
         if (isAtWork(5)) {
@@ -176,8 +176,8 @@ private:
         writeOutput(chunk, mSettings.mBypass ? mRows.mRaw[chunk] : output.v);
     }
 
-    /// Reads a chunk of every channel before anything of it is written: inputs and outputs may be the same
-    /// memory.
+    // Reads a chunk of every channel before anything of it is written: inputs and outputs may be the same
+    // memory.
     HWY_INLINE void readInput(std::size_t chunk) {
         const std::size_t frames = framesOf(chunk);
         const float* inputs[kChannels];
@@ -293,7 +293,7 @@ constexpr SDemoGain_Routine kRoutines[] = {
 #endif
 };
 
-/// One buffer of one instance.
+// One buffer of one instance.
 void processInstance(DemoGain_ProcessBuffer process, const SDemoGain_Alg_Context& context) {
     const int32_t bufferFrames = *context.mBufferSize;
     if (bufferFrames < 1) {

@@ -1,6 +1,6 @@
 /// The signal path of one instance, in one version for each instruction set.
-#ifndef DEMOGAIN_ROUTINE_H
-#define DEMOGAIN_ROUTINE_H
+#ifndef VARNO_SOURCE_DEMOGAIN_ROUTINE_H
+#define VARNO_SOURCE_DEMOGAIN_ROUTINE_H
 
 #include "DemoGain_Alg.h"
 

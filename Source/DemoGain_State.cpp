@@ -11,9 +11,9 @@
 namespace {
 
 constexpr double kReferenceRateHz = 48000.0;
-/// The DC blocker's time constant is set against this rate, unlike all others; deliberate.
+// The DC blocker's time constant is set against this rate, unlike all others; deliberate.
 constexpr double kDcReferenceRateHz = 44100.0;
-/// Two pi to eight digits, as the coefficients are defined with it.
+// Two pi to eight digits, as the coefficients are defined with it.
 constexpr double kTwoPi = 6.2831855;
 
 constexpr float kUnread[2][6] = {{0.87403202F, 0.83125389F, 0.98768836F, 0.98768836F, 0.0F, 0.0F},
@@ -23,7 +23,7 @@ float rounded(double value) {
     return static_cast<float>(value);
 }
 
-/// First-order high-pass, corner at 120 Hz.
+// First-order high-pass, corner at 120 Hz.
 SDemoGain_DetectorSection highPass(double rateScale) {
     const double theta = rateScale * 0.0025 * kTwoPi * 0.5;
     const double s = std::sin(theta);
@@ -36,7 +36,7 @@ SDemoGain_DetectorSection highPass(double rateScale) {
             .a2 = 0.0F};
 }
 
-/// Second-order all-pass at 7 kHz with a Q of 0.1. Unstable where the rate is below 14 kHz.
+// Second-order all-pass at 7 kHz with a Q of 0.1. Unstable where the rate is below 14 kHz.
 SDemoGain_DetectorSection allPass(double rateScale) {
     const double omega = rateScale * 0.14583333 * kTwoPi;
     const double alpha = std::sin(omega) / 0.2;
@@ -49,7 +49,7 @@ SDemoGain_DetectorSection allPass(double rateScale) {
             .a2 = rounded(1.0 - alpha)};
 }
 
-/// Everything that the routine changes, at its starting value.
+// Everything that the routine changes, at its starting value.
 void resetRunning(SDemoGain_Alg_State& ioState) {
     for (std::size_t channel = 0; channel < 2; ++channel) {
         ioState.mFollowers[channel] = {};
@@ -65,7 +65,7 @@ void resetRunning(SDemoGain_Alg_State& ioState) {
     ioState.mOutAvg = 0.1F;
 }
 
-/// Words that only a reset writes.
+// Words that only a reset writes.
 void setCoefficients(SDemoGain_Alg_State& ioState, double sampleRate) {
     const double rateScale = kReferenceRateHz / sampleRate;
     const float dcCoef = rounded(std::exp(kDcReferenceRateHz / sampleRate * -0.0040080296));
@@ -78,7 +78,7 @@ void setCoefficients(SDemoGain_Alg_State& ioState, double sampleRate) {
     ioState.mClipCoef = rounded(std::exp(rateScale * 1.0909091 * -0.005012537));
 }
 
-/// Words that the routine never looks at.
+// Words that the routine never looks at.
 void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
     for (float& word : ioState.mCleared) {
         word = 0.0F;
@@ -93,7 +93,7 @@ void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
         rounded(std::exp(kReferenceRateHz / sampleRate * 1.0909091 * -0.0020821297));
 }
 
-/// Whether every 32-bit float of a record is finite: its exponent is not all ones.
+// Whether every 32-bit float of a record is finite: its exponent is not all ones.
 template<class Record>
 bool isFinite(const Record& record) {
     constexpr uint32_t kExponent = 0x7F800000U;
@@ -114,7 +114,7 @@ void replaceUnlessFinite(Record& ioRecord, const Record& replacement) {
     }
 }
 
-/// Made when the module is loaded, so that recovering computes nothing on the audio thread.
+// Made when the module is loaded, so that recovering computes nothing on the audio thread.
 const SDemoGain_Alg_State kReferenceState = [] {
     SDemoGain_Alg_State state{};
     DemoGain_ResetState(state, kReferenceRateHz);

@@ -1,6 +1,6 @@
 /// Starting values of the routine's private state.
-#ifndef DEMOGAIN_STATE_H
-#define DEMOGAIN_STATE_H
+#ifndef VARNO_SOURCE_DEMOGAIN_STATE_H
+#define VARNO_SOURCE_DEMOGAIN_STATE_H
 
 #include "DemoGain_Alg.h"
 

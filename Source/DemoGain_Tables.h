@@ -1,7 +1,7 @@
 /// The two conversion tables of the signal path and their constants. Constant data, shared by all instances.
 /// Entries are made at build time by DemoGain_TablesGenerator: formula in double precision, rounded once.
-#ifndef DEMOGAIN_TABLES_H
-#define DEMOGAIN_TABLES_H
+#ifndef VARNO_SOURCE_DEMOGAIN_TABLES_H
+#define VARNO_SOURCE_DEMOGAIN_TABLES_H
 
 /// Lowest level of the tables, linear: -80 dB.
 inline constexpr float fFloorLin = 0.0001F;

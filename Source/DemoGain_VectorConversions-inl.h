@@ -21,15 +21,15 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Two neighbouring entries of a table for each sample.
+// Two neighbouring entries of a table for each sample.
 template<class D>
 struct TableEntries {
     hn::Vec<D> mThis;
     hn::Vec<D> mNext;
 };
 
-/// Entries first, first + 1, second and second + 1, where `positions` holds first in its lower half and
-/// second in its upper one.
+// Entries first, first + 1, second and second + 1, where `positions` holds first in its lower half and
+// second in its upper one.
 HWY_INLINE hn::Vec<hn::FixedTag<float, 4>> readPairs(const float* table, uint64_t positions) {
     const hn::FixedTag<float, 2> pair;
     const float* const first = table + (positions & 0xFFFFFFFFU);
@@ -37,8 +37,8 @@ HWY_INLINE hn::Vec<hn::FixedTag<float, 4>> readPairs(const float* table, uint64_
     return hn::Combine(hn::FixedTag<float, 4>(), hn::LoadU(pair, second), hn::LoadU(pair, first));
 }
 
-/// Reads the entries at `index` and behind it for each sample. Both come with one load of 64 bits: gather
-/// instructions, one entry a sample, are slower on the processors measured.
+// Reads the entries at `index` and behind it for each sample. Both come with one load of 64 bits: gather
+// instructions, one entry a sample, are slower on the processors measured.
 template<class D>
 HWY_INLINE TableEntries<D> readEntries(D d, const float* table, hn::Vec<hn::RebindToSigned<D>> index) {
     if constexpr (hn::MaxLanes(D()) == 4) {
@@ -55,7 +55,7 @@ HWY_INLINE TableEntries<D> readEntries(D d, const float* table, hn::Vec<hn::Rebi
     }
 }
 
-/// Linear interpolation at `position` in a table, 0 to kDemoGain_TableIntervals, added to `offset`.
+// Linear interpolation at `position` in a table, 0 to kDemoGain_TableIntervals, added to `offset`.
 template<class D>
 HWY_INLINE hn::Vec<D> interpolate(D d, const float* table, hn::Vec<D> position, hn::Vec<D> offset) {
     const hn::RebindToSigned<D> integer;
@@ -65,12 +65,12 @@ HWY_INLINE hn::Vec<D> interpolate(D d, const float* table, hn::Vec<D> position, 
     return hn::Add(hn::Add(offset, entries.mThis), hn::Mul(hn::Sub(entries.mNext, entries.mThis), fraction));
 }
 
-/// Level (linear, 0 or more) in dB, -80 at least.
-///
-/// A level above the tables is quartered until it is not, 12 dB for each time. Quartering takes 2 from the
-/// exponent and leaves the rest, and floats of one sign are ordered like their bits: so the number of times
-/// can be read off the distance between the bits of the level and those of the highest level. The bottom and
-/// the top of the table are its entries, so that no level needs a case of its own.
+// Level (linear, 0 or more) in dB, -80 at least.
+//
+// A level above the tables is quartered until it is not, 12 dB for each time. Quartering takes 2 from the
+// exponent and leaves the rest, and floats of one sign are ordered like their bits: so the number of times
+// can be read off the distance between the bits of the level and those of the highest level. The bottom and
+// the top of the table are its entries, so that no level needs a case of its own.
 template<class D>
 HWY_INLINE hn::Vec<D> LinToDb(D d, hn::Vec<D> level) {
     const hn::RebindToSigned<D> integer;
@@ -85,7 +85,7 @@ HWY_INLINE hn::Vec<D> LinToDb(D d, hn::Vec<D> level) {
     return interpolate(d, kLinTodB, hn::Max(position, hn::Zero(d)), foldedDB);
 }
 
-/// Gains in dB as factors, one by one.
+// Gains in dB as factors, one by one.
 template<class D>
 HWY_NOINLINE hn::Vec<D> eachDbToLin(D d, hn::Vec<D> gainDB) {
     HWY_ALIGN float values[hn::MaxLanes(D())];
@@ -96,8 +96,8 @@ HWY_NOINLINE hn::Vec<D> eachDbToLin(D d, hn::Vec<D> gainDB) {
     return hn::Load(d, values);
 }
 
-/// Gain in dB as a factor, 0.0001 at least. A gain reduction never comes near the top of the table, where
-/// folding begins.
+// Gain in dB as a factor, 0.0001 at least. A gain reduction never comes near the top of the table, where
+// folding begins.
 template<class D>
 HWY_INLINE hn::Vec<D> DbToLin(D d, hn::Vec<D> gainDB) {
     if (HWY_UNLIKELY(!hn::AllTrue(d, hn::Lt(gainDB, hn::Set(d, fCeilDB))))) {
@@ -107,8 +107,8 @@ HWY_INLINE hn::Vec<D> DbToLin(D d, hn::Vec<D> gainDB) {
     return interpolate(d, kdBToLin, hn::Max(position, hn::Zero(d)), hn::Zero(d));
 }
 
-/// Half of |v| near zero, as an even polynomial: (-1.9086499 s^2 + 4.5072875 s - 3.7919977) s^2 + 1.6720511 s
-/// with s = v^2.
+// Half of |v| near zero, as an even polynomial: (-1.9086499 s^2 + 4.5072875 s - 3.7919977) s^2 + 1.6720511 s
+// with s = v^2.
 template<class D>
 HWY_INLINE hn::Vec<D> halfLevelPolynomial(D d, hn::Vec<D> v) {
     const auto s = hn::Mul(v, v);
@@ -119,7 +119,7 @@ HWY_INLINE hn::Vec<D> halfLevelPolynomial(D d, hn::Vec<D> v) {
     return hn::Add(hn::Mul(inner, s2), hn::Mul(hn::Set(d, 1.6720511F), s));
 }
 
-/// Level of a sample: |v| above 1, a rounded |v| below. It steps from 0.957 to 1 where they meet; intended.
+// Level of a sample: |v| above 1, a rounded |v| below. It steps from 0.957 to 1 where they meet; intended.
 template<class D>
 HWY_INLINE hn::Vec<D> Level(D d, hn::Vec<D> v) {
     const auto magnitude = hn::Abs(v);
@@ -127,8 +127,8 @@ HWY_INLINE hn::Vec<D> Level(D d, hn::Vec<D> v) {
     return hn::IfThenElse(hn::Gt(magnitude, hn::Set(d, 1.0F)), magnitude, rounded);
 }
 
-/// Level that decides the clip gain. The bias shifts what counts as above 1, but not the rounded part; at 0
-/// that is 0.03124788.
+// Level that decides the clip gain. The bias shifts what counts as above 1, but not the rounded part; at 0
+// that is 0.03124788.
 template<class D>
 HWY_INLINE hn::Vec<D> ClipLevel(D d, hn::Vec<D> v, hn::Vec<D> bias) {
     const auto magnitude = hn::Abs(hn::Add(bias, v));

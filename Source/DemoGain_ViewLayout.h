@@ -1,7 +1,7 @@
 /// Where everything of the editor lies: the one table that the view, the artwork and the tests share. Lengths
 /// are pixels at scale 1; the origin is the view's top left corner.
-#ifndef DEMOGAIN_VIEWLAYOUT_H
-#define DEMOGAIN_VIEWLAYOUT_H
+#ifndef VARNO_SOURCE_DEMOGAIN_VIEWLAYOUT_H
+#define VARNO_SOURCE_DEMOGAIN_VIEWLAYOUT_H
 
 #include <cstdint>
 

@@ -1,6 +1,7 @@
 // What most test cases include, compiled once for a program of many. A file includes what it uses all the
 // same.
-#pragma once
+#ifndef VARNO_TESTS_PRECOMPILED_H
+#define VARNO_TESTS_PRECOMPILED_H
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,3 +22,5 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#endif

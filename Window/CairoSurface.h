@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_WINDOW_CAIROSURFACE_H
+#define VARNO_WINDOW_CAIROSURFACE_H
 
 #include <cairo.h>
 #include <memory>
@@ -13,3 +14,5 @@ struct DestroySurface {
 using CairoSurface = std::unique_ptr<cairo_surface_t, DestroySurface>;
 
 } // namespace varno
+
+#endif

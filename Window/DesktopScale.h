@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_WINDOW_DESKTOPSCALE_H
+#define VARNO_WINDOW_DESKTOPSCALE_H
 
 #include <optional>
 #include <string_view>
@@ -22,3 +23,5 @@ constexpr bool isScale(double factor) {
 double desktopScale(std::optional<std::string_view> gdkScale, std::string_view resources);
 
 } // namespace varno
+
+#endif

@@ -1,6 +1,6 @@
-#include "EditorWindow.h"
+#include "Window/EditorWindow.h"
 
-#include "WindowError.h"
+#include "Window/WindowError.h"
 
 namespace varno {
 namespace {

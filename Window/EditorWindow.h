@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_WINDOW_EDITORWINDOW_H
+#define VARNO_WINDOW_EDITORWINDOW_H
 
-#include "KeyGrabs.h"
-#include "WindowProperties.h"
+#include "Window/KeyGrabs.h"
+#include "Window/WindowProperties.h"
 
 #include <functional>
 #include <optional>
@@ -55,3 +56,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,4 @@
-#include "KeyGrabs.h"
+#include "Window/KeyGrabs.h"
 
 #include <X11/keysym.h>
 

@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_WINDOW_KEYGRABS_H
+#define VARNO_WINDOW_KEYGRABS_H
 
-#include "XConnection.h"
+#include "Window/XConnection.h"
 
 #include <cstdint>
 #include <functional>
@@ -52,3 +53,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_WINDOW_WINDOWERROR_H
+#define VARNO_WINDOW_WINDOWERROR_H
 
 #include <stdexcept>
 
@@ -12,3 +13,5 @@ public:
 };
 
 } // namespace varno
+
+#endif

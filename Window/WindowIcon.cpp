@@ -1,6 +1,6 @@
-#include "WindowIcon.h"
+#include "Window/WindowIcon.h"
 
-#include "CairoSurface.h"
+#include "Window/CairoSurface.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_WINDOW_WINDOWICON_H
+#define VARNO_WINDOW_WINDOWICON_H
 
 #include <cstdint>
 #include <filesystem>
@@ -12,3 +13,5 @@ namespace varno {
 std::vector<std::uint32_t> windowIcon(const std::filesystem::path& resources);
 
 } // namespace varno
+
+#endif

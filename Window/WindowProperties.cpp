@@ -1,4 +1,4 @@
-#include "WindowProperties.h"
+#include "Window/WindowProperties.h"
 
 #include <climits>
 #include <iterator>

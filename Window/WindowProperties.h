@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_WINDOW_WINDOWPROPERTIES_H
+#define VARNO_WINDOW_WINDOWPROPERTIES_H
 
-#include "XConnection.h"
+#include "Window/XConnection.h"
 
 #include <cstdint>
 #include <string>
@@ -29,3 +30,5 @@ void setWindowProperties(XConnection& connection, xcb_window_t window, const Win
 void setOnlySize(XConnection& connection, xcb_window_t window, WindowSize size);
 
 } // namespace varno
+
+#endif

@@ -1,6 +1,6 @@
-#include "XConnection.h"
+#include "Window/XConnection.h"
 
-#include "WindowError.h"
+#include "Window/WindowError.h"
 
 #include <xcb/xcb_aux.h>
 

@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_WINDOW_XCONNECTION_H
+#define VARNO_WINDOW_XCONNECTION_H
 
-#include "XReply.h"
+#include "Window/XReply.h"
 
 #include <map>
 #include <memory>
@@ -54,3 +55,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

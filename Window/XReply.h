@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_WINDOW_XREPLY_H
+#define VARNO_WINDOW_XREPLY_H
 
 #include <cstdlib>
 #include <memory>
@@ -15,3 +16,5 @@ template<class T>
 using XReply = std::unique_ptr<T, FreeXReply>;
 
 } // namespace varno
+
+#endif

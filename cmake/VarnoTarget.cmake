@@ -7,11 +7,17 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ON)
 
 if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
+
+# A few large files instead of many small ones take a third of the time: what most of them include is read once. Names
+# of a file's own must therefore differ within a target. clang-tidy sees every file alone.
+if(NOT DEFINED CMAKE_UNITY_BUILD)
+  set(CMAKE_UNITY_BUILD ON)
+endif()
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 
 add_library(varno_settings INTERFACE)
 # The sound is defined to the bit: no fused multiply-add, no re-association.
@@ -33,11 +39,45 @@ if(VARNO_COVERAGE)
   target_link_options(varno_settings INTERFACE --coverage)
 endif()
 
-# varno_headers(TARGET DIRECTORY): every header of the directory, not of those below it, becomes part of the target's
-# interface and is compiled alone by the target all_verify_interface_header_sets.
+# varno_offer(TARGET FOLDER): whoever links the target may include the folder's headers by the folder's name and theirs
+# ("Host/Instance.h"), and none of the folders beside it: a link to the folder stands in an include directory of its own.
+function(varno_offer target folder)
+  cmake_path(GET folder FILENAME name)
+  set(directory ${PROJECT_BINARY_DIR}/include/${target})
+  file(MAKE_DIRECTORY ${directory})
+  file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${directory}/${name} SYMBOLIC)
+  target_include_directories(${target} PUBLIC ${directory})
+  varno_check_headers(${target} ${PROJECT_SOURCE_DIR}/${folder})
+endfunction()
+
+# varno_headers(TARGET DIRECTORY): whoever links the target may include the directory's headers by their names alone.
 function(varno_headers target directory)
+  target_include_directories(${target} PUBLIC ${directory})
+  varno_check_headers(${target} ${directory})
+endfunction()
+
+# varno_check_headers(TARGET DIRECTORY): the target varno_headers compiles every header of the directory, not of those
+# below it, alone. Left out are those that a source of the same name includes first: clang-tidy sees such a source alone.
+add_custom_target(varno_headers)
+function(varno_check_headers target directory)
   file(GLOB headers CONFIGURE_DEPENDS ${directory}/*.h)
-  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${directory} FILES ${headers})
+  file(GLOB_RECURSE sources ${PROJECT_SOURCE_DIR}/Libs/*.cpp ${directory}/*.cpp)
+  list(TRANSFORM sources REPLACE ".*/(.*)\\.cpp$" "\\1")
+  foreach(header ${headers})
+    cmake_path(GET header STEM name)
+    if(NOT name IN_LIST sources)
+      set(source ${CMAKE_CURRENT_BINARY_DIR}/headers/${name}.cpp)
+      file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\"\n")
+      list(APPEND alone ${source})
+    endif()
+  endforeach()
+  if(alone)
+    add_library(${target}_headers OBJECT EXCLUDE_FROM_ALL ${alone})
+    set_target_properties(${target}_headers PROPERTIES UNITY_BUILD OFF EXPORT_COMPILE_COMMANDS OFF)
+    target_compile_options(${target}_headers PRIVATE -O0)
+    target_link_libraries(${target}_headers PRIVATE ${target} varno_settings)
+    add_dependencies(varno_headers ${target}_headers)
+  endif()
 endfunction()
 
 # varno_standard_headers(TARGET): its sources share headers of the standard library that are compiled once for all such

@@ -38,12 +38,15 @@ std::string uniqueHiddenName() {
 // Gives `temporary` the name `target` unless a file has that name: one step of the system where it offers
 // that.
 int renameToNew(const fs::path& temporary, const fs::path& target) {
-    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
+    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
         return 0;
-    if (errno != EINVAL && errno != ENOSYS)
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
         return errno;
-    if (fs::exists(fs::symlink_status(target)))
+    }
+    if (fs::exists(fs::symlink_status(target))) {
         return EEXIST;
+    }
     return ::rename(temporary.c_str(), target.c_str()) == 0 ? 0 : errno;
 }
 
@@ -54,40 +57,47 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite)
       mOverwrite(overwrite) {
     struct stat status {};
     const bool exists = path != "-" && ::stat(path.c_str(), &status) == 0;
-    if (path != "-" && !exists && fs::is_symlink(fs::path(path)))
+    if (path != "-" && !exists && fs::is_symlink(fs::path(path))) {
         throw WorkError(mName + ": is a link to a file that does not exist; expected a new name");
-    if (exists && (S_ISDIR(status.st_mode) || S_ISBLK(status.st_mode)))
+    }
+    if (exists && (S_ISDIR(status.st_mode) || S_ISBLK(status.st_mode))) {
         throw WorkError(mName + (S_ISDIR(status.st_mode) ? ": is a folder" : ": is a disk device") +
                         "; expected the name of a file");
+    }
     if (path == "-" || (exists && !S_ISREG(status.st_mode))) {
         mIsStream = true;
         mTarget = path == "-" ? "" : path;
         mFile = openUnnamedTemporary();
         return;
     }
-    if (exists && overwrite == Overwrite::kRefuse)
+    if (exists && overwrite == Overwrite::kRefuse) {
         throwExists(mName);
+    }
     openBeside(exists ? fs::canonical(path) : fs::path(path));
-    if (exists)
+    if (exists) {
         ::fchmod(mFile.get(), status.st_mode & 07777); // whoever could read the old file can read the new one
+    }
 }
 
 AtomicFile::~AtomicFile() {
-    if (!mTemporary.empty())
+    if (!mTemporary.empty()) {
         ::unlink(mTemporary.c_str());
+    }
 }
 
 void AtomicFile::openBeside(const fs::path& target) {
-    if (!target.has_filename())
+    if (!target.has_filename()) {
         throw WorkError(mName + ": is no file name; expected one");
+    }
     mTarget = target;
     fs::path temporary;
     do {
         temporary = target.parent_path() / uniqueHiddenName();
         mFile = openFile(temporary, O_RDWR | O_CREAT | O_EXCL, kNewFileMode);
     } while (!mFile.isOpen() && errno == EEXIST);
-    if (!mFile.isOpen())
+    if (!mFile.isOpen()) {
         throwNoFolder(mName, errno);
+    }
     mTemporary = temporary;
 }
 
@@ -100,17 +110,21 @@ void AtomicFile::commit() {
         copyToStream();
         return;
     }
-    if (const int error = mFile.close())
+    if (const int error = mFile.close()) {
         throwWriteError(mName, error);
+    }
     int error = 0;
-    if (mOverwrite == Overwrite::kRefuse)
+    if (mOverwrite == Overwrite::kRefuse) {
         error = renameToNew(mTemporary, mTarget);
-    else if (::rename(mTemporary.c_str(), mTarget.c_str()) != 0)
+    } else if (::rename(mTemporary.c_str(), mTarget.c_str()) != 0) {
         error = errno;
-    if (error == EEXIST)
+    }
+    if (error == EEXIST) {
         throwExists(mName);
-    if (error != 0)
+    }
+    if (error != 0) {
         throwWriteError(mName, error);
+    }
     mTemporary.clear();
 }
 
@@ -118,22 +132,27 @@ void AtomicFile::copyToStream() {
     FileDescriptor opened;
     if (!mTarget.empty()) {
         opened = openFile(mTarget, O_WRONLY);
-        if (!opened.isOpen())
+        if (!opened.isOpen()) {
             throwWriteError(mName, errno);
+        }
     }
-    if (::lseek(mFile.get(), 0, SEEK_SET) < 0)
+    if (::lseek(mFile.get(), 0, SEEK_SET) < 0) {
         throwReadError("a temporary file", errno);
+    }
     copyAll(mFile.get(), "a temporary file", opened.isOpen() ? opened.get() : STDOUT_FILENO, mName);
-    if (const int error = opened.close())
+    if (const int error = opened.close()) {
         throwWriteError(mName, error);
+    }
 }
 
 void refuseSameFile(const FileIdentity& input, const std::string& inputName, const std::string& outputPath) {
     struct stat status {};
-    if (outputPath == "-" || ::stat(outputPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (outputPath == "-" || ::stat(outputPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return;
-    if (FileIdentity{status.st_dev, status.st_ino} == input)
+    }
+    if (FileIdentity{status.st_dev, status.st_ino} == input) {
         throw WorkError(outputPath + ": is the input file " + inputName + "; expected another file");
+    }
 }
 
 } // namespace varno

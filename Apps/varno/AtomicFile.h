@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_ATOMICFILE_H
+#define VARNO_APPS_VARNO_ATOMICFILE_H
 
 #include "FileDescriptor.h"
 #include "FileIdentity.h"
@@ -60,3 +61,5 @@ private:
 void refuseSameFile(const FileIdentity& input, const std::string& inputName, const std::string& outputPath);
 
 } // namespace varno
+
+#endif

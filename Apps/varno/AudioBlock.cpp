@@ -16,28 +16,32 @@ AudioBlock::AudioBlock(int channels, int capacityFrames)
     : mCapacityFrames(capacityFrames),
       mSamples(static_cast<std::size_t>(channels) * static_cast<std::size_t>(capacityFrames)),
       mChannels(static_cast<std::size_t>(channels)) {
-    for (std::size_t c = 0; c < mChannels.size(); ++c)
+    for (std::size_t c = 0; c < mChannels.size(); ++c) {
         mChannels[c] = mSamples.data() + c * static_cast<std::size_t>(capacityFrames);
+    }
 }
 
 const double* AudioBlock::exact(int channel) const {
-    if (!mHasExact)
+    if (!mHasExact) {
         return nullptr;
+    }
     return mExact.data() + static_cast<std::size_t>(channel) * static_cast<std::size_t>(mCapacityFrames);
 }
 
 void AudioBlock::setInterleaved(const std::int16_t* samples, int frames) {
-    for (std::size_t c = 0; c < mChannels.size(); ++c)
+    for (std::size_t c = 0; c < mChannels.size(); ++c) {
         takeChannel(samples, {c, mChannels.size()}, static_cast<std::size_t>(frames), mChannels[c],
                     [](std::int16_t sample) { return static_cast<float>(sample) * kPerStepOf16Bits; });
+    }
     mFrames = frames;
     mHasExact = false;
 }
 
 void AudioBlock::setInterleaved(const float* samples, int frames) {
-    for (std::size_t c = 0; c < mChannels.size(); ++c)
+    for (std::size_t c = 0; c < mChannels.size(); ++c) {
         takeChannel(samples, {c, mChannels.size()}, static_cast<std::size_t>(frames), mChannels[c],
                     [](float sample) { return sample; });
+    }
     mFrames = frames;
     mHasExact = false;
 }
@@ -56,8 +60,9 @@ void AudioBlock::setInterleaved(const double* samples, int frames) {
 }
 
 void AudioBlock::setPlanar(const float* const* samples, int frames) {
-    for (std::size_t c = 0; c < mChannels.size(); ++c)
+    for (std::size_t c = 0; c < mChannels.size(); ++c) {
         std::copy_n(samples[c], frames, mChannels[c]);
+    }
     mFrames = frames;
     mHasExact = false;
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_AUDIOBLOCK_H
+#define VARNO_APPS_VARNO_AUDIOBLOCK_H
 
 #include <cstddef>
 #include <cstdint>
@@ -56,3 +57,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

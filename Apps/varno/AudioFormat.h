@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_AUDIOFORMAT_H
+#define VARNO_APPS_VARNO_AUDIOFORMAT_H
 
 #include "SampleFormat.h"
 
@@ -24,3 +25,5 @@ struct AudioFormat {
 };
 
 } // namespace varno
+
+#endif

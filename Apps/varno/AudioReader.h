@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_AUDIOREADER_H
+#define VARNO_APPS_VARNO_AUDIOREADER_H
 
 #include "AudioBlock.h"
 #include "AudioFormat.h"
@@ -46,3 +47,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

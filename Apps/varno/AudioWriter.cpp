@@ -41,8 +41,9 @@ using Waiting = std::variant<std::vector<float>, std::vector<double>>;
 
 // Single precision wherever nothing is lost by it, as it is cheaper.
 Waiting waitingFor(SampleFormat output, SampleFormat input, std::size_t samples) {
-    if (output == SampleFormat::kFloat || fitsSinglePrecision(input))
+    if (output == SampleFormat::kFloat || fitsSinglePrecision(input)) {
         return std::vector<float>(samples);
+    }
     return std::vector<double>(samples);
 }
 
@@ -50,8 +51,9 @@ Waiting waitingFor(SampleFormat output, SampleFormat input, std::size_t samples)
 using Integers = std::variant<std::vector<std::int16_t>, std::vector<std::int32_t>>;
 
 Integers integersFor(SampleFormat output, std::size_t samples) {
-    if (output == SampleFormat::kPcm16)
+    if (output == SampleFormat::kPcm16) {
         return std::vector<std::int16_t>(samples);
+    }
     return std::vector<std::int32_t>(samples);
 }
 
@@ -118,8 +120,9 @@ struct AudioWriter::State {
 
 void AudioWriter::State::open(const FileMetadata& metadata) {
     std::optional<SF_INFO> info = sndfileInfoOf(format);
-    if (info)
+    if (info) {
         sound.reset(sink.open(*info));
+    }
     failUnlessWritten(sound != nullptr);
     sf_command(sound.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE); // it would tell the time of the run
     if (isOggCodec(format.sample)) {
@@ -131,8 +134,9 @@ void AudioWriter::State::open(const FileMetadata& metadata) {
 
 void AudioWriter::State::addMetadata(const FileMetadata& metadata) {
     const ChunkFamily family = familyOf(format.container);
-    for (const std::string& id : metadata.tooLarge)
+    for (const std::string& id : metadata.tooLarge) {
         leftOut.push_back("oversized chunk " + id);
+    }
     if (family != ChunkFamily::kNone && family == metadata.family) {
         FileMetadata notInChunks;
         notInChunks.channelMap = metadata.channelMap;
@@ -140,22 +144,28 @@ void AudioWriter::State::addMetadata(const FileMetadata& metadata) {
         chunksAtEnd = metadata.chunks;
         return;
     }
-    if (!writeMetadata(sound.get(), format.container, metadata))
+    if (!writeMetadata(sound.get(), format.container, metadata)) {
         leftOut.push_back("text tags");
+    }
     chunksAtEnd = cueChunks(family, metadata.cues);
-    if (hasCues(metadata) && chunksAtEnd.empty())
+    if (hasCues(metadata) && chunksAtEnd.empty()) {
         leftOut.push_back("cue points");
-    if (metadata.hasSamplerLoops)
+    }
+    if (metadata.hasSamplerLoops) {
         leftOut.push_back("sampler loops");
-    if (metadata.hasBroadcast)
+    }
+    if (metadata.hasBroadcast) {
         leftOut.push_back("broadcast chunk");
+    }
 }
 
 void AudioWriter::State::failUnlessWritten(bool written) {
-    if (sink.error() != 0)
+    if (sink.error() != 0) {
         throwWriteError(file.name(), sink.error());
-    if (!written)
+    }
+    if (!written) {
         throw WorkError(file.name() + ": cannot be written: " + sf_strerror(sound.get()));
+    }
 }
 
 void AudioWriter::State::gather(const AudioBlock& source, const float* const* processed, std::size_t first,
@@ -168,23 +178,26 @@ void AudioWriter::State::gather(const AudioBlock& source, const float* const* pr
                              processedAt(channel, frame));
     };
     const std::size_t at = framesWaiting * channels;
-    if (auto* singles = std::get_if<std::vector<float>>(&waiting))
+    if (auto* singles = std::get_if<std::vector<float>>(&waiting)) {
         interleave(channels, count, singles->data() + at, processedAt);
-    else if (source.exact(0) == nullptr)
+    } else if (source.exact(0) == nullptr) {
         interleave(channels, count, std::get<std::vector<double>>(waiting).data() + at, processedAt);
-    else
+    } else {
         interleave(channels, count, std::get<std::vector<double>>(waiting).data() + at, keptAt);
+    }
     framesWaiting += count;
 }
 
 template<class Sample>
 sf_count_t AudioWriter::State::writeWaiting(std::span<Sample> samples) {
     const auto frames = static_cast<sf_count_t>(framesWaiting);
-    if (isOggCodec(format.sample)) // whose encoders do not return from what is no number
+    if (isOggCodec(format.sample)) { // whose encoders do not return from what is no number
         std::replace_if(
             samples.begin(), samples.end(), [](Sample sample) { return !std::isfinite(sample); }, Sample{});
-    if (!quantizer)
+    }
+    if (!quantizer) {
         return encode(sound.get(), samples.data(), frames);
+    }
     const auto writeAs = [&](auto& out) {
         quantizer->quantize(samples, out.data());
         return encode(sound.get(), out.data(), frames);
@@ -202,8 +215,9 @@ void AudioWriter::State::flush() {
 
 AudioWriter::AudioWriter(const std::string& path, const AudioFormat& format, const FileMetadata& metadata,
                          const Options& options) {
-    if (path == "-" && ::isatty(STDOUT_FILENO) == 1)
+    if (path == "-" && ::isatty(STDOUT_FILENO) == 1) {
         throw WorkError("standard output: is a terminal; expected a file or a pipe");
+    }
     mState = std::make_unique<State>(path, format, options.overwrite);
     State& s = *mState;
     if (const int bits = integerBits(format.sample)) {
@@ -224,8 +238,9 @@ void AudioWriter::write(const AudioBlock& source, const float* const* processed)
         const std::size_t count = std::min(frames - done, kFramesPerWrite - s.framesWaiting);
         s.gather(source, processed, done, count);
         done += count;
-        if (s.framesWaiting == kFramesPerWrite)
+        if (s.framesWaiting == kFramesPerWrite) {
             s.flush();
+        }
     }
 }
 
@@ -235,8 +250,9 @@ void AudioWriter::commit() {
     s.sound.reset();
     s.failUnlessWritten(true);
     appendChunks(s.file.descriptor(), familyOf(s.format.container), s.chunksAtEnd, s.file.name());
-    if (s.format.container == Container::kOgg)
+    if (s.format.container == Container::kOgg) {
         setOggSerial(s.file.descriptor(), s.file.name());
+    }
     clearPeakTime(s.file.descriptor(), s.file.name());
     s.file.commit();
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_AUDIOWRITER_H
+#define VARNO_APPS_VARNO_AUDIOWRITER_H
 
 #include "AtomicFile.h"
 #include "AudioBlock.h"
@@ -62,3 +63,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -25,14 +25,16 @@ constexpr double kMostFrames = 9007199254740992.0;          // 2^53: beyond, a d
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos)
+    if (first == std::string_view::npos) {
         return {};
+    }
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 std::optional<Fields> split(std::string_view text) {
-    if (std::count(text.begin(), text.end(), ',') != std::ssize(Fields{}) - 1)
+    if (std::count(text.begin(), text.end(), ',') != std::ssize(Fields{}) - 1) {
         return std::nullopt;
+    }
     Fields fields;
     for (std::string_view& field : fields) {
         const std::size_t end = std::min(text.find(','), text.size());
@@ -52,21 +54,25 @@ public:
 
     AutomationPoint parse(double rateHz) const {
         const std::optional<Fields> fields = split(mText);
-        if (!fields)
+        if (!fields) {
             fail("found \"" + std::string(mText) + "\"; expected three fields time_s,parameter,value");
+        }
         const auto& [time, parameter, value] = *fields;
-        if (parameter.empty())
+        if (parameter.empty()) {
             fail("no parameter found; expected its identifier in the second field");
-        if (value.empty())
+        }
+        if (value.empty()) {
             fail("no value found for " + std::string(parameter) + "; expected one in the third field");
+        }
         return {frameAt(time, rateHz), std::string(parameter), std::string(value), mNumber};
     }
 
 private:
     std::int64_t frameAt(std::string_view time, double rateHz) const {
         const std::optional<double> seconds = numberFromText<double>(time);
-        if (!seconds || !std::isfinite(*seconds) || *seconds < 0.0 || *seconds * rateHz > kMostFrames)
+        if (!seconds || !std::isfinite(*seconds) || *seconds < 0.0 || *seconds * rateHz > kMostFrames) {
             fail("time \"" + std::string(time) + "\" found; expected seconds from the start, 0 or more");
+        }
         return static_cast<std::int64_t>(std::floor(*seconds * rateHz + 0.5));
     }
 
@@ -83,25 +89,30 @@ private:
 
 std::vector<AutomationPoint> readAutomationFile(const std::string& path, double rateHz) {
     std::ifstream file(path);
-    if (!file)
+    if (!file) {
         throwReadError(path, errno);
+    }
     std::vector<AutomationPoint> points;
     std::string text;
     bool headingMayFollow = true;
     for (int number = 1; std::getline(file, text); ++number) {
         std::string_view line = text;
-        if (number == 1 && line.starts_with(kByteOrderMark))
+        if (number == 1 && line.starts_with(kByteOrderMark)) {
             line.remove_prefix(kByteOrderMark.size());
+        }
         line = trimmed(line);
-        if (line.empty() || line.front() == '#')
+        if (line.empty() || line.front() == '#') {
             continue;
+        }
         const bool isHeading = headingMayFollow && split(line) == kHeading;
         headingMayFollow = false;
-        if (!isHeading)
+        if (!isHeading) {
             points.push_back(Line(path, number, line).parse(rateHz));
+        }
     }
-    if (file.bad())
+    if (file.bad()) {
         throwReadError(path, errno);
+    }
     std::stable_sort(
         points.begin(), points.end(),
         [](const AutomationPoint& left, const AutomationPoint& right) { return left.frame < right.frame; });

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_AUTOMATIONFILE_H
+#define VARNO_APPS_VARNO_AUTOMATIONFILE_H
 
 #include <cstdint>
 #include <string>
@@ -23,3 +24,5 @@ struct AutomationPoint {
 std::vector<AutomationPoint> readAutomationFile(const std::string& path, double rateHz);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_CARRIEDCHUNKS_H
+#define VARNO_APPS_VARNO_CARRIEDCHUNKS_H
 
 #include "AudioFormat.h"
 #include "ContainerChunks.h"
@@ -27,3 +28,5 @@ void appendChunks(int descriptor, ChunkFamily family, const std::vector<CarriedC
                   const std::string& name);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDERROR_H
+#define VARNO_APPS_VARNO_COMMANDERROR_H
 
 #include <stdexcept>
 #include <string>
@@ -39,3 +40,5 @@ public:
 };
 
 } // namespace varno
+
+#endif

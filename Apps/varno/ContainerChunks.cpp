@@ -53,18 +53,22 @@ bool readAt(int descriptor, std::int64_t offset, std::span<unsigned char> bytes)
 
 std::uint64_t number(std::span<const unsigned char> bytes, bool bigEndian) {
     std::uint64_t value = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i)
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
         value = value << 8 | bytes[bigEndian ? i : bytes.size() - 1 - i];
+    }
     return value;
 }
 
 const Layout* findLayout(int descriptor) {
     unsigned char magic[4];
-    if (!readAt(descriptor, 0, magic))
+    if (!readAt(descriptor, 0, magic)) {
         return nullptr;
-    for (const Layout& layout : kLayouts)
-        if (std::equal(layout.magic.begin(), layout.magic.end(), std::begin(magic)))
+    }
+    for (const Layout& layout : kLayouts) {
+        if (std::equal(layout.magic.begin(), layout.magic.end(), std::begin(magic))) {
             return &layout;
+        }
+    }
     return nullptr;
 }
 
@@ -72,8 +76,9 @@ const Layout* findLayout(int descriptor) {
 std::int64_t dataBytes(const Layout& layout, std::span<const unsigned char> sizeField) {
     std::uint64_t size = number(sizeField, layout.bigEndian);
     const auto headerBytes = static_cast<std::uint64_t>(layout.idBytes + layout.sizeBytes);
-    if (layout.sizeIncludesHeader)
+    if (layout.sizeIncludesHeader) {
         size = std::max(size, headerBytes) - headerBytes;
+    }
     const bool unknown = size == kSizeIsElsewhere || size > static_cast<std::uint64_t>(kUnknownSize);
     return unknown ? kUnknownSize : static_cast<std::int64_t>(size);
 }
@@ -82,16 +87,18 @@ std::optional<ContainerChunk> readChunkHeader(int descriptor, const Layout& layo
     unsigned char bytes[kMostHeaderBytes];
     const auto idBytes = static_cast<std::size_t>(layout.idBytes);
     const std::span<unsigned char> header(bytes, idBytes + static_cast<std::size_t>(layout.sizeBytes));
-    if (!readAt(descriptor, offset, header))
+    if (!readAt(descriptor, offset, header)) {
         return std::nullopt;
+    }
     return ContainerChunk{std::string(bytes, bytes + 4), offset + static_cast<std::int64_t>(header.size()),
                           dataBytes(layout, header.subspan(idBytes))};
 }
 
 std::int64_t ds64DataBytes(int descriptor, const ContainerChunk& ds64) {
     unsigned char field[8];
-    if (!readAt(descriptor, ds64.dataOffset + kDs64DataSizeOffset, field))
+    if (!readAt(descriptor, ds64.dataOffset + kDs64DataSizeOffset, field)) {
         return 0;
+    }
     return std::bit_cast<std::int64_t>(number(field, false));
 }
 
@@ -114,8 +121,9 @@ constexpr std::size_t kAuHeaderBytes = 12; // magic, offset and size of the samp
 
 std::vector<ContainerChunk> auSamples(int descriptor) {
     unsigned char header[kAuHeaderBytes];
-    if (!readAt(descriptor, 0, header) || !std::equal(kAuMagic.begin(), kAuMagic.end(), std::begin(header)))
+    if (!readAt(descriptor, 0, header) || !std::equal(kAuMagic.begin(), kAuMagic.end(), std::begin(header))) {
         return {};
+    }
     const std::span<const unsigned char> fields(header);
     const std::uint64_t size = number(fields.subspan(8, 4), true);
     return {{"data", static_cast<std::int64_t>(number(fields.subspan(4, 4), true)),
@@ -128,8 +136,9 @@ ContainerChunks readContainerChunks(int descriptor) {
     ContainerChunks result;
     struct stat status {};
     const Layout* layout = findLayout(descriptor);
-    if (::fstat(descriptor, &status) != 0)
+    if (::fstat(descriptor, &status) != 0) {
         return result;
+    }
     result.fileBytes = status.st_size;
     if (layout == nullptr) {
         result.chunks = auSamples(descriptor);
@@ -140,15 +149,18 @@ ContainerChunks readContainerChunks(int descriptor) {
     std::int64_t offset = layout->firstChunk;
     while (result.chunks.size() < kMostChunks) {
         std::optional<ContainerChunk> chunk = readChunkHeader(descriptor, *layout, offset);
-        if (!chunk)
+        if (!chunk) {
             break;
-        if (chunk->id == "ds64")
+        }
+        if (chunk->id == "ds64") {
             longDataBytes = ds64DataBytes(descriptor, *chunk);
-        else if (chunk->id == layout->samplesId && chunk->dataBytes == kUnknownSize)
+        } else if (chunk->id == layout->samplesId && chunk->dataBytes == kUnknownSize) {
             chunk->dataBytes = longDataBytes;
+        }
         result.chunks.push_back(*chunk);
-        if (chunk->dataBytes < 0 || chunk->dataBytes > result.fileBytes - chunk->dataOffset)
+        if (chunk->dataBytes < 0 || chunk->dataBytes > result.fileBytes - chunk->dataOffset) {
             break;
+        }
         offset = chunk->dataOffset + chunk->dataBytes;
         offset += (layout->alignment - offset % layout->alignment) % layout->alignment;
     }
@@ -162,8 +174,9 @@ SampleExtent sampleExtent(const ContainerChunks& container) {
                 return candidate.id == chunk.id &&
                        (candidate.family == ChunkFamily::kNone || candidate.family == container.family);
             });
-        if (row == std::end(kSampleChunks))
+        if (row == std::end(kSampleChunks)) {
             continue;
+        }
         const std::int64_t present =
             std::max<std::int64_t>(container.fileBytes - chunk.dataOffset - row->headerBytes, 0);
         const bool unknown = chunk.dataBytes == kUnknownSize ||

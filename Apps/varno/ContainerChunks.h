@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_CONTAINERCHUNKS_H
+#define VARNO_APPS_VARNO_CONTAINERCHUNKS_H
 
 #include "FileMetadata.h"
 
@@ -40,3 +41,5 @@ struct SampleExtent {
 SampleExtent sampleExtent(const ContainerChunks& container);
 
 } // namespace varno
+
+#endif

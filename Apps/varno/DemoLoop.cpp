@@ -35,9 +35,11 @@ std::int64_t stepStart(int bar, int step) {
 // One bar as text, a sixteenth per character: '.' is a rest, other characters a hit.
 template<typename Play>
 void playPattern(std::string_view pattern, int bar, Play play) {
-    for (int step = 0; step < kStepsPerBar; ++step)
-        if (const char hit = pattern[static_cast<std::size_t>(step)]; hit != '.')
+    for (int step = 0; step < kStepsPerBar; ++step) {
+        if (const char hit = pattern[static_cast<std::size_t>(step)]; hit != '.') {
             play(stepStart(bar, step), hit);
+        }
+    }
 }
 
 void playKick(Mix& mix) {
@@ -48,8 +50,9 @@ void playKick(Mix& mix) {
         "x..x..x...x.x...",
     };
     const Note note = kickNote();
-    for (int bar = 0; bar < kBars; ++bar)
+    for (int bar = 0; bar < kBars; ++bar) {
         playPattern(kPatterns[bar], bar, [&](std::int64_t start, char) { add(mix, note, start, 0.9, 0.9); });
+    }
 }
 
 // 'X' is a full hit, 'g' a ghost note.
@@ -62,13 +65,14 @@ void playSnare(Mix& mix) {
     };
     const Note body = snareBodyNote();
     const Note wires[] = {snareWiresNote(1), snareWiresNote(2)};
-    for (int bar = 0; bar < kBars; ++bar)
+    for (int bar = 0; bar < kBars; ++bar) {
         playPattern(kPatterns[bar], bar, [&](std::int64_t start, char hit) {
             const double level = hit == 'X' ? 0.85 : 0.14;
             add(mix, body, start, 0.6 * level, 0.6 * level);
             add(mix, wires[0], start, level, 0.25 * level);
             add(mix, wires[1], start, 0.25 * level, level);
         });
+    }
 }
 
 // 'x' is accented, 'o' open.
@@ -77,20 +81,22 @@ void playHats(Mix& mix) {
     constexpr std::string_view kBusyPattern = "x.hhx.h.xhh.x.o.";
     const Note closed = hatNote(0.022, 3);
     const Note open = hatNote(0.11, 4);
-    for (int bar = 0; bar < kBars; ++bar)
+    for (int bar = 0; bar < kBars; ++bar) {
         playPattern(bar % 2 == 0 ? kPattern : kBusyPattern, bar, [&](std::int64_t start, char hit) {
             const double level = hit == 'h' ? 0.16 : 0.24;
             add(mix, hit == 'o' ? open : closed, start, 0.6 * level, level);
         });
+    }
 }
 
 void playShaker(Mix& mix) {
     const Note note = shakerNote(5);
-    for (int bar = 0; bar < kBars; ++bar)
+    for (int bar = 0; bar < kBars; ++bar) {
         playPattern("sSsSsSsSsSsSsSsS", bar, [&](std::int64_t start, char hit) {
             const double level = hit == 'S' ? 0.09 : 0.045;
             add(mix, note, start, level, 0.3 * level);
         });
+    }
 }
 
 struct BassStep {
@@ -111,10 +117,12 @@ void playBass(Mix& mix) {
         {0, 2.5, 0, 0.6},  {3, 1.0, 0, 0.2},  {6, 1.6, 2, 0.9},  {8, 1.0, 0, 0.3},
         {10, 1.8, 0, 0.6}, {12, 1.0, 3, 0.4}, {14, 1.6, 1, 0.8},
     };
-    for (int bar = 0; bar < kBars; ++bar)
-        for (const BassStep& note : kLine)
+    for (int bar = 0; bar < kBars; ++bar) {
+        for (const BassStep& note : kLine) {
             add(mix, bassNote(kPitchesHz[bar][note.pitch], note.steps * kStepS, note.accent),
                 stepStart(bar, note.step), 0.42, 0.42);
+        }
+    }
 }
 
 // The first reflections of a small room, each thrown to the other side.
@@ -128,20 +136,24 @@ void addRoom(Mix& mix) {
         {{0.0137, 0.16}, {0.0233, 0.10}, {0.0457, 0.06}},
     };
     const Mix dry = mix;
-    for (std::size_t c = 0; c < mix.size(); ++c)
+    for (std::size_t c = 0; c < mix.size(); ++c) {
         for (const Reflection& reflection : kReflections[c]) {
             const auto delay = static_cast<std::size_t>(reflection.delayS * kDemoLoopRateHz);
             const std::vector<double>& from = dry[1 - c];
-            for (std::size_t i = 0; i < from.size(); ++i)
+            for (std::size_t i = 0; i < from.size(); ++i) {
                 mix[c][(i + delay) % from.size()] += reflection.level * from[i];
+            }
         }
+    }
 }
 
 double peakOf(const Mix& mix) {
     double peak = 0.0;
-    for (const std::vector<double>& channel : mix)
-        for (const double sample : channel)
+    for (const std::vector<double>& channel : mix) {
+        for (const double sample : channel) {
             peak = std::max(peak, std::abs(sample));
+        }
+    }
     return peak;
 }
 
@@ -149,8 +161,9 @@ double peakOf(const Mix& mix) {
 
 StereoSamples makeDemoLoop() {
     Mix mix;
-    for (std::vector<double>& channel : mix)
+    for (std::vector<double>& channel : mix) {
         channel.resize(static_cast<std::size_t>(kDemoLoopFrames));
+    }
     playSnare(mix);
     playHats(mix);
     playShaker(mix);
@@ -159,9 +172,11 @@ StereoSamples makeDemoLoop() {
     playBass(mix);
     const double gain = kPeakLin / peakOf(mix);
     StereoSamples samples;
-    for (std::size_t c = 0; c < samples.size(); ++c)
-        for (const double sample : mix[c])
+    for (std::size_t c = 0; c < samples.size(); ++c) {
+        for (const double sample : mix[c]) {
             samples[c].push_back(static_cast<float>(gain * sample));
+        }
+    }
     return samples;
 }
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_DEMOLOOP_H
+#define VARNO_APPS_VARNO_DEMOLOOP_H
 
 #include <array>
 #include <cstdint>
@@ -19,3 +20,5 @@ using StereoSamples = std::array<std::vector<float>, kDemoLoopChannels>;
 StereoSamples makeDemoLoop();
 
 } // namespace varno
+
+#endif

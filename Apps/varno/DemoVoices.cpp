@@ -21,15 +21,17 @@ std::size_t framesIn(double seconds) {
 // may differ in the last bit from one library to the next.
 double sine(double turns) {
     double x = turns - std::floor(turns + 0.5); // -1/2 to 1/2
-    if (x > 0.25)
+    if (x > 0.25) {
         x = 0.5 - x;
-    else if (x < -0.25)
+    } else if (x < -0.25) {
         x = -0.5 - x;
+    }
     const double angle = 2.0 * std::numbers::pi * x;
     const double square = angle * angle;
     double sum = 1.0;
-    for (int n = 13; n >= 3; n -= 2)
+    for (int n = 13; n >= 3; n -= 2) {
         sum = 1.0 - sum * square / (n * (n - 1));
+    }
     return angle * sum;
 }
 
@@ -179,19 +181,22 @@ Note hatNote(double decayS, std::uint64_t variant) {
     for (double& sample : note) {
         const double loudness = 0.09 * amplitude.next();
         turns += 1.0 / kRateHz;
-        for (const double pitchHz : kRingsHz)
+        for (const double pitchHz : kRingsHz) {
             sample += loudness * sine(turns * pitchHz);
+        }
     }
-    for (std::size_t i = 0; i < note.size(); ++i)
+    for (std::size_t i = 0; i < note.size(); ++i) {
         note[i] *= fadeOut(i, note.size());
+    }
     return note;
 }
 
 Note shakerNote(std::uint64_t variant) {
     Note note = bandNoise(variant, 0.09, 0.025, 3600.0, 7000.0);
     const auto rise = static_cast<double>(framesIn(0.012)); // grains swell before they hit
-    for (std::size_t i = 0; i < note.size() && static_cast<double>(i) < rise; ++i)
+    for (std::size_t i = 0; i < note.size() && static_cast<double>(i) < rise; ++i) {
         note[i] *= static_cast<double>(i) / rise;
+    }
     return note;
 }
 

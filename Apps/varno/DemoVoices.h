@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_DEMOVOICES_H
+#define VARNO_APPS_VARNO_DEMOVOICES_H
 
 #include <cstdint>
 #include <vector>
@@ -27,3 +28,5 @@ Note shakerNote(std::uint64_t variant);
 Note bassNote(double pitchHz, double lengthS, double accent);
 
 } // namespace varno
+
+#endif

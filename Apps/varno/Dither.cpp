@@ -16,10 +16,12 @@ constexpr double kOneIn53Bits = 1.0 / static_cast<double>(std::uint64_t{1} << 53
 } // namespace
 
 std::optional<Dither> ditherFromOption(std::string_view text) {
-    if (text == "tpdf")
+    if (text == "tpdf") {
         return Dither::kTpdf;
-    if (text == "none")
+    }
+    if (text == "none") {
         return Dither::kNone;
+    }
     return std::nullopt;
 }
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_DITHER_H
+#define VARNO_APPS_VARNO_DITHER_H
 
 #include <cstdint>
 #include <optional>
@@ -32,3 +33,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

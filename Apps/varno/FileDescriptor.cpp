@@ -19,8 +19,9 @@ int FileDescriptor::release() {
 }
 
 int FileDescriptor::close() {
-    if (!isOpen())
+    if (!isOpen()) {
         return 0;
+    }
     return ::close(release()) == 0 ? 0 : errno;
 }
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_FILEDESCRIPTOR_H
+#define VARNO_APPS_VARNO_FILEDESCRIPTOR_H
 
 namespace varno {
 
@@ -30,3 +31,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_FILEIDENTITY_H
+#define VARNO_APPS_VARNO_FILEIDENTITY_H
 
 #include <cstdint>
 
@@ -13,3 +14,5 @@ struct FileIdentity {
 };
 
 } // namespace varno
+
+#endif

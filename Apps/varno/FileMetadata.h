@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_FILEMETADATA_H
+#define VARNO_APPS_VARNO_FILEMETADATA_H
 
 #include <cstdint>
 #include <map>
@@ -44,3 +45,5 @@ struct FileMetadata {
 };
 
 } // namespace varno
+
+#endif

@@ -24,10 +24,12 @@ std::string reason(int error) {
 std::size_t readSome(int descriptor, std::vector<char>& buffer, const std::string& name) {
     for (;;) {
         const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
-        if (got >= 0)
+        if (got >= 0) {
             return static_cast<std::size_t>(got);
-        if (errno != EINTR)
+        }
+        if (errno != EINTR) {
             throwReadError(name, errno);
+        }
         throwIfInterrupted();
     }
 }
@@ -45,8 +47,9 @@ void throwWriteError(const std::string& name, int error) {
 FileDescriptor openFile(const std::string& path, int flags, unsigned mode) {
     for (;;) {
         FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC, mode));
-        if (file.isOpen() || errno != EINTR)
+        if (file.isOpen() || errno != EINTR) {
             return file;
+        }
         throwIfInterrupted();
     }
 }
@@ -57,8 +60,9 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& name) {
         if (written >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
         } else {
-            if (errno != EINTR)
+            if (errno != EINTR) {
                 throwWriteError(name, errno);
+            }
             throwIfInterrupted();
         }
     }
@@ -75,12 +79,14 @@ void copyAll(int from, const std::string& fromName, int to, const std::string& t
 FileDescriptor openUnnamedTemporary() {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
-    if (error)
+    if (error) {
         throwWriteError("the folder for temporary files (TMPDIR)", error.value());
+    }
     std::string path = folder / "varno-XXXXXX";
     FileDescriptor file(::mkostemp(path.data(), O_CLOEXEC));
-    if (!file.isOpen())
+    if (!file.isOpen()) {
         throwWriteError("a temporary file in " + folder.string(), errno);
+    }
     ::unlink(path.c_str());
     return file;
 }

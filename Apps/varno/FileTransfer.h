@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_FILETRANSFER_H
+#define VARNO_APPS_VARNO_FILETRANSFER_H
 
 #include "FileDescriptor.h"
 
@@ -32,3 +33,5 @@ void copyAll(int from, const std::string& fromName, int to, const std::string& t
 FileDescriptor openUnnamedTemporary();
 
 } // namespace varno
+
+#endif

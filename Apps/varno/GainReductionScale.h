@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_GAINREDUCTIONSCALE_H
+#define VARNO_APPS_VARNO_GAINREDUCTIONSCALE_H
 
 namespace varno {
 
@@ -6,3 +7,5 @@ namespace varno {
 inline constexpr double kGainReductionFullScaleDB = 32.0;
 
 } // namespace varno
+
+#endif

@@ -19,8 +19,9 @@ void noteSignal(int signal) {
 void noteWhenRaised(int signal) {
     struct sigaction before {};
     sigaction(signal, nullptr, &before);
-    if (before.sa_handler == SIG_IGN)
+    if (before.sa_handler == SIG_IGN) {
         return;
+    }
     struct sigaction action {};
     action.sa_handler = noteSignal;
     sigemptyset(&action.sa_mask);
@@ -30,8 +31,9 @@ void noteWhenRaised(int signal) {
 } // namespace
 
 void catchInterruptions() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         noteWhenRaised(signal);
+    }
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
 }
@@ -41,8 +43,9 @@ int interruptedBySignal() {
 }
 
 void throwIfInterrupted() {
-    if (interruptedBySignal() != 0)
+    if (interruptedBySignal() != 0) {
         throw Interrupted();
+    }
 }
 
 void clearInterruption() {

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_INTERRUPTION_H
+#define VARNO_APPS_VARNO_INTERRUPTION_H
 
 #include "CommandError.h"
 
@@ -27,3 +28,5 @@ void throwIfInterrupted();
 void clearInterruption();
 
 } // namespace varno
+
+#endif

@@ -16,8 +16,9 @@ MeterFile::MeterFile(const std::string& path, Overwrite overwrite, double rateHz
     : mFile(path, overwrite),
       mRateHz(rateHz),
       mPending("time_s") {
-    for (const std::string& meter : meters)
+    for (const std::string& meter : meters) {
         mPending += "," + meter;
+    }
     mPending += '\n';
 }
 
@@ -28,8 +29,9 @@ void MeterFile::addRow(std::int64_t frame, std::span<const float> values) {
         mPending += textFromNumber(value);
     }
     mPending += '\n';
-    if (mPending.size() >= kPendingBytes)
+    if (mPending.size() >= kPendingBytes) {
         flush();
+    }
 }
 
 void MeterFile::flush() {

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_METERFILE_H
+#define VARNO_APPS_VARNO_METERFILE_H
 
 #include "AtomicFile.h"
 
@@ -35,3 +36,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_NUMBERTEXT_H
+#define VARNO_APPS_VARNO_NUMBERTEXT_H
 
 #include <array>
 #include <charconv>
@@ -32,3 +33,5 @@ std::string textFromNumber(Format... numberAndFormat) {
 }
 
 } // namespace varno
+
+#endif

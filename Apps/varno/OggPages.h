@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_OGGPAGES_H
+#define VARNO_APPS_VARNO_OGGPAGES_H
 
 #include <string>
 
@@ -16,3 +17,5 @@ void setOggSerial(int descriptor, const std::string& name);
 bool isOggWithoutEnd(int descriptor);
 
 } // namespace varno
+
+#endif

@@ -26,8 +26,9 @@ constexpr ExtensionRow kExtensions[] = {
 };
 
 std::string lowerCase(std::string text) {
-    for (char& c : text)
+    for (char& c : text) {
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
     return text;
 }
 
@@ -42,12 +43,15 @@ bool isStream(const std::string& path) {
 }
 
 Container containerFor(const std::string& path) {
-    if (isStream(path))
+    if (isStream(path)) {
         return Container::kWav;
+    }
     const std::string extension = extensionOf(path);
-    for (const ExtensionRow& row : kExtensions)
-        if (extension == row.extension)
+    for (const ExtensionRow& row : kExtensions) {
+        if (extension == row.extension) {
             return row.container;
+        }
+    }
     throw UsageError(path + ": has " + (extension.empty() ? "no extension" : "the extension " + extension) +
                      "; expected .wav, .rf64, .w64, .aiff, .caf, .au, .flac, .ogg or .opus");
 }
@@ -69,23 +73,30 @@ bool isReadOnly(SampleFormat sample) {
 // smallest first, then the best of the others.
 std::array<SampleFormat, 6> substitutesFor(SampleFormat input) {
     using enum SampleFormat;
-    if (input == kDouble || input == kFloat || isCoded(input))
+    if (input == kDouble || input == kFloat || isCoded(input)) {
         return {kFloat, kPcm32, kPcm24, kPcm16, kPcm8, kVorbis};
-    if (signalBits(input) > 24)
+    }
+    if (signalBits(input) > 24) {
         return {kPcm32, kDouble, kPcm24, kPcm16, kPcm8, kVorbis};
-    if (signalBits(input) > 16)
+    }
+    if (signalBits(input) > 16) {
         return {kPcm24, kPcm32, kFloat, kPcm16, kPcm8, kVorbis};
+    }
     return {kPcm16, kPcm24, kPcm32, kFloat, kPcm8, kVorbis};
 }
 
 SampleFormat sampleFor(const AudioFormat& output, SampleFormat input, const std::string& path) {
-    if (extensionOf(path) == ".opus")
+    if (extensionOf(path) == ".opus") {
         return SampleFormat::kOpus;
-    if (!isReadOnly(input) && holds(output, input))
+    }
+    if (!isReadOnly(input) && holds(output, input)) {
         return input;
-    for (const SampleFormat candidate : substitutesFor(input))
-        if (holds(output, candidate))
+    }
+    for (const SampleFormat candidate : substitutesFor(input)) {
+        if (holds(output, candidate)) {
             return candidate;
+        }
+    }
     throw UsageError(path + ": " + containerName(output.container) + " cannot hold " +
                      std::to_string(output.channels) + (output.channels == 1 ? " channel" : " channels") +
                      " at " + std::to_string(output.rateHz) +
@@ -94,9 +105,11 @@ SampleFormat sampleFor(const AudioFormat& output, SampleFormat input, const std:
 
 std::string formatsHeld(const AudioFormat& output) {
     std::string names;
-    for (const char* name : {"pcm16", "pcm24", "pcm32", "float", "double"})
-        if (holds(output, *sampleFormatFromOption(name)))
+    for (const char* name : {"pcm16", "pcm24", "pcm32", "float", "double"}) {
+        if (holds(output, *sampleFormatFromOption(name))) {
             names += (names.empty() ? "" : ", ") + std::string(name);
+        }
+    }
     return names.empty() ? "no --format for this container" : names;
 }
 
@@ -105,25 +118,31 @@ std::int64_t sampleBytes(const AudioFormat& format) {
 }
 
 void fitSize(AudioFormat& format, const std::string& path) {
-    if (sampleBytes(format) <= kMostRiffSampleBytes)
+    if (sampleBytes(format) <= kMostRiffSampleBytes) {
         return;
-    if (format.container == Container::kWav)
+    }
+    if (format.container == Container::kWav) {
         format.container = Container::kRf64;
-    if (format.container == Container::kAiff || format.container == Container::kAu)
+    }
+    if (format.container == Container::kAiff || format.container == Container::kAu) {
         throw UsageError(path + ": " + containerName(format.container) + " holds 4 GB, not " +
                          std::to_string(sampleBytes(format)) +
                          " bytes of samples; expected .wav, .w64 or .caf");
+    }
 }
 
 std::string noteFor(const AudioFormat& input, const AudioFormat& output, bool asked,
                     const std::string& path) {
-    if (output.container == Container::kRf64 && extensionOf(path) != ".rf64")
+    if (output.container == Container::kRf64 && extensionOf(path) != ".rf64") {
         return path + ": written as RF64, since WAV ends at 4 GB";
-    if (asked || output.sample == input.sample)
+    }
+    if (asked || output.sample == input.sample) {
         return "";
+    }
     const std::string written = sampleFormatName(output.sample);
-    if (isReadOnly(input.sample) || holds(output, input.sample))
+    if (isReadOnly(input.sample) || holds(output, input.sample)) {
         return path + ": written as " + written + "; the input is " + sampleFormatName(input.sample);
+    }
     return path + ": written as " + written + "; " + containerName(output.container) +
            " cannot hold the input's " + sampleFormatName(input.sample);
 }
@@ -135,14 +154,16 @@ OutputFormat chooseOutputFormat(const AudioFormat& input, const std::string& out
     AudioFormat output = input;
     output.container = containerFor(outputPath);
     output.frames = frames;
-    if (asked && !holds(output, *asked))
+    if (asked && !holds(output, *asked)) {
         throw UsageError("--format " + std::string(sampleFormatName(*asked)) + ": " + outputPath + " is " +
                          containerName(output.container) + ", which cannot hold it; expected " +
                          formatsHeld(output));
+    }
     output.sample = asked ? *asked : sampleFor(output, input.sample, outputPath);
-    if (!holds(output, output.sample))
+    if (!holds(output, output.sample)) {
         throw UsageError(outputPath + ": " + sampleFormatName(output.sample) + " cannot hold " +
                          std::to_string(output.rateHz) + " Hz; expected 8000, 12000, 16000, 24000 or 48000");
+    }
     fitSize(output, outputPath);
     return {output, noteFor(input, output, asked.has_value(), outputPath)};
 }

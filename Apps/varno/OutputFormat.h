@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_OUTPUTFORMAT_H
+#define VARNO_APPS_VARNO_OUTPUTFORMAT_H
 
 #include "AudioFormat.h"
 
@@ -28,3 +29,5 @@ OutputFormat chooseOutputFormat(const AudioFormat& input, const std::string& out
                                 std::optional<SampleFormat> asked, std::int64_t frames);
 
 } // namespace varno
+
+#endif

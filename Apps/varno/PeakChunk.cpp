@@ -21,8 +21,9 @@ void clearPeakTime(int descriptor, const std::string& name) {
     for (const ContainerChunk& chunk : readContainerChunks(descriptor).chunks) {
         const std::int64_t offset = chunk.dataOffset + kTimeOffset;
         if (chunk.id == "PEAK" && ::pwrite(descriptor, kNoTime.data(), kNoTime.size(), offset) !=
-                                      static_cast<ssize_t>(kNoTime.size()))
+                                      static_cast<ssize_t>(kNoTime.size())) {
             throwWriteError(name, errno);
+        }
     }
 }
 

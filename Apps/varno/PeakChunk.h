@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PEAKCHUNK_H
+#define VARNO_APPS_VARNO_PEAKCHUNK_H
 
 #include <string>
 
@@ -10,3 +11,5 @@ namespace varno {
 void clearPeakTime(int descriptor, const std::string& name);
 
 } // namespace varno
+
+#endif

@@ -21,10 +21,11 @@ double inSeconds(std::chrono::steady_clock::duration duration) {
 std::string clockText(double seconds) {
     const auto total = static_cast<long long>(std::ceil(seconds));
     char text[32];
-    if (total >= 3600)
+    if (total >= 3600) {
         std::snprintf(text, sizeof text, "%lld:%02lld:%02lld", total / 3600, total / 60 % 60, total % 60);
-    else
+    } else {
         std::snprintf(text, sizeof text, "%lld:%02lld", total / 60, total % 60);
+    }
     return text;
 }
 
@@ -50,17 +51,20 @@ ProgressBar::~ProgressBar() {
 void ProgressBar::advance(double seconds) {
     const std::lock_guard lock(mMutex);
     mDoneS += seconds;
-    if (!mOnTerminal)
+    if (!mOnTerminal) {
         return;
+    }
     const TimePoint now = mClock();
-    if (now >= mNextDraw)
+    if (now >= mNextDraw) {
         draw(now);
+    }
 }
 
 void ProgressBar::finish() {
     const std::lock_guard lock(mMutex);
-    if (mDrawn)
+    if (mDrawn) {
         mOut << kClearLine << std::flush;
+    }
     mOnTerminal = false;
     mDrawn = false;
 }
@@ -81,8 +85,9 @@ std::string ProgressBar::line(double elapsedS) const {
     text += "] ";
     text += std::to_string(static_cast<int>(share * 100.0)) + " %, ";
     text += std::to_string(std::llround(speed)) + " x real time";
-    if (speed > 0.0)
+    if (speed > 0.0) {
         text += ", " + clockText(std::max(mTotalS - mDoneS, 0.0) / speed) + " left";
+    }
     return text;
 }
 

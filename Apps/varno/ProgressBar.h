@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PROGRESSBAR_H
+#define VARNO_APPS_VARNO_PROGRESSBAR_H
 
 #include <chrono>
 #include <cstdint>
@@ -54,3 +55,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -36,9 +36,11 @@ const SampleFormatRow& row(SampleFormat format) {
 
 constexpr bool rowsStandInOrder() {
     std::size_t index = 0;
-    for (const SampleFormatRow& entry : kRows)
-        if (static_cast<std::size_t>(entry.format) != index++)
+    for (const SampleFormatRow& entry : kRows) {
+        if (static_cast<std::size_t>(entry.format) != index++) {
             return false;
+        }
+    }
     return true;
 }
 static_assert(rowsStandInOrder(), "row() indexes by format");
@@ -50,9 +52,11 @@ const char* sampleFormatName(SampleFormat format) {
 }
 
 std::optional<SampleFormat> sampleFormatFromOption(std::string_view text) {
-    for (const SampleFormatRow& entry : kRows)
-        if (entry.isOption && text == entry.name)
+    for (const SampleFormatRow& entry : kRows) {
+        if (entry.isOption && text == entry.name) {
             return entry.format;
+        }
+    }
     return std::nullopt;
 }
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_SAMPLEFORMAT_H
+#define VARNO_APPS_VARNO_SAMPLEFORMAT_H
 
 #include <optional>
 #include <string>
@@ -45,3 +46,5 @@ int signalBits(SampleFormat format);
 bool fitsSinglePrecision(SampleFormat format);
 
 } // namespace varno
+
+#endif

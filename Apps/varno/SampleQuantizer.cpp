@@ -25,8 +25,9 @@ int countClipped(const Sample* samples, std::size_t count, double halfStep) {
     // Single precision has no value between its own rounded limit and the limit itself.
     const auto limit = static_cast<Sample>(1.0 + halfStep);
     int clipped = 0;
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i) {
         clipped += std::abs(samples[i]) <= limit ? 0 : 1;
+    }
     return clipped;
 }
 
@@ -51,8 +52,9 @@ void round(const double* steps, std::size_t count, double fullScale, int unusedB
 
 SampleQuantizer::SampleQuantizer(int bits, Dither dither, std::size_t channels)
     : mBits(bits) {
-    for (std::size_t channel = 0; dither == Dither::kTpdf && channel < channels; ++channel)
+    for (std::size_t channel = 0; dither == Dither::kTpdf && channel < channels; ++channel) {
         mNoise.emplace_back(channel);
+    }
 }
 
 void SampleQuantizer::addNoise(double* steps, std::size_t count) {
@@ -71,8 +73,9 @@ void SampleQuantizer::quantizeInPieces(std::span<const Sample> samples, Integer*
         const std::size_t length = std::min(kPiece, samples.size() - done);
         mClipped += countClipped(samples.data() + done, length, 0.5 / fullScale);
         scale(samples.data() + done, length, fullScale, steps);
-        if (!mNoise.empty())
+        if (!mNoise.empty()) {
             addNoise(steps, length);
+        }
         round(steps, length, fullScale, unusedBits, out + done);
     }
 }

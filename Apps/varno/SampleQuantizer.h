@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_SAMPLEQUANTIZER_H
+#define VARNO_APPS_VARNO_SAMPLEQUANTIZER_H
 
 #include "Dither.h"
 
@@ -40,3 +41,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -37,25 +37,32 @@ constexpr SampleRow kSamples[] = {
 };
 
 Container containerOf(int major) {
-    for (const ContainerRow& row : kContainers)
-        if (row.major == major)
+    for (const ContainerRow& row : kContainers) {
+        if (row.major == major) {
             return row.container;
+        }
+    }
     return Container::kOther;
 }
 
 SampleFormat sampleOf(int subtype) {
-    for (const SampleRow& row : kSamples)
-        if (row.subtype == subtype)
+    for (const SampleRow& row : kSamples) {
+        if (row.subtype == subtype) {
             return row.sample;
+        }
+    }
     return SampleFormat::kOther;
 }
 
 std::optional<int> majorOf(const AudioFormat& format) {
-    if (format.container == Container::kWav && format.extensibleHeader)
+    if (format.container == Container::kWav && format.extensibleHeader) {
         return SF_FORMAT_WAVEX;
-    for (const ContainerRow& row : kContainers)
-        if (row.container == format.container)
+    }
+    for (const ContainerRow& row : kContainers) {
+        if (row.container == format.container) {
             return row.major;
+        }
+    }
     return std::nullopt;
 }
 
@@ -78,8 +85,9 @@ struct Nowhere {
 
     static sf_count_t write(const void*, sf_count_t count, void* user) {
         of(user).position += count;
-        if (of(user).position > of(user).length)
+        if (of(user).position > of(user).length) {
             of(user).length = of(user).position;
+        }
         return count;
     }
 };
@@ -100,28 +108,32 @@ AudioFormat audioFormatOf(const SF_INFO& info) {
 
 std::optional<SF_INFO> sndfileInfoOf(const AudioFormat& format) {
     const std::optional<int> major = majorOf(format);
-    if (!major)
+    if (!major) {
         return std::nullopt;
+    }
     SF_INFO info{};
     info.samplerate = format.rateHz;
     info.channels = format.channels;
     for (const SampleRow& row : kSamples) {
         info.format = *major | row.subtype;
-        if (row.sample == format.sample && sf_format_check(&info) == SF_TRUE)
+        if (row.sample == format.sample && sf_format_check(&info) == SF_TRUE) {
             return info;
+        }
     }
     return std::nullopt;
 }
 
 bool canWrite(const AudioFormat& format) {
     std::optional<SF_INFO> info = sndfileInfoOf(format);
-    if (!info)
+    if (!info) {
         return false;
+    }
     Nowhere nowhere;
     SF_VIRTUAL_IO io{Nowhere::getLength, Nowhere::seek, Nowhere::read, Nowhere::write, Nowhere::tell};
     SNDFILE* file = sf_open_virtual(&io, SFM_WRITE, &*info, &nowhere);
-    if (file == nullptr)
+    if (file == nullptr) {
         return false;
+    }
     sf_close(file);
     return true;
 }

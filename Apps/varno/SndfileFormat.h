@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_SNDFILEFORMAT_H
+#define VARNO_APPS_VARNO_SNDFILEFORMAT_H
 
 #include "AudioFormat.h"
 
@@ -18,3 +19,5 @@ std::optional<SF_INFO> sndfileInfoOf(const AudioFormat& format);
 bool canWrite(const AudioFormat& format);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_SNDFILEMETADATA_H
+#define VARNO_APPS_VARNO_SNDFILEMETADATA_H
 
 #include "AudioFormat.h"
 #include "FileMetadata.h"
@@ -16,3 +17,5 @@ FileMetadata readMetadata(SNDFILE* file, int channels);
 bool writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata);
 
 } // namespace varno
+
+#endif

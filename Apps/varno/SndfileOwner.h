@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_SNDFILEOWNER_H
+#define VARNO_APPS_VARNO_SNDFILEOWNER_H
 
 #include <memory>
 #include <sndfile.h>
@@ -13,3 +14,5 @@ struct SndfileCloser {
 using SndfileOwner = std::unique_ptr<SNDFILE, SndfileCloser>;
 
 } // namespace varno
+
+#endif

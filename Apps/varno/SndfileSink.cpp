@@ -12,8 +12,9 @@ SNDFILE* SndfileSink::open(SF_INFO& info) {
 }
 
 sf_count_t SndfileSink::remember(sf_count_t result) {
-    if (result < 0 && mError == 0)
+    if (result < 0 && mError == 0) {
         mError = errno;
+    }
     return result;
 }
 
@@ -40,10 +41,12 @@ sf_count_t SndfileSink::write(const void* data, sf_count_t count, void* user) {
     while (done < count) {
         const ssize_t written =
             ::write(sink->mDescriptor, bytes + done, static_cast<std::size_t>(count - done));
-        if (written < 0 && errno == EINTR)
+        if (written < 0 && errno == EINTR) {
             continue;
-        if (sink->remember(written) < 0)
+        }
+        if (sink->remember(written) < 0) {
             break;
+        }
         done += written;
     }
     return done;

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_SNDFILESINK_H
+#define VARNO_APPS_VARNO_SNDFILESINK_H
 
 #include <sndfile.h>
 
@@ -33,3 +34,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,6 +1,6 @@
-#include "LoadedEffect.h"
+#include "Benchmarks/Peers/LoadedEffect.h"
 
-#include "UridMap.h"
+#include "Benchmarks/Peers/UridMap.h"
 
 #include <lilv/lilv.h>
 #include <lv2/atom/atom.h>
@@ -31,7 +31,7 @@ using World = Owned<LilvWorld, lilv_world_free>;
 using Node = Owned<LilvNode, lilv_node_free>;
 using Instance = Owned<LilvInstance, lilv_instance_free>;
 
-/// What is installed, read once.
+// What is installed, read once.
 LilvWorld* world() {
     static const World loaded = [] {
         World made(lilv_world_new());
@@ -54,10 +54,10 @@ const LilvPlugin* findEffect(const Peer& peer) {
     return found;
 }
 
-/// Bytes of an event port: what a host typically offers.
+// Bytes of an event port: what a host typically offers.
 constexpr std::size_t kEventBytes = 8192;
 
-/// An event port's memory.
+// An event port's memory.
 struct alignas(8) Events {
     std::array<std::byte, kEventBytes> bytes{};
 
@@ -67,12 +67,12 @@ struct alignas(8) Events {
 } // namespace
 
 struct LoadedEffect::Parts {
-    Parts(const Peer& peer, double sampleRateHz, int32_t frames)
+    Parts(const Peer& peer, double sampleRateHz, std::int32_t frames)
         : plugin(findEffect(peer)),
           bufferFrames(frames),
-          options{{{LV2_OPTIONS_INSTANCE, 0, urids.map(LV2_BUF_SIZE__minBlockLength), sizeof(int32_t),
+          options{{{LV2_OPTIONS_INSTANCE, 0, urids.map(LV2_BUF_SIZE__minBlockLength), sizeof(std::int32_t),
                     urids.map(LV2_ATOM__Int), &bufferFrames},
-                   {LV2_OPTIONS_INSTANCE, 0, urids.map(LV2_BUF_SIZE__maxBlockLength), sizeof(int32_t),
+                   {LV2_OPTIONS_INSTANCE, 0, urids.map(LV2_BUF_SIZE__maxBlockLength), sizeof(std::int32_t),
                     urids.map(LV2_ATOM__Int), &bufferFrames},
                    {LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr}}} {
         const LV2_Feature optionsFeature = {LV2_OPTIONS__options, options.data()};
@@ -92,11 +92,11 @@ struct LoadedEffect::Parts {
     ~Parts() { lilv_instance_deactivate(instance.get()); }
 
     void connect(const Peer& peer) {
-        const uint32_t ports = lilv_plugin_get_num_ports(plugin);
+        const std::uint32_t ports = lilv_plugin_get_num_ports(plugin);
         controls.resize(ports);
         std::vector<float> defaults(ports);
         lilv_plugin_get_port_ranges_float(plugin, nullptr, nullptr, defaults.data());
-        for (uint32_t index = 0; index < ports; ++index) {
+        for (std::uint32_t index = 0; index < ports; ++index) {
             lilv_instance_connect_port(instance.get(), index, memoryFor(index, defaults[index]));
         }
         for (const PeerControl& control : peer.controls) {
@@ -109,7 +109,7 @@ struct LoadedEffect::Parts {
         }
     }
 
-    void* memoryFor(uint32_t index, float defaultValue) {
+    void* memoryFor(std::uint32_t index, float defaultValue) {
         const LilvPort* const port = lilv_plugin_get_port_by_index(plugin, index);
         const bool isInput = is(port, LV2_CORE__InputPort);
         if (is(port, LV2_CORE__AudioPort)) {
@@ -130,7 +130,7 @@ struct LoadedEffect::Parts {
         return lilv_port_is_a(plugin, port, uriNode(type).get());
     }
 
-    /// Nothing comes in, and there is room for what goes out.
+    // Nothing comes in, and there is room for what goes out.
     void emptyEvents() {
         for (Events* const input : eventInputs) {
             input->sequence() = {{sizeof(LV2_Atom_Sequence_Body), sequenceType}, {0, 0}};
@@ -141,12 +141,12 @@ struct LoadedEffect::Parts {
     }
 
     const LilvPlugin* plugin;
-    int32_t bufferFrames;
+    std::int32_t bufferFrames;
     UridMap urids;
     LV2_URID sequenceType = urids.map(LV2_ATOM__Sequence);
     LV2_URID chunkType = urids.map(LV2_ATOM__Chunk);
     std::array<LV2_Options_Option, 3> options;
-    std::vector<float> controls; ///< By port.
+    std::vector<float> controls; // By port.
     std::vector<std::unique_ptr<float[]>> inputs;
     std::vector<std::unique_ptr<float[]>> outputs;
     std::vector<std::unique_ptr<Events>> events;
@@ -155,7 +155,7 @@ struct LoadedEffect::Parts {
     Instance instance;
 };
 
-LoadedEffect::LoadedEffect(const Peer& peer, double sampleRateHz, int32_t bufferFrames)
+LoadedEffect::LoadedEffect(const Peer& peer, double sampleRateHz, std::int32_t bufferFrames)
     : mParts(std::make_unique<Parts>(peer, sampleRateHz, bufferFrames)) {
 }
 
@@ -170,7 +170,7 @@ void LoadedEffect::run(const float* const* inputs) {
         std::copy_n(inputs[channel], mParts->bufferFrames, mParts->inputs[channel].get());
     }
     mParts->emptyEvents();
-    lilv_instance_run(mParts->instance.get(), static_cast<uint32_t>(mParts->bufferFrames));
+    lilv_instance_run(mParts->instance.get(), static_cast<std::uint32_t>(mParts->bufferFrames));
 }
 
 const float* LoadedEffect::output(std::size_t channel) const {

@@ -1,8 +1,8 @@
 /// An LV2 effect, loaded and ready to run.
-#ifndef VARNO_LOADEDEFFECT_H
-#define VARNO_LOADEDEFFECT_H
+#ifndef VARNO_BENCHMARKS_PEERS_LOADEDEFFECT_H
+#define VARNO_BENCHMARKS_PEERS_LOADEDEFFECT_H
 
-#include "PeerTable.h"
+#include "Benchmarks/Peers/PeerTable.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,7 +18,7 @@ class LoadedEffect {
 public:
     /// @param bufferFrames frames of every run
     /// @throws std::runtime_error that names what is missing
-    LoadedEffect(const Peer& peer, double sampleRateHz, int32_t bufferFrames);
+    LoadedEffect(const Peer& peer, double sampleRateHz, std::int32_t bufferFrames);
     LoadedEffect(const LoadedEffect&) = delete;
     LoadedEffect& operator=(const LoadedEffect&) = delete;
     ~LoadedEffect();

@@ -1,6 +1,6 @@
 /// The effects that ours is set beside, and how they are set to work on music that peaks at -3 dBFS.
-#ifndef VARNO_PEERTABLE_H
-#define VARNO_PEERTABLE_H
+#ifndef VARNO_BENCHMARKS_PEERS_PEERTABLE_H
+#define VARNO_BENCHMARKS_PEERS_PEERTABLE_H
 
 #include <span>
 

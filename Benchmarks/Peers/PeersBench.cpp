@@ -1,10 +1,10 @@
 // Ours and comparable effects, as LV2 hosts run them, over the same music: at other rates the same samples.
 // The caller's floating-point mode flushes denormals to zero, as that of most hosts does.
+#include "Benchmarks/LoopedSignal.h"
+#include "Benchmarks/Music.h"
+#include "Benchmarks/Peers/LoadedEffect.h"
+#include "Benchmarks/Way.h"
 #include "DemoGain_DenormalMode.h"
-#include "LoadedEffect.h"
-#include "LoopedSignal.h"
-#include "Music.h"
-#include "Way.h"
 
 #include <cmath>
 #include <exception>
@@ -13,10 +13,10 @@
 namespace varno::bench {
 namespace {
 
-constexpr int64_t kRates[] = {48000, 96000};
-constexpr int64_t kBufferFrames[] = {64, 512, 1024};
+constexpr std::int64_t kRates[] = {48000, 96000};
+constexpr std::int64_t kBufferFrames[] = {64, 512, 1024};
 
-/// Seconds until all smoothing of controls has settled.
+// Seconds until all smoothing of controls has settled.
 constexpr double kSettlingS = 0.5;
 
 [[gnu::noinline]] void runNext(LoadedEffect& effect, LoopedSignal& signal) {
@@ -24,7 +24,7 @@ constexpr double kSettlingS = 0.5;
     signal.next();
 }
 
-/// Whether it changes what it hears, as an effect that works does.
+// Whether it changes what it hears, as an effect that works does.
 bool isAtWork(const LoadedEffect& effect, const LoopedSignal& signal) {
     const auto frames = static_cast<std::size_t>(signal.bufferFrames());
     for (std::size_t frame = 0; frame < frames; ++frame) {
@@ -38,12 +38,12 @@ bool isAtWork(const LoadedEffect& effect, const LoopedSignal& signal) {
 
 void measure(benchmark::State& state, const Peer& peer) {
     const auto rate = static_cast<double>(state.range(0));
-    LoopedSignal signal(music(2), static_cast<int32_t>(state.range(1)));
+    LoopedSignal signal(music(2), static_cast<std::int32_t>(state.range(1)));
     LoadedEffect effect(peer, rate, signal.bufferFrames());
     const DemoGain_DenormalMode audioMode;
     bool wasAtWork = false;
-    const auto settlingFrames = static_cast<int64_t>(kSettlingS * rate);
-    for (int64_t done = 0; done < settlingFrames; done += signal.bufferFrames()) {
+    const auto settlingFrames = static_cast<std::int64_t>(kSettlingS * rate);
+    for (std::int64_t done = 0; done < settlingFrames; done += signal.bufferFrames()) {
         effect.run(signal.inputs());
         wasAtWork = wasAtWork || isAtWork(effect, signal);
         signal.next();
@@ -67,11 +67,11 @@ void peer(benchmark::State& state, const Peer* measured) {
     }
 }
 
-/// The routine by itself, from which the price of being an LV2 effect is told.
+// The routine by itself, from which the price of being an LV2 effect is told.
 void bareRoutine(benchmark::State& state) {
     test::AlgInstance instance(2, static_cast<double>(state.range(0)));
     instance.set(musicSettings());
-    LoopedSignal signal(music(2), static_cast<int32_t>(state.range(1)));
+    LoopedSignal signal(music(2), static_cast<std::int32_t>(state.range(1)));
     for ([[maybe_unused]] auto _ : state) {
         processBuffer<Way::kProduct>(instance, signal);
         signal.next();

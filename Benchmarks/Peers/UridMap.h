@@ -1,6 +1,6 @@
 /// Numbers for URIs, as LV2 effects ask a host for.
-#ifndef VARNO_URIDMAP_H
-#define VARNO_URIDMAP_H
+#ifndef VARNO_BENCHMARKS_PEERS_URIDMAP_H
+#define VARNO_BENCHMARKS_PEERS_URIDMAP_H
 
 #include <lv2/core/lv2.h>
 #include <lv2/urid/urid.h>

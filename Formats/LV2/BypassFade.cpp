@@ -1,13 +1,13 @@
-#include "BypassFade.h"
+#include "LV2/BypassFade.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace varno {
 
-BypassFade::BypassFade(size_t channels, int32_t maximumFrames, double sampleRateHz)
-    : mKept(channels, std::vector<float>(static_cast<size_t>(kLatencyFrames + maximumFrames))),
-      mFadeFrames(static_cast<int32_t>(std::lround(kFadeSeconds * sampleRateHz))) {
+BypassFade::BypassFade(std::size_t channels, std::int32_t maximumFrames, double sampleRateHz)
+    : mKept(channels, std::vector<float>(static_cast<std::size_t>(kLatencyFrames + maximumFrames))),
+      mFadeFrames(static_cast<std::int32_t>(std::lround(kFadeSeconds * sampleRateHz))) {
 }
 
 void BypassFade::restart() noexcept {
@@ -17,13 +17,13 @@ void BypassFade::restart() noexcept {
     }
 }
 
-void BypassFade::keep(std::span<const float* const> inputs, int32_t frames, bool isEnabled) noexcept {
+void BypassFade::keep(std::span<const float* const> inputs, std::int32_t frames, bool isEnabled) noexcept {
     mEnd = isEnabled ? mFadeFrames : 0;
     if (mIsStarting) {
         mPosition = mEnd;
         mIsStarting = false;
     }
-    for (size_t channel = 0; channel < mKept.size(); ++channel) {
+    for (std::size_t channel = 0; channel < mKept.size(); ++channel) {
         if (isAllProcessed()) {
             mKept[channel].front() = inputs[channel][frames - kLatencyFrames];
         } else {
@@ -32,11 +32,11 @@ void BypassFade::keep(std::span<const float* const> inputs, int32_t frames, bool
     }
 }
 
-void BypassFade::blend(std::span<float* const> outputs, int32_t frames) noexcept {
+void BypassFade::blend(std::span<float* const> outputs, std::int32_t frames) noexcept {
     if (isAllProcessed()) {
         return;
     }
-    for (size_t channel = 0; channel < mKept.size(); ++channel) {
+    for (std::size_t channel = 0; channel < mKept.size(); ++channel) {
         std::vector<float>& kept = mKept[channel];
         if (mPosition != mEnd) {
             fade(outputs[channel], kept.data(), frames);
@@ -48,10 +48,10 @@ void BypassFade::blend(std::span<float* const> outputs, int32_t frames) noexcept
     mPosition += std::clamp(mEnd - mPosition, -frames, frames);
 }
 
-void BypassFade::fade(float* output, const float* bypassed, int32_t frames) const noexcept {
-    const int32_t direction = mEnd > mPosition ? 1 : -1;
-    for (int32_t frame = 0; frame < frames; ++frame) {
-        const int32_t position = std::clamp(mPosition + direction * (frame + 1), 0, mFadeFrames);
+void BypassFade::fade(float* output, const float* bypassed, std::int32_t frames) const noexcept {
+    const std::int32_t direction = mEnd > mPosition ? 1 : -1;
+    for (std::int32_t frame = 0; frame < frames; ++frame) {
+        const std::int32_t position = std::clamp(mPosition + direction * (frame + 1), 0, mFadeFrames);
         if (position == 0) {
             output[frame] = bypassed[frame];
         } else if (position < mFadeFrames) {

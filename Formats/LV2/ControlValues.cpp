@@ -1,4 +1,4 @@
-#include "ControlValues.h"
+#include "LV2/ControlValues.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,13 +8,13 @@ namespace varno {
 
 namespace {
 
-/// Equal to nothing, so that whatever a port says is new.
+// Equal to nothing, so that whatever a port says is new.
 constexpr float kNeverSeen = std::numeric_limits<float>::quiet_NaN();
 
 } // namespace
 
 ControlValues::ControlValues(const Instance& instance, std::span<const PortInfo> ports)
-    : mStepsOfGlide(static_cast<int32_t>(
+    : mStepsOfGlide(static_cast<std::int32_t>(
           std::ceil(kGlideSeconds * instance.setup().sampleRateHz / kGlideGrainFrames))) {
     for (const PortInfo& port : ports) {
         if (port.kind == PortKind::Parameter) {
@@ -36,7 +36,7 @@ void ControlValues::restart() noexcept {
 void ControlValues::read(const float* const* ports) noexcept {
     // Without a branch for each: mostly none has moved.
     unsigned moved = 0;
-    for (size_t i = 0; i < mSeen.size(); ++i) {
+    for (std::size_t i = 0; i < mSeen.size(); ++i) {
         moved |= static_cast<unsigned>(*ports[i] != mSeen[i]);
     }
     if (moved != 0) {
@@ -45,7 +45,7 @@ void ControlValues::read(const float* const* ports) noexcept {
 }
 
 void ControlValues::takeMoved(const float* const* ports) noexcept {
-    for (size_t i = 0; i < mSeen.size(); ++i) {
+    for (std::size_t i = 0; i < mSeen.size(); ++i) {
         const float found = *ports[i];
         if (found != mSeen[i]) {
             mSeen[i] = found;
@@ -109,11 +109,11 @@ void ControlValues::giveTo(Instance& instance) noexcept {
     }
 }
 
-int32_t ControlValues::framesHeld() const noexcept {
-    return mIsGliding ? mFramesToStep : std::numeric_limits<int32_t>::max();
+std::int32_t ControlValues::framesHeld() const noexcept {
+    return mIsGliding ? mFramesToStep : std::numeric_limits<std::int32_t>::max();
 }
 
-void ControlValues::passed(int32_t frames) noexcept {
+void ControlValues::passed(std::int32_t frames) noexcept {
     if (mIsGliding) {
         mFramesToStep -= frames;
     }

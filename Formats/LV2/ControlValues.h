@@ -1,9 +1,9 @@
 /// What the control ports of a plug-in say, on its way to the module.
-#ifndef CONTROLVALUES_H
-#define CONTROLVALUES_H
+#ifndef VARNO_FORMATS_LV2_CONTROLVALUES_H
+#define VARNO_FORMATS_LV2_CONTROLVALUES_H
 
-#include "Instance.h"
-#include "Ports.h"
+#include "Host/Instance.h"
+#include "LV2/Ports.h"
 
 #include <cstdint>
 #include <span>
@@ -17,9 +17,9 @@ namespace varno {
 inline constexpr double kGlideSeconds = 0.010;
 /// Frames between the steps of a glide: the routine reads its values once per buffer, so a glide cuts a run
 /// into buffers of this length.
-inline constexpr int32_t kGlideGrainFrames = 16;
+inline constexpr std::int32_t kGlideGrainFrames = 16;
 /// A parameter with at most this many steps is a switch or a choice: it has nothing in between and jumps.
-inline constexpr int32_t kMostStepsOfAChoice = 16;
+inline constexpr std::int32_t kMostStepsOfAChoice = 16;
 
 /// Reads the ports at the start of a run, and lets continuous values glide: linearly, in grains that go on
 /// from run to run. A port's value beyond 0 to 1 is limited to that; one that is not a number counts as not
@@ -36,19 +36,19 @@ public:
     /// Hands the module what it is to have from the next buffer on.
     void giveTo(Instance& instance) noexcept;
     /// Frames for which what was given holds, at least 1; the largest number where nothing glides.
-    int32_t framesHeld() const noexcept;
+    std::int32_t framesHeld() const noexcept;
     /// So many frames, at most `framesHeld`, have been processed.
-    void passed(int32_t frames) noexcept;
+    void passed(std::int32_t frames) noexcept;
 
 private:
     struct Control {
-        size_t parameter; ///< Index in Instance::parameters().
+        std::size_t parameter; ///< Index in Instance::parameters().
         bool canGlide;
         float fallback;    ///< Where the port has held no number yet.
         float from = 0.0F; ///< Where the glide began.
         float target = 0.0F;
         float value = 0.0F; ///< What the module is to have now.
-        int32_t stepsLeft = 0;
+        std::int32_t stepsLeft = 0;
         bool isUnsent = false;
     };
 
@@ -59,8 +59,8 @@ private:
     std::vector<Control> mControls;
     std::vector<float> mSeen;           ///< What each port said last.
     std::vector<BufferValue> mOutgoing; ///< Has room for all.
-    int32_t mStepsOfGlide;
-    int32_t mFramesToStep = 0;
+    std::int32_t mStepsOfGlide;
+    std::int32_t mFramesToStep = 0;
     bool mIsGliding = false;
     bool mIsStarting = true;
     bool mIsAnyUnsent = false;

@@ -1,8 +1,8 @@
 // What a host calls: the two plug-ins as C functions, out of which no exception may come.
-#include "HostFeatures.h"
-#include "Plugin.h"
-#include "PluginUris.h"
-#include "SharedModule.h"
+#include "LV2/HostFeatures.h"
+#include "LV2/Plugin.h"
+#include "LV2/PluginUris.h"
+#include "LV2/SharedModule.h"
 
 #include <exception>
 #include <iterator>
@@ -15,7 +15,7 @@ Plugin& pluginOf(LV2_Handle handle) {
     return *static_cast<Plugin*>(handle);
 }
 
-template<size_t kPlugin>
+template<std::size_t kPlugin>
 LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double sampleRateHz, const char* /*bundle*/,
                        const LV2_Feature* const* features) noexcept {
     const HostFeatures host(features);
@@ -30,7 +30,7 @@ LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double sampleRateHz
     return nullptr;
 }
 
-void connectPort(LV2_Handle handle, uint32_t port, void* data) noexcept {
+void connectPort(LV2_Handle handle, std::uint32_t port, void* data) noexcept {
     pluginOf(handle).connect(port, data);
 }
 
@@ -38,7 +38,7 @@ void activate(LV2_Handle handle) noexcept {
     pluginOf(handle).activate();
 }
 
-void run(LV2_Handle handle, uint32_t frames) noexcept {
+void run(LV2_Handle handle, std::uint32_t frames) noexcept {
     pluginOf(handle).run(frames);
 }
 
@@ -51,7 +51,7 @@ const void* extensionData(const char* /*uri*/) noexcept {
     return nullptr;
 }
 
-template<size_t kPlugin>
+template<std::size_t kPlugin>
 constexpr LV2_Descriptor kDescriptor = {
     .URI = kPluginUris[kPlugin].uri,
     .instantiate = instantiate<kPlugin>,
@@ -66,7 +66,7 @@ constexpr LV2_Descriptor kDescriptor = {
 } // namespace
 } // namespace varno
 
-LV2_SYMBOL_EXPORT const LV2_Descriptor* lv2_descriptor(uint32_t index) {
+LV2_SYMBOL_EXPORT const LV2_Descriptor* lv2_descriptor(std::uint32_t index) {
     static constexpr const LV2_Descriptor* kDescriptors[] = {&varno::kDescriptor<0>, &varno::kDescriptor<1>};
     static_assert(std::size(kDescriptors) == varno::kPluginUris.size());
     return index < std::size(kDescriptors) ? kDescriptors[index] : nullptr;

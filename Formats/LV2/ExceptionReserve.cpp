@@ -3,14 +3,14 @@
 // which opens and closes it again and again would lose 72 KB each time.
 
 namespace __gnu_cxx {
-/// Gives back what the library keeps; no header of its declares it.
+// Gives back what the library keeps; no header of its declares it.
 void __freeres();
 } // namespace __gnu_cxx
 
 namespace varno {
 namespace {
 
-/// Lives as long as the binary is loaded.
+// Lives as long as the binary is loaded.
 class ExceptionReserve {
 public:
     ExceptionReserve() = default;

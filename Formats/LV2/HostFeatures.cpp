@@ -1,4 +1,4 @@
-#include "HostFeatures.h"
+#include "LV2/HostFeatures.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,6 +1,6 @@
 /// What a host offers to a plug-in.
-#ifndef HOSTFEATURES_H
-#define HOSTFEATURES_H
+#ifndef VARNO_FORMATS_LV2_HOSTFEATURES_H
+#define VARNO_FORMATS_LV2_HOSTFEATURES_H
 
 #include <lv2/core/lv2.h>
 

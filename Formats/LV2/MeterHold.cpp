@@ -1,11 +1,11 @@
-#include "MeterHold.h"
+#include "LV2/MeterHold.h"
 
 #include <cmath>
 
 namespace varno {
 
 MeterHold::MeterHold(double sampleRateHz)
-    : mHoldFrames(static_cast<int32_t>(std::ceil(kMeterHoldSeconds * sampleRateHz))) {
+    : mHoldFrames(static_cast<std::int32_t>(std::ceil(kMeterHoldSeconds * sampleRateHz))) {
 }
 
 void MeterHold::restart() noexcept {

@@ -1,6 +1,6 @@
 /// What a meter port shows.
-#ifndef METERHOLD_H
-#define METERHOLD_H
+#ifndef VARNO_FORMATS_LV2_METERHOLD_H
+#define VARNO_FORMATS_LV2_METERHOLD_H
 
 #include <cstdint>
 
@@ -16,7 +16,7 @@ public:
     explicit MeterHold(double sampleRateHz);
 
     /// What to show after a buffer of `frames` frames at whose end the meter stood at `value`.
-    float show(float value, int32_t frames) noexcept {
+    float show(float value, std::int32_t frames) noexcept {
         mFramesLeft -= frames;
         if (value >= mShown || mFramesLeft <= 0) {
             mShown = value;
@@ -28,8 +28,8 @@ public:
     void restart() noexcept;
 
 private:
-    int32_t mHoldFrames;
-    int32_t mFramesLeft = 0;
+    std::int32_t mHoldFrames;
+    std::int32_t mFramesLeft = 0;
     float mShown = 0.0F;
 };
 

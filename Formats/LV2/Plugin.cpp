@@ -1,4 +1,4 @@
-#include "Plugin.h"
+#include "LV2/Plugin.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@ namespace varno {
 
 namespace {
 
-InstanceSetup setupFor(int32_t channels, double sampleRateHz) {
+InstanceSetup setupFor(std::int32_t channels, double sampleRateHz) {
     InstanceSetup setup;
     setup.channels = channels;
     setup.sampleRateHz = sampleRateHz;
@@ -16,11 +16,11 @@ InstanceSetup setupFor(int32_t channels, double sampleRateHz) {
 
 } // namespace
 
-Plugin::Plugin(std::shared_ptr<Module> module, int32_t channels, double sampleRateHz)
+Plugin::Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sampleRateHz)
     : mInstance(std::move(module), setupFor(channels, sampleRateHz)),
       mPorts(portsOf(mInstance)),
       mValues(mInstance, mPorts),
-      mBypass(static_cast<size_t>(channels), kBufferFrames, sampleRateHz),
+      mBypass(static_cast<std::size_t>(channels), kBufferFrames, sampleRateHz),
       mMeters(mInstance.meters().ids().size(), MeterHold(sampleRateHz)),
       mUnconnected(mPorts.size()),
       mOwnValues(mPorts.size()),
@@ -30,14 +30,14 @@ Plugin::Plugin(std::shared_ptr<Module> module, int32_t channels, double sampleRa
       mEnabledPort(firstPort(PortKind::Enabled)),
       mMeterPort(firstPort(PortKind::Meter)),
       mLatencyPort(firstPort(PortKind::Latency)),
-      mInputs(static_cast<size_t>(channels)),
-      mOutputs(static_cast<size_t>(channels)),
+      mInputs(static_cast<std::size_t>(channels)),
+      mOutputs(static_cast<std::size_t>(channels)),
       mSilence(kBufferFrames),
       mNowhere(kBufferFrames) {
     unconnect();
 }
 
-size_t Plugin::firstPort(PortKind kind) const {
+std::size_t Plugin::firstPort(PortKind kind) const {
     return std::ranges::find(mPorts, kind, &PortInfo::kind)->index;
 }
 
@@ -54,7 +54,7 @@ void Plugin::unconnect() {
     mConnected = mUnconnected;
 }
 
-void Plugin::connect(uint32_t port, void* data) noexcept {
+void Plugin::connect(std::uint32_t port, void* data) noexcept {
     if (port < mConnected.size()) {
         mConnected[port] = data != nullptr ? static_cast<float*>(data) : mUnconnected[port];
     }
@@ -69,20 +69,20 @@ void Plugin::activate() {
     }
 }
 
-void Plugin::run(uint32_t frames) noexcept {
+void Plugin::run(std::uint32_t frames) noexcept {
     // Written so that what is not a number counts as the default.
     const bool isEnabled = !(*mConnected[mEnabledPort] <= 0.0F);
     if (frames > 0) {
         mValues.read(&mConnected[mControlPort]);
     }
-    for (uint32_t done = 0; done < frames;) {
+    for (std::uint32_t done = 0; done < frames;) {
         mValues.giveTo(mInstance);
-        const auto atMost = static_cast<uint32_t>(std::min(kBufferFrames, mValues.framesHeld()));
-        const auto length = static_cast<int32_t>(std::min(frames - done, atMost));
+        const auto atMost = static_cast<std::uint32_t>(std::min(kBufferFrames, mValues.framesHeld()));
+        const auto length = static_cast<std::int32_t>(std::min(frames - done, atMost));
         point(done);
         process(length, isEnabled);
         mValues.passed(length);
-        done += static_cast<uint32_t>(length);
+        done += static_cast<std::uint32_t>(length);
     }
     if (frames == 0) {
         tell(0);
@@ -90,8 +90,8 @@ void Plugin::run(uint32_t frames) noexcept {
     *mConnected[mLatencyPort] = static_cast<float>(kLatencyFrames);
 }
 
-void Plugin::point(uint32_t offset) noexcept {
-    for (size_t channel = 0; channel < mInputs.size(); ++channel) {
+void Plugin::point(std::uint32_t offset) noexcept {
+    for (std::size_t channel = 0; channel < mInputs.size(); ++channel) {
         const float* const input = mConnected[mInputPort + channel];
         mInputs[channel] = input != nullptr ? input + offset : mSilence.data();
         float* const output = mConnected[mOutputPort + channel];
@@ -99,16 +99,16 @@ void Plugin::point(uint32_t offset) noexcept {
     }
 }
 
-void Plugin::process(int32_t frames, bool isEnabled) noexcept {
+void Plugin::process(std::int32_t frames, bool isEnabled) noexcept {
     mBypass.keep(mInputs, frames, isEnabled);
     mInstance.process(mInputs.data(), mOutputs.data(), frames);
     mBypass.blend(mOutputs, frames);
     tell(frames);
 }
 
-void Plugin::tell(int32_t frames) noexcept {
+void Plugin::tell(std::int32_t frames) noexcept {
     const MeterBank& meters = mInstance.meters();
-    for (size_t tap = 0; tap < mMeters.size(); ++tap) {
+    for (std::size_t tap = 0; tap < mMeters.size(); ++tap) {
         *mConnected[mMeterPort + tap] = mMeters[tap].show(meters.value(tap), frames);
     }
 }

@@ -1,6 +1,6 @@
 /// What the two plug-ins of the bundle and their window are called; hosts keep these in saved sessions.
-#ifndef PLUGINURIS_H
-#define PLUGINURIS_H
+#ifndef VARNO_FORMATS_LV2_PLUGINURIS_H
+#define VARNO_FORMATS_LV2_PLUGINURIS_H
 
 #include <array>
 #include <cstdint>
@@ -10,7 +10,7 @@ namespace varno {
 /// One plug-in of the bundle.
 struct PluginUri {
     const char* uri;
-    int32_t channels; ///< Inputs, and as many outputs.
+    std::int32_t channels; ///< Inputs, and as many outputs.
 };
 
 /// The plug-ins in the order in which the binary offers them.

@@ -1,4 +1,4 @@
-#include "Ports.h"
+#include "LV2/Ports.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@ bool isOneOf(char character, char first, char last) {
     return character >= first && character <= last;
 }
 
-/// A name as a symbol: in lower case, and an underscore for whatever a symbol may not hold.
+// A name as a symbol: in lower case, and an underscore for whatever a symbol may not hold.
 std::string symbolOf(std::string_view name) {
     std::string symbol;
     for (const char character : name) {
@@ -22,21 +22,21 @@ std::string symbolOf(std::string_view name) {
     return symbol;
 }
 
-/// Adds ports one after the other.
+// Adds ports one after the other.
 class PortList {
 public:
-    void add(std::string symbol, PortKind kind, uint32_t item = 0, std::string parameterID = {}) {
-        mPorts.push_back(
-            {static_cast<uint32_t>(mPorts.size()), std::move(symbol), kind, item, std::move(parameterID)});
+    void add(std::string symbol, PortKind kind, std::uint32_t item = 0, std::string parameterID = {}) {
+        mPorts.push_back({static_cast<std::uint32_t>(mPorts.size()), std::move(symbol), kind, item,
+                          std::move(parameterID)});
     }
 
-    void addAudio(const std::string& direction, PortKind kind, int32_t channels) {
+    void addAudio(const std::string& direction, PortKind kind, std::int32_t channels) {
         if (channels == 1) {
             add(direction, kind);
             return;
         }
         static constexpr std::array kSides = {"_l", "_r"};
-        for (uint32_t channel = 0; channel < kSides.size(); ++channel) {
+        for (std::uint32_t channel = 0; channel < kSides.size(); ++channel) {
             add(direction + kSides[channel], kind, channel);
         }
     }
@@ -55,13 +55,13 @@ std::vector<PortInfo> portsOf(const Instance& instance) {
     list.addAudio("out", PortKind::AudioOut, instance.variant().outputChannels());
     for (const ParameterInfo& parameter : instance.parameters()) {
         if (!parameter.isMasterBypass) {
-            list.add(symbolOf(parameter.id), PortKind::Parameter, static_cast<uint32_t>(parameter.index),
+            list.add(symbolOf(parameter.id), PortKind::Parameter, static_cast<std::uint32_t>(parameter.index),
                      parameter.id);
         }
     }
     list.add("enabled", PortKind::Enabled);
     const std::vector<MeterDescription>& meters = instance.effect().meters;
-    for (uint32_t tap = 0; tap < meters.size(); ++tap) {
+    for (std::uint32_t tap = 0; tap < meters.size(); ++tap) {
         list.add(symbolOf(meters[tap].name), PortKind::Meter, tap);
     }
     list.add("latency", PortKind::Latency);

@@ -1,9 +1,9 @@
 /// The ports of a plug-in, made from what the module tells of itself: the one list that the plug-in, its
 /// description and its window go by.
-#ifndef PORTS_H
-#define PORTS_H
+#ifndef VARNO_FORMATS_LV2_PORTS_H
+#define VARNO_FORMATS_LV2_PORTS_H
 
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <cstdint>
 #include <span>
@@ -25,10 +25,10 @@ enum class PortKind {
 
 /// One port. Hosts save symbols and some go by indices: neither may ever change.
 struct PortInfo {
-    uint32_t index;     ///< As hosts connect it.
-    std::string symbol; ///< Letters, digits and underscores.
+    std::uint32_t index; ///< As hosts connect it.
+    std::string symbol;  ///< Letters, digits and underscores.
     PortKind kind;
-    uint32_t item;           ///< Channel; index of the parameter in the module; meter tap; else 0.
+    std::uint32_t item;      ///< Channel; index of the parameter in the module; meter tap; else 0.
     std::string parameterID; ///< Identifier in the module; empty for what is no parameter.
 };
 

@@ -1,13 +1,13 @@
-#include "SharedModule.h"
+#include "LV2/SharedModule.h"
 
-#include "LinkedEntryPoints.h"
+#include "Host/LinkedEntryPoints.h"
 
 namespace varno {
 
 namespace {
 
 std::mutex gMutex;
-std::weak_ptr<Module> gModule; ///< Under the mutex.
+std::weak_ptr<Module> gModule; // Under the mutex.
 
 } // namespace
 

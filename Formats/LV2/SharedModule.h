@@ -1,8 +1,8 @@
 /// The module that this binary is linked with, shared by all plug-ins of it.
-#ifndef SHAREDMODULE_H
-#define SHAREDMODULE_H
+#ifndef VARNO_FORMATS_LV2_SHAREDMODULE_H
+#define VARNO_FORMATS_LV2_SHAREDMODULE_H
 
-#include "Module.h"
+#include "Host/Module.h"
 
 #include <memory>
 #include <mutex>

@@ -1,6 +1,6 @@
 /// The way from a component's interface to its controlling unknown.
-#ifndef ACFDELEGATING_H
-#define ACFDELEGATING_H
+#ifndef VARNO_INTERFACES_ACF_ACFDELEGATING_H
+#define VARNO_INTERFACES_ACF_ACFDELEGATING_H
 
 #include "ACF/CACFUnknown.h"
 

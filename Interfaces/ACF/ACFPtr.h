@@ -1,6 +1,6 @@
 /// Owning reference to a component. Borrowed references are plain pointers.
-#ifndef ACFPTR_H
-#define ACFPTR_H
+#ifndef VARNO_INTERFACES_ACF_ACFPTR_H
+#define VARNO_INTERFACES_ACF_ACFPTR_H
 
 #include "ACF/IACFUnknown.h"
 

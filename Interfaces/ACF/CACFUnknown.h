@@ -1,6 +1,6 @@
 /// Base of every object that the plug-in hands to the host.
-#ifndef CACFUNKNOWN_H
-#define CACFUNKNOWN_H
+#ifndef VARNO_INTERFACES_ACF_CACFUNKNOWN_H
+#define VARNO_INTERFACES_ACF_CACFUNKNOWN_H
 
 #include "ACF/IACFUnknown.h"
 

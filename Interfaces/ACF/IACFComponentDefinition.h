@@ -1,6 +1,6 @@
 /// The host's record of a component registered by itself.
-#ifndef IACFCOMPONENTDEFINITION_H
-#define IACFCOMPONENTDEFINITION_H
+#ifndef VARNO_INTERFACES_ACF_IACFCOMPONENTDEFINITION_H
+#define VARNO_INTERFACES_ACF_IACFCOMPONENTDEFINITION_H
 
 #include "ACF/IACFUnknown.h"
 

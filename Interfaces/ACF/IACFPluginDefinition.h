@@ -1,6 +1,6 @@
 /// The host's record of a described module.
-#ifndef IACFPLUGINDEFINITION_H
-#define IACFPLUGINDEFINITION_H
+#ifndef VARNO_INTERFACES_ACF_IACFPLUGINDEFINITION_H
+#define VARNO_INTERFACES_ACF_IACFPLUGINDEFINITION_H
 
 #include "ACF/IACFUnknown.h"
 

@@ -1,6 +1,6 @@
 /// The root interface of the component framework.
-#ifndef IACFUNKNOWN_H
-#define IACFUNKNOWN_H
+#ifndef VARNO_INTERFACES_ACF_IACFUNKNOWN_H
+#define VARNO_INTERFACES_ACF_IACFUNKNOWN_H
 
 #include "AAX_UIDs.h"
 

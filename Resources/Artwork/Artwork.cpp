@@ -1,12 +1,12 @@
-#include "Artwork.h"
+#include "Artwork/Artwork.h"
 
-#include "Knob.h"
-#include "Meter.h"
-#include "Panel.h"
-#include "Placement.h"
-#include "PresetButton.h"
-#include "RatioSwitch.h"
-#include "Switch.h"
+#include "Artwork/Knob.h"
+#include "Artwork/Meter.h"
+#include "Artwork/Panel.h"
+#include "Artwork/Placement.h"
+#include "Artwork/PresetButton.h"
+#include "Artwork/RatioSwitch.h"
+#include "Artwork/Switch.h"
 
 #include <stdexcept>
 

@@ -1,10 +1,10 @@
 /// All bitmaps of the editor, and pictures made of them.
-#ifndef ARTWORK_H
-#define ARTWORK_H
+#ifndef VARNO_RESOURCES_ARTWORK_ARTWORK_H
+#define VARNO_RESOURCES_ARTWORK_ARTWORK_H
 
-#include "Canvas.h"
+#include "Artwork/Canvas.h"
+#include "Artwork/Painter.h"
 #include "DemoGain_ViewLayout.h"
-#include "Painter.h"
 
 #include <string>
 

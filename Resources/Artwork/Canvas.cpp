@@ -1,4 +1,4 @@
-#include "Canvas.h"
+#include "Artwork/Canvas.h"
 
 #include <stdexcept>
 

@@ -1,6 +1,6 @@
 /// An image in memory.
-#ifndef CANVAS_H
-#define CANVAS_H
+#ifndef VARNO_RESOURCES_ARTWORK_CANVAS_H
+#define VARNO_RESOURCES_ARTWORK_CANVAS_H
 
 #include <cairo.h>
 #include <filesystem>

@@ -1,7 +1,7 @@
-#include "ControlNames.h"
+#include "Artwork/ControlNames.h"
 
-#include "Lettering.h"
-#include "Placement.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Placement.h"
 
 namespace varno {
 namespace {
@@ -10,7 +10,7 @@ constexpr double kLineHeight = 12.0;
 
 enum class Side { Below, Left, Right };
 
-/// The name of a control, in one line or two.
+// The name of a control, in one line or two.
 struct ControlName {
     Box mControl;
     Side mSide;
@@ -36,7 +36,7 @@ constexpr ControlName kNames[] = {
     {controlBox("METERGR2"), Side::Left, "R", nullptr},
 };
 
-/// Where the knobs' names stand: below the end values of their scales.
+// Where the knobs' names stand: below the end values of their scales.
 constexpr double kBelowKnob = 23.0;
 constexpr double kBelowSwitch = 12.0;
 constexpr double kBeside = 8.0;

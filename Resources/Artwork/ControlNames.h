@@ -1,8 +1,8 @@
 /// What every control is called, engraved beside it.
-#ifndef CONTROLNAMES_H
-#define CONTROLNAMES_H
+#ifndef VARNO_RESOURCES_ARTWORK_CONTROLNAMES_H
+#define VARNO_RESOURCES_ARTWORK_CONTROLNAMES_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,6 +1,6 @@
 /// Points and boxes, in pixels at scale 1; x runs to the right, y downwards.
-#ifndef GEOMETRY_H
-#define GEOMETRY_H
+#ifndef VARNO_RESOURCES_ARTWORK_GEOMETRY_H
+#define VARNO_RESOURCES_ARTWORK_GEOMETRY_H
 
 #include <numbers>
 

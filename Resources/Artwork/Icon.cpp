@@ -1,7 +1,7 @@
-#include "Icon.h"
+#include "Artwork/Icon.h"
 
-#include "Knob.h"
-#include "Light.h"
+#include "Artwork/Knob.h"
+#include "Artwork/Light.h"
 
 namespace varno {
 namespace {
@@ -16,7 +16,7 @@ constexpr double kBodyRadius = 0.23;
 constexpr double kPointerInner = 0.06;
 constexpr double kPointerOuter = 0.21;
 constexpr double kPointerWidth = 0.07;
-/// Where the pointer stands, in degrees.
+// Where the pointer stands, in degrees.
 constexpr double kTurned = 50.0;
 
 void drawTile(Painter& painter) {

@@ -1,9 +1,9 @@
 /// The product's icon: a knob turned up, on a tile of the panel.
-#ifndef ICON_H
-#define ICON_H
+#ifndef VARNO_RESOURCES_ARTWORK_ICON_H
+#define VARNO_RESOURCES_ARTWORK_ICON_H
 
-#include "Canvas.h"
-#include "Typeface.h"
+#include "Artwork/Canvas.h"
+#include "Artwork/Typeface.h"
 
 #include <filesystem>
 

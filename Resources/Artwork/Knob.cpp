@@ -1,7 +1,7 @@
-#include "Knob.h"
+#include "Artwork/Knob.h"
 
-#include "Light.h"
-#include "Placement.h"
+#include "Artwork/Light.h"
+#include "Artwork/Placement.h"
 
 namespace varno {
 namespace {
@@ -35,7 +35,7 @@ void drawLitArc(Painter& painter, double degrees) {
     painter.stroke(palette::kLit, kArcWidth);
 }
 
-/// The grip: notches around the skirt, which turn with the pointer.
+// The grip: notches around the skirt, which turn with the pointer.
 void drawNotches(Painter& painter, double degrees) {
     constexpr int kNotches = 30;
     constexpr double kSpacingDegrees = 360.0 / kNotches;

@@ -1,8 +1,8 @@
 /// The knob: a body that stays, a pointer that turns, and a lit arc that shows the value from afar.
-#ifndef KNOB_H
-#define KNOB_H
+#ifndef VARNO_RESOURCES_ARTWORK_KNOB_H
+#define VARNO_RESOURCES_ARTWORK_KNOB_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

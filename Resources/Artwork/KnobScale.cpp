@@ -1,8 +1,8 @@
-#include "KnobScale.h"
+#include "Artwork/KnobScale.h"
 
-#include "Knob.h"
-#include "Lettering.h"
-#include "Placement.h"
+#include "Artwork/Knob.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Placement.h"
 
 namespace varno {
 namespace {
@@ -13,7 +13,7 @@ constexpr double kTickOuter = 36.0;
 constexpr double kMajorOuter = 38.0;
 constexpr double kTickWidth = 1.0;
 
-/// A knob and the texts at the ends of its scale.
+// A knob and the texts at the ends of its scale.
 struct Scale {
     Box mKnob;
     const char* mLow;

@@ -1,8 +1,8 @@
 /// The scales around the knobs: ticks, and what the ends mean.
-#ifndef KNOBSCALE_H
-#define KNOBSCALE_H
+#ifndef VARNO_RESOURCES_ARTWORK_KNOBSCALE_H
+#define VARNO_RESOURCES_ARTWORK_KNOBSCALE_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,8 +1,8 @@
 /// The sizes and weights that the editor's texts come in.
-#ifndef LETTERING_H
-#define LETTERING_H
+#ifndef VARNO_RESOURCES_ARTWORK_LETTERING_H
+#define VARNO_RESOURCES_ARTWORK_LETTERING_H
 
-#include "TextLine.h"
+#include "Artwork/TextLine.h"
 
 namespace varno::lettering {
 

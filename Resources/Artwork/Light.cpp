@@ -1,14 +1,14 @@
-#include "Light.h"
+#include "Artwork/Light.h"
 
 namespace varno {
 namespace {
 
-/// How much light a full shadow takes, and an edge turned to the light adds.
+// How much light a full shadow takes, and an edge turned to the light adds.
 constexpr double kShadow = 0.55;
 constexpr double kShine = 0.14;
-/// A shadow falls this far for each pixel of height.
+// A shadow falls this far for each pixel of height.
 constexpr double kFall = 0.6;
-/// Width of an edge, in pixels.
+// Width of an edge, in pixels.
 constexpr double kEdge = 1.0;
 
 } // namespace

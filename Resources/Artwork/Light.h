@@ -1,9 +1,9 @@
 /// The one light of the scene: it falls from straight above the top edge, so upper edges shine and shadows
 /// lie below.
-#ifndef LIGHT_H
-#define LIGHT_H
+#ifndef VARNO_RESOURCES_ARTWORK_LIGHT_H
+#define VARNO_RESOURCES_ARTWORK_LIGHT_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,7 +1,7 @@
-#include "Artwork.h"
-#include "Icon.h"
-#include "NumberedPicture.h"
-#include "Options.h"
+#include "Artwork/Artwork.h"
+#include "Artwork/Icon.h"
+#include "Artwork/NumberedPicture.h"
+#include "Artwork/Options.h"
 
 #include <exception>
 #include <iostream>
@@ -9,7 +9,7 @@
 namespace varno {
 namespace {
 
-/// Exit statuses.
+// Exit statuses.
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 

@@ -1,8 +1,8 @@
-#include "Meter.h"
+#include "Artwork/Meter.h"
 
+#include "Artwork/Placement.h"
 #include "DemoGain_MeterLevels.h"
 #include "GUI/DemoGain_MeterLaw.h"
-#include "Placement.h"
 
 namespace varno {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 constexpr Box kPicture = pictureBox(DemoGain_ViewLayout::Art::MeterOff);
 constexpr int kLamps = DemoGain_ViewLayout::kMeterSteps;
 constexpr double kLampWidth = kPicture.width / kLamps;
-/// Half of the gap lies on either side of a lamp, so that a step of the meter ends between lamps.
+// Half of the gap lies on either side of a lamp, so that a step of the meter ends between lamps.
 constexpr double kGap = 2.0;
 constexpr double kCorner = 1.5;
 
@@ -18,7 +18,7 @@ Box lampBox(int lamp) {
     return {lamp * kLampWidth + kGap / 2, kGap, kLampWidth - kGap, kPicture.height - 2 * kGap};
 }
 
-/// The first lamps to light are at the right; the last ones tell of heavy reduction.
+// The first lamps to light are at the right; the last ones tell of heavy reduction.
 Color lampColor(int lamp) {
     constexpr double kMildPart = 0.5;
     const double depth = 1.0 - static_cast<double>(lamp) / (kLamps - 1);

@@ -1,9 +1,9 @@
 /// The gain reduction meters: a row of lamps, all dark or all lit. The editor shows dark ones from the left
 /// and lit ones from where they end, so reduction grows from the right.
-#ifndef METER_H
-#define METER_H
+#ifndef VARNO_RESOURCES_ARTWORK_METER_H
+#define VARNO_RESOURCES_ARTWORK_METER_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,9 +1,9 @@
-#include "MeterScale.h"
+#include "Artwork/MeterScale.h"
 
-#include "Lettering.h"
-#include "Light.h"
-#include "Meter.h"
-#include "Placement.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Light.h"
+#include "Artwork/Meter.h"
+#include "Artwork/Placement.h"
 
 #include <algorithm>
 #include <string>
@@ -20,7 +20,7 @@ void drawHollow(Painter& painter, const Box& meter) {
     recess(painter, meter.inset(-kRim), kCorner, palette::kRecess);
 }
 
-/// Ticks stand between the meters.
+// Ticks stand between the meters.
 void drawTick(Painter& painter, double x) {
     constexpr double kGap = 2.0;
     constexpr double kWidth = 1.0;

@@ -1,8 +1,8 @@
 /// The scale of the gain reduction meters, in dB.
-#ifndef METERSCALE_H
-#define METERSCALE_H
+#ifndef VARNO_RESOURCES_ARTWORK_METERSCALE_H
+#define VARNO_RESOURCES_ARTWORK_METERSCALE_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,8 +1,8 @@
-#include "NumberedPicture.h"
+#include "Artwork/NumberedPicture.h"
 
-#include "Lettering.h"
-#include "Painter.h"
-#include "Placement.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Painter.h"
+#include "Artwork/Placement.h"
 
 #include <iterator>
 #include <stdexcept>
@@ -10,12 +10,12 @@
 namespace varno {
 namespace {
 
-/// No colour of the editor: a number is not taken for one of its lights.
+// No colour of the editor: a number is not taken for one of its lights.
 constexpr Color kBadge = rgb(0x7FD4FF);
 constexpr Color kBadgeRim = rgb(0x0B2A3A);
 constexpr double kBadgeRadius = 8.0;
 constexpr double kRimWidth = 1.5;
-/// From a control's corner to the middle of its number: on the edge, so that the control stays in sight.
+// From a control's corner to the middle of its number: on the edge, so that the control stays in sight.
 constexpr double kInwards = 3.0;
 
 class Picture {
@@ -40,14 +40,14 @@ private:
     cairo_surface_t* mSurface;
 };
 
-/// Pixels of the picture to one of the view; 0 where it is not the view at a whole scale.
+// Pixels of the picture to one of the view; 0 where it is not the view at a whole scale.
 int scaleOf(const Picture& picture) {
     const auto& view = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Background);
     const int scale = picture.width() / view.mWidth;
     return picture.width() == scale * view.mWidth && picture.height() == scale * view.mHeight ? scale : 0;
 }
 
-void drawNumber(Painter& painter, const Box& control, size_t number) {
+void drawNumber(Painter& painter, const Box& control, std::size_t number) {
     const Point center = {control.x + kInwards, control.y + kInwards};
     painter.circle(center, kBadgeRadius);
     painter.fill(kBadge);
@@ -74,7 +74,7 @@ Canvas drawNumbered(const Typeface& typeface, const std::filesystem::path& file)
         cairo_set_source_surface(canvas.cairo(), picture.surface(), 0, 0);
         cairo_paint(canvas.cairo());
     }
-    for (size_t i = 0; i < std::size(DemoGain_ViewLayout::kControls); ++i) {
+    for (std::size_t i = 0; i < std::size(DemoGain_ViewLayout::kControls); ++i) {
         drawNumber(painter, controlBox(DemoGain_ViewLayout::kControls[i]), i + 1);
     }
     return canvas;

@@ -1,9 +1,9 @@
 /// A picture of the editor with its controls numbered, for the manual.
-#ifndef NUMBEREDPICTURE_H
-#define NUMBEREDPICTURE_H
+#ifndef VARNO_RESOURCES_ARTWORK_NUMBEREDPICTURE_H
+#define VARNO_RESOURCES_ARTWORK_NUMBEREDPICTURE_H
 
-#include "Canvas.h"
-#include "TextLine.h"
+#include "Artwork/Canvas.h"
+#include "Artwork/TextLine.h"
 
 #include <filesystem>
 

@@ -1,4 +1,4 @@
-#include "Options.h"
+#include "Artwork/Options.h"
 
 #include <charconv>
 

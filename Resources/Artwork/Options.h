@@ -1,6 +1,6 @@
 /// What the program is asked to do.
-#ifndef OPTIONS_H
-#define OPTIONS_H
+#ifndef VARNO_RESOURCES_ARTWORK_OPTIONS_H
+#define VARNO_RESOURCES_ARTWORK_OPTIONS_H
 
 #include <filesystem>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 #include <cmath>
 #include <memory>

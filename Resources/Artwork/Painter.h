@@ -1,10 +1,10 @@
 /// What all drawing is made of: shapes, and lettering that is remembered.
-#ifndef PAINTER_H
-#define PAINTER_H
+#ifndef VARNO_RESOURCES_ARTWORK_PAINTER_H
+#define VARNO_RESOURCES_ARTWORK_PAINTER_H
 
-#include "Geometry.h"
-#include "Palette.h"
-#include "TextLine.h"
+#include "Artwork/Geometry.h"
+#include "Artwork/Palette.h"
+#include "Artwork/TextLine.h"
 
 #include <cairo.h>
 #include <string>

@@ -1,4 +1,4 @@
-#include "Palette.h"
+#include "Artwork/Palette.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 namespace varno {
 namespace {
 
-/// A component of sRGB as an amount of light.
+// A component of sRGB as an amount of light.
 double linear(double component) {
     return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
 }
@@ -18,7 +18,7 @@ double luminance(Color color) {
 }
 
 double contrast(Color a, Color b) {
-    /// Light that a screen reflects even where it is black.
+    // Light that a screen reflects even where it is black.
     constexpr double kFlare = 0.05;
     const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + kFlare) / (darker + kFlare);

@@ -1,6 +1,6 @@
 /// The colours of the editor, each named after what it is the colour of.
-#ifndef PALETTE_H
-#define PALETTE_H
+#ifndef VARNO_RESOURCES_ARTWORK_PALETTE_H
+#define VARNO_RESOURCES_ARTWORK_PALETTE_H
 
 namespace varno {
 

@@ -1,18 +1,18 @@
-#include "Panel.h"
+#include "Artwork/Panel.h"
 
-#include "ControlNames.h"
-#include "KnobScale.h"
-#include "Light.h"
-#include "MeterScale.h"
-#include "Placement.h"
-#include "ResponseCurves.h"
-#include "Sections.h"
-#include "Sheet.h"
+#include "Artwork/ControlNames.h"
+#include "Artwork/KnobScale.h"
+#include "Artwork/Light.h"
+#include "Artwork/MeterScale.h"
+#include "Artwork/Placement.h"
+#include "Artwork/ResponseCurves.h"
+#include "Artwork/Sections.h"
+#include "Artwork/Sheet.h"
 
 namespace varno {
 namespace {
 
-/// The hollow around the line of text that the view draws itself.
+// The hollow around the line of text that the view draws itself.
 void drawStatusFrame(Painter& painter) {
     constexpr double kMargin = 2.0;
     constexpr double kCorner = 3.0;

@@ -1,8 +1,8 @@
 /// The background: sheet, plate, scales and all lettering around the controls.
-#ifndef PANEL_H
-#define PANEL_H
+#ifndef VARNO_RESOURCES_ARTWORK_PANEL_H
+#define VARNO_RESOURCES_ARTWORK_PANEL_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

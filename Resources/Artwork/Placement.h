@@ -1,9 +1,9 @@
 /// Where the controls lie, as boxes.
-#ifndef PLACEMENT_H
-#define PLACEMENT_H
+#ifndef VARNO_RESOURCES_ARTWORK_PLACEMENT_H
+#define VARNO_RESOURCES_ARTWORK_PLACEMENT_H
 
+#include "Artwork/Geometry.h"
 #include "DemoGain_ViewLayout.h"
-#include "Geometry.h"
 
 #include <string_view>
 

@@ -1,15 +1,15 @@
-#include "PresetButton.h"
+#include "Artwork/PresetButton.h"
 
-#include "Lettering.h"
-#include "Light.h"
-#include "Placement.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Light.h"
+#include "Artwork/Placement.h"
 
 namespace varno {
 namespace {
 
 constexpr Box kPicture = pictureBox(DemoGain_ViewLayout::Art::Copy);
 constexpr double kCorner = 4.0;
-/// How far a pressed key sinks, in pixels.
+// How far a pressed key sinks, in pixels.
 constexpr double kTravel = 1.0;
 
 void drawButton(Painter& painter, const char* text, bool pressed) {

@@ -1,8 +1,8 @@
 /// The two keys that carry the settings to the clipboard and back.
-#ifndef PRESETBUTTON_H
-#define PRESETBUTTON_H
+#ifndef VARNO_RESOURCES_ARTWORK_PRESETBUTTON_H
+#define VARNO_RESOURCES_ARTWORK_PRESETBUTTON_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

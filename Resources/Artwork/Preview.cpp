@@ -1,7 +1,7 @@
-#include "Artwork.h"
+#include "Artwork/Artwork.h"
 
-#include "Meter.h"
-#include "Placement.h"
+#include "Artwork/Meter.h"
+#include "Artwork/Placement.h"
 
 #include <cmath>
 #include <string_view>
@@ -13,7 +13,7 @@ using DemoGain_ViewLayout::Art;
 using DemoGain_ViewLayout::Control;
 using DemoGain_ViewLayout::Kind;
 
-/// A control's value in the preview, from 0 to 1.
+// A control's value in the preview, from 0 to 1.
 struct Shown {
     std::string_view mID;
     double mValue;
@@ -34,7 +34,7 @@ double shownValue(std::string_view id) {
     return 0.0;
 }
 
-/// As the editor's meter does it: whole steps, dark ones from the left.
+// As the editor's meter does it: whole steps, dark ones from the left.
 void drawMeter(Painter& painter, const Box& meter) {
     constexpr int kSteps = DemoGain_ViewLayout::kMeterSteps;
     const double dark = std::floor(kSteps * (1.0 - litPart(kShownReductionDB)) + 0.5) / kSteps * meter.width;

@@ -1,8 +1,8 @@
-#include "RatioSwitch.h"
+#include "Artwork/RatioSwitch.h"
 
-#include "Lettering.h"
-#include "Light.h"
-#include "Placement.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Light.h"
+#include "Artwork/Placement.h"
 
 #include <string>
 
@@ -12,7 +12,7 @@ namespace {
 constexpr auto kArt = DemoGain_ViewLayout::Art::Ratio;
 constexpr Box kPicture = pictureBox(kArt);
 constexpr int kPositions = DemoGain_ViewLayout::BitmapOf(kArt).mPictures;
-/// The mouse chooses by equal parts of the whole width, so the keys divide it so too.
+// The mouse chooses by equal parts of the whole width, so the keys divide it so too.
 constexpr double kKeyWidth = kPicture.width / kPositions;
 constexpr double kCorner = 4.0;
 constexpr double kKeyCorner = 3.0;

@@ -1,8 +1,8 @@
 /// The switch that chooses one of the eight gain reduction curves.
-#ifndef RATIOSWITCH_H
-#define RATIOSWITCH_H
+#ifndef VARNO_RESOURCES_ARTWORK_RATIOSWITCH_H
+#define VARNO_RESOURCES_ARTWORK_RATIOSWITCH_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,6 +1,6 @@
-#include "ResponseCurves.h"
+#include "Artwork/ResponseCurves.h"
 
-#include "Placement.h"
+#include "Artwork/Placement.h"
 
 namespace varno {
 namespace {
@@ -10,7 +10,7 @@ constexpr double kHeight = 7.0;
 constexpr double kAbove = 8.0;
 constexpr double kLineWidth = 1.25;
 
-/// A rise from the lower to the upper level, in shares of the width.
+// A rise from the lower to the upper level, in shares of the width.
 void drawRise(Painter& painter, const Box& control, double from, double to) {
     const Box area{control.center().x - kWidth / 2, control.y - kAbove - kHeight, kWidth, kHeight};
     const double middle = area.x + area.width * (from + to) / 2;

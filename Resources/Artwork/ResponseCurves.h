@@ -1,8 +1,8 @@
 /// Small curves over the detector's switches: which frequencies each lets through or lifts.
-#ifndef RESPONSECURVES_H
-#define RESPONSECURVES_H
+#ifndef VARNO_RESOURCES_ARTWORK_RESPONSECURVES_H
+#define VARNO_RESOURCES_ARTWORK_RESPONSECURVES_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,7 +1,7 @@
-#include "Sections.h"
+#include "Artwork/Sections.h"
 
-#include "Lettering.h"
-#include "Placement.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Placement.h"
 
 #include <cmath>
 
@@ -10,16 +10,16 @@ namespace {
 
 constexpr double kUpperBaseline = 47.0;
 constexpr double kLowerBaseline = 198.0;
-/// From a title's baseline up to the lines at its sides, in pixels.
+// From a title's baseline up to the lines at its sides, in pixels.
 constexpr double kRise = 3.5;
 constexpr double kLineWidth = 1.0;
-/// How far scales and names reach beyond the controls that they belong to, in pixels.
+// How far scales and names reach beyond the controls that they belong to, in pixels.
 constexpr double kScaleReach = 7.0;
 constexpr double kNameReach = 6.0;
 constexpr double kMeterNameReach = 20.0;
 constexpr double kMeterRim = 2.0;
 
-/// A group of controls: the title stands in a gap of the bracket over them.
+// A group of controls: the title stands in a gap of the bracket over them.
 struct Section {
     const char* mTitle;
     double mLeft;
@@ -59,7 +59,7 @@ void drawSection(Painter& painter, const Section& section) {
 // Two switches lie apart from what they change; a line from each leads there.
 constexpr double kSwitchGap = 4.0;
 
-/// "UK Mode" changes the release.
+// "UK Mode" changes the release.
 void drawReleaseLink(Painter& painter) {
     constexpr Box kFrom = controlBox("UK");
     constexpr Box kTo = controlBox("Rls");
@@ -72,7 +72,7 @@ void drawReleaseLink(Painter& painter) {
     painter.fill(palette::kLine);
 }
 
-/// "Harmonic Select" changes the drive.
+// "Harmonic Select" changes the drive.
 void drawDriveLink(Painter& painter) {
     constexpr Box kFrom = controlBox("HSw");
     constexpr double kElbowX = 104.5;

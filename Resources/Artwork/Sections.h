@@ -1,8 +1,8 @@
 /// What belongs together: titles of the sections, and lines from a switch to what it changes.
-#ifndef SECTIONS_H
-#define SECTIONS_H
+#ifndef VARNO_RESOURCES_ARTWORK_SECTIONS_H
+#define VARNO_RESOURCES_ARTWORK_SECTIONS_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,21 +1,21 @@
-#include "Sheet.h"
+#include "Artwork/Sheet.h"
 
-#include "Lettering.h"
-#include "Light.h"
-#include "Placement.h"
+#include "Artwork/Lettering.h"
+#include "Artwork/Light.h"
+#include "Artwork/Placement.h"
 
 #include <cstdint>
 
 namespace varno {
 namespace {
 
-/// The plate that carries the dynamics section.
+// The plate that carries the dynamics section.
 constexpr Box kPlate = {116, 33, 418, 313};
 constexpr double kPlateCorner = 6.0;
 
-/// A random-looking number from 0 to 1 that is the same on every run.
-double grain(uint32_t seed) {
-    constexpr uint32_t kMask = 0xFFFF;
+// A random-looking number from 0 to 1 that is the same on every run.
+double grain(std::uint32_t seed) {
+    constexpr std::uint32_t kMask = 0xFFFF;
     seed ^= seed >> 16U;
     seed *= 0x7FEB352DU;
     seed ^= seed >> 15U;
@@ -24,13 +24,13 @@ double grain(uint32_t seed) {
     return static_cast<double>(seed & kMask) / kMask;
 }
 
-/// Fine brushing along the panel: every row of pixels a little lighter or darker than its neighbours.
+// Fine brushing along the panel: every row of pixels a little lighter or darker than its neighbours.
 void brush(Painter& painter, const Box& area) {
     constexpr double kStrength = 0.015;
     const double row = 1.0 / painter.scale();
     const int rows = static_cast<int>(area.height * painter.scale());
     for (int n = 0; n < rows; ++n) {
-        const double shade = grain(static_cast<uint32_t>(n)) * 2.0 - 1.0;
+        const double shade = grain(static_cast<std::uint32_t>(n)) * 2.0 - 1.0;
         painter.box({area.x, area.y + n * row, area.width, row});
         painter.fill(shade > 0 ? palette::kWhite : palette::kBlack,
                      kStrength * (shade > 0 ? shade : -2 * shade));

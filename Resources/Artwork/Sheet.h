@@ -1,8 +1,8 @@
 /// The bare material of the panel: the matte sheet, the plate let into it and the product's name.
-#ifndef SHEET_H
-#define SHEET_H
+#ifndef VARNO_RESOURCES_ARTWORK_SHEET_H
+#define VARNO_RESOURCES_ARTWORK_SHEET_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

@@ -1,13 +1,13 @@
-#include "Switch.h"
+#include "Artwork/Switch.h"
 
-#include "Light.h"
-#include "Placement.h"
+#include "Artwork/Light.h"
+#include "Artwork/Placement.h"
 
 namespace varno {
 namespace {
 
 constexpr Box kPicture = pictureBox(DemoGain_ViewLayout::Art::Switch);
-/// Room for the shadow around the hollow, and between hollow and slider, in pixels.
+// Room for the shadow around the hollow, and between hollow and slider, in pixels.
 constexpr double kMargin = 2.0;
 constexpr double kGap = 2.0;
 constexpr double kCorner = 4.0;
@@ -21,7 +21,7 @@ Box sliderBox(bool on) {
     return {on ? room.right() - kSliderWidth : room.x, room.y, kSliderWidth, room.height};
 }
 
-/// What the slider leaves free shows "I" when on and "O" when off.
+// What the slider leaves free shows "I" when on and "O" when off.
 void drawMark(Painter& painter, bool on) {
     constexpr double kStroke = 2.0;
     constexpr double kSize = 3.5;

@@ -1,8 +1,8 @@
 /// The switch: a slider that lies left and dark when off, right and lit when on.
-#ifndef SWITCH_H
-#define SWITCH_H
+#ifndef VARNO_RESOURCES_ARTWORK_SWITCH_H
+#define VARNO_RESOURCES_ARTWORK_SWITCH_H
 
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
 namespace varno {
 

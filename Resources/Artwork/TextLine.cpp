@@ -1,4 +1,4 @@
-#include "TextLine.h"
+#include "Artwork/TextLine.h"
 
 #include <cmath>
 #include <stdexcept>

@@ -1,9 +1,9 @@
 /// One line of text.
-#ifndef TEXTLINE_H
-#define TEXTLINE_H
+#ifndef VARNO_RESOURCES_ARTWORK_TEXTLINE_H
+#define VARNO_RESOURCES_ARTWORK_TEXTLINE_H
 
-#include "Geometry.h"
-#include "Typeface.h"
+#include "Artwork/Geometry.h"
+#include "Artwork/Typeface.h"
 
 #include <cairo.h>
 #include <memory>

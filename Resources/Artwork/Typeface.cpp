@@ -1,4 +1,4 @@
-#include "Typeface.h"
+#include "Artwork/Typeface.h"
 
 #include <algorithm>
 #include <cairo-ft.h>
@@ -34,7 +34,7 @@ const FcChar8* asFontconfig(const char* text) {
     return reinterpret_cast<const FcChar8*>(text);
 }
 
-/// The best match for the family; null where that is another family.
+// The best match for the family; null where that is another family.
 Pattern match(const Config& config, const char* family, Weight weight) {
     const Pattern wanted(FcPatternCreate());
     FcPatternAddString(wanted.get(), FC_FAMILY, asFontconfig(family));
@@ -50,7 +50,7 @@ Pattern match(const Config& config, const char* family, Weight weight) {
     return same ? std::move(found) : nullptr;
 }
 
-/// Names file and index alone, so that nothing else of the match decides how it is drawn.
+// Names file and index alone, so that nothing else of the match decides how it is drawn.
 Pattern fileOf(const Pattern& found) {
     FcChar8* file = nullptr;
     int index = 0;

@@ -1,6 +1,6 @@
 /// The letters of the editor.
-#ifndef TYPEFACE_H
-#define TYPEFACE_H
+#ifndef VARNO_RESOURCES_ARTWORK_TYPEFACE_H
+#define VARNO_RESOURCES_ARTWORK_TYPEFACE_H
 
 #include <cairo.h>
 #include <map>

@@ -1,6 +1,6 @@
 /// Base of a plug-in's editor.
-#ifndef AAX_CEFFECTGUI_H
-#define AAX_CEFFECTGUI_H
+#ifndef VARNO_SOURCE_GUI_AAX_CEFFECTGUI_H
+#define VARNO_SOURCE_GUI_AAX_CEFFECTGUI_H
 
 #include "AAX_IACFEffectParameters.h"
 #include "AAX_IEffectGUI.h"

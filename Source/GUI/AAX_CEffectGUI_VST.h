@@ -1,6 +1,6 @@
 /// Base of a plug-in's editor that is drawn with VSTGUI.
-#ifndef AAX_CEFFECTGUI_VST_H
-#define AAX_CEFFECTGUI_VST_H
+#ifndef VARNO_SOURCE_GUI_AAX_CEFFECTGUI_VST_H
+#define VARNO_SOURCE_GUI_AAX_CEFFECTGUI_VST_H
 
 #include "AAX_CEffectGUI.h"
 #include "DesktopLink.h"

@@ -10,8 +10,8 @@ struct Bits {
     uint32_t mVSTGUI;
 };
 
-/// On macOS kApple is the Control key and kControl the Command key; elsewhere kControl is the Control key and
-/// kApple does not occur.
+// On macOS kApple is the Control key and kControl the Command key; elsewhere kControl is the Control key and
+// kApple does not occur.
 constexpr Bits kBits[] = {
     {AAX_eModifiers_Shift, VSTGUI::kShift},
     {AAX_eModifiers_Control, VSTGUI::kApple},
@@ -20,7 +20,7 @@ constexpr Bits kBits[] = {
     {AAX_eModifiers_SecondaryButton, VSTGUI::kRButton},
 };
 
-/// The bits of one word for those set in the other.
+// The bits of one word for those set in the other.
 uint32_t Translate(uint32_t word, uint32_t Bits::*from, uint32_t Bits::*to) {
     uint32_t translated = 0;
     for (const Bits& bits : kBits) {

@@ -1,6 +1,6 @@
 /// The buttons and modifier keys of a mouse event in VSTGUI's words and in the host's.
-#ifndef AAX_CVSTGUIBUTTONSTATE_H
-#define AAX_CVSTGUIBUTTONSTATE_H
+#ifndef VARNO_SOURCE_GUI_AAX_CVSTGUIBUTTONSTATE_H
+#define VARNO_SOURCE_GUI_AAX_CVSTGUIBUTTONSTATE_H
 
 #include "vstgui/lib/cbuttonstate.h"
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Width of the highlight's ring, in the view's units.
+// Width of the highlight's ring, in the view's units.
 constexpr VSTGUI::CCoord kRingWidth = 2.0;
 
 } // namespace

@@ -1,6 +1,6 @@
 /// The editor's knob.
-#ifndef DEMOGAIN_ANIMKNOBVST_H
-#define DEMOGAIN_ANIMKNOBVST_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_ANIMKNOBVST_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_ANIMKNOBVST_H
 
 #include "DemoGain_HostGestures.h"
 

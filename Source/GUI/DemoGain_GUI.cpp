@@ -13,7 +13,7 @@
 
 namespace {
 
-/// As in the bundle's Info.plist.
+// As in the bundle's Info.plist.
 constexpr char kBundleIdentifier[] = "com.morvak.varno-s";
 
 } // namespace

@@ -1,6 +1,6 @@
 /// The plug-in's editor.
-#ifndef DEMOGAIN_GUI_H
-#define DEMOGAIN_GUI_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_GUI_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_GUI_H
 
 #include "AAX_CEffectGUI_VST.h"
 

@@ -1,7 +1,7 @@
 /// What a gesture on a control does besides setting its parameter: the text that it shows and whether the
 /// volume is matched anew. Places, tags and identifiers are those of DemoGain_ViewLayout.h.
-#ifndef DEMOGAIN_GESTURES_H
-#define DEMOGAIN_GESTURES_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_GESTURES_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_GESTURES_H
 
 #include "DemoGain_ViewLayout.h"
 

@@ -1,6 +1,6 @@
 /// How the mouse works on every control of the editor.
-#ifndef DEMOGAIN_HOSTGESTURES_H
-#define DEMOGAIN_HOSTGESTURES_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_HOSTGESTURES_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_HOSTGESTURES_H
 
 #include "AAX_CVSTGUIButtonState.h"
 #include "DemoGain_HostedControl.h"

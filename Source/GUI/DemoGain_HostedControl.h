@@ -1,6 +1,6 @@
 /// What every control of the editor knows of the host.
-#ifndef DEMOGAIN_HOSTEDCONTROL_H
-#define DEMOGAIN_HOSTEDCONTROL_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_HOSTEDCONTROL_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_HOSTEDCONTROL_H
 
 #include "AAX_IViewContainer.h"
 

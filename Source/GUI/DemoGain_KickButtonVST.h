@@ -1,6 +1,6 @@
 /// The editor's button that is down only while it is pressed.
-#ifndef DEMOGAIN_KICKBUTTONVST_H
-#define DEMOGAIN_KICKBUTTONVST_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_KICKBUTTONVST_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_KICKBUTTONVST_H
 
 #include "DemoGain_HostGestures.h"
 

@@ -1,6 +1,6 @@
 /// How the editor's meters show gain reduction.
-#ifndef DEMOGAIN_METERLAW_H
-#define DEMOGAIN_METERLAW_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_METERLAW_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_METERLAW_H
 
 /// What a reduction meter is set to when its tap reads `reduction` (1 is 32 dB): 1 without reduction, falling
 /// towards 0 and, at full reduction, slightly below. The polynomial spreads the small reductions, which

@@ -1,6 +1,6 @@
 /// The editor's on/off button.
-#ifndef DEMOGAIN_ONOFFBUTTONVST_H
-#define DEMOGAIN_ONOFFBUTTONVST_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_ONOFFBUTTONVST_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_ONOFFBUTTONVST_H
 
 #include "DemoGain_HostGestures.h"
 

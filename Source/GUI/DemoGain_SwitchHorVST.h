@@ -1,6 +1,6 @@
 /// The editor's switch with positions side by side.
-#ifndef DEMOGAIN_SWITCHHORVST_H
-#define DEMOGAIN_SWITCHHORVST_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_SWITCHHORVST_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_SWITCHHORVST_H
 
 #include "DemoGain_HostGestures.h"
 

@@ -22,7 +22,7 @@ namespace {
 
 constexpr VSTGUI::CColor kStatusColor(230, 230, 230, 255);
 
-/// Colours of the host's highlight, by AAX_EHighlightColor.
+// Colours of the host's highlight, by AAX_EHighlightColor.
 constexpr VSTGUI::CColor kHighlightColors[] = {
     {200, 0, 0, 255},
     {0, 0, 200, 255},
@@ -31,17 +31,17 @@ constexpr VSTGUI::CColor kHighlightColors[] = {
 };
 constexpr VSTGUI::CColor kNoHighlightColor(100, 100, 100, 0);
 
-/// How many times as long a fine drag is: a level is set to a tenth of a decibel.
+// How many times as long a fine drag is: a level is set to a tenth of a decibel.
 constexpr float kFineDrag = 6.0F;
-/// The library's tenth of the range is too coarse for a level.
+// The library's tenth of the range is too coarse for a level.
 constexpr int kPicturesPerWheelClick = 2;
 
-/// Of one picture of a bitmap that may be empty.
+// Of one picture of a bitmap that may be empty.
 CPoint PictureSize(const VSTGUI::CBitmap& bitmap, Art art) {
     return {bitmap.getWidth(), bitmap.getHeight() / BitmapOf(art).mPictures};
 }
 
-/// The library's class for a row of the layout.
+// The library's class for a row of the layout.
 struct Maker {
     const Control& mRow;
     VSTGUI::IControlListener* mListener;
@@ -99,7 +99,7 @@ DemoGain_View::DemoGain_View(AAX_IACFEffectParameters* parameters, VSTGUI::VSTGU
           CRect(kStatusLabel.mLeft, kStatusLabel.mTop, kStatusLabel.mRight, kStatusLabel.mBottom))) {
     getFrame()->setBackground(m_hPIBackground);
     AddStatusLabel();
-    for (size_t i = 0; i < mControls.size(); ++i) {
+    for (std::size_t i = 0; i < mControls.size(); ++i) {
         AddControl(i, container);
     }
     getFrame()->registerKeyboardHook(this);
@@ -126,7 +126,7 @@ void DemoGain_View::AddStatusLabel() {
     getFrame()->addView(mStatusLabel);
 }
 
-void DemoGain_View::AddControl(size_t index, AAX_IViewContainer* container) {
+void DemoGain_View::AddControl(std::size_t index, AAX_IViewContainer* container) {
     const Control& row = kControls[index];
     CControl* const control =
         Maker{row, this, SharedBitmap(row.mArt), SharedBitmap(Art::MeterOn), container}.Make();
@@ -144,7 +144,7 @@ void DemoGain_View::AddControl(size_t index, AAX_IViewContainer* container) {
 
 CControl* DemoGain_View::GetControl(std::string_view id) const {
     const Control* const row = DemoGain_Gestures::ControlOf(id);
-    return row != nullptr ? mControls[static_cast<size_t>(row - kControls)] : nullptr;
+    return row != nullptr ? mControls[static_cast<std::size_t>(row - kControls)] : nullptr;
 }
 
 void DemoGain_View::ShowParameter(std::string_view paramID) {
@@ -175,7 +175,7 @@ void DemoGain_View::HighlightKnob(std::string_view id, bool isHighlighted, AAX_E
     }
     if (!isHighlighted) {
         knob->setCoronaColor(kNoHighlightColor);
-    } else if (colour >= 0 && static_cast<size_t>(colour) < std::size(kHighlightColors)) {
+    } else if (colour >= 0 && static_cast<std::size_t>(colour) < std::size(kHighlightColors)) {
         knob->setCoronaColor(kHighlightColors[colour]);
     }
     knob->setHighLite(isHighlighted);

@@ -1,6 +1,6 @@
 /// The editor's one view.
-#ifndef DEMOGAIN_VIEW_H
-#define DEMOGAIN_VIEW_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_VIEW_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_VIEW_H
 
 #include "AAX_Enums.h"
 #include "DemoGain_ViewLayout.h"
@@ -94,7 +94,7 @@ private:
     static VSTGUI::SharedPointer<VSTGUI::CBitmap>& SharedBitmap(DemoGain_ViewLayout::Art art);
 
     void AddStatusLabel();
-    void AddControl(size_t index, AAX_IViewContainer* container);
+    void AddControl(std::size_t index, AAX_IViewContainer* container);
 
     /// 0 where the parameter cannot be read.
     double ReadNormalized(const char* paramID) const;
@@ -111,7 +111,7 @@ private:
     void HighlightKnob(std::string_view id, bool isHighlighted, AAX_EHighlightColor colour);
 
     /// 0 where the host does not tell.
-    float ReadMeter(size_t tap) const;
+    float ReadMeter(std::size_t tap) const;
     void UpdateMeters();
 
     std::shared_ptr<varno::Clipboard> mClipboard;

@@ -13,7 +13,7 @@ using namespace DemoGain_ViewLayout;
 
 namespace {
 
-/// What a key stands for while Control is held. X11 tells such letters as the control characters 1 to 26.
+// What a key stands for while Control is held. X11 tells such letters as the control characters 1 to 26.
 char32_t LetterOf(char32_t character) {
     constexpr char32_t kLastControl = 26;
     constexpr char32_t kBeforeA = U'a' - 1;

@@ -17,7 +17,7 @@ using VSTGUI::CControl;
 namespace {
 
 constexpr char kAutoGainID[] = "ASw";
-/// Everything above this is on.
+// Everything above this is on.
 constexpr double kOnThreshold = 0.5;
 
 } // namespace
@@ -112,8 +112,8 @@ void DemoGain_View::Tick(uint32_t ticksMs) {
 }
 
 void DemoGain_View::UpdateMeters() {
-    size_t tap = eMeterTap_GainReductionLeft;
-    for (size_t i = 0; i < mControls.size(); ++i) {
+    std::size_t tap = eMeterTap_GainReductionLeft;
+    for (std::size_t i = 0; i < mControls.size(); ++i) {
         if (kControls[i].mKind == Kind::Meter) {
             mControls[i]->setValue(DemoGain_MeterValue(ReadMeter(tap)));
             mControls[i]->invalid();
@@ -122,7 +122,7 @@ void DemoGain_View::UpdateMeters() {
     }
 }
 
-float DemoGain_View::ReadMeter(size_t tap) const {
+float DemoGain_View::ReadMeter(std::size_t tap) const {
     float value = 0.0F;
     auto* const parameters = dynamic_cast<AAX_CEffectParameters*>(getParameters());
     if (const AAX_IController* const controller =

@@ -1,6 +1,6 @@
 /// Fonts and colours that the editor's views share, defined once for the process.
-#ifndef DEMOGAIN_VIEWLOOK_H
-#define DEMOGAIN_VIEWLOOK_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_VIEWLOOK_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_VIEWLOOK_H
 
 #include "vstgui/lib/ccolor.h"
 #include "vstgui/lib/cfont.h"

@@ -14,8 +14,8 @@ using VSTGUI::SharedPointer;
 
 constexpr double kDoubleSize = 2.0;
 
-/// Fills the rectangle that it is drawn in. The library draws what lies in a frame enlarged by the frame's
-/// zoom, but not the frame's own background.
+// Fills the rectangle that it is drawn in. The library draws what lies in a frame enlarged by the frame's
+// zoom, but not the frame's own background.
 class Backdrop : public CBitmap {
 public:
     using CBitmap::CBitmap;
@@ -34,13 +34,13 @@ public:
     }
 };
 
-/// The name of the double-size variant of a file.
+// The name of the double-size variant of a file.
 std::string DoubleSizeName(const std::string& file) {
     std::string name = file;
     return name.insert(name.rfind('.'), DemoGain_ViewLayout::kDoubleSizeMark);
 }
 
-/// The library picks the variant that suits the screen, but does not look for it by itself.
+// The library picks the variant that suits the screen, but does not look for it by itself.
 void AddDoubleSize(CBitmap& bitmap, const std::string& file) {
     const std::string name = DoubleSizeName(file);
     const auto variant =

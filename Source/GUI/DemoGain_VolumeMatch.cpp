@@ -6,19 +6,19 @@
 
 namespace {
 
-/// Input below this does not count as signal, and output below it counts as this.
+// Input below this does not count as signal, and output below it counts as this.
 constexpr double kAudibleLevel = 0.01;
-/// Input over output, at the least and at the most: 20 dB either way.
+// Input over output, at the least and at the most: 20 dB either way.
 constexpr double kLeastRatio = 0.1;
 constexpr double kGreatestRatio = 10.0;
-/// The normalized volume runs linearly from -20 dB to 20 dB.
+// The normalized volume runs linearly from -20 dB to 20 dB.
 constexpr double kLowestDB = -20.0;
 constexpr double kVolumePerDB = 0.025;
 constexpr double kDBPerDecade = 20.0;
-/// Of the distance that a glide covers in a tick.
+// Of the distance that a glide covers in a tick.
 constexpr double kGlideShare = 0.1;
 
-/// The normalized volume that makes up for the loss between two peaks.
+// The normalized volume that makes up for the loss between two peaks.
 double TargetVolume(float inputPeak, float outputPeak) {
     const double outputAtLeast = std::fmax(outputPeak, kAudibleLevel);
     const double ratio = std::fmax(std::fmin(inputPeak / outputAtLeast, kGreatestRatio), kLeastRatio);
@@ -64,7 +64,7 @@ void DemoGain_VolumeMatch::Listen(uint32_t ticksMs, float inputLevel, float outp
 }
 
 void DemoGain_VolumeMatch::Measure(double volume) {
-    mTargets[static_cast<size_t>(mMeasurements)] = TargetVolume(mInputPeak, mOutputPeak);
+    mTargets[static_cast<std::size_t>(mMeasurements)] = TargetVolume(mInputPeak, mOutputPeak);
     ++mMeasurements;
     mGlidePosition = volume;
     mGlideTarget = MeanTarget();

@@ -1,6 +1,6 @@
 /// The automatic volume matching: keeps the output about as loud as the input after a setting has changed.
-#ifndef DEMOGAIN_VOLUMEMATCH_H
-#define DEMOGAIN_VOLUMEMATCH_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_VOLUMEMATCH_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_VOLUMEMATCH_H
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 /// The editor's level meter.
-#ifndef DEMOGAIN_VUMETERVST_H
-#define DEMOGAIN_VUMETERVST_H
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_VUMETERVST_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_VUMETERVST_H
 
 #include "DemoGain_HostedControl.h"
 

@@ -8,7 +8,7 @@ namespace varno {
 
 namespace {
 
-/// About 60 times a second, as often as a usual display shows a new picture.
+// About 60 times a second, as often as a usual display shows a new picture.
 constexpr uint32_t kFramePeriodMs = 16;
 
 } // namespace

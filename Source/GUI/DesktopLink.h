@@ -1,6 +1,6 @@
 /// An editor's way to the desktop around its view, where the host tells of one.
-#ifndef VARNO_DESKTOPLINK_H
-#define VARNO_DESKTOPLINK_H
+#ifndef VARNO_SOURCE_GUI_DESKTOPLINK_H
+#define VARNO_SOURCE_GUI_DESKTOPLINK_H
 
 #include "AAX_IACFDesktop.h"
 #include "ACF/ACFPtr.h"

@@ -1,6 +1,6 @@
 /// The opening of a frame in the host's native view, which every system does in its own way.
-#ifndef VARNO_FRAMEOPENING_H
-#define VARNO_FRAMEOPENING_H
+#ifndef VARNO_SOURCE_GUI_FRAMEOPENING_H
+#define VARNO_SOURCE_GUI_FRAMEOPENING_H
 
 #include "Registration.h"
 

@@ -1,6 +1,6 @@
 /// The editor's view with the frame that it is drawn in.
-#ifndef VSTGUI_CONTENTVIEW_H
-#define VSTGUI_CONTENTVIEW_H
+#ifndef VARNO_SOURCE_GUI_VSTGUI_CONTENTVIEW_H
+#define VARNO_SOURCE_GUI_VSTGUI_CONTENTVIEW_H
 
 #include "AAX_IACFEffectParameters.h"
 

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Made at the first use, thus after all that the library makes when the module is loaded, and gone before
-/// it.
+// Made at the first use, thus after all that the library makes when the module is loaded, and gone before
+// it.
 struct Library {
     explicit Library(const std::filesystem::path& resources) {
         VSTGUI::init(VSTGUI_Prepare(resources));

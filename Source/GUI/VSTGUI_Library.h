@@ -1,6 +1,6 @@
 /// VSTGUI set up for the module.
-#ifndef VSTGUI_LIBRARY_H
-#define VSTGUI_LIBRARY_H
+#ifndef VARNO_SOURCE_GUI_VSTGUI_LIBRARY_H
+#define VARNO_SOURCE_GUI_VSTGUI_LIBRARY_H
 
 #include <filesystem>
 

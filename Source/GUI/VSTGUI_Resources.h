@@ -1,6 +1,6 @@
 /// What VSTGUI needs of the system, and where it finds its bitmaps; every system has its own way.
-#ifndef VSTGUI_RESOURCES_H
-#define VSTGUI_RESOURCES_H
+#ifndef VARNO_SOURCE_GUI_VSTGUI_RESOURCES_H
+#define VARNO_SOURCE_GUI_VSTGUI_RESOURCES_H
 
 #include "vstgui/lib/platform/platformfwd.h"
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The period at which the library draws, a frame of 60 Hz in whole milliseconds.
+// The period at which the library draws, a frame of 60 Hz in whole milliseconds.
 constexpr uint64_t kFrameMs = 16;
 
 } // namespace

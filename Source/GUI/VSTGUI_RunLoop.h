@@ -1,6 +1,6 @@
 /// The run loop that VSTGUI asks for on X11.
-#ifndef VSTGUI_RUNLOOP_H
-#define VSTGUI_RUNLOOP_H
+#ifndef VARNO_SOURCE_GUI_VSTGUI_RUNLOOP_H
+#define VARNO_SOURCE_GUI_VSTGUI_RUNLOOP_H
 
 #include "RunLoop.h"
 

@@ -1,6 +1,6 @@
 /// The module's bundle: the folder that holds its binary and its resources.
-#ifndef VARNO_BUNDLE_H
-#define VARNO_BUNDLE_H
+#ifndef VARNO_SOURCE_PLATFORM_BUNDLE_H
+#define VARNO_SOURCE_PLATFORM_BUNDLE_H
 
 #include <filesystem>
 #include <optional>

@@ -1,6 +1,6 @@
 /// Where a bundle keeps its resources.
-#ifndef VARNO_BUNDLELAYOUT_H
-#define VARNO_BUNDLELAYOUT_H
+#ifndef VARNO_SOURCE_PLATFORM_BUNDLELAYOUT_H
+#define VARNO_SOURCE_PLATFORM_BUNDLELAYOUT_H
 
 #include <filesystem>
 #include <optional>

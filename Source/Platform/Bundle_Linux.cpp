@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The file that this code was loaded from; empty where the system does not tell.
+// The file that this code was loaded from; empty where the system does not tell.
 fs::path thisBinary() {
     std::error_code unknown;
     static const char codeOfThisBinary = 0;
@@ -25,7 +25,7 @@ fs::path thisBinary() {
     return *name == '\0' ? fs::read_symlink("/proc/self/exe", unknown) : fs::absolute(name, unknown);
 }
 
-/// Asked for while the module is loaded: its name may be relative, and the host may change its folder later.
+// Asked for while the module is loaded: its name may be relative, and the host may change its folder later.
 const fs::path kBinary = thisBinary();
 
 } // namespace

@@ -1,6 +1,6 @@
 /// The system's clipboard, for plain text.
-#ifndef VARNO_CLIPBOARD_H
-#define VARNO_CLIPBOARD_H
+#ifndef VARNO_SOURCE_PLATFORM_CLIPBOARD_H
+#define VARNO_SOURCE_PLATFORM_CLIPBOARD_H
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 /// What was registered stays so as long as this lives.
-#ifndef VARNO_REGISTRATION_H
-#define VARNO_REGISTRATION_H
+#ifndef VARNO_SOURCE_PLATFORM_REGISTRATION_H
+#define VARNO_SOURCE_PLATFORM_REGISTRATION_H
 
 #include <functional>
 #include <utility>

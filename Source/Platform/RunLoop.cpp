@@ -25,13 +25,13 @@ struct Timer {
 template<typename Entry>
 using Owned = std::vector<std::shared_ptr<Entry>>;
 
-/// What there is now, for a walk during which entries come and go: one that goes is found expired.
+// What there is now, for a walk during which entries come and go: one that goes is found expired.
 template<typename Entry>
 std::vector<std::weak_ptr<Entry>> snapshot(const Owned<Entry>& entries) {
     return {entries.begin(), entries.end()};
 }
 
-/// Calls for each entry of the snapshot that is still there; the entry stays whole until its call returns.
+// Calls for each entry of the snapshot that is still there; the entry stays whole until its call returns.
 template<typename Entry, typename Call>
 void eachLeft(const std::vector<std::weak_ptr<Entry>>& entries, Call call) {
     for (const auto& entry : entries) {
@@ -41,7 +41,7 @@ void eachLeft(const std::vector<std::weak_ptr<Entry>>& entries, Call call) {
     }
 }
 
-/// Sets a flag for a scope, unless it is gone by its end.
+// Sets a flag for a scope, unless it is gone by its end.
 class Raised {
 public:
     explicit Raised(const std::shared_ptr<bool>& flag)
@@ -81,7 +81,7 @@ struct RunLoop::State {
         eachLeft(snapshot(watchers), [&](const Watcher& watcher) { (watcher.*what)(number); });
     }
 
-    /// Puts an entry into its list; the registration takes it out and then calls what follows.
+    // Puts an entry into its list; the registration takes it out and then calls what follows.
     template<typename Entry, typename Afterwards>
     static Registration add(const std::shared_ptr<State>& state, Owned<Entry> State::*list, Entry entry,
                             Afterwards afterwards) {

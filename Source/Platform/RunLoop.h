@@ -1,6 +1,6 @@
 /// The event loop that all editors of the module share where the system does not give them one.
-#ifndef VARNO_RUNLOOP_H
-#define VARNO_RUNLOOP_H
+#ifndef VARNO_SOURCE_PLATFORM_RUNLOOP_H
+#define VARNO_SOURCE_PLATFORM_RUNLOOP_H
 
 #include "Registration.h"
 

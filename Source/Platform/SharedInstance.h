@@ -1,6 +1,6 @@
 /// One object for all who hold it.
-#ifndef VARNO_SHAREDINSTANCE_H
-#define VARNO_SHAREDINSTANCE_H
+#ifndef VARNO_SOURCE_PLATFORM_SHAREDINSTANCE_H
+#define VARNO_SOURCE_PLATFORM_SHAREDINSTANCE_H
 
 #include <memory>
 

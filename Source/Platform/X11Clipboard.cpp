@@ -11,7 +11,7 @@ namespace varno {
 
 namespace {
 
-/// The most that an owner's silence may cost, with room left for answering within a second.
+// The most that an owner's silence may cost, with room left for answering within a second.
 constexpr std::chrono::milliseconds kPatience{800};
 
 X11Connection::Deadline deadline() {
@@ -20,7 +20,7 @@ X11Connection::Deadline deadline() {
 
 } // namespace
 
-/// What there is while there is a connection.
+// What there is while there is a connection.
 struct X11Clipboard::Session {
     explicit Session(std::unique_ptr<X11Connection> connected)
         : connection(std::move(connected)),

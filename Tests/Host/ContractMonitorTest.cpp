@@ -1,4 +1,4 @@
-#include "ContractMonitor.h"
+#include "Host/ContractMonitor.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,12 +1,12 @@
 // Every contract that the host watches, broken on purpose.
 
-#include "AudioThread.h"
-#include "Editor.h"
-#include "FixtureAlgorithm.h"
-#include "FixtureFaults.h"
-#include "FixtureParameters.h"
-#include "FixtureTest.h"
-#include "InstanceHost.h"
+#include "Host/AudioThread.h"
+#include "Host/Editor.h"
+#include "Host/InstanceHost.h"
+#include "Tests/Host/FixtureAlgorithm.h"
+#include "Tests/Host/FixtureFaults.h"
+#include "Tests/Host/FixtureParameters.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 #include <thread>
@@ -29,7 +29,7 @@ protected:
         instance.process(inputs, outputs, 8);
     }
 
-    /// A whole life of an instance under one fault.
+    // A whole life of an instance under one fault.
     void liveWith(Fault fault) {
         const FaultScope scope(fault);
         const auto instance = makeInstance();

@@ -1,8 +1,8 @@
-#include "DesktopFacet.h"
+#include "Host/DesktopFacet.h"
 
 #include "ACF/ACFPtr.h"
-#include "TestContext.h"
-#include "ViewContainer.h"
+#include "Host/ViewContainer.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ public:
 };
 
 constexpr int kDescriptor = 7;
-constexpr uint32_t kPeriodMs = 16;
+constexpr std::uint32_t kPeriodMs = 16;
 
 class DesktopFacetTest : public testing::Test {
 protected:

@@ -1,10 +1,10 @@
-#include "Editor.h"
+#include "Host/Editor.h"
 
-#include "FixtureEditor.h"
-#include "FixtureFaults.h"
-#include "FixtureParameters.h"
-#include "FixtureTest.h"
-#include "InstanceHost.h"
+#include "Host/InstanceHost.h"
+#include "Tests/Host/FixtureEditor.h"
+#include "Tests/Host/FixtureFaults.h"
+#include "Tests/Host/FixtureParameters.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 

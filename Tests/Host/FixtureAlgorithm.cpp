@@ -1,7 +1,7 @@
-#include "FixtureAlgorithm.h"
+#include "Tests/Host/FixtureAlgorithm.h"
 
-#include "FixtureFaults.h"
-#include "FixtureParameters.h"
+#include "Tests/Host/FixtureFaults.h"
+#include "Tests/Host/FixtureParameters.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,13 +17,13 @@ void raise(float& tap, float value) {
     tap = std::max(tap, std::fabs(value));
 }
 
-template<int32_t kChannels>
+template<std::int32_t kChannels>
 void processOne(const Context& context) {
     const float gain = *context.bypass != 0 ? 1.0F : *context.gain;
-    for (int32_t channel = 0; channel < kChannels; ++channel) {
-        for (int32_t i = 0; i < *context.frames; ++i) {
+    for (std::int32_t channel = 0; channel < kChannels; ++channel) {
+        for (std::int32_t i = 0; i < *context.frames; ++i) {
             const float in = context.inputs[channel][i];
-            context.scratch[i % static_cast<int32_t>(kScratchSize / sizeof(float))] = in * gain;
+            context.scratch[i % static_cast<std::int32_t>(kScratchSize / sizeof(float))] = in * gain;
             context.outputs[channel][i] = in * gain;
             raise(context.meters[0], in);
             raise(context.meters[1], in * gain);
@@ -36,7 +36,7 @@ void processOne(const Context& context) {
               *context.clock,
               *context.sideChain,
               context.reserved == nullptr,
-              reinterpret_cast<uintptr_t>(context.state) % 64 == 0};
+              reinterpret_cast<std::uintptr_t>(context.state) % 64 == 0};
 }
 
 } // namespace
@@ -49,7 +49,7 @@ void setHook(std::function<void()> hook) {
     gHook = std::move(hook);
 }
 
-template<int32_t kChannels>
+template<std::int32_t kChannels>
 void process(void* const begin[], const void* end) {
     for (void* const* instance = begin; instance != end; ++instance) {
         processOne<kChannels>(*static_cast<const Context*>(*instance));

@@ -1,6 +1,6 @@
 /// The fixture module's processing routine: a gain.
-#ifndef FIXTUREALGORITHM_H
-#define FIXTUREALGORITHM_H
+#ifndef VARNO_TESTS_HOST_FIXTUREALGORITHM_H
+#define VARNO_TESTS_HOST_FIXTUREALGORITHM_H
 
 #include "AAX.h"
 
@@ -11,8 +11,8 @@ namespace varno::fixture {
 
 /// Private data of one instance.
 struct State {
-    int64_t frames; ///< Frames processed since the reset.
-    float start;    ///< What the reset has written.
+    std::int64_t frames; ///< Frames processed since the reset.
+    float start;         ///< What the reset has written.
 };
 
 /// What the reset writes into `start`.
@@ -21,16 +21,16 @@ inline constexpr float kStart = 0.25F;
 /// The context block; the order of its members is the order of Field.
 struct Context {
     const float* gain;
-    const int32_t* bypass;
+    const std::int32_t* bypass;
     const float* const* inputs;
     float* const* outputs;
-    const int32_t* frames;
+    const std::int32_t* frames;
     const float* sampleRateHz;
     float* meters;
     State* state;
-    const int64_t* clock;
+    const std::int64_t* clock;
     float* scratch;
-    const int32_t* sideChain;
+    const std::int32_t* sideChain;
     void* reserved;
 };
 
@@ -52,15 +52,15 @@ enum Field : AAX_CFieldIndex {
 /// Taps: largest absolute input and output.
 inline constexpr AAX_CTypeID kMeterIDs[] = {AAX_FourCC("fxIn"), AAX_FourCC("fxOu")};
 /// Bytes of scratch memory.
-inline constexpr uint32_t kScratchSize = 4096 * sizeof(float);
+inline constexpr std::uint32_t kScratchSize = 4096 * sizeof(float);
 
 /// What the routine saw in its last call, for tests.
 struct Sight {
-    int32_t calls = 0;
-    int32_t frames = 0;
+    std::int32_t calls = 0;
+    std::int32_t frames = 0;
     float sampleRateHz = 0.0F;
-    int64_t clock = 0;
-    int32_t sideChain = 0;
+    std::int64_t clock = 0;
+    std::int32_t sideChain = 0;
     bool reservedIsNull = false;
     bool stateIsAligned = false;
 };
@@ -70,7 +70,7 @@ const Sight& lastSight();
 void setHook(std::function<void()> hook);
 
 /// The routine for a number of channels.
-template<int32_t kChannels>
+template<std::int32_t kChannels>
 void process(void* const begin[], const void* end);
 
 extern template void process<1>(void* const begin[], const void* end);

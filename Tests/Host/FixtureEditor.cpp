@@ -1,7 +1,7 @@
-#include "FixtureEditor.h"
+#include "Tests/Host/FixtureEditor.h"
 
 #include "AAX_IACFViewContainer.h"
-#include "FixtureFaults.h"
+#include "Tests/Host/FixtureFaults.h"
 
 #include <utility>
 
@@ -41,7 +41,7 @@ AAX_Result FixtureEditor::Uninitialize() {
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureEditor::NotificationReceived(AAX_CTypeID type, const void*, uint32_t size) {
+AAX_Result FixtureEditor::NotificationReceived(AAX_CTypeID type, const void*, std::uint32_t size) {
     note("notification " + std::to_string(type) + " of " + std::to_string(size) + " bytes");
     return AAX_SUCCESS;
 }
@@ -86,7 +86,7 @@ AAX_Result FixtureEditor::GetCustomLabel(AAX_EPlugInStrings, AAX_IString*) const
     return AAX_ERROR_NULL_OBJECT;
 }
 
-AAX_Result FixtureEditor::SetControlHighlightInfo(AAX_CParamID paramID, uint8_t isHighlighted,
+AAX_Result FixtureEditor::SetControlHighlightInfo(AAX_CParamID paramID, std::uint8_t isHighlighted,
                                                   AAX_EHighlightColor colour) {
     note(std::string("highlight ") + paramID + " " + std::to_string(isHighlighted) + " " +
          std::to_string(colour));

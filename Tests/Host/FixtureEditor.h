@@ -1,10 +1,10 @@
 /// The fixture module's editor.
-#ifndef FIXTUREEDITOR_H
-#define FIXTUREEDITOR_H
+#ifndef VARNO_TESTS_HOST_FIXTUREEDITOR_H
+#define VARNO_TESTS_HOST_FIXTUREEDITOR_H
 
 #include "AAX_IACFEffectGUI.h"
 #include "ACF/ACFPtr.h"
-#include "FixtureObject.h"
+#include "Tests/Host/FixtureObject.h"
 
 #include <string>
 #include <vector>
@@ -20,14 +20,14 @@ public:
 
     AAX_Result Initialize(IACFUnknown* host) override;
     AAX_Result Uninitialize() override;
-    AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, uint32_t size) override;
+    AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, std::uint32_t size) override;
     AAX_Result SetViewContainer(IACFUnknown* container) override;
     AAX_Result GetViewSize(AAX_Point* outSize) const override;
     AAX_Result Draw(AAX_Rect* rect) override;
     AAX_Result TimerWakeup() override;
     AAX_Result ParameterUpdated(AAX_CParamID paramID) override;
     AAX_Result GetCustomLabel(AAX_EPlugInStrings which, AAX_IString* outText) const override;
-    AAX_Result SetControlHighlightInfo(AAX_CParamID paramID, uint8_t isHighlighted,
+    AAX_Result SetControlHighlightInfo(AAX_CParamID paramID, std::uint8_t isHighlighted,
                                        AAX_EHighlightColor colour) override;
 
 private:

@@ -1,5 +1,5 @@
 // The fixture module's exports, for its bundle. FIXTURE_INCOMPLETE leaves one out.
-#include "FixtureModule.h"
+#include "Tests/Host/FixtureModule.h"
 
 #define FIXTURE_EXPORT extern "C" __attribute__((visibility("default")))
 
@@ -9,7 +9,7 @@ FIXTURE_EXPORT ACFRESULT ACFRegisterPlugin(IACFUnknown* host, IACFPluginDefiniti
     return entryPoints().registerPlugin(host, out);
 }
 
-FIXTURE_EXPORT ACFRESULT ACFRegisterComponent(IACFUnknown* host, uint32_t index,
+FIXTURE_EXPORT ACFRESULT ACFRegisterComponent(IACFUnknown* host, std::uint32_t index,
                                               IACFComponentDefinition** out) {
     return entryPoints().registerComponent(host, index, out);
 }
@@ -33,6 +33,6 @@ FIXTURE_EXPORT ACFRESULT ACFShutdown(IACFUnknown* host) {
 }
 #endif
 
-FIXTURE_EXPORT ACFRESULT ACFGetSDKVersion(uint64_t* out) {
+FIXTURE_EXPORT ACFRESULT ACFGetSDKVersion(std::uint64_t* out) {
     return entryPoints().getSDKVersion(out);
 }

@@ -1,4 +1,4 @@
-#include "FixtureFaults.h"
+#include "Tests/Host/FixtureFaults.h"
 
 #include <atomic>
 

@@ -1,6 +1,6 @@
 /// Ways in which the fixture module can misbehave.
-#ifndef FIXTUREFAULTS_H
-#define FIXTUREFAULTS_H
+#ifndef VARNO_TESTS_HOST_FIXTUREFAULTS_H
+#define VARNO_TESTS_HOST_FIXTUREFAULTS_H
 
 namespace varno::fixture {
 

@@ -1,4 +1,4 @@
-#include "FixtureModule.h"
+#include "Tests/Host/FixtureModule.h"
 
 #include "AAX_IACFCollection.h"
 #include "AAX_IACFComponentDescriptor.h"
@@ -6,11 +6,11 @@
 #include "AAX_IACFPropertyMap.h"
 #include "ACF/ACFPtr.h"
 #include "ACF/IACFComponentFactory.h"
-#include "FixtureAlgorithm.h"
-#include "FixtureEditor.h"
-#include "FixtureFaults.h"
-#include "FixtureObject.h"
-#include "FixtureParameters.h"
+#include "Tests/Host/FixtureAlgorithm.h"
+#include "Tests/Host/FixtureEditor.h"
+#include "Tests/Host/FixtureFaults.h"
+#include "Tests/Host/FixtureObject.h"
+#include "Tests/Host/FixtureParameters.h"
 
 #include <iterator>
 
@@ -31,12 +31,12 @@ ACFPtr<Interface> make(const acfIID& iid, Maker maker) {
 
 void describeFields(AAX_IACFComponentDescriptor& component) {
     component.AddDataInPort(kGain, sizeof(float), AAX_eDataInPortType_Buffered);
-    component.AddDataInPort(kBypass, sizeof(int32_t), AAX_eDataInPortType_Buffered);
+    component.AddDataInPort(kBypass, sizeof(std::int32_t), AAX_eDataInPortType_Buffered);
     component.AddAudioIn(kInputs);
     component.AddAudioOut(kOutputs);
     component.AddAudioBufferLength(kFrames);
     component.AddSampleRate(kSampleRate);
-    component.AddMeters(kMeters, kMeterIDs, static_cast<uint32_t>(std::size(kMeterIDs)));
+    component.AddMeters(kMeters, kMeterIDs, static_cast<std::uint32_t>(std::size(kMeterIDs)));
     component.AddPrivateData(kState, sizeof(State), 0);
     component.AddClock(kClock);
     component.AddTemporaryData(kScratch, kScratchSize);
@@ -55,7 +55,7 @@ void describeVariant(AAX_IACFEffectDescriptor& effect, AAX_IACFComponentDescript
     map->AddProperty(AAX_eProperty_ProductID, kProductID);
     map->AddProperty(AAX_eProperty_InputStemFormat, format);
     map->AddProperty(AAX_eProperty_OutputStemFormat, format);
-    map->AddProperty(AAX_eProperty_PlugInID_Native, static_cast<int32_t>(isMono ? kMonoID : kStereoID));
+    map->AddProperty(AAX_eProperty_PlugInID_Native, static_cast<std::int32_t>(isMono ? kMonoID : kStereoID));
     component.AddProcessProc_Native(isMono ? process<1> : process<2>, map.Get(), nullptr, nullptr, nullptr);
     if (!isMono) {
         map->AddProperty(AAX_eProperty_PlugInID_TI, kStereoTiID);
@@ -111,7 +111,7 @@ ACFRESULT registerPlugin(IACFUnknown* host, IACFPluginDefinition** out) {
     return result;
 }
 
-ACFRESULT registerComponent(IACFUnknown*, uint32_t, IACFComponentDefinition** out) {
+ACFRESULT registerComponent(IACFUnknown*, std::uint32_t, IACFComponentDefinition** out) {
     *out = nullptr;
     return ACF_OK;
 }
@@ -140,7 +140,7 @@ ACFRESULT shutdown(IACFUnknown*) {
     return ACF_OK;
 }
 
-ACFRESULT getSDKVersion(uint64_t* out) {
+ACFRESULT getSDKVersion(std::uint64_t* out) {
     *out = kSDKVersion;
     return ACF_OK;
 }

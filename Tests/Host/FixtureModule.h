@@ -1,13 +1,13 @@
 /// A small module for tests of the host, written against the interfaces alone.
-#ifndef FIXTUREMODULE_H
-#define FIXTUREMODULE_H
+#ifndef VARNO_TESTS_HOST_FIXTUREMODULE_H
+#define VARNO_TESTS_HOST_FIXTUREMODULE_H
 
 #include "AAX_IACFHostServices.h"
-#include "ModuleEntryPoints.h"
+#include "Host/ModuleEntryPoints.h"
 
 namespace varno::fixture {
 
-inline constexpr uint64_t kSDKVersion = 0x0123456789ABCDEFULL;
+inline constexpr std::uint64_t kSDKVersion = 0x0123456789ABCDEFULL;
 inline constexpr const char* kEffectID = "org.example.fixture.gain";
 inline constexpr AAX_CTypeID kManufacturerID = AAX_FourCC("Fixt");
 inline constexpr AAX_CTypeID kProductID = AAX_FourCC("Gain");

@@ -1,6 +1,6 @@
 /// Counted base of the fixture module's objects.
-#ifndef FIXTUREOBJECT_H
-#define FIXTUREOBJECT_H
+#ifndef VARNO_TESTS_HOST_FIXTUREOBJECT_H
+#define VARNO_TESTS_HOST_FIXTUREOBJECT_H
 
 #include "ACF/IACFUnknown.h"
 
@@ -24,9 +24,9 @@ public:
         AddRef();
         return ACF_OK;
     }
-    uint32_t AddRef() override { return ++mReferences; }
-    uint32_t Release() override {
-        const uint32_t left = --mReferences;
+    std::uint32_t AddRef() override { return ++mReferences; }
+    std::uint32_t Release() override {
+        const std::uint32_t left = --mReferences;
         if (left == 0) {
             delete this;
         }
@@ -42,7 +42,7 @@ protected:
 
 private:
     acfIID mIID;
-    std::atomic<uint32_t> mReferences{0};
+    std::atomic<std::uint32_t> mReferences{0};
 };
 
 } // namespace varno::fixture

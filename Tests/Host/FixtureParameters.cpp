@@ -1,9 +1,9 @@
-#include "FixtureParameters.h"
+#include "Tests/Host/FixtureParameters.h"
 
 #include "AAX_IACFPageTable.h"
-#include "FixtureAlgorithm.h"
-#include "FixtureFaults.h"
-#include "FixtureModule.h"
+#include "Tests/Host/FixtureAlgorithm.h"
+#include "Tests/Host/FixtureFaults.h"
+#include "Tests/Host/FixtureModule.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -28,7 +28,7 @@ bool isGain(AAX_CParamID paramID) {
     return std::strcmp(paramID, "Gain") == 0;
 }
 
-/// Answers to nothing but the root interface.
+// Answers to nothing but the root interface.
 class Mute final : public FixtureObject<IACFUnknown> {
 public:
     Mute()
@@ -93,13 +93,13 @@ AAX_Result FixtureParameters::Uninitialize() {
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::NotificationReceived(AAX_CTypeID type, const void*, uint32_t) {
+AAX_Result FixtureParameters::NotificationReceived(AAX_CTypeID type, const void*, std::uint32_t) {
     gLastNotification = type;
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::GetNumberOfParameters(int32_t* outCount) const {
-    *outCount = static_cast<int32_t>(std::size(kIDs));
+AAX_Result FixtureParameters::GetNumberOfParameters(std::int32_t* outCount) const {
+    *outCount = static_cast<std::int32_t>(std::size(kIDs));
     return AAX_SUCCESS;
 }
 
@@ -108,12 +108,12 @@ AAX_Result FixtureParameters::GetMasterBypassParameter(AAX_IString* outID) const
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::GetParameterIsAutomatable(AAX_CParamID, uint8_t* outAutomatable) const {
+AAX_Result FixtureParameters::GetParameterIsAutomatable(AAX_CParamID, std::uint8_t* outAutomatable) const {
     *outAutomatable = 1;
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::GetParameterNumberOfSteps(AAX_CParamID paramID, int32_t* outSteps) const {
+AAX_Result FixtureParameters::GetParameterNumberOfSteps(AAX_CParamID paramID, std::int32_t* outSteps) const {
     *outSteps = isGain(paramID) ? 101 : 2;
     return AAX_SUCCESS;
 }
@@ -134,7 +134,7 @@ AAX_Result FixtureParameters::GetParameterType(AAX_CParamID paramID, AAX_EParame
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::GetParameterIDFromIndex(int32_t index, AAX_IString* outID) const {
+AAX_Result FixtureParameters::GetParameterIDFromIndex(std::int32_t index, AAX_IString* outID) const {
     outID->Set(kIDs[index]);
     return AAX_SUCCESS;
 }
@@ -151,7 +151,7 @@ AAX_Result FixtureParameters::GetParameterValueFromString(AAX_CParamID paramID, 
 }
 
 AAX_Result FixtureParameters::GetParameterStringFromValue(AAX_CParamID paramID, double value,
-                                                          AAX_IString* outText, int32_t) const {
+                                                          AAX_IString* outText, std::int32_t) const {
     char text[32];
     std::snprintf(text, sizeof text, "%.2f", value);
     outText->Set(isGain(paramID) ? text : (value > 0.5 ? "on" : "off"));
@@ -159,7 +159,7 @@ AAX_Result FixtureParameters::GetParameterStringFromValue(AAX_CParamID paramID, 
 }
 
 AAX_Result FixtureParameters::GetParameterValueString(AAX_CParamID paramID, AAX_IString* outText,
-                                                      int32_t maxChars) const {
+                                                      std::int32_t maxChars) const {
     return GetParameterStringFromValue(paramID, mValues.at(paramID), outText, maxChars);
 }
 
@@ -200,7 +200,7 @@ AAX_Result FixtureParameters::UpdateParameterNormalizedValue(AAX_CParamID paramI
 
 AAX_Result FixtureParameters::GenerateCoefficients() {
     const auto gain = static_cast<float>(mValues.at("Gain"));
-    const int32_t bypass = mValues.at("Bypass") > 0.5 ? 1 : 0;
+    const std::int32_t bypass = mValues.at("Bypass") > 0.5 ? 1 : 0;
     mController->PostPacket(kGain, &gain, sizeof gain);
     if (!has(Fault::PostsNothingForBypass)) {
         mController->PostPacket(kBypass, &bypass, sizeof bypass);
@@ -222,18 +222,18 @@ void FixtureParameters::misbehaveWhilePosting() {
     }
 }
 
-AAX_Result FixtureParameters::ResetFieldData(AAX_CFieldIndex, void* data, uint32_t size) const {
+AAX_Result FixtureParameters::ResetFieldData(AAX_CFieldIndex, void* data, std::uint32_t size) const {
     const State state{0, kStart};
     std::memcpy(data, &state, size < sizeof state ? size : sizeof state);
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::GetChunkIDFromIndex(int32_t, AAX_CTypeID* outID) const {
+AAX_Result FixtureParameters::GetChunkIDFromIndex(std::int32_t, AAX_CTypeID* outID) const {
     *outID = kChunkID;
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::GetChunkSize(AAX_CTypeID, uint32_t* outSize) {
+AAX_Result FixtureParameters::GetChunkSize(AAX_CTypeID, std::uint32_t* outSize) {
     *outSize = kChunkDataSize;
     return AAX_SUCCESS;
 }
@@ -254,7 +254,7 @@ AAX_Result FixtureParameters::SetChunk(AAX_CTypeID, const AAX_SPlugInChunk* chun
     return SetParameterNormalizedValue("Gain", has(Fault::RefusesRestoredValue) && gain > 0.9 ? 0.75 : gain);
 }
 
-AAX_Result FixtureParameters::CompareActiveChunk(const AAX_SPlugInChunk* chunk, uint8_t* outIsEqual) {
+AAX_Result FixtureParameters::CompareActiveChunk(const AAX_SPlugInChunk* chunk, std::uint8_t* outIsEqual) {
     double gain = 0.0;
     std::memcpy(&gain, reinterpret_cast<const char*>(chunk) + kAAX_PlugInChunkHeaderSize + sizeof kMarker,
                 sizeof gain);
@@ -267,7 +267,7 @@ AAX_Result FixtureParameters::TimerWakeup() {
     return AAX_SUCCESS;
 }
 
-AAX_Result FixtureParameters::UpdatePageTable(uint32_t, int32_t, IACFUnknown* hostPageTable,
+AAX_Result FixtureParameters::UpdatePageTable(std::uint32_t, std::int32_t, IACFUnknown* hostPageTable,
                                               IACFUnknown*) const {
     const auto table = ACFPtr<AAX_IACFPageTable>::Query(hostPageTable, IID_IAAXPageTableV1);
     return table->MapParameterID("Bypass", 0, 7);

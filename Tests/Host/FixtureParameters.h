@@ -1,11 +1,11 @@
 /// The fixture module's data model.
-#ifndef FIXTUREPARAMETERS_H
-#define FIXTUREPARAMETERS_H
+#ifndef VARNO_TESTS_HOST_FIXTUREPARAMETERS_H
+#define VARNO_TESTS_HOST_FIXTUREPARAMETERS_H
 
 #include "AAX_IACFAutomationDelegate.h"
 #include "AAX_IACFController.h"
 #include "ACF/ACFPtr.h"
-#include "FixtureParametersBase.h"
+#include "Tests/Host/FixtureParametersBase.h"
 
 #include <map>
 #include <string>
@@ -14,7 +14,7 @@ namespace varno::fixture {
 
 /// The chunk: the marker, then the gain as a double in the machine's byte order.
 inline constexpr AAX_CTypeID kChunkID = AAX_FourCC("fxck");
-inline constexpr uint32_t kChunkDataSize = 12;
+inline constexpr std::uint32_t kChunkDataSize = 12;
 
 /// Two parameters: "Gain", 0 to 1 in 101 steps, shown with two decimals; and "Bypass", "off" or "on", the
 /// master bypass, which is not saved.
@@ -26,21 +26,21 @@ public:
 
     AAX_Result Initialize(IACFUnknown* host) override;
     AAX_Result Uninitialize() override;
-    AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, uint32_t size) override;
-    AAX_Result GetNumberOfParameters(int32_t* outCount) const override;
+    AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, std::uint32_t size) override;
+    AAX_Result GetNumberOfParameters(std::int32_t* outCount) const override;
     AAX_Result GetMasterBypassParameter(AAX_IString* outID) const override;
-    AAX_Result GetParameterIsAutomatable(AAX_CParamID paramID, uint8_t* outAutomatable) const override;
-    AAX_Result GetParameterNumberOfSteps(AAX_CParamID paramID, int32_t* outSteps) const override;
+    AAX_Result GetParameterIsAutomatable(AAX_CParamID paramID, std::uint8_t* outAutomatable) const override;
+    AAX_Result GetParameterNumberOfSteps(AAX_CParamID paramID, std::int32_t* outSteps) const override;
     AAX_Result GetParameterName(AAX_CParamID paramID, AAX_IString* outName) const override;
     AAX_Result GetParameterDefaultNormalizedValue(AAX_CParamID paramID, double* outValue) const override;
     AAX_Result GetParameterType(AAX_CParamID paramID, AAX_EParameterType* outType) const override;
-    AAX_Result GetParameterIDFromIndex(int32_t index, AAX_IString* outID) const override;
+    AAX_Result GetParameterIDFromIndex(std::int32_t index, AAX_IString* outID) const override;
     AAX_Result GetParameterValueFromString(AAX_CParamID paramID, double* outValue,
                                            const AAX_IString& text) const override;
     AAX_Result GetParameterStringFromValue(AAX_CParamID paramID, double value, AAX_IString* outText,
-                                           int32_t maxChars) const override;
+                                           std::int32_t maxChars) const override;
     AAX_Result GetParameterValueString(AAX_CParamID paramID, AAX_IString* outText,
-                                       int32_t maxChars) const override;
+                                       std::int32_t maxChars) const override;
     AAX_Result GetParameterNormalizedValue(AAX_CParamID paramID, double* outValue) const override;
     AAX_Result SetParameterNormalizedValue(AAX_CParamID paramID, double value) override;
     AAX_Result TouchParameter(AAX_CParamID paramID) override;
@@ -48,15 +48,15 @@ public:
     AAX_Result UpdateParameterNormalizedValue(AAX_CParamID paramID, double value,
                                               AAX_EUpdateSource source) override;
     AAX_Result GenerateCoefficients() override;
-    AAX_Result ResetFieldData(AAX_CFieldIndex field, void* data, uint32_t size) const override;
-    AAX_Result GetChunkIDFromIndex(int32_t index, AAX_CTypeID* outID) const override;
-    AAX_Result GetChunkSize(AAX_CTypeID chunkID, uint32_t* outSize) override;
+    AAX_Result ResetFieldData(AAX_CFieldIndex field, void* data, std::uint32_t size) const override;
+    AAX_Result GetChunkIDFromIndex(std::int32_t index, AAX_CTypeID* outID) const override;
+    AAX_Result GetChunkSize(AAX_CTypeID chunkID, std::uint32_t* outSize) override;
     AAX_Result GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk* chunk) override;
     AAX_Result SetChunk(AAX_CTypeID chunkID, const AAX_SPlugInChunk* chunk) override;
-    AAX_Result CompareActiveChunk(const AAX_SPlugInChunk* chunk, uint8_t* outIsEqual) override;
+    AAX_Result CompareActiveChunk(const AAX_SPlugInChunk* chunk, std::uint8_t* outIsEqual) override;
     AAX_Result TimerWakeup() override;
-    AAX_Result UpdatePageTable(uint32_t tableType, int32_t tablePageSize, IACFUnknown* hostPageTable,
-                               IACFUnknown* host) const override;
+    AAX_Result UpdatePageTable(std::uint32_t tableType, std::int32_t tablePageSize,
+                               IACFUnknown* hostPageTable, IACFUnknown* host) const override;
 
     /// Calls of TimerWakeup, and the type of the last notification, of any data model so far.
     static int timerCalls();

@@ -1,9 +1,9 @@
 /// Base of tests with the fixture module.
-#ifndef FIXTURETEST_H
-#define FIXTURETEST_H
+#ifndef VARNO_TESTS_HOST_FIXTURETEST_H
+#define VARNO_TESTS_HOST_FIXTURETEST_H
 
-#include "FixtureModule.h"
-#include "HostFixture.h"
+#include "Tests/Host/FixtureModule.h"
+#include "Tests/Support/HostFixture.h"
 
 #include <cstdlib>
 #include <filesystem>

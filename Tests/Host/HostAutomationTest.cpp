@@ -1,8 +1,8 @@
-#include "HostAutomation.h"
+#include "Host/HostAutomation.h"
 
 #include "ACF/ACFPtr.h"
-#include "InstanceHost.h"
-#include "TestContext.h"
+#include "Host/InstanceHost.h"
+#include "Tests/Host/TestContext.h"
 
 #include <cmath>
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
-#include "HostComponentDescriptor.h"
+#include "Host/HostComponentDescriptor.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostPropertyMap.h"
-#include "TestContext.h"
+#include "Host/HostPropertyMap.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
 
@@ -82,8 +82,8 @@ TEST_F(HostComponentDescriptorTest, RefusesWhatThisHostDoesNotHave) {
 }
 
 TEST_F(HostComponentDescriptorTest, RegistersRoutinesWithACopyOfTheirProperties) {
-    int32_t first = 0;
-    int32_t second = 0;
+    std::int32_t first = 0;
+    std::int32_t second = 0;
     map->AddProperty(AAX_eProperty_Host54, 1);
     EXPECT_EQ(AAX_SUCCESS, component->AddProcessProc_Native(routine, map.Get(), nullptr, nullptr, &first));
     map->AddProperty(AAX_eProperty_Host54, 2);
@@ -111,8 +111,8 @@ TEST_F(HostComponentDescriptorTest, RefusesIncompleteRegistrations) {
 }
 
 TEST_F(HostComponentDescriptorTest, ClearForgetsEverythingButTheNumbersGivenOut) {
-    int32_t first = 0;
-    int32_t second = 0;
+    std::int32_t first = 0;
+    std::int32_t second = 0;
     component->AddAudioIn(0);
     component->AddProcessProc_Native(routine, map.Get(), nullptr, nullptr, &first);
     EXPECT_EQ(AAX_SUCCESS, component->Clear());

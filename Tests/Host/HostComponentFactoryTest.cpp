@@ -1,8 +1,8 @@
-#include "HostComponentFactory.h"
+#include "Host/HostComponentFactory.h"
 
 #include "ACF/ACFPtr.h"
-#include "ModuleHost.h"
-#include "TestContext.h"
+#include "Host/ModuleHost.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
 

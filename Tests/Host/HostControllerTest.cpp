@@ -1,9 +1,9 @@
-#include "HostController.h"
+#include "Host/HostController.h"
 
-#include "FixtureAlgorithm.h"
-#include "FixtureTest.h"
-#include "HostString.h"
-#include "InstanceHost.h"
+#include "Host/HostString.h"
+#include "Host/InstanceHost.h"
+#include "Tests/Host/FixtureAlgorithm.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -25,8 +25,8 @@ protected:
         FixtureTest::TearDown();
     }
 
-    void process(float sample, int32_t frames) {
-        const std::vector<float> in(static_cast<size_t>(frames), sample);
+    void process(float sample, std::int32_t frames) {
+        const std::vector<float> in(static_cast<std::size_t>(frames), sample);
         std::vector<float> out(in.size());
         const float* inputs[] = {in.data(), in.data()};
         float* outputs[] = {out.data(), out.data()};
@@ -43,10 +43,10 @@ TEST_F(HostControllerTest, TellsAboutTheInstance) {
     float rate = 0.0F;
     AAX_EStemFormat in{};
     AAX_EStemFormat out{};
-    int32_t platform = 0;
-    uint8_t offline = 0;
-    uint32_t meters = 0;
-    int32_t hybrid = -1;
+    std::int32_t platform = 0;
+    std::uint8_t offline = 0;
+    std::uint32_t meters = 0;
+    std::int32_t hybrid = -1;
     EXPECT_EQ(AAX_SUCCESS, controller->GetEffectID(&text));
     EXPECT_EQ(fixture::kEffectID, text.text());
     EXPECT_EQ(AAX_SUCCESS, controller->GetSampleRate(&rate));
@@ -89,7 +89,7 @@ TEST_F(HostControllerTest, ThePositionMovesWithTheRender) {
 
 TEST_F(HostControllerTest, KeepsTheLatency) {
     start();
-    int32_t frames = -1;
+    std::int32_t frames = -1;
     EXPECT_EQ(AAX_SUCCESS, controller->SetSignalLatency(5));
     EXPECT_EQ(AAX_ERROR_INVALID_ARGUMENT, controller->SetSignalLatency(-1));
     EXPECT_EQ(AAX_SUCCESS, controller->GetSignalLatency(&frames));
@@ -101,7 +101,7 @@ TEST_F(HostControllerTest, ReadsAndClearsMeters) {
     process(2.0F, 16);
     const AAX_CTypeID meter = fixture::kMeterIDs[0];
     float value = 0.0F;
-    uint8_t clipped = 0;
+    std::uint8_t clipped = 0;
     EXPECT_EQ(AAX_SUCCESS, controller->GetCurrentMeterValue(meter, &value));
     EXPECT_EQ(2.0F, value);
     EXPECT_EQ(AAX_SUCCESS, controller->GetMeterPeakValue(meter, &value));
@@ -119,7 +119,7 @@ TEST_F(HostControllerTest, ReadsAndClearsMeters) {
 TEST_F(HostControllerTest, RefusesUnknownMeters) {
     start();
     float value = 7.0F;
-    uint8_t clipped = 7;
+    std::uint8_t clipped = 7;
     EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->GetCurrentMeterValue(1, &value));
     EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->GetMeterPeakValue(1, &value));
     EXPECT_EQ(AAX_ERROR_INVALID_METER_INDEX, controller->ClearMeterPeakValue(1));
@@ -143,7 +143,7 @@ TEST_F(HostControllerTest, RefusesNullOutputs) {
 
 TEST_F(HostControllerTest, HasNeitherDSPHardwareNorMIDI) {
     start();
-    int32_t cycles = 1;
+    std::int32_t cycles = 1;
     AAX_EProperty property = AAX_eProperty_Host62;
     AAX_CMidiPacket packet{};
     EXPECT_EQ(AAX_ERROR_PROPERTY_UNDEFINED, controller->GetCycleCount(property, &cycles));

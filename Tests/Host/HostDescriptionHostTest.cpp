@@ -1,10 +1,10 @@
-#include "HostDescriptionHost.h"
+#include "Host/HostDescriptionHost.h"
 
 #include "AAX_IACFFeatureInfo.h"
 #include "ACF/ACFPtr.h"
-#include "HostPropertyMap.h"
-#include "ModuleHost.h"
-#include "TestContext.h"
+#include "Host/HostPropertyMap.h"
+#include "Host/ModuleHost.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
 

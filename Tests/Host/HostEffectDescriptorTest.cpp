@@ -1,9 +1,9 @@
-#include "HostEffectDescriptor.h"
+#include "Host/HostEffectDescriptor.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostComponentDescriptor.h"
-#include "HostPropertyMap.h"
-#include "TestContext.h"
+#include "Host/HostComponentDescriptor.h"
+#include "Host/HostPropertyMap.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "HostLedger.h"
+#include "Host/HostLedger.h"
 
 #include <gtest/gtest.h>
 

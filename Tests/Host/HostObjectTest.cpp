@@ -1,9 +1,9 @@
-#include "HostObject.h"
+#include "Host/HostObject.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostPropertyMap.h"
-#include "HostReference.h"
-#include "TestContext.h"
+#include "Host/HostPropertyMap.h"
+#include "Host/HostReference.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
 

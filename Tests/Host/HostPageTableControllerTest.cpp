@@ -1,9 +1,9 @@
-#include "HostPageTableController.h"
+#include "Host/HostPageTableController.h"
 
-#include "FixtureTest.h"
-#include "InstanceHost.h"
-#include "PageTable.h"
-#include "PageTableFile.h"
+#include "Host/InstanceHost.h"
+#include "Host/PageTable.h"
+#include "Host/PageTableFile.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gtest/gtest.h>
 
@@ -38,10 +38,10 @@ protected:
         FixtureTest::TearDown();
     }
 
-    AAX_Result copyForEffect(AAX_CTypeID plugIn, int32_t pageSize) {
+    AAX_Result copyForEffect(AAX_CTypeID plugIn, std::int32_t pageSize) {
         return controller->CopyTableForEffect(fixture::kManufacturerID, fixture::kProductID,
-                                              static_cast<int32_t>(plugIn), kControlSurfaceTable, pageSize,
-                                              table.Get());
+                                              static_cast<std::int32_t>(plugIn), kControlSurfaceTable,
+                                              pageSize, table.Get());
     }
 
     TemporaryFolder folder;

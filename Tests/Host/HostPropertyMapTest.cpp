@@ -1,7 +1,7 @@
-#include "HostPropertyMap.h"
+#include "Host/HostPropertyMap.h"
 
 #include "ACF/ACFPtr.h"
-#include "TestContext.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ protected:
 TEST_F(HostPropertyMapTest, KeepsIntegers) {
     EXPECT_EQ(AAX_SUCCESS, map->AddProperty(kProperty, 5));
     EXPECT_EQ(AAX_SUCCESS, map->AddProperty(kProperty, -6));
-    int32_t value = 0;
+    std::int32_t value = 0;
     EXPECT_EQ(AAX_SUCCESS, map->GetProperty(kProperty, &value));
     EXPECT_EQ(-6, value);
 }
@@ -35,7 +35,7 @@ TEST_F(HostPropertyMapTest, KeepsLists) {
     const AAX_CTypeID ids[] = {3, 4};
     EXPECT_EQ(AAX_SUCCESS, map->AddPropertyWithIDArray(kProperty, ids, 2));
     const AAX_CTypeID* list = nullptr;
-    uint32_t count = 0;
+    std::uint32_t count = 0;
     EXPECT_EQ(AAX_SUCCESS, map->GetPropertyWithIDArray(kProperty, &list, &count));
     ASSERT_EQ(2U, count);
     EXPECT_EQ(4U, list[1]);
@@ -46,10 +46,10 @@ TEST_F(HostPropertyMapTest, KeepsLists) {
 
 TEST_F(HostPropertyMapTest, LeavesTheOutputAloneForWhatItDoesNotHave) {
     map->AddPointerProperty(kOther, this);
-    int32_t value = 9;
+    std::int32_t value = 9;
     const void* pointer = this;
     const AAX_CTypeID* list = nullptr;
-    uint32_t count = 8;
+    std::uint32_t count = 8;
     EXPECT_EQ(AAX_ERROR_PROPERTY_UNDEFINED, map->GetProperty(kProperty, &value));
     EXPECT_EQ(AAX_ERROR_PROPERTY_UNDEFINED, map->GetProperty(kOther, &value));
     EXPECT_EQ(AAX_ERROR_PROPERTY_UNDEFINED, map->GetPointerProperty(kProperty, &pointer));
@@ -66,7 +66,7 @@ TEST_F(HostPropertyMapTest, RemovesOnce) {
 }
 
 TEST_F(HostPropertyMapTest, RefusesNull) {
-    uint32_t count = 0;
+    std::uint32_t count = 0;
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, map->GetProperty(kProperty, nullptr));
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, map->GetPointerProperty(kProperty, nullptr));
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, map->AddPropertyWithIDArray(kProperty, nullptr, 1));

@@ -1,7 +1,7 @@
-#include "HostServices.h"
+#include "Host/HostServices.h"
 
 #include "ACF/ACFPtr.h"
-#include "TestContext.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
 

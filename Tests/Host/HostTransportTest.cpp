@@ -1,7 +1,7 @@
-#include "HostTransport.h"
+#include "Host/HostTransport.h"
 
-#include "InstanceHost.h"
-#include "TestContext.h"
+#include "Host/InstanceHost.h"
+#include "Tests/Host/TestContext.h"
 
 #include "ACF/ACFPtr.h"
 #include <gtest/gtest.h>
@@ -11,15 +11,15 @@ namespace {
 
 class HostTransportTest : public testing::Test {
 protected:
-    static constexpr int64_t kBeatFrames = 24000; // half a second at 120 beats a minute and 48 kHz
+    static constexpr std::int64_t kBeatFrames = 24000; // half a second at 120 beats a minute and 48 kHz
 
     ACFPtr<InstanceHost> host = ACFPtr<InstanceHost>::Adopt(
         new InstanceHost(testContext(), EffectDescription(), VariantDescription(), InstanceSetup()));
     ACFPtr<AAX_IACFTransport_V3> transport =
         ACFPtr<AAX_IACFTransport_V3>::Query(host.Get(), IID_IAAXTransportV3);
 
-    int64_t ticksAt(int64_t frames) {
-        int64_t ticks = -1;
+    std::int64_t ticksAt(std::int64_t frames) {
+        std::int64_t ticks = -1;
         EXPECT_EQ(AAX_SUCCESS, transport->GetCustomTickPosition(&ticks, frames));
         return ticks;
     }
@@ -27,10 +27,10 @@ protected:
 
 TEST_F(HostTransportTest, TellsTheTimeLine) {
     double tempo = 0.0;
-    int32_t numerator = 0;
-    int32_t denominator = 0;
+    std::int32_t numerator = 0;
+    std::int32_t denominator = 0;
     bool isPlaying = false;
-    uint32_t ticks = 0;
+    std::uint32_t ticks = 0;
     EXPECT_EQ(AAX_SUCCESS, transport->GetCurrentTempo(&tempo));
     EXPECT_EQ(120.0, tempo);
     EXPECT_EQ(AAX_SUCCESS, transport->GetCurrentMeter(&numerator, &denominator));
@@ -45,8 +45,8 @@ TEST_F(HostTransportTest, TellsTheTimeLine) {
 }
 
 TEST_F(HostTransportTest, StandsWhereTheRenderStands) {
-    int64_t frames = -1;
-    int64_t ticks = -1;
+    std::int64_t frames = -1;
+    std::int64_t ticks = -1;
     host->state().positionFrames = 3 * kBeatFrames;
     EXPECT_EQ(AAX_SUCCESS, transport->GetCurrentNativeSampleLocation(&frames));
     EXPECT_EQ(3 * kBeatFrames, frames);
@@ -65,10 +65,10 @@ TEST_F(HostTransportTest, TurnsFramesIntoTicks) {
 
 TEST_F(HostTransportTest, CountsBarsAndBeatsFromOne) {
     struct Case {
-        int64_t frames;
-        int32_t bar;
-        int32_t beat;
-        int64_t ticks;
+        std::int64_t frames;
+        std::int32_t bar;
+        std::int32_t beat;
+        std::int64_t ticks;
     };
     const Case cases[] = {{0, 1, 1, 0},
                           {kBeatFrames - 1, 1, 1, 959960},
@@ -78,9 +78,9 @@ TEST_F(HostTransportTest, CountsBarsAndBeatsFromOne) {
                           {-1, 0, 4, 959960},
                           {-4 * kBeatFrames, 0, 1, 0}};
     for (const Case& expected : cases) {
-        int32_t bar = -9;
-        int32_t beat = -9;
-        int64_t ticks = -9;
+        std::int32_t bar = -9;
+        std::int32_t beat = -9;
+        std::int64_t ticks = -9;
         EXPECT_EQ(AAX_SUCCESS, transport->GetBarBeatPosition(&bar, &beat, &ticks, expected.frames));
         EXPECT_EQ(expected.bar, bar) << expected.frames;
         EXPECT_EQ(expected.beat, beat) << expected.frames;
@@ -90,10 +90,10 @@ TEST_F(HostTransportTest, CountsBarsAndBeatsFromOne) {
 
 TEST_F(HostTransportTest, HasNoLoopSelectionTimeCodeOrMetronome) {
     bool isLooping = true;
-    int64_t start = -1;
-    int64_t end = -1;
-    int32_t offset = -1;
-    int32_t isEnabled = -1;
+    std::int64_t start = -1;
+    std::int64_t end = -1;
+    std::int32_t offset = -1;
+    std::int32_t isEnabled = -1;
     AAX_EFrameRate rate{};
     AAX_EFeetFramesRate feetRate{};
     EXPECT_EQ(AAX_SUCCESS, transport->GetCurrentLoopPosition(&isLooping, &start, &end));
@@ -111,8 +111,8 @@ TEST_F(HostTransportTest, HasNoLoopSelectionTimeCodeOrMetronome) {
 }
 
 TEST_F(HostTransportTest, RefusesNullOutputsAndWritesNoOther) {
-    int32_t number = -9;
-    int64_t ticks = -9;
+    std::int32_t number = -9;
+    std::int64_t ticks = -9;
     bool flag = true;
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, transport->GetCurrentTempo(nullptr));
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, transport->GetCurrentMeter(&number, nullptr));

@@ -1,7 +1,7 @@
 // Values that come with a buffer, given on the audio thread.
-#include "AudioThread.h"
-#include "FixtureTest.h"
-#include "InstanceHost.h"
+#include "Host/AudioThread.h"
+#include "Host/InstanceHost.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -16,12 +16,12 @@ namespace {
 
 class InstanceBufferValues : public FixtureTest {
 protected:
-    /// The gain's index in parameters().
-    static size_t gainOf(const Instance& instance) {
-        return static_cast<size_t>(instance.parameter("Gain")->index);
+    // The gain's index in parameters().
+    static std::size_t gainOf(const Instance& instance) {
+        return static_cast<std::size_t>(instance.parameter("Gain")->index);
     }
 
-    /// What the instance makes of a sample of 1.
+    // What the instance makes of a sample of 1.
     static float processOne(Instance& instance) {
         const float input[] = {1.0F};
         float output[] = {0.0F, 0.0F};
@@ -64,7 +64,7 @@ TEST_F(InstanceBufferValues, ExcuseNoOtherCallOnTheAudioThread) {
 
 TEST_F(InstanceBufferValues, AreLimited) {
     const auto instance = makeInstance();
-    const size_t gain = gainOf(*instance);
+    const std::size_t gain = gainOf(*instance);
     const double infinity = std::numeric_limits<double>::infinity();
     for (const auto& [given, expected] :
          {std::pair{1.5, 1.0}, {-0.5, 0.0}, {infinity, 1.0}, {-infinity, 0.0}}) {
@@ -78,9 +78,9 @@ TEST_F(InstanceBufferValues, AreLimited) {
 TEST_F(InstanceBufferValues, AreLeftOutWhereTheyAreNone) {
     const auto instance = makeInstance();
     instance->setNormalized("Gain", 0.75);
-    const size_t gain = gainOf(*instance);
+    const std::size_t gain = gainOf(*instance);
     const BufferValue values[] = {
-        {gain, std::nan("")}, {1000, 0.5}, {std::numeric_limits<size_t>::max(), 0.5}};
+        {gain, std::nan("")}, {1000, 0.5}, {std::numeric_limits<std::size_t>::max(), 0.5}};
     EXPECT_TRUE(instance->setBeforeBuffer(values));
     EXPECT_EQ(instance->normalized("Gain"), 0.75);
     EXPECT_THAT(takeViolations(), IsEmpty());

@@ -1,16 +1,16 @@
-#include "Instance.h"
+#include "Host/Instance.h"
 
-#include "FixtureAlgorithm.h"
-#include "FixtureTest.h"
-#include "RealTimeGuard.h"
+#include "Tests/Host/FixtureAlgorithm.h"
+#include "Tests/Host/FixtureTest.h"
+#include "Tests/Support/RealTimeGuard.h"
 
 namespace varno {
 namespace {
 
 class InstanceRealTimeTest : public FixtureTest {
 protected:
-    test::RealTimeReport process(Instance& instance, int32_t frames) {
-        std::vector<float> buffer(static_cast<size_t>(frames), 0.5F);
+    test::RealTimeReport process(Instance& instance, std::int32_t frames) {
+        std::vector<float> buffer(static_cast<std::size_t>(frames), 0.5F);
         const float* inputs[] = {buffer.data(), buffer.data()};
         float* outputs[] = {buffer.data(), buffer.data()};
         test::RealTimeScope scope;
@@ -23,7 +23,7 @@ TEST_F(InstanceRealTimeTest, ProcessNeitherLocksNorAllocates) {
     const auto instance = makeInstance({.maximumFrames = 64});
     // The very first buffer, then one per size with a value just set.
     EXPECT_EQ("", test::textOf(process(*instance, 64)));
-    for (const int32_t frames : {0, 1, 32, 64, 500}) {
+    for (const std::int32_t frames : {0, 1, 32, 64, 500}) {
         instance->setNormalized("Gain", frames / 500.0);
         EXPECT_EQ("", test::textOf(process(*instance, frames)));
     }

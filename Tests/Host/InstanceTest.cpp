@@ -1,11 +1,11 @@
-#include "Instance.h"
+#include "Host/Instance.h"
 
-#include "FixtureAlgorithm.h"
-#include "FixtureFaults.h"
-#include "FixtureParameters.h"
-#include "FixtureTest.h"
-#include "InstanceHost.h"
-#include "PageTable.h"
+#include "Host/InstanceHost.h"
+#include "Host/PageTable.h"
+#include "Tests/Host/FixtureAlgorithm.h"
+#include "Tests/Host/FixtureFaults.h"
+#include "Tests/Host/FixtureParameters.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <cmath>
 #include <cstring>
@@ -20,9 +20,9 @@ using testing::HasSubstr;
 
 class InstanceTest : public FixtureTest {
 protected:
-    /// Processes one stereo buffer of ones and hands back the left output.
-    static std::vector<float> processOnes(Instance& instance, int32_t frames) {
-        const std::vector<float> ones(static_cast<size_t>(frames), 1.0F);
+    // Processes one stereo buffer of ones and hands back the left output.
+    static std::vector<float> processOnes(Instance& instance, std::int32_t frames) {
+        const std::vector<float> ones(static_cast<std::size_t>(frames), 1.0F);
         std::vector<float> left(ones.size(), -9.0F);
         std::vector<float> right(ones.size(), -9.0F);
         const float* inputs[] = {ones.data(), ones.data()};
@@ -166,16 +166,16 @@ TEST_F(InstanceTest, TurnsTextIntoValuesAndBack) {
 
 TEST_F(InstanceTest, SplitsBuffersAboveTheLargest) {
     const auto instance = makeInstance({.maximumFrames = 64});
-    const int32_t before = fixture::lastSight().calls;
+    const std::int32_t before = fixture::lastSight().calls;
     std::vector<float> ramp(150);
-    for (size_t i = 0; i < ramp.size(); ++i) {
+    for (std::size_t i = 0; i < ramp.size(); ++i) {
         ramp[i] = static_cast<float>(i);
     }
     std::vector<float> out(150, -9.0F);
     const float* inputs[] = {ramp.data(), ramp.data()};
     float* outputs[] = {out.data(), out.data()};
     instance->process(inputs, outputs, 150);
-    for (size_t i = 0; i < out.size(); ++i) {
+    for (std::size_t i = 0; i < out.size(); ++i) {
         ASSERT_EQ(0.5F * ramp[i], out[i]) << i;
     }
     EXPECT_EQ(3, fixture::lastSight().calls - before);
@@ -187,7 +187,7 @@ TEST_F(InstanceTest, SplitsBuffersAboveTheLargest) {
 
 TEST_F(InstanceTest, ABufferOfNoFramesReachesTheRoutineAndChangesNothing) {
     const auto instance = makeInstance();
-    const int32_t before = fixture::lastSight().calls;
+    const std::int32_t before = fixture::lastSight().calls;
     processOnes(*instance, 0);
     EXPECT_EQ(1, fixture::lastSight().calls - before);
     EXPECT_EQ(0, instance->position());

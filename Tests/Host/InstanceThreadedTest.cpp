@@ -1,6 +1,6 @@
-#include "Instance.h"
+#include "Host/Instance.h"
 
-#include "FixtureTest.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <atomic>
 #include <cmath>
@@ -9,12 +9,12 @@
 namespace varno {
 namespace {
 
-constexpr int32_t kFrames = 32;
+constexpr std::int32_t kFrames = 32;
 constexpr int kBlocks = 20000;
 
 class InstanceThreadedTest : public FixtureTest {
 protected:
-    /// Processes blocks of ones and counts outputs that no gain between 0 and 1 makes.
+    // Processes blocks of ones and counts outputs that no gain between 0 and 1 makes.
     static int processBlocks(Instance& instance, int blocks) {
         int wrong = 0;
         const std::vector<float> ones(kFrames, 1.0F);
@@ -65,7 +65,7 @@ TEST_F(InstanceThreadedTest, AudioRunsBesideEverythingElse) {
     saver.join();
     poller.join();
     EXPECT_EQ(0, wrong);
-    EXPECT_EQ(int64_t{kBlocks} * kFrames, instance->position());
+    EXPECT_EQ(std::int64_t{kBlocks} * kFrames, instance->position());
 }
 
 TEST_F(InstanceThreadedTest, TheLastValueArrives) {

@@ -1,4 +1,4 @@
-#include "MeterBank.h"
+#include "Host/MeterBank.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -9,13 +9,13 @@ namespace {
 
 constexpr double kRate = 48000.0;
 
-/// Plays a second of silence after a tap of 1.0, in buffers of one size, and tells the value at the end.
-float afterASecond(int32_t frames) {
+// Plays a second of silence after a tap of 1.0, in buffers of one size, and tells the value at the end.
+float afterASecond(std::int32_t frames) {
     MeterBank meters({1}, kRate);
     meters.beforeBuffer();
     meters.taps()[0] = 1.0F;
     meters.afterBuffer(frames);
-    for (int32_t done = 0; done < static_cast<int32_t>(kRate); done += frames) {
+    for (std::int32_t done = 0; done < static_cast<std::int32_t>(kRate); done += frames) {
         meters.beforeBuffer();
         meters.afterBuffer(frames);
     }
@@ -24,7 +24,7 @@ float afterASecond(int32_t frames) {
 
 TEST(MeterBankTest, FallsByTimeWhateverTheBufferSize) {
     const double expected = std::pow(10.0, -kMeterFallDBPerSecond / 20.0);
-    for (const int32_t frames : {1, 32, 480, 1000, 4800}) {
+    for (const std::int32_t frames : {1, 32, 480, 1000, 4800}) {
         EXPECT_NEAR(expected, afterASecond(frames), 2e-3 * expected) << frames;
     }
 }

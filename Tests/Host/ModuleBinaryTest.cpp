@@ -1,7 +1,7 @@
-#include "ModuleBinary.h"
+#include "Host/ModuleBinary.h"
 
-#include "FixtureTest.h"
-#include "PageTable.h"
+#include "Host/PageTable.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +15,7 @@ using testing::StartsWith;
 const fs::path kFixtureBundle = fs::path(VARNO_FIXTURE_BUNDLES) / "Fixture.aaxplugin";
 const fs::path kIncompleteBundle = fs::path(VARNO_FIXTURE_BUNDLES) / "Incomplete.aaxplugin";
 
-/// The path of a bundle's binary below the bundle, as found in a sound one.
+// The path of a bundle's binary below the bundle, as found in a sound one.
 fs::path binaryBelow(const std::string& name) {
     for (const auto& entry : fs::recursive_directory_iterator(kFixtureBundle)) {
         if (entry.path().filename() == "Fixture.so") {
@@ -31,7 +31,7 @@ std::string openError(const fs::path& bundle) {
 
 TEST(ModuleBinaryTest, OpensABundle) {
     const ModuleBinary binary(kFixtureBundle);
-    uint64_t version = 0;
+    std::uint64_t version = 0;
     EXPECT_EQ(0, binary.entryPoints().getSDKVersion(&version));
     EXPECT_EQ(fixture::kSDKVersion, version);
     EXPECT_EQ(kFixtureBundle / "Contents" / "Resources", binary.resources());
@@ -100,7 +100,7 @@ TEST(ModuleBinaryTest, RefusesWhatIsNoBinary) {
     EXPECT_EQ(prefix + "found no shared library for this machine", openError(bundle));
 }
 
-/// A copy of the fixture's bundle, to be damaged.
+// A copy of the fixture's bundle, to be damaged.
 class DamagedBundle {
 public:
     DamagedBundle() {
@@ -118,7 +118,7 @@ private:
 
 TEST(ModuleBinaryTest, RefusesATruncatedBinary) {
     const DamagedBundle damaged;
-    for (const uintmax_t length : {8192U, 4096U, 1000U, 100U, 64U, 63U}) {
+    for (const std::uintmax_t length : {8192U, 4096U, 1000U, 100U, 64U, 63U}) {
         fs::resize_file(damaged.binary(), length);
         EXPECT_THAT(openError(damaged.bundle()),
                     HasSubstr("found " + std::to_string(length) + " bytes, expected"));

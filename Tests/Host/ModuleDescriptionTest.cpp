@@ -1,6 +1,6 @@
-#include "ModuleDescription.h"
+#include "Host/ModuleDescription.h"
 
-#include "FixtureTest.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +12,7 @@ using testing::IsEmpty;
 
 class ModuleDescriptionTest : public FixtureTest {
 protected:
-    /// The fixture's description, to be damaged.
+    // The fixture's description, to be damaged.
     ModuleDescription description() { return module()->description(); }
 
     static std::vector<std::string> problemsAfter(ModuleDescription description,
@@ -80,7 +80,7 @@ TEST_F(ModuleDescriptionTest, FindsPlugInIdentifiersThatAreMissingOrUsedTwice) {
     EXPECT_THAT(problemsAfter(description(),
                               [](VariantDescription& variant) {
                                   variant.natives[0].properties[AAX_eProperty_PlugInID_Native] =
-                                      static_cast<int32_t>(fixture::kMonoID);
+                                      static_cast<std::int32_t>(fixture::kMonoID);
                               }),
                 ElementsAre("effect org.example.fixture.gain: plug-in identifier FxGm is used twice"));
     EXPECT_THAT(problemsAfter(description(),

@@ -1,10 +1,10 @@
-#include "ModuleHost.h"
+#include "Host/ModuleHost.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostComponentDescriptor.h"
-#include "HostEffectDescriptor.h"
-#include "HostPropertyMap.h"
-#include "TestContext.h"
+#include "Host/HostComponentDescriptor.h"
+#include "Host/HostEffectDescriptor.h"
+#include "Host/HostPropertyMap.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "Module.h"
+#include "Host/Module.h"
 
-#include "FixtureFaults.h"
-#include "FixtureTest.h"
+#include "Tests/Host/FixtureFaults.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 
@@ -38,7 +38,7 @@ TEST_F(ModuleTest, CollectsTheDescription) {
 TEST_F(ModuleTest, EachRegistrationSeesThePropertiesSetBeforeIt) {
     const VariantDescription& stereo = module()->description().effects[0].variants[1];
     EXPECT_EQ(std::nullopt, integerProperty(stereo.natives[0].properties, AAX_eProperty_PlugInID_TI));
-    EXPECT_EQ(static_cast<int32_t>(fixture::kStereoTiID),
+    EXPECT_EQ(static_cast<std::int32_t>(fixture::kStereoTiID),
               integerProperty(stereo.tis[0].properties, AAX_eProperty_PlugInID_TI));
     EXPECT_EQ("Fixture_TI.dll", stereo.tis[0].dllName);
     EXPECT_EQ("Entry", stereo.tis[0].entryName);
@@ -113,7 +113,7 @@ TEST_F(ModuleTest, FindsItsResources) {
 
 TEST_F(ModuleTest, HandsTraceLinesToTheSink) {
     std::vector<std::string> lines;
-    options.traceSink = [&](int32_t priority, const char* message) {
+    options.traceSink = [&](std::int32_t priority, const char* message) {
         lines.push_back(std::to_string(priority) + " " + message);
     };
     monitor().expectTrace("hello");

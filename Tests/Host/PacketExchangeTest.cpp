@@ -1,6 +1,6 @@
-#include "PacketExchange.h"
+#include "Host/PacketExchange.h"
 
-#include "PropertySeed.h"
+#include "Tests/Support/PropertySeed.h"
 
 #include <cstring>
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-VariantDescription variantWithPorts(const std::vector<std::pair<AAX_CFieldIndex, uint32_t>>& ports) {
+VariantDescription variantWithPorts(const std::vector<std::pair<AAX_CFieldIndex, std::uint32_t>>& ports) {
     VariantDescription variant;
     variant.fields.push_back({100, FieldKind::AudioIn, 0, 0, {}});
     for (const auto& [field, size] : ports) {
@@ -22,11 +22,11 @@ VariantDescription variantWithPorts(const std::vector<std::pair<AAX_CFieldIndex,
     return variant;
 }
 
-/// What the audio thread sees in a port of four bytes.
-int32_t seen(const PacketExchange& packets, AAX_CFieldIndex field) {
+// What the audio thread sees in a port of four bytes.
+std::int32_t seen(const PacketExchange& packets, AAX_CFieldIndex field) {
     for (const Port& port : packets.ports()) {
         if (port.field == field) {
-            int32_t value = 0;
+            std::int32_t value = 0;
             std::memcpy(&value, packets.image() + port.offset, sizeof value);
             return value;
         }
@@ -34,7 +34,7 @@ int32_t seen(const PacketExchange& packets, AAX_CFieldIndex field) {
     return -1;
 }
 
-AAX_Result post(PacketExchange& packets, AAX_CFieldIndex field, int32_t value) {
+AAX_Result post(PacketExchange& packets, AAX_CFieldIndex field, std::int32_t value) {
     return packets.post(field, &value, sizeof value);
 }
 
@@ -70,7 +70,7 @@ TEST(PacketExchangeTest, AnEmptySetDeliversNothing) {
 
 TEST(PacketExchangeTest, RefusesWhatIsNoPacketOfAPort) {
     PacketExchange packets(variantWithPorts({{0, 4}}));
-    const int64_t wide = 1;
+    const std::int64_t wide = 1;
     EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, 1, 1));
     EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, 100, 1));
     EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, -1, 1));
@@ -98,19 +98,19 @@ TEST(PacketExchangeTest, WorksWithoutPorts) {
     EXPECT_EQ(AAX_ERROR_INVALID_FIELD_INDEX, post(packets, 0, 1));
 }
 
-/// Any sequence of posts, sets and acquisitions: an acquired image is the whole of what was published last.
+// Any sequence of posts, sets and acquisitions: an acquired image is the whole of what was published last.
 RC_GTEST_PROP(PacketExchangeTest, TheReaderSeesTheLastPublishedValueOfEveryPort, ()) {
-    constexpr int32_t kPorts = 5;
+    constexpr std::int32_t kPorts = 5;
     enum Action { kPost, kBeginSet, kEndSet, kAcquire, kActions };
     PacketExchange packets(variantWithPorts({{0, 4}, {1, 4}, {2, 4}, {3, 4}, {4, 4}}));
-    std::map<int32_t, int32_t> posted;
-    std::map<int32_t, int32_t> published;
+    std::map<std::int32_t, std::int32_t> posted;
+    std::map<std::int32_t, std::int32_t> published;
     bool isSetOpen = false;
     const auto actions = *rc::gen::container<std::vector<int>>(rc::gen::inRange<int>(0, kActions));
     for (const int action : actions) {
         if (action == kPost) {
-            const auto field = *rc::gen::inRange<int32_t>(0, kPorts);
-            const auto value = *rc::gen::arbitrary<int32_t>();
+            const auto field = *rc::gen::inRange<std::int32_t>(0, kPorts);
+            const auto value = *rc::gen::arbitrary<std::int32_t>();
             RC_ASSERT(post(packets, field, value) == AAX_SUCCESS);
             posted[field] = value;
         } else if (action == kBeginSet) {
@@ -121,7 +121,7 @@ RC_GTEST_PROP(PacketExchangeTest, TheReaderSeesTheLastPublishedValueOfEveryPort,
             isSetOpen = false;
         } else {
             packets.acquire();
-            for (int32_t field = 0; field < kPorts; ++field) {
+            for (std::int32_t field = 0; field < kPorts; ++field) {
                 RC_ASSERT(seen(packets, field) == published[field]);
             }
         }

@@ -1,4 +1,4 @@
-#include "PacketExchange.h"
+#include "Host/PacketExchange.h"
 
 #include <atomic>
 #include <cstring>
@@ -8,14 +8,14 @@
 namespace varno {
 namespace {
 
-constexpr int32_t kPorts = 24;
-constexpr int32_t kSets = 20000;
+constexpr std::int32_t kPorts = 24;
+constexpr std::int32_t kSets = 20000;
 
-/// The values of all ports as the audio thread sees them.
-std::vector<int32_t> seen(const PacketExchange& packets) {
-    std::vector<int32_t> values;
+// The values of all ports as the audio thread sees them.
+std::vector<std::int32_t> seen(const PacketExchange& packets) {
+    std::vector<std::int32_t> values;
     for (const Port& port : packets.ports()) {
-        int32_t value = 0;
+        std::int32_t value = 0;
         std::memcpy(&value, packets.image() + port.offset, sizeof value);
         values.push_back(value);
     }
@@ -24,19 +24,19 @@ std::vector<int32_t> seen(const PacketExchange& packets) {
 
 TEST(PacketExchangeThreadedTest, SetsArriveWholeInOrderAndTheLastIsNeverLost) {
     VariantDescription variant;
-    for (int32_t field = 0; field < kPorts; ++field) {
-        variant.fields.push_back({field, FieldKind::DataInPort, sizeof(int32_t), 1, {}});
+    for (std::int32_t field = 0; field < kPorts; ++field) {
+        variant.fields.push_back({field, FieldKind::DataInPort, sizeof(std::int32_t), 1, {}});
     }
     PacketExchange packets(variant);
     std::atomic<bool> isDone{false};
     int torn = 0;
     int backwards = 0;
-    int32_t latest = 0;
+    std::int32_t latest = 0;
 
     std::thread audio([&] {
         const auto look = [&] {
             packets.acquire();
-            const std::vector<int32_t> values = seen(packets);
+            const std::vector<std::int32_t> values = seen(packets);
             torn += values.front() != values.back() || values[kPorts / 2] != values.back() ? 1 : 0;
             backwards += values.front() < latest ? 1 : 0;
             latest = values.front();
@@ -46,9 +46,9 @@ TEST(PacketExchangeThreadedTest, SetsArriveWholeInOrderAndTheLastIsNeverLost) {
         }
         look();
     });
-    for (int32_t set = 1; set <= kSets; ++set) {
+    for (std::int32_t set = 1; set <= kSets; ++set) {
         packets.beginSet();
-        for (int32_t field = 0; field < kPorts; ++field) {
+        for (std::int32_t field = 0; field < kPorts; ++field) {
             packets.post(field, &set, sizeof set);
         }
         packets.endSet();

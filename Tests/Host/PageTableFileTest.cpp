@@ -1,6 +1,6 @@
-#include "PageTableFile.h"
+#include "Host/PageTableFile.h"
 
-#include "FixtureTest.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 
@@ -14,7 +14,7 @@ constexpr AAX_CTypeID kMaker = AAX_FourCC("Make");
 constexpr AAX_CTypeID kProduct = AAX_FourCC("Prod");
 constexpr AAX_CTypeID kMono = AAX_FourCC("Mono");
 
-/// What is wrong with an effect element's contents.
+// What is wrong with an effect element's contents.
 std::string errorOf(const std::string& contents) {
     const TemporaryFolder folder;
     const auto path =

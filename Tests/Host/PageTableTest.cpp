@@ -1,8 +1,8 @@
-#include "PageTable.h"
+#include "Host/PageTable.h"
 
 #include "ACF/ACFPtr.h"
-#include "HostString.h"
-#include "TestContext.h"
+#include "Host/HostString.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
 
@@ -13,20 +13,20 @@ class PageTableTest : public testing::Test {
 protected:
     ACFPtr<PageTable> table = ACFPtr<PageTable>::Adopt(new PageTable(testContext()));
 
-    std::string mapped(int32_t page, int32_t slot) {
+    std::string mapped(std::int32_t page, std::int32_t slot) {
         HostString id("unset");
         EXPECT_EQ(AAX_SUCCESS, table->GetMappedParameterID(page, slot, &id));
         return id.text();
     }
 
-    void setName(const char* id, const char* name, int32_t length) {
+    void setName(const char* id, const char* name, std::int32_t length) {
         const HostString text{std::string(name)};
         EXPECT_EQ(AAX_SUCCESS, table->SetParameterNameVariation(id, &text, length));
     }
 };
 
 TEST_F(PageTableTest, InsertsAndRemovesPages) {
-    int32_t count = -1;
+    std::int32_t count = -1;
     EXPECT_EQ(AAX_SUCCESS, table->InsertPage(0));
     EXPECT_EQ(AAX_SUCCESS, table->MapParameterID("A", 0, 0));
     EXPECT_EQ(AAX_SUCCESS, table->InsertPage(0));
@@ -42,8 +42,8 @@ TEST_F(PageTableTest, InsertsAndRemovesPages) {
 }
 
 TEST_F(PageTableTest, MapsAndFreesSlots) {
-    int32_t count = -1;
-    uint8_t isEmpty = 9;
+    std::int32_t count = -1;
+    std::uint8_t isEmpty = 9;
     table->InsertPage(0);
     EXPECT_EQ(AAX_SUCCESS, table->Empty(&isEmpty));
     EXPECT_EQ(1, isEmpty);
@@ -60,7 +60,7 @@ TEST_F(PageTableTest, MapsAndFreesSlots) {
 }
 
 TEST_F(PageTableTest, RefusesPagesAndSlotsOutOfRange) {
-    int32_t count = -1;
+    std::int32_t count = -1;
     HostString id("unset");
     table->InsertPage(0);
     EXPECT_EQ(AAX_ERROR_INVALID_ARGUMENT, table->InsertPage(2));
@@ -82,8 +82,8 @@ TEST_F(PageTableTest, KeepsNameVariationsByLength) {
     setName("A", "Al", 2);
     setName("A", "Alfa", 5);
     setName("B", "B", 1);
-    int32_t count = 0;
-    int32_t length = 0;
+    std::int32_t count = 0;
+    std::int32_t length = 0;
     HostString text;
     EXPECT_EQ(AAX_SUCCESS, table->GetNumParametersWithNameVariations(&count));
     EXPECT_EQ(2, count);
@@ -106,7 +106,7 @@ TEST_F(PageTableTest, KeepsNameVariationsByLength) {
 
 TEST_F(PageTableTest, RefusesUnknownNameVariations) {
     setName("A", "Al", 2);
-    int32_t number = -1;
+    std::int32_t number = -1;
     HostString text("unset");
     EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_INDEX, table->GetNameVariationParameterIDAtIndex(1, &text));
     EXPECT_EQ(AAX_ERROR_INVALID_PARAMETER_INDEX, table->GetNameVariationParameterIDAtIndex(-1, &text));
@@ -125,7 +125,7 @@ TEST_F(PageTableTest, RefusesUnknownNameVariations) {
 TEST_F(PageTableTest, RefusesNull) {
     const HostString text;
     HostString out;
-    int32_t number = 0;
+    std::int32_t number = 0;
     table->InsertPage(0);
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, table->Empty(nullptr));
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, table->GetNumPages(nullptr));

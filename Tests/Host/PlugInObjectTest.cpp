@@ -1,8 +1,8 @@
-#include "PlugInObject.h"
+#include "Host/PlugInObject.h"
 
 #include "AAX_IACFEffectParameters.h"
-#include "FixtureParameters.h"
-#include "FixtureTest.h"
+#include "Tests/Host/FixtureParameters.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 

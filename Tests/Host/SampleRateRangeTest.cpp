@@ -1,4 +1,4 @@
-#include "SampleRateRange.h"
+#include "Host/SampleRateRange.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

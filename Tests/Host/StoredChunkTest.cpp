@@ -1,6 +1,6 @@
-#include "StoredChunk.h"
+#include "Host/StoredChunk.h"
 
-#include "FixtureTest.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@ namespace {
 constexpr ChunkIdentity kIdentity = {AAX_FourCC("Make"), AAX_FourCC("Prod"), AAX_FourCC("Mono"),
                                      AAX_FourCC("chnk")};
 
-std::vector<std::byte> validBytes(size_t dataSize = 8) {
-    StoredChunk chunk(static_cast<uint32_t>(dataSize), kIdentity);
+std::vector<std::byte> validBytes(std::size_t dataSize = 8) {
+    StoredChunk chunk(static_cast<std::uint32_t>(dataSize), kIdentity);
     std::fill_n(reinterpret_cast<std::byte*>(chunk.record()) + 56, 4, std::byte{1});
     return chunk.toBytes();
 }
@@ -25,7 +25,8 @@ EffectDescription effectWith(AAX_CTypeID plugInID) {
     EffectDescription effect;
     effect.variants.resize(1);
     effect.variants[0].natives.resize(1);
-    effect.variants[0].natives[0].properties[AAX_eProperty_PlugInID_Native] = static_cast<int32_t>(plugInID);
+    effect.variants[0].natives[0].properties[AAX_eProperty_PlugInID_Native] =
+        static_cast<std::int32_t>(plugInID);
     return effect;
 }
 
@@ -44,7 +45,7 @@ TEST(StoredChunkTest, IsAHeaderOf56BytesAndItsData) {
 
 TEST(StoredChunkTest, RefusesEveryTruncation) {
     const std::vector<std::byte> bytes = validBytes(12);
-    for (size_t length = 0; length < bytes.size(); ++length) {
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
         EXPECT_NE("", readError({bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length)}))
             << length;
     }
@@ -62,7 +63,7 @@ TEST(StoredChunkTest, SaysWhatItFoundAndWhatItExpected) {
 }
 
 TEST(StoredChunkTest, RefusesEveryFalseSize) {
-    for (const int32_t size : {0, 1, 7, 9, -1, 0x7FFFFFFF}) {
+    for (const std::int32_t size : {0, 1, 7, 9, -1, 0x7FFFFFFF}) {
         std::vector<std::byte> bytes = validBytes(8);
         std::copy_n(reinterpret_cast<const std::byte*>(&size), sizeof size, bytes.begin());
         EXPECT_NE("", readError(bytes)) << size;

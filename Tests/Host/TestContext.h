@@ -1,8 +1,8 @@
 /// Host objects without a module.
-#ifndef TESTCONTEXT_H
-#define TESTCONTEXT_H
+#ifndef VARNO_TESTS_HOST_TESTCONTEXT_H
+#define VARNO_TESTS_HOST_TESTCONTEXT_H
 
-#include "HostContext.h"
+#include "Host/HostContext.h"
 
 #include <memory>
 

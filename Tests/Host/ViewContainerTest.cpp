@@ -1,7 +1,7 @@
-#include "ViewContainer.h"
+#include "Host/ViewContainer.h"
 
 #include "ACF/ACFPtr.h"
-#include "TestContext.h"
+#include "Tests/Host/TestContext.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ TEST_F(ViewContainerTest, StartsWithoutView) {
 TEST_F(ViewContainerTest, TellsWhatItWasGiven) {
     container->setView(5, this);
     container->setModifiers(AAX_eModifiers_Control | AAX_eModifiers_Shift);
-    uint32_t modifiers = 0;
+    std::uint32_t modifiers = 0;
     EXPECT_EQ(5, container->GetType());
     EXPECT_EQ(this, container->GetPtr());
     EXPECT_EQ(AAX_SUCCESS, container->GetModifiers(&modifiers));

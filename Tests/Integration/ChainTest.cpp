@@ -1,7 +1,7 @@
 // From a parameter's value to the sound: data model, packets, context and routine as one.
-#include "HostedEffect.h"
-#include "SignalSources.h"
-#include "TestScale.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/TestScale.h"
 
 using namespace varno;
 using namespace varno::test;
@@ -10,8 +10,8 @@ namespace {
 
 class Chain : public HostedEffect {
 protected:
-    /// What the literal evaluation makes of a signal.
-    static Signal literally(const AlgParameters& parameters, size_t channels, double sampleRateHz,
+    // What the literal evaluation makes of a signal.
+    static Signal literally(const AlgParameters& parameters, std::size_t channels, double sampleRateHz,
                             const Signal& input) {
         AlgInstance instance(channels, sampleRateHz);
         instance.set(parameters);
@@ -20,18 +20,18 @@ protected:
 };
 
 TEST_F(Chain, soundsAsTheLiteralEvaluationOfItsParameters) {
-    constexpr uint32_t kSeed = 20260102;
+    constexpr std::uint32_t kSeed = 20260102;
     std::mt19937 random(kSeed);
     for (int i = 0; i < 30 * testScale(); ++i) {
-        for (const size_t channels : {size_t{1}, size_t{2}}) {
+        for (const std::size_t channels : {std::size_t{1}, std::size_t{2}}) {
             const double sampleRateHz = kSampleRates[random() % std::size(kSampleRates)];
             const AlgParameters parameters = randomParameters(random);
             SCOPED_TRACE("seed " + std::to_string(kSeed) + ", case " + std::to_string(i) + ", " +
                          std::to_string(channels) + " channels at " + std::to_string(sampleRateHz) +
                          " Hz: " + textOf(parameters));
-            const auto instance = makeInstance(module(), static_cast<int32_t>(channels), sampleRateHz);
+            const auto instance = makeInstance(module(), static_cast<std::int32_t>(channels), sampleRateHz);
             automate(*instance, automationOf(parameters));
-            const Signal input = swell(channels, 1500, static_cast<uint32_t>(i), 12.0);
+            const Signal input = swell(channels, 1500, static_cast<std::uint32_t>(i), 12.0);
             ASSERT_EQ(firstDifference(literally(parameters, channels, sampleRateHz, input),
                                       render(*instance, input)),
                       "");
@@ -72,7 +72,7 @@ TEST_F(Chain, followsEachKnobFromTheNextBufferOn) {
         // A link of the channels is heard where they differ, the release knobs after the reduction has
         // fallen.
         Signal loudThenSoft = input;
-        for (size_t frame = 500; frame < 1000; ++frame) {
+        for (std::size_t frame = 500; frame < 1000; ++frame) {
             loudThenSoft[0][frame] *= 0.01F;
             loudThenSoft[1][frame] *= 0.02F;
         }
@@ -108,7 +108,7 @@ TEST_F(Chain, raisesEveryMeter) {
     instance->setNormalized("Gain", 1.0);
     render(*instance, noise(2, 4000, 6, 0.0));
     ASSERT_EQ(instance->meters().ids().size(), 4U);
-    for (size_t tap = 0; tap < 4; ++tap) {
+    for (std::size_t tap = 0; tap < 4; ++tap) {
         EXPECT_GT(instance->meters().value(tap), 0.0F) << tap;
     }
 }

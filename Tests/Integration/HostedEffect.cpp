@@ -1,8 +1,8 @@
-#include "HostedEffect.h"
+#include "Tests/Integration/HostedEffect.h"
 
 namespace varno::test {
 
-std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, int32_t channels,
+std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, std::int32_t channels,
                                        double sampleRateHz) {
     InstanceSetup setup;
     setup.channels = channels;
@@ -52,7 +52,7 @@ ParameterValues automationOf(const AlgParameters& p) {
 }
 
 BufferProcessor processorOf(Instance& instance) {
-    return [&instance](const float* const* inputs, float* const* outputs, int32_t frames) {
+    return [&instance](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         instance.process(inputs, outputs, frames);
     };
 }

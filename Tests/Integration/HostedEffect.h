@@ -1,13 +1,13 @@
 /// The effect under the host, with every contract watched.
-#ifndef VARNO_TEST_HOSTEDEFFECT_H
-#define VARNO_TEST_HOSTEDEFFECT_H
+#ifndef VARNO_TESTS_INTEGRATION_HOSTEDEFFECT_H
+#define VARNO_TESTS_INTEGRATION_HOSTEDEFFECT_H
 
-#include "AlgFixture.h"
-#include "HostFixture.h"
-#include "Instance.h"
-#include "LinkedEntryPoints.h"
-#include "Module.h"
-#include "RenderChecker.h"
+#include "Host/Instance.h"
+#include "Host/LinkedEntryPoints.h"
+#include "Host/Module.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/HostFixture.h"
+#include "Tests/Support/RenderChecker.h"
 
 #include <map>
 #include <memory>
@@ -21,7 +21,7 @@ namespace varno::test {
 using ParameterValues = std::map<std::string, double>;
 
 /// An instance with buffers of up to 256 frames.
-std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, int32_t channels = 2,
+std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, std::int32_t channels = 2,
                                        double sampleRateHz = 48000.0);
 
 /// Gives all values by automation.

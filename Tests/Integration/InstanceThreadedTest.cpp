@@ -1,6 +1,6 @@
 // The audio thread and the main thread of a host at work on the same instances.
-#include "HostedEffect.h"
-#include "SignalSources.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <atomic>
 #include <cmath>
@@ -13,7 +13,7 @@ namespace {
 
 class InstanceThreads : public HostedEffect {
 protected:
-    /// Processes buffers on a thread of its own until told to stop.
+    // Processes buffers on a thread of its own until told to stop.
     class AudioRunner {
     public:
         explicit AudioRunner(Instance& instance)
@@ -23,9 +23,9 @@ protected:
         AudioRunner& operator=(const AudioRunner&) = delete;
         ~AudioRunner() { stop(); }
 
-        /// Waits until a further buffer has been processed.
+        // Waits until a further buffer has been processed.
         void awaitBuffer() const {
-            const int64_t before = mInstance.position();
+            const std::int64_t before = mInstance.position();
             while (mInstance.position() == before) {
                 std::this_thread::yield();
             }
@@ -40,10 +40,10 @@ protected:
 
     private:
         void run() {
-            const auto channels = static_cast<size_t>(mInstance.setup().channels);
+            const auto channels = static_cast<std::size_t>(mInstance.setup().channels);
             const Signal input = swell(channels, 4096, 1, 6.0);
             Signal output = input;
-            for (size_t start = 0; !mIsOver; start = (start + 128) % 4096) {
+            for (std::size_t start = 0; !mIsOver; start = (start + 128) % 4096) {
                 const float* inputs[2] = {input[0].data() + start, input[channels - 1].data() + start};
                 float* outputs[2] = {output[0].data() + start, output[channels - 1].data() + start};
                 mInstance.process(inputs, outputs, 128);
@@ -75,7 +75,7 @@ TEST_F(InstanceThreads, parametersStateAndMetersWhileAudioRuns) {
             instance->restore(saved);
             EXPECT_TRUE(instance->equals(saved));
         }
-        for (size_t tap = 0; tap < instance->meters().ids().size(); ++tap) {
+        for (std::size_t tap = 0; tap < instance->meters().ids().size(); ++tap) {
             EXPECT_TRUE(std::isfinite(instance->meters().value(tap)));
             instance->meters().clearPeak(tap);
         }
@@ -110,7 +110,7 @@ TEST_F(InstanceThreads, instancesComeAndGoWhileOthersRun) {
     for (int i = 0; i < 20; ++i) {
         const auto other = makeInstance(module(), 1 + i % 2);
         other->restore(first->save());
-        render(*other, noise(static_cast<size_t>(other->setup().channels), 300, 1, 0.0));
+        render(*other, noise(static_cast<std::size_t>(other->setup().channels), 300, 1, 0.0));
     }
     EXPECT_TRUE(firstAudio.stop());
     EXPECT_TRUE(secondAudio.stop());

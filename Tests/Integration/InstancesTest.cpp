@@ -1,6 +1,6 @@
 // Many instances of the effect, and their life.
-#include "HostedEffect.h"
-#include "SignalSources.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <algorithm>
 
@@ -11,8 +11,8 @@ namespace {
 
 class Instances : public HostedEffect {};
 
-/// Processes one block of each channel in place.
-void processBlock(Instance& instance, Signal& signal, size_t start, int32_t frames) {
+// Processes one block of each channel in place.
+void processBlock(Instance& instance, Signal& signal, std::size_t start, std::int32_t frames) {
     std::vector<float*> channels;
     for (std::vector<float>& channel : signal) {
         channels.push_back(channel.data() + start);
@@ -21,31 +21,31 @@ void processBlock(Instance& instance, Signal& signal, size_t start, int32_t fram
 }
 
 TEST_F(Instances, doNotHearEachOther) {
-    constexpr size_t kInstances = 64;
-    constexpr size_t kFrames = 1024;
-    constexpr int32_t kBlock = 128;
+    constexpr std::size_t kInstances = 64;
+    constexpr std::size_t kFrames = 1024;
+    constexpr std::int32_t kBlock = 128;
     std::mt19937 random(20260104);
     std::vector<std::unique_ptr<Instance>> instances;
     std::vector<Signal> signals;
     std::vector<Signal> alone;
-    for (size_t i = 0; i < kInstances; ++i) {
-        const size_t channels = 1 + i % 2;
+    for (std::size_t i = 0; i < kInstances; ++i) {
+        const std::size_t channels = 1 + i % 2;
         const ParameterValues values = randomValues(random);
-        signals.push_back(swell(channels, kFrames, static_cast<uint32_t>(i), 6.0));
+        signals.push_back(swell(channels, kFrames, static_cast<std::uint32_t>(i), 6.0));
         for (int copy = 0; copy < 2; ++copy) {
-            instances.push_back(makeInstance(module(), static_cast<int32_t>(channels)));
+            instances.push_back(makeInstance(module(), static_cast<std::int32_t>(channels)));
             automate(*instances.back(), values);
         }
         alone.push_back(render(*instances.back(), signals.back()));
         instances.pop_back();
     }
-    EXPECT_GE(module()->liveObjects(), static_cast<int32_t>(kInstances));
-    for (size_t start = 0; start < kFrames; start += kBlock) {
-        for (size_t i = 0; i < kInstances; ++i) {
+    EXPECT_GE(module()->liveObjects(), static_cast<std::int32_t>(kInstances));
+    for (std::size_t start = 0; start < kFrames; start += kBlock) {
+        for (std::size_t i = 0; i < kInstances; ++i) {
             processBlock(*instances[i], signals[i], start, kBlock);
         }
     }
-    for (size_t i = 0; i < kInstances; ++i) {
+    for (std::size_t i = 0; i < kInstances; ++i) {
         ASSERT_EQ(firstDifference(alone[i], signals[i]), "") << "instance " << i;
     }
 }
@@ -78,7 +78,7 @@ TEST_F(Instances, runAtEveryOfferedSampleRateAndNoOther) {
 }
 
 TEST_F(Instances, needAVariantOfTheirChannels) {
-    for (const int32_t channels : {0, 3, 6}) {
+    for (const std::int32_t channels : {0, 3, 6}) {
         EXPECT_THROW(makeInstance(module(), channels), HostError) << channels;
     }
 }

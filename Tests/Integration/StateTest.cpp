@@ -1,8 +1,8 @@
 // Saved settings, as a chunk and as text, whole and damaged.
 #include "DemoGain_PresetText.h"
-#include "HostedEffect.h"
-#include "SignalSources.h"
-#include "TestScale.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/TestScale.h"
 
 #include <cmath>
 #include <cstring>
@@ -13,14 +13,14 @@ using namespace varno::test;
 
 namespace {
 
-/// The chunk identifier of the effect's settings.
+// The chunk identifier of the effect's settings.
 constexpr AAX_CTypeID kChunkID = AAX_FourCC("elck");
-constexpr size_t kDataBytes = 220;
+constexpr std::size_t kDataBytes = 220;
 
 class State : public HostedEffect {
 protected:
-    /// Hands a record of which the module may read no more than `bytes` (on the heap, for the sanitizer) to
-    /// the data model, and answers what that asks for.
+    // Hands a record of which the module may read no more than `bytes` (on the heap, for the sanitizer) to
+    // the data model, and answers what that asks for.
     static void setChunk(Instance& instance, const std::vector<std::byte>& bytes) {
         const std::unique_ptr<std::byte[]> copy(new std::byte[bytes.size()]);
         std::copy(bytes.begin(), bytes.end(), copy.get());
@@ -76,7 +76,7 @@ TEST_F(State, isWrittenInItsFormat) {
     ASSERT_EQ(bytes.size(), kAAX_PlugInChunkHeaderSize + kDataBytes);
     AAX_SPlugInChunk header{};
     std::memcpy(&header, bytes.data(), kAAX_PlugInChunkHeaderSize);
-    EXPECT_EQ(header.fSize, static_cast<int32_t>(kDataBytes));
+    EXPECT_EQ(header.fSize, static_cast<std::int32_t>(kDataBytes));
     EXPECT_EQ(header.fVersion, -1);
     EXPECT_STREQ(header.fName, "Complete Controls State");
     const unsigned char beginning[] = {1, 1, 1,    1,    'd', '_', 'G', 'a', 'i', 'n',
@@ -87,13 +87,13 @@ TEST_F(State, isWrittenInItsFormat) {
 TEST_F(State, isTakenAsFarAsATruncatedChunkGoes) {
     automate(*instance, randomValues(random));
     const std::vector<std::byte> whole = instance->save().toBytes();
-    for (size_t size = 0; size <= kDataBytes; ++size) {
+    for (std::size_t size = 0; size <= kDataBytes; ++size) {
         SCOPED_TRACE(size);
         const auto other = makeInstance(module());
         const ParameterValues before = valuesOf(*other);
-        std::vector<std::byte> cut(whole.begin(),
-                                   whole.begin() + static_cast<ptrdiff_t>(kAAX_PlugInChunkHeaderSize + size));
-        const auto told = static_cast<int32_t>(size);
+        std::vector<std::byte> cut(
+            whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(kAAX_PlugInChunkHeaderSize + size));
+        const auto told = static_cast<std::int32_t>(size);
         std::memcpy(cut.data(), &told, sizeof told);
         setChunk(*other, cut);
         for (const auto& [id, value] : valuesOf(*other)) {
@@ -105,7 +105,7 @@ TEST_F(State, isTakenAsFarAsATruncatedChunkGoes) {
 TEST_F(State, staysWithinRangeWhateverBitOfAChunkIsWrong) {
     automate(*instance, randomValues(random));
     const std::vector<std::byte> whole = instance->save().toBytes();
-    for (size_t bit = 0; bit < kDataBytes * 8; ++bit) {
+    for (std::size_t bit = 0; bit < kDataBytes * 8; ++bit) {
         SCOPED_TRACE(bit);
         std::vector<std::byte> flipped = whole;
         flipped[kAAX_PlugInChunkHeaderSize + bit / 8] ^= static_cast<std::byte>(1U << bit % 8);
@@ -116,7 +116,7 @@ TEST_F(State, staysWithinRangeWhateverBitOfAChunkIsWrong) {
     EXPECT_TRUE(instance->equals(StoredChunk::fromBytes(whole)));
     std::vector<std::byte> garbage = whole;
     for (int i = 0; i < 500 * testScale(); ++i) {
-        const size_t at = kAAX_PlugInChunkHeaderSize + random() % kDataBytes;
+        const std::size_t at = kAAX_PlugInChunkHeaderSize + random() % kDataBytes;
         garbage[at] = static_cast<std::byte>(random());
         setChunk(*instance, garbage);
         expectWithinRange(*instance);
@@ -126,7 +126,7 @@ TEST_F(State, staysWithinRangeWhateverBitOfAChunkIsWrong) {
 TEST_F(State, isNeverNotANumber) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     std::vector<std::byte> chunk = instance->save().toBytes();
-    for (size_t at = kAAX_PlugInChunkHeaderSize + 12; at + 8 <= chunk.size(); at += 4) {
+    for (std::size_t at = kAAX_PlugInChunkHeaderSize + 12; at + 8 <= chunk.size(); at += 4) {
         // The words of the values and, here and there, of the names; a quiet NaN begins with 7F F8 or FF F8.
         std::vector<std::byte> damaged = chunk;
         damaged[at] = std::byte{0x7F};

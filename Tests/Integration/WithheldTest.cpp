@@ -1,6 +1,6 @@
 // Hosts that lack an interface.
-#include "HostedEffect.h"
-#include "SignalSources.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SignalSources.h"
 
 using namespace varno;
 using namespace varno::test;
@@ -11,7 +11,7 @@ class Withheld : public HostedEffect {
 protected:
     void withhold(std::vector<acfIID> interfaces) { options.withheld = std::move(interfaces); }
 
-    /// Takes note of the violations, which must be there and all be of one kind.
+    // Takes note of the violations, which must be there and all be of one kind.
     void expectOnly(const std::string& beginning) {
         const std::vector<std::string> violations = takeViolations();
         EXPECT_FALSE(violations.empty());
@@ -20,9 +20,9 @@ protected:
         }
     }
 
-    /// Whatever of the module's life the host can go through.
+    // Whatever of the module's life the host can go through.
     void live() {
-        for (const int32_t channels : {1, 2}) {
+        for (const std::int32_t channels : {1, 2}) {
             const auto instance = makeInstance(module(), channels);
             instance->setNormalized("Gain", 0.75);
             instance->requestNormalized("Mix", 0.5);
@@ -30,7 +30,7 @@ protected:
             const StoredChunk chunk = instance->save();
             instance->restore(chunk);
             instance->timer();
-            render(*instance, noise(static_cast<size_t>(channels), 600, 1, 0.0));
+            render(*instance, noise(static_cast<std::size_t>(channels), 600, 1, 0.0));
         }
     }
 };
@@ -107,7 +107,7 @@ TEST_F(Withheld, withoutPropertyMapsNoRoutineIsKnown) {
     }
 }
 
-/// An interface without which the module cannot describe itself, and the code that it answers.
+// An interface without which the module cannot describe itself, and the code that it answers.
 struct Needed {
     const char* name;
     acfIID interface;

@@ -10,7 +10,7 @@ namespace {
 
 using Display = AAX_CBinaryDisplayDelegate<bool>;
 
-std::string textOf(const AAX_IDisplayDelegate<bool>& display, bool value, int32_t maxChars) {
+std::string textOf(const AAX_IDisplayDelegate<bool>& display, bool value, std::int32_t maxChars) {
     AAX_CString text("earlier text");
     EXPECT_TRUE(display.ValueToString(value, maxChars, &text));
     return text.Get();
@@ -34,7 +34,7 @@ TEST(BinaryDisplay, ShowsOneTextForEachState) {
 
 TEST(BinaryDisplay, ShowsTheFullTextWhereNothingShorterIsKnown) {
     const Display display("bypass", "on");
-    for (const int32_t maxChars : {-1, 0, 2, 6, 100}) {
+    for (const std::int32_t maxChars : {-1, 0, 2, 6, 100}) {
         EXPECT_EQ(textOf(display, false, maxChars), "bypass");
         EXPECT_EQ(textOf(display, true, maxChars), "on");
     }

@@ -1,6 +1,6 @@
 #include "AAX_CLinearTaperDelegate.h"
-#include "PropertySeed.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -105,11 +105,12 @@ TEST(TaperDelegate, DeclaresItsOperationsInOrder) {
     EXPECT_EQ(slotOf(&Interface::RealToNormalized), kDestructorSlots + 5);
 }
 
-RC_GTEST_PROP(LinearTaperProperty, AnswersInRangeForAnyBits, (float minimum, float maximum, uint64_t bits)) {
+RC_GTEST_PROP(LinearTaperProperty, AnswersInRangeForAnyBits,
+              (float minimum, float maximum, std::uint64_t bits)) {
     RC_PRE(std::isfinite(minimum) && std::isfinite(maximum));
     const Taper taper(minimum, maximum);
     const auto normalized = std::bit_cast<double>(bits);
-    const auto real = std::bit_cast<float>(static_cast<uint32_t>(bits));
+    const auto real = std::bit_cast<float>(static_cast<std::uint32_t>(bits));
     for (const float value : {taper.NormalizedToReal(normalized), taper.ConstrainRealValue(real)}) {
         RC_ASSERT(value >= std::min(minimum, maximum));
         RC_ASSERT(value <= std::max(minimum, maximum));

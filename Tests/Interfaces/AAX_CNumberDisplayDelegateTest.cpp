@@ -1,6 +1,6 @@
 #include "AAX_CNumberDisplayDelegate.h"
-#include "PropertySeed.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -20,7 +20,7 @@ std::string textOf(float value) {
     return text.Get();
 }
 
-std::string textOf(float value, int32_t maxChars) {
+std::string textOf(float value, std::int32_t maxChars) {
     AAX_CString text("earlier text");
     EXPECT_TRUE(Display().ValueToString(value, maxChars, &text));
     return text.Get();
@@ -79,7 +79,7 @@ TEST(DisplayDelegate, DeclaresItsOperationsInOrder) {
     EXPECT_EQ(slotOf(&Interface::Clone), kDestructorSlots);
     EXPECT_EQ(slotOf(static_cast<bool (Interface::*)(float, AAX_CString*) const>(&Interface::ValueToString)),
               kDestructorSlots + 1);
-    EXPECT_EQ(slotOf(static_cast<bool (Interface::*)(float, int32_t, AAX_CString*) const>(
+    EXPECT_EQ(slotOf(static_cast<bool (Interface::*)(float, std::int32_t, AAX_CString*) const>(
                   &Interface::ValueToString)),
               kDestructorSlots + 2);
     EXPECT_EQ(slotOf(&Interface::StringToValue), kDestructorSlots + 3);
@@ -94,9 +94,9 @@ RC_GTEST_PROP(NumberDisplayProperty, ReadsBackWhatItShows, ()) {
 }
 
 RC_GTEST_PROP(NumberDisplayProperty, NeverExceedsTheLimit, (float value)) {
-    const int32_t limit = *rc::gen::inRange(-2, 60);
+    const std::int32_t limit = *rc::gen::inRange(-2, 60);
     const std::string text = textOf(value, limit);
-    RC_ASSERT(text.size() <= static_cast<size_t>(std::max(limit, 0)));
+    RC_ASSERT(text.size() <= static_cast<std::size_t>(std::max(limit, 0)));
     RC_ASSERT(textOf(value).starts_with(text));
 }
 

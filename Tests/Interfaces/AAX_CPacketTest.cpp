@@ -37,7 +37,7 @@ TEST(Packet, GrowsWithZeroBytes) {
     using Block = std::array<unsigned char, 12>;
     EXPECT_EQ(*packet.GetPtr<Block>(), Block{});
     packet.GetPtr<Block>()->fill(0xFF);
-    *packet.GetPtr<uint16_t>() = 0x0101;
+    *packet.GetPtr<std::uint16_t>() = 0x0101;
     const Block expected = {1, 1};
     EXPECT_EQ(*packet.GetPtr<Block>(), expected);
 }

@@ -1,7 +1,7 @@
 #include "AAX_CParameter.h"
 #include "AAX_VAutomationDelegate.h"
-#include "FakeAutomation.h"
-#include "SampleParameters.h"
+#include "Tests/Support/FakeAutomation.h"
+#include "Tests/Support/SampleParameters.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A parameter whose values the host decides.
+// A parameter whose values the host decides.
 class ParameterAutomation : public testing::Test {
 protected:
     ParameterAutomation() {

@@ -1,7 +1,7 @@
 #include "AAX_CParameter.h"
-#include "FakeHostServices.h"
-#include "PropertySeed.h"
-#include "SampleParameters.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/SampleParameters.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -186,7 +186,7 @@ TEST(ParameterValues, StayWhenTheDefaultIsSet) {
 TEST(ParameterSteps, DivideTheRange) {
     const auto parameter = makeFloatParameter();
     parameter->SetNumberOfSteps(8);
-    for (uint32_t step = 0; step < 8; ++step) {
+    for (std::uint32_t step = 0; step < 8; ++step) {
         EXPECT_EQ(parameter->GetNormalizedValueFromStep(step), step * (1.0 / 7));
         EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(parameter->GetNormalizedValueFromStep(step)),
                   step);
@@ -194,7 +194,7 @@ TEST(ParameterSteps, DivideTheRange) {
         EXPECT_EQ(parameter->GetStepValue(), step);
     }
     EXPECT_EQ(parameter->GetNormalizedValueFromStep(8), 1.0);
-    EXPECT_EQ(parameter->GetNormalizedValueFromStep(std::numeric_limits<uint32_t>::max()), 1.0);
+    EXPECT_EQ(parameter->GetNormalizedValueFromStep(std::numeric_limits<std::uint32_t>::max()), 1.0);
 }
 
 TEST(ParameterSteps, RoundHalvesUpward) {
@@ -211,13 +211,14 @@ TEST(ParameterSteps, RoundHalvesUpward) {
 TEST(ParameterSteps, ComeFromADivisionByTheirWidth) {
     // Values half way between two steps round differently when multiplied by the number of steps.
     const auto parameter = makeFloatParameter();
-    uint32_t differing = 0;
-    for (uint32_t numSteps = 3; numSteps < 400; ++numSteps) {
+    std::uint32_t differing = 0;
+    for (std::uint32_t numSteps = 3; numSteps < 400; ++numSteps) {
         parameter->SetNumberOfSteps(numSteps);
-        for (uint32_t step = 0; step + 1 < numSteps; ++step) {
+        for (std::uint32_t step = 0; step + 1 < numSteps; ++step) {
             const double half = (step + 0.5) / (numSteps - 1);
-            const auto byDivision = static_cast<uint32_t>(std::floor(half / (1.0 / (numSteps - 1)) + 0.5));
-            const auto byMultiplication = static_cast<uint32_t>(std::floor(half * (numSteps - 1) + 0.5));
+            const auto byDivision =
+                static_cast<std::uint32_t>(std::floor(half / (1.0 / (numSteps - 1)) + 0.5));
+            const auto byMultiplication = static_cast<std::uint32_t>(std::floor(half * (numSteps - 1) + 0.5));
             EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(half), byDivision);
             differing += byDivision != byMultiplication ? 1 : 0;
         }
@@ -231,8 +232,8 @@ TEST(ParameterSteps, ClampWhatLiesOutside) {
     EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(-3.0), 0U);
     EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(3.0), 7U);
     EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(std::numeric_limits<double>::infinity()), 7U);
-    parameter->SetNumberOfSteps(std::numeric_limits<uint32_t>::max());
-    EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(1.0), std::numeric_limits<uint32_t>::max() - 1);
+    parameter->SetNumberOfSteps(std::numeric_limits<std::uint32_t>::max());
+    EXPECT_EQ(parameter->GetStepValueFromNormalizedValue(1.0), std::numeric_limits<std::uint32_t>::max() - 1);
 }
 
 TEST(ParameterSteps, DoNothingWhenThereIsOneOnly) {
@@ -296,10 +297,10 @@ TEST(ParameterText, RefusesNullOutputs) {
     EXPECT_FALSE(parameter->GetNormalizedValueFromFloat(0.5F, nullptr));
 }
 
-/// Which of a family of typed operations succeed, by the initials of their types.
+// Which of a family of typed operations succeed, by the initials of their types.
 struct Typed {
     bool asBool = false;
-    int32_t asInt32 = 0;
+    std::int32_t asInt32 = 0;
     float asFloat = 0.0F;
     double asDouble = 0.0;
 
@@ -433,16 +434,16 @@ TEST(ParameterDelegates, OfAnotherTypeAreRefused) {
     EXPECT_STREQ(text.Get(), "0.50");
 }
 
-/// A display that cannot be copied.
+// A display that cannot be copied.
 class UncloneableDisplay : public AAX_IDisplayDelegate<float> {
 public:
     std::unique_ptr<AAX_IDisplayDelegate<float>> Clone() const override { throw std::bad_alloc(); }
     bool ValueToString(float, AAX_CString*) const override { return false; }
-    bool ValueToString(float, int32_t, AAX_CString*) const override { return false; }
+    bool ValueToString(float, std::int32_t, AAX_CString*) const override { return false; }
     bool StringToValue(const AAX_CString&, float*) const override { return false; }
 };
 
-/// A taper that counts its copies that are alive.
+// A taper that counts its copies that are alive.
 class CountedTaper : public AAX_ITaperDelegate<float> {
 public:
     explicit CountedTaper(int& alive)
@@ -499,7 +500,7 @@ TEST(ParameterDelegates, MayHaveNoTextForAValue) {
     EXPECT_STREQ(text.Get(), "before");
 }
 
-RC_GTEST_PROP(ParameterProperty, KeepsAnyFloatOfItsRangeThroughTheHost, (uint32_t bits)) {
+RC_GTEST_PROP(ParameterProperty, KeepsAnyFloatOfItsRangeThroughTheHost, (std::uint32_t bits)) {
     // What the host hands back after reading a value is the value.
     const float real = static_cast<float>(bits) / 4294967296.0F;
     const auto parameter = makeFloatParameter();

@@ -1,6 +1,6 @@
 #include "AAX_CParameterValue.h"
 #include "AAX_CString.h"
-#include "FakeHostServices.h"
+#include "Tests/Support/FakeHostServices.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,10 @@
 namespace varno {
 namespace {
 
-/// Which typed getters of a value succeed, by the initials of their types.
+// Which typed getters of a value succeed, by the initials of their types.
 std::string answering(const AAX_IParameterValue& value) {
     bool asBool = false;
-    int32_t asInt32 = 0;
+    std::int32_t asInt32 = 0;
     float asFloat = 0.0F;
     double asDouble = 0.0;
     AAX_CString asString;
@@ -28,7 +28,7 @@ std::string answering(const AAX_IParameterValue& value) {
 
 TEST(ParameterValue, AnswersForItsOwnTypeOnly) {
     EXPECT_EQ(answering(AAX_CParameterValue<bool>("A", true)), "b");
-    EXPECT_EQ(answering(AAX_CParameterValue<int32_t>("A", 7)), "i");
+    EXPECT_EQ(answering(AAX_CParameterValue<std::int32_t>("A", 7)), "i");
     EXPECT_EQ(answering(AAX_CParameterValue<float>("A", 0.5F)), "f");
     EXPECT_EQ(answering(AAX_CParameterValue<double>("A", 0.5)), "d");
 }

@@ -1,5 +1,5 @@
 #include "AAX_CString.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -15,13 +15,13 @@
 namespace varno {
 namespace {
 
-/// A host's own text, which is read and written through the interface alone.
+// A host's own text, which is read and written through the interface alone.
 class ForeignString : public AAX_IString {
 public:
     explicit ForeignString(std::string text = {})
         : mText(std::move(text)) {}
-    uint32_t Length() const override { return static_cast<uint32_t>(mText.size()); }
-    uint32_t MaxLength() const override { return 255; }
+    std::uint32_t Length() const override { return static_cast<std::uint32_t>(mText.size()); }
+    std::uint32_t MaxLength() const override { return 255; }
     const char* Get() const override { return mText.c_str(); }
     void Set(const char* text) override { mText = text; }
     AAX_IString& operator=(const AAX_IString& other) override {
@@ -37,7 +37,7 @@ private:
     std::string mText;
 };
 
-/// Puts a decimal comma and grouped thousands into the process's locale for as long as it lives.
+// Puts a decimal comma and grouped thousands into the process's locale for as long as it lives.
 class CommaLocale {
 public:
     CommaLocale()
@@ -134,8 +134,8 @@ TEST(AAX_CStringTest, ClearEmpties) {
 
 TEST(AAX_CStringTest, EraseHasItsOwnCount) {
     struct Case {
-        uint32_t pos;
-        uint32_t n;
+        std::uint32_t pos;
+        std::uint32_t n;
         const char* left;
     };
     // 6 characters: with fewer than n left, n less what is left are erased.
@@ -158,7 +158,7 @@ TEST(AAX_CStringTest, EraseBeyondTheEndRaisesAndKeepsTheText) {
 TEST(AAX_CStringTest, AppendNumberIsFixedWithItsDigits) {
     struct Case {
         double number;
-        int32_t precision;
+        std::int32_t precision;
         const char* text;
     };
     for (const Case& c :
@@ -179,7 +179,7 @@ TEST(AAX_CStringTest, AppendNumberHoldsTheLargestDouble) {
 }
 
 TEST(AAX_CStringTest, AppendNumberHasAllDigitsAskedForAndZerosBehindThoseOfTheNumber) {
-    constexpr uint32_t kDecimalsOfTheSmallest = 1074;
+    constexpr std::uint32_t kDecimalsOfTheSmallest = 1074;
     AAX_CString text;
     text.AppendNumber(std::numeric_limits<double>::denorm_min(), 1100);
     const std::string_view decimals = text.Get() + std::strlen("0.");

@@ -1,5 +1,5 @@
 #include "AAX_Exception.h"
-#include "FakeHostServices.h"
+#include "Tests/Support/FakeHostServices.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "AAX_Guarded.h"
 #include "AAX_Exception.h"
-#include "FakeHostServices.h"
+#include "Tests/Support/FakeHostServices.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Line = FakeHostServices::Line;
 
-constexpr int32_t kHighPriority = 0x8000000;
+constexpr std::int32_t kHighPriority = 0x8000000;
 
 TEST(Guarded, AnswersWithTheResultOfItsBody) {
     const ListeningHost host;
@@ -51,7 +51,7 @@ TEST(Guarded, ConvertsWithoutAHostToTell) {
 
 TEST(Guarded, ConvertsWhenTheHostThrowsAtTheTraceLine) {
     class ThrowingServices : public FakeHostServices {
-        AAX_Result Trace(int32_t, const char*) override { throw 5; }
+        AAX_Result Trace(std::int32_t, const char*) override { throw 5; }
     };
     FakeHostWithServices host;
     ThrowingServices throwing;

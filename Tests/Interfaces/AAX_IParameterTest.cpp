@@ -1,5 +1,5 @@
 #include "AAX_IParameter.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +14,9 @@ namespace {
 TEST(ParameterInterface, DeclaresItsOperationsInOrder) {
     using I = AAX_IParameter;
     using ShowValue = bool (I::*)(AAX_CString*) const;
-    using ShowValueIn = bool (I::*)(int32_t, AAX_CString*) const;
+    using ShowValueIn = bool (I::*)(std::int32_t, AAX_CString*) const;
     using ShowNormalized = bool (I::*)(double, AAX_CString&) const;
-    using ShowNormalizedIn = bool (I::*)(double, int32_t, AAX_CString&) const;
+    using ShowNormalizedIn = bool (I::*)(double, std::int32_t, AAX_CString&) const;
     const std::vector<std::ptrdiff_t> slots = {
         slotOf(&I::CloneValue),
         slotOf(&I::Identifier),
@@ -72,7 +72,7 @@ TEST(ParameterInterface, DeclaresItsOperationsInOrder) {
         slotOf(&I::SetDisplayDelegate),
         slotOf(&I::UpdateNormalizedValue),
     };
-    for (size_t i = 0; i < slots.size(); ++i) {
+    for (std::size_t i = 0; i < slots.size(); ++i) {
         EXPECT_EQ(slots[i], kDestructorSlots + static_cast<std::ptrdiff_t>(i));
     }
 }

@@ -1,6 +1,6 @@
 #include "AAX_IdentifierOrder.h"
 
-#include "PropertySeed.h"
+#include "Tests/Support/PropertySeed.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

@@ -9,7 +9,7 @@
 namespace varno {
 namespace {
 
-/// The names from -20001 down.
+// The names from -20001 down.
 constexpr const char* kNames[] = {
     "AAX_ERROR_INVALID_PARAMETER_ID",
     "AAX_ERROR_INVALID_STRING_CONVERSION",

@@ -1,6 +1,6 @@
 /// What GNUstep's pasteboard lacks of that of macOS.
-#ifndef VARNO_TEST_CLEARCONTENTS_H
-#define VARNO_TEST_CLEARCONTENTS_H
+#ifndef VARNO_TESTS_MACOS_CLEARCONTENTS_H
+#define VARNO_TESTS_MACOS_CLEARCONTENTS_H
 
 #import <AppKit/NSPasteboard.h>
 

@@ -1,6 +1,6 @@
-#include "ReferenceRoutine.h"
+#include "Tests/Reference/ReferenceRoutine.h"
 
-#include "ReferenceTables.h"
+#include "Tests/Reference/ReferenceTables.h"
 
 #include <cmath>
 #include <cstddef>
@@ -8,7 +8,7 @@
 namespace varno::reference {
 namespace {
 
-/// One channel's part of the state.
+// One channel's part of the state.
 struct Channel {
     float& grAR;
     float& grSlow;
@@ -39,7 +39,7 @@ Channel channelOf(SDemoGain_Alg_State& s, std::size_t i) {
             s.mClipGain[i]};
 }
 
-/// What is worked out once per buffer.
+// What is worked out once per buffer.
 struct Setup {
     float gIn;
     float gVol;
@@ -84,7 +84,7 @@ Setup setUp(const SDemoGain_Alg_Context& context) {
     return p;
 }
 
-/// Everything from the input sample to the total gain reduction in dB.
+// Everything from the input sample to the total gain reduction in dB.
 float gainReduction(const Setup& p, const SDemoGain_Alg_State& state, Channel ch, float x) {
     const SDemoGain_DetectorSection& hp = state.mHp;
     const float h = (hp.b0 * x + hp.b1 * ch.hp.x1 - hp.a1 * ch.hp.y1) * hp.gain;
@@ -141,7 +141,7 @@ float clipGainTarget(float c) {
     return 1.0F / c;
 }
 
-/// Everything from the delayed input sample to the sum of wet and dry.
+// Everything from the delayed input sample to the sum of wet and dry.
 float wetDrySum(const Setup& p, const SDemoGain_Alg_State& state, Channel ch, float G, float mix) {
     const float xPrev = ch.prevIn;
     const float gLin = gainToFactor(G);
@@ -244,7 +244,7 @@ void processMono(SDemoGain_Alg_Context& context) {
     const float* input = context.mAudioIn[0];
     float* output = context.mAudioOut[0];
 
-    for (int32_t n = 0; n < *context.mBufferSize; ++n) {
+    for (std::int32_t n = 0; n < *context.mBufferSize; ++n) {
         const float x = input[n];
         const float G = gainReduction(p, state, ch, x);
         raise(taps[0], G * -0.03125F);
@@ -266,7 +266,7 @@ void processStereo(SDemoGain_Alg_Context& context) {
     const bool linked = *context.mLinkSw > 0.5F;
     const bool bypassed = *context.mBypass != 0;
 
-    for (int32_t n = 0; n < *context.mBufferSize; ++n) {
+    for (std::int32_t n = 0; n < *context.mBufferSize; ++n) {
         const float xL = context.mAudioIn[0][n];
         const float xR = context.mAudioIn[1][n];
         float gL = gainReduction(p, state, left, xL);

@@ -1,6 +1,6 @@
 /// The signal path written down sample by sample, as it is defined: nothing is clever here.
-#ifndef VARNO_REFERENCEROUTINE_H
-#define VARNO_REFERENCEROUTINE_H
+#ifndef VARNO_TESTS_REFERENCE_REFERENCEROUTINE_H
+#define VARNO_TESTS_REFERENCE_REFERENCEROUTINE_H
 
 #include "DemoGain_Alg.h"
 

@@ -1,4 +1,4 @@
-#include "ReferenceTables.h"
+#include "Tests/Reference/ReferenceTables.h"
 
 #include <cmath>
 #include <cstddef>

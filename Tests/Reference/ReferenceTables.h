@@ -1,6 +1,6 @@
 /// The conversion tables of the literal evaluation, computed at start-up.
-#ifndef VARNO_REFERENCETABLES_H
-#define VARNO_REFERENCETABLES_H
+#ifndef VARNO_TESTS_REFERENCE_REFERENCETABLES_H
+#define VARNO_TESTS_REFERENCE_REFERENCETABLES_H
 
 #include <array>
 

@@ -1,7 +1,7 @@
-#include "PageTable.h"
-#include "HostFixture.h"
-#include "LinkedEntryPoints.h"
-#include "PageTableFile.h"
+#include "Host/PageTable.h"
+#include "Host/LinkedEntryPoints.h"
+#include "Host/PageTableFile.h"
+#include "Tests/Support/HostFixture.h"
 
 #include <gmock/gmock.h>
 #include <set>
@@ -9,7 +9,7 @@
 namespace varno {
 namespace {
 
-/// The effect with its page-table resource.
+// The effect with its page-table resource.
 class PageTableResourceTest : public HostFixture {
 protected:
     PageTableResourceTest()
@@ -37,9 +37,9 @@ protected:
 };
 
 TEST_F(PageTableResourceTest, EveryPageSizeReachesEveryParameterOnce) {
-    for (const int32_t channels : {1, 2}) {
+    for (const std::int32_t channels : {1, 2}) {
         Instance instance(module(), {.channels = channels});
-        for (const int32_t pageSize : {8, 16}) {
+        for (const std::int32_t pageSize : {8, 16}) {
             const auto table = instance.pageTable(kControlSurfaceTable, pageSize);
             ASSERT_TRUE(table) << channels << " channels, " << pageSize << " controls";
             EXPECT_EQ(allParameters(instance), mappedParameters(table->content()));

@@ -1,12 +1,12 @@
 /// A data model in a host that keeps its packets.
-#ifndef VARNO_TEST_DATAMODELFIXTURE_H
-#define VARNO_TEST_DATAMODELFIXTURE_H
+#ifndef VARNO_TESTS_SOURCE_DATAMODELFIXTURE_H
+#define VARNO_TESTS_SOURCE_DATAMODELFIXTURE_H
 
 #include "AAX_CString.h"
 #include "ACF/ACFPtr.h"
 #include "DemoGain_Parameters.h"
-#include "FakeAutomation.h"
-#include "FakeController.h"
+#include "Tests/Support/FakeAutomation.h"
+#include "Tests/Support/FakeController.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Whatever a host feeds the routine, it returns, and what it leaves behind is finite.
-#include "AlgFixture.h"
 #include "DemoGain_State.h"
-#include "SignalSources.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 
@@ -43,34 +43,35 @@ bool isAllFinite(AlgInstance& instance) {
                        [](float tap) { return std::isfinite(tap); });
 }
 
-/// A signal and the same one with every bad sample made silent.
+// A signal and the same one with every bad sample made silent.
 struct Tainted {
     Signal bad;
     Signal silenced;
 };
 
-/// Puts bad samples at random places of the channels whose bits are set in `mask`.
-Tainted tainted(const Signal& clean, unsigned mask, uint32_t seed) {
+// Puts bad samples at random places of the channels whose bits are set in `mask`.
+Tainted tainted(const Signal& clean, unsigned mask, std::uint32_t seed) {
     constexpr int kPlaces = 100;
     std::mt19937 engine(seed);
     Tainted result{clean, clean};
     for (std::size_t channel = 0; channel < clean.size(); ++channel) {
         for (int i = 0; i < kPlaces && (mask >> channel & 1U) != 0; ++i) {
-            const std::size_t frame = static_cast<uint32_t>(engine()) % framesOf(clean);
-            result.bad[channel][frame] = kBadSamples[static_cast<uint32_t>(engine()) % kBadSamples.size()];
+            const std::size_t frame = static_cast<std::uint32_t>(engine()) % framesOf(clean);
+            result.bad[channel][frame] =
+                kBadSamples[static_cast<std::uint32_t>(engine()) % kBadSamples.size()];
             result.silenced[channel][frame] = 0.0F;
         }
     }
     return result;
 }
 
-/// Noise whose samples are all 1e30 in magnitude or 0.
-Signal largestNoise(std::size_t channels, std::size_t frames, uint32_t seed) {
+// Noise whose samples are all 1e30 in magnitude or 0.
+Signal largestNoise(std::size_t channels, std::size_t frames, std::uint32_t seed) {
     std::mt19937 engine(seed);
     Signal signal(channels, std::vector<float>(frames));
     for (std::vector<float>& samples : signal) {
         for (float& sample : samples) {
-            sample = std::array{1e30F, -1e30F, 1e30F, 0.0F}[static_cast<uint32_t>(engine()) % 4];
+            sample = std::array{1e30F, -1e30F, 1e30F, 0.0F}[static_cast<std::uint32_t>(engine()) % 4];
         }
     }
     return signal;

@@ -1,6 +1,6 @@
 // How the host cuts and lays its buffers, and what else it runs, does not change a bit.
-#include "AlgFixture.h"
-#include "SignalSources.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ AlgParameters busyParameters() {
     return parameters;
 }
 
-/// One rendering by a fresh instance.
+// One rendering by a fresh instance.
 struct Rendering {
     std::unique_ptr<AlgInstance> instance;
     RenderOutcome outcome;
@@ -42,11 +42,11 @@ std::string difference(const Rendering& expected, const Rendering& found) {
            firstDifference(*expected.instance, *found.instance) + textOf(found.outcome.complaints);
 }
 
-std::vector<int32_t> randomBlocks() {
+std::vector<std::int32_t> randomBlocks() {
     std::mt19937 engine(8);
-    std::vector<int32_t> blocks;
+    std::vector<std::int32_t> blocks;
     for (int i = 0; i < 100; ++i) {
-        blocks.push_back(static_cast<int32_t>(static_cast<uint32_t>(engine()) % 700));
+        blocks.push_back(static_cast<std::int32_t>(static_cast<std::uint32_t>(engine()) % 700));
     }
     return blocks;
 }
@@ -59,9 +59,9 @@ TEST_P(DemoGain_AlgBuffers, BlockSizesDoNotMatter) {
     const Signal input = drums(GetParam(), 20000, kRate, 3);
     const Rendering whole = render(GetParam(), input, {}, busyParameters());
     EXPECT_EQ(textOf(whole.outcome.complaints), "");
-    const std::vector<std::vector<int32_t>> plans = {
+    const std::vector<std::vector<std::int32_t>> plans = {
         {1}, {7}, {17}, {63}, {64}, {65}, {127}, {512}, {4096}, {0, 64, 0, -5}, {1, 0, 999}, randomBlocks()};
-    for (const std::vector<int32_t>& blocks : plans) {
+    for (const std::vector<std::int32_t>& blocks : plans) {
         EXPECT_EQ(difference(whole, render(GetParam(), input, {.blocks = blocks}, busyParameters())), "")
             << "blocks from " << blocks.front();
     }
@@ -97,12 +97,12 @@ TEST_P(DemoGain_AlgBuffers, NoFramesChangeNothing) {
     AlgInstance instance(GetParam(), kRate);
     renderChecked(instance.processor(), noise(GetParam(), 100, 1, 0.0));
     instance.taps() = {std::bit_cast<float>(0x7FC01234U), -1.0F, 0.5F, 0.0F};
-    const auto state = std::bit_cast<std::array<uint32_t, 98>>(instance.state());
-    const auto taps = std::bit_cast<std::array<uint32_t, 4>>(instance.taps());
-    for (const int32_t frames : {0, -1, INT32_MIN}) {
+    const auto state = std::bit_cast<std::array<std::uint32_t, 98>>(instance.state());
+    const auto taps = std::bit_cast<std::array<std::uint32_t, 4>>(instance.taps());
+    for (const std::int32_t frames : {0, -1, INT32_MIN}) {
         instance.process(nullptr, nullptr, frames);
-        EXPECT_EQ((std::bit_cast<std::array<uint32_t, 98>>(instance.state())), state);
-        EXPECT_EQ((std::bit_cast<std::array<uint32_t, 4>>(instance.taps())), taps);
+        EXPECT_EQ((std::bit_cast<std::array<std::uint32_t, 98>>(instance.state())), state);
+        EXPECT_EQ((std::bit_cast<std::array<std::uint32_t, 4>>(instance.taps())), taps);
     }
 }
 
@@ -119,7 +119,7 @@ TEST_P(DemoGain_AlgBuffers, InstancesOfOneCallDoNotMeet) {
     std::vector<std::unique_ptr<AlgInstance>> together;
     std::vector<Signal> expected;
     std::vector<Signal> found;
-    for (uint32_t i = 0; i < kInstances; ++i) {
+    for (std::uint32_t i = 0; i < kInstances; ++i) {
         const double rate = kSampleRates[i % std::size(kSampleRates)];
         const AlgParameters parameters = randomParameters(engine);
         alone.push_back(std::make_unique<AlgInstance>(GetParam(), rate));
@@ -136,7 +136,8 @@ TEST_P(DemoGain_AlgBuffers, InstancesOfOneCallDoNotMeet) {
         for (std::vector<float>& samples : found[i]) {
             buffers[i].push_back(samples.data());
         }
-        together[i]->attach(buffers[i].data(), buffers[i].data(), static_cast<int32_t>(framesOf(found[i])));
+        together[i]->attach(buffers[i].data(), buffers[i].data(),
+                            static_cast<std::int32_t>(framesOf(found[i])));
         contexts.push_back(&together[i]->context());
     }
     DemoGain_ProcessInstances(*GetParam().routine, GetParam(), contexts.data(),

@@ -1,7 +1,7 @@
 // The routine reaches no allocator, lock, file or wait, whatever it is given.
-#include "AlgFixture.h"
-#include "RealTimeGuard.h"
-#include "SignalSources.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/RealTimeGuard.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 
@@ -12,12 +12,12 @@ using namespace varno::test;
 
 namespace {
 
-/// Processes `input` in place, in buffers of `block` frames, counting from the very first one.
-RealTimeReport reportOf(AlgInstance& instance, Signal input, int32_t block) {
+// Processes `input` in place, in buffers of `block` frames, counting from the very first one.
+RealTimeReport reportOf(AlgInstance& instance, Signal input, std::int32_t block) {
     std::vector<float*> buffers(input.size());
-    const auto frames = static_cast<int32_t>(framesOf(input));
+    const auto frames = static_cast<std::int32_t>(framesOf(input));
     RealTimeScope scope;
-    for (int32_t start = 0; start + block <= frames; start += block) {
+    for (std::int32_t start = 0; start + block <= frames; start += block) {
         for (std::size_t channel = 0; channel < input.size(); ++channel) {
             buffers[channel] = input[channel].data() + start;
         }
@@ -32,7 +32,7 @@ class DemoGain_AlgRealTime : public testing::TestWithParam<AlgVariant> {};
 
 TEST_P(DemoGain_AlgRealTime, RandomParametersAndBlocks) {
     std::mt19937 engine(6);
-    for (uint32_t i = 0; i < 200; ++i) {
+    for (std::uint32_t i = 0; i < 200; ++i) {
         AlgInstance instance(GetParam(), kSampleRates[i % std::size(kSampleRates)]);
         instance.set(randomParameters(engine));
         const RealTimeReport report =

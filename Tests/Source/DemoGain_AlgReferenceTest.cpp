@@ -1,8 +1,8 @@
 // The routine's output, meter taps and state are bit for bit those of the literal evaluation, with every
 // instruction set.
-#include "AlgFixture.h"
-#include "SignalSources.h"
-#include "TestScale.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/TestScale.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using namespace varno::test;
 
 namespace {
 
-/// Renders `input` both ways with fresh instances and compares everything that comes out.
+// Renders `input` both ways with fresh instances and compares everything that comes out.
 std::string difference(const AlgVariant& variant, const AlgParameters& parameters, double sampleRate,
                        const Signal& input) {
     AlgInstance literal(variant, sampleRate);
@@ -32,7 +32,7 @@ std::string difference(const AlgVariant& variant, const AlgParameters& parameter
     return text;
 }
 
-/// Every kind of signal, by name.
+// Every kind of signal, by name.
 std::vector<std::pair<std::string, Signal>> signals(std::size_t channels, double sampleRate) {
     constexpr std::size_t kFrames = 6000;
     return {{"noise", noise(channels, kFrames, 11, 0.0)},
@@ -76,13 +76,13 @@ TEST_P(DemoGain_AlgReference, EverySignalAtEverySampleRate) {
 }
 
 TEST_P(DemoGain_AlgReference, RandomParameters) {
-    constexpr uint32_t kSeed = 20230;
+    constexpr std::uint32_t kSeed = 20230;
     constexpr std::size_t kFrames = 2000;
     std::mt19937 engine(kSeed);
     for (int i = 0; i < 1000 * testScale(); ++i) {
         const AlgParameters parameters = randomParameters(engine);
-        const double rate = kSampleRates[static_cast<uint32_t>(engine()) % std::size(kSampleRates)];
-        const auto signalSeed = static_cast<uint32_t>(engine());
+        const double rate = kSampleRates[static_cast<std::uint32_t>(engine()) % std::size(kSampleRates)];
+        const auto signalSeed = static_cast<std::uint32_t>(engine());
         ASSERT_EQ(difference(GetParam(), parameters, rate, swell(GetParam(), kFrames, signalSeed, 36.0)), "")
             << "vector " << i << " of the engine seeded with " << kSeed;
     }
@@ -105,11 +105,11 @@ TEST_P(DemoGain_AlgReference, EveryCornerOfTheParameters) {
 }
 
 TEST_P(DemoGain_AlgReference, ParametersChangingFromBufferToBuffer) {
-    constexpr int32_t kBlock = 100;
+    constexpr std::int32_t kBlock = 100;
     std::mt19937 engine(31);
     AlgInstance literal(GetParam(), 96000.0);
     AlgInstance product(GetParam(), 96000.0);
-    for (uint32_t buffer = 0; buffer < 300; ++buffer) {
+    for (std::uint32_t buffer = 0; buffer < 300; ++buffer) {
         const AlgParameters parameters = randomParameters(engine);
         literal.set(parameters);
         product.set(parameters);

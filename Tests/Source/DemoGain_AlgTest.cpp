@@ -1,9 +1,9 @@
 // What the signal path does, in the words of its users.
 #include "DemoGain_Alg.h"
 
-#include "AlgFixture.h"
-#include "ReferenceRoutine.h"
-#include "SignalSources.h"
+#include "Tests/Reference/ReferenceRoutine.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 
@@ -20,14 +20,14 @@ namespace {
 
 constexpr double kRate = 48000.0;
 
-/// Runs `input` through `instance` in one buffer.
+// Runs `input` through `instance` in one buffer.
 Signal rendered(AlgInstance& instance, const Signal& input) {
     const RenderOutcome outcome = renderChecked(instance.processor(), input);
     EXPECT_EQ(textOf(outcome.complaints), "");
     return outcome.output;
 }
 
-/// A constant on each channel.
+// A constant on each channel.
 Signal constant(const std::vector<float>& values, std::size_t frames) {
     Signal signal;
     for (const float value : values) {
@@ -36,7 +36,7 @@ Signal constant(const std::vector<float>& values, std::size_t frames) {
     return signal;
 }
 
-/// A 100 Hz sine at 48 kHz.
+// A 100 Hz sine at 48 kHz.
 Signal sine(float amplitude, std::size_t frames) {
     Signal signal(1, std::vector<float>(frames));
     for (std::size_t n = 0; n < frames; ++n) {

@@ -14,7 +14,7 @@ SDemoGain_Dynamics dynamics(float attack, float release, float uk, float ratio, 
     return DemoGain_ComputeDynamics({attack, release, uk, ratio}, rate);
 }
 
-/// A "Ratio" that chooses curve n.
+// A "Ratio" that chooses curve n.
 float ratioOf(int n) {
     return static_cast<float>(n) / 7.0F;
 }
@@ -28,7 +28,7 @@ double shapeOf(double r) {
            7.3841 * r;
 }
 
-/// m and k of each coefficient of each curve.
+// m and k of each coefficient of each curve.
 constexpr double kLines[8][4][2] = {
     {{-0.043988492, -0.05987816}, {-0.81804353, 1.6369839}, {1.962162, -1.7847449}, {-1.112896, 0.71746075}},
     {{0.039812393, 0.016881654}, {1.6467217, -0.2675606}, {-2.6722722, 1.1747508}, {1.1952758, -0.59919924}},

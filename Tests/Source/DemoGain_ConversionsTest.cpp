@@ -1,7 +1,7 @@
 #include "DemoGain_Conversions.h"
 
 #include "DemoGain_VectorConversions-inl.h"
-#include "ReferenceRoutine.h"
+#include "Tests/Reference/ReferenceRoutine.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ namespace {
 
 using Vector = hn::FixedTag<float, 4>;
 
-/// What a conversion makes of one value. The others of the vector are there to show that they do not matter.
+// What a conversion makes of one value. The others of the vector are there to show that they do not matter.
 template<class Conversion>
 float convert(float value, Conversion conversion) {
     const Vector d;
@@ -56,10 +56,10 @@ float above(float value) {
     return std::nextafter(value, kInfinity);
 }
 
-/// A finite float of any magnitude, both signs.
+// A finite float of any magnitude, both signs.
 float anyFloat(std::mt19937& engine) {
     for (;;) {
-        const float value = std::bit_cast<float>(static_cast<uint32_t>(engine()));
+        const float value = std::bit_cast<float>(static_cast<std::uint32_t>(engine()));
         if (std::isfinite(value)) {
             return value;
         }
@@ -69,7 +69,7 @@ float anyFloat(std::mt19937& engine) {
 } // namespace
 
 TEST(DemoGain_Conversions, AgreeWithTheLiteralOnesForAnyFloat) {
-    constexpr uint32_t kSeed = 41;
+    constexpr std::uint32_t kSeed = 41;
     std::mt19937 engine(kSeed);
     for (int i = 0; i < 200000; ++i) {
         const float value = anyFloat(engine);

@@ -1,7 +1,7 @@
 #include "DemoGain_DenormalMode.h"
 
-#include "AlgFixture.h"
-#include "SignalSources.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ using namespace varno::test;
 
 namespace {
 
-/// Changes the mode for a test and puts back what was.
+// Changes the mode for a test and puts back what was.
 class CallersMode {
 public:
     explicit CallersMode(const SDemoGain_FloatMode& mode)
@@ -28,7 +28,7 @@ private:
     SDemoGain_FloatMode mSaved;
 };
 
-/// Modes a caller may have, beside the one in which programs start.
+// Modes a caller may have, beside the one in which programs start.
 std::vector<SDemoGain_FloatMode> callersModes() {
     std::vector<SDemoGain_FloatMode> modes = {kDemoGain_StartFloatMode, kDemoGain_AudioFloatMode};
 #if defined(__x86_64__)
@@ -39,10 +39,10 @@ std::vector<SDemoGain_FloatMode> callersModes() {
     modes.push_back({0x1F80U & ~0x0E80U, 0}); // invalid, division by zero, overflow and underflow not masked
     modes.push_back({0x0000U, 0});            // nothing masked
 #else
-    modes.push_back({uint64_t{1} << 22, 0}); // rounds up
-    modes.push_back({uint64_t{2} << 22, 0}); // rounds down
-    modes.push_back({uint64_t{3} << 22, 0}); // rounds towards zero
-    modes.push_back({0, 0x1FU});             // exceptions noted already
+    modes.push_back({std::uint64_t{1} << 22, 0}); // rounds up
+    modes.push_back({std::uint64_t{2} << 22, 0}); // rounds down
+    modes.push_back({std::uint64_t{3} << 22, 0}); // rounds towards zero
+    modes.push_back({0, 0x1FU});                  // exceptions noted already
 #endif
     return modes;
 }
@@ -113,7 +113,7 @@ TEST(DemoGain_DenormalMode, TheRoutineSoundsTheSameInEveryCallersModeAndGivesItB
         AlgInstance instance(2, 48000.0);
         instance.set(withSwitches({}, 7));
         SDemoGain_FloatMode after;
-        const auto process = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+        const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
             const CallersMode caller(mode);
             instance.process(inputs, outputs, frames);
             after = DemoGain_ReadFloatMode();

@@ -8,8 +8,8 @@
 #include "DemoGain_DescribeAlgorithm.h"
 #include "DemoGain_GUI.h"
 #include "DemoGain_Parameters.h"
-#include "DescriptionRecorder.h"
-#include "FakeHostServices.h"
+#include "Tests/Support/DescriptionRecorder.h"
+#include "Tests/Support/FakeHostServices.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,12 +20,12 @@ using namespace varno;
 using namespace varno::test;
 using Lines = std::vector<std::string>;
 
-/// The code of four characters as the log writes a property's value.
+// The code of four characters as the log writes a property's value.
 std::string code(const char (&text)[5]) {
-    return std::to_string(static_cast<int32_t>(AAX_FourCC(text)));
+    return std::to_string(static_cast<std::int32_t>(AAX_FourCC(text)));
 }
 
-/// Every call that declares the fields and the properties that variants share.
+// Every call that declares the fields and the properties that variants share.
 Lines fieldLines(const std::string& map) {
     Lines lines = {"AudioIn 25", "AudioOut 26", "AudioBufferLength 27", "SampleRate 28",
                    "Meters 24 mtGLmtGRmtIRmtOR"};
@@ -93,7 +93,7 @@ const Lines kModuleLines = {"collection.SetManufacturerName Morvak",
                             "collection.AddPackageName VarS",
                             "collection.SetPackageVersion 1"};
 
-/// A description told to a recording host, whose diagnostics channel is open.
+// A description told to a recording host, whose diagnostics channel is open.
 class Describe : public testing::Test {
 protected:
     AAX_Result describe() {
@@ -101,7 +101,7 @@ protected:
         return GetEffectDescriptions(&collection);
     }
     Lines& calls() { return host.log.calls; }
-    /// Texts of the failed assertions, all of which must name the right source.
+    // Texts of the failed assertions, all of which must name the right source.
     Lines assertions() const {
         Lines notes;
         for (const auto& assertion : listener.assertions()) {
@@ -178,7 +178,7 @@ TEST_F(Describe, addsNoEffectWithoutAMapForEachMeter) {
     EXPECT_EQ(describe(), AAX_ERROR_NULL_OBJECT);
     EXPECT_THAT(calls(), testing::Contains(testing::StartsWith("effect.AddMeterDescription")).Times(2));
     EXPECT_THAT(calls(), testing::Not(testing::Contains(testing::StartsWith("collection.AddEffect"))));
-    EXPECT_EQ(Lines(calls().end() - static_cast<ptrdiff_t>(kModuleLines.size()), calls().end()),
+    EXPECT_EQ(Lines(calls().end() - static_cast<std::ptrdiff_t>(kModuleLines.size()), calls().end()),
               kModuleLines);
     EXPECT_EQ(assertions(), Lines{"properties"});
 }
@@ -187,14 +187,14 @@ TEST_F(Describe, answersWithTheFailureOfAddingTheEffect) {
     host.log.answers["collection.AddEffect"] = AAX_ERROR_DUPLICATE_EFFECT_ID;
     EXPECT_EQ(describe(), AAX_ERROR_DUPLICATE_EFFECT_ID);
     EXPECT_EQ(assertions(), Lines{"result == AAX_SUCCESS"});
-    EXPECT_EQ(Lines(calls().end() - static_cast<ptrdiff_t>(kModuleLines.size()), calls().end()),
+    EXPECT_EQ(Lines(calls().end() - static_cast<std::ptrdiff_t>(kModuleLines.size()), calls().end()),
               kModuleLines);
 }
 
 TEST_F(Describe, reportsEveryOtherFailureAndCarriesOn) {
     ASSERT_EQ(describe(), AAX_SUCCESS);
     const Lines complete = calls();
-    size_t reported = 0;
+    std::size_t reported = 0;
     for (const std::string& call : complete) {
         const bool decidesTheResult =
             call.find("New") != std::string::npos || call.starts_with("collection.AddEffect");

@@ -20,7 +20,7 @@ namespace {
 constexpr double kRate = 48000.0;
 constexpr std::size_t kFrames = 48000;
 
-/// What of a filter's answer to a cosine of `hertz` reaches the end of a second: amplitude and phase.
+// What of a filter's answer to a cosine of `hertz` reaches the end of a second: amplitude and phase.
 template<class Filter>
 std::complex<double> answerAt(double hertz, Filter filter) {
     std::vector<float> in(kFrames);
@@ -69,7 +69,7 @@ std::complex<double> allPassAt(double hertz) {
     });
 }
 
-/// What the curve asks for when the detector sees `detector`.
+// What the curve asks for when the detector sees `detector`.
 float gainOf(const GainCurve& curve, float detector) {
     Settings settings{};
     settings.mCurve = curve;

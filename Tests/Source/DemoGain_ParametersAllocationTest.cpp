@@ -1,5 +1,5 @@
 // Memory that runs out while the data model is built. This program's allocator fails where it is told to.
-#include "DataModelFixture.h"
+#include "Tests/Source/DataModelFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ int gLiveAllocations = 0;
 
 } // namespace
 
-void* operator new(size_t size) {
+void* operator new(std::size_t size) {
     if (gAllocationsUntilFailure == 0) {
         throw std::bad_alloc();
     }
@@ -32,7 +32,7 @@ void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 
-void operator delete(void* memory, size_t /*size*/) noexcept {
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
     operator delete(memory);
 }
 
@@ -40,11 +40,11 @@ namespace {
 
 struct Outcome {
     AAX_Result result = AAX_SUCCESS;
-    int32_t parameters = 0;
+    std::int32_t parameters = 0;
     int leakedAllocations = 0;
 };
 
-/// Builds and ends a data model; the allocation after the first `allocations` of its initialisation fails.
+// Builds and ends a data model; the allocation after the first `allocations` of its initialisation fails.
 Outcome initializeWith(int allocations) {
     Outcome outcome;
     const int before = gLiveAllocations;
@@ -60,7 +60,7 @@ Outcome initializeWith(int allocations) {
 }
 
 TEST(ParametersAllocation, thatFailsIsAnErrorAndLeavesNothingBehind) {
-    constexpr int32_t kAllParameters = 14;
+    constexpr std::int32_t kAllParameters = 14;
     int allocations = 0;
     Outcome outcome = initializeWith(allocations);
     for (; outcome.result != AAX_SUCCESS; outcome = initializeWith(++allocations)) {

@@ -2,12 +2,12 @@
 // allocator, file or wait, and of all locks only the packets' own, which nobody else holds. So it can be
 // driven from a thread that must not wait, as long as no other thread drives it.
 #include "ACF/ACFPtr.h"
-#include "ChunkRecord.h"
-#include "DataModelFixture.h"
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_Parameters.h"
-#include "QuietHost.h"
-#include "RealTimeGuard.h"
+#include "Tests/Source/DataModelFixture.h"
+#include "Tests/Support/ChunkRecord.h"
+#include "Tests/Support/QuietHost.h"
+#include "Tests/Support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr AAX_CTypeID kChunkID = AAX_FourCC("elck");
 
-/// What an action calls that an audio thread must not.
+// What an action calls that an audio thread must not.
 template<class Action>
 RealTimeReport reportOf(Action&& action) {
     RealTimeScope scope;
@@ -24,7 +24,7 @@ RealTimeReport reportOf(Action&& action) {
     return scope.finish();
 }
 
-/// Gives a parameter a value as an editor and its host do together.
+// Gives a parameter a value as an editor and its host do together.
 void change(AAX_CEffectParameters& model, AAX_CParamID id, const double& answer, double value) {
     EXPECT_EQ(model.SetParameterNormalizedValue(id, value), AAX_SUCCESS);
     EXPECT_EQ(model.UpdateParameterNormalizedValue(id, answer, AAX_eUpdateSource_Unspecified), AAX_SUCCESS);
@@ -65,8 +65,8 @@ TEST_F(ParametersRealTime, holdsForEveryLookup) {
         const RealTimeReport report = reportOf([&] {
             AAX_IParameter* parameter = nullptr;
             AAX_EParameterType type{};
-            uint8_t isAutomatable = 0;
-            int32_t number = 0;
+            std::uint8_t isAutomatable = 0;
+            std::int32_t number = 0;
             double value = 0.0;
             model.GetParameter(id, &parameter);
             model.GetParameterIndex(id, &number);
@@ -87,12 +87,12 @@ TEST_F(ParametersRealTime, holdsForEveryLookup) {
 }
 
 TEST_F(ParametersRealTime, holdsForSavedSettingsAfterTheFirstTime) {
-    uint32_t size = 0;
+    std::uint32_t size = 0;
     mModel->GetChunkSize(kChunkID, &size);
     ChunkRecord saved(size);
     saved->fChunkID = kChunkID;
     mModel->GetChunk(kChunkID, saved.get());
-    uint8_t isEqual = 0;
+    std::uint8_t isEqual = 0;
     mModel->CompareActiveChunk(saved.get(), &isEqual);
 
     const RealTimeReport report = reportOf([&] {

@@ -1,9 +1,9 @@
 #include "DemoGain_Parameters.h"
 
 #include "AAX_IParameter.h"
-#include "DataModelFixture.h"
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_PresetText.h"
+#include "Tests/Source/DataModelFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -17,12 +17,12 @@ namespace {
 
 using varno::test::DataModelFixture;
 
-/// What hosts and saved settings rely on, written down a second time.
+// What hosts and saved settings rely on, written down a second time.
 struct Expected {
     const char* id;
     const char* name;
     double defaultValue;
-    int32_t steps;
+    std::int32_t steps;
     AAX_EParameterType type;
     const char* defaultText;
 };
@@ -44,7 +44,7 @@ constexpr Expected kExpected[] = {
     {"LinkSw", "LinkSw", 0.0, 2, AAX_eParameterType_Continuous, "0.00"},
 };
 
-/// Fields that one parameter's packet writes, in the order of posting.
+// Fields that one parameter's packet writes, in the order of posting.
 using Fields = std::vector<AAX_CFieldIndex>;
 const Fields kTimeConstsFields = {17, 18, 19, 20, 21, 22, 23, 7, 8, 12, 10, 16};
 const std::map<std::string, Fields> kFieldsOfParameter = {
@@ -81,10 +81,10 @@ protected:
 // The parameter set.
 
 TEST_F(Parameters, areFourteenInTheirOrder) {
-    int32_t count = 0;
+    std::int32_t count = 0;
     EXPECT_EQ(model.GetNumberOfParameters(&count), AAX_SUCCESS);
-    ASSERT_EQ(count, static_cast<int32_t>(std::size(kExpected)));
-    for (int32_t i = 0; i < count; ++i) {
+    ASSERT_EQ(count, static_cast<std::int32_t>(std::size(kExpected)));
+    for (std::int32_t i = 0; i < count; ++i) {
         AAX_CString id;
         EXPECT_EQ(model.GetParameterIDFromIndex(i, &id), AAX_SUCCESS);
         EXPECT_STREQ(id.Get(), kExpected[i].id);
@@ -97,7 +97,7 @@ TEST_F(Parameters, areNamedSteppedAndTypedAsHostsKnowThem) {
         AAX_CString name;
         EXPECT_EQ(model.GetParameterName(expected.id, &name), AAX_SUCCESS);
         EXPECT_STREQ(name.Get(), expected.name);
-        int32_t steps = 0;
+        std::int32_t steps = 0;
         EXPECT_EQ(model.GetParameterNumberOfSteps(expected.id, &steps), AAX_SUCCESS);
         EXPECT_EQ(steps, expected.steps);
         AAX_EParameterType type{-1};
@@ -126,10 +126,10 @@ TEST_F(Parameters, startAtTheirDefaultsWhichAreNormalizedAndRealAlike) {
 TEST_F(Parameters, areAutomatableWithoutShortNamesOrOrientation) {
     for (const Expected& expected : kExpected) {
         SCOPED_TRACE(expected.id);
-        uint8_t isAutomatable = 0;
+        std::uint8_t isAutomatable = 0;
         EXPECT_EQ(model.GetParameterIsAutomatable(expected.id, &isAutomatable), AAX_SUCCESS);
         EXPECT_EQ(isAutomatable, 1);
-        int32_t orientation = -1;
+        std::int32_t orientation = -1;
         EXPECT_EQ(model.GetParameterOrientation(expected.id, &orientation), AAX_SUCCESS);
         EXPECT_EQ(orientation, 0);
         EXPECT_STREQ(parameter(expected.id).ShortenedName(1).Get(), expected.name);
@@ -155,14 +155,14 @@ TEST_F(Parameters, beginWithTheMasterBypassWhichReadsBypassWhenItIsOff) {
 
 TEST_F(Parameters, moveInTheirSteps) {
     AAX_IParameter& ratio = parameter("Ratio");
-    for (uint32_t step = 0; step < 8; ++step) {
+    for (std::uint32_t step = 0; step < 8; ++step) {
         ratio.SetStepValue(step);
         fixture.answer();
         EXPECT_FLOAT_EQ(static_cast<float>(fixture.value("Ratio")), static_cast<float>(step) / 7.0F);
         EXPECT_EQ(ratio.GetStepValue(), step);
     }
     AAX_IParameter& highPass = parameter("HP");
-    for (uint32_t step : {1U, 0U, 7U}) {
+    for (std::uint32_t step : {1U, 0U, 7U}) {
         highPass.SetStepValue(step);
         fixture.answer();
         EXPECT_EQ(fixture.value("HP"), step == 0 ? 0.0 : 1.0);
@@ -187,7 +187,7 @@ TEST_F(Parameters, stayWithinTheirRange) {
 
 TEST_F(Parameters, haveNoCustomData) {
     char data[4] = {1, 2, 3, 4};
-    uint32_t written = 99;
+    std::uint32_t written = 99;
     EXPECT_EQ(model.GetCustomData(AAX_FourCC("any "), sizeof data, data, &written), AAX_SUCCESS);
     EXPECT_EQ(written, 0U);
     EXPECT_EQ(data[0], 1);
@@ -212,7 +212,7 @@ TEST_F(Parameters, areRegisteredForPacketsInTheirOrder) {
         {"MasterBypassID", 0}, {"Gain", 1},   {"Volume", 3}, {"HP", 5},   {"Band", 6},   {"ASw", 9},
         {"Hot", 11},           {"Mix", 13},   {"Atk", 16},   {"Rls", 16}, {"Ratio", 16}, {"UK", 16},
         {"HSw", 14},           {"LinkSw", 15}};
-    size_t order = 0;
+    std::size_t order = 0;
     for (const SDemoGain_Parameter& row : DemoGain_ParametersInPacketOrder()) {
         EXPECT_STREQ(row.mIdentifier, expected[order].first);
         EXPECT_EQ(row.mField, expected[order].second);
@@ -268,7 +268,7 @@ TEST_F(Parameters, reachTheRoutineUnchangedAsSingleValues) {
     }
     fixture.automate("MasterBypassID", 1.0);
     fixture.generate();
-    EXPECT_EQ(fixture.controller.latest(0).as<int32_t>(), 1);
+    EXPECT_EQ(fixture.controller.latest(0).as<std::int32_t>(), 1);
 }
 
 TEST_F(Parameters, turnGainAndVolumeIntoLevels) {
@@ -360,15 +360,15 @@ TEST_F(Parameters, countAnUnknownSampleRateAs48kHz) {
 
 TEST_F(Parameters, resetAsManyWholeRecordsAsFit) {
     constexpr float kUntouched = -77.0F;
-    constexpr size_t kWords = sizeof(SDemoGain_Alg_State) / sizeof(float);
+    constexpr std::size_t kWords = sizeof(SDemoGain_Alg_State) / sizeof(float);
     std::vector<float> words(kWords * 5 / 2, kUntouched);
-    const auto size = static_cast<uint32_t>(words.size() * sizeof(float));
+    const auto size = static_cast<std::uint32_t>(words.size() * sizeof(float));
     EXPECT_EQ(model.ResetFieldData(29, words.data(), size), AAX_ERROR_INVALID_FIELD_INDEX);
     const auto clipGain = offsetof(SDemoGain_Alg_State, mClipGain) / sizeof(float);
     EXPECT_EQ(words[clipGain], 1.0F);
     EXPECT_EQ(words[kWords + clipGain], 1.0F);
     EXPECT_TRUE(std::equal(words.begin(), words.begin() + kWords, words.begin() + kWords));
-    for (size_t i = 2 * kWords; i < words.size(); ++i) {
+    for (std::size_t i = 2 * kWords; i < words.size(); ++i) {
         ASSERT_EQ(words[i], kUntouched) << i;
     }
     EXPECT_EQ(model.ResetFieldData(29, words.data() + 2 * kWords, sizeof(SDemoGain_Alg_State) - 1),
@@ -378,7 +378,7 @@ TEST_F(Parameters, resetAsManyWholeRecordsAsFit) {
 
 TEST_F(Parameters, resetNoOtherField) {
     std::vector<float> words(200, -77.0F);
-    const auto size = static_cast<uint32_t>(words.size() * sizeof(float));
+    const auto size = static_cast<std::uint32_t>(words.size() * sizeof(float));
     for (const AAX_CFieldIndex field : {-1, 0, 16, 24, 28, 30}) {
         EXPECT_EQ(model.ResetFieldData(field, words.data(), size), AAX_ERROR_INVALID_FIELD_INDEX);
         EXPECT_EQ(words, std::vector<float>(200, -77.0F)) << field;

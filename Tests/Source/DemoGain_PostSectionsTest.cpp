@@ -11,7 +11,7 @@ using namespace DemoGain::HWY_NAMESPACE;
 
 namespace {
 
-/// Runs both sections sample by sample.
+// Runs both sections sample by sample.
 void advanceLiterally(const SDemoGain_Alg_State& state, float y, SDemoGain_PostStates& ioStates) {
     const auto run = [](const SDemoGain_PostSection& c, SDemoGain_SectionState& s, float in) {
         const float out = (c.b0 * in + c.b1 * s.x1 + c.b2 * s.x2 - c.a1 * s.y1 - c.a2 * s.y2) * c.g;

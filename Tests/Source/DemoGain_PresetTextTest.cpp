@@ -1,6 +1,6 @@
 #include "DemoGain_PresetText.h"
 
-#include "DataModelFixture.h"
+#include "Tests/Source/DataModelFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -17,10 +17,10 @@ using namespace DemoGain_PresetText;
 
 constexpr Values kPlain = {0.1F, 0.2F, 0.3F, 0.4F, 0.5F, 0.6F, 0.7F, 0.8F, 0.9F, 1.0F, 0.0F, 0.25F, 0.75F};
 
-/// A preset with the given thirteen values as they are written.
+// A preset with the given thirteen values as they are written.
 std::string textOf(const std::vector<std::string>& values, const std::string& header = std::string(kHeader)) {
     std::string text = header;
-    for (size_t i = 0; i < values.size(); ++i) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
         text.append(i % 4 == 0 ? "\n" : " ")
             .append(kItems[i % std::size(kItems)].mLabel)
             .append(" ")
@@ -33,7 +33,7 @@ std::vector<std::string> plainValues() {
     return {"0.1", "0.2", "0.3", "0.4", "0.5", "0.6", "0.7", "0.8", "0.9", "1.0", "0.0", "0.25", "0.75"};
 }
 
-/// The first value that a preset with `number` in its first place gives.
+// The first value that a preset with `number` in its first place gives.
 float firstValue(const std::string& number) {
     std::vector<std::string> values = plainValues();
     values[0] = number;
@@ -168,7 +168,7 @@ TEST(PresetTextParse, readsTheRestOfABrokenNumberAsTheNextLabel) {
 
 TEST(PresetTextParse, takesTimeInProportionToTheLength) {
     // Each would take minutes if any part of it were read more than a few times.
-    constexpr size_t kMiB = 1 << 20;
+    constexpr std::size_t kMiB = 1 << 20;
     EXPECT_FALSE(Parse(std::string(kMiB, 'x')));
     EXPECT_FALSE(Parse(std::string(kMiB, ' ')));
     EXPECT_FALSE(Parse(std::string(kMiB, '1')));
@@ -184,7 +184,7 @@ TEST(PresetTextParse, takesTimeInProportionToTheLength) {
     EXPECT_FALSE(Parse(garbage));
 }
 
-/// Writes a decimal comma, as many languages do.
+// Writes a decimal comma, as many languages do.
 struct DecimalComma : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
 };
@@ -244,7 +244,7 @@ TEST_F(PresetTextOnModel, asksForEachValueInItsOrder) {
     const char* const order[] = {"Gain", "Volume", "HP",  "Band", "Atk", "Rls",   "UK",
                                  "Hot",  "Ratio",  "Mix", "ASw",  "HSw", "LinkSw"};
     ASSERT_EQ(fixture.automation.requests.size(), std::size(order));
-    for (size_t i = 0; i < std::size(order); ++i) {
+    for (std::size_t i = 0; i < std::size(order); ++i) {
         EXPECT_EQ(fixture.automation.requests[i].first, order[i]);
         EXPECT_EQ(fixture.automation.requests[i].second, static_cast<double>(kPlain[i]));
     }
@@ -277,7 +277,7 @@ TEST_F(PresetTextOnModel, comesBackAsItWasWritten) {
 
 // The C library's own scan as the judge.
 
-/// What the C library makes of a text.
+// What the C library makes of a text.
 std::optional<Values> scanned(const std::string& text) {
     std::string word(text.size() + 1, '\0');
     float version = 0.0F;
@@ -291,7 +291,7 @@ std::optional<Values> scanned(const std::string& text) {
     return items == kAllItems && version >= kVersion ? std::optional(v) : std::nullopt;
 }
 
-/// Makes texts that are presets, nearly presets or far from it.
+// Makes texts that are presets, nearly presets or far from it.
 class TextMaker {
 public:
     explicit TextMaker(unsigned seed)
@@ -305,12 +305,12 @@ public:
         for (int i = 0; i < values; ++i) {
             text.append(blanks()).append(odd() ? number() : "Label").append(blanks()).append(number());
         }
-        return odd() ? text.substr(0, static_cast<size_t>(pick(static_cast<int>(text.size())))) : text;
+        return odd() ? text.substr(0, static_cast<std::size_t>(pick(static_cast<int>(text.size())))) : text;
     }
 
 private:
     int pick(int count) { return static_cast<int>(mRandom() % static_cast<unsigned>(count)); }
-    /// True now and then, in some texts more often than in others.
+    // True now and then, in some texts more often than in others.
     bool odd() { return pick(1000) < mOddness; }
 
     std::string blanks() {
@@ -335,7 +335,7 @@ private:
         return written;
     }
 
-    /// Characters that numbers are made of, in any order.
+    // Characters that numbers are made of, in any order.
     std::string broken() {
         static constexpr const char* kPart[] = {"0",     "1",   "9",   "00",   ".", "-",    "+", "e",  "E",
                                                 "p",     "P",   "0x1", "0x.8", "f", "a",    ",", "in", "inf",
@@ -366,7 +366,7 @@ TEST(PresetTextParse, readsWhatTheCLibraryReads) {
         const std::optional<Values> expected = scanned(text);
         const std::optional<Values> parsed = Parse(text);
         ASSERT_EQ(parsed.has_value(), expected.has_value()) << "seed " << kSeed << ": " << text;
-        for (size_t k = 0; expected && k < expected->size(); ++k) {
+        for (std::size_t k = 0; expected && k < expected->size(); ++k) {
             ASSERT_PRED2(sameBits, (*parsed)[k], (*expected)[k]) << "seed " << kSeed << ": " << text;
         }
         accepted += expected ? 1 : 0;

@@ -1,8 +1,8 @@
 // The versions of the routine, and which one is chosen.
 #include "DemoGain_Routine.h"
 
-#include "AlgFixture.h"
-#include "SignalSources.h"
+#include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using namespace varno::test;
 
 namespace {
 
-/// VARNO_SIMD while it lives; afterwards what it was.
+// VARNO_SIMD while it lives; afterwards what it was.
 class Wish {
 public:
     explicit Wish(const char* name) {
@@ -83,7 +83,7 @@ TEST(DemoGain_Routine, TheEffectRunsTheVersionChosenAtItsStart) {
         const Signal input = drums(channels, 1000, 48000.0, 3);
         AlgInstance expected(channels, 48000.0);
         AlgInstance found(channels, 48000.0);
-        const auto processor = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+        const auto processor = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
             found.attach(inputs, outputs, frames);
             SDemoGain_Alg_Context* const instances[] = {&found.context()};
             if (channels == 1) {

@@ -1,6 +1,6 @@
 #include "DemoGain_State.h"
 
-#include "AlgFixture.h"
+#include "Tests/Support/AlgFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -16,15 +16,15 @@ using varno::test::kSampleRates;
 namespace {
 
 constexpr std::size_t kWords = sizeof(SDemoGain_Alg_State) / sizeof(float);
-using Words = std::array<uint32_t, kWords>;
+using Words = std::array<std::uint32_t, kWords>;
 
-constexpr uint32_t kUntouched = 0x7FC0BEEFU;
+constexpr std::uint32_t kUntouched = 0x7FC0BEEFU;
 
 Words wordsOf(const SDemoGain_Alg_State& state) {
     return std::bit_cast<Words>(state);
 }
 
-/// A state whose every word is a tagged NaN.
+// A state whose every word is a tagged NaN.
 SDemoGain_Alg_State untouched() {
     Words words;
     words.fill(kUntouched);
@@ -37,9 +37,9 @@ SDemoGain_Alg_State freshState(double sampleRate) {
     return state;
 }
 
-/// Words that no rule gives a value: the ends of the unread groups, and one among the unused three.
+// Words that no rule gives a value: the ends of the unread groups, and one among the unused three.
 const std::set<std::size_t> kUnwrittenWords = {22, 23, 30, 31, 61};
-/// Words that the routine neither reads nor writes.
+// Words that the routine neither reads nor writes.
 bool isUnread(std::size_t word) {
     return word < 4 || (word >= 16 && word < 32) || (word >= 60 && word < 63);
 }
@@ -157,13 +157,13 @@ TEST(DemoGain_State, FiniteMeansEveryWordThatIsRead) {
                             std::numeric_limits<float>::quiet_NaN()}) {
         for (std::size_t i = 0; i < kWords; ++i) {
             Words words = wordsOf(fresh);
-            words[i] = std::bit_cast<uint32_t>(bad);
+            words[i] = std::bit_cast<std::uint32_t>(bad);
             const auto state = std::bit_cast<SDemoGain_Alg_State>(words);
             EXPECT_EQ(DemoGain_IsStateFinite(state), isUnread(i)) << "word " << i;
         }
     }
     Words words = wordsOf(fresh);
-    words[95] = std::bit_cast<uint32_t>(std::numeric_limits<float>::max());
+    words[95] = std::bit_cast<std::uint32_t>(std::numeric_limits<float>::max());
     words[91] = 1; // the smallest subnormal
     EXPECT_TRUE(DemoGain_IsStateFinite(std::bit_cast<SDemoGain_Alg_State>(words)));
 }

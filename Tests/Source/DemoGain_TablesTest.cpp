@@ -8,8 +8,8 @@
 #include <iterator>
 
 TEST(DemoGain_Tables, ConstantsAreExact) {
-    EXPECT_EQ(std::bit_cast<uint32_t>(fCeilLin), 0x417D953BU);
-    EXPECT_EQ(std::bit_cast<uint32_t>(kLinTodBDivide), 0x441DB97CU);
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(fCeilLin), 0x417D953BU);
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(kLinTodBDivide), 0x441DB97CU);
     EXPECT_EQ(fFloorLin, 0.0001F);
     EXPECT_EQ(kfLinTodBStep, 0.0015850418F);
     EXPECT_EQ(kfLinTodBStep, (fCeilLin - fFloorLin) / 9999.0F);

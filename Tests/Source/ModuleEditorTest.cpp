@@ -1,11 +1,11 @@
 // The bundle's editor in a process that loads and unloads the bundle.
-#include "Editor.h"
-#include "Eventually.h"
-#include "Instance.h"
-#include "Module.h"
-#include "Picture.h"
-#include "ViewContainer.h"
-#include "XServer.h"
+#include "Host/Editor.h"
+#include "Host/Instance.h"
+#include "Host/Module.h"
+#include "Host/ViewContainer.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/Picture.h"
+#include "Tests/Support/XServer.h"
 
 #include <bit>
 #include <cstdint>
@@ -26,7 +26,7 @@ bool isLoaded() {
     return handle != nullptr;
 }
 
-/// Opens the editor of a module that is loaded for that alone, until it shows its artwork, and closes it.
+// Opens the editor of a module that is loaded for that alone, until it shows its artwork, and closes it.
 void showEditor(const XClient& client) {
     constexpr Area kArea{20, 20, 800, 600};
     constexpr std::size_t kManyColours = 100;

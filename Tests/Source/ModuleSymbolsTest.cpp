@@ -1,4 +1,4 @@
-#include "ElfFile.h"
+#include "Tests/Support/ElfFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The bundle as a host opens it.
-#include "Module.h"
-#include "Instance.h"
+#include "Host/Module.h"
+#include "Host/Instance.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ using namespace varno;
 
 namespace {
 
-/// Whether the bundle's binary is in this process.
+// Whether the bundle's binary is in this process.
 bool isLoaded() {
     void* const handle = dlopen(VARNO_MODULE_BINARY, RTLD_NOW | RTLD_NOLOAD);
     if (handle != nullptr) {
@@ -46,7 +46,7 @@ TEST(Module, describesItself) {
 
 TEST(Module, makesBothVariants) {
     const auto module = Module::open(VARNO_BUNDLE);
-    for (const int32_t channels : {1, 2}) {
+    for (const std::int32_t channels : {1, 2}) {
         InstanceSetup setup;
         setup.channels = channels;
         Instance instance(module, setup);

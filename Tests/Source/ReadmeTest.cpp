@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The lines of the README between its two marks of the parameter table, without the marks.
+// The lines of the README between its two marks of the parameter table, without the marks.
 std::vector<std::string> tableInReadme() {
     std::ifstream readme(VARNO_README);
     std::vector<std::string> lines;
@@ -27,7 +27,7 @@ std::vector<std::string> tableInReadme() {
     return {};
 }
 
-/// What the lines of the table begin with. Their last column is free.
+// What the lines of the table begin with. Their last column is free.
 std::vector<std::string> tableFromCode() {
     std::vector<std::string> lines = {"| Index | Identifier | Name | Steps | Default |",
                                       "|---|---|---|---|---|"};
@@ -48,7 +48,7 @@ TEST(Readme, listsTheParametersAsTheyAre) {
     for (const std::string& line : expected) {
         wanted.append(line).append("\n");
     }
-    for (size_t i = 0; i < found.size() && i < expected.size(); ++i) {
+    for (std::size_t i = 0; i < found.size() && i < expected.size(); ++i) {
         found[i].resize(std::min(found[i].size(), expected[i].size()));
     }
     EXPECT_EQ(found, expected) << wanted;

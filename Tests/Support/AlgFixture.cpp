@@ -1,9 +1,9 @@
-#include "AlgFixture.h"
+#include "Tests/Support/AlgFixture.h"
 
 #include "DemoGain_Coefficients.h"
 #include "DemoGain_DenormalMode.h"
 #include "DemoGain_State.h"
-#include "ReferenceRoutine.h"
+#include "Tests/Reference/ReferenceRoutine.h"
 
 #include <bit>
 #include <cmath>
@@ -15,7 +15,7 @@ namespace {
 
 using StateWords = std::array<float, sizeof(SDemoGain_Alg_State) / sizeof(float)>;
 
-/// The words of a state. Those of the post sections that lie near enough to the expected ones count as these.
+// The words of a state. Those of the post sections that lie near enough to the expected ones count as these.
 std::vector<float> wordsOf(SDemoGain_Alg_State state, const SDemoGain_Alg_State& expected) {
     constexpr std::size_t kSectionWords = sizeof(SDemoGain_SectionState) / sizeof(float);
     using SectionWords = std::array<float, kSectionWords>;
@@ -53,9 +53,9 @@ std::vector<AlgVariant> algVariants() {
 
 AlgParameters randomParameters(std::mt19937& ioEngine) {
     const auto value = [&] {
-        constexpr uint32_t kSteps = 1000;
-        const auto draw = static_cast<uint32_t>(ioEngine()) % (kSteps + kSteps / 5);
-        const uint32_t bounded = draw <= kSteps ? draw : (draw % 2) * kSteps;
+        constexpr std::uint32_t kSteps = 1000;
+        const auto draw = static_cast<std::uint32_t>(ioEngine()) % (kSteps + kSteps / 5);
+        const std::uint32_t bounded = draw <= kSteps ? draw : (draw % 2) * kSteps;
         return static_cast<float>(bounded) / static_cast<float>(kSteps);
     };
     AlgParameters p;
@@ -134,19 +134,19 @@ void AlgInstance::set(const AlgParameters& p) {
     field(eAlgFieldID_Curve3) = dynamics.mCurve[3];
 }
 
-void AlgInstance::attach(const float* const* inputs, float* const* outputs, int32_t frames) {
+void AlgInstance::attach(const float* const* inputs, float* const* outputs, std::int32_t frames) {
     mContext.mAudioIn = inputs;
     mContext.mAudioOut = outputs;
     mBufferFrames = frames;
 }
 
-void AlgInstance::process(const float* const* inputs, float* const* outputs, int32_t frames) {
+void AlgInstance::process(const float* const* inputs, float* const* outputs, std::int32_t frames) {
     attach(inputs, outputs, frames);
     SDemoGain_Alg_Context* const instances[] = {&mContext};
     DemoGain_ProcessInstances(*mVariant.routine, mVariant.channels, instances, instances + 1);
 }
 
-void AlgInstance::processLiterally(const float* const* inputs, float* const* outputs, int32_t frames) {
+void AlgInstance::processLiterally(const float* const* inputs, float* const* outputs, std::int32_t frames) {
     attach(inputs, outputs, frames);
     const DemoGain_DenormalMode audioMode;
     if (mVariant.channels == 1) {
@@ -157,13 +157,13 @@ void AlgInstance::processLiterally(const float* const* inputs, float* const* out
 }
 
 BufferProcessor AlgInstance::processor() {
-    return [this](const float* const* inputs, float* const* outputs, int32_t frames) {
+    return [this](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         process(inputs, outputs, frames);
     };
 }
 
 BufferProcessor AlgInstance::literalProcessor() {
-    return [this](const float* const* inputs, float* const* outputs, int32_t frames) {
+    return [this](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         processLiterally(inputs, outputs, frames);
     };
 }

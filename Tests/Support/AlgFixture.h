@@ -1,10 +1,10 @@
 /// One instance of the signal path with storage of its own behind every field.
-#ifndef VARNO_TEST_ALGFIXTURE_H
-#define VARNO_TEST_ALGFIXTURE_H
+#ifndef VARNO_TESTS_SUPPORT_ALGFIXTURE_H
+#define VARNO_TESTS_SUPPORT_ALGFIXTURE_H
 
 #include "DemoGain_Alg.h"
 #include "DemoGain_Routine.h"
-#include "RenderChecker.h"
+#include "Tests/Support/RenderChecker.h"
 
 #include <array>
 #include <cstddef>
@@ -74,7 +74,7 @@ public:
     void set(const AlgParameters& parameters);
     /// The packet of a data-in field other than the bypass.
     float& field(EAlgFieldID index) { return mFields[static_cast<std::size_t>(index)]; }
-    int32_t& bypass() { return mBypass; }
+    std::int32_t& bypass() { return mBypass; }
 
     std::size_t channels() const { return mVariant.channels; }
     double sampleRate() const { return mSampleRate; }
@@ -83,11 +83,11 @@ public:
     std::array<float, eMeterTap_Count>& taps() { return mTaps; }
 
     /// Points the context at a buffer.
-    void attach(const float* const* inputs, float* const* outputs, int32_t frames);
+    void attach(const float* const* inputs, float* const* outputs, std::int32_t frames);
     /// Processes a buffer with the variant's version of the routine.
-    void process(const float* const* inputs, float* const* outputs, int32_t frames);
+    void process(const float* const* inputs, float* const* outputs, std::int32_t frames);
     /// Processes a buffer with the literal evaluation, in the routine's floating-point mode.
-    void processLiterally(const float* const* inputs, float* const* outputs, int32_t frames);
+    void processLiterally(const float* const* inputs, float* const* outputs, std::int32_t frames);
 
     BufferProcessor processor();
     BufferProcessor literalProcessor();
@@ -96,8 +96,8 @@ private:
     AlgVariant mVariant;
     double mSampleRate;
     float mSampleRateField;
-    int32_t mBypass = 0;
-    int32_t mBufferFrames = 0;
+    std::int32_t mBypass = 0;
+    std::int32_t mBufferFrames = 0;
     std::array<float, kAlgNumDataInPorts> mFields{};
     std::array<float, eMeterTap_Count> mTaps{};
     SDemoGain_Alg_State mState{};

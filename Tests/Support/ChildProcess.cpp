@@ -1,6 +1,6 @@
-#include "ChildProcess.h"
+#include "Tests/Support/ChildProcess.h"
 
-#include "Eventually.h"
+#include "Tests/Support/Eventually.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kSignalledStatus = 128;
 
-/// Runs in the new process, where only calls that are safe in signal handlers may be made.
+// Runs in the new process, where only calls that are safe in signal handlers may be made.
 [[noreturn]] void become(char* const* words, ChildStreams streams, pid_t parent) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     const bool orphanedAlready = getppid() != parent;

@@ -1,6 +1,6 @@
 /// A program that a test starts and that never outlives it.
-#ifndef VARNO_TEST_CHILDPROCESS_H
-#define VARNO_TEST_CHILDPROCESS_H
+#ifndef VARNO_TESTS_SUPPORT_CHILDPROCESS_H
+#define VARNO_TESTS_SUPPORT_CHILDPROCESS_H
 
 #include <optional>
 #include <string>

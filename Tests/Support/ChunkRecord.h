@@ -1,6 +1,6 @@
 /// Chunks in memory of exactly their size, for tests.
-#ifndef VARNO_CHUNKRECORD_H
-#define VARNO_CHUNKRECORD_H
+#ifndef VARNO_TESTS_SUPPORT_CHUNKRECORD_H
+#define VARNO_TESTS_SUPPORT_CHUNKRECORD_H
 
 #include "AAX.h"
 
@@ -17,11 +17,11 @@ namespace varno::test {
 class ChunkRecord {
 public:
     /// Room for `size` bytes of data area; the header's size field has that size.
-    explicit ChunkRecord(size_t size)
+    explicit ChunkRecord(std::size_t size)
         : mSize(size),
           mBytes(new char[kAAX_PlugInChunkHeaderSize + size]) {
         std::memset(mBytes.get(), 0xEE, kAAX_PlugInChunkHeaderSize + size);
-        get()->fSize = static_cast<int32_t>(size);
+        get()->fSize = static_cast<std::int32_t>(size);
         get()->fVersion = 7;
         get()->fChunkID = AAX_FourCC("elck");
     }
@@ -40,7 +40,7 @@ public:
     std::string name() { return {get()->fName, sizeof(get()->fName)}; }
 
 private:
-    size_t mSize;
+    std::size_t mSize;
     std::unique_ptr<char[]> mBytes;
 };
 

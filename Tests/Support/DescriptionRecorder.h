@@ -1,12 +1,12 @@
 /// A host that takes a description and writes down every call, for tests.
-#ifndef VARNO_DESCRIPTIONRECORDER_H
-#define VARNO_DESCRIPTIONRECORDER_H
+#ifndef VARNO_TESTS_SUPPORT_DESCRIPTIONRECORDER_H
+#define VARNO_TESTS_SUPPORT_DESCRIPTIONRECORDER_H
 
 #include "AAX_IACFCollection.h"
 #include "AAX_IACFComponentDescriptor.h"
 #include "AAX_IACFEffectDescriptor.h"
 #include "AAX_IACFPropertyMap.h"
-#include "FakeUnknown.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <map>
 #include <memory>
@@ -55,19 +55,19 @@ public:
         offer(IID_IAAXPropertyMapV1, this);
     }
 
-    AAX_Result AddProperty(AAX_EProperty property, int32_t value) override {
+    AAX_Result AddProperty(AAX_EProperty property, std::int32_t value) override {
         return mLog.note(mName, property, value);
     }
-    AAX_Result GetProperty(AAX_EProperty, int32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result GetProperty(AAX_EProperty, std::int32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result GetPointerProperty(AAX_EProperty, const void**) const override {
         return AAX_ERROR_UNIMPLEMENTED;
     }
     AAX_Result AddPointerProperty(AAX_EProperty, const void*) override { return mLog.note("pointer"); }
     AAX_Result RemoveProperty(AAX_EProperty) override { return mLog.note("remove"); }
-    AAX_Result AddPropertyWithIDArray(AAX_EProperty, const AAX_CTypeID*, uint32_t) override {
+    AAX_Result AddPropertyWithIDArray(AAX_EProperty, const AAX_CTypeID*, std::uint32_t) override {
         return mLog.note("ids");
     }
-    AAX_Result GetPropertyWithIDArray(AAX_EProperty, const AAX_CTypeID**, uint32_t*) const override {
+    AAX_Result GetPropertyWithIDArray(AAX_EProperty, const AAX_CTypeID**, std::uint32_t*) const override {
         return AAX_ERROR_UNIMPLEMENTED;
     }
 
@@ -93,8 +93,8 @@ public:
         }
         return answer;
     }
-    int32_t references() const {
-        int32_t sum = 0;
+    std::int32_t references() const {
+        std::int32_t sum = 0;
         for (const auto& map : mMaps) {
             sum += map->references();
         }
@@ -124,45 +124,52 @@ public:
     AAX_Result AddSampleRate(AAX_CFieldIndex field) override { return mLog.note("SampleRate", field); }
     AAX_Result AddClock(AAX_CFieldIndex field) override { return mLog.note("Clock", field); }
     AAX_Result AddSideChainIn(AAX_CFieldIndex field) override { return mLog.note("SideChainIn", field); }
-    AAX_Result AddDataInPort(AAX_CFieldIndex field, uint32_t packetSize, AAX_EDataInPortType type) override {
+    AAX_Result AddDataInPort(AAX_CFieldIndex field, std::uint32_t packetSize,
+                             AAX_EDataInPortType type) override {
         return mLog.note("DataInPort", field, packetSize, type);
     }
-    AAX_Result AddAuxOutputStem(AAX_CFieldIndex, int32_t, const char*) override {
+    AAX_Result AddAuxOutputStem(AAX_CFieldIndex, std::int32_t, const char*) override {
         return mLog.note("AuxOutputStem");
     }
-    AAX_Result AddPrivateData(AAX_CFieldIndex field, int32_t size, uint32_t options) override {
+    AAX_Result AddPrivateData(AAX_CFieldIndex field, std::int32_t size, std::uint32_t options) override {
         return mLog.note("PrivateData", field, size, options);
     }
-    AAX_Result AddTemporaryData(AAX_CFieldIndex, uint32_t) override { return mLog.note("TemporaryData"); }
+    AAX_Result AddTemporaryData(AAX_CFieldIndex, std::uint32_t) override {
+        return mLog.note("TemporaryData");
+    }
     AAX_Result AddDmaInstance(AAX_CFieldIndex, AAX_IDma::EMode) override { return mLog.note("DmaInstance"); }
-    AAX_Result AddMeters(AAX_CFieldIndex field, const AAX_CTypeID* meterIDs, uint32_t count) override {
+    AAX_Result AddMeters(AAX_CFieldIndex field, const AAX_CTypeID* meterIDs, std::uint32_t count) override {
         std::string ids;
-        for (uint32_t i = 0; i < count; ++i) {
+        for (std::uint32_t i = 0; i < count; ++i) {
             ids += codeText(meterIDs[i]);
         }
         return mLog.note("Meters", field, ids);
     }
-    AAX_Result AddMIDINode(AAX_CFieldIndex, int32_t, const char*, uint32_t) override {
+    AAX_Result AddMIDINode(AAX_CFieldIndex, std::int32_t, const char*, std::uint32_t) override {
         return mLog.note("MIDINode");
     }
-    AAX_Result AddReservedField(AAX_CFieldIndex, uint32_t) override { return mLog.note("ReservedField"); }
+    AAX_Result AddReservedField(AAX_CFieldIndex, std::uint32_t) override {
+        return mLog.note("ReservedField");
+    }
     AAX_Result NewPropertyMap(IACFUnknown** outMap) override { return maps.make("component", outMap); }
     AAX_Result DuplicatePropertyMap(IACFUnknown*, IACFUnknown**) override {
         return mLog.note("DuplicatePropertyMap");
     }
     AAX_Result AddProcessProc_Native(AAX_CProcessProc processProc, IACFUnknown* properties,
                                      AAX_CInstanceInitProc initProc, AAX_CBackgroundProc backgroundProc,
-                                     int32_t* /*outProcID*/) override {
+                                     std::int32_t* /*outProcID*/) override {
         routines.push_back(processProc);
         return mLog.note("Native", properties != nullptr, initProc != nullptr, backgroundProc != nullptr);
     }
     AAX_Result AddProcessProc_TI(const char* dllName, const char* entryName, IACFUnknown* properties,
                                  const char* initName, const char* backgroundName,
-                                 int32_t* /*outProcID*/) override {
+                                 std::int32_t* /*outProcID*/) override {
         return mLog.note("TI", dllName, entryName, properties != nullptr, initName != nullptr,
                          backgroundName != nullptr);
     }
-    AAX_Result AddProcessProc(IACFUnknown*, int32_t*, int32_t) override { return mLog.note("ProcessProc"); }
+    AAX_Result AddProcessProc(IACFUnknown*, std::int32_t*, std::int32_t) override {
+        return mLog.note("ProcessProc");
+    }
 
     std::vector<AAX_CProcessProc> routines; ///< As registered, in order.
     PropertyMapMaker maps;
@@ -194,8 +201,10 @@ public:
         return mLog.note("effect.AddComponent", added != nullptr);
     }
     AAX_Result AddName(const char* name) override { return mLog.note("effect.AddName", name); }
-    AAX_Result AddCategory(uint32_t category) override { return mLog.note("effect.AddCategory", category); }
-    AAX_Result AddCategoryBypassParameter(uint32_t, AAX_CParamID) override {
+    AAX_Result AddCategory(std::uint32_t category) override {
+        return mLog.note("effect.AddCategory", category);
+    }
+    AAX_Result AddCategoryBypassParameter(std::uint32_t, AAX_CParamID) override {
         return mLog.note("effect.AddCategoryBypassParameter");
     }
     AAX_Result AddProcPtr(void* proc, AAX_CProcPtrID procID) override {
@@ -210,7 +219,7 @@ public:
     AAX_Result AddMeterDescription(AAX_CTypeID meterID, const char* name, IACFUnknown* properties) override {
         return mLog.note("effect.AddMeterDescription", codeText(meterID), name, properties != nullptr);
     }
-    AAX_Result AddControlMIDINode(AAX_CTypeID, int32_t, const char*, uint32_t) override {
+    AAX_Result AddControlMIDINode(AAX_CTypeID, std::int32_t, const char*, std::uint32_t) override {
         return mLog.note("effect.AddControlMIDINode");
     }
 
@@ -249,7 +258,7 @@ public:
     AAX_Result AddPackageName(const char* name) override {
         return log.note("collection.AddPackageName", name);
     }
-    AAX_Result SetPackageVersion(uint32_t version) override {
+    AAX_Result SetPackageVersion(std::uint32_t version) override {
         return log.note("collection.SetPackageVersion", version);
     }
     AAX_Result NewPropertyMap(IACFUnknown** outMap) override {
@@ -259,7 +268,7 @@ public:
     AAX_Result SetProperties(IACFUnknown*) override { return log.note("collection.SetProperties"); }
 
     /// References that others hold to anything of the description.
-    int32_t allReferences() const {
+    std::int32_t allReferences() const {
         return references() + effect.references() + effect.maps.references() + effect.component.references() +
                effect.component.maps.references();
     }

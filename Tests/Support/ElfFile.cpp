@@ -1,4 +1,4 @@
-#include "ElfFile.h"
+#include "Tests/Support/ElfFile.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,7 +18,7 @@ ElfFile::ElfFile(const std::string& path) {
 }
 
 template<class T>
-T ElfFile::read(size_t offset) const {
+T ElfFile::read(std::size_t offset) const {
     if (offset > mBytes.size() || mBytes.size() - offset < sizeof(T)) {
         throw std::runtime_error("the ELF file is cut short");
     }
@@ -27,15 +27,15 @@ T ElfFile::read(size_t offset) const {
     return value;
 }
 
-std::string ElfFile::textAt(size_t offset) const {
-    const size_t start = std::min(offset, mBytes.size());
+std::string ElfFile::textAt(std::size_t offset) const {
+    const std::size_t start = std::min(offset, mBytes.size());
     return mBytes.substr(start, mBytes.find('\0', start) - start);
 }
 
 std::vector<Elf64_Shdr> ElfFile::sections() const {
     const auto header = read<Elf64_Ehdr>(0);
     std::vector<Elf64_Shdr> sections;
-    for (size_t i = 0; i < header.e_shnum; ++i) {
+    for (std::size_t i = 0; i < header.e_shnum; ++i) {
         sections.push_back(read<Elf64_Shdr>(header.e_shoff + i * header.e_shentsize));
     }
     return sections;
@@ -48,7 +48,7 @@ std::set<std::string> ElfFile::dynamicSymbols(bool imported) const {
         if (section.sh_type != SHT_DYNSYM) {
             continue;
         }
-        for (size_t at = 0; at + sizeof(Elf64_Sym) <= section.sh_size; at += sizeof(Elf64_Sym)) {
+        for (std::size_t at = 0; at + sizeof(Elf64_Sym) <= section.sh_size; at += sizeof(Elf64_Sym)) {
             const auto symbol = read<Elf64_Sym>(section.sh_offset + at);
             if ((symbol.st_shndx == SHN_UNDEF) == imported && ELF64_ST_BIND(symbol.st_info) != STB_LOCAL) {
                 names.insert(textAt(all.at(section.sh_link).sh_offset + symbol.st_name));
@@ -73,7 +73,7 @@ std::set<std::string> ElfFile::neededLibraries() const {
         if (section.sh_type != SHT_DYNAMIC) {
             continue;
         }
-        for (size_t at = 0; at + sizeof(Elf64_Dyn) <= section.sh_size; at += sizeof(Elf64_Dyn)) {
+        for (std::size_t at = 0; at + sizeof(Elf64_Dyn) <= section.sh_size; at += sizeof(Elf64_Dyn)) {
             const auto entry = read<Elf64_Dyn>(section.sh_offset + at);
             if (entry.d_tag == DT_NEEDED) {
                 names.insert(textAt(all.at(section.sh_link).sh_offset + entry.d_un.d_val));
@@ -88,7 +88,7 @@ bool ElfFile::hasTextRelocations() const {
         if (section.sh_type != SHT_DYNAMIC) {
             continue;
         }
-        for (size_t at = 0; at + sizeof(Elf64_Dyn) <= section.sh_size; at += sizeof(Elf64_Dyn)) {
+        for (std::size_t at = 0; at + sizeof(Elf64_Dyn) <= section.sh_size; at += sizeof(Elf64_Dyn)) {
             const auto entry = read<Elf64_Dyn>(section.sh_offset + at);
             if (entry.d_tag == DT_TEXTREL ||
                 (entry.d_tag == DT_FLAGS && (entry.d_un.d_val & DF_TEXTREL) != 0)) {

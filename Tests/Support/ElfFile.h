@@ -1,6 +1,6 @@
 /// What a linked ELF file says about itself.
-#ifndef VARNO_TEST_ELFFILE_H
-#define VARNO_TEST_ELFFILE_H
+#ifndef VARNO_TESTS_SUPPORT_ELFFILE_H
+#define VARNO_TESTS_SUPPORT_ELFFILE_H
 
 #include <cstddef>
 #include <elf.h>
@@ -26,8 +26,8 @@ public:
 
 private:
     template<class T>
-    T read(size_t offset) const;
-    std::string textAt(size_t offset) const;
+    T read(std::size_t offset) const;
+    std::string textAt(std::size_t offset) const;
     std::vector<Elf64_Shdr> sections() const;
     std::set<std::string> dynamicSymbols(bool imported) const;
 

@@ -1,6 +1,6 @@
 /// Waits for what another process or thread does.
-#ifndef VARNO_TEST_EVENTUALLY_H
-#define VARNO_TEST_EVENTUALLY_H
+#ifndef VARNO_TESTS_SUPPORT_EVENTUALLY_H
+#define VARNO_TESTS_SUPPORT_EVENTUALLY_H
 
 #include <chrono>
 #include <thread>

@@ -1,9 +1,9 @@
 /// The host's automation, for tests of the data model.
-#ifndef VARNO_FAKEAUTOMATION_H
-#define VARNO_FAKEAUTOMATION_H
+#ifndef VARNO_TESTS_SUPPORT_FAKEAUTOMATION_H
+#define VARNO_TESTS_SUPPORT_FAKEAUTOMATION_H
 
 #include "AAX_IACFAutomationDelegate.h"
-#include "FakeUnknown.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <sstream>
 #include <string>

@@ -1,9 +1,9 @@
 /// The host's maker of components, for tests.
-#ifndef VARNO_FAKECOMPONENTFACTORY_H
-#define VARNO_FAKECOMPONENTFACTORY_H
+#ifndef VARNO_TESTS_SUPPORT_FAKECOMPONENTFACTORY_H
+#define VARNO_TESTS_SUPPORT_FAKECOMPONENTFACTORY_H
 
 #include "ACF/IACFComponentFactory.h"
-#include "FakeUnknown.h"
+#include "Tests/Support/FakeUnknown.h"
 
 namespace varno {
 

@@ -1,9 +1,9 @@
 /// The host's side of a running instance, for tests of the data model.
-#ifndef VARNO_FAKECONTROLLER_H
-#define VARNO_FAKECONTROLLER_H
+#ifndef VARNO_TESTS_SUPPORT_FAKECONTROLLER_H
+#define VARNO_TESTS_SUPPORT_FAKECONTROLLER_H
 
 #include "AAX_IACFController.h"
-#include "FakeUnknown.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <algorithm>
 #include <cstring>
@@ -51,7 +51,7 @@ public:
         *outRateHz = sampleRate;
         return sampleRateResult;
     }
-    AAX_Result PostPacket(AAX_CFieldIndex field, const void* payload, uint32_t size) override {
+    AAX_Result PostPacket(AAX_CFieldIndex field, const void* payload, std::uint32_t size) override {
         const auto* const first = static_cast<const char*>(payload);
         posts.push_back({field, std::vector<char>(first, first + size)});
         if (postResults.empty()) {
@@ -65,11 +65,13 @@ public:
     AAX_Result GetEffectID(AAX_IString*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result GetInputStemFormat(AAX_EStemFormat*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result GetOutputStemFormat(AAX_EStemFormat*) const override { return AAX_ERROR_UNIMPLEMENTED; }
-    AAX_Result GetSignalLatency(int32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
-    AAX_Result GetCycleCount(AAX_EProperty, int32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result GetSignalLatency(std::int32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result GetCycleCount(AAX_EProperty, std::int32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result GetTODLocation(AAX_CTimeOfDay*) const override { return AAX_ERROR_UNIMPLEMENTED; }
-    AAX_Result SetSignalLatency(int32_t) override { return AAX_ERROR_UNIMPLEMENTED; }
-    AAX_Result SetCycleCount(AAX_EProperty*, int32_t*, int32_t) override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result SetSignalLatency(std::int32_t) override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result SetCycleCount(AAX_EProperty*, std::int32_t*, std::int32_t) override {
+        return AAX_ERROR_UNIMPLEMENTED;
+    }
     AAX_Result GetCurrentMeterValue(AAX_CTypeID meterID, float* outValue) const override {
         const auto meter = meters.find(meterID);
         if (meter == meters.end()) {
@@ -80,9 +82,9 @@ public:
     }
     AAX_Result GetMeterPeakValue(AAX_CTypeID, float*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result ClearMeterPeakValue(AAX_CTypeID) const override { return AAX_ERROR_UNIMPLEMENTED; }
-    AAX_Result GetMeterClipped(AAX_CTypeID, uint8_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result GetMeterClipped(AAX_CTypeID, std::uint8_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result ClearMeterClipped(AAX_CTypeID) const override { return AAX_ERROR_UNIMPLEMENTED; }
-    AAX_Result GetMeterCount(uint32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
+    AAX_Result GetMeterCount(std::uint32_t*) const override { return AAX_ERROR_UNIMPLEMENTED; }
     AAX_Result GetNextMIDIPacket(AAX_CFieldIndex*, AAX_CMidiPacket*) override {
         return AAX_ERROR_UNIMPLEMENTED;
     }

@@ -1,10 +1,10 @@
 /// The host's diagnostics channel, for tests.
-#ifndef VARNO_FAKEHOSTSERVICES_H
-#define VARNO_FAKEHOSTSERVICES_H
+#ifndef VARNO_TESTS_SUPPORT_FAKEHOSTSERVICES_H
+#define VARNO_TESTS_SUPPORT_FAKEHOSTSERVICES_H
 
 #include "AAX_CHostServices.h"
 #include "AAX_IACFHostServices.h"
-#include "FakeComponentFactory.h"
+#include "Tests/Support/FakeComponentFactory.h"
 
 #include <string>
 #include <vector>
@@ -15,34 +15,36 @@ namespace varno {
 class FakeHostServices : public FakeUnknown<AAX_IACFHostServices_V3> {
 public:
     struct Line {
-        int32_t priority;
+        std::int32_t priority;
         std::string text;
         bool operator==(const Line&) const = default;
     };
     struct Assertion {
         std::string file;
-        int32_t line;
+        std::int32_t line;
         std::string note;
-        int32_t flags;
+        std::int32_t flags;
     };
 
-    AAX_Result Trace(int32_t priority, const char* message) override {
+    AAX_Result Trace(std::int32_t priority, const char* message) override {
         lines.push_back({priority, message});
         return traceResult;
     }
-    AAX_Result StackTrace(int32_t tracePriority, int32_t stackTracePriority, const char* message) override {
+    AAX_Result StackTrace(std::int32_t tracePriority, std::int32_t stackTracePriority,
+                          const char* message) override {
         stackTraces.push_back({tracePriority, message});
         stackTracePriorities.push_back(stackTracePriority);
         return stackTraceResult;
     }
-    AAX_Result HandleAssertFailure(const char* file, int32_t line, const char* note, int32_t flags) override {
+    AAX_Result HandleAssertFailure(const char* file, std::int32_t line, const char* note,
+                                   std::int32_t flags) override {
         assertions.push_back({file, line, note, flags});
         return assertResult;
     }
 
     std::vector<Line> lines;
     std::vector<Line> stackTraces;
-    std::vector<int32_t> stackTracePriorities;
+    std::vector<std::int32_t> stackTracePriorities;
     std::vector<Assertion> assertions;
     AAX_Result traceResult = AAX_SUCCESS;
     AAX_Result stackTraceResult = AAX_SUCCESS;
@@ -60,7 +62,7 @@ public:
     }
 
     /// References that others hold to the host or to anything that it has handed out.
-    int32_t allReferences() const {
+    std::int32_t allReferences() const {
         return references() + factory.references() + version1.references() + version2.references() +
                version3.references();
     }

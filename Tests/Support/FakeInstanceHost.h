@@ -1,9 +1,9 @@
 /// The object handed to a data model's Initialize, for tests.
-#ifndef VARNO_FAKEINSTANCEHOST_H
-#define VARNO_FAKEINSTANCEHOST_H
+#ifndef VARNO_TESTS_SUPPORT_FAKEINSTANCEHOST_H
+#define VARNO_TESTS_SUPPORT_FAKEINSTANCEHOST_H
 
-#include "FakeAutomation.h"
-#include "FakeController.h"
+#include "Tests/Support/FakeAutomation.h"
+#include "Tests/Support/FakeController.h"
 
 namespace varno::test {
 
@@ -16,7 +16,9 @@ public:
     }
 
     /// References that others hold to the host or to anything that it has handed out.
-    int32_t allReferences() const { return references() + controller.references() + automation.references(); }
+    std::int32_t allReferences() const {
+        return references() + controller.references() + automation.references();
+    }
 
     FakeController controller;
     FakeAutomation automation;

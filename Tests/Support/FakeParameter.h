@@ -1,6 +1,6 @@
 /// A parameter that answers to several types at once, or throws, for tests.
-#ifndef VARNO_FAKEPARAMETER_H
-#define VARNO_FAKEPARAMETER_H
+#ifndef VARNO_TESTS_SUPPORT_FAKEPARAMETER_H
+#define VARNO_TESTS_SUPPORT_FAKEPARAMETER_H
 
 #include "AAX_CString.h"
 #include "AAX_IParameter.h"
@@ -27,17 +27,17 @@ public:
     }
 
     std::optional<bool> asBool;
-    std::optional<int32_t> asInt32;
+    std::optional<std::int32_t> asInt32;
     std::optional<float> asFloat;
     std::optional<double> asDouble;
     std::optional<std::string> asString;
-    uint32_t steps = 2;
+    std::uint32_t steps = 2;
     std::vector<std::string> sets; ///< The setters that succeeded, with their values.
     std::function<void()> before = [] {};
     std::function<void()> onDestruction;
 
     bool GetValueAsBool(bool* out) const override { return get(asBool, out); }
-    bool GetValueAsInt32(int32_t* out) const override { return get(asInt32, out); }
+    bool GetValueAsInt32(std::int32_t* out) const override { return get(asInt32, out); }
     bool GetValueAsFloat(float* out) const override { return get(asFloat, out); }
     bool GetValueAsDouble(double* out) const override { return get(asDouble, out); }
     bool GetValueAsString(AAX_IString* out) const override {
@@ -49,7 +49,7 @@ public:
         return isThere;
     }
     bool SetValueWithBool(bool value) override { return set("bool", asBool, value); }
-    bool SetValueWithInt32(int32_t value) override { return set("int32", asInt32, value); }
+    bool SetValueWithInt32(std::int32_t value) override { return set("int32", asInt32, value); }
     bool SetValueWithFloat(float value) override { return set("float", asFloat, value); }
     bool SetValueWithDouble(double value) override { return set("double", asDouble, value); }
     bool SetValueWithString(const AAX_IString& value) override {
@@ -58,11 +58,11 @@ public:
 
     AAX_CParamID Identifier() const override { return mIdentifier.c_str(); }
     const AAX_CString& Name() const override { return mName; }
-    const AAX_CString& ShortenedName(int32_t) const override {
+    const AAX_CString& ShortenedName(std::int32_t) const override {
         before();
         return mName;
     }
-    uint32_t GetNumberOfSteps() const override { return answer(steps); }
+    std::uint32_t GetNumberOfSteps() const override { return answer(steps); }
 
     std::unique_ptr<AAX_IParameterValue> CloneValue() const override { return nullptr; }
     void SetName(const AAX_CString& name) override { mName = name; }
@@ -77,29 +77,31 @@ public:
     void SetNormalizedDefaultValue(double) override { before(); }
     double GetNormalizedDefaultValue() const override { return answer(0.0); }
     void SetToDefaultValue() override {}
-    void SetNumberOfSteps(uint32_t) override {}
-    uint32_t GetStepValue() const override { return 0; }
-    double GetNormalizedValueFromStep(uint32_t) const override { return 0.0; }
-    uint32_t GetStepValueFromNormalizedValue(double) const override { return 0; }
-    void SetStepValue(uint32_t) override {}
+    void SetNumberOfSteps(std::uint32_t) override {}
+    std::uint32_t GetStepValue() const override { return 0; }
+    double GetNormalizedValueFromStep(std::uint32_t) const override { return 0.0; }
+    std::uint32_t GetStepValueFromNormalizedValue(double) const override { return 0; }
+    void SetStepValue(std::uint32_t) override {}
     bool GetValueString(AAX_CString*) const override { return answer(false); }
-    bool GetValueString(int32_t, AAX_CString*) const override { return answer(false); }
+    bool GetValueString(std::int32_t, AAX_CString*) const override { return answer(false); }
     bool GetNormalizedValueFromBool(bool, double*) const override { return false; }
-    bool GetNormalizedValueFromInt32(int32_t, double*) const override { return false; }
+    bool GetNormalizedValueFromInt32(std::int32_t, double*) const override { return false; }
     bool GetNormalizedValueFromFloat(float, double*) const override { return false; }
     bool GetNormalizedValueFromDouble(double, double*) const override { return false; }
     bool GetNormalizedValueFromString(const AAX_CString&, double*) const override { return answer(false); }
     bool GetBoolFromNormalizedValue(double, bool*) const override { return false; }
-    bool GetInt32FromNormalizedValue(double, int32_t*) const override { return false; }
+    bool GetInt32FromNormalizedValue(double, std::int32_t*) const override { return false; }
     bool GetFloatFromNormalizedValue(double, float*) const override { return false; }
     bool GetDoubleFromNormalizedValue(double, double*) const override { return false; }
     bool GetStringFromNormalizedValue(double, AAX_CString&) const override { return answer(false); }
-    bool GetStringFromNormalizedValue(double, int32_t, AAX_CString&) const override { return answer(false); }
+    bool GetStringFromNormalizedValue(double, std::int32_t, AAX_CString&) const override {
+        return answer(false);
+    }
     bool SetValueFromString(const AAX_CString&) override { return false; }
     void SetType(AAX_EParameterType) override {}
     AAX_EParameterType GetType() const override { return answer(AAX_eParameterType_Discrete); }
-    void SetOrientation(int32_t) override {}
-    int32_t GetOrientation() const override { return answer(0); }
+    void SetOrientation(std::int32_t) override {}
+    std::int32_t GetOrientation() const override { return answer(0); }
     void SetTaperDelegate(AAX_ITaperDelegateBase&, bool) override {}
     void SetDisplayDelegate(AAX_IDisplayDelegateBase&) override {}
     void UpdateNormalizedValue(double) override { before(); }

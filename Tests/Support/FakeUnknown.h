@@ -1,6 +1,6 @@
 /// A host object for tests: offers what it is told to and counts its references.
-#ifndef VARNO_FAKEUNKNOWN_H
-#define VARNO_FAKEUNKNOWN_H
+#ifndef VARNO_TESTS_SUPPORT_FAKEUNKNOWN_H
+#define VARNO_TESTS_SUPPORT_FAKEUNKNOWN_H
 
 #include "ACF/IACFUnknown.h"
 
@@ -28,8 +28,8 @@ public:
         }
         return ACF_E_NOINTERFACE;
     }
-    uint32_t AddRef() override { return static_cast<uint32_t>(++mReferences); }
-    uint32_t Release() override { return static_cast<uint32_t>(--mReferences); }
+    std::uint32_t AddRef() override { return static_cast<std::uint32_t>(++mReferences); }
+    std::uint32_t Release() override { return static_cast<std::uint32_t>(--mReferences); }
 
     /// Answers queries for `iid` with `object` (borrowed); null withholds the interface again.
     void offer(const acfIID& iid, IACFUnknown* object) {
@@ -38,11 +38,11 @@ public:
     }
 
     /// References that others hold now.
-    int32_t references() const { return mReferences; }
+    std::int32_t references() const { return mReferences; }
 
 private:
     std::vector<std::pair<acfIID, IACFUnknown*>> mOffers;
-    int32_t mReferences = 0;
+    std::int32_t mReferences = 0;
 };
 
 /// A host object that only leads to others.

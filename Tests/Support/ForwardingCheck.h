@@ -1,9 +1,9 @@
 /// Checks that a wrapper forwards each of its operations to the host's interface of the right version.
-#ifndef VARNO_FORWARDINGCHECK_H
-#define VARNO_FORWARDINGCHECK_H
+#ifndef VARNO_TESTS_SUPPORT_FORWARDINGCHECK_H
+#define VARNO_TESTS_SUPPORT_FORWARDINGCHECK_H
 
-#include "Recording.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/Recording.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -100,8 +100,8 @@ public:
         return all;
     }
 
-    int32_t references() const {
-        int32_t sum = mHost.references();
+    std::int32_t references() const {
+        std::int32_t sum = mHost.references();
         for (const auto& fake : mFakes) {
             sum += fake->references();
         }

@@ -1,8 +1,8 @@
-#include "ForwardingCheck.h"
+#include "Tests/Support/ForwardingCheck.h"
 
 #include "AAX_IACFPropertyMap.h"
 #include "ACF/ACFPtr.h"
-#include "RecordingPropertyMap.h"
+#include "Tests/Support/RecordingPropertyMap.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 namespace varno {
 namespace {
 
-/// A wrapper of one operation, right or with one defect.
+// A wrapper of one operation, right or with one defect.
 enum class Defect { None, OtherArgument, OtherResult, NoCall, TwoCalls, OtherCode, Leak };
 
 class OneOperation {

@@ -1,10 +1,10 @@
 /// Tests with a module in the reference host, under watch.
-#ifndef HOSTFIXTURE_H
-#define HOSTFIXTURE_H
+#ifndef VARNO_TESTS_SUPPORT_HOSTFIXTURE_H
+#define VARNO_TESTS_SUPPORT_HOSTFIXTURE_H
 
-#include "ContractMonitor.h"
-#include "Instance.h"
-#include "Module.h"
+#include "Host/ContractMonitor.h"
+#include "Host/Instance.h"
+#include "Host/Module.h"
 
 #include <filesystem>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "Keyboard.h"
+#include "Tests/Support/Keyboard.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -40,7 +40,7 @@ void Keyboard::tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held) cons
     std::for_each(held.rbegin(), held.rend(), [this](auto other) { fake(XCB_KEY_RELEASE, other); });
 }
 
-void Keyboard::fake(uint8_t type, xcb_keysym_t key) const {
+void Keyboard::fake(std::uint8_t type, xcb_keysym_t key) const {
     xcb_test_fake_input(mClient.connection(), type, keycodeOf(mClient, key), XCB_CURRENT_TIME,
                         mClient.screen().root, 0, 0, 0);
     mClient.synchronise();

@@ -1,8 +1,8 @@
 /// The keyboard, as the X server gets it from a person.
-#ifndef VARNO_TEST_KEYBOARD_H
-#define VARNO_TEST_KEYBOARD_H
+#ifndef VARNO_TESTS_SUPPORT_KEYBOARD_H
+#define VARNO_TESTS_SUPPORT_KEYBOARD_H
 
-#include "XClient.h"
+#include "Tests/Support/XClient.h"
 
 #include <vector>
 
@@ -21,7 +21,7 @@ public:
     void tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held = {}) const;
 
 private:
-    void fake(uint8_t type, xcb_keysym_t key) const;
+    void fake(std::uint8_t type, xcb_keysym_t key) const;
 
     const XClient& mClient;
 };

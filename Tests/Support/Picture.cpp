@@ -1,4 +1,4 @@
-#include "Picture.h"
+#include "Tests/Support/Picture.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,11 +9,11 @@ namespace varno::test {
 
 namespace {
 
-constexpr uint32_t kColourBits = 0x00FFFFFF;
+constexpr std::uint32_t kColourBits = 0x00FFFFFF;
 
 } // namespace
 
-Picture::Picture(int width, int height, std::vector<uint32_t> pixels)
+Picture::Picture(int width, int height, std::vector<std::uint32_t> pixels)
     : mWidth(width),
       mHeight(height),
       mPixels(std::move(pixels)) {
@@ -25,24 +25,24 @@ Picture::Picture(int width, int height, std::vector<uint32_t> pixels)
 Picture Picture::ofWindow(const XClient& client, xcb_window_t window, const Area& area) {
     const XReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
         client.connection(),
-        xcb_get_image(client.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<int16_t>(area.x),
-                      static_cast<int16_t>(area.y), static_cast<uint16_t>(area.width),
-                      static_cast<uint16_t>(area.height), ~0U),
+        xcb_get_image(client.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window,
+                      static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
+                      static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), ~0U),
         nullptr));
-    std::vector<uint32_t> pixels(static_cast<std::size_t>(area.width) *
-                                 static_cast<std::size_t>(area.height));
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(area.width) *
+                                      static_cast<std::size_t>(area.height));
     const std::size_t bytes = pixels.size() * sizeof pixels[0];
     if (reply == nullptr || static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) != bytes) {
         throw std::runtime_error("that part of the window is not to be seen");
     }
     std::memcpy(pixels.data(), xcb_get_image_data(reply.get()), bytes);
-    for (uint32_t& pixel : pixels) {
+    for (std::uint32_t& pixel : pixels) {
         pixel &= kColourBits;
     }
     return {area.width, area.height, std::move(pixels)};
 }
 
-uint32_t Picture::at(Place place) const {
+std::uint32_t Picture::at(Place place) const {
     if (!Area{0, 0, mWidth, mHeight}.holds({place.x, place.y, 1, 1})) {
         throw std::out_of_range("outside of the picture");
     }
@@ -51,7 +51,7 @@ uint32_t Picture::at(Place place) const {
 }
 
 Picture Picture::part(const Area& area) const {
-    std::vector<uint32_t> pixels;
+    std::vector<std::uint32_t> pixels;
     for (int y = area.y; y < area.y + area.height; ++y) {
         for (int x = area.x; x < area.x + area.width; ++x) {
             pixels.push_back(at({x, y}));
@@ -61,13 +61,13 @@ Picture Picture::part(const Area& area) const {
 }
 
 std::size_t Picture::countColours() const {
-    return std::set<uint32_t>(mPixels.begin(), mPixels.end()).size();
+    return std::set<std::uint32_t>(mPixels.begin(), mPixels.end()).size();
 }
 
-int channelDifference(uint32_t one, uint32_t other) {
-    constexpr uint32_t kChannel = 0xFF;
+int channelDifference(std::uint32_t one, std::uint32_t other) {
+    constexpr std::uint32_t kChannel = 0xFF;
     int largest = 0;
-    for (const uint32_t shift : {0U, 8U, 16U}) {
+    for (const std::uint32_t shift : {0U, 8U, 16U}) {
         const int difference =
             static_cast<int>((one >> shift) & kChannel) - static_cast<int>((other >> shift) & kChannel);
         largest = std::max(largest, std::abs(difference));

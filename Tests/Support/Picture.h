@@ -1,8 +1,8 @@
 /// What a window shows.
-#ifndef VARNO_TEST_PICTURE_H
-#define VARNO_TEST_PICTURE_H
+#ifndef VARNO_TESTS_SUPPORT_PICTURE_H
+#define VARNO_TESTS_SUPPORT_PICTURE_H
 
-#include "XClient.h"
+#include "Tests/Support/XClient.h"
 
 #include <cstdint>
 #include <optional>
@@ -15,7 +15,7 @@ class Picture {
 public:
     Picture() = default;
     /// @param pixels 0x00RRGGBB, row by row; as many as the size says
-    Picture(int width, int height, std::vector<uint32_t> pixels);
+    Picture(int width, int height, std::vector<std::uint32_t> pixels);
 
     /// A part of a window that is seen on the screen, with the windows in it. Throws std::runtime_error where
     /// the window does not show that part.
@@ -24,7 +24,7 @@ public:
     int width() const { return mWidth; }
     int height() const { return mHeight; }
     /// 0x00RRGGBB.
-    uint32_t at(Place place) const;
+    std::uint32_t at(Place place) const;
     Picture part(const Area& area) const;
     /// How many colours there are in it.
     std::size_t countColours() const;
@@ -34,11 +34,11 @@ public:
 private:
     int mWidth = 0;
     int mHeight = 0;
-    std::vector<uint32_t> mPixels;
+    std::vector<std::uint32_t> mPixels;
 };
 
 /// The largest difference between a channel of two colours.
-int channelDifference(uint32_t one, uint32_t other);
+int channelDifference(std::uint32_t one, std::uint32_t other);
 /// The largest difference between a channel of two pictures' pixels; 255 where their sizes differ.
 int largestDifference(const Picture& one, const Picture& other);
 /// The smallest rectangle that holds every difference between two pictures of one size; none where there is

@@ -1,6 +1,6 @@
-#include "Pointer.h"
+#include "Tests/Support/Pointer.h"
 
-#include "Keyboard.h"
+#include "Tests/Support/Keyboard.h"
 
 #include <X11/keysym.h>
 #include <stdexcept>
@@ -39,12 +39,12 @@ void Pointer::move(Place place) {
 
 void Pointer::press(Button button) {
     mPressed.insert(button);
-    fake(XCB_BUTTON_PRESS, static_cast<uint8_t>(button));
+    fake(XCB_BUTTON_PRESS, static_cast<std::uint8_t>(button));
 }
 
 void Pointer::release(Button button) {
     mPressed.erase(button);
-    fake(XCB_BUTTON_RELEASE, static_cast<uint8_t>(button));
+    fake(XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(button));
 }
 
 void Pointer::hold(const std::set<Modifier>& modifiers) {
@@ -64,9 +64,9 @@ void Pointer::letGo() {
     hold({});
 }
 
-void Pointer::fake(uint8_t type, uint8_t detail, Place place) {
+void Pointer::fake(std::uint8_t type, std::uint8_t detail, Place place) {
     xcb_test_fake_input(mClient.connection(), type, detail, XCB_CURRENT_TIME, mClient.screen().root,
-                        static_cast<int16_t>(place.x), static_cast<int16_t>(place.y), 0);
+                        static_cast<std::int16_t>(place.x), static_cast<std::int16_t>(place.y), 0);
     mClient.synchronise();
 }
 

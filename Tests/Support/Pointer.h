@@ -1,8 +1,8 @@
 /// The mouse, and the modifier keys that go with it, as the X server gets them from a person.
-#ifndef VARNO_TEST_POINTER_H
-#define VARNO_TEST_POINTER_H
+#ifndef VARNO_TESTS_SUPPORT_POINTER_H
+#define VARNO_TESTS_SUPPORT_POINTER_H
 
-#include "XClient.h"
+#include "Tests/Support/XClient.h"
 
 #include <set>
 #include <vector>
@@ -31,7 +31,7 @@ public:
     void letGo();
 
 private:
-    void fake(uint8_t type, uint8_t detail, Place place = {});
+    void fake(std::uint8_t type, std::uint8_t detail, Place place = {});
 
     const XClient& mClient;
     std::set<Modifier> mHeld;

@@ -1,6 +1,6 @@
 /// What this process holds of the system.
-#ifndef VARNO_TEST_PROCESSSTATE_H
-#define VARNO_TEST_PROCESSSTATE_H
+#ifndef VARNO_TESTS_SUPPORT_PROCESSSTATE_H
+#define VARNO_TESTS_SUPPORT_PROCESSSTATE_H
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 /// A fixed seed for properties that are checked with random cases.
-#ifndef VARNO_PROPERTYSEED_H
-#define VARNO_PROPERTYSEED_H
+#ifndef VARNO_TESTS_SUPPORT_PROPERTYSEED_H
+#define VARNO_TESTS_SUPPORT_PROPERTYSEED_H
 
 #include <cstdlib>
 

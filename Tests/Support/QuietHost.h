@@ -1,10 +1,10 @@
 /// A host that takes no memory, for tests of what a data model takes.
-#ifndef VARNO_QUIETHOST_H
-#define VARNO_QUIETHOST_H
+#ifndef VARNO_TESTS_SUPPORT_QUIETHOST_H
+#define VARNO_TESTS_SUPPORT_QUIETHOST_H
 
 #include "AAX_IACFAutomationDelegate.h"
-#include "FakeController.h"
-#include "FakeUnknown.h"
+#include "Tests/Support/FakeController.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <array>
 #include <cstring>
@@ -32,9 +32,9 @@ public:
 /// Keeps the last packet.
 class QuietController : public FakeController {
 public:
-    AAX_Result PostPacket(AAX_CFieldIndex field, const void* payload, uint32_t size) override {
+    AAX_Result PostPacket(AAX_CFieldIndex field, const void* payload, std::uint32_t size) override {
         lastField = field;
-        std::memcpy(lastPayload.data(), payload, std::min<size_t>(size, lastPayload.size()));
+        std::memcpy(lastPayload.data(), payload, std::min<std::size_t>(size, lastPayload.size()));
         return AAX_SUCCESS;
     }
 

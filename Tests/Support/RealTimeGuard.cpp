@@ -1,4 +1,4 @@
-#include "RealTimeGuard.h"
+#include "Tests/Support/RealTimeGuard.h"
 
 #include <atomic>
 #include <cstdarg>
@@ -26,7 +26,7 @@ void note(int RealTimeReport::*kind, const char* name) {
     }
 }
 
-/// The function that an interposed one stands before.
+// The function that an interposed one stands before.
 void* next(std::atomic<void*>& slot, const char* name) {
     void* function = slot.load(std::memory_order_acquire);
     if (function == nullptr) {

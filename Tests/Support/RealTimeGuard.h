@@ -1,8 +1,8 @@
 /// Notices calls that have no place on an audio thread. A program that links this has its allocator, thread
 /// locks, waits and file calls replaced by ones that count, for all of its code and libraries. Not for
 /// sanitizer builds, which replace the same functions themselves.
-#ifndef VARNO_TEST_REALTIMEGUARD_H
-#define VARNO_TEST_REALTIMEGUARD_H
+#ifndef VARNO_TESTS_SUPPORT_REALTIMEGUARD_H
+#define VARNO_TESTS_SUPPORT_REALTIMEGUARD_H
 
 #include <string>
 

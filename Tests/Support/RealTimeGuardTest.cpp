@@ -1,5 +1,5 @@
 // Each planted offence is noticed; without one nothing is.
-#include "RealTimeGuard.h"
+#include "Tests/Support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ using namespace varno::test;
 
 namespace {
 
-/// Keeps the compiler from leaving an allocation out, or from guessing what was allocated before.
+// Keeps the compiler from leaving an allocation out, or from guessing what was allocated before.
 std::atomic<void*> sink;
 
 RealTimeReport reportOf(const std::function<void()>& work) {

@@ -1,9 +1,9 @@
 /// Fakes that write down how they are called.
-#ifndef VARNO_RECORDING_H
-#define VARNO_RECORDING_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDING_H
+#define VARNO_TESTS_SUPPORT_RECORDING_H
 
 #include "AAX_Errors.h"
-#include "FakeUnknown.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <cstdint>
 #include <functional>
@@ -26,7 +26,7 @@ std::string argumentText(const T& argument) {
     } else if constexpr (std::is_pointer_v<T>) {
         text << "at " << std::hex << reinterpret_cast<std::uintptr_t>(argument);
     } else if constexpr (std::is_enum_v<T>) {
-        text << static_cast<int64_t>(argument);
+        text << static_cast<std::int64_t>(argument);
     } else {
         text << +argument;
     }

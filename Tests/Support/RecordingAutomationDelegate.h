@@ -1,9 +1,9 @@
 /// The host's automation, for tests.
-#ifndef VARNO_RECORDINGAUTOMATIONDELEGATE_H
-#define VARNO_RECORDINGAUTOMATIONDELEGATE_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGAUTOMATIONDELEGATE_H
+#define VARNO_TESTS_SUPPORT_RECORDINGAUTOMATIONDELEGATE_H
 
 #include "AAX_IACFAutomationDelegate.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 

@@ -1,9 +1,9 @@
 /// The host's record of a module, for tests.
-#ifndef VARNO_RECORDINGCOLLECTION_H
-#define VARNO_RECORDINGCOLLECTION_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGCOLLECTION_H
+#define VARNO_TESTS_SUPPORT_RECORDINGCOLLECTION_H
 
 #include "AAX_IACFCollection.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 
@@ -18,7 +18,9 @@ public:
     }
     AAX_Result SetManufacturerName(const char* name) override { return note("SetManufacturerName", name); }
     AAX_Result AddPackageName(const char* name) override { return note("AddPackageName", name); }
-    AAX_Result SetPackageVersion(uint32_t version) override { return note("SetPackageVersion", version); }
+    AAX_Result SetPackageVersion(std::uint32_t version) override {
+        return note("SetPackageVersion", version);
+    }
     AAX_Result NewPropertyMap(IACFUnknown** outMap) override {
         return handOut(note("NewPropertyMap"), outMap);
     }

@@ -1,9 +1,9 @@
 /// The host's record of an algorithm variant, for tests.
-#ifndef VARNO_RECORDINGCOMPONENTDESCRIPTOR_H
-#define VARNO_RECORDINGCOMPONENTDESCRIPTOR_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGCOMPONENTDESCRIPTOR_H
+#define VARNO_TESTS_SUPPORT_RECORDINGCOMPONENTDESCRIPTOR_H
 
 #include "AAX_IACFComponentDescriptor.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 
@@ -19,29 +19,30 @@ public:
     AAX_Result AddSampleRate(AAX_CFieldIndex field) override { return note("AddSampleRate", field); }
     AAX_Result AddClock(AAX_CFieldIndex field) override { return note("AddClock", field); }
     AAX_Result AddSideChainIn(AAX_CFieldIndex field) override { return note("AddSideChainIn", field); }
-    AAX_Result AddDataInPort(AAX_CFieldIndex field, uint32_t packetSize, AAX_EDataInPortType type) override {
+    AAX_Result AddDataInPort(AAX_CFieldIndex field, std::uint32_t packetSize,
+                             AAX_EDataInPortType type) override {
         return note("AddDataInPort", field, packetSize, type);
     }
-    AAX_Result AddAuxOutputStem(AAX_CFieldIndex field, int32_t stemFormat, const char* name) override {
+    AAX_Result AddAuxOutputStem(AAX_CFieldIndex field, std::int32_t stemFormat, const char* name) override {
         return note("AddAuxOutputStem", field, stemFormat, name);
     }
-    AAX_Result AddPrivateData(AAX_CFieldIndex field, int32_t size, uint32_t options) override {
+    AAX_Result AddPrivateData(AAX_CFieldIndex field, std::int32_t size, std::uint32_t options) override {
         return note("AddPrivateData", field, size, options);
     }
-    AAX_Result AddTemporaryData(AAX_CFieldIndex field, uint32_t size) override {
+    AAX_Result AddTemporaryData(AAX_CFieldIndex field, std::uint32_t size) override {
         return note("AddTemporaryData", field, size);
     }
     AAX_Result AddDmaInstance(AAX_CFieldIndex field, AAX_IDma::EMode mode) override {
         return note("AddDmaInstance", field, mode);
     }
-    AAX_Result AddMeters(AAX_CFieldIndex field, const AAX_CTypeID* meterIDs, uint32_t count) override {
+    AAX_Result AddMeters(AAX_CFieldIndex field, const AAX_CTypeID* meterIDs, std::uint32_t count) override {
         return note("AddMeters", field, meterIDs, count);
     }
-    AAX_Result AddMIDINode(AAX_CFieldIndex field, int32_t nodeType, const char* name,
-                           uint32_t channelMask) override {
+    AAX_Result AddMIDINode(AAX_CFieldIndex field, std::int32_t nodeType, const char* name,
+                           std::uint32_t channelMask) override {
         return note("AddMIDINode", field, nodeType, name, channelMask);
     }
-    AAX_Result AddReservedField(AAX_CFieldIndex field, uint32_t fieldType) override {
+    AAX_Result AddReservedField(AAX_CFieldIndex field, std::uint32_t fieldType) override {
         return note("AddReservedField", field, fieldType);
     }
     AAX_Result NewPropertyMap(IACFUnknown** outMap) override {
@@ -52,15 +53,16 @@ public:
     }
     AAX_Result AddProcessProc_Native(AAX_CProcessProc processProc, IACFUnknown* properties,
                                      AAX_CInstanceInitProc initProc, AAX_CBackgroundProc backgroundProc,
-                                     int32_t* outProcID) override {
+                                     std::int32_t* outProcID) override {
         return note("AddProcessProc_Native", processProc, properties, initProc, backgroundProc, outProcID);
     }
     AAX_Result AddProcessProc_TI(const char* dllName, const char* entryName, IACFUnknown* properties,
                                  const char* initName, const char* backgroundName,
-                                 int32_t* outProcID) override {
+                                 std::int32_t* outProcID) override {
         return note("AddProcessProc_TI", dllName, entryName, properties, initName, backgroundName, outProcID);
     }
-    AAX_Result AddProcessProc(IACFUnknown* properties, int32_t* outProcIDs, int32_t capacity) override {
+    AAX_Result AddProcessProc(IACFUnknown* properties, std::int32_t* outProcIDs,
+                              std::int32_t capacity) override {
         return note("AddProcessProc", properties, outProcIDs, capacity);
     }
 };

@@ -1,9 +1,9 @@
 /// What a host tells about itself, for tests.
-#ifndef VARNO_RECORDINGDESCRIPTIONHOST_H
-#define VARNO_RECORDINGDESCRIPTIONHOST_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGDESCRIPTIONHOST_H
+#define VARNO_TESTS_SUPPORT_RECORDINGDESCRIPTIONHOST_H
 
 #include "AAX_IACFDescriptionHost.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 

@@ -1,9 +1,9 @@
 /// The host's record of an effect, for tests.
-#ifndef VARNO_RECORDINGEFFECTDESCRIPTOR_H
-#define VARNO_RECORDINGEFFECTDESCRIPTOR_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGEFFECTDESCRIPTOR_H
+#define VARNO_TESTS_SUPPORT_RECORDINGEFFECTDESCRIPTOR_H
 
 #include "AAX_IACFEffectDescriptor.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 
@@ -15,8 +15,8 @@ public:
     }
     AAX_Result AddComponent(IACFUnknown* component) override { return note("AddComponent", component); }
     AAX_Result AddName(const char* name) override { return note("AddName", name); }
-    AAX_Result AddCategory(uint32_t category) override { return note("AddCategory", category); }
-    AAX_Result AddCategoryBypassParameter(uint32_t category, AAX_CParamID paramID) override {
+    AAX_Result AddCategory(std::uint32_t category) override { return note("AddCategory", category); }
+    AAX_Result AddCategoryBypassParameter(std::uint32_t category, AAX_CParamID paramID) override {
         return note("AddCategoryBypassParameter", category, paramID);
     }
     AAX_Result AddProcPtr(void* proc, AAX_CProcPtrID procID) override {
@@ -32,8 +32,8 @@ public:
     AAX_Result AddMeterDescription(AAX_CTypeID meterID, const char* name, IACFUnknown* properties) override {
         return note("AddMeterDescription", meterID, name, properties);
     }
-    AAX_Result AddControlMIDINode(AAX_CTypeID nodeID, int32_t nodeType, const char* name,
-                                  uint32_t channelMask) override {
+    AAX_Result AddControlMIDINode(AAX_CTypeID nodeID, std::int32_t nodeType, const char* name,
+                                  std::uint32_t channelMask) override {
         return note("AddControlMIDINode", nodeID, nodeType, name, channelMask);
     }
 };

@@ -1,9 +1,9 @@
 /// What a host tells about a feature, for tests.
-#ifndef VARNO_RECORDINGFEATUREINFO_H
-#define VARNO_RECORDINGFEATUREINFO_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGFEATUREINFO_H
+#define VARNO_TESTS_SUPPORT_RECORDINGFEATUREINFO_H
 
 #include "AAX_IACFFeatureInfo.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 

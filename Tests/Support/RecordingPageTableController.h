@@ -1,34 +1,34 @@
 /// The host's store of page tables in all versions, for tests.
-#ifndef VARNO_RECORDINGPAGETABLECONTROLLER_H
-#define VARNO_RECORDINGPAGETABLECONTROLLER_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGPAGETABLECONTROLLER_H
+#define VARNO_TESTS_SUPPORT_RECORDINGPAGETABLECONTROLLER_H
 
 #include "AAX_IACFPageTableController.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 
 /// Notes its calls and does nothing else.
 class RecordingPageTableController : public Recording<AAX_IACFPageTableController_V2> {
 public:
-    AAX_Result CopyTableForEffect(int32_t manufacturerID, int32_t productID, int32_t plugInID,
-                                  uint32_t tableType, int32_t tablePageSize,
+    AAX_Result CopyTableForEffect(std::int32_t manufacturerID, std::int32_t productID, std::int32_t plugInID,
+                                  std::uint32_t tableType, std::int32_t tablePageSize,
                                   IACFUnknown* table) const override {
         return note("CopyTableForEffect", manufacturerID, productID, plugInID, tableType, tablePageSize,
                     table);
     }
-    AAX_Result CopyTableOfLayout(const char* effectID, const char* layoutName, uint32_t tableType,
-                                 int32_t tablePageSize, IACFUnknown* table) const override {
+    AAX_Result CopyTableOfLayout(const char* effectID, const char* layoutName, std::uint32_t tableType,
+                                 std::int32_t tablePageSize, IACFUnknown* table) const override {
         return note("CopyTableOfLayout", effectID, layoutName, tableType, tablePageSize, table);
     }
     AAX_Result CopyTableForEffectFromFile(const char* path, AAX_ETextEncoding encoding,
-                                          int32_t manufacturerID, int32_t productID, int32_t plugInID,
-                                          uint32_t tableType, int32_t tablePageSize,
-                                          IACFUnknown* table) const override {
+                                          std::int32_t manufacturerID, std::int32_t productID,
+                                          std::int32_t plugInID, std::uint32_t tableType,
+                                          std::int32_t tablePageSize, IACFUnknown* table) const override {
         return note("CopyTableForEffectFromFile", path, encoding, manufacturerID, productID, plugInID,
                     tableType, tablePageSize, table);
     }
     AAX_Result CopyTableOfLayoutFromFile(const char* path, AAX_ETextEncoding encoding, const char* layoutName,
-                                         uint32_t tableType, int32_t tablePageSize,
+                                         std::uint32_t tableType, std::int32_t tablePageSize,
                                          IACFUnknown* table) const override {
         return note("CopyTableOfLayoutFromFile", path, encoding, layoutName, tableType, tablePageSize, table);
     }

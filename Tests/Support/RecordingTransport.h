@@ -1,9 +1,9 @@
 /// The host's time line in all versions, for tests.
-#ifndef VARNO_RECORDINGTRANSPORT_H
-#define VARNO_RECORDINGTRANSPORT_H
+#ifndef VARNO_TESTS_SUPPORT_RECORDINGTRANSPORT_H
+#define VARNO_TESTS_SUPPORT_RECORDINGTRANSPORT_H
 
 #include "AAX_IACFTransport.h"
-#include "Recording.h"
+#include "Tests/Support/Recording.h"
 
 namespace varno {
 
@@ -13,48 +13,48 @@ public:
     AAX_Result GetCurrentTempo(double* outTempoBPM) const override {
         return note("GetCurrentTempo", outTempoBPM);
     }
-    AAX_Result GetCurrentMeter(int32_t* outNumerator, int32_t* outDenominator) const override {
+    AAX_Result GetCurrentMeter(std::int32_t* outNumerator, std::int32_t* outDenominator) const override {
         return note("GetCurrentMeter", outNumerator, outDenominator);
     }
     AAX_Result IsTransportPlaying(bool* outIsPlaying) const override {
         return note("IsTransportPlaying", outIsPlaying);
     }
-    AAX_Result GetCurrentTickPosition(int64_t* outTicks) const override {
+    AAX_Result GetCurrentTickPosition(std::int64_t* outTicks) const override {
         return note("GetCurrentTickPosition", outTicks);
     }
-    AAX_Result GetCurrentLoopPosition(bool* outIsLooping, int64_t* outStartTicks,
-                                      int64_t* outEndTicks) const override {
+    AAX_Result GetCurrentLoopPosition(bool* outIsLooping, std::int64_t* outStartTicks,
+                                      std::int64_t* outEndTicks) const override {
         return note("GetCurrentLoopPosition", outIsLooping, outStartTicks, outEndTicks);
     }
-    AAX_Result GetCurrentNativeSampleLocation(int64_t* outFrames) const override {
+    AAX_Result GetCurrentNativeSampleLocation(std::int64_t* outFrames) const override {
         return note("GetCurrentNativeSampleLocation", outFrames);
     }
-    AAX_Result GetCustomTickPosition(int64_t* outTicks, int64_t frames) const override {
+    AAX_Result GetCustomTickPosition(std::int64_t* outTicks, std::int64_t frames) const override {
         return note("GetCustomTickPosition", outTicks, frames);
     }
-    AAX_Result GetBarBeatPosition(int32_t* outBar, int32_t* outBeat, int64_t* outDisplayTicks,
-                                  int64_t frames) const override {
+    AAX_Result GetBarBeatPosition(std::int32_t* outBar, std::int32_t* outBeat, std::int64_t* outDisplayTicks,
+                                  std::int64_t frames) const override {
         return note("GetBarBeatPosition", outBar, outBeat, outDisplayTicks, frames);
     }
-    AAX_Result GetTicksPerQuarter(uint32_t* outTicks) const override {
+    AAX_Result GetTicksPerQuarter(std::uint32_t* outTicks) const override {
         return note("GetTicksPerQuarter", outTicks);
     }
-    AAX_Result GetCurrentTicksPerBeat(uint32_t* outTicks) const override {
+    AAX_Result GetCurrentTicksPerBeat(std::uint32_t* outTicks) const override {
         return note("GetCurrentTicksPerBeat", outTicks);
     }
-    AAX_Result GetTimelineSelectionStartPosition(int64_t* outFrames) const override {
+    AAX_Result GetTimelineSelectionStartPosition(std::int64_t* outFrames) const override {
         return note("GetTimelineSelectionStartPosition", outFrames);
     }
-    AAX_Result GetTimeCodeInfo(AAX_EFrameRate* outRate, int32_t* outOffset) const override {
+    AAX_Result GetTimeCodeInfo(AAX_EFrameRate* outRate, std::int32_t* outOffset) const override {
         return note("GetTimeCodeInfo", outRate, outOffset);
     }
-    AAX_Result GetFeetFramesInfo(AAX_EFeetFramesRate* outRate, int64_t* outOffset) const override {
+    AAX_Result GetFeetFramesInfo(AAX_EFeetFramesRate* outRate, std::int64_t* outOffset) const override {
         return note("GetFeetFramesInfo", outRate, outOffset);
     }
-    AAX_Result IsMetronomeEnabled(int32_t* outIsEnabled) const override {
+    AAX_Result IsMetronomeEnabled(std::int32_t* outIsEnabled) const override {
         return note("IsMetronomeEnabled", outIsEnabled);
     }
-    AAX_Result GetHDTimeCodeInfo(AAX_EFrameRate* outRate, int64_t* outOffset) const override {
+    AAX_Result GetHDTimeCodeInfo(AAX_EFrameRate* outRate, std::int64_t* outOffset) const override {
         return note("GetHDTimeCodeInfo", outRate, outOffset);
     }
 };

@@ -1,4 +1,4 @@
-#include "RenderChecker.h"
+#include "Tests/Support/RenderChecker.h"
 
 #include <algorithm>
 #include <bit>
@@ -8,16 +8,16 @@
 namespace varno::test {
 namespace {
 
-/// A quiet NaN that no arithmetic makes: what is not yet written.
-constexpr uint32_t kUnwrittenBits = 0x7FC5A5A5U;
-/// The samples before and after a buffer that must stay as they are.
+// A quiet NaN that no arithmetic makes: what is not yet written.
+constexpr std::uint32_t kUnwrittenBits = 0x7FC5A5A5U;
+// The samples before and after a buffer that must stay as they are.
 constexpr std::size_t kCanaryFrames = 64;
 
 bool isUnwritten(float sample) {
-    return std::bit_cast<uint32_t>(sample) == kUnwrittenBits;
+    return std::bit_cast<std::uint32_t>(sample) == kUnwrittenBits;
 }
 
-/// Memory for one buffer between canaries.
+// Memory for one buffer between canaries.
 class GuardedBuffer {
 public:
     GuardedBuffer(std::size_t frames, std::size_t offset)
@@ -48,7 +48,7 @@ bool hasOutputsOfItsOwn(BufferLayout layout) {
     return layout == BufferLayout::Separate || layout == BufferLayout::SharedInput;
 }
 
-/// The buffers of one rendering.
+// The buffers of one rendering.
 class Buffers {
 public:
     Buffers(const Signal& input, const RenderPlan& plan)
@@ -59,7 +59,7 @@ public:
         }
     }
 
-    void process(const BufferProcessor& processor, std::size_t start, int32_t frames) {
+    void process(const BufferProcessor& processor, std::size_t start, std::int32_t frames) {
         std::vector<const float*> inputs;
         std::vector<float*> outputs;
         for (std::size_t channel = 0; channel < mIn.size(); ++channel) {
@@ -126,14 +126,15 @@ private:
 
 RenderOutcome renderChecked(const BufferProcessor& process, const Signal& input, const RenderPlan& plan) {
     Buffers buffers(input, plan);
-    const auto frames = static_cast<int32_t>(framesOf(input));
-    const std::vector<int32_t> blocks = plan.blocks.empty() ? std::vector<int32_t>{frames} : plan.blocks;
+    const auto frames = static_cast<std::int32_t>(framesOf(input));
+    const std::vector<std::int32_t> blocks =
+        plan.blocks.empty() ? std::vector<std::int32_t>{frames} : plan.blocks;
     if (frames > 0 && *std::max_element(blocks.begin(), blocks.end()) < 1) {
         throw std::invalid_argument("a render plan needs a block of at least one frame");
     }
-    int32_t done = 0;
+    std::int32_t done = 0;
     for (std::size_t i = 0; done < frames; i = (i + 1) % blocks.size()) {
-        const int32_t block = std::min(blocks[i], frames - done);
+        const std::int32_t block = std::min(blocks[i], frames - done);
         buffers.process(process, static_cast<std::size_t>(done), block);
         done += std::max(block, 0);
     }

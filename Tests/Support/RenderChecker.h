@@ -1,8 +1,8 @@
 /// Renders audio through anything that processes buffers, in guarded memory, and says what it did wrong.
-#ifndef VARNO_TEST_RENDERCHECKER_H
-#define VARNO_TEST_RENDERCHECKER_H
+#ifndef VARNO_TESTS_SUPPORT_RENDERCHECKER_H
+#define VARNO_TESTS_SUPPORT_RENDERCHECKER_H
 
-#include "Signal.h"
+#include "Tests/Support/Signal.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace varno::test {
 
 /// Processes one buffer: one pointer per channel, `frames` samples behind each.
 using BufferProcessor =
-    std::function<void(const float* const* inputs, float* const* outputs, int32_t frames)>;
+    std::function<void(const float* const* inputs, float* const* outputs, std::int32_t frames)>;
 
 /// How the buffers lie in memory.
 enum class BufferLayout {
@@ -29,7 +29,7 @@ struct RenderPlan {
     BufferLayout layout = BufferLayout::Separate;
     /// Lengths of the buffers, repeated until all frames are done; none for one buffer of all. Lengths below
     /// 1 are handed over too and must do nothing.
-    std::vector<int32_t> blocks = {};
+    std::vector<std::int32_t> blocks = {};
     /// Samples by which each buffer lies off the allocator's alignment.
     std::size_t offset = 0;
 };

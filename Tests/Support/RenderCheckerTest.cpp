@@ -1,7 +1,7 @@
 // The checker lets a right processor pass and names each kind of wrong one.
-#include "RenderChecker.h"
+#include "Tests/Support/RenderChecker.h"
 
-#include "SignalSources.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::size_t kFrames = 100;
 
-void halve(const float* const* inputs, float* const* outputs, int32_t frames) {
-    for (int32_t n = 0; n < frames; ++n) {
+void halve(const float* const* inputs, float* const* outputs, std::int32_t frames) {
+    for (std::int32_t n = 0; n < frames; ++n) {
         const float left = inputs[0][n];
         const float right = inputs[1][n];
         outputs[0][n] = 0.5F * left;
@@ -56,8 +56,8 @@ TEST(RenderChecker, SharedInputHandsTheFirstChannelToAll) {
 }
 
 TEST(RenderChecker, HandsOverThePlannedBlocks) {
-    std::vector<int32_t> seen;
-    const auto record = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+    std::vector<std::int32_t> seen;
+    const auto record = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         seen.push_back(frames);
         halve(inputs, outputs, frames);
     };
@@ -67,11 +67,11 @@ TEST(RenderChecker, HandsOverThePlannedBlocks) {
 }
 
 TEST(RenderChecker, NoticesWritingOutsideTheBuffers) {
-    const auto beyond = [](const float* const* inputs, float* const* outputs, int32_t frames) {
+    const auto beyond = [](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         halve(inputs, outputs, frames);
         outputs[1][frames] = 0.0F;
     };
-    const auto before = [](const float* const* inputs, float* const* outputs, int32_t frames) {
+    const auto before = [](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         halve(inputs, outputs, frames);
         outputs[0][-1] = 0.0F;
     };
@@ -82,7 +82,7 @@ TEST(RenderChecker, NoticesWritingOutsideTheBuffers) {
 }
 
 TEST(RenderChecker, NoticesAChangedInput) {
-    const auto change = [](const float* const* inputs, float* const* outputs, int32_t frames) {
+    const auto change = [](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         halve(inputs, outputs, frames);
         const_cast<float*>(inputs[0])[3] = 2.0F;
     };
@@ -90,7 +90,7 @@ TEST(RenderChecker, NoticesAChangedInput) {
 }
 
 TEST(RenderChecker, NoticesAnUnwrittenSample) {
-    const auto lastMissing = [](const float* const* inputs, float* const* outputs, int32_t frames) {
+    const auto lastMissing = [](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         halve(inputs, outputs, frames - 1);
     };
     EXPECT_THAT(renderChecked(lastMissing, noise(2, kFrames, 1, 0.0)).complaints,
@@ -100,7 +100,7 @@ TEST(RenderChecker, NoticesAnUnwrittenSample) {
 TEST(RenderChecker, NoticesASampleThatIsNotFinite) {
     for (const float bad :
          {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
-        const auto broken = [bad](const float* const* inputs, float* const* outputs, int32_t frames) {
+        const auto broken = [bad](const float* const* inputs, float* const* outputs, std::int32_t frames) {
             halve(inputs, outputs, frames);
             outputs[1][50] = bad;
         };

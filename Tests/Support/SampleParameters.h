@@ -1,6 +1,6 @@
 /// Parameters of each type, for tests.
-#ifndef VARNO_SAMPLEPARAMETERS_H
-#define VARNO_SAMPLEPARAMETERS_H
+#ifndef VARNO_TESTS_SUPPORT_SAMPLEPARAMETERS_H
+#define VARNO_TESTS_SUPPORT_SAMPLEPARAMETERS_H
 
 #include "AAX_CBinaryDisplayDelegate.h"
 #include "AAX_CBinaryTaperDelegate.h"

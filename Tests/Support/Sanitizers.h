@@ -1,6 +1,6 @@
 /// Whether this program was built with a sanitizer.
-#ifndef VARNO_TEST_SANITIZERS_H
-#define VARNO_TEST_SANITIZERS_H
+#ifndef VARNO_TESTS_SUPPORT_SANITIZERS_H
+#define VARNO_TESTS_SUPPORT_SANITIZERS_H
 
 namespace varno::test {
 

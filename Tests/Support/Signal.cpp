@@ -1,4 +1,4 @@
-#include "Signal.h"
+#include "Tests/Support/Signal.h"
 
 #include <bit>
 #include <cstdint>
@@ -10,7 +10,7 @@ namespace varno::test {
 std::string bitsText(float value) {
     std::ostringstream text;
     text << std::setprecision(9) << value << " (0x" << std::hex << std::setw(8) << std::setfill('0')
-         << std::bit_cast<uint32_t>(value) << ')';
+         << std::bit_cast<std::uint32_t>(value) << ')';
     return text.str();
 }
 
@@ -19,7 +19,7 @@ std::string firstDifference(const std::vector<float>& expected, const std::vecto
         return "lengths " + std::to_string(expected.size()) + " and " + std::to_string(found.size());
     }
     for (std::size_t i = 0; i < expected.size(); ++i) {
-        if (std::bit_cast<uint32_t>(expected[i]) != std::bit_cast<uint32_t>(found[i])) {
+        if (std::bit_cast<std::uint32_t>(expected[i]) != std::bit_cast<std::uint32_t>(found[i])) {
             return "index " + std::to_string(i) + ": expected " + bitsText(expected[i]) + ", found " +
                    bitsText(found[i]);
         }

@@ -1,6 +1,6 @@
 /// Audio of some channels, all of one length, and exact comparison of it.
-#ifndef VARNO_TEST_SIGNAL_H
-#define VARNO_TEST_SIGNAL_H
+#ifndef VARNO_TESTS_SUPPORT_SIGNAL_H
+#define VARNO_TESTS_SUPPORT_SIGNAL_H
 
 #include <cstddef>
 #include <string>

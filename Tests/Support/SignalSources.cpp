@@ -1,4 +1,4 @@
-#include "SignalSources.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <bit>
 #include <cmath>
@@ -8,7 +8,7 @@
 namespace varno::test {
 namespace {
 
-/// Makes each sample of each channel by `sampleOf(channel, frame)`.
+// Makes each sample of each channel by `sampleOf(channel, frame)`.
 template<class SampleOf>
 Signal make(std::size_t channels, std::size_t frames, SampleOf sampleOf) {
     Signal signal(channels, std::vector<float>(frames));
@@ -20,10 +20,10 @@ Signal make(std::size_t channels, std::size_t frames, SampleOf sampleOf) {
     return signal;
 }
 
-/// Evenly distributed from -1 to 1; the same numbers with every standard library.
+// Evenly distributed from -1 to 1; the same numbers with every standard library.
 class Noise {
 public:
-    explicit Noise(uint32_t seed)
+    explicit Noise(std::uint32_t seed)
         : mEngine(seed) {}
     double operator()() { return static_cast<double>(mEngine()) / 2147483647.5 - 1.0; }
 
@@ -41,13 +41,13 @@ float amplitudeOf(double dBFS) {
     return static_cast<float>(std::pow(10.0, dBFS / 20.0));
 }
 
-Signal noise(std::size_t channels, std::size_t frames, uint32_t seed, double peakDB) {
+Signal noise(std::size_t channels, std::size_t frames, std::uint32_t seed, double peakDB) {
     Noise next(seed);
     const double peak = amplitudeOf(peakDB);
     return make(channels, frames, [&](std::size_t, std::size_t) { return peak * next(); });
 }
 
-Signal swell(std::size_t channels, std::size_t frames, uint32_t seed, double peakDB) {
+Signal swell(std::size_t channels, std::size_t frames, std::uint32_t seed, double peakDB) {
     constexpr double kStartDB = -90.0;
     Noise next(seed);
     return make(channels, frames, [&](std::size_t, std::size_t frame) {
@@ -66,7 +66,7 @@ Signal sweep(std::size_t channels, std::size_t frames, double sampleRate) {
     });
 }
 
-Signal drums(std::size_t channels, std::size_t frames, double sampleRate, uint32_t seed) {
+Signal drums(std::size_t channels, std::size_t frames, double sampleRate, std::uint32_t seed) {
     constexpr double kHitsPerSecond = 8.0;
     constexpr double kDecaySeconds = 0.03;
     constexpr double kBassHz = 60.0;
@@ -100,12 +100,12 @@ Signal step(std::size_t channels, std::size_t frames, double levelDB) {
     });
 }
 
-Signal subnormals(std::size_t channels, std::size_t frames, uint32_t seed) {
+Signal subnormals(std::size_t channels, std::size_t frames, std::uint32_t seed) {
     std::mt19937 engine(seed);
     Signal signal(channels, std::vector<float>(frames));
     for (std::vector<float>& samples : signal) {
         for (float& sample : samples) {
-            sample = std::bit_cast<float>(static_cast<uint32_t>(engine()) & 0x807FFFFFU);
+            sample = std::bit_cast<float>(static_cast<std::uint32_t>(engine()) & 0x807FFFFFU);
         }
     }
     return signal;

@@ -1,8 +1,8 @@
 /// Test signals. Each is the same on every run and machine; the channels of a signal differ from each other.
-#ifndef VARNO_TEST_SIGNALSOURCES_H
-#define VARNO_TEST_SIGNALSOURCES_H
+#ifndef VARNO_TESTS_SUPPORT_SIGNALSOURCES_H
+#define VARNO_TESTS_SUPPORT_SIGNALSOURCES_H
 
-#include "Signal.h"
+#include "Tests/Support/Signal.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,16 +13,16 @@ namespace varno::test {
 float amplitudeOf(double dBFS);
 
 /// White noise, evenly distributed up to a peak of `peakDB` dBFS.
-Signal noise(std::size_t channels, std::size_t frames, uint32_t seed, double peakDB);
+Signal noise(std::size_t channels, std::size_t frames, std::uint32_t seed, double peakDB);
 
 /// Noise whose level rises from -90 dBFS to `peakDB` dBFS over its length, so that it meets every level.
-Signal swell(std::size_t channels, std::size_t frames, uint32_t seed, double peakDB);
+Signal swell(std::size_t channels, std::size_t frames, std::uint32_t seed, double peakDB);
 
 /// Full-scale sine rising from 20 Hz to 0.45 of the sample rate; each further channel a quarter period later.
 Signal sweep(std::size_t channels, std::size_t frames, double sampleRate);
 
 /// Decaying bursts of noise and low sine that peak at +6 dBFS, eight per second, with rests between.
-Signal drums(std::size_t channels, std::size_t frames, double sampleRate, uint32_t seed);
+Signal drums(std::size_t channels, std::size_t frames, double sampleRate, std::uint32_t seed);
 
 Signal silence(std::size_t channels, std::size_t frames);
 
@@ -34,7 +34,7 @@ Signal impulse(std::size_t channels, std::size_t frames);
 Signal step(std::size_t channels, std::size_t frames, double levelDB);
 
 /// Samples below the smallest normal number, of random sign and size.
-Signal subnormals(std::size_t channels, std::size_t frames, uint32_t seed);
+Signal subnormals(std::size_t channels, std::size_t frames, std::uint32_t seed);
 
 } // namespace varno::test
 

@@ -1,4 +1,4 @@
-#include "SignalSources.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 /// A data model whose parts a test can reach.
-#ifndef VARNO_TESTEFFECT_H
-#define VARNO_TESTEFFECT_H
+#ifndef VARNO_TESTS_SUPPORT_TESTEFFECT_H
+#define VARNO_TESTS_SUPPORT_TESTEFFECT_H
 
 #include "AAX_CEffectParameters.h"
 #include "AAX_IParameter.h"

@@ -1,6 +1,6 @@
 /// How thorough a run of the tests is.
-#ifndef VARNO_TEST_TESTSCALE_H
-#define VARNO_TEST_TESTSCALE_H
+#ifndef VARNO_TESTS_SUPPORT_TESTSCALE_H
+#define VARNO_TESTS_SUPPORT_TESTSCALE_H
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 /// Slots of virtual tables, for tests of the order in which an interface declares its operations.
-#ifndef VARNO_VIRTUALSLOT_H
-#define VARNO_VIRTUALSLOT_H
+#ifndef VARNO_TESTS_SUPPORT_VIRTUALSLOT_H
+#define VARNO_TESTS_SUPPORT_VIRTUALSLOT_H
 
 #include <cstddef>
 #include <cstring>

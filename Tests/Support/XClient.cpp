@@ -1,4 +1,4 @@
-#include "XClient.h"
+#include "Tests/Support/XClient.h"
 
 #include <stdexcept>
 #include <string_view>
@@ -34,11 +34,12 @@ void XClient::synchronise() const {
 
 xcb_window_t XClient::makeWindow(const Area& area) const {
     const xcb_window_t window = xcb_generate_id(mConnection);
-    const uint32_t values[] = {mScreen->black_pixel, 1};
-    xcb_create_window(mConnection, XCB_COPY_FROM_PARENT, window, mScreen->root, static_cast<int16_t>(area.x),
-                      static_cast<int16_t>(area.y), static_cast<uint16_t>(area.width),
-                      static_cast<uint16_t>(area.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      mScreen->root_visual, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+    const std::uint32_t values[] = {mScreen->black_pixel, 1};
+    xcb_create_window(mConnection, XCB_COPY_FROM_PARENT, window, mScreen->root,
+                      static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
+                      static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, mScreen->root_visual,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
     xcb_map_window(mConnection, window);
     synchronise();
     return window;
@@ -59,11 +60,12 @@ std::vector<xcb_window_t> XClient::children(xcb_window_t window) const {
     return {first, first + xcb_query_tree_children_length(reply.get())};
 }
 
-void XClient::fill(xcb_window_t window, const Area& area, uint32_t colour) const {
+void XClient::fill(xcb_window_t window, const Area& area, std::uint32_t colour) const {
     const xcb_gcontext_t context = xcb_generate_id(mConnection);
     xcb_create_gc(mConnection, context, window, XCB_GC_FOREGROUND, &colour);
-    const xcb_rectangle_t rectangle{static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
-                                    static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height)};
+    const xcb_rectangle_t rectangle{static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
+                                    static_cast<std::uint16_t>(area.width),
+                                    static_cast<std::uint16_t>(area.height)};
     xcb_poly_fill_rectangle(mConnection, window, context, 1, &rectangle);
     xcb_free_gc(mConnection, context);
     synchronise();

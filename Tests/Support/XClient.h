@@ -1,6 +1,6 @@
 /// A test's own connection to an X server.
-#ifndef VARNO_TEST_XCLIENT_H
-#define VARNO_TEST_XCLIENT_H
+#ifndef VARNO_TESTS_SUPPORT_XCLIENT_H
+#define VARNO_TESTS_SUPPORT_XCLIENT_H
 
 #include <cstdlib>
 #include <memory>
@@ -59,7 +59,7 @@ public:
     std::vector<xcb_window_t> children(xcb_window_t window) const;
     std::size_t countChildren(xcb_window_t window) const { return children(window).size(); }
     /// Paints over a part of any client's window.
-    void fill(xcb_window_t window, const Area& area, uint32_t colour) const;
+    void fill(xcb_window_t window, const Area& area, std::uint32_t colour) const;
 
     /// The window that has the clipboard's content; none where nobody has any.
     xcb_window_t clipboardOwner() const;

@@ -1,4 +1,4 @@
-#include "XErrors.h"
+#include "Tests/Support/XErrors.h"
 
 #include <algorithm>
 #include <iterator>
@@ -10,7 +10,7 @@ namespace varno::test {
 namespace {
 
 // What a recorded reply says it is.
-enum Category : uint8_t { FromServer = 0, StartOfData = 4, EndOfData = 5 };
+enum Category : std::uint8_t { FromServer = 0, StartOfData = 4, EndOfData = 5 };
 
 XReply<xcb_record_enable_context_reply_t> nextReply(const XClient& client,
                                                     xcb_record_enable_context_cookie_t cookie) {
@@ -50,16 +50,16 @@ std::vector<std::string> XErrors::finish() {
     std::vector<std::string> texts;
     for (auto reply = nextReply(mData, mReplies); reply != nullptr && reply->category != EndOfData;
          reply = nextReply(mData, mReplies)) {
-        const std::span<const uint8_t> bytes(
+        const std::span<const std::uint8_t> bytes(
             xcb_record_enable_context_data(reply.get()),
             static_cast<std::size_t>(xcb_record_enable_context_data_length(reply.get())));
         // An error is as long as the part of an event that is sent on the wire.
         constexpr std::size_t kErrorBytes = 32;
-        constexpr uint8_t kError = 0;
+        constexpr std::uint8_t kError = 0;
         for (std::size_t at = 0; reply->category == FromServer && at + kErrorBytes <= bytes.size();
              at += kErrorBytes) {
             xcb_generic_error_t error{};
-            std::copy_n(bytes.data() + at, kErrorBytes, reinterpret_cast<uint8_t*>(&error));
+            std::copy_n(bytes.data() + at, kErrorBytes, reinterpret_cast<std::uint8_t*>(&error));
             // Events are told as if they were errors of the same number.
             if (error.response_type == kError) {
                 texts.push_back(textOf(error));

@@ -1,8 +1,8 @@
 /// The errors that an X server sends to any of its clients.
-#ifndef VARNO_TEST_XERRORS_H
-#define VARNO_TEST_XERRORS_H
+#ifndef VARNO_TESTS_SUPPORT_XERRORS_H
+#define VARNO_TESTS_SUPPORT_XERRORS_H
 
-#include "XClient.h"
+#include "Tests/Support/XClient.h"
 
 #include <string>
 #include <vector>

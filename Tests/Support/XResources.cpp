@@ -1,4 +1,4 @@
-#include "XResources.h"
+#include "Tests/Support/XResources.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -17,7 +17,7 @@ std::string nameOf(const XClient& client, xcb_atom_t atom) {
                              static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get())));
 }
 
-void countOf(const XClient& client, uint32_t owner, std::map<std::string, uint32_t>& ioCounts) {
+void countOf(const XClient& client, std::uint32_t owner, std::map<std::string, std::uint32_t>& ioCounts) {
     const XReply<xcb_res_query_client_resources_reply_t> reply(xcb_res_query_client_resources_reply(
         client.connection(), xcb_res_query_client_resources(client.connection(), owner), nullptr));
     if (reply == nullptr) {
@@ -31,14 +31,14 @@ void countOf(const XClient& client, uint32_t owner, std::map<std::string, uint32
 
 } // namespace
 
-std::map<std::string, uint32_t> countResources(const XClient& client) {
+std::map<std::string, std::uint32_t> countResources(const XClient& client) {
     client.synchronise();
     const XReply<xcb_res_query_clients_reply_t> reply(xcb_res_query_clients_reply(
         client.connection(), xcb_res_query_clients(client.connection()), nullptr));
     if (reply == nullptr) {
         throw std::runtime_error("the X server does not tell its resources");
     }
-    std::map<std::string, uint32_t> counts;
+    std::map<std::string, std::uint32_t> counts;
     for (auto owner = xcb_res_query_clients_clients_iterator(reply.get()); owner.rem > 0;
          xcb_res_client_next(&owner)) {
         ++counts["CLIENT"];
@@ -47,7 +47,8 @@ std::map<std::string, uint32_t> countResources(const XClient& client) {
     return counts;
 }
 
-bool isNoMore(const std::map<std::string, uint32_t>& now, const std::map<std::string, uint32_t>& before) {
+bool isNoMore(const std::map<std::string, std::uint32_t>& now,
+              const std::map<std::string, std::uint32_t>& before) {
     return std::ranges::all_of(now, [&](const auto& kind) {
         const auto found = before.find(kind.first);
         return kind.second <= (found == before.end() ? 0 : found->second);

@@ -1,6 +1,6 @@
-#include "XServer.h"
+#include "Tests/Support/XServer.h"
 
-#include "Eventually.h"
+#include "Tests/Support/Eventually.h"
 
 #include <array>
 #include <cerrno>
@@ -13,8 +13,8 @@ namespace varno::test {
 
 namespace {
 
-/// The pipe on which the server names its display. The writing end is let through to it and closed here once
-/// it runs, so that the reading end finishes where the server dies.
+// The pipe on which the server names its display. The writing end is let through to it and closed here once
+// it runs, so that the reading end finishes where the server dies.
 class NamePipe {
 public:
     NamePipe() {
@@ -38,7 +38,7 @@ public:
         }
     }
 
-    /// The line that the server writes, without its end; what there is where none comes.
+    // The line that the server writes, without its end; what there is where none comes.
     std::string line() const {
         std::string text;
         char character = 0;

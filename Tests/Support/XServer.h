@@ -1,8 +1,8 @@
 /// An X server without a screen, for tests of whatever draws or shares the clipboard.
-#ifndef VARNO_TEST_XSERVER_H
-#define VARNO_TEST_XSERVER_H
+#ifndef VARNO_TESTS_SUPPORT_XSERVER_H
+#define VARNO_TESTS_SUPPORT_XSERVER_H
 
-#include "ChildProcess.h"
+#include "Tests/Support/ChildProcess.h"
 
 #include <optional>
 #include <string>

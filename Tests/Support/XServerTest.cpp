@@ -1,7 +1,7 @@
-#include "XServer.h"
+#include "Tests/Support/XServer.h"
 
-#include "ChildProcess.h"
-#include "Eventually.h"
+#include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/Eventually.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ Connection connectTo(const std::string& display) {
     return Connection(xcb_connect(display.c_str(), nullptr));
 }
 
-/// That a server is gone shows in its connections only: another may get its display at once.
+// That a server is gone shows in its connections only: another may get its display at once.
 bool breaks(const Connection& connection) {
     return eventually([&connection] {
         EXPECT_EQ(xcb_poll_for_event(connection.get()), nullptr);

@@ -1,10 +1,10 @@
 // The screen, mouse and resources of an X server, as tests drive and see them.
-#include "Keyboard.h"
-#include "Picture.h"
-#include "Pointer.h"
-#include "XErrors.h"
-#include "XResources.h"
-#include "XServer.h"
+#include "Tests/Support/Keyboard.h"
+#include "Tests/Support/Picture.h"
+#include "Tests/Support/Pointer.h"
+#include "Tests/Support/XErrors.h"
+#include "Tests/Support/XResources.h"
+#include "Tests/Support/XServer.h"
 
 #include <X11/keysym.h>
 #include <algorithm>
@@ -14,19 +14,19 @@ using namespace varno::test;
 
 namespace {
 
-constexpr uint32_t kRed = 0x00FF0000;
-constexpr uint32_t kBlue = 0x000000FF;
+constexpr std::uint32_t kRed = 0x00FF0000;
+constexpr std::uint32_t kBlue = 0x000000FF;
 
 class XSupport : public ::testing::Test {
 protected:
-    /// A window of the other client's within one of the test's, at the same place.
+    // A window of the other client's within one of the test's, at the same place.
     xcb_window_t makeInner(xcb_window_t outer, const Area& area) const {
         xcb_connection_t* const connection = mOther.connection();
         const xcb_window_t window = xcb_generate_id(connection);
-        const uint32_t values[] = {kRed, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                                             XCB_EVENT_MASK_POINTER_MOTION};
+        const std::uint32_t values[] = {kRed, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                                                  XCB_EVENT_MASK_POINTER_MOTION};
         xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, outer, 0, 0,
-                          static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height), 0,
+                          static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, mOther.screen().root_visual,
                           XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
         xcb_map_window(connection, window);
@@ -34,8 +34,8 @@ protected:
         return window;
     }
 
-    /// The next event of the other client, which must have come already. News of the keyboard's layout goes
-    /// to every client and is left out.
+    // The next event of the other client, which must have come already. News of the keyboard's layout goes
+    // to every client and is left out.
     XReply<xcb_generic_event_t> nextEvent() const {
         XReply<xcb_generic_event_t> event;
         do {
@@ -60,7 +60,7 @@ TEST_F(XSupport, aPictureShowsTheWindowsInside) {
 
     EXPECT_EQ(picture.at({9, 20}), kRed);
     EXPECT_EQ(picture.at({10, 20}), kBlue);
-    EXPECT_EQ(picture.part({10, 20, 5, 6}), Picture(5, 6, std::vector<uint32_t>(30, kBlue)));
+    EXPECT_EQ(picture.part({10, 20, 5, 6}), Picture(5, 6, std::vector<std::uint32_t>(30, kBlue)));
     EXPECT_EQ(picture.countColours(), 2U);
     EXPECT_EQ(Picture::ofWindow(mClient, mOuter, {10, 20, 5, 6}), picture.part({10, 20, 5, 6}));
     EXPECT_THROW(Picture::ofWindow(mClient, mOuter, {90, 0, 20, 20}), std::runtime_error);

@@ -1,4 +1,4 @@
-#include "Xclip.h"
+#include "Tests/Support/Xclip.h"
 
 #include <cerrno>
 #include <system_error>

@@ -1,8 +1,8 @@
 /// Another program that shares the clipboard: xclip.
-#ifndef VARNO_TEST_XCLIP_H
-#define VARNO_TEST_XCLIP_H
+#ifndef VARNO_TESTS_SUPPORT_XCLIP_H
+#define VARNO_TESTS_SUPPORT_XCLIP_H
 
-#include "ChildProcess.h"
+#include "Tests/Support/ChildProcess.h"
 
 #include <cstdio>
 #include <memory>

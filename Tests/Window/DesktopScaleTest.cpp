@@ -1,4 +1,4 @@
-#include "DesktopScale.h"
+#include "Window/DesktopScale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "EditorWindow.h"
+#include "Window/EditorWindow.h"
 
-#include "Eventually.h"
-#include "Keyboard.h"
-#include "Pointer.h"
-#include "WindowErrorText.h"
-#include "XServer.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/Keyboard.h"
+#include "Tests/Support/Pointer.h"
+#include "Tests/Support/XServer.h"
+#include "Tests/Window/WindowErrorText.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,8 @@
 /// What a failure of a window says.
-#pragma once
+#ifndef VARNO_TESTS_WINDOW_WINDOWERRORTEXT_H
+#define VARNO_TESTS_WINDOW_WINDOWERRORTEXT_H
 
-#include "WindowError.h"
+#include "Window/WindowError.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -24,3 +25,5 @@ std::string windowError(Work work) {
 }
 
 } // namespace varno::test
+
+#endif

@@ -1,7 +1,7 @@
-#include "WindowIcon.h"
+#include "Window/WindowIcon.h"
 
-#include "CairoSurface.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Window/CairoSurface.h"
 
 #include <gmock/gmock.h>
 

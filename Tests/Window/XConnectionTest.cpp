@@ -1,8 +1,8 @@
-#include "XConnection.h"
+#include "Window/XConnection.h"
 
-#include "WindowErrorText.h"
-#include "XClient.h"
-#include "XServer.h"
+#include "Tests/Support/XClient.h"
+#include "Tests/Support/XServer.h"
+#include "Tests/Window/WindowErrorText.h"
 
 namespace varno::test {
 namespace {

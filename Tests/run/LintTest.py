@@ -1,12 +1,13 @@
 """Each step of lint lets the sound project pass and finds the fault that it is there for."""
+import subprocess
 import unittest
 
 from fixture import FixtureProject
 
-HEADER_SET = """
+INTERFACES = """
 add_library(Interfaces INTERFACE)
-target_sources(Interfaces INTERFACE FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR} FILES Alone.h)
 target_link_libraries(Interfaces INTERFACE varno_settings)
+varno_check_headers(Interfaces ${CMAKE_CURRENT_SOURCE_DIR})
 """
 
 
@@ -35,6 +36,18 @@ class LintTest(FixtureProject):
         self.write("Interfaces/IThing.h", "struct IThing {\n    virtual void Do() = 0;\n};\n")
         self.assert_step("comments", passes=False, said=r"IThing\.h:2: Do: has no /// comment")
 
+    def test_guards(self):
+        guarded = "#ifndef VARNO_HOST_THING_H\n#define VARNO_HOST_THING_H\n\nint thing();\n\n#endif\n"
+        self.write("Host/Thing.h", guarded)
+        self.assert_step("guards", passes=True)
+        for fault, said in ((guarded.replace("HOST", "OTHER"), "expected VARNO_HOST_THING_H"),
+                            ("#pragma once\n\nint thing();\n", "is not enclosed by #ifndef VARNO_HOST_THING_H"),
+                            ("int thing();\n", "is not enclosed by #ifndef VARNO_HOST_THING_H")):
+            self.write("Host/Thing.h", fault)
+            self.assert_step("guards", passes=False, said=r"Host/Thing\.h:1: .*" + said)
+            subprocess.run([self.root / "Scripts/check-guards", "--fix", self.root], check=True)
+            self.assertEqual((self.root / "Host/Thing.h").read_text(), guarded)
+
     def test_includes(self):
         self.write("Host/Host.h", "\n")
         self.write("Source/Bad.h", "\n")
@@ -54,7 +67,7 @@ class LintTest(FixtureProject):
 
     def test_headers(self):
         self.write("CMakeLists.txt", (self.root / "CMakeLists.txt").read_text() + "add_subdirectory(Interfaces)\n")
-        self.write("Interfaces/CMakeLists.txt", HEADER_SET)
+        self.write("Interfaces/CMakeLists.txt", INTERFACES)
         self.write("Interfaces/Alone.h", "#include <cstdint>\ninline int32_t one() {\n    return 1;\n}\n")
         self.assert_step("headers", passes=True)
         self.write("Interfaces/Alone.h", "inline int32_t one() {\n    return 1;\n}\n")

@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_BLOCKPROCESSOR_H
+#define VARNO_APPS_VARNO_COMMANDS_BLOCKPROCESSOR_H
 
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <cstdint>
 #include <functional>
@@ -57,3 +58,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_COMMANDS_H
+#define VARNO_APPS_VARNO_COMMANDS_COMMANDS_H
 
 #include "CommandLine.h"
 
@@ -24,3 +25,5 @@ int runCompletion(const CommandLine& line);
 int runMan(const CommandLine& line);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_CONSOLE_H
+#define VARNO_APPS_VARNO_COMMANDS_CONSOLE_H
 
 #include <string>
 #include <string_view>
@@ -18,3 +19,5 @@ void printError(const std::string& message) noexcept;
 void printWarning(const std::string& message) noexcept;
 
 } // namespace varno
+
+#endif

@@ -24,7 +24,7 @@ std::string joined(const std::vector<std::string>& texts) {
     return result;
 }
 
-std::string hexadecimal(uint64_t value) {
+std::string hexadecimal(std::uint64_t value) {
     char text[32];
     std::snprintf(text, sizeof text, "0x%" PRIx64, value);
     return text;

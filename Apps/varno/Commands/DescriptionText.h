@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_DESCRIPTIONTEXT_H
+#define VARNO_APPS_VARNO_COMMANDS_DESCRIPTIONTEXT_H
 
-#include "ModuleDescription.h"
+#include "Host/ModuleDescription.h"
 
 #include <string>
 
@@ -13,3 +14,5 @@ std::string descriptionText(const ModuleDescription& description);
 std::string descriptionJson(const ModuleDescription& description);
 
 } // namespace varno
+
+#endif

@@ -2,8 +2,8 @@
 
 #include "BackendChoice.h"
 #include "CommandError.h"
+#include "Host/SampleRateRange.h"
 #include "NumberOption.h"
-#include "SampleRateRange.h"
 
 #include <filesystem>
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_EDITOPTIONS_H
+#define VARNO_APPS_VARNO_COMMANDS_EDITOPTIONS_H
 
 #include "CommandLine.h"
 #include "WindowOptions.h"
@@ -24,3 +25,5 @@ struct EditOptions {
 EditOptions editOptions(const CommandLine& line);
 
 } // namespace varno
+
+#endif

@@ -1,9 +1,9 @@
 #include "EditSession.h"
 
 #include "CommandError.h"
-#include "DesktopScale.h"
 #include "SettingsKeeping.h"
-#include "WindowIcon.h"
+#include "Window/DesktopScale.h"
+#include "Window/WindowIcon.h"
 
 #include <X11/keysym.h>
 

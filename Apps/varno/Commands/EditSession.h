@@ -1,10 +1,11 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_EDITSESSION_H
+#define VARNO_APPS_VARNO_COMMANDS_EDITSESSION_H
 
-#include "Editor.h"
-#include "EditorWindow.h"
 #include "EventLoop.h"
-#include "Instance.h"
+#include "Host/Editor.h"
+#include "Host/Instance.h"
 #include "SettingsKeeper.h"
+#include "Window/EditorWindow.h"
 #include "WindowDesktop.h"
 #include "WindowOptions.h"
 #include "WindowPicture.h"
@@ -50,3 +51,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_EDITSOUND_H
+#define VARNO_APPS_VARNO_COMMANDS_EDITSOUND_H
 
 #include "ClockedPlayer.h"
 #include "EffectLoop.h"
@@ -35,3 +36,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

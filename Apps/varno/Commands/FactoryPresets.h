@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_FACTORYPRESETS_H
+#define VARNO_APPS_VARNO_COMMANDS_FACTORYPRESETS_H
 
 #include <filesystem>
 #include <string>
@@ -25,3 +26,5 @@ std::vector<FactoryPreset> factoryPresets(const std::filesystem::path& bundle);
 std::string presetPath(const std::string& nameOrFile, const std::vector<FactoryPreset>& presets);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_FILERENDER_H
+#define VARNO_APPS_VARNO_COMMANDS_FILERENDER_H
 
 #include "RenderReport.h"
 #include "RenderSession.h"
@@ -11,3 +12,5 @@ namespace varno {
 RenderReport renderFile(RenderSession& session, const RenderTask& task);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_INPUTFILES_H
+#define VARNO_APPS_VARNO_COMMANDS_INPUTFILES_H
 
 #include "RenderOptions.h"
 
@@ -26,3 +27,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

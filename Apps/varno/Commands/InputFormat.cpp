@@ -1,7 +1,7 @@
 #include "InputFormat.h"
 
 #include "CommandError.h"
-#include "SampleRateRange.h"
+#include "Host/SampleRateRange.h"
 
 namespace varno {
 

@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_INPUTFORMAT_H
+#define VARNO_APPS_VARNO_COMMANDS_INPUTFORMAT_H
 
 #include "AudioReader.h"
-#include "Module.h"
+#include "Host/Module.h"
 
 namespace varno {
 
@@ -10,3 +11,5 @@ namespace varno {
 void requireVariantFor(const Module& module, const AudioReader& reader);
 
 } // namespace varno
+
+#endif

@@ -2,7 +2,7 @@
 
 #include "CommandError.h"
 #include "Console.h"
-#include "HostError.h"
+#include "Host/HostError.h"
 #include "ModuleLocation.h"
 
 #include <cstdlib>

@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_MODULELOADING_H
+#define VARNO_APPS_VARNO_COMMANDS_MODULELOADING_H
 
 #include "CommandLine.h"
-#include "Module.h"
+#include "Host/Module.h"
 
 #include <filesystem>
 #include <memory>
@@ -22,3 +23,5 @@ std::shared_ptr<Module> loadModule(const CommandLine& line);
 void unloadModule(std::shared_ptr<Module> module);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_MODULELOCATION_H
+#define VARNO_APPS_VARNO_COMMANDS_MODULELOCATION_H
 
 #include <filesystem>
 #include <optional>
@@ -23,3 +24,5 @@ std::filesystem::path moduleLocation(const std::optional<std::string>& asked,
 std::filesystem::path programFolder();
 
 } // namespace varno
+
+#endif

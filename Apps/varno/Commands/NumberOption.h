@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_NUMBEROPTION_H
+#define VARNO_APPS_VARNO_COMMANDS_NUMBEROPTION_H
 
 #include "CommandError.h"
 #include "CommandLine.h"
@@ -33,3 +34,5 @@ std::optional<Number> numberOption(const CommandLine& line, std::string_view opt
 }
 
 } // namespace varno
+
+#endif

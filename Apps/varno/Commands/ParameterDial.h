@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_PARAMETERDIAL_H
+#define VARNO_APPS_VARNO_COMMANDS_PARAMETERDIAL_H
 
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <string>
 
@@ -36,3 +37,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_PARAMETERTEXT_H
+#define VARNO_APPS_VARNO_COMMANDS_PARAMETERTEXT_H
 
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <string>
 
@@ -19,3 +20,5 @@ std::string parameterText(const Instance& instance, const ParameterInfo& paramet
 std::string parameterJson(const Instance& instance, const ParameterInfo& parameter);
 
 } // namespace varno
+
+#endif

@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_PARAMETERVALUE_H
+#define VARNO_APPS_VARNO_COMMANDS_PARAMETERVALUE_H
 
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <string>
 
@@ -33,3 +34,5 @@ const ParameterInfo& requireParameter(const Instance& instance, const std::strin
 double normalizedOfStep(int step, int steps);
 
 } // namespace varno
+
+#endif

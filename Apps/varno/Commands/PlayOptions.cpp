@@ -1,9 +1,9 @@
 #include "PlayOptions.h"
 
 #include "CommandError.h"
+#include "Host/SampleRateRange.h"
 #include "NumberOption.h"
 #include "Quotes.h"
-#include "SampleRateRange.h"
 
 namespace varno {
 namespace {

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_PLAYOPTIONS_H
+#define VARNO_APPS_VARNO_COMMANDS_PLAYOPTIONS_H
 
 #include "BackendChoice.h"
 #include "CommandLine.h"
@@ -22,3 +23,5 @@ struct PlayOptions {
 PlayOptions playOptions(const CommandLine& line);
 
 } // namespace varno
+
+#endif

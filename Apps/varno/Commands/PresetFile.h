@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_PRESETFILE_H
+#define VARNO_APPS_VARNO_COMMANDS_PRESETFILE_H
 
 #include "DemoGain_PresetText.h"
 
@@ -17,3 +18,5 @@ struct PresetFile {
 PresetFile readPresetFile(const std::string& path);
 
 } // namespace varno
+
+#endif

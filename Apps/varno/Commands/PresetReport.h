@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_PRESETREPORT_H
+#define VARNO_APPS_VARNO_COMMANDS_PRESETREPORT_H
 
 #include "FactoryPresets.h"
-#include "Instance.h"
+#include "Host/Instance.h"
 #include "PresetFile.h"
 
 #include <string>
@@ -29,3 +30,5 @@ std::string presetReportText(const NamedPreset& preset, const Instance& instance
 std::string presetReportJson(const NamedPreset& preset, const Instance& instance);
 
 } // namespace varno
+
+#endif

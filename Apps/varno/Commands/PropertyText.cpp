@@ -30,7 +30,7 @@ const NamedProperty* named(AAX_EProperty property) {
     return found == std::end(kNamedProperties) ? nullptr : found;
 }
 
-std::string stemText(int32_t stem) {
+std::string stemText(std::int32_t stem) {
     switch (stem) {
     case AAX_eStemFormat_Mono:
         return "mono";
@@ -41,7 +41,7 @@ std::string stemText(int32_t stem) {
     }
 }
 
-std::string meterKindText(int32_t kind) {
+std::string meterKindText(std::int32_t kind) {
     switch (kind) {
     case AAX_eMeterKind_Input:
         return "input";
@@ -54,7 +54,7 @@ std::string meterKindText(int32_t kind) {
     }
 }
 
-std::string integerText(AAX_EProperty property, int32_t value) {
+std::string integerText(AAX_EProperty property, std::int32_t value) {
     const auto* entry = named(property);
     switch (entry == nullptr ? Shown::kNumber : entry->shown) {
     case Shown::kCode:
@@ -89,7 +89,7 @@ bool isNamedProperty(AAX_EProperty property) {
 }
 
 std::string propertyText(AAX_EProperty property, const PropertyValue& value) {
-    if (const auto* integer = std::get_if<int32_t>(&value)) {
+    if (const auto* integer = std::get_if<std::int32_t>(&value)) {
         return integerText(property, *integer);
     }
     if (const auto* codes = std::get_if<std::vector<AAX_CTypeID>>(&value)) {
@@ -98,7 +98,7 @@ std::string propertyText(AAX_EProperty property, const PropertyValue& value) {
     return std::get<const void*>(value) == nullptr ? "null pointer" : "pointer";
 }
 
-std::string categoryName(uint32_t category) {
+std::string categoryName(std::uint32_t category) {
     return category == AAX_ePlugInCategory_Dynamics ? "dynamics" : std::to_string(category);
 }
 

@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_PROPERTYTEXT_H
+#define VARNO_APPS_VARNO_COMMANDS_PROPERTYTEXT_H
 
-#include "ModuleDescription.h"
+#include "Host/ModuleDescription.h"
 
 #include <string>
 
@@ -17,7 +18,7 @@ bool isNamedProperty(AAX_EProperty property);
 std::string propertyText(AAX_EProperty property, const PropertyValue& value);
 
 /// What a category is called: "dynamics", or its number.
-std::string categoryName(uint32_t category);
+std::string categoryName(std::uint32_t category);
 
 /// What a creation procedure makes: "data model", "editor".
 std::string procedureName(AAX_CProcPtrID procedure);
@@ -26,3 +27,5 @@ std::string procedureName(AAX_CProcPtrID procedure);
 std::string resourceName(AAX_EResourceType type);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_RENDERJOBS_H
+#define VARNO_APPS_VARNO_COMMANDS_RENDERJOBS_H
 
 #include "RenderReport.h"
 #include "RenderSession.h"
@@ -22,3 +23,5 @@ struct RenderResult {
 std::vector<RenderResult> renderAll(RenderSession& session);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_RENDEROPTIONS_H
+#define VARNO_APPS_VARNO_COMMANDS_RENDEROPTIONS_H
 
 #include "AtomicFile.h"
 #include "CommandLine.h"
@@ -44,3 +45,5 @@ struct RenderOptions {
 RenderOptions renderOptions(const CommandLine& line);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_RENDERREPORT_H
+#define VARNO_APPS_VARNO_COMMANDS_RENDERREPORT_H
 
 #include "AudioFormat.h"
 #include "RenderOptions.h"
@@ -36,3 +37,5 @@ std::string failureJson(const RenderTask& task, const std::string& error);
 double decibels(double magnitude);
 
 } // namespace varno
+
+#endif

@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_RENDERSESSION_H
+#define VARNO_APPS_VARNO_COMMANDS_RENDERSESSION_H
 
+#include "Host/Module.h"
 #include "InputFiles.h"
-#include "Module.h"
 #include "ProgressBar.h"
 #include "RenderOptions.h"
 #include "Settings.h"
@@ -53,3 +54,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -2,7 +2,7 @@
 
 #include "CommandError.h"
 #include "FactoryPresets.h"
-#include "HostError.h"
+#include "Host/HostError.h"
 #include "ModuleLoading.h"
 #include "PresetFile.h"
 #include "SmallFile.h"

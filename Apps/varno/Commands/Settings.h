@@ -1,8 +1,9 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_SETTINGS_H
+#define VARNO_APPS_VARNO_COMMANDS_SETTINGS_H
 
 #include "CommandLine.h"
 #include "DemoGain_PresetText.h"
-#include "Instance.h"
+#include "Host/Instance.h"
 #include "ParameterValue.h"
 
 #include <optional>
@@ -41,3 +42,5 @@ std::string presetText(Instance& instance);
 std::string stateBytes(Instance& instance);
 
 } // namespace varno
+
+#endif

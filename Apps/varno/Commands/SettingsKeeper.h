@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_SETTINGSKEEPER_H
+#define VARNO_APPS_VARNO_COMMANDS_SETTINGSKEEPER_H
 
 #include "AtomicFile.h"
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <optional>
 #include <string>
@@ -45,3 +46,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

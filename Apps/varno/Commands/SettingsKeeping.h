@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_SETTINGSKEEPING_H
+#define VARNO_APPS_VARNO_COMMANDS_SETTINGSKEEPING_H
 
 #include "SettingsKeeper.h"
 #include "WindowOptions.h"
@@ -21,3 +22,5 @@ void runAndTellUnsaved(const SettingsKeeper& settings, const std::string& comman
                        const std::function<void()>& run);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_SMALLFILE_H
+#define VARNO_APPS_VARNO_COMMANDS_SMALLFILE_H
 
 #include <cstddef>
 #include <string>
@@ -12,3 +13,5 @@ namespace varno {
 std::string readSmallFile(const std::string& path, std::size_t mostBytes, const std::string& expected);
 
 } // namespace varno
+
+#endif

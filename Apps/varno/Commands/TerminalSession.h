@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_TERMINALSESSION_H
+#define VARNO_APPS_VARNO_COMMANDS_TERMINALSESSION_H
 
 #include "EventLoop.h"
-#include "Instance.h"
+#include "Host/Instance.h"
 #include "LiveWatch.h"
 #include "ParameterDial.h"
 #include "SettingsKeeper.h"
@@ -48,3 +49,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

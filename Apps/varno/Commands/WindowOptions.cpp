@@ -1,7 +1,7 @@
 #include "WindowOptions.h"
 
-#include "DesktopScale.h"
 #include "NumberOption.h"
+#include "Window/DesktopScale.h"
 
 namespace varno {
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_COMMANDS_WINDOWOPTIONS_H
+#define VARNO_APPS_VARNO_COMMANDS_WINDOWOPTIONS_H
 
 #include "AtomicFile.h"
 #include "CommandLine.h"
@@ -25,3 +26,5 @@ struct WindowOptions {
 WindowOptions windowOptions(const CommandLine& line, const std::string& command);
 
 } // namespace varno
+
+#endif

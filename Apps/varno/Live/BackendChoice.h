@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_BACKENDCHOICE_H
+#define VARNO_APPS_VARNO_LIVE_BACKENDCHOICE_H
 
 #include "LiveBackend.h"
 
@@ -29,3 +30,5 @@ std::unique_ptr<LiveBackend> openBackend(std::string_view word, const LiveReques
                                          std::span<const BackendEntry> entries = backends());
 
 } // namespace varno
+
+#endif

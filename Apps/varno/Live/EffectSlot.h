@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_EFFECTSLOT_H
+#define VARNO_APPS_VARNO_LIVE_EFFECTSLOT_H
 
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <atomic>
 
@@ -28,3 +29,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

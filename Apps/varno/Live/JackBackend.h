@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_JACKBACKEND_H
+#define VARNO_APPS_VARNO_LIVE_JACKBACKEND_H
 
 #include "JackFunctions.h"
 #include "JackPorts.h"
@@ -39,3 +40,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

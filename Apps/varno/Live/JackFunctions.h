@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_JACKFUNCTIONS_H
+#define VARNO_APPS_VARNO_LIVE_JACKFUNCTIONS_H
 
 #include <jack/jack.h>
 
@@ -34,3 +35,5 @@ struct JackFunctions {
 JackFunctions loadJack();
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_JACKPORTS_H
+#define VARNO_APPS_VARNO_LIVE_JACKPORTS_H
 
 #include <string>
 #include <utility>
@@ -18,3 +19,5 @@ std::string portName(PortDirection direction, int channels, int channel);
 std::vector<std::pair<int, int>> portPairs(PortDirection direction, int channels, int system);
 
 } // namespace varno
+
+#endif

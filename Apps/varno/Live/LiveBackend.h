@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_LIVEBACKEND_H
+#define VARNO_APPS_VARNO_LIVE_LIVEBACKEND_H
 
 #include "LiveStatus.h"
 
@@ -57,3 +58,5 @@ public:
 };
 
 } // namespace varno
+
+#endif

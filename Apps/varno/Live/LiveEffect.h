@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_LIVEEFFECT_H
+#define VARNO_APPS_VARNO_LIVE_LIVEEFFECT_H
 
 #include "EffectSlot.h"
 #include "LiveBackend.h"
@@ -30,3 +31,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

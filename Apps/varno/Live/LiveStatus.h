@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_LIVESTATUS_H
+#define VARNO_APPS_VARNO_LIVE_LIVESTATUS_H
 
 #include <algorithm>
 #include <atomic>
@@ -51,3 +52,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

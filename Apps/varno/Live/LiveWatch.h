@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_LIVEWATCH_H
+#define VARNO_APPS_VARNO_LIVE_LIVEWATCH_H
 
 #include "LiveStatus.h"
 
@@ -39,3 +40,5 @@ private:
 std::string overrunText(int overruns);
 
 } // namespace varno
+
+#endif

@@ -1,6 +1,7 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_METERLINE_H
+#define VARNO_APPS_VARNO_LIVE_METERLINE_H
 
-#include "Instance.h"
+#include "Host/Instance.h"
 
 #include <string>
 #include <vector>
@@ -31,3 +32,5 @@ std::vector<MeterLine::Level> meterLevels(const Instance& instance);
 std::string levelTextDB(double linear);
 
 } // namespace varno
+
+#endif

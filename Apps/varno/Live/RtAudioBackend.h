@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_RTAUDIOBACKEND_H
+#define VARNO_APPS_VARNO_LIVE_RTAUDIOBACKEND_H
 
 #include "LiveBackend.h"
 #include "RtAudioFunctions.h"
@@ -47,3 +48,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_RTAUDIOFUNCTIONS_H
+#define VARNO_APPS_VARNO_LIVE_RTAUDIOFUNCTIONS_H
 
 #include <rtaudio/rtaudio_c.h>
 
@@ -23,3 +24,5 @@ struct RtAudioFunctions {
 RtAudioFunctions loadRtAudio();
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_SHAREDLIBRARY_H
+#define VARNO_APPS_VARNO_LIVE_SHAREDLIBRARY_H
 
 namespace varno {
 
@@ -30,3 +31,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

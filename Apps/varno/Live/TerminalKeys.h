@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_TERMINALKEYS_H
+#define VARNO_APPS_VARNO_LIVE_TERMINALKEYS_H
 
 #include <optional>
 #include <string>
@@ -39,3 +40,5 @@ private:
 std::string terminalKeysHelp();
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_LIVE_TERMINALMODE_H
+#define VARNO_APPS_VARNO_LIVE_TERMINALMODE_H
 
 #include <cstddef>
 #include <termios.h>
@@ -29,3 +30,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

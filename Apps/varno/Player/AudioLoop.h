@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PLAYER_AUDIOLOOP_H
+#define VARNO_APPS_VARNO_PLAYER_AUDIOLOOP_H
 
 #include "AudioReader.h"
 
@@ -34,3 +35,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

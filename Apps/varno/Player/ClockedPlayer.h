@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PLAYER_CLOCKEDPLAYER_H
+#define VARNO_APPS_VARNO_PLAYER_CLOCKEDPLAYER_H
 
 #include "PacedBlocks.h"
 
@@ -24,3 +25,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

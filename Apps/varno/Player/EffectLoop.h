@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PLAYER_EFFECTLOOP_H
+#define VARNO_APPS_VARNO_PLAYER_EFFECTLOOP_H
 
 #include "AudioLoop.h"
-#include "Instance.h"
+#include "Host/Instance.h"
 
 namespace varno {
 
@@ -26,3 +27,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PLAYER_PACEDBLOCKS_H
+#define VARNO_APPS_VARNO_PLAYER_PACEDBLOCKS_H
 
 #include "PlayerClock.h"
 
@@ -48,3 +49,5 @@ void playPaced(const PlayerFormat& format, const AudioPull& pull, PlayerClock& c
                const std::atomic<bool>& shallStop);
 
 } // namespace varno
+
+#endif

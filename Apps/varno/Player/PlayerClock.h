@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PLAYER_PLAYERCLOCK_H
+#define VARNO_APPS_VARNO_PLAYER_PLAYERCLOCK_H
 
 #include <chrono>
 
@@ -16,3 +17,5 @@ public:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_PLAYER_SIGNALSBLOCKED_H
+#define VARNO_APPS_VARNO_PLAYER_SIGNALSBLOCKED_H
 
 #include <csignal>
 #include <pthread.h>
@@ -23,3 +24,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

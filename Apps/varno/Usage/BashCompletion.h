@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_BASHCOMPLETION_H
+#define VARNO_APPS_VARNO_USAGE_BASHCOMPLETION_H
 
 #include <string>
 
@@ -9,3 +10,5 @@ namespace varno {
 std::string bashCompletion();
 
 } // namespace varno
+
+#endif

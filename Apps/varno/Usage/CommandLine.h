@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_COMMANDLINE_H
+#define VARNO_APPS_VARNO_USAGE_COMMANDLINE_H
 
 #include "CommandTable.h"
 
@@ -46,3 +47,5 @@ private:
 [[noreturn]] void refuseCommand(const std::string& word);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_COMMANDTABLE_H
+#define VARNO_APPS_VARNO_USAGE_COMMANDTABLE_H
 
 #include <span>
 #include <string_view>
@@ -85,3 +86,5 @@ std::span<const NoteEntry> environmentNotes();
 const CommandEntry* findCommand(std::string_view name);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_COMMONOPTIONS_H
+#define VARNO_APPS_VARNO_USAGE_COMMONOPTIONS_H
 
 #include "CommandTable.h"
 
@@ -55,3 +56,5 @@ inline constexpr OptionEntry kJson = {
     .name = "--json", .group = "Reports", .help = "Print the same as JSON, for scripts."};
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_EDITENTRY_H
+#define VARNO_APPS_VARNO_USAGE_EDITENTRY_H
 
 #include "CommandTable.h"
 #include "CommonOptions.h"
@@ -95,3 +96,5 @@ inline constexpr CommandEntry kEditEntry = {.name = "edit",
                                             .examples = kEditExamples};
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_HELPTEXT_H
+#define VARNO_APPS_VARNO_USAGE_HELPTEXT_H
 
 #include "CommandTable.h"
 
@@ -25,3 +26,5 @@ std::string optionTerm(const OptionEntry& option);
 std::vector<std::string_view> optionGroups(std::span<const OptionEntry> options);
 
 } // namespace varno
+
+#endif

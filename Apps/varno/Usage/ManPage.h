@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_MANPAGE_H
+#define VARNO_APPS_VARNO_USAGE_MANPAGE_H
 
 #include <string>
 
@@ -9,3 +10,5 @@ namespace varno {
 std::string manPage(const std::string& version);
 
 } // namespace varno
+
+#endif

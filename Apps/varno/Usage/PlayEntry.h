@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_PLAYENTRY_H
+#define VARNO_APPS_VARNO_USAGE_PLAYENTRY_H
 
 #include "CommandTable.h"
 #include "CommonOptions.h"
@@ -102,3 +103,5 @@ inline constexpr CommandEntry kPlayEntry = {.name = "play",
                                             .examples = kPlayExamples};
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_QUOTES_H
+#define VARNO_APPS_VARNO_USAGE_QUOTES_H
 
 #include <string>
 #include <string_view>
@@ -11,3 +12,5 @@ inline std::string inQuotes(std::string_view text) {
 }
 
 } // namespace varno
+
+#endif

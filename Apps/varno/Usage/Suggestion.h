@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_SUGGESTION_H
+#define VARNO_APPS_VARNO_USAGE_SUGGESTION_H
 
 #include <string>
 #include <string_view>
@@ -11,3 +12,5 @@ namespace varno {
 std::string suggestion(std::string_view unknown, const std::vector<std::string>& known);
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_TEXTLAYOUT_H
+#define VARNO_APPS_VARNO_USAGE_TEXTLAYOUT_H
 
 #include <string>
 #include <string_view>
@@ -24,3 +25,5 @@ std::string padRight(std::string_view text, std::size_t width);
 std::string padLeft(std::string_view text, std::size_t width);
 
 } // namespace varno
+
+#endif

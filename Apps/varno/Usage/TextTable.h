@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_USAGE_TEXTTABLE_H
+#define VARNO_APPS_VARNO_USAGE_TEXTTABLE_H
 
 #include <string>
 #include <vector>
@@ -33,3 +34,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

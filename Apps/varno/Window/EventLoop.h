@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_WINDOW_EVENTLOOP_H
+#define VARNO_APPS_VARNO_WINDOW_EVENTLOOP_H
 
 #include "TimerQueue.h"
 
@@ -51,3 +52,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_WINDOW_TIMERQUEUE_H
+#define VARNO_APPS_VARNO_WINDOW_TIMERQUEUE_H
 
 #include <chrono>
 #include <functional>
@@ -43,3 +44,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_WINDOW_WINDOWDESKTOP_H
+#define VARNO_APPS_VARNO_WINDOW_WINDOWDESKTOP_H
 
-#include "Desktop.h"
 #include "EventLoop.h"
+#include "Host/Desktop.h"
 
 namespace varno {
 
@@ -30,3 +31,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

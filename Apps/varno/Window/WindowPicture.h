@@ -1,7 +1,8 @@
-#pragma once
+#ifndef VARNO_APPS_VARNO_WINDOW_WINDOWPICTURE_H
+#define VARNO_APPS_VARNO_WINDOW_WINDOWPICTURE_H
 
 #include "AtomicFile.h"
-#include "XConnection.h"
+#include "Window/XConnection.h"
 
 namespace varno {
 
@@ -32,3 +33,5 @@ private:
 };
 
 } // namespace varno
+
+#endif

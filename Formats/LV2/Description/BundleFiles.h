@@ -1,9 +1,9 @@
 /// The files of the bundle that hosts read before they load anything of it, as text.
-#ifndef BUNDLEFILES_H
-#define BUNDLEFILES_H
+#ifndef VARNO_FORMATS_LV2_DESCRIPTION_BUNDLEFILES_H
+#define VARNO_FORMATS_LV2_DESCRIPTION_BUNDLEFILES_H
 
-#include "FactoryPreset.h"
-#include "Module.h"
+#include "Host/Module.h"
+#include "LV2/Description/FactoryPreset.h"
 
 #include <memory>
 #include <span>

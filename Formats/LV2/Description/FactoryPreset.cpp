@@ -1,4 +1,4 @@
-#include "FactoryPreset.h"
+#include "LV2/Description/FactoryPreset.h"
 
 #include <fstream>
 #include <iterator>
@@ -26,14 +26,14 @@ std::string labelOf(std::string name) {
     return name;
 }
 
-/// The lines after those of the values, as one.
+// The lines after those of the values, as one.
 std::string commentOf(const std::string& text) {
-    size_t start = 0;
-    size_t lines = 1; // of the header
+    std::size_t start = 0;
+    std::size_t lines = 1; // of the header
     for (const DemoGain_PresetText::Item& item : DemoGain_PresetText::kItems) {
         lines += item.mEndsLine ? 1 : 0;
     }
-    for (size_t line = 0; line < lines && start != std::string::npos; ++line) {
+    for (std::size_t line = 0; line < lines && start != std::string::npos; ++line) {
         start = text.find('\n', start);
         start = start == std::string::npos ? start : start + 1;
     }

@@ -1,6 +1,6 @@
 /// A factory preset on its way from a text preset into the bundle.
-#ifndef FACTORYPRESET_H
-#define FACTORYPRESET_H
+#ifndef VARNO_FORMATS_LV2_DESCRIPTION_FACTORYPRESET_H
+#define VARNO_FORMATS_LV2_DESCRIPTION_FACTORYPRESET_H
 
 #include "DemoGain_PresetText.h"
 

@@ -1,6 +1,6 @@
-#include "BundleFiles.h"
-#include "PresetUris.h"
-#include "Turtle.h"
+#include "LV2/Description/BundleFiles.h"
+#include "LV2/Description/PresetUris.h"
+#include "LV2/Description/Turtle.h"
 
 namespace varno {
 

@@ -1,15 +1,15 @@
-#include "BundleFiles.h"
-#include "Instance.h"
-#include "PluginUris.h"
-#include "PortStatement.h"
-#include "Turtle.h"
+#include "Host/Instance.h"
+#include "LV2/Description/BundleFiles.h"
+#include "LV2/Description/PortStatement.h"
+#include "LV2/Description/Turtle.h"
+#include "LV2/PluginUris.h"
 
 namespace varno {
 
 namespace {
 
 constexpr const char* kProjectUri = "urn:morvak:varno-s";
-/// Counted as LV2 wants it: they rise with every change that hosts should notice; even ones are released.
+// Counted as LV2 wants it: they rise with every change that hosts should notice; even ones are released.
 constexpr const char* kMinorVersion = "2";
 constexpr const char* kMicroVersion = "0";
 constexpr const char* kLicence = "http://opensource.org/licenses/mit";

@@ -1,9 +1,9 @@
-#include "PortStatement.h"
+#include "LV2/Description/PortStatement.h"
 
-#include "BypassFade.h"
-#include "ControlValues.h"
-#include "PortTexts.h"
-#include "Turtle.h"
+#include "LV2/BypassFade.h"
+#include "LV2/ControlValues.h"
+#include "LV2/Description/PortTexts.h"
+#include "LV2/Description/Turtle.h"
 
 #include <cstdio>
 #include <vector>
@@ -33,7 +33,7 @@ std::vector<std::string> levelPoints() {
     return points;
 }
 
-/// The curves by the numbers that the editor's keys have.
+// The curves by the numbers that the editor's keys have.
 std::vector<std::string> curvePoints(int curves) {
     std::vector<std::string> points;
     for (int curve = 0; curve < curves; ++curve) {

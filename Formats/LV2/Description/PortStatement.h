@@ -1,10 +1,10 @@
 /// A port as hosts read of it.
-#ifndef PORTSTATEMENT_H
-#define PORTSTATEMENT_H
+#ifndef VARNO_FORMATS_LV2_DESCRIPTION_PORTSTATEMENT_H
+#define VARNO_FORMATS_LV2_DESCRIPTION_PORTSTATEMENT_H
 
-#include "Instance.h"
-#include "PluginUris.h"
-#include "Ports.h"
+#include "Host/Instance.h"
+#include "LV2/PluginUris.h"
+#include "LV2/Ports.h"
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "PortTexts.h"
+#include "LV2/Description/PortTexts.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,8 +1,8 @@
 /// What people are told about ports, and what the module itself does not tell.
-#ifndef PORTTEXTS_H
-#define PORTTEXTS_H
+#ifndef VARNO_FORMATS_LV2_DESCRIPTION_PORTTEXTS_H
+#define VARNO_FORMATS_LV2_DESCRIPTION_PORTTEXTS_H
 
-#include "Ports.h"
+#include "LV2/Ports.h"
 
 #include <span>
 

@@ -1,9 +1,9 @@
 /// What the presets of the bundle are called.
-#ifndef PRESETURIS_H
-#define PRESETURIS_H
+#ifndef VARNO_FORMATS_LV2_DESCRIPTION_PRESETURIS_H
+#define VARNO_FORMATS_LV2_DESCRIPTION_PRESETURIS_H
 
-#include "FactoryPreset.h"
-#include "PluginUris.h"
+#include "LV2/Description/FactoryPreset.h"
+#include "LV2/PluginUris.h"
 
 #include <string>
 

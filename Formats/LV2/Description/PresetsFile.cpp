@@ -1,8 +1,8 @@
-#include "BundleFiles.h"
-#include "Instance.h"
-#include "Ports.h"
-#include "PresetUris.h"
-#include "Turtle.h"
+#include "Host/Instance.h"
+#include "LV2/Description/BundleFiles.h"
+#include "LV2/Description/PresetUris.h"
+#include "LV2/Description/Turtle.h"
+#include "LV2/Ports.h"
 
 #include <iterator>
 #include <vector>
@@ -28,7 +28,7 @@ std::string statementOf(const FactoryPreset& preset, const PluginUri& plugin,
         subject.say("rdfs:comment", turtleText(preset.comment));
     }
     std::vector<std::string> values;
-    for (size_t i = 0; i < preset.values.size(); ++i) {
+    for (std::size_t i = 0; i < preset.values.size(); ++i) {
         const auto* const port = portOfParameter(ports, DemoGain_PresetText::kItems[i].mParameterID);
         values.push_back(portValue(*port, preset.values[i]));
     }

@@ -1,4 +1,4 @@
-#include "Turtle.h"
+#include "LV2/Description/Turtle.h"
 
 #include <array>
 #include <charconv>

@@ -1,6 +1,6 @@
 /// The text form of the description that hosts read.
-#ifndef TURTLE_H
-#define TURTLE_H
+#ifndef VARNO_FORMATS_LV2_DESCRIPTION_TURTLE_H
+#define VARNO_FORMATS_LV2_DESCRIPTION_TURTLE_H
 
 #include <string>
 #include <string_view>

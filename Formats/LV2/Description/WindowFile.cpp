@@ -1,8 +1,8 @@
-#include "BundleFiles.h"
-#include "Instance.h"
-#include "PluginUris.h"
-#include "Ports.h"
-#include "Turtle.h"
+#include "Host/Instance.h"
+#include "LV2/Description/BundleFiles.h"
+#include "LV2/Description/Turtle.h"
+#include "LV2/PluginUris.h"
+#include "LV2/Ports.h"
 
 #include <lv2/log/log.h>
 #include <lv2/options/options.h>

@@ -1,6 +1,6 @@
 // varno_lv2_ttl FOLDER [--window] [PRESET.txt ...]: writes the files that hosts read of the bundle.
-#include "BundleFiles.h"
-#include "LinkedEntryPoints.h"
+#include "Host/LinkedEntryPoints.h"
+#include "LV2/Description/BundleFiles.h"
 
 #include <cstdio>
 #include <exception>

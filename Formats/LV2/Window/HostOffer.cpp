@@ -1,6 +1,6 @@
-#include "HostOffer.h"
+#include "LV2/Window/HostOffer.h"
 
-#include "DesktopScale.h"
+#include "Window/DesktopScale.h"
 
 #include <lv2/atom/atom.h>
 #include <lv2/options/options.h>
@@ -18,14 +18,14 @@ const Data* dataOf(const HostFeatures& features, const char* uri) {
     return static_cast<const Data*>(features.data(uri));
 }
 
-/// X11 has numbers for windows, which come in the place of a pointer.
+// X11 has numbers for windows, which come in the place of a pointer.
 xcb_window_t parentOf(const HostFeatures& features) {
     const auto number = reinterpret_cast<std::uintptr_t>(features.data(LV2_UI__parent));
     return number <= std::numeric_limits<xcb_window_t>::max() ? static_cast<xcb_window_t>(number)
                                                               : xcb_window_t{XCB_WINDOW_NONE};
 }
 
-/// The options of a host that has also told how to write their names as numbers.
+// The options of a host that has also told how to write their names as numbers.
 class Options {
 public:
     explicit Options(const HostFeatures& features)
@@ -52,7 +52,7 @@ public:
     }
 
 private:
-    /// An option that has a value of this type; the list ends with one of key 0.
+    // An option that has a value of this type; the list ends with one of key 0.
     const LV2_Options_Option* find(const char* key, const char* type) const {
         if (mOptions == nullptr || mMap == nullptr || mMap->map == nullptr) {
             return nullptr;

@@ -1,8 +1,8 @@
 /// What a host offers to a window.
-#ifndef HOSTOFFER_H
-#define HOSTOFFER_H
+#ifndef VARNO_FORMATS_LV2_WINDOW_HOSTOFFER_H
+#define VARNO_FORMATS_LV2_WINDOW_HOSTOFFER_H
 
-#include "HostFeatures.h"
+#include "LV2/HostFeatures.h"
 
 #include <lv2/ui/ui.h>
 

@@ -1,6 +1,6 @@
-#include "HostPorts.h"
+#include "LV2/Window/HostPorts.h"
 
-#include "InstanceHost.h"
+#include "Host/InstanceHost.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,8 +8,8 @@
 namespace varno {
 namespace {
 
-/// A plain float, as every control port has it.
-constexpr uint32_t kFloatProtocol = 0;
+// A plain float, as every control port has it.
+constexpr std::uint32_t kFloatProtocol = 0;
 
 } // namespace
 
@@ -26,7 +26,7 @@ HostPorts::~HostPorts() {
     mInstance.host().automation().setListener(nullptr);
 }
 
-void HostPorts::arrived(uint32_t index, float value) {
+void HostPorts::arrived(std::uint32_t index, float value) {
     if (index >= mPorts.size() || !std::isfinite(value)) {
         return;
     }
@@ -49,7 +49,7 @@ void HostPorts::apply() {
 }
 
 // Nothing processes, so that the meters' taps belong to this thread.
-void HostPorts::showMeter(uint32_t tap, float value) {
+void HostPorts::showMeter(std::uint32_t tap, float value) {
     MeterBank& meters = mInstance.meters();
     if (tap < meters.ids().size()) {
         meters.taps()[tap] = value;

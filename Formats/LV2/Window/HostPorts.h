@@ -1,10 +1,10 @@
 /// The host's ports, between the host and the window's instance of the effect.
-#ifndef HOSTPORTS_H
-#define HOSTPORTS_H
+#ifndef VARNO_FORMATS_LV2_WINDOW_HOSTPORTS_H
+#define VARNO_FORMATS_LV2_WINDOW_HOSTPORTS_H
 
-#include "AutomationListener.h"
-#include "Instance.h"
-#include "Ports.h"
+#include "Host/AutomationListener.h"
+#include "Host/Instance.h"
+#include "LV2/Ports.h"
 
 #include <lv2/ui/ui.h>
 
@@ -39,7 +39,7 @@ public:
 
     /// The host tells a port's value, at any time, within a write of the window's too. Unknown ports and
     /// values that are no numbers are passed over, others brought into the range of 0 to 1.
-    void arrived(uint32_t index, float value);
+    void arrived(std::uint32_t index, float value);
     /// Brings to the instance what has arrived.
     void apply();
 
@@ -57,7 +57,7 @@ private:
 
     Port* portOf(const std::string& parameterID);
     void tellTouch(const Port& port, bool isTouched) const;
-    void showMeter(uint32_t tap, float value);
+    void showMeter(std::uint32_t tap, float value);
 
     Instance& mInstance;
     HostCalls mCalls;

@@ -1,8 +1,8 @@
 /// The desktop around a window whose host calls it now and then.
-#ifndef IDLEDESKTOP_H
-#define IDLEDESKTOP_H
+#ifndef VARNO_FORMATS_LV2_WINDOW_IDLEDESKTOP_H
+#define VARNO_FORMATS_LV2_WINDOW_IDLEDESKTOP_H
 
-#include "Desktop.h"
+#include "Host/Desktop.h"
 
 namespace varno {
 

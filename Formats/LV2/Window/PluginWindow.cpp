@@ -1,8 +1,8 @@
-#include "PluginWindow.h"
+#include "LV2/Window/PluginWindow.h"
 
-#include "DesktopScale.h"
-#include "WindowError.h"
-#include "WindowIcon.h"
+#include "Window/DesktopScale.h"
+#include "Window/WindowError.h"
+#include "Window/WindowIcon.h"
 
 #include <algorithm>
 #include <chrono>
@@ -24,7 +24,7 @@ std::string displayName() {
     return name == nullptr ? "" : name;
 }
 
-InstanceSetup setupFor(int32_t channels) {
+InstanceSetup setupFor(std::int32_t channels) {
     InstanceSetup setup;
     setup.channels = channels;
     return setup;

@@ -1,14 +1,14 @@
 /// A window of a plug-in in a host.
-#ifndef PLUGINWINDOW_H
-#define PLUGINWINDOW_H
+#ifndef VARNO_FORMATS_LV2_WINDOW_PLUGINWINDOW_H
+#define VARNO_FORMATS_LV2_WINDOW_PLUGINWINDOW_H
 
-#include "Editor.h"
-#include "EditorWindow.h"
-#include "HostOffer.h"
-#include "HostPorts.h"
-#include "IdleDesktop.h"
-#include "Instance.h"
-#include "XConnection.h"
+#include "Host/Editor.h"
+#include "Host/Instance.h"
+#include "LV2/Window/HostOffer.h"
+#include "LV2/Window/HostPorts.h"
+#include "LV2/Window/IdleDesktop.h"
+#include "Window/EditorWindow.h"
+#include "Window/XConnection.h"
 
 #include <filesystem>
 #include <memory>
@@ -18,7 +18,7 @@ namespace varno {
 
 /// What a window is of.
 struct WindowSource {
-    int32_t channels;                ///< Of the plug-in.
+    std::int32_t channels;           ///< Of the plug-in.
     std::filesystem::path resources; ///< The folder of the pictures, for the icon of a window of its own.
 };
 
@@ -37,7 +37,7 @@ public:
     /// The X11 window that the host has to do with: the editor's in the host's, else its own.
     xcb_window_t id() const { return mID; }
     /// See HostPorts::arrived.
-    void portChanged(uint32_t index, float value) { mPorts.arrived(index, value); }
+    void portChanged(std::uint32_t index, float value) { mPorts.arrived(index, value); }
     /// Does all that there is to do now. Returns whether it is still open: somebody may have closed a window
     /// of its own, which can be shown again, or the display may be lost.
     bool idle();

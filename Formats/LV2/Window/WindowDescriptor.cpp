@@ -1,7 +1,7 @@
 // What hosts find in the window's binary: one function, which tells of one window.
-#include "PluginUris.h"
-#include "PluginWindow.h"
-#include "SharedModule.h"
+#include "LV2/PluginUris.h"
+#include "LV2/SharedModule.h"
+#include "LV2/Window/PluginWindow.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -17,11 +17,11 @@ namespace {
 
 using varno::PluginWindow;
 
-/// What the functions that a host calls answer.
+// What the functions that a host calls answer.
 constexpr int kDone = 0;
 constexpr int kFailedOrClosed = 1;
 
-int32_t channelsOf(const char* pluginUri) {
+std::int32_t channelsOf(const char* pluginUri) {
     const auto* const found = std::ranges::find_if(varno::kPluginUris, [&](const varno::PluginUri& plugin) {
         return pluginUri != nullptr && std::string_view(pluginUri) == plugin.uri;
     });
@@ -71,7 +71,7 @@ void cleanup(LV2UI_Handle handle) noexcept {
     delete &windowOf(handle);
 }
 
-void portEvent(LV2UI_Handle handle, uint32_t port, uint32_t size, uint32_t protocol,
+void portEvent(LV2UI_Handle handle, std::uint32_t port, std::uint32_t size, std::uint32_t protocol,
                const void* buffer) noexcept {
     float value = 0.0F;
     if (protocol == 0 && size == sizeof value && buffer != nullptr) {
@@ -110,6 +110,6 @@ constexpr LV2UI_Descriptor kWindow = {varno::kWindowUri, instantiate, cleanup, p
 
 } // namespace
 
-const LV2UI_Descriptor* lv2ui_descriptor(uint32_t index) {
+const LV2UI_Descriptor* lv2ui_descriptor(std::uint32_t index) {
     return index == 0 ? &kWindow : nullptr;
 }

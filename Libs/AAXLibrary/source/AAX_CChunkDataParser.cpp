@@ -17,34 +17,34 @@ namespace {
 using DataValue = AAX_CChunkDataParser::DataValue;
 
 constexpr char kMarker[] = {1, 1, 1, 1};
-constexpr size_t kAlignment = 4;
-constexpr size_t kTagLength = 2;      ///< Characters before an entry's name.
-constexpr size_t kMaxEntryText = 255; ///< Characters read of an entry's tag and name.
+constexpr std::size_t kAlignment = 4;
+constexpr std::size_t kTagLength = 2;      // Characters before an entry's name.
+constexpr std::size_t kMaxEntryText = 255; // Characters read of an entry's tag and name.
 
-constexpr size_t RoundUp(size_t bytes) {
+constexpr std::size_t RoundUp(std::size_t bytes) {
     return (bytes + kAlignment - 1) / kAlignment * kAlignment;
 }
 
-/// Bytes of tag, name and terminator.
-size_t EntryTextBytes(const DataValue& value) {
+// Bytes of tag, name and terminator.
+std::size_t EntryTextBytes(const DataValue& value) {
     return kTagLength + value.mDataName.Length() + 1;
 }
 
-/// Bytes of a value that has a type, without padding.
-size_t ValueBytes(const DataValue& value) {
+// Bytes of a value that has a type, without padding.
+std::size_t ValueBytes(const DataValue& value) {
     switch (value.mDataType) {
     case AAX_CChunkDataParser::eDouble:
         return sizeof(double);
     case AAX_CChunkDataParser::eInt16:
         return sizeof(int16_t);
     case AAX_CChunkDataParser::eString:
-        return value.mStringValue.Length() + size_t{1};
+        return value.mStringValue.Length() + std::size_t{1};
     default:
         return sizeof(int32_t); // also that of a float
     }
 }
 
-/// The tag of a value that has a type.
+// The tag of a value that has a type.
 const char* Tag(AAX_CChunkDataParser::EDataType type) {
     constexpr const char* kTags[] = {"", "f_", "l_", "d_", "s_", "r_"};
     return kTags[type];
@@ -70,8 +70,8 @@ void WriteValue(const DataValue& value, char* bytes) {
     }
 }
 
-/// Writes one entry into a cleared data area of `size` bytes. Returns the position behind it.
-size_t WriteEntry(const DataValue& value, char* data, size_t size, size_t position) {
+// Writes one entry into a cleared data area of `size` bytes. Returns the position behind it.
+std::size_t WriteEntry(const DataValue& value, char* data, std::size_t size, std::size_t position) {
     // Padding is left out on purpose: the test is for values that do not belong to the size at all.
     if (position + EntryTextBytes(value) + ValueBytes(value) > size) {
         throw std::logic_error("aborting: chunk data will overflow buffer");
@@ -83,20 +83,20 @@ size_t WriteEntry(const DataValue& value, char* data, size_t size, size_t positi
     return position + RoundUp(ValueBytes(value));
 }
 
-/// Reads a data area from front to back, never beyond its end.
+// Reads a data area from front to back, never beyond its end.
 class Reader {
 public:
-    Reader(const char* data, size_t size)
+    Reader(const char* data, std::size_t size)
         : mData(data),
           mSize(size) {}
 
-    /// Reads the next entry. False at the end, and for an entry whose value is cut off by it.
+    // Reads the next entry. False at the end, and for an entry whose value is cut off by it.
     bool Next(DataValue* entry) {
         if (mPosition >= mSize) {
             return false;
         }
         const char* text = mData + mPosition;
-        const size_t length = strnlen(text, std::min(mSize - mPosition, kMaxEntryText));
+        const std::size_t length = strnlen(text, std::min(mSize - mPosition, kMaxEntryText));
         mPosition = RoundUp(mPosition + length + 1);
         if (length > kTagLength) {
             entry->mDataName.Set(std::string(text + kTagLength, length - kTagLength).c_str());
@@ -133,11 +133,11 @@ private:
         return true;
     }
 
-    /// Unlike the writer it does not round up behind a text: the padding there reads as an entry without tag
-    /// and name, which nobody asks for, and leads to the next multiple of 4.
+    // Unlike the writer it does not round up behind a text: the padding there reads as an entry without tag
+    // and name, which nobody asks for, and leads to the next multiple of 4.
     bool ReadString(DataValue* entry) {
         const char* text = mData + mPosition;
-        const size_t length = Remaining() > 0 ? strnlen(text, Remaining()) : 0;
+        const std::size_t length = Remaining() > 0 ? strnlen(text, Remaining()) : 0;
         if (length == Remaining()) {
             return false;
         }
@@ -147,11 +147,11 @@ private:
         return true;
     }
 
-    size_t Remaining() const { return mPosition < mSize ? mSize - mPosition : 0; }
+    std::size_t Remaining() const { return mPosition < mSize ? mSize - mPosition : 0; }
 
     const char* mData;
-    size_t mSize;
-    size_t mPosition = sizeof(kMarker);
+    std::size_t mSize;
+    std::size_t mPosition = sizeof(kMarker);
 };
 
 } // namespace
@@ -219,7 +219,7 @@ int32_t AAX_CChunkDataParser::FindIndex(const char* name) {
     }
     for (int32_t step = 1; step <= count; ++step) {
         const int32_t index = (mLastFoundIndex + step) % count;
-        if (std::strcmp(mDataValues[static_cast<size_t>(index)].mDataName.Get(), name) == 0) {
+        if (std::strcmp(mDataValues[static_cast<std::size_t>(index)].mDataName.Get(), name) == 0) {
             mLastFoundIndex = index;
             return index;
         }
@@ -229,14 +229,14 @@ int32_t AAX_CChunkDataParser::FindIndex(const char* name) {
 
 const AAX_CChunkDataParser::DataValue* AAX_CChunkDataParser::FindValue(const char* name, EDataType type) {
     const int32_t index = FindIndex(name);
-    if (index < 0 || mDataValues[static_cast<size_t>(index)].mDataType != type) {
+    if (index < 0 || mDataValues[static_cast<std::size_t>(index)].mDataType != type) {
         return nullptr;
     }
-    return &mDataValues[static_cast<size_t>(index)];
+    return &mDataValues[static_cast<std::size_t>(index)];
 }
 
 int32_t AAX_CChunkDataParser::GetChunkDataSize() const {
-    size_t size = sizeof(kMarker);
+    std::size_t size = sizeof(kMarker);
     for (const DataValue& value : mDataValues) {
         if (value.mDataType != eNone) {
             size += RoundUp(EntryTextBytes(value)) + RoundUp(ValueBytes(value));
@@ -252,12 +252,12 @@ AAX_Result AAX_CChunkDataParser::GetChunkData(AAX_SPlugInChunk* chunk) const {
             return kAAX_ChunkDataError;
         }
         char* data = reinterpret_cast<char*>(chunk) + kAAX_PlugInChunkHeaderSize;
-        std::memset(data, 0, static_cast<size_t>(size));
+        std::memset(data, 0, static_cast<std::size_t>(size));
         std::memcpy(data, kMarker, sizeof(kMarker));
-        size_t position = sizeof(kMarker);
+        std::size_t position = sizeof(kMarker);
         for (const DataValue& value : mDataValues) {
             if (value.mDataType != eNone) {
-                position = WriteEntry(value, data, static_cast<size_t>(size), position);
+                position = WriteEntry(value, data, static_cast<std::size_t>(size), position);
             }
         }
         chunk->fSize = size;
@@ -277,7 +277,7 @@ void AAX_CChunkDataParser::LoadChunk(const AAX_SPlugInChunk* chunk) {
         std::memcmp(data, kMarker, sizeof(kMarker)) != 0) {
         return;
     }
-    Reader reader(data, static_cast<size_t>(chunk->fSize));
+    Reader reader(data, static_cast<std::size_t>(chunk->fSize));
     while (reader.Next(&mDataValues.emplace_back())) {
     }
     mDataValues.pop_back(); // the one that nothing was left for

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The host's preview state has changed.
+// The host's preview state has changed.
 constexpr AAX_CTypeID kPreviewStateNotification = AAX_FourCC("ASPv");
 constexpr char kPreviewParameterID[] = "PreviewID";
 

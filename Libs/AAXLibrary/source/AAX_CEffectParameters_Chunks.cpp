@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Kind of the one chunk there is.
+// Kind of the one chunk there is.
 constexpr AAX_CTypeID kChunkID = AAX_FourCC("elck");
 constexpr char kChunkName[] = "Complete Controls State";
 static_assert(sizeof(kChunkName) <= sizeof(AAX_SPlugInChunk::fName));

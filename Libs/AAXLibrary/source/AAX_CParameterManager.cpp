@@ -50,5 +50,6 @@ int32_t AAX_CParameterManager::GetParameterIndex(AAX_CParamID identifier) const 
 }
 
 AAX_IParameter* AAX_CParameterManager::At(int32_t index) const {
-    return index >= 0 && index < NumParameters() ? mParameters[static_cast<size_t>(index)].get() : nullptr;
+    return index >= 0 && index < NumParameters() ? mParameters[static_cast<std::size_t>(index)].get()
+                                                 : nullptr;
 }

@@ -13,10 +13,10 @@ namespace {
 
 using Double = std::numeric_limits<double>;
 
-/// Decimals of the smallest double, the longest there are; behind them are zeros.
+// Decimals of the smallest double, the longest there are; behind them are zeros.
 constexpr int32_t kMostDecimals = Double::digits - Double::min_exponent;
-/// Characters of the largest double, with a sign, a point and the decimals of the smallest.
-constexpr size_t kMostDigits = 1 + (Double::max_exponent10 + 1) + 1 + kMostDecimals;
+// Characters of the largest double, with a sign, a point and the decimals of the smallest.
+constexpr std::size_t kMostDigits = 1 + (Double::max_exponent10 + 1) + 1 + kMostDecimals;
 
 } // namespace
 
@@ -75,7 +75,7 @@ void AAX_CString::AppendNumber(double number, int32_t precision) {
                                        std::chars_format::fixed, decimals);
     mText.append(digits.data(), written.ptr);
     if (std::isfinite(number)) {
-        mText.append(static_cast<size_t>(precision - decimals), '0');
+        mText.append(static_cast<std::size_t>(precision - decimals), '0');
     }
 }
 

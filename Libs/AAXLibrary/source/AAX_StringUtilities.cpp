@@ -13,7 +13,7 @@ struct NamedCode {
 #define NAMED(code)                                                                                          \
     { code, #code }
 
-/// Every named failure, in the order of the values.
+// Every named failure, in the order of the values.
 constexpr NamedCode kNamedCodes[] = {
     NAMED(AAX_ERROR_ARGUMENT_BUFFER_OVERFLOW),
     NAMED(AAX_ERROR_INVALID_INTERNAL_DATA),

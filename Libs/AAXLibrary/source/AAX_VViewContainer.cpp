@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The container's interface `iid`, which must be that of T; its reference stays with the host.
+// The container's interface `iid`, which must be that of T; its reference stays with the host.
 template<class T>
 T* Borrow(IACFUnknown* container, const acfIID& iid) {
     return ACFPtr<T>::Query(container, iid).Detach();

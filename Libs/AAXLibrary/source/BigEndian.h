@@ -1,6 +1,6 @@
 /// Unsigned integers as bytes, most significant first.
-#ifndef BIGENDIAN_H
-#define BIGENDIAN_H
+#ifndef VARNO_LIBS_AAXLIBRARY_SOURCE_BIGENDIAN_H
+#define VARNO_LIBS_AAXLIBRARY_SOURCE_BIGENDIAN_H
 
 #include <concepts>
 #include <cstddef>
@@ -8,7 +8,7 @@
 /// Writes the sizeof(U) bytes of `value` to `bytes`.
 template<std::unsigned_integral U>
 void WriteBigEndian(U value, char* bytes) {
-    for (size_t i = sizeof(U); i > 0; --i) {
+    for (std::size_t i = sizeof(U); i > 0; --i) {
         bytes[i - 1] = static_cast<char>(value & 0xFFU);
         value = static_cast<U>(value >> 8U);
     }
@@ -18,7 +18,7 @@ void WriteBigEndian(U value, char* bytes) {
 template<std::unsigned_integral U>
 U ReadBigEndian(const char* bytes) {
     U value = 0;
-    for (size_t i = 0; i < sizeof(U); ++i) {
+    for (std::size_t i = 0; i < sizeof(U); ++i) {
         value = static_cast<U>((value << 8U) | static_cast<unsigned char>(bytes[i]));
     }
     return value;

@@ -1,6 +1,6 @@
 /// Components made by the host's factory.
-#ifndef AAX_COMPONENTCREATION_H
-#define AAX_COMPONENTCREATION_H
+#ifndef VARNO_LIBS_AAXLIBRARY_SOURCE_COMPONENTCREATION_H
+#define VARNO_LIBS_AAXLIBRARY_SOURCE_COMPONENTCREATION_H
 
 #include "ACF/ACFPtr.h"
 #include "ACF/IACFComponentFactory.h"

@@ -1,6 +1,6 @@
 /// What the data model's entry points have in common.
-#ifndef ENTRYPOINT_H
-#define ENTRYPOINT_H
+#ifndef VARNO_LIBS_AAXLIBRARY_SOURCE_ENTRYPOINT_H
+#define VARNO_LIBS_AAXLIBRARY_SOURCE_ENTRYPOINT_H
 
 #include "AAX_CParameterManager.h"
 #include "AAX_Guarded.h"

@@ -1,6 +1,6 @@
 /// Objects that the host hands out.
-#ifndef AAX_HANDEDOUT_H
-#define AAX_HANDEDOUT_H
+#ifndef VARNO_LIBS_AAXLIBRARY_SOURCE_HANDEDOUT_H
+#define VARNO_LIBS_AAXLIBRARY_SOURCE_HANDEDOUT_H
 
 #include "AAX_Errors.h"
 #include "ACF/ACFPtr.h"

@@ -1,6 +1,6 @@
 /// The host's object behind a wrapper.
-#ifndef AAX_HOSTOBJECTOF_H
-#define AAX_HOSTOBJECTOF_H
+#ifndef VARNO_LIBS_AAXLIBRARY_SOURCE_HOSTOBJECTOF_H
+#define VARNO_LIBS_AAXLIBRARY_SOURCE_HOSTOBJECTOF_H
 
 #include "ACF/IACFUnknown.h"
 

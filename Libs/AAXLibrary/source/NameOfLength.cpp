@@ -4,12 +4,12 @@
 #include <cstddef>
 
 std::string_view NameOfLength(std::string_view names, int32_t length) {
-    constexpr size_t kMaxNames = 255;
-    const auto limit = static_cast<size_t>(std::max(length, 0));
+    constexpr std::size_t kMaxNames = 255;
+    const auto limit = static_cast<std::size_t>(std::max(length, 0));
     std::string_view best;
     std::string_view rest = names.substr(0, kMaxNames);
     while (!rest.empty()) {
-        const size_t end = std::min(rest.find('\n'), rest.size());
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
         const std::string_view candidate = rest.substr(0, end);
         if (candidate.size() <= limit && candidate.size() > best.size()) {
             best = candidate;

@@ -1,6 +1,6 @@
 /// Which of a parameter's spellings to show.
-#ifndef NAMEOFLENGTH_H
-#define NAMEOFLENGTH_H
+#ifndef VARNO_LIBS_AAXLIBRARY_SOURCE_NAMEOFLENGTH_H
+#define VARNO_LIBS_AAXLIBRARY_SOURCE_NAMEOFLENGTH_H
 
 #include <cstdint>
 #include <string_view>

@@ -1,6 +1,6 @@
 /// A parameter's value in a chunk.
-#ifndef SAVEDPARAMETER_H
-#define SAVEDPARAMETER_H
+#ifndef VARNO_LIBS_AAXLIBRARY_SOURCE_SAVEDPARAMETER_H
+#define VARNO_LIBS_AAXLIBRARY_SOURCE_SAVEDPARAMETER_H
 
 #include "AAX_Assert.h"
 #include "AAX_IParameter.h"

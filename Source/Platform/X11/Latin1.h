@@ -1,6 +1,6 @@
 /// The one byte to a character that old programs exchange texts in.
-#ifndef VARNO_LATIN1_H
-#define VARNO_LATIN1_H
+#ifndef VARNO_SOURCE_PLATFORM_X11_LATIN1_H
+#define VARNO_SOURCE_PLATFORM_X11_LATIN1_H
 
 #include <string>
 #include <string_view>

@@ -27,7 +27,7 @@ X11Atoms internAtoms(xcb_connection_t* connection) {
     }
     std::vector<xcb_intern_atom_cookie_t> cookies;
     for (const auto& [name, atom] : names) {
-        const auto length = static_cast<std::uint16_t>(name.size());
+        const auto length = static_cast<uint16_t>(name.size());
         cookies.push_back(xcb_intern_atom(connection, false, length, name.c_str()));
     }
     for (std::size_t index = 0; index < names.size(); ++index) {

@@ -1,6 +1,6 @@
 /// The names by which programs on an X display exchange a selection.
-#ifndef VARNO_X11ATOMS_H
-#define VARNO_X11ATOMS_H
+#ifndef VARNO_SOURCE_PLATFORM_X11_X11ATOMS_H
+#define VARNO_SOURCE_PLATFORM_X11_X11ATOMS_H
 
 #include <array>
 #include <cstddef>

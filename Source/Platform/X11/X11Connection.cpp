@@ -7,7 +7,7 @@ namespace varno {
 
 namespace {
 
-/// Returns when the descriptor is readable, and at the deadline at the latest.
+// Returns when the descriptor is readable, and at the deadline at the latest.
 void awaitInput(int descriptor, X11Connection::Deadline deadline) {
     const auto left =
         std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
@@ -22,7 +22,7 @@ X11Connection::X11Connection(const std::string& display)
     if (lost()) {
         return;
     }
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(xcb())).data->root;
     mWindow = xcb_generate_id(xcb());
     xcb_create_window(xcb(), XCB_COPY_FROM_PARENT, mWindow, root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
@@ -69,9 +69,9 @@ std::optional<xcb_timestamp_t> X11Connection::serverTime(xcb_atom_t property, De
     return eventAs<xcb_property_notify_event_t>(*announced).time;
 }
 
-std::uint8_t typeOf(const xcb_generic_event_t& event) {
-    constexpr std::uint8_t kSentByClient = 0x80;
-    return event.response_type & static_cast<std::uint8_t>(~kSentByClient);
+uint8_t typeOf(const xcb_generic_event_t& event) {
+    constexpr uint8_t kSentByClient = 0x80;
+    return event.response_type & static_cast<uint8_t>(~kSentByClient);
 }
 
 } // namespace varno

@@ -1,6 +1,6 @@
 /// A connection of our own to an X server.
-#ifndef VARNO_X11CONNECTION_H
-#define VARNO_X11CONNECTION_H
+#ifndef VARNO_SOURCE_PLATFORM_X11_X11CONNECTION_H
+#define VARNO_SOURCE_PLATFORM_X11_X11CONNECTION_H
 
 #include <chrono>
 #include <cstdint>
@@ -64,7 +64,7 @@ private:
 };
 
 /// The event's type, whether the server or a client sent it; 0 is an error.
-std::uint8_t typeOf(const xcb_generic_event_t& event);
+uint8_t typeOf(const xcb_generic_event_t& event);
 
 /// The event as what its type says it is.
 template<typename Type>

@@ -10,9 +10,9 @@ namespace varno {
 
 namespace {
 
-/// Of two numbers that count up and start again at zero after the last, whether one comes before the other.
-bool isBefore(std::uint32_t one, std::uint32_t other) {
-    return static_cast<std::int32_t>(one - other) < 0;
+// Of two numbers that count up and start again at zero after the last, whether one comes before the other.
+bool isBefore(uint32_t one, uint32_t other) {
+    return static_cast<int32_t>(one - other) < 0;
 }
 
 } // namespace
@@ -98,7 +98,7 @@ bool X11SelectionOwner::convert(xcb_window_t receiver, xcb_atom_t target, xcb_at
 }
 
 bool X11SelectionOwner::convertEach(xcb_window_t receiver, xcb_atom_t property) {
-    constexpr std::uint32_t kMostPairs = 64;
+    constexpr uint32_t kMostPairs = 64;
     xcb_connection_t* const xcb = mConnection.xcb();
     const auto asked = xcb_get_property(xcb, false, receiver, property, XCB_ATOM_ANY, 0, 2 * kMostPairs);
     const XcbOwned<xcb_get_property_reply_t> reply{xcb_get_property_reply(xcb, asked, nullptr)};
@@ -131,9 +131,9 @@ bool X11SelectionOwner::convertText(xcb_window_t receiver, xcb_atom_t target, xc
 }
 
 void X11SelectionOwner::put(xcb_window_t receiver, xcb_atom_t property, xcb_atom_t type,
-                            const std::uint32_t* values, std::size_t count) {
+                            const uint32_t* values, std::size_t count) {
     xcb_change_property(mConnection.xcb(), XCB_PROP_MODE_REPLACE, receiver, property, type, 32,
-                        static_cast<std::uint32_t>(count), values);
+                        static_cast<uint32_t>(count), values);
 }
 
 } // namespace varno

@@ -1,6 +1,6 @@
 /// The clipboard's text, where it is ours to give.
-#ifndef VARNO_X11SELECTIONOWNER_H
-#define VARNO_X11SELECTIONOWNER_H
+#ifndef VARNO_SOURCE_PLATFORM_X11_X11SELECTIONOWNER_H
+#define VARNO_SOURCE_PLATFORM_X11_X11SELECTIONOWNER_H
 
 #include "X11Atoms.h"
 #include "X11Connection.h"
@@ -33,7 +33,7 @@ private:
     bool convert(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property);
     bool convertEach(xcb_window_t receiver, xcb_atom_t property);
     bool convertText(xcb_window_t receiver, xcb_atom_t target, xcb_atom_t property);
-    void put(xcb_window_t receiver, xcb_atom_t property, xcb_atom_t type, const std::uint32_t* values,
+    void put(xcb_window_t receiver, xcb_atom_t property, xcb_atom_t type, const uint32_t* values,
              std::size_t count);
 
     X11Connection& mConnection;
@@ -41,7 +41,7 @@ private:
     X11Transfers mTransfers;
     std::shared_ptr<const std::string> mText;
     xcb_timestamp_t mSince = XCB_CURRENT_TIME;
-    std::uint32_t mTakenBy = 0; ///< Number of the request that took the clipboard.
+    uint32_t mTakenBy = 0; ///< Number of the request that took the clipboard.
 };
 
 } // namespace varno

@@ -6,9 +6,9 @@ namespace varno {
 
 namespace {
 
-constexpr std::uint8_t kTextBits = 8;
+constexpr uint8_t kTextBits = 8;
 
-/// A refusal names no property; some programs leave the time out as well.
+// A refusal names no property; some programs leave the time out as well.
 bool isAnswer(const xcb_selection_notify_event_t& notice, xcb_atom_t target, xcb_atom_t property,
               xcb_timestamp_t asked) {
     const bool refusal =
@@ -75,7 +75,7 @@ bool X11SelectionReader::request(xcb_atom_t target, xcb_atom_t property, X11Conn
 std::optional<X11SelectionReader::Value> X11SelectionReader::takeProperty(xcb_atom_t property,
                                                                           std::size_t mostBytes) {
     constexpr std::size_t kUnitBytes = 4;
-    const auto units = static_cast<std::uint32_t>(mostBytes / kUnitBytes + 1);
+    const auto units = static_cast<uint32_t>(mostBytes / kUnitBytes + 1);
     xcb_connection_t* const xcb = mConnection.xcb();
     const auto asked =
         xcb_get_property(xcb, true, mConnection.window(), property, XCB_GET_PROPERTY_TYPE_ANY, 0, units);

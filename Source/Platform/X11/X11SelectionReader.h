@@ -1,6 +1,6 @@
 /// The clipboard's text, where another program has it.
-#ifndef VARNO_X11SELECTIONREADER_H
-#define VARNO_X11SELECTIONREADER_H
+#ifndef VARNO_SOURCE_PLATFORM_X11_X11SELECTIONREADER_H
+#define VARNO_SOURCE_PLATFORM_X11_X11SELECTIONREADER_H
 
 #include "X11Atoms.h"
 #include "X11Connection.h"
@@ -31,7 +31,7 @@ private:
     /// What a property held.
     struct Value {
         xcb_atom_t type;
-        std::uint8_t bitsPerItem;
+        uint8_t bitsPerItem;
         std::string bytes;
     };
 

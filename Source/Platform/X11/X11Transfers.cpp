@@ -6,7 +6,7 @@ namespace varno {
 
 namespace {
 
-/// What the server takes at once besides the request's own fields.
+// What the server takes at once besides the request's own fields.
 std::size_t largestProperty(xcb_connection_t* connection) {
     constexpr std::size_t kUnitBytes = 4;
     constexpr std::size_t kExtendedLengthBytes = 4;
@@ -33,7 +33,7 @@ void X11Transfers::start(xcb_window_t receiver, xcb_atom_t property, xcb_atom_t 
         return;
     }
     listenTo(receiver, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    const auto atLeast = static_cast<std::uint32_t>(size);
+    const auto atLeast = static_cast<uint32_t>(size);
     xcb_change_property(mConnection.xcb(), XCB_PROP_MODE_REPLACE, receiver, property, mAtoms.incremental, 32,
                         1, &atLeast);
     mTransfers.push_back(std::move(transfer));
@@ -65,7 +65,7 @@ void X11Transfers::handle(const xcb_generic_event_t& event) {
 
 void X11Transfers::put(const Transfer& transfer, std::size_t bytes) {
     xcb_change_property(mConnection.xcb(), XCB_PROP_MODE_REPLACE, transfer.receiver, transfer.property,
-                        transfer.type, 8, static_cast<std::uint32_t>(bytes),
+                        transfer.type, 8, static_cast<uint32_t>(bytes),
                         transfer.text->data() + transfer.sent);
 }
 
@@ -93,7 +93,7 @@ void X11Transfers::forget(xcb_window_t receiver) {
     std::erase_if(mTransfers, [receiver](const Transfer& transfer) { return transfer.receiver == receiver; });
 }
 
-void X11Transfers::listenTo(xcb_window_t receiver, std::uint32_t events) {
+void X11Transfers::listenTo(xcb_window_t receiver, uint32_t events) {
     xcb_change_window_attributes(mConnection.xcb(), receiver, XCB_CW_EVENT_MASK, &events);
 }
 

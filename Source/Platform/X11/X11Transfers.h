@@ -1,6 +1,6 @@
 /// Texts on their way to other programs on the display.
-#ifndef VARNO_X11TRANSFERS_H
-#define VARNO_X11TRANSFERS_H
+#ifndef VARNO_SOURCE_PLATFORM_X11_X11TRANSFERS_H
+#define VARNO_SOURCE_PLATFORM_X11_X11TRANSFERS_H
 
 #include "X11Atoms.h"
 #include "X11Connection.h"
@@ -45,7 +45,7 @@ private:
     void put(const Transfer& transfer, std::size_t bytes);
     void partTaken(xcb_window_t receiver, xcb_atom_t property);
     void forget(xcb_window_t receiver);
-    void listenTo(xcb_window_t receiver, std::uint32_t events);
+    void listenTo(xcb_window_t receiver, uint32_t events);
 
     X11Connection& mConnection;
     const X11Atoms& mAtoms;

@@ -1,10 +1,10 @@
 #include "AtomicFile.h"
 
-#include "ChildProcess.h"
-#include "ErrorText.h"
 #include "Interruption.h"
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/ChildProcess.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <csignal>
 #include <gmock/gmock.h>
@@ -216,8 +216,9 @@ TEST_F(AtomicFileTest, TellsAPipeThatNobodyReads) {
 
 TEST_F(AtomicFileTest, ManyAtOnceDoNotDisturbEachOther) {
     std::vector<std::unique_ptr<AtomicFile>> files;
-    for (int i = 0; i < 50; ++i)
+    for (int i = 0; i < 50; ++i) {
         files.push_back(std::make_unique<AtomicFile>(mFolder / std::to_string(i), Overwrite::kRefuse));
+    }
     for (const auto& file : files) {
         file->write(file->name());
         file->commit();
@@ -251,11 +252,13 @@ TEST_F(AtomicFileTest, KnowsTheInputUnderEveryName) {
     struct stat status {};
     ASSERT_EQ(::stat(mPath.c_str(), &status), 0);
     const FileIdentity input{status.st_dev, status.st_ino};
-    for (const std::string& name : {mPath, hard, soft, mFolder / "./out.txt"})
+    for (const std::string& name : {mPath, hard, soft, mFolder / "./out.txt"}) {
         EXPECT_EQ(errorText(kExitWorkFailed, [&] { refuseSameFile(input, "in.txt", name); }),
                   name + ": is the input file in.txt; expected another file");
-    for (const std::string& name : {other, mFolder / "new", std::string("-")})
+    }
+    for (const std::string& name : {other, mFolder / "new", std::string("-")}) {
         EXPECT_NO_THROW(refuseSameFile(input, "in.txt", name)) << name;
+    }
 }
 
 } // namespace

@@ -41,25 +41,30 @@ TEST(AudioBlockTest, HoldsOnceWhatSinglePrecisionHolds) {
 // One and two channels are written out, others are not; vector code takes several frames at a time.
 TEST(AudioBlockTest, TakesAnyNumberOfChannelsAndFrames) {
     constexpr int kMostFrames = 37;
-    for (const int channels : {1, 2, 3, 8})
+    for (const int channels : {1, 2, 3, 8}) {
         for (int frames = 0; frames <= kMostFrames; ++frames) {
             AudioBlock block(channels, kMostFrames);
             std::vector<double> interleaved(static_cast<std::size_t>(channels * frames));
             std::iota(interleaved.begin(), interleaved.end(), 1.0);
             const std::vector<std::int16_t> integers(interleaved.begin(), interleaved.end());
             const auto check = [&](float factor) {
-                for (int c = 0; c < channels; ++c)
-                    for (int i = 0; i < frames; ++i)
+                for (int c = 0; c < channels; ++c) {
+                    for (int i = 0; i < frames; ++i) {
                         ASSERT_EQ(block.samples()[c][i] * factor, static_cast<float>(i * channels + c + 1));
+                    }
+                }
             };
             block.setInterleaved(interleaved.data(), frames);
             check(1.0F);
-            for (int c = 0; c < channels; ++c)
-                for (int i = 0; i < frames; ++i)
+            for (int c = 0; c < channels; ++c) {
+                for (int i = 0; i < frames; ++i) {
                     ASSERT_EQ(block.exact(c)[i], i * channels + c + 1);
+                }
+            }
             block.setInterleaved(integers.data(), frames);
             check(32768.0F);
         }
+    }
 }
 
 TEST(AudioBlockTest, ProcessingInPlaceLeavesTheExactSamples) {
@@ -89,8 +94,9 @@ TEST(AudioBlockTest, SilenceFollowsSound) {
     block.setSilence(2);
     EXPECT_EQ(block.frames(), 2);
     EXPECT_EQ(block.exact(0), nullptr);
-    for (int i = 0; i < 2; ++i)
+    for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(block.samples()[0][i], 0.0F);
+    }
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "AudioReader.h"
 
-#include "ChildProcess.h"
-#include "ErrorText.h"
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/ChildProcess.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -21,11 +21,14 @@ namespace fs = std::filesystem;
 std::vector<double> readAll(AudioReader& reader, int blockFrames) {
     std::vector<double> samples;
     AudioBlock block(reader.format().channels, blockFrames);
-    while (reader.read(block) > 0)
-        for (int frame = 0; frame < block.frames(); ++frame)
-            for (int channel = 0; channel < block.channels(); ++channel)
+    while (reader.read(block) > 0) {
+        for (int frame = 0; frame < block.frames(); ++frame) {
+            for (int channel = 0; channel < block.channels(); ++channel) {
                 samples.push_back(block.exact(channel) != nullptr ? block.exact(channel)[frame]
                                                                   : block.samples()[channel][frame]);
+            }
+        }
+    }
     return samples;
 }
 
@@ -75,8 +78,9 @@ TEST_P(AudioReaderIntegerTest, ReadsTheExactValues) {
     EXPECT_EQ(integerBits(reader.format().sample), stored.bits);
     const std::vector<double> samples = readAll(reader, 777);
     ASSERT_EQ(samples.size(), integers.size());
-    for (std::size_t i = 0; i < integers.size(); ++i)
+    for (std::size_t i = 0; i < integers.size(); ++i) {
         ASSERT_EQ(samples[i] * 2147483648.0, integers[i]) << i;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, AudioReaderIntegerTest,
@@ -166,13 +170,14 @@ TEST_F(AudioReaderTest, ReadsStandardInputFromAFileAndFromAPipe) {
               static_cast<ssize_t>(fs::file_size(path)));
     ::close(ends[1]);
     const int file = ::open(path.c_str(), O_RDONLY);
-    for (const int source : {file, ends[0]})
+    for (const int source : {file, ends[0]}) {
         EXPECT_EQ(inChildProcess([&] {
                       ::dup2(source, STDIN_FILENO);
                       AudioReader reader("-");
                       return reader.name() == "standard input" && readAll(reader, 512).size() == 2000 ? 0 : 1;
                   }),
                   0);
+    }
     ::close(file);
     ::close(ends[0]);
 }

@@ -1,12 +1,12 @@
 #include "AudioWriter.h"
 
-#include "ChildProcess.h"
 #include "ContainerChunks.h"
-#include "ErrorText.h"
 #include "FileDescriptor.h"
 #include "Interruption.h"
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/ChildProcess.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <bit>
 #include <cmath>
@@ -108,8 +108,9 @@ TEST_F(AudioWriterTest, EightBitsComeBackAcrossContainers) {
 TEST_F(AudioWriterTest, CompandedBytesComeBack) {
     for (const int codec : {SF_FORMAT_ULAW, SF_FORMAT_ALAW}) {
         std::string bytes;
-        for (int code = 0; code < 256; ++code)
+        for (int code = 0; code < 256; ++code) {
             bytes += static_cast<char>(code);
+        }
         SF_INFO info{};
         info.samplerate = 8000;
         info.channels = 1;
@@ -138,10 +139,11 @@ TEST_F(AudioWriterTest, FloatsAreWrittenAsTheyAreEvenBeyondFullScale) {
     EXPECT_EQ(writeMono(mOut, SampleFormat::kFloat, samples), 0);
     const Sound written = readReals(mOut);
     ASSERT_EQ(written.reals.size(), samples.size());
-    for (std::size_t i = 0; i < samples.size(); ++i)
+    for (std::size_t i = 0; i < samples.size(); ++i) {
         EXPECT_EQ(std::bit_cast<std::uint32_t>(static_cast<float>(written.reals[i])),
                   std::bit_cast<std::uint32_t>(samples[i]))
             << i;
+    }
 }
 
 TEST_F(AudioWriterTest, ProcessedSamplesAreRoundedToNearest) {
@@ -200,8 +202,9 @@ TEST_P(AudioWriterRepeatTest, EveryRunAndBlockSizeGivesTheSameBytes) {
     for (const int frames : {512, 1, 7, 4096, 12'000, 512}) {
         const std::string out = mFolder / (std::to_string(frames) + GetParam());
         Copy{.options = {.overwrite = Overwrite::kReplace}, .blockFrames = frames}.run(mIn, out);
-        if (first.empty())
+        if (first.empty()) {
             first = readFile(out);
+        }
         EXPECT_TRUE(readFile(out) == first) << frames;
     }
     const std::string later = mFolder / (std::string("later") + GetParam());
@@ -279,7 +282,7 @@ TEST_F(AudioWriterTest, EncodersGetNumbersOnly) {
 }
 
 TEST_F(AudioWriterTest, WavHeadersStayPlainOrExtensible) {
-    for (const int major : {SF_FORMAT_WAV, SF_FORMAT_WAVEX})
+    for (const int major : {SF_FORMAT_WAV, SF_FORMAT_WAVEX}) {
         for (const int subtype : {SF_FORMAT_PCM_16, SF_FORMAT_PCM_24, SF_FORMAT_FLOAT}) {
             writeSound(mIn, {major | subtype, 2, 48'000, {}, testReals(100)});
             Copy{.options = {.overwrite = Overwrite::kReplace}}.run(mIn, mOut);
@@ -288,6 +291,7 @@ TEST_F(AudioWriterTest, WavHeadersStayPlainOrExtensible) {
             const unsigned plainTag = subtype == SF_FORMAT_FLOAT ? 3U : 1U;
             EXPECT_EQ(tag, major == SF_FORMAT_WAV ? plainTag : 0xFEU);
         }
+    }
     writeSound(mIn, {SF_FORMAT_FLAC | SF_FORMAT_PCM_24, 2, 48'000, testIntegers(24, 100), {}});
     Copy{.options = {.overwrite = Overwrite::kReplace}}.run(mIn, mOut);
     EXPECT_EQ(readReals(mOut).format & SF_FORMAT_TYPEMASK, SF_FORMAT_WAV);

@@ -1,8 +1,8 @@
 #include "AutomationFile.h"
 
-#include "CommaLocale.h"
-#include "ErrorText.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/CommaLocale.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -64,8 +64,9 @@ TEST_F(AutomationFileTest, AnEmptyFileHasNoPoints) {
 TEST_F(AutomationFileTest, SortsByTimeAndKeepsTheOrderOfEqualTimes) {
     const auto points = read("2,A,1\n1,B,2\n2,C,3\n1,D,4\n0,E,5\n");
     std::string order;
-    for (const AutomationPoint& point : points)
+    for (const AutomationPoint& point : points) {
         order += point.parameter;
+    }
     EXPECT_EQ(order, "EBDAC");
 }
 
@@ -98,9 +99,10 @@ TEST_F(AutomationFileTest, NamesTheLineThatHasNotThreeFields) {
 TEST_F(AutomationFileTest, NamesTheTimeThatIsNone) {
     EXPECT_EQ(error("0,Gain,1\n\n-1,Gain,1"),
               mPath + ", line 3: time \"-1\" found; expected seconds from the start, 0 or more");
-    for (const char* time : {"", "x", "1s", "nan", "inf", "-0.001", "1e30", "0x10", "1e999", "1 2"})
+    for (const char* time : {"", "x", "1s", "nan", "inf", "-0.001", "1e30", "0x10", "1e999", "1 2"}) {
         EXPECT_THAT(error(std::string(time) + ",Gain,1"),
                     HasSubstr("time \"" + std::string(time) + "\" found"));
+    }
 }
 
 TEST_F(AutomationFileTest, AHeadingIsOneOnlyAtTheStart) {

@@ -1,8 +1,8 @@
 #include "CarriedChunks.h"
 
 #include "FileDescriptor.h"
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -21,8 +21,9 @@ CarriedChunk chunk(const std::string& id, const std::string& data) {
 
 std::map<std::string, std::string> byId(const std::vector<CarriedChunk>& chunks) {
     std::map<std::string, std::string> found;
-    for (const CarriedChunk& one : chunks)
+    for (const CarriedChunk& one : chunks) {
         found[one.id] = std::string(one.data.begin(), one.data.end());
+    }
     return found;
 }
 
@@ -130,8 +131,9 @@ TEST_F(CarriedChunksTest, MarkersCrossFamiliesWithTheirNames) {
 TEST_F(CarriedChunksTest, ContainersWithoutMarkersSaySo) {
     const std::string in =
         makeFile("in.wav", SF_FORMAT_WAV, cueChunks(ChunkFamily::kRiff, {{1, 10, "verse"}}));
-    for (const char* name : {"out.flac", "out.w64", "out.caf", "out.ogg"})
+    for (const char* name : {"out.flac", "out.w64", "out.caf", "out.ogg"}) {
         EXPECT_THAT(Copy().run(in, mFolder / name).leftOut, ElementsAre("cue points")) << name;
+    }
 }
 
 } // namespace

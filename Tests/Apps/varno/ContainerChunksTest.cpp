@@ -1,8 +1,8 @@
 #include "ContainerChunks.h"
 
 #include "FileDescriptor.h"
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -63,8 +63,9 @@ TEST_F(ContainerChunksTest, TellsWhatACutOffFilePromises) {
 TEST_F(ContainerChunksTest, SizesThatStreamsLeaveBehindPromiseNothing) {
     const std::string wav = soundBytes(SF_FORMAT_WAV);
     const std::size_t sizeOffset = wav.find("data") + 4;
-    for (const char* size : {"\xFF\xFF\xFF\xFF", "\xFC\xEF\xFF\x7F", "\xFF\xFF\xFF\x7F"})
+    for (const char* size : {"\xFF\xFF\xFF\xFF", "\xFC\xEF\xFF\x7F", "\xFF\xFF\xFF\x7F"}) {
         EXPECT_FALSE(sampleExtent(chunksOf(patched(wav, sizeOffset, size))).isTruncated());
+    }
     EXPECT_TRUE(sampleExtent(chunksOf(patched(wav, sizeOffset, "\xFF\xFF\xFF\x6F"))).isTruncated());
     const std::string caf = soundBytes(SF_FORMAT_CAF);
     EXPECT_FALSE(
@@ -103,9 +104,11 @@ TEST_F(ContainerChunksTest, DamagedSizesEndTheReading) {
     for (const int major : std::initializer_list<int>{SF_FORMAT_WAV, SF_FORMAT_RF64, SF_FORMAT_W64,
                                                       SF_FORMAT_AIFF, SF_FORMAT_CAF}) {
         const std::string bytes = soundBytes(major);
-        for (std::size_t offset = 4; offset + 8 < std::min<std::size_t>(bytes.size(), 120); ++offset)
-            for (const char fill : {'\0', '\x7F', '\x80', '\xFF'})
+        for (std::size_t offset = 4; offset + 8 < std::min<std::size_t>(bytes.size(), 120); ++offset) {
+            for (const char fill : {'\0', '\x7F', '\x80', '\xFF'}) {
                 EXPECT_LE(chunksOf(patched(bytes, offset, std::string(8, fill))).chunks.size(), bytes.size());
+            }
+        }
     }
 }
 

@@ -10,8 +10,9 @@ namespace {
 
 double levelDB(const std::vector<float>& samples, std::size_t from, std::size_t count) {
     double squares = 0.0;
-    for (std::size_t i = from; i < from + count; ++i)
+    for (std::size_t i = from; i < from + count; ++i) {
         squares += static_cast<double>(samples[i]) * static_cast<double>(samples[i]);
+    }
     return 10.0 * std::log10(squares / static_cast<double>(count));
 }
 
@@ -25,15 +26,18 @@ protected:
 
 TEST_F(DemoLoopTest, IsEightSecondsOfStereoAt48Kilohertz) {
     EXPECT_EQ(kDemoLoopRateHz, 48'000);
-    for (const std::vector<float>& channel : loop())
+    for (const std::vector<float>& channel : loop()) {
         EXPECT_EQ(channel.size(), 384'000U);
+    }
 }
 
 TEST_F(DemoLoopTest, PeaksAtMinusThreeDecibels) {
     float peak = 0.0F;
-    for (const std::vector<float>& channel : loop())
-        for (const float sample : channel)
+    for (const std::vector<float>& channel : loop()) {
+        for (const float sample : channel) {
             peak = std::max(peak, std::abs(sample));
+        }
+    }
     EXPECT_NEAR(20.0 * std::log10(peak), -3.0, 1e-4);
 }
 
@@ -61,24 +65,28 @@ TEST_F(DemoLoopTest, HasWidthButKeepsItsWeightInTheMiddle) {
 TEST_F(DemoLoopTest, HasNoOffset) {
     for (const std::vector<float>& channel : loop()) {
         double sum = 0.0;
-        for (const float sample : channel)
+        for (const float sample : channel) {
             sum += static_cast<double>(sample);
+        }
         EXPECT_LT(std::abs(sum / static_cast<double>(channel.size())), 0.003);
     }
 }
 
 TEST_F(DemoLoopTest, LoopsWithoutASeam) {
-    for (const std::vector<float>& channel : loop())
+    for (const std::vector<float>& channel : loop()) {
         EXPECT_LT(std::abs(channel.front() - channel.back()), 0.1F);
+    }
 }
 
 // FNV-1a of all samples' bits. Every compiler and machine must make the same; a wanted change of the loop
 // shows up here, and the number printed is then the new one.
 TEST_F(DemoLoopTest, IsTheSameToTheBitEverywhere) {
     std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const std::vector<float>& channel : loop())
-        for (const float sample : channel)
+    for (const std::vector<float>& channel : loop()) {
+        for (const float sample : channel) {
             hash = (hash ^ std::bit_cast<std::uint32_t>(sample)) * 0x100000001B3U;
+        }
+    }
     EXPECT_EQ(hash, 9408848021013928526U);
 }
 

@@ -50,8 +50,9 @@ TEST(DitherTest, ChannelsAreUncorrelated) {
     const std::vector<double> left = noise(0);
     const std::vector<double> right = noise(1);
     double product = 0.0;
-    for (std::size_t i = 0; i < kCount; ++i)
+    for (std::size_t i = 0; i < kCount; ++i) {
         product += left[i] * right[i];
+    }
     EXPECT_NEAR(product / static_cast<double>(kCount), 0.0, 0.002);
 }
 

@@ -1,8 +1,8 @@
 #include "Interruption.h"
 
-#include "ChildProcess.h"
-#include "ErrorText.h"
 #include "FileTransfer.h"
+#include "Tests/Apps/varno/Support/ChildProcess.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -44,8 +44,9 @@ TEST(InterruptionWaitTest, ASignalEndsTheWaitForAPipe) {
     const int status = inChildProcess([] {
         catchInterruptions();
         int ends[2];
-        if (::pipe(ends) != 0)
+        if (::pipe(ends) != 0) {
             return 2;
+        }
         struct sigaction onAlarm {};
         onAlarm.sa_handler = [](int) { ::kill(::getpid(), SIGINT); };
         ::sigaction(SIGALRM, &onAlarm, nullptr);

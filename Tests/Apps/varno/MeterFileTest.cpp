@@ -1,8 +1,8 @@
 #include "MeterFile.h"
 
-#include "CommaLocale.h"
-#include "ErrorText.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/CommaLocale.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <array>
@@ -46,8 +46,9 @@ TEST_F(MeterFileTest, LongTimesFit) {
 TEST_F(MeterFileTest, ManyRowsArriveInOrder) {
     constexpr int kRows = 20'000; // more than is handed to the system at once
     MeterFile file(mPath, Overwrite::kRefuse, 1.0, {"A"});
-    for (int row = 0; row < kRows; ++row)
+    for (int row = 0; row < kRows; ++row) {
         file.addRow(row, std::array{static_cast<float>(row)});
+    }
     file.commit();
     const std::string text = readFile(mPath);
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), kRows + 1);

@@ -1,9 +1,9 @@
 #include "OggPages.h"
 
-#include "ErrorText.h"
 #include "FileDescriptor.h"
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -38,8 +38,9 @@ TEST_F(OggPagesTest, EveryPageGetsTheSerialNumber) {
     const std::string bytes = readFile(mPath);
     int pages = 0;
     for (std::size_t at = bytes.find("OggS"); at != std::string::npos;
-         at = bytes.find("OggS", at + 4), ++pages)
+         at = bytes.find("OggS", at + 4), ++pages) {
         EXPECT_EQ(bytes.substr(at + 14, 4), std::string("\1\0\0\0", 4)) << at;
+    }
     EXPECT_GT(pages, 3);
 }
 

@@ -1,6 +1,6 @@
 #include "OutputFormat.h"
 
-#include "ErrorText.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
 
 #include <gmock/gmock.h>
 
@@ -33,8 +33,9 @@ TEST(OutputFormatTest, TheExtensionTellsTheContainer) {
         {"a.flac", Container::kFlac}, {"a.ogg", Container::kOgg},     {"a.opus", Container::kOgg},
         {"-", Container::kWav},       {"/dev/null", Container::kWav}, {"b.flac/a.wav", Container::kWav},
     };
-    for (const auto& [path, container] : cases)
+    for (const auto& [path, container] : cases) {
         EXPECT_EQ(choose(input, path).format.container, container) << path;
+    }
 }
 
 TEST(OutputFormatTest, OtherExtensionsAreRefused) {

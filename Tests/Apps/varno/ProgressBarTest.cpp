@@ -95,13 +95,16 @@ TEST_F(ProgressBarTest, SeveralThreadsMayAdvance) {
     mNow += 1s;
     ProgressBar bar(mOut, true, 4000.0, [start = mNow, calls = 0]() mutable { return start + 1s * calls++; });
     std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t)
+    for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&] {
-            for (int i = 0; i < 1000; ++i)
+            for (int i = 0; i < 1000; ++i) {
                 bar.advance(1.0);
+            }
         });
-    for (std::thread& thread : threads)
+    }
+    for (std::thread& thread : threads) {
         thread.join();
+    }
     EXPECT_NE(mOut.str().find("100 %"), std::string::npos);
 }
 

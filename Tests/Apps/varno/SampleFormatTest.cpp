@@ -14,13 +14,15 @@ TEST(SampleFormatTest, OptionsNameTheirFormats) {
 }
 
 TEST(SampleFormatTest, NothingElseIsAnOption) {
-    for (const char* text : {"", "pcm8", "pcm", "PCM16", "pcm16 ", "u-law", "Vorbis", "16"})
+    for (const char* text : {"", "pcm8", "pcm", "PCM16", "pcm16 ", "u-law", "Vorbis", "16"}) {
         EXPECT_EQ(sampleFormatFromOption(text), std::nullopt) << text;
+    }
 }
 
 TEST(SampleFormatTest, EachFormatNamesItself) {
-    for (const char* text : {"pcm16", "pcm24", "pcm32", "float", "double"})
+    for (const char* text : {"pcm16", "pcm24", "pcm32", "float", "double"}) {
         EXPECT_STREQ(sampleFormatName(*sampleFormatFromOption(text)), text);
+    }
     EXPECT_STREQ(sampleFormatName(SampleFormat::kVorbis), "Vorbis");
     EXPECT_STREQ(sampleFormatName(SampleFormat::kOther), "a compressed format");
 }
@@ -37,10 +39,12 @@ TEST(SampleFormatTest, BitsAndBytes) {
 
 TEST(SampleFormatTest, SinglePrecisionHoldsTwentyFourBits) {
     using enum SampleFormat;
-    for (const SampleFormat format : {kPcm8, kPcm16, kPcm24, kFloat, kULaw, kALaw})
+    for (const SampleFormat format : {kPcm8, kPcm16, kPcm24, kFloat, kULaw, kALaw}) {
         EXPECT_TRUE(fitsSinglePrecision(format)) << sampleFormatName(format);
-    for (const SampleFormat format : {kPcm32, kDouble, kVorbis, kOpus, kMpeg, kOther})
+    }
+    for (const SampleFormat format : {kPcm32, kDouble, kVorbis, kOpus, kMpeg, kOther}) {
         EXPECT_FALSE(fitsSinglePrecision(format)) << sampleFormatName(format);
+    }
 }
 
 } // namespace

@@ -24,16 +24,20 @@ std::int32_t integer(int bits, double sample) {
 }
 
 TEST(SampleQuantizerTest, EveryIntegerComesBack) {
-    for (const int bits : {8, 13, 14, 16})
-        for (int value = -(1 << (bits - 1)); value < 1 << (bits - 1); ++value)
+    for (const int bits : {8, 13, 14, 16}) {
+        for (int value = -(1 << (bits - 1)); value < 1 << (bits - 1); ++value) {
             ASSERT_EQ(integer(bits, std::ldexp(value, 1 - bits)), value) << bits;
+        }
+    }
 }
 
 TEST(SampleQuantizerTest, TheEndsOfTheLongIntegersComeBack) {
     for (const int bits : {24, 32}) {
         const std::int64_t end = std::int64_t{1} << (bits - 1);
-        for (const std::int64_t value : {-end, -end + 1, -std::int64_t{1}, std::int64_t{0}, end - 2, end - 1})
+        for (const std::int64_t value :
+             {-end, -end + 1, -std::int64_t{1}, std::int64_t{0}, end - 2, end - 1}) {
             EXPECT_EQ(integer(bits, std::ldexp(static_cast<double>(value), 1 - bits)), value) << bits;
+        }
     }
 }
 
@@ -102,15 +106,17 @@ std::vector<float> awkwardSamples(int bits) {
         -std::numeric_limits<float>::infinity(),  std::numeric_limits<float>::max(),
         std::numeric_limits<float>::denorm_min(), -0.0F};
     const auto step = std::ldexp(1.0F, 1 - bits);
-    for (const float edge : {0.5F * step, 1.5F * step, 1.0F - step, 1.0F, 1.0F + 0.5F * step, 1.0F + step})
+    for (const float edge : {0.5F * step, 1.5F * step, 1.0F - step, 1.0F, 1.0F + 0.5F * step, 1.0F + step}) {
         for (const float sample : {edge, std::nextafter(edge, 0.0F), std::nextafter(edge, 2.0F)}) {
             samples.push_back(sample);
             samples.push_back(-sample);
         }
+    }
     std::mt19937 random(1);
     std::uniform_real_distribution<float> range(-1.1F, 1.1F);
-    while (samples.size() < 3000)
+    while (samples.size() < 3000) {
         samples.push_back(range(random));
+    }
     return samples;
 }
 
@@ -140,8 +146,9 @@ struct Format {
 
 Quantized quantizePlainly(const Format& format, const std::vector<float>& samples) {
     std::vector<TpdfNoise> noise;
-    for (std::size_t channel = 0; channel < format.channels; ++channel)
+    for (std::size_t channel = 0; channel < format.channels; ++channel) {
         noise.emplace_back(channel);
+    }
     Quantized result;
     for (std::size_t i = 0; i < samples.size(); ++i) {
         const double lift = format.dither == Dither::kTpdf ? noise[i % format.channels].next() : 0.0;
@@ -157,12 +164,14 @@ Quantized quantize(const Format& format, const std::vector<Sample>& samples) {
     constexpr std::size_t kPortion = 997;
     SampleQuantizer quantizer(format.bits, format.dither, format.channels);
     std::vector<Integer> out(samples.size());
-    for (std::size_t done = 0; done < samples.size(); done += kPortion)
+    for (std::size_t done = 0; done < samples.size(); done += kPortion) {
         quantizer.quantize({samples.data() + done, std::min(kPortion, samples.size() - done)},
                            out.data() + done);
+    }
     Quantized result{{out.begin(), out.end()}, quantizer.clipped()};
-    for (std::int32_t& integer : result.integers)
+    for (std::int32_t& integer : result.integers) {
         integer >>= static_cast<int>(8 * sizeof(Integer)) - format.bits;
+    }
     return result;
 }
 

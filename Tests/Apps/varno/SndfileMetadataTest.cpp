@@ -1,7 +1,7 @@
 #include "SndfileMetadata.h"
 
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <array>
 #include <bit>
@@ -31,8 +31,9 @@ protected:
         info.channels = 1;
         info.format = format;
         SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
-        for (const auto& [tag, text] : kTags)
+        for (const auto& [tag, text] : kTags) {
             EXPECT_EQ(sf_set_string(file, tag, text.c_str()), 0);
+        }
         if ((format & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV) {
             SF_BROADCAST_INFO broadcast{};
             std::strcpy(broadcast.description, "scene 12");

@@ -1,6 +1,6 @@
-#include "BundleLint.h"
+#include "Tests/Formats/LV2/BundleLint.h"
 
-#include "ElfFile.h"
+#include "Tests/Support/ElfFile.h"
 
 #include <cmath>
 #include <lilv/lilv.h>
@@ -26,7 +26,7 @@ using Owned = std::unique_ptr<T, Free>;
 constexpr const char* kType = "http://www.w3.org/1999/02/22-rdf-syntax-ns#type";
 constexpr const char* kComment = "http://www.w3.org/2000/01/rdf-schema#comment";
 
-/// The plug-ins of one bundle, looked at one by one.
+// The plug-ins of one bundle, looked at one by one.
 class Linter {
 public:
     explicit Linter(const std::filesystem::path& bundle)
@@ -65,7 +65,7 @@ private:
         return Owned<LilvNodes>(lilv_plugin_get_value(mPlugin, node(predicate).get()));
     }
 
-    /// A version number; -1 where there is none.
+    // A version number; -1 where there is none.
     int number(const char* predicate) const {
         const Owned<LilvNodes> found = values(predicate);
         const LilvNode* first = lilv_nodes_get_first(found.get());
@@ -96,7 +96,7 @@ private:
         const std::string plugin = mWhere;
         std::set<std::string> symbols;
         std::set<std::string> names;
-        for (uint32_t index = 0; index < lilv_plugin_get_num_ports(mPlugin); ++index) {
+        for (std::uint32_t index = 0; index < lilv_plugin_get_num_ports(mPlugin); ++index) {
             const LilvPort* const port = lilv_plugin_get_port_by_index(mPlugin, index);
             const std::string symbol = lilv_node_as_string(lilv_port_get_symbol(mPlugin, port));
             const Owned<LilvNode> name(lilv_port_get_name(mPlugin, port));

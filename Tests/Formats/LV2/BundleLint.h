@@ -1,6 +1,6 @@
 /// What is wrong with an LV2 bundle beyond what the validator of its vocabulary sees.
-#ifndef VARNO_TEST_BUNDLELINT_H
-#define VARNO_TEST_BUNDLELINT_H
+#ifndef VARNO_TESTS_FORMATS_LV2_BUNDLELINT_H
+#define VARNO_TESTS_FORMATS_LV2_BUNDLELINT_H
 
 #include <filesystem>
 #include <string>

@@ -1,5 +1,5 @@
 // The bundle as hosts find it on disk, and its linter held against bundles with one fault each.
-#include "BundleLint.h"
+#include "Tests/Formats/LV2/BundleLint.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A copy of the bundle, to be spoilt.
+// A copy of the bundle, to be spoilt.
 class Bundle : public testing::Test {
 protected:
     Bundle() {
@@ -36,10 +36,10 @@ protected:
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
 
-    /// Replaces the first `part` of the description, which must be there.
+    // Replaces the first `part` of the description, which must be there.
     void spoil(const std::string& part, const std::string& by) {
         std::string text = textOf(mFolder / "varno-s.ttl");
-        const size_t at = text.find(part);
+        const std::size_t at = text.find(part);
         ASSERT_NE(at, std::string::npos) << part;
         std::ofstream(mFolder / "varno-s.ttl") << text.replace(at, part.size(), by);
     }

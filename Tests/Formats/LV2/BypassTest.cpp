@@ -1,6 +1,6 @@
 // The host's bypass, through the port that stands for it.
-#include "HostedPlugin.h"
-#include "SignalSources.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <algorithm>
 #include <bit>
@@ -12,9 +12,9 @@
 namespace varno::test {
 namespace {
 
-constexpr size_t kFadeFrames = 480; // 10 ms at 48 kHz
+constexpr std::size_t kFadeFrames = 480; // 10 ms at 48 kHz
 
-/// The input one frame later.
+// The input one frame later.
 Signal delayed(const Signal& input) {
     Signal output = input;
     for (std::vector<float>& samples : output) {
@@ -24,9 +24,9 @@ Signal delayed(const Signal& input) {
     return output;
 }
 
-Signal sine(size_t frames, double frequencyHz, float amplitude) {
+Signal sine(std::size_t frames, double frequencyHz, float amplitude) {
     Signal signal(2, std::vector<float>(frames));
-    for (size_t i = 0; i < frames; ++i) {
+    for (std::size_t i = 0; i < frames; ++i) {
         const double phase = 2.0 * std::numbers::pi * frequencyHz * static_cast<double>(i) / 48000.0;
         signal[0][i] = signal[1][i] = amplitude * static_cast<float>(std::sin(phase));
     }
@@ -34,7 +34,7 @@ Signal sine(size_t frames, double frequencyHz, float amplitude) {
 }
 
 TEST(Bypass, passesTheDelayedInputBitForBit) {
-    for (const size_t channels : {size_t{1}, size_t{2}}) {
+    for (const std::size_t channels : {std::size_t{1}, std::size_t{2}}) {
         for (const BufferLayout layout :
              {BufferLayout::Separate, BufferLayout::InPlace, BufferLayout::Crossed}) {
             HostedPlugin plugin(channels);
@@ -73,27 +73,27 @@ TEST(Bypass, isWhatIsNotAboveZero) {
     EXPECT_FALSE(isBypassed(notANumber));
 }
 
-/// The outputs of three plug-ins that hear the same: one that is switched at `start`, one that never is
-/// bypassed and one that always is.
+// The outputs of three plug-ins that hear the same: one that is switched at `start`, one that never is
+// bypassed and one that always is.
 struct Switched {
     Signal switched;
     Signal processed;
     Signal bypassed;
 };
 
-Switched switchAt(size_t start, bool toBypass, const Signal& input, int32_t block) {
+Switched switchAt(std::size_t start, bool toBypass, const Signal& input, std::int32_t block) {
     HostedPlugin plugin(2);
     HostedPlugin processed(2);
     HostedPlugin bypassed(2);
     bypassed.port("enabled") = 0.0F;
     plugin.port("enabled") = toBypass ? 1.0F : 0.0F;
-    size_t done = 0;
-    const auto process = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+    std::size_t done = 0;
+    const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         if (done >= start) {
             plugin.port("enabled") = toBypass ? 0.0F : 1.0F;
         }
         plugin.process(inputs, outputs, frames);
-        done += static_cast<size_t>(frames);
+        done += static_cast<std::size_t>(frames);
     };
     const RenderPlan plan{.blocks = {block}};
     return {renderChecked(process, input, plan).output,
@@ -107,7 +107,7 @@ TEST(Bypass, isReachedAfterTenMillisecondsExactly) {
         const Switched sound = switchAt(1024, toBypass, input, 64);
         const Signal& before = toBypass ? sound.processed : sound.bypassed;
         const Signal& after = toBypass ? sound.bypassed : sound.processed;
-        for (size_t channel = 0; channel < 2; ++channel) {
+        for (std::size_t channel = 0; channel < 2; ++channel) {
             const std::vector<float>& found = sound.switched[channel];
             EXPECT_TRUE(std::equal(found.begin(), found.begin() + 1024, before[channel].begin()));
             EXPECT_NE(found[1024 + kFadeFrames / 2], before[channel][1024 + kFadeFrames / 2]);
@@ -122,15 +122,15 @@ TEST(Bypass, isReachedAfterTenMillisecondsExactly) {
 TEST(Bypass, fadesTheSameForEverySlicing) {
     const Signal input = noise(2, 4096, 6, -6.0);
     const Signal expected = switchAt(1024, true, input, 64).switched;
-    for (const int32_t block : {1, 16, 128, 1024}) {
+    for (const std::int32_t block : {1, 16, 128, 1024}) {
         EXPECT_EQ(firstDifference(expected, switchAt(1024, true, input, block).switched), "") << block;
     }
 }
 
-/// The largest change from one sample to the next.
+// The largest change from one sample to the next.
 float steepest(const std::vector<float>& samples) {
     float largest = 0.0F;
-    for (size_t i = 1; i < samples.size(); ++i) {
+    for (std::size_t i = 1; i < samples.size(); ++i) {
         largest = std::max(largest, std::abs(samples[i] - samples[i - 1]));
     }
     return largest;
@@ -152,8 +152,8 @@ TEST(Bypass, canTurnRoundOnItsWay) {
     const Signal input = sine(4800, 100.0, 0.5F);
     HostedPlugin plugin(2);
     HostedPlugin reference(2);
-    int32_t run = 0;
-    const auto process = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+    std::int32_t run = 0;
+    const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         plugin.port("enabled") = run++ == 5 ? 0.0F : 1.0F;
         plugin.process(inputs, outputs, frames);
     };

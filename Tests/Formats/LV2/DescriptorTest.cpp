@@ -1,7 +1,7 @@
 // What hosts call before and after they run a plug-in, and what they really pass.
-#include "HostedPlugin.h"
-#include "PluginUris.h"
-#include "SignalSources.h"
+#include "LV2/PluginUris.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -16,21 +16,21 @@
 namespace varno::test {
 namespace {
 
-LV2_Handle make(uint32_t plugin, double sampleRateHz, const LV2_Feature* const* features) {
+LV2_Handle make(std::uint32_t plugin, double sampleRateHz, const LV2_Feature* const* features) {
     const LV2_Descriptor* descriptor = lv2_descriptor(plugin);
     return descriptor->instantiate(descriptor, sampleRateHz, "/nowhere/varno-s.lv2/", features);
 }
 
 TEST(Descriptor, isThereForEachPlugin) {
-    for (uint32_t plugin = 0; plugin < kPluginUris.size(); ++plugin) {
+    for (std::uint32_t plugin = 0; plugin < kPluginUris.size(); ++plugin) {
         ASSERT_NE(lv2_descriptor(plugin), nullptr);
         EXPECT_STREQ(lv2_descriptor(plugin)->URI, kPluginUris[plugin].uri);
     }
 }
 
 TEST(Descriptor, isNullForAnUnknownIndex) {
-    EXPECT_EQ(lv2_descriptor(static_cast<uint32_t>(kPluginUris.size())), nullptr);
-    EXPECT_EQ(lv2_descriptor(std::numeric_limits<uint32_t>::max()), nullptr);
+    EXPECT_EQ(lv2_descriptor(static_cast<std::uint32_t>(kPluginUris.size())), nullptr);
+    EXPECT_EQ(lv2_descriptor(std::numeric_limits<std::uint32_t>::max()), nullptr);
 }
 
 TEST(Descriptor, hasNoExtension) {
@@ -42,7 +42,7 @@ TEST(Descriptor, hasNoExtension) {
 
 TEST(Descriptor, makesPluginsWithoutAnyFeature) {
     const LV2_Feature* const none[] = {nullptr};
-    for (uint32_t plugin = 0; plugin < kPluginUris.size(); ++plugin) {
+    for (std::uint32_t plugin = 0; plugin < kPluginUris.size(); ++plugin) {
         for (const LV2_Feature* const* features : {static_cast<const LV2_Feature* const*>(nullptr), none}) {
             LV2_Handle handle = make(plugin, 48000.0, features);
             ASSERT_NE(handle, nullptr);
@@ -79,7 +79,7 @@ TEST(Descriptor, makesAPluginAtEverySupportedRateOnly) {
               std::string::npos);
 }
 
-/// A host's log that keeps what it is told.
+// A host's log that keeps what it is told.
 struct Log {
     std::string text;
     LV2_URID type = 0;
@@ -122,7 +122,7 @@ TEST(Descriptor, tellsTheHostsLogWhyThereIsNoPlugin) {
 TEST(Descriptor, ignoresPortsThatAreNone) {
     LV2_Handle handle = make(0, 48000.0, nullptr);
     float value = 0.25F;
-    for (const uint32_t port : {21U, 22U, 1000U, std::numeric_limits<uint32_t>::max()}) {
+    for (const std::uint32_t port : {21U, 22U, 1000U, std::numeric_limits<std::uint32_t>::max()}) {
         lv2_descriptor(0)->connect_port(handle, port, &value);
     }
     lv2_descriptor(0)->run(handle, 64);
@@ -143,7 +143,7 @@ TEST(Descriptor, makesManyPluginsSideBySide) {
         plugins.push_back(std::make_unique<HostedPlugin>(2));
     }
     const Signal expected = renderChecked(plugins[0]->processor(), input).output;
-    for (size_t i = 1; i < plugins.size(); ++i) {
+    for (std::size_t i = 1; i < plugins.size(); ++i) {
         EXPECT_EQ(firstDifference(expected, renderChecked(plugins[i]->processor(), input).output), "");
     }
 }

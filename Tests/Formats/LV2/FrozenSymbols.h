@@ -1,6 +1,6 @@
 /// The ports of the plug-ins as sessions of users hold them, by symbol and by index: never to change.
-#ifndef VARNO_TEST_FROZENSYMBOLS_H
-#define VARNO_TEST_FROZENSYMBOLS_H
+#ifndef VARNO_TESTS_FORMATS_LV2_FROZENSYMBOLS_H
+#define VARNO_TESTS_FORMATS_LV2_FROZENSYMBOLS_H
 
 #include <cstddef>
 #include <string>
@@ -9,7 +9,7 @@
 namespace varno::test {
 
 /// The symbols of the mono or the stereo plug-in in the order of their indices.
-inline std::vector<std::string> frozenSymbols(size_t channels) {
+inline std::vector<std::string> frozenSymbols(std::size_t channels) {
     std::vector<std::string> symbols = channels == 1
                                            ? std::vector<std::string>{"in", "out"}
                                            : std::vector<std::string>{"in_l", "in_r", "out_l", "out_r"};

@@ -1,7 +1,7 @@
 // What is heard of a control port that jumps.
-#include "HostedEffect.h"
-#include "HostedPlugin.h"
-#include "SignalSources.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <algorithm>
 #include <array>
@@ -13,9 +13,9 @@ namespace varno::test {
 namespace {
 
 constexpr double kRateHz = 48000.0;
-constexpr int32_t kRunFrames = 512;
+constexpr std::int32_t kRunFrames = 512;
 
-/// High-pass of second order with the damping of one section of a Butterworth filter of eighth order.
+// High-pass of second order with the damping of one section of a Butterworth filter of eighth order.
 class HighPass {
 public:
     HighPass(double frequencyHz, double quality) {
@@ -40,12 +40,12 @@ private:
     std::array<double, 2> mY{};
 };
 
-/// Mean square of what lies above 5 kHz, in dB, after the first 100 ms.
+// Mean square of what lies above 5 kHz, in dB, after the first 100 ms.
 double levelAboveDB(const std::vector<float>& samples) {
     std::array filters = {HighPass(5000.0, 0.5098), HighPass(5000.0, 0.6013), HighPass(5000.0, 0.9),
                           HighPass(5000.0, 2.5629)};
     double sum = 0.0;
-    for (size_t i = 0; i < samples.size(); ++i) {
+    for (std::size_t i = 0; i < samples.size(); ++i) {
         double sample = samples[i];
         for (HighPass& filter : filters) {
             sample = filter.process(sample);
@@ -57,14 +57,14 @@ double levelAboveDB(const std::vector<float>& samples) {
 
 Signal sine() {
     Signal signal(2, std::vector<float>(96000));
-    for (size_t i = 0; i < signal[0].size(); ++i) {
+    for (std::size_t i = 0; i < signal[0].size(); ++i) {
         const double phase = 2.0 * std::numbers::pi * 100.0 * static_cast<double>(i) / kRateHz;
         signal[0][i] = signal[1][i] = amplitudeOf(-12.0) * static_cast<float>(std::sin(phase));
     }
     return signal;
 }
 
-/// Values that a port takes, one per run: a slow sweep up and down between the two.
+// Values that a port takes, one per run: a slow sweep up and down between the two.
 float sweepValue(int run, float low, float high) {
     const double phase = 2.0 * std::numbers::pi * run / 60.0;
     return low + (high - low) * static_cast<float>(0.5 - 0.5 * std::cos(phase));
@@ -72,13 +72,13 @@ float sweepValue(int run, float low, float high) {
 
 class Glide : public HostedEffect {
 protected:
-    /// Level above 5 kHz where the parameter's values are in force at once.
+    // Level above 5 kHz where the parameter's values are in force at once.
     double atOnceDB(const std::string& id, float low, float high) {
         InstanceSetup setup;
         setup.maximumFrames = kRunFrames;
         Instance instance(this->module(), setup);
         int run = 0;
-        return levelAboveDB(rendered([&](auto inputs, auto outputs, int32_t frames) {
+        return levelAboveDB(rendered([&](auto inputs, auto outputs, std::int32_t frames) {
             instance.setNormalized(id, sweepValue(run++, low, high));
             instance.process(inputs, outputs, frames);
         }));
@@ -87,7 +87,7 @@ protected:
     static double glidingDB(const std::string& symbol, float low, float high) {
         HostedPlugin plugin(2);
         int run = 0;
-        return levelAboveDB(rendered([&](auto inputs, auto outputs, int32_t frames) {
+        return levelAboveDB(rendered([&](auto inputs, auto outputs, std::int32_t frames) {
             plugin.port(symbol) = sweepValue(run++, low, high);
             plugin.process(inputs, outputs, frames);
         }));
@@ -103,7 +103,7 @@ struct Sweep {
     const char* symbol;
     float low;
     float high;
-    double gainDB; ///< By how much the glide is quieter, at least.
+    double gainDB; // By how much the glide is quieter, at least.
 };
 
 TEST_F(Glide, takesTheZipperOutOfPortsThatMoveOncePerRun) {
@@ -123,7 +123,7 @@ TEST_F(Glide, endsAtTheValueItself) {
     HostedPlugin there(2);
     there.set({{"volume", 0.875F}, {"mix", 0.3F}});
     int run = 0;
-    const auto process = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+    const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         if (run++ == 2) {
             moved.set({{"volume", 0.875F}, {"mix", 0.3F}});
         }
@@ -138,11 +138,11 @@ TEST_F(Glide, endsAtTheValueItself) {
     EXPECT_TRUE(std::equal(found.begin() + end, found.end(), expected.begin() + end));
 }
 
-/// What a plug-in makes of the sine whose value `symbol` jumps at frame 1024, in runs of `block` frames.
-std::vector<float> jumpAt1024(const std::string& symbol, float value, int32_t block) {
+// What a plug-in makes of the sine whose value `symbol` jumps at frame 1024, in runs of `block` frames.
+std::vector<float> jumpAt1024(const std::string& symbol, float value, std::int32_t block) {
     HostedPlugin plugin(2);
-    int32_t done = 0;
-    const auto process = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+    std::int32_t done = 0;
+    const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         if (done == 1024) {
             plugin.port(symbol) = value;
         }
@@ -154,7 +154,7 @@ std::vector<float> jumpAt1024(const std::string& symbol, float value, int32_t bl
 
 TEST_F(Glide, isTheSameForEverySlicing) {
     const std::vector<float> expected = jumpAt1024("gain", 0.9F, 1024);
-    for (const int32_t block : {1, 16, 64, 256}) {
+    for (const std::int32_t block : {1, 16, 64, 256}) {
         EXPECT_EQ(firstDifference(expected, jumpAt1024("gain", 0.9F, block)), "") << block;
     }
 }
@@ -164,8 +164,8 @@ TEST_F(Glide, isNotForSwitchesAndChoices) {
         {"hp", "HP"}, {"uk", "UK"}, {"hsw", "HSw"}, {"ratio", "Ratio"}};
     for (const auto& [symbol, id] : choices) {
         const auto instance = makeInstance(module());
-        int32_t done = 0;
-        const auto process = [&, name = id](auto inputs, auto outputs, int32_t frames) {
+        std::int32_t done = 0;
+        const auto process = [&, name = id](auto inputs, auto outputs, std::int32_t frames) {
             if (done == 1024) {
                 instance->setNormalized(name, 1.0);
             }

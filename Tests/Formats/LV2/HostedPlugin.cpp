@@ -1,6 +1,6 @@
-#include "HostedPlugin.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
 
-#include "FrozenSymbols.h"
+#include "Tests/Formats/LV2/FrozenSymbols.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -9,13 +9,13 @@ namespace varno::test {
 
 namespace {
 
-/// Those of the parameters whose default is not 0, and that of "enabled".
+// Those of the parameters whose default is not 0, and that of "enabled".
 const PortValues kDefaults = {{"gain", 0.5F}, {"atk", 0.5F},   {"rls", 0.5F},    {"volume", 0.5F},
                               {"hot", 0.07F}, {"ratio", 0.5F}, {"enabled", 1.0F}};
 
 } // namespace
 
-HostedPlugin::HostedPlugin(size_t channels, double sampleRateHz)
+HostedPlugin::HostedPlugin(std::size_t channels, double sampleRateHz)
     : mDescriptor(lv2_descriptor(channels == 1 ? 0 : 1)),
       mChannels(channels),
       mSymbols(frozenSymbols(channels)),
@@ -24,8 +24,8 @@ HostedPlugin::HostedPlugin(size_t channels, double sampleRateHz)
     if (mHandle == nullptr) {
         throw std::runtime_error("the plug-in was not made");
     }
-    for (size_t index = 2 * channels; index < mSymbols.size(); ++index) {
-        mDescriptor->connect_port(mHandle, static_cast<uint32_t>(index), &mValues[index]);
+    for (std::size_t index = 2 * channels; index < mSymbols.size(); ++index) {
+        mDescriptor->connect_port(mHandle, static_cast<std::uint32_t>(index), &mValues[index]);
     }
     set(kDefaults);
     activate();
@@ -38,12 +38,12 @@ HostedPlugin::~HostedPlugin() {
     mDescriptor->cleanup(mHandle);
 }
 
-uint32_t HostedPlugin::indexOf(const std::string& symbol) const {
+std::uint32_t HostedPlugin::indexOf(const std::string& symbol) const {
     const auto found = std::ranges::find(mSymbols, symbol);
     if (found == mSymbols.end()) {
         throw std::out_of_range("no port " + symbol);
     }
-    return static_cast<uint32_t>(found - mSymbols.begin());
+    return static_cast<std::uint32_t>(found - mSymbols.begin());
 }
 
 float& HostedPlugin::port(const std::string& symbol) {
@@ -60,17 +60,17 @@ void HostedPlugin::connect(const std::string& symbol, void* data) {
     mDescriptor->connect_port(mHandle, indexOf(symbol), data);
 }
 
-void HostedPlugin::process(const float* const* inputs, float* const* outputs, int32_t frames) {
-    for (size_t channel = 0; channel < mChannels; ++channel) {
-        const auto input = static_cast<uint32_t>(channel);
+void HostedPlugin::process(const float* const* inputs, float* const* outputs, std::int32_t frames) {
+    for (std::size_t channel = 0; channel < mChannels; ++channel) {
+        const auto input = static_cast<std::uint32_t>(channel);
         mDescriptor->connect_port(mHandle, input, const_cast<float*>(inputs[channel]));
-        mDescriptor->connect_port(mHandle, input + static_cast<uint32_t>(mChannels), outputs[channel]);
+        mDescriptor->connect_port(mHandle, input + static_cast<std::uint32_t>(mChannels), outputs[channel]);
     }
-    run(static_cast<uint32_t>(std::max(frames, 0)));
+    run(static_cast<std::uint32_t>(std::max(frames, 0)));
 }
 
 BufferProcessor HostedPlugin::processor() {
-    return [this](const float* const* inputs, float* const* outputs, int32_t frames) {
+    return [this](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         process(inputs, outputs, frames);
     };
 }

@@ -1,4 +1,4 @@
-#include "MeterHold.h"
+#include "LV2/MeterHold.h"
 
 #include <gtest/gtest.h>
 

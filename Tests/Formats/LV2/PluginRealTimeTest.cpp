@@ -1,8 +1,8 @@
 // A run reaches no allocator, file or wait, whatever has moved; of all locks only those of the module's own
 // data, which nobody else holds; and with everything at rest not even these.
-#include "HostedPlugin.h"
-#include "RealTimeGuard.h"
-#include "SignalSources.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
+#include "Tests/Support/RealTimeGuard.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -13,9 +13,9 @@ namespace {
 constexpr const char* kInputs[] = {"gain",   "hp",  "band",  "atk", "rls", "asw",    "uk",
                                    "volume", "hot", "ratio", "mix", "hsw", "linksw", "enabled"};
 
-class PluginRealTime : public testing::TestWithParam<size_t> {
+class PluginRealTime : public testing::TestWithParam<std::size_t> {
 protected:
-    RealTimeReport run(int32_t frames) {
+    RealTimeReport run(std::int32_t frames) {
         const float* inputs[] = {mInput.front().data(), mInput.back().data()};
         float* outputs[] = {mOutput.front().data(), mOutput.back().data()};
         RealTimeScope scope;
@@ -35,7 +35,7 @@ TEST_P(PluginRealTime, holdsFromTheFirstRunOn) {
 
 TEST_P(PluginRealTime, holdsWhileEveryPortMoves) {
     std::mt19937 random(20261121);
-    for (const int32_t frames : {1, 64, 0, 512, 33, 5000, 2, 700}) {
+    for (const std::int32_t frames : {1, 64, 0, 512, 33, 5000, 2, 700}) {
         for (const char* symbol : kInputs) {
             mPlugin.port(symbol) = static_cast<float>(random()) / static_cast<float>(std::mt19937::max());
         }
@@ -47,7 +47,7 @@ TEST_P(PluginRealTime, holdsWhileEveryPortMoves) {
 
 TEST_P(PluginRealTime, takesNoLockAtRest) {
     run(64);
-    for (const int32_t frames : {64, 0, 5000, 1}) {
+    for (const std::int32_t frames : {64, 0, 5000, 1}) {
         const RealTimeReport report = run(frames);
         EXPECT_TRUE(report.clean()) << frames << textOf(report);
     }
@@ -62,7 +62,7 @@ TEST_P(PluginRealTime, takesTheLocksOfTheDataWhereAValueMoves) {
     EXPECT_GT(run(64).locks, 0) << "the guard sees nothing of the way that values take";
 }
 
-INSTANTIATE_TEST_SUITE_P(Channels, PluginRealTime, testing::Values(size_t{1}, size_t{2}));
+INSTANTIATE_TEST_SUITE_P(Channels, PluginRealTime, testing::Values(std::size_t{1}, std::size_t{2}));
 
 } // namespace
 } // namespace varno::test

@@ -1,7 +1,7 @@
 // Hosts make, run and end plug-ins on several threads at once.
-#include "HostedPlugin.h"
-#include "SignalSources.h"
-#include "TestScale.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
+#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/TestScale.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -10,11 +10,11 @@
 namespace varno::test {
 namespace {
 
-/// Renders with values that move from run to run.
-Signal renderMoving(size_t channels, const Signal& input) {
+// Renders with values that move from run to run.
+Signal renderMoving(std::size_t channels, const Signal& input) {
     HostedPlugin plugin(channels);
     int run = 0;
-    const auto process = [&](const float* const* inputs, float* const* outputs, int32_t frames) {
+    const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
         plugin.port("gain") = static_cast<float>(run % 7) / 7.0F;
         plugin.port("ratio") = static_cast<float>(run % 3) / 3.0F;
         plugin.port("enabled") = static_cast<float>(run % 2);
@@ -31,7 +31,7 @@ TEST(PluginThreads, doNotHearEachOther) {
     const Signal expectedStereo = renderMoving(2, stereo);
     std::vector<std::string> differences(4);
     std::vector<std::thread> threads;
-    for (size_t i = 0; i < differences.size(); ++i) {
+    for (std::size_t i = 0; i < differences.size(); ++i) {
         threads.emplace_back([&, i] {
             for (int round = 0; round < 5 * testScale(); ++round) {
                 const bool isMono = i % 2 == 0;
@@ -46,7 +46,7 @@ TEST(PluginThreads, doNotHearEachOther) {
     EXPECT_EQ(differences, std::vector<std::string>(differences.size()));
 }
 
-/// Made here, run there, ended elsewhere, as hosts with an audio thread do.
+// Made here, run there, ended elsewhere, as hosts with an audio thread do.
 TEST(PluginThreads, mayPassAPluginOn) {
     const Signal input = noise(2, 256, 1, -6.0);
     auto plugin = std::make_unique<HostedPlugin>(2);

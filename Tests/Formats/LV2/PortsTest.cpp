@@ -1,10 +1,10 @@
-#include "Ports.h"
+#include "LV2/Ports.h"
 
 #include "DemoGain_ParameterTable.h"
-#include "FrozenSymbols.h"
-#include "HostFixture.h"
-#include "LinkedEntryPoints.h"
-#include "PluginUris.h"
+#include "Host/LinkedEntryPoints.h"
+#include "LV2/PluginUris.h"
+#include "Tests/Formats/LV2/FrozenSymbols.h"
+#include "Tests/Support/HostFixture.h"
 
 #include <string_view>
 
@@ -16,7 +16,7 @@ protected:
     Ports()
         : HostFixture(linkedEntryPoints()) {}
 
-    std::vector<PortInfo> portsFor(int32_t channels) {
+    std::vector<PortInfo> portsFor(std::int32_t channels) {
         InstanceSetup setup;
         setup.channels = channels;
         return portsOf(Instance(module(), setup));
@@ -46,8 +46,8 @@ TEST(PluginUris, areThoseOfEver) {
 }
 
 TEST_F(Ports, areNumberedOneByOne) {
-    for (const int32_t channels : {1, 2}) {
-        uint32_t index = 0;
+    for (const std::int32_t channels : {1, 2}) {
+        std::uint32_t index = 0;
         for (const PortInfo& port : portsFor(channels)) {
             EXPECT_EQ(port.index, index++);
         }
@@ -63,7 +63,7 @@ TEST_F(Ports, tellWhichItemOfTheModuleTheyStandFor) {
     EXPECT_EQ(portWithSymbol(ports, "enabled")->kind, PortKind::Enabled);
     EXPECT_EQ(portWithSymbol(ports, "latency")->kind, PortKind::Latency);
     EXPECT_EQ(portWithSymbol(ports, "outrms")->kind, PortKind::Meter);
-    EXPECT_EQ(portWithSymbol(ports, "outrms")->item, static_cast<uint32_t>(eMeterTap_Output));
+    EXPECT_EQ(portWithSymbol(ports, "outrms")->item, static_cast<std::uint32_t>(eMeterTap_Output));
     EXPECT_EQ(portWithSymbol(ports, "volume")->kind, PortKind::Parameter);
     EXPECT_EQ(portWithSymbol(ports, "volume")->parameterID, "Volume");
 }

@@ -1,7 +1,7 @@
 // The sound of a plug-in in the ways in which hosts hand it over.
-#include "HostedEffect.h"
-#include "HostedPlugin.h"
-#include "SignalSources.h"
+#include "Tests/Formats/LV2/HostedPlugin.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,11 +13,11 @@ namespace {
 
 const PortValues kSettings = {{"gain", 0.8F}, {"hot", 0.6F}, {"ratio", 0.75F}, {"mix", 0.25F}, {"hp", 1.0F}};
 
-/// What `Instance` alone makes of the input with the same settings; that is what `varno render` runs.
+// What `Instance` alone makes of the input with the same settings; that is what `varno render` runs.
 class Run : public HostedEffect {
 protected:
     Signal renderAlone(const Signal& input) {
-        const auto instance = makeInstance(module(), static_cast<int32_t>(input.size()));
+        const auto instance = makeInstance(module(), static_cast<std::int32_t>(input.size()));
         automate(*instance, {{"Gain", 0.8F}, {"Hot", 0.6F}, {"Ratio", 0.75F}, {"Mix", 0.25F}, {"HP", 1.0F}});
         Signal output = render(*instance, input);
         return output;
@@ -33,11 +33,11 @@ protected:
 };
 
 TEST_F(Run, givesTheBitsOfTheModuleForEverySlicing) {
-    for (const size_t channels : {size_t{1}, size_t{2}}) {
+    for (const std::size_t channels : {std::size_t{1}, std::size_t{2}}) {
         const Signal input = swell(channels, 20000, 7, 6.0);
         const Signal expected = renderAlone(input);
-        for (const std::vector<int32_t>& blocks :
-             {std::vector<int32_t>{}, {1}, {512}, {64}, {17}, {4096, 2432}, {0, 1, 1000, 3}}) {
+        for (const std::vector<std::int32_t>& blocks :
+             {std::vector<std::int32_t>{}, {1}, {512}, {64}, {17}, {4096, 2432}, {0, 1, 1000, 3}}) {
             EXPECT_EQ(firstDifference(expected, renderHosted(input, {.blocks = blocks})), "");
         }
     }
@@ -47,7 +47,7 @@ TEST_F(Run, givesTheBitsOfTheModuleForEveryLayout) {
     const Signal input = drums(2, 20000, 48000.0, 3);
     const Signal expected = renderAlone(input);
     for (const BufferLayout layout : {BufferLayout::InPlace, BufferLayout::Crossed}) {
-        for (const std::vector<int32_t>& blocks : {std::vector<int32_t>{}, {700}, {1}}) {
+        for (const std::vector<std::int32_t>& blocks : {std::vector<std::int32_t>{}, {700}, {1}}) {
             const RenderPlan plan{.layout = layout, .blocks = blocks, .offset = 1};
             EXPECT_EQ(firstDifference(expected, renderHosted(input, plan)), "");
         }
@@ -68,7 +68,7 @@ TEST(RunPorts, mayBeConnectedToNothing) {
                                "grl", "outrms", "latency"}) {
         plugin.connect(symbol, nullptr);
     }
-    for (const uint32_t frames : {0U, 1U, 64U, 100000U}) {
+    for (const std::uint32_t frames : {0U, 1U, 64U, 100000U}) {
         plugin.run(frames);
     }
 }
@@ -155,7 +155,7 @@ TEST(RunReactivated, soundsLikeAFreshOne) {
 }
 
 TEST(RunLatency, isOneFrameAndTold) {
-    for (const size_t channels : {size_t{1}, size_t{2}}) {
+    for (const std::size_t channels : {std::size_t{1}, std::size_t{2}}) {
         HostedPlugin plugin(channels);
         plugin.run(0); // hosts ask so
         EXPECT_EQ(plugin.port("latency"), 1.0F);

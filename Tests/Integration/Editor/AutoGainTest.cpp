@@ -1,5 +1,5 @@
 // The automatic matching of the volume, over real time.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
 #include <cmath>
 #include <numeric>
@@ -12,7 +12,7 @@ namespace {
 constexpr double kRounding = 1e-6;
 constexpr int kMeasurements = 5;
 
-/// Where a measurement of these levels aims the volume.
+// Where a measurement of these levels aims the volume.
 double targetOf(double input, double output) {
     const double ratio = std::clamp(input / std::max(output, 0.01), 0.1, 10.0);
     return (20.0 * std::log10(ratio) + 20.0) * 0.025;
@@ -31,7 +31,7 @@ protected:
         setMeter(*instance, eMeterTap_Output, output);
     }
     double volume() const { return instance->normalized("Volume"); }
-    /// Turns the loop until the volume has been somewhere else for the first time.
+    // Turns the loop until the volume has been somewhere else for the first time.
     bool awaitGlide() {
         const double before = volume();
         return loop.await([&] { return volume() != before; });
@@ -39,7 +39,7 @@ protected:
     bool awaitVolume(double target) {
         return loop.await([&] { return std::abs(volume() - target) < kRounding; });
     }
-    /// Lets the given time go by with the loop turning.
+    // Lets the given time go by with the loop turning.
     void pass(std::chrono::milliseconds time) {
         const auto end = std::chrono::steady_clock::now() + time;
         loop.await([&] { return std::chrono::steady_clock::now() >= end; });
@@ -71,7 +71,7 @@ TEST_F(AutoGain, aimsAtTheMeanOfFiveMeasurementsAndThenRests) {
 TEST_F(AutoGain, measuresWhileAudioRuns) {
     // A second of a sine whose level stays: after the series input and output are as loud as each other.
     std::vector<float> sine(480);
-    for (size_t i = 0; i < sine.size(); ++i) {
+    for (std::size_t i = 0; i < sine.size(); ++i) {
         sine[i] =
             0.25F * static_cast<float>(std::sin(2.0 * std::numbers::pi * static_cast<double>(i) / 48.0));
     }
@@ -79,7 +79,7 @@ TEST_F(AutoGain, measuresWhileAudioRuns) {
     std::vector<float> right(sine);
     const float* inputs[2] = {sine.data(), sine.data()};
     float* outputs[2] = {left.data(), right.data()};
-    const auto process = [&] { instance->process(inputs, outputs, static_cast<int32_t>(sine.size())); };
+    const auto process = [&] { instance->process(inputs, outputs, static_cast<std::int32_t>(sine.size())); };
     for (int i = 0; i < 200; ++i) {
         process();
     }

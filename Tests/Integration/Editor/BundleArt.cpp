@@ -1,6 +1,6 @@
-#include "BundleArt.h"
+#include "Tests/Integration/Editor/BundleArt.h"
 
-#include "EditorWindow.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
 
 #include <cairo.h>
 #include <cstring>
@@ -29,14 +29,14 @@ Surface openBitmap(const std::filesystem::path& resources, const layout::Bitmap&
     return surface;
 }
 
-/// The upper colour, premultiplied, over an opaque lower one.
-uint32_t blend(uint32_t upper, uint32_t lower) {
-    constexpr uint32_t kOpaque = 0xFF;
-    constexpr uint32_t kHalf = kOpaque / 2;
-    const uint32_t clear = kOpaque - (upper >> 24U);
-    uint32_t colour = 0;
-    for (const uint32_t shift : {0U, 8U, 16U}) {
-        const uint32_t behind = (((lower >> shift) & kOpaque) * clear + kHalf) / kOpaque;
+// The upper colour, premultiplied, over an opaque lower one.
+std::uint32_t blend(std::uint32_t upper, std::uint32_t lower) {
+    constexpr std::uint32_t kOpaque = 0xFF;
+    constexpr std::uint32_t kHalf = kOpaque / 2;
+    const std::uint32_t clear = kOpaque - (upper >> 24U);
+    std::uint32_t colour = 0;
+    for (const std::uint32_t shift : {0U, 8U, 16U}) {
+        const std::uint32_t behind = (((lower >> shift) & kOpaque) * clear + kHalf) / kOpaque;
         colour |= (((upper >> shift) & kOpaque) + behind) << shift;
     }
     return colour;
@@ -55,8 +55,8 @@ BundleArt::BundleArt(const std::filesystem::path& resources) {
                 cairo_image_surface_get_data(surface.get()) +
                 static_cast<std::ptrdiff_t>(y) * cairo_image_surface_get_stride(surface.get());
             for (int x = 0; x < bitmap.mWidth; ++x) {
-                constexpr uint32_t kOpaque = 0xFF000000;
-                uint32_t value = 0;
+                constexpr std::uint32_t kOpaque = 0xFF000000;
+                std::uint32_t value = 0;
                 std::memcpy(&value, row + static_cast<std::ptrdiff_t>(x) * 4, sizeof value);
                 pixels.push_back({hasAlpha ? value : value | kOpaque});
             }
@@ -66,7 +66,7 @@ BundleArt::BundleArt(const std::filesystem::path& resources) {
 
 Picture BundleArt::background(const Area& area) const {
     const layout::Bitmap& bitmap = layout::BitmapOf(layout::Art::Background);
-    std::vector<uint32_t> pixels;
+    std::vector<std::uint32_t> pixels;
     for (const Pixel& pixel : mBitmaps.at(layout::Art::Background)) {
         pixels.push_back(blend(pixel.premultiplied, 0));
     }
@@ -82,7 +82,7 @@ Picture BundleArt::control(const layout::Control& control, layout::Art art, int 
     const Picture behind = background(area);
     const std::vector<Pixel>& bitmap = mBitmaps.at(art);
     const int firstRow = picture * area.height;
-    std::vector<uint32_t> pixels;
+    std::vector<std::uint32_t> pixels;
     for (int y = 0; y < area.height; ++y) {
         for (int x = 0; x < area.width; ++x) {
             const auto at = static_cast<std::size_t>((firstRow + y) * area.width + x);

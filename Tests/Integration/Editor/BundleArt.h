@@ -1,9 +1,9 @@
 /// The bitmaps in the module's bundle, put together as the editor should show them.
-#ifndef VARNO_TEST_BUNDLEART_H
-#define VARNO_TEST_BUNDLEART_H
+#ifndef VARNO_TESTS_INTEGRATION_EDITOR_BUNDLEART_H
+#define VARNO_TESTS_INTEGRATION_EDITOR_BUNDLEART_H
 
 #include "DemoGain_ViewLayout.h"
-#include "Picture.h"
+#include "Tests/Support/Picture.h"
 
 #include <filesystem>
 #include <map>
@@ -25,7 +25,7 @@ public:
 
 private:
     struct Pixel {
-        uint32_t premultiplied; ///< 0xAARRGGBB.
+        std::uint32_t premultiplied; ///< 0xAARRGGBB.
     };
 
     std::map<DemoGain_ViewLayout::Art, std::vector<Pixel>> mBitmaps;

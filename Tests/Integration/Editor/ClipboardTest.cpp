@@ -1,10 +1,10 @@
 // Settings by way of the clipboard, to and from other programs.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
 #include "DemoGain_PresetText.h"
-#include "Keyboard.h"
-#include "LocaleScope.h"
-#include "Xclip.h"
+#include "Tests/Integration/Editor/LocaleScope.h"
+#include "Tests/Support/Keyboard.h"
+#include "Tests/Support/Xclip.h"
 
 #include <X11/keysym.h>
 
@@ -17,24 +17,24 @@ constexpr char kCopied[] = "Preset to Clipboard";
 constexpr char kPasted[] = "Preset From Clipboard";
 constexpr char kFailed[] = "Failed From Clipboard";
 
-/// What a float loses of a value, and what ten digits do.
+// What a float loses of a value, and what ten digits do.
 constexpr double kPrecision = 1e-7;
 
-/// The longest text that the editor takes.
-constexpr size_t kLargest = 1U << 20U;
+// The longest text that the editor takes.
+constexpr std::size_t kLargest = 1U << 20U;
 
 class EditorClipboard : public OneEditorTest {
 protected:
     EditorClipboard() { client.setClipboardOwner(XCB_WINDOW_NONE); }
 
-    /// Gives another program's text to the clipboard.
+    // Gives another program's text to the clipboard.
     std::unique_ptr<XclipSource> offer(const std::string& text, const std::string& target = "UTF8_STRING") {
         client.setClipboardOwner(XCB_WINDOW_NONE);
         auto source = std::make_unique<XclipSource>(text, target);
         EXPECT_TRUE(loop.await([&] { return client.clipboardOwner() != XCB_WINDOW_NONE; }));
         return source;
     }
-    /// The text that another program gets, while this one turns its loop.
+    // The text that another program gets, while this one turns its loop.
     std::string textForOthers() {
         XclipReader reader;
         EXPECT_TRUE(loop.await([&] { return reader.isDone(); })) << "the clipboard's owner does not answer";

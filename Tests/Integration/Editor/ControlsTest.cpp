@@ -1,5 +1,5 @@
 // What a hand does to each control: the parameter, the picture and the line of text.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,10 +12,10 @@ using DemoGain_ViewLayout::Kind;
 
 namespace {
 
-/// What a control's line of text says of a value.
+// What a control's line of text says of a value.
 struct Wording {
     const char* label;
-    double factor = 0.0; ///< 0 for a text without a number.
+    double factor = 0.0; // 0 for a text without a number.
     double offset = 0.0;
 };
 
@@ -46,7 +46,7 @@ std::string wordingOf(const std::string& id, float value) {
     return text;
 }
 
-/// What a control's picture is for a value.
+// What a control's picture is for a value.
 int pictureOf(const std::string& id, double value) {
     switch (controlOf(id).mKind) {
     case Kind::Knob:
@@ -58,12 +58,12 @@ int pictureOf(const std::string& id, double value) {
     }
 }
 
-/// What float arithmetic may lose.
+// What float arithmetic may lose.
 constexpr double kRounding = 1e-6;
 
 class Controls : public OneEditorTest {
 protected:
-    /// Whether nothing but this parameter has another value than before.
+    // Whether nothing but this parameter has another value than before.
     void expectOnlyChange(const ParameterValues& before, const std::string& id) {
         for (const auto& [other, value] : valuesOf(*instance)) {
             if (other != id) {

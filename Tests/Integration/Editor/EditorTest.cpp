@@ -1,8 +1,8 @@
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
-#include "InstanceHost.h"
-#include "LabelPicture.h"
-#include "XServer.h"
+#include "Host/InstanceHost.h"
+#include "Tests/Integration/Editor/LabelPicture.h"
+#include "Tests/Support/XServer.h"
 
 #include <cstdlib>
 #include <xcb/res.h>
@@ -13,10 +13,10 @@ namespace layout = DemoGain_ViewLayout;
 
 namespace {
 
-/// What two ways of blending the same colours may differ by, of 255.
+// What two ways of blending the same colours may differ by, of 255.
 constexpr int kRounding = 2;
 
-/// BadCursor for ChangeWindowAttributes.
+// BadCursor for ChangeWindowAttributes.
 constexpr const char* kNoSuchCursor = "X error 6 for request 2.0 ";
 
 std::string described(const Picture& expected, const Picture& seen) {
@@ -56,7 +56,7 @@ std::vector<std::string> EditorTest::takeErrors() {
     // the shape then stays the host's.
     std::erase_if(errors, [](const std::string& error) { return error.starts_with(kNoSuchCursor); });
     // Counting resources asks after clients that may have left meanwhile.
-    const uint8_t counting = xcb_get_extension_data(client.connection(), &xcb_res_id)->major_opcode;
+    const std::uint8_t counting = xcb_get_extension_data(client.connection(), &xcb_res_id)->major_opcode;
     std::erase_if(errors, [counting](const std::string& error) {
         return error.find("for request " + std::to_string(counting) + ".") != std::string::npos;
     });
@@ -189,11 +189,11 @@ void EditorTest::setMeter(Instance& instance, EMeterTap tap, float value) {
     instance.meters().afterBuffer(0);
 }
 
-int32_t EditorTest::touches(Instance& instance, const std::string& id) {
+std::int32_t EditorTest::touches(Instance& instance, const std::string& id) {
     return instance.host().automation().touches(id);
 }
 
-int64_t EditorTest::allTouches(Instance& instance) {
+std::int64_t EditorTest::allTouches(Instance& instance) {
     return instance.host().automation().totalTouches();
 }
 

@@ -1,15 +1,15 @@
 /// Tests of the editor on a screen, with a person's hand on the mouse and the host's contracts watched.
-#ifndef VARNO_TEST_EDITORTEST_H
-#define VARNO_TEST_EDITORTEST_H
+#ifndef VARNO_TESTS_INTEGRATION_EDITOR_EDITORTEST_H
+#define VARNO_TESTS_INTEGRATION_EDITOR_EDITORTEST_H
 
-#include "BundleArt.h"
 #include "DemoGain_Alg.h"
-#include "EditorWindow.h"
-#include "HostLoop.h"
-#include "HostedEffect.h"
-#include "KnobGeometry.h"
-#include "Pointer.h"
-#include "XErrors.h"
+#include "Tests/Integration/Editor/BundleArt.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
+#include "Tests/Integration/Editor/HostLoop.h"
+#include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/Pointer.h"
+#include "Tests/Support/XErrors.h"
 
 #include <memory>
 #include <optional>
@@ -59,9 +59,9 @@ protected:
     static void setMeter(Instance& instance, EMeterTap tap, float value);
     static float meter(const Instance& instance, EMeterTap tap);
     /// Open gestures on a parameter.
-    static int32_t touches(Instance& instance, const std::string& id);
+    static std::int32_t touches(Instance& instance, const std::string& id);
     /// All gestures since the instance's beginning.
-    static int64_t allTouches(Instance& instance);
+    static std::int64_t allTouches(Instance& instance);
 
     /// Hands over the errors so far, and forgets them.
     std::vector<std::string> takeErrors();

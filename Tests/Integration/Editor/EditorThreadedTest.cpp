@@ -1,8 +1,8 @@
 // Hands and hosts at the editor while audio runs.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
-#include "SignalSources.h"
-#include "TestScale.h"
+#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/TestScale.h"
 
 #include <atomic>
 #include <thread>
@@ -14,7 +14,7 @@ namespace {
 
 class EditorThreads : public OneEditorTest {
 protected:
-    /// Processes buffers on a thread of its own until its end.
+    // Processes buffers on a thread of its own until its end.
     class Audio {
     public:
         explicit Audio(Instance& instance)
@@ -29,7 +29,7 @@ protected:
 
     private:
         void run() {
-            constexpr int32_t kBlock = 128;
+            constexpr std::int32_t kBlock = 128;
             const Signal input = swell(2, kBlock, 1, 6.0);
             Signal output = input;
             const float* inputs[2] = {input[0].data(), input[1].data()};
@@ -44,7 +44,7 @@ protected:
         std::thread mThread;
     };
 
-    /// One thing that a person or a host may do.
+    // One thing that a person or a host may do.
     void doSomething() {
         constexpr int kDeeds = 8;
         switch (random() % kDeeds) {
@@ -90,7 +90,7 @@ TEST_F(EditorThreads, everythingAtOnce) {
                 window = open(*instance);
             }
         }
-        const int64_t position = instance->position();
+        const std::int64_t position = instance->position();
         EXPECT_TRUE(loop.await([&] { return instance->position() > position; })) << "audio stands still";
     }
     pointer.letGo();

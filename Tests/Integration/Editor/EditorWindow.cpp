@@ -1,6 +1,6 @@
-#include "EditorWindow.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
 
-#include "HostError.h"
+#include "Host/HostError.h"
 
 #include <algorithm>
 #include <cstdint>

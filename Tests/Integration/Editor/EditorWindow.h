@@ -1,13 +1,13 @@
 /// A host's window with the editor of an instance in it.
-#ifndef VARNO_TEST_EDITORWINDOW_H
-#define VARNO_TEST_EDITORWINDOW_H
+#ifndef VARNO_TESTS_INTEGRATION_EDITOR_EDITORWINDOW_H
+#define VARNO_TESTS_INTEGRATION_EDITOR_EDITORWINDOW_H
 
 #include "ACF/ACFPtr.h"
 #include "DemoGain_ViewLayout.h"
-#include "Editor.h"
-#include "HostLoop.h"
-#include "Instance.h"
-#include "Picture.h"
+#include "Host/Editor.h"
+#include "Host/Instance.h"
+#include "Tests/Integration/Editor/HostLoop.h"
+#include "Tests/Support/Picture.h"
 
 #include <memory>
 #include <string>

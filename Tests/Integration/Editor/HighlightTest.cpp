@@ -1,5 +1,5 @@
 // The host's highlight around two knobs.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
 #include <map>
 
@@ -8,7 +8,7 @@ using namespace varno::test;
 
 namespace {
 
-const std::map<AAX_EHighlightColor, uint32_t> kColours = {
+const std::map<AAX_EHighlightColor, std::uint32_t> kColours = {
     {AAX_eHighlightColor_Red, 0x00C80000},
     {AAX_eHighlightColor_Blue, 0x000000C8},
     {AAX_eHighlightColor_Green, 0x0000C800},
@@ -17,8 +17,8 @@ const std::map<AAX_EHighlightColor, uint32_t> kColours = {
 
 class Highlight : public OneEditorTest {
 protected:
-    /// Pixels of a knob that have a colour but for a trace of what is behind it.
-    int countPixels(const std::string& id, uint32_t colour) const {
+    // Pixels of a knob that have a colour but for a trace of what is behind it.
+    int countPixels(const std::string& id, std::uint32_t colour) const {
         constexpr int kTrace = 24;
         const Picture picture = window->picture(id);
         int count = 0;
@@ -30,8 +30,8 @@ protected:
         return count;
     }
 
-    /// Waits for a ring of the colour.
-    bool rings(const std::string& id, uint32_t colour) {
+    // Waits for a ring of the colour.
+    bool rings(const std::string& id, std::uint32_t colour) {
         constexpr int kRing = 60; // Pixels; a ring around the knob has at least that many.
         return loop.await([&] { return countPixels(id, colour) >= kRing; });
     }
@@ -74,7 +74,7 @@ TEST_F(Highlight, inAnUnknownColourKeepsTheLastOne) {
 
 TEST_F(Highlight, staysWhileTheKnobTurns) {
     window->editor().highlight("Gain", true, AAX_eHighlightColor_Green);
-    const uint32_t green = kColours.at(AAX_eHighlightColor_Green);
+    const std::uint32_t green = kColours.at(AAX_eHighlightColor_Green);
     EXPECT_TRUE(rings("Gain", green));
     turnKnob(*window, *instance, "Gain", 0.9);
     awaitDrawing(*window, *instance);

@@ -1,5 +1,5 @@
 // Gestures that the host takes for itself, and automation while a hand is on a control.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ constexpr double kRounding = 1e-6;
 
 class HostGestures : public OneEditorTest {
 protected:
-    /// The host takes gestures of this kind from now on.
+    // The host takes gestures of this kind from now on.
     void takeGestures(MouseOffer::Kind kind) {
         window->container().setMouseHandler([kind](const MouseOffer& offer) {
             return offer.kind == kind ? AAX_SUCCESS : AAX_ERROR_UNIMPLEMENTED;

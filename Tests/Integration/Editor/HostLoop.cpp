@@ -1,4 +1,4 @@
-#include "HostLoop.h"
+#include "Tests/Integration/Editor/HostLoop.h"
 
 #include <poll.h>
 

@@ -1,10 +1,10 @@
 /// The event loop of a host with editors on the screen.
-#ifndef VARNO_TEST_HOSTLOOP_H
-#define VARNO_TEST_HOSTLOOP_H
+#ifndef VARNO_TESTS_INTEGRATION_EDITOR_HOSTLOOP_H
+#define VARNO_TESTS_INTEGRATION_EDITOR_HOSTLOOP_H
 
-#include "Desktop.h"
-#include "Eventually.h"
-#include "XClient.h"
+#include "Host/Desktop.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/XClient.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,9 +1,9 @@
 /// How a hand turns a knob: in a line, up or to the right for more, down or to the left for less.
-#ifndef VARNO_TEST_KNOBGEOMETRY_H
-#define VARNO_TEST_KNOBGEOMETRY_H
+#ifndef VARNO_TESTS_INTEGRATION_EDITOR_KNOBGEOMETRY_H
+#define VARNO_TESTS_INTEGRATION_EDITOR_KNOBGEOMETRY_H
 
 #include "DemoGain_ViewLayout.h"
-#include "XClient.h"
+#include "Tests/Support/XClient.h"
 
 #include <cmath>
 

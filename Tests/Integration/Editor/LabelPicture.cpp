@@ -1,6 +1,6 @@
-#include "LabelPicture.h"
+#include "Tests/Integration/Editor/LabelPicture.h"
 
-#include "EditorWindow.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
 
 #include "vstgui/lib/cbitmap.h"
 #include "vstgui/lib/ccolor.h"
@@ -12,7 +12,7 @@ namespace varno::test {
 
 namespace {
 
-/// The drawing library as long as this program runs.
+// The drawing library as long as this program runs.
 class Library {
 public:
     Library() { VSTGUI::init(nullptr); }
@@ -34,13 +34,14 @@ VSTGUI::SharedPointer<VSTGUI::CTextLabel> makeLabel(const VSTGUI::CRect& size, c
 
 Picture pictureOf(VSTGUI::CBitmap& bitmap, const Area& area) {
     const auto access = VSTGUI::owned(VSTGUI::CBitmapPixelAccess::create(&bitmap));
-    std::vector<uint32_t> pixels;
+    std::vector<std::uint32_t> pixels;
     for (int y = 0; y < area.height; ++y) {
         for (int x = 0; x < area.width; ++x) {
             VSTGUI::CColor colour;
-            access->setPosition(static_cast<uint32_t>(x), static_cast<uint32_t>(y));
+            access->setPosition(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y));
             access->getColor(colour);
-            pixels.push_back(uint32_t{colour.red} << 16U | uint32_t{colour.green} << 8U | colour.blue);
+            pixels.push_back(std::uint32_t{colour.red} << 16U | std::uint32_t{colour.green} << 8U |
+                             colour.blue);
         }
     }
     return {area.width, area.height, std::move(pixels)};

@@ -1,8 +1,8 @@
 /// The editor's line of text as the drawing library shows it.
-#ifndef VARNO_TEST_LABELPICTURE_H
-#define VARNO_TEST_LABELPICTURE_H
+#ifndef VARNO_TESTS_INTEGRATION_EDITOR_LABELPICTURE_H
+#define VARNO_TESTS_INTEGRATION_EDITOR_LABELPICTURE_H
 
-#include "Picture.h"
+#include "Tests/Support/Picture.h"
 
 #include <string>
 

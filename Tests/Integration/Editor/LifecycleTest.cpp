@@ -1,7 +1,7 @@
 // Editors that come and go while everything else does, too.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
-#include "SignalSources.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <cstdlib>
 
@@ -12,7 +12,7 @@ namespace {
 
 class EditorLife : public EditorTest {
 protected:
-    /// Whether an open editor answers a hand.
+    // Whether an open editor answers a hand.
     void expectAlive(EditorWindow& window, Instance& instance) {
         const double before = instance.normalized("HP");
         click(window, "HP");

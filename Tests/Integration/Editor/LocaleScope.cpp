@@ -1,8 +1,8 @@
-#include "LocaleScope.h"
+#include "Tests/Integration/Editor/LocaleScope.h"
 
-#include "ChildProcess.h"
-#include "Eventually.h"
-#include "TemporaryFolder.h"
+#include "Tests/Source/Platform/TemporaryFolder.h"
+#include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/Eventually.h"
 
 #include <cstdlib>
 #include <stdexcept>

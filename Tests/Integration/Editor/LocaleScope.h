@@ -1,6 +1,6 @@
 /// Another country's way of writing numbers.
-#ifndef VARNO_TEST_LOCALESCOPE_H
-#define VARNO_TEST_LOCALESCOPE_H
+#ifndef VARNO_TESTS_INTEGRATION_EDITOR_LOCALESCOPE_H
+#define VARNO_TESTS_INTEGRATION_EDITOR_LOCALESCOPE_H
 
 #include <clocale>
 #include <memory>

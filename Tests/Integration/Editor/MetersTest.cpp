@@ -1,7 +1,7 @@
 // The gain-reduction meters.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
-#include "SignalSources.h"
+#include "Tests/Support/SignalSources.h"
 
 #include <cmath>
 
@@ -12,7 +12,7 @@ namespace layout = DemoGain_ViewLayout;
 
 namespace {
 
-/// The lamps that a meter lights for a tap's value, by the law of the display.
+// The lamps that a meter lights for a tap's value, by the law of the display.
 int lampsFor(float x) {
     const float y = (2.1271815F * x - 2.0384471F * x * x * x) + 0.916367F * x * x * x * x * x;
     const float dark = std::clamp(1.0F - y, 0.0F, 1.0F);
@@ -21,7 +21,7 @@ int lampsFor(float x) {
 
 class Meters : public OneEditorTest {
 protected:
-    /// The lamps from the right that are lit, -1 where they do not form one row.
+    // The lamps from the right that are lit, -1 where they do not form one row.
     int litLamps(const std::string& id) {
         const layout::Control& meter = controlOf(id);
         const Picture seen = window->picture(id);

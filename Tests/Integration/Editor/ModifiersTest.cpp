@@ -1,5 +1,5 @@
 // The keys that go with a click or a drag.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
 #include "DemoGain_ParameterTable.h"
 
@@ -14,7 +14,7 @@ constexpr double kFineRange = kKnobRange * kFineDrag;
 
 class Modifiers : public OneEditorTest {
 protected:
-    /// Moves the pointer up from the middle of a knob.
+    // Moves the pointer up from the middle of a knob.
     void pull(const std::string& id, int pixels) {
         const Place middle{areaOf(id).width / 2, areaOf(id).height / 2};
         drag(*window, id, middle + Place{0, -pixels});
@@ -50,7 +50,7 @@ TEST_P(DefaultTest, altClickSetsIt) {
     click(*window, id, {Modifier::Alt});
     EXPECT_NEAR(instance->normalized(id), defaultOf(id), kRounding);
     EXPECT_EQ(touches(*instance, id), 0);
-    const int64_t before = allTouches(*instance);
+    const std::int64_t before = allTouches(*instance);
     EXPECT_GT(before, 0);
     click(*window, id, {Modifier::Alt});
     EXPECT_NEAR(instance->normalized(id), defaultOf(id), kRounding);
@@ -118,7 +118,8 @@ TEST_F(Modifiers, theHostHearsOfTheKeys) {
     ASSERT_FALSE(window->container().offers().empty());
     for (const MouseOffer& offer : window->container().offers()) {
         if (offer.kind != MouseOffer::Kind::Drag) {
-            EXPECT_EQ(offer.modifiers, static_cast<uint32_t>(AAX_eModifiers_Shift | AAX_eModifiers_Option));
+            EXPECT_EQ(offer.modifiers,
+                      static_cast<std::uint32_t>(AAX_eModifiers_Shift | AAX_eModifiers_Option));
         }
     }
     EXPECT_EQ(instance->normalized("HP"), 1.0);

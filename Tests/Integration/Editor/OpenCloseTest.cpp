@@ -1,24 +1,24 @@
 // What is left over of an editor that was closed, again and again.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
-#include "ProcessState.h"
-#include "Sanitizers.h"
-#include "TestScale.h"
-#include "XResources.h"
+#include "Tests/Support/ProcessState.h"
+#include "Tests/Support/Sanitizers.h"
+#include "Tests/Support/TestScale.h"
+#include "Tests/Support/XResources.h"
 
 using namespace varno;
 using namespace varno::test;
 
 namespace {
 
-/// What an editor takes of the system and must give back.
+// What an editor takes of the system and must give back.
 struct Holdings {
     std::ptrdiff_t descriptors = 0;
-    std::map<std::string, uint32_t> resources;
+    std::map<std::string, std::uint32_t> resources;
     std::size_t watches = 0;
     std::size_t timers = 0;
 
-    /// Nothing of any kind is more than in the other.
+    // Nothing of any kind is more than in the other.
     bool isWithin(const Holdings& other) const {
         return descriptors <= other.descriptors && watches <= other.watches && timers <= other.timers &&
                isNoMore(resources, other.resources);
@@ -38,9 +38,9 @@ protected:
     Holdings holdings() const {
         return {openDescriptors(), countResources(client), loop.countWatches(), loop.countTimers()};
     }
-    /// Waits, since the server takes note of a client that leaves some time after it has left. So what was
-    /// held before may have counted one that was about to go: what is held now, if less, is what to be back
-    /// at from then on.
+    // Waits, since the server takes note of a client that leaves some time after it has left. So what was
+    // held before may have counted one that was about to go: what is held now, if less, is what to be back
+    // at from then on.
     ::testing::AssertionResult isBackAt(Holdings& before) {
         Holdings now;
         if (eventually([&] { return (now = holdings()).isWithin(before); })) {
@@ -51,7 +51,7 @@ protected:
                                              << "\nbefore:    " << ::testing::PrintToString(before);
     }
 
-    /// Something for the editor to do while it is open.
+    // Something for the editor to do while it is open.
     void useFor(int turns, Instance& instance) {
         for (int i = 0; i < turns; ++i) {
             setMeter(instance, eMeterTap_GainReductionLeft, static_cast<float>(random() % 100) / 100.0F);
@@ -61,7 +61,7 @@ protected:
         setMeter(instance, eMeterTap_GainReductionLeft, 0.0F);
     }
 
-    /// Whole rounds: memory may grow until caches are full, but not after.
+    // Whole rounds: memory may grow until caches are full, but not after.
     template<typename Round>
     void repeat(int rounds, Round round) {
         constexpr int kWarmUp = 10;

@@ -1,5 +1,5 @@
 // How much of the editor is drawn anew.
-#include "EditorTest.h"
+#include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
 
@@ -8,18 +8,18 @@ using namespace varno::test;
 
 namespace {
 
-/// A colour that nothing of the editor has.
-constexpr uint32_t kPaint = 0x00FF00FF;
+// A colour that nothing of the editor has.
+constexpr std::uint32_t kPaint = 0x00FF00FF;
 
 class Repaint : public OneEditorTest {
 protected:
-    /// Paints the whole window over, so that what is drawn afterwards can be told from what is not.
+    // Paints the whole window over, so that what is drawn afterwards can be told from what is not.
     void paintOver() {
         awaitDrawing(*window, *instance);
         client.fill(client.children(window->window()).at(0), viewArea(), kPaint);
     }
 
-    /// Waits until these places have been drawn, whole; nothing else may be, but for the meters.
+    // Waits until these places have been drawn, whole; nothing else may be, but for the meters.
     void expectDrawn(const std::vector<Area>& places) {
         EXPECT_TRUE(loop.await([&] {
             return std::ranges::all_of(

@@ -1,5 +1,5 @@
 #include "ACF/ACFDelegating.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ protected:
     ~ComponentInterface() = default;
 };
 
-/// Writes down what happens to it at its end.
+// Writes down what happens to it at its end.
 class Component : public ACFDelegating<ComponentInterface> {
 public:
     explicit Component(std::vector<std::string>& log, IACFUnknown* outer = nullptr)
@@ -49,7 +49,7 @@ private:
     std::vector<std::string>& mLog;
 };
 
-/// The controlling unknown of an aggregate; counts what it is asked.
+// The controlling unknown of an aggregate; counts what it is asked.
 class Outer : public IACFUnknown {
 public:
     ACFRESULT QueryInterface(const acfIID& iid, void** outObject) override {
@@ -57,11 +57,11 @@ public:
         *outObject = this;
         return 7;
     }
-    uint32_t AddRef() override { return ++references; }
-    uint32_t Release() override { return --references; }
+    std::uint32_t AddRef() override { return ++references; }
+    std::uint32_t Release() override { return --references; }
 
     acfIID queried{};
-    uint32_t references = 10;
+    std::uint32_t references = 10;
 };
 
 class CACFUnknownTest : public testing::Test {
@@ -69,7 +69,7 @@ protected:
     void TearDown() override { EXPECT_EQ(CACFUnknown::GetActiveObjectCount(), mAliveBefore); }
 
     std::vector<std::string> mLog;
-    const int32_t mAliveBefore = CACFUnknown::GetActiveObjectCount();
+    const std::int32_t mAliveBefore = CACFUnknown::GetActiveObjectCount();
 };
 
 TEST_F(CACFUnknownTest, CountsReferencesFromZero) {
@@ -130,7 +130,7 @@ TEST_F(CACFUnknownTest, QueryForAnythingElseGivesNoSuchInterfaceAndNull) {
     others[3].Data4[7] = 0x47;
     for (const acfIID& iid : others) {
         void* answer = component;
-        EXPECT_EQ(static_cast<uint32_t>(component->QueryInterface(iid, &answer)), 0x80000004U);
+        EXPECT_EQ(static_cast<std::uint32_t>(component->QueryInterface(iid, &answer)), 0x80000004U);
         EXPECT_EQ(answer, nullptr);
     }
     EXPECT_EQ(component->Release(), 0U);
@@ -198,7 +198,7 @@ TEST_F(CACFUnknownTest, VirtualSlotsHaveTheirOrder) {
     EXPECT_EQ(slotOf(&IACFUnknown::Release), 2);
 }
 
-/// The words of an object's memory behind the pointer to its virtual table.
+// The words of an object's memory behind the pointer to its virtual table.
 TEST_F(CACFUnknownTest, MembersAreCountThenControllingUnknownThenInnerUnknown) {
     Outer outer;
     for (IACFUnknown* given : {static_cast<IACFUnknown*>(nullptr), static_cast<IACFUnknown*>(&outer)}) {
@@ -209,7 +209,7 @@ TEST_F(CACFUnknownTest, MembersAreCountThenControllingUnknownThenInnerUnknown) {
 
         struct {
             void* table;
-            uint32_t count;
+            std::uint32_t count;
             void* controlling;
             struct {
                 void* table;

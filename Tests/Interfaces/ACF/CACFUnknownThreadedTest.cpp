@@ -12,7 +12,7 @@ namespace {
 constexpr int kThreads = 4;
 constexpr int kRounds = 20000;
 
-/// Runs `work` on several threads that start together.
+// Runs `work` on several threads that start together.
 template<class Work>
 void onSeveralThreads(Work work) {
     std::atomic<bool> go{false};
@@ -45,7 +45,7 @@ TEST(CACFUnknownThreadedTest, ReferencesAreCountedAtomically) {
 }
 
 TEST(CACFUnknownThreadedTest, LiveObjectsAreCountedAtomically) {
-    const int32_t before = CACFUnknown::GetActiveObjectCount();
+    const std::int32_t before = CACFUnknown::GetActiveObjectCount();
     onSeveralThreads([] {
         for (int i = 0; i < kRounds / 10; ++i) {
             auto* object = new CACFUnknown;

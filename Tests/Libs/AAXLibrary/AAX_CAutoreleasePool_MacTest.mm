@@ -9,7 +9,7 @@ int gReleased = 0;
 
 } // namespace
 
-/// Counts how many of its kind are gone.
+// Counts how many of its kind are gone.
 @interface VarnoCounted : NSObject
 @end
 

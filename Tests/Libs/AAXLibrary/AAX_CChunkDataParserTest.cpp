@@ -1,7 +1,7 @@
 #include "AAX_CChunkDataParser.h"
-#include "ChunkRecord.h"
-#include "FakeHostServices.h"
-#include "PropertySeed.h"
+#include "Tests/Support/ChunkRecord.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/PropertySeed.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,24 +22,24 @@ using testing::ElementsAre;
 
 const std::string kMarker = "\1\1\1\1"s;
 
-/// A parser whose values and cursor the test can see.
+// A parser whose values and cursor the test can see.
 class Parser : public AAX_CChunkDataParser {
 public:
     using AAX_CChunkDataParser::mDataValues;
     using AAX_CChunkDataParser::mLastFoundIndex;
 };
 
-/// The data area that a parser writes.
+// The data area that a parser writes.
 std::string written(const AAX_CChunkDataParser& parser) {
-    const int32_t size = parser.GetChunkDataSize();
-    ChunkRecord record(static_cast<size_t>(size));
+    const std::int32_t size = parser.GetChunkDataSize();
+    ChunkRecord record(static_cast<std::size_t>(size));
     record->fSize = -5;
     EXPECT_EQ(parser.GetChunkData(record.get()), AAX_SUCCESS);
     EXPECT_EQ(record->fSize, size);
     return record.data();
 }
 
-/// What a parser reads from a data area, as text.
+// What a parser reads from a data area, as text.
 std::string read(const std::string& data) {
     Parser parser;
     ChunkRecord record(data);
@@ -67,7 +67,7 @@ TEST(ChunkDataParser, WritesADouble) {
 TEST(ChunkDataParser, WritesAnInt32) {
     AAX_CChunkDataParser parser;
     parser.AddInt32("N", -2);
-    parser.AddInt32("Max", std::numeric_limits<int32_t>::max());
+    parser.AddInt32("Max", std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(written(parser), kMarker + "l_N\0\xFF\xFF\xFF\xFEl_Max\0\0\0\x7F\xFF\xFF\xFF"s);
 }
 
@@ -80,7 +80,7 @@ TEST(ChunkDataParser, WritesAStringAndPadsIt) {
 }
 
 TEST(ChunkDataParser, PadsNamesOfEveryLength) {
-    for (size_t length = 0; length <= 12; ++length) {
+    for (std::size_t length = 0; length <= 12; ++length) {
         AAX_CChunkDataParser parser;
         const std::string name(length, 'n');
         parser.AddInt32(name.c_str(), 1);
@@ -153,7 +153,7 @@ TEST(ChunkDataParser, ReadsNothingWithoutMarkerOrRoom) {
 }
 
 TEST(ChunkDataParser, ReadsNothingForASizeThatIsNone) {
-    for (const int32_t size : {-1, std::numeric_limits<int32_t>::min(), 0, 4}) {
+    for (const std::int32_t size : {-1, std::numeric_limits<std::int32_t>::min(), 0, 4}) {
         Parser parser;
         parser.AddInt32("old", 1);
         ChunkRecord record(kMarker + "l_L\0\0\0\0\7"s);
@@ -168,7 +168,7 @@ TEST(ChunkDataParser, ReplacesItsValuesWhenLoading) {
     parser.AddInt32("old", 1);
     ChunkRecord record(kMarker + "l_L\0\0\0\0\7"s);
     parser.LoadChunk(record.get());
-    int32_t value = 0;
+    std::int32_t value = 0;
     EXPECT_FALSE(parser.FindInt32("old", &value));
     EXPECT_TRUE(parser.FindInt32("L", &value));
     EXPECT_EQ(value, 7);
@@ -181,7 +181,7 @@ TEST(ChunkDataParserFind, SucceedsForTheVeryTypeOnly) {
     parser.LoadChunk(record.get());
     for (const char* name : {"F", "L", "D", "S", "R", "none"}) {
         double number = 99.0;
-        int32_t integer = 99;
+        std::int32_t integer = 99;
         AAX_CString text("99");
         EXPECT_EQ(parser.FindDouble(name, &number), name == "D"s) << name;
         EXPECT_EQ(number, name == "D"s ? 0.5 : 99.0) << name;
@@ -230,22 +230,22 @@ TEST(ChunkDataParserFind, FindsNothingInNothing) {
     EXPECT_EQ(parser.FindName("A"), -1);
 }
 
-/// Says that it needs another number of bytes than it does.
+// Says that it needs another number of bytes than it does.
 class MistakenParser : public AAX_CChunkDataParser {
 public:
-    explicit MistakenParser(int32_t size)
+    explicit MistakenParser(std::int32_t size)
         : mSize(size) {}
-    int32_t GetChunkDataSize() const override { return mSize; }
+    std::int32_t GetChunkDataSize() const override { return mSize; }
 
 private:
-    int32_t mSize;
+    std::int32_t mSize;
 };
 
 TEST(ChunkDataParserFailure, OfASizeBelowTheMarkerTouchesNothing) {
     const ListeningHost host;
-    for (const int32_t size : {-1, 0, 3}) {
+    for (const std::int32_t size : {-1, 0, 3}) {
         const MistakenParser parser(size);
-        ChunkRecord record(size_t{8});
+        ChunkRecord record(std::size_t{8});
         const std::string before = record.data();
         EXPECT_EQ(parser.GetChunkData(record.get()), -333) << size;
         EXPECT_EQ(record.data(), before);
@@ -259,7 +259,7 @@ TEST(ChunkDataParserFailure, OfASizeTooSmallIsTraced) {
     MistakenParser parser(16);
     parser.AddInt32("A", 1);
     parser.AddDouble("B", 1.0);
-    ChunkRecord record(size_t{16});
+    ChunkRecord record(std::size_t{16});
     record->fSize = 99;
     EXPECT_EQ(parser.GetChunkData(record.get()), kAAX_ChunkDataError);
     EXPECT_EQ(record->fSize, 99);
@@ -275,12 +275,12 @@ TEST(ChunkDataParserFailure, DoesNotComeOfASizeThatIsLarger) {
     EXPECT_EQ(written(parser), kMarker + "l_A\0\0\0\0\1"s + std::string(12, '\0'));
 }
 
-/// One random value under a name.
+// One random value under a name.
 struct NamedValue {
     std::string name;
     int kind;
     double number;
-    int32_t integer;
+    std::int32_t integer;
     std::string text;
 };
 
@@ -291,8 +291,8 @@ std::vector<NamedValue> arbitraryValues() {
     std::vector<NamedValue> values;
     for (const std::string& name : names) {
         values.push_back({name, *rc::gen::inRange(0, 3),
-                          std::bit_cast<double>(*rc::gen::arbitrary<uint64_t>()),
-                          *rc::gen::arbitrary<int32_t>(),
+                          std::bit_cast<double>(*rc::gen::arbitrary<std::uint64_t>()),
+                          *rc::gen::arbitrary<std::int32_t>(),
                           *rc::gen::container<std::string>(rc::gen::cast<char>(rc::gen::inRange('!', '~')))});
     }
     return values;
@@ -324,13 +324,13 @@ RC_GTEST_PROP(ChunkDataParserProperty, ReadsWhatItWrites, ()) {
     reader.LoadChunk(record.get());
     for (const NamedValue& value : values) {
         double number = 0.0;
-        int32_t integer = 0;
+        std::int32_t integer = 0;
         AAX_CString text;
         RC_ASSERT(reader.FindDouble(value.name.c_str(), &number) == (value.kind == 0));
         RC_ASSERT(reader.FindInt32(value.name.c_str(), &integer) == (value.kind == 1));
         RC_ASSERT(reader.FindString(value.name.c_str(), &text) == (value.kind == 2));
         if (value.kind == 0) {
-            RC_ASSERT(std::bit_cast<uint64_t>(number) == std::bit_cast<uint64_t>(value.number));
+            RC_ASSERT(std::bit_cast<std::uint64_t>(number) == std::bit_cast<std::uint64_t>(value.number));
         }
         RC_ASSERT(value.kind != 1 || integer == value.integer);
         RC_ASSERT(value.kind != 2 || text.Get() == value.text);
@@ -341,7 +341,7 @@ RC_GTEST_PROP(ChunkDataParserProperty, ReadsWhatItWrites, ()) {
 
 RC_GTEST_PROP(ChunkDataParserProperty, ReadsAnyBytesWithinTheirBounds, (std::vector<char> bytes)) {
     std::string data = kMarker + std::string(bytes.begin(), bytes.end());
-    for (size_t i = kMarker.size(); i < data.size(); ++i) { // tags now and then
+    for (std::size_t i = kMarker.size(); i < data.size(); ++i) { // tags now and then
         data[i] = *rc::gen::arbitrary<bool>() ? data[i] : *rc::gen::elementOf("dflsr_"s);
     }
     Parser parser;
@@ -352,7 +352,7 @@ RC_GTEST_PROP(ChunkDataParserProperty, ReadsAnyBytesWithinTheirBounds, (std::vec
     parser.LoadChunk(again.get());
 }
 
-/// A chunk with every type.
+// A chunk with every type.
 std::string sampleData() {
     return kMarker +
            "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0f_F\0\xBF\x80\0\0l_L\0\0\0\0\7s_S\0\0\5\0\0r_Text\0\0abcd\0\0\0\0"
@@ -361,12 +361,12 @@ std::string sampleData() {
 
 TEST(ChunkDataParserDamage, LosesOnlyWhatLiesBehindATruncation) {
     // The ends of the entries in sampleData.
-    const std::vector<std::pair<size_t, const char*>> entries = {
+    const std::vector<std::pair<std::size_t, const char*>> entries = {
         {20, "3 Gain=0.500000;"}, {28, "1 F=-1.000000;"}, {36, "2 L=7.000000;"},  {42, "4 S=5.000000;"},
         {57, "5 Text=abcd;"},     {58, "0 =0.000000;"},   {76, "3 Hot=0.250000;"}};
     const std::string data = sampleData();
     ASSERT_EQ(data.size(), 76U);
-    for (size_t size = 0; size <= data.size(); ++size) {
+    for (std::size_t size = 0; size <= data.size(); ++size) {
         std::string expected;
         for (const auto& [end, text] : entries) {
             expected += size >= end ? text : "";
@@ -377,7 +377,7 @@ TEST(ChunkDataParserDamage, LosesOnlyWhatLiesBehindATruncation) {
 
 TEST(ChunkDataParserDamage, OfOneBitStaysWithinBounds) {
     const std::string data = sampleData();
-    for (size_t bit = 0; bit < data.size() * 8; ++bit) {
+    for (std::size_t bit = 0; bit < data.size() * 8; ++bit) {
         std::string damaged = data;
         damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ (1 << (bit % 8)));
         Parser parser;

@@ -3,10 +3,10 @@
 #include "AAX_IACFPageTable.h"
 #include "AAX_IPageTable.h"
 #include "ACF/CACFUnknown.h"
-#include "FakeHostServices.h"
-#include "FakeInstanceHost.h"
-#include "SampleParameters.h"
-#include "TestEffect.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/FakeInstanceHost.h"
+#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ AAX_Result addGain(TestEffect& effect) {
 }
 
 TEST(EffectParameters, AnswerForTheirInterface) {
-    const int32_t alive = CACFUnknown::GetActiveObjectCount();
+    const std::int32_t alive = CACFUnknown::GetActiveObjectCount();
     {
         const ACFPtr<TestEffect> effect = makeTestEffect();
         AAX_IACFEffectParameters* const asInterface = effect.Get();
@@ -129,7 +129,7 @@ TEST(EffectParametersLife, BeginsAnewWhenInitializedAgain) {
     EXPECT_EQ(effect->Initialize(&first), AAX_SUCCESS);
     EXPECT_EQ(effect->Initialize(&second), AAX_SUCCESS);
     EXPECT_EQ(first.allReferences(), 0);
-    int32_t count = 0;
+    std::int32_t count = 0;
     EXPECT_EQ(effect->GetNumberOfParameters(&count), AAX_SUCCESS);
     EXPECT_EQ(count, 1);
     effect->TouchParameter("Gain");
@@ -208,7 +208,7 @@ TEST(EffectParametersFilter, CountsNothingWithoutParameters) {
     EXPECT_THAT(listening.assertions(), IsEmpty());
 }
 
-/// An effect with a preview switch, which automation sets.
+// An effect with a preview switch, which automation sets.
 class PreviewState : public testing::Test {
 protected:
     PreviewState() {
@@ -221,7 +221,7 @@ protected:
     }
     ~PreviewState() override { mEffect->Uninitialize(); }
 
-    std::vector<std::string> notify(AAX_CTypeID type, const void* data, uint32_t size) {
+    std::vector<std::string> notify(AAX_CTypeID type, const void* data, std::uint32_t size) {
         EXPECT_EQ(mEffect->NotificationReceived(type, data, size), AAX_SUCCESS);
         return mHost.automation.takeCalls();
     }
@@ -231,8 +231,8 @@ protected:
 };
 
 TEST_F(PreviewState, SetsTheSwitch) {
-    const int32_t on = 2;
-    const int32_t off = 0;
+    const std::int32_t on = 2;
+    const std::int32_t off = 0;
     EXPECT_THAT(notify(0x41535076, &on, sizeof(on)),
                 ElementsAre("touch PreviewID", "request PreviewID 1", "release PreviewID"));
     EXPECT_THAT(notify(0x41535076, &off, sizeof(off)),
@@ -240,7 +240,7 @@ TEST_F(PreviewState, SetsTheSwitch) {
 }
 
 TEST_F(PreviewState, IgnoresEverythingElse) {
-    const int32_t on = 1;
+    const std::int32_t on = 1;
     EXPECT_THAT(notify(AAX_FourCC("ASPx"), &on, sizeof(on)), IsEmpty());
     EXPECT_THAT(notify(0x41535076, nullptr, sizeof(on)), IsEmpty());
     EXPECT_THAT(notify(0x41535076, &on, 3), IsEmpty());
@@ -252,7 +252,7 @@ TEST(EffectParametersNotification, ChangesNothingWithoutAPreviewSwitch) {
     effect->onInit = addGain;
     effect->Initialize(&host);
     host.automation.takeCalls();
-    const int32_t on = 1;
+    const std::int32_t on = 1;
     EXPECT_EQ(effect->NotificationReceived(0x41535076, &on, sizeof(on)), AAX_SUCCESS);
     EXPECT_THAT(host.automation.takeCalls(), IsEmpty());
 }
@@ -268,7 +268,7 @@ TEST(EffectParametersRest, ClearsPrivateData) {
 
 TEST(EffectParametersRest, HasNoCustomData) {
     const ACFPtr<TestEffect> effect = makeTestEffect();
-    uint32_t size = 9;
+    std::uint32_t size = 9;
     char data = 'x';
     EXPECT_EQ(effect->GetCustomData(1, 1, &data, &size), AAX_SUCCESS);
     EXPECT_EQ(size, 0U);
@@ -289,7 +289,7 @@ TEST(EffectParametersRest, DoesNothingForTimerAndMIDI) {
 TEST(EffectParametersRest, HasNeitherCurvesNorHybridRendering) {
     const ACFPtr<TestEffect> effect = makeTestEffect();
     float value = 7.0F;
-    uint32_t id = 7;
+    std::uint32_t id = 7;
     EXPECT_EQ(effect->GetCurveData(1, &value, 1, &value), AAX_ERROR_UNIMPLEMENTED);
     EXPECT_EQ(effect->GetCurveDataMeterIds(1, &id, &id), AAX_ERROR_UNIMPLEMENTED);
     EXPECT_EQ(effect->GetCurveDataDisplayRange(1, &value, &value, &value, &value), AAX_ERROR_UNIMPLEMENTED);
@@ -298,7 +298,7 @@ TEST(EffectParametersRest, HasNeitherCurvesNorHybridRendering) {
     EXPECT_EQ(id, 7U);
 }
 
-/// A page table that counts how often it is cleared.
+// A page table that counts how often it is cleared.
 class ClearedPageTable : public FakeUnknown<AAX_IACFPageTable> {
 public:
     ClearedPageTable() { offer(IID_IAAXPageTableV1, this); }
@@ -306,26 +306,28 @@ public:
         ++clears;
         return AAX_ERROR_FIFO_FULL;
     }
-    AAX_Result Empty(uint8_t*) const override { return AAX_SUCCESS; }
-    AAX_Result GetNumPages(int32_t*) const override { return AAX_SUCCESS; }
-    AAX_Result InsertPage(int32_t) override { return AAX_SUCCESS; }
-    AAX_Result RemovePage(int32_t) override { return AAX_SUCCESS; }
-    AAX_Result GetNumMappedParameterIDs(int32_t, int32_t*) const override { return AAX_SUCCESS; }
-    AAX_Result ClearMappedParameter(int32_t, int32_t) override { return AAX_SUCCESS; }
-    AAX_Result GetMappedParameterID(int32_t, int32_t, AAX_IString*) const override { return AAX_SUCCESS; }
-    AAX_Result MapParameterID(AAX_CParamID, int32_t, int32_t) override { return AAX_SUCCESS; }
+    AAX_Result Empty(std::uint8_t*) const override { return AAX_SUCCESS; }
+    AAX_Result GetNumPages(std::int32_t*) const override { return AAX_SUCCESS; }
+    AAX_Result InsertPage(std::int32_t) override { return AAX_SUCCESS; }
+    AAX_Result RemovePage(std::int32_t) override { return AAX_SUCCESS; }
+    AAX_Result GetNumMappedParameterIDs(std::int32_t, std::int32_t*) const override { return AAX_SUCCESS; }
+    AAX_Result ClearMappedParameter(std::int32_t, std::int32_t) override { return AAX_SUCCESS; }
+    AAX_Result GetMappedParameterID(std::int32_t, std::int32_t, AAX_IString*) const override {
+        return AAX_SUCCESS;
+    }
+    AAX_Result MapParameterID(AAX_CParamID, std::int32_t, std::int32_t) override { return AAX_SUCCESS; }
 
     int clears = 0;
 };
 
-/// Clears every page table it is given.
+// Clears every page table it is given.
 class ClearingEffect : public TestEffect {
 public:
-    mutable uint32_t lastType = 0;
-    mutable int32_t lastSize = 0;
+    mutable std::uint32_t lastType = 0;
+    mutable std::int32_t lastSize = 0;
 
 private:
-    AAX_Result UpdatePageTable(uint32_t tableType, int32_t tablePageSize,
+    AAX_Result UpdatePageTable(std::uint32_t tableType, std::int32_t tablePageSize,
                                AAX_IPageTable& pageTable) const override {
         lastType = tableType;
         lastSize = tablePageSize;

@@ -1,11 +1,11 @@
 #include "AAX_CEffectParameters.h"
-#include "ChunkRecord.h"
-#include "FakeHostServices.h"
-#include "FakeInstanceHost.h"
-#include "FakeParameter.h"
-#include "PropertySeed.h"
-#include "SampleParameters.h"
-#include "TestEffect.h"
+#include "Tests/Support/ChunkRecord.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/FakeInstanceHost.h"
+#include "Tests/Support/FakeParameter.h"
+#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -30,8 +30,8 @@ constexpr AAX_CTypeID kChunkID = 0x656C636B;
 const std::string kMarker = "\1\1\1\1"s;
 const std::string kGainAndHot = kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0\0\0\x3F\xD0\0\0\0\0\0\0"s;
 
-/// An effect with a master bypass, "Gain" (0.5), "Hot" (0.25) and a switch; what it asks for waits in the
-/// host.
+// An effect with a master bypass, "Gain" (0.5), "Hot" (0.25) and a switch; what it asks for waits in the
+// host.
 class EffectWithChunks {
 public:
     EffectWithChunks() {
@@ -51,19 +51,19 @@ public:
         effect.UpdateParameterNormalizedValue(id, value, AAX_eUpdateSource_Unspecified);
     }
     ChunkRecord save() {
-        uint32_t size = 0;
+        std::uint32_t size = 0;
         EXPECT_EQ(effect.GetChunkSize(kChunkID, &size), AAX_SUCCESS);
         ChunkRecord record(size);
         EXPECT_EQ(effect.GetChunk(kChunkID, record.get()), AAX_SUCCESS);
         return record;
     }
     bool isAsIn(ChunkRecord& record) {
-        uint8_t isEqual = 7;
+        std::uint8_t isEqual = 7;
         EXPECT_EQ(effect.CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
         EXPECT_LE(isEqual, 1);
         return isEqual == 1;
     }
-    /// The values that restoring asks for, as "Gain=0.5 Hot=0.25".
+    // The values that restoring asks for, as "Gain=0.5 Hot=0.25".
     std::string restore(ChunkRecord& record) {
         EXPECT_EQ(effect.SetChunk(kChunkID, record.get()), AAX_SUCCESS);
         std::ostringstream text;
@@ -80,13 +80,13 @@ public:
 
 TEST(EffectChunks, AreOfOneKind) {
     EffectWithChunks fixture;
-    int32_t count = 0;
+    std::int32_t count = 0;
     EXPECT_EQ(fixture.effect.GetNumberOfChunks(&count), AAX_SUCCESS);
     EXPECT_EQ(count, 1);
     AAX_CTypeID id = 0;
     EXPECT_EQ(fixture.effect.GetChunkIDFromIndex(0, &id), AAX_SUCCESS);
     EXPECT_EQ(id, kChunkID);
-    for (const int32_t index : {-1, 1}) {
+    for (const std::int32_t index : {-1, 1}) {
         id = 7;
         EXPECT_EQ(fixture.effect.GetChunkIDFromIndex(index, &id), AAX_ERROR_INVALID_CHUNK_INDEX);
         EXPECT_EQ(id, 0U);
@@ -97,7 +97,7 @@ TEST(EffectChunks, RefuseAnotherKind) {
     EffectWithChunks fixture;
     ChunkRecord record(kGainAndHot);
     const AAX_CTypeID other = AAX_FourCC("elcK");
-    uint32_t size = 7;
+    std::uint32_t size = 7;
     EXPECT_EQ(fixture.effect.GetChunkSize(other, &size), AAX_ERROR_INVALID_CHUNK_ID);
     EXPECT_EQ(size, 0U);
     EXPECT_EQ(fixture.effect.GetChunk(other, record.get()), AAX_ERROR_INVALID_CHUNK_ID);
@@ -108,7 +108,7 @@ TEST(EffectChunks, RefuseAnotherKind) {
 TEST(EffectChunks, RefuseNull) {
     EffectWithChunks fixture;
     ChunkRecord record(kGainAndHot);
-    uint8_t isEqual = 7;
+    std::uint8_t isEqual = 7;
     EXPECT_EQ(fixture.effect.GetNumberOfChunks(nullptr), AAX_ERROR_NULL_ARGUMENT);
     EXPECT_EQ(fixture.effect.GetChunkIDFromIndex(0, nullptr), AAX_ERROR_NULL_ARGUMENT);
     EXPECT_EQ(fixture.effect.GetChunkSize(kChunkID, nullptr), AAX_ERROR_NULL_ARGUMENT);
@@ -122,7 +122,7 @@ TEST(EffectChunks, HoldTheSavedParametersInOrder) {
     EffectWithChunks fixture;
     ChunkRecord record = fixture.save();
     EXPECT_EQ(record.data(), kGainAndHot);
-    EXPECT_EQ(record->fSize, static_cast<int32_t>(kGainAndHot.size()));
+    EXPECT_EQ(record->fSize, static_cast<std::int32_t>(kGainAndHot.size()));
     EXPECT_EQ(record->fVersion, -1) << "building clears the version, deliberately";
     EXPECT_EQ(record.name(), "Complete Controls State"s + std::string(9, '\0'));
 }
@@ -145,11 +145,11 @@ TEST(EffectChunks, HaveNoVersionEvenAfterLoadingOne) {
 
 TEST(EffectChunks, AreRefusedWhenTheSizeWasNotAskedForOrHasChanged) {
     EffectWithChunks fixture;
-    ChunkRecord record(size_t{500});
+    ChunkRecord record(std::size_t{500});
     EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_ERROR_INCORRECT_CHUNK_SIZE);
-    uint32_t size = 0;
+    std::uint32_t size = 0;
     EXPECT_EQ(fixture.effect.GetChunkSize(kChunkID, &size), AAX_SUCCESS);
-    EXPECT_EQ(fixture.effect.mChunkSize, static_cast<int32_t>(size));
+    EXPECT_EQ(fixture.effect.mChunkSize, static_cast<std::int32_t>(size));
     fixture.effect.add(makeFloatParameter("New"));
     EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_ERROR_INCORRECT_CHUNK_SIZE);
     EXPECT_EQ(record.data(), std::string(500, '\xEE'));
@@ -157,13 +157,13 @@ TEST(EffectChunks, AreRefusedWhenTheSizeWasNotAskedForOrHasChanged) {
 
 TEST(EffectChunks, HoldTheMarkerAloneWithoutParameters) {
     const ACFPtr<TestEffect> effect = makeTestEffect();
-    uint32_t size = 0;
+    std::uint32_t size = 0;
     EXPECT_EQ(effect->GetChunkSize(kChunkID, &size), AAX_SUCCESS);
     EXPECT_EQ(size, 4U);
     ChunkRecord record(size);
     EXPECT_EQ(effect->GetChunk(kChunkID, record.get()), AAX_SUCCESS);
     EXPECT_EQ(record.data(), kMarker);
-    uint8_t isEqual = 0;
+    std::uint8_t isEqual = 0;
     EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
     EXPECT_EQ(isEqual, 1) << "nothing can differ";
 }
@@ -252,14 +252,14 @@ TEST(EffectChunks, SaveAndRestoreEveryType) {
         return AAX_SUCCESS;
     };
     effect->Initialize(&host);
-    uint32_t size = 0;
+    std::uint32_t size = 0;
     EXPECT_EQ(effect->GetChunkSize(kChunkID, &size), AAX_SUCCESS);
     ChunkRecord record(size);
     EXPECT_EQ(effect->GetChunk(kChunkID, record.get()), AAX_SUCCESS);
     EXPECT_EQ(record.data(),
               kMarker + "l_I\0\xFF\xFF\xFF\xFEl_B\0\0\0\0\1d_D\0\x3F\xE0\0\0\0\0\0\0r_S\0abc\0"s);
 
-    uint8_t isEqual = 0;
+    std::uint8_t isEqual = 0;
     EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
     EXPECT_EQ(isEqual, 1);
     fakes[3]->asString = "xyz";
@@ -280,8 +280,8 @@ TEST(EffectChunks, LetNoExceptionOut) {
     ChunkRecord record = fixture.save();
     FakeParameter* const fake = fixture.effect.add(std::make_unique<FakeParameter>("Fake"));
     fake->before = [] { throw std::runtime_error("broken"); };
-    uint32_t size = 7;
-    uint8_t isEqual = 7;
+    std::uint32_t size = 7;
+    std::uint8_t isEqual = 7;
     EXPECT_EQ(fixture.effect.GetChunkSize(kChunkID, &size), AAX_ERROR_UNKNOWN_EXCEPTION);
     EXPECT_EQ(size, 0U);
     EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_ERROR_UNKNOWN_EXCEPTION);

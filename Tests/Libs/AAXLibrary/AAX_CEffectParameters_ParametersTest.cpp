@@ -1,10 +1,10 @@
 #include "AAX_CEffectParameters.h"
 #include "AAX_CString.h"
-#include "FakeHostServices.h"
-#include "FakeInstanceHost.h"
-#include "FakeParameter.h"
-#include "SampleParameters.h"
-#include "TestEffect.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/FakeInstanceHost.h"
+#include "Tests/Support/FakeParameter.h"
+#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ using testing::IsEmpty;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/// An effect with a master bypass, "Gain" and a fake parameter, in a host of its own.
+// An effect with a master bypass, "Gain" and a fake parameter, in a host of its own.
 class EffectParametersTest : public testing::Test {
 protected:
     EffectParametersTest() {
@@ -43,8 +43,8 @@ protected:
     }
     ~EffectParametersTest() override { effect.Uninitialize(); }
 
-    int32_t changes() const {
-        int32_t count = -1;
+    std::int32_t changes() const {
+        std::int32_t count = -1;
         EXPECT_EQ(effect.GetNumberOfChanges(&count), AAX_SUCCESS);
         return count;
     }
@@ -66,14 +66,14 @@ protected:
 };
 
 TEST_F(EffectParametersTest, TellsWhatParametersThereAre) {
-    int32_t count = 0;
+    std::int32_t count = 0;
     EXPECT_EQ(effect.GetNumberOfParameters(&count), AAX_SUCCESS);
     EXPECT_EQ(count, 3);
     EXPECT_EQ(effect.GetMasterBypassParameter(&text), AAX_SUCCESS);
     EXPECT_STREQ(text.Get(), "MasterBypassID");
     EXPECT_EQ(effect.GetParameterIDFromIndex(1, &text), AAX_SUCCESS);
     EXPECT_STREQ(text.Get(), "Gain");
-    int32_t index = -9;
+    std::int32_t index = -9;
     EXPECT_EQ(effect.GetParameterIndex("Gain", &index), AAX_SUCCESS);
     EXPECT_EQ(index, 1);
     AAX_IParameter* parameter = nullptr;
@@ -89,7 +89,7 @@ TEST_F(EffectParametersTest, HasAnEmptyMasterBypassWhenThereIsNone) {
 }
 
 TEST_F(EffectParametersTest, ClearsTheOutputsForAnUnknownIndex) {
-    for (const int32_t index : {-1, 3, std::numeric_limits<int32_t>::max()}) {
+    for (const std::int32_t index : {-1, 3, std::numeric_limits<std::int32_t>::max()}) {
         text = "before";
         EXPECT_EQ(effect.GetParameterIDFromIndex(index, &text), AAX_ERROR_INVALID_PARAMETER_ID);
         EXPECT_STREQ(text.Get(), "");
@@ -100,10 +100,10 @@ TEST_F(EffectParametersTest, ClearsTheOutputsForAnUnknownIdentifier) {
     AAX_IParameter* parameter = gain;
     EXPECT_EQ(effect.GetParameter("gain", &parameter), AAX_ERROR_INVALID_PARAMETER_ID);
     EXPECT_EQ(parameter, nullptr);
-    int32_t index = 7;
+    std::int32_t index = 7;
     EXPECT_EQ(effect.GetParameterIndex("gain", &index), AAX_ERROR_INVALID_PARAMETER_ID);
     EXPECT_EQ(index, -1);
-    uint8_t automatable = 7;
+    std::uint8_t automatable = 7;
     EXPECT_EQ(effect.GetParameterIsAutomatable("gain", &automatable), AAX_ERROR_INVALID_PARAMETER_ID);
     EXPECT_EQ(automatable, 0);
     EXPECT_EQ(effect.GetParameterName("gain", &text), AAX_SUCCESS) << "deliberately no error";
@@ -114,22 +114,22 @@ TEST_F(EffectParametersTest, ClearsTheOutputsForAnUnknownIdentifier) {
 }
 
 TEST_F(EffectParametersTest, TellsWhatAParameterIs) {
-    uint8_t automatable = 0;
+    std::uint8_t automatable = 0;
     EXPECT_EQ(effect.GetParameterIsAutomatable("Gain", &automatable), AAX_SUCCESS);
     EXPECT_EQ(automatable, 1);
-    int32_t steps = 0;
+    std::int32_t steps = 0;
     EXPECT_EQ(effect.GetParameterNumberOfSteps("Gain", &steps), AAX_SUCCESS);
     EXPECT_EQ(steps, 128);
     AAX_EParameterType type = AAX_eParameterType_Discrete;
     EXPECT_EQ(effect.GetParameterType("Gain", &type), AAX_SUCCESS);
     EXPECT_EQ(type, AAX_eParameterType_Continuous);
     gain->SetOrientation(6);
-    int32_t orientation = 0;
+    std::int32_t orientation = 0;
     EXPECT_EQ(effect.GetParameterOrientation("Gain", &orientation), AAX_SUCCESS);
     EXPECT_EQ(orientation, 6);
     EXPECT_EQ(effect.GetParameterName("Gain", &text), AAX_SUCCESS);
     EXPECT_STREQ(text.Get(), "Input Gain");
-    int32_t info = 7;
+    std::int32_t info = 7;
     EXPECT_EQ(effect.GetParameterValueInfo("Gain", 1, &info), AAX_ERROR_UNIMPLEMENTED);
     EXPECT_EQ(info, 0);
 }
@@ -137,13 +137,13 @@ TEST_F(EffectParametersTest, TellsWhatAParameterIs) {
 TEST_F(EffectParametersTest, TellsWhenAParameterIsNotAutomatable) {
     effect.add(std::make_unique<AAX_CParameter<float>>("Fixed", AAX_CString("Fixed"), 0.0F, FloatTaper(),
                                                        FloatDisplay(), false));
-    uint8_t automatable = 7;
+    std::uint8_t automatable = 7;
     EXPECT_EQ(effect.GetParameterIsAutomatable("Fixed", &automatable), AAX_SUCCESS);
     EXPECT_EQ(automatable, 0);
 }
 
 TEST_F(EffectParametersTest, RefusesNumbersOfStepsThatDoNotFit) {
-    int32_t steps = 7;
+    std::int32_t steps = 7;
     fake->steps = 0x7FFFFFFFU;
     EXPECT_EQ(effect.GetParameterNumberOfSteps("Fake", &steps), AAX_SUCCESS);
     EXPECT_EQ(steps, 0x7FFFFFFF);
@@ -266,16 +266,16 @@ TEST_F(EffectParametersTest, TakesTheHostsWordForARelativeChangeWithinBounds) {
 }
 
 TEST_F(EffectParametersTest, TellsNoNumberOfChangesThatHasOverflowed) {
-    effect.mNumPlugInChanges = std::numeric_limits<int32_t>::max();
-    EXPECT_EQ(changes(), std::numeric_limits<int32_t>::max());
+    effect.mNumPlugInChanges = std::numeric_limits<std::int32_t>::max();
+    EXPECT_EQ(changes(), std::numeric_limits<std::int32_t>::max());
     update("Gain", 0.75);
     EXPECT_LT(effect.mNumPlugInChanges, 0);
-    int32_t count = 5;
+    std::int32_t count = 5;
     EXPECT_EQ(effect.GetNumberOfChanges(&count), AAX_SUCCESS);
     EXPECT_EQ(count, 5);
 }
 
-/// One call by identifier, all of whose outputs are valid.
+// One call by identifier, all of whose outputs are valid.
 struct Call {
     const char* name;
     std::function<AAX_Result(AAX_CEffectParameters&, AAX_CParamID)> call;
@@ -284,8 +284,8 @@ struct Call {
 
 std::vector<Call> callsByIdentifier() {
     using E = AAX_CEffectParameters;
-    static uint8_t byte;
-    static int32_t integer;
+    static std::uint8_t byte;
+    static std::int32_t integer;
     static double number;
     static AAX_CString string;
     static AAX_EParameterType type;
@@ -369,7 +369,7 @@ TEST_F(EffectParametersTest, LetsNoExceptionOutOfAnyCall) {
                                             "GetParameterValueInfo", "UpdateParameterTouch"};
     for (const Call& call : callsByIdentifier()) {
         const bool throws = std::find(never.begin(), never.end(), call.name) == never.end();
-        const size_t linesBefore = listening.lines().size();
+        const std::size_t linesBefore = listening.lines().size();
         const AAX_Result result = call.call(effect, "Fake");
         EXPECT_EQ(result == AAX_ERROR_UNKNOWN_EXCEPTION, throws) << call.name;
         ASSERT_EQ(listening.lines().size(), linesBefore + (throws ? 1 : 0)) << call.name;

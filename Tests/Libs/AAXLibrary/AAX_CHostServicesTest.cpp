@@ -1,7 +1,7 @@
 #include "AAX_CHostServices.h"
 #include "AAX_VHostServices.h"
-#include "FakeHostServices.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 namespace varno {
 namespace {
 
-/// Closes the channel whatever a test does.
+// Closes the channel whatever a test does.
 class AAX_CHostServicesTest : public testing::Test {
 protected:
     ~AAX_CHostServicesTest() override {

@@ -24,7 +24,7 @@ extern "C" int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_m
 namespace varno {
 namespace {
 
-/// Runs `work` on another thread and waits for its end.
+// Runs `work` on another thread and waits for its end.
 template<class Work>
 void onAnotherThread(Work work) {
     std::thread(work).join();

@@ -14,7 +14,7 @@ TEST(AAX_CMutexThreadedTest, OneThreadAtATimeIsInside) {
     constexpr int kThreads = 4;
     constexpr int kRounds = 5000;
     AAX_CMutex mutex;
-    int64_t visits = 0; // Deliberately not atomic: the lock is what keeps it right.
+    std::int64_t visits = 0; // Deliberately not atomic: the lock is what keeps it right.
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&] {
@@ -28,12 +28,12 @@ TEST(AAX_CMutexThreadedTest, OneThreadAtATimeIsInside) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-    EXPECT_EQ(visits, int64_t{kThreads} * kRounds);
+    EXPECT_EQ(visits, std::int64_t{kThreads} * kRounds);
 }
 
 TEST(AAX_CMutexThreadedTest, UnlocksOfStrangersLetNobodyIn) {
     AAX_CMutex mutex;
-    int64_t written = 0;
+    std::int64_t written = 0;
     ASSERT_TRUE(mutex.Lock());
     std::atomic<bool> strangerIsThere{false};
     std::thread stranger([&] {

@@ -1,8 +1,8 @@
 #include "AAX_CPacketDispatcher.h"
-#include "DispatcherFixture.h"
-#include "FakeParameter.h"
-#include "PropertySeed.h"
-#include "SampleParameters.h"
+#include "Tests/Libs/AAXLibrary/DispatcherFixture.h"
+#include "Tests/Support/FakeParameter.h"
+#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/SampleParameters.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -57,12 +57,12 @@ TEST(PacketDispatcher, IgnoresMarksOfUnknownIdentifiers) {
 
 TEST(PacketDispatcher, GoesByBytesOfTheIdentifiers) {
     DispatcherFixture fixture;
-    int32_t field = 0;
+    std::int32_t field = 0;
     // As characters without sign: what is not ASCII comes last.
     for (const char* paramID : {"Volume", "UK", "\xC4", "Rls", "Ratio", "Mix", "LinkSw", "Hot", "HSw", "HP",
                                 "Gain", "Band", "Atk", "ASw", "a"}) {
         fixture.registerFunction(paramID, field++, [](AAX_CParamID id, AAX_CPacket& packet) {
-            *packet.GetPtr<int32_t>() = static_cast<unsigned char>(id[0]);
+            *packet.GetPtr<std::int32_t>() = static_cast<unsigned char>(id[0]);
             return AAX_SUCCESS;
         });
     }
@@ -117,7 +117,7 @@ TEST(PacketDispatcher, NeitherPostsNorRepeatsAHandlerThatFails) {
     DispatcherFixture fixture;
     AAX_Result answer = AAX_ERROR_INVALID_INTERNAL_DATA;
     fixture.registerFunction("Gain", 1, [&answer](AAX_CParamID, AAX_CPacket& packet) {
-        *packet.GetPtr<int32_t>() = 5;
+        *packet.GetPtr<std::int32_t>() = 5;
         return answer;
     });
     EXPECT_EQ(fixture.dispatch(), "");
@@ -166,7 +166,7 @@ TEST(PacketDispatcher, LeavesPacketsDirtyWithoutAController) {
     DispatcherFixture fixture;
     int calls = 0;
     fixture.registerFunction("Gain", 1, [&calls](AAX_CParamID, AAX_CPacket& packet) {
-        *packet.GetPtr<int32_t>() = ++calls;
+        *packet.GetPtr<std::int32_t>() = ++calls;
         return AAX_SUCCESS;
     });
     AAX_CPacketDispatcher& dispatcher = fixture.dispatcher;
@@ -184,7 +184,7 @@ TEST(PacketDispatcher, LetsAHandlerCallBack) {
     DispatcherFixture fixture;
     AAX_CPacketDispatcher& dispatcher = fixture.dispatcher;
     fixture.registerFunction("Gain", 1, [&](AAX_CParamID, AAX_CPacket& packet) {
-        *packet.GetPtr<int32_t>() = 10;
+        *packet.GetPtr<std::int32_t>() = 10;
         dispatcher.SetDirty("Gain", true); // cleared behind this handler
         dispatcher.SetDirty("Mix", true);  // further back: posted in this pass
         dispatcher.SetDirty("Band", true); // passed already: posted in the next one
@@ -201,7 +201,7 @@ TEST(PacketDispatcher, LetsAHandlerRegister) {
     DispatcherFixture fixture;
     bool isFirst = true;
     fixture.registerFunction("Gain", 1, [&](AAX_CParamID, AAX_CPacket& packet) {
-        *packet.GetPtr<int32_t>() = 10;
+        *packet.GetPtr<std::int32_t>() = 10;
         if (std::exchange(isFirst, false)) {
             fixture.registerValue("Mix", 2, 20);
             fixture.registerValue("Band", 3, 30);
@@ -247,10 +247,10 @@ TEST(PacketDispatcher, KeepsACloneOfTheHandlerForItsLife) {
 TEST(PacketDispatcher, CallsAMemberOfAnObject) {
     struct Model {
         AAX_Result UpdatePacket(AAX_CPacket& packet) {
-            *packet.GetPtr<int32_t>() = mValue;
+            *packet.GetPtr<std::int32_t>() = mValue;
             return AAX_SUCCESS;
         }
-        int32_t mValue = 41;
+        std::int32_t mValue = 41;
     };
     DispatcherFixture fixture;
     Model model;
@@ -259,7 +259,7 @@ TEST(PacketDispatcher, CallsAMemberOfAnObject) {
     EXPECT_EQ(fixture.dispatch(), "4=42");
 }
 
-/// What the generic handler posts for a parameter: "size: bytes in hexadecimal", or its result.
+// What the generic handler posts for a parameter: "size: bytes in hexadecimal", or its result.
 std::string singleValue(std::unique_ptr<AAX_IParameter> parameter) {
     DispatcherFixture fixture;
     const std::string paramID = parameter->Identifier();
@@ -272,7 +272,7 @@ std::string singleValue(std::unique_ptr<AAX_IParameter> parameter) {
     }
     const auto* bytes = static_cast<const unsigned char*>(packet.GetPayload());
     std::string text = std::to_string(packet.GetSize()) + ":";
-    for (size_t i = 0; i < packet.GetSize(); ++i) {
+    for (std::size_t i = 0; i < packet.GetSize(); ++i) {
         constexpr char kDigits[] = "0123456789ABCDEF";
         text += {' ', kDigits[bytes[i] / 16], kDigits[bytes[i] % 16]};
     }
@@ -329,10 +329,10 @@ TEST(SingleValuePacket, IsRegisteredWithoutAHandler) {
     EXPECT_EQ(fixture.dispatch(), "0=0");
 }
 
-/// Packets, registrations and dirty flags as plainly as can be.
+// Packets, registrations and dirty flags as plainly as can be.
 class Model {
 public:
-    void add(const std::string& paramID, int32_t field, int32_t value) {
+    void add(const std::string& paramID, std::int32_t field, std::int32_t value) {
         mRegistrations.push_back({paramID, field, value});
         if (field >= 0 && mKnown.insert(field).second) {
             mDirty.insert(field);
@@ -365,12 +365,12 @@ public:
 private:
     struct Registration {
         std::string paramID;
-        int32_t field;
-        int32_t value;
+        std::int32_t field;
+        std::int32_t value;
     };
     std::vector<Registration> mRegistrations;
-    std::set<int32_t> mKnown;
-    std::set<int32_t> mDirty;
+    std::set<std::int32_t> mKnown;
+    std::set<std::int32_t> mDirty;
 };
 
 RC_GTEST_PROP(PacketDispatcherProperty, PostsWhatThePlainModelPosts, ()) {
@@ -382,7 +382,7 @@ RC_GTEST_PROP(PacketDispatcherProperty, PostsWhatThePlainModelPosts, ()) {
         const std::string paramID = *rc::gen::elementOf(identifiers);
         switch (*rc::gen::inRange(0, 4)) {
         case 0: {
-            const int32_t field = *rc::gen::inRange(-1, 5);
+            const std::int32_t field = *rc::gen::inRange(-1, 5);
             fixture.registerValue(paramID.c_str(), field, i);
             model.add(paramID, field, i);
             break;

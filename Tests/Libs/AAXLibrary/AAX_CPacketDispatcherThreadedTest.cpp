@@ -1,4 +1,4 @@
-#include "DispatcherFixture.h"
+#include "Tests/Libs/AAXLibrary/DispatcherFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -18,11 +18,11 @@ TEST(PacketDispatcherThreaded, LosesNoMarkBetweenThreads) {
     constexpr int kWriters = 3;
     DispatcherFixture fixture;
     AAX_CPacketDispatcher& dispatcher = fixture.dispatcher;
-    std::atomic<int32_t> values[kWriters] = {};
+    std::atomic<std::int32_t> values[kWriters] = {};
     const char* const names[kWriters] = {"A", "B", "C"};
     for (int i = 0; i < kWriters; ++i) {
         fixture.registerFunction(names[i], i, [&value = values[i]](AAX_CParamID, AAX_CPacket& packet) {
-            *packet.GetPtr<int32_t>() = value.load();
+            *packet.GetPtr<std::int32_t>() = value.load();
             return AAX_SUCCESS;
         });
     }
@@ -30,7 +30,7 @@ TEST(PacketDispatcherThreaded, LosesNoMarkBetweenThreads) {
     std::vector<std::thread> threads;
     for (int i = 0; i < kWriters; ++i) {
         threads.emplace_back([&, i] {
-            for (int32_t round = 1; round <= kRounds; ++round) {
+            for (std::int32_t round = 1; round <= kRounds; ++round) {
                 values[i] = round;
                 dispatcher.SetDirty(names[i], true);
             }
@@ -45,7 +45,7 @@ TEST(PacketDispatcherThreaded, LosesNoMarkBetweenThreads) {
     }
     dispatcher.Dispatch();
     for (int i = 0; i < kWriters; ++i) {
-        EXPECT_EQ(fixture.host.controller.latest(i).as<int32_t>(), kRounds);
+        EXPECT_EQ(fixture.host.controller.latest(i).as<std::int32_t>(), kRounds);
     }
 }
 
@@ -70,7 +70,7 @@ TEST(PacketDispatcherThreaded, RegistersMarksAndDispatchesSideBySide) {
     marking.join();
     dispatcher.Dispatch();
     for (int field = 0; field < kFields; ++field) {
-        EXPECT_EQ(fixture.host.controller.latest(field).as<int32_t>(), field);
+        EXPECT_EQ(fixture.host.controller.latest(field).as<std::int32_t>(), field);
     }
 }
 
@@ -83,7 +83,7 @@ TEST(PacketDispatcherThreaded, KeepsOtherThreadsOutWhileAHandlerCallsBack) {
         ++unguarded;
         dispatcher.SetDirty("Other", true);
         ++unguarded;
-        *packet.GetPtr<int32_t>() = unguarded;
+        *packet.GetPtr<std::int32_t>() = unguarded;
         return AAX_SUCCESS;
     };
     fixture.registerFunction("Gain", 0, count);
@@ -100,7 +100,7 @@ TEST(PacketDispatcherThreaded, KeepsOtherThreadsOutWhileAHandlerCallsBack) {
     const int before = unguarded;
     EXPECT_EQ(dispatcher.Dispatch(), AAX_SUCCESS);
     EXPECT_EQ(unguarded, before + 2);
-    EXPECT_EQ(fixture.host.controller.posts.back().as<int32_t>(), unguarded);
+    EXPECT_EQ(fixture.host.controller.posts.back().as<std::int32_t>(), unguarded);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "AAX_CParameterManager.h"
 #include "AAX_VAutomationDelegate.h"
-#include "FakeAutomation.h"
-#include "FakeParameter.h"
-#include "SampleParameters.h"
+#include "Tests/Support/FakeAutomation.h"
+#include "Tests/Support/FakeParameter.h"
+#include "Tests/Support/SampleParameters.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using testing::ElementsAre;
 
 class ParameterManager : public testing::Test {
 protected:
-    /// Adds a float parameter, which the manager then owns. Returns it.
+    // Adds a float parameter, which the manager then owns. Returns it.
     AAX_IParameter* add(const char* identifier) {
         auto parameter = makeFloatParameter(identifier);
         EXPECT_TRUE(mManager.AddParameter(parameter.get()));

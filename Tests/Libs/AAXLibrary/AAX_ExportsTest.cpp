@@ -5,9 +5,9 @@
 #include "AAX_Exception.h"
 #include "AAX_Init.h"
 #include "ACF/CACFUnknown.h"
-#include "FakeHostServices.h"
-#include "RecordingCollection.h"
-#include "RecordingEffectDescriptor.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/RecordingCollection.h"
+#include "Tests/Support/RecordingEffectDescriptor.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 namespace varno {
 namespace {
 
-/// What the effect of this program does to describe itself.
+// What the effect of this program does to describe itself.
 std::function<AAX_Result(AAX_ICollection*)> gDescription;
 
 } // namespace
@@ -31,9 +31,9 @@ AAX_Result GetEffectDescriptions(AAX_ICollection* outCollection) {
 namespace varno {
 namespace {
 
-constexpr int32_t kUrgent = 0x8000000;
+constexpr std::int32_t kUrgent = 0x8000000;
 
-/// A host that has the module described.
+// A host that has the module described.
 class AAX_ExportsTest : public testing::Test {
 protected:
     AAX_ExportsTest() {
@@ -55,7 +55,7 @@ protected:
 
     ACFRESULT registerPlugin() { return ACFRegisterPlugin(&mCollection, &mOut); }
 
-    /// The urgent trace lines so far.
+    // The urgent trace lines so far.
     std::vector<std::string> urgentLines() const {
         std::vector<std::string> urgent;
         for (const FakeHostServices::Line& line : mHost.version1.lines) {
@@ -151,10 +151,10 @@ TEST_F(AAX_ExportsTest, PositionBeyondAStringIsAnUnknownException) {
     EXPECT_EQ(urgentLines().size(), 1U);
 }
 
-/// A host that throws where it must not.
+// A host that throws where it must not.
 class ThrowingServices : public FakeHostServices {
 public:
-    AAX_Result Trace(int32_t, const char*) override { throw std::runtime_error("host"); }
+    AAX_Result Trace(std::int32_t, const char*) override { throw std::runtime_error("host"); }
 };
 
 TEST_F(AAX_ExportsTest, NoExceptionLeavesTheRegistration) {
@@ -176,7 +176,7 @@ public:
 TEST_F(AAX_ExportsTest, NoExceptionLeavesTheStartUp) {
     ThrowingHost throwing;
     EXPECT_EQ(ACFShutdown(&mHost), 0);
-    EXPECT_EQ(static_cast<uint32_t>(ACFStartup(&throwing)), 0x8000FFFFU);
+    EXPECT_EQ(static_cast<std::uint32_t>(ACFStartup(&throwing)), 0x8000FFFFU);
     EXPECT_EQ(ACFStartup(&mHost), 0);
     EXPECT_EQ(mHost.allReferences(), 3) << "a start-up that failed must leave room for another";
 }
@@ -217,7 +217,7 @@ TEST_F(AAX_ExportsTest, ModuleMayBeUnloadedWhenNoObjectIsLeft) {
 }
 
 TEST_F(AAX_ExportsTest, TellsTheVersionOfTheArchitecture) {
-    uint64_t version = 0;
+    std::uint64_t version = 0;
     EXPECT_EQ(ACFGetSDKVersion(&version), 0);
     EXPECT_EQ(version, 0x00000204013449EAU);
 }

@@ -1,6 +1,6 @@
 #include "AAX_VAutomationDelegate.h"
-#include "ForwardingCheck.h"
-#include "RecordingAutomationDelegate.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingAutomationDelegate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "AAX_VCollection.h"
-#include "ForwardingCheck.h"
-#include "RecordingCollection.h"
-#include "RecordingComponentDescriptor.h"
-#include "RecordingDescriptionHost.h"
-#include "RecordingEffectDescriptor.h"
-#include "RecordingFeatureInfo.h"
-#include "RecordingPropertyMap.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingCollection.h"
+#include "Tests/Support/RecordingComponentDescriptor.h"
+#include "Tests/Support/RecordingDescriptionHost.h"
+#include "Tests/Support/RecordingEffectDescriptor.h"
+#include "Tests/Support/RecordingFeatureInfo.h"
+#include "Tests/Support/RecordingPropertyMap.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ using C = AAX_ICollection;
 constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
 constexpr const char* kText = "text";
 
-/// A host that makes whatever it is asked for.
+// A host that makes whatever it is asked for.
 class AAX_VCollectionTest : public testing::Test {
 protected:
     AAX_VCollectionTest() {
@@ -39,7 +39,7 @@ protected:
         EXPECT_EQ(mInfo.references(), 0);
     }
 
-    /// Whether the maps of a collection, of its effects and of their components take an extended stem format.
+    // Whether the maps of a collection, of its effects and of their components take an extended stem format.
     std::vector<bool> mapsTakeExtendedStemFormats() {
         mCollection.made = mEffect.made = mComponent.made = &mMap;
         AAX_VCollection collection(&mCollection);

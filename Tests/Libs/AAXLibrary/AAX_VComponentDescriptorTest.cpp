@@ -1,7 +1,7 @@
 #include "AAX_VComponentDescriptor.h"
-#include "ForwardingCheck.h"
-#include "RecordingComponentDescriptor.h"
-#include "RecordingPropertyMap.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingComponentDescriptor.h"
+#include "Tests/Support/RecordingPropertyMap.h"
 
 #include <gtest/gtest.h>
 
@@ -18,16 +18,16 @@ constexpr const char* kBackground = "background";
 
 void process(void* const[], const void*) {
 }
-int32_t initInstance(const void*, int32_t) {
+std::int32_t initInstance(const void*, std::int32_t) {
     return 0;
 }
-int32_t runInBackground() {
+std::int32_t runInBackground() {
     return 0;
 }
 
 AAX_IPropertyMap* const kNoMap = nullptr;
 
-/// The operations from Clear to AddReservedField, then those that register routines.
+// The operations from Clear to AddReservedField, then those that register routines.
 std::vector<Operation<C>> allOperations() {
     const AAX_CTypeID* ids = somewhere<AAX_CTypeID>();
     const auto mode = static_cast<AAX_IDma::EMode>(1);
@@ -48,10 +48,10 @@ std::vector<Operation<C>> allOperations() {
         operation<C>("AddMIDINode", 1, kNull, &C::AddMIDINode, 18, 19, kText, 20U),
         operation<C>("AddReservedField", 1, kNull, &C::AddReservedField, 21, 22U),
         operation<C>("AddProcessProc_Native", 1, kNull, &C::AddProcessProc_Native, &process, kNoMap,
-                     &initInstance, &runInBackground, somewhere<int32_t>()),
+                     &initInstance, &runInBackground, somewhere<std::int32_t>()),
         operation<C>("AddProcessProc_TI", 1, kNull, &C::AddProcessProc_TI, kText, kEntry, kNoMap, kInit,
-                     kBackground, somewhere<int32_t>()),
-        operation<C>("AddProcessProc", 1, kNull, &C::AddProcessProc, kNoMap, somewhere<int32_t>(), 3),
+                     kBackground, somewhere<std::int32_t>()),
+        operation<C>("AddProcessProc", 1, kNull, &C::AddProcessProc, kNoMap, somewhere<std::int32_t>(), 3),
     };
 }
 

@@ -1,7 +1,7 @@
 #include "AAX_VController.h"
-#include "FakeComponentFactory.h"
-#include "RecordingPageTable.h"
-#include "RecordingPageTableController.h"
+#include "Tests/Support/FakeComponentFactory.h"
+#include "Tests/Support/RecordingPageTable.h"
+#include "Tests/Support/RecordingPageTableController.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ constexpr const char* kPath = "path";
 constexpr const char* kEffect = "effect";
 constexpr const char* kLayout = "layout";
 
-/// A host that makes page tables and copies into them.
+// A host that makes page tables and copies into them.
 class AAX_VControllerPageTablesTest : public testing::Test {
 protected:
     AAX_VControllerPageTablesTest() {
@@ -38,7 +38,7 @@ protected:
         EXPECT_EQ(mTable.references(), 0);
     }
 
-    /// Calls one of the four makers of copies, 0 to 3.
+    // Calls one of the four makers of copies, 0 to 3.
     static std::unique_ptr<AAX_IPageTable> makeCopy(const AAX_IController& controller, int which) {
         switch (which) {
         case 0:
@@ -52,7 +52,7 @@ protected:
         }
     }
 
-    /// The call by which the host is asked to copy.
+    // The call by which the host is asked to copy.
     std::string expectedCall(int which) {
         IACFUnknown* table = &mTable;
         switch (which) {
@@ -110,7 +110,7 @@ TEST_F(AAX_VControllerPageTablesTest, CopiesAreMadeByTheHostAndOwnTheirTable) {
         // Version 1 and version 2 of the one table.
         EXPECT_EQ(mTable.references(), 2);
         mTable.calls.clear();
-        int32_t pages = 0;
+        std::int32_t pages = 0;
         EXPECT_EQ(copy->GetNumPages(pages), kHostResult);
         EXPECT_EQ(copy->ClearParameterNameVariations(), kHostResult);
         EXPECT_EQ(mTable.calls.size(), 2U);

@@ -1,7 +1,7 @@
 #include "AAX_VController.h"
 #include "AAX_CString.h"
-#include "ForwardingCheck.h"
-#include "RecordingController.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingController.h"
 
 #include <gtest/gtest.h>
 
@@ -15,10 +15,10 @@ constexpr auto kOld = AAX_ERROR_UNIMPLEMENTED;
 
 const std::vector<acfIID> kVersions{IID_IAAXControllerV1, IID_IAAXControllerV2, IID_IAAXControllerV3};
 
-/// All operations with a result code, in their order.
+// All operations with a result code, in their order.
 std::vector<Operation<C>> allOperations() {
     const auto sendWithData =
-        static_cast<AAX_Result (C::*)(AAX_CTypeID, const void*, uint32_t)>(&C::SendNotification);
+        static_cast<AAX_Result (C::*)(AAX_CTypeID, const void*, std::uint32_t)>(&C::SendNotification);
     const auto sendWithoutData = static_cast<AAX_Result (C::*)(AAX_CTypeID)>(&C::SendNotification);
     const auto property = AAX_eProperty_Host62;
     return {
@@ -26,30 +26,32 @@ std::vector<Operation<C>> allOperations() {
         operation<C>("GetSampleRate", 1, kNull, &C::GetSampleRate, somewhere<float>()),
         operation<C>("GetInputStemFormat", 1, kNull, &C::GetInputStemFormat, somewhere<AAX_EStemFormat>()),
         operation<C>("GetOutputStemFormat", 1, kNull, &C::GetOutputStemFormat, somewhere<AAX_EStemFormat>()),
-        operation<C>("GetSignalLatency", 1, kNull, &C::GetSignalLatency, somewhere<int32_t>()),
-        operation<C>("GetCycleCount", 1, kNull, &C::GetCycleCount, property, somewhere<int32_t>()),
-        operation<C>("GetTODLocation", 1, kNull, &C::GetTODLocation, somewhere<int64_t>()),
+        operation<C>("GetSignalLatency", 1, kNull, &C::GetSignalLatency, somewhere<std::int32_t>()),
+        operation<C>("GetCycleCount", 1, kNull, &C::GetCycleCount, property, somewhere<std::int32_t>()),
+        operation<C>("GetTODLocation", 1, kNull, &C::GetTODLocation, somewhere<std::int64_t>()),
         operation<C>("SetSignalLatency", 1, kNull, &C::SetSignalLatency, 17),
         operation<C>("SetCycleCount", 1, kNull, &C::SetCycleCount, somewhere<AAX_EProperty>(),
-                     somewhere<int32_t>(), 3),
+                     somewhere<std::int32_t>(), 3),
         operation<C>("PostPacket", 1, kNull, &C::PostPacket, 11, somewhere<float>(), 4U),
         operation<C>("GetCurrentMeterValue", 1, kNull, &C::GetCurrentMeterValue, 5U, somewhere<float>()),
         operation<C>("GetMeterPeakValue", 1, kNull, &C::GetMeterPeakValue, 6U, somewhere<float>()),
         operation<C>("ClearMeterPeakValue", 1, kNull, &C::ClearMeterPeakValue, 7U),
-        operation<C>("GetMeterClipped", 1, kNull, &C::GetMeterClipped, 8U, somewhere<uint8_t>()),
+        operation<C>("GetMeterClipped", 1, kNull, &C::GetMeterClipped, 8U, somewhere<std::uint8_t>()),
         operation<C>("ClearMeterClipped", 1, kNull, &C::ClearMeterClipped, 9U),
-        operation<C>("GetMeterCount", 1, kNull, &C::GetMeterCount, somewhere<uint32_t>()),
-        operation<C>("GetNextMIDIPacket", 1, kNull, &C::GetNextMIDIPacket, somewhere<int32_t>(),
+        operation<C>("GetMeterCount", 1, kNull, &C::GetMeterCount, somewhere<std::uint32_t>()),
+        operation<C>("GetNextMIDIPacket", 1, kNull, &C::GetNextMIDIPacket, somewhere<std::int32_t>(),
                      somewhere<AAX_CMidiPacket>()),
         operation<C>("SendNotification", 2, kOld, sendWithData, 5U, somewhere<char>(), 12U),
         reaching(operation<C>("SendNotification", 2, kOld, sendWithoutData, 6U),
                  callText("SendNotification", 6U, nullptr, 0U)),
-        operation<C>("GetHybridSignalLatency", 2, kOld, &C::GetHybridSignalLatency, somewhere<int32_t>()),
+        operation<C>("GetHybridSignalLatency", 2, kOld, &C::GetHybridSignalLatency,
+                     somewhere<std::int32_t>()),
         operation<C>("GetCurrentAutomationTimestamp", 2, kOld, &C::GetCurrentAutomationTimestamp,
-                     somewhere<int64_t>()),
+                     somewhere<std::int64_t>()),
         operation<C>("GetHostName", 2, kOld, &C::GetHostName, somewhere<AAX_CString>()),
-        operation<C>("GetPlugInTargetPlatform", 3, kOld, &C::GetPlugInTargetPlatform, somewhere<int32_t>()),
-        operation<C>("GetIsAudioSuite", 3, kOld, &C::GetIsAudioSuite, somewhere<uint8_t>()),
+        operation<C>("GetPlugInTargetPlatform", 3, kOld, &C::GetPlugInTargetPlatform,
+                     somewhere<std::int32_t>()),
+        operation<C>("GetIsAudioSuite", 3, kOld, &C::GetIsAudioSuite, somewhere<std::uint8_t>()),
     };
 }
 
@@ -86,8 +88,8 @@ TEST(AAX_VControllerTest, OldHostHasNoAutomationTimeAndTellsZero) {
 TEST(AAX_VControllerTest, MissingHostLeavesOutputsAlone) {
     const AAX_VController controller(nullptr);
     float rate = 7.0F;
-    int32_t frames = 8;
-    uint8_t flag = 9;
+    std::int32_t frames = 8;
+    std::uint8_t flag = 9;
     EXPECT_EQ(controller.GetSampleRate(&rate), -20004);
     EXPECT_EQ(controller.GetSignalLatency(&frames), -20004);
     EXPECT_EQ(controller.GetHybridSignalLatency(&frames), -20009);

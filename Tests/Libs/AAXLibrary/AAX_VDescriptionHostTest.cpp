@@ -1,6 +1,6 @@
 #include "AAX_VDescriptionHost.h"
-#include "RecordingDescriptionHost.h"
-#include "RecordingFeatureInfo.h"
+#include "Tests/Support/RecordingDescriptionHost.h"
+#include "Tests/Support/RecordingFeatureInfo.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "AAX_VEffectDescriptor.h"
-#include "ForwardingCheck.h"
-#include "RecordingComponentDescriptor.h"
-#include "RecordingEffectDescriptor.h"
-#include "RecordingPropertyMap.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingComponentDescriptor.h"
+#include "Tests/Support/RecordingEffectDescriptor.h"
+#include "Tests/Support/RecordingPropertyMap.h"
 
 #include <gtest/gtest.h>
 

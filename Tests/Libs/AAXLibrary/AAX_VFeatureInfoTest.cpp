@@ -1,7 +1,7 @@
 #include "AAX_VFeatureInfo.h"
-#include "RecordingFeatureInfo.h"
-#include "RecordingPropertyMap.h"
-#include "VirtualSlot.h"
+#include "Tests/Support/RecordingFeatureInfo.h"
+#include "Tests/Support/RecordingPropertyMap.h"
+#include "Tests/Support/VirtualSlot.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ TEST_F(AAX_VFeatureInfoTest, HandsOutThePropertiesAsTheCallersOwn) {
     }
     ASSERT_NE(properties, nullptr);
     EXPECT_EQ(mMap.references(), 1);
-    int32_t value = 0;
+    std::int32_t value = 0;
     EXPECT_EQ(properties->GetProperty(AAX_eProperty_Host54, &value), kHostResult);
     EXPECT_EQ(mMap.calls, std::vector<std::string>{callText("GetProperty", AAX_eProperty_Host54, &value)});
     properties.reset();

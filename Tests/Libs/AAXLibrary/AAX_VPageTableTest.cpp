@@ -1,7 +1,7 @@
 #include "AAX_VPageTable.h"
 #include "AAX_CString.h"
-#include "ForwardingCheck.h"
-#include "RecordingPageTable.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingPageTable.h"
 
 #include <gtest/gtest.h>
 
@@ -16,9 +16,9 @@ constexpr const char* kID = "Gain";
 std::vector<Operation<T>> allOperations() {
     const auto text = std::ref<AAX_IString>(*somewhere<AAX_CString>());
     const auto name = std::cref<AAX_IString>(*somewhere<AAX_CString>());
-    const auto count = std::ref(*somewhere<int32_t>());
-    const auto length = std::ref(*somewhere<int32_t, 1>());
-    const auto flag = std::ref(*somewhere<uint8_t>());
+    const auto count = std::ref(*somewhere<std::int32_t>());
+    const auto length = std::ref(*somewhere<std::int32_t, 1>());
+    const auto flag = std::ref(*somewhere<std::uint8_t>());
     return {
         operation<T>("Clear", 1, kOld, &T::Clear),
         operation<T>("Empty", 1, kOld, &T::Empty, flag),

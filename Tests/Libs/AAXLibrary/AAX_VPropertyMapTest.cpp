@@ -1,6 +1,6 @@
 #include "AAX_VPropertyMap.h"
-#include "ForwardingCheck.h"
-#include "RecordingPropertyMap.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingPropertyMap.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ std::vector<Operation<M>> allOperations() {
     const auto addText = static_cast<AAX_Result (M::*)(AAX_EProperty, const char*)>(&M::AddPointerProperty);
     const AAX_CTypeID* ids = somewhere<AAX_CTypeID>();
     return {
-        operation<M>("GetProperty", 1, kNull, &M::GetProperty, kProperty, somewhere<int32_t>()),
+        operation<M>("GetProperty", 1, kNull, &M::GetProperty, kProperty, somewhere<std::int32_t>()),
         operation<M>("GetPointerProperty", 1, kNull, &M::GetPointerProperty, kProperty,
                      somewhere<const void*>()),
         operation<M>("AddProperty", 1, kNull, &M::AddProperty, kProperty, 0x7FFFFFFF),
@@ -28,7 +28,7 @@ std::vector<Operation<M>> allOperations() {
         operation<M>("RemoveProperty", 1, kNull, &M::RemoveProperty, kProperty),
         operation<M>("AddPropertyWithIDArray", 1, kNull, &M::AddPropertyWithIDArray, kProperty, ids, 3U),
         operation<M>("GetPropertyWithIDArray", 1, kNull, &M::GetPropertyWithIDArray, kProperty,
-                     somewhere<const AAX_CTypeID*>(), somewhere<uint32_t>()),
+                     somewhere<const AAX_CTypeID*>(), somewhere<std::uint32_t>()),
     };
 }
 
@@ -50,17 +50,18 @@ TEST_F(AAX_VPropertyMapTest, VirtualSlotsHaveTheirOrder) {
     expectConsecutive(slotsOf(allOperations()));
 }
 
-/// Adds a value and tells whether the host was asked.
-AAX_Result add(RecordingPropertyMap& host, bool supportsExtended, AAX_EProperty property, uint32_t value) {
+// Adds a value and tells whether the host was asked.
+AAX_Result add(RecordingPropertyMap& host, bool supportsExtended, AAX_EProperty property,
+               std::uint32_t value) {
     host.calls.clear();
     AAX_VPropertyMap map(&host, supportsExtended);
-    return map.AddProperty(property, static_cast<int32_t>(value));
+    return map.AddProperty(property, static_cast<std::int32_t>(value));
 }
 
 TEST_F(AAX_VPropertyMapTest, RefusesExtendedStemFormatsThatTheHostDoesNotSupport) {
     for (const AAX_EProperty property : {AAX_eProperty_InputStemFormat, AAX_eProperty_OutputStemFormat}) {
-        for (const uint32_t value : {0xD0000U, 0xD0001U, 0x7FFFFFFFU, 0x80000000U, 0xFF9BFFFFU, 0xFF9C0001U,
-                                     0xFFFEFFFFU, 0xFFFF0001U, 0xFFFFFFFFU}) {
+        for (const std::uint32_t value : {0xD0000U, 0xD0001U, 0x7FFFFFFFU, 0x80000000U, 0xFF9BFFFFU,
+                                          0xFF9C0001U, 0xFFFEFFFFU, 0xFFFF0001U, 0xFFFFFFFFU}) {
             EXPECT_EQ(add(mMap, false, property, value), -20039) << value;
             EXPECT_TRUE(mMap.calls.empty());
         }
@@ -69,10 +70,10 @@ TEST_F(AAX_VPropertyMapTest, RefusesExtendedStemFormatsThatTheHostDoesNotSupport
 
 TEST_F(AAX_VPropertyMapTest, PassesAllOtherStemFormatsOn) {
     for (const AAX_EProperty property : {AAX_eProperty_InputStemFormat, AAX_eProperty_OutputStemFormat}) {
-        for (const uint32_t value : {0U, 1U, 0x10002U, 0xCFFFFU, 0xFFFF0000U, 0xFF9C0000U}) {
+        for (const std::uint32_t value : {0U, 1U, 0x10002U, 0xCFFFFU, 0xFFFF0000U, 0xFF9C0000U}) {
             EXPECT_EQ(add(mMap, false, property, value), kHostResult) << value;
             EXPECT_EQ(mMap.calls, std::vector<std::string>{
-                                      callText("AddProperty", property, static_cast<int32_t>(value))});
+                                      callText("AddProperty", property, static_cast<std::int32_t>(value))});
         }
     }
 }

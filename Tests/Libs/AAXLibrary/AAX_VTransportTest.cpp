@@ -1,6 +1,6 @@
 #include "AAX_VTransport.h"
-#include "ForwardingCheck.h"
-#include "RecordingTransport.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingTransport.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +13,11 @@ constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
 constexpr auto kOld = AAX_ERROR_UNIMPLEMENTED;
 
 std::vector<Operation<T>> allOperations() {
-    int64_t* const one = somewhere<int64_t, 1>();
-    int64_t* const two = somewhere<int64_t, 2>();
-    int32_t* const small = somewhere<int32_t, 1>();
-    int32_t* const other = somewhere<int32_t, 2>();
-    const int64_t frames = int64_t{1} << 40;
+    std::int64_t* const one = somewhere<std::int64_t, 1>();
+    std::int64_t* const two = somewhere<std::int64_t, 2>();
+    std::int32_t* const small = somewhere<std::int32_t, 1>();
+    std::int32_t* const other = somewhere<std::int32_t, 2>();
+    const std::int64_t frames = std::int64_t{1} << 40;
     return {
         operation<T>("GetCurrentTempo", 1, kNull, &T::GetCurrentTempo, somewhere<double>()),
         operation<T>("GetCurrentMeter", 1, kNull, &T::GetCurrentMeter, small, other),
@@ -28,8 +28,9 @@ std::vector<Operation<T>> allOperations() {
         operation<T>("GetCurrentNativeSampleLocation", 1, kNull, &T::GetCurrentNativeSampleLocation, one),
         operation<T>("GetCustomTickPosition", 1, kNull, &T::GetCustomTickPosition, one, frames),
         operation<T>("GetBarBeatPosition", 1, kNull, &T::GetBarBeatPosition, small, other, one, frames),
-        operation<T>("GetTicksPerQuarter", 1, kNull, &T::GetTicksPerQuarter, somewhere<uint32_t>()),
-        operation<T>("GetCurrentTicksPerBeat", 1, kNull, &T::GetCurrentTicksPerBeat, somewhere<uint32_t>()),
+        operation<T>("GetTicksPerQuarter", 1, kNull, &T::GetTicksPerQuarter, somewhere<std::uint32_t>()),
+        operation<T>("GetCurrentTicksPerBeat", 1, kNull, &T::GetCurrentTicksPerBeat,
+                     somewhere<std::uint32_t>()),
         operation<T>("GetTimelineSelectionStartPosition", 2, kOld, &T::GetTimelineSelectionStartPosition,
                      one),
         operation<T>("GetTimeCodeInfo", 2, kOld, &T::GetTimeCodeInfo, somewhere<AAX_EFrameRate>(), small),

@@ -1,6 +1,6 @@
 #include "AAX_VViewContainer.h"
-#include "ForwardingCheck.h"
-#include "RecordingViewContainer.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingViewContainer.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,8 @@ constexpr auto kOld = AAX_ERROR_UNIMPLEMENTED;
 constexpr const char* kID = "Gain";
 const std::vector<acfIID> kVersions{IID_IAAXViewContainerV1, IID_IAAXViewContainerV2};
 
-/// The container as the editor has it, beside the references that belong to the host: they are given back
-/// when the test is over, as the host does.
+// The container as the editor has it, beside the references that belong to the host: they are given back
+// when the test is over, as the host does.
 class HostsView : public AAX_VViewContainer {
 public:
     explicit HostsView(IACFUnknown* container)
@@ -34,12 +34,12 @@ private:
     IACFUnknown* mContainer;
 };
 
-/// The operations behind GetType and GetPtr, in their order.
+// The operations behind GetType and GetPtr, in their order.
 std::vector<Operation<V>> allOperations() {
     const auto size = std::ref(*somewhere<AAX_Point>());
     const AAX_CParamID* ids = somewhere<AAX_CParamID>();
     return {
-        operation<V>("GetModifiers", 1, kOld, &V::GetModifiers, somewhere<uint32_t>()),
+        operation<V>("GetModifiers", 1, kOld, &V::GetModifiers, somewhere<std::uint32_t>()),
         operation<V>("SetViewSize", 1, AAX_SUCCESS, &V::SetViewSize, size),
         operation<V>("HandleParameterMouseDown", 1, kOld, &V::HandleParameterMouseDown, kID, 1U),
         operation<V>("HandleParameterMouseDrag", 1, kOld, &V::HandleParameterMouseDrag, kID, 2U),

@@ -1,11 +1,11 @@
 /// A packet dispatcher in an effect and a host of its own, for tests.
-#ifndef VARNO_DISPATCHERFIXTURE_H
-#define VARNO_DISPATCHERFIXTURE_H
+#ifndef VARNO_TESTS_LIBS_AAXLIBRARY_DISPATCHERFIXTURE_H
+#define VARNO_TESTS_LIBS_AAXLIBRARY_DISPATCHERFIXTURE_H
 
 #include "AAX_CPacketDispatcher.h"
 #include "AAX_VController.h"
-#include "FakeInstanceHost.h"
-#include "TestEffect.h"
+#include "Tests/Support/FakeInstanceHost.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <functional>
 #include <memory>
@@ -41,9 +41,9 @@ public:
     DispatcherFixture& operator=(const DispatcherFixture&) = delete;
 
     /// Registers a handler that posts `value` and succeeds.
-    void registerValue(const char* paramID, AAX_CFieldIndex field, int32_t value) {
+    void registerValue(const char* paramID, AAX_CFieldIndex field, std::int32_t value) {
         registerFunction(paramID, field, [value](AAX_CParamID, AAX_CPacket& packet) {
-            *packet.GetPtr<int32_t>() = value;
+            *packet.GetPtr<std::int32_t>() = value;
             return AAX_SUCCESS;
         });
     }
@@ -56,7 +56,7 @@ public:
         result = dispatcher.Dispatch();
         std::ostringstream text;
         for (const auto& post : std::exchange(host.controller.posts, {})) {
-            text << (text.tellp() > 0 ? " " : "") << post.field << "=" << post.as<int32_t>();
+            text << (text.tellp() > 0 ? " " : "") << post.field << "=" << post.as<std::int32_t>();
         }
         return text.str();
     }

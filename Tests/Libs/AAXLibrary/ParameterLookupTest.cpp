@@ -1,9 +1,9 @@
 #include "AAX_CChunkDataParser.h"
 #include "AAX_CEffectParameters.h"
-#include "QuietHost.h"
-#include "RealTimeGuard.h"
-#include "SampleParameters.h"
-#include "TestEffect.h"
+#include "Tests/Support/QuietHost.h"
+#include "Tests/Support/RealTimeGuard.h"
+#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gtest/gtest.h>
 
@@ -12,11 +12,11 @@
 namespace varno::test {
 namespace {
 
-/// As long as an identifier can be: no string keeps it without memory of its own.
+// As long as an identifier can be: no string keeps it without memory of its own.
 constexpr char kLongID[] = "ParameterWithAVeryLongIdentifie";
 static_assert(sizeof(kLongID) == 32);
 
-/// How often an action takes or gives back memory.
+// How often an action takes or gives back memory.
 int allocationsOf(const std::function<void()>& action) {
     RealTimeScope scope;
     action();
@@ -42,7 +42,7 @@ protected:
 TEST_F(ParameterLookup, ByIdentifierTakesNoMemory) {
     EXPECT_EQ(allocationsOf([&] {
                   AAX_IParameter* parameter = nullptr;
-                  int32_t index = 0;
+                  std::int32_t index = 0;
                   double value = 0.0;
                   EXPECT_EQ(mEffect->GetParameter(kLongID, &parameter), AAX_SUCCESS);
                   EXPECT_EQ(mEffect->GetParameterIndex(kLongID, &index), AAX_SUCCESS);

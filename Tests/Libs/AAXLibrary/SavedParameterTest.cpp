@@ -1,7 +1,7 @@
 #include "SavedParameter.h"
 #include "AAX_CChunkDataParser.h"
-#include "FakeHostServices.h"
-#include "FakeParameter.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/FakeParameter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ using testing::IsEmpty;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/// A parameter with a value of every type.
+// A parameter with a value of every type.
 class OfAllTypes : public FakeParameter {
 public:
     OfAllTypes()
@@ -33,7 +33,7 @@ public:
     }
 };
 
-/// What is saved for a parameter.
+// What is saved for a parameter.
 struct Saved {
     explicit Saved(const AAX_IParameter& parameter) {
         AAX_CChunkDataParser chunk;
@@ -46,7 +46,7 @@ struct Saved {
     bool isInt32;
     bool isString;
     double number = 0.0;
-    int32_t integer = 0;
+    std::int32_t integer = 0;
     AAX_CString text;
 };
 
@@ -90,7 +90,7 @@ TEST(SavedParameter, IsNothingWithoutAValue) {
     EXPECT_TRUE(IsParameterAsSaved(parameter, chunk)) << "it never differs";
 }
 
-/// The setters that restoring calls on a parameter.
+// The setters that restoring calls on a parameter.
 template<class Prepare>
 std::vector<std::string> restored(AAX_CChunkDataParser& chunk, Prepare&& prepare) {
     FakeParameter parameter("P");
@@ -154,7 +154,7 @@ TEST(SavedParameter, SetsTheFirstTypeThatAnswers) {
     EXPECT_THAT(restored(chunk, isSeveral), ElementsAre("float 0.125"));
 }
 
-/// Whether a parameter equals one saved number.
+// Whether a parameter equals one saved number.
 template<class Prepare>
 bool isAsSaved(double saved, Prepare&& prepare) {
     FakeParameter parameter("P");
@@ -205,10 +205,10 @@ TEST(SavedParameterComparison, OfTheOthersIsExact) {
     EXPECT_FALSE(IsParameterAsSaved(parameter, chunk));
 }
 
-/// Parameters with a hole.
+// Parameters with a hole.
 struct Parameters {
-    int32_t NumParameters() const { return 4; }
-    AAX_IParameter* GetParameter(int32_t index) {
+    std::int32_t NumParameters() const { return 4; }
+    AAX_IParameter* GetParameter(std::int32_t index) {
         AAX_IParameter* const parameters[] = {&a, nullptr, &b, &c};
         return parameters[index];
     }

@@ -1,7 +1,7 @@
-#include "Artwork.h"
-#include "Icon.h"
-#include "Support/Image.h"
-#include "Support/PrintTo.h"
+#include "Artwork/Artwork.h"
+#include "Artwork/Icon.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
+#include "Tests/Resources/Artwork/Support/PrintTo.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +11,7 @@ namespace {
 using DemoGain_ViewLayout::Bitmap;
 using test::Image;
 
-/// The files as they lie in the bundle.
+// The files as they lie in the bundle.
 class BitmapFilesTest : public testing::TestWithParam<Bitmap> {
 protected:
     static Image file(int scale) {

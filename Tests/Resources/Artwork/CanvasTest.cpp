@@ -1,6 +1,6 @@
-#include "Canvas.h"
+#include "Artwork/Canvas.h"
 
-#include "Support/Image.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <gmock/gmock.h>
 #include <stdexcept>

@@ -1,5 +1,5 @@
-#include "Knob.h"
-#include "Support/BundleBitmap.h"
+#include "Artwork/Knob.h"
+#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +15,7 @@ using test::Image;
 
 constexpr int kLast = DemoGain_ViewLayout::BitmapOf(Art::Knob).mPictures - 1;
 
-/// The strip at one of the scales; polar coordinates are in pixels at scale 1 and a dial's degrees.
+// The strip at one of the scales; polar coordinates are in pixels at scale 1 and a dial's degrees.
 class KnobTest : public testing::TestWithParam<int> {
 protected:
     KnobTest()
@@ -23,12 +23,12 @@ protected:
 
     static double radiusOf(int x, int y) { return std::hypot(offset(x), offset(y)); }
     static double degreesOf(double x, double y) { return std::atan2(x, -y) * 180 / std::numbers::pi; }
-    /// Of a pixel's middle from the knob's.
+    // Of a pixel's middle from the knob's.
     static double offset(int pixel) {
         return (pixel + 0.5) / GetParam() - DemoGain_ViewLayout::BitmapOf(Art::Knob).mWidth / 2.0;
     }
 
-    /// The brightness that a pixel has in most pictures: what is there without the pointer.
+    // The brightness that a pixel has in most pictures: what is there without the pointer.
     double usual(int x, int y) const {
         std::vector<double> values;
         for (const Image& picture : pictures) {
@@ -39,7 +39,7 @@ protected:
         return *middle;
     }
 
-    /// Where the pointers point, measured on the cap, of which nothing else moves.
+    // Where the pointers point, measured on the cap, of which nothing else moves.
     std::vector<double> pointerDegrees() const {
         constexpr double kInner = 9.0;
         constexpr double kOuter = 16.0;
@@ -65,7 +65,7 @@ protected:
         return degrees;
     }
 
-    /// How many degrees of the ring are lit.
+    // How many degrees of the ring are lit.
     static int litDegrees(const Image& picture) {
         constexpr double kRing = 28.0;
         constexpr double kBright = 0.3;

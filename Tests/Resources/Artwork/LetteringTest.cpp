@@ -1,7 +1,7 @@
-#include "Artwork.h"
-#include "Placement.h"
-#include "Support/Image.h"
-#include "Support/PrintTo.h"
+#include "Artwork/Artwork.h"
+#include "Artwork/Placement.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
+#include "Tests/Resources/Artwork/Support/PrintTo.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -15,10 +15,10 @@ using DemoGain_ViewLayout::Bitmap;
 using DemoGain_ViewLayout::kControls;
 using test::Image;
 
-/// WCAG's demand on text.
+// WCAG's demand on text.
 constexpr double kLegible = 4.5;
 
-/// A picture with and without its lettering.
+// A picture with and without its lettering.
 struct Lettered {
     Image with;
     Image bare;
@@ -35,7 +35,7 @@ Lettered draw(const Typeface& typeface, const Bitmap& bitmap, int picture, int s
     return {Image::of(with), Image::of(bare), painter.texts()};
 }
 
-/// All lettering, in each of the fonts that may be used and at both scales.
+// All lettering, in each of the fonts that may be used and at both scales.
 class LetteringTest : public testing::TestWithParam<std::tuple<Family, int>> {
 protected:
     LetteringTest()
@@ -57,7 +57,7 @@ protected:
         return pictures;
     }
 
-    /// Whether a pixel lies within a box, or less than a pixel away.
+    // Whether a pixel lies within a box, or less than a pixel away.
     static bool touches(const Box& box, int x, int y) {
         const double size = 1.0 / scale();
         return box.inset(-size).overlaps({x * size, y * size, size, size});

@@ -1,7 +1,7 @@
-#include "ControlNames.h"
+#include "Artwork/ControlNames.h"
+#include "Artwork/Typeface.h"
 #include "DemoGain_ViewLayout.h"
-#include "Support/Image.h"
-#include "Typeface.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 namespace varno {
 namespace {
 
-/// The names in the manual's numbered list of controls, whose rows begin "| 1 | **Name** |".
+// The names in the manual's numbered list of controls, whose rows begin "| 1 | **Name** |".
 std::vector<std::string> namesInManual() {
     constexpr std::string_view kEnd = "** |";
     std::ifstream manual(VARNO_MANUAL);
@@ -27,7 +27,7 @@ std::vector<std::string> namesInManual() {
     return names;
 }
 
-/// The words that are engraved beside the controls, in their order.
+// The words that are engraved beside the controls, in their order.
 std::string engravedWords() {
     const Typeface typeface;
     const Canvas canvas(1, 1, 1);
@@ -48,7 +48,7 @@ TEST(Manual, CallsTheControlsWhatThePanelDoes) {
     const std::vector<std::string> names = namesInManual();
     std::string words;
     // The preset buttons bring their own lettering; the meters are called L and R.
-    for (size_t i = 0; i < names.size(); ++i) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
         const DemoGain_ViewLayout::Kind kind = DemoGain_ViewLayout::kControls[i].mKind;
         if (kind != DemoGain_ViewLayout::Kind::KickButton && kind != DemoGain_ViewLayout::Kind::Meter) {
             words.append(names[i]).append(" ");

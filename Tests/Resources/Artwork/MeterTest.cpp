@@ -1,7 +1,7 @@
-#include "Meter.h"
-#include "MeterScale.h"
-#include "Placement.h"
-#include "Support/BundleBitmap.h"
+#include "Artwork/Meter.h"
+#include "Artwork/MeterScale.h"
+#include "Artwork/Placement.h"
+#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -67,7 +67,7 @@ TEST_P(MeterTest, LitLampsAreFarBrighterThanDarkOnes) {
 
 INSTANTIATE_TEST_SUITE_P(Scale, MeterTest, testing::Values(1, 2));
 
-/// Where the editor's meter begins to be lit: it draws whole steps of the dark picture from the left.
+// Where the editor's meter begins to be lit: it draws whole steps of the dark picture from the left.
 double litFrom(double reductionDB) {
     const Box meter = controlBox("METERGR1");
     const double value = 1.0 - litPart(reductionDB);

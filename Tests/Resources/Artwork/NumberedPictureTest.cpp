@@ -1,8 +1,8 @@
-#include "NumberedPicture.h"
+#include "Artwork/NumberedPicture.h"
 
-#include "Artwork.h"
-#include "Placement.h"
-#include "Support/Image.h"
+#include "Artwork/Artwork.h"
+#include "Artwork/Placement.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <fstream>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "Options.h"
+#include "Artwork/Options.h"
 
 #include <gmock/gmock.h>
 
@@ -34,7 +34,7 @@ TEST(ArtworkOptions, HelpNamesEveryOption) {
 
 struct Wrong {
     std::vector<std::string> mArguments;
-    const char* mNamed; ///< What the message names.
+    const char* mNamed; // What the message names.
 };
 
 void PrintTo(const Wrong& wrong, std::ostream* stream) {

@@ -1,6 +1,6 @@
-#include "Painter.h"
+#include "Artwork/Painter.h"
 
-#include "Support/Image.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Palette.h"
+#include "Artwork/Palette.h"
 
 #include <gmock/gmock.h>
 

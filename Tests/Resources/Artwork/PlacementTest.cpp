@@ -1,4 +1,4 @@
-#include "Placement.h"
+#include "Artwork/Placement.h"
 
 #include <gtest/gtest.h>
 #include <iterator>

@@ -1,5 +1,5 @@
-#include "Support/BundleBitmap.h"
-#include "Support/PrintTo.h"
+#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
+#include "Tests/Resources/Artwork/Support/PrintTo.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "Artwork.h"
-#include "Placement.h"
-#include "Support/BundleBitmap.h"
+#include "Artwork/Artwork.h"
+#include "Artwork/Placement.h"
+#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
 
 #include <gtest/gtest.h>
 

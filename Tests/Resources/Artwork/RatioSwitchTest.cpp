@@ -1,4 +1,4 @@
-#include "Support/BundleBitmap.h"
+#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ protected:
     RatioSwitchTest()
         : pictures(test::bundlePictures(Art::Ratio, GetParam())) {}
 
-    /// The mean brightness of what the mouse takes for a position.
+    // The mean brightness of what the mouse takes for a position.
     static double brightness(const Image& picture, int position) {
         const int width = picture.width() / kPositions;
         double sum = 0.0;

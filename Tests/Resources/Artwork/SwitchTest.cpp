@@ -1,4 +1,4 @@
-#include "Support/BundleBitmap.h"
+#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@ namespace {
 using DemoGain_ViewLayout::Art;
 using test::Image;
 
-/// The two pictures at one of the scales, seen without colour.
+// The two pictures at one of the scales, seen without colour.
 class SwitchTest : public testing::TestWithParam<int> {
 protected:
     SwitchTest()
@@ -19,7 +19,7 @@ protected:
     const Image& off() const { return pictures[0]; }
     const Image& on() const { return pictures[1]; }
 
-    /// The mean brightness between two shares of the width.
+    // The mean brightness between two shares of the width.
     static double brightness(const Image& picture, double from, double to) {
         double sum = 0.0;
         int count = 0;

@@ -1,4 +1,4 @@
-#include "Typeface.h"
+#include "Artwork/Typeface.h"
 
 #include <gmock/gmock.h>
 #include <stdexcept>

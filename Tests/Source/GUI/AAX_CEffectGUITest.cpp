@@ -2,9 +2,9 @@
 
 #include "AAX_CString.h"
 #include "AAX_Exception.h"
-#include "TestEditor.h"
+#include "Tests/Source/GUI/TestEditor.h"
+#include "Tests/Support/VirtualSlot.h"
 #include "VSTGUI_Library.h"
-#include "VirtualSlot.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -29,7 +29,7 @@ protected:
     Calls takeCalls() { return std::exchange(editor->calls, {}); }
 
 private:
-    const int32_t mObjectsBefore = CACFUnknown::GetActiveObjectCount();
+    const std::int32_t mObjectsBefore = CACFUnknown::GetActiveObjectCount();
 
 protected:
     FakeHost host;
@@ -46,7 +46,7 @@ struct Slots : AAX_CEffectGUI_VST {
     using AAX_CEffectGUI_VST::CreateEffectView;
 };
 
-/// Behind the three operations of the component and the ten of the host's interface.
+// Behind the three operations of the component and the ten of the host's interface.
 TEST_F(AAX_CEffectGUITest, VirtualSlotsHaveTheirOrder) {
     const std::ptrdiff_t first = slotOf(&AAX_IACFEffectGUI::Initialize);
     EXPECT_EQ(first, 3);
@@ -102,13 +102,13 @@ TEST_F(AAX_CEffectGUITest, AsksOneIndexTooManyForTheParameters) {
     editor->Initialize(&host);
     takeCalls();
     editor->UpdateAllParameters();
-    EXPECT_EQ(parameters->queries, (std::vector<int32_t>{0, 1, 2, 3}));
+    EXPECT_EQ(parameters->queries, (std::vector<std::int32_t>{0, 1, 2, 3}));
     EXPECT_EQ(takeCalls(), (Calls{"updated A", "updated B", "updated C"}));
 
     parameters->queries.clear();
     parameters->count = 0;
     editor->UpdateAllParameters();
-    EXPECT_EQ(parameters->queries, std::vector<int32_t>{0});
+    EXPECT_EQ(parameters->queries, std::vector<std::int32_t>{0});
     EXPECT_EQ(takeCalls(), Calls{"updated A"});
 }
 
@@ -120,7 +120,7 @@ TEST_F(AAX_CEffectGUITest, AsksForNoParameterWithoutACount) {
     parameters->count = 3;
     parameters->countResult = AAX_ERROR_UNIMPLEMENTED;
     editor->UpdateAllParameters();
-    EXPECT_EQ(parameters->queries, std::vector<int32_t>{});
+    EXPECT_EQ(parameters->queries, std::vector<std::int32_t>{});
     EXPECT_EQ(takeCalls(), Calls{});
 }
 
@@ -182,7 +182,7 @@ TEST_F(AAX_CEffectGUITest, LetsNoExceptionOut) {
     EXPECT_EQ(editor->SetViewContainer(nullptr), 0);
 }
 
-/// The base's own answers, of an editor that adds nothing.
+// The base's own answers, of an editor that adds nothing.
 class BareEditor final : public AAX_CEffectGUI {
 public:
     ~BareEditor() override { Uninitialize(); }

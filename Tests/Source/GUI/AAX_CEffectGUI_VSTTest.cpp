@@ -1,7 +1,7 @@
 #include "AAX_CEffectGUI_VST.h"
 
-#include "FakeDesktop.h"
-#include "TestEditor.h"
+#include "Tests/Source/GUI/FakeDesktop.h"
+#include "Tests/Source/GUI/TestEditor.h"
 #include "VSTGUI_Library.h"
 
 #include "vstgui/lib/ccolor.h"
@@ -15,7 +15,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-/// Without a display: no frame can be opened, and everything else goes on.
+// Without a display: no frame can be opened, and everything else goes on.
 class AAX_CEffectGUI_VSTTest : public ::testing::Test {
 protected:
     AAX_CEffectGUI_VSTTest() {
@@ -26,7 +26,7 @@ protected:
         editor->calls.clear();
     }
 
-    void give(int32_t type, void* pointer) {
+    void give(std::int32_t type, void* pointer) {
         container.type = type;
         container.view = pointer;
         EXPECT_EQ(editor->SetViewContainer(&container), 0);
@@ -111,7 +111,7 @@ TEST_F(AAX_CEffectGUI_VSTTest, AViewThatCannotBeOpenedIsHarmless) {
     EXPECT_EQ(desktop.references(), 0);
 }
 
-/// Tells when it goes.
+// Tells when it goes.
 class MortalView : public VSTGUI_ContentView {
 public:
     MortalView(VSTGUI::VSTGUIEditorInterface* editor, Calls& calls)

@@ -1,31 +1,31 @@
 #include "AAX_CVSTGUIButtonState.h"
 
-#include "HostMouse.h"
+#include "Tests/Source/GUI/HostMouse.h"
 
 #include <gtest/gtest.h>
 
 namespace varno::test {
 namespace {
 
-uint32_t wordOf(const AAX_CVSTGUIButtonState& state) {
-    return static_cast<uint32_t>(state.GetButtonState()());
+std::uint32_t wordOf(const AAX_CVSTGUIButtonState& state) {
+    return static_cast<std::uint32_t>(state.GetButtonState()());
 }
 
 TEST(AAX_CVSTGUIButtonStateTest, TranslatesEachBitBothWays) {
     struct Pair {
-        int32_t vstgui;
-        uint32_t host;
+        std::int32_t vstgui;
+        std::uint32_t host;
     };
     const Pair pairs[] = {{0x10, 0x01}, {0x80, 0x02}, {0x40, 0x04}, {0x20, 0x08}, {0x08, 0x10}};
     for (const Pair& pair : pairs) {
         const AAX_CVSTGUIButtonState fromVSTGUI(pair.vstgui, nullptr);
         EXPECT_EQ(fromVSTGUI.GetModifiers(), pair.host);
-        EXPECT_EQ(wordOf(fromVSTGUI), static_cast<uint32_t>(pair.vstgui));
+        EXPECT_EQ(wordOf(fromVSTGUI), static_cast<std::uint32_t>(pair.vstgui));
         HostMouse host;
         host.modifiers = pair.host;
         const AAX_CVSTGUIButtonState fromHost(0, &host);
         EXPECT_EQ(fromHost.GetModifiers(), pair.host);
-        EXPECT_EQ(wordOf(fromHost), static_cast<uint32_t>(pair.vstgui));
+        EXPECT_EQ(wordOf(fromHost), static_cast<std::uint32_t>(pair.vstgui));
     }
 }
 
@@ -46,7 +46,7 @@ TEST(AAX_CVSTGUIButtonStateTest, KeepsWhatHasNoCounterpart) {
     host.modifiers = 0x100;
     const AAX_CVSTGUIButtonState state(VSTGUI::kLButton | VSTGUI::kDoubleClick, &host);
     EXPECT_EQ(state.GetModifiers(), 0x100U);
-    EXPECT_EQ(wordOf(state), static_cast<uint32_t>(VSTGUI::kLButton | VSTGUI::kDoubleClick));
+    EXPECT_EQ(wordOf(state), static_cast<std::uint32_t>(VSTGUI::kLButton | VSTGUI::kDoubleClick));
 }
 
 } // namespace

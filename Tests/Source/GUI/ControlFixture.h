@@ -1,8 +1,8 @@
 /// Controls in a frame without a window, driven through their handlers and by events.
-#ifndef VARNO_TEST_CONTROLFIXTURE_H
-#define VARNO_TEST_CONTROLFIXTURE_H
+#ifndef VARNO_TESTS_SOURCE_GUI_CONTROLFIXTURE_H
+#define VARNO_TESTS_SOURCE_GUI_CONTROLFIXTURE_H
 
-#include "HostMouse.h"
+#include "Tests/Source/GUI/HostMouse.h"
 #include "VSTGUI_Library.h"
 
 #include "vstgui/lib/cbitmap.h"
@@ -40,7 +40,7 @@ private:
 
 class ControlFixture : public ::testing::Test {
 protected:
-    static constexpr int32_t kTag = 7;
+    static constexpr std::int32_t kTag = 7;
     /// Where controls lie, and how large they are.
     static constexpr VSTGUI::CCoord kLeft = 20.0;
     static constexpr VSTGUI::CCoord kTop = 10.0;
@@ -72,13 +72,14 @@ protected:
     /// A place within the control.
     static VSTGUI::CPoint at(VSTGUI::CCoord x, VSTGUI::CCoord y) { return {kLeft + x, kTop + y}; }
 
-    static VSTGUI::CMouseEventResult press(VSTGUI::CView& control, int32_t state, VSTGUI::CPoint where) {
+    static VSTGUI::CMouseEventResult press(VSTGUI::CView& control, std::int32_t state, VSTGUI::CPoint where) {
         return control.onMouseDown(where, state);
     }
-    static VSTGUI::CMouseEventResult move(VSTGUI::CView& control, int32_t state, VSTGUI::CPoint where) {
+    static VSTGUI::CMouseEventResult move(VSTGUI::CView& control, std::int32_t state, VSTGUI::CPoint where) {
         return control.onMouseMoved(where, state);
     }
-    static VSTGUI::CMouseEventResult release(VSTGUI::CView& control, int32_t state, VSTGUI::CPoint where) {
+    static VSTGUI::CMouseEventResult release(VSTGUI::CView& control, std::int32_t state,
+                                             VSTGUI::CPoint where) {
         return control.onMouseUp(where, state);
     }
 
@@ -106,7 +107,7 @@ protected:
     HostMouse host;
 
 private:
-    const int32_t mKnobMode = VSTGUI::CFrame::kDefaultKnobMode;
+    const std::int32_t mKnobMode = VSTGUI::CFrame::kDefaultKnobMode;
 };
 
 } // namespace varno::test

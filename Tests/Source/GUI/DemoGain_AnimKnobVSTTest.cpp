@@ -1,6 +1,6 @@
 #include "DemoGain_AnimKnobVST.h"
 
-#include "ControlFixture.h"
+#include "Tests/Source/GUI/ControlFixture.h"
 
 #include "vstgui/lib/coffscreencontext.h"
 
@@ -21,8 +21,8 @@ protected:
             new Knob(place(), &listener, kTag, kPictures, kSide, pictures(kPictures), VSTGUI::CPoint(0, 0)));
     }
 
-    /// How far a drag of 20 units to the right turns a knob.
-    float drag(VSTGUI::CView& knob, int32_t keys) {
+    // How far a drag of 20 units to the right turns a knob.
+    float drag(VSTGUI::CView& knob, std::int32_t keys) {
         auto& control = dynamic_cast<VSTGUI::CControl&>(knob);
         control.setValue(0.5F);
         press(knob, kLButton, at(20, 20));
@@ -31,7 +31,7 @@ protected:
         return control.getValue() - 0.5F;
     }
 
-    /// The colour at the middle of the knob's left edge when it is drawn, and at its centre.
+    // The colour at the middle of the knob's left edge when it is drawn, and at its centre.
     std::pair<VSTGUI::CColor, VSTGUI::CColor> drawnColours(VSTGUI::CView& knob) {
         const auto context = VSTGUI::COffscreenContext::create(VSTGUI::CPoint(100, 100));
         context->beginDraw();
@@ -39,10 +39,11 @@ protected:
         context->endDraw();
         const auto pixels = VSTGUI::owned(VSTGUI::CBitmapPixelAccess::create(context->getBitmap()));
         std::pair<VSTGUI::CColor, VSTGUI::CColor> colours;
-        pixels->setPosition(static_cast<uint32_t>(kLeft) + 1, static_cast<uint32_t>(kTop + kSide / 2));
+        pixels->setPosition(static_cast<std::uint32_t>(kLeft) + 1,
+                            static_cast<std::uint32_t>(kTop + kSide / 2));
         pixels->getColor(colours.first);
-        pixels->setPosition(static_cast<uint32_t>(kLeft + kSide / 2),
-                            static_cast<uint32_t>(kTop + kSide / 2));
+        pixels->setPosition(static_cast<std::uint32_t>(kLeft + kSide / 2),
+                            static_cast<std::uint32_t>(kTop + kSide / 2));
         pixels->getColor(colours.second);
         return colours;
     }

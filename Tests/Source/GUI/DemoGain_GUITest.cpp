@@ -2,9 +2,9 @@
 
 #include "AAX_IACFViewContainer.h"
 #include "DemoGain_AnimKnobVST.h"
-#include "FakeHostServices.h"
-#include "RecordingViewContainer.h"
-#include "ViewFixture.h"
+#include "Tests/Source/GUI/ViewFixture.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/RecordingViewContainer.h"
 
 #include <gmock/gmock.h>
 
@@ -15,12 +15,12 @@ namespace {
 using testing::IsEmpty;
 using varno::test::ViewFixture;
 
-/// The editor with its view in reach.
+// The editor with its view in reach.
 class ReachableGUI : public DemoGain_GUI {
 public:
     using AAX_CEffectGUI_VST::GetView;
 
-    /// Shows a view that is none of the plug-in's.
+    // Shows a view that is none of the plug-in's.
     bool showsAnotherView = false;
 
 protected:
@@ -33,17 +33,17 @@ protected:
     }
 };
 
-/// An X11 window that no display has.
+// An X11 window that no display has.
 class NowhereContainer : public varno::RecordingViewContainer {
 public:
     NowhereContainer() {
         offer(IID_IAAXViewContainerV1, this);
         view = this; // not null, and no window's number
     }
-    int32_t GetType() override { return AAX_eViewContainerType_X11; }
+    std::int32_t GetType() override { return AAX_eViewContainerType_X11; }
 };
 
-/// Editors on the fixture's data model. Without a display, all works but for what is drawn.
+// Editors on the fixture's data model. Without a display, all works but for what is drawn.
 class DemoGain_GUITest : public ViewFixture {
 protected:
     DemoGain_GUITest() {
@@ -56,7 +56,7 @@ protected:
         EXPECT_EQ(editor->Initialize(&host), AAX_SUCCESS);
         return editor;
     }
-    /// The control of an editor's view.
+    // The control of an editor's view.
     static VSTGUI::CControl& control(const ReachableGUI& editor, const char* id) {
         return *dynamic_cast<DemoGain_View&>(*editor.GetView()).GetControl(id);
     }
@@ -78,7 +78,7 @@ TEST_F(DemoGain_GUITest, CreatesAnEditorThatNobodyHoldsYet) {
     EXPECT_EQ(CACFUnknown::GetActiveObjectCount(), before);
 }
 
-/// A test program has no resources around it.
+// A test program has no resources around it.
 TEST_F(DemoGain_GUITest, AMissingBundleIsAssertedAndTheEditorGoesOn) {
     const varno::test::SharedBitmapsScope scope;
     const varno::ListeningHost listener;

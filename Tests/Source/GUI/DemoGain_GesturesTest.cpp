@@ -11,9 +11,9 @@ namespace {
 using namespace DemoGain_Gestures;
 
 struct Expected {
-    int32_t mTag;
+    std::int32_t mTag;
     std::string mID;
-    std::string mText; ///< At a value of 0.333.
+    std::string mText; // At a value of 0.333.
     bool mRestarts;
 };
 
@@ -51,7 +51,7 @@ TEST(DemoGain_Gestures, EveryTagHasItsParameterTextAndRestart) {
 }
 
 TEST(DemoGain_Gestures, OtherTagsAreNobodys) {
-    for (const int32_t tag : {-2, DemoGain_ViewLayout::kNoTag, 0, 1, 2, 16, 17, 20, 1000}) {
+    for (const std::int32_t tag : {-2, DemoGain_ViewLayout::kNoTag, 0, 1, 2, 16, 17, 20, 1000}) {
         EXPECT_EQ(ControlOf(tag), nullptr) << tag;
     }
     EXPECT_EQ(ControlOf(std::string_view("gain")), nullptr);

@@ -1,10 +1,10 @@
 #include "DemoGain_HostGestures.h"
 
-#include "ControlFixture.h"
 #include "DemoGain_AnimKnobVST.h"
 #include "DemoGain_KickButtonVST.h"
 #include "DemoGain_OnOffButtonVST.h"
 #include "DemoGain_SwitchHorVST.h"
+#include "Tests/Source/GUI/ControlFixture.h"
 
 namespace varno::test {
 namespace {
@@ -20,12 +20,12 @@ using VSTGUI::MouseButton;
 
 constexpr int kPictures = 5;
 
-/// A control of the editor and the library's own, made alike.
+// A control of the editor and the library's own, made alike.
 struct Knob {
     using Ours = DemoGain_AnimKnobVST;
     using Base = VSTGUI::CAnimKnob;
     template<class Control>
-    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, int32_t tag,
+    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, std::int32_t tag,
                          VSTGUI::CBitmap* bitmap) {
         return new Control(place, listener, tag, kPictures, place.getHeight(), bitmap, VSTGUI::CPoint(0, 0));
     }
@@ -34,7 +34,7 @@ struct Switch {
     using Ours = DemoGain_SwitchHorVST;
     using Base = VSTGUI::CHorizontalSwitch;
     template<class Control>
-    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, int32_t tag,
+    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, std::int32_t tag,
                          VSTGUI::CBitmap* bitmap) {
         return new Control(place, listener, tag, kPictures, place.getHeight(), kPictures, bitmap,
                            VSTGUI::CPoint(0, 0));
@@ -44,7 +44,7 @@ struct OnOff {
     using Ours = DemoGain_OnOffButtonVST;
     using Base = VSTGUI::COnOffButton;
     template<class Control>
-    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, int32_t tag,
+    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, std::int32_t tag,
                          VSTGUI::CBitmap* bitmap) {
         return new Control(place, listener, tag, bitmap, 0);
     }
@@ -53,7 +53,7 @@ struct Kick {
     using Ours = DemoGain_KickButtonVST;
     using Base = VSTGUI::CKickButton;
     template<class Control>
-    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, int32_t tag,
+    static Control* make(const VSTGUI::CRect& place, VSTGUI::IControlListener* listener, std::int32_t tag,
                          VSTGUI::CBitmap* bitmap) {
         return new Control(place, listener, tag, place.getHeight(), bitmap, VSTGUI::CPoint(0, 0));
     }
@@ -73,7 +73,7 @@ protected:
         return control;
     }
 
-    /// What a control does in everything that a user may do to it: results, calls of the listener and values.
+    // What a control does in everything that a user may do to it: results, calls of the listener and values.
     Log life(VSTGUI::CControl& control) {
         Log log;
         const auto note = [&](auto result) {
@@ -83,12 +83,12 @@ protected:
             log.push_back("at " + std::to_string(control.getValue()));
         };
         // Exactly the left button and the Alt key is left out: it does something of its own.
-        std::vector<int32_t> combinations = {0, +kShift, kAlt | kShift, kControl | kShift};
+        std::vector<std::int32_t> combinations = {0, +kShift, kAlt | kShift, kControl | kShift};
         // The Control key alone makes our knob's drag a fine one.
         if (!std::is_same_v<Kind, Knob>) {
             combinations.push_back(+kControl);
         }
-        for (const int32_t keys : combinations) {
+        for (const std::int32_t keys : combinations) {
             note(press(control, kLButton | keys, at(4, 30)));
             note(move(control, kLButton | keys, at(12, 8)));
             note(move(control, kLButton | keys, at(33, 20)));
@@ -97,7 +97,7 @@ protected:
             note(move(control, kLButton | keys, at(-20, -5)));
             note(release(control, kLButton | keys, at(-20, -5)));
         }
-        for (const int32_t state : {0, +kRButton, +VSTGUI::kMButton, kLButton | VSTGUI::kDoubleClick}) {
+        for (const std::int32_t state : {0, +kRButton, +VSTGUI::kMButton, kLButton | VSTGUI::kDoubleClick}) {
             note(press(control, state, at(30, 30)));
             note(move(control, state, at(12, 8)));
             note(release(control, state, at(12, 8)));
@@ -207,7 +207,7 @@ TYPED_TEST(DemoGain_HostGesturesTest, AnOptionClickOnTheDefaultValueOnlyTouches)
 TYPED_TEST(DemoGain_HostGesturesTest, OnlyTheExactClickSetsTheDefaultValue) {
     auto* const control = this->makeHosted();
     control->setDefaultValue(0.25F);
-    for (const int32_t state :
+    for (const std::int32_t state :
          {+kLButton, +kAlt, kLButton | kAlt | kShift, kLButton | kAlt | kControl, kRButton | kAlt,
           kLButton | kControl, kLButton | kAlt | VSTGUI::kDoubleClick}) {
         EXPECT_FALSE(control->checkDefaultValue(state));

@@ -1,6 +1,6 @@
 #include "DemoGain_KickButtonVST.h"
 
-#include "ControlFixture.h"
+#include "Tests/Source/GUI/ControlFixture.h"
 
 namespace varno::test {
 namespace {

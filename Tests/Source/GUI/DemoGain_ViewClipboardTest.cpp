@@ -1,5 +1,5 @@
 #include "DemoGain_PresetText.h"
-#include "ViewFixture.h"
+#include "Tests/Source/GUI/ViewFixture.h"
 
 #include "vstgui/lib/events.h"
 
@@ -21,7 +21,7 @@ constexpr char kPreset[] = "Varno-S 030001\n"
 
 class DemoGain_ViewClipboard : public ViewFixture {
 protected:
-    /// The calls of a click as the library makes them: down and then up again, both told at the release.
+    // The calls of a click as the library makes them: down and then up again, both told at the release.
     std::vector<std::string> click(const char* id, bool isInside = true) {
         VSTGUI::CControl* const button = view->GetControl(id);
         VSTGUI::CPoint in = button->getViewSize().getCenter();
@@ -33,7 +33,7 @@ protected:
         mWritesBefore = clipboard->writes;
         return model->takeCalls();
     }
-    /// Whether the view has used the key.
+    // Whether the view has used the key.
     bool press(char32_t character, std::initializer_list<VSTGUI::ModifierKey> modifiers,
                VSTGUI::EventType type = VSTGUI::EventType::KeyDown) {
         VSTGUI::KeyboardEvent event;
@@ -110,7 +110,7 @@ TEST_F(DemoGain_ViewClipboard, APastedCopyRestoresEverything) {
     }
     click("PR2K");
     answer();
-    size_t i = 0;
+    std::size_t i = 0;
     for (const DemoGain_PresetText::Item& item : DemoGain_PresetText::kItems) {
         EXPECT_NEAR(valueOf(item.mParameterID), before[i++], 1e-7) << item.mParameterID;
     }

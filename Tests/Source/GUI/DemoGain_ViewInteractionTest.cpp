@@ -1,7 +1,7 @@
 #include "DemoGain_Alg.h"
 #include "DemoGain_MeterLaw.h"
-#include "FakeHostServices.h"
-#include "ViewFixture.h"
+#include "Tests/Source/GUI/ViewFixture.h"
+#include "Tests/Support/FakeHostServices.h"
 
 #include <gmock/gmock.h>
 
@@ -13,10 +13,10 @@ using varno::test::ViewFixture;
 
 class DemoGain_ViewInteraction : public ViewFixture {
 protected:
-    /// Meters of an instance: reduction of both sides and averaged levels.
+    // Meters of an instance: reduction of both sides and averaged levels.
     void readMeters(float left, float right, float input, float output) {
         const float values[] = {left, right, input, output};
-        for (size_t tap = 0; tap < std::size(values); ++tap) {
+        for (std::size_t tap = 0; tap < std::size(values); ++tap) {
             controller.meters[cDemoGain_MeterID[tap]] = values[tap];
         }
     }
@@ -106,7 +106,7 @@ TEST_F(DemoGain_ViewInteraction, TouchesAndReleasesByTag) {
 TEST_F(DemoGain_ViewInteraction, AStrangeTagIsAssertedAndDoesNothing) {
     const varno::ListeningHost listener;
     VSTGUI::CControl* const control = view->GetControl("Gain");
-    for (const int32_t tag : {-1, 0, 2, 16, 17, 20}) {
+    for (const std::int32_t tag : {-1, 0, 2, 16, 17, 20}) {
         control->setTag(tag);
         view->controlBeginEdit(control);
         view->controlEndEdit(control);
@@ -237,7 +237,7 @@ TEST_F(DemoGain_ViewInteraction, MatchesTheVolumeAfterAGesture) {
     view->Tick(1000);
     EXPECT_FALSE(view->IsMatchingRequested());
     EXPECT_THAT(model->takeCalls(), IsEmpty()) << "the input's peak is taken after the time is";
-    for (uint32_t tick = 1; tick <= 11; ++tick) {
+    for (std::uint32_t tick = 1; tick <= 11; ++tick) {
         view->Tick(1000 + tick);
         answer();
     }
@@ -247,7 +247,7 @@ TEST_F(DemoGain_ViewInteraction, MatchesTheVolumeAfterAGesture) {
 TEST_F(DemoGain_ViewInteraction, WithoutAGestureTheVolumeStays) {
     automate("ASw", 1.0);
     readMeters(0.0F, 0.0F, 1.0F, 0.5F);
-    for (uint32_t tick = 0; tick < 100; ++tick) {
+    for (std::uint32_t tick = 0; tick < 100; ++tick) {
         view->Tick(1000 * tick);
     }
     EXPECT_THAT(model->takeCalls(), IsEmpty());
@@ -257,7 +257,7 @@ TEST_F(DemoGain_ViewInteraction, TurningAutoGainOnDoesNotMatchYet) {
     readMeters(0.0F, 0.0F, 1.0F, 0.5F);
     move("ASw", 1.0F);
     answer();
-    for (uint32_t tick = 0; tick < 100; ++tick) {
+    for (std::uint32_t tick = 0; tick < 100; ++tick) {
         view->Tick(1000 * tick);
     }
     EXPECT_THAT(model->takeCalls(), IsEmpty());

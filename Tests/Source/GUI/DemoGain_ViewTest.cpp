@@ -8,8 +8,8 @@
 #include "DemoGain_SwitchHorVST.h"
 #include "DemoGain_ViewLook.h"
 #include "DemoGain_VuMeterVST.h"
-#include "RecordingViewContainer.h"
-#include "ViewFixture.h"
+#include "Tests/Source/GUI/ViewFixture.h"
+#include "Tests/Support/RecordingViewContainer.h"
 
 #include "vstgui/lib/coffscreencontext.h"
 
@@ -35,10 +35,10 @@ struct Expected {
     const std::type_info& mClass;
     CRect mPlace;
     SharedPointer<CBitmap>& mBitmap;
-    int32_t mTag;
+    std::int32_t mTag;
 };
 
-/// One picture of a bitmap at its left and top; how large pictures are is the artwork's.
+// One picture of a bitmap at its left and top; how large pictures are is the artwork's.
 CRect at(int x, int y, Art art) {
     const DemoGain_ViewLayout::Bitmap& bitmap = DemoGain_ViewLayout::BitmapOf(art);
     return {VSTGUI::CPoint(x, y), VSTGUI::CPoint(bitmap.mWidth, bitmap.mHeight)};
@@ -89,7 +89,7 @@ TEST_F(DemoGain_ViewTest, LaterControlsLieAboveEarlierOnes) {
     view->getFrame()->forEachChild([&](VSTGUI::CView* child) { children.push_back(child); });
     ASSERT_EQ(children.size(), std::size(kExpected) + 1);
     EXPECT_EQ(children[0], view->GetStatusLabel());
-    for (size_t i = 0; i < std::size(kExpected); ++i) {
+    for (std::size_t i = 0; i < std::size(kExpected); ++i) {
         EXPECT_EQ(children[i + 1], view->GetControl(kExpected[i].mID)) << kExpected[i].mID;
     }
 }
@@ -184,14 +184,14 @@ TEST_F(DemoGain_ViewTest, ControlsOfferGesturesToTheHostByName) {
 
 TEST_F(DemoGain_ViewTest, HighlightsInTheHostsColours) {
     auto& gain = dynamic_cast<DemoGain_AnimKnobVST&>(*view->GetControl("Gain"));
-    const std::pair<int32_t, CColor> colours[] = {
+    const std::pair<std::int32_t, CColor> colours[] = {
         {0, {200, 0, 0, 255}}, {1, {0, 0, 200, 255}}, {2, {0, 200, 0, 255}}, {3, {200, 200, 0, 255}}};
     for (const auto& [colour, shown] : colours) {
         view->highlitePeak(1, static_cast<AAX_EHighlightColor>(colour));
         EXPECT_TRUE(gain.getHighLite());
         EXPECT_EQ(gain.getCoronaColor(), shown) << colour;
     }
-    for (const int32_t strange : {4, -1, 1000}) {
+    for (const std::int32_t strange : {4, -1, 1000}) {
         view->highlitePeak(0, AAX_eHighlightColor_Red);
         EXPECT_FALSE(gain.getHighLite());
         EXPECT_EQ(gain.getCoronaColor(), CColor(100, 100, 100, 0));
@@ -263,8 +263,8 @@ TEST_F(DemoGain_ViewTest, WithoutFilesTheViewOpensEmpty) {
     view->Tick(1000);
 }
 
-/// A bitmap's colour at a pixel.
-CColor colourAt(CBitmap& bitmap, uint32_t x, uint32_t y) {
+// A bitmap's colour at a pixel.
+CColor colourAt(CBitmap& bitmap, std::uint32_t x, std::uint32_t y) {
     const auto pixels = VSTGUI::owned(VSTGUI::CBitmapPixelAccess::create(&bitmap));
     CColor colour;
     EXPECT_TRUE(pixels->setPosition(x, y));
@@ -281,11 +281,11 @@ TEST_F(DemoGain_ViewTest, TheBackgroundFillsAnEnlargedFrameFromTheVariantOfItsSi
         context->beginDraw();
         DemoGain_View::m_hPIBackground->draw(context, CRect(VSTGUI::CPoint(), size));
         context->endDraw();
-        const auto width = static_cast<uint32_t>(size.x);
-        const auto height = static_cast<uint32_t>(size.y);
-        constexpr uint32_t kStep = 7;
-        for (uint32_t y = 0; y < height; y += kStep) {
-            for (uint32_t x = 0; x < width; x += kStep) {
+        const auto width = static_cast<std::uint32_t>(size.x);
+        const auto height = static_cast<std::uint32_t>(size.y);
+        constexpr std::uint32_t kStep = 7;
+        for (std::uint32_t y = 0; y < height; y += kStep) {
+            for (std::uint32_t x = 0; x < width; x += kStep) {
                 ASSERT_EQ(colourAt(*context->getBitmap(), x, y), colourAt(expected, x, y)) << x << ", " << y;
             }
         }

@@ -10,21 +10,21 @@ namespace {
 constexpr float kLoud = 1.0F;
 constexpr float kHalf = 0.5F;
 constexpr float kSilent = 0.0F;
-constexpr double kUnity = 0.5; ///< The volume that stands for 0 dB.
-constexpr uint32_t kTickMs = 30;
+constexpr double kUnity = 0.5; // The volume that stands for 0 dB.
+constexpr std::uint32_t kTickMs = 30;
 
-/// A matcher on a clock of its own, with a volume that takes what is written.
+// A matcher on a clock of its own, with a volume that takes what is written.
 class VolumeMatchTest : public ::testing::Test {
 protected:
-    /// One tick after another `ms`; whether the volume was written.
-    bool tick(float input, float output, uint32_t ms = kTickMs) {
+    // One tick after another `ms`; whether the volume was written.
+    bool tick(float input, float output, std::uint32_t ms = kTickMs) {
         now += ms;
         const std::optional<double> written = match.Tick(now, input, output, volume);
         volume = written.value_or(volume);
         return written.has_value();
     }
 
-    /// Asks for a series with the clock read just now, so that its first measurement takes its full time.
+    // Asks for a series with the clock read just now, so that its first measurement takes its full time.
     void startSeries() {
         match.RequestRestart();
         tick(kLoud, kLoud);
@@ -32,7 +32,7 @@ protected:
         match.RequestRestart();
     }
 
-    /// The volume at which a first measurement of these peaks aims.
+    // The volume at which a first measurement of these peaks aims.
     static double targetOf(float input, float output) {
         DemoGain_VolumeMatch fresh;
         fresh.RequestRestart();
@@ -47,7 +47,7 @@ protected:
 
     DemoGain_VolumeMatch match;
     double volume = kUnity;
-    uint32_t now = 1000;
+    std::uint32_t now = 1000;
 };
 
 TEST_F(VolumeMatchTest, DoesNothingUnasked) {
@@ -113,7 +113,7 @@ TEST_F(VolumeMatchTest, TheClockMayWrap) {
     match.RequestRestart();
     tick(kLoud, kLoud);
     tick(kLoud, kLoud); // reads a clock that is not yet below zero
-    now = std::numeric_limits<uint32_t>::max() - 99;
+    now = std::numeric_limits<std::uint32_t>::max() - 99;
     tick(kLoud, kLoud, 0);
     tick(kLoud, kLoud, 0); // a step back of nearly the whole range, and on
     match.RequestRestart();
@@ -143,7 +143,7 @@ TEST_F(VolumeMatchTest, LimitsTheRatioTo20dBEitherWay) {
     EXPECT_DOUBLE_EQ(targetOf(0.02F, 1.0F), 0.0);
 }
 
-/// The peaks that a measurement sees are cleared by the one before: an input that has gone silent measures 0.
+// The peaks that a measurement sees are cleared by the one before: an input that has gone silent measures 0.
 TEST_F(VolumeMatchTest, NoInputAimsAtTheLowestVolume) {
     match.RequestRestart();
     EXPECT_FALSE(tick(0.011F, kSilent));
@@ -198,7 +198,7 @@ TEST_F(VolumeMatchTest, AGlideGoesOnFromItsOwnPositionNotFromTheHosts) {
 }
 
 TEST_F(VolumeMatchTest, ASeriesIsFiveMeasurementsAndAimsAtTheirMean) {
-    constexpr uint32_t kWholeMs = DemoGain_VolumeMatch::kMeasurementMs;
+    constexpr std::uint32_t kWholeMs = DemoGain_VolumeMatch::kMeasurementMs;
     startSeries();
     double sum = 0.0;
     for (int i = 1; i <= DemoGain_VolumeMatch::kSeriesLength; ++i) {

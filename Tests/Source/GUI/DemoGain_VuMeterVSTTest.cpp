@@ -1,13 +1,13 @@
 #include "DemoGain_VuMeterVST.h"
 
-#include "ControlFixture.h"
+#include "Tests/Source/GUI/ControlFixture.h"
 
 #include "vstgui/lib/coffscreencontext.h"
 
 namespace varno::test {
 namespace {
 
-constexpr int32_t kSteps = 16;
+constexpr std::int32_t kSteps = 16;
 
 class DemoGain_VuMeterVSTTest : public ControlFixture {
 protected:
@@ -37,7 +37,7 @@ TEST_F(DemoGain_VuMeterVSTTest, LeavesTheMouseAlone) {
     const auto meter = make<DemoGain_VuMeterVST>();
     meter->SetViewContainer(&host);
     meter->SetParamID("METERGR1");
-    for (const int32_t state : {+VSTGUI::kLButton, VSTGUI::kLButton | VSTGUI::kAlt}) {
+    for (const std::int32_t state : {+VSTGUI::kLButton, VSTGUI::kLButton | VSTGUI::kAlt}) {
         press(*meter, state, at(4, 4));
         move(*meter, state, at(5, 4));
         release(*meter, state, at(5, 4));

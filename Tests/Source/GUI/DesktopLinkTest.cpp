@@ -1,6 +1,6 @@
 #include "DesktopLink.h"
 
-#include "FakeDesktop.h"
+#include "Tests/Source/GUI/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -46,17 +46,17 @@ TEST_F(DesktopLinkTest, HasTheDesktopDriveTheLoop) {
     const Registration early = loop->addDescriptor(40, [&] { ++ticks; });
     DesktopLink link(&container);
     link.connect(loop);
-    EXPECT_EQ(desktop.descriptors(), (std::set<int32_t>{40}));
-    EXPECT_EQ(desktop.periods(), (std::vector<uint32_t>{16}));
+    EXPECT_EQ(desktop.descriptors(), (std::set<std::int32_t>{40}));
+    EXPECT_EQ(desktop.periods(), (std::vector<std::uint32_t>{16}));
     desktop.wakeDescriptor(40);
     EXPECT_EQ(ticks, 1);
     desktop.wakeTimers();
     EXPECT_EQ(ticks, 2);
 
     Registration late = loop->addDescriptor(41, [] {});
-    EXPECT_EQ(desktop.descriptors(), (std::set<int32_t>{40, 41}));
+    EXPECT_EQ(desktop.descriptors(), (std::set<std::int32_t>{40, 41}));
     late.reset();
-    EXPECT_EQ(desktop.descriptors(), (std::set<int32_t>{40}));
+    EXPECT_EQ(desktop.descriptors(), (std::set<std::int32_t>{40}));
 }
 
 TEST_F(DesktopLinkTest, GivesEverythingBack) {
@@ -87,7 +87,7 @@ TEST_F(DesktopLinkTest, EachLinkHasWatchesOfItsOwn) {
         other.connect(loop);
         EXPECT_EQ(desktop.periods().size(), 2U);
     }
-    EXPECT_EQ(desktop.descriptors(), (std::set<int32_t>{40}));
+    EXPECT_EQ(desktop.descriptors(), (std::set<std::int32_t>{40}));
     EXPECT_EQ(desktop.periods().size(), 1U);
 }
 

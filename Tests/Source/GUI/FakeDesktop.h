@@ -1,10 +1,10 @@
 /// A desktop whose events a test plays.
-#ifndef VARNO_TEST_FAKEDESKTOP_H
-#define VARNO_TEST_FAKEDESKTOP_H
+#ifndef VARNO_TESTS_SOURCE_GUI_FAKEDESKTOP_H
+#define VARNO_TESTS_SOURCE_GUI_FAKEDESKTOP_H
 
 #include "AAX_Errors.h"
 #include "AAX_IACFDesktop.h"
-#include "FakeUnknown.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <fcntl.h>
 #include <map>
@@ -20,16 +20,16 @@ public:
         *outScale = scale;
         return result;
     }
-    AAX_Result WatchDescriptor(int32_t descriptor, AAX_CWakeProc proc, void* context) override {
+    AAX_Result WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) override {
         mWatches[{descriptor, context}] = proc;
         return result;
     }
-    AAX_Result UnwatchDescriptor(int32_t descriptor, void* context) override {
+    AAX_Result UnwatchDescriptor(std::int32_t descriptor, void* context) override {
         sawClosedDescriptor |= ::fcntl(descriptor, F_GETFD) == -1;
         mWatches.erase({descriptor, context});
         return result;
     }
-    AAX_Result StartTimer(uint32_t periodMs, AAX_CWakeProc proc, void* context) override {
+    AAX_Result StartTimer(std::uint32_t periodMs, AAX_CWakeProc proc, void* context) override {
         mTimers[context] = {periodMs, proc};
         return result;
     }
@@ -39,23 +39,23 @@ public:
     }
 
     /// The descriptors that are watched by anybody.
-    std::set<int32_t> descriptors() const {
-        std::set<int32_t> found;
+    std::set<std::int32_t> descriptors() const {
+        std::set<std::int32_t> found;
         for (const auto& [watch, proc] : mWatches) {
             found.insert(watch.first);
         }
         return found;
     }
     /// The periods of all timers, in milliseconds.
-    std::vector<uint32_t> periods() const {
-        std::vector<uint32_t> found;
+    std::vector<std::uint32_t> periods() const {
+        std::vector<std::uint32_t> found;
         for (const auto& [context, timer] : mTimers) {
             found.push_back(timer.first);
         }
         return found;
     }
 
-    void wakeDescriptor(int32_t descriptor) {
+    void wakeDescriptor(std::int32_t descriptor) {
         const auto watches = mWatches;
         for (const auto& [watch, proc] : watches) {
             if (watch.first == descriptor) {
@@ -77,8 +77,8 @@ public:
     bool sawClosedDescriptor = false;
 
 private:
-    std::map<std::pair<int32_t, void*>, AAX_CWakeProc> mWatches;
-    std::map<void*, std::pair<uint32_t, AAX_CWakeProc>> mTimers;
+    std::map<std::pair<std::int32_t, void*>, AAX_CWakeProc> mWatches;
+    std::map<void*, std::pair<std::uint32_t, AAX_CWakeProc>> mTimers;
 };
 
 } // namespace varno::test

@@ -1,13 +1,13 @@
 #include "FrameOpening.h"
 
-#include "Eventually.h"
-#include "FakeDesktop.h"
-#include "Picture.h"
-#include "TestEditor.h"
+#include "Tests/Source/GUI/FakeDesktop.h"
+#include "Tests/Source/GUI/TestEditor.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/Picture.h"
+#include "Tests/Support/XErrors.h"
+#include "Tests/Support/XResources.h"
+#include "Tests/Support/XServer.h"
 #include "VSTGUI_Library.h"
-#include "XErrors.h"
-#include "XResources.h"
-#include "XServer.h"
 
 #include "vstgui/lib/ccolor.h"
 
@@ -24,26 +24,26 @@ namespace {
 
 constexpr int kWidth = 120;
 constexpr int kHeight = 80;
-constexpr uint32_t kRed = 0x00FF0000;
+constexpr std::uint32_t kRed = 0x00FF0000;
 
-/// The window as a container's pointer: the number in its place.
+// The window as a container's pointer: the number in its place.
 void* pointerTo(std::uintptr_t window) {
     return std::bit_cast<void*>(window);
 }
 
-/// Editors with a red view in windows of an X server's.
+// Editors with a red view in windows of an X server's.
 class FrameOpeningTest : public ::testing::Test {
 protected:
     FrameOpeningTest() {
         UseVSTGUI({});
         ::setenv("DISPLAY", server->display().c_str(), 1);
     }
-    /// One server for all: VSTGUI asks the first for the numbers of its atoms and keeps them while the
-    /// program runs.
+    // One server for all: VSTGUI asks the first for the numbers of its atoms and keeps them while the
+    // program runs.
     static void SetUpTestSuite() { server = std::make_unique<XServer>(); }
     static void TearDownTestSuite() { server.reset(); }
 
-    /// An editor and its window, which is made first and goes last.
+    // An editor and its window, which is made first and goes last.
     struct Place {
         explicit Place(const XClient& xClient, int x = 10)
             : client(xClient),
@@ -72,7 +72,7 @@ protected:
         bool isRed(test::Place where) const {
             return Picture::ofWindow(client, window, {where.x, where.y, 1, 1}).at({0, 0}) == kRed;
         }
-        /// Drives the editor by the host's timer until the view has drawn itself up to its last pixel.
+        // Drives the editor by the host's timer until the view has drawn itself up to its last pixel.
         bool isDrawn(int width = kWidth, int height = kHeight) const {
             return eventually([&] {
                 editor->TimerWakeup();
@@ -116,8 +116,8 @@ TEST_F(FrameOpeningTest, DrawsInTheHostsWindow) {
     EXPECT_TRUE(eventually([&] { return client.countChildren(place.window) == 0; }));
 }
 
-/// Each time the last frame closes, VSTGUI closes its connection, and each new one may lie where an old one
-/// lay.
+// Each time the last frame closes, VSTGUI closes its connection, and each new one may lie where an old one
+// lay.
 TEST_F(FrameOpeningTest, OpensAgainAndAgain) {
     constexpr int kRounds = 20;
     Place place(client);
@@ -181,7 +181,7 @@ TEST_F(FrameOpeningTest, LivesOnTheDesktopsEventLoopAlone) {
     place.container.offer(IID_IVarnoDesktopV1, &desktop);
     place.open();
     ASSERT_EQ(desktop.descriptors().size(), 1U);
-    ASSERT_EQ(desktop.periods(), std::vector<uint32_t>{16});
+    ASSERT_EQ(desktop.periods(), std::vector<std::uint32_t>{16});
     EXPECT_TRUE(eventually([&] {
         desktop.wakeDescriptor(*desktop.descriptors().begin());
         desktop.wakeTimers();
@@ -193,7 +193,7 @@ TEST_F(FrameOpeningTest, LivesOnTheDesktopsEventLoopAlone) {
     EXPECT_FALSE(desktop.sawClosedDescriptor);
 }
 
-/// Draws its own colour, and counts.
+// Draws its own colour, and counts.
 class Patch : public VSTGUI::CView {
 public:
     Patch(const VSTGUI::CRect& size, int& draws)
@@ -239,7 +239,7 @@ TEST_F(FrameOpeningTest, DrawsThePartThatTheHostAsksFor) {
 
 TEST_F(FrameOpeningTest, OpensNothingInWindowsThatAreNotThere) {
     Place place(client);
-    const auto isOpen = [&](int32_t type, std::uintptr_t view) {
+    const auto isOpen = [&](std::int32_t type, std::uintptr_t view) {
         place.container.type = type;
         place.container.view = pointerTo(view);
         EXPECT_EQ(place.editor->SetViewContainer(&place.container), 0);

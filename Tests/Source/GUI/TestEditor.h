@@ -1,13 +1,13 @@
 /// An editor of the bridge's own, for tests of what lies below the plug-in's editor.
-#ifndef VARNO_TEST_TESTEDITOR_H
-#define VARNO_TEST_TESTEDITOR_H
+#ifndef VARNO_TESTS_SOURCE_GUI_TESTEDITOR_H
+#define VARNO_TESTS_SOURCE_GUI_TESTEDITOR_H
 
 #include "AAX_CEffectGUI_VST.h"
 #include "AAX_IACFDesktop.h"
 #include "ACF/ACFPtr.h"
-#include "FakeUnknown.h"
-#include "RecordingViewContainer.h"
-#include "TestEffect.h"
+#include "Tests/Support/FakeUnknown.h"
+#include "Tests/Support/RecordingViewContainer.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <functional>
 #include <string>
@@ -18,23 +18,23 @@ namespace varno::test {
 /// A data model of three parameters that are nothing but their identifiers.
 class ThreeParameters : public TestEffect {
 public:
-    AAX_Result GetNumberOfParameters(int32_t* outCount) const override {
+    AAX_Result GetNumberOfParameters(std::int32_t* outCount) const override {
         *outCount = count;
         return countResult;
     }
-    AAX_Result GetParameterIDFromIndex(int32_t index, AAX_IString* outID) const override {
+    AAX_Result GetParameterIDFromIndex(std::int32_t index, AAX_IString* outID) const override {
         queries.push_back(index);
         constexpr const char* kIDs[] = {"A", "B", "C"};
-        if (index < 0 || index >= static_cast<int32_t>(std::size(kIDs))) {
+        if (index < 0 || index >= static_cast<std::int32_t>(std::size(kIDs))) {
             return AAX_ERROR_INVALID_PARAMETER_ID;
         }
         outID->Set(kIDs[index]);
         return AAX_SUCCESS;
     }
 
-    int32_t count = 3;
+    std::int32_t count = 3;
     AAX_Result countResult = AAX_SUCCESS;
-    mutable std::vector<int32_t> queries;
+    mutable std::vector<std::int32_t> queries;
 };
 
 /// A container of any type around any pointer.
@@ -44,9 +44,9 @@ public:
         offer(IID_IAAXViewContainerV1, this);
         offer(IID_IAAXViewContainerV2, this);
     }
-    int32_t GetType() override { return type; }
+    std::int32_t GetType() override { return type; }
 
-    int32_t type = AAX_eViewContainerType_None;
+    std::int32_t type = AAX_eViewContainerType_None;
 };
 
 /// Writes down what the bridge calls, and shows the view that the test wants.

@@ -1,6 +1,6 @@
 #include "VSTGUI_ContentView.h"
 
-#include "TestEffect.h"
+#include "Tests/Support/TestEffect.h"
 #include "VSTGUI_Library.h"
 
 #include "vstgui/lib/cview.h"
@@ -19,7 +19,7 @@ using VSTGUI::CRect;
 using VSTGUI::DragEventData;
 using VSTGUI::DragOperation;
 
-/// What reaches a view, with the place of what is dragged.
+// What reaches a view, with the place of what is dragged.
 using Log = std::vector<std::string>;
 
 std::string keysOf(const VSTGUI::Modifiers& modifiers) {
@@ -54,7 +54,7 @@ private:
     Log& mLog;
 };
 
-/// Takes the focus, keys and what is dragged.
+// Takes the focus, keys and what is dragged.
 class Taker : public VSTGUI::CView {
 public:
     Taker(const CRect& size, Log& log)
@@ -77,7 +77,7 @@ private:
     Log& mLog;
 };
 
-/// What the pass-through adds to a view of one's own.
+// What the pass-through adds to a view of one's own.
 class OwnView : public VSTGUI_ContentView {
 public:
     using VSTGUI_ContentView::VSTGUI_ContentView;
@@ -129,7 +129,7 @@ TEST_F(VSTGUI_ContentViewTest, SetsTheFramesSize) {
     EXPECT_EQ(view->getFrame()->getViewSize(), CRect(0, 0, 300, 50));
 }
 
-/// As the frame: it has neither place nor size on the screen before it is opened.
+// As the frame: it has neither place nor size on the screen before it is opened.
 TEST_F(VSTGUI_ContentViewTest, UnopenedHasNoSizeToTell) {
     CRect size(1, 2, 3, 4);
     EXPECT_FALSE(view->getSize(size));

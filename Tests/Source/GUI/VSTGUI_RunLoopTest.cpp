@@ -20,7 +20,7 @@ struct Timer : VSTGUI::X11::ITimerHandler {
         }
     }
     int count = 0;
-    VSTGUI_RunLoop* loop = nullptr; ///< Where it takes itself out at the first call.
+    VSTGUI_RunLoop* loop = nullptr; // Where it takes itself out at the first call.
 };
 
 class VSTGUI_RunLoopTest : public ::testing::Test {

@@ -1,13 +1,13 @@
 /// The editor's view on a data model, without a window.
-#ifndef VARNO_TEST_VIEWFIXTURE_H
-#define VARNO_TEST_VIEWFIXTURE_H
+#ifndef VARNO_TESTS_SOURCE_GUI_VIEWFIXTURE_H
+#define VARNO_TESTS_SOURCE_GUI_VIEWFIXTURE_H
 
 #include "ACF/ACFPtr.h"
 #include "Clipboard.h"
 #include "DemoGain_Parameters.h"
 #include "DemoGain_View.h"
-#include "FakeAutomation.h"
-#include "FakeController.h"
+#include "Tests/Support/FakeAutomation.h"
+#include "Tests/Support/FakeController.h"
 #include "VSTGUI_Library.h"
 
 #include <gtest/gtest.h>

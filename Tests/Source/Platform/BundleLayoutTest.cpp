@@ -1,6 +1,6 @@
 #include "BundleLayout.h"
 
-#include "TemporaryFolder.h"
+#include "Tests/Source/Platform/TemporaryFolder.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "Bundle.h"
 
-#include "TemporaryFolder.h"
+#include "Tests/Source/Platform/TemporaryFolder.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -18,12 +18,12 @@ struct Unload {
 };
 using Module = std::unique_ptr<void, Unload>;
 
-/// Copies of a module that tells which resources it finds, in bundles of their own.
+// Copies of a module that tells which resources it finds, in bundles of their own.
 class BundleTest : public testing::Test {
 protected:
     ~BundleTest() override { fs::current_path(mStartedIn); }
 
-    /// A bundle of this name below the root; its binary, as a path below the root.
+    // A bundle of this name below the root; its binary, as a path below the root.
     fs::path makeBundle(const fs::path& name) {
         fs::path binary = name / "Contents/x86_64-linux/Varno-S.so";
         fs::create_directories(root() / name / "Contents/Resources");

@@ -1,7 +1,7 @@
-#include "ChildProcess.h"
-#include "Eventually.h"
-#include "TemporaryFolder.h"
-#include "X11/SampleText.h"
+#include "Tests/Source/Platform/TemporaryFolder.h"
+#include "Tests/Source/Platform/X11/SampleText.h"
+#include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/Eventually.h"
 
 #include <cstdlib>
 #include <fcntl.h>
@@ -18,9 +18,9 @@ namespace {
 namespace fs = std::filesystem;
 using namespace varno::test;
 
-/// GNUstep keeps the pasteboard in a server, to which a second one tells of programs that come and go. These
-/// are the test's own: programs find them by names in a folder for temporary files, which they take from the
-/// environment when they start. So it is other programs that use the pasteboard here, never this one.
+// GNUstep keeps the pasteboard in a server, to which a second one tells of programs that come and go. These
+// are the test's own: programs find them by names in a folder for temporary files, which they take from the
+// environment when they start. So it is other programs that use the pasteboard here, never this one.
 class PasteboardServers {
 public:
     PasteboardServers() {
@@ -48,7 +48,7 @@ private:
 
 class ClipboardMacTest : public testing::Test {
 protected:
-    /// What the program on the pasteboard writes when it is told to do this; nothing where it fails.
+    // What the program on the pasteboard writes when it is told to do this; nothing where it fails.
     std::optional<std::string> told(const std::vector<std::string>& command) const {
         const fs::path file = servers.folder() / "output";
         const int output = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);

@@ -17,7 +17,7 @@ using varno::RunLoop;
 
 constexpr int kSomeDescriptor = 1000;
 
-/// Notes which handlers were called, in order.
+// Notes which handlers were called, in order.
 class RunLoopTest : public testing::Test {
 protected:
     RunLoop::Callback note(const std::string& name) {

@@ -20,7 +20,7 @@ using varno::RunLoop;
 void nothing() {
 }
 
-/// Notes what a watcher is told: 7 for a descriptor that came, -7 for one that went.
+// Notes what a watcher is told: 7 for a descriptor that came, -7 for one that went.
 class Told {
 public:
     RunLoop::Watcher watcher() {
@@ -117,7 +117,7 @@ TEST(RunLoopWatcher, MayLeaveWhileItIsTold) {
     EXPECT_THAT(told.take(), ElementsAre(7, 9));
 }
 
-/// A pipe whose reading end plays a connection.
+// A pipe whose reading end plays a connection.
 struct Pipe {
     Pipe() { EXPECT_EQ(pipe2(ends.data(), O_NONBLOCK), 0); }
     Pipe(const Pipe&) = delete;
@@ -143,7 +143,7 @@ struct Pipe {
     std::array<int, 2> ends{-1, -1};
 };
 
-/// A host's event loop, as one that waits with epoll.
+// A host's event loop, as one that waits with epoll.
 class EpollHost {
 public:
     EpollHost(const EpollHost&) = delete;
@@ -157,7 +157,7 @@ public:
         close(mEpoll);
     }
 
-    /// Whether something that it watches is readable now.
+    // Whether something that it watches is readable now.
     bool wakes() const {
         epoll_event event{};
         return epoll_wait(mEpoll, &event, 1, 0) == 1;

@@ -1,6 +1,6 @@
 /// A folder for a test's files.
-#ifndef VARNO_TEST_TEMPORARYFOLDER_H
-#define VARNO_TEST_TEMPORARYFOLDER_H
+#ifndef VARNO_TESTS_SOURCE_PLATFORM_TEMPORARYFOLDER_H
+#define VARNO_TESTS_SOURCE_PLATFORM_TEMPORARYFOLDER_H
 
 #include <cerrno>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 #include "X11Clipboard.h"
 
-#include "X11/SampleText.h"
-#include "X11/StrangeOwner.h"
-#include "XServer.h"
+#include "Tests/Source/Platform/X11/SampleText.h"
+#include "Tests/Source/Platform/X11/StrangeOwner.h"
+#include "Tests/Support/XServer.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using namespace varno::test;
 using Request = xcb_selection_request_event_t;
 using Change = xcb_property_notify_event_t;
 
-/// Reads from programs that misbehave: whatever they do, an answer is there within a second.
+// Reads from programs that misbehave: whatever they do, an answer is there within a second.
 class X11ClipboardOwnerTest : public testing::Test {
 protected:
     std::optional<std::string> textWithin(std::chrono::milliseconds limit) {
@@ -28,7 +28,7 @@ protected:
         return text;
     }
 
-    /// Begins to send by parts, and sends this one over and over.
+    // Begins to send by parts, and sends this one over and over.
     static StrangeOwner::Behaviour endless(const std::string& part) {
         return {begin, [part](RawClient& client, const Change& change) {
                     client.setText(change.window, change.atom, "UTF8_STRING", part);

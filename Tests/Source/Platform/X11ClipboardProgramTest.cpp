@@ -1,11 +1,11 @@
 #include "X11Clipboard.h"
 
-#include "ChildProcess.h"
-#include "Eventually.h"
-#include "TemporaryFolder.h"
-#include "X11/RawClient.h"
-#include "X11/SampleText.h"
-#include "XServer.h"
+#include "Tests/Source/Platform/TemporaryFolder.h"
+#include "Tests/Source/Platform/X11/RawClient.h"
+#include "Tests/Source/Platform/X11/SampleText.h"
+#include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/XServer.h"
 
 #include <fcntl.h>
 #include <fstream>
@@ -19,10 +19,10 @@ using varno::RunLoop;
 using varno::X11Clipboard;
 using namespace varno::test;
 
-/// With a program of another make: xclip.
+// With a program of another make: xclip.
 class X11ClipboardProgramTest : public testing::Test {
 protected:
-    /// What xclip pastes while our loop is driven.
+    // What xclip pastes while our loop is driven.
     std::string pastedBy(const std::string& target) {
         const std::string file = mFolder.path() / "pasted";
         const int output = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
@@ -40,7 +40,7 @@ protected:
         return text.str();
     }
 
-    /// xclip having copied the text, until the object goes.
+    // xclip having copied the text, until the object goes.
     std::unique_ptr<ChildProcess> copies(const std::string& text) {
         const std::string file = mFolder.path() / "copied";
         std::ofstream(file) << text;

@@ -1,10 +1,10 @@
 #include "X11Clipboard.h"
 
-#include "Eventually.h"
-#include "X11/RawClient.h"
-#include "X11/SampleText.h"
-#include "X11/StrangeOwner.h"
-#include "XServer.h"
+#include "Tests/Source/Platform/X11/RawClient.h"
+#include "Tests/Source/Platform/X11/SampleText.h"
+#include "Tests/Source/Platform/X11/StrangeOwner.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/XServer.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
@@ -20,13 +20,13 @@ using varno::RunLoop;
 using varno::X11Clipboard;
 using namespace varno::test;
 
-/// A program that takes what our clipboard serves.
+// A program that takes what our clipboard serves.
 class Receiver : public RawClient {
 public:
     using RawClient::RawClient;
 
-    /// Looks at what has come; the notice that answers a request is kept, and so are the names of the
-    /// properties that got a new value since they were last taken.
+    // Looks at what has come; the notice that answers a request is kept, and so are the names of the
+    // properties that got a new value since they were last taken.
     void look() {
         while (const RawEvent event = nextEvent()) {
             if (typeOfRaw(*event) == XCB_SELECTION_NOTIFY) {
@@ -48,7 +48,7 @@ protected:
         });
     }
 
-    /// The property that our clipboard says it put the answer into; none for a refusal.
+    // The property that our clipboard says it put the answer into; none for a refusal.
     xcb_atom_t answerTo(Receiver& receiver, const std::string& target, const std::string& property,
                         xcb_timestamp_t time = XCB_CURRENT_TIME) {
         receiver.notice.reset();
@@ -65,7 +65,7 @@ protected:
         return client.takeProperty("INTO");
     }
 
-    /// The next part of a text that comes in parts.
+    // The next part of a text that comes in parts.
     std::string nextPart(Receiver& receiver, const std::string& property) {
         RawProperty part;
         EXPECT_TRUE(served([&] {
@@ -86,7 +86,7 @@ protected:
         return whole;
     }
 
-    /// Asks for a long text; the announcement of its parts is taken, so that they come.
+    // Asks for a long text; the announcement of its parts is taken, so that they come.
     void beginParts(Receiver& receiver, const std::string& property) {
         ASSERT_EQ(answerTo(receiver, "UTF8_STRING", property), receiver.atom(property));
         const RawProperty announced = receiver.takeProperty(property);

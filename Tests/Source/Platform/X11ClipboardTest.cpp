@@ -1,9 +1,9 @@
 #include "X11Clipboard.h"
 
-#include "Eventually.h"
-#include "X11/RawClient.h"
-#include "X11/SampleText.h"
-#include "XServer.h"
+#include "Tests/Source/Platform/X11/RawClient.h"
+#include "Tests/Source/Platform/X11/SampleText.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/XServer.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -28,8 +28,8 @@ std::size_t openFiles() {
 
 class X11ClipboardTest : public testing::Test {
 protected:
-    /// Ends the server. Another one may get its display at once, so clipboards that go by the environment
-    /// find none.
+    // Ends the server. Another one may get its display at once, so clipboards that go by the environment
+    // find none.
     void loseServer() {
         server.stop();
         setenv("DISPLAY", "no-such-display", 1);
@@ -121,7 +121,7 @@ TEST_F(X11ClipboardTest, UsesTheDisplayOfTheEnvironmentWhereNoneIsNamed) {
     EXPECT_NE(RawClient(server.display()).clipboardOwner(), XCB_WINDOW_NONE);
 }
 
-/// Counts the descriptors that a loop knows.
+// Counts the descriptors that a loop knows.
 class DescriptorCount {
 public:
     explicit DescriptorCount(RunLoop& loop)

@@ -1,6 +1,6 @@
 #include "BlockProcessor.h"
 
-#include "SoundFiles.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
 
 #include <gmock/gmock.h>
 

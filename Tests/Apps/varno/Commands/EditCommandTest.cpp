@@ -1,8 +1,8 @@
 // The editor's window as a person meets it.
 
-#include "CairoSurface.h"
-#include "EditTest.h"
-#include "Eventually.h"
+#include "Tests/Apps/varno/Support/EditTest.h"
+#include "Tests/Support/Eventually.h"
+#include "Window/CairoSurface.h"
 
 #include <X11/keysym.h>
 #include <nlohmann/json.hpp>

@@ -1,10 +1,10 @@
 // The effect's own editor in the program's window.
 
-#include "CairoSurface.h"
-#include "EditTest.h"
-#include "EditorWindow.h"
-#include "Eventually.h"
-#include "Picture.h"
+#include "Tests/Apps/varno/Support/EditTest.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/Picture.h"
+#include "Window/CairoSurface.h"
+#include "Window/EditorWindow.h"
 
 #include <X11/keysym.h>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 // Whatever can be wrong with an editor's window: one line that says what.
 
-#include "EditTest.h"
-#include "Eventually.h"
+#include "Tests/Apps/varno/Support/EditTest.h"
+#include "Tests/Support/Eventually.h"
 
 #include <csignal>
 #include <filesystem>

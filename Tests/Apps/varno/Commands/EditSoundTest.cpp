@@ -1,8 +1,8 @@
 #include "EditSound.h"
 
-#include "Eventually.h"
-#include "FakeBackend.h"
-#include "FixtureTest.h"
+#include "Tests/Apps/varno/Live/FakeBackend.h"
+#include "Tests/Host/FixtureTest.h"
+#include "Tests/Support/Eventually.h"
 
 #include <gmock/gmock.h>
 

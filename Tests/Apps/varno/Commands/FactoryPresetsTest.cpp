@@ -2,10 +2,10 @@
 
 #include "FactoryPresets.h"
 #include "CommandError.h"
-#include "ErrorText.h"
-#include "Module.h"
+#include "Host/Module.h"
 #include "PresetFile.h"
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <filesystem>
 

@@ -1,9 +1,9 @@
 // Which module the program uses, and what it says about one that it cannot use.
 
 #include "CommandError.h"
-#include "ErrorText.h"
 #include "ModuleLocation.h"
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <filesystem>
 

@@ -1,4 +1,4 @@
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 // Whatever keeps `varno play` from playing, on a machine without any sound system: one line that says what.
 
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 namespace varno::test {
 namespace {

@@ -1,7 +1,7 @@
 // The factory presets as the program offers them.
 
 #include "DemoLoop.h"
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <nlohmann/json.hpp>
 

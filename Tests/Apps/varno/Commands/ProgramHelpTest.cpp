@@ -1,7 +1,7 @@
 // What the program prints about itself. The texts in golden/ are made by the commands that the test runs, for
 // instance: varno render --help > Tests/Apps/varno/golden/render.txt
 
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 namespace varno::test {
 namespace {

@@ -1,7 +1,7 @@
 // Renders of one file, judged by other programs and by the host itself.
 
-#include "Instance.h"
-#include "ProgramTest.h"
+#include "Host/Instance.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <nlohmann/json.hpp>
 
@@ -88,7 +88,7 @@ TEST_F(RenderCommand, EqualsTheHostWithoutTheProgram) {
         right.push_back(static_cast<float>(input[i + 1]));
     }
     float* channels[] = {left.data(), right.data()};
-    instance.process(channels, channels, static_cast<int32_t>(left.size()));
+    instance.process(channels, channels, static_cast<std::int32_t>(left.size()));
     bool differs = false;
     for (std::size_t i = 0; i < left.size(); ++i) {
         ASSERT_EQ(static_cast<float>(output[2 * i]), left[i]) << i;
@@ -250,7 +250,7 @@ TEST_F(RenderCommand, ClippedSamplesAreCountedAndWarnedOf) {
     ASSERT_GT(clipped, 0);
     const auto samples = readIntegers(path("out.wav")).integers;
     const auto atFullScale = std::ranges::count_if(
-        samples, [](int32_t value) { return value == INT32_MIN || value == (INT16_MAX << 16); });
+        samples, [](std::int32_t value) { return value == INT32_MIN || value == (INT16_MAX << 16); });
     EXPECT_GE(atFullScale, clipped);
     EXPECT_EQ(outcome.err, "varno: warning: out.wav: " + std::to_string(clipped) +
                                " samples clipped; lower Volume, or use --format float\n");

@@ -1,6 +1,6 @@
 // Whatever can be wrong with a render: one line that says what, and no output.
 
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <filesystem>
 #include <sndfile.h>

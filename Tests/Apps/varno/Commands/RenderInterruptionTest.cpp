@@ -1,6 +1,6 @@
 // Renders that are ended from outside, and renders that a person watches.
 
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 // Several files in one command.
 
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 // Settings of a render: where they come from, where they go, and how they move.
 
-#include "ProgramTest.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,8 +1,8 @@
 #include "SettingsKeeper.h"
 
-#include "ErrorText.h"
-#include "ProgramTest.h"
 #include "Settings.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <sstream>
 

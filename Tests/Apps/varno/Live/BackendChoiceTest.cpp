@@ -1,6 +1,6 @@
 #include "BackendChoice.h"
 
-#include "FakeBackend.h"
+#include "Tests/Apps/varno/Live/FakeBackend.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,6 @@
 /// A sound system that a test drives by hand.
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_LIVE_FAKEBACKEND_H
+#define VARNO_TESTS_APPS_VARNO_LIVE_FAKEBACKEND_H
 
 #include "LiveBackend.h"
 
@@ -29,3 +30,5 @@ private:
 };
 
 } // namespace varno::test
+
+#endif

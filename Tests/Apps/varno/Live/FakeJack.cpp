@@ -1,4 +1,4 @@
-#include "FakeJack.h"
+#include "Tests/Apps/varno/Live/FakeJack.h"
 
 #include <cstdlib>
 #include <stdexcept>

@@ -1,5 +1,6 @@
 /// A JACK library that a test is the server of.
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_LIVE_FAKEJACK_H
+#define VARNO_TESTS_APPS_VARNO_LIVE_FAKEJACK_H
 
 #include "JackFunctions.h"
 
@@ -58,3 +59,5 @@ public:
 };
 
 } // namespace varno::test
+
+#endif

@@ -1,4 +1,4 @@
-#include "FakeRtAudio.h"
+#include "Tests/Apps/varno/Live/FakeRtAudio.h"
 
 #include <algorithm>
 

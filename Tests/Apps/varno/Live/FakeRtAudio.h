@@ -1,5 +1,6 @@
 /// An RtAudio library whose devices a test makes up.
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_LIVE_FAKERTAUDIO_H
+#define VARNO_TESTS_APPS_VARNO_LIVE_FAKERTAUDIO_H
 
 #include "RtAudioFunctions.h"
 
@@ -40,3 +41,5 @@ public:
 };
 
 } // namespace varno::test
+
+#endif

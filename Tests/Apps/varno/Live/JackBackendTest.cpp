@@ -1,6 +1,6 @@
 #include "JackBackend.h"
 
-#include "FakeJack.h"
+#include "Tests/Apps/varno/Live/FakeJack.h"
 
 #include <gmock/gmock.h>
 

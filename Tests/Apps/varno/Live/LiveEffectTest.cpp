@@ -1,8 +1,8 @@
 #include "LiveEffect.h"
 
-#include "FakeBackend.h"
-#include "FixtureTest.h"
 #include "MeterLine.h"
+#include "Tests/Apps/varno/Live/FakeBackend.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "LiveEffect.h"
 
-#include "FixtureTest.h"
+#include "Tests/Host/FixtureTest.h"
 
 #include <atomic>
 #include <thread>

@@ -1,8 +1,8 @@
-#include "FakeJack.h"
-#include "FixtureTest.h"
 #include "JackBackend.h"
 #include "LiveEffect.h"
-#include "RealTimeGuard.h"
+#include "Tests/Apps/varno/Live/FakeJack.h"
+#include "Tests/Host/FixtureTest.h"
+#include "Tests/Support/RealTimeGuard.h"
 
 namespace varno {
 namespace {

@@ -1,6 +1,6 @@
 #include "LiveWatch.h"
 
-#include "ErrorText.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "RtAudioBackend.h"
 
-#include "FakeRtAudio.h"
+#include "Tests/Apps/varno/Live/FakeRtAudio.h"
 
 #include <gmock/gmock.h>
 

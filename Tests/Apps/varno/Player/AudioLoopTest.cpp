@@ -1,8 +1,8 @@
 #include "AudioLoop.h"
 
-#include "ErrorText.h"
-#include "SoundFiles.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

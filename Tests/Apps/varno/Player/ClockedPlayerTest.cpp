@@ -1,6 +1,6 @@
 #include "ClockedPlayer.h"
 
-#include "Eventually.h"
+#include "Tests/Support/Eventually.h"
 
 #include <csignal>
 #include <gtest/gtest.h>

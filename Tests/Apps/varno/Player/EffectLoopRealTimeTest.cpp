@@ -1,7 +1,7 @@
 #include "EffectLoop.h"
 
-#include "FixtureTest.h"
-#include "RealTimeGuard.h"
+#include "Tests/Host/FixtureTest.h"
+#include "Tests/Support/RealTimeGuard.h"
 
 namespace varno {
 namespace {

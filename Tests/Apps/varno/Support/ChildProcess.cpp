@@ -1,4 +1,4 @@
-#include "ChildProcess.h"
+#include "Tests/Apps/varno/Support/ChildProcess.h"
 
 #include "CommandError.h"
 
@@ -29,17 +29,20 @@ int statusOf(const std::function<int()>& work) {
 int inChildProcess(const std::function<int()>& work) {
     std::fflush(nullptr);
     const pid_t child = ::fork();
-    if (child == 0)
+    if (child == 0) {
         ::_exit(statusOf(work));
+    }
     int status = 0;
-    if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status))
+    if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status)) {
         return -1;
+    }
     return WEXITSTATUS(status);
 }
 
 void becomeOrdinaryUser() {
-    if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
+    if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)) {
         ::_exit(kOtherFailure);
+    }
 }
 
 } // namespace varno::test

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_CHILDPROCESS_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_CHILDPROCESS_H
 
 #include <functional>
 
@@ -14,3 +15,5 @@ int inChildProcess(const std::function<int()>& work);
 void becomeOrdinaryUser();
 
 } // namespace varno::test
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_COMMALOCALE_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_COMMALOCALE_H
 
 #include <locale>
 
@@ -25,3 +26,5 @@ private:
 };
 
 } // namespace varno::test
+
+#endif

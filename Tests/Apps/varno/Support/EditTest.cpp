@@ -1,6 +1,6 @@
-#include "EditTest.h"
+#include "Tests/Apps/varno/Support/EditTest.h"
 
-#include "Eventually.h"
+#include "Tests/Support/Eventually.h"
 
 namespace varno::test {
 

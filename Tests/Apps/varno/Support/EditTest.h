@@ -1,10 +1,11 @@
 /// `varno edit`, run on an X server of its own, with a module whose editor shows an empty view.
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_EDITTEST_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_EDITTEST_H
 
-#include "Keyboard.h"
-#include "Pointer.h"
-#include "ProgramTest.h"
-#include "XServer.h"
+#include "Tests/Apps/varno/Support/ProgramTest.h"
+#include "Tests/Support/Keyboard.h"
+#include "Tests/Support/Pointer.h"
+#include "Tests/Support/XServer.h"
 
 #include <memory>
 
@@ -46,3 +47,5 @@ private:
 };
 
 } // namespace varno::test
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_ERRORTEXT_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_ERRORTEXT_H
 
 #include "CommandError.h"
 
@@ -24,3 +25,5 @@ std::string errorText(int exitStatus, Work work) {
 }
 
 } // namespace varno::test
+
+#endif

@@ -1,9 +1,10 @@
 /// The program, run in a folder of its own.
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_PROGRAMTEST_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_PROGRAMTEST_H
 
-#include "SoundFiles.h"
-#include "Subprocess.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/Subprocess.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -52,3 +53,5 @@ protected:
 };
 
 } // namespace varno::test
+
+#endif

@@ -1,6 +1,6 @@
-#include "SoundFiles.h"
+#include "Tests/Apps/varno/Support/SoundFiles.h"
 
-#include "Subprocess.h"
+#include "Tests/Apps/varno/Support/Subprocess.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -23,8 +23,9 @@ template<typename Sample, typename Read>
 Sound readSound(const std::string& path, std::vector<Sample> Sound::*samples, Read read) {
     SF_INFO info{};
     SNDFILE* file = openForReading(path, info);
-    if (file == nullptr)
+    if (file == nullptr) {
         return {};
+    }
     Sound sound;
     sound.format = info.format;
     sound.channels = info.channels;
@@ -63,12 +64,14 @@ std::vector<std::int32_t> testIntegers(int bits, std::size_t count) {
     const std::int64_t most = (std::int64_t{1} << (bits - 1)) - 1;
     std::vector<std::int32_t> values;
     for (const std::int64_t value :
-         {-most - 1, -most, most, most - 1, std::int64_t{0}, std::int64_t{1}, std::int64_t{-1}})
+         {-most - 1, -most, most, most - 1, std::int64_t{0}, std::int64_t{1}, std::int64_t{-1}}) {
         values.push_back(static_cast<std::int32_t>(value * step));
+    }
     std::mt19937 random(kSeed);
     std::uniform_int_distribution<std::int64_t> range(-most - 1, most);
-    while (values.size() < count)
+    while (values.size() < count) {
         values.push_back(static_cast<std::int32_t>(range(random) * step));
+    }
     values.resize(count);
     return values;
 }
@@ -88,8 +91,9 @@ Copy::Result Copy::run(const std::string& input, const std::string& output) cons
     writerOptions.inputSample = reader.format().sample;
     AudioWriter writer(output, chosen.format, reader.metadata(), writerOptions);
     AudioBlock block(reader.format().channels, blockFrames);
-    while (reader.read(block) > 0)
+    while (reader.read(block) > 0) {
         writer.write(block, block.samples());
+    }
     writer.commit();
     return {chosen.note, writer.clippedSamples(), writer.metadataLeftOut()};
 }

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_SOUNDFILES_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_SOUNDFILES_H
 
 #include "AudioReader.h"
 #include "AudioWriter.h"
@@ -49,3 +50,5 @@ struct Copy {
 std::string shell(const std::string& command);
 
 } // namespace varno::test
+
+#endif

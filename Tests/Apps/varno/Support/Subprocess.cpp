@@ -1,4 +1,4 @@
-#include "Subprocess.h"
+#include "Tests/Apps/varno/Support/Subprocess.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>

@@ -1,5 +1,6 @@
 /// Running a program and seeing all that it says.
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_SUBPROCESS_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_SUBPROCESS_H
 
 #include <sys/types.h>
 
@@ -47,3 +48,5 @@ private:
 Outcome run(const std::vector<std::string>& words, const Surroundings& surroundings = {});
 
 } // namespace varno::test
+
+#endif

@@ -1,4 +1,4 @@
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 /// A folder for the files of one test.
-#pragma once
+#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_TEMPORARYFOLDER_H
+#define VARNO_TESTS_APPS_VARNO_SUPPORT_TEMPORARYFOLDER_H
 
 #include <filesystem>
 #include <string>
@@ -31,3 +32,5 @@ std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, std::string_view content);
 
 } // namespace varno::test
+
+#endif

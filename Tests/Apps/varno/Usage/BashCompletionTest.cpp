@@ -1,7 +1,7 @@
 #include "BashCompletion.h"
 #include "CommandTable.h"
-#include "Subprocess.h"
-#include "TemporaryFolder.h"
+#include "Tests/Apps/varno/Support/Subprocess.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

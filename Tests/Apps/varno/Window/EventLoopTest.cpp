@@ -1,8 +1,8 @@
 #include "EventLoop.h"
 
-#include "ErrorText.h"
 #include "FileDescriptor.h"
 #include "Interruption.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
 #include "WindowDesktop.h"
 
 #include <csignal>

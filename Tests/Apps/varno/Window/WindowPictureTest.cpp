@@ -1,12 +1,12 @@
 #include "WindowPicture.h"
 
-#include "CairoSurface.h"
-#include "ChildProcess.h"
-#include "EditorWindow.h"
-#include "ErrorText.h"
-#include "TemporaryFolder.h"
-#include "XClient.h"
-#include "XServer.h"
+#include "Tests/Apps/varno/Support/ChildProcess.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/XClient.h"
+#include "Tests/Support/XServer.h"
+#include "Window/CairoSurface.h"
+#include "Window/EditorWindow.h"
 
 #include <csignal>
 #include <cstring>

@@ -1,8 +1,8 @@
 // The texts that hosts read, made from the module and some presets.
-#include "BundleFiles.h"
+#include "LV2/Description/BundleFiles.h"
 
-#include "HostFixture.h"
-#include "LinkedEntryPoints.h"
+#include "Host/LinkedEntryPoints.h"
+#include "Tests/Support/HostFixture.h"
 
 #include <cstdlib>
 #include <fstream>

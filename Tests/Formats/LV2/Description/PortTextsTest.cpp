@@ -1,5 +1,5 @@
 // The one table about ports that the module cannot tell, held against the module.
-#include "PortTexts.h"
+#include "LV2/Description/PortTexts.h"
 
 #include "DemoGain_Coefficients.h"
 #include "DemoGain_ParameterTable.h"
@@ -11,7 +11,7 @@ namespace varno {
 namespace {
 
 TEST(PortTexts, areThereForEveryParameterOnce) {
-    size_t saved = 0;
+    std::size_t saved = 0;
     for (const SDemoGain_Parameter& row : kDemoGain_Parameters) {
         if (std::string_view(row.mIdentifier) == cDefaultMasterBypassID) {
             continue;
@@ -46,7 +46,7 @@ TEST(PortTexts, callLevelsAndCurvesSoAlone) {
     }
 }
 
-/// A scale point's value chooses the curve that its label names.
+// A scale point's value chooses the curve that its label names.
 TEST(PortTexts, numberTheCurvesAsTheRoutineDoes) {
     constexpr int kCurves = static_cast<int>(kDemoGain_CurveSteps);
     for (int curve = 0; curve < kCurves; ++curve) {

@@ -1,4 +1,4 @@
-#include "HostOffer.h"
+#include "LV2/Window/HostOffer.h"
 
 #include <gtest/gtest.h>
 #include <lv2/atom/atom.h>
@@ -14,7 +14,7 @@ namespace {
 
 LV2_URID numberOf(LV2_URID_Map_Handle handle, const char* uri) {
     auto& known = *static_cast<std::vector<std::string>*>(handle);
-    for (size_t i = 0; i < known.size(); ++i) {
+    for (std::size_t i = 0; i < known.size(); ++i) {
         if (known[i] == uri) {
             return static_cast<LV2_URID>(i + 1);
         }
@@ -37,7 +37,7 @@ protected:
     }
 
     template<class Value>
-    HostOffer offerOfScale(Value value, const char* type, uint32_t size = sizeof(Value)) {
+    HostOffer offerOfScale(Value value, const char* type, std::uint32_t size = sizeof(Value)) {
         const LV2_Options_Option options[] = {
             {LV2_OPTIONS_INSTANCE, 0, number("urn:other"), size, number(type), &value},
             {LV2_OPTIONS_INSTANCE, 0, number(LV2_UI__scaleFactor), size, number(type), &value},
@@ -65,7 +65,7 @@ TEST_F(HostOfferTest, isNothingWithoutFeatures) {
 }
 
 TEST_F(HostOfferTest, holdsAWindowUnlessItsNumberIsNone) {
-    const auto parent = [](uintptr_t window) {
+    const auto parent = [](std::uintptr_t window) {
         // NOLINTNEXTLINE(performance-no-int-to-ptr): windows are told in the place of pointers
         return LV2_Feature{LV2_UI__parent, reinterpret_cast<void*>(window)};
     };
@@ -75,7 +75,7 @@ TEST_F(HostOfferTest, holdsAWindowUnlessItsNumberIsNone) {
 }
 
 TEST_F(HostOfferTest, holdsCallsThatThereAre) {
-    LV2UI_Touch touch{nullptr, [](LV2UI_Feature_Handle, uint32_t, bool) {}};
+    LV2UI_Touch touch{nullptr, [](LV2UI_Feature_Handle, std::uint32_t, bool) {}};
     LV2UI_Resize resize{nullptr, [](LV2UI_Feature_Handle, int, int) { return 0; }};
     const HostOffer offer = offerOf({{LV2_UI__touch, &touch}, {LV2_UI__resize, &resize}});
     EXPECT_EQ(offer.touch, &touch);

@@ -1,4 +1,4 @@
-#include "WindowHost.h"
+#include "Tests/Formats/LV2/Window/WindowHost.h"
 
 #include <lv2/atom/atom.h>
 
@@ -17,7 +17,7 @@ WindowHost& hostOf(void* handle) {
 
 } // namespace
 
-const LV2UI_Descriptor* windowDescriptor(uint32_t index) {
+const LV2UI_Descriptor* windowDescriptor(std::uint32_t index) {
     static void* const binary = dlopen(VARNO_WINDOW_BINARY, RTLD_NOW | RTLD_LOCAL);
     if (binary == nullptr) {
         throw std::runtime_error(dlerror());
@@ -55,7 +55,7 @@ void WindowHost::open() {
     }
     if (!mManners.title.empty()) {
         options.push_back({LV2_OPTIONS_INSTANCE, 0, mUrids(LV2_UI__windowTitle),
-                           static_cast<uint32_t>(mManners.title.size() + 1), mUrids(LV2_ATOM__String),
+                           static_cast<std::uint32_t>(mManners.title.size() + 1), mUrids(LV2_ATOM__String),
                            mManners.title.c_str()});
     }
     options.push_back({});
@@ -100,11 +100,11 @@ int WindowHost::turn() {
     return idle->idle(mHandle);
 }
 
-void WindowHost::tell(uint32_t port, float value) {
+void WindowHost::tell(std::uint32_t port, float value) {
     tell(port, sizeof value, 0, &value);
 }
 
-void WindowHost::tell(uint32_t port, uint32_t size, uint32_t protocol, const void* value) {
+void WindowHost::tell(std::uint32_t port, std::uint32_t size, std::uint32_t protocol, const void* value) {
     windowDescriptor()->port_event(mHandle, port, size, protocol, value);
 }
 
@@ -127,7 +127,7 @@ Picture WindowHost::picture(const Area& area) const {
     return Picture::ofWindow(mClient, mWidget, area);
 }
 
-void WindowHost::write(LV2UI_Controller host, uint32_t port, uint32_t size, uint32_t protocol,
+void WindowHost::write(LV2UI_Controller host, std::uint32_t port, std::uint32_t size, std::uint32_t protocol,
                        const void* value) {
     float number = 0.0F;
     if (size != sizeof number || protocol != 0) {
@@ -140,14 +140,14 @@ void WindowHost::write(LV2UI_Controller host, uint32_t port, uint32_t size, uint
     }
 }
 
-void WindowHost::touch(LV2UI_Feature_Handle host, uint32_t port, bool isTouched) {
+void WindowHost::touch(LV2UI_Feature_Handle host, std::uint32_t port, bool isTouched) {
     hostOf(host).mEvents.push_back(
         {isTouched ? HostEvent::Kind::Touch : HostEvent::Kind::Release, port, 0.0F});
 }
 
 int WindowHost::resize(LV2UI_Feature_Handle host, int width, int height) {
     const WindowHost& self = hostOf(host);
-    const uint32_t size[] = {static_cast<uint32_t>(width), static_cast<uint32_t>(height)};
+    const std::uint32_t size[] = {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
     xcb_configure_window(self.mClient.connection(), self.mParent.id(),
                          XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
     self.mClient.synchronise();

@@ -1,9 +1,9 @@
 /// A host of the window's binary, as the binary lies in the bundle.
-#ifndef VARNO_TEST_WINDOWHOST_H
-#define VARNO_TEST_WINDOWHOST_H
+#ifndef VARNO_TESTS_FORMATS_LV2_WINDOW_WINDOWHOST_H
+#define VARNO_TESTS_FORMATS_LV2_WINDOW_WINDOWHOST_H
 
-#include "Picture.h"
-#include "XClient.h"
+#include "Tests/Support/Picture.h"
+#include "Tests/Support/XClient.h"
 
 #include <lv2/options/options.h>
 #include <lv2/ui/ui.h>
@@ -19,7 +19,7 @@
 namespace varno::test {
 
 /// What the binary's one function tells; stays loaded to the end of the program.
-const LV2UI_Descriptor* windowDescriptor(uint32_t index = 0);
+const LV2UI_Descriptor* windowDescriptor(std::uint32_t index = 0);
 
 /// Identifiers as numbers.
 class UridMap {
@@ -53,7 +53,7 @@ struct HostEvent {
     enum class Kind { Write, Touch, Release };
 
     Kind kind = Kind::Write;
-    uint32_t port = 0;
+    std::uint32_t port = 0;
     float value = 0.0F; ///< Of a write.
 
     bool operator==(const HostEvent&) const = default;
@@ -75,9 +75,9 @@ public:
 
     /// One idle call, when the display has done all that was asked; what it answers.
     int turn();
-    void tell(uint32_t port, float value);
+    void tell(std::uint32_t port, float value);
     /// With a size and a protocol of the caller's.
-    void tell(uint32_t port, uint32_t size, uint32_t protocol, const void* value);
+    void tell(std::uint32_t port, std::uint32_t size, std::uint32_t protocol, const void* value);
     int show() { return showInterface().show(mHandle); }
     int hide() { return showInterface().hide(mHandle); }
 
@@ -94,9 +94,9 @@ public:
 private:
     void open();
     static const LV2UI_Show_Interface& showInterface();
-    static void write(LV2UI_Controller host, uint32_t port, uint32_t size, uint32_t protocol,
+    static void write(LV2UI_Controller host, std::uint32_t port, std::uint32_t size, std::uint32_t protocol,
                       const void* value);
-    static void touch(LV2UI_Feature_Handle host, uint32_t port, bool isTouched);
+    static void touch(LV2UI_Feature_Handle host, std::uint32_t port, bool isTouched);
     static int resize(LV2UI_Feature_Handle host, int width, int height);
 
     const XClient& mClient;

@@ -1,12 +1,12 @@
 // Windows that come and go, in hosts of all kinds.
-#include "KnobGeometry.h"
-#include "ProcessState.h"
-#include "Sanitizers.h"
-#include "WindowTest.h"
-#include "XResources.h"
+#include "Tests/Formats/LV2/Window/WindowTest.h"
+#include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Support/ProcessState.h"
+#include "Tests/Support/Sanitizers.h"
+#include "Tests/Support/XResources.h"
 
-#include "EditorWindow.h"
-#include "ElfFile.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
+#include "Tests/Support/ElfFile.h"
 
 #include <array>
 #include <cstdlib>
@@ -19,7 +19,7 @@ namespace {
 
 class WindowLife : public WindowTest {
 protected:
-    /// Whether an open window answers a hand.
+    // Whether an open window answers a hand.
     void expectAlive(WindowHost& host) {
         host.takeEvents();
         click(host, "HP");
@@ -29,16 +29,16 @@ protected:
     void setResources(const std::string& resources) const {
         xcb_change_property(client.connection(), XCB_PROP_MODE_REPLACE, client.screen().root,
                             XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
-                            static_cast<uint32_t>(resources.size()), resources.data());
+                            static_cast<std::uint32_t>(resources.size()), resources.data());
         client.synchronise();
     }
 
-    /// What a window manager sends when somebody closes a window.
+    // What a window manager sends when somebody closes a window.
     void askToClose(xcb_window_t window) const {
         const auto atom = [this](const std::string& name) {
             const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
                 client.connection(),
-                xcb_intern_atom(client.connection(), 0, static_cast<uint16_t>(name.size()), name.data()),
+                xcb_intern_atom(client.connection(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
                 nullptr));
             return reply->atom;
         };
@@ -201,8 +201,8 @@ TEST_F(WindowLife, ofTwoEndsInAnyOrder) {
     const std::array<HostManners, 2> manners = {
         HostManners{.plugin = "urn:morvak:varno-s#mono"},
         HostManners{.plugin = "urn:morvak:varno-s#stereo", .onScreen = {0, 400}}};
-    for (const size_t opened : {0U, 1U}) {
-        for (const size_t closed : {0U, 1U}) {
+    for (const std::size_t opened : {0U, 1U}) {
+        for (const std::size_t closed : {0U, 1U}) {
             std::array<std::unique_ptr<WindowHost>, 2> hosts;
             hosts[opened] = show(manners[opened]);
             hosts[1 - opened] = show(manners[1 - opened]);

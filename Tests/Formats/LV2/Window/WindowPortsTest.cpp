@@ -1,7 +1,7 @@
 // What goes between the window and the ports of its host.
-#include "EditorWindow.h"
-#include "KnobGeometry.h"
-#include "WindowTest.h"
+#include "Tests/Formats/LV2/Window/WindowTest.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
+#include "Tests/Integration/Editor/KnobGeometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,7 @@ using Kind = varno::test::HostEvent::Kind;
 
 namespace {
 
-/// What float arithmetic may lose.
+// What float arithmetic may lose.
 constexpr float kRounding = 1e-6F;
 
 std::vector<HostEvent> writesOf(std::vector<HostEvent> events) {
@@ -20,19 +20,19 @@ std::vector<HostEvent> writesOf(std::vector<HostEvent> events) {
     return events;
 }
 
-std::vector<HostEvent> only(std::vector<HostEvent> events, uint32_t port) {
+std::vector<HostEvent> only(std::vector<HostEvent> events, std::uint32_t port) {
     std::erase_if(events, [port](const HostEvent& event) { return event.port != port; });
     return events;
 }
 
 class WindowPorts : public WindowTest {
 protected:
-    /// A touch, writes of changing values up to this one, a release, and nothing else.
-    static void expectGesture(const std::vector<HostEvent>& events, uint32_t port, float last) {
+    // A touch, writes of changing values up to this one, a release, and nothing else.
+    static void expectGesture(const std::vector<HostEvent>& events, std::uint32_t port, float last) {
         ASSERT_GE(events.size(), 3U);
         EXPECT_EQ(events.front(), (HostEvent{Kind::Touch, port}));
         EXPECT_EQ(events.back(), (HostEvent{Kind::Release, port}));
-        for (size_t i = 1; i + 1 < events.size(); ++i) {
+        for (std::size_t i = 1; i + 1 < events.size(); ++i) {
             EXPECT_EQ(events[i].kind, Kind::Write);
             EXPECT_EQ(events[i].port, port);
             EXPECT_NE(events[i].value, events[i - 1].value);
@@ -97,7 +97,7 @@ TEST_F(WindowPorts, mayTellNonsense) {
     host->tell(kMix, sizeof(float), 0, nullptr);
     host->tell(kMix, std::numeric_limits<float>::quiet_NaN());
     host->tell(kReductionLeft, std::numeric_limits<float>::infinity());
-    for (const uint32_t port : {0U, 3U, kEnabled, 22U, 23U, 4711U}) {
+    for (const std::uint32_t port : {0U, 3U, kEnabled, 22U, 23U, 4711U}) {
         host->tell(port, 0.7F);
     }
     host->tell(kGain, 3.0F);

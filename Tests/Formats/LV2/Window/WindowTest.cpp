@@ -1,8 +1,8 @@
-#include "WindowTest.h"
+#include "Tests/Formats/LV2/Window/WindowTest.h"
 
-#include "EditorWindow.h"
-#include "KnobGeometry.h"
-#include "XServer.h"
+#include "Tests/Integration/Editor/EditorWindow.h"
+#include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Support/XServer.h"
 
 #include <cstdlib>
 
@@ -10,7 +10,7 @@ namespace varno::test {
 
 namespace {
 
-/// What two ways of blending the same colours may differ by, of 255.
+// What two ways of blending the same colours may differ by, of 255.
 constexpr int kRounding = 2;
 
 } // namespace

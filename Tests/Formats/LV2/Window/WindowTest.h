@@ -1,10 +1,10 @@
 /// Tests of the window on a screen, with a person's hand on the mouse.
-#ifndef VARNO_TEST_WINDOWTEST_H
-#define VARNO_TEST_WINDOWTEST_H
+#ifndef VARNO_TESTS_FORMATS_LV2_WINDOW_WINDOWTEST_H
+#define VARNO_TESTS_FORMATS_LV2_WINDOW_WINDOWTEST_H
 
-#include "BundleArt.h"
-#include "Pointer.h"
-#include "WindowHost.h"
+#include "Tests/Formats/LV2/Window/WindowHost.h"
+#include "Tests/Integration/Editor/BundleArt.h"
+#include "Tests/Support/Pointer.h"
 
 #include <gtest/gtest.h>
 
@@ -14,13 +14,13 @@
 namespace varno::test {
 
 /// Ports of the stereo plug-in.
-inline constexpr uint32_t kGain = 4;
-inline constexpr uint32_t kHighPass = 5;
-inline constexpr uint32_t kAuto = 9;
-inline constexpr uint32_t kVolume = 11;
-inline constexpr uint32_t kMix = 14;
-inline constexpr uint32_t kEnabled = 17;
-inline constexpr uint32_t kReductionLeft = 18;
+inline constexpr std::uint32_t kGain = 4;
+inline constexpr std::uint32_t kHighPass = 5;
+inline constexpr std::uint32_t kAuto = 9;
+inline constexpr std::uint32_t kVolume = 11;
+inline constexpr std::uint32_t kMix = 14;
+inline constexpr std::uint32_t kEnabled = 17;
+inline constexpr std::uint32_t kReductionLeft = 18;
 
 /// On an X server that all tests of the program share.
 class WindowTest : public ::testing::Test {
@@ -60,7 +60,7 @@ private:
 
 } // namespace varno::test
 
-#include "Eventually.h"
+#include "Tests/Support/Eventually.h"
 
 template<typename Condition>
 bool varno::test::WindowTest::await(WindowHost& host, Condition condition) {

@@ -1,8 +1,9 @@
 /// The editor's bitmaps as they lie in the bundle.
-#pragma once
+#ifndef VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_BUNDLEBITMAP_H
+#define VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_BUNDLEBITMAP_H
 
-#include "Artwork.h"
-#include "Image.h"
+#include "Artwork/Artwork.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <vector>
 
@@ -20,3 +21,5 @@ inline std::vector<Image> bundlePictures(DemoGain_ViewLayout::Art art, int scale
 }
 
 } // namespace varno::test
+
+#endif

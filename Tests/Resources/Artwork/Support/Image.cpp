@@ -1,4 +1,4 @@
-#include "Image.h"
+#include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -30,8 +30,9 @@ Image Image::of(cairo_surface_t* surface) {
     constexpr double kFull = 255.0;
     for (int y = 0; y < image.mHeight; ++y) {
         for (int x = 0; x < image.mWidth; ++x) {
-            uint32_t pixel = 0;
-            std::memcpy(&pixel, data + static_cast<ptrdiff_t>(y) * stride + static_cast<ptrdiff_t>(x) * 4,
+            std::uint32_t pixel = 0;
+            std::memcpy(&pixel,
+                        data + static_cast<std::ptrdiff_t>(y) * stride + static_cast<std::ptrdiff_t>(x) * 4,
                         sizeof pixel);
             image.mPixels.push_back({rgb(pixel), opaque ? 1.0 : (pixel >> 24U) / kFull});
         }
@@ -49,7 +50,7 @@ const Image::Pixel& Image::at(int x, int y) const {
 
 Image Image::picture(int n, int count) const {
     Image part(mWidth, mHeight / count);
-    const auto size = static_cast<ptrdiff_t>(part.mWidth) * part.mHeight;
+    const auto size = static_cast<std::ptrdiff_t>(part.mWidth) * part.mHeight;
     part.mPixels.assign(mPixels.begin() + n * size, mPixels.begin() + (n + 1) * size);
     return part;
 }

@@ -1,8 +1,9 @@
 /// A picture as pixels.
-#pragma once
+#ifndef VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_IMAGE_H
+#define VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_IMAGE_H
 
-#include "Canvas.h"
-#include "Palette.h"
+#include "Artwork/Canvas.h"
+#include "Artwork/Palette.h"
 
 #include <filesystem>
 #include <vector>
@@ -44,3 +45,5 @@ private:
 };
 
 } // namespace varno::test
+
+#endif

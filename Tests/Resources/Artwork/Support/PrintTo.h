@@ -1,8 +1,9 @@
 /// How parameters of tests are printed: the same on every run.
-#pragma once
+#ifndef VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_PRINTTO_H
+#define VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_PRINTTO_H
 
+#include "Artwork/Typeface.h"
 #include "DemoGain_ViewLayout.h"
-#include "Typeface.h"
 
 #include <ostream>
 
@@ -25,3 +26,5 @@ inline void PrintTo(const Family& family, std::ostream* stream) {
 }
 
 } // namespace varno
+
+#endif

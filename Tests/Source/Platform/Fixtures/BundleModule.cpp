@@ -1,4 +1,4 @@
-/// A module that tells which resources it finds.
+// A module that tells which resources it finds.
 #include "Bundle.h"
 
 extern "C" __attribute__((visibility("default"))) const char* fixtureResources() {

@@ -1,4 +1,4 @@
-#include "RawClient.h"
+#include "Tests/Source/Platform/X11/RawClient.h"
 
 #include <cstring>
 #include <stdexcept>

@@ -1,6 +1,6 @@
 /// Another program on the display, which speaks the bare protocol, well or badly.
-#ifndef VARNO_TEST_RAWCLIENT_H
-#define VARNO_TEST_RAWCLIENT_H
+#ifndef VARNO_TESTS_SOURCE_PLATFORM_X11_RAWCLIENT_H
+#define VARNO_TESTS_SOURCE_PLATFORM_X11_RAWCLIENT_H
 
 #include <cstdint>
 #include <cstdlib>

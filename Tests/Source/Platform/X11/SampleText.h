@@ -1,6 +1,6 @@
 /// Texts for the clipboard.
-#ifndef VARNO_TEST_SAMPLETEXT_H
-#define VARNO_TEST_SAMPLETEXT_H
+#ifndef VARNO_TESTS_SOURCE_PLATFORM_X11_SAMPLETEXT_H
+#define VARNO_TESTS_SOURCE_PLATFORM_X11_SAMPLETEXT_H
 
 #include <cstddef>
 #include <string>

@@ -1,4 +1,4 @@
-#include "StrangeOwner.h"
+#include "Tests/Source/Platform/X11/StrangeOwner.h"
 
 #include <poll.h>
 #include <utility>

@@ -1,8 +1,8 @@
 /// A program that has the clipboard and behaves as a test wants it to.
-#ifndef VARNO_TEST_STRANGEOWNER_H
-#define VARNO_TEST_STRANGEOWNER_H
+#ifndef VARNO_TESTS_SOURCE_PLATFORM_X11_STRANGEOWNER_H
+#define VARNO_TESTS_SOURCE_PLATFORM_X11_STRANGEOWNER_H
 
-#include "RawClient.h"
+#include "Tests/Source/Platform/X11/RawClient.h"
 
 #include <atomic>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "X11SelectionOwner.h"
 
-#include "XServer.h"
+#include "Tests/Support/XServer.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
@@ -13,17 +13,17 @@ using varno::X11Connection;
 using varno::X11SelectionOwner;
 using varno::test::XServer;
 
-/// The order in which the server does things, which cannot be made from outside.
+// The order in which the server does things, which cannot be made from outside.
 class X11SelectionOwnerTest : public testing::Test {
 protected:
     bool take(const std::string& text) {
         return owner.take(text, std::chrono::steady_clock::now() + std::chrono::seconds(10));
     }
 
-    /// The number that the server has for our next request.
+    // The number that the server has for our next request.
     std::uint32_t nextRequest() const { return xcb_no_operation(connection.xcb()).sequence + 1; }
 
-    /// Tells the owner of a loss that came after so many of our requests.
+    // Tells the owner of a loss that came after so many of our requests.
     void tellOfLossAfter(std::uint32_t requests) {
         xcb_generic_event_t loss{};
         loss.response_type = XCB_SELECTION_CLEAR;

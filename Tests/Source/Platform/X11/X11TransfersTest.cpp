@@ -1,9 +1,9 @@
 #include "X11Transfers.h"
 
-#include "Eventually.h"
-#include "RawClient.h"
-#include "SampleText.h"
-#include "XServer.h"
+#include "Tests/Source/Platform/X11/RawClient.h"
+#include "Tests/Source/Platform/X11/SampleText.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/XServer.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -16,7 +16,7 @@ using varno::X11Connection;
 using varno::X11Transfers;
 using namespace varno::test;
 
-/// How many transfers there are, which nobody outside sees.
+// How many transfers there are, which nobody outside sees.
 class X11TransfersTest : public testing::Test {
 protected:
     X11TransfersTest() {
@@ -35,7 +35,7 @@ protected:
         });
     }
 
-    /// What all programs together listen to of its window; this one alone to its destruction.
+    // What all programs together listen to of its window; this one alone to its destruction.
     static std::uint32_t eventsHeardOf(const RawClient& receiver) {
         const auto asked = xcb_get_window_attributes(receiver.xcb(), receiver.window());
         const varno::XcbOwned<xcb_get_window_attributes_reply_t> reply(
