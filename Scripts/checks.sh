@@ -113,7 +113,7 @@ can_run_aarch64() {
 }
 
 # Tests of the scripts run no code of the product, so one run of them is enough.
-scripts_label='^test_run$'
+scripts_label='^test_scripts$'
 # Tests that run the program as a person does: they limit its files and cut its module short, which a build that
 # writes counts of lines cannot bear. What is measured, they add nothing to.
 program_label='^test_apps_varno$'
@@ -140,7 +140,7 @@ ctest_progress() {
 }
 
 run_hosts() {
-    run_logged "$step_log" ctest_progress ctest_reason Tests/Hosts/run --build "$root/build/release" \
+    run_logged "$step_log" ctest_progress ctest_reason Tests/ForeignHosts/run --build "$root/build/release" \
         --results "$checks/hosts" --report "$step_report"
 }
 

@@ -32,7 +32,7 @@ draw_pictures() {
 draw_host() {
     local build=$root/build/program results=$root/build/program/hosts
     mkdir -p "$results"
-    run_logged "$root/build/manual-host.log" discard ctest_reason "$root/Tests/Hosts/run" --build "$build" \
+    run_logged "$root/build/manual-host.log" discard ctest_reason "$root/Tests/ForeignHosts/run" --build "$build" \
         --results "$results" --report "$results/report.xml" test_a_dragged_knob_moves_the_port &&
         convert "$results/jalv-gtk3-dragged.png" -trim +repage "$pictures/jalv.png"
 }

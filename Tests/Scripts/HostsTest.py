@@ -60,18 +60,18 @@ class HostsTest(FixtureProject):
         # Nobody installs hosts to test the script.
         (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
         self.write("Apps/varno/CMakeLists.txt", (self.root / "Apps/varno/CMakeLists.txt").read_text() + BUNDLE_CMAKE)
-        (self.root / "Tests/Hosts").mkdir()
-        shutil.copy(ROOT / "Tests/Hosts/run", self.root / "Tests/Hosts/run")
+        (self.root / "Tests/ForeignHosts").mkdir()
+        shutil.copy(ROOT / "Tests/ForeignHosts/run", self.root / "Tests/ForeignHosts/run")
 
     def test_each_case_counts(self):
-        self.write("Tests/Hosts/good_test.py", GOOD)
+        self.write("Tests/ForeignHosts/good_test.py", GOOD)
         done = self.run_script("test", "--hosts")
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
         self.assertRegex(done.stdout, r"\Ahosts +3 passed +\d+ s\n3 passed, 0 failed\n\Z")
 
     def test_what_did_not_pass_has_failed(self):
-        self.write("Tests/Hosts/bad_test.py", BAD)
-        self.write("Tests/Hosts/broken_test.py", "import nowhere_to_be_found\n")
+        self.write("Tests/ForeignHosts/bad_test.py", BAD)
+        self.write("Tests/ForeignHosts/broken_test.py", "import nowhere_to_be_found\n")
         done = self.run_script("test", "hosts")
         self.assertEqual((done.returncode, self.last_line(done)), (1, "1 passed, 5 failed"), done.stderr)
         self.assertIn("  ./run test hosts\n", done.stdout)

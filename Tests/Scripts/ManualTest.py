@@ -52,8 +52,8 @@ class ManualTest(FixtureProject):
                    CMAKE.format(name="varno_artwork", source="../../Apps/varno/main.cpp", calls=self.calls))
         # Nobody installs a host to test the script.
         (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
-        self.write("Tests/Hosts/run", HOSTS)
-        (self.root / "Tests/Hosts/run").chmod(0o755)
+        self.write("Tests/ForeignHosts/run", HOSTS)
+        (self.root / "Tests/ForeignHosts/run").chmod(0o755)
         self.command("convert", 'echo "a picture" >"${@: -1}"\n')
         self.server = self.folder / "server"
         self.command("Xvfb", f'echo $$ >"{self.server}"\necho 77 >&3\nexec sleep 600\n')
