@@ -45,6 +45,14 @@ class TidyTest(FixtureProject):
         self.assertEqual((last_line, looked_at), ("0 passed, 1 failed", ["main.cpp"]))
         self.assertIn("part.h:3:12: error: use nullptr", said)
 
+    def test_a_new_source_is_looked_at(self):
+        self.tidy()
+        self.write("Apps/varno/CMakeLists.txt", (self.root / "Apps/varno/CMakeLists.txt").read_text() +
+                   "target_sources(varno PRIVATE more.cpp)\n")
+        self.write("Apps/varno/more.cpp", "int* more() {\n    return 0;\n}\n")
+        last_line, _, looked_at = self.tidy()
+        self.assertEqual((last_line, looked_at), ("0 passed, 1 failed", ["more.cpp"]))
+
     def test_the_configuration_counts(self):
         self.tidy()
         self.write(".clang-tidy", "Checks: '-*,modernize-use-trailing-return-type'\n")
