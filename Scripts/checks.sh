@@ -6,7 +6,7 @@ checks=$root/build/checks
 
 quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
-default_steps=(format guards includes comments text shell gcc headers tidy asan-ubsan tsan)
+default_steps=(format guards includes comments text shell scripts gcc headers tidy asan-ubsan tsan)
 full_steps=("${default_steps[@]}" hosts clang tidy-tests coverage aarch64 long long-threads)
 
 declare -A step_title=(
@@ -16,17 +16,18 @@ declare -A step_title=(
     [comments]="every interface method tells its contract and its thread"
     [text]="no machine paths, left-overs, binaries, stray blanks"
     [shell]="shellcheck finds nothing in the scripts"
-    [gcc]="all tests, gcc, Release"
+    [scripts]="the tests of ./run and of the checks of the code"
+    [gcc]="all tests of the product, gcc, Release"
     [headers]="every public header compiles alone"
-    [clang]="all tests, clang, Release"
+    [clang]="all tests of the product, clang, Release"
     [tidy]="clang-tidy finds nothing in the product, the host and the program"
     [tidy-tests]="clang-tidy finds nothing in the tests and the measurements"
-    [asan-ubsan]="all tests under the address and undefined-behaviour sanitizers"
+    [asan-ubsan]="all tests of the product under the address and undefined-behaviour sanitizers"
     [tsan]="the threaded tests under the thread sanitizer"
     [hosts]="LV2 hosts, Ardour and JACK, as Debian has them, load the effect and give the samples of its own program"
     [coverage]="line coverage of Interfaces, Libs and Source"
     [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
-    [long]="all tests with 50 times the usual work"
+    [long]="all tests of the product with 50 times the usual work"
     [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
 )
 
@@ -86,7 +87,9 @@ tidy_reason() { grep -v ': clean$' "$1" | head -n 100; }
 
 each_cpp_file() { cpp_files | xargs -0 -r -n 20 -P "$(nproc)" "$@"; }
 
-step_gcc() { build_preset release all && run_tests release; }
+# They run no code of the product: once is enough, and not at every change of the product.
+step_scripts() { build_preset release build.ninja && run_tests release --label-regex "$scripts_label"; }
+step_gcc() { build_preset release all && run_tests release --label-exclude "$scripts_label"; }
 step_clang() { build_preset clang all && run_tests clang --label-exclude "$scripts_label"; }
 step_asan-ubsan() { build_preset asan-ubsan all && run_tests asan-ubsan --label-exclude "$scripts_label"; }
 step_tsan() { build_preset tsan threaded_tests && run_tests tsan --label-regex "$threaded_label"; }
@@ -112,7 +115,6 @@ can_run_aarch64() {
     done
 }
 
-# Tests of the scripts run no code of the product, so one run of them is enough.
 scripts_label='^test_scripts$'
 # Tests that run the program as a person does: they limit its files and cut its module short, which a build that
 # writes counts of lines cannot bear. What is measured, they add nothing to.

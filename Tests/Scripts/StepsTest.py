@@ -87,7 +87,7 @@ int main() {
     def test_names_its_steps(self):
         done = self.run_script("test", "--list")
         names = [line.split()[0] for line in done.stdout.splitlines()]
-        for name in ("format", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "hosts", "coverage", "aarch64",
+        for name in ("format", "guards", "scripts", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "hosts", "coverage", "aarch64",
                      "long", "long-threads"):
             self.assertIn(name, names)
 
