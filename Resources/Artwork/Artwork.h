@@ -1,11 +1,11 @@
-/// All bitmaps of the editor, and pictures made of them.
+/// Everything that is drawn for the bundle: the editor's bitmaps and the product's icons.
 #ifndef VARNO_RESOURCES_ARTWORK_ARTWORK_H
 #define VARNO_RESOURCES_ARTWORK_ARTWORK_H
 
-#include "Artwork/Canvas.h"
 #include "Artwork/Painter.h"
 #include "DemoGain_ViewLayout.h"
 
+#include <filesystem>
 #include <string>
 
 namespace varno {
@@ -22,8 +22,15 @@ Canvas drawBitmap(const DemoGain_ViewLayout::Bitmap& bitmap, const Typeface& typ
 /// The file of a bitmap at one of the scales.
 std::string fileName(const DemoGain_ViewLayout::Bitmap& bitmap, int scale);
 
-/// The editor as a user meets it, with some controls moved.
-Canvas drawPreview(const Typeface& typeface, int scale);
+/// The sizes of icons that desktops ask for, in pixels.
+inline constexpr int kIconSizes[] = {16, 32, 48, 64, 128, 256};
+
+/// The product's icon in one size: a knob turned up, on a tile of the panel. The rounded tile has transparent
+/// corners.
+Canvas drawIcon(const Typeface& typeface, int size);
+
+/// Where the icon of one size lies in the resources.
+std::filesystem::path iconFile(int size);
 
 } // namespace varno
 

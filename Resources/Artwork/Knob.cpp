@@ -1,38 +1,35 @@
-#include "Artwork/Knob.h"
-
-#include "Artwork/Light.h"
-#include "Artwork/Placement.h"
+#include "Artwork/Controls.h"
 
 namespace varno {
 namespace {
 
-constexpr Point kCenter = pictureBox(DemoGain_ViewLayout::Art::Knob).center();
+constexpr Point kKnobCenter = pictureBox(DemoGain_ViewLayout::Art::Knob).center();
 
 // Radii and widths, in pixels.
-constexpr double kArcRadius = 28.0;
+constexpr double kKnobArcRadius = 28.0;
 constexpr double kChannelWidth = 5.0;
-constexpr double kArcWidth = 3.0;
+constexpr double kKnobArcWidth = 3.0;
 constexpr double kSkirtRadius = 22.0;
 constexpr double kCapRadius = 17.5;
-constexpr double kHeight = 5.0;
-constexpr double kPointerInner = 8.0;
-constexpr double kPointerOuter = 20.0;
-constexpr double kPointerWidth = 2.75;
+constexpr double kKnobHeight = 5.0;
+constexpr double kKnobPointerInner = 8.0;
+constexpr double kKnobPointerOuter = 20.0;
+constexpr double kKnobPointerWidth = 2.75;
 
 void drawChannel(Painter& painter) {
-    painter.dialArc(kCenter, kArcRadius, -kKnobTravelDegrees, kKnobTravelDegrees);
+    painter.dialArc(kKnobCenter, kKnobArcRadius, -kKnobTravelDegrees, kKnobTravelDegrees);
     painter.stroke(palette::kRecess, kChannelWidth);
-    painter.dialArc(kCenter, kArcRadius, -kKnobTravelDegrees, kKnobTravelDegrees);
-    painter.stroke(palette::kUnlit, kArcWidth);
+    painter.dialArc(kKnobCenter, kKnobArcRadius, -kKnobTravelDegrees, kKnobTravelDegrees);
+    painter.stroke(palette::kUnlit, kKnobArcWidth);
 }
 
 void drawLitArc(Painter& painter, double degrees) {
     constexpr double kGlowWidth = 6.0;
     constexpr double kGlow = 0.22;
-    painter.dialArc(kCenter, kArcRadius, -kKnobTravelDegrees, degrees);
+    painter.dialArc(kKnobCenter, kKnobArcRadius, -kKnobTravelDegrees, degrees);
     painter.stroke(palette::kLit, kGlowWidth, kGlow);
-    painter.dialArc(kCenter, kArcRadius, -kKnobTravelDegrees, degrees);
-    painter.stroke(palette::kLit, kArcWidth);
+    painter.dialArc(kKnobCenter, kKnobArcRadius, -kKnobTravelDegrees, degrees);
+    painter.stroke(palette::kLit, kKnobArcWidth);
 }
 
 // The grip: notches around the skirt, which turn with the pointer.
@@ -42,29 +39,66 @@ void drawNotches(Painter& painter, double degrees) {
     constexpr double kWidth = 1.25;
     constexpr double kDepth = 0.45;
     for (int notch = 0; notch < kNotches; ++notch) {
-        painter.dialRay(kCenter, kCapRadius, kSkirtRadius, degrees + (notch + 0.5) * kSpacingDegrees);
+        painter.dialRay(kKnobCenter, kCapRadius, kSkirtRadius, degrees + (notch + 0.5) * kSpacingDegrees);
         painter.stroke(palette::kBlack, kWidth, kDepth);
     }
 }
 
 void drawBody(Painter& painter, double degrees) {
-    castShadow(painter, kCenter, kSkirtRadius, kHeight);
-    painter.circle(kCenter, kSkirtRadius);
-    painter.fillDown(kCenter.y - kSkirtRadius, kCenter.y + kSkirtRadius, palette::kSkirtLight,
+    castShadow(painter, kKnobCenter, kSkirtRadius, kKnobHeight);
+    painter.circle(kKnobCenter, kSkirtRadius);
+    painter.fillDown(kKnobCenter.y - kSkirtRadius, kKnobCenter.y + kSkirtRadius, palette::kSkirtLight,
                      palette::kSkirtDark);
     drawNotches(painter, degrees);
-    painter.circle(kCenter, kCapRadius);
-    painter.fillDown(kCenter.y - kCapRadius, kCenter.y + kCapRadius, palette::kSkirtLight,
+    painter.circle(kKnobCenter, kCapRadius);
+    painter.fillDown(kKnobCenter.y - kCapRadius, kKnobCenter.y + kCapRadius, palette::kSkirtLight,
                      palette::kSkirtDark);
-    painter.circle(kCenter, kCapRadius - 1);
-    painter.fillDown(kCenter.y - kCapRadius, kCenter.y + kCapRadius, palette::kCapLight, palette::kCapDark);
+    painter.circle(kKnobCenter, kCapRadius - 1);
+    painter.fillDown(kKnobCenter.y - kCapRadius, kKnobCenter.y + kCapRadius, palette::kCapLight,
+                     palette::kCapDark);
 }
 
 void drawPointer(Painter& painter, double degrees) {
     const SavedState saved(painter);
     cairo_set_line_cap(painter.cairo(), CAIRO_LINE_CAP_ROUND);
-    painter.dialRay(kCenter, kPointerInner, kPointerOuter, degrees);
-    painter.stroke(palette::kName, kPointerWidth);
+    painter.dialRay(kKnobCenter, kKnobPointerInner, kKnobPointerOuter, degrees);
+    painter.stroke(palette::kName, kKnobPointerWidth);
+}
+
+// The scales around the knobs. Radii and widths in pixels.
+
+constexpr int kTicks = 11;
+constexpr double kTickInner = 33.0;
+constexpr double kTickOuter = 36.0;
+constexpr double kMajorOuter = 38.0;
+constexpr double kTickWidth = 1.0;
+
+// A knob and the texts at the ends of its scale.
+struct KnobScale {
+    Box knob;
+    const char* low;
+    const char* high;
+};
+
+constexpr KnobScale kKnobScales[] = {
+    {controlBox("Gain"), "−20", "+20"},  {controlBox("Volume"), "−20", "+20"},
+    {controlBox("Atk"), "fast", "slow"}, {controlBox("Rls"), "fast", "slow"},
+    {controlBox("Hot"), "0", "100"},     {controlBox("Mix"), "wet", "dry"},
+};
+
+void drawKnobScale(Painter& painter, const KnobScale& scale) {
+    constexpr double kOutwards = 27.0;
+    constexpr double kBaseline = 9.0;
+    const Point center = scale.knob.center();
+    for (int tick = 0; tick < kTicks; ++tick) {
+        const double degrees = kKnobTravelDegrees * (2.0 * tick / (kTicks - 1) - 1.0);
+        const bool major = tick % (kTicks / 2) == 0;
+        painter.dialRay(center, kTickInner, major ? kMajorOuter : kTickOuter, degrees);
+        painter.stroke(major ? palette::kName : palette::kHint, kTickWidth, major ? 1.0 : 0.7);
+    }
+    const double y = scale.knob.bottom() + kBaseline;
+    painter.text(scale.low, lettering::kValue, {center.x - kOutwards, y}, Align::kCenter, palette::kHint);
+    painter.text(scale.high, lettering::kValue, {center.x + kOutwards, y}, Align::kCenter, palette::kHint);
 }
 
 } // namespace
@@ -80,6 +114,12 @@ void drawKnob(Painter& painter, int picture) {
     drawLitArc(painter, degrees);
     drawBody(painter, degrees);
     drawPointer(painter, degrees);
+}
+
+void drawKnobScales(Painter& painter) {
+    for (const KnobScale& scale : kKnobScales) {
+        drawKnobScale(painter, scale);
+    }
 }
 
 } // namespace varno

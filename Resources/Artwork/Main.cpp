@@ -1,6 +1,5 @@
 #include "Artwork/Artwork.h"
-#include "Artwork/Icon.h"
-#include "Artwork/NumberedPicture.h"
+#include "Artwork/EditorPicture.h"
 #include "Artwork/Options.h"
 
 #include <exception>
@@ -31,21 +30,21 @@ void drawIcons(const Typeface& typeface, const std::filesystem::path& folder) {
 }
 
 void run(const Options& options) {
-    if (options.mHelp) {
+    if (options.help) {
         std::cout << kHelp;
         return;
     }
     const Typeface typeface;
-    if (options.mPreview) {
-        drawPreview(typeface, options.mScale).write(*options.mPreview);
+    if (options.preview) {
+        drawPreview(typeface, options.scale).write(*options.preview);
         return;
     }
-    if (options.mNumberedFrom) {
-        drawNumbered(typeface, *options.mNumberedFrom).write(options.mNumbered);
+    if (options.numberedFrom) {
+        drawNumbered(typeface, *options.numberedFrom).write(options.numbered);
         return;
     }
-    drawBitmaps(typeface, options.mFolder);
-    drawIcons(typeface, options.mFolder);
+    drawBitmaps(typeface, options.folder);
+    drawIcons(typeface, options.folder);
 }
 
 } // namespace

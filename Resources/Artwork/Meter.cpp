@@ -1,24 +1,27 @@
-#include "Artwork/Meter.h"
+#include "Artwork/Controls.h"
 
-#include "Artwork/Placement.h"
 #include "DemoGain_MeterLevels.h"
 #include "GUI/DemoGain_MeterLaw.h"
+
+#include <algorithm>
+#include <string>
 
 namespace varno {
 namespace {
 
-constexpr Box kPicture = pictureBox(DemoGain_ViewLayout::Art::MeterOff);
+constexpr Box kMeterPicture = pictureBox(DemoGain_ViewLayout::Art::MeterOff);
 constexpr int kLamps = DemoGain_ViewLayout::kMeterSteps;
-constexpr double kLampWidth = kPicture.width / kLamps;
+constexpr double kLampWidth = kMeterPicture.width / kLamps;
 // Half of the gap lies on either side of a lamp, so that a step of the meter ends between lamps.
-constexpr double kGap = 2.0;
-constexpr double kCorner = 1.5;
+constexpr double kLampGap = 2.0;
+constexpr double kLampCorner = 1.5;
 
 Box lampBox(int lamp) {
-    return {lamp * kLampWidth + kGap / 2, kGap, kLampWidth - kGap, kPicture.height - 2 * kGap};
+    return {lamp * kLampWidth + kLampGap / 2, kLampGap, kLampWidth - kLampGap,
+            kMeterPicture.height - 2 * kLampGap};
 }
 
-// The first lamps to light are at the right; the last ones tell of heavy reduction.
+// The first lamps to light are at the right; the last ones are lit by strong reduction.
 Color lampColor(int lamp) {
     constexpr double kMildPart = 0.5;
     const double depth = 1.0 - static_cast<double>(lamp) / (kLamps - 1);
@@ -27,28 +30,48 @@ Color lampColor(int lamp) {
                : between(palette::kLit, palette::kLitHot, (depth - kMildPart) / (1.0 - kMildPart));
 }
 
-void drawFloor(Painter& painter) {
-    painter.box(kPicture);
+void drawMeterFloor(Painter& painter) {
+    painter.box(kMeterPicture);
     painter.fill(palette::kRecess);
+}
+
+// The scale of both meters.
+
+constexpr Box kUpperMeter = controlBox("METERGR1");
+constexpr Box kLowerMeter = controlBox("METERGR2");
+
+void drawMeterHollow(Painter& painter, const Box& meter) {
+    constexpr double kRim = 2.0;
+    constexpr double kCorner = 3.0;
+    recess(painter, meter.inset(-kRim), kCorner, palette::kRecess);
+}
+
+// Ticks stand between the meters.
+void drawMeterTick(Painter& painter, double x) {
+    constexpr double kGap = 2.0;
+    constexpr double kWidth = 1.0;
+    painter.box({painter.snapped(x - kWidth / 2), kUpperMeter.bottom() + kGap, kWidth,
+                 kLowerMeter.y - kUpperMeter.bottom() - 2 * kGap});
+    painter.fill(palette::kHint);
 }
 
 } // namespace
 
 void drawDarkMeter(Painter& painter) {
     constexpr double kDark = 0.86;
-    drawFloor(painter);
+    drawMeterFloor(painter);
     for (int lamp = 0; lamp < kLamps; ++lamp) {
-        painter.roundedBox(lampBox(lamp), kCorner);
+        painter.roundedBox(lampBox(lamp), kLampCorner);
         painter.fill(between(lampColor(lamp), palette::kRecess, kDark));
     }
 }
 
 void drawLitMeter(Painter& painter) {
     constexpr double kCore = 0.35;
-    drawFloor(painter);
+    drawMeterFloor(painter);
     for (int lamp = 0; lamp < kLamps; ++lamp) {
         const Box box = lampBox(lamp);
-        painter.roundedBox(box, kCorner);
+        painter.roundedBox(box, kLampCorner);
         painter.fillDown(box.y, box.bottom(), between(lampColor(lamp), palette::kWhite, kCore),
                          lampColor(lamp));
     }
@@ -58,6 +81,24 @@ double litPart(double reductionDB) {
     // The tap's factor takes the gain, which is negative where it is reduced.
     const auto gainDB = static_cast<float>(-reductionDB);
     return 1.0 - static_cast<double>(DemoGain_MeterValue(gainDB * DemoGain::kMeterPerDB));
+}
+
+double meterScaleX(double reductionDB) {
+    return kUpperMeter.right() - std::min(litPart(reductionDB), 1.0) * kUpperMeter.width;
+}
+
+void drawMeterScale(Painter& painter) {
+    constexpr double kBaseline = kLowerMeter.bottom() + 12.0;
+    constexpr double kUnitX = kUpperMeter.x - 13.0;
+    drawMeterHollow(painter, kUpperMeter);
+    drawMeterHollow(painter, kLowerMeter);
+    for (const int reductionDB : kMeterScaleDB) {
+        const double x = meterScaleX(reductionDB);
+        drawMeterTick(painter, x);
+        painter.text(std::to_string(reductionDB), lettering::kValue, {x, kBaseline}, Align::kCenter,
+                     palette::kHint);
+    }
+    painter.text("dB", lettering::kValue, {kUnitX, kBaseline}, Align::kRight, palette::kHint);
 }
 
 } // namespace varno

@@ -45,31 +45,31 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             return *argument;
         };
         if (*argument == "--help") {
-            options.mHelp = true;
+            options.help = true;
             return options;
         }
         if (*argument == "--preview") {
-            options.mPreview = value();
+            options.preview = value();
         } else if (*argument == "--number") {
-            options.mNumberedFrom = value();
-            options.mNumbered = value();
+            options.numberedFrom = value();
+            options.numbered = value();
         } else if (*argument == "--scale") {
-            options.mScale = parseScale(value());
+            options.scale = parseScale(value());
             scaled = true;
         } else if (argument->starts_with("-")) {
             throw UsageError(*argument + " is not an option; --help lists them");
-        } else if (options.mFolder.empty()) {
-            options.mFolder = *argument;
+        } else if (options.folder.empty()) {
+            options.folder = *argument;
         } else {
             throw UsageError("\"" + *argument + "\" is one folder too many");
         }
     }
     const int jobs =
-        (options.mPreview ? 1 : 0) + (options.mNumberedFrom ? 1 : 0) + (options.mFolder.empty() ? 0 : 1);
+        (options.preview ? 1 : 0) + (options.numberedFrom ? 1 : 0) + (options.folder.empty() ? 0 : 1);
     if (jobs != 1) {
         throw UsageError("expected a folder, --preview FILE or --number PICTURE FILE; --help tells more");
     }
-    if (scaled && !options.mPreview) {
+    if (scaled && !options.preview) {
         throw UsageError("--scale goes with --preview alone");
     }
     return options;

@@ -18,12 +18,12 @@ public:
 
 /// Either help, or a preview, or a numbered picture, or everything into a folder.
 struct Options {
-    bool mHelp = false;
-    std::filesystem::path mFolder;
-    std::optional<std::filesystem::path> mPreview;
-    int mScale = 1;                                     ///< Of the preview.
-    std::optional<std::filesystem::path> mNumberedFrom; ///< Where the numbers go into mNumbered.
-    std::filesystem::path mNumbered;
+    bool help = false;
+    std::filesystem::path folder;
+    std::optional<std::filesystem::path> preview;
+    int scale = 1;                                     ///< Of the preview.
+    std::optional<std::filesystem::path> numberedFrom; ///< Where the numbers go into numbered.
+    std::filesystem::path numbered;
 };
 
 inline constexpr int kLargestPreviewScale = 4;
@@ -31,7 +31,7 @@ inline constexpr int kLargestPreviewScale = 4;
 /// What `--help` prints.
 extern const char* const kHelp;
 
-/// Understands the arguments behind the program's name; throws UsageError.
+/// Reads the arguments behind the program's name; throws UsageError.
 Options parseOptions(const std::vector<std::string>& arguments);
 
 } // namespace varno

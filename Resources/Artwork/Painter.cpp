@@ -1,25 +1,55 @@
 #include "Artwork/Painter.h"
 
 #include <cmath>
-#include <memory>
 #include <numbers>
+#include <stdexcept>
 
 namespace varno {
 namespace {
 
-struct PatternDestroyer {
+void checkCairo(cairo_status_t status, const std::string& what) {
+    if (status != CAIRO_STATUS_SUCCESS) {
+        throw std::runtime_error(what + ": " + cairo_status_to_string(status));
+    }
+}
+
+struct GradientDestroyer {
     void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
 };
-using Pattern = std::unique_ptr<cairo_pattern_t, PatternDestroyer>;
+using Gradient = std::unique_ptr<cairo_pattern_t, GradientDestroyer>;
 
-Pattern downwards(double fromY, double toY, Color top, Color bottom) {
-    Pattern pattern(cairo_pattern_create_linear(0, fromY, 0, toY));
+Gradient downwards(double fromY, double toY, Color top, Color bottom) {
+    Gradient pattern(cairo_pattern_create_linear(0, fromY, 0, toY));
     cairo_pattern_add_color_stop_rgb(pattern.get(), 0, top.red, top.green, top.blue);
     cairo_pattern_add_color_stop_rgb(pattern.get(), 1, bottom.red, bottom.green, bottom.blue);
     return pattern;
 }
 
+// Share of the light that a full shadow takes, and that an edge towards the light adds.
+constexpr double kShadowStrength = 0.55;
+constexpr double kShineStrength = 0.14;
+// Pixels that a shadow lies below its body, for each pixel of the body's height.
+constexpr double kShadowFall = 0.6;
+// Width of an edge, in pixels.
+constexpr double kEdgeWidth = 1.0;
+
 } // namespace
+
+// Images.
+
+Canvas::Canvas(int width, int height, int scale)
+    : mSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width * scale, height * scale)),
+      mCairo(cairo_create(mSurface.get())) {
+    checkCairo(cairo_status(mCairo.get()), "cannot make an image");
+    cairo_scale(mCairo.get(), scale, scale);
+}
+
+void Canvas::write(const std::filesystem::path& file) const {
+    checkCairo(cairo_status(mCairo.get()), "cannot draw " + file.string());
+    checkCairo(cairo_surface_write_to_png(mSurface.get(), file.c_str()), "cannot write " + file.string());
+}
+
+// Shapes and lettering.
 
 double Painter::scale() const {
     double x = 1.0;
@@ -87,7 +117,7 @@ void Painter::fillDown(double fromY, double toY, Color top, Color bottom) {
 }
 
 void Painter::fillSoftly(Point center, double inner, double outer, Color color, double alpha) {
-    const Pattern pattern(cairo_pattern_create_radial(center.x, center.y, inner, center.x, center.y, outer));
+    const Gradient pattern(cairo_pattern_create_radial(center.x, center.y, inner, center.x, center.y, outer));
     cairo_pattern_add_color_stop_rgba(pattern.get(), 0, color.red, color.green, color.blue, alpha);
     cairo_pattern_add_color_stop_rgba(pattern.get(), 1, color.red, color.green, color.blue, 0);
     circle(center, outer);
@@ -103,6 +133,41 @@ void Painter::text(const std::string& text, const TextStyle& style, Point anchor
         line.addPath();
         fill(color);
     }
+}
+
+// Light.
+
+void castShadow(Painter& painter, Point center, double radius, double height) {
+    const Point fallen{center.x, center.y + height * kShadowFall};
+    painter.fillSoftly(fallen, radius - height, radius + height, palette::kBlack, kShadowStrength);
+}
+
+void castShadow(Painter& painter, const Box& body, double cornerRadius, double height) {
+    constexpr int kLayers = 6;
+    for (int layer = 0; layer < kLayers; ++layer) {
+        const double spread = height * (1.0 - 2.0 * layer / (kLayers - 1)) / 2;
+        Box fallen = body.inset(-spread);
+        fallen.y += height * kShadowFall;
+        painter.roundedBox(fallen, cornerRadius + spread);
+        painter.fill(palette::kBlack, kShadowStrength / kLayers);
+    }
+}
+
+void recess(Painter& painter, const Box& hollow, double cornerRadius, Color floor) {
+    painter.roundedBox({hollow.x, hollow.y + kEdgeWidth, hollow.width, hollow.height}, cornerRadius);
+    painter.fill(palette::kWhite, kShineStrength);
+    painter.roundedBox(hollow, cornerRadius);
+    painter.fill(between(floor, palette::kBlack, kShadowStrength));
+    painter.roundedBox({hollow.x, hollow.y + kEdgeWidth, hollow.width, hollow.height - kEdgeWidth},
+                       cornerRadius);
+    painter.fill(floor);
+}
+
+void raised(Painter& painter, const Box& body, double cornerRadius, Color top, Color bottom) {
+    painter.roundedBox(body, cornerRadius);
+    painter.fill(between(top, palette::kWhite, kShineStrength * 2));
+    painter.roundedBox({body.x, body.y + kEdgeWidth, body.width, body.height - kEdgeWidth}, cornerRadius);
+    painter.fillDown(body.y, body.bottom(), top, bottom);
 }
 
 } // namespace varno

@@ -1,22 +1,47 @@
-/// What all drawing is made of: shapes, and lettering that is remembered.
+/// What all drawing is made of: images in memory, shapes, lettering that is remembered, and light.
 #ifndef VARNO_RESOURCES_ARTWORK_PAINTER_H
 #define VARNO_RESOURCES_ARTWORK_PAINTER_H
 
 #include "Artwork/Geometry.h"
 #include "Artwork/Palette.h"
-#include "Artwork/TextLine.h"
+#include "Artwork/Text.h"
 
 #include <cairo.h>
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace varno {
 
-/// Lettering that was drawn: its ink lies within the box, whose place is that in the picture.
+/// An image in memory, transparent at first. Lengths are pixels at scale 1; the image has `scale` times as
+/// many in each direction.
+class Canvas {
+public:
+    /// Throws std::runtime_error where cairo cannot make it.
+    Canvas(int width, int height, int scale);
+
+    /// Owned by the canvas, like the surface.
+    cairo_t* cairo() const { return mCairo.get(); }
+    cairo_surface_t* surface() const { return mSurface.get(); }
+
+    /// Writes a PNG; throws std::runtime_error, naming the file, where that fails.
+    void write(const std::filesystem::path& file) const;
+
+private:
+    struct Destroyer {
+        void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+        void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+    };
+    std::unique_ptr<cairo_surface_t, Destroyer> mSurface;
+    std::unique_ptr<cairo_t, Destroyer> mCairo;
+};
+
+/// Lettering that was drawn.
 struct DrawnText {
-    std::string mText;
-    Box mBox;
-    Color mColor;
+    std::string text;
+    Box box; ///< Covers the ink; its place is that in the picture.
+    Color color;
 };
 
 /// Draws on a cairo context, which it does not own; lengths are pixels at scale 1.
@@ -79,6 +104,21 @@ public:
 private:
     cairo_t* mCairo;
 };
+
+// Light. There is one light: it falls straight down from above the top edge, so that upper edges are bright
+// and shadows lie below.
+
+/// The soft shadow of a round body that is `height` pixels high.
+void castShadow(Painter& painter, Point center, double radius, double height);
+
+/// The soft shadow of a body with rounded corners.
+void castShadow(Painter& painter, const Box& body, double cornerRadius, double height);
+
+/// A hollow in the panel: dark below its upper edge, bright on its lower one.
+void recess(Painter& painter, const Box& hollow, double cornerRadius, Color floor);
+
+/// A body with rounded corners that stands out of the panel.
+void raised(Painter& painter, const Box& body, double cornerRadius, Color top, Color bottom);
 
 } // namespace varno
 

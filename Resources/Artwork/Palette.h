@@ -18,17 +18,11 @@ constexpr Color rgb(unsigned code) {
     return {((code >> 16U) & kByte) / kFull, ((code >> 8U) & kByte) / kFull, (code & kByte) / kFull};
 }
 
-/// `from` at 0, `to` at 1. [any]
+/// The colour at `share` of the way: `from` at 0, `to` at 1. [any]
 constexpr Color between(Color from, Color to, double share) {
     return {from.red + (to.red - from.red) * share, from.green + (to.green - from.green) * share,
             from.blue + (to.blue - from.blue) * share};
 }
-
-/// Relative luminance as WCAG 2 defines it: black is 0, white 1. [any]
-double luminance(Color color);
-
-/// Contrast of two colours as WCAG 2 defines it: 1 (none) to 21 (black and white). [any]
-double contrast(Color a, Color b);
 
 namespace palette {
 
@@ -47,7 +41,7 @@ inline constexpr Color kName = rgb(0xEFEBE4);
 inline constexpr Color kHint = rgb(0xC1BEB8);
 inline constexpr Color kLine = rgb(0x6C6F74);
 
-// Everything that is lit, from faint to glaring.
+// Everything that is lit, from the faintest to the brightest.
 inline constexpr Color kUnlit = rgb(0x2B2623);
 inline constexpr Color kLit = rgb(0xFF9D33);
 inline constexpr Color kLitHot = rgb(0xFF5A36);

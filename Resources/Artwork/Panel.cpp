@@ -1,16 +1,245 @@
 #include "Artwork/Panel.h"
 
-#include "Artwork/ControlNames.h"
-#include "Artwork/KnobScale.h"
-#include "Artwork/Light.h"
-#include "Artwork/MeterScale.h"
-#include "Artwork/Placement.h"
-#include "Artwork/ResponseCurves.h"
-#include "Artwork/Sections.h"
-#include "Artwork/Sheet.h"
+#include "Artwork/Controls.h"
+
+#include <cmath>
+#include <cstdint>
 
 namespace varno {
 namespace {
+
+// The bare material: the sheet, the plate let into it and the product's name.
+
+// The plate that carries the dynamics section.
+constexpr Box kPlate = {116, 33, 418, 313};
+constexpr double kPlateCorner = 6.0;
+
+// A random-looking number from 0 to 1 that is the same on every run.
+double grain(std::uint32_t seed) {
+    constexpr std::uint32_t kMask = 0xFFFF;
+    seed ^= seed >> 16U;
+    seed *= 0x7FEB352DU;
+    seed ^= seed >> 15U;
+    seed *= 0x846CA68BU;
+    seed ^= seed >> 16U;
+    return static_cast<double>(seed & kMask) / kMask;
+}
+
+// Fine brushing along the panel: every row of pixels a little lighter or darker than its neighbours.
+void brush(Painter& painter, const Box& area) {
+    constexpr double kStrength = 0.015;
+    const double row = 1.0 / painter.scale();
+    const int rows = static_cast<int>(area.height * painter.scale());
+    for (int n = 0; n < rows; ++n) {
+        const double shade = grain(static_cast<std::uint32_t>(n)) * 2.0 - 1.0;
+        painter.box({area.x, area.y + n * row, area.width, row});
+        painter.fill(shade > 0 ? palette::kWhite : palette::kBlack,
+                     kStrength * (shade > 0 ? shade : -2 * shade));
+    }
+}
+
+void drawPlate(Painter& painter) {
+    recess(painter, kPlate, kPlateCorner, palette::kPlateTop);
+    painter.roundedBox({kPlate.x, kPlate.y + 1, kPlate.width, kPlate.height - 1}, kPlateCorner);
+    painter.fillDown(kPlate.y, kPlate.bottom(), palette::kPlateTop, palette::kPlateBottom);
+}
+
+void drawProductName(Painter& painter) {
+    constexpr double kBaseline = 24.0;
+    constexpr double kMargin = 16.0;
+    painter.text("Varno-S", lettering::kProduct, {kMargin, kBaseline}, Align::kLeft, palette::kName);
+    painter.text("SATURATION  &  DYNAMICS", lettering::kMotto, {viewBox().width - kMargin, kBaseline},
+                 Align::kRight, palette::kHint);
+}
+
+void drawSheet(Painter& painter) {
+    const Box view = viewBox();
+    painter.box(view);
+    painter.fillDown(view.y, view.bottom(), palette::kSheetTop, palette::kSheetBottom);
+    brush(painter, view);
+    painter.box({view.x, view.y, view.width, 1});
+    painter.fill(palette::kWhite, 0.12);
+    painter.box({view.x, view.bottom() - 1, view.width, 1});
+    painter.fill(palette::kBlack, 0.4);
+    drawPlate(painter);
+    drawProductName(painter);
+}
+
+// Sections: their titles, and lines from a switch to what it changes.
+
+constexpr double kUpperBaseline = 47.0;
+constexpr double kLowerBaseline = 198.0;
+// From a title's baseline up to the lines at its sides, in pixels.
+constexpr double kRise = 3.5;
+constexpr double kBracketWidth = 1.0;
+// How far scales and names reach beyond the controls that they belong to, in pixels.
+constexpr double kScaleReach = 7.0;
+constexpr double kNameReach = 6.0;
+constexpr double kMeterNameReach = 20.0;
+constexpr double kMeterRim = 2.0;
+
+// A group of controls: the title stands in a gap of the bracket over them.
+struct Section {
+    const char* title;
+    double left;
+    double right;
+    double baseline;
+};
+
+constexpr Section kSections[] = {
+    {"INPUT", controlBox("Gain").x - kScaleReach, controlBox("Gain").right() + kScaleReach, kUpperBaseline},
+    {"DETECTOR", controlBox("HP").x - kNameReach, controlBox("Band").right() + kNameReach, kUpperBaseline},
+    {"TIMING", controlBox("Atk").x - kScaleReach, controlBox("Rls").right() + kScaleReach, kUpperBaseline},
+    {"OUTPUT", controlBox("ASw").x - kNameReach, controlBox("Volume").right() + kScaleReach, kUpperBaseline},
+    {"DRIVE", controlBox("Hot").x - kScaleReach, controlBox("Hot").right() + kScaleReach, kLowerBaseline},
+    {"BLEND", controlBox("LinkSw").x - kNameReach, controlBox("Mix").right() + kScaleReach, kLowerBaseline},
+    {"GAIN REDUCTION", controlBox("METERGR1").x - kMeterNameReach, controlBox("METERGR1").right() + kMeterRim,
+     kLowerBaseline},
+};
+
+void drawBracketLine(Painter& painter, const std::vector<Point>& points) {
+    painter.line(points);
+    painter.stroke(palette::kLine, kBracketWidth);
+}
+
+void drawSection(Painter& painter, const Section& section) {
+    constexpr double kGap = 6.0;
+    constexpr double kTurn = 4.0;
+    painter.text(section.title, lettering::kTitle, {(section.left + section.right) / 2, section.baseline},
+                 Align::kCenter, palette::kHint);
+    const Box title = painter.texts().back().box;
+    const double y = section.baseline - kRise;
+    const double left = section.left + kBracketWidth / 2;
+    const double right = section.right - kBracketWidth / 2;
+    drawBracketLine(painter, {{left, y + kTurn}, {left, y}, {std::floor(title.x - kGap), y}});
+    drawBracketLine(painter, {{right, y + kTurn}, {right, y}, {std::ceil(title.right() + kGap), y}});
+}
+
+// Two switches lie apart from what they change; a line from each leads there.
+constexpr double kSwitchGap = 4.0;
+
+// "UK Mode" changes the release.
+void drawReleaseLink(Painter& painter) {
+    constexpr Box kFrom = controlBox("UK");
+    constexpr Box kTo = controlBox("Rls");
+    constexpr double kElbowX = 500.5;
+    constexpr Point kEnd = {kTo.center().x + 27.5, kTo.bottom() + 19.5};
+    constexpr double kDot = 1.75;
+    const double y = kFrom.center().y + kBracketWidth / 2;
+    drawBracketLine(painter, {{kFrom.x - kSwitchGap, y}, {kElbowX, y}, {kElbowX, kEnd.y}, kEnd});
+    painter.circle(kEnd, kDot);
+    painter.fill(palette::kLine);
+}
+
+// "Harmonic Select" changes the drive.
+void drawDriveLink(Painter& painter) {
+    constexpr Box kFrom = controlBox("HSw");
+    constexpr double kElbowX = 104.5;
+    constexpr double kEndX = controlBox("Hot").right() + kScaleReach;
+    constexpr double kEndY = kLowerBaseline - kRise;
+    const double y = kFrom.center().y + kBracketWidth / 2;
+    drawBracketLine(painter, {{kFrom.x - kSwitchGap, y}, {kElbowX, y}, {kElbowX, kEndY}, {kEndX, kEndY}});
+}
+
+void drawSections(Painter& painter) {
+    for (const Section& section : kSections) {
+        drawSection(painter, section);
+    }
+    drawReleaseLink(painter);
+    drawDriveLink(painter);
+}
+
+// Small curves over the detector's switches: which frequencies each passes or raises.
+
+constexpr double kCurveWidth = 24.0;
+constexpr double kCurveHeight = 7.0;
+constexpr double kAboveSwitch = 8.0;
+constexpr double kCurveLineWidth = 1.25;
+
+// A rise from the lower to the upper level, in shares of the width.
+void drawRise(Painter& painter, const Box& control, double from, double to) {
+    const Box area{control.center().x - kCurveWidth / 2, control.y - kAboveSwitch - kCurveHeight, kCurveWidth,
+                   kCurveHeight};
+    const double middle = area.x + area.width * (from + to) / 2;
+    cairo_new_path(painter.cairo());
+    cairo_move_to(painter.cairo(), area.x, area.bottom());
+    cairo_line_to(painter.cairo(), area.x + area.width * from, area.bottom());
+    cairo_curve_to(painter.cairo(), middle, area.bottom(), middle, area.y, area.x + area.width * to, area.y);
+    cairo_line_to(painter.cairo(), area.right(), area.y);
+    painter.stroke(palette::kHint, kCurveLineWidth);
+}
+
+void drawResponseCurves(Painter& painter) {
+    drawRise(painter, controlBox("HP"), 0.0, 0.6);
+    drawRise(painter, controlBox("Band"), 0.4, 1.0);
+}
+
+// The names of the controls.
+
+constexpr double kNameLineHeight = 12.0;
+
+enum class Side { kBelow, kLeft, kRight };
+
+// The name of a control, in one line or two.
+struct ControlName {
+    Box control;
+    Side side;
+    const char* first;
+    const char* second;
+};
+
+constexpr ControlName kControlNames[] = {
+    {controlBox("Gain"), Side::kBelow, "Gain", nullptr},
+    {controlBox("Volume"), Side::kBelow, "Volume", nullptr},
+    {controlBox("Atk"), Side::kBelow, "Attack", nullptr},
+    {controlBox("Rls"), Side::kBelow, "Release", nullptr},
+    {controlBox("Hot"), Side::kBelow, "Hottitude", nullptr},
+    {controlBox("Mix"), Side::kBelow, "Mix", nullptr},
+    {controlBox("HP"), Side::kBelow, "High", "Pass"},
+    {controlBox("Band"), Side::kBelow, "Band", "Pass"},
+    {controlBox("UK"), Side::kBelow, "UK Mode", nullptr},
+    {controlBox("ASw"), Side::kBelow, "Auto Gain", nullptr},
+    {controlBox("LinkSw"), Side::kBelow, "Stereo", "Link"},
+    {controlBox("HSw"), Side::kRight, "Harmonic", "Select"},
+    {controlBox("Ratio"), Side::kLeft, "Ratio", nullptr},
+    {controlBox("METERGR1"), Side::kLeft, "L", nullptr},
+    {controlBox("METERGR2"), Side::kLeft, "R", nullptr},
+};
+
+// From a control to its name, in pixels. The names of knobs are below the end values of their scales.
+constexpr double kBelowKnob = 23.0;
+constexpr double kBelowSwitch = 12.0;
+constexpr double kBeside = 8.0;
+
+struct NamePlace {
+    Point anchor;
+    Align align;
+};
+
+NamePlace placeOf(const ControlName& name) {
+    const Box& control = name.control;
+    const double beside = control.center().y + lettering::halfCapitals(lettering::kName) -
+                          (name.second != nullptr ? kNameLineHeight / 2 : 0.0);
+    switch (name.side) {
+    case Side::kLeft:
+        return {{control.x - kBeside, beside}, Align::kRight};
+    case Side::kRight:
+        return {{control.right() + kBeside, beside}, Align::kLeft};
+    case Side::kBelow:
+        break;
+    }
+    const bool knob = control.height == controlBox("Gain").height;
+    return {{control.center().x, control.bottom() + (knob ? kBelowKnob : kBelowSwitch)}, Align::kCenter};
+}
+
+void drawControlName(Painter& painter, const ControlName& name) {
+    const auto [anchor, align] = placeOf(name);
+    painter.text(name.first, lettering::kName, anchor, align, palette::kName);
+    if (name.second != nullptr) {
+        painter.text(name.second, lettering::kName, {anchor.x, anchor.y + kNameLineHeight}, align,
+                     palette::kName);
+    }
+}
 
 // The hollow around the line of text that the view draws itself.
 void drawStatusFrame(Painter& painter) {
@@ -20,6 +249,12 @@ void drawStatusFrame(Painter& painter) {
 }
 
 } // namespace
+
+void drawControlNames(Painter& painter) {
+    for (const ControlName& name : kControlNames) {
+        drawControlName(painter, name);
+    }
+}
 
 void drawPanel(Painter& painter) {
     drawSheet(painter);

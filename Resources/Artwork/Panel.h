@@ -8,6 +8,9 @@ namespace varno {
 
 void drawPanel(Painter& painter);
 
+/// The part of it that names the controls.
+void drawControlNames(Painter& painter);
+
 } // namespace varno
 
 #endif

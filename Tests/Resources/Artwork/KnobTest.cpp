@@ -1,5 +1,5 @@
-#include "Artwork/Knob.h"
-#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
+#include "Artwork/Controls.h"
+#include "Tests/Resources/Artwork/Support/Bitmaps.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,5 @@
-#include "Artwork/Meter.h"
-#include "Artwork/MeterScale.h"
-#include "Artwork/Placement.h"
-#include "Tests/Resources/Artwork/Support/BundleBitmap.h"
+#include "Artwork/Controls.h"
+#include "Tests/Resources/Artwork/Support/Bitmaps.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -61,7 +59,8 @@ TEST_P(MeterTest, LitLampsAreFarBrighterThanDarkOnes) {
     const int width = lit.width() / kSteps;
     for (int step = 0; step < kSteps; ++step) {
         const int x = step * width + width / 2;
-        EXPECT_GT(contrast(lit.color(x, lit.height() / 2), dark.color(x, dark.height() / 2)), 4.5) << step;
+        EXPECT_GT(test::contrast(lit.color(x, lit.height() / 2), dark.color(x, dark.height() / 2)), 4.5)
+            << step;
     }
 }
 

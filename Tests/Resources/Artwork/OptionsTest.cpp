@@ -7,26 +7,26 @@ namespace {
 
 TEST(ArtworkOptions, TakeAFolder) {
     const Options options = parseOptions({"out"});
-    EXPECT_EQ("out", options.mFolder);
-    EXPECT_FALSE(options.mPreview);
-    EXPECT_FALSE(options.mHelp);
+    EXPECT_EQ("out", options.folder);
+    EXPECT_FALSE(options.preview);
+    EXPECT_FALSE(options.help);
 }
 
 TEST(ArtworkOptions, TakeAPreviewAndItsScale) {
-    EXPECT_EQ(1, parseOptions({"--preview", "a.png"}).mScale);
+    EXPECT_EQ(1, parseOptions({"--preview", "a.png"}).scale);
     const Options options = parseOptions({"--scale", "2", "--preview", "a.png"});
-    EXPECT_EQ("a.png", options.mPreview);
-    EXPECT_EQ(2, options.mScale);
+    EXPECT_EQ("a.png", options.preview);
+    EXPECT_EQ(2, options.scale);
 }
 
 TEST(ArtworkOptions, TakeAPictureToNumber) {
     const Options options = parseOptions({"--number", "in.png", "out.png"});
-    EXPECT_EQ("in.png", options.mNumberedFrom);
-    EXPECT_EQ("out.png", options.mNumbered);
+    EXPECT_EQ("in.png", options.numberedFrom);
+    EXPECT_EQ("out.png", options.numbered);
 }
 
 TEST(ArtworkOptions, HelpNamesEveryOption) {
-    EXPECT_TRUE(parseOptions({"--help"}).mHelp);
+    EXPECT_TRUE(parseOptions({"--help"}).help);
     for (const char* option : {"--preview", "--scale", "--number", "--help", "FOLDER"}) {
         EXPECT_THAT(kHelp, testing::HasSubstr(option));
     }

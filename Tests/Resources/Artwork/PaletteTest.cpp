@@ -1,5 +1,7 @@
 #include "Artwork/Palette.h"
 
+#include "Tests/Resources/Artwork/Support/Image.h"
+
 #include <gmock/gmock.h>
 
 namespace varno {
@@ -13,11 +15,12 @@ TEST(Palette, ReadsAColorsCode) {
 }
 
 TEST(Palette, MeasuresContrastAsWcagDoes) {
-    EXPECT_DOUBLE_EQ(21.0, contrast(palette::kBlack, palette::kWhite));
-    EXPECT_DOUBLE_EQ(1.0, contrast(palette::kLit, palette::kLit));
-    EXPECT_NEAR(4.54, contrast(rgb(0x767676), palette::kWhite), 0.005) << "the known limit of grey on white";
-    EXPECT_NEAR(4.48, contrast(palette::kWhite, rgb(0x777777)), 0.005);
-    EXPECT_NEAR(5.25, contrast(rgb(0xFF0000), palette::kBlack), 0.005);
+    EXPECT_DOUBLE_EQ(21.0, test::contrast(palette::kBlack, palette::kWhite));
+    EXPECT_DOUBLE_EQ(1.0, test::contrast(palette::kLit, palette::kLit));
+    EXPECT_NEAR(4.54, test::contrast(rgb(0x767676), palette::kWhite), 0.005)
+        << "the known limit of grey on white";
+    EXPECT_NEAR(4.48, test::contrast(palette::kWhite, rgb(0x777777)), 0.005);
+    EXPECT_NEAR(5.25, test::contrast(rgb(0xFF0000), palette::kBlack), 0.005);
 }
 
 TEST(Palette, MixesInProportion) {

@@ -1,12 +1,32 @@
 #include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
 
 namespace varno::test {
+namespace {
+
+// A component of sRGB as an amount of light.
+double linear(double component) {
+    return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+}
+
+} // namespace
+
+double luminance(Color color) {
+    return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
+}
+
+double contrast(Color a, Color b) {
+    // Light that a screen reflects even where it is black.
+    constexpr double kFlare = 0.05;
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + kFlare) / (darker + kFlare);
+}
 
 Image Image::read(const std::filesystem::path& file) {
     const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
@@ -57,8 +77,8 @@ Image Image::picture(int n, int count) const {
 
 bool operator==(const Image& a, const Image& b) {
     const auto same = [](const Image::Pixel& p, const Image::Pixel& q) {
-        return p.mColor.red == q.mColor.red && p.mColor.green == q.mColor.green &&
-               p.mColor.blue == q.mColor.blue && p.mAlpha == q.mAlpha;
+        return p.color.red == q.color.red && p.color.green == q.color.green && p.color.blue == q.color.blue &&
+               p.alpha == q.alpha;
     };
     return a.mWidth == b.mWidth &&
            std::equal(a.mPixels.begin(), a.mPixels.end(), b.mPixels.begin(), b.mPixels.end(), same);

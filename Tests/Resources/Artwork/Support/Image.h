@@ -2,13 +2,18 @@
 #ifndef VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_IMAGE_H
 #define VARNO_TESTS_RESOURCES_ARTWORK_SUPPORT_IMAGE_H
 
-#include "Artwork/Canvas.h"
-#include "Artwork/Palette.h"
+#include "Artwork/Painter.h"
 
 #include <filesystem>
 #include <vector>
 
 namespace varno::test {
+
+/// Relative luminance as WCAG 2 defines it: black is 0, white 1.
+double luminance(Color color);
+
+/// Contrast of two colours as WCAG 2 defines it: 1 (none) to 21 (black and white).
+double contrast(Color a, Color b);
 
 /// The pixels of a PNG file or of a canvas. Half-transparent ones are taken as lying on black.
 class Image {
@@ -19,9 +24,9 @@ public:
 
     int width() const { return mWidth; }
     int height() const { return mHeight; }
-    Color color(int x, int y) const { return at(x, y).mColor; }
-    double alpha(int x, int y) const { return at(x, y).mAlpha; }
-    double luminance(int x, int y) const { return varno::luminance(color(x, y)); }
+    Color color(int x, int y) const { return at(x, y).color; }
+    double alpha(int x, int y) const { return at(x, y).alpha; }
+    double luminance(int x, int y) const { return test::luminance(color(x, y)); }
     /// The n-th of `count` pictures of one height, stacked vertically.
     Image picture(int n, int count) const;
 
@@ -29,8 +34,8 @@ public:
 
 private:
     struct Pixel {
-        Color mColor;
-        double mAlpha;
+        Color color;
+        double alpha;
     };
 
     Image(int width, int height)

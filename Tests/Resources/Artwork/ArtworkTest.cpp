@@ -1,7 +1,6 @@
 #include "Artwork/Artwork.h"
-#include "Artwork/Icon.h"
+#include "Tests/Resources/Artwork/Support/Bitmaps.h"
 #include "Tests/Resources/Artwork/Support/Image.h"
-#include "Tests/Resources/Artwork/Support/PrintTo.h"
 
 #include <gmock/gmock.h>
 

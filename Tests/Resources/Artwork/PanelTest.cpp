@@ -1,7 +1,4 @@
-#include "Artwork/ControlNames.h"
-#include "Artwork/Typeface.h"
-#include "DemoGain_ViewLayout.h"
-#include "Tests/Resources/Artwork/Support/Image.h"
+#include "Artwork/Panel.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -35,7 +32,7 @@ std::string engravedWords() {
     drawControlNames(painter);
     std::string words;
     for (const DrawnText& text : painter.texts()) {
-        words.append(text.mText).append(" ");
+        words.append(text.text).append(" ");
     }
     return words;
 }

@@ -1,4 +1,4 @@
-#include "Artwork/Placement.h"
+#include "Artwork/Geometry.h"
 
 #include <gtest/gtest.h>
 #include <iterator>

@@ -1,14 +1,29 @@
+#include "Artwork/Text.h"
+
 #include "Artwork/Artwork.h"
-#include "Artwork/Placement.h"
+#include "Tests/Resources/Artwork/Support/Bitmaps.h"
 #include "Tests/Resources/Artwork/Support/Image.h"
-#include "Tests/Resources/Artwork/Support/PrintTo.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
+#include <stdexcept>
 #include <tuple>
 
 namespace varno {
 namespace {
+
+TEST(Typeface, HasAFaceForEachWeight) {
+    const Typeface typeface;
+    for (const Weight weight : {Weight::kRegular, Weight::kMedium, Weight::kSemiBold, Weight::kBold}) {
+        EXPECT_EQ(CAIRO_STATUS_SUCCESS, cairo_font_face_status(typeface.face(weight)));
+    }
+    EXPECT_EQ(kFamilies[0].scale, typeface.scale());
+}
+
+TEST(Typeface, AFontThatIsMissingIsNamedAndNotReplaced) {
+    const auto load = [] { Typeface{Family{"No Such Family", 1.0}}; };
+    EXPECT_THAT(load, testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr("No Such Family")));
+}
 
 using DemoGain_ViewLayout::Art;
 using DemoGain_ViewLayout::Bitmap;
@@ -69,7 +84,7 @@ protected:
 TEST_P(LetteringTest, NamesEveryControl) {
     std::vector<std::string> texts;
     for (const DrawnText& text : panel().texts) {
-        texts.push_back(text.mText);
+        texts.push_back(text.text);
     }
     EXPECT_THAT(
         texts, testing::IsSupersetOf({"Varno-S", "Gain", "Volume",   "Attack", "Release", "Hottitude", "Mix",
@@ -81,11 +96,11 @@ TEST_P(LetteringTest, KeepsOffTheControlsAndTheEdges) {
     constexpr double kEdge = 6.0;
     constexpr double kAir = 2.0;
     for (const DrawnText& text : panel().texts) {
-        EXPECT_TRUE(viewBox().inset(kEdge).contains(text.mBox)) << text.mText;
-        EXPECT_FALSE(statusBox().inset(-kAir).overlaps(text.mBox)) << text.mText;
+        EXPECT_TRUE(viewBox().inset(kEdge).contains(text.box)) << text.text;
+        EXPECT_FALSE(statusBox().inset(-kAir).overlaps(text.box)) << text.text;
         for (const auto& control : kControls) {
-            EXPECT_FALSE(controlBox(control).inset(-kAir).overlaps(text.mBox))
-                << text.mText << " at " << control.mID;
+            EXPECT_FALSE(controlBox(control).inset(-kAir).overlaps(text.box))
+                << text.text << " at " << control.mID;
         }
     }
 }
@@ -95,8 +110,8 @@ TEST_P(LetteringTest, TextsKeepApart) {
     for (const Lettered& picture : everyPicture()) {
         for (std::size_t i = 0; i < picture.texts.size(); ++i) {
             for (std::size_t j = i + 1; j < picture.texts.size(); ++j) {
-                EXPECT_FALSE(picture.texts[i].mBox.inset(-kAir).overlaps(picture.texts[j].mBox))
-                    << picture.texts[i].mText << " and " << picture.texts[j].mText;
+                EXPECT_FALSE(picture.texts[i].box.inset(-kAir).overlaps(picture.texts[j].box))
+                    << picture.texts[i].text << " and " << picture.texts[j].text;
             }
         }
     }
@@ -107,7 +122,7 @@ TEST_P(LetteringTest, IsInkWhereItIsReportedAndNowhereElse) {
         for (int y = 0; y < picture.with.height(); ++y) {
             for (int x = 0; x < picture.with.width(); ++x) {
                 const bool reported = std::ranges::any_of(
-                    picture.texts, [&](const DrawnText& text) { return touches(text.mBox, x, y); });
+                    picture.texts, [&](const DrawnText& text) { return touches(text.box, x, y); });
                 ASSERT_TRUE(reported || picture.with.luminance(x, y) == picture.bare.luminance(x, y))
                     << x << ", " << y;
             }
@@ -118,18 +133,19 @@ TEST_P(LetteringTest, IsInkWhereItIsReportedAndNowhereElse) {
 TEST_P(LetteringTest, StandsOutFromAllThatIsBehindIt) {
     for (const Lettered& picture : everyPicture()) {
         for (const DrawnText& text : picture.texts) {
-            double worst = contrast(palette::kBlack, palette::kWhite);
+            double worst = test::contrast(palette::kBlack, palette::kWhite);
             double best = 0.0;
             for (int y = 0; y < picture.with.height(); ++y) {
                 for (int x = 0; x < picture.with.width(); ++x) {
-                    if (touches(text.mBox, x, y)) {
-                        worst = std::min(worst, contrast(text.mColor, picture.bare.color(x, y)));
-                        best = std::max(best, contrast(picture.with.color(x, y), picture.bare.color(x, y)));
+                    if (touches(text.box, x, y)) {
+                        worst = std::min(worst, test::contrast(text.color, picture.bare.color(x, y)));
+                        best = std::max(best,
+                                        test::contrast(picture.with.color(x, y), picture.bare.color(x, y)));
                     }
                 }
             }
-            EXPECT_GE(worst, kLegible) << text.mText << ": its colour on what is behind it";
-            EXPECT_GE(best, kLegible) << text.mText << ": its pixels on what is behind them";
+            EXPECT_GE(worst, kLegible) << text.text << ": its colour on what is behind it";
+            EXPECT_GE(best, kLegible) << text.text << ": its pixels on what is behind them";
         }
     }
 }
@@ -137,7 +153,7 @@ TEST_P(LetteringTest, StandsOutFromAllThatIsBehindIt) {
 INSTANTIATE_TEST_SUITE_P(Fonts, LetteringTest,
                          testing::Combine(testing::ValuesIn(kFamilies), testing::Values(1, 2)),
                          [](const auto& tested) {
-                             std::string name = std::get<0>(tested.param).mName;
+                             std::string name = std::get<0>(tested.param).name;
                              std::erase(name, ' ');
                              return name + "AtScale" + std::to_string(std::get<1>(tested.param));
                          });
