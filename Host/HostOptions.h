@@ -5,6 +5,7 @@
 #include "AAX.h"
 #include "Host/ContractMonitor.h"
 #include "Host/ModuleDescription.h"
+#include "Host/SampleRateRange.h"
 
 #include <filesystem>
 #include <functional>
@@ -43,6 +44,8 @@ struct HostOptions {
     DescriptionFaults faults;
     /// What the controller tells as sample rate instead of the true one.
     std::optional<float> toldSampleRateHz;
+    /// The sample rates at which the module's effects are used; an instance at another rate is refused.
+    SampleRateRange sampleRates;
     /// The folder of a linked-in module's resources; a bundle has its own.
     std::filesystem::path resources;
     /// Takes every trace line as it comes, on the thread that it comes from; empty for none.

@@ -17,8 +17,8 @@ namespace varno {
 
 namespace {
 
-const InstanceSetup& requireValid(const InstanceSetup& setup) {
-    if (const auto refusal = sampleRateRefusal(setup.sampleRateHz)) {
+const InstanceSetup& requireValid(const InstanceSetup& setup, const HostOptions& options) {
+    if (const auto refusal = sampleRateRefusal(options.sampleRates, setup.sampleRateHz)) {
         throw HostError(*refusal);
     }
     if (setup.maximumFrames < 1) {
@@ -55,7 +55,7 @@ void requireSuccess(AAX_Result result, std::string_view what) {
 } // namespace
 
 Instance::Instance(std::shared_ptr<Module> module, const InstanceSetup& setup)
-    : mSetup(requireValid(setup)),
+    : mSetup(requireValid(setup, module->options())),
       mTicket(std::move(module)),
       mEffect(&findEffect(mTicket.module(), mSetup.effectID)),
       mVariant(&findVariant(*mEffect, mSetup.channels)),

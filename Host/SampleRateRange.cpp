@@ -4,13 +4,13 @@
 
 namespace varno {
 
-std::optional<std::string> sampleRateRefusal(double sampleRateHz) {
-    if (sampleRateHz >= kLowestSampleRateHz && sampleRateHz <= kHighestSampleRateHz) {
+std::optional<std::string> sampleRateRefusal(const SampleRateRange& range, double sampleRateHz) {
+    if (sampleRateHz >= range.lowestHz && sampleRateHz <= range.highestHz) {
         return std::nullopt;
     }
     char text[128];
     std::snprintf(text, sizeof text, "sample rate %g Hz is not supported: expected %.0f to %.0f Hz",
-                  sampleRateHz, kLowestSampleRateHz, kHighestSampleRateHz);
+                  sampleRateHz, range.lowestHz, range.highestHz);
     return text;
 }
 

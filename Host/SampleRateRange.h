@@ -1,4 +1,4 @@
-/// The sample rates at which effects are offered.
+/// The sample rates at which a module is used.
 #ifndef VARNO_HOST_SAMPLERATERANGE_H
 #define VARNO_HOST_SAMPLERATERANGE_H
 
@@ -7,14 +7,16 @@
 
 namespace varno {
 
-/// Below 14 kHz the detector's 7 kHz all-pass is unstable; 16 kHz is the next rate in use. 384 kHz is the
-/// highest rate of audio devices.
-inline constexpr double kLowestSampleRateHz = 16000.0;
-inline constexpr double kHighestSampleRateHz = 384000.0;
+/// A range of sample rates in Hz, both ends included. The default range is wider than what audio devices
+/// have: a front end that knows what its effect needs gives a narrower one.
+struct SampleRateRange {
+    double lowestHz = 1.0;
+    double highestHz = 1.0e7;
+};
 
-/// One line that says why a rate is refused; nothing when it is accepted. Every front end asks here, so that
-/// all say the same. [any]
-std::optional<std::string> sampleRateRefusal(double sampleRateHz);
+/// One line that says why a rate is refused; nothing when it lies in the range. Every front end asks here, so
+/// that all say the same. [any]
+std::optional<std::string> sampleRateRefusal(const SampleRateRange& range, double sampleRateHz);
 
 } // namespace varno
 

@@ -1,5 +1,6 @@
 #include "LV2/SharedModule.h"
 
+#include "DemoGain_SampleRates.h"
 #include "Host/LinkedEntryPoints.h"
 
 namespace varno {
@@ -18,7 +19,9 @@ SharedModule::SharedModule()
 std::shared_ptr<Module> SharedModule::get() const {
     std::shared_ptr<Module> module = gModule.lock();
     if (module == nullptr) {
-        module = Module::linked(linkedEntryPoints());
+        HostOptions options;
+        options.sampleRates = {DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz};
+        module = Module::linked(linkedEntryPoints(), options);
         gModule = module;
     }
     return module;

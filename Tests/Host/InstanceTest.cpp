@@ -49,6 +49,7 @@ TEST_F(InstanceTest, ChoosesTheVariantByChannels) {
 }
 
 TEST_F(InstanceTest, RefusesWhatTheModuleDoesNotHave) {
+    options.sampleRates = {16000.0, 384000.0};
     EXPECT_EQ("effect \"org.example.fixture.gain\" has no native routine for 6 channels",
               hostErrorOf([&] { makeInstance({.channels = 6}); }));
     EXPECT_EQ("the module has no effect \"nobody\"",

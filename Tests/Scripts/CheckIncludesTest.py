@@ -8,7 +8,8 @@ from fixture import ROOT
 
 TREE = ["Interfaces/AAX_IThing.h", "Interfaces/AAX_CThing.h", "Interfaces/AAX_VThing.h", "Interfaces/AAX_Exception.h",
         "Interfaces/AAX_Callbacks.h", "Interfaces/ACF/IACFUnknown.h", "Interfaces/ACF/CACFUnknown.h",
-        "Libs/AAXLibrary/source/Detail.h", "Source/DemoGain_Alg.h", "Source/DemoGain_PresetText.h", "Source/GUI/View.h",
+        "Libs/AAXLibrary/source/Detail.h", "Source/DemoGain_Alg.h", "Source/DemoGain_PresetText.h",
+        "Source/DemoGain_SampleRates.h", "Source/GUI/View.h",
         "Source/Platform/Bundle.h", "Host/Instance.h", "Apps/varno/Render.h", "Formats/LV2/Port.h",
         "Tests/Reference/Literal.h"]
 
@@ -40,6 +41,7 @@ class CheckIncludesTest(unittest.TestCase):
                 ("Host/Instance.cpp", "AAX_Exception.h", "Interfaces/AAX_Exception.h"),
                 ("Host/Instance.cpp", "ACF/CACFUnknown.h", "Interfaces/ACF/CACFUnknown.h"),
                 ("Host/Instance.cpp", "DemoGain_PresetText.h", "Source/DemoGain_PresetText.h"),
+                ("Host/Instance.cpp", "DemoGain_SampleRates.h", "Source/DemoGain_SampleRates.h"),
                 ("Host/Instance.cpp", "Render.h", "Apps/varno/Render.h"),
                 ("Apps/varno/main.cpp", "DemoGain_Alg.h", "Source/DemoGain_Alg.h"),
                 ("Apps/varno/main.cpp", "../../Source/DemoGain_Alg.h", "Source/DemoGain_Alg.h"),
@@ -66,6 +68,8 @@ class CheckIncludesTest(unittest.TestCase):
                 ("Host/Instance.cpp", "Instance.h"),
                 ("Apps/varno/main.cpp", "Instance.h"),
                 ("Apps/varno/main.cpp", "DemoGain_PresetText.h"),
+                ("Apps/varno/main.cpp", "DemoGain_SampleRates.h"),
+                ("Formats/LV2/Plugin.cpp", "DemoGain_SampleRates.h"),
                 ("Formats/LV2/Plugin.cpp", "Instance.h"),
                 ("Tests/Source/DemoGain_AlgTest.cpp", "Literal.h"),
                 ("Tests/Host/InstanceTest.cpp", "AAX_CThing.h"),

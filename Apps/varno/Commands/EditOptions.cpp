@@ -2,7 +2,7 @@
 
 #include "BackendChoice.h"
 #include "CommandError.h"
-#include "Host/SampleRateRange.h"
+#include "DemoGain_SampleRates.h"
 #include "NumberOption.h"
 
 #include <filesystem>
@@ -29,7 +29,8 @@ EditOptions editOptions(const CommandLine& line) {
         window.subject = std::filesystem::path(*options.audio).filename().string();
     }
     options.rateHz =
-        numberOption(line, "--rate", kLowestSampleRateHz, kHighestSampleRateHz).value_or(options.rateHz);
+        numberOption(line, "--rate", DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz)
+            .value_or(options.rateHz);
     options.channels = numberOption(line, "--channels", 1, kMostLiveChannels).value_or(options.channels);
     window.screenshot = line.value("--screenshot");
     window.afterS = numberOption(line, "--after", 0.0, kLongestWaitS).value_or(window.afterS);

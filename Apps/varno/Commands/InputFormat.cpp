@@ -12,7 +12,7 @@ void requireVariantFor(const Module& module, const AudioReader& reader) {
         throw WorkError(reader.name() + ": has " + std::to_string(format.channels) +
                         " channels; expected 1 (mono) or 2 (stereo)");
     }
-    if (const auto refusal = sampleRateRefusal(format.rateHz)) {
+    if (const auto refusal = sampleRateRefusal(module.options().sampleRates, format.rateHz)) {
         throw WorkError(reader.name() + ": " + *refusal);
     }
 }

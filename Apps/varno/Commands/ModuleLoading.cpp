@@ -2,6 +2,7 @@
 
 #include "CommandError.h"
 #include "Console.h"
+#include "DemoGain_SampleRates.h"
 #include "Host/HostError.h"
 #include "ModuleLocation.h"
 
@@ -23,7 +24,9 @@ std::filesystem::path moduleBundle(const CommandLine& line) {
 
 std::shared_ptr<Module> loadModule(const CommandLine& line) {
     try {
-        return Module::open(moduleBundle(line));
+        HostOptions options;
+        options.sampleRates = {DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz};
+        return Module::open(moduleBundle(line), options);
     } catch (const HostError& error) {
         throw WorkError(error.what());
     }

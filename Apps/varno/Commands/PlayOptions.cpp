@@ -1,7 +1,7 @@
 #include "PlayOptions.h"
 
 #include "CommandError.h"
-#include "Host/SampleRateRange.h"
+#include "DemoGain_SampleRates.h"
 #include "NumberOption.h"
 #include "Quotes.h"
 
@@ -49,7 +49,8 @@ PlayOptions playOptions(const CommandLine& line) {
     request.inputs = request.outputs = line.has("--mono") ? 1 : 2;
     request.shallConnect = !line.has("--no-connect");
     request.rateHz =
-        numberOption(line, "--rate", kLowestSampleRateHz, kHighestSampleRateHz).value_or(request.rateHz);
+        numberOption(line, "--rate", DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz)
+            .value_or(request.rateHz);
     request.blockFrames =
         numberOption(line, "--period", kFewestFrames, kMostFrames).value_or(request.blockFrames);
     options.editor = editorOption(line);
