@@ -1,11 +1,11 @@
 // The program over a long file, and what of that is no work of its own: libsndfile's decoding and encoding,
 // and the routine. The file is of 16 bits, the cheapest to decode and encode, and of the length of a long
 // song.
+#include "AudioFile/Sndfile.h"
 #include "Benchmarks/MeasuredProcess.h"
 #include "Benchmarks/Music.h"
 #include "Benchmarks/Way.h"
 #include "DemoLoop.h"
-#include "SndfileOwner.h"
 #include "Tests/Apps/varno/Support/TemporaryFolder.h"
 
 #include <chrono>

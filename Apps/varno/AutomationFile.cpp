@@ -1,7 +1,7 @@
 #include "AutomationFile.h"
 
+#include "AudioFile/Transfer.h"
 #include "CommandError.h"
-#include "FileTransfer.h"
 #include "NumberText.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "DemoVoices.h"
 
+#include "AudioFile/Quantizer.h"
 #include "DemoLoop.h"
-#include "Dither.h"
 
 #include <cmath>
 #include <cstddef>

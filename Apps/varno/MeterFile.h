@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_METERFILE_H
 #define VARNO_APPS_VARNO_METERFILE_H
 
-#include "AtomicFile.h"
+#include "AudioFile/AtomicFile.h"
 
 #include <cstdint>
 #include <span>

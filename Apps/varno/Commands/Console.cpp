@@ -1,7 +1,7 @@
 #include "Console.h"
 
+#include "AudioFile/Transfer.h"
 #include "CommandTable.h"
-#include "FileTransfer.h"
 
 #include <algorithm>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "AudioReader.h"
+#include "AudioFile/Reader.h"
 #include "BackendChoice.h"
 #include "CommandError.h"
 #include "Commands.h"

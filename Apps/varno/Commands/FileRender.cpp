@@ -1,7 +1,8 @@
 #include "FileRender.h"
 
-#include "AudioReader.h"
-#include "AudioWriter.h"
+#include "AudioFile/OutputFormat.h"
+#include "AudioFile/Reader.h"
+#include "AudioFile/Writer.h"
 #include "AutomationFile.h"
 #include "BlockProcessor.h"
 #include "CommandError.h"
@@ -9,7 +10,6 @@
 #include "InputFormat.h"
 #include "Interruption.h"
 #include "MeterFile.h"
-#include "OutputFormat.h"
 
 #include <algorithm>
 #include <array>

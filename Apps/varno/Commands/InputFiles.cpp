@@ -1,7 +1,7 @@
 #include "InputFiles.h"
 
-#include "AtomicFile.h"
-#include "FileIdentity.h"
+#include "AudioFile/AtomicFile.h"
+#include "AudioFile/Transfer.h"
 
 #include <sys/stat.h>
 

@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_COMMANDS_INPUTFORMAT_H
 #define VARNO_APPS_VARNO_COMMANDS_INPUTFORMAT_H
 
-#include "AudioReader.h"
+#include "AudioFile/Reader.h"
 #include "Host/Module.h"
 
 namespace varno {

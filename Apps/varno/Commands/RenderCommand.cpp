@@ -1,5 +1,5 @@
-#include "AudioReader.h"
-#include "AudioWriter.h"
+#include "AudioFile/Reader.h"
+#include "AudioFile/Writer.h"
 #include "CommandError.h"
 #include "Commands.h"
 #include "Console.h"

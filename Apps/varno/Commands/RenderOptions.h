@@ -1,10 +1,10 @@
 #ifndef VARNO_APPS_VARNO_COMMANDS_RENDEROPTIONS_H
 #define VARNO_APPS_VARNO_COMMANDS_RENDEROPTIONS_H
 
-#include "AtomicFile.h"
+#include "AudioFile/AtomicFile.h"
+#include "AudioFile/Format.h"
+#include "AudioFile/Quantizer.h"
 #include "CommandLine.h"
-#include "Dither.h"
-#include "SampleFormat.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_COMMANDS_RENDERREPORT_H
 #define VARNO_APPS_VARNO_COMMANDS_RENDERREPORT_H
 
-#include "AudioFormat.h"
+#include "AudioFile/Format.h"
 #include "RenderOptions.h"
 
 #include <cstdint>

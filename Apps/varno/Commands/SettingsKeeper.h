@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_COMMANDS_SETTINGSKEEPER_H
 #define VARNO_APPS_VARNO_COMMANDS_SETTINGSKEEPER_H
 
-#include "AtomicFile.h"
+#include "AudioFile/AtomicFile.h"
 #include "Host/Instance.h"
 
 #include <optional>

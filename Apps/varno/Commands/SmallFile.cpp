@@ -1,7 +1,7 @@
 #include "SmallFile.h"
 
+#include "AudioFile/Transfer.h"
 #include "CommandError.h"
-#include "FileTransfer.h"
 #include "Interruption.h"
 
 #include <cerrno>

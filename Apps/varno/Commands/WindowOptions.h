@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_COMMANDS_WINDOWOPTIONS_H
 #define VARNO_APPS_VARNO_COMMANDS_WINDOWOPTIONS_H
 
-#include "AtomicFile.h"
+#include "AudioFile/AtomicFile.h"
 #include "CommandLine.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_PLAYER_AUDIOLOOP_H
 #define VARNO_APPS_VARNO_PLAYER_AUDIOLOOP_H
 
-#include "AudioReader.h"
+#include "AudioFile/Reader.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_WINDOW_WINDOWPICTURE_H
 #define VARNO_APPS_VARNO_WINDOW_WINDOWPICTURE_H
 
-#include "AtomicFile.h"
+#include "AudioFile/AtomicFile.h"
 #include "Window/XConnection.h"
 
 namespace varno {

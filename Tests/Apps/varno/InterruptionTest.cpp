@@ -1,6 +1,6 @@
 #include "Interruption.h"
 
-#include "FileTransfer.h"
+#include "AudioFile/Transfer.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 

@@ -1,9 +1,9 @@
 #ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_SOUNDFILES_H
 #define VARNO_TESTS_APPS_VARNO_SUPPORT_SOUNDFILES_H
 
-#include "AudioReader.h"
-#include "AudioWriter.h"
-#include "OutputFormat.h"
+#include "AudioFile/OutputFormat.h"
+#include "AudioFile/Reader.h"
+#include "AudioFile/Writer.h"
 
 #include <cstdint>
 #include <optional>

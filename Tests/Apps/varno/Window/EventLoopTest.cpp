@@ -1,6 +1,6 @@
 #include "EventLoop.h"
 
-#include "FileDescriptor.h"
+#include "AudioFile/Transfer.h"
 #include "Interruption.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "WindowDesktop.h"

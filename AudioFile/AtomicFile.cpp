@@ -1,0 +1,158 @@
+#include "AudioFile/AtomicFile.h"
+
+#include "AudioFile/Transfer.h"
+#include "CommandError.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <random>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace varno {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr unsigned kNewFileMode = 0666; // less the user's mask, as for every new file
+
+std::string uniqueHiddenName() {
+    std::random_device random;
+    char name[32];
+    std::snprintf(name, sizeof name, ".varno-%08x%08x.part", random(), random());
+    return name;
+}
+
+[[noreturn]] void throwExists(const std::string& name) {
+    throw WorkError(name + ": exists already; expected a new name, or --force to replace it");
+}
+
+[[noreturn]] void throwNoFolder(const std::string& name, int error) {
+    throw WorkError(name + ": cannot be written: " + std::generic_category().message(error) +
+                    "; expected a folder that exists and can be written to");
+}
+
+// Gives `temporary` the name `target` unless a file has that name: one step of the system where it offers
+// that.
+int renameToNew(const fs::path& temporary, const fs::path& target) {
+    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return errno;
+    }
+    if (fs::exists(fs::symlink_status(target))) {
+        return EEXIST;
+    }
+    return ::rename(temporary.c_str(), target.c_str()) == 0 ? 0 : errno;
+}
+
+} // namespace
+
+AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite)
+    : mName(path == "-" ? "standard output" : path),
+      mOverwrite(overwrite) {
+    struct stat status {};
+    const bool exists = path != "-" && ::stat(path.c_str(), &status) == 0;
+    if (path != "-" && !exists && fs::is_symlink(fs::path(path))) {
+        throw WorkError(mName + ": is a link to a file that does not exist; expected a new name");
+    }
+    if (exists && (S_ISDIR(status.st_mode) || S_ISBLK(status.st_mode))) {
+        throw WorkError(mName + (S_ISDIR(status.st_mode) ? ": is a folder" : ": is a disk device") +
+                        "; expected the name of a file");
+    }
+    if (path == "-" || (exists && !S_ISREG(status.st_mode))) {
+        mIsStream = true;
+        mTarget = path == "-" ? "" : path;
+        mFile = openUnnamedTemporary();
+        return;
+    }
+    if (exists && overwrite == Overwrite::kRefuse) {
+        throwExists(mName);
+    }
+    openBeside(exists ? fs::canonical(path) : fs::path(path));
+    if (exists) {
+        ::fchmod(mFile.get(), status.st_mode & 07777); // whoever could read the old file can read the new one
+    }
+}
+
+AtomicFile::~AtomicFile() {
+    if (!mTemporary.empty()) {
+        ::unlink(mTemporary.c_str());
+    }
+}
+
+void AtomicFile::openBeside(const fs::path& target) {
+    if (!target.has_filename()) {
+        throw WorkError(mName + ": is no file name; expected one");
+    }
+    mTarget = target;
+    fs::path temporary;
+    do {
+        temporary = target.parent_path() / uniqueHiddenName();
+        mFile = openFile(temporary, O_RDWR | O_CREAT | O_EXCL, kNewFileMode);
+    } while (!mFile.isOpen() && errno == EEXIST);
+    if (!mFile.isOpen()) {
+        throwNoFolder(mName, errno);
+    }
+    mTemporary = temporary;
+}
+
+void AtomicFile::write(std::string_view bytes) {
+    writeAll(mFile.get(), bytes, mName);
+}
+
+void AtomicFile::commit() {
+    if (mIsStream) {
+        copyToStream();
+        return;
+    }
+    if (const int error = mFile.close()) {
+        throwWriteError(mName, error);
+    }
+    int error = 0;
+    if (mOverwrite == Overwrite::kRefuse) {
+        error = renameToNew(mTemporary, mTarget);
+    } else if (::rename(mTemporary.c_str(), mTarget.c_str()) != 0) {
+        error = errno;
+    }
+    if (error == EEXIST) {
+        throwExists(mName);
+    }
+    if (error != 0) {
+        throwWriteError(mName, error);
+    }
+    mTemporary.clear();
+}
+
+void AtomicFile::copyToStream() {
+    FileDescriptor opened;
+    if (!mTarget.empty()) {
+        opened = openFile(mTarget, O_WRONLY);
+        if (!opened.isOpen()) {
+            throwWriteError(mName, errno);
+        }
+    }
+    if (::lseek(mFile.get(), 0, SEEK_SET) < 0) {
+        throwReadError("a temporary file", errno);
+    }
+    copyAll(mFile.get(), "a temporary file", opened.isOpen() ? opened.get() : STDOUT_FILENO, mName);
+    if (const int error = opened.close()) {
+        throwWriteError(mName, error);
+    }
+}
+
+void refuseSameFile(const FileIdentity& input, const std::string& inputName, const std::string& outputPath) {
+    struct stat status {};
+    if (outputPath == "-" || ::stat(outputPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return;
+    }
+    if (FileIdentity{status.st_dev, status.st_ino} == input) {
+        throw WorkError(outputPath + ": is the input file " + inputName + "; expected another file");
+    }
+}
+
+} // namespace varno

@@ -1,0 +1,51 @@
+#ifndef VARNO_AUDIOFILE_READER_H
+#define VARNO_AUDIOFILE_READER_H
+
+#include "AudioFile/Block.h"
+#include "AudioFile/FileIdentity.h"
+#include "AudioFile/Format.h"
+#include "AudioFile/Metadata.h"
+
+#include <memory>
+#include <string>
+
+namespace varno {
+
+/// Reads an audio file from its start to its end, in blocks of any size, in bounded memory. One thread at a
+/// time.
+class AudioReader {
+public:
+    /// Opens a file, or standard input where `path` is "-". A pipe is first copied to an unnamed temporary
+    /// file, since most containers cannot be read without seeking.
+    /// @throws WorkError where there is no such file, it cannot be read, is a directory or a device, is
+    /// empty, is
+    ///         no audio that can be read, holds no frames, or holds fewer frames than its header promises
+    explicit AudioReader(const std::string& path);
+    ~AudioReader();
+
+    AudioReader(const AudioReader&) = delete;
+    AudioReader& operator=(const AudioReader&) = delete;
+
+    /// The path as given; "standard input" for "-".
+    const std::string& name() const;
+
+    const AudioFormat& format() const;
+    const FileMetadata& metadata() const;
+
+    /// What tells this file from all others under whatever name.
+    const FileIdentity& identity() const;
+
+    /// Fills the block with the next frames, as many as it can hold or are left.
+    /// @param block of as many channels as the file
+    /// @return frames read; 0 at the end
+    /// @throws WorkError where the file ends before the frames it promised or cannot be decoded
+    int read(AudioBlock& block);
+
+private:
+    struct State;
+    std::unique_ptr<State> mState;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,94 @@
+#include "AudioFile/Transfer.h"
+
+#include "CommandError.h"
+#include "Interruption.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+#include <vector>
+
+namespace varno {
+
+namespace {
+
+constexpr std::size_t kCopyBytes = 64 * 1024;
+
+std::string reason(int error) {
+    return std::generic_category().message(error);
+}
+
+std::size_t readSome(int descriptor, std::vector<char>& buffer, const std::string& name) {
+    for (;;) {
+        const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
+        if (got >= 0) {
+            return static_cast<std::size_t>(got);
+        }
+        if (errno != EINTR) {
+            throwReadError(name, errno);
+        }
+        throwIfInterrupted();
+    }
+}
+
+} // namespace
+
+void throwReadError(const std::string& name, int error) {
+    throw WorkError(name + ": cannot be read: " + reason(error));
+}
+
+void throwWriteError(const std::string& name, int error) {
+    throw WorkError(name + ": cannot be written: " + reason(error));
+}
+
+FileDescriptor openFile(const std::string& path, int flags, unsigned mode) {
+    for (;;) {
+        FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC, mode));
+        if (file.isOpen() || errno != EINTR) {
+            return file;
+        }
+        throwIfInterrupted();
+    }
+}
+
+void writeAll(int descriptor, std::string_view bytes, const std::string& name) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        } else {
+            if (errno != EINTR) {
+                throwWriteError(name, errno);
+            }
+            throwIfInterrupted();
+        }
+    }
+}
+
+void copyAll(int from, const std::string& fromName, int to, const std::string& toName) {
+    std::vector<char> buffer(kCopyBytes);
+    while (const std::size_t got = readSome(from, buffer, fromName)) {
+        writeAll(to, {buffer.data(), got}, toName);
+        throwIfInterrupted();
+    }
+}
+
+FileDescriptor openUnnamedTemporary() {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    if (error) {
+        throwWriteError("the folder for temporary files (TMPDIR)", error.value());
+    }
+    std::string path = folder / "varno-XXXXXX";
+    FileDescriptor file(::mkostemp(path.data(), O_CLOEXEC));
+    if (!file.isOpen()) {
+        throwWriteError("a temporary file in " + folder.string(), errno);
+    }
+    ::unlink(path.c_str());
+    return file;
+}
+
+} // namespace varno

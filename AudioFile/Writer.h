@@ -1,0 +1,67 @@
+#ifndef VARNO_AUDIOFILE_WRITER_H
+#define VARNO_AUDIOFILE_WRITER_H
+
+#include "AudioFile/AtomicFile.h"
+#include "AudioFile/Block.h"
+#include "AudioFile/Dither.h"
+#include "AudioFile/Format.h"
+#include "AudioFile/Metadata.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// Writes an audio file that appears whole or not at all (see AtomicFile). The bytes depend on the samples
+/// alone: not on block sizes, the time or the run. One thread at a time.
+class AudioWriter {
+public:
+    struct Options {
+        Overwrite overwrite = Overwrite::kRefuse;
+        /// Used only where the output has fewer bits than the input; see signalBits().
+        Dither dither = Dither::kTpdf;
+        /// Sample format that the samples come from.
+        SampleFormat inputSample = SampleFormat::kFloat;
+    };
+
+    /// @param path of the output; "-" is standard output
+    /// @param format as chooseOutputFormat() gives it
+    /// @param metadata of the input; what the container can hold of it is written
+    /// @throws WorkError where the file cannot be made
+    AudioWriter(const std::string& path, const AudioFormat& format, const FileMetadata& metadata,
+                const Options& options);
+
+    /// Leaves nothing behind unless commit() has succeeded.
+    ~AudioWriter();
+
+    AudioWriter(const AudioWriter&) = delete;
+    AudioWriter& operator=(const AudioWriter&) = delete;
+
+    /// Appends a block: source.frames() frames of `processed`, full scale +-1, one pointer per channel. A
+    /// sample that the effect returned unchanged is written as the source has it, to the last bit; integer
+    /// formats are rounded to nearest (after dither, if any) and limited to full scale, floating point is
+    /// written as it is.
+    /// @param processed may be source.samples(), where the effect worked in place
+    /// @throws WorkError where writing fails, for instance on a full disk
+    void write(const AudioBlock& source, const float* const* processed);
+
+    /// Completes the file and gives it its name. @throws WorkError
+    void commit();
+
+    /// Samples so far that lay more than half a step of an integer format beyond full scale, or were no
+    /// number.
+    std::int64_t clippedSamples() const;
+
+    /// What of the metadata this container cannot hold, each in a word or two ("cue points"), for a remark.
+    const std::vector<std::string>& metadataLeftOut() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> mState;
+};
+
+} // namespace varno
+
+#endif

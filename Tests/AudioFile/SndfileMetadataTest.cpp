@@ -1,0 +1,142 @@
+#include "AudioFile/SndfileMetadata.h"
+
+#include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstring>
+#include <gmock/gmock.h>
+
+namespace varno::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::map<int, std::string> kTags = {
+    {SF_STR_TITLE, "Take seven"}, {SF_STR_COPYRIGHT, "nobody"},          {SF_STR_SOFTWARE, "Recorder 2"},
+    {SF_STR_ARTIST, "The Band"},  {SF_STR_COMMENT, "too loud \xC3\xA9"},
+};
+
+class SndfileMetadataTest : public testing::Test {
+protected:
+    // A 16-bit file of 100 frames, made by libsndfile, with text and, in WAV, a broadcast extension and
+    // loops.
+    std::string makeFile(const std::string& name, int format) {
+        std::string path = mFolder / name;
+        SF_INFO info{};
+        info.samplerate = 48'000;
+        info.channels = 1;
+        info.format = format;
+        SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
+        for (const auto& [tag, text] : kTags) {
+            EXPECT_EQ(sf_set_string(file, tag, text.c_str()), 0);
+        }
+        if ((format & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV) {
+            SF_BROADCAST_INFO broadcast{};
+            std::strcpy(broadcast.description, "scene 12");
+            std::strcpy(broadcast.coding_history, "A=PCM,F=48000\r\n");
+            broadcast.coding_history_size = 15;
+            broadcast.time_reference_low = 123'456;
+            EXPECT_EQ(sf_command(file, SFC_SET_BROADCAST_INFO, &broadcast, sizeof broadcast), SF_TRUE);
+            SF_INSTRUMENT instrument{};
+            instrument.basenote = 60;
+            EXPECT_EQ(sf_command(file, SFC_SET_INSTRUMENT, &instrument, sizeof instrument), SF_TRUE);
+        }
+        const std::vector<std::int32_t> samples = testIntegers(16, 100);
+        EXPECT_EQ(sf_writef_int(file, samples.data(), 100), 100);
+        sf_close(file);
+        return path;
+    }
+
+    using BroadcastBytes = std::array<std::byte, sizeof(SF_BROADCAST_INFO)>;
+    static BroadcastBytes bytesOf(const SF_BROADCAST_INFO& broadcast) {
+        return std::bit_cast<BroadcastBytes>(broadcast);
+    }
+
+    SF_BROADCAST_INFO broadcastOf(const std::string& path) {
+        SF_INFO info{};
+        SNDFILE* file = sf_open(path.c_str(), SFM_READ, &info);
+        SF_BROADCAST_INFO broadcast{};
+        EXPECT_EQ(sf_command(file, SFC_GET_BROADCAST_INFO, &broadcast, sizeof broadcast), SF_TRUE) << path;
+        sf_close(file);
+        return broadcast;
+    }
+
+    TemporaryFolder mFolder;
+};
+
+class SndfileTagsTest : public SndfileMetadataTest, public testing::WithParamInterface<const char*> {};
+
+// Text goes from WAV into every container and back. libsndfile signs the software tag once, not again at each
+// pass.
+TEST_P(SndfileTagsTest, TextIsCarriedOverAndStaysOverManyPasses) {
+    const std::string in = makeFile("in.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16);
+    std::map<int, std::string> expected = kTags;
+    expected[SF_STR_SOFTWARE] = AudioReader(in).metadata().tags.at(SF_STR_SOFTWARE);
+    std::string from = in;
+    for (const char* pass : {"1", "2", "3"}) {
+        const std::string out = mFolder / (pass + std::string(GetParam()));
+        Copy().run(from, out);
+        EXPECT_EQ(AudioReader(out).metadata().tags, expected) << out;
+        from = out;
+    }
+    const std::string back = mFolder / "back.wav";
+    Copy().run(from, back);
+    EXPECT_EQ(AudioReader(back).metadata().tags, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Containers, SndfileTagsTest,
+                         testing::Values(".wav", ".rf64", ".aiff", ".caf", ".flac", ".ogg", ".opus"));
+
+TEST_F(SndfileMetadataTest, TheSoftwareTagOfAWavFileStaysAsItIs) {
+    const std::string in = mFolder / "in.wav";
+    const std::string out = mFolder / "out.wav";
+    shell("sox -n -r 48000 " + in + " synth 0.01 sine 440");
+    std::string bytes = readFile(in);
+    const std::string list("LIST\x12\0\0\0INFOISFT\6\0\0\0Reaper", 26);
+    bytes += list;
+    bytes[4] = static_cast<char>(bytes[4] + 26);
+    writeFile(in, bytes);
+    Copy().run(in, out);
+    EXPECT_EQ(AudioReader(out).metadata().tags.at(SF_STR_SOFTWARE), "Reaper");
+    EXPECT_EQ(shell("sox " + out + " -n stat 2>&1 | grep -c Samples"), "1\n");
+}
+
+TEST_F(SndfileMetadataTest, TheBroadcastExtensionStaysByteForByte) {
+    const std::string in = makeFile("in.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16);
+    const SF_BROADCAST_INFO before = broadcastOf(in);
+    for (const char* name : {"out.wav", "out.rf64"}) {
+        EXPECT_THAT(Copy().run(in, mFolder / name).leftOut, IsEmpty());
+        const SF_BROADCAST_INFO after = broadcastOf(mFolder / name);
+        EXPECT_EQ(bytesOf(after), bytesOf(before)) << name;
+    }
+}
+
+TEST_F(SndfileMetadataTest, TellsWhatAContainerCannotHold) {
+    const std::string in = makeFile("in.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16);
+    EXPECT_THAT(Copy().run(in, mFolder / "out.flac").leftOut,
+                ElementsAre("sampler loops", "broadcast chunk"));
+    EXPECT_THAT(Copy().run(in, mFolder / "out.w64").leftOut,
+                ElementsAre("text tags", "sampler loops", "broadcast chunk"));
+}
+
+TEST_F(SndfileMetadataTest, TextThatAiffLacksIsTold) {
+    const std::string in = mFolder / "in.flac";
+    SF_INFO info{};
+    info.samplerate = 48'000;
+    info.channels = 1;
+    info.format = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
+    SNDFILE* file = sf_open(in.c_str(), SFM_WRITE, &info);
+    sf_set_string(file, SF_STR_ALBUM, "album");
+    const short sample = 1;
+    sf_write_short(file, &sample, 1);
+    sf_close(file);
+    EXPECT_THAT(Copy().run(in, mFolder / "out.aiff").leftOut, ElementsAre("text tags"));
+    EXPECT_THAT(Copy().run(in, mFolder / "out.wav").leftOut, IsEmpty());
+}
+
+} // namespace
+} // namespace varno::test
