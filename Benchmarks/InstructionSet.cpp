@@ -1,6 +1,6 @@
 #include "Benchmarks/InstructionSet.h"
 
-#include "DemoGain_Routine.h"
+#include "Alg/DemoGain_Routine.h"
 
 #include <cstdlib>
 

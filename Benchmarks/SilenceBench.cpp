@@ -1,8 +1,8 @@
 // A minute of silence after noise, and a minute of noise, in a thread that leaves denormals as they are:
 // where the filters' fading states become denormal, every operation on them costs a hundred times as much.
+#include "Alg/DemoGain_DenormalMode.h"
 #include "Benchmarks/Music.h"
 #include "Benchmarks/Way.h"
-#include "DemoGain_DenormalMode.h"
 #include "Tests/Support/SignalSources.h"
 
 namespace varno::bench {

@@ -1,6 +1,6 @@
 #include "DemoGain_Alg.h"
 
-#include "DemoGain_Routine.h"
+#include "Alg/DemoGain_Routine.h"
 
 namespace {
 

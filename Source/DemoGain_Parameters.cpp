@@ -6,9 +6,9 @@
 #include "AAX_CNumberDisplayDelegate.h"
 #include "AAX_CParameter.h"
 #include "AAX_IController.h"
+#include "Alg/DemoGain_State.h"
 #include "DemoGain_Coefficients.h"
 #include "DemoGain_ParameterTable.h"
-#include "DemoGain_State.h"
 
 #include <cmath>
 #include <memory>

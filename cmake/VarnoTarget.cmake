@@ -50,18 +50,22 @@ function(varno_offer target folder)
   varno_check_headers(${target} ${PROJECT_SOURCE_DIR}/${folder})
 endfunction()
 
-# varno_headers(TARGET DIRECTORY): whoever links the target may include the directory's headers by their names alone.
+# varno_headers(TARGET DIRECTORY FOLDERS...): whoever links the target may include the directory's headers by their names
+# alone, and those of the folders below it that are named by folder and name.
 function(varno_headers target directory)
   target_include_directories(${target} PUBLIC ${directory})
-  varno_check_headers(${target} ${directory})
+  varno_check_headers(${target} ${directory} ${ARGN})
 endfunction()
 
-# varno_check_headers(TARGET DIRECTORY): the target varno_headers compiles every header of the directory, not of those
-# below it, alone. Left out are those that a source of the same name includes first: clang-tidy sees such a source alone.
+# varno_check_headers(TARGET DIRECTORIES...): the target varno_headers compiles every header of the directories, not of
+# those below them, alone. Left out are those that a source of the same name includes first: clang-tidy sees such a
+# source alone.
 add_custom_target(varno_headers)
-function(varno_check_headers target directory)
-  file(GLOB headers CONFIGURE_DEPENDS ${directory}/*.h)
-  file(GLOB_RECURSE sources ${PROJECT_SOURCE_DIR}/Libs/*.cpp ${directory}/*.cpp)
+function(varno_check_headers target)
+  list(TRANSFORM ARGN APPEND /*.h OUTPUT_VARIABLE headers)
+  file(GLOB headers CONFIGURE_DEPENDS ${headers})
+  list(TRANSFORM ARGN APPEND /*.cpp OUTPUT_VARIABLE sources)
+  file(GLOB_RECURSE sources ${PROJECT_SOURCE_DIR}/Libs/*.cpp ${sources})
   list(TRANSFORM sources REPLACE ".*/(.*)\\.cpp$" "\\1")
   foreach(header ${headers})
     cmake_path(GET header STEM name)

@@ -1,10 +1,10 @@
 // Ours and comparable effects, as LV2 hosts run them, over the same music: at other rates the same samples.
 // The caller's floating-point mode flushes denormals to zero, as that of most hosts does.
+#include "Alg/DemoGain_DenormalMode.h"
 #include "Benchmarks/LoopedSignal.h"
 #include "Benchmarks/Music.h"
 #include "Benchmarks/Peers/LoadedEffect.h"
 #include "Benchmarks/Way.h"
-#include "DemoGain_DenormalMode.h"
 
 #include <cmath>
 #include <exception>

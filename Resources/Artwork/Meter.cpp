@@ -1,7 +1,6 @@
 #include "Artwork/Controls.h"
 
-#include "DemoGain_MeterLevels.h"
-#include "GUI/DemoGain_MeterLaw.h"
+#include "DemoGain_MeterLaw.h"
 
 #include <algorithm>
 #include <string>

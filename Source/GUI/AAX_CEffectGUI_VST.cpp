@@ -1,8 +1,8 @@
-#include "AAX_CEffectGUI_VST.h"
+#include "GUI/AAX_CEffectGUI_VST.h"
 
 #include "AAX_CAutoreleasePool.h"
 #include "AAX_Guarded.h"
-#include "FrameOpening.h"
+#include "GUI/FrameOpening.h"
 
 #include "vstgui/lib/ccolor.h"
 

@@ -3,10 +3,10 @@
 #define VARNO_SOURCE_GUI_AAX_CEFFECTGUI_VST_H
 
 #include "AAX_CEffectGUI.h"
-#include "DesktopLink.h"
-#include "Registration.h"
-#include "RunLoop.h"
-#include "VSTGUI_ContentView.h"
+#include "GUI/DesktopLink.h"
+#include "GUI/VSTGUI_ContentView.h"
+#include "Platform/Registration.h"
+#include "Platform/RunLoop.h"
 
 #include "vstgui/lib/cframe.h"
 

@@ -1,4 +1,4 @@
-#include "AAX_CVSTGUIButtonState.h"
+#include "GUI/AAX_CVSTGUIButtonState.h"
 
 #include "AAX_Enums.h"
 #include "AAX_IViewContainer.h"

@@ -1,4 +1,4 @@
-#include "DesktopLink.h"
+#include "GUI/DesktopLink.h"
 
 #include "AAX_Guarded.h"
 

@@ -4,7 +4,7 @@
 
 #include "AAX_IACFDesktop.h"
 #include "ACF/ACFPtr.h"
-#include "RunLoop.h"
+#include "Platform/RunLoop.h"
 
 #include <memory>
 

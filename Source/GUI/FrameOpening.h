@@ -2,7 +2,7 @@
 #ifndef VARNO_SOURCE_GUI_FRAMEOPENING_H
 #define VARNO_SOURCE_GUI_FRAMEOPENING_H
 
-#include "Registration.h"
+#include "Platform/Registration.h"
 
 #include <cstdint>
 #include <optional>

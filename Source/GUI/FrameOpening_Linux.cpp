@@ -1,9 +1,9 @@
-#include "FrameOpening.h"
+#include "GUI/FrameOpening.h"
 
 #include "AAX_Enums.h"
-#include "RunLoop.h"
-#include "VSTGUI_ContentView.h"
-#include "VSTGUI_RunLoop.h"
+#include "GUI/VSTGUI_ContentView.h"
+#include "GUI/VSTGUI_RunLoop.h"
+#include "Platform/RunLoop.h"
 
 #include "vstgui/lib/platform/linux/linuxfactory.h"
 #include "vstgui/lib/platform/linux/x11platform.h"

@@ -1,7 +1,7 @@
-#include "FrameOpening.h"
+#include "GUI/FrameOpening.h"
 
 #include "AAX_Enums.h"
-#include "VSTGUI_ContentView.h"
+#include "GUI/VSTGUI_ContentView.h"
 
 namespace varno {
 

@@ -1,4 +1,4 @@
-#include "VSTGUI_ContentView.h"
+#include "GUI/VSTGUI_ContentView.h"
 
 #include "vstgui/lib/events.h"
 

@@ -1,6 +1,6 @@
-#include "VSTGUI_Library.h"
+#include "GUI/VSTGUI_Library.h"
 
-#include "VSTGUI_Resources.h"
+#include "GUI/VSTGUI_Resources.h"
 
 #include "vstgui/lib/cframe.h"
 #include "vstgui/lib/controls/ccontrol.h"

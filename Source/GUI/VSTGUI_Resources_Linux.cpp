@@ -1,4 +1,4 @@
-#include "VSTGUI_Resources.h"
+#include "GUI/VSTGUI_Resources.h"
 
 #include "vstgui/lib/platform/linux/linuxfactory.h"
 #include "vstgui/lib/platform/platformfactory.h"

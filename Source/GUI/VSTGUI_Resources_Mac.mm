@@ -1,4 +1,4 @@
-#include "VSTGUI_Resources.h"
+#include "GUI/VSTGUI_Resources.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 

@@ -2,7 +2,7 @@
 #ifndef VARNO_SOURCE_GUI_VSTGUI_RUNLOOP_H
 #define VARNO_SOURCE_GUI_VSTGUI_RUNLOOP_H
 
-#include "RunLoop.h"
+#include "Platform/RunLoop.h"
 
 #include "vstgui/lib/platform/platform_x11.h"
 #include "vstgui/lib/vstguibase.h"

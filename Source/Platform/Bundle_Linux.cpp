@@ -1,6 +1,6 @@
-#include "Bundle.h"
+#include "Platform/Bundle.h"
 
-#include "BundleLayout.h"
+#include "Platform/BundleLayout.h"
 
 #include <dlfcn.h>
 #include <link.h>

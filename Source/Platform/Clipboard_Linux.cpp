@@ -1,7 +1,7 @@
-#include "Clipboard.h"
+#include "Platform/Clipboard.h"
 
-#include "SharedInstance.h"
-#include "X11Clipboard.h"
+#include "Platform/SharedInstance.h"
+#include "Platform/X11Clipboard.h"
 
 namespace varno {
 

@@ -1,6 +1,6 @@
-#include "Clipboard.h"
+#include "Platform/Clipboard.h"
 
-#include "SharedInstance.h"
+#include "Platform/SharedInstance.h"
 
 #import <AppKit/AppKit.h>
 

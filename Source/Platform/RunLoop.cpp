@@ -1,6 +1,6 @@
-#include "RunLoop.h"
+#include "Platform/RunLoop.h"
 
-#include "SharedInstance.h"
+#include "Platform/SharedInstance.h"
 
 #include <algorithm>
 #include <set>

@@ -2,7 +2,7 @@
 #ifndef VARNO_SOURCE_PLATFORM_RUNLOOP_H
 #define VARNO_SOURCE_PLATFORM_RUNLOOP_H
 
-#include "Registration.h"
+#include "Platform/Registration.h"
 
 #include <chrono>
 #include <functional>

@@ -1,9 +1,9 @@
-#include "X11Clipboard.h"
+#include "Platform/X11Clipboard.h"
 
-#include "X11Atoms.h"
-#include "X11Connection.h"
-#include "X11SelectionOwner.h"
-#include "X11SelectionReader.h"
+#include "Platform/X11/X11Atoms.h"
+#include "Platform/X11/X11Connection.h"
+#include "Platform/X11/X11SelectionOwner.h"
+#include "Platform/X11/X11SelectionReader.h"
 
 #include <utility>
 

@@ -2,8 +2,8 @@
 #ifndef VARNO_SOURCE_PLATFORM_X11CLIPBOARD_H
 #define VARNO_SOURCE_PLATFORM_X11CLIPBOARD_H
 
-#include "Clipboard.h"
-#include "RunLoop.h"
+#include "Platform/Clipboard.h"
+#include "Platform/RunLoop.h"
 
 #include <memory>
 #include <optional>

@@ -2,7 +2,7 @@
 // it: "copy TEXT", "paste", and "color", which copies what is no text. Fails where there is no text to be
 // had.
 #include "AAX_CAutoreleasePool.h"
-#include "Clipboard.h"
+#include "Platform/Clipboard.h"
 
 #import <AppKit/AppKit.h>
 #include <fstream>

@@ -1,5 +1,5 @@
 // Whatever a host feeds the routine, it returns, and what it leaves behind is finite.
-#include "DemoGain_State.h"
+#include "Alg/DemoGain_State.h"
 #include "Tests/Support/AlgFixture.h"
 #include "Tests/Support/SignalSources.h"
 

@@ -6,8 +6,8 @@
 #include "AAX_VComponentDescriptor.h"
 #include "DemoGain_Alg.h"
 #include "DemoGain_DescribeAlgorithm.h"
-#include "DemoGain_GUI.h"
 #include "DemoGain_Parameters.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_GUI.h"
 #include "Tests/Support/DescriptionRecorder.h"
 #include "Tests/Support/FakeHostServices.h"
 

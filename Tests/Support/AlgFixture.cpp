@@ -1,8 +1,8 @@
 #include "Tests/Support/AlgFixture.h"
 
+#include "Alg/DemoGain_DenormalMode.h"
+#include "Alg/DemoGain_State.h"
 #include "DemoGain_Coefficients.h"
-#include "DemoGain_DenormalMode.h"
-#include "DemoGain_State.h"
 #include "Tests/Reference/ReferenceRoutine.h"
 
 #include <bit>

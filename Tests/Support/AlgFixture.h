@@ -2,8 +2,8 @@
 #ifndef VARNO_TESTS_SUPPORT_ALGFIXTURE_H
 #define VARNO_TESTS_SUPPORT_ALGFIXTURE_H
 
+#include "Alg/DemoGain_Routine.h"
 #include "DemoGain_Alg.h"
-#include "DemoGain_Routine.h"
 #include "Tests/Support/RenderChecker.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "Latin1.h"
+#include "Platform/X11/Latin1.h"
 
 #include <cstddef>
 

@@ -1,6 +1,6 @@
-#include "X11Atoms.h"
+#include "Platform/X11/X11Atoms.h"
 
-#include "X11Connection.h"
+#include "Platform/X11/X11Connection.h"
 
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "X11Connection.h"
+#include "Platform/X11/X11Connection.h"
 
 #include <algorithm>
 #include <poll.h>

@@ -1,6 +1,6 @@
-#include "X11SelectionOwner.h"
+#include "Platform/X11/X11SelectionOwner.h"
 
-#include "Latin1.h"
+#include "Platform/X11/Latin1.h"
 
 #include <algorithm>
 #include <array>

@@ -2,9 +2,9 @@
 #ifndef VARNO_SOURCE_PLATFORM_X11_X11SELECTIONOWNER_H
 #define VARNO_SOURCE_PLATFORM_X11_X11SELECTIONOWNER_H
 
-#include "X11Atoms.h"
-#include "X11Connection.h"
-#include "X11Transfers.h"
+#include "Platform/X11/X11Atoms.h"
+#include "Platform/X11/X11Connection.h"
+#include "Platform/X11/X11Transfers.h"
 
 #include <memory>
 #include <string>

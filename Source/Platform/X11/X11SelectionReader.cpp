@@ -1,6 +1,6 @@
-#include "X11SelectionReader.h"
+#include "Platform/X11/X11SelectionReader.h"
 
-#include "Latin1.h"
+#include "Platform/X11/Latin1.h"
 
 namespace varno {
 

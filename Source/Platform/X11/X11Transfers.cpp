@@ -1,4 +1,4 @@
-#include "X11Transfers.h"
+#include "Platform/X11/X11Transfers.h"
 
 #include <algorithm>
 

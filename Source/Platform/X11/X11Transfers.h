@@ -2,8 +2,8 @@
 #ifndef VARNO_SOURCE_PLATFORM_X11_X11TRANSFERS_H
 #define VARNO_SOURCE_PLATFORM_X11_X11TRANSFERS_H
 
-#include "X11Atoms.h"
-#include "X11Connection.h"
+#include "Platform/X11/X11Atoms.h"
+#include "Platform/X11/X11Connection.h"
 
 #include <cstddef>
 #include <memory>

@@ -2,9 +2,9 @@
 
 #include "AAX_CString.h"
 #include "AAX_Exception.h"
+#include "GUI/VSTGUI_Library.h"
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/VirtualSlot.h"
-#include "VSTGUI_Library.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

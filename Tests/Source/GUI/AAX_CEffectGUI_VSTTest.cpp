@@ -1,8 +1,8 @@
-#include "AAX_CEffectGUI_VST.h"
+#include "GUI/AAX_CEffectGUI_VST.h"
 
+#include "GUI/VSTGUI_Library.h"
 #include "Tests/Source/GUI/FakeDesktop.h"
 #include "Tests/Source/GUI/TestEditor.h"
-#include "VSTGUI_Library.h"
 
 #include "vstgui/lib/ccolor.h"
 

@@ -1,4 +1,4 @@
-#include "AAX_CVSTGUIButtonState.h"
+#include "GUI/AAX_CVSTGUIButtonState.h"
 
 #include "Tests/Source/GUI/HostMouse.h"
 

@@ -1,4 +1,4 @@
-#include "DesktopLink.h"
+#include "GUI/DesktopLink.h"
 
 #include "Tests/Source/GUI/FakeDesktop.h"
 

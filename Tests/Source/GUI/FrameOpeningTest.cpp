@@ -1,5 +1,6 @@
-#include "FrameOpening.h"
+#include "GUI/FrameOpening.h"
 
+#include "GUI/VSTGUI_Library.h"
 #include "Tests/Source/GUI/FakeDesktop.h"
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/Eventually.h"
@@ -7,7 +8,6 @@
 #include "Tests/Support/XErrors.h"
 #include "Tests/Support/XResources.h"
 #include "Tests/Support/XServer.h"
-#include "VSTGUI_Library.h"
 
 #include "vstgui/lib/ccolor.h"
 

@@ -2,9 +2,9 @@
 #ifndef VARNO_TESTS_SOURCE_GUI_TESTEDITOR_H
 #define VARNO_TESTS_SOURCE_GUI_TESTEDITOR_H
 
-#include "AAX_CEffectGUI_VST.h"
 #include "AAX_IACFDesktop.h"
 #include "ACF/ACFPtr.h"
+#include "GUI/AAX_CEffectGUI_VST.h"
 #include "Tests/Support/FakeUnknown.h"
 #include "Tests/Support/RecordingViewContainer.h"
 #include "Tests/Support/TestEffect.h"

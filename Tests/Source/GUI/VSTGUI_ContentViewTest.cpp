@@ -1,7 +1,7 @@
-#include "VSTGUI_ContentView.h"
+#include "GUI/VSTGUI_ContentView.h"
 
+#include "GUI/VSTGUI_Library.h"
 #include "Tests/Support/TestEffect.h"
-#include "VSTGUI_Library.h"
 
 #include "vstgui/lib/cview.h"
 #include "vstgui/lib/events.h"

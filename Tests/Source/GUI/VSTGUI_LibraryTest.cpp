@@ -1,4 +1,4 @@
-#include "VSTGUI_Library.h"
+#include "GUI/VSTGUI_Library.h"
 
 #include "vstgui/lib/cbitmap.h"
 #include "vstgui/lib/controls/ccontrol.h"

@@ -1,4 +1,4 @@
-#include "VSTGUI_RunLoop.h"
+#include "GUI/VSTGUI_RunLoop.h"
 
 #include <gtest/gtest.h>
 #include <set>

@@ -1,4 +1,4 @@
-#include "BundleLayout.h"
+#include "Platform/BundleLayout.h"
 
 #include "Tests/Source/Platform/TemporaryFolder.h"
 

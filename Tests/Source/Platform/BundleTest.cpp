@@ -1,4 +1,4 @@
-#include "Bundle.h"
+#include "Platform/Bundle.h"
 
 #include "Tests/Source/Platform/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "Registration.h"
+#include "Platform/Registration.h"
 
 #include <gtest/gtest.h>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "RunLoop.h"
+#include "Platform/RunLoop.h"
 
 #include <array>
 #include <fcntl.h>

@@ -1,5 +1,5 @@
 // A module that tells which resources it finds.
-#include "Bundle.h"
+#include "Platform/Bundle.h"
 
 extern "C" __attribute__((visibility("default"))) const char* fixtureResources() {
     static std::string found;

@@ -1,4 +1,4 @@
-#include "X11SelectionOwner.h"
+#include "Platform/X11/X11SelectionOwner.h"
 
 #include "Tests/Support/XServer.h"
 

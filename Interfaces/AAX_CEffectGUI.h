@@ -1,0 +1,83 @@
+/// Base of a plug-in's editor.
+#ifndef VARNO_INTERFACES_AAX_CEFFECTGUI_H
+#define VARNO_INTERFACES_AAX_CEFFECTGUI_H
+
+#include "AAX_IACFEffectParameters.h"
+#include "AAX_IEffectGUI.h"
+#include "ACF/ACFPtr.h"
+
+#include <memory>
+
+class AAX_IController;
+class AAX_IViewContainer;
+class AAX_VController;
+class AAX_VTransport;
+class AAX_VViewContainer;
+
+/// Implements AAX_IACFEffectGUI, which tells what each operation does, without knowing how anything is drawn:
+/// the life of an editor, the host's services and the fan-out of parameters. A derived class makes and
+/// unmakes the view.
+///
+/// Everything that the host may call here is safe before Initialize and after Uninitialize, takes null
+/// arguments and lets no exception out: a ResultError becomes its code, any other
+/// AAX_ERROR_UNKNOWN_EXCEPTION, with one trace line. What a derived class overrides must keep that promise
+/// itself, except the operations that are called from within, which stand below.
+class AAX_CEffectGUI : public AAX_IEffectGUI {
+public:
+    AAX_CEffectGUI();
+    AAX_Result Initialize(IACFUnknown* host) override;
+    AAX_Result Uninitialize() override;
+    AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, uint32_t size) override;
+    AAX_Result SetViewContainer(IACFUnknown* container) override;
+    AAX_Result GetViewSize(AAX_Point* outSize) const override;
+    AAX_Result Draw(AAX_Rect* rect) override;
+    AAX_Result TimerWakeup() override;
+    AAX_Result ParameterUpdated(AAX_CParamID paramID) override;
+    AAX_Result GetCustomLabel(AAX_EPlugInStrings which, AAX_IString* outText) const override;
+    AAX_Result SetControlHighlightInfo(AAX_CParamID paramID, uint8_t isHighlighted,
+                                       AAX_EHighlightColor colour) override;
+
+    /// Answers for IID_IAAXEffectGUIV1 and leaves the rest to the base. On success the caller owns one
+    /// reference. [any]
+    ACFRESULT InternalQueryInterface(const acfIID& iid, void** outObject) override;
+    /// Lets go of everything of the host's. A view is taken down by the class that made it, whose own
+    /// destructor calls Uninitialize: the operations that do it can no longer be called from here.
+    ~AAX_CEffectGUI() override;
+
+protected:
+    // Called from within, where exceptions may be thrown.
+
+    /// Where a derived class loads what all its views share; called by Initialize with the host's services in
+    /// place. [main]
+    virtual void CreateViewContents() = 0;
+    /// Where a derived class makes its view in the container that it was just given. [main]
+    virtual void CreateViewContainer() = 0;
+    /// Where a derived class takes its view down, if there is one; the container is still there. [main]
+    virtual void DeleteViewContainer() = 0;
+    /// Brings every parameter's current state into the editor by ParameterUpdated. [main]
+    virtual void UpdateAllParameters();
+
+public:
+    /// The data model; borrowed, null where the host has not offered it. [main]
+    AAX_IACFEffectParameters* GetEffectParameters() const { return mEffectParameters.Get(); }
+    /// The host's controller; borrowed, null before Initialize and after Uninitialize. [main]
+    AAX_IController* GetController() const;
+    /// The container that the host has given; borrowed, null while there is none. [main]
+    AAX_IViewContainer* GetViewContainer() const;
+    /// The kind of its native view, an AAX_EViewContainerType; AAX_eViewContainerType_None without container.
+    /// [main]
+    int32_t GetViewContainerType() const;
+    /// Its native view, borrowed from the host; null without container. [main]
+    void* GetViewContainerPtr() const;
+
+private:
+    std::unique_ptr<AAX_VController> mController;
+    ACFPtr<AAX_IACFEffectParameters> mEffectParameters;
+    std::unique_ptr<AAX_VViewContainer> mViewContainer;
+    std::unique_ptr<AAX_VTransport> mTransport;
+
+    /// Gives the host's services back; the container stays.
+    void LetGo();
+};
+
+#endif

@@ -1,0 +1,150 @@
+#include "Alg/DemoGain_State.h"
+
+#include "Alg/DemoGain_PostResponses.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+
+namespace {
+
+constexpr double kReferenceRateHz = 48000.0;
+// The DC blocker's time constant is set against this rate, unlike all others; deliberate.
+constexpr double kDcReferenceRateHz = 44100.0;
+// Two pi to eight digits, as the coefficients are defined with it.
+constexpr double kTwoPi = 6.2831855;
+
+constexpr float kUnread[2][6] = {{0.87403202F, 0.83125389F, 0.98768836F, 0.98768836F, 0.0F, 0.0F},
+                                 {0.71592098F, -0.22123176F, 0.58778524F, 0.58778524F, 0.0F, 0.0F}};
+
+float rounded(double value) {
+    return static_cast<float>(value);
+}
+
+// First-order high-pass, corner at 120 Hz.
+SDemoGain_DetectorSection highPass(double rateScale) {
+    const double theta = rateScale * 0.0025 * kTwoPi * 0.5;
+    const double s = std::sin(theta);
+    const double c = std::cos(theta);
+    return {.b0 = rounded(c),
+            .b1 = rounded(-c),
+            .b2 = 0.0F,
+            .gain = rounded(1.0 / (s + c)),
+            .a1 = rounded(s - c),
+            .a2 = 0.0F};
+}
+
+// Second-order all-pass at 7 kHz with a Q of 0.1. Unstable where the rate is below 14 kHz.
+SDemoGain_DetectorSection allPass(double rateScale) {
+    const double omega = rateScale * 0.14583333 * kTwoPi;
+    const double alpha = std::sin(omega) / 0.2;
+    const double k = -2.0 * std::cos(omega);
+    return {.b0 = rounded(1.0 - alpha),
+            .b1 = rounded(k),
+            .b2 = rounded(1.0 + alpha),
+            .gain = rounded(1.0 / (1.0 + alpha)),
+            .a1 = rounded(k),
+            .a2 = rounded(1.0 - alpha)};
+}
+
+// Everything that the routine changes, at its starting value.
+void resetRunning(SDemoGain_Alg_State& ioState) {
+    for (std::size_t channel = 0; channel < 2; ++channel) {
+        ioState.mFollowers[channel] = {};
+        ioState.mLastOut[channel] = 0.0F;
+        ioState.mDc[channel].mDcX1 = 0.0F;
+        ioState.mDc[channel].mDcY1 = 0.0F;
+        ioState.mPost[channel] = {};
+        ioState.mDetector[channel] = {};
+        ioState.mPrevIn[channel] = 0.0F;
+        ioState.mClipGain[channel] = 1.0F;
+    }
+    ioState.mInAvg = 0.1F;
+    ioState.mOutAvg = 0.1F;
+}
+
+// Words that only a reset writes.
+void setCoefficients(SDemoGain_Alg_State& ioState, double sampleRate) {
+    const double rateScale = kReferenceRateHz / sampleRate;
+    const float dcCoef = rounded(std::exp(kDcReferenceRateHz / sampleRate * -0.0040080296));
+    ioState.mDc[0].mDcCoef = dcCoef;
+    ioState.mDc[1].mDcCoef = dcCoef;
+    ioState.mPostA = DemoGain::kPostA;
+    ioState.mPostB = DemoGain::kPostB;
+    ioState.mHp = highPass(rateScale);
+    ioState.mAp = allPass(rateScale);
+    ioState.mClipCoef = rounded(std::exp(rateScale * 1.0909091 * -0.005012537));
+}
+
+// Words that the routine never looks at.
+void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
+    for (float& word : ioState.mCleared) {
+        word = 0.0F;
+    }
+    for (std::size_t group = 0; group < std::size(kUnread); ++group) {
+        for (std::size_t i = 0; i < std::size(kUnread[group]); ++i) {
+            ioState.mUnread[group][i] = kUnread[group][i];
+        }
+    }
+    ioState.mUnusedZero = 0.0F;
+    ioState.mUnusedTimeConstant =
+        rounded(std::exp(kReferenceRateHz / sampleRate * 1.0909091 * -0.0020821297));
+}
+
+// Whether every 32-bit float of a record is finite: its exponent is not all ones.
+template<class Record>
+bool isFinite(const Record& record) {
+    constexpr uint32_t kExponent = 0x7F800000U;
+    constexpr std::size_t kBytes = sizeof(Record);
+    uint32_t words[kBytes / sizeof(uint32_t)];
+    std::memcpy(words, &record, kBytes);
+    bool finite = true;
+    for (const uint32_t word : words) {
+        finite = finite && (word & kExponent) != kExponent;
+    }
+    return finite;
+}
+
+template<class Record>
+void replaceUnlessFinite(Record& ioRecord, const Record& replacement) {
+    if (!isFinite(ioRecord)) {
+        ioRecord = replacement;
+    }
+}
+
+// Made when the module is loaded, so that recovering computes nothing on the audio thread.
+const SDemoGain_Alg_State kReferenceState = [] {
+    SDemoGain_Alg_State state{};
+    DemoGain_ResetState(state, kReferenceRateHz);
+    return state;
+}();
+
+} // namespace
+
+void DemoGain_ResetState(SDemoGain_Alg_State& ioState, double sampleRate) {
+    setUnread(ioState, sampleRate);
+    setCoefficients(ioState, sampleRate);
+    resetRunning(ioState);
+}
+
+bool DemoGain_IsStateFinite(const SDemoGain_Alg_State& state) {
+    return isFinite(state.mFollowers) && isFinite(state.mLastOut) && isFinite(state.mDc) &&
+           isFinite(state.mPostA) && isFinite(state.mPostB) && isFinite(state.mPost) && isFinite(state.mHp) &&
+           isFinite(state.mAp) && isFinite(state.mDetector) && isFinite(state.mPrevIn) &&
+           isFinite(state.mClipGain) && isFinite(state.mInAvg) && isFinite(state.mOutAvg) &&
+           isFinite(state.mClipCoef);
+}
+
+void DemoGain_RecoverState(SDemoGain_Alg_State& ioState) {
+    for (std::size_t channel = 0; channel < 2; ++channel) {
+        replaceUnlessFinite(ioState.mDc[channel].mDcCoef, kReferenceState.mDc[channel].mDcCoef);
+    }
+    replaceUnlessFinite(ioState.mPostA, kReferenceState.mPostA);
+    replaceUnlessFinite(ioState.mPostB, kReferenceState.mPostB);
+    replaceUnlessFinite(ioState.mHp, kReferenceState.mHp);
+    replaceUnlessFinite(ioState.mAp, kReferenceState.mAp);
+    replaceUnlessFinite(ioState.mClipCoef, kReferenceState.mClipCoef);
+    resetRunning(ioState);
+}

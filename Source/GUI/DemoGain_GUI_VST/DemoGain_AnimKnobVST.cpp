@@ -1,0 +1,43 @@
+#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
+
+#include "vstgui/lib/cdrawcontext.h"
+#include "vstgui/lib/cgraphicspath.h"
+#include "vstgui/lib/clinestyle.h"
+
+namespace {
+
+// Width of the highlight's ring, in the view's units.
+constexpr VSTGUI::CCoord kRingWidth = 2.0;
+
+} // namespace
+
+void DemoGain_AnimKnobVST::draw(VSTGUI::CDrawContext* context) {
+    DemoGain_HostGestures::draw(context);
+    if (!mIsHighLit) {
+        return;
+    }
+    VSTGUI::CRect ring = getViewSize();
+    ring.inset(kRingWidth / 2.0, kRingWidth / 2.0);
+    context->setDrawMode(VSTGUI::kAntiAliasing | VSTGUI::kNonIntegralMode);
+    context->setLineStyle(VSTGUI::kLineSolid);
+    context->setLineWidth(kRingWidth);
+    context->setFrameColor(mCoronaColor);
+    // CDrawContext::drawEllipse scales the pen along with a unit circle on cairo.
+    if (const auto path = VSTGUI::owned(context->createGraphicsPath())) {
+        path->addEllipse(ring);
+        context->drawGraphicsPath(path, VSTGUI::CDrawContext::kPathStroked);
+    }
+}
+
+// What the base's press has made is freed by its release alone, which ends the edit itself.
+void DemoGain_AnimKnobVST::endEdit() {
+    if (mIsLettingGo || !isEditing()) {
+        DemoGain_HostGestures::endEdit();
+        return;
+    }
+    mIsLettingGo = true;
+    VSTGUI::CPoint nowhere;
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): ours would ask the host once more
+    CAnimKnob::onMouseUp(nowhere, VSTGUI::CButtonState());
+    mIsLettingGo = false;
+}

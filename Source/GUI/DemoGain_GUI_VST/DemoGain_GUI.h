@@ -1,0 +1,41 @@
+/// The plug-in's editor.
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_GUI_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_GUI_H
+
+#include "GUI/AAX_CEffectGUI_VST.h"
+
+class DemoGain_View;
+
+/// Brings the host's calls to the view. [main]
+class DemoGain_GUI : public AAX_CEffectGUI_VST {
+public:
+    /// Makes an editor with no reference held yet; it dies by the release of its last one. [main]
+    static AAX_IEffectGUI* Create();
+
+    AAX_Result TimerWakeup() override;
+    AAX_Result ParameterUpdated(AAX_CParamID paramID) override;
+    /// Shows the highlight of any parameter on the gain knob, and that of the volume on its own knob too.
+    AAX_Result SetControlHighlightInfo(AAX_CParamID paramID, uint8_t isHighlighted,
+                                       AAX_EHighlightColor colour) override;
+
+    /// What SetControlHighlightInfo told last, for whatever parameter; 0 before. Outlives the view and is not
+    /// applied to a new one.
+    uint8_t GetLastHighlight() const { return mLastHighlight; }
+    AAX_EHighlightColor GetLastHighlightColour() const { return mLastHighlightColour; }
+
+protected:
+    ~DemoGain_GUI() override = default;
+
+    /// Makes the bitmaps of the module's bundle ready. Without a bundle, which is asserted, there are none.
+    void CreateViewContents() override;
+    void CreateEffectView(void* nativeView) override;
+
+private:
+    /// Borrowed; null while there is none.
+    DemoGain_View* View() const;
+
+    uint8_t mLastHighlight = 0;
+    AAX_EHighlightColor mLastHighlightColour{};
+};
+
+#endif

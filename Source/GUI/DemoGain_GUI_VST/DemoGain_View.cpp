@@ -1,0 +1,183 @@
+#include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
+
+#include "AAX_IACFEffectParameters.h"
+#include "DemoGain_ParameterTable.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Gestures.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_KickButtonVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_OnOffButtonVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_SwitchHorVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_VuMeterVST.h"
+
+#include "vstgui/lib/cfont.h"
+
+#include <utility>
+
+using namespace DemoGain_ViewLayout;
+using VSTGUI::CControl;
+using VSTGUI::CPoint;
+using VSTGUI::CRect;
+
+namespace {
+
+constexpr VSTGUI::CColor kStatusColor(230, 230, 230, 255);
+
+// Colours of the host's highlight, by AAX_EHighlightColor.
+constexpr VSTGUI::CColor kHighlightColors[] = {
+    {200, 0, 0, 255},
+    {0, 0, 200, 255},
+    {0, 200, 0, 255},
+    {200, 200, 0, 255},
+};
+constexpr VSTGUI::CColor kNoHighlightColor(100, 100, 100, 0);
+
+// How many times as long a fine drag is: a level is set to a tenth of a decibel.
+constexpr float kFineDrag = 6.0F;
+// The library's tenth of the range is too coarse for a level.
+constexpr int kPicturesPerWheelClick = 2;
+
+// Of one picture of a bitmap that may be empty.
+CPoint PictureSize(const VSTGUI::CBitmap& bitmap, Art art) {
+    return {bitmap.getWidth(), bitmap.getHeight() / BitmapOf(art).mPictures};
+}
+
+// The library's class for a row of the layout.
+struct Maker {
+    const Control& mRow;
+    VSTGUI::IControlListener* mListener;
+    VSTGUI::CBitmap* mBitmap;
+    VSTGUI::CBitmap* mMeterOffBitmap;
+    AAX_IViewContainer* mContainer;
+
+    CControl* Make() const {
+        const CPoint size = PictureSize(*mBitmap, mRow.mArt);
+        const CRect place(CPoint(mRow.mX, mRow.mY), size);
+        const int pictures = BitmapOf(mRow.mArt).mPictures;
+        const CPoint offset(0, 0);
+        switch (mRow.mKind) {
+        case Kind::Knob: {
+            auto* const knob =
+                new DemoGain_AnimKnobVST(place, mListener, mRow.mTag, pictures, size.y, mBitmap, offset);
+            knob->setZoomFactor(kFineDrag);
+            knob->setWheelInc(static_cast<float>(kPicturesPerWheelClick) / static_cast<float>(pictures - 1));
+            return Hosted(knob);
+        }
+        case Kind::OnOffButton:
+            return Hosted(new DemoGain_OnOffButtonVST(place, mListener, mRow.mTag, mBitmap));
+        case Kind::RatioSwitch:
+            return Hosted(new DemoGain_SwitchHorVST(place, mListener, mRow.mTag, pictures, size.y, pictures,
+                                                    mBitmap, offset));
+        case Kind::KickButton:
+            return Hosted(new DemoGain_KickButtonVST(place, mListener, mRow.mTag, size.y, mBitmap, offset));
+        case Kind::Meter:
+            break;
+        }
+        // The library's meters have a tag of their own, and nobody who listens.
+        auto* const meter = new DemoGain_VuMeterVST(place, mBitmap, mMeterOffBitmap, kMeterSteps,
+                                                    VSTGUI::CVuMeter::kHorizontal);
+        meter->setTag(mRow.mTag);
+        return Hosted(meter);
+    }
+
+    template<class HostedControl>
+    CControl* Hosted(HostedControl* control) const {
+        control->SetViewContainer(mContainer);
+        control->SetParamID(mRow.mID);
+        return control;
+    }
+};
+
+} // namespace
+
+// Construction.
+
+DemoGain_View::DemoGain_View(AAX_IACFEffectParameters* parameters, VSTGUI::VSTGUIEditorInterface* editor,
+                             AAX_IViewContainer* container, std::shared_ptr<varno::Clipboard> clipboard)
+    : VSTGUI_ContentView(CRect(CPoint(), m_hPIBackground->getSize()), editor, parameters),
+      mClipboard(std::move(clipboard)),
+      mStatusLabel(new VSTGUI::CTextLabel(
+          CRect(kStatusLabel.mLeft, kStatusLabel.mTop, kStatusLabel.mRight, kStatusLabel.mBottom))) {
+    getFrame()->setBackground(m_hPIBackground);
+    AddStatusLabel();
+    for (std::size_t i = 0; i < mControls.size(); ++i) {
+        AddControl(i, container);
+    }
+    getFrame()->registerKeyboardHook(this);
+}
+
+DemoGain_View::~DemoGain_View() noexcept {
+    for (CControl* control : mControls) {
+        while (control->isEditing()) {
+            control->endEdit();
+        }
+    }
+    // The controls go while there is still somebody for them to tell.
+    getFrame()->unregisterKeyboardHook(this);
+    getFrame()->removeAll();
+}
+
+void DemoGain_View::AddStatusLabel() {
+    mStatusLabel->setFont(VSTGUI::kNormalFont);
+    mStatusLabel->setFontColor(kStatusColor);
+    mStatusLabel->setBackColor(VSTGUI::kBlackCColor);
+    mStatusLabel->setFrameColor(VSTGUI::kBlackCColor);
+    mStatusLabel->setHoriAlign(VSTGUI::kLeftText);
+    mStatusLabel->setText(DemoGain_Gestures::kInitialText);
+    getFrame()->addView(mStatusLabel);
+}
+
+void DemoGain_View::AddControl(std::size_t index, AAX_IViewContainer* container) {
+    const Control& row = kControls[index];
+    CControl* const control =
+        Maker{row, this, SharedBitmap(row.mArt), SharedBitmap(Art::MeterOn), container}.Make();
+    mControls[index] = control;
+    getFrame()->addView(control);
+    double defaultValue = control->getMin();
+    if (getParameters() != nullptr && DemoGain_Gestures::HoldsParameter(row)) {
+        getParameters()->GetParameterDefaultNormalizedValue(row.mID, &defaultValue);
+    }
+    control->setDefaultValue(static_cast<float>(defaultValue));
+    ShowParameter(row.mID);
+}
+
+// What the host changes.
+
+CControl* DemoGain_View::GetControl(std::string_view id) const {
+    const Control* const row = DemoGain_Gestures::ControlOf(id);
+    return row != nullptr ? mControls[static_cast<std::size_t>(row - kControls)] : nullptr;
+}
+
+void DemoGain_View::ShowParameter(std::string_view paramID) {
+    const Control* const row = DemoGain_Gestures::ControlOf(paramID);
+    if (row == nullptr || !DemoGain_Gestures::HoldsParameter(*row) || getParameters() == nullptr) {
+        return;
+    }
+    double value = 0.0;
+    if (getParameters()->GetParameterNormalizedValue(row->mID, &value) == AAX_SUCCESS) {
+        CControl* const control = GetControl(paramID);
+        control->setValue(static_cast<float>(value));
+        control->invalid();
+    }
+}
+
+void DemoGain_View::highlitePeak(uint8_t isHighlighted, AAX_EHighlightColor colour) {
+    HighlightKnob(cDemoGain_GainID, isHighlighted != 0, colour);
+}
+
+void DemoGain_View::highliteDecay(uint8_t isHighlighted, AAX_EHighlightColor colour) {
+    HighlightKnob(cDemoGain_VolumeID, isHighlighted != 0, colour);
+}
+
+void DemoGain_View::HighlightKnob(std::string_view id, bool isHighlighted, AAX_EHighlightColor colour) {
+    auto* const knob = dynamic_cast<DemoGain_AnimKnobVST*>(GetControl(id));
+    if (knob == nullptr) {
+        return;
+    }
+    if (!isHighlighted) {
+        knob->setCoronaColor(kNoHighlightColor);
+    } else if (colour >= 0 && static_cast<std::size_t>(colour) < std::size(kHighlightColors)) {
+        knob->setCoronaColor(kHighlightColors[colour]);
+    }
+    knob->setHighLite(isHighlighted);
+    knob->invalid();
+}

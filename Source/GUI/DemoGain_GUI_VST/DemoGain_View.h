@@ -1,0 +1,124 @@
+/// The editor's one view.
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_VIEW_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_VIEW_H
+
+#include "AAX_Enums.h"
+#include "DemoGain_ViewLayout.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_VolumeMatch.h"
+#include "GUI/VSTGUI_ContentView.h"
+
+#include "vstgui/lib/cbitmap.h"
+#include "vstgui/lib/cframe.h"
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/controls/ctextlabel.h"
+#include "vstgui/lib/controls/icontrollistener.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class AAX_IViewContainer;
+
+namespace varno {
+class Clipboard;
+}
+
+/// Shows the parameters as controls laid out by DemoGain_ViewLayout.h, turns what is done to them into
+/// requests for new parameter values, shows two meters and keeps the volume matched. Everything here is
+/// [main].
+class DemoGain_View : public VSTGUI_ContentView,
+                      public VSTGUI::IControlListener,
+                      public VSTGUI::IKeyboardHook {
+public:
+    /// Bitmaps that all views of the process share; null until LoadViewResources, and without content where
+    /// there is no such file. They go when the module is unloaded.
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hPIBackground;
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hGain;
+    /// The two meter bitmaps are crossed on purpose: the meters are given 1 where there is no reduction, so
+    /// what they show up to their value is what is off.
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hGR1On;
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hGR1Off;
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwitch;
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hRatio;
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwPr1;
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwPr2;
+
+    /// Loads the bitmaps that are not there yet, each with its variant of twice the size. UseVSTGUI comes
+    /// first.
+    static void LoadViewResources();
+
+    /// Builds the frame, unopened, and every control in it, showing the parameters' values. Everything but
+    /// the clipboard is borrowed and outlives the view. `parameters` and `container` may be null: the
+    /// controls then do nothing, or what they do without asking the host.
+    DemoGain_View(AAX_IACFEffectParameters* parameters, VSTGUI::VSTGUIEditorInterface* editor,
+                  AAX_IViewContainer* container, std::shared_ptr<varno::Clipboard> clipboard);
+
+    /// Brings the current value of a parameter into its control, which notifies nobody. Other identifiers,
+    /// and parameters that cannot be read: nothing.
+    void ShowParameter(std::string_view paramID);
+
+    /// Marks the gain knob in the host's colour for automation, or no longer. Another colour than those
+    /// listed leaves the last one.
+    void highlitePeak(uint8_t isHighlighted, AAX_EHighlightColor colour);
+    /// As highlitePeak, for the volume knob, in spite of its name.
+    void highliteDecay(uint8_t isHighlighted, AAX_EHighlightColor colour);
+
+    /// Once per tick of the host's timer: meters and volume matching.
+    void TimerWakeup();
+    /// As TimerWakeup, at this reading of a clock in milliseconds.
+    void Tick(uint32_t ticksMs);
+
+    /// A control was changed by the user: requests the parameter's new value and tells it in the status line.
+    void valueChanged(VSTGUI::CControl* control) override;
+    /// A gesture begins or ends: the parameter is touched or released.
+    void controlBeginEdit(VSTGUI::CControl* control) override;
+    void controlEndEdit(VSTGUI::CControl* control) override;
+
+    /// The usual keys for copy and paste do what the two buttons do.
+    void onKeyboardEvent(VSTGUI::KeyboardEvent& event, VSTGUI::CFrame* frame) override;
+
+    /// The control with this identifier of the layout; borrowed, null if there is none.
+    VSTGUI::CControl* GetControl(std::string_view id) const;
+    /// The line that names what was changed last; borrowed.
+    VSTGUI::CTextLabel* GetStatusLabel() const { return mStatusLabel; }
+    /// Whether the next tick begins a new series of volume measurements.
+    bool IsMatchingRequested() const { return mVolumeMatch.IsRestartRequested(); }
+
+protected:
+    /// Ends gestures that are under way, so that no parameter stays touched.
+    ~DemoGain_View() noexcept override;
+
+private:
+    /// The shared bitmap that holds this part.
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap>& SharedBitmap(DemoGain_ViewLayout::Art art);
+
+    void AddStatusLabel();
+    void AddControl(std::size_t index, AAX_IViewContainer* container);
+
+    /// 0 where the parameter cannot be read.
+    double ReadNormalized(const char* paramID) const;
+    bool IsAutoGainOn() const;
+    void ChangeParameter(const DemoGain_ViewLayout::Control& row, float value);
+    void CompensateGain(double gain);
+    void ShowStatus(const std::string& text);
+
+    void UseClipboard(const DemoGain_ViewLayout::Control& row);
+    void CopyPreset(const DemoGain_ViewLayout::Control& row);
+    void PastePreset(const DemoGain_ViewLayout::Control& row);
+    void PressButton(DemoGain_ViewLayout::Art art);
+
+    void HighlightKnob(std::string_view id, bool isHighlighted, AAX_EHighlightColor colour);
+
+    /// 0 where the host does not tell.
+    float ReadMeter(std::size_t tap) const;
+    void UpdateMeters();
+
+    std::shared_ptr<varno::Clipboard> mClipboard;
+    VSTGUI::CTextLabel* mStatusLabel; ///< The frame's, as all controls.
+    /// In the order of the layout's table.
+    std::array<VSTGUI::CControl*, std::size(DemoGain_ViewLayout::kControls)> mControls{};
+    DemoGain_VolumeMatch mVolumeMatch;
+};
+
+#endif

@@ -1,0 +1,133 @@
+// What the user does to the controls, and what the view does once per tick.
+#include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
+
+#include "AAX_Assert.h"
+#include "AAX_CEffectParameters.h"
+#include "AAX_IController.h"
+#include "DemoGain_Alg.h"
+#include "DemoGain_MeterLaw.h"
+#include "DemoGain_ParameterTable.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Gestures.h"
+
+#include <algorithm>
+
+using namespace DemoGain_ViewLayout;
+using VSTGUI::CControl;
+
+namespace {
+
+constexpr char kAutoGainID[] = "ASw";
+// Everything above this is on.
+constexpr double kOnThreshold = 0.5;
+
+} // namespace
+
+// Gestures.
+
+void DemoGain_View::controlBeginEdit(CControl* control) {
+    const Control* const row = DemoGain_Gestures::ControlOf(control->getTag());
+    if (row != nullptr && getParameters() != nullptr) {
+        getParameters()->TouchParameter(row->mID);
+    }
+}
+
+void DemoGain_View::controlEndEdit(CControl* control) {
+    const Control* const row = DemoGain_Gestures::ControlOf(control->getTag());
+    if (row != nullptr && getParameters() != nullptr) {
+        getParameters()->ReleaseParameter(row->mID);
+    }
+}
+
+void DemoGain_View::valueChanged(CControl* control) {
+    if (getParameters() == nullptr) {
+        return;
+    }
+    const Control* const row = DemoGain_Gestures::ControlOf(control->getTag());
+    if (row == nullptr) {
+        AAX_ASSERT(0);
+    } else if (DemoGain_Gestures::HoldsParameter(*row)) {
+        ChangeParameter(*row, control->getValue());
+    } else if (control->getValue() > control->getMin()) {
+        // Such a button notifies twice per click, of being down and up; one that was left before the release,
+        // only of being up.
+        UseClipboard(*row);
+    }
+}
+
+void DemoGain_View::ChangeParameter(const Control& row, float value) {
+    const bool isAutoGainOn = IsAutoGainOn();
+    const DemoGain_Gestures::Gesture& gesture = DemoGain_Gestures::GestureOf(row);
+    getParameters()->SetParameterNormalizedValue(row.mID, value);
+    if (isAutoGainOn && row.mID == std::string_view(cDemoGain_GainID)) {
+        CompensateGain(value);
+    }
+    if (isAutoGainOn && gesture.mRestartsMatching) {
+        mVolumeMatch.RequestRestart();
+    }
+    ShowStatus(DemoGain_Gestures::StatusText(gesture, value));
+}
+
+// Writing is a request that the host carries out later, so the gain read here is still the one before. Only
+// what gets louder is compensated at once; less gain never raises the volume.
+void DemoGain_View::CompensateGain(double gain) {
+    const double raise = gain - ReadNormalized(cDemoGain_GainID);
+    const double volume = ReadNormalized(cDemoGain_VolumeID);
+    if (raise > 0.0) {
+        getParameters()->SetParameterNormalizedValue(cDemoGain_VolumeID,
+                                                     std::clamp(volume - raise, 0.0, 1.0));
+    }
+}
+
+void DemoGain_View::ShowStatus(const std::string& text) {
+    mStatusLabel->setText(text.c_str());
+    mStatusLabel->invalid();
+}
+
+double DemoGain_View::ReadNormalized(const char* paramID) const {
+    double value = 0.0;
+    getParameters()->GetParameterNormalizedValue(paramID, &value);
+    return value;
+}
+
+bool DemoGain_View::IsAutoGainOn() const {
+    return ReadNormalized(kAutoGainID) > kOnThreshold;
+}
+
+// The host's timer.
+
+void DemoGain_View::TimerWakeup() {
+    Tick(static_cast<uint32_t>(getFrame()->getTicks()));
+}
+
+void DemoGain_View::Tick(uint32_t ticksMs) {
+    if (getParameters() == nullptr) {
+        return;
+    }
+    UpdateMeters();
+    const std::optional<double> volume = mVolumeMatch.Tick(
+        ticksMs, ReadMeter(eMeterTap_Input), ReadMeter(eMeterTap_Output), ReadNormalized(cDemoGain_VolumeID));
+    if (volume) {
+        getParameters()->SetParameterNormalizedValue(cDemoGain_VolumeID, *volume);
+    }
+}
+
+void DemoGain_View::UpdateMeters() {
+    std::size_t tap = eMeterTap_GainReductionLeft;
+    for (std::size_t i = 0; i < mControls.size(); ++i) {
+        if (kControls[i].mKind == Kind::Meter) {
+            mControls[i]->setValue(DemoGain_MeterValue(ReadMeter(tap)));
+            mControls[i]->invalid();
+            ++tap;
+        }
+    }
+}
+
+float DemoGain_View::ReadMeter(std::size_t tap) const {
+    float value = 0.0F;
+    auto* const parameters = dynamic_cast<AAX_CEffectParameters*>(getParameters());
+    if (const AAX_IController* const controller =
+            parameters != nullptr ? parameters->Controller() : nullptr) {
+        controller->GetCurrentMeterValue(cDemoGain_MeterID[tap], &value);
+    }
+    return value;
+}

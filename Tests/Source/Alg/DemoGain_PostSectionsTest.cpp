@@ -1,0 +1,72 @@
+#include "Alg/DemoGain_PostSections-inl.h"
+
+#include "Alg/DemoGain_State.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace DemoGain;
+using namespace DemoGain::HWY_NAMESPACE;
+
+namespace {
+
+// Runs both sections sample by sample.
+void advanceLiterally(const SDemoGain_Alg_State& state, float y, SDemoGain_PostStates& ioStates) {
+    const auto run = [](const SDemoGain_PostSection& c, SDemoGain_SectionState& s, float in) {
+        const float out = (c.b0 * in + c.b1 * s.x1 + c.b2 * s.x2 - c.a1 * s.y1 - c.a2 * s.y2) * c.g;
+        s = {in, s.x1, out, s.y1};
+        return out;
+    };
+    run(state.mPostB, ioStates.mB, run(state.mPostA, ioStates.mA, y));
+}
+
+void expectNear(const SDemoGain_SectionState& found, const SDemoGain_SectionState& expected) {
+    constexpr float kTolerance = 1e-6F;
+    EXPECT_EQ(found.x1, expected.x1);
+    EXPECT_NEAR(found.x2, expected.x2, kTolerance);
+    EXPECT_NEAR(found.y1, expected.y1, kTolerance);
+    EXPECT_NEAR(found.y2, expected.y2, kTolerance);
+}
+
+} // namespace
+
+TEST(DemoGain_PostSections, TheSectionsOfTheStateAreThoseOfTheWeights) {
+    SDemoGain_Alg_State state{};
+    DemoGain_ResetState(state, 96000.0);
+    EXPECT_EQ(state.mPostA.g, kPostA.g);
+    EXPECT_EQ(state.mPostB.g, kPostB.g);
+    EXPECT_EQ(state.mPostB.a1, kPostA.a1);
+}
+
+TEST(DemoGain_PostSections, EveryLengthOfBufferEndsWhereTheSectionsDo) {
+    SDemoGain_Alg_State state{};
+    DemoGain_ResetState(state, 48000.0);
+    SDemoGain_PostStates found[2] = {};
+    SDemoGain_PostStates expected[2] = {};
+    std::mt19937 engine(3);
+    std::uniform_real_distribution<float> sample(-1.25F, 1.25F);
+    for (std::size_t frames = 1; frames < 150; ++frames) {
+        RowRing<2> clipped;
+        for (std::size_t frame = 0; frame < frames; ++frame) {
+            for (std::size_t channel = 0; channel < 2; ++channel) {
+                const float y = sample(engine);
+                clipped[frame / kChunkFrames][frame % kChunkFrames * 2 + channel] = y;
+                advanceLiterally(state, y, expected[channel]);
+            }
+        }
+        // What a chunk holds behind its last frame counts for nothing.
+        for (std::size_t frame = frames; frame % kChunkFrames != 0; ++frame) {
+            clipped[frame / kChunkFrames][frame % kChunkFrames * 2] = 1.0F;
+            clipped[frame / kChunkFrames][frame % kChunkFrames * 2 + 1] = -1.0F;
+        }
+        advancePostSections(clipped, frames, found);
+        for (std::size_t channel = 0; channel < 2; ++channel) {
+            SCOPED_TRACE(testing::Message() << frames << " frames, channel " << channel);
+            expectNear(found[channel].mA, expected[channel].mA);
+            EXPECT_NEAR(found[channel].mB.x1, expected[channel].mB.x1, 1e-6F);
+            EXPECT_NEAR(found[channel].mB.y1, expected[channel].mB.y1, 1e-6F);
+            EXPECT_NEAR(found[channel].mB.y2, expected[channel].mB.y2, 1e-6F);
+        }
+    }
+}

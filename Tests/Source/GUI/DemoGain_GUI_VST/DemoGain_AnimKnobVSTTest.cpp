@@ -1,0 +1,100 @@
+#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
+
+#include "Tests/Source/GUI/DemoGain_GUI_VST/ControlFixture.h"
+
+#include "vstgui/lib/coffscreencontext.h"
+
+namespace varno::test {
+namespace {
+
+using VSTGUI::kControl;
+using VSTGUI::kLButton;
+using VSTGUI::kShift;
+
+class DemoGain_AnimKnobVSTTest : public ControlFixture {
+protected:
+    static constexpr int kPictures = 5;
+
+    template<class Knob>
+    Knob* make() {
+        return add(
+            new Knob(place(), &listener, kTag, kPictures, kSide, pictures(kPictures), VSTGUI::CPoint(0, 0)));
+    }
+
+    // How far a drag of 20 units to the right turns a knob.
+    float drag(VSTGUI::CView& knob, std::int32_t keys) {
+        auto& control = dynamic_cast<VSTGUI::CControl&>(knob);
+        control.setValue(0.5F);
+        press(knob, kLButton, at(20, 20));
+        move(knob, kLButton | keys, at(40, 20));
+        release(knob, kLButton | keys, at(40, 20));
+        return control.getValue() - 0.5F;
+    }
+
+    // The colour at the middle of the knob's left edge when it is drawn, and at its centre.
+    std::pair<VSTGUI::CColor, VSTGUI::CColor> drawnColours(VSTGUI::CView& knob) {
+        const auto context = VSTGUI::COffscreenContext::create(VSTGUI::CPoint(100, 100));
+        context->beginDraw();
+        knob.draw(context);
+        context->endDraw();
+        const auto pixels = VSTGUI::owned(VSTGUI::CBitmapPixelAccess::create(context->getBitmap()));
+        std::pair<VSTGUI::CColor, VSTGUI::CColor> colours;
+        pixels->setPosition(static_cast<std::uint32_t>(kLeft) + 1,
+                            static_cast<std::uint32_t>(kTop + kSide / 2));
+        pixels->getColor(colours.first);
+        pixels->setPosition(static_cast<std::uint32_t>(kLeft + kSide / 2),
+                            static_cast<std::uint32_t>(kTop + kSide / 2));
+        pixels->getColor(colours.second);
+        return colours;
+    }
+};
+
+TEST_F(DemoGain_AnimKnobVSTTest, AControlDragIsAsFineAsAShiftDragOfTheBase) {
+    VSTGUI::CFrame::kDefaultKnobMode = VSTGUI::kLinearMode;
+    const float coarse = drag(*make<VSTGUI::CAnimKnob>(), 0);
+    const float fine = drag(*make<VSTGUI::CAnimKnob>(), kShift);
+    EXPECT_GT(coarse, fine);
+    EXPECT_GT(fine, 0.0F);
+
+    auto* const knob = make<DemoGain_AnimKnobVST>();
+    EXPECT_EQ(drag(*knob, 0), coarse);
+    EXPECT_EQ(drag(*knob, kShift), fine);
+    EXPECT_EQ(drag(*knob, kControl), fine);
+    EXPECT_EQ(drag(*knob, kControl | kShift), fine);
+}
+
+TEST_F(DemoGain_AnimKnobVSTTest, APressThatIsLeftToTheKnobIsOfferedAsADragToo) {
+    auto* const knob = make<DemoGain_AnimKnobVST>();
+    knob->SetViewContainer(&host);
+    knob->SetParamID("Mix");
+    press(*knob, kLButton, at(20, 30));
+    EXPECT_EQ(host.takeOffers(), (Log{"down Mix 0", "drag Mix 0"}));
+    release(*knob, kLButton, at(20, 30));
+}
+
+TEST_F(DemoGain_AnimKnobVSTTest, ShowsTheHighlightAsARing) {
+    auto* const knob = make<DemoGain_AnimKnobVST>();
+    const VSTGUI::CColor nothing = drawnColours(*knob).first;
+    EXPECT_EQ(nothing.alpha, 0);
+    const VSTGUI::CColor blue(0, 0, 200, 255);
+    knob->setCoronaColor(blue);
+    EXPECT_EQ(drawnColours(*knob).first, nothing);
+
+    knob->setHighLite(true);
+    EXPECT_TRUE(knob->getHighLite());
+    EXPECT_EQ(knob->getCoronaColor(), blue);
+    EXPECT_EQ(drawnColours(*knob).first, blue);
+    EXPECT_EQ(drawnColours(*knob).second, nothing);
+
+    knob->setHighLite(false);
+    EXPECT_EQ(drawnColours(*knob).first, nothing);
+}
+
+TEST_F(DemoGain_AnimKnobVSTTest, HasNoRingBeforeItIsGivenAColour) {
+    auto* const knob = make<DemoGain_AnimKnobVST>();
+    knob->setHighLite(true);
+    EXPECT_EQ(drawnColours(*knob).first.alpha, 0);
+}
+
+} // namespace
+} // namespace varno::test
