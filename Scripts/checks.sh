@@ -55,7 +55,7 @@ step_guards() { lint Scripts/check-guards .; }
 step_includes() { lint Scripts/check-includes .; }
 step_comments() { lint Scripts/check-interface-comments Interfaces; }
 step_text() { lint Scripts/check-text .; }
-step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/fetch-vstgui; }
+step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/draw-pictures Scripts/fetch-vstgui; }
 step_headers() { build_preset release varno_headers; }
 step_tidy() {
     local folders

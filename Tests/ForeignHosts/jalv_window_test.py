@@ -1,14 +1,24 @@
 """jalv.gtk3 on an X server without a screen: the editor opens inside its window, and a knob that the pointer drags there
 moves the port."""
+import pathlib
 import re
+import sys
 
 from hosts import RESULTS, STEREO
 from jack import JackTest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.append(str(ROOT / "Tests/docs"))
+from picture import Picture, differences
 
 EDITOR_SIZE = "690x390"
 # The middle of the Gain knob in the editor, and how far it is dragged upwards, in pixels.
 GAIN_KNOB = (55, 87)
 DRAG = 60
+# What the picture of docs/hosts.md may differ by in the mean, of full scale; as edges in the editor, what moves and the
+# status text.
+MOST_DIFFERENCE = 0.02
+MOVING = ((178, 276, 518, 321), (10, 362, 150, 380))
 
 
 class JalvWindowTest(JackTest):
@@ -51,16 +61,37 @@ class JalvWindowTest(JackTest):
         self.on_desktop("import", "-window", "root", str(path))
         return path
 
-    def test_a_dragged_knob_moves_the_port(self):
+    def drag_gain(self):
+        """Drags the drawn editor's Gain knob. Returns where the editor lies."""
         left, top = self.editor_corner()
-        self.assertLess(self.reduction(), 0.01, "the clicks are too soft to be turned down")
+        self.eventually(lambda: self.colours(left, top) > 500, "a drawn editor")
         x, y = left + GAIN_KNOB[0], top + GAIN_KNOB[1]
         self.on_desktop("xdotool", "mousemove", str(x), str(y), "mousedown", "1")
         for step in range(1, DRAG // 4 + 1):
             self.on_desktop("xdotool", "mousemove", str(x), str(y - 4 * step))
         self.on_desktop("xdotool", "mouseup", "1")
+        return left, top
+
+    # ./run manual takes this test's picture.
+    def test_a_dragged_knob_moves_the_port(self):
+        self.editor_corner()
+        self.assertLess(self.reduction(), 0.01, "the clicks are too soft to be turned down")
+        self.drag_gain()
         self.picture("jalv-gtk3-dragged.png")
         self.eventually(lambda: self.reduction() > 0.1, "gain reduction")
+
+    def test_the_documents_show_the_window(self):
+        """jalv's own bar above the editor is text, and left out."""
+        left, top = self.drag_gain()
+        window = self.path("window.png")
+        self.on_desktop("convert", str(self.picture("jalv-gtk3-documented.png")), "-trim", "+repage", window)
+        documented, shown = Picture.read(ROOT / "docs/pictures/jalv.png"), Picture.read(window)
+        self.assertEqual(documented.size, shown.size)
+        for picture in (documented, shown):
+            picture.fill(0, 0, picture.width, top)
+            for edges in MOVING:
+                picture.fill(left + edges[0], top + edges[1], left + edges[2], top + edges[3])
+        self.assertLess(differences(documented, shown, picture.width)[0], MOST_DIFFERENCE, "./run manual draws it anew")
 
     def test_the_window_shows_the_editor(self):
         left, top = self.editor_corner()

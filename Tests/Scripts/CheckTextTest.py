@@ -10,7 +10,9 @@ from fixture import ROOT
 class CheckTextTest(unittest.TestCase):
     def check(self, content, name="file.txt"):
         with tempfile.TemporaryDirectory(prefix="varno-text-") as folder:
-            (pathlib.Path(folder) / name).write_bytes(content if isinstance(content, bytes) else content.encode())
+            path = pathlib.Path(folder) / name
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(content if isinstance(content, bytes) else content.encode())
             done = subprocess.run([ROOT / "Scripts/check-text", folder], capture_output=True, text=True, check=False)
         self.assertEqual(done.stderr, "")
         self.assertEqual(done.returncode, 1 if done.stdout else 0)
@@ -48,6 +50,16 @@ class CheckTextTest(unittest.TestCase):
         self.assert_found(b"\x7fELF\0\0\n", 1, "is a binary (generate it in the build)")
         self.assert_found("caf\xe9\n".encode("latin-1"), 1, "is not UTF-8")
         self.assertRegex(self.check("x\n" * 200_000), r"^file.txt:1: has 400000 bytes; ")
+
+    def test_pictures_of_the_documents(self):
+        picture = b"\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR"
+        self.assertEqual(self.check(picture.ljust(150 * 1024, b"\0"), "docs/pictures/editor.png"), "")
+        self.assertEqual(self.check(picture.ljust(150 * 1024 + 1, b"\0"), "docs/pictures/editor.png"),
+                         "docs/pictures/editor.png:1: has 153601 bytes; 153600 is the most for a picture\n")
+        for name in ("docs/editor.png", "docs/pictures/old/editor.png", "docs/pictures/editor.bin", "pictures/editor.png"):
+            self.assertEqual(self.check(picture, name), f"{name}:1: is a binary (generate it in the build)\n")
+        self.assertEqual(self.check(b"\x7fELF\0\0\n", "docs/pictures/editor.png"),
+                         "docs/pictures/editor.png:1: is a binary (generate it in the build)\n")
 
     def test_passes_what_is_right(self):
         for content in ("", "docs/tmp/x and ${HOME}/x\n", "https://example.org/home/page\n", "/usr/share /dev/full\n",

@@ -1,4 +1,4 @@
-"""./run manual takes the manual's pictures on an X server of its own, which ends with it."""
+"""./run manual draws the documents' pictures on an X server of its own, which ends with it."""
 import os
 import unittest
 
@@ -24,6 +24,9 @@ int main(int count, char** arguments) {
     }
     std::fputs("\\n", log);
     std::fclose(log);
+    if (std::strcmp(arguments[1], "render") == 0 && std::strcmp(arguments[count - 1], "--quiet") != 0) {
+        std::printf("half of it\\r\\033[Kall of it\\n");
+    }
     return std::getenv("BREAK") != nullptr && std::strcmp(arguments[1], std::getenv("BREAK")) == 0 ? 1 : 0;
 }
 """
@@ -55,6 +58,9 @@ class ManualTest(FixtureProject):
         self.write("Tests/ForeignHosts/run", HOSTS)
         (self.root / "Tests/ForeignHosts/run").chmod(0o755)
         self.command("convert", 'echo "a picture" >"${@: -1}"\n')
+        self.command("mogrify", "")
+        # The text that it is given to draw.
+        self.command("pango-view", 'for word; do case $word in --output=*) cp "${@: -1}" "${word#*=}" ;; esac; done\n')
         self.server = self.folder / "server"
         self.command("Xvfb", f'echo $$ >"{self.server}"\necho 77 >&3\nexec sleep 600\n')
 
@@ -69,22 +75,26 @@ class ManualTest(FixtureProject):
         done = self.run_script("manual")
         self.assertEqual(done.returncode, 0, done.stderr)
         pictures = self.root / "docs/pictures"
-        names = ["controls.png", "editor-2x.png", "editor.png", "jalv.png"]
+        names = ["controls.png", "editor-2x.png", "editor.png", "jalv.png", "render.png"]
         self.assertEqual(done.stdout.splitlines(), [str(pictures / name) for name in names])
-        for name in names:
+        for name in names[:-1]:
             self.assertEqual((pictures / name).read_text().strip(), "a picture")
         calls = self.calls.read_text().splitlines()
         self.assertEqual([call.split()[:2] for call in calls],
-                         [[":77:", "render"], [":77:", "edit"], [":77:", "edit"], [":77:", "--number"]])
+                         [[":77:", command] for command in ("render", "edit", "edit", "--number", "render", "render")])
         self.assertIn("--scale 2", calls[2])
+        # What a terminal shows at the end: a line without what it was written over.
+        self.assertEqual((pictures / "render.png").read_text(),
+                         "".join(f"$ ./run {call.split(' ', 1)[1]}\nall of it\n" for call in calls[-2:]))
         self.assert_server_ended()
 
     def test_fails_with_the_program(self):
-        os.environ["BREAK"] = "edit"
-        self.addCleanup(os.environ.pop, "BREAK")
-        done = self.run_script("manual")
-        self.assertEqual((done.returncode, done.stdout), (1, ""))
-        self.assert_server_ended()
+        for part in ("edit", "--number", "render"):
+            os.environ["BREAK"] = part
+            self.addCleanup(os.environ.pop, "BREAK", None)
+            done = self.run_script("manual")
+            self.assertEqual((done.returncode, done.stdout), (1, ""), part)
+            self.assert_server_ended()
 
     def test_fails_with_the_host(self):
         os.environ["HOSTS_FAIL"] = "1"
