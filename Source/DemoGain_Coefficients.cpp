@@ -1,12 +1,17 @@
 #include "DemoGain_Coefficients.h"
 
+#include "Alg/DemoGain_State.h"
+
 #include <cmath>
 #include <iterator>
 
 namespace {
 
-// The rate at which the time constants below are given per sample.
-constexpr double kReferenceRateHz = 48000.0;
+// "Gain" and "Volume" are linear in dB, from kLeastLevelDB at 0 over kLevelRangeDB to +20 dB at 1.
+constexpr float kLeastLevelDB = -20.0F;
+constexpr float kLevelRangeDB = 40.0F;
+
+// Start of the knee of every gain curve.
 constexpr float kThresholdDB = -30.0F;
 
 // m * x + k.
@@ -18,7 +23,7 @@ struct Line {
 // The four coefficients of a gain curve as lines over x = 1 - (1 - release) * attack.
 using Curve = Line[4];
 
-// One row per choice of "Ratio".
+// One row per choice of "Ratio". Fixed by definition.
 constexpr Curve kCurves[] = {
     {{-0.043988492, -0.05987816}, {-0.81804353, 1.6369839}, {1.962162, -1.7847449}, {-1.112896, 0.71746075}},
     {{0.039812393, 0.016881654}, {1.6467217, -0.2675606}, {-2.6722722, 1.1747508}, {1.1952758, -0.59919924}},
@@ -42,31 +47,59 @@ constexpr int kLastCurve = static_cast<int>(std::size(kCurves)) - 1;
 
 // The curve with the longest times.
 constexpr int kLongCurve = 5;
-// The curve whose attack does not scale with the sample rate; deliberate.
+// The curve whose attack does not scale with the sample rate; intended.
 constexpr int kFixedAttackCurve = 7;
+
+// Attack: exponent of the coefficient per sample at the reference rate, ln 0.95 (of the single-precision
+// number) at the shortest attack, rising by kAttackRange to ln 0.9995 at the longest.
+constexpr double kShortestAttack = -0.051293306;
+constexpr double kAttackRange = 0.050793156;
+// The same of kFixedAttackCurve, as a coefficient: 0.6 to 0.999.
+constexpr double kShortestFixedAttack = 0.6;
+constexpr double kFixedAttackRange = 0.399;
+
+// Release: coefficient per sample at the reference rate, linear in the shape below.
+struct ReleaseRange {
+    double mShortest; // At a shape of 0.
+    double mRange;
+};
+constexpr ReleaseRange kRelease = {0.9991, 0.00087994337};
+constexpr ReleaseRange kLongRelease = {0.9999, 0.000097990036};
+// Shape of the release over its normalized value: coefficients of r^5 to r^1. Fixed by definition.
+constexpr double kReleaseShape[] = {13.495, -40.9175, 47.23, -26.2, 7.3841};
+// Factor of the release coefficient while "UK" is on. Fixed by definition.
+constexpr double kUKFactor = 0.99991;
+
+// Slow follower: coefficient per sample at the reference rate.
+constexpr double kSlow = 0.9999;
+constexpr double kLongSlow = 0.99998;
 
 // Attack coefficient per sample. `q` is the fourth root of the normalized attack.
 double attackCoef(double q, int curve, double rateScale) {
     if (curve == kFixedAttackCurve) {
-        return 0.6 + 0.399 * q;
+        return kShortestFixedAttack + kFixedAttackRange * q;
     }
-    return std::exp((0.050793156 * q - 0.051293306) * rateScale);
+    return std::exp((kAttackRange * q + kShortestAttack) * rateScale);
 }
 
 // Release coefficient per sample at the reference rate.
-double releaseBase(double r, int curve, bool lengthened) {
-    const double shape = ((((13.495 * r - 40.9175) * r + 47.23) * r - 26.2) * r + 7.3841) * r;
-    const double base =
-        curve == kLongCurve ? shape * 0.000097990036 + 0.9999 : shape * 0.00087994337 + 0.9991;
-    return lengthened ? base * 0.99991 : base;
+double releaseBase(double r, int curve, bool isUKOn) {
+    double shape = 0.0;
+    for (const double coefficient : kReleaseShape) {
+        shape = shape * r + coefficient;
+    }
+    shape *= r;
+    const ReleaseRange& range = curve == kLongCurve ? kLongRelease : kRelease;
+    const double base = shape * range.mRange + range.mShortest;
+    return isUKOn ? base * kUKFactor : base;
 }
 
-// Coefficient of the single-speed follower per sample at the reference rate.
+// Coefficient of the slow follower per sample at the reference rate.
 double slowBase(int curve) {
-    return curve == kLongCurve ? 0.99998 : 0.9999;
+    return curve == kLongCurve ? kLongSlow : kSlow;
 }
 
-// A coefficient per sample at the reference rate, taken to the rate of `rateScale`.
+// A coefficient per sample at the reference rate, converted to the rate of `rateScale`.
 double scaled(double base, double rateScale) {
     return std::exp(std::log(base) * rateScale);
 }
@@ -74,7 +107,7 @@ double scaled(double base, double rateScale) {
 } // namespace
 
 float DemoGain_LevelDB(float normalized) {
-    return normalized * 40.0F - 20.0F;
+    return normalized * kLevelRangeDB + kLeastLevelDB;
 }
 
 float DemoGain_LevelLin(float dB) {
@@ -88,17 +121,17 @@ int DemoGain_CurveIndex(float ratio) {
 }
 
 SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& values, double sampleRate) {
-    const double rateScale = kReferenceRateHz / sampleRate;
+    const double rateScale = kDemoGain_ReferenceRateHz / sampleRate;
     const double attack = values.mAttack;
     const double release = values.mRelease;
     const double q = std::sqrt(std::sqrt(attack));
     const double x = 1.0 - (1.0 - release) * attack;
     const int curve = DemoGain_CurveIndex(values.mRatio);
-    const bool lengthened = values.mUK > 0.5F;
+    const bool isUKOn = values.mUK > 0.5F;
 
     SDemoGain_Dynamics result{};
     result.mAttackCoef = static_cast<float>(attackCoef(q, curve, rateScale));
-    result.mReleaseCoef = static_cast<float>(scaled(releaseBase(release, curve, lengthened), rateScale));
+    result.mReleaseCoef = static_cast<float>(scaled(releaseBase(release, curve, isUKOn), rateScale));
     result.mSlowCoef = static_cast<float>(scaled(slowBase(curve), rateScale));
     result.mThreshold = kThresholdDB;
     for (std::size_t i = 0; i < std::size(result.mCurve); ++i) {

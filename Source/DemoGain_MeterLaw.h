@@ -1,17 +1,20 @@
-/// What the gain reduction meters are given, and what they show.
+/// The scale of the gain-reduction meters: from dB to the tap, from the tap to the control.
 #ifndef VARNO_SOURCE_DEMOGAIN_METERLAW_H
 #define VARNO_SOURCE_DEMOGAIN_METERLAW_H
 
 namespace DemoGain {
 
-/// A reduction tap's value per dB of gain (negative): a reduction of 32 dB is 1.
-inline constexpr float kMeterPerDB = -0.03125F;
+/// Gain reduction at which a reduction tap reads 1.
+inline constexpr float kMeterRangeDB = 32.0F;
+/// Value of a reduction tap per dB of gain; gains are negative.
+inline constexpr float kMeterPerDB = -1.0F / kMeterRangeDB;
 
 } // namespace DemoGain
 
-/// What a reduction meter is set to when its tap reads `reduction` (1 is 32 dB): 1 without reduction, falling
-/// towards 0 and, at full reduction, slightly below. The polynomial spreads the small reductions, which
-/// matter most. Single precision in this very order. [any]
+/// The value of a reduction meter's control for a tap of `reduction`, 0 to 1: 1 without reduction, falling
+/// towards 0 and, at full reduction, slightly below. The polynomial, whose coefficients are fixed by
+/// definition, spreads the small reductions, which matter most. Single precision, in this order of
+/// operations. [any]
 constexpr float DemoGain_MeterValue(float reduction) {
     constexpr float kFirst = 2.1271815F;
     constexpr float kThird = 2.0384471F;

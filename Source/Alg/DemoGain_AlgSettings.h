@@ -1,4 +1,4 @@
-/// What a buffer's coefficients and switches come to, worked out once before its samples.
+/// The values that the stages use, computed from the context's fields once per buffer.
 #ifndef VARNO_SOURCE_ALG_DEMOGAIN_ALGSETTINGS_H
 #define VARNO_SOURCE_ALG_DEMOGAIN_ALGSETTINGS_H
 
@@ -8,26 +8,34 @@
 
 namespace DemoGain {
 
-/// Everything above this is on.
+/// A switch is on above this value of its field.
 inline constexpr float kSwitchThreshold = 0.5F;
-/// Largest magnitude of an input sample that is processed. What lies above, infinity and what is not a number
-/// count as silence, so that nothing downstream overflows.
+/// Largest magnitude of an input sample that is processed. Larger samples, infinity and not-a-number are
+/// replaced by silence, so that no later stage overflows.
 inline constexpr float kLargestInput = 1e30F;
-/// From the start of the knee to its top.
+
+/// Width of the knee in dB.
 inline constexpr float kKneeDB = 45.0F;
-/// 1 / kKneeDB, to eight digits.
-inline constexpr float kPerKnee = 0.022222223F;
-/// Reduction below the knee; keeps the reduction below zero everywhere.
+inline constexpr float kPerKnee = 1.0F / kKneeDB;
+/// Gain reduction below the knee in dB; keeps the gain below 0 dB everywhere.
 inline constexpr float kLeastReductionDB = 0.000001F;
+
+/// The drive is linear in the field "Hot", from kLeastDrive at 0 to 20 at 1.
+inline constexpr float kLeastDrive = 0.001F;
+inline constexpr float kDriveRange = 19.999F;
+/// Linear weight of the high band in the detector while the emphasis is on; the low band has 1.
+inline constexpr float kHighBandEmphasis = 2.5F;
+/// Added to the driven signal where the clip level is measured, while the harmonics switch is on.
+inline constexpr float kClipBias = 0.2F;
 
 /// The soft-knee curve from level to gain, both in dB.
 struct GainCurve {
-    float mThreshold; ///< Start of the knee.
-    float mTop;       ///< End of the knee.
-    float mC[4];      ///< Coefficients over u = t^2, t being 0 at the start and 1 at the top of the knee.
-    float mTopGain;   ///< Gain above the top.
+    float mThreshold; ///< Start of the knee, dB.
+    float mTop;       ///< End of the knee, dB.
+    float mC[4];      ///< Coefficients of u^0 to u^3; u = t^2, t runs from 0 to 1 across the knee.
+    float mTopGain;   ///< Gain above the knee, dB.
 
-    /// Gain within the knee.
+    /// Gain in dB within the knee, at a level in dB.
     float knee(float level) const {
         const float t = (level - mThreshold) * kPerKnee;
         const float u = t * t;
@@ -37,17 +45,17 @@ struct GainCurve {
 
 struct Settings {
     bool mBypass;
-    bool mHighPass; ///< The detector hears the high-passed input.
-    bool mLink;     ///< Both channels share one gain reduction.
-    float mGain;    ///< Input gain, linear.
-    float mVolume;  ///< Output volume, linear.
-    float mDrive;   ///< 0.001 to 20.
-    float mInvDrive;
-    float mBandGain; ///< Weight of the high band in the detector.
-    float mBias;     ///< Of the clip level.
-    float mDry;      ///< Share of the delayed input in the output.
-    float mWet;
-    float mAttack; ///< Follower coefficients per sample.
+    bool mHighPass;  ///< The detector input is high-passed.
+    bool mLink;      ///< Both channels share one gain reduction.
+    float mGain;     ///< Input gain, linear.
+    float mVolume;   ///< Output volume, linear.
+    float mDrive;    ///< Gain into the clipper, linear, 0.001 to 20.
+    float mInvDrive; ///< 1 / mDrive.
+    float mBandGain; ///< Weight of the high band in the detector, linear.
+    float mBias;     ///< Bias of the clip level.
+    float mDry;      ///< Share of the delayed input in the output, 0 to 1.
+    float mWet;      ///< 1 - mDry.
+    float mAttack;   ///< Coefficients of the followers, per sample.
     float mRelease;
     float mSlow;
     GainCurve mCurve;
@@ -62,10 +70,10 @@ inline Settings readSettings(const SDemoGain_Alg_Context& context) {
     settings.mLink = isOn(context.mLinkSw);
     settings.mGain = *context.mGainLin;
     settings.mVolume = *context.mVolumeLin;
-    settings.mDrive = *context.mHot * 19.999F + 0.001F;
+    settings.mDrive = *context.mHot * kDriveRange + kLeastDrive;
     settings.mInvDrive = 1.0F / settings.mDrive;
-    settings.mBandGain = isOn(context.mBand) ? 2.5F : 1.0F;
-    settings.mBias = isOn(context.mHarmSw) ? 0.2F : 0.0F;
+    settings.mBandGain = isOn(context.mBand) ? kHighBandEmphasis : 1.0F;
+    settings.mBias = isOn(context.mHarmSw) ? kClipBias : 0.0F;
     settings.mDry = *context.mMix;
     settings.mWet = 1.0F - settings.mDry;
     settings.mAttack = *context.mAttackCoef;

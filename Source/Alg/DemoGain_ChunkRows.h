@@ -1,4 +1,5 @@
-/// What the stages of the routine hand to each other while a buffer is processed.
+/// The sample buffers between the stages of the routine. A buffer of the host is processed in chunks of a few
+/// frames; a row holds one value for each sample of a chunk.
 #ifndef VARNO_SOURCE_ALG_DEMOGAIN_CHUNKROWS_H
 #define VARNO_SOURCE_ALG_DEMOGAIN_CHUNKROWS_H
 
@@ -8,8 +9,8 @@
 
 namespace DemoGain {
 
-/// Frames of a chunk. With fewer, vectors of mono samples are half empty; with more, short buffers pay more
-/// for filling the pipeline.
+/// Frames of a chunk. With fewer, vectors of mono samples are half empty; with more, filling the pipeline
+/// costs more in short buffers.
 inline constexpr std::size_t kChunkFrames = 8;
 /// Samples of a chunk.
 template<std::size_t kChannels>
@@ -18,18 +19,17 @@ inline constexpr std::size_t kRowSize = kChunkFrames* kChannels;
 /// Bytes that a row is aligned to: a cache line.
 inline constexpr std::size_t kRowAlignment = 64;
 
-/// One value per sample of a chunk, frame by frame: the samples of a frame stand side by side, left then
-/// right.
+/// One value per sample of a chunk, interleaved: the samples of a frame stand side by side, left then right.
 template<std::size_t kChannels>
 struct alignas(kRowAlignment) Row {
     float v[kRowSize<kChannels>];
 };
 
-/// Chunks that a ring holds: more than the pipeline is deep, and enough for the tail that the post sections
-/// need.
+/// Chunks that a ring holds: more than the pipeline has stages, and enough for the post sections, which read
+/// the last chunks of a buffer.
 inline constexpr std::size_t kRingChunks = 8;
 
-/// Rows of the last chunks. Chunk i is found until chunk i + kRingChunks takes its place.
+/// A ring buffer of the last chunks' rows. Chunk i is there until chunk i + kRingChunks overwrites it.
 template<std::size_t kChannels>
 class RowRing {
 public:
@@ -40,10 +40,10 @@ private:
     Row<kChannels> mRows[kRingChunks];
 };
 
-/// Frames before a chunk that its stages look back to.
-inline constexpr std::size_t kLateFrames = 2;
+/// Delay of the longest feed-forward sum, in frames.
+inline constexpr std::size_t kHistoryFrames = 2;
 
-/// A ring in which a chunk can also be read late.
+/// A ring buffer from which a chunk can also be read with a delay.
 template<std::size_t kChannels>
 class DelayRing {
 public:
@@ -51,12 +51,12 @@ public:
 
     float* operator[](std::size_t chunk) { return mSamples + kLead + place(chunk); }
     const float* operator[](std::size_t chunk) const { return mSamples + kLead + place(chunk); }
-    /// The chunk one frame late: its first frame is the last one of the chunk before. Not aligned.
-    const float* late(std::size_t chunk) const { return (*this)[chunk] - kChannels; }
-    /// The kLateFrames frames before the first chunk.
-    float* before() { return mSamples + kLead - kLateFrames * kChannels; }
-    /// To be called once the samples of `chunk` are complete: what follows the last place of the ring is its
-    /// first.
+    /// The chunk delayed by one frame: it begins with the last frame of the previous chunk. Not aligned.
+    const float* delayed(std::size_t chunk) const { return (*this)[chunk] - kChannels; }
+    /// The kHistoryFrames frames before the first chunk.
+    float* history() { return mSamples + kLead - kHistoryFrames * kChannels; }
+    /// To be called when the samples of `chunk` are complete: behind the last chunk of the ring follows the
+    /// first, which needs the end of the last as its history.
     void close(std::size_t chunk) {
         if (chunk % kRingChunks == kRingChunks - 1) {
             std::copy_n(std::end(mSamples) - kLead, kLead, mSamples);
@@ -70,31 +70,31 @@ private:
     alignas(kRowAlignment) float mSamples[kLead + kRingChunks * kRowSize<kChannels>];
 };
 
-/// The rows between the stages, in the order of the signal path. A row without a ring holds one chunk at a
-/// time: its reader runs before its writer comes to the next chunk.
+/// The rows between the stages, in the order of the signal path. A row without a ring holds one chunk: it is
+/// read before the next chunk is written to it.
 template<std::size_t kChannels>
 struct ChunkRows {
-    RowRing<kChannels> mRaw;     ///< Input as it came.
-    DelayRing<kChannels> mInput; ///< Input as it is processed.
-    /// Its last frames as the high-pass remembers them, at the end of the row.
-    Row<kChannels> mInputBefore{};
-    Row<kChannels> mHighPassFed; ///< What the high-pass takes of its input.
-    Row<kChannels> mHighPassed;
-    DelayRing<kChannels> mHeard; ///< What the detector hears: the input, high-passed or not.
-    Row<kChannels> mAllPassFed;  ///< What the all-pass takes of it.
-    Row<kChannels> mAllPassed;
-    Row<kChannels> mLevel;      ///< Level of the detector signal, linear, then in dB.
-    Row<kChannels> mGain;       ///< Gain that the curve asks for, dB.
-    Row<kChannels> mReduction;  ///< Gain reduction, dB.
-    Row<kChannels> mDriven;     ///< Delayed input after input gain, reduction and drive.
-    Row<kChannels> mClipTarget; ///< Clip gain that the level asks for.
-    Row<kChannels> mClipShare;  ///< What a recovering clip gain takes on of it with one sample.
-    Row<kChannels> mClipGain;
-    RowRing<kChannels> mClipped;
-    Row<kChannels> mShaped{};
-    Row<kChannels> mShapedSteps; ///< From each shaped sample to the next.
-    Row<kChannels> mBlocked;     ///< Without the constant part.
-    /// Per frame what the first channel's input and output add to their averages.
+    RowRing<kChannels> mRaw;     ///< The host's input.
+    DelayRing<kChannels> mInput; ///< The input, sanitised.
+    Row<kChannels>
+        mInputHistory{}; ///< Its last frames as the high-pass remembers them, at the end of the row.
+    Row<kChannels> mHighPassForward;  ///< Feed-forward sum of the high-pass.
+    Row<kChannels> mHighPassed;       ///< Output of the high-pass.
+    DelayRing<kChannels> mDetectorIn; ///< Detector input: the sanitised input, high-passed or not.
+    Row<kChannels> mAllPassForward;   ///< Feed-forward sum of the all-pass.
+    Row<kChannels> mAllPassed;        ///< Output of the all-pass.
+    Row<kChannels> mLevel;            ///< Level of the detector signal, linear, then in dB.
+    Row<kChannels> mGain;             ///< Output of the gain computer, dB.
+    Row<kChannels> mReduction;        ///< Gain reduction, dB.
+    Row<kChannels> mDriven;           ///< Delayed input after input gain, gain reduction and drive.
+    Row<kChannels> mClipTarget;       ///< Clip target: the clip gain that the level calls for.
+    Row<kChannels> mClipTargetTerm;   ///< The target's term in the recovery of the clip gain.
+    Row<kChannels> mClipGain;         ///< Smoothed clip gain, linear.
+    RowRing<kChannels> mClipped;      ///< The driven signal after the clip gain.
+    Row<kChannels> mShaped{};         ///< Output of the waveshaper.
+    Row<kChannels> mShapedDifference; ///< Each shaped sample less the one before it.
+    Row<kChannels> mDcBlocked;        ///< Output of the DC blocker.
+    /// Per frame the terms that the first channel's input and output add to the level averages.
     alignas(kRowAlignment) float mLevels[2 * kChunkFrames];
 };
 

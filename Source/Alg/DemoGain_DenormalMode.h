@@ -10,8 +10,8 @@
 #error "The floating-point mode of this processor is not known here."
 #endif
 
-/// A thread's floating-point mode: how it rounds, which exceptions trap, how it treats denormals, and which
-/// exceptions have been noted.
+/// A thread's floating-point mode: rounding, exceptions that trap, treatment of denormals, and the exceptions
+/// that have been raised.
 struct SDemoGain_FloatMode {
     uint64_t mControl; ///< MXCSR, or FPCR.
     uint64_t mStatus;  ///< FPSR; 0 where the control register holds the status too.
@@ -59,10 +59,10 @@ inline void DemoGain_WriteFloatMode(const SDemoGain_FloatMode& mode) {
 
 #endif
 
-/// While it lives, the calling thread computes in the audio mode, in which silence costs no more than signal
-/// and nothing traps; then again in the mode it had, to the last bit of the register. What is to be computed
-/// in the audio mode must stand in a function that is not inlined: compilers move arithmetic across changes
-/// of mode. [any]
+/// While it exists, the calling thread computes in the audio mode, in which silence takes no longer than
+/// signal and nothing traps; the destructor restores the caller's mode to the last bit of the register.
+/// Arithmetic for the audio mode must be in a function that is not inlined: compilers move arithmetic across
+/// changes of mode. [any]
 class DemoGain_DenormalMode {
 public:
     DemoGain_DenormalMode()

@@ -1,4 +1,4 @@
-// The detector branch: from input samples to the gain reduction in dB, stage by stage, a chunk at a time.
+// The detector: from input samples to the gain reduction in dB, stage by stage, a chunk at a time.
 #if defined(DEMOGAIN_DETECTORSTAGES_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef DEMOGAIN_DETECTORSTAGES_INL_H
 #undef DEMOGAIN_DETECTORSTAGES_INL_H
@@ -8,8 +8,8 @@
 
 #include "Alg/DemoGain_AlgSettings.h"
 #include "Alg/DemoGain_ChunkRows.h"
+#include "Alg/DemoGain_Conversions-inl.h"
 #include "Alg/DemoGain_Recursion-inl.h"
-#include "Alg/DemoGain_VectorConversions-inl.h"
 #include "DemoGain_Alg.h"
 
 #include <hwy/highway.h>
@@ -21,24 +21,24 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Replaces samples that cannot be processed by silence, and works out what the high-pass takes of the rest.
+// Replaces samples that cannot be processed by silence, and computes the feed-forward sum of the high-pass.
 template<std::size_t kChannels>
-HWY_INLINE void admitInput(const SDemoGain_DetectorSection& highPass, std::size_t chunk,
-                           ChunkRows<kChannels>& rows) {
+HWY_INLINE void sanitiseInput(const SDemoGain_DetectorSection& highPass, std::size_t chunk,
+                              ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
     const auto largest = hn::Set(d, kLargestInput);
     const auto b0 = hn::Set(d, highPass.b0);
     const auto b1 = hn::Set(d, highPass.b1);
     const float* raw = rows.mRaw[chunk];
     float* input = rows.mInput[chunk];
-    float* lastBefore = rows.mInputBefore.v + kRowSize<kChannels> - hn::Lanes(d);
+    float* lastBefore = rows.mInputHistory.v + kRowSize<kChannels> - hn::Lanes(d);
     auto before = hn::Load(d, lastBefore);
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
         const auto sample = hn::Load(d, raw + i);
         const auto x = hn::IfThenElseZero(hn::Le(hn::Abs(sample), largest), sample);
         hn::Store(x, d, input + i);
-        const auto fed = hn::Add(hn::Mul(b0, x), hn::Mul(b1, late<kChannels, 1>(d, x, before)));
-        hn::Store(fed, d, rows.mHighPassFed.v + i);
+        const auto sum = hn::Add(hn::Mul(b0, x), hn::Mul(b1, delayed<kChannels, 1>(d, x, before)));
+        hn::Store(sum, d, rows.mHighPassForward.v + i);
         before = x;
     }
     hn::Store(before, d, lastBefore);
@@ -57,8 +57,8 @@ public:
     static Row<kChannels>& output(ChunkRows<kChannels>& rows) { return rows.mHighPassed; }
 
     HWY_INLINE hn::Vec<Frame<kChannels>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        const auto fed = frameOf<kChannels>(rows.mHighPassFed.v, frame);
-        mY1 = hn::Mul(hn::Sub(fed, hn::Mul(mA1, mY1)), mGain);
+        const auto forward = frameOf<kChannels>(rows.mHighPassForward.v, frame);
+        mY1 = hn::Mul(hn::Sub(forward, hn::Mul(mA1, mY1)), mGain);
         return mY1;
     }
 
@@ -76,25 +76,26 @@ private:
     hn::Vec<Frame<kChannels>> mY1;
 };
 
-// Chooses what the detector hears, and works out what the all-pass takes of it.
+// Selects the detector input, and computes the feed-forward sum of the all-pass.
 template<std::size_t kChannels>
-HWY_INLINE void feedAllPass(const Settings& settings, const SDemoGain_DetectorSection& allPass,
-                            std::size_t chunk, ChunkRows<kChannels>& rows) {
+HWY_INLINE void selectDetectorInput(const Settings& settings, const SDemoGain_DetectorSection& allPass,
+                                    std::size_t chunk, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
     const auto b0 = hn::Set(d, allPass.b0);
     const auto b1 = hn::Set(d, allPass.b1);
     const auto b2 = hn::Set(d, allPass.b2);
-    float* const heard = rows.mHeard[chunk];
-    auto before = hn::Load(d, heard - hn::Lanes(d));
+    float* const input = rows.mDetectorIn[chunk];
+    auto before = hn::Load(d, input - hn::Lanes(d));
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
         const auto x = settings.mHighPass ? loadBlocks<kChannels>(d, rows.mHighPassed.v + i)
                                           : hn::Load(d, rows.mInput[chunk] + i);
-        hn::Store(x, d, heard + i);
-        const auto fed = hn::Add(hn::Mul(b0, x), hn::Mul(b1, late<kChannels, 1>(d, x, before)));
-        hn::Store(hn::Add(fed, hn::Mul(b2, late<kChannels, 2>(d, x, before))), d, rows.mAllPassFed.v + i);
+        hn::Store(x, d, input + i);
+        const auto sum = hn::Add(hn::Mul(b0, x), hn::Mul(b1, delayed<kChannels, 1>(d, x, before)));
+        hn::Store(hn::Add(sum, hn::Mul(b2, delayed<kChannels, 2>(d, x, before))), d,
+                  rows.mAllPassForward.v + i);
         before = x;
     }
-    rows.mHeard.close(chunk);
+    rows.mDetectorIn.close(chunk);
 }
 
 // Second-order all-pass at 7 kHz: y = (b0*x + b1*x1 + b2*x2 - a1*y1 - a2*y2) * gain.
@@ -111,8 +112,8 @@ public:
     static Row<kChannels>& output(ChunkRows<kChannels>& rows) { return rows.mAllPassed; }
 
     HWY_INLINE hn::Vec<Frame<kChannels>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        const auto fed = frameOf<kChannels>(rows.mAllPassFed.v, frame);
-        const auto y = hn::Mul(hn::Sub(hn::Sub(fed, hn::Mul(mA1, mY1)), hn::Mul(mA2, mY2)), mGain);
+        const auto forward = frameOf<kChannels>(rows.mAllPassForward.v, frame);
+        const auto y = hn::Mul(hn::Sub(hn::Sub(forward, hn::Mul(mA1, mY1)), hn::Mul(mA2, mY2)), mGain);
         mY2 = mY1;
         mY1 = y;
         return y;
@@ -142,15 +143,15 @@ private:
     hn::Vec<Frame<kChannels>> mY2;
 };
 
-// Detector signal. Weights what lies above 7 kHz: the all-passed signal `a` added to `x` leaves the low
-// band, taken from it the high band. Scales to the input gain.
+// Detector signal: the band above 7 kHz is weighted, then the input gain applied. The sum of the detector
+// input `x` and the all-passed signal `a` is twice the low band, their difference twice the high band.
 template<class D>
-HWY_INLINE hn::Vec<D> weightBands(D d, const Settings& settings, hn::Vec<D> x, hn::Vec<D> a) {
+HWY_INLINE hn::Vec<D> emphasiseBand(D d, const Settings& settings, hn::Vec<D> x, hn::Vec<D> a) {
     const auto high = hn::Mul(hn::Sub(x, a), hn::Set(d, settings.mBandGain));
     return hn::Mul(hn::Mul(hn::Add(high, hn::Add(x, a)), hn::Set(d, 0.5F)), hn::Set(d, settings.mGain));
 }
 
-// Gain, in dB, that the curve asks for at a level in dB.
+// Gain computer: the gain in dB at a level in dB.
 template<class D>
 HWY_INLINE hn::Vec<D> curveGain(D d, const GainCurve& curve, hn::Vec<D> level) {
     const auto threshold = hn::Set(d, curve.mThreshold);
@@ -165,14 +166,14 @@ HWY_INLINE hn::Vec<D> curveGain(D d, const GainCurve& curve, hn::Vec<D> level) {
     return hn::IfThenElse(hn::Gt(level, hn::Set(d, curve.mTop)), hn::Set(d, curve.mTopGain), bent);
 }
 
-// Level of what the detector hears, linear.
+// Level of the detector signal, linear.
 template<std::size_t kChannels>
 HWY_INLINE void measureLevel(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
-    const float* heard = rows.mHeard[chunk];
+    const float* input = rows.mDetectorIn[chunk];
     for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
-        const auto detector =
-            weightBands(d, settings, hn::Load(d, heard + i), loadBlocks<kChannels>(d, rows.mAllPassed.v + i));
+        const auto detector = emphasiseBand(d, settings, hn::Load(d, input + i),
+                                            loadBlocks<kChannels>(d, rows.mAllPassed.v + i));
         hn::Store(Level(d, detector), d, rows.mLevel.v + i);
     }
 }
@@ -186,7 +187,7 @@ HWY_INLINE void convertLevel(ChunkRows<kChannels>& rows) {
     }
 }
 
-// From the level to the gain that the curve asks for.
+// From the level to the output of the gain computer.
 template<std::size_t kChannels>
 HWY_INLINE void computeGain(const Settings& settings, ChunkRows<kChannels>& rows) {
     const Samples<kChannels> d;
@@ -195,16 +196,17 @@ HWY_INLINE void computeGain(const Settings& settings, ChunkRows<kChannels>& rows
     }
 }
 
-// Both followers: the one with attack and release in the lower half of a vector, the single-speed one in the
-// upper. Their sum is the gain reduction in dB.
+// Both gain-reduction followers: the one with attack and release in the lower half of a vector, the slow one,
+// which has one coefficient for both directions, in the upper half. Their sum is the gain reduction in dB.
+// Attack is where the gain lies below the envelope: the reduction grows.
 template<std::size_t kChannels>
 class Followers {
 public:
     Followers(const Settings& settings, const SDemoGain_Alg_State& state)
-        : mDeepening(join(hn::Set(Frame<kChannels>(), settings.mAttack),
-                          hn::Set(Frame<kChannels>(), settings.mSlow))),
-          mReceding(join(hn::Set(Frame<kChannels>(), settings.mRelease),
-                         hn::Set(Frame<kChannels>(), settings.mSlow))),
+        : mAttackCoefs(join(hn::Set(Frame<kChannels>(), settings.mAttack),
+                            hn::Set(Frame<kChannels>(), settings.mSlow))),
+          mReleaseCoefs(join(hn::Set(Frame<kChannels>(), settings.mRelease),
+                             hn::Set(Frame<kChannels>(), settings.mSlow))),
           mEnvelopes(join(loadFrame<kChannels>(state.mFollowers,
                                                [](const auto& followers) { return followers.mGrEnvAR; }),
                           loadFrame<kChannels>(state.mFollowers,
@@ -217,7 +219,7 @@ public:
         const Frame<kChannels> d;
         const auto one = frameOf<kChannels>(rows.mGain.v, frame);
         const auto gain = join(one, one);
-        const auto coef = hn::IfThenElse(hn::Lt(gain, mEnvelopes), mDeepening, mReceding);
+        const auto coef = hn::IfThenElse(hn::Lt(gain, mEnvelopes), mAttackCoefs, mReleaseCoefs);
         mEnvelopes = hn::Add(hn::Mul(hn::Sub(mEnvelopes, gain), coef), gain);
         return hn::Add(hn::LowerHalf(d, mEnvelopes), hn::UpperHalf(d, mEnvelopes));
     }
@@ -237,8 +239,8 @@ private:
         return hn::Combine(Both(), upper, lower);
     }
 
-    hn::Vec<Both> mDeepening;
-    hn::Vec<Both> mReceding;
+    hn::Vec<Both> mAttackCoefs;
+    hn::Vec<Both> mReleaseCoefs;
     hn::Vec<Both> mEnvelopes;
 };
 

@@ -1,5 +1,5 @@
-// The meter taps of one instance while a buffer is processed. Taps are raised, never lowered; lowering is the
-// host's.
+// The meter taps of one instance while a buffer is processed. The routine raises a tap and never lowers it;
+// the host lowers it.
 #if defined(DEMOGAIN_METERTAPS_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef DEMOGAIN_METERTAPS_INL_H
 #undef DEMOGAIN_METERTAPS_INL_H
@@ -22,12 +22,12 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// The level averages are one-pole means of absolute samples: what a sample leaves of the average, and what it
-// adds of its own.
-inline constexpr float kAverageKeep = 0.99983F;
-inline constexpr float kAverageAdd = 0.00016999245F;
+// The level averages are one-pole means of absolute samples at every sample rate: coefficient of the old
+// average (fixed by definition; a time constant of 0.12 s at 48 kHz) and weight of a sample.
+inline constexpr float kAverageCoef = 0.99983F;
+inline constexpr float kAverageWeight = 1.0F - kAverageCoef;
 
-// Stands for a tap that the host left non-finite: lower than everything.
+// Stands for a tap that the host left non-finite: any value raises it.
 inline constexpr float kNeverRaised = -FLT_MAX;
 
 // A tap's value as the routine compares with it.
@@ -40,7 +40,7 @@ inline float storedTap(float tap) {
     return tap == kNeverRaised ? 0.0F : tap;
 }
 
-// The larger of a tap and a value; of the tap and a value that is not finite, the tap.
+// A tap after a value: the larger of the two, or the tap where the value is not finite.
 template<class V>
 HWY_INLINE V raised(V tap, V value) {
     const hn::DFromV<V> d;
@@ -59,7 +59,7 @@ public:
         mHighest = raised(mHighest, hn::Mul(reductionDB, hn::Set(mD, kMeterPerDB)));
     }
 
-    // The right tap shows what the left one shows, in stereo too; intended.
+    // The right tap shows the left channel's reduction, in stereo too; intended.
     void store(float* taps) const {
         HWY_ALIGN float highest[kRowSize<kChannels>];
         hn::Store(mHighest, mD, highest);
@@ -76,30 +76,30 @@ private:
     hn::Vec<Samples<kChannels>> mHighest;
 };
 
-// Writes what the samples of the first channel add to the averages: per frame that of the input, then that
-// of the output before volume.
+// Writes the terms that the first channel adds to the averages: per frame that of the input, then that of the
+// output before volume.
 template<std::size_t kChannels, class D>
 HWY_INLINE void storeLevels(D d, hn::Vec<D> input, hn::Vec<D> sum, float* levels) {
-    const auto add = hn::Set(d, kAverageAdd);
+    const auto weight = hn::Set(d, kAverageWeight);
     if constexpr (kChannels == 2) {
-        hn::Store(hn::Mul(hn::Abs(hn::OddEven(hn::DupEven(sum), input)), add), d, levels);
+        hn::Store(hn::Mul(hn::Abs(hn::OddEven(hn::DupEven(sum), input)), weight), d, levels);
     } else {
-        hn::StoreInterleaved2(hn::Mul(hn::Abs(input), add), hn::Mul(hn::Abs(sum), add), d, levels);
+        hn::StoreInterleaved2(hn::Mul(hn::Abs(input), weight), hn::Mul(hn::Abs(sum), weight), d, levels);
     }
 }
 
-// The averages of absolute input and output and their taps, side by side in one vector.
+// The level averages of input and output and their taps, side by side in one vector.
 class LevelTaps {
 public:
     LevelTaps(const SDemoGain_Alg_State& state, const float* taps)
-        : mKeep(hn::Set(Pair(), kAverageKeep)),
+        : mCoef(hn::Set(Pair(), kAverageCoef)),
           mAverages(pair(state.mInAvg, state.mOutAvg)),
           mBefore(pair(loadTap(taps[eMeterTap_Input]), loadTap(taps[eMeterTap_Output]))),
           mHighest(mBefore) {}
 
     template<std::size_t kChannels>
     HWY_INLINE hn::Vec<hn::FixedTag<float, 2>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        mAverages = hn::Add(hn::Mul(mAverages, mKeep), frameOf<2>(rows.mLevels, frame));
+        mAverages = hn::Add(hn::Mul(mAverages, mCoef), frameOf<2>(rows.mLevels, frame));
         mHighest = hn::Max(mAverages, mHighest);
         return mAverages;
     }
@@ -124,9 +124,9 @@ private:
         return hn::LoadU(Pair(), values);
     }
 
-    hn::Vec<Pair> mKeep;
+    hn::Vec<Pair> mCoef;
     hn::Vec<Pair> mAverages;
-    hn::Vec<Pair> mBefore; // The taps as the buffer found them.
+    hn::Vec<Pair> mBefore; // The taps at the start of the buffer.
     hn::Vec<Pair> mHighest;
 };
 

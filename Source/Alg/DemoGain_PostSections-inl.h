@@ -1,4 +1,6 @@
-// The states of the post sections at the end of a buffer.
+// The post sections. No output depends on them, only their state at the end of a buffer is wanted. Their
+// responses decay within a few dozen frames, so this state is a weighted sum of the last samples and, in
+// short buffers, of the state before.
 #if defined(DEMOGAIN_POSTSECTIONS_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef DEMOGAIN_POSTSECTIONS_INL_H
 #undef DEMOGAIN_POSTSECTIONS_INL_H
@@ -7,13 +9,14 @@
 #endif
 
 #include "Alg/DemoGain_ChunkRows.h"
-#include "Alg/DemoGain_PostResponses.h"
 #include "Alg/DemoGain_Recursion-inl.h"
+#include "Alg/DemoGain_State.h"
 #include "DemoGain_Alg.h"
 
 #include <hwy/highway.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 HWY_BEFORE_NAMESPACE();
@@ -21,33 +24,100 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+// Chunks at the end of a buffer that the state is computed from. The slowest pole of the two sections lies at
+// 0.665: after 49 frames, the fewest that these chunks hold, a response is below 1e-8.
+inline constexpr std::size_t kPostChunks = kRingChunks - 1;
+inline constexpr std::size_t kPostFrames = kPostChunks * kChunkFrames;
+
+// State words of both sections.
+enum EPostWord { eAx1, eAx2, eAy1, eAy2, eBx1, eBx2, eBy1, eBy2, ePostWords };
+using PostWords = std::array<double, ePostWords>;
+
+// The state one frame after `s`, with the input `x`.
+constexpr PostWords stepPostSections(const PostWords& s, double x) {
+    const auto run = [](const SDemoGain_PostSection& c, double in, double x1, double x2, double y1,
+                        double y2) {
+        return (double{c.b0} * in + double{c.b1} * x1 + double{c.b2} * x2 - double{c.a1} * y1 -
+                double{c.a2} * y2) *
+               double{c.g};
+    };
+    const double a = run(kDemoGain_PostA, x, s[eAx1], s[eAx2], s[eAy1], s[eAy2]);
+    const double b = run(kDemoGain_PostB, a, s[eBx1], s[eBx2], s[eBy1], s[eBy2]);
+    return {x, s[eAx1], a, s[eAy1], a, s[eBx1], b, s[eBy1]};
+}
+
+// Zero-input responses: the outputs of A and B after some frames of silence, by number of frames and by the
+// state word that was 1 before them.
+struct PostZeroInputResponse {
+    float mA[kPostFrames + 1][ePostWords];
+    float mB[kPostFrames + 1][ePostWords];
+};
+
+inline constexpr PostZeroInputResponse kPostZeroInput = [] {
+    PostZeroInputResponse decay{};
+    for (std::size_t word = 0; word < ePostWords; ++word) {
+        PostWords state{};
+        state[word] = 1.0;
+        for (std::size_t frame = 0; frame <= kPostFrames; ++frame) {
+            decay.mA[frame][word] = static_cast<float>(state[eAy1]);
+            decay.mB[frame][word] = static_cast<float>(state[eBy1]);
+            state = stepPostSections(state, 0.0);
+        }
+    }
+    return decay;
+}();
+
+// Impulse responses of A and of A and B in series, reversed in time, with each value once per channel so that
+// they lie like the samples of rows. Entry kPostFrames - 1 is the response to the last frame; zeros follow.
+template<std::size_t kChannels>
+struct PostImpulseResponse {
+    static constexpr std::size_t kFrames = kPostFrames + kChunkFrames;
+    alignas(kRowAlignment) float mA[kFrames * kChannels];
+    alignas(kRowAlignment) float mB[kFrames * kChannels];
+};
+
+template<std::size_t kChannels>
+inline constexpr PostImpulseResponse<kChannels> kPostImpulse = [] {
+    PostImpulseResponse<kChannels> impulse{};
+    PostWords state = stepPostSections({}, 1.0);
+    for (std::size_t age = 0; age < kPostFrames; ++age) {
+        const std::size_t first = (kPostFrames - 1 - age) * kChannels;
+        for (std::size_t i = first; i < first + kChannels; ++i) {
+            impulse.mA[i] = static_cast<float>(state[eAy1]);
+            impulse.mB[i] = static_cast<float>(state[eBy1]);
+        }
+        state = stepPostSections(state, 0.0);
+    }
+    return impulse;
+}();
+
 // Sum of the frames that a vector holds.
 template<std::size_t kChannels, class D>
-HWY_INLINE hn::Vec<Frame<kChannels>> sumOfFrames(D /*d*/, hn::Vec<D> frames) {
+HWY_INLINE hn::Vec<Frame<kChannels>> sumOverFrames(D /*d*/, hn::Vec<D> frames) {
     if constexpr (hn::MaxLanes(D()) == kChannels) {
         return frames;
     } else {
         const hn::Half<D> half;
-        return sumOfFrames<kChannels>(half,
-                                      hn::Add(hn::LowerHalf(half, frames), hn::UpperHalf(half, frames)));
+        return sumOverFrames<kChannels>(half,
+                                        hn::Add(hn::LowerHalf(half, frames), hn::UpperHalf(half, frames)));
     }
 }
 
-// The last two outputs of both sections: 0 is the last one.
+// The last two outputs of both sections; index 0 is the last one.
 template<std::size_t kChannels>
 struct PostOutputs {
     float mA[2][kChannels];
     float mB[2][kChannels];
 };
 
-// What the last chunks of a buffer of `frames` frames make of the outputs.
+// Zero-state response: the outputs at the end of a buffer of `frames` frames, had the state before been 0.
 template<std::size_t kChannels>
-HWY_INLINE PostOutputs<kChannels> answerToInput(const RowRing<kChannels>& clipped, std::size_t frames) {
+HWY_INLINE PostOutputs<kChannels> zeroStateResponse(const RowRing<kChannels>& clipped, std::size_t frames) {
     const Samples<kChannels> d;
-    const PostWeights<kChannels>& weights = kPostWeights<kChannels>;
+    const PostImpulseResponse<kChannels>& impulse = kPostImpulse<kChannels>;
     const std::size_t chunks = (frames + kChunkFrames - 1) / kChunkFrames;
     const std::size_t first = chunks - std::min(chunks, kPostChunks);
-    // The last frame of the buffer meets the last weight, wherever in its chunk it stands.
+    // The last frame of the buffer is weighted with entry kPostFrames - 1, wherever in its chunk it is.
     const std::size_t shift = kPostFrames - (frames - first * kChunkFrames);
     auto a1 = hn::Zero(d);
     auto a2 = hn::Zero(d);
@@ -58,44 +128,44 @@ HWY_INLINE PostOutputs<kChannels> answerToInput(const RowRing<kChannels>& clippe
         const std::size_t start = (shift + (chunk - first) * kChunkFrames) * kChannels;
         for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
             const auto y = hn::Load(d, row + i);
-            const float* a = weights.mA + start + i;
-            const float* b = weights.mB + start + i;
+            const float* a = impulse.mA + start + i;
+            const float* b = impulse.mB + start + i;
             a1 = hn::Add(a1, hn::Mul(y, hn::LoadU(d, a)));
             b1 = hn::Add(b1, hn::Mul(y, hn::LoadU(d, b)));
-            // One frame earlier a sample was one frame younger.
+            // The output one frame earlier: the response is shifted by a frame.
             a2 = hn::Add(a2, hn::Mul(y, hn::LoadU(d, a + kChannels)));
             b2 = hn::Add(b2, hn::Mul(y, hn::LoadU(d, b + kChannels)));
         }
     }
     PostOutputs<kChannels> outputs;
     const Frame<kChannels> frame;
-    hn::StoreU(sumOfFrames<kChannels>(d, a1), frame, outputs.mA[0]);
-    hn::StoreU(sumOfFrames<kChannels>(d, a2), frame, outputs.mA[1]);
-    hn::StoreU(sumOfFrames<kChannels>(d, b1), frame, outputs.mB[0]);
-    hn::StoreU(sumOfFrames<kChannels>(d, b2), frame, outputs.mB[1]);
+    hn::StoreU(sumOverFrames<kChannels>(d, a1), frame, outputs.mA[0]);
+    hn::StoreU(sumOverFrames<kChannels>(d, a2), frame, outputs.mA[1]);
+    hn::StoreU(sumOverFrames<kChannels>(d, b1), frame, outputs.mB[0]);
+    hn::StoreU(sumOverFrames<kChannels>(d, b2), frame, outputs.mB[1]);
     return outputs;
 }
 
-// Adds what a short buffer leaves of the state before it: less than a buffer of more than kPostFrames frames
-// leaves is far below what counts.
-inline void addDecay(const SDemoGain_PostStates& before, std::size_t frames, float (&ioA)[2],
-                     float (&ioB)[2]) {
+// Adds the zero-input response of a buffer of kPostFrames frames or fewer. Of longer buffers it is
+// negligible.
+inline void addZeroInputResponse(const SDemoGain_PostStates& before, std::size_t frames, float (&ioA)[2],
+                                 float (&ioB)[2]) {
     const float words[ePostWords] = {before.mA.x1, before.mA.x2, before.mA.y1, before.mA.y2,
                                      before.mB.x1, before.mB.x2, before.mB.y1, before.mB.y2};
     for (std::size_t age = 0; age < 2; ++age) {
         for (std::size_t word = 0; word < ePostWords; ++word) {
-            ioA[age] += kPostDecay.mA[frames - age][word] * words[word];
-            ioB[age] += kPostDecay.mB[frames - age][word] * words[word];
+            ioA[age] += kPostZeroInput.mA[frames - age][word] * words[word];
+            ioB[age] += kPostZeroInput.mB[frames - age][word] * words[word];
         }
     }
 }
 
-// Takes the states of the post sections over a buffer of `frames` frames whose clipped samples end in the
-// ring.
+// Advances the states of the post sections over a buffer of `frames` frames, whose last clipped samples are
+// in the ring.
 template<std::size_t kChannels>
 HWY_INLINE void advancePostSections(const RowRing<kChannels>& clipped, std::size_t frames,
                                     SDemoGain_PostStates (&ioStates)[2]) {
-    const PostOutputs<kChannels> outputs = answerToInput(clipped, frames);
+    const PostOutputs<kChannels> outputs = zeroStateResponse(clipped, frames);
     const auto sample = [&](std::size_t frame, std::size_t channel) {
         return clipped[frame / kChunkFrames][frame % kChunkFrames * kChannels + channel];
     };
@@ -104,7 +174,7 @@ HWY_INLINE void advancePostSections(const RowRing<kChannels>& clipped, std::size
         float a[2] = {outputs.mA[0][channel], outputs.mA[1][channel]};
         float b[2] = {outputs.mB[0][channel], outputs.mB[1][channel]};
         if (frames <= kPostFrames) {
-            addDecay(state, frames, a, b);
+            addZeroInputResponse(state, frames, a, b);
         }
         const float x2 = frames > 1 ? sample(frames - 2, channel) : state.mA.x1;
         state.mA = {sample(frames - 1, channel), x2, a[0], a[1]};

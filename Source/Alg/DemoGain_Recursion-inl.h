@@ -1,5 +1,5 @@
-// What the recursive stages share: they go through a chunk frame by frame, with all samples of a frame in one
-// vector.
+// What the recursive parts of the stages share: they process a chunk frame by frame, with all samples of a
+// frame in one vector.
 #if defined(DEMOGAIN_RECURSION_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef DEMOGAIN_RECURSION_INL_H
 #undef DEMOGAIN_RECURSION_INL_H
@@ -18,8 +18,9 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Samples of a vector over time at most. A stereo row then takes two vectors or more, whose long chains of
-// dependent operations hide each other; one vector of 16 samples was slower than two of 8.
+// Most samples of a vector that runs over time. A stereo row then takes two vectors or more, and the
+// processor overlaps their long chains of dependent operations; one vector of 16 samples was slower than two
+// of 8.
 inline constexpr std::size_t kMostSamples = 8;
 // A vector over time: as many samples of a row as fit.
 template<std::size_t kChannels>
@@ -28,7 +29,7 @@ using Samples = hn::CappedTag<float, kMostSamples>;
 template<std::size_t kChannels>
 using Frame = hn::FixedTag<float, kChannels>;
 
-// One value of each channel's part of the state.
+// Loads one value of each channel's part of the state.
 template<std::size_t kChannels, class Part, class Word>
 HWY_INLINE hn::Vec<Frame<kChannels>> loadFrame(const Part (&channels)[2], Word word) {
     float values[kChannels];
@@ -38,7 +39,7 @@ HWY_INLINE hn::Vec<Frame<kChannels>> loadFrame(const Part (&channels)[2], Word w
     return hn::LoadU(Frame<kChannels>(), values);
 }
 
-// The same way back.
+// Stores one value to each channel's part of the state.
 template<std::size_t kChannels, class Part, class Word>
 HWY_INLINE void storeFrame(hn::Vec<Frame<kChannels>> frame, Part (&channels)[2], Word word) {
     float values[kChannels];
@@ -48,13 +49,13 @@ HWY_INLINE void storeFrame(hn::Vec<Frame<kChannels>> frame, Part (&channels)[2],
     }
 }
 
-// Frames that a recursion is taken through at a time, and their samples.
+// Frames that a recursion is run over at a time, and their samples.
 inline constexpr std::size_t kBlockFrames = 2;
 template<std::size_t kChannels>
 using Block = hn::FixedTag<float, kBlockFrames * kChannels>;
 
-// Samples of a row that a recursion wrote. Blocks were stored, and a load that spans several stores of late
-// would wait until they have left the processor: so blocks are loaded.
+// Loads samples of a row that a recursion wrote. A load that spans several recent stores has to wait until
+// they have reached the cache. Recursions store blocks, so blocks are loaded.
 template<std::size_t kChannels, class D>
 HWY_INLINE hn::Vec<D> loadBlocks(D d, const float* samples) {
     if constexpr (hn::MaxLanes(D()) == kBlockFrames * kChannels) {
@@ -72,25 +73,25 @@ HWY_INLINE hn::Vec<Frame<kChannels>> frameOf(const float* row, std::size_t frame
     return hn::LoadU(Frame<kChannels>(), row + frame * kChannels);
 }
 
-// The samples `now` of a row one or two frames late; `before` came before them.
+// The samples `now` of a row, delayed by one or two frames; `before` are the samples before them.
 template<std::size_t kChannels, std::size_t kFrames, class D>
-HWY_INLINE hn::Vec<D> late(D d, hn::Vec<D> now, hn::Vec<D> before) {
+HWY_INLINE hn::Vec<D> delayed(D d, hn::Vec<D> now, hn::Vec<D> before) {
     constexpr std::size_t kBlockLanes = 4;
     constexpr std::size_t kLanes = hn::MaxLanes(D());
     constexpr std::size_t kShift = kFrames * kChannels;
     static_assert(kShift <= kBlockLanes && kLanes <= 2 * kBlockLanes);
-    auto blockLate = before;
+    auto blockDelayed = before;
     if constexpr (kLanes > kBlockLanes) {
-        blockLate = hn::ConcatLowerUpper(d, now, before);
+        blockDelayed = hn::ConcatLowerUpper(d, now, before);
     }
     if constexpr (kShift == kBlockLanes) {
-        return blockLate;
+        return blockDelayed;
     } else {
-        return hn::CombineShiftRightBytes<(kBlockLanes - kShift) * sizeof(float)>(d, now, blockLate);
+        return hn::CombineShiftRightBytes<(kBlockLanes - kShift) * sizeof(float)>(d, now, blockDelayed);
     }
 }
 
-// The next frames of a recursion, one after the other, in one vector.
+// Runs a recursion over the frames of one vector, one after the other.
 template<std::size_t kChannels, class D, class Recursion>
 HWY_INLINE hn::Vec<D> stepThroughVector(D d, Recursion& ioRecursion, const ChunkRows<kChannels>& rows,
                                         std::size_t frame) {
@@ -104,7 +105,7 @@ HWY_INLINE hn::Vec<D> stepThroughVector(D d, Recursion& ioRecursion, const Chunk
     }
 }
 
-// Takes a recursion through a block of frames.
+// Runs a recursion over a block of frames.
 template<std::size_t kChannels, class Recursion>
 HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kChannels>& rows, std::size_t frame) {
     if constexpr (requires { Recursion::output(rows); }) {
@@ -118,8 +119,8 @@ HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kChannels>& r
     }
 }
 
-// Takes a recursion through fewer frames than a chunk has. The frames after these repeat the last one, so
-// that no stage meets anything new in them.
+// Runs a recursion over fewer frames than a chunk has. The rest of its output row repeats the last frame, so
+// that later stages process values that they have seen.
 template<std::size_t kChannels, class Recursion>
 HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kChannels>& rows, std::size_t frames) {
     auto last = ioRecursion.step(rows, 0);
@@ -131,7 +132,7 @@ HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kChannels>& ro
     }
 }
 
-// Takes a recursion through the first `frames` frames of a chunk, 1 at least.
+// Runs a recursion over the first `frames` frames of a chunk, 1 at least.
 template<std::size_t kChannels, class Recursion>
 HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kChannels>& rows, std::size_t frames) {
     Recursion recursion = ioRecursion;
@@ -145,8 +146,8 @@ HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kChannels>& rows, 
     ioRecursion = recursion;
 }
 
-// Takes several recursions through a chunk at the same time, each through its own: while one waits for its
-// last result, the others work.
+// Runs several recursions at the same time, each over a chunk of its own: while one waits for its last
+// result, the processor works on the others.
 template<std::size_t kChannels, class... Recursions>
 HWY_INLINE void stepTogether(ChunkRows<kChannels>& rows, Recursions&... ioRecursions) {
     for (std::size_t frame = 0; frame < kChunkFrames; frame += kBlockFrames) {

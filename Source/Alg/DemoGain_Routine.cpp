@@ -26,10 +26,21 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// One buffer on its way through the stages. The stages form a pipeline: while the first one works on a
-// chunk, each later one works on the chunk before that of its predecessor. What the recursive stages wait
-// for, the result of the last sample, is hidden behind the other stages' work in the same turn, since
-// nothing in a turn depends on anything else in it but each vector stage's own recursion.
+// The stages of the signal path, in their order. Each has a part without memory, which works on as many
+// samples at once as a vector holds, and a recursion, which it is named after.
+enum EStage : std::size_t {
+    eStage_HighPass,  // Sanitised input and feed-forward sum; high-pass.
+    eStage_AllPass,   // Detector input and feed-forward sum; all-pass.
+    eStage_Followers, // Level and gain computer; gain-reduction followers.
+    eStage_ClipGain,  // Drive and clip target; smoothing of the clip gain.
+    eStage_DcBlocker, // Waveshaper; DC blocker.
+    eStage_Levels,    // Mix and output; level meters.
+    eStage_Count
+};
+
+// Processes one buffer. The stages form a pipeline: in a turn each stage works on the chunk before that of
+// the previous stage. A recursion has to wait for the result of its last frame; since nothing in a turn
+// depends on any other stage, the processor overlaps this waiting with the work of the other stages.
 template<std::size_t kChannels>
 class Pipeline {
 public:
@@ -50,21 +61,21 @@ public:
         const SDemoGain_Alg_State& state = *context.mState;
         constexpr std::size_t kLastFrame = kRowSize<kChannels> - kChannels;
         for (std::size_t channel = 0; channel < kChannels; ++channel) {
-            mRows.mInput.before()[kChannels + channel] = state.mPrevIn[channel];
-            mRows.mInputBefore.v[kLastFrame + channel] = state.mDetector[channel].mHp.x1;
-            mRows.mHeard.before()[channel] = state.mDetector[channel].mAp.x2;
-            mRows.mHeard.before()[kChannels + channel] = state.mDetector[channel].mAp.x1;
+            mRows.mInput.history()[kChannels + channel] = state.mPrevIn[channel];
+            mRows.mInputHistory.v[kLastFrame + channel] = state.mDetector[channel].mHp.x1;
+            mRows.mDetectorIn.history()[channel] = state.mDetector[channel].mAp.x2;
+            mRows.mDetectorIn.history()[kChannels + channel] = state.mDetector[channel].mAp.x1;
             mRows.mShaped.v[kLastFrame + channel] = state.mDc[channel].mDcX1;
         }
     }
 
     HWY_INLINE void run() {
         const std::size_t chunks = (mFrames + kChunkFrames - 1) / kChunkFrames;
-        const std::size_t filled = std::min(kStages - 1, chunks);
+        const std::size_t filled = std::min<std::size_t>(eStage_Count - 1, chunks);
         const std::size_t wholly = std::max(filled, mFrames / kChunkFrames);
         runPartly(0, filled, chunks);
         runWholly(filled, wholly, mHighPass, mAllPass, mFollowers, mClipGain, mDcBlocker, mLevelTaps);
-        runPartly(wholly, chunks + kStages - 1, chunks);
+        runPartly(wholly, chunks + eStage_Count - 1, chunks);
     }
 
     HWY_INLINE void store() const {
@@ -78,35 +89,36 @@ public:
         const float* input = mRows.mInput[lastChunk] + lastFrame;
         mHighPass.store(state, input);
         mDcBlocker.store(state, mRows.mShaped.v + lastFrame);
-        mAllPass.store(state, mRows.mHeard[lastChunk] + lastFrame, mRows.mHeard.late(lastChunk) + lastFrame);
-        // The mono routine writes its last input into both slots.
+        mAllPass.store(state, mRows.mDetectorIn[lastChunk] + lastFrame,
+                       mRows.mDetectorIn.delayed(lastChunk) + lastFrame);
+        // The mono routine writes its last input into both words.
         state.mPrevIn[0] = input[0];
         state.mPrevIn[1] = input[kChannels - 1];
         advancePostSections(mRows.mClipped, mFrames, state.mPost);
     }
 
 private:
-    static constexpr std::size_t kStages = 6;
     using ChannelFrames = hn::CappedTag<float, kChunkFrames>;
 
     std::size_t framesOf(std::size_t chunk) const {
         return std::min(kChunkFrames, mFrames - chunk * kChunkFrames);
     }
 
-    // Turns `turn` to `end`, in which some stages may have no chunk or a part of one.
+    // The turns from `turn` to `end`, in which stages may have no chunk or a part of one.
     HWY_INLINE void runPartly(std::size_t turn, std::size_t end, std::size_t chunks) {
         for (; turn < end; ++turn) {
-            runVectorStages(turn, [&](std::size_t stage) { return works(stage, turn, chunks); });
+            runVectorStages(turn, [&](EStage stage) { return works(stage, turn, chunks); });
             runRecursions(turn, chunks);
         }
     }
 
-    // Turns `turn` to `end`, in which every stage has a whole chunk. The recursions stay in registers.
+    // The turns from `turn` to `end`, in which every stage has a whole chunk. The recursions stay in
+    // registers.
     template<class... Recursions>
     HWY_INLINE void runWholly(std::size_t turn, std::size_t end, Recursions&... ioRecursions) {
         const auto run = [&](auto... recursions) HWY_ATTR {
             for (; turn < end; ++turn) {
-                runVectorStages(turn, [](std::size_t /*stage*/) { return true; });
+                runVectorStages(turn, [](EStage /*stage*/) { return true; });
                 stepTogether(mRows, recursions...);
             }
             ((ioRecursions = recursions), ...);
@@ -114,60 +126,59 @@ private:
         run(ioRecursions...);
     }
 
-    // Whether stage `stage` has a chunk in this turn: the chunk turn - stage.
-    static bool works(std::size_t stage, std::size_t turn, std::size_t chunks) {
+    // Whether a stage has a chunk in this turn: the chunk turn - stage.
+    static bool works(EStage stage, std::size_t turn, std::size_t chunks) {
         return turn >= stage && turn - stage < chunks;
     }
 
-    // Last stage first: each row is read before its writer comes to the next chunk. But the parts of the two
-    // longest stages, 2 and 3, take turns: each is one chain of dependent operations, longer than the
-    // processor can look ahead, and beside the other it costs little more than alone.
+    // The last stage comes first, so that each row is read before the next chunk is written to it. But the
+    // parts of the two longest stages, the followers' and the clip gain's, alternate: each is a chain of
+    // dependent operations, longer than the processor can look ahead, and the two together take little more
+    // time than one.
     template<class Works>
     HWY_INLINE void runVectorStages(std::size_t turn, const Works& isAtWork) {
-        if (isAtWork(5)) {
-            mixAndWrite(turn - 5);
+        if (isAtWork(eStage_Levels)) {
+            mixAndWrite(turn - eStage_Levels);
         }
-        if (isAtWork(4)) {
-            shape(mSettings, turn - 4, mRows);
+        if (isAtWork(eStage_DcBlocker)) {
+            shape(mSettings, turn - eStage_DcBlocker, mRows);
         }
-        if (isAtWork(2)) {
-            measureLevel(mSettings, turn - 2, mRows);
+        if (isAtWork(eStage_Followers)) {
+            measureLevel(mSettings, turn - eStage_Followers, mRows);
         }
-        if (isAtWork(3)) {
-            drive(mSettings, turn - 3, mReductionTap, mRows);
+        if (isAtWork(eStage_ClipGain)) {
+            drive(mSettings, turn - eStage_ClipGain, mReductionTap, mRows);
         }
-        if (isAtWork(2)) {
+        if (isAtWork(eStage_Followers)) {
             convertLevel(mRows);
         }
-        if (isAtWork(3)) {
-            aimClipGain(mSettings, mClipRecovery, mRows);
+        if (isAtWork(eStage_ClipGain)) {
+            computeClipTarget(mSettings, mClipRecovery, mRows);
         }
-        if (isAtWork(2)) {
+        if (isAtWork(eStage_Followers)) {
             computeGain(mSettings, mRows);
         }
-        if (isAtWork(1)) {
-            feedAllPass(mSettings, mAllPassSection, turn - 1, mRows);
+        if (isAtWork(eStage_AllPass)) {
+            selectDetectorInput(mSettings, mAllPassSection, turn - eStage_AllPass, mRows);
         }
-        if (isAtWork(0)) {
-            readInput(turn);
-            admitInput(mHighPassSection, turn, mRows);
+        if (isAtWork(eStage_HighPass)) {
+            readInput(turn - eStage_HighPass);
+            sanitiseInput(mHighPassSection, turn - eStage_HighPass, mRows);
         }
     }
 
     HWY_INLINE void runRecursions(std::size_t turn, std::size_t chunks) {
-        std::size_t stage = 0;
-        const auto run = [&](auto& recursion) HWY_ATTR {
+        const auto run = [&](EStage stage, auto& recursion) HWY_ATTR {
             if (works(stage, turn, chunks)) {
                 stepThrough(recursion, mRows, framesOf(turn - stage));
             }
-            ++stage;
         };
-        run(mHighPass);
-        run(mAllPass);
-        run(mFollowers);
-        run(mClipGain);
-        run(mDcBlocker);
-        run(mLevelTaps);
+        run(eStage_HighPass, mHighPass);
+        run(eStage_AllPass, mAllPass);
+        run(eStage_Followers, mFollowers);
+        run(eStage_ClipGain, mClipGain);
+        run(eStage_DcBlocker, mDcBlocker);
+        run(eStage_Levels, mLevelTaps);
     }
 
     HWY_INLINE void mixAndWrite(std::size_t chunk) {
@@ -317,7 +328,7 @@ bool DemoGain_CanRun(const SDemoGain_Routine& routine) {
 
 void DemoGain_ProcessInstances(const SDemoGain_Routine& routine, std::size_t channels,
                                SDemoGain_Alg_Context* const* begin, SDemoGain_Alg_Context* const* end) {
-    // Called through a pointer, the arithmetic cannot move out of the mode.
+    // Called through a pointer, so that the compiler cannot move arithmetic out of the audio mode.
     const DemoGain_DenormalMode audioMode;
     const DemoGain_ProcessBuffer process = routine.mProcess[channels - 1];
     for (SDemoGain_Alg_Context* const* instance = begin; instance != end; ++instance) {
@@ -326,13 +337,13 @@ void DemoGain_ProcessInstances(const SDemoGain_Routine& routine, std::size_t cha
 }
 
 const SDemoGain_Routine& DemoGain_ChooseRoutine() {
-    const char* const wish = std::getenv("VARNO_SIMD");
-    const std::string_view name = wish != nullptr ? wish : "";
-    const auto isWished = [&](const SDemoGain_Routine& routine) {
+    const char* const variable = std::getenv("VARNO_SIMD");
+    const std::string_view name = variable != nullptr ? variable : "";
+    const auto isRequested = [&](const SDemoGain_Routine& routine) {
         return routine.mName == name && DemoGain_CanRun(routine);
     };
-    const auto wished = std::ranges::find_if(kRoutines, isWished);
-    return wished != std::end(kRoutines) ? *wished : *std::ranges::find_if(kRoutines, DemoGain_CanRun);
+    const auto requested = std::ranges::find_if(kRoutines, isRequested);
+    return requested != std::end(kRoutines) ? *requested : *std::ranges::find_if(kRoutines, DemoGain_CanRun);
 }
 
 #endif

@@ -7,9 +7,10 @@
 #include <cstddef>
 #include <span>
 
-/// One buffer of one instance: reads the fields, writes output and taps, updates the state. All versions
-/// produce the same samples and taps to the bit, and the same state but for that of the post sections, which
-/// agrees to 1e-6. `frames` is 1 or more. To be called in the audio mode of the processor. [audio]
+/// Processes one buffer of one instance: reads the fields, writes output and taps, updates the state. All
+/// versions produce the same samples and taps to the bit, and the same state but for that of the post
+/// sections, which agrees to 1e-6. `frames` is 1 or more. To be called in the audio mode of the processor.
+/// [audio]
 using DemoGain_ProcessBuffer = void (*)(const SDemoGain_Alg_Context& context, std::size_t frames);
 
 /// The routine as built for one instruction set.
@@ -28,8 +29,8 @@ std::span<const SDemoGain_Routine> DemoGain_Routines();
 /// Whether this processor has what the version needs. [any]
 bool DemoGain_CanRun(const SDemoGain_Routine& routine);
 
-/// Whole buffers of several instances of `channels` channels, one after the other, in the audio mode of the
-/// processor; what is not finite in a state afterwards starts anew. [audio]
+/// Processes whole buffers of several instances of `channels` channels, one after the other, in the audio
+/// mode of the processor. A state that is not finite afterwards is recovered. [audio]
 void DemoGain_ProcessInstances(const SDemoGain_Routine& routine, std::size_t channels,
                                SDemoGain_Alg_Context* const* begin, SDemoGain_Alg_Context* const* end);
 

@@ -1,7 +1,5 @@
 #include "Alg/DemoGain_State.h"
 
-#include "Alg/DemoGain_PostResponses.h"
-
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -10,12 +8,31 @@
 
 namespace {
 
-constexpr double kReferenceRateHz = 48000.0;
-// The DC blocker's time constant is set against this rate, unlike all others; deliberate.
-constexpr double kDcReferenceRateHz = 44100.0;
 // Two pi to eight digits, as the coefficients are defined with it.
 constexpr double kTwoPi = 6.2831855;
 
+// Corner of the detector's high-pass: 120 Hz, as a share of the reference rate.
+constexpr double kHighPassCorner = 120.0 / kDemoGain_ReferenceRateHz;
+// Centre of the detector's all-pass: 7000 Hz, as a share of the reference rate, to eight digits.
+constexpr double kAllPassCentre = 0.14583333;
+constexpr double kAllPassQ = 0.1;
+
+// The DC blocker's time constant is given for this rate, unlike all others; intended.
+constexpr double kDcReferenceRateHz = 44100.0;
+// Exponent of the DC blocker per sample at that rate: ln 0.996 (of the single-precision number).
+constexpr double kDcExponent = -0.0040080296;
+// The two exponents below are per sample at the reference rate times 11 / 12; this is 12 / 11 to eight
+// digits.
+constexpr double kClipRateFactor = 1.0909091;
+// Exponent of the clip gain's recovery: ln 0.995 (of the single-precision number).
+constexpr double kClipExponent = -0.005012537;
+// Exponent of a time constant that no routine reads. Fixed by definition.
+constexpr double kUnusedExponent = -0.0020821297;
+
+// Starting value of the level averages, linear.
+constexpr float kAverageAtStart = 0.1F;
+
+// Constants that no routine reads. Fixed by definition.
 constexpr float kUnread[2][6] = {{0.87403202F, 0.83125389F, 0.98768836F, 0.98768836F, 0.0F, 0.0F},
                                  {0.71592098F, -0.22123176F, 0.58778524F, 0.58778524F, 0.0F, 0.0F}};
 
@@ -23,9 +40,9 @@ float rounded(double value) {
     return static_cast<float>(value);
 }
 
-// First-order high-pass, corner at 120 Hz.
+// First-order high-pass.
 SDemoGain_DetectorSection highPass(double rateScale) {
-    const double theta = rateScale * 0.0025 * kTwoPi * 0.5;
+    const double theta = rateScale * kHighPassCorner * kTwoPi * 0.5;
     const double s = std::sin(theta);
     const double c = std::cos(theta);
     return {.b0 = rounded(c),
@@ -36,10 +53,10 @@ SDemoGain_DetectorSection highPass(double rateScale) {
             .a2 = 0.0F};
 }
 
-// Second-order all-pass at 7 kHz with a Q of 0.1. Unstable where the rate is below 14 kHz.
+// Second-order all-pass. Unstable at sample rates below 14 kHz, twice its centre.
 SDemoGain_DetectorSection allPass(double rateScale) {
-    const double omega = rateScale * 0.14583333 * kTwoPi;
-    const double alpha = std::sin(omega) / 0.2;
+    const double omega = rateScale * kAllPassCentre * kTwoPi;
+    const double alpha = std::sin(omega) / (2.0 * kAllPassQ);
     const double k = -2.0 * std::cos(omega);
     return {.b0 = rounded(1.0 - alpha),
             .b1 = rounded(k),
@@ -49,7 +66,7 @@ SDemoGain_DetectorSection allPass(double rateScale) {
             .a2 = rounded(1.0 - alpha)};
 }
 
-// Everything that the routine changes, at its starting value.
+// Everything that the routine changes.
 void resetRunning(SDemoGain_Alg_State& ioState) {
     for (std::size_t channel = 0; channel < 2; ++channel) {
         ioState.mFollowers[channel] = {};
@@ -61,24 +78,24 @@ void resetRunning(SDemoGain_Alg_State& ioState) {
         ioState.mPrevIn[channel] = 0.0F;
         ioState.mClipGain[channel] = 1.0F;
     }
-    ioState.mInAvg = 0.1F;
-    ioState.mOutAvg = 0.1F;
+    ioState.mInAvg = kAverageAtStart;
+    ioState.mOutAvg = kAverageAtStart;
 }
 
-// Words that only a reset writes.
+// The coefficients, which only a reset writes.
 void setCoefficients(SDemoGain_Alg_State& ioState, double sampleRate) {
-    const double rateScale = kReferenceRateHz / sampleRate;
-    const float dcCoef = rounded(std::exp(kDcReferenceRateHz / sampleRate * -0.0040080296));
+    const double rateScale = kDemoGain_ReferenceRateHz / sampleRate;
+    const float dcCoef = rounded(std::exp(kDcReferenceRateHz / sampleRate * kDcExponent));
     ioState.mDc[0].mDcCoef = dcCoef;
     ioState.mDc[1].mDcCoef = dcCoef;
-    ioState.mPostA = DemoGain::kPostA;
-    ioState.mPostB = DemoGain::kPostB;
+    ioState.mPostA = kDemoGain_PostA;
+    ioState.mPostB = kDemoGain_PostB;
     ioState.mHp = highPass(rateScale);
     ioState.mAp = allPass(rateScale);
-    ioState.mClipCoef = rounded(std::exp(rateScale * 1.0909091 * -0.005012537));
+    ioState.mClipCoef = rounded(std::exp(rateScale * kClipRateFactor * kClipExponent));
 }
 
-// Words that the routine never looks at.
+// Words that the routine does not read.
 void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
     for (float& word : ioState.mCleared) {
         word = 0.0F;
@@ -90,10 +107,10 @@ void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
     }
     ioState.mUnusedZero = 0.0F;
     ioState.mUnusedTimeConstant =
-        rounded(std::exp(kReferenceRateHz / sampleRate * 1.0909091 * -0.0020821297));
+        rounded(std::exp(kDemoGain_ReferenceRateHz / sampleRate * kClipRateFactor * kUnusedExponent));
 }
 
-// Whether every 32-bit float of a record is finite: its exponent is not all ones.
+// Whether every float of a record is finite: its exponent is not all ones.
 template<class Record>
 bool isFinite(const Record& record) {
     constexpr uint32_t kExponent = 0x7F800000U;
@@ -114,10 +131,10 @@ void replaceUnlessFinite(Record& ioRecord, const Record& replacement) {
     }
 }
 
-// Made when the module is loaded, so that recovering computes nothing on the audio thread.
+// Computed when the module is loaded, so that the audio thread computes no coefficients to recover.
 const SDemoGain_Alg_State kReferenceState = [] {
     SDemoGain_Alg_State state{};
-    DemoGain_ResetState(state, kReferenceRateHz);
+    DemoGain_ResetState(state, kDemoGain_ReferenceRateHz);
     return state;
 }();
 

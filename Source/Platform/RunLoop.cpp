@@ -11,17 +11,6 @@ namespace varno {
 
 namespace {
 
-struct Descriptor {
-    int number;
-    RunLoop::Callback handler;
-};
-
-struct Timer {
-    std::chrono::milliseconds period;
-    RunLoop::TimePoint due;
-    RunLoop::Callback handler;
-};
-
 template<typename Entry>
 using Owned = std::vector<std::shared_ptr<Entry>>;
 
@@ -63,6 +52,16 @@ private:
 } // namespace
 
 struct RunLoop::State {
+    struct Descriptor {
+        int number;
+        Callback handler;
+    };
+    struct Timer {
+        std::chrono::milliseconds period;
+        TimePoint due;
+        Callback handler;
+    };
+
     Clock clock;
     std::shared_ptr<bool> ticking = std::make_shared<bool>(false);
     Owned<Descriptor> descriptors;
@@ -116,19 +115,21 @@ Registration RunLoop::addDescriptor(int descriptor, Callback handler) {
     if (mState->numbers().count(descriptor) > 0) {
         mState->tell(&Watcher::onRemoved, descriptor);
     }
-    auto registration = State::add(mState, &State::descriptors, Descriptor{descriptor, std::move(handler)},
-                                   [](const State& state, const Descriptor& gone) {
-                                       if (state.numbers().count(gone.number) == 0) {
-                                           state.tell(&Watcher::onRemoved, gone.number);
-                                       }
-                                   });
+    auto registration =
+        State::add(mState, &State::descriptors, State::Descriptor{descriptor, std::move(handler)},
+                   [](const State& state, const State::Descriptor& gone) {
+                       if (state.numbers().count(gone.number) == 0) {
+                           state.tell(&Watcher::onRemoved, gone.number);
+                       }
+                   });
     mState->tell(&Watcher::onAdded, descriptor);
     return registration;
 }
 
 Registration RunLoop::addTimer(std::chrono::milliseconds period, Callback handler) {
-    return State::add(mState, &State::timers, Timer{period, mState->clock() + period, std::move(handler)},
-                      [](const State&, const Timer&) {});
+    return State::add(mState, &State::timers,
+                      State::Timer{period, mState->clock() + period, std::move(handler)},
+                      [](const State&, const State::Timer&) {});
 }
 
 Registration RunLoop::addWatcher(Watcher watcher) {
@@ -151,8 +152,8 @@ void RunLoop::tick() {
     const auto descriptors = snapshot(mState->descriptors);
     const auto timers = snapshot(mState->timers);
     const TimePoint now = mState->clock();
-    eachLeft(descriptors, [](const Descriptor& descriptor) { descriptor.handler(); });
-    eachLeft(timers, [now](Timer& timer) {
+    eachLeft(descriptors, [](const State::Descriptor& descriptor) { descriptor.handler(); });
+    eachLeft(timers, [now](State::Timer& timer) {
         if (timer.due <= now) {
             // In step with the period, unless ticks are rarer than that.
             const TimePoint next = timer.due + timer.period;

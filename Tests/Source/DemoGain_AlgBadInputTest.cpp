@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-using namespace varno::test;
+namespace varno::test::algBadInput {
 
 namespace {
 
@@ -78,8 +78,6 @@ Signal largestNoise(std::size_t channels, std::size_t frames, std::uint32_t seed
 }
 
 class DemoGain_AlgBadInput : public testing::TestWithParam<AlgVariant> {};
-
-} // namespace
 
 TEST_P(DemoGain_AlgBadInput, BadSamplesAreProcessedAsSilence) {
     const Signal clean = noise(GetParam(), 3000, 4, 6.0);
@@ -265,3 +263,6 @@ TEST_P(DemoGain_AlgBadInput, RatesAtWhichTheAllPassIsUnstableStayFinite) {
 
 INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgBadInput, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());
+
+} // namespace
+} // namespace varno::test::algBadInput

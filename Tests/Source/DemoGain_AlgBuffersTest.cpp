@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-using namespace varno::test;
+namespace varno::test::algBuffers {
 
 namespace {
 
@@ -52,8 +52,6 @@ std::vector<std::int32_t> randomBlocks() {
 }
 
 class DemoGain_AlgBuffers : public testing::TestWithParam<AlgVariant> {};
-
-} // namespace
 
 TEST_P(DemoGain_AlgBuffers, BlockSizesDoNotMatter) {
     const Signal input = drums(GetParam(), 20000, kRate, 3);
@@ -149,3 +147,6 @@ TEST_P(DemoGain_AlgBuffers, InstancesOfOneCallDoNotMeet) {
 
 INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgBuffers, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());
+
+} // namespace
+} // namespace varno::test::algBuffers

@@ -8,8 +8,7 @@
 #include <limits>
 #include <random>
 
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 // Processes `input` in place, in buffers of `block` frames, counting from the very first one.
@@ -27,8 +26,6 @@ RealTimeReport reportOf(AlgInstance& instance, Signal input, std::int32_t block)
 }
 
 class DemoGain_AlgRealTime : public testing::TestWithParam<AlgVariant> {};
-
-} // namespace
 
 TEST_P(DemoGain_AlgRealTime, RandomParametersAndBlocks) {
     std::mt19937 engine(6);
@@ -55,3 +52,6 @@ TEST_P(DemoGain_AlgRealTime, BadInputAndRecovery) {
 
 INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgRealTime, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());
+
+} // namespace
+} // namespace varno::test

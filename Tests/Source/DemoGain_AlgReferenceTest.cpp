@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-using namespace varno::test;
+namespace varno::test::algReference {
 
 namespace {
 
@@ -49,8 +49,6 @@ std::vector<std::pair<std::string, Signal>> signals(std::size_t channels, double
 }
 
 class DemoGain_AlgReference : public testing::TestWithParam<AlgVariant> {};
-
-} // namespace
 
 TEST_P(DemoGain_AlgReference, EverySignalInEverySwitchCombination) {
     constexpr double kRate = 48000.0;
@@ -136,3 +134,6 @@ TEST_P(DemoGain_AlgReference, TapsThatTheHostHasLeftHighOrLow) {
 
 INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgReference, testing::ValuesIn(algVariants()),
                          testing::PrintToStringParamName());
+
+} // namespace
+} // namespace varno::test::algReference

@@ -14,7 +14,7 @@
 #include <cstring>
 #include <string>
 
-using namespace varno::test;
+namespace varno::test::alg {
 
 namespace {
 
@@ -58,8 +58,6 @@ AlgParameters withMix(float mix) {
     parameters.mix = mix;
     return parameters;
 }
-
-} // namespace
 
 TEST(DemoGain_Alg, FieldIndicesAddressTheContext) {
     std::array<const void*, eAlgFieldID_Count> fields{};
@@ -294,3 +292,6 @@ TEST(DemoGain_Alg, ThirtyTwoDBOfReductionReadOne) {
     EXPECT_NEAR(instance.taps()[eMeterTap_GainReductionLeft],
                 (followers.mGrEnvAR + followers.mGrEnvSlow) / -32.0F, 1e-4F);
 }
+
+} // namespace
+} // namespace varno::test::alg

@@ -6,6 +6,8 @@
 #include <limits>
 #include <vector>
 
+namespace varno::test::coefficients {
+
 namespace {
 
 constexpr double kRates[] = {16000.0, 44100.0, 48000.0, 96000.0, 192000.0, 384000.0};
@@ -47,8 +49,6 @@ constexpr double kLines[8][4][2] = {
      {-0.9385789, 0.20369117},
      {0.40077198, -0.35370582}},
     {{-0.03532383, -0.13036828}, {0.7548269, 1.6672131}, {-1.2241096, -1.4573376}, {0.64564085, 0.42183533}}};
-
-} // namespace
 
 TEST(DemoGain_Coefficients, LevelsRunFromMinusToPlusTwentyDB) {
     EXPECT_EQ(DemoGain_LevelDB(0.0F), -20.0F);
@@ -164,3 +164,6 @@ TEST(DemoGain_Coefficients, FollowersAreStableEverywhere) {
         }
     }
 }
+
+} // namespace
+} // namespace varno::test::coefficients

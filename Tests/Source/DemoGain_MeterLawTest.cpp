@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+namespace varno::test::meterLaw {
+
 namespace {
 
 TEST(DemoGain_MeterLaw, NoReductionShowsAsOne) {
@@ -31,3 +33,4 @@ TEST(DemoGain_MeterLaw, MoreReductionNeverShowsAsLess) {
 }
 
 } // namespace
+} // namespace varno::test::meterLaw

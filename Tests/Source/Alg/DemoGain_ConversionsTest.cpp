@@ -1,6 +1,5 @@
-#include "Alg/DemoGain_Conversions.h"
+#include "Alg/DemoGain_Conversions-inl.h"
 
-#include "Alg/DemoGain_VectorConversions-inl.h"
 #include "Tests/Reference/ReferenceRoutine.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +8,8 @@
 #include <cmath>
 #include <limits>
 #include <random>
+
+namespace varno::test::conversions {
 
 namespace reference = varno::reference;
 namespace stages = DemoGain::HWY_NAMESPACE;
@@ -65,8 +66,6 @@ float anyFloat(std::mt19937& engine) {
         }
     }
 }
-
-} // namespace
 
 TEST(DemoGain_Conversions, AgreeWithTheLiteralOnesForAnyFloat) {
     constexpr std::uint32_t kSeed = 41;
@@ -164,3 +163,6 @@ TEST(DemoGain_Conversions, ClipLevelLeavesTheBiasOutOfTheSquare) {
     EXPECT_LT(ClipLevel(-1.1F, 0.2F), 2.0F);
     EXPECT_EQ(ClipLevel(-2.0F, 0.2F), 1.8F);
 }
+
+} // namespace
+} // namespace varno::test::conversions

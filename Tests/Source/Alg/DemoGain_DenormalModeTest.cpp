@@ -9,7 +9,7 @@
 #include <limits>
 #include <vector>
 
-using namespace varno::test;
+namespace varno::test::denormalMode {
 
 namespace {
 
@@ -56,8 +56,6 @@ float halved(const volatile float& value) {
     const volatile float half = 0.5F;
     return multiplied(value, half);
 }
-
-} // namespace
 
 TEST(DemoGain_DenormalMode, FlushesDenormalsWhileItLivesOnly) {
     volatile float smallest = std::numeric_limits<float>::min();
@@ -145,3 +143,6 @@ TEST(DemoGain_DenormalMode, NoSubnormalLeavesTheRoutine) {
         }
     }
 }
+
+} // namespace
+} // namespace varno::test::denormalMode

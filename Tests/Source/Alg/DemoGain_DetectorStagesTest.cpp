@@ -12,6 +12,8 @@
 #include <numbers>
 #include <vector>
 
+namespace varno::test::detectorStages {
+
 using namespace DemoGain;
 using namespace DemoGain::HWY_NAMESPACE;
 
@@ -46,7 +48,7 @@ std::complex<double> highPassAt(double hertz) {
         for (std::size_t start = 0; start < frames; start += kChunkFrames) {
             const std::size_t chunk = start / kChunkFrames;
             std::copy_n(in + start, kChunkFrames, rows.mRaw[chunk]);
-            admitInput(state.mHp, chunk, rows);
+            sanitiseInput(state.mHp, chunk, rows);
             stepThrough(highPass, rows, kChunkFrames);
             std::copy_n(rows.mHighPassed.v, kChunkFrames, out + start);
         }
@@ -62,7 +64,7 @@ std::complex<double> allPassAt(double hertz) {
         for (std::size_t start = 0; start < frames; start += kChunkFrames) {
             const std::size_t chunk = start / kChunkFrames;
             std::copy_n(in + start, kChunkFrames, rows.mInput[chunk]);
-            feedAllPass(Settings{}, state.mAp, chunk, rows);
+            selectDetectorInput(Settings{}, state.mAp, chunk, rows);
             stepThrough(allPass, rows, kChunkFrames);
             std::copy_n(rows.mAllPassed.v, kChunkFrames, out + start);
         }
@@ -76,7 +78,7 @@ float gainOf(const GainCurve& curve, float detector) {
     settings.mBandGain = 1.0F;
     settings.mGain = 1.0F;
     ChunkRows<1> rows;
-    std::fill_n(rows.mHeard[0], kChunkFrames, detector);
+    std::fill_n(rows.mDetectorIn[0], kChunkFrames, detector);
     std::fill_n(rows.mAllPassed.v, kChunkFrames, 0.0F);
     measureLevel(settings, 0, rows);
     convertLevel(rows);
@@ -88,16 +90,14 @@ double dBOf(std::complex<double> answer) {
     return 20.0 * std::log10(std::abs(answer));
 }
 
-} // namespace
-
-TEST(DemoGain_DetectorStages, AdmitsUpToTheLargestInput) {
+TEST(DemoGain_DetectorStages, SanitisesAboveTheLargestInput) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     const float raw[kChunkFrames] = {1e30F,     -1e30F,     std::nextafter(1e30F, kInfinity),
                                      kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN(),
                                      -0.0F,     0.5F};
     ChunkRows<1> rows;
     std::copy_n(raw, kChunkFrames, rows.mRaw[0]);
-    admitInput(SDemoGain_DetectorSection{}, 0, rows);
+    sanitiseInput(SDemoGain_DetectorSection{}, 0, rows);
     const float* x = rows.mInput[0];
     EXPECT_EQ(x[0], 1e30F);
     EXPECT_EQ(x[1], -1e30F);
@@ -127,13 +127,13 @@ TEST(DemoGain_DetectorStages, WeightingLeavesTheSignalWithoutEmphasis) {
     Settings settings{};
     settings.mGain = 2.0F;
     const hn::FixedTag<float, 4> d;
-    const auto heard = hn::Set(d, 0.75F);
+    const auto input = hn::Set(d, 0.75F);
     const auto allPassed = hn::Set(d, 0.25F);
     float detector[2];
     settings.mBandGain = 1.0F;
-    detector[0] = hn::GetLane(weightBands(d, settings, heard, allPassed));
+    detector[0] = hn::GetLane(emphasiseBand(d, settings, input, allPassed));
     settings.mBandGain = 2.5F;
-    detector[1] = hn::GetLane(weightBands(d, settings, heard, allPassed));
+    detector[1] = hn::GetLane(emphasiseBand(d, settings, input, allPassed));
     EXPECT_EQ(detector[0], 1.5F);
     EXPECT_EQ(detector[1], (0.5F * 2.5F + 1.0F) * 0.5F * 2.0F);
 }
@@ -167,3 +167,6 @@ TEST(DemoGain_DetectorStages, LinkGivesBothChannelsTheMean) {
     EXPECT_EQ(reduction[2], 0.0F);
     EXPECT_EQ(reduction[3], 0.0F);
 }
+
+} // namespace
+} // namespace varno::test::detectorStages

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+namespace varno::test::driveStages {
+
 using namespace DemoGain;
 using namespace DemoGain::HWY_NAMESPACE;
 
@@ -30,15 +32,13 @@ float clipGainAfter(float clipGain, float recovery, float target) {
     state.mClipGain[0] = clipGain;
     ChunkRows<1> rows;
     rows.mClipTarget.v[0] = target;
-    rows.mClipShare.v[0] = (1.0F - recovery) * target;
+    rows.mClipTargetTerm.v[0] = (1.0F - recovery) * target;
     ClipGain<1> stage(state);
     stepThrough(stage, rows, 1);
     stage.store(state);
     EXPECT_EQ(state.mClipGain[0], rows.mClipGain.v[0]);
     return state.mClipGain[0];
 }
-
-} // namespace
 
 TEST(DemoGain_DriveStages, ClipTargetLeavesQuietSamplesAlone) {
     EXPECT_EQ(targetOf(0.0F, 0.0F), 1.0F);
@@ -88,8 +88,8 @@ TEST(DemoGain_DriveStages, ShapeIsACubicOverTheDrive) {
         shape(settings, 0, rows);
         EXPECT_EQ(rows.mClipped[0][5], y);
         EXPECT_NEAR(rows.mShaped.v[5], (y - 0.49611F * y * y * y) * 0.05F, 1e-7F);
-        EXPECT_EQ(rows.mShapedSteps.v[0], rows.mShaped.v[0]) << "from silence";
-        EXPECT_EQ(rows.mShapedSteps.v[5], 0.0F);
+        EXPECT_EQ(rows.mShapedDifference.v[0], rows.mShaped.v[0]) << "from silence";
+        EXPECT_EQ(rows.mShapedDifference.v[5], 0.0F);
     }
 }
 
@@ -101,8 +101,8 @@ TEST(DemoGain_DriveStages, OutputThatIsNotFiniteLeavesAsSilence) {
     settings.mVolume = 2.0F;
     settings.mWet = 1.0F;
     ChunkRows<1> rows;
-    std::fill_n(rows.mInput.before(), 1 + kChunkFrames, 0.0F);
-    std::copy_n(sums, kChunkFrames, rows.mBlocked.v);
+    std::fill_n(rows.mInput.history(), 1 + kChunkFrames, 0.0F);
+    std::copy_n(sums, kChunkFrames, rows.mDcBlocked.v);
     Row<1> row;
     mix(settings, 0, rows, row);
     const float* output = row.v;
@@ -112,3 +112,6 @@ TEST(DemoGain_DriveStages, OutputThatIsNotFiniteLeavesAsSilence) {
     EXPECT_EQ(output[3], 0.0F) << "too loud to be a number";
     EXPECT_EQ(output[4], -4.0F);
 }
+
+} // namespace
+} // namespace varno::test::driveStages

@@ -6,6 +6,8 @@
 
 #include <random>
 
+namespace varno::test::postSections {
+
 using namespace DemoGain;
 using namespace DemoGain::HWY_NAMESPACE;
 
@@ -29,14 +31,12 @@ void expectNear(const SDemoGain_SectionState& found, const SDemoGain_SectionStat
     EXPECT_NEAR(found.y2, expected.y2, kTolerance);
 }
 
-} // namespace
-
 TEST(DemoGain_PostSections, TheSectionsOfTheStateAreThoseOfTheWeights) {
     SDemoGain_Alg_State state{};
     DemoGain_ResetState(state, 96000.0);
-    EXPECT_EQ(state.mPostA.g, kPostA.g);
-    EXPECT_EQ(state.mPostB.g, kPostB.g);
-    EXPECT_EQ(state.mPostB.a1, kPostA.a1);
+    EXPECT_EQ(state.mPostA.g, kDemoGain_PostA.g);
+    EXPECT_EQ(state.mPostB.g, kDemoGain_PostB.g);
+    EXPECT_EQ(state.mPostB.a1, kDemoGain_PostA.a1);
 }
 
 TEST(DemoGain_PostSections, EveryLengthOfBufferEndsWhereTheSectionsDo) {
@@ -70,3 +70,6 @@ TEST(DemoGain_PostSections, EveryLengthOfBufferEndsWhereTheSectionsDo) {
         }
     }
 }
+
+} // namespace
+} // namespace varno::test::postSections

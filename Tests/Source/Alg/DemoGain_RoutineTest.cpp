@@ -11,7 +11,7 @@
 #include <optional>
 #include <string>
 
-using namespace varno::test;
+namespace varno::test::routine {
 
 namespace {
 
@@ -47,8 +47,6 @@ const SDemoGain_Routine& fastest() {
     }
     throw std::logic_error("no version runs here");
 }
-
-} // namespace
 
 TEST(DemoGain_Routine, TheLastVersionRunsEverywhere) {
 #if defined(__aarch64__)
@@ -98,3 +96,6 @@ TEST(DemoGain_Routine, TheEffectRunsTheVersionChosenAtItsStart) {
         EXPECT_EQ(firstDifference(expected, found), "");
     }
 }
+
+} // namespace
+} // namespace varno::test::routine

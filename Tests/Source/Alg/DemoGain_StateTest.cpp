@@ -11,7 +11,7 @@
 #include <limits>
 #include <set>
 
-using varno::test::kSampleRates;
+namespace varno::test::state {
 
 namespace {
 
@@ -47,8 +47,6 @@ bool isUnread(std::size_t word) {
 float rounded(double value) {
     return static_cast<float>(value);
 }
-
-} // namespace
 
 TEST(DemoGain_State, ResetWritesEveryWordButTheUnwrittenOnes) {
     SDemoGain_Alg_State state = untouched();
@@ -201,3 +199,6 @@ TEST(DemoGain_State, RecoveryReplacesBrokenCoefficientsByThoseOf48kHz) {
     EXPECT_EQ(state.mHp.b0, fresh.mHp.b0);
     EXPECT_EQ(state.mClipCoef, fresh.mClipCoef);
 }
+
+} // namespace
+} // namespace varno::test::state

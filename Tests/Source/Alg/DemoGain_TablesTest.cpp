@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <iterator>
 
+namespace varno::test::tables {
+
 TEST(DemoGain_Tables, ConstantsAreExact) {
     EXPECT_EQ(std::bit_cast<std::uint32_t>(fCeilLin), 0x417D953BU);
     EXPECT_EQ(std::bit_cast<std::uint32_t>(kLinTodBDivide), 0x441DB97CU);
@@ -45,3 +47,5 @@ TEST(DemoGain_Tables, BothTablesRise) {
         ASSERT_LT(kdBToLin[i - 1], kdBToLin[i]) << i;
     }
 }
+
+} // namespace varno::test::tables

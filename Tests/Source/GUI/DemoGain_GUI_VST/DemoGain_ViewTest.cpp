@@ -30,7 +30,7 @@ using VSTGUI::SharedPointer;
 
 using DemoGain_ViewTest = ViewFixture;
 
-struct Expected {
+struct ExpectedControl {
     const char* mID;
     const std::type_info& mClass;
     CRect mPlace;
@@ -44,7 +44,7 @@ CRect at(int x, int y, Art art) {
     return {VSTGUI::CPoint(x, y), VSTGUI::CPoint(bitmap.mWidth, bitmap.mHeight)};
 }
 
-const Expected kExpected[] = {
+const ExpectedControl kExpectedControls[] = {
     {"Gain", typeid(DemoGain_AnimKnobVST), at(24, 56, Art::Knob), DemoGain_View::m_hGain, 3},
     {"Volume", typeid(DemoGain_AnimKnobVST), at(604, 56, Art::Knob), DemoGain_View::m_hGain, 12},
     {"Atk", typeid(DemoGain_AnimKnobVST), at(269, 56, Art::Knob), DemoGain_View::m_hGain, 6},
@@ -73,7 +73,7 @@ TEST_F(DemoGain_ViewTest, FrameIsAsLargeAsItsBackground) {
 }
 
 TEST_F(DemoGain_ViewTest, EveryControlIsInItsPlace) {
-    for (const Expected& expected : kExpected) {
+    for (const ExpectedControl& expected : kExpectedControls) {
         CControl* const control = view->GetControl(expected.mID);
         ASSERT_NE(control, nullptr) << expected.mID;
         EXPECT_EQ(typeid(*control), expected.mClass) << expected.mID;
@@ -87,10 +87,10 @@ TEST_F(DemoGain_ViewTest, EveryControlIsInItsPlace) {
 TEST_F(DemoGain_ViewTest, LaterControlsLieAboveEarlierOnes) {
     std::vector<VSTGUI::CView*> children;
     view->getFrame()->forEachChild([&](VSTGUI::CView* child) { children.push_back(child); });
-    ASSERT_EQ(children.size(), std::size(kExpected) + 1);
+    ASSERT_EQ(children.size(), std::size(kExpectedControls) + 1);
     EXPECT_EQ(children[0], view->GetStatusLabel());
-    for (std::size_t i = 0; i < std::size(kExpected); ++i) {
-        EXPECT_EQ(children[i + 1], view->GetControl(kExpected[i].mID)) << kExpected[i].mID;
+    for (std::size_t i = 0; i < std::size(kExpectedControls); ++i) {
+        EXPECT_EQ(children[i + 1], view->GetControl(kExpectedControls[i].mID)) << kExpectedControls[i].mID;
     }
 }
 
@@ -255,7 +255,7 @@ TEST_F(DemoGain_ViewTest, WithoutFilesTheViewOpensEmpty) {
     EXPECT_FALSE(DemoGain_View::m_hGain->isLoaded());
     openView();
     EXPECT_TRUE(view->getFrame()->getViewSize().isEmpty());
-    for (const Expected& expected : kExpected) {
+    for (const ExpectedControl& expected : kExpectedControls) {
         const CRect place = view->GetControl(expected.mID)->getViewSize();
         EXPECT_EQ(place, CRect(expected.mPlace.getTopLeft(), VSTGUI::CPoint())) << expected.mID;
     }

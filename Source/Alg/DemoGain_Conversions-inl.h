@@ -1,14 +1,13 @@
-// The conversions that the signal path is built on, for as many samples at once as a vector holds. Each is
-// defined to the bit: single precision, operations in the written order. None reads outside its table or
-// loops, whatever it is given.
-#if defined(DEMOGAIN_VECTORCONVERSIONS_INL_H) == defined(HWY_TARGET_TOGGLE)
-#ifdef DEMOGAIN_VECTORCONVERSIONS_INL_H
-#undef DEMOGAIN_VECTORCONVERSIONS_INL_H
+// The conversions between level and dB, for as many samples at once as a vector holds. Each is defined to the
+// bit: single precision, operations in the written order. None reads outside its table or loops without
+// bound, for any argument.
+#if defined(DEMOGAIN_CONVERSIONS_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef DEMOGAIN_CONVERSIONS_INL_H
+#undef DEMOGAIN_CONVERSIONS_INL_H
 #else
-#define DEMOGAIN_VECTORCONVERSIONS_INL_H
+#define DEMOGAIN_CONVERSIONS_INL_H
 #endif
 
-#include "Alg/DemoGain_Conversions.h"
 #include "Alg/DemoGain_Tables.h"
 
 #include <hwy/highway.h>
@@ -20,6 +19,36 @@ HWY_BEFORE_NAMESPACE();
 namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
+
+// One fold of a level above the tables: a quarter of the level, counted as 12 dB although it is 12.04 dB.
+inline constexpr float kFoldLin = 0.25F;
+inline constexpr float kFoldDB = 12.0F;
+// Limit of the folds of a gain; 64 of them leave the factor 0.
+inline constexpr int kMaxFolds = 64;
+
+// Linear interpolation at `position` in a table, 0 to kDemoGain_TableIntervals, added to `offset`.
+inline float interpolate(const float* table, float position, float offset) {
+    const int entry = static_cast<int>(position);
+    const float fraction = position - static_cast<float>(entry);
+    return (offset + table[entry]) + (table[entry + 1] - table[entry]) * fraction;
+}
+
+// Gain in dB as a factor, 0.0001 at least. A gain above +24 dB is folded downwards: its factor shrinks. A
+// gain reduction is never that high.
+inline float DbToLin(float gainDB) {
+    float folded = 1.0F;
+    for (int fold = 0; fold < kMaxFolds && gainDB > fCeilDB; ++fold) {
+        gainDB -= kFoldDB;
+        folded *= kFoldLin;
+    }
+    if (gainDB < fFloorDB) {
+        return folded * fFloorLin;
+    }
+    if (gainDB < fCeilDB) {
+        return folded * interpolate(kdBToLin, (gainDB - fFloorDB) * kdBToLinDivide, 0.0F);
+    }
+    return folded * fCeilLin;
+}
 
 // Two neighbouring entries of a table for each sample.
 template<class D>
@@ -37,8 +66,8 @@ HWY_INLINE hn::Vec<hn::FixedTag<float, 4>> readPairs(const float* table, uint64_
     return hn::Combine(hn::FixedTag<float, 4>(), hn::LoadU(pair, second), hn::LoadU(pair, first));
 }
 
-// Reads the entries at `index` and behind it for each sample. Both come with one load of 64 bits: gather
-// instructions, one entry a sample, are slower on the processors measured.
+// Reads the entries at `index` and after it for each sample. Both come with one load of 64 bits: gather
+// instructions, which load one entry per sample, are slower on the processors measured.
 template<class D>
 HWY_INLINE TableEntries<D> readEntries(D d, const float* table, hn::Vec<hn::RebindToSigned<D>> index) {
     if constexpr (hn::MaxLanes(D()) == 4) {
@@ -67,10 +96,10 @@ HWY_INLINE hn::Vec<D> interpolate(D d, const float* table, hn::Vec<D> position, 
 
 // Level (linear, 0 or more) in dB, -80 at least.
 //
-// A level above the tables is quartered until it is not, 12 dB for each time. Quartering takes 2 from the
-// exponent and leaves the rest, and floats of one sign are ordered like their bits: so the number of times
-// can be read off the distance between the bits of the level and those of the highest level. The bottom and
-// the top of the table are its entries, so that no level needs a case of its own.
+// A level above the tables is folded: quartered until it is within them, 12 dB for each fold. A fold takes 2
+// from the exponent and leaves the mantissa, and floats of one sign are ordered like their bits. So the
+// number of folds follows from the distance between the bits of the level and those of the highest level. The
+// bottom and the top of the table are entries of it, so no level needs a case of its own.
 template<class D>
 HWY_INLINE hn::Vec<D> LinToDb(D d, hn::Vec<D> level) {
     const hn::RebindToSigned<D> integer;
@@ -85,19 +114,19 @@ HWY_INLINE hn::Vec<D> LinToDb(D d, hn::Vec<D> level) {
     return interpolate(d, kLinTodB, hn::Max(position, hn::Zero(d)), foldedDB);
 }
 
-// Gains in dB as factors, one by one.
+// Gains in dB as factors, one after the other.
 template<class D>
 HWY_NOINLINE hn::Vec<D> eachDbToLin(D d, hn::Vec<D> gainDB) {
     HWY_ALIGN float values[hn::MaxLanes(D())];
     hn::Store(gainDB, d, values);
     for (float& value : values) {
-        value = DemoGain::DbToLin(value);
+        value = DbToLin(value);
     }
     return hn::Load(d, values);
 }
 
-// Gain in dB as a factor, 0.0001 at least. A gain reduction never comes near the top of the table, where
-// folding begins.
+// Gain in dB as a factor, 0.0001 at least. Gain reductions are negative: they do not reach the top of the
+// table, where folding begins.
 template<class D>
 HWY_INLINE hn::Vec<D> DbToLin(D d, hn::Vec<D> gainDB) {
     if (HWY_UNLIKELY(!hn::AllTrue(d, hn::Lt(gainDB, hn::Set(d, fCeilDB))))) {
@@ -107,16 +136,22 @@ HWY_INLINE hn::Vec<D> DbToLin(D d, hn::Vec<D> gainDB) {
     return interpolate(d, kdBToLin, hn::Max(position, hn::Zero(d)), hn::Zero(d));
 }
 
-// Half of |v| near zero, as an even polynomial: (-1.9086499 s^2 + 4.5072875 s - 3.7919977) s^2 + 1.6720511 s
-// with s = v^2.
+// Half of |v| near zero is a polynomial over s = v^2, whose coefficients of s to s^4 are fixed by definition:
+// (-kLevelS4 * s^2 + kLevelS3 * s - kLevelS2) * s^2 + kLevelS1 * s.
+inline constexpr float kLevelS1 = 1.6720511F;
+inline constexpr float kLevelS2 = 3.7919977F;
+inline constexpr float kLevelS3 = 4.5072875F;
+inline constexpr float kLevelS4 = 1.9086499F;
+// Half of the clip level of silence, fixed by definition.
+inline constexpr float kHalfClipFloor = 0.015623941F;
+
 template<class D>
 HWY_INLINE hn::Vec<D> halfLevelPolynomial(D d, hn::Vec<D> v) {
     const auto s = hn::Mul(v, v);
     const auto s2 = hn::Mul(s, s);
-    const auto inner =
-        hn::Sub(hn::Add(hn::Mul(hn::Set(d, -1.9086499F), s2), hn::Mul(hn::Set(d, 4.5072875F), s)),
-                hn::Set(d, 3.7919977F));
-    return hn::Add(hn::Mul(inner, s2), hn::Mul(hn::Set(d, 1.6720511F), s));
+    const auto inner = hn::Sub(hn::Add(hn::Mul(hn::Set(d, -kLevelS4), s2), hn::Mul(hn::Set(d, kLevelS3), s)),
+                               hn::Set(d, kLevelS2));
+    return hn::Add(hn::Mul(inner, s2), hn::Mul(hn::Set(d, kLevelS1), s));
 }
 
 // Level of a sample: |v| above 1, a rounded |v| below. It steps from 0.957 to 1 where they meet; intended.
@@ -127,13 +162,13 @@ HWY_INLINE hn::Vec<D> Level(D d, hn::Vec<D> v) {
     return hn::IfThenElse(hn::Gt(magnitude, hn::Set(d, 1.0F)), magnitude, rounded);
 }
 
-// Level that decides the clip gain. The bias shifts what counts as above 1, but not the rounded part; at 0
-// that is 0.03124788.
+// Clip level of a sample: as Level, but the bias is added where the magnitude is measured. The polynomial
+// leaves the bias out; it is 0.03124788 for silence.
 template<class D>
 HWY_INLINE hn::Vec<D> ClipLevel(D d, hn::Vec<D> v, hn::Vec<D> bias) {
     const auto magnitude = hn::Abs(hn::Add(bias, v));
     const auto rounded =
-        hn::Mul(hn::Set(d, 2.0F), hn::Add(halfLevelPolynomial(d, v), hn::Set(d, 0.015623941F)));
+        hn::Mul(hn::Set(d, 2.0F), hn::Add(halfLevelPolynomial(d, v), hn::Set(d, kHalfClipFloor)));
     return hn::IfThenElse(hn::Gt(magnitude, hn::Set(d, 1.0F)), magnitude, rounded);
 }
 
