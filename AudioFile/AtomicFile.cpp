@@ -1,7 +1,6 @@
 #include "AudioFile/AtomicFile.h"
 
-#include "AudioFile/Transfer.h"
-#include "CommandError.h"
+#include "AudioFile/Error.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -10,6 +9,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace varno {
 
@@ -17,7 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr unsigned kNewFileMode = 0666; // less the user's mask, as for every new file
+constexpr unsigned kNewFileMode = 0666;     // the system takes the user's mask off
+constexpr unsigned kPermissionBits = 07777; // of the mode that the system reports
 
 std::string uniqueHiddenName() {
     std::random_device random;
@@ -27,16 +28,16 @@ std::string uniqueHiddenName() {
 }
 
 [[noreturn]] void throwExists(const std::string& name) {
-    throw WorkError(name + ": exists already; expected a new name, or --force to replace it");
+    throw AudioFileError(name + ": exists already; expected a new name, or --force to replace it");
 }
 
 [[noreturn]] void throwNoFolder(const std::string& name, int error) {
-    throw WorkError(name + ": cannot be written: " + std::generic_category().message(error) +
-                    "; expected a folder that exists and can be written to");
+    throw AudioFileError(name + ": cannot be written: " + std::generic_category().message(error) +
+                         "; expected a folder that exists and can be written to");
 }
 
-// Gives `temporary` the name `target` unless a file has that name: one step of the system where it offers
-// that.
+// Gives `temporary` the name `target` unless a file has that name, in one step where the file system offers
+// it.
 int renameToNew(const fs::path& temporary, const fs::path& target) {
     if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
         return 0;
@@ -52,17 +53,18 @@ int renameToNew(const fs::path& temporary, const fs::path& target) {
 
 } // namespace
 
-AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite)
+AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn)
     : mName(path == "-" ? "standard output" : path),
-      mOverwrite(overwrite) {
+      mOverwrite(overwrite),
+      mGoOn(std::move(goOn)) {
     struct stat status {};
     const bool exists = path != "-" && ::stat(path.c_str(), &status) == 0;
     if (path != "-" && !exists && fs::is_symlink(fs::path(path))) {
-        throw WorkError(mName + ": is a link to a file that does not exist; expected a new name");
+        throw AudioFileError(mName + ": is a link to a file that does not exist; expected a new name");
     }
     if (exists && (S_ISDIR(status.st_mode) || S_ISBLK(status.st_mode))) {
-        throw WorkError(mName + (S_ISDIR(status.st_mode) ? ": is a folder" : ": is a disk device") +
-                        "; expected the name of a file");
+        throw AudioFileError(mName + (S_ISDIR(status.st_mode) ? ": is a folder" : ": is a disk device") +
+                             "; expected the name of a file");
     }
     if (path == "-" || (exists && !S_ISREG(status.st_mode))) {
         mIsStream = true;
@@ -74,8 +76,8 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite)
         throwExists(mName);
     }
     openBeside(exists ? fs::canonical(path) : fs::path(path));
-    if (exists) {
-        ::fchmod(mFile.get(), status.st_mode & 07777); // whoever could read the old file can read the new one
+    if (exists) { // the new file has the permissions of the old one
+        ::fchmod(mFile.get(), status.st_mode & kPermissionBits);
     }
 }
 
@@ -87,13 +89,13 @@ AtomicFile::~AtomicFile() {
 
 void AtomicFile::openBeside(const fs::path& target) {
     if (!target.has_filename()) {
-        throw WorkError(mName + ": is no file name; expected one");
+        throw AudioFileError(mName + ": is no file name; expected one");
     }
     mTarget = target;
     fs::path temporary;
     do {
         temporary = target.parent_path() / uniqueHiddenName();
-        mFile = openFile(temporary, O_RDWR | O_CREAT | O_EXCL, kNewFileMode);
+        mFile = openFile(temporary, O_RDWR | O_CREAT | O_EXCL, mGoOn, kNewFileMode);
     } while (!mFile.isOpen() && errno == EEXIST);
     if (!mFile.isOpen()) {
         throwNoFolder(mName, errno);
@@ -102,7 +104,7 @@ void AtomicFile::openBeside(const fs::path& target) {
 }
 
 void AtomicFile::write(std::string_view bytes) {
-    writeAll(mFile.get(), bytes, mName);
+    writeAll(mFile.get(), bytes, mName, mGoOn);
 }
 
 void AtomicFile::commit() {
@@ -131,7 +133,7 @@ void AtomicFile::commit() {
 void AtomicFile::copyToStream() {
     FileDescriptor opened;
     if (!mTarget.empty()) {
-        opened = openFile(mTarget, O_WRONLY);
+        opened = openFile(mTarget, O_WRONLY, mGoOn);
         if (!opened.isOpen()) {
             throwWriteError(mName, errno);
         }
@@ -139,7 +141,7 @@ void AtomicFile::copyToStream() {
     if (::lseek(mFile.get(), 0, SEEK_SET) < 0) {
         throwReadError("a temporary file", errno);
     }
-    copyAll(mFile.get(), "a temporary file", opened.isOpen() ? opened.get() : STDOUT_FILENO, mName);
+    copyAll(mFile.get(), "a temporary file", opened.isOpen() ? opened.get() : STDOUT_FILENO, mName, mGoOn);
     if (const int error = opened.close()) {
         throwWriteError(mName, error);
     }
@@ -151,7 +153,7 @@ void refuseSameFile(const FileIdentity& input, const std::string& inputName, con
         return;
     }
     if (FileIdentity{status.st_dev, status.st_ino} == input) {
-        throw WorkError(outputPath + ": is the input file " + inputName + "; expected another file");
+        throw AudioFileError(outputPath + ": is the input file " + inputName + "; expected another file");
     }
 }
 

@@ -1,8 +1,7 @@
 #ifndef VARNO_AUDIOFILE_ATOMICFILE_H
 #define VARNO_AUDIOFILE_ATOMICFILE_H
 
-#include "AudioFile/FileDescriptor.h"
-#include "AudioFile/FileIdentity.h"
+#include "AudioFile/Transfer.h"
 
 #include <filesystem>
 #include <string>
@@ -10,21 +9,21 @@
 
 namespace varno {
 
-/// Whether an output may take the place of a file that is there already.
+/// Whether an output may replace a file that exists already.
 enum class Overwrite { kRefuse, kReplace };
 
 /// A file that appears whole or not at all. It is written under a hidden, unique name in the folder of its
 /// target and gets its own name by commit(); an object destroyed without that leaves nothing behind. Where
-/// the target is standard output, a pipe or a device, which cannot be renamed to, the content waits in an
-/// unnamed temporary file and is copied by commit(). One thread at a time; several objects, in several
-/// threads or programs, do not disturb each other.
+/// the target is standard output, a pipe or a device, which cannot be renamed to, the content is kept in an
+/// unnamed temporary file and copied by commit(). One thread at a time; several objects, in several threads
+/// or programs, do not disturb each other.
 class AtomicFile {
 public:
     /// @param path of the target; "-" is standard output; a symbolic link is followed
-    /// @throws WorkError where the target exists and may not be replaced, is a directory, or its folder does
-    /// not
-    ///         exist or cannot be written
-    AtomicFile(const std::string& path, Overwrite overwrite);
+    /// @param goOn called while write() and commit() wait for a pipe or a device
+    /// @throws AudioFileError where the target exists and may not be replaced, is a directory, or its folder
+    ///         does not exist or cannot be written
+    AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn = {});
     ~AtomicFile();
 
     AtomicFile(const AtomicFile&) = delete;
@@ -36,12 +35,12 @@ public:
     /// The file being written, open for reading and writing; owned by this object.
     int descriptor() const { return mFile.get(); }
 
-    /// Appends at the present position. @throws WorkError with the reason, for instance a full disk
+    /// Appends at the present position. @throws AudioFileError with the reason, for instance a full disk
     void write(std::string_view bytes);
 
-    /// Gives the file its name, or copies it to where it goes. Nothing can be written afterwards.
-    /// @throws WorkError where that fails, or where a file has appeared under the name and may not be
-    /// replaced
+    /// Gives the file its name, or copies it to its target. Nothing can be written afterwards.
+    /// @throws AudioFileError where that fails, or where a file has appeared under the name and may not be
+    ///         replaced
     void commit();
 
 private:
@@ -50,13 +49,14 @@ private:
 
     std::string mName;
     Overwrite mOverwrite;
+    GoOn mGoOn;
     std::filesystem::path mTarget;    // empty for standard output
     std::filesystem::path mTemporary; // empty once there is nothing to remove
     bool mIsStream = false;
     FileDescriptor mFile;
 };
 
-/// @throws WorkError where `outputPath` is the file `input` under whatever name, through links or not.
+/// @throws AudioFileError where `outputPath` is the file `input` under whatever name, through links or not.
 /// @param inputName for the message
 void refuseSameFile(const FileIdentity& input, const std::string& inputName, const std::string& outputPath);
 

@@ -1,7 +1,5 @@
 #include "AudioFile/Block.h"
 
-#include "AudioFile/Interleaving.h"
-
 #include <algorithm>
 
 namespace varno {

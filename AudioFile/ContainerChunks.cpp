@@ -1,7 +1,11 @@
 #include "AudioFile/ContainerChunks.h"
 
+#include "AudioFile/Transfer.h"
+
 #include <algorithm>
+#include <array>
 #include <bit>
+#include <cerrno>
 #include <limits>
 #include <optional>
 #include <span>
@@ -36,14 +40,14 @@ constexpr Layout kLayouts[] = {
 };
 
 constexpr int kMostHeaderBytes = 24;
-constexpr std::size_t kMostChunks = 100'000; // no audio file has as many; bounds the work on a damaged one
+constexpr std::size_t kMostChunks = 100'000; // more than any audio file has; limits the work on a damaged one
 constexpr std::uint32_t kSizeIsElsewhere = 0xFFFFFFFF; // RF64: in the chunk "ds64"; else unknown
 constexpr std::int64_t kDs64DataSizeOffset = 8;        // within the chunk "ds64"
 
 constexpr std::int64_t kUnknownSize = std::numeric_limits<std::int64_t>::max();
 
-// A stream's writer cannot come back to fill in the size. It leaves all ones or, so that programs with signed
-// sizes can read it, one a little below 2^31.
+// A program that writes to a pipe cannot go back to fill in the size. It leaves all ones or, for readers with
+// signed sizes, a value slightly below 2^31.
 constexpr std::int64_t kUnknownSizesFrom = 0x7F000000;
 constexpr std::int64_t kUnknownSizesTo = 0x7FFFFFFF;
 
@@ -72,7 +76,7 @@ const Layout* findLayout(int descriptor) {
     return nullptr;
 }
 
-// Sizes of all ones and others that no file has become kUnknownSize.
+// The size of the data; kUnknownSize where the field holds all ones or more than 63 bits.
 std::int64_t dataBytes(const Layout& layout, std::span<const unsigned char> sizeField) {
     std::uint64_t size = number(sizeField, layout.bigEndian);
     const auto headerBytes = static_cast<std::uint64_t>(layout.idBytes + layout.sizeBytes);
@@ -102,10 +106,10 @@ std::int64_t ds64DataBytes(int descriptor, const ContainerChunk& ds64) {
     return std::bit_cast<std::int64_t>(number(field, false));
 }
 
-// The chunks that hold samples, and how many bytes stand in them before the samples.
+// The chunks that hold samples, and how many bytes precede the samples in them.
 struct SampleChunk {
     std::string_view id;
-    ChunkFamily family; // none: of any
+    ChunkFamily family; // kNone: any family
     std::int64_t headerBytes;
 };
 
@@ -115,7 +119,7 @@ constexpr SampleChunk kSampleChunks[] = {
     {"data", ChunkFamily::kNone, 0},
 };
 
-// AU has no chunks but a header that tells where the samples are.
+// AU has no chunks but a header with the place of the samples.
 constexpr std::string_view kAuMagic = ".snd";
 constexpr std::size_t kAuHeaderBytes = 12; // magic, offset and size of the samples
 
@@ -129,6 +133,10 @@ std::vector<ContainerChunk> auSamples(int descriptor) {
     return {{"data", static_cast<std::int64_t>(number(fields.subspan(4, 4), true)),
              size == kSizeIsElsewhere ? kUnknownSize : static_cast<std::int64_t>(size)}};
 }
+
+// A peak chunk begins with its version and the time, in seconds since 1970, of 4 bytes each.
+constexpr std::int64_t kTimeOffset = 4;
+constexpr std::array<char, 4> kNoTime{};
 
 } // namespace
 
@@ -185,6 +193,16 @@ SampleExtent sampleExtent(const ContainerChunks& container) {
         return {promised, std::min(present, promised)};
     }
     return {};
+}
+
+void clearPeakTime(int descriptor, const std::string& name) {
+    for (const ContainerChunk& chunk : readContainerChunks(descriptor).chunks) {
+        const std::int64_t offset = chunk.dataOffset + kTimeOffset;
+        if (chunk.id == "PEAK" && ::pwrite(descriptor, kNoTime.data(), kNoTime.size(), offset) !=
+                                      static_cast<ssize_t>(kNoTime.size())) {
+            throwWriteError(name, errno);
+        }
+    }
 }
 
 } // namespace varno

@@ -1,7 +1,7 @@
 #include "AudioFile/OggPages.h"
 
+#include "AudioFile/Error.h"
 #include "AudioFile/Transfer.h"
-#include "CommandError.h"
 
 #include <algorithm>
 #include <array>
@@ -85,8 +85,8 @@ void setOggSerial(int descriptor, const std::string& name) {
     std::vector<unsigned char> page;
     for (std::int64_t offset = 0; offset < fileBytes; offset += static_cast<std::int64_t>(page.size())) {
         if (!readPage(page, descriptor, offset)) {
-            throw WorkError(name + ": damaged while it was written: no Ogg page at byte " +
-                            std::to_string(offset));
+            throw AudioFileError(name + ": damaged while it was written: no Ogg page at byte " +
+                                 std::to_string(offset));
         }
         putWord(page.data() + kSerialOffset, kSerial);
         putWord(page.data() + kChecksumOffset, 0);
@@ -103,7 +103,7 @@ bool isOggWithoutEnd(int descriptor) {
     if (!readPage(page, descriptor, 0) || ::fstat(descriptor, &status) != 0) {
         return false;
     }
-    // The last page begins no further from the end than a page is long.
+    // The last page begins at most the length of a page before the end.
     const std::int64_t start = std::max<std::int64_t>(status.st_size - kMostPageBytes, 0);
     std::string tail(static_cast<std::size_t>(status.st_size - start), '\0');
     if (::pread(descriptor, tail.data(), tail.size(), start) != static_cast<ssize_t>(tail.size())) {

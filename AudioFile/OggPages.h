@@ -6,14 +6,14 @@
 namespace varno {
 
 /// Gives the one stream of a complete Ogg file the serial number 1, in every page, with the pages' checksums.
-/// libsndfile draws a random number, which would make every run's bytes differ; a number need only be unlike
-/// those of other streams within the same file (RFC 3533, section 4).
-/// @param descriptor open for reading and writing @param name of the file for messages @throws WorkError
+/// libsndfile chooses a random number, which would make the bytes of every run differ; the number need only
+/// differ from those of other streams within the same file (RFC 3533, section 4).
+/// @param descriptor open for reading and writing @param name of the file for messages @throws AudioFileError
 void setOggSerial(int descriptor, const std::string& name);
 
-/// Whether the file is an Ogg file without the page that ends its stream, as one that was cut off is. Its
-/// header does not promise a length, so nothing else tells. @param descriptor open for reading, able to seek;
-/// its position stays
+/// Whether the file is an Ogg file without the page that ends its stream: it was truncated. An Ogg header
+/// states no length, so there is no other sign. @param descriptor open for reading, able to seek; its
+/// position stays
 bool isOggWithoutEnd(int descriptor);
 
 } // namespace varno

@@ -1,7 +1,7 @@
 #include "AudioFile/OutputFormat.h"
 
+#include "AudioFile/Error.h"
 #include "AudioFile/Sndfile.h"
-#include "CommandError.h"
 
 #include <algorithm>
 #include <array>
@@ -52,8 +52,9 @@ Container containerFor(const std::string& path) {
             return row.container;
         }
     }
-    throw UsageError(path + ": has " + (extension.empty() ? "no extension" : "the extension " + extension) +
-                     "; expected .wav, .rf64, .w64, .aiff, .caf, .au, .flac, .ogg or .opus");
+    throw UnsupportedFormat(path + ": has " +
+                            (extension.empty() ? "no extension" : "the extension " + extension) +
+                            "; expected .wav, .rf64, .w64, .aiff, .caf, .au, .flac, .ogg or .opus");
 }
 
 bool holds(AudioFormat format, SampleFormat sample) {
@@ -69,8 +70,8 @@ bool isReadOnly(SampleFormat sample) {
     return sample == SampleFormat::kMpeg || sample == SampleFormat::kOther;
 }
 
-// Formats to try in turn where the container does not hold the input's: first those that lose nothing, the
-// smallest first, then the best of the others.
+// Formats to try in this order where the container does not hold the input's: first those that lose nothing,
+// beginning with the smallest, then the best of the others.
 std::array<SampleFormat, 6> substitutesFor(SampleFormat input) {
     using enum SampleFormat;
     if (input == kDouble || input == kFloat || isCoded(input)) {
@@ -97,16 +98,16 @@ SampleFormat sampleFor(const AudioFormat& output, SampleFormat input, const std:
             return candidate;
         }
     }
-    throw UsageError(path + ": " + containerName(output.container) + " cannot hold " +
-                     std::to_string(output.channels) + (output.channels == 1 ? " channel" : " channels") +
-                     " at " + std::to_string(output.rateHz) +
-                     " Hz; expected another container, such as .wav");
+    throw UnsupportedFormat(path + ": " + containerName(output.container) + " cannot hold " +
+                            std::to_string(output.channels) +
+                            (output.channels == 1 ? " channel" : " channels") + " at " +
+                            std::to_string(output.rateHz) + " Hz; expected another container, such as .wav");
 }
 
 std::string formatsHeld(const AudioFormat& output) {
     std::string names;
     for (const char* name : {"pcm16", "pcm24", "pcm32", "float", "double"}) {
-        if (holds(output, *sampleFormatFromOption(name))) {
+        if (holds(output, *sampleFormatFromName(name))) {
             names += (names.empty() ? "" : ", ") + std::string(name);
         }
     }
@@ -125,9 +126,9 @@ void fitSize(AudioFormat& format, const std::string& path) {
         format.container = Container::kRf64;
     }
     if (format.container == Container::kAiff || format.container == Container::kAu) {
-        throw UsageError(path + ": " + containerName(format.container) + " holds 4 GB, not " +
-                         std::to_string(sampleBytes(format)) +
-                         " bytes of samples; expected .wav, .w64 or .caf");
+        throw UnsupportedFormat(path + ": " + containerName(format.container) + " holds 4 GB, not " +
+                                std::to_string(sampleBytes(format)) +
+                                " bytes of samples; expected .wav, .w64 or .caf");
     }
 }
 
@@ -155,14 +156,15 @@ OutputFormat chooseOutputFormat(const AudioFormat& input, const std::string& out
     output.container = containerFor(outputPath);
     output.frames = frames;
     if (asked && !holds(output, *asked)) {
-        throw UsageError("--format " + std::string(sampleFormatName(*asked)) + ": " + outputPath + " is " +
-                         containerName(output.container) + ", which cannot hold it; expected " +
-                         formatsHeld(output));
+        throw UnsupportedFormat("--format " + std::string(sampleFormatName(*asked)) + ": " + outputPath +
+                                " is " + containerName(output.container) +
+                                ", which cannot hold it; expected " + formatsHeld(output));
     }
     output.sample = asked ? *asked : sampleFor(output, input.sample, outputPath);
     if (!holds(output, output.sample)) {
-        throw UsageError(outputPath + ": " + sampleFormatName(output.sample) + " cannot hold " +
-                         std::to_string(output.rateHz) + " Hz; expected 8000, 12000, 16000, 24000 or 48000");
+        throw UnsupportedFormat(outputPath + ": " + sampleFormatName(output.sample) + " cannot hold " +
+                                std::to_string(output.rateHz) +
+                                " Hz; expected 8000, 12000, 16000, 24000 or 48000");
     }
     fitSize(output, outputPath);
     return {output, noteFor(input, output, asked.has_value(), outputPath)};

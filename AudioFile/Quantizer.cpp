@@ -9,17 +9,27 @@ namespace varno {
 
 namespace {
 
+// SplitMix64: Steele, Lea and Flood, "Fast splittable pseudorandom number generators", 2014.
+constexpr std::uint64_t kGoldenGamma = 0x9E3779B97F4A7C15U;
+constexpr std::uint64_t kMix1 = 0xBF58476D1CE4E5B9U;
+constexpr std::uint64_t kMix2 = 0x94D049BB133111EBU;
+
+// Between the states of channels: no channel reaches another's sequence.
+constexpr std::uint64_t kStateDistance = std::uint64_t{1} << 60;
+
+constexpr double kOneIn53Bits = 1.0 / static_cast<double>(std::uint64_t{1} << 53);
+
 // 1.5 * 2^52: adding it leaves no bits for a fraction, so the sum is rounded to nearest, ties to even, as
-// every addition is; taking it away leaves the integer. Holds for magnitudes below 2^51 and costs no library
+// every addition is; subtracting it leaves the integer. Valid for magnitudes below 2^51, without a library
 // call.
 constexpr double kRoundingBias = 6755399441055744.0;
 
-// Samples at a time, so that what lies between the loops stays in the fastest cache.
+// Samples per piece: the values between the loops stay in the first-level cache.
 constexpr std::size_t kPiece = 512;
 
-// Each of these loops has no branch, so that the compiler makes vector code of it.
+// None of these loops has a branch, so that the compiler vectorizes them.
 
-// How many samples lie more than half a step beyond full scale or are no number.
+// How many samples lie more than half a step beyond full scale or are not a number.
 template<class Sample>
 int countClipped(const Sample* samples, std::size_t count, double halfStep) {
     // Single precision has no value between its own rounded limit and the limit itself.
@@ -35,7 +45,7 @@ template<class Sample>
 void scale(const Sample* samples, std::size_t count, double fullScale, double* steps) {
     for (std::size_t i = 0; i < count; ++i) {
         const double scaled = static_cast<double>(samples[i]) * fullScale;
-        steps[i] = scaled == scaled ? scaled : 0.0; // only what is no number differs from itself
+        steps[i] = scaled == scaled ? scaled : 0.0; // only not-a-number differs from itself
     }
 }
 
@@ -49,6 +59,34 @@ void round(const double* steps, std::size_t count, double fullScale, int unusedB
 }
 
 } // namespace
+
+std::optional<Dither> ditherFromName(std::string_view name) {
+    if (name == "tpdf") {
+        return Dither::kTpdf;
+    }
+    if (name == "none") {
+        return Dither::kNone;
+    }
+    return std::nullopt;
+}
+
+TpdfNoise::TpdfNoise(std::uint64_t channel)
+    : mState((channel + 1) * kStateDistance) {
+}
+
+double TpdfNoise::next() {
+    const double first = uniform();
+    return first - uniform();
+}
+
+double TpdfNoise::uniform() {
+    mState += kGoldenGamma;
+    std::uint64_t z = mState;
+    z = (z ^ (z >> 30)) * kMix1;
+    z = (z ^ (z >> 27)) * kMix2;
+    z ^= z >> 31;
+    return static_cast<double>(z >> 11) * kOneIn53Bits;
+}
 
 SampleQuantizer::SampleQuantizer(int bits, Dither dither, std::size_t channels)
     : mBits(bits) {

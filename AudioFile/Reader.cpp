@@ -1,14 +1,9 @@
 #include "AudioFile/Reader.h"
 
-#include "AudioFile/CarriedChunks.h"
 #include "AudioFile/ContainerChunks.h"
-#include "AudioFile/FileDescriptor.h"
+#include "AudioFile/Error.h"
 #include "AudioFile/OggPages.h"
 #include "AudioFile/Sndfile.h"
-#include "AudioFile/SndfileMetadata.h"
-#include "AudioFile/SndfileOwner.h"
-#include "AudioFile/Transfer.h"
-#include "CommandError.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -21,7 +16,7 @@ namespace varno {
 
 namespace {
 
-constexpr int kFramesPerCount = 4096; // read at once where frames must be counted
+constexpr int kFramesPerCount = 4096; // per call of libsndfile while frames are counted
 
 struct stat statusOf(const FileDescriptor& file, const std::string& name) {
     struct stat status {};
@@ -31,29 +26,30 @@ struct stat statusOf(const FileDescriptor& file, const std::string& name) {
     return status;
 }
 
-FileDescriptor openInput(const std::string& path) {
-    FileDescriptor file =
-        path == "-" ? FileDescriptor(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)) : openFile(path, O_RDONLY);
+FileDescriptor openInput(const std::string& path, const GoOn& goOn) {
+    FileDescriptor file = path == "-" ? FileDescriptor(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0))
+                                      : openFile(path, O_RDONLY, goOn);
     if (!file.isOpen()) {
         throwReadError(path == "-" ? "standard input" : path, errno);
     }
     return file;
 }
 
-// A file that can be read from any position: pipes, and files that someone has read from, are copied.
-FileDescriptor makeSeekable(FileDescriptor file, const struct stat& status, const std::string& name) {
+// A file that can be read from any position: pipes, and files of which a part has been read, are copied.
+FileDescriptor makeSeekable(FileDescriptor file, const struct stat& status, const std::string& name,
+                            const GoOn& goOn) {
     if (S_ISDIR(status.st_mode)) {
-        throw WorkError(name + ": is a folder; expected an audio file");
+        throw AudioFileError(name + ": is a folder; expected an audio file");
     }
     if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) {
-        throw WorkError(name + (::isatty(file.get()) == 1 ? ": is a terminal" : ": is a device") +
-                        "; expected an audio file or a pipe");
+        throw AudioFileError(name + (::isatty(file.get()) == 1 ? ": is a terminal" : ": is a device") +
+                             "; expected an audio file or a pipe");
     }
     if (S_ISREG(status.st_mode) && ::lseek(file.get(), 0, SEEK_CUR) == 0) {
         return file;
     }
     FileDescriptor copy = openUnnamedTemporary();
-    copyAll(file.get(), name, copy.get(), "a temporary file");
+    copyAll(file.get(), name, copy.get(), "a temporary file", goOn);
     ::lseek(copy.get(), 0, SEEK_SET);
     return copy;
 }
@@ -72,8 +68,8 @@ std::string framesText(std::int64_t frames) {
 }
 
 [[noreturn]] void throwTruncated(const std::string& name, std::int64_t promised, std::int64_t found) {
-    throw WorkError(name + ": is truncated: " + framesText(found) + " found, expected the " +
-                    std::to_string(promised) + " that its header promises");
+    throw AudioFileError(name + ": is truncated: " + framesText(found) + " found, expected the " +
+                         std::to_string(promised) + " that its header promises");
 }
 
 void refuseTruncated(const std::string& name, const AudioFormat& format, const SampleExtent& extent) {
@@ -83,15 +79,15 @@ void refuseTruncated(const std::string& name, const AudioFormat& format, const S
     if (const std::int64_t frameBytes = format.channels * storedBytes(format.sample)) {
         throwTruncated(name, extent.promised / frameBytes, extent.present / frameBytes);
     }
-    throw WorkError(name + ": is truncated: " + std::to_string(extent.present) +
-                    " bytes of samples found, expected the " + std::to_string(extent.promised) +
-                    " that its header promises");
+    throw AudioFileError(name + ": is truncated: " + std::to_string(extent.present) +
+                         " bytes of samples found, expected the " + std::to_string(extent.promised) +
+                         " that its header promises");
 }
 
 // Interleaved samples as libsndfile decodes them.
 using Decoded = std::variant<std::vector<std::int16_t>, std::vector<float>, std::vector<double>>;
 
-// In the cheapest type that holds the format exactly: 16 bits are not even converted.
+// The fastest type that holds the format exactly; 16 bits need no conversion.
 Decoded decodedFor(SampleFormat sample) {
     if (sample == SampleFormat::kPcm16) {
         return std::vector<std::int16_t>();
@@ -126,7 +122,7 @@ struct AudioReader::State {
     std::int64_t framesRead = 0;
     Decoded decoded;
 
-    // Streams that were written to a pipe do not tell their length.
+    // For streams whose header states no length.
     std::int64_t countFrames() {
         std::vector<float> ignored(static_cast<std::size_t>(kFramesPerCount) *
                                    static_cast<std::size_t>(format.channels));
@@ -135,42 +131,44 @@ struct AudioReader::State {
             count += got;
         }
         if (sf_seek(sound.get(), 0, SEEK_SET) != 0) {
-            throw WorkError(name + ": cannot be read a second time; expected a file that tells its length");
+            throw AudioFileError(name +
+                                 ": cannot be read a second time; expected a file that tells its length");
         }
         return count;
     }
 };
 
-AudioReader::AudioReader(const std::string& path)
+AudioReader::AudioReader(const std::string& path, const GoOn& goOn)
     : mState(std::make_unique<State>()) {
     State& s = *mState;
     s.name = path == "-" ? "standard input" : path;
-    FileDescriptor opened = openInput(path);
+    FileDescriptor opened = openInput(path, goOn);
     const struct stat status = statusOf(opened, s.name);
     s.identity = {status.st_dev, status.st_ino};
-    s.file = makeSeekable(std::move(opened), status, s.name);
+    s.file = makeSeekable(std::move(opened), status, s.name, goOn);
     if (statusOf(s.file, s.name).st_size == 0) {
-        throw WorkError(s.name + ": is empty; expected an audio file");
+        throw AudioFileError(s.name + ": is empty; expected an audio file");
     }
 
     const ContainerChunks container = readContainerChunks(s.file.get());
     SF_INFO info{};
     s.sound.reset(sf_open_fd(s.file.get(), SFM_READ, &info, SF_FALSE));
     if (!s.sound) {
-        throw WorkError(s.name + ": is no audio that can be read (" + withoutLineEnds(sf_strerror(nullptr)) +
-                        "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
+        throw AudioFileError(s.name + ": is no audio that can be read (" +
+                             withoutLineEnds(sf_strerror(nullptr)) +
+                             "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
     }
     s.format = audioFormatOf(info);
     s.decoded = decodedFor(s.format.sample);
     refuseTruncated(s.name, s.format, sampleExtent(container));
     if (isOggWithoutEnd(s.file.get())) {
-        throw WorkError(s.name + ": is truncated: its stream has no end; expected a whole file");
+        throw AudioFileError(s.name + ": is truncated: its stream has no end; expected a whole file");
     }
     if (s.format.frames <= 0 || s.format.frames == SF_COUNT_MAX) {
         s.format.frames = s.countFrames();
     }
     if (s.format.frames == 0) {
-        throw WorkError(s.name + ": holds no frames; expected at least one");
+        throw AudioFileError(s.name + ": holds no frames; expected at least one");
     }
     s.metadata = readMetadata(s.sound.get(), s.format.channels);
     readCarriedChunks(s.file.get(), container, s.metadata);

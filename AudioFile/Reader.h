@@ -2,9 +2,9 @@
 #define VARNO_AUDIOFILE_READER_H
 
 #include "AudioFile/Block.h"
-#include "AudioFile/FileIdentity.h"
 #include "AudioFile/Format.h"
 #include "AudioFile/Metadata.h"
+#include "AudioFile/Transfer.h"
 
 #include <memory>
 #include <string>
@@ -17,10 +17,11 @@ class AudioReader {
 public:
     /// Opens a file, or standard input where `path` is "-". A pipe is first copied to an unnamed temporary
     /// file, since most containers cannot be read without seeking.
-    /// @throws WorkError where there is no such file, it cannot be read, is a directory or a device, is
-    /// empty, is
-    ///         no audio that can be read, holds no frames, or holds fewer frames than its header promises
-    explicit AudioReader(const std::string& path);
+    /// @param goOn called while a pipe is waited for and copied; not kept
+    /// @throws AudioFileError where there is no such file, it cannot be read, is a directory or a device, is
+    ///         empty, is no audio that can be read, holds no frames, or holds fewer frames than its header
+    ///         promises
+    explicit AudioReader(const std::string& path, const GoOn& goOn = {});
     ~AudioReader();
 
     AudioReader(const AudioReader&) = delete;
@@ -32,13 +33,13 @@ public:
     const AudioFormat& format() const;
     const FileMetadata& metadata() const;
 
-    /// What tells this file from all others under whatever name.
+    /// Of the file, not of the copy of a pipe.
     const FileIdentity& identity() const;
 
     /// Fills the block with the next frames, as many as it can hold or are left.
     /// @param block of as many channels as the file
     /// @return frames read; 0 at the end
-    /// @throws WorkError where the file ends before the frames it promised or cannot be decoded
+    /// @throws AudioFileError where the file ends before the frames it promised or cannot be decoded
     int read(AudioBlock& block);
 
 private:

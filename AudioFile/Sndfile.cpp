@@ -1,5 +1,16 @@
 #include "AudioFile/Sndfile.h"
 
+#include "AudioFile/Transfer.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace varno {
 
 namespace {
@@ -21,8 +32,7 @@ struct SampleRow {
     int subtype;
 };
 
-// The first row of a format that the container holds is the one written; the ALAC and FLAC-in-Ogg codecs are
-// read.
+// The first row of a format that the container holds is the one written; ALAC and DWVW are only read.
 constexpr SampleRow kSamples[] = {
     {SampleFormat::kPcm8, SF_FORMAT_PCM_S8},        {SampleFormat::kPcm8, SF_FORMAT_PCM_U8},
     {SampleFormat::kPcm16, SF_FORMAT_PCM_16},       {SampleFormat::kPcm24, SF_FORMAT_PCM_24},
@@ -66,31 +76,51 @@ std::optional<int> majorOf(const AudioFormat& format) {
     return std::nullopt;
 }
 
-// A file that takes everything and keeps nothing.
-struct Nowhere {
-    sf_count_t position = 0;
-    sf_count_t length = 0;
+// More than any editor makes; limits the memory that a damaged count can take.
+constexpr std::uint32_t kMostCues = 10'000;
 
-    static Nowhere& of(void* user) { return *static_cast<Nowhere*>(user); }
-    static sf_count_t getLength(void* user) { return of(user).length; }
-    static sf_count_t tell(void* user) { return of(user).position; }
-    static sf_count_t read(void*, sf_count_t, void*) { return 0; }
+// SF_CUES for any count: the count, then that many records.
+std::size_t cueRecordBytes(std::size_t count) {
+    return offsetof(SF_CUES, cue_points) + count * sizeof(SF_CUE_POINT);
+}
 
-    static sf_count_t seek(sf_count_t offset, int whence, void* user) {
-        const sf_count_t base = whence == SEEK_CUR   ? of(user).position
-                                : whence == SEEK_END ? of(user).length
-                                                     : 0;
-        return of(user).position = base + offset;
-    }
-
-    static sf_count_t write(const void*, sf_count_t count, void* user) {
-        of(user).position += count;
-        if (of(user).position > of(user).length) {
-            of(user).length = of(user).position;
+std::map<int, std::string> readTags(SNDFILE* file) {
+    std::map<int, std::string> tags;
+    for (int tag = SF_STR_FIRST; tag <= SF_STR_LAST; ++tag) {
+        if (const char* text = sf_get_string(file, tag)) {
+            tags[tag] = text;
         }
-        return count;
     }
-};
+    return tags;
+}
+
+std::vector<CuePoint> readCues(SNDFILE* file) {
+    std::uint32_t count = 0;
+    if (sf_command(file, SFC_GET_CUE_COUNT, &count, sizeof count) != SF_TRUE) {
+        return {};
+    }
+    count = std::min(count, kMostCues);
+    std::vector<char> record(cueRecordBytes(count));
+    if (sf_command(file, SFC_GET_CUE, record.data(), static_cast<int>(record.size())) != SF_TRUE) {
+        return {};
+    }
+    std::vector<CuePoint> cues(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        SF_CUE_POINT point;
+        std::memcpy(&point, record.data() + cueRecordBytes(i), sizeof point);
+        point.name[sizeof point.name - 1] = '\0';
+        cues[i] = {point.indx, point.sample_offset, point.name};
+    }
+    return cues;
+}
+
+// libsndfile accepts every text for these containers but writes only some.
+bool dropsTag(Container container, int tag) {
+    if (container == Container::kAiff) {
+        return tag > SF_STR_COMMENT;
+    }
+    return (container == Container::kWav || container == Container::kRf64) && tag == SF_STR_LICENSE;
+}
 
 } // namespace
 
@@ -128,14 +158,91 @@ bool canWrite(const AudioFormat& format) {
     if (!info) {
         return false;
     }
-    Nowhere nowhere;
-    SF_VIRTUAL_IO io{Nowhere::getLength, Nowhere::seek, Nowhere::read, Nowhere::write, Nowhere::tell};
-    SNDFILE* file = sf_open_virtual(&io, SFM_WRITE, &*info, &nowhere);
-    if (file == nullptr) {
-        return false;
+    const FileDescriptor memory(::memfd_create("varno", MFD_CLOEXEC));
+    if (!memory.isOpen()) {
+        throwWriteError("a file in memory", errno);
     }
-    sf_close(file);
-    return true;
+    SndfileSink sink(memory.get());
+    return sink.open(*info) != nullptr;
+}
+
+FileMetadata readMetadata(SNDFILE* file, int channels) {
+    FileMetadata metadata;
+    metadata.tags = readTags(file);
+    metadata.cues = readCues(file);
+    SF_INSTRUMENT instrument{};
+    metadata.hasSamplerLoops =
+        sf_command(file, SFC_GET_INSTRUMENT, &instrument, sizeof instrument) == SF_TRUE;
+    SF_BROADCAST_INFO broadcast{};
+    metadata.hasBroadcast = sf_command(file, SFC_GET_BROADCAST_INFO, &broadcast, sizeof broadcast) == SF_TRUE;
+    std::vector<int> map(static_cast<std::size_t>(channels));
+    const int mapBytes = static_cast<int>(map.size() * sizeof(int));
+    if (sf_command(file, SFC_GET_CHANNEL_MAP_INFO, map.data(), mapBytes) == SF_TRUE) {
+        metadata.channelMap = map;
+    }
+    return metadata;
+}
+
+bool writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata) {
+    std::vector<int> map = metadata.channelMap;
+    if (!map.empty()) {
+        sf_command(file, SFC_SET_CHANNEL_MAP_INFO, map.data(), static_cast<int>(map.size() * sizeof(int)));
+    }
+    bool all = true;
+    for (const auto& [tag, text] : metadata.tags) {
+        all &= sf_set_string(file, tag, text.c_str()) == SF_ERR_NO_ERROR && !dropsTag(container, tag);
+    }
+    return all;
+}
+
+SndfileOwner SndfileSink::open(SF_INFO& info) {
+    SF_VIRTUAL_IO io{length, seek, read, write, tell};
+    return SndfileOwner(sf_open_virtual(&io, SFM_WRITE, &info, this));
+}
+
+sf_count_t SndfileSink::remember(sf_count_t result) {
+    if (result < 0 && mError == 0) {
+        mError = errno;
+    }
+    return result;
+}
+
+sf_count_t SndfileSink::length(void* user) {
+    auto* sink = static_cast<SndfileSink*>(user);
+    struct stat status {};
+    return sink->remember(::fstat(sink->mDescriptor, &status)) < 0 ? 0 : status.st_size;
+}
+
+sf_count_t SndfileSink::seek(sf_count_t offset, int whence, void* user) {
+    auto* sink = static_cast<SndfileSink*>(user);
+    return sink->remember(::lseek(sink->mDescriptor, offset, whence));
+}
+
+sf_count_t SndfileSink::read(void* data, sf_count_t count, void* user) {
+    auto* sink = static_cast<SndfileSink*>(user);
+    return sink->remember(::read(sink->mDescriptor, data, static_cast<std::size_t>(count)));
+}
+
+sf_count_t SndfileSink::write(const void* data, sf_count_t count, void* user) {
+    auto* sink = static_cast<SndfileSink*>(user);
+    const auto* bytes = static_cast<const char*>(data);
+    sf_count_t done = 0;
+    while (done < count) {
+        const ssize_t written =
+            ::write(sink->mDescriptor, bytes + done, static_cast<std::size_t>(count - done));
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (sink->remember(written) < 0) {
+            break;
+        }
+        done += written;
+    }
+    return done;
+}
+
+sf_count_t SndfileSink::tell(void* user) {
+    return seek(0, SEEK_CUR, user);
 }
 
 } // namespace varno

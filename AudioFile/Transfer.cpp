@@ -1,7 +1,6 @@
 #include "AudioFile/Transfer.h"
 
-#include "CommandError.h"
-#include "Interruption.h"
+#include "AudioFile/Error.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -9,6 +8,7 @@
 #include <filesystem>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace varno {
@@ -21,7 +21,13 @@ std::string reason(int error) {
     return std::generic_category().message(error);
 }
 
-std::size_t readSome(int descriptor, std::vector<char>& buffer, const std::string& name) {
+void ask(const GoOn& goOn) {
+    if (goOn) {
+        goOn();
+    }
+}
+
+std::size_t readSome(int descriptor, std::vector<char>& buffer, const std::string& name, const GoOn& goOn) {
     for (;;) {
         const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
         if (got >= 0) {
@@ -30,31 +36,50 @@ std::size_t readSome(int descriptor, std::vector<char>& buffer, const std::strin
         if (errno != EINTR) {
             throwReadError(name, errno);
         }
-        throwIfInterrupted();
+        ask(goOn);
     }
 }
 
 } // namespace
 
+FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+    if (this != &other) {
+        close();
+        mDescriptor = other.release();
+    }
+    return *this;
+}
+
+int FileDescriptor::release() {
+    return std::exchange(mDescriptor, -1);
+}
+
+int FileDescriptor::close() {
+    if (!isOpen()) {
+        return 0;
+    }
+    return ::close(release()) == 0 ? 0 : errno;
+}
+
 void throwReadError(const std::string& name, int error) {
-    throw WorkError(name + ": cannot be read: " + reason(error));
+    throw AudioFileError(name + ": cannot be read: " + reason(error));
 }
 
 void throwWriteError(const std::string& name, int error) {
-    throw WorkError(name + ": cannot be written: " + reason(error));
+    throw AudioFileError(name + ": cannot be written: " + reason(error));
 }
 
-FileDescriptor openFile(const std::string& path, int flags, unsigned mode) {
+FileDescriptor openFile(const std::string& path, int flags, const GoOn& goOn, unsigned mode) {
     for (;;) {
         FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC, mode));
         if (file.isOpen() || errno != EINTR) {
             return file;
         }
-        throwIfInterrupted();
+        ask(goOn);
     }
 }
 
-void writeAll(int descriptor, std::string_view bytes, const std::string& name) {
+void writeAll(int descriptor, std::string_view bytes, const std::string& name, const GoOn& goOn) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
         if (written >= 0) {
@@ -63,16 +88,16 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& name) {
             if (errno != EINTR) {
                 throwWriteError(name, errno);
             }
-            throwIfInterrupted();
+            ask(goOn);
         }
     }
 }
 
-void copyAll(int from, const std::string& fromName, int to, const std::string& toName) {
+void copyAll(int from, const std::string& fromName, int to, const std::string& toName, const GoOn& goOn) {
     std::vector<char> buffer(kCopyBytes);
-    while (const std::size_t got = readSome(from, buffer, fromName)) {
-        writeAll(to, {buffer.data(), got}, toName);
-        throwIfInterrupted();
+    while (const std::size_t got = readSome(from, buffer, fromName, goOn)) {
+        writeAll(to, {buffer.data(), got}, toName, goOn);
+        ask(goOn);
     }
 }
 

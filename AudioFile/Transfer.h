@@ -1,36 +1,72 @@
 #ifndef VARNO_AUDIOFILE_TRANSFER_H
 #define VARNO_AUDIOFILE_TRANSFER_H
 
-#include "AudioFile/FileDescriptor.h"
-#include "AudioFile/FileIdentity.h"
-
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
 namespace varno {
 
-/// The error "NAME: cannot be read: REASON". @param error number of the system
+/// Called during long transfers, and after a signal has interrupted a wait for a pipe. It throws to end the
+/// work; the exception passes through to the caller. An empty one never ends it.
+using GoOn = std::function<void()>;
+
+/// Owns an open file descriptor of the system and closes it.
+class FileDescriptor {
+public:
+    FileDescriptor() = default;
+    /// Takes ownership. @param descriptor -1 for none
+    explicit FileDescriptor(int descriptor)
+        : mDescriptor(descriptor) {}
+    ~FileDescriptor() { close(); }
+
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : mDescriptor(other.release()) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+
+    bool isOpen() const { return mDescriptor >= 0; }
+    int get() const { return mDescriptor; }
+
+    /// Gives ownership away. @return the descriptor, which the caller now closes
+    int release();
+
+    /// @return 0, or the system's error number where closing reports a failed write. Nothing to close is no
+    ///         error.
+    int close();
+
+private:
+    int mDescriptor = -1;
+};
+
+/// Identifies one file of the system under whatever name: device and inode.
+struct FileIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+
+    bool operator==(const FileIdentity&) const = default;
+};
+
+/// Throws the AudioFileError "NAME: cannot be read: REASON". @param error number of the system
 [[noreturn]] void throwReadError(const std::string& name, int error);
 
-/// The error "NAME: cannot be written: REASON". @param error number of the system
+/// Throws the AudioFileError "NAME: cannot be written: REASON". @param error number of the system
 [[noreturn]] void throwWriteError(const std::string& name, int error);
 
-/// Opens with `flags` of the system, closed in child processes; goes on after signals that do not end the
-/// work.
-/// @return nothing open where that fails, with errno telling why
-/// @throws WorkError where the user interrupts the wait for a pipe's other end
-FileDescriptor openFile(const std::string& path, int flags, unsigned mode = 0);
+/// Opens with `flags` of the system, closed in child processes. Waits on after a signal if `goOn` returns.
+/// @param mode of a file that is created
+/// @return nothing open where that fails, with the reason in errno
+FileDescriptor openFile(const std::string& path, int flags, const GoOn& goOn, unsigned mode = 0);
 
-/// Writes all bytes at the present position. @param name for messages
-/// @throws WorkError where that fails or the user interrupts it
-void writeAll(int descriptor, std::string_view bytes, const std::string& name);
+/// Writes all bytes at the present position. @param name for messages @throws AudioFileError
+void writeAll(int descriptor, std::string_view bytes, const std::string& name, const GoOn& goOn);
 
 /// Copies from the present position to the end of one file to the present position of another.
-/// @throws WorkError where that fails or the user interrupts it
-void copyAll(int from, const std::string& fromName, int to, const std::string& toName);
+/// @throws AudioFileError
+void copyAll(int from, const std::string& fromName, int to, const std::string& toName, const GoOn& goOn);
 
 /// A file without a name in the folder for temporary files (TMPDIR, else /tmp), gone when it is closed.
-/// @throws WorkError
+/// @throws AudioFileError
 FileDescriptor openUnnamedTemporary();
 
 } // namespace varno

@@ -1,16 +1,9 @@
 #include "AudioFile/Writer.h"
 
-#include "AudioFile/CarriedChunks.h"
-#include "AudioFile/Interleaving.h"
+#include "AudioFile/ContainerChunks.h"
+#include "AudioFile/Error.h"
 #include "AudioFile/OggPages.h"
-#include "AudioFile/PeakChunk.h"
-#include "AudioFile/Quantizer.h"
 #include "AudioFile/Sndfile.h"
-#include "AudioFile/SndfileMetadata.h"
-#include "AudioFile/SndfileOwner.h"
-#include "AudioFile/SndfileSink.h"
-#include "AudioFile/Transfer.h"
-#include "CommandError.h"
 
 #include <algorithm>
 #include <bit>
@@ -24,11 +17,10 @@ namespace varno {
 
 namespace {
 
-// libsndfile always gets this many frames at once but for the last time, so that encoders, which look at what
-// they have, write the same whatever the block sizes are.
+// Frames per call of libsndfile, except the last: encoders write the same whatever the block sizes are.
 constexpr std::size_t kFramesPerWrite = 4096;
 
-// Of 0 to 1. Both are transparent for most material: about 256 and 200 kbit/s in stereo.
+// From 0 to 1. Both are transparent for most material: about 256 and 200 kbit/s in stereo.
 constexpr double kVorbisQuality = 0.8;
 constexpr double kOpusQuality = 0.4;
 
@@ -39,7 +31,7 @@ bool isOggCodec(SampleFormat sample) {
 // Interleaved frames that wait to be written.
 using Waiting = std::variant<std::vector<float>, std::vector<double>>;
 
-// Single precision wherever nothing is lost by it, as it is cheaper.
+// Single precision, which is faster, wherever it loses nothing.
 Waiting waitingFor(SampleFormat output, SampleFormat input, std::size_t samples) {
     if (output == SampleFormat::kFloat || fitsSinglePrecision(input)) {
         return std::vector<float>(samples);
@@ -47,7 +39,7 @@ Waiting waitingFor(SampleFormat output, SampleFormat input, std::size_t samples)
     return std::vector<double>(samples);
 }
 
-// Interleaved integers for libsndfile, in the cheapest type: 16 bits are not even converted.
+// Interleaved integers for libsndfile, in the fastest type: 16 bits need no conversion.
 using Integers = std::variant<std::vector<std::int16_t>, std::vector<std::int32_t>>;
 
 Integers integersFor(SampleFormat output, std::size_t samples) {
@@ -73,14 +65,14 @@ sf_count_t encode(SNDFILE* sound, const double* samples, sf_count_t frames) {
     return sf_writef_double(sound, samples, frames);
 }
 
-// The sample to write: the very one that was read where the effect returned it unchanged.
+// The sample to write: the exact one where the effect returned it unchanged.
 double keepUntouched(double exact, float processed) {
     const bool untouched =
         std::bit_cast<std::uint32_t>(static_cast<float>(exact)) == std::bit_cast<std::uint32_t>(processed);
     return untouched ? exact : static_cast<double>(processed);
 }
 
-// libsndfile does not tell the cue points of RF64 files, but their chunk does.
+// libsndfile does not read the cue points of RF64 files; their chunk shows that there are some.
 bool hasCues(const FileMetadata& metadata) {
     return !metadata.cues.empty() ||
            std::any_of(metadata.chunks.begin(), metadata.chunks.end(),
@@ -90,8 +82,8 @@ bool hasCues(const FileMetadata& metadata) {
 } // namespace
 
 struct AudioWriter::State {
-    State(const std::string& path, const AudioFormat& outputFormat, Overwrite overwrite)
-        : file(path, overwrite),
+    State(const std::string& path, const AudioFormat& outputFormat, const Options& options)
+        : file(path, options.overwrite, options.goOn),
           sink(file.descriptor()),
           format(outputFormat),
           channels(static_cast<std::size_t>(outputFormat.channels)) {}
@@ -111,7 +103,7 @@ struct AudioWriter::State {
     std::size_t channels;
     Waiting waiting;
     std::size_t framesWaiting = 0;
-    std::optional<SampleQuantizer> quantizer; // nothing where the output is not of integers
+    std::optional<SampleQuantizer> quantizer; // for integer formats
     Integers integers;
     std::vector<CarriedChunk> chunksAtEnd;
     std::vector<std::string> leftOut;
@@ -121,10 +113,10 @@ struct AudioWriter::State {
 void AudioWriter::State::open(const FileMetadata& metadata) {
     std::optional<SF_INFO> info = sndfileInfoOf(format);
     if (info) {
-        sound.reset(sink.open(*info));
+        sound = sink.open(*info);
     }
     failUnlessWritten(sound != nullptr);
-    sf_command(sound.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE); // it would tell the time of the run
+    sf_command(sound.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE); // it would hold the time of the run
     if (isOggCodec(format.sample)) {
         double quality = format.sample == SampleFormat::kOpus ? kOpusQuality : kVorbisQuality;
         sf_command(sound.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
@@ -164,7 +156,7 @@ void AudioWriter::State::failUnlessWritten(bool written) {
         throwWriteError(file.name(), sink.error());
     }
     if (!written) {
-        throw WorkError(file.name() + ": cannot be written: " + sf_strerror(sound.get()));
+        throw AudioFileError(file.name() + ": cannot be written: " + sf_strerror(sound.get()));
     }
 }
 
@@ -191,7 +183,7 @@ void AudioWriter::State::gather(const AudioBlock& source, const float* const* pr
 template<class Sample>
 sf_count_t AudioWriter::State::writeWaiting(std::span<Sample> samples) {
     const auto frames = static_cast<sf_count_t>(framesWaiting);
-    if (isOggCodec(format.sample)) { // whose encoders do not return from what is no number
+    if (isOggCodec(format.sample)) { // their encoders do not return from not-a-number or infinity
         std::replace_if(
             samples.begin(), samples.end(), [](Sample sample) { return !std::isfinite(sample); }, Sample{});
     }
@@ -216,9 +208,9 @@ void AudioWriter::State::flush() {
 AudioWriter::AudioWriter(const std::string& path, const AudioFormat& format, const FileMetadata& metadata,
                          const Options& options) {
     if (path == "-" && ::isatty(STDOUT_FILENO) == 1) {
-        throw WorkError("standard output: is a terminal; expected a file or a pipe");
+        throw AudioFileError("standard output: is a terminal; expected a file or a pipe");
     }
-    mState = std::make_unique<State>(path, format, options.overwrite);
+    mState = std::make_unique<State>(path, format, options);
     State& s = *mState;
     if (const int bits = integerBits(format.sample)) {
         const Dither dither = bits < signalBits(options.inputSample) ? options.dither : Dither::kNone;

@@ -3,9 +3,10 @@
 
 #include "AudioFile/AtomicFile.h"
 #include "AudioFile/Block.h"
-#include "AudioFile/Dither.h"
 #include "AudioFile/Format.h"
 #include "AudioFile/Metadata.h"
+#include "AudioFile/Quantizer.h"
+#include "AudioFile/Transfer.h"
 
 #include <cstdint>
 #include <memory>
@@ -24,12 +25,14 @@ public:
         Dither dither = Dither::kTpdf;
         /// Sample format that the samples come from.
         SampleFormat inputSample = SampleFormat::kFloat;
+        /// Called while commit() copies to a pipe or a device.
+        GoOn goOn = {};
     };
 
     /// @param path of the output; "-" is standard output
-    /// @param format as chooseOutputFormat() gives it
+    /// @param format as chooseOutputFormat() returns it
     /// @param metadata of the input; what the container can hold of it is written
-    /// @throws WorkError where the file cannot be made
+    /// @throws AudioFileError where the file cannot be made
     AudioWriter(const std::string& path, const AudioFormat& format, const FileMetadata& metadata,
                 const Options& options);
 
@@ -44,17 +47,17 @@ public:
     /// formats are rounded to nearest (after dither, if any) and limited to full scale, floating point is
     /// written as it is.
     /// @param processed may be source.samples(), where the effect worked in place
-    /// @throws WorkError where writing fails, for instance on a full disk
+    /// @throws AudioFileError where writing fails, for instance on a full disk
     void write(const AudioBlock& source, const float* const* processed);
 
-    /// Completes the file and gives it its name. @throws WorkError
+    /// Completes the file and gives it its name. @throws AudioFileError
     void commit();
 
-    /// Samples so far that lay more than half a step of an integer format beyond full scale, or were no
+    /// Samples so far that lay more than half a step of an integer format beyond full scale, or were not a
     /// number.
     std::int64_t clippedSamples() const;
 
-    /// What of the metadata this container cannot hold, each in a word or two ("cue points"), for a remark.
+    /// What of the metadata this container cannot hold, each in a word or two ("cue points"), for a message.
     const std::vector<std::string>& metadataLeftOut() const;
 
 private:

@@ -1,6 +1,9 @@
 #ifndef VARNO_APPS_VARNO_COMMANDERROR_H
 #define VARNO_APPS_VARNO_COMMANDERROR_H
 
+#include "AudioFile/Error.h"
+
+#include <exception>
 #include <stdexcept>
 #include <string>
 
@@ -38,6 +41,14 @@ public:
     explicit WorkError(const std::string& message)
         : CommandError(message, kExitWorkFailed) {}
 };
+
+/// The exit status of a command that ends with this error.
+inline int exitStatusOf(const std::exception& error) {
+    if (const auto* ofCommand = dynamic_cast<const CommandError*>(&error)) {
+        return ofCommand->exitStatus();
+    }
+    return dynamic_cast<const UnsupportedFormat*>(&error) != nullptr ? kExitWrongUsage : kExitWorkFailed;
+}
 
 } // namespace varno
 

@@ -1,5 +1,6 @@
 #include "MeterFile.h"
 
+#include "Interruption.h"
 #include "NumberText.h"
 
 namespace varno {
@@ -13,7 +14,7 @@ constexpr std::size_t kPendingBytes = 64 * 1024; // handed to the system at once
 
 MeterFile::MeterFile(const std::string& path, Overwrite overwrite, double rateHz,
                      const std::vector<std::string>& meters)
-    : mFile(path, overwrite),
+    : mFile(path, overwrite, throwIfInterrupted),
       mRateHz(rateHz),
       mPending("time_s") {
     for (const std::string& meter : meters) {

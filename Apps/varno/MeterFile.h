@@ -16,17 +16,17 @@ namespace varno {
 class MeterFile {
 public:
     /// @param meters names for the heading, without commas
-    /// @throws WorkError where the file cannot be made
+    /// @throws AudioFileError where the file cannot be made
     MeterFile(const std::string& path, Overwrite overwrite, double rateHz,
               const std::vector<std::string>& meters);
 
-    /// @param frame at which the block starts @param values one per meter @throws WorkError
+    /// @param frame at which the block starts @param values one per meter @throws AudioFileError
     void addRow(std::int64_t frame, std::span<const float> values);
 
-    /// Hands all rows to the system, so that a full disk shows before commit(). @throws WorkError
+    /// Hands all rows to the system, so that a full disk shows before commit(). @throws AudioFileError
     void flush();
 
-    /// Gives the file its name. @throws WorkError
+    /// Gives the file its name. @throws AudioFileError
     void commit();
 
 private:

@@ -12,12 +12,9 @@ int runAndReport(const std::vector<std::string>& words) {
     using namespace varno;
     try {
         return runProgram(words);
-    } catch (const CommandError& error) {
-        printError(error.what());
-        return error.exitStatus();
     } catch (const std::exception& error) {
         printError(error.what());
-        return kExitWorkFailed;
+        return exitStatusOf(error);
     }
 }
 

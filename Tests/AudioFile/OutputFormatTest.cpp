@@ -102,8 +102,7 @@ TEST(OutputFormatTest, TakesTheNearestOtherwiseAndSaysSo) {
 
 TEST(OutputFormatTest, AskedFormatsAreTakenWithoutRemark) {
     for (const char* name : {"pcm16", "pcm24", "pcm32", "float", "double"}) {
-        const OutputFormat chosen =
-            choose(stereo(SampleFormat::kPcm8), "a.wav", sampleFormatFromOption(name));
+        const OutputFormat chosen = choose(stereo(SampleFormat::kPcm8), "a.wav", sampleFormatFromName(name));
         EXPECT_STREQ(sampleFormatName(chosen.format.sample), name);
         EXPECT_EQ(chosen.note, "");
     }

@@ -11,6 +11,54 @@
 namespace varno::test {
 namespace {
 
+constexpr std::size_t kNoiseValues = 100'000;
+
+std::vector<double> noise(std::uint64_t channel) {
+    TpdfNoise source(channel);
+    std::vector<double> values(kNoiseValues);
+    std::generate(values.begin(), values.end(), [&] { return source.next(); });
+    return values;
+}
+
+TEST(DitherTest, NamesOfTheKinds) {
+    EXPECT_EQ(ditherFromName("tpdf"), Dither::kTpdf);
+    EXPECT_EQ(ditherFromName("none"), Dither::kNone);
+    EXPECT_EQ(ditherFromName("rpdf"), std::nullopt);
+    EXPECT_EQ(ditherFromName(""), std::nullopt);
+}
+
+TEST(DitherTest, IsTriangularOverTwoSteps) {
+    double sum = 0.0;
+    double squares = 0.0;
+    std::size_t beyondHalf = 0;
+    for (const double value : noise(0)) {
+        ASSERT_LT(std::abs(value), 1.0);
+        sum += value;
+        squares += value * value;
+        beyondHalf += std::abs(value) > 0.5 ? 1U : 0U;
+    }
+    const auto count = static_cast<double>(kNoiseValues);
+    EXPECT_NEAR(sum / count, 0.0, 0.005);
+    EXPECT_NEAR(squares / count, 1.0 / 6.0, 0.002);
+    // Of uniform noise it would be half.
+    EXPECT_NEAR(static_cast<double>(beyondHalf) / count, 0.25, 0.005);
+}
+
+TEST(DitherTest, EveryRunIsTheSame) {
+    EXPECT_EQ(noise(0), noise(0));
+    EXPECT_EQ(noise(1), noise(1));
+}
+
+TEST(DitherTest, ChannelsAreUncorrelated) {
+    const std::vector<double> left = noise(0);
+    const std::vector<double> right = noise(1);
+    double product = 0.0;
+    for (std::size_t i = 0; i < kNoiseValues; ++i) {
+        product += left[i] * right[i];
+    }
+    EXPECT_NEAR(product / static_cast<double>(kNoiseValues), 0.0, 0.002);
+}
+
 // The integer of `bits` bits that the quantizer makes.
 std::int32_t integer(SampleQuantizer& quantizer, int bits, double sample) {
     std::int32_t result = 0;
@@ -74,19 +122,19 @@ TEST(SampleQuantizerTest, InfinitiesAndNoNumbersAreClippedToo) {
 
 // Without dither a signal below half a step vanishes; with it the mean keeps its value.
 TEST(SampleQuantizerTest, DitherKeepsWhatLiesBelowAStep) {
-    constexpr int kSampleCount = 100'000;
+    constexpr int kCount = 100'000;
     SampleQuantizer quantizer(16, Dither::kTpdf, 1);
     double sum = 0.0;
     double squares = 0.0;
-    for (int i = 0; i < kSampleCount; ++i) {
+    for (int i = 0; i < kCount; ++i) {
         const double value = integer(quantizer, 16, std::ldexp(0.3, -15));
         EXPECT_LE(std::abs(value), 1.0);
         sum += value;
         squares += (value - 0.3) * (value - 0.3);
     }
-    EXPECT_NEAR(sum / kSampleCount, 0.3, 0.01);
+    EXPECT_NEAR(sum / kCount, 0.3, 0.01);
     // Triangular noise two steps wide has a variance of 1/6, rounding one of 1/12.
-    EXPECT_NEAR(squares / kSampleCount, 0.25, 0.01);
+    EXPECT_NEAR(squares / kCount, 0.25, 0.01);
     EXPECT_EQ(integer(16, std::ldexp(0.3, -15)), 0);
 }
 

@@ -1,7 +1,7 @@
 #include "AudioFile/Writer.h"
 
 #include "AudioFile/ContainerChunks.h"
-#include "AudioFile/FileDescriptor.h"
+#include "AudioFile/Transfer.h"
 #include "Interruption.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"

@@ -2,6 +2,7 @@
 
 #include "AudioFile/Transfer.h"
 #include "CommandTable.h"
+#include "Interruption.h"
 
 #include <algorithm>
 #include <unistd.h>
@@ -19,7 +20,7 @@ void printLine(std::string line) noexcept {
 } // namespace
 
 void printOut(std::string_view text) {
-    writeAll(STDOUT_FILENO, text, "standard output");
+    writeAll(STDOUT_FILENO, text, "standard output", throwIfInterrupted);
 }
 
 void printErr(std::string_view text) noexcept {

@@ -6,7 +6,7 @@
 
 namespace varno {
 
-/// Writes text to standard output. @throws WorkError where that fails, for instance on a full disk
+/// Writes text to standard output. @throws AudioFileError where that fails, for instance on a full disk
 void printOut(std::string_view text);
 
 /// Writes text to standard error. Nobody could be told of a failure, so there is none.

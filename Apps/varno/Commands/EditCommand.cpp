@@ -7,6 +7,7 @@
 #include "EditSession.h"
 #include "EditSound.h"
 #include "InputFormat.h"
+#include "Interruption.h"
 #include "ModuleLoading.h"
 #include "Settings.h"
 #include "SettingsKeeping.h"
@@ -53,7 +54,7 @@ Sound soundFor(const EditOptions& options, const Module& module) {
     if (!options.audio) {
         return {AudioLoop::silence(options.channels), options.rateHz, nullptr};
     }
-    AudioReader reader(*options.audio);
+    AudioReader reader(*options.audio, throwIfInterrupted);
     requireVariantFor(module, reader);
     refuseOutputs(options.window, reader);
     Sound sound{AudioLoop::of(reader), static_cast<double>(reader.format().rateHz), nullptr};

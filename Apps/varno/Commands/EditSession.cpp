@@ -1,6 +1,7 @@
 #include "EditSession.h"
 
 #include "CommandError.h"
+#include "Interruption.h"
 #include "SettingsKeeping.h"
 #include "Window/DesktopScale.h"
 #include "Window/WindowIcon.h"
@@ -98,7 +99,7 @@ void EditSession::bindKeys() {
 }
 
 void EditSession::planScreenshot(const std::string& path) {
-    mScreenshot.emplace(path, mOptions.overwrite);
+    mScreenshot.emplace(path, mOptions.overwrite, throwIfInterrupted);
     mPicture.emplace(mConnection, mWindow.id());
     const auto after = std::chrono::duration<double>(mOptions.afterS);
     const auto latest = std::chrono::steady_clock::now() + after + kLongestDrawing;

@@ -164,7 +164,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task) {
     throwIfInterrupted();
     const auto start = std::chrono::steady_clock::now();
     const auto& options = session.options();
-    AudioReader reader(task.input);
+    AudioReader reader(task.input, throwIfInterrupted);
     requireVariantFor(session.module(), reader);
     refuseInputsAsOutputs(session, task, reader);
 
@@ -186,7 +186,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task) {
         steps = automationSteps(*options.automation, *instance, report.format, report);
     }
     AudioWriter writer(task.output, report.format, reader.metadata(),
-                       {options.overwrite, options.dither, reader.format().sample});
+                       {options.overwrite, options.dither, reader.format().sample, throwIfInterrupted});
     std::optional<MeterFile> meterFile;
     BlockProcessor processor(*instance, std::move(steps), options.blockFrames);
     if (options.meters) {

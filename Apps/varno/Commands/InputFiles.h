@@ -17,7 +17,8 @@ public:
     /// Files that do not exist are left out; reading them tells why.
     explicit InputFiles(const std::vector<RenderTask>& tasks);
 
-    /// @throws WorkError where the file at `output` is one of the inputs, through links or not. Any thread.
+    /// @throws AudioFileError where the file at `output` is one of the inputs, through links or not. Any
+    /// thread.
     void refuseAsOutput(const std::string& output) const;
 
 private:

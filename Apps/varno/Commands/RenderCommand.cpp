@@ -34,7 +34,8 @@ void writeDemoLoop(const std::string& path) {
     AudioBlock block(kDemoLoopChannels, static_cast<int>(kDemoLoopFrames));
     const float* channels[] = {loop[0].data(), loop[1].data()};
     block.setPlanar(channels, static_cast<int>(kDemoLoopFrames));
-    AudioWriter writer(path, demoFormat(), {}, {Overwrite::kReplace, Dither::kNone, SampleFormat::kFloat});
+    AudioWriter writer(path, demoFormat(), {},
+                       {Overwrite::kReplace, Dither::kNone, SampleFormat::kFloat, throwIfInterrupted});
     writer.write(block, block.samples());
     writer.commit();
 }
@@ -59,7 +60,7 @@ public:
 
 private:
     void add(const std::string& path, Overwrite overwrite, const std::string& content) {
-        mFiles.emplace_back(path, overwrite).write(content);
+        mFiles.emplace_back(path, overwrite, throwIfInterrupted).write(content);
     }
 
     std::list<AtomicFile> mFiles;
@@ -70,9 +71,8 @@ double totalDurationS(const RenderOptions& options) {
     double total = 0.0;
     for (const auto& task : options.tasks) {
         try {
-            total += AudioReader(task.input).format().durationS() + options.tailS;
-        } catch (const WorkError&) {
-            throwIfInterrupted();
+            total += AudioReader(task.input, throwIfInterrupted).format().durationS() + options.tailS;
+        } catch (const AudioFileError&) {
         }
     }
     return total;

@@ -14,7 +14,9 @@ RenderResult renderOne(RenderSession& session, const RenderTask& task) {
     try {
         return {renderFile(session, task), {}, kExitSuccess};
     } catch (const CommandError& error) {
-        return {{}, error.what(), error.exitStatus()};
+        return {{}, error.what(), exitStatusOf(error)};
+    } catch (const AudioFileError& error) {
+        return {{}, error.what(), exitStatusOf(error)};
     } catch (const std::exception& error) {
         return {{}, task.input + ": " + error.what(), kExitWorkFailed};
     }

@@ -85,10 +85,10 @@ RenderOptions renderOptions(const CommandLine& line) {
     options.jobs = numberOption(line, "--jobs", 1, kMostJobs).value_or(options.jobs);
     options.tailS = numberOption(line, "--tail", 0.0, kMostTailS).value_or(options.tailS);
     if (const auto format = line.value("--format")) {
-        options.format = sampleFormatFromOption(*format);
+        options.format = sampleFormatFromName(*format);
     }
     if (const auto dither = line.value("--dither")) {
-        options.dither = ditherFromOption(*dither).value();
+        options.dither = ditherFromName(*dither).value();
     }
     options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;
     options.dryRun = line.has("--dry-run");

@@ -1,5 +1,6 @@
 #include "SettingsKeeper.h"
 
+#include "Interruption.h"
 #include "NumberText.h"
 #include "Settings.h"
 
@@ -33,7 +34,7 @@ std::string SettingsKeeper::save() {
     if (mPath.empty()) {
         chooseFreeFile();
     }
-    AtomicFile file(mPath, mOverwrite);
+    AtomicFile file(mPath, mOverwrite, throwIfInterrupted);
     file.write(stateBytes(*mInstance));
     file.commit();
     mOverwrite = Overwrite::kReplace;

@@ -22,10 +22,10 @@ public:
     /// Names the file that save() writes. Without one it is kStateName in the working folder, or the first of
     /// its numbered kind that nobody has used.
     /// @param overwrite whether the first save may replace a file; those after it replace their own
-    /// @throws WorkError where the file could not be written or replaced now
+    /// @throws AudioFileError where the file could not be written or replaced now
     void setFile(const std::string& path, Overwrite overwrite);
 
-    /// Writes the settings as a state. @return the file's path @throws WorkError
+    /// Writes the settings as a state. @return the file's path @throws AudioFileError
     std::string save();
 
     /// The options that bring the present settings back ("--set Gain=0.25 --set Hot=1"), where they have

@@ -10,7 +10,7 @@
 namespace varno {
 
 /// Names the file that --save-state, else --state says; the one that was loaded may be saved over.
-/// @throws WorkError where it could not be written
+/// @throws AudioFileError where it could not be written
 void chooseSettingsFile(SettingsKeeper& settings, const WindowOptions& options);
 
 /// Saves, and tells on standard error where to, or why not: the settings are still there then.

@@ -11,7 +11,7 @@
 namespace varno {
 
 std::string readSmallFile(const std::string& path, std::size_t mostBytes, const std::string& expected) {
-    const FileDescriptor file = openFile(path, O_RDONLY);
+    const FileDescriptor file = openFile(path, O_RDONLY, throwIfInterrupted);
     if (!file.isOpen()) {
         throwReadError(path, errno);
     }

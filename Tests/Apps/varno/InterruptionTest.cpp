@@ -52,7 +52,8 @@ TEST(InterruptionWaitTest, ASignalEndsTheWaitForAPipe) {
         ::sigaction(SIGALRM, &onAlarm, nullptr);
         const itimerval often{{0, 1000}, {0, 1000}}; // repeats: the first may come before the wait
         ::setitimer(ITIMER_REAL, &often, nullptr);
-        EXPECT_EQ(errorText(kExitWorkFailed, [&] { copyAll(ends[0], "pipe", STDOUT_FILENO, "nowhere"); }),
+        EXPECT_EQ(errorText(kExitWorkFailed,
+                            [&] { copyAll(ends[0], "pipe", STDOUT_FILENO, "nowhere", throwIfInterrupted); }),
                   "interrupted");
         return testing::Test::HasFailure() ? 1 : 0;
     });

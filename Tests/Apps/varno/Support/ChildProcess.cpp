@@ -19,6 +19,9 @@ int statusOf(const std::function<int()>& work) {
     } catch (const CommandError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return error.exitStatus();
+    } catch (const AudioFileError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return exitStatusOf(error);
     } catch (...) {
         return kOtherFailure;
     }

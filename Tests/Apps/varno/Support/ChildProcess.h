@@ -7,8 +7,8 @@ namespace varno::test {
 
 /// Runs `work` in a child process, so that what it does to the process (limits, users, streams, signals) ends
 /// with it.
-/// @return the exit status that `work` returns, or that of the CommandError it ends with; -1 where it dies
-/// otherwise
+/// @return the exit status that `work` returns, or that of the CommandError or AudioFileError it ends with;
+/// -1 where it dies otherwise
 int inChildProcess(const std::function<int()>& work);
 
 /// Gives up the rights of the super user, where the process has them. For use in a child process.

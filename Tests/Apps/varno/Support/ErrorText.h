@@ -12,13 +12,18 @@ namespace varno::test {
 /// exit status, or with a message of more than one line.
 template<typename Work>
 std::string errorText(int exitStatus, Work work) {
-    try {
-        work();
-    } catch (const CommandError& error) {
-        EXPECT_EQ(error.exitStatus(), exitStatus) << error.what();
+    const auto judge = [exitStatus](const std::exception& error) {
+        EXPECT_EQ(exitStatusOf(error), exitStatus) << error.what();
         std::string text = error.what();
         EXPECT_EQ(text.find('\n'), std::string::npos) << text;
         return text;
+    };
+    try {
+        work();
+    } catch (const CommandError& error) {
+        return judge(error);
+    } catch (const AudioFileError& error) {
+        return judge(error);
     }
     ADD_FAILURE() << "no error";
     return "";

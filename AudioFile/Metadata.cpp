@@ -1,4 +1,4 @@
-#include "AudioFile/CarriedChunks.h"
+#include "AudioFile/Metadata.h"
 
 #include "AudioFile/Transfer.h"
 
@@ -22,7 +22,9 @@ constexpr std::string_view kAiffIds[] = {
 };
 constexpr std::string_view kCafIds[] = {"info", "mark", "strg", "regn", "inst", "midi", "umid"};
 
-// How a family writes its chunks: identifier, size, data, and a zero where the next would have an odd offset.
+// The format of a family's chunks: identifier, size, data, and a zero where the next would have an odd
+// offset. Not written by libsndfile's own calls (sf_set_chunk): version 1.2 rounds sizes up to multiples of 4
+// and damages files whose chunks have tens of kilobytes.
 struct FamilyRow {
     ChunkFamily family;
     std::span<const std::string_view> carriedIds;
@@ -37,9 +39,9 @@ constexpr FamilyRow kFamilies[] = {
     {ChunkFamily::kCaf, kCafIds, 8, true, false},
 };
 
-constexpr std::int64_t kFileSizeOffset = 4;     // RIFF and AIFF: 32 bits, counts what follows it
-constexpr std::int64_t kRf64SizeOffset = 20;    // 64 bits, within the chunk "ds64" that stands first
-constexpr std::int64_t kUncountedFileBytes = 8; // before what either counts
+constexpr std::int64_t kFileSizeOffset = 4;     // RIFF and AIFF: 32 bits, counts the bytes after it
+constexpr std::int64_t kRf64SizeOffset = 20;    // 64 bits, within the chunk "ds64", which is the first
+constexpr std::int64_t kUncountedFileBytes = 8; // of the start of the file, which both leave out
 
 const FamilyRow* rowOf(ChunkFamily family) {
     const auto* row = std::find_if(std::begin(kFamilies), std::end(kFamilies),
@@ -89,7 +91,7 @@ std::vector<CarriedChunk> riffCues(const std::vector<CuePoint>& cues) {
     std::string labels = "adtl";
     for (const CuePoint& cue : cues) {
         const auto id = static_cast<std::uint32_t>(cue.id);
-        // identifier, place in a play list, chunk, offsets of chunk and block (for packed data), frame
+        // Identifier, position in a play list, chunk, offsets of chunk and block (for packed data), frame.
         points +=
             little32(id) + little32(cue.frame) + "data" + little32(0) + little32(0) + little32(cue.frame);
         if (!cue.name.empty()) {
@@ -103,7 +105,8 @@ std::vector<CarriedChunk> riffCues(const std::vector<CuePoint>& cues) {
     return chunks;
 }
 
-// Each marker: number (from 1), position, name with its length before it, even in sum.
+// Each marker: number (from 1), position, length of the name, name, and a zero if the last two have an odd
+// sum.
 std::vector<CarriedChunk> aiffMarkers(const std::vector<CuePoint>& cues) {
     std::string markers = number(cues.size(), 2, true);
     std::uint64_t id = 1;
@@ -125,7 +128,7 @@ void overwrite(int descriptor, std::int64_t offset, const std::string& bytes, co
 
 void correctLength(int descriptor, const FamilyRow& row, std::int64_t fileBytes, const std::string& name) {
     if (row.family == ChunkFamily::kCaf) {
-        return; // has no such field
+        return; // no length field
     }
     char magic[4];
     if (::pread(descriptor, magic, sizeof magic, 0) != static_cast<ssize_t>(sizeof magic)) {
@@ -205,7 +208,7 @@ void appendChunks(int descriptor, ChunkFamily family, const std::vector<CarriedC
     for (const CarriedChunk& chunk : chunks) {
         bytes += chunkBytes(*row, chunk.id, {chunk.data.data(), chunk.data.size()});
     }
-    writeAll(descriptor, bytes, name);
+    writeAll(descriptor, bytes, name, {});
     correctLength(descriptor, *row, before + static_cast<std::int64_t>(bytes.size()), name);
 }
 

@@ -1,4 +1,4 @@
-#include "AudioFile/SampleFormat.h"
+#include "AudioFile/Format.h"
 
 #include <gtest/gtest.h>
 
@@ -6,22 +6,22 @@ namespace varno::test {
 namespace {
 
 TEST(SampleFormatTest, OptionsNameTheirFormats) {
-    EXPECT_EQ(sampleFormatFromOption("pcm16"), SampleFormat::kPcm16);
-    EXPECT_EQ(sampleFormatFromOption("pcm24"), SampleFormat::kPcm24);
-    EXPECT_EQ(sampleFormatFromOption("pcm32"), SampleFormat::kPcm32);
-    EXPECT_EQ(sampleFormatFromOption("float"), SampleFormat::kFloat);
-    EXPECT_EQ(sampleFormatFromOption("double"), SampleFormat::kDouble);
+    EXPECT_EQ(sampleFormatFromName("pcm16"), SampleFormat::kPcm16);
+    EXPECT_EQ(sampleFormatFromName("pcm24"), SampleFormat::kPcm24);
+    EXPECT_EQ(sampleFormatFromName("pcm32"), SampleFormat::kPcm32);
+    EXPECT_EQ(sampleFormatFromName("float"), SampleFormat::kFloat);
+    EXPECT_EQ(sampleFormatFromName("double"), SampleFormat::kDouble);
 }
 
 TEST(SampleFormatTest, NothingElseIsAnOption) {
     for (const char* text : {"", "pcm8", "pcm", "PCM16", "pcm16 ", "u-law", "Vorbis", "16"}) {
-        EXPECT_EQ(sampleFormatFromOption(text), std::nullopt) << text;
+        EXPECT_EQ(sampleFormatFromName(text), std::nullopt) << text;
     }
 }
 
 TEST(SampleFormatTest, EachFormatNamesItself) {
     for (const char* text : {"pcm16", "pcm24", "pcm32", "float", "double"}) {
-        EXPECT_STREQ(sampleFormatName(*sampleFormatFromOption(text)), text);
+        EXPECT_STREQ(sampleFormatName(*sampleFormatFromName(text)), text);
     }
     EXPECT_STREQ(sampleFormatName(SampleFormat::kVorbis), "Vorbis");
     EXPECT_STREQ(sampleFormatName(SampleFormat::kOther), "a compressed format");

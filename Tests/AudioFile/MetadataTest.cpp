@@ -1,6 +1,6 @@
-#include "AudioFile/CarriedChunks.h"
+#include "AudioFile/Metadata.h"
 
-#include "AudioFile/FileDescriptor.h"
+#include "AudioFile/Transfer.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 #include "Tests/Apps/varno/Support/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "AudioFile/SndfileMetadata.h"
+#include "AudioFile/Sndfile.h"
 
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 #include "Tests/Apps/varno/Support/TemporaryFolder.h"

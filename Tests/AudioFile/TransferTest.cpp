@@ -1,0 +1,103 @@
+#include "AudioFile/Transfer.h"
+
+#include "Tests/Apps/varno/Support/ChildProcess.h"
+#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace varno::test {
+namespace {
+
+struct Ended : std::runtime_error {
+    Ended()
+        : std::runtime_error("ended") {}
+};
+
+// Raises SIGALRM often: the first may come before the process waits.
+void raiseAlarms() {
+    struct sigaction ignoring {};
+    ignoring.sa_handler = [](int) {};
+    ::sigaction(SIGALRM, &ignoring, nullptr);
+    const itimerval often{{0, 1000}, {0, 1000}};
+    ::setitimer(ITIMER_REAL, &often, nullptr);
+}
+
+// The exit status of a child process that copies from a pipe which nobody writes to.
+int copyFromASilentPipe(const GoOn& goOn) {
+    return inChildProcess([&] {
+        int ends[2];
+        if (::pipe(ends) != 0) {
+            return 2;
+        }
+        raiseAlarms();
+        try {
+            copyAll(ends[0], "pipe", STDOUT_FILENO, "nowhere", goOn);
+        } catch (const Ended&) {
+            return 1;
+        }
+        return 0;
+    });
+}
+
+TEST(TransferTest, AfterASignalTheCallbackEndsTheWait) {
+    EXPECT_EQ(copyFromASilentPipe([] { throw Ended(); }), 1);
+}
+
+TEST(TransferTest, AfterASignalTheWaitGoesOnIfTheCallbackReturns) {
+    int calls = 0;
+    EXPECT_EQ(copyFromASilentPipe([&calls] {
+                  if (++calls == 3) {
+                      throw Ended();
+                  }
+              }),
+              1);
+}
+
+TEST(TransferTest, WithoutACallbackTheWaitGoesOn) {
+    const int status = inChildProcess([] {
+        int ends[2];
+        if (::pipe(ends) != 0) {
+            return 2;
+        }
+        // The handler of the third signal closes the pipe's last open end for writing, so that the copy ends.
+        static int writingEnd = ends[1];
+        static volatile std::sig_atomic_t signals = 0;
+        raiseAlarms();
+        struct sigaction closing {};
+        closing.sa_handler = [](int) {
+            signals = signals + 1;
+            if (signals == 3) {
+                ::close(writingEnd);
+            }
+        };
+        ::sigaction(SIGALRM, &closing, nullptr);
+        copyAll(ends[0], "pipe", STDOUT_FILENO, "nowhere", {});
+        return signals >= 3 ? 0 : 1;
+    });
+    EXPECT_EQ(status, 0);
+}
+
+TEST(TransferTest, TheCallbackIsCalledBetweenPieces) {
+    const TemporaryFolder folder;
+    writeFile(folder / "in", std::string(1 << 20, 'x'));
+    const FileDescriptor in = openFile(folder / "in", O_RDONLY, {});
+    const FileDescriptor out = openFile(folder / "out", O_WRONLY | O_CREAT, {}, 0600);
+    int calls = 0;
+    EXPECT_THROW(copyAll(in.get(), "in", out.get(), "out",
+                         [&calls] {
+                             if (++calls == 2) {
+                                 throw Ended();
+                             }
+                         }),
+                 Ended);
+    EXPECT_EQ(calls, 2);
+}
+
+} // namespace
+} // namespace varno::test
