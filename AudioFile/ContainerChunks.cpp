@@ -3,15 +3,12 @@
 #include "AudioFile/Transfer.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
-#include <cerrno>
 #include <limits>
 #include <optional>
 #include <span>
 #include <string_view>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace varno {
 
@@ -51,10 +48,6 @@ constexpr std::int64_t kUnknownSize = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kUnknownSizesFrom = 0x7F000000;
 constexpr std::int64_t kUnknownSizesTo = 0x7FFFFFFF;
 
-bool readAt(int descriptor, std::int64_t offset, std::span<unsigned char> bytes) {
-    return ::pread(descriptor, bytes.data(), bytes.size(), offset) == static_cast<ssize_t>(bytes.size());
-}
-
 std::uint64_t number(std::span<const unsigned char> bytes, bool bigEndian) {
     std::uint64_t value = 0;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -65,7 +58,7 @@ std::uint64_t number(std::span<const unsigned char> bytes, bool bigEndian) {
 
 const Layout* findLayout(int descriptor) {
     unsigned char magic[4];
-    if (!readAt(descriptor, 0, magic)) {
+    if (!readAt(descriptor, 0, magic, sizeof magic)) {
         return nullptr;
     }
     for (const Layout& layout : kLayouts) {
@@ -91,7 +84,7 @@ std::optional<ContainerChunk> readChunkHeader(int descriptor, const Layout& layo
     unsigned char bytes[kMostHeaderBytes];
     const auto idBytes = static_cast<std::size_t>(layout.idBytes);
     const std::span<unsigned char> header(bytes, idBytes + static_cast<std::size_t>(layout.sizeBytes));
-    if (!readAt(descriptor, offset, header)) {
+    if (!readAt(descriptor, offset, bytes, header.size())) {
         return std::nullopt;
     }
     return ContainerChunk{std::string(bytes, bytes + 4), offset + static_cast<std::int64_t>(header.size()),
@@ -100,24 +93,25 @@ std::optional<ContainerChunk> readChunkHeader(int descriptor, const Layout& layo
 
 std::int64_t ds64DataBytes(int descriptor, const ContainerChunk& ds64) {
     unsigned char field[8];
-    if (!readAt(descriptor, ds64.dataOffset + kDs64DataSizeOffset, field)) {
+    if (!readAt(descriptor, ds64.dataOffset + kDs64DataSizeOffset, field, sizeof field)) {
         return 0;
     }
     return std::bit_cast<std::int64_t>(number(field, false));
 }
 
-// The chunks that hold samples, and how many bytes precede the samples in them.
-struct SampleChunk {
-    std::string_view id;
-    ChunkFamily family; // kNone: any family
-    std::int64_t headerBytes;
-};
+constexpr std::int64_t kSsndHeaderBytes = 8;    // offset and block size
+constexpr std::int64_t kCafDataHeaderBytes = 4; // number of edits
 
-constexpr SampleChunk kSampleChunks[] = {
-    {"SSND", ChunkFamily::kAiff, 8}, // offset and block size
-    {"data", ChunkFamily::kCaf, 4},  // number of edits
-    {"data", ChunkFamily::kNone, 0},
-};
+// How many bytes precede the samples in a chunk that holds samples; nothing for other chunks.
+std::optional<std::int64_t> bytesBeforeSamples(const ContainerChunk& chunk, ChunkFamily family) {
+    if (chunk.id == "SSND" && family == ChunkFamily::kAiff) {
+        return kSsndHeaderBytes;
+    }
+    if (chunk.id == "data") {
+        return family == ChunkFamily::kCaf ? kCafDataHeaderBytes : 0;
+    }
+    return std::nullopt;
+}
 
 // AU has no chunks but a header with the place of the samples.
 constexpr std::string_view kAuMagic = ".snd";
@@ -125,7 +119,8 @@ constexpr std::size_t kAuHeaderBytes = 12; // magic, offset and size of the samp
 
 std::vector<ContainerChunk> auSamples(int descriptor) {
     unsigned char header[kAuHeaderBytes];
-    if (!readAt(descriptor, 0, header) || !std::equal(kAuMagic.begin(), kAuMagic.end(), std::begin(header))) {
+    if (!readAt(descriptor, 0, header, sizeof header) ||
+        !std::equal(kAuMagic.begin(), kAuMagic.end(), std::begin(header))) {
         return {};
     }
     const std::span<const unsigned char> fields(header);
@@ -135,8 +130,8 @@ std::vector<ContainerChunk> auSamples(int descriptor) {
 }
 
 // A peak chunk begins with its version and the time, in seconds since 1970, of 4 bytes each.
-constexpr std::int64_t kTimeOffset = 4;
-constexpr std::array<char, 4> kNoTime{};
+constexpr std::int64_t kPeakTimeOffset = 4;
+constexpr std::string_view kNoTime("\0\0\0\0", 4);
 
 } // namespace
 
@@ -177,19 +172,15 @@ ContainerChunks readContainerChunks(int descriptor) {
 
 SampleExtent sampleExtent(const ContainerChunks& container) {
     for (const ContainerChunk& chunk : container.chunks) {
-        const auto* row =
-            std::find_if(std::begin(kSampleChunks), std::end(kSampleChunks), [&](const auto& candidate) {
-                return candidate.id == chunk.id &&
-                       (candidate.family == ChunkFamily::kNone || candidate.family == container.family);
-            });
-        if (row == std::end(kSampleChunks)) {
+        const std::optional<std::int64_t> headerBytes = bytesBeforeSamples(chunk, container.family);
+        if (!headerBytes) {
             continue;
         }
         const std::int64_t present =
-            std::max<std::int64_t>(container.fileBytes - chunk.dataOffset - row->headerBytes, 0);
+            std::max<std::int64_t>(container.fileBytes - chunk.dataOffset - *headerBytes, 0);
         const bool unknown = chunk.dataBytes == kUnknownSize ||
                              (chunk.dataBytes >= kUnknownSizesFrom && chunk.dataBytes <= kUnknownSizesTo);
-        const std::int64_t promised = unknown ? present : chunk.dataBytes - row->headerBytes;
+        const std::int64_t promised = unknown ? present : chunk.dataBytes - *headerBytes;
         return {promised, std::min(present, promised)};
     }
     return {};
@@ -197,10 +188,8 @@ SampleExtent sampleExtent(const ContainerChunks& container) {
 
 void clearPeakTime(int descriptor, const std::string& name) {
     for (const ContainerChunk& chunk : readContainerChunks(descriptor).chunks) {
-        const std::int64_t offset = chunk.dataOffset + kTimeOffset;
-        if (chunk.id == "PEAK" && ::pwrite(descriptor, kNoTime.data(), kNoTime.size(), offset) !=
-                                      static_cast<ssize_t>(kNoTime.size())) {
-            throwWriteError(name, errno);
+        if (chunk.id == "PEAK") {
+            writeAt(descriptor, chunk.dataOffset + kPeakTimeOffset, kNoTime, name);
         }
     }
 }

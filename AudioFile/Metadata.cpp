@@ -120,25 +120,19 @@ std::vector<CarriedChunk> aiffMarkers(const std::vector<CuePoint>& cues) {
     return {makeChunk("MARK", markers)};
 }
 
-void overwrite(int descriptor, std::int64_t offset, const std::string& bytes, const std::string& name) {
-    if (::pwrite(descriptor, bytes.data(), bytes.size(), offset) != static_cast<ssize_t>(bytes.size())) {
-        throwWriteError(name, errno);
-    }
-}
-
 void correctLength(int descriptor, const FamilyRow& row, std::int64_t fileBytes, const std::string& name) {
     if (row.family == ChunkFamily::kCaf) {
         return; // no length field
     }
     char magic[4];
-    if (::pread(descriptor, magic, sizeof magic, 0) != static_cast<ssize_t>(sizeof magic)) {
+    if (!readAt(descriptor, 0, magic, sizeof magic)) {
         throwReadError(name, errno);
     }
     const auto counted = static_cast<std::uint64_t>(fileBytes - kUncountedFileBytes);
     if (std::string_view(magic, sizeof magic) == "RF64") {
-        overwrite(descriptor, kRf64SizeOffset, number(counted, 8, false), name);
+        writeAt(descriptor, kRf64SizeOffset, number(counted, 8, false), name);
     } else {
-        overwrite(descriptor, kFileSizeOffset, number(counted, row.sizeBytes, row.bigEndian), name);
+        writeAt(descriptor, kFileSizeOffset, number(counted, row.sizeBytes, row.bigEndian), name);
     }
 }
 
@@ -175,8 +169,7 @@ void readCarriedChunks(int descriptor, const ContainerChunks& container, FileMet
             continue;
         }
         CarriedChunk copy{chunk.id, std::vector<char>(static_cast<std::size_t>(chunk.dataBytes))};
-        const ssize_t got = ::pread(descriptor, copy.data.data(), copy.data.size(), chunk.dataOffset);
-        if (got != static_cast<ssize_t>(copy.data.size()) || !isCarried(copy)) {
+        if (!readAt(descriptor, chunk.dataOffset, copy.data.data(), copy.data.size()) || !isCarried(copy)) {
             continue;
         }
         left -= chunk.dataBytes;

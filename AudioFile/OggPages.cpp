@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <sys/stat.h>
@@ -59,8 +58,7 @@ void putWord(unsigned char* bytes, std::uint32_t value) {
 bool append(std::vector<unsigned char>& page, int descriptor, std::int64_t offset, std::size_t count) {
     const std::size_t before = page.size();
     page.resize(before + count);
-    return ::pread(descriptor, page.data() + before, count, offset + static_cast<std::int64_t>(before)) ==
-           static_cast<ssize_t>(count);
+    return readAt(descriptor, offset + static_cast<std::int64_t>(before), page.data() + before, count);
 }
 
 bool readPage(std::vector<unsigned char>& page, int descriptor, std::int64_t offset) {
@@ -91,9 +89,7 @@ void setOggSerial(int descriptor, const std::string& name) {
         putWord(page.data() + kSerialOffset, kSerial);
         putWord(page.data() + kChecksumOffset, 0);
         putWord(page.data() + kChecksumOffset, checksum(page));
-        if (::pwrite(descriptor, page.data(), kHeaderBytes, offset) != static_cast<ssize_t>(kHeaderBytes)) {
-            throwWriteError(name, errno);
-        }
+        writeAt(descriptor, offset, {reinterpret_cast<const char*>(page.data()), kHeaderBytes}, name);
     }
 }
 
@@ -106,7 +102,7 @@ bool isOggWithoutEnd(int descriptor) {
     // The last page begins at most the length of a page before the end.
     const std::int64_t start = std::max<std::int64_t>(status.st_size - kMostPageBytes, 0);
     std::string tail(static_cast<std::size_t>(status.st_size - start), '\0');
-    if (::pread(descriptor, tail.data(), tail.size(), start) != static_cast<ssize_t>(tail.size())) {
+    if (!readAt(descriptor, start, tail.data(), tail.size())) {
         return false;
     }
     for (std::size_t at = tail.find("OggS"); at != std::string::npos; at = tail.find("OggS", at + 1)) {

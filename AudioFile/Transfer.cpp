@@ -93,6 +93,16 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& name, c
     }
 }
 
+bool readAt(int descriptor, std::int64_t offset, void* bytes, std::size_t count) {
+    return ::pread(descriptor, bytes, count, offset) == static_cast<ssize_t>(count);
+}
+
+void writeAt(int descriptor, std::int64_t offset, std::string_view bytes, const std::string& name) {
+    if (::pwrite(descriptor, bytes.data(), bytes.size(), offset) != static_cast<ssize_t>(bytes.size())) {
+        throwWriteError(name, errno);
+    }
+}
+
 void copyAll(int from, const std::string& fromName, int to, const std::string& toName, const GoOn& goOn) {
     std::vector<char> buffer(kCopyBytes);
     while (const std::size_t got = readSome(from, buffer, fromName, goOn)) {

@@ -1,6 +1,7 @@
 #ifndef VARNO_AUDIOFILE_TRANSFER_H
 #define VARNO_AUDIOFILE_TRANSFER_H
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -60,6 +61,13 @@ FileDescriptor openFile(const std::string& path, int flags, const GoOn& goOn, un
 
 /// Writes all bytes at the present position. @param name for messages @throws AudioFileError
 void writeAll(int descriptor, std::string_view bytes, const std::string& name, const GoOn& goOn);
+
+/// Reads bytes at an offset; the position stays. @return whether all of them could be read; else errno has
+/// the reason
+bool readAt(int descriptor, std::int64_t offset, void* bytes, std::size_t count);
+
+/// Writes bytes at an offset; the position stays. @param name for messages @throws AudioFileError
+void writeAt(int descriptor, std::int64_t offset, std::string_view bytes, const std::string& name);
 
 /// Copies from the present position to the end of one file to the present position of another.
 /// @throws AudioFileError
