@@ -1,6 +1,8 @@
 #include "Host/AudioContext.h"
 
+#include "Host/InstanceHost.h"
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <new>
 
@@ -8,9 +10,148 @@ namespace varno {
 
 namespace {
 
+constexpr std::size_t aligned(std::size_t bytes) {
+    constexpr std::size_t alignment = alignof(std::max_align_t);
+    return (bytes + alignment - 1) / alignment * alignment;
+}
+
+std::vector<Port> layOut(const VariantDescription& variant) {
+    std::vector<Port> ports;
+    std::size_t offset = 0;
+    for (const FieldDescription& field : variant.fields) {
+        if (field.kind == FieldKind::kDataInPort) {
+            ports.push_back({field.index, field.size, offset, false});
+            offset += aligned(field.size);
+        }
+    }
+    return ports;
+}
+
+std::size_t imageSize(const std::vector<Port>& ports) {
+    return ports.empty() ? 0 : ports.back().offset + aligned(ports.back().size);
+}
+
 constexpr std::align_val_t kCacheLine{64};
 
 } // namespace
+
+PacketExchange::PacketExchange(const VariantDescription& variant)
+    : mPorts(layOut(variant)),
+      mStaging(imageSize(mPorts)),
+      mBuffer(mStaging) {
+}
+
+AAX_Result PacketExchange::post(AAX_CFieldIndex field, const void* payload, std::uint32_t size) {
+    const auto port = std::find_if(mPorts.begin(), mPorts.end(),
+                                   [&](const Port& candidate) { return candidate.field == field; });
+    if (port == mPorts.end()) {
+        return AAX_ERROR_INVALID_FIELD_INDEX;
+    }
+    if (payload == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    if (size != port->size) {
+        return AAX_ERROR_INVALID_ARGUMENT;
+    }
+    std::memcpy(mStaging.data() + port->offset, payload, size);
+    port->posted = true;
+    mIsChanged = true;
+    if (!mIsSetOpen) {
+        publish();
+    }
+    return AAX_SUCCESS;
+}
+
+void PacketExchange::endSet() {
+    mIsSetOpen = false;
+    if (mIsChanged) {
+        publish();
+    }
+}
+
+void PacketExchange::publish() {
+    // The whole image is copied, so that a value is kept however many images the reader skips.
+    std::copy(mStaging.begin(), mStaging.end(), mBuffer.back().begin());
+    mBuffer.publish();
+    mIsChanged = false;
+}
+
+std::vector<AAX_CFieldIndex> PacketExchange::portsNeverPosted() const {
+    std::vector<AAX_CFieldIndex> fields;
+    for (const Port& port : mPorts) {
+        if (!port.posted) {
+            fields.push_back(port.field);
+        }
+    }
+    return fields;
+}
+
+MeterBank::MeterBank(std::vector<AAX_CTypeID> ids, double sampleRateHz)
+    : mIDs(std::move(ids)),
+      mTaps(mIDs.size(), 0.0F),
+      mReadings(mIDs.size()),
+      mFallPerFrame(-kMeterFallDBPerSecond / 20.0 * std::log(10.0) / sampleRateHz) {
+}
+
+std::optional<std::size_t> MeterBank::indexOf(AAX_CTypeID id) const {
+    const auto found = std::find(mIDs.begin(), mIDs.end(), id);
+    return found == mIDs.end() ? std::nullopt : std::optional<std::size_t>(found - mIDs.begin());
+}
+
+void MeterBank::beforeBuffer() noexcept {
+    if (mLastFrames == 0) {
+        return;
+    }
+    if (mLastFrames != mFactorFrames) {
+        mFactor = static_cast<float>(std::exp(mFallPerFrame * mLastFrames));
+        mFactorFrames = mLastFrames;
+    }
+    for (float& tap : mTaps) {
+        // Written so that a tap which is not a number ends at 0 too.
+        tap = tap * mFactor >= kMeterFloor ? tap * mFactor : 0.0F;
+    }
+    mLastFrames = 0;
+}
+
+void MeterBank::afterBuffer(std::int32_t frames) noexcept {
+    mLastFrames = frames;
+    for (std::size_t i = 0; i < mTaps.size(); ++i) {
+        Readings& readings = mReadings[i];
+        readings.value.store(mTaps[i], std::memory_order_relaxed);
+        if (mTaps[i] > readings.peak.load(std::memory_order_relaxed)) {
+            readings.peak.store(mTaps[i], std::memory_order_relaxed);
+        }
+        if (mTaps[i] > 1.0F) {
+            readings.clipped.store(true, std::memory_order_relaxed);
+        }
+    }
+}
+
+float MeterBank::peak(std::size_t tap) const noexcept {
+    return mReadings[tap].peak.load(std::memory_order_relaxed);
+}
+
+bool MeterBank::clipped(std::size_t tap) const noexcept {
+    return mReadings[tap].clipped.load(std::memory_order_relaxed);
+}
+
+void MeterBank::clearPeak(std::size_t tap) noexcept {
+    mReadings[tap].peak.store(0.0F, std::memory_order_relaxed);
+}
+
+void MeterBank::clearClip(std::size_t tap) noexcept {
+    mReadings[tap].clipped.store(false, std::memory_order_relaxed);
+}
+
+void MeterBank::reset() noexcept {
+    std::fill(mTaps.begin(), mTaps.end(), 0.0F);
+    mLastFrames = 0;
+    for (std::size_t i = 0; i < mReadings.size(); ++i) {
+        mReadings[i].value.store(0.0F, std::memory_order_relaxed);
+        clearPeak(i);
+        clearClip(i);
+    }
+}
 
 AlignedBlock::AlignedBlock(std::size_t size)
     : mSize(size),
@@ -37,28 +178,28 @@ AudioContext::AudioContext(InstanceState& state)
 
 void* AudioContext::pointerFor(const FieldDescription& field) {
     switch (field.kind) {
-    case FieldKind::AudioIn:
+    case FieldKind::kAudioIn:
         return mInputs.data();
-    case FieldKind::AudioOut:
+    case FieldKind::kAudioOut:
         return mOutputs.data();
-    case FieldKind::BufferLength:
+    case FieldKind::kBufferLength:
         return &mFrames;
-    case FieldKind::SampleRate:
+    case FieldKind::kSampleRate:
         return &mSampleRateHz;
-    case FieldKind::Clock:
+    case FieldKind::kClock:
         return &mClock;
-    case FieldKind::SideChainIn:
+    case FieldKind::kSideChainIn:
         return &mSideChain;
-    case FieldKind::Meters:
+    case FieldKind::kMeters:
         return mState.meters.taps();
-    case FieldKind::PrivateData:
+    case FieldKind::kPrivateData:
         mPrivate.push_back({field.index, AlignedBlock(field.size)});
         return mPrivate.back().memory.bytes().data();
-    case FieldKind::TemporaryData:
+    case FieldKind::kTemporaryData:
         mTemporary.emplace_back(field.size);
         return mTemporary.back().bytes().data();
-    case FieldKind::DataInPort: // bound to the latest packets
-    case FieldKind::Reserved:   // this host puts nothing there
+    case FieldKind::kDataInPort: // bound to the latest packets
+    case FieldKind::kReserved:   // this host puts nothing there
         break;
     }
     return nullptr;

@@ -8,23 +8,23 @@ namespace varno {
 
 const char* contractName(Contract contract) {
     switch (contract) {
-    case Contract::Thread:
+    case Contract::kThread:
         return "thread";
-    case Contract::Lifecycle:
+    case Contract::kLifecycle:
         return "lifecycle";
-    case Contract::Touch:
+    case Contract::kTouch:
         return "touch";
-    case Contract::References:
+    case Contract::kReferences:
         return "references";
-    case Contract::LiveObjects:
+    case Contract::kLiveObjects:
         return "live objects";
-    case Contract::Diagnostics:
+    case Contract::kDiagnostics:
         return "diagnostics";
-    case Contract::Packets:
+    case Contract::kPackets:
         return "packets";
-    case Contract::Parameters:
+    case Contract::kParameters:
         return "parameters";
-    case Contract::Description:
+    case Contract::kDescription:
         return "description";
     }
     return "unknown contract";
@@ -105,7 +105,7 @@ void ContractMonitor::trace(std::int32_t priority, const char* message) {
         expected = meet(mExpectedTraces, text);
     }
     if (!expected) {
-        report(Contract::Diagnostics, "unexpected trace line " + quoted(text));
+        report(Contract::kDiagnostics, "unexpected trace line " + quoted(text));
     }
 }
 
@@ -121,7 +121,7 @@ void ContractMonitor::assertFailure(const char* file, std::int32_t line, const c
         expected = meet(mExpectedAssertions, text);
     }
     if (!expected) {
-        report(Contract::Diagnostics, "unexpected failed assertion " + quoted(text) + " at " + place);
+        report(Contract::kDiagnostics, "unexpected failed assertion " + quoted(text) + " at " + place);
     }
 }
 

@@ -1,4 +1,4 @@
-/// Watches that module and host keep to what the interfaces say, while both run.
+/// Records where module or host break the rules of the interfaces, while both run.
 #ifndef VARNO_HOST_CONTRACTMONITOR_H
 #define VARNO_HOST_CONTRACTMONITOR_H
 
@@ -12,15 +12,15 @@ namespace varno {
 
 /// What can be broken.
 enum class Contract {
-    Thread,      ///< A [main] call from the audio thread, or from two threads at once.
-    Lifecycle,   ///< A call before initialisation or after the end.
-    Touch,       ///< A release without a touch, or a touch that was never released.
-    References,  ///< A reference that was not given back, or given back twice.
-    LiveObjects, ///< The module's live-object count is not back at zero.
-    Diagnostics, ///< An assertion or trace line that nobody expected.
-    Packets,     ///< A packet for an unknown field or of a wrong size, or a field without any packet.
-    Parameters,  ///< Automation of a parameter that is not registered, or a value that is not one.
-    Description, ///< A description that contradicts itself or lacks something.
+    kThread,      ///< A [main] call from the audio thread, or from two threads at once.
+    kLifecycle,   ///< A call before initialisation or after the end.
+    kTouch,       ///< A release without a touch, or a touch that was never released.
+    kReferences,  ///< A reference that was not given back, or given back twice.
+    kLiveObjects, ///< The module's live-object count is not back at zero.
+    kDiagnostics, ///< An unexpected assertion or trace line.
+    kPackets,     ///< A packet for an unknown field or of a wrong size, or a field without any packet.
+    kParameters,  ///< Automation of a parameter that is not registered, or a value that is not one.
+    kDescription, ///< A description that contradicts itself or lacks something.
 };
 
 /// The name of a contract, as written in messages. [any]
@@ -48,7 +48,7 @@ struct AssertFailure {
 
 /// Collects violations. One monitor belongs to one module and everything made from it, and outlives both, so
 /// that a breach at the very end is seen. Safe from any thread; recording takes a lock and allocates, which
-/// happens only once a contract is broken or the module speaks. [any]
+/// happens only when a contract is broken or the module writes a trace line. [any]
 class ContractMonitor {
 public:
     using Listener = std::function<void(const Violation&)>;

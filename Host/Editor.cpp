@@ -3,6 +3,7 @@
 #include "Host/Instance.h"
 #include "Host/InstanceHost.h"
 
+#include <cmath>
 #include <utility>
 
 namespace varno {
@@ -11,6 +12,10 @@ namespace {
 
 std::uint32_t referencesTo(const ViewContainer* container) {
     return container != nullptr ? container->references() : 0;
+}
+
+PixelSize pixels(const AAX_Point& size) {
+    return {static_cast<int>(std::lround(size.horz)), static_cast<int>(std::lround(size.vert))};
 }
 
 } // namespace
@@ -105,6 +110,37 @@ void Editor::notify(AAX_CTypeID type, const void* data, std::uint32_t size) {
 
 void Editor::parameterUpdated(const std::string& id) {
     mObject->use().ParameterUpdated(id.c_str());
+}
+
+EditorView::EditorView(Instance& instance, Desktop& desktop, Resize resize)
+    : mInstance(instance),
+      mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))) {
+    mContainer->setDesktop(&desktop);
+    mContainer->setSizeHandler([resize = std::move(resize)](const AAX_Point& wanted) -> AAX_Result {
+        const PixelSize size = pixels(wanted);
+        if (size.isEmpty()) {
+            return AAX_ERROR_INVALID_VIEW_SIZE;
+        }
+        resize(size);
+        return AAX_SUCCESS;
+    });
+}
+
+PixelSize EditorView::open(std::uint32_t window) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): native views are pointers, and X11 has numbers
+    void* const view = reinterpret_cast<void*>(static_cast<std::uintptr_t>(window));
+    mContainer->setView(AAX_eViewContainerType_X11, view);
+    mEditor = mInstance.openEditor(*mContainer);
+    return mEditor ? size() : PixelSize{};
+}
+
+PixelSize EditorView::size() const {
+    return pixels(mEditor->size());
+}
+
+void EditorView::timer() {
+    mInstance.timer();
+    mEditor->timer();
 }
 
 } // namespace varno

@@ -1,4 +1,4 @@
-/// An open editor.
+/// An open editor, and how a front end shows one in a window.
 #ifndef VARNO_HOST_EDITOR_H
 #define VARNO_HOST_EDITOR_H
 
@@ -8,6 +8,8 @@
 #include "Host/ViewContainer.h"
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace varno {
@@ -51,6 +53,42 @@ private:
     std::unique_ptr<Object> mObject;
     ACFPtr<ViewContainer> mContainer;
     std::uint32_t mBorrowed = 0; ///< References that the module has taken when it was given the container.
+};
+
+/// A size in whole pixels.
+struct PixelSize {
+    int width = 0;
+    int height = 0;
+
+    /// Whether there is nothing to show.
+    bool isEmpty() const { return width < 1 || height < 1; }
+};
+
+/// An editor in an X11 window of a front end: view container, editor and timer calls. [main]
+class EditorView {
+public:
+    /// Gives the window a size, never an empty one.
+    using Resize = std::function<void(PixelSize)>;
+
+    /// Nothing is open yet. `instance` and `desktop` outlive this object. `resize` answers the editor's
+    /// requests for a size, during `open` too.
+    EditorView(Instance& instance, Desktop& desktop, Resize resize);
+
+    /// Opens the editor in the window with the number `window`. Returns the size of its view, which is empty
+    /// when the effect has no editor or the editor shows nothing. Throws HostError when the editor's
+    /// initialisation fails.
+    PixelSize open(std::uint32_t window);
+    /// Whether the effect has made an editor.
+    bool isOpen() const { return mEditor != nullptr; }
+    /// The size of the open editor's view.
+    PixelSize size() const;
+    /// The host's timer for data model and open editor, to be called about 30 times a second.
+    void timer();
+
+private:
+    Instance& mInstance;
+    ACFPtr<ViewContainer> mContainer;
+    std::unique_ptr<Editor> mEditor;
 };
 
 } // namespace varno

@@ -1,5 +1,6 @@
 #include "Host/HostAutomation.h"
 
+#include "Host/InstanceHost.h"
 #include <utility>
 
 namespace varno {
@@ -31,7 +32,7 @@ HostAutomation::Parameter* HostAutomation::requireRegistered(AAX_CParamID paramI
             return &found->second;
         }
     }
-    report(Contract::Parameters,
+    report(Contract::kParameters,
            std::string(operation) + " of " + named(paramID) + ", which is not registered");
     return nullptr;
 }
@@ -40,8 +41,8 @@ bool HostAutomation::requireNormalized(AAX_CParamID paramID, double value, const
     if (value >= 0.0 && value <= 1.0) {
         return true;
     }
-    report(Contract::Parameters, std::string(operation) + " of " + named(paramID) + " with " +
-                                     std::to_string(value) + ", expected 0 to 1");
+    report(Contract::kParameters, std::string(operation) + " of " + named(paramID) + " with " +
+                                      std::to_string(value) + ", expected 0 to 1");
     return false;
 }
 
@@ -108,7 +109,7 @@ AAX_Result HostAutomation::PostReleaseRequest(AAX_CParamID paramID) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
     if (parameter->touches == 0) {
-        report(Contract::Touch, named(paramID) + " released without a touch");
+        report(Contract::kTouch, named(paramID) + " released without a touch");
         return AAX_SUCCESS;
     }
     --parameter->touches;
@@ -152,8 +153,8 @@ std::int32_t HostAutomation::touches(const std::string& id) const {
 void HostAutomation::reportOpenTouches() const {
     for (const auto& [id, parameter] : mParameters) {
         if (parameter.touches > 0) {
-            report(Contract::Touch, named(id.c_str()) + " touched " + std::to_string(parameter.touches) +
-                                        " times more than released at the end of the instance");
+            report(Contract::kTouch, named(id.c_str()) + " touched " + std::to_string(parameter.touches) +
+                                         " times more than released at the end of the instance");
         }
     }
 }

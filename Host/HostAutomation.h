@@ -3,9 +3,7 @@
 #define VARNO_HOST_HOSTAUTOMATION_H
 
 #include "AAX_IACFAutomationDelegate.h"
-#include "Host/AutomationListener.h"
 #include "Host/HostObject.h"
-#include "Host/InstanceState.h"
 
 #include <functional>
 #include <map>
@@ -17,7 +15,21 @@
 
 namespace varno {
 
-/// A value that somebody wants a parameter to have.
+struct InstanceState;
+
+/// Called for every accepted call of the automation delegate, within that call: a front end whose own host
+/// keeps the values forwards it. Must not throw. [main]
+class AutomationListener {
+public:
+    virtual ~AutomationListener() = default;
+    /// The module requests this value, 0 to 1, for a parameter. Not called for the host's own requests.
+    virtual void valueRequested(const std::string& id, double normalized) = 0;
+    /// A gesture on a parameter begins or ends; several may overlap.
+    virtual void touched(const std::string& id) = 0;
+    virtual void released(const std::string& id) = 0;
+};
+
+/// A requested value of a parameter.
 struct ValueRequest {
     std::string id;
     double normalized = 0.0;
@@ -37,21 +49,21 @@ public:
     AAX_Result PostTouchRequest(AAX_CParamID paramID) override;
     AAX_Result PostReleaseRequest(AAX_CParamID paramID) override;
 
-    /// Has a listener (borrowed) hear of requests and gestures from here on; null for none.
+    /// Sets the listener (borrowed) for requests and gestures; null for none.
     void setListener(AutomationListener* listener) { mListener = listener; }
     /// Queues a request of the host's own.
     void request(ValueRequest request) { mRequests.push_back(std::move(request)); }
-    /// Hands over all requests in their order and forgets them.
+    /// Returns all requests in their order and removes them.
     std::vector<ValueRequest> takeRequests();
-    /// Takes requests back that have been answered, for further ones to use their memory.
+    /// Takes back the memory of answered requests, for further ones.
     void recycle(std::vector<ValueRequest> answered);
     /// The registered parameters.
     std::set<std::string> registered() const;
-    /// The value that a parameter has told last; nothing if it never did.
+    /// The value that a parameter has reported last; nothing if it never did.
     std::optional<double> currentValue(const std::string& id) const;
     /// Open gestures on a parameter.
     std::int32_t touches(const std::string& id) const;
-    /// All touches since the start, so that a host can tell a gesture from automation.
+    /// The number of touches since the start, so that a host can distinguish a gesture from automation.
     std::int64_t totalTouches() const { return mTotalTouches; }
     /// Reports every gesture that is still open.
     void reportOpenTouches() const;
@@ -71,7 +83,7 @@ private:
 
     InstanceState& mState;
     AutomationListener* mListener = nullptr;
-    std::map<std::string, Parameter, std::less<>> mParameters; ///< All that were ever registered.
+    std::map<std::string, Parameter, std::less<>> mParameters; ///< All parameters that were ever registered.
     std::vector<ValueRequest> mRequests;
     std::int64_t mTotalTouches = 0;
 };

@@ -1,4 +1,4 @@
-/// Failure of the host to do what it was asked.
+/// An operation of the host that failed.
 #ifndef VARNO_HOST_HOSTERROR_H
 #define VARNO_HOST_HOSTERROR_H
 
@@ -7,15 +7,16 @@
 
 namespace varno {
 
-/// Its text is one line that names the thing concerned, what was found and what was expected, fit to be shown
-/// to a person.
+/// Its text is one line for the user: the thing concerned, what was found and what was expected.
 class HostError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// A name or text as it stands in messages: between double quotes. [any]
-std::string quoted(const std::string& text);
+/// A name or text between double quotes, as in messages. [any]
+inline std::string quoted(const std::string& text) {
+    return '"' + text + '"';
+}
 
 } // namespace varno
 

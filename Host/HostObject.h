@@ -1,20 +1,104 @@
-/// Counted base of everything that this host hands to a module.
+/// Base of all objects that this host gives to a module, and what they share.
 #ifndef VARNO_HOST_HOSTOBJECT_H
 #define VARNO_HOST_HOSTOBJECT_H
 
+#include "AAX_Errors.h"
+#include "AAX_IString.h"
 #include "ACF/IACFUnknown.h"
-#include "Host/HostContext.h"
+#include "Host/ContractMonitor.h"
+#include "Host/HostOptions.h"
 
 #include <atomic>
 #include <cstdint>
+#include <filesystem>
+#include <map>
 #include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace varno {
 
-/// Implements the root interface for a class that offers Primary and whatever `interfaceFor` tells. An object
-/// starts with one reference, its maker's, and is entered in the ledger under `kind` while it lives.
-/// Interfaces that the options withhold are not answered to.
+/// The host's own live-object count, by kind of object, apart from the module's. Safe from any thread; takes
+/// a lock. [any]
+class HostLedger {
+public:
+    /// Adds an object. `kind` is a literal: the pointer is kept.
+    void add(const char* kind);
+    /// Removes an object.
+    void remove(const char* kind);
+    /// All live objects.
+    std::int32_t total() const;
+    /// The live objects as text, such as "2 property map, 1 controller"; empty when there is none.
+    std::string text() const;
+
+private:
+    mutable std::mutex mMutex;
+    std::map<std::string_view, std::int32_t> mLive;
+};
+
+/// Shared by the module and all host objects made for it, so that an object which the module never releases
+/// stays valid.
+struct HostContext {
+    HostOptions options;
+    std::shared_ptr<ContractMonitor> monitor;
+    HostLedger ledger;
+    std::filesystem::path resources; ///< The module's resource folder; empty when it has none.
+};
+
+/// Writes an output of an interface operation. Returns AAX_SUCCESS, or AAX_ERROR_NULL_ARGUMENT when it is
+/// null. [any]
+template<class T, class Value>
+AAX_Result writeOutput(T* output, Value value) {
+    if (output == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    *output = value;
+    return AAX_SUCCESS;
+}
+
+/// Writes two outputs, or none when either is null. [any]
+template<class First, class FirstValue, class Second, class SecondValue>
+AAX_Result writeOutput(First* first, FirstValue firstValue, Second* second, SecondValue secondValue) {
+    return first == nullptr
+               ? AAX_ERROR_NULL_ARGUMENT
+               : (writeOutput(second, secondValue) == AAX_SUCCESS ? writeOutput(first, firstValue)
+                                                                  : AAX_ERROR_NULL_ARGUMENT);
+}
+
+/// Text of any length. [any]
+class HostString : public AAX_IString {
+public:
+    HostString() = default;
+    explicit HostString(std::string text)
+        : mText(std::move(text)) {}
+    HostString(const HostString&) = default;
+
+    std::uint32_t Length() const override { return static_cast<std::uint32_t>(mText.size()); }
+    std::uint32_t MaxLength() const override { return 0xFFFFFFFEU; }
+    const char* Get() const override { return mText.c_str(); }
+    void Set(const char* text) override { mText = text; }
+    AAX_IString& operator=(const AAX_IString& other) override {
+        mText = other.Get();
+        return *this;
+    }
+    AAX_IString& operator=(const char* text) override {
+        mText = text;
+        return *this;
+    }
+    HostString& operator=(const HostString&) = default;
+
+    /// The text as the host keeps it.
+    const std::string& text() const { return mText; }
+
+private:
+    std::string mText;
+};
+
+/// Implements the root interface for a class that offers Primary and the interfaces of `interfaceFor`. An
+/// object starts with one reference, its maker's, and is counted in the ledger under `kind` while it lives.
+/// QueryInterface finds no interface that the options withhold.
 template<class Primary>
 class HostObject : public Primary {
 public:
@@ -44,7 +128,7 @@ public:
 
     std::uint32_t Release() final { return giveBack(1); }
 
-    /// Gives back `count` references at once. Returns the new count; at 0 the object is destroyed. [any]
+    /// Releases `count` references at once. Returns the new count; at 0 the object is destroyed. [any]
     std::uint32_t giveBack(std::uint32_t count) {
         const std::uint32_t left = mReferences.fetch_sub(count, std::memory_order_acq_rel) - count;
         if (left == 0) {
@@ -70,7 +154,8 @@ protected:
     /// The interface `iid` of this object, borrowed, as a pointer to the interface's class; null when it has
     /// none.
     virtual void* interfaceFor(const acfIID& iid) = 0;
-    /// Asks another object that this one answers for. Like QueryInterface; *outObject is null before.
+    /// Finds an interface of another object that this one represents. Like QueryInterface; *outObject is null
+    /// before.
     virtual ACFRESULT queryOther(const acfIID&, void**) { return ACF_E_NOINTERFACE; }
 
 private:
@@ -103,7 +188,7 @@ private:
 };
 
 /// The host's own class behind an object that comes back from the module, borrowed; null for null and for an
-/// object of somebody else's. T::kOwnID is the identifier under which a T answers with itself.
+/// object of another host. T::kOwnID is the identifier by which QueryInterface finds the T itself.
 template<class T>
 T* ownObject(IACFUnknown* object) {
     void* own = nullptr;
@@ -113,6 +198,54 @@ T* ownObject(IACFUnknown* object) {
     object->Release();
     return static_cast<T*>(own);
 }
+
+/// Holds so many references that a module which releases one too often does not destroy the object while the
+/// host uses it. At the end it reports references that the module has kept or released twice; a kept object
+/// lives on.
+template<class T>
+class HostReference {
+public:
+    HostReference() = default;
+    /// Takes over the one reference of a new object. `name` is a literal for messages.
+    HostReference(T* object, const char* name)
+        : mObject(object),
+          mName(name) {
+        for (std::uint32_t i = 1; i < kReserve; ++i) {
+            mObject->AddRef();
+        }
+    }
+    HostReference(const HostReference&) = delete;
+    HostReference& operator=(const HostReference&) = delete;
+    ~HostReference() { reset(); }
+
+    /// Releases the object, if any, after the check.
+    void reset() {
+        if (mObject == nullptr) {
+            return;
+        }
+        const std::uint32_t references = mObject->references();
+        if (references != kReserve) {
+            const std::string difference =
+                references > kReserve ? std::to_string(references - kReserve) + " too many held"
+                                      : std::to_string(kReserve - references) + " given back too often";
+            mObject->context()->monitor->report(Contract::kReferences, std::string("references to the ") +
+                                                                           mName + ": " + difference);
+        }
+        T* object = mObject;
+        mObject = nullptr;
+        object->giveBack(references < kReserve ? references : kReserve);
+    }
+
+    T* get() const { return mObject; }
+    T* operator->() const { return mObject; }
+    T& operator*() const { return *mObject; }
+
+private:
+    static constexpr std::uint32_t kReserve = 1024;
+
+    T* mObject = nullptr;
+    const char* mName = "";
+};
 
 } // namespace varno
 

@@ -1,13 +1,12 @@
 #include "Host/Instance.h"
 
 #include "Host/AudioContext.h"
-#include "Host/AudioThread.h"
 #include "Host/Editor.h"
 #include "Host/HostError.h"
-#include "Host/HostString.h"
+#include "Host/HostObject.h"
+#include "Host/HostOptions.h"
 #include "Host/InstanceHost.h"
 #include "Host/PageTable.h"
-#include "Host/SampleRateRange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -74,10 +73,10 @@ Instance::~Instance() {
     const MainGate::Scope scope(mHost->state().gate, "~Instance");
     const auto& monitor = mTicket.module().monitor();
     if (mIsProcessing.load()) {
-        monitor->report(Contract::Lifecycle, "the instance ended while it processed");
+        monitor->report(Contract::kLifecycle, "the instance ended while it processed");
     }
     if (mEditor != nullptr) {
-        monitor->report(Contract::Lifecycle, "the instance ended while its editor was open");
+        monitor->report(Contract::kLifecycle, "the instance ended while its editor was open");
         mEditor->close();
     }
     mDataModel.end();
@@ -131,7 +130,7 @@ void Instance::readParameters() {
 
 void Instance::resetPrivateData() {
     for (const FieldDescription& field : mVariant->fields) {
-        if (field.kind == FieldKind::PrivateData) {
+        if (field.kind == FieldKind::kPrivateData) {
             mDataModel.use().ResetFieldData(field.index, mAudio->privateData(field.index).data(), field.size);
         }
     }
@@ -139,8 +138,8 @@ void Instance::resetPrivateData() {
 
 void Instance::reportUnpostedPorts() const {
     for (const AAX_CFieldIndex field : mHost->state().packets.portsNeverPosted()) {
-        mTicket.module().monitor()->report(Contract::Packets, "no packet for field " + std::to_string(field) +
-                                                                  " before the first buffer");
+        mTicket.module().monitor()->report(
+            Contract::kPackets, "no packet for field " + std::to_string(field) + " before the first buffer");
     }
 }
 
@@ -220,9 +219,9 @@ void Instance::update(const std::string& id, double normalized) {
     const AAX_Result result = mDataModel.use().UpdateParameterNormalizedValue(id.c_str(), normalized,
                                                                               AAX_eUpdateSource_Unspecified);
     if (result != AAX_SUCCESS) {
-        mTicket.module().monitor()->report(Contract::Parameters, "the update of parameter " + quoted(id) +
-                                                                     " answered " + std::to_string(result) +
-                                                                     ", expected 0");
+        mTicket.module().monitor()->report(Contract::kParameters, "the update of parameter " + quoted(id) +
+                                                                      " answered " + std::to_string(result) +
+                                                                      ", expected 0");
     }
 }
 
@@ -232,7 +231,7 @@ void Instance::answer(const std::vector<ValueRequest>& requests) {
     }
     generateCoefficients();
     for (auto request = requests.begin(); mEditor != nullptr && request != requests.end(); ++request) {
-        // Once for each parameter, however often it was asked for.
+        // Once for each parameter, however often it was requested.
         if (std::ranges::find(requests.begin(), request, request->id, &ValueRequest::id) == request) {
             mEditor->parameterUpdated(request->id);
         }
@@ -245,8 +244,8 @@ void Instance::generateCoefficients() {
     const AAX_Result result = mDataModel.use().GenerateCoefficients();
     packets.endSet();
     if (result != AAX_SUCCESS) {
-        mTicket.module().monitor()->report(Contract::Packets, "GenerateCoefficients answered " +
-                                                                  std::to_string(result) + ", expected 0");
+        mTicket.module().monitor()->report(Contract::kPackets, "GenerateCoefficients answered " +
+                                                                   std::to_string(result) + ", expected 0");
     }
 }
 
@@ -268,7 +267,7 @@ bool Instance::setBeforeBuffer(std::span<const BufferValue> values) noexcept {
 void Instance::process(const float* const* inputs, float* const* outputs, std::int32_t frames) noexcept {
     const AudioThreadScope audioThread;
     if (mIsProcessing.exchange(true, std::memory_order_acquire)) {
-        mTicket.module().monitor()->report(Contract::Thread, "two threads process one instance at once");
+        mTicket.module().monitor()->report(Contract::kThread, "two threads process one instance at once");
         return;
     }
     std::int32_t done = 0;
@@ -283,7 +282,7 @@ void Instance::process(const float* const* inputs, float* const* outputs, std::i
 void Instance::reset() {
     const MainGate::Scope scope(mHost->state().gate, "Instance::reset");
     if (mIsProcessing.load(std::memory_order_acquire)) {
-        mTicket.module().monitor()->report(Contract::Thread, "the instance is reset while it processes");
+        mTicket.module().monitor()->report(Contract::kThread, "the instance is reset while it processes");
         return;
     }
     resetPrivateData();

@@ -4,9 +4,9 @@
 
 #include "AAX_IACFEffectParameters.h"
 #include "ACF/ACFPtr.h"
-#include "Host/HostReference.h"
-#include "Host/InstanceSetup.h"
-#include "Host/MeterBank.h"
+#include "Host/AudioContext.h"
+#include "Host/HostObject.h"
+#include "Host/HostOptions.h"
 #include "Host/Module.h"
 #include "Host/PlugInObject.h"
 #include "Host/StoredChunk.h"
@@ -41,7 +41,7 @@ struct ParameterInfo {
     bool isMasterBypass = false;
 };
 
-/// A value that comes with a buffer.
+/// A value that belongs to a buffer.
 struct BufferValue {
     std::size_t parameter = 0; ///< Index in Instance::parameters().
     double normalized = 0.0;   ///< 0 to 1.
@@ -49,12 +49,12 @@ struct BufferValue {
 
 /// One instance of an effect: data model, algorithm and, if asked for, editor.
 ///
-/// Threads: operations marked [main] are serialised by the instance itself, whatever thread they come from,
-/// but must not come from the audio thread. `process` comes from one audio thread at a time, concurrently
-/// with all others; so does `setBeforeBuffer`, on the same thread before it.
+/// Threads: operations marked [main] are serialised by the instance itself; they may be called on any thread
+/// but the audio thread. `process` is called on one audio thread at a time, concurrently with all others; so
+/// is `setBeforeBuffer`, on the same thread before it.
 class Instance {
 public:
-    /// Longest text asked of a parameter, in characters.
+    /// Longest text requested of a parameter, in characters.
     static constexpr std::int32_t kLongestText = 64;
 
     /// Creates, initialises and prepares an instance: its first buffer is processed with its default
@@ -91,19 +91,19 @@ public:
     /// Host automation: the value (0 to 1; anything else throws HostError) is in force from the next buffer
     /// on.
     void setNormalized(const std::string& id, double normalized);
-    /// What an editor does: asks the data model, which asks the host's automation; `idle` answers.
+    /// A request like an editor's: from the data model to the host's automation; `idle` answers it.
     void requestNormalized(const std::string& id, double normalized);
-    /// Answers what the module has asked for since the last call: gives each requested value to the data
-    /// model, has the coefficients computed and handed to the audio thread as one set, and tells the editor.
+    /// Answers the module's requests since the last call: gives each requested value to the data model, has
+    /// the coefficients computed and handed to the audio thread as one set, and informs the editor.
     void idle();
 
     // Audio.
 
-    /// For hosts whose values come with the buffers: gives them to the data model and has the coefficients
+    /// For hosts whose values belong to buffers: gives them to the data model and has the coefficients
     /// computed, on the audio thread itself, in force from the next buffer on. Values beyond 0 to 1 are
-    /// limited to that; what is not a number, or of no parameter, is left out. Takes no memory and never
-    /// waits: false, with nothing done, where another thread is in a [main] call. An editor that is open does
-    /// not hear of it. [audio]
+    /// limited to that; what is not a number, or of no parameter, is left out. Allocates nothing and never
+    /// waits: false, with nothing done, where another thread is in a [main] call. An open editor is not
+    /// informed. [audio]
     bool setBeforeBuffer(std::span<const BufferValue> values) noexcept;
     /// Processes `frames` frames (0 or more) from `inputs` to `outputs`: one pointer per channel, each to
     /// `frames` samples, borrowed; an output may be an input's memory. More than setup().maximumFrames are
@@ -115,7 +115,7 @@ public:
     void reset();
     /// Frames processed since the start or the last reset. [any]
     std::int64_t position() const;
-    /// The latency that the module has asked to be compensated for, in frames. [main]
+    /// The latency that the module has reported for compensation, in frames. [main]
     std::int32_t latencyFrames() const;
     /// The meters of the algorithm. [any]
     const MeterBank& meters() const;
@@ -128,8 +128,8 @@ public:
 
     /// The settings as a chunk record. Throws HostError when the module fails.
     StoredChunk save();
-    /// Restores settings and answers all that this asks for. Throws HostError, with every value as before,
-    /// when the record was not written by this effect or when a value did not arrive.
+    /// Restores settings and answers the requests that follow from this. Throws HostError, with every value
+    /// as before, when the record was not written by this effect or when a value did not arrive.
     void restore(const StoredChunk& chunk);
     /// Whether the current settings are those of the record.
     bool equals(const StoredChunk& chunk);
@@ -148,7 +148,7 @@ public:
     /// The data model itself, for what this class does not offer; call it from [main] only, never while
     /// another thread is in here.
     AAX_IACFEffectParameters& dataModel();
-    /// The object that the module knows as its host, borrowed.
+    /// The host object that the module has been given, borrowed.
     InstanceHost& host() { return *mHost; }
 
 private:

@@ -1,6 +1,105 @@
 #include "Host/InstanceHost.h"
 
+#include <string>
+
 namespace varno {
+
+namespace {
+
+// Statically initialised, so that the first access on a thread costs nothing more than any other.
+thread_local bool tIsAudioThread = false;
+
+std::vector<AAX_CTypeID> meterIDs(const VariantDescription& variant) {
+    const FieldDescription* field = variant.firstField(FieldKind::kMeters);
+    return field == nullptr ? std::vector<AAX_CTypeID>() : field->meterIDs;
+}
+
+std::string pageTableFileOf(const EffectDescription& effect) {
+    const ResourceDescription* resource = effect.resource(AAX_eResourceType_PageTable);
+    return resource == nullptr ? std::string() : resource->fileName;
+}
+
+} // namespace
+
+AudioThreadScope::AudioThreadScope() noexcept
+    : mWasAudioThread(tIsAudioThread) {
+    tIsAudioThread = true;
+}
+
+AudioThreadScope::~AudioThreadScope() {
+    tIsAudioThread = mWasAudioThread;
+}
+
+bool isAudioThread() noexcept {
+    return tIsAudioThread;
+}
+
+MainGate::Scope::Scope(MainGate& gate, const char* operation)
+    : mGate(gate) {
+    gate.checkThread(operation);
+    gate.mMutex.lock();
+    mOuterOwner = gate.mOwner.exchange(std::this_thread::get_id());
+}
+
+MainGate::Scope::~Scope() {
+    mGate.mOwner.store(mOuterOwner);
+    mGate.mMutex.unlock();
+}
+
+MainGate::BufferValuesScope::BufferValuesScope(MainGate& gate) noexcept
+    : mGate(gate),
+      mIsHeld(gate.mMutex.try_lock()) {
+    if (mIsHeld) {
+        mOuterOwner = gate.mOwner.exchange(std::this_thread::get_id());
+        mOuterIsForBuffer = gate.mIsForBuffer.exchange(true);
+    }
+}
+
+MainGate::BufferValuesScope::~BufferValuesScope() {
+    if (mIsHeld) {
+        mGate.mIsForBuffer.store(mOuterIsForBuffer);
+        mGate.mOwner.store(mOuterOwner);
+        mGate.mMutex.unlock();
+    }
+}
+
+void MainGate::check(const char* operation) const {
+    const std::thread::id owner = mOwner.load();
+    if (owner != std::this_thread::get_id() || !mIsForBuffer.load()) {
+        checkThread(operation);
+    }
+    if (owner != std::thread::id() && owner != std::this_thread::get_id()) {
+        mMonitor->report(Contract::kThread,
+                         std::string(operation) + " while another thread is in a [main] call");
+    }
+    if (mIsClosed.load(std::memory_order_acquire)) {
+        mMonitor->report(Contract::kLifecycle, std::string(operation) + " after the end of the instance");
+    }
+}
+
+void MainGate::checkThread(const char* operation) const {
+    if (isAudioThread()) {
+        mMonitor->report(Contract::kThread, std::string(operation) + " on the audio thread");
+    }
+}
+
+InstanceState::InstanceState(std::shared_ptr<HostContext> sharedContext, const EffectDescription& itsEffect,
+                             const VariantDescription& itsVariant, const InstanceSetup& itsSetup)
+    : context(std::move(sharedContext)),
+      effectID(itsEffect.id),
+      pageTableFile(pageTableFileOf(itsEffect)),
+      variant(itsVariant),
+      setup(itsSetup),
+      gate(context->monitor),
+      packets(variant),
+      meters(meterIDs(variant), setup.sampleRateHz) {
+}
+
+std::int32_t InstanceState::nativeProperty(AAX_EProperty property) const {
+    return variant.natives.empty()
+               ? 0
+               : integerProperty(variant.natives.front().properties, property).value_or(0);
+}
 
 InstanceHost::InstanceHost(std::shared_ptr<HostContext> sharedContext, const EffectDescription& effect,
                            const VariantDescription& variant, const InstanceSetup& setup)

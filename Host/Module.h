@@ -1,19 +1,77 @@
-/// A module in use by this host.
+/// A module in use by this host: its entry points, its binary and its description.
 #ifndef VARNO_HOST_MODULE_H
 #define VARNO_HOST_MODULE_H
 
-#include "Host/HostContext.h"
+#include "AAX_Exports.h"
+#include "ACF/IACFComponentDefinition.h"
+#include "ACF/IACFPluginDefinition.h"
+#include "Host/HostObject.h"
 #include "Host/HostOptions.h"
-#include "Host/HostReference.h"
 #include "Host/ModuleDescription.h"
-#include "Host/ModuleEntryPoints.h"
 
 #include <atomic>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
 
 namespace varno {
+
+/// Table of a module's exports. Every member must be set; the functions must stay callable as long as the
+/// module is in use. `host` is borrowed for the call unless the module adds a reference.
+struct ModuleEntryPoints {
+    /// Describes the module to the collection that `host` answers to; *out is an owned reference. [main]
+    ACFRESULT (*registerPlugin)(IACFUnknown* host, IACFPluginDefinition** out);
+    /// Registers the separate component `index`, if there is one; *out is an owned reference or null. [main]
+    ACFRESULT (*registerComponent)(IACFUnknown* host, std::uint32_t index, IACFComponentDefinition** out);
+    /// Hands out a class factory; *out is an owned reference or null. [main]
+    ACFRESULT (*getClassFactory)(IACFUnknown* host, const acfUID& classID, const acfUID& iid, void** out);
+    /// The number of the module's live objects; 0 when it may be unloaded. [any]
+    ACFRESULT (*canUnloadNow)(IACFUnknown* host);
+    /// First call of all but getSDKVersion: gives the module the host's services. [main]
+    ACFRESULT (*startup)(IACFUnknown* host);
+    /// Last call of all: takes the host's services back. [main]
+    ACFRESULT (*shutdown)(IACFUnknown* host);
+    /// Returns the version of the interfaces that the module was built for. [any]
+    ACFRESULT (*getSDKVersion)(std::uint64_t* out);
+};
+
+/// The table of the module that this program is linked with; a program that calls it must link one. [any]
+inline ModuleEntryPoints linkedEntryPoints() {
+    return {ACFRegisterPlugin, ACFRegisterComponent, ACFGetClassFactory, ACFCanUnloadNow,
+            ACFStartup,        ACFShutdown,          ACFGetSDKVersion};
+}
+
+/// The loaded binary of a bundle folder `Name.aaxplugin`: `Contents/x86_64-linux/Name.so` on Linux (by the
+/// machine that this program was built for), `Contents/MacOS/Name` on macOS. Unloaded when destroyed. [main]
+class ModuleBinary {
+public:
+    /// Loads the bundle's binary. Throws HostError, naming the path, what was found and what was expected,
+    /// for a missing or unsuitable bundle, a missing or damaged binary or a missing entry point.
+    explicit ModuleBinary(const std::filesystem::path& bundle);
+
+    /// The bundle as it was given.
+    const std::filesystem::path& bundle() const { return mBundle; }
+    /// The folder of its resources, whether it is there or not.
+    std::filesystem::path resources() const;
+    /// The table of its exports, valid while the binary is loaded.
+    const ModuleEntryPoints& entryPoints() const { return mEntryPoints; }
+    /// Leaves the binary in memory until the program ends, for a module that is still in use.
+    void keepLoaded() { (void)mHandle.release(); }
+
+private:
+    struct Unload {
+        void operator()(void* handle) const;
+    };
+
+    template<class Function>
+    void resolve(Function& function, const char* name);
+
+    std::filesystem::path mBundle;
+    std::filesystem::path mBinary;
+    std::unique_ptr<void, Unload> mHandle;
+    ModuleEntryPoints mEntryPoints{};
+};
 
 class ModuleBinary;
 class ModuleHost;
@@ -36,9 +94,9 @@ public:
     /// is shut down but stays in memory.
     ~Module();
 
-    /// What the module told.
+    /// The module's description.
     const ModuleDescription& description() const { return mDescription; }
-    /// Where violations go; outlives the module.
+    /// Receives violations; outlives the module.
     const std::shared_ptr<ContractMonitor>& monitor() const { return mContext->monitor; }
     /// What this host offers to the module.
     const HostOptions& options() const { return mContext->options; }
@@ -46,7 +104,7 @@ public:
     const std::shared_ptr<HostContext>& context() const { return mContext; }
     /// The module's table of functions.
     const ModuleEntryPoints& entryPoints() const { return mEntryPoints; }
-    /// The number of the module's live objects, as it tells. [any]
+    /// The number of live objects that the module reports. [any]
     std::int32_t liveObjects() const;
     /// The file of a resource; empty when the module has no resource folder.
     std::filesystem::path resourcePath(const std::string& fileName) const;

@@ -37,9 +37,9 @@ public:
     void run() {
         requireDistinctFields();
         requireNoGaps();
-        requireField(FieldKind::AudioIn);
-        requireField(FieldKind::AudioOut);
-        requireField(FieldKind::BufferLength);
+        requireField(FieldKind::kAudioIn);
+        requireField(FieldKind::kAudioOut);
+        requireField(FieldKind::kBufferLength);
         if (mVariant.natives.empty()) {
             add("no native routine");
         } else if (mVariant.inputChannels() < 1 || mVariant.outputChannels() < 1) {
@@ -80,7 +80,7 @@ private:
     std::vector<std::string>& mProblems;
 };
 
-// Native identifiers tell the variants of a module apart in saved settings.
+// Native identifiers distinguish the variants of a module in saved settings.
 void requireDistinctPlugInIDs(const EffectDescription& effect, std::vector<std::string>& problems) {
     std::set<std::int32_t> seen;
     for (const VariantDescription& variant : effect.variants) {
@@ -129,27 +129,27 @@ std::optional<std::int32_t> integerProperty(const Properties& properties, AAX_EP
 
 const char* fieldKindName(FieldKind kind) {
     switch (kind) {
-    case FieldKind::AudioIn:
+    case FieldKind::kAudioIn:
         return "audio in";
-    case FieldKind::AudioOut:
+    case FieldKind::kAudioOut:
         return "audio out";
-    case FieldKind::BufferLength:
+    case FieldKind::kBufferLength:
         return "buffer length";
-    case FieldKind::SampleRate:
+    case FieldKind::kSampleRate:
         return "sample rate";
-    case FieldKind::Clock:
+    case FieldKind::kClock:
         return "clock";
-    case FieldKind::SideChainIn:
+    case FieldKind::kSideChainIn:
         return "side-chain in";
-    case FieldKind::DataInPort:
+    case FieldKind::kDataInPort:
         return "data-in port";
-    case FieldKind::PrivateData:
+    case FieldKind::kPrivateData:
         return "private data";
-    case FieldKind::TemporaryData:
+    case FieldKind::kTemporaryData:
         return "temporary data";
-    case FieldKind::Meters:
+    case FieldKind::kMeters:
         return "meters";
-    case FieldKind::Reserved:
+    case FieldKind::kReserved:
         return "reserved";
     }
     return "unknown";

@@ -1,4 +1,4 @@
-/// Everything that a module tells its host about itself, as plain data.
+/// The description of a module, as plain data.
 #ifndef VARNO_HOST_MODULEDESCRIPTION_H
 #define VARNO_HOST_MODULEDESCRIPTION_H
 
@@ -22,17 +22,17 @@ std::optional<std::int32_t> integerProperty(const Properties& properties, AAX_EP
 
 /// What a field of an algorithm's context points at.
 enum class FieldKind {
-    AudioIn,
-    AudioOut,
-    BufferLength,
-    SampleRate,
-    Clock,
-    SideChainIn,
-    DataInPort,
-    PrivateData,
-    TemporaryData,
-    Meters,
-    Reserved,
+    kAudioIn,
+    kAudioOut,
+    kBufferLength,
+    kSampleRate,
+    kClock,
+    kSideChainIn,
+    kDataInPort,
+    kPrivateData,
+    kTemporaryData,
+    kMeters,
+    kReserved,
 };
 
 /// The name of a kind of field, as written in descriptions and messages. [any]
@@ -41,7 +41,7 @@ const char* fieldKindName(FieldKind kind);
 /// One declared field.
 struct FieldDescription {
     AAX_CFieldIndex index = 0; ///< Which pointer of the context, from 0.
-    FieldKind kind = FieldKind::Reserved;
+    FieldKind kind = FieldKind::kReserved;
     std::uint32_t size = 0; ///< Bytes behind the pointer: packet, private, temporary and meter data; else 0.
     std::uint32_t options = 0; ///< Port type, placement of private data or type of a reserved field; else 0.
     std::vector<AAX_CTypeID> meterIDs; ///< Identifiers of the taps in order, for Meters; else empty.
@@ -144,7 +144,7 @@ constexpr std::int32_t stemChannels(std::int32_t stemFormat) {
 /// A four-character code as its four characters, or as "0x" and eight digits when one is not printable. [any]
 std::string codeText(AAX_CTypeID code);
 
-/// What is wrong or missing in a description, one line each; empty when a host can work with it. [any]
+/// What is wrong or missing in a description, one line each; empty when a host can use it. [any]
 std::vector<std::string> descriptionProblems(const ModuleDescription& description);
 
 } // namespace varno

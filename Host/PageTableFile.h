@@ -1,8 +1,10 @@
-/// Files of control-surface page tables.
+/// Files of control-surface page tables, and how a module reads them.
 #ifndef VARNO_HOST_PAGETABLEFILE_H
 #define VARNO_HOST_PAGETABLEFILE_H
 
 #include "AAX.h"
+#include "AAX_IACFPageTableController.h"
+#include "Host/HostObject.h"
 #include "Host/PageTable.h"
 
 #include <filesystem>
@@ -10,6 +12,8 @@
 #include <vector>
 
 namespace varno {
+
+struct InstanceState;
 
 /// Table type of this host's own: the controls of a surface, page after page.
 inline constexpr AAX_CTypeID kControlSurfaceTable = AAX_FourCC("CtSf");
@@ -71,6 +75,31 @@ private:
     const Effect* find(AAX_CTypeID manufacturerID, AAX_CTypeID productID, AAX_CTypeID plugInID) const;
 
     std::vector<Effect> mEffects;
+};
+
+/// Page-table controller versions 1 and 2. Version 1 reads the page-table resource that the effect names; a
+/// resource that is missing or damaged counts as having no table. [main]
+class HostPageTableController final : public Facet<AAX_IACFPageTableController_V2> {
+public:
+    HostPageTableController(IACFUnknown& owner, InstanceState& state);
+
+    AAX_Result CopyTableForEffect(std::int32_t manufacturerID, std::int32_t productID, std::int32_t plugInID,
+                                  std::uint32_t tableType, std::int32_t tablePageSize,
+                                  IACFUnknown* table) const override;
+    AAX_Result CopyTableOfLayout(const char* effectID, const char* layoutName, std::uint32_t tableType,
+                                 std::int32_t tablePageSize, IACFUnknown* table) const override;
+    AAX_Result CopyTableForEffectFromFile(const char* path, AAX_ETextEncoding encoding,
+                                          std::int32_t manufacturerID, std::int32_t productID,
+                                          std::int32_t plugInID, std::uint32_t tableType,
+                                          std::int32_t tablePageSize, IACFUnknown* table) const override;
+    AAX_Result CopyTableOfLayoutFromFile(const char* path, AAX_ETextEncoding encoding, const char* layoutName,
+                                         std::uint32_t tableType, std::int32_t tablePageSize,
+                                         IACFUnknown* table) const override;
+
+private:
+    std::string resourcePath() const;
+
+    InstanceState& mState;
 };
 
 } // namespace varno

@@ -1,4 +1,4 @@
-/// An object of the plug-in's, made by one of its creation procedures.
+/// An object of the plug-in, made by one of its creation procedures.
 #ifndef VARNO_HOST_PLUGINOBJECT_H
 #define VARNO_HOST_PLUGINOBJECT_H
 
@@ -12,9 +12,8 @@
 
 namespace varno {
 
-/// Owns a data model or an editor from its creation to its end and sees to the order: created, initialised,
-/// uninitialised, released. Object is the interface that the host uses, with Initialize and Uninitialize.
-/// [main]
+/// Owns a data model or an editor and keeps the order: created, initialised, uninitialised, released. Object
+/// is the interface that the host uses, with Initialize and Uninitialize. [main]
 template<class Object>
 class PlugInObject {
 public:
@@ -43,7 +42,7 @@ public:
     /// Initialises the object. Throws HostError when it fails.
     void initialize(IACFUnknown& host) {
         const AAX_Result result = mObject->Initialize(&host);
-        // An object that fails half-way still has things to give back.
+        // An object whose initialisation failed half-way still has resources to release.
         mIsInitialized = true;
         if (result != AAX_SUCCESS) {
             throw HostError(std::string("the ") + mName + " cannot be initialised: result " +
@@ -55,13 +54,13 @@ public:
     Object& use() const {
         if (!mIsInitialized) {
             const std::string text = std::string("the ") + mName + " was called before its initialisation";
-            mMonitor->report(Contract::Lifecycle, text);
+            mMonitor->report(Contract::kLifecycle, text);
             throw HostError(text);
         }
         return *mObject;
     }
 
-    /// Ends the object, if there is one. Reports a violation when somebody else still holds it.
+    /// Ends the object, if there is one. Reports a violation when another reference to it is left.
     void end() {
         if (!mObject) {
             return;
@@ -72,8 +71,8 @@ public:
         }
         const std::uint32_t left = mObject.Detach()->Release();
         if (left != 0) {
-            mMonitor->report(Contract::References, std::string("references to the ") + mName + ": " +
-                                                       std::to_string(left) + " held at its end");
+            mMonitor->report(Contract::kReferences, std::string("references to the ") + mName + ": " +
+                                                        std::to_string(left) + " held at its end");
         }
     }
 

@@ -1,4 +1,4 @@
-/// A saved state as it lies in a file or a project.
+/// A saved state as stored in a file or a project.
 #ifndef VARNO_HOST_STOREDCHUNK_H
 #define VARNO_HOST_STOREDCHUNK_H
 
@@ -11,7 +11,7 @@
 
 namespace varno {
 
-/// Who wrote a saved state.
+/// The identifiers of the effect that wrote a saved state.
 struct ChunkIdentity {
     AAX_CTypeID manufacturerID = 0;
     AAX_CTypeID productID = 0;
@@ -38,7 +38,7 @@ public:
     /// that of any variant of `effect`, so that a mono setting loads into a stereo instance.
     void requireWrittenBy(const EffectDescription& effect, const ChunkIdentity& expected) const;
 
-    /// Who wrote the record.
+    /// The identifiers of the effect that wrote the record.
     ChunkIdentity identity() const;
     /// The data area.
     std::span<const std::byte> data() const;

@@ -1,8 +1,48 @@
 #include "Host/ViewContainer.h"
 
-#include "Host/TellOutput.h"
+#include "Host/HostObject.h"
 
 namespace varno {
+
+AAX_Result DesktopFacet::GetScale(double* outScale) {
+    return mDesktop == nullptr ? AAX_ERROR_NULL_OBJECT : writeOutput(outScale, mDesktop->scale());
+}
+
+AAX_Result DesktopFacet::WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) {
+    if (mDesktop == nullptr) {
+        return AAX_ERROR_NULL_OBJECT;
+    }
+    if (proc == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    mDesktop->watch(descriptor, context, [proc, context] { proc(context); });
+    return AAX_SUCCESS;
+}
+
+AAX_Result DesktopFacet::UnwatchDescriptor(std::int32_t descriptor, void* context) {
+    if (mDesktop != nullptr) {
+        mDesktop->unwatch(descriptor, context);
+    }
+    return AAX_SUCCESS;
+}
+
+AAX_Result DesktopFacet::StartTimer(std::uint32_t periodMs, AAX_CWakeProc proc, void* context) {
+    if (mDesktop == nullptr) {
+        return AAX_ERROR_NULL_OBJECT;
+    }
+    if (proc == nullptr) {
+        return AAX_ERROR_NULL_ARGUMENT;
+    }
+    mDesktop->startTimer(std::chrono::milliseconds(periodMs), context, [proc, context] { proc(context); });
+    return AAX_SUCCESS;
+}
+
+AAX_Result DesktopFacet::StopTimer(void* context) {
+    if (mDesktop != nullptr) {
+        mDesktop->stopTimer(context);
+    }
+    return AAX_SUCCESS;
+}
 
 ViewContainer::ViewContainer(std::shared_ptr<HostContext> context)
     : HostObject(std::move(context), "view container") {
@@ -14,7 +54,7 @@ void ViewContainer::setView(std::int32_t type, void* view) {
 }
 
 AAX_Result ViewContainer::GetModifiers(std::uint32_t* outModifiers) {
-    return tell(outModifiers, mModifiers);
+    return writeOutput(outModifiers, mModifiers);
 }
 
 AAX_Result ViewContainer::SetViewSize(AAX_Point* size) {
@@ -39,30 +79,30 @@ AAX_Result ViewContainer::take(MouseOffer::Kind kind, const AAX_CParamID* paramI
 }
 
 AAX_Result ViewContainer::HandleParameterMouseDown(AAX_CParamID paramID, std::uint32_t modifiers) {
-    return take(MouseOffer::Kind::Down, &paramID, 1, modifiers);
+    return take(MouseOffer::Kind::kDown, &paramID, 1, modifiers);
 }
 
 AAX_Result ViewContainer::HandleParameterMouseDrag(AAX_CParamID paramID, std::uint32_t modifiers) {
-    return take(MouseOffer::Kind::Drag, &paramID, 1, modifiers);
+    return take(MouseOffer::Kind::kDrag, &paramID, 1, modifiers);
 }
 
 AAX_Result ViewContainer::HandleParameterMouseUp(AAX_CParamID paramID, std::uint32_t modifiers) {
-    return take(MouseOffer::Kind::Up, &paramID, 1, modifiers);
+    return take(MouseOffer::Kind::kUp, &paramID, 1, modifiers);
 }
 
 AAX_Result ViewContainer::HandleMultipleParametersMouseDown(const AAX_CParamID* paramIDs, std::uint32_t count,
                                                             std::uint32_t modifiers) {
-    return take(MouseOffer::Kind::Down, paramIDs, count, modifiers);
+    return take(MouseOffer::Kind::kDown, paramIDs, count, modifiers);
 }
 
 AAX_Result ViewContainer::HandleMultipleParametersMouseDrag(const AAX_CParamID* paramIDs, std::uint32_t count,
                                                             std::uint32_t modifiers) {
-    return take(MouseOffer::Kind::Drag, paramIDs, count, modifiers);
+    return take(MouseOffer::Kind::kDrag, paramIDs, count, modifiers);
 }
 
 AAX_Result ViewContainer::HandleMultipleParametersMouseUp(const AAX_CParamID* paramIDs, std::uint32_t count,
                                                           std::uint32_t modifiers) {
-    return take(MouseOffer::Kind::Up, paramIDs, count, modifiers);
+    return take(MouseOffer::Kind::kUp, paramIDs, count, modifiers);
 }
 
 void* ViewContainer::interfaceFor(const acfIID& iid) {

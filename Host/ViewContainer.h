@@ -1,22 +1,61 @@
-/// The native view in which this host places an editor.
+/// The native view in which this host places an editor, and the desktop around it.
 #ifndef VARNO_HOST_VIEWCONTAINER_H
 #define VARNO_HOST_VIEWCONTAINER_H
 
+#include "AAX_IACFDesktop.h"
 #include "AAX_IACFViewContainer.h"
-#include "Host/DesktopFacet.h"
 #include "Host/HostObject.h"
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace varno {
 
-/// What an editor offers to the host before it handles it itself.
-struct MouseOffer {
-    enum class Kind { Down, Drag, Up };
+/// Implemented by a front end that runs an event loop, and given to a ViewContainer; outlives the editor in
+/// it. An `owner` identifies a watch or timer. Callbacks may start and end watches and timers. [main]
+class Desktop {
+public:
+    using Wake = std::function<void()>;
 
-    Kind kind = Kind::Down;
+    virtual ~Desktop() = default;
+    /// The factor by which this desktop enlarges what it shows; 1 is the plain size.
+    virtual double scale() const = 0;
+    /// Calls `wake` whenever the file descriptor can be read.
+    virtual void watch(int descriptor, const void* owner, Wake wake) = 0;
+    /// Ends that watch, if there is one.
+    virtual void unwatch(int descriptor, const void* owner) = 0;
+    /// Calls `wake` every `period`, in the place of an earlier timer of the owner's.
+    virtual void startTimer(std::chrono::milliseconds period, const void* owner, Wake wake) = 0;
+    /// Ends that timer, if there is one.
+    virtual void stopTimer(const void* owner) = 0;
+};
+
+/// Part of a view container: forwards every call to the container's desktop. [main]
+class DesktopFacet : public Facet<AAX_IACFDesktop> {
+public:
+    using Facet::Facet;
+
+    /// Borrowed; null takes it away.
+    void setDesktop(Desktop* desktop) { mDesktop = desktop; }
+    bool hasDesktop() const { return mDesktop != nullptr; }
+
+    AAX_Result GetScale(double* outScale) override;
+    AAX_Result WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) override;
+    AAX_Result UnwatchDescriptor(std::int32_t descriptor, void* context) override;
+    AAX_Result StartTimer(std::uint32_t periodMs, AAX_CWakeProc proc, void* context) override;
+    AAX_Result StopTimer(void* context) override;
+
+private:
+    Desktop* mDesktop = nullptr;
+};
+
+/// A mouse action that an editor offers to the host before it handles it itself.
+struct MouseOffer {
+    enum class Kind { kDown, kDrag, kUp };
+
+    Kind kind = Kind::kDown;
     std::vector<std::string> parameters;
     std::uint32_t modifiers = 0; ///< AAX_EModifiers bits.
 };
@@ -34,13 +73,14 @@ public:
 
     /// The native view: its kind (an AAX_EViewContainerType) and the view itself, borrowed.
     void setView(std::int32_t type, void* view);
-    /// The desktop around the view (borrowed, outlives the editor); without one the module is told of none.
+    /// The desktop around the view (borrowed, outlives the editor); without one the container does not offer
+    /// the interface.
     void setDesktop(Desktop* desktop) { mDesktop.setDesktop(desktop); }
     /// The modifier keys that are down.
     void setModifiers(std::uint32_t modifiers) { mModifiers = modifiers; }
     /// Answers mouse offers: AAX_SUCCESS takes one. Without a handler none is taken.
     void setMouseHandler(MouseHandler handler) { mMouseHandler = std::move(handler); }
-    /// Answers wishes for a size in pixels: AAX_SUCCESS grants it. Without a handler each is granted.
+    /// Answers requests for a size in pixels: AAX_SUCCESS grants it. Without a handler each is granted.
     void setSizeHandler(SizeHandler handler) { mSizeHandler = std::move(handler); }
     /// The size granted last; zero before.
     const AAX_Point& size() const { return mSize; }

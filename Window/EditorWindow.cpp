@@ -1,6 +1,6 @@
 #include "Window/EditorWindow.h"
 
-#include "Window/WindowError.h"
+#include "Window/XConnection.h"
 
 namespace varno {
 namespace {
@@ -25,7 +25,7 @@ EditorWindow::EditorWindow(XConnection& connection, Kind kind, const WindowPrope
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
     setWindowProperties(connection, mId, properties);
-    // The child comes through a connection of its own, for which the window must be there.
+    // The child is made through another connection, which must find the window.
     connection.sync();
 }
 
@@ -67,7 +67,7 @@ void EditorWindow::handleEvents() {
     mConnection.flush();
 }
 
-// An error's type is 0: it answers a request about a child that has gone meanwhile.
+// An error's type is 0: it answers a request about a child that no longer exists.
 void EditorWindow::handle(xcb_generic_event_t& event) {
     switch (event.response_type & ~kSentByClient) {
     case XCB_KEY_PRESS:
@@ -93,7 +93,7 @@ void EditorWindow::handle(xcb_generic_event_t& event) {
     }
 }
 
-// Keys come here where they are bound, and while the window itself has the focus.
+// Keys arrive here where they are bound, and while the window itself has the focus.
 void EditorWindow::pressed(const xcb_key_press_event_t& event) {
     const bool isDown = (event.response_type & ~kSentByClient) == XCB_KEY_PRESS;
     if (!(isDown && mKeys && mKeys->press(event))) {
@@ -109,7 +109,7 @@ void EditorWindow::forward(xcb_key_press_event_t event) const {
     }
 }
 
-// The desktop gives the focus to the window; keys are for the view in it.
+// The desktop gives the focus to the window, which passes it on to the view.
 void EditorWindow::focused(const xcb_focus_in_event_t& event) const {
     const bool isOwn = event.detail == XCB_NOTIFY_DETAIL_ANCESTOR ||
                        event.detail == XCB_NOTIFY_DETAIL_INFERIOR ||

@@ -9,13 +9,13 @@
 
 namespace varno {
 
-/// A window on the desktop around one child, an editor's view: as large as the view is, with the keyboard
-/// handed on to it. [main]
+/// A window on the desktop around one child, an editor's view: as large as the view, and forwarding keys to
+/// it. [main]
 class EditorWindow {
 public:
     enum class Kind {
-        kManaged,  ///< On the desktop, with frame and place as its window manager likes.
-        kUnmanaged ///< In the screen's corner, and no window manager touches it.
+        kManaged,  ///< On the desktop, framed and placed by its window manager.
+        kUnmanaged ///< In the screen's corner, without a window manager.
     };
 
     /// Makes the window, not yet shown. @param connection outlives this object @throws WindowError
@@ -26,18 +26,18 @@ public:
     ~EditorWindow();
 
     xcb_window_t id() const { return mId; }
-    /// The size from here on, which nobody at the desktop can change. @param size at least 1 x 1
+    /// Sets the size, which the user cannot change. @param size at least 1 x 1
     void resize(WindowSize size);
     void show();
-    /// Takes it off the desktop until it is shown again.
+    /// Hides the window until it is shown again.
     void hide();
 
-    /// Called when someone at the desktop wants the window closed; it stays until it is destroyed.
+    /// Called when the user closes the window; it stays until it is destroyed.
     void setCloseHandler(std::function<void()> handler) { mCloseHandler = std::move(handler); }
-    /// Keys that the window takes for itself, whatever the child does with others.
+    /// Keys that the window handles before the child.
     void setBindings(std::vector<KeyBinding> bindings);
 
-    /// Handles what has arrived. @throws WindowError where the window or the connection has gone
+    /// Handles the events that have arrived. @throws WindowError where the window or the connection is lost
     void handleEvents();
 
 private:

@@ -11,23 +11,23 @@
 
 namespace varno {
 
-/// A key that does something wherever in a window the input focus is.
+/// A key with an action, wherever in a window the input focus is.
 struct KeyBinding {
     xcb_keysym_t key = 0;        ///< What is on the key without modifiers, in X.Org's numbers.
     std::uint16_t modifiers = 0; ///< XCB_MOD_MASK_... bits that must be down, and no others.
     std::function<void()> action;
 };
 
-/// Key bindings of a window that go before whatever a child of the window does with keys. They work with Caps
-/// Lock and Num Lock on, and wherever the keyboard's layout has the keys. [main]
+/// Key bindings of a window, which come before those of its children. They work with Caps Lock and Num Lock
+/// on, and with any keyboard layout that has the keys. [main]
 class KeyGrabs {
 public:
     /// @param connection outlives this object, as `window` does
     KeyGrabs(XConnection& connection, xcb_window_t window, std::vector<KeyBinding> bindings);
 
-    /// Does what a key of the bindings is for. @return whether it is one
+    /// Performs the action of a bound key. @return whether the key is bound
     bool press(const xcb_key_press_event_t& event) const;
-    /// The keyboard has another layout from here on.
+    /// The keyboard's layout has changed.
     void keyboardChanged(xcb_mapping_notify_event_t& event);
 
 private:
@@ -48,7 +48,7 @@ private:
     xcb_window_t mWindow;
     std::vector<KeyBinding> mBindings;
     std::unique_ptr<xcb_key_symbols_t, FreeSymbols> mSymbols;
-    std::uint16_t mLocks = 0; ///< Modifiers that lock and that no binding minds.
+    std::uint16_t mLocks = 0; ///< Modifiers that lock; bindings ignore them.
     std::vector<Grab> mGrabs;
 };
 

@@ -1,13 +1,29 @@
+/// Properties of a window for the desktop: title, icon, class and size.
 #ifndef VARNO_WINDOW_WINDOWPROPERTIES_H
 #define VARNO_WINDOW_WINDOWPROPERTIES_H
 
 #include "Window/XConnection.h"
 
+#include <cairo.h>
 #include <cstdint>
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace varno {
+
+struct DestroySurface {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+
+/// A drawing surface of cairo's, owned.
+using CairoSurface = std::unique_ptr<cairo_surface_t, DestroySurface>;
+
+/// The pictures of the product's icon in the form of _NET_WM_ICON: for each width, height and its pixels as
+/// 0xAARRGGBB, row by row. Pictures that are missing or cannot be read are left out; empty without any.
+/// @param resources folder with icons/SIZExSIZE/varno-s.png; empty for none
+std::vector<std::uint32_t> windowIcon(const std::filesystem::path& resources);
 
 /// Pixels.
 struct WindowSize {
@@ -15,18 +31,18 @@ struct WindowSize {
     int height = 0;
 };
 
-/// What a window tells the desktop about itself.
+/// Properties of a window for the desktop.
 struct WindowProperties {
     std::string title; ///< UTF-8.
     /// Pictures in the form of _NET_WM_ICON: for each width, height and its pixels as 0xAARRGGBB, row by row.
     std::vector<std::uint32_t> icon;
 };
 
-/// Gives a new window its title, icon, class and process, and has the desktop ask before
-/// it closes the window or takes it for dead.
+/// Sets a new window's title, icon, class and process, and the protocols by which the desktop asks it to
+/// close and checks that it responds.
 void setWindowProperties(XConnection& connection, xcb_window_t window, const WindowProperties& properties);
 
-/// Has the desktop offer the window at this one size.
+/// Sets this size as the only one of the window.
 void setOnlySize(XConnection& connection, xcb_window_t window, WindowSize size);
 
 } // namespace varno

@@ -1,10 +1,12 @@
+/// A connection to an X server, and the scale of the desktop on it.
 #ifndef VARNO_WINDOW_XCONNECTION_H
 #define VARNO_WINDOW_XCONNECTION_H
 
-#include "Window/XReply.h"
-
+#include <cstdlib>
 #include <map>
 #include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,8 +14,40 @@
 
 namespace varno {
 
-/// A connection to an X server and to the screen that its name tells. Requests are sent by flush() at the
-/// latest. [main]
+/// Frees what the X library has allocated.
+struct FreeXReply {
+    void operator()(void* reply) const { std::free(reply); }
+};
+
+/// A reply or an event of the X server, owned; null where there is none.
+template<class T>
+using XReply = std::unique_ptr<T, FreeXReply>;
+
+/// A window or its display cannot be opened, or is lost. what() is one line without a line end that names
+/// what was found and what was expected.
+class WindowError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The smallest and largest factor by which a desktop enlarges what it shows.
+inline constexpr double kSmallestScale = 0.5;
+inline constexpr double kLargestScale = 8.0;
+
+/// Whether a number can be the factor of a desktop. [any]
+constexpr bool isScale(double factor) {
+    return factor >= kSmallestScale && factor <= kLargestScale;
+}
+
+/// The scale of a desktop: that of GDK_SCALE, which a user sets for one program; else the dots per inch of
+/// the X resource Xft.dpi over the 96 of the plain size; else 1. A value that is no number or outside the
+/// range of scales counts as not set. [any]
+/// @param gdkScale the environment variable, nothing where it is not set
+/// @param resources as the display's RESOURCE_MANAGER property has them: lines of "name:\tvalue"
+double desktopScale(std::optional<std::string_view> gdkScale, std::string_view resources);
+
+/// A connection to an X server and to the screen in its name. Requests are sent by flush() at the latest.
+/// [main]
 class XConnection {
 public:
     /// @param display as DISPLAY has it (":0"); empty for none
@@ -24,7 +58,7 @@ public:
 
     xcb_connection_t* get() const { return mConnection.get(); }
     const xcb_screen_t& screen() const { return *mScreen; }
-    /// Can be read when something has arrived.
+    /// Readable when something has arrived.
     int descriptor() const { return xcb_get_file_descriptor(get()); }
     /// The number of a name, the same on every call.
     xcb_atom_t atom(std::string_view name);
@@ -32,11 +66,11 @@ public:
     std::string text(xcb_window_t window, xcb_atom_t property) const;
     /// Whether there is such a window.
     bool has(xcb_window_t window) const;
-    /// The windows right inside of a window, the lowest first; none where there is no such window.
+    /// The children of a window, the lowest first; none where there is no such window.
     std::vector<xcb_window_t> children(xcb_window_t window) const;
 
     void flush() const { xcb_flush(get()); }
-    /// Returns when the server has done all that it was asked for.
+    /// Returns when the server has processed all requests.
     void sync() const;
     /// The next event that has arrived, without waiting; null where there is none.
     XReply<xcb_generic_event_t> poll() const;

@@ -8,7 +8,7 @@ namespace varno {
 
 namespace {
 
-// Equal to nothing, so that whatever a port says is new.
+// Equal to nothing, so that any value of a port is new.
 constexpr float kNeverSeen = std::numeric_limits<float>::quiet_NaN();
 
 } // namespace
@@ -17,7 +17,7 @@ ControlValues::ControlValues(const Instance& instance, std::span<const PortInfo>
     : mStepsOfGlide(static_cast<std::int32_t>(
           std::ceil(kGlideSeconds * instance.setup().sampleRateHz / kGlideGrainFrames))) {
     for (const PortInfo& port : ports) {
-        if (port.kind == PortKind::Parameter) {
+        if (port.kind == PortKind::kParameter) {
             const ParameterInfo& parameter = instance.parameters()[port.item];
             mControls.push_back({.parameter = port.item,
                                  .canGlide = parameter.steps > kMostStepsOfAChoice,
@@ -34,7 +34,7 @@ void ControlValues::restart() noexcept {
 }
 
 void ControlValues::read(const float* const* ports) noexcept {
-    // Without a branch for each: mostly none has moved.
+    // Without a branch for each: usually none has changed.
     unsigned moved = 0;
     for (std::size_t i = 0; i < mSeen.size(); ++i) {
         moved |= static_cast<unsigned>(*ports[i] != mSeen[i]);
@@ -100,7 +100,7 @@ void ControlValues::giveTo(Instance& instance) noexcept {
             mOutgoing.push_back({control.parameter, control.value});
         }
     }
-    // Where the module is busy, the values go with the next buffer.
+    // Where the module is busy, the values are given with the next buffer.
     if (instance.setBeforeBuffer(mOutgoing)) {
         mIsAnyUnsent = false;
         for (Control& control : mControls) {

@@ -1,4 +1,4 @@
-/// What the control ports of a plug-in say, on its way to the module.
+/// Values of control ports on their way to the module.
 #ifndef VARNO_FORMATS_LV2_CONTROLVALUES_H
 #define VARNO_FORMATS_LV2_CONTROLVALUES_H
 
@@ -31,13 +31,13 @@ public:
 
     /// The values of the next `read` are in force at once, without a glide, whatever they were before.
     void restart() noexcept;
-    /// Takes note of what has moved since the last run, from one port for each parameter.
+    /// Reads which ports have changed since the last run, one port for each parameter.
     void read(const float* const* ports) noexcept;
-    /// Hands the module what it is to have from the next buffer on.
+    /// Gives the module the values for the next buffer.
     void giveTo(Instance& instance) noexcept;
     /// Frames for which what was given holds, at least 1; the largest number where nothing glides.
     std::int32_t framesHeld() const noexcept;
-    /// So many frames, at most `framesHeld`, have been processed.
+    /// This many frames, at most `framesHeld`, have been processed.
     void passed(std::int32_t frames) noexcept;
 
 private:
@@ -47,7 +47,7 @@ private:
         float fallback;    ///< Where the port has held no number yet.
         float from = 0.0F; ///< Where the glide began.
         float target = 0.0F;
-        float value = 0.0F; ///< What the module is to have now.
+        float value = 0.0F; ///< The module's next value.
         std::int32_t stepsLeft = 0;
         bool isUnsent = false;
     };
@@ -57,7 +57,7 @@ private:
     void step() noexcept;
 
     std::vector<Control> mControls;
-    std::vector<float> mSeen;           ///< What each port said last.
+    std::vector<float> mSeen;           ///< The last value of each port.
     std::vector<BufferValue> mOutgoing; ///< Has room for all.
     std::int32_t mStepsOfGlide;
     std::int32_t mFramesToStep = 0;

@@ -1,7 +1,7 @@
-// What a host calls: the two plug-ins as C functions, out of which no exception may come.
+// The entry point of the plug-ins' binary: two plug-ins as C functions, which let no exception out.
 #include "LV2/HostFeatures.h"
 #include "LV2/Plugin.h"
-#include "LV2/PluginUris.h"
+#include "LV2/Ports.h"
 #include "LV2/SharedModule.h"
 
 #include <exception>

@@ -6,8 +6,8 @@
 
 namespace varno {
 
-/// A host's list of features, borrowed for the call that it came with. Nothing of it is required; a list that
-/// is null and entries without an identifier are endured. [main]
+/// A host's list of features, borrowed for the call that it came with. Nothing of it is required; a null list
+/// and entries without an identifier are valid. [main]
 class HostFeatures {
 public:
     explicit HostFeatures(const LV2_Feature* const* features) noexcept

@@ -1,26 +1,87 @@
-/// One plug-in at work in a host.
+/// One running plug-in of a host, with the host's bypass and the held meter values.
 #ifndef VARNO_FORMATS_LV2_PLUGIN_H
 #define VARNO_FORMATS_LV2_PLUGIN_H
 
 #include "Host/Instance.h"
 #include "Host/Module.h"
-#include "LV2/BypassFade.h"
 #include "LV2/ControlValues.h"
-#include "LV2/MeterHold.h"
 #include "LV2/Ports.h"
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace varno {
+
+/// Latency of the processed sound in frames: the detector looks that far ahead. The bypassed sound has the
+/// same latency.
+inline constexpr std::int32_t kLatencyFrames = 1;
+/// How long the change between the processed and the bypassed sound takes.
+inline constexpr double kFadeSeconds = 0.010;
+
+/// Fades linearly between what was processed and the input delayed by kLatencyFrames. Outside a fade both
+/// pass bit for bit. The inaudible one is computed too, so that the load hardly depends on the bypass.
+/// [audio]
+class BypassFade {
+public:
+    /// Buffers of up to `maximumFrames`. [main]
+    BypassFade(std::size_t channels, std::int32_t maximumFrames, double sampleRateHz);
+
+    /// Clears the sound so far; the state of the next `keep` is in force at once.
+    void restart() noexcept;
+    /// Keeps what it needs of a buffer of each channel, of at least one frame, before it is processed: the
+    /// output may take its memory.
+    void keep(std::span<const float* const> inputs, std::int32_t frames, bool isEnabled) noexcept;
+    /// Replaces the processed sound by the bypassed one, or fades between them, in the outputs of the buffer
+    /// that was kept.
+    void blend(std::span<float* const> outputs, std::int32_t frames) noexcept;
+
+private:
+    bool isAllProcessed() const noexcept { return mPosition == mFadeFrames && mEnd == mFadeFrames; }
+    void fade(float* output, const float* bypassed, std::int32_t frames) const noexcept;
+
+    /// Per channel the last frame of the buffer before, then the present buffer.
+    std::vector<std::vector<float>> mKept;
+    std::int32_t mFadeFrames;
+    std::int32_t mPosition = 0; ///< 0: bypassed, mFadeFrames: processed.
+    std::int32_t mEnd = 0;      ///< Where the fade leads to, or has led.
+    bool mIsStarting = true;
+};
+
+/// Least time for which a peak stays: windows of hosts read meters about 25 times a second.
+inline constexpr double kMeterHoldSeconds = 0.040;
+
+/// Holds a meter's peaks. A higher value shows at once; a lower one, from the meter's own fall, once the peak
+/// has been shown for kMeterHoldSeconds. [audio]
+class MeterHold {
+public:
+    explicit MeterHold(double sampleRateHz);
+
+    /// What to show after a buffer of `frames` frames at whose end the meter stood at `value`.
+    float show(float value, std::int32_t frames) noexcept {
+        mFramesLeft -= frames;
+        if (value >= mShown || mFramesLeft <= 0) {
+            mShown = value;
+            mFramesLeft = mHoldFrames;
+        }
+        return mShown;
+    }
+    /// Back to nothing.
+    void restart() noexcept;
+
+private:
+    std::int32_t mHoldFrames;
+    std::int32_t mFramesLeft = 0;
+    float mShown = 0.0F;
+};
 
 /// Longest buffer that the module is given; a run is cut into such ones. The buffers of both channels, before
 /// and after, and the bypassed sound together lie in a processor's first cache.
 inline constexpr std::int32_t kBufferFrames = 512;
 
-/// What lies between the ports of a host and an instance of the module. Whatever is not connected counts as
-/// silence or as its default, or goes nowhere. Hosts call from one thread at a time.
+/// Connects the ports of a host with an instance of the module. An unconnected input is silent or has its
+/// default; an unconnected output is discarded. Hosts call on one thread at a time.
 class Plugin {
 public:
     /// Throws HostError where the module refuses the sample rate. [main]
@@ -31,8 +92,8 @@ public:
     void connect(std::uint32_t port, void* data) noexcept;
     /// Puts everything back to the start; the next run is the first. [main]
     void activate();
-    /// Processes `frames` frames, any number. Buffers may be one another's memory in any way that begins
-    /// at the same frame. No lock that another thread may have, no allocation, no system call. [audio]
+    /// Processes `frames` frames, any number. Buffers may share memory if they begin at the same frame. No
+    /// lock that another thread may hold, no allocation, no system call. [audio]
     void run(std::uint32_t frames) noexcept;
 
     const Instance& instance() const { return mInstance; }
@@ -42,7 +103,7 @@ private:
     void unconnect();
     void point(std::uint32_t offset) noexcept;
     void process(std::int32_t frames, bool isEnabled) noexcept;
-    void tell(std::int32_t frames) noexcept;
+    void showMeters(std::int32_t frames) noexcept;
 
     Instance mInstance;
     std::vector<PortInfo> mPorts;
@@ -51,8 +112,8 @@ private:
     std::vector<MeterHold> mMeters;
 
     std::vector<float*> mConnected;   ///< By port.
-    std::vector<float*> mUnconnected; ///< What stands there for nothing: null for sound, else an own value.
-    std::vector<float> mOwnValues;    ///< The defaults of inputs, and what outputs told.
+    std::vector<float*> mUnconnected; ///< Without a connection: null for sound, else an own value.
+    std::vector<float> mOwnValues;    ///< The defaults of inputs, and the values of outputs.
     std::size_t mInputPort;           ///< The first of its kind, as all that follow.
     std::size_t mOutputPort;
     std::size_t mControlPort;
@@ -62,8 +123,8 @@ private:
 
     std::vector<const float*> mInputs; ///< Of the present buffer.
     std::vector<float*> mOutputs;
-    std::vector<float> mSilence; ///< In the place of inputs that are not there.
-    std::vector<float> mNowhere; ///< In the place of outputs that are not there.
+    std::vector<float> mSilence; ///< Replaces unconnected inputs.
+    std::vector<float> mNowhere; ///< Replaces unconnected outputs.
 };
 
 } // namespace varno

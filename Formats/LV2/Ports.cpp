@@ -51,20 +51,20 @@ private:
 
 std::vector<PortInfo> portsOf(const Instance& instance) {
     PortList list;
-    list.addAudio("in", PortKind::AudioIn, instance.variant().inputChannels());
-    list.addAudio("out", PortKind::AudioOut, instance.variant().outputChannels());
+    list.addAudio("in", PortKind::kAudioIn, instance.variant().inputChannels());
+    list.addAudio("out", PortKind::kAudioOut, instance.variant().outputChannels());
     for (const ParameterInfo& parameter : instance.parameters()) {
         if (!parameter.isMasterBypass) {
-            list.add(symbolOf(parameter.id), PortKind::Parameter, static_cast<std::uint32_t>(parameter.index),
-                     parameter.id);
+            list.add(symbolOf(parameter.id), PortKind::kParameter,
+                     static_cast<std::uint32_t>(parameter.index), parameter.id);
         }
     }
-    list.add("enabled", PortKind::Enabled);
+    list.add("enabled", PortKind::kEnabled);
     const std::vector<MeterDescription>& meters = instance.effect().meters;
     for (std::uint32_t tap = 0; tap < meters.size(); ++tap) {
-        list.add(symbolOf(meters[tap].name), PortKind::Meter, tap);
+        list.add(symbolOf(meters[tap].name), PortKind::kMeter, tap);
     }
-    list.add("latency", PortKind::Latency);
+    list.add("latency", PortKind::kLatency);
     return list.take();
 }
 

@@ -1,10 +1,11 @@
-/// The ports of a plug-in, made from what the module tells of itself: the one list that the plug-in, its
-/// description and its window go by.
+/// The plug-ins of the bundle and their ports, made from the module's description: the one list that the
+/// plug-in, its description and its window use.
 #ifndef VARNO_FORMATS_LV2_PORTS_H
 #define VARNO_FORMATS_LV2_PORTS_H
 
 #include "Host/Instance.h"
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -13,14 +14,26 @@
 
 namespace varno {
 
-/// What goes through a port.
+/// One plug-in of the bundle.
+struct PluginUri {
+    const char* uri;
+    std::int32_t channels; ///< Inputs, and as many outputs.
+};
+
+/// The plug-ins in the order of the binary's descriptors.
+inline constexpr std::array kPluginUris = {PluginUri{"urn:morvak:varno-s#mono", 1},
+                                           PluginUri{"urn:morvak:varno-s#stereo", 2}};
+/// The window of both.
+inline constexpr const char* kWindowUri = "urn:morvak:varno-s#ui";
+
+/// What a port carries.
 enum class PortKind {
-    AudioIn,
-    AudioOut,
-    Parameter, ///< Input: the normalized value of a saved parameter, 0 to 1.
-    Enabled,   ///< Input: the host's bypass; 0 or less bypasses.
-    Meter,     ///< Output: what a meter of the effect shows, 1.0 is its full scale.
-    Latency,   ///< Output: frames by which the sound comes late.
+    kAudioIn,
+    kAudioOut,
+    kParameter, ///< Input: the normalized value of a saved parameter, 0 to 1.
+    kEnabled,   ///< Input: the host's bypass; 0 or less bypasses.
+    kMeter,     ///< Output: what a meter of the effect shows, 1.0 is its full scale.
+    kLatency,   ///< Output: latency of the sound in frames.
 };
 
 /// One port. Hosts save symbols and some go by indices: neither may ever change.

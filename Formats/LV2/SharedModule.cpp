@@ -1,7 +1,7 @@
 #include "LV2/SharedModule.h"
 
 #include "DemoGain_SampleRates.h"
-#include "Host/LinkedEntryPoints.h"
+#include "Host/Module.h"
 
 namespace varno {
 

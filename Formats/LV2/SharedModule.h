@@ -10,7 +10,7 @@
 namespace varno {
 
 /// The module and the making and ending of its instances belong to one thread at a time, but hosts make
-/// plug-ins on several: whoever makes or ends one holds this. [main]
+/// plug-ins on several: code that makes or ends one holds this. [main]
 class SharedModule {
 public:
     SharedModule();

@@ -11,10 +11,10 @@ using testing::IsEmpty;
 
 TEST(ContractMonitorTest, KeepsViolationsInOrderUntilTaken) {
     ContractMonitor monitor;
-    monitor.report(Contract::Touch, "first");
-    monitor.report(Contract::Packets, "second");
+    monitor.report(Contract::kTouch, "first");
+    monitor.report(Contract::kPackets, "second");
     ASSERT_EQ(2U, monitor.violations().size());
-    EXPECT_EQ(Contract::Touch, monitor.violations()[0].contract);
+    EXPECT_EQ(Contract::kTouch, monitor.violations()[0].contract);
     EXPECT_EQ("second", monitor.takeViolations()[1].text);
     EXPECT_THAT(monitor.violations(), IsEmpty());
 }
@@ -23,9 +23,9 @@ TEST(ContractMonitorTest, CallsItsListener) {
     ContractMonitor monitor;
     std::vector<std::string> heard;
     monitor.setListener([&](const Violation& violation) { heard.push_back(violation.text); });
-    monitor.report(Contract::Thread, "heard");
+    monitor.report(Contract::kThread, "heard");
     monitor.setListener({});
-    monitor.report(Contract::Thread, "not heard");
+    monitor.report(Contract::kThread, "not heard");
     EXPECT_THAT(heard, ElementsAre("heard"));
 }
 
@@ -65,15 +65,15 @@ TEST(ContractMonitorTest, TakesNullTexts) {
 }
 
 TEST(ContractMonitorTest, NamesEveryContract) {
-    EXPECT_STREQ("thread", contractName(Contract::Thread));
-    EXPECT_STREQ("lifecycle", contractName(Contract::Lifecycle));
-    EXPECT_STREQ("touch", contractName(Contract::Touch));
-    EXPECT_STREQ("references", contractName(Contract::References));
-    EXPECT_STREQ("live objects", contractName(Contract::LiveObjects));
-    EXPECT_STREQ("diagnostics", contractName(Contract::Diagnostics));
-    EXPECT_STREQ("packets", contractName(Contract::Packets));
-    EXPECT_STREQ("parameters", contractName(Contract::Parameters));
-    EXPECT_STREQ("description", contractName(Contract::Description));
+    EXPECT_STREQ("thread", contractName(Contract::kThread));
+    EXPECT_STREQ("lifecycle", contractName(Contract::kLifecycle));
+    EXPECT_STREQ("touch", contractName(Contract::kTouch));
+    EXPECT_STREQ("references", contractName(Contract::kReferences));
+    EXPECT_STREQ("live objects", contractName(Contract::kLiveObjects));
+    EXPECT_STREQ("diagnostics", contractName(Contract::kDiagnostics));
+    EXPECT_STREQ("packets", contractName(Contract::kPackets));
+    EXPECT_STREQ("parameters", contractName(Contract::kParameters));
+    EXPECT_STREQ("description", contractName(Contract::kDescription));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // Every contract that the host watches, broken on purpose.
 
-#include "Host/AudioThread.h"
 #include "Host/Editor.h"
 #include "Host/InstanceHost.h"
 #include "Tests/Host/FixtureAlgorithm.h"
@@ -38,18 +37,18 @@ protected:
 };
 
 TEST_F(ContractsTest, ASoundModuleBreaksNone) {
-    liveWith(Fault::None);
+    liveWith(Fault::kNone);
     endModule();
     EXPECT_THAT(takeViolations(), IsEmpty());
 }
 
 TEST_F(ContractsTest, PostingOnTheAudioThread) {
-    liveWith(Fault::PostsOnAudioThread);
+    liveWith(Fault::kPostsOnAudioThread);
     EXPECT_THAT(takeViolations(), ElementsAre("thread: PostPacket on the audio thread"));
 }
 
 TEST_F(ContractsTest, PostingFromAnotherThread) {
-    liveWith(Fault::PostsFromAnotherThread);
+    liveWith(Fault::kPostsFromAnotherThread);
     EXPECT_THAT(takeViolations(), ElementsAre("thread: PostPacket while another thread is in a [main] call"));
 }
 
@@ -82,7 +81,7 @@ TEST_F(ContractsTest, ResettingWhileItProcesses) {
 }
 
 TEST_F(ContractsTest, CallingAfterTheEnd) {
-    liveWith(Fault::KeepsHost);
+    liveWith(Fault::kKeepsHost);
     EXPECT_THAT(takeViolations(),
                 ElementsAre("references: references to the instance host: 1 too many held"));
     fixture::useAndReleaseKeptHost();
@@ -90,7 +89,7 @@ TEST_F(ContractsTest, CallingAfterTheEnd) {
 }
 
 TEST_F(ContractsTest, KeepingTheHostUntilTheModuleEnds) {
-    liveWith(Fault::KeepsHost);
+    liveWith(Fault::kKeepsHost);
     endModule();
     EXPECT_THAT(takeViolations(), ElementsAre("references: references to the instance host: 1 too many held",
                                               "references: host objects alive at the end of the module: "
@@ -100,13 +99,13 @@ TEST_F(ContractsTest, KeepingTheHostUntilTheModuleEnds) {
 }
 
 TEST_F(ContractsTest, ReleasingTheHostTwice) {
-    liveWith(Fault::ReleasesHostTwice);
+    liveWith(Fault::kReleasesHostTwice);
     EXPECT_THAT(takeViolations(),
                 ElementsAre("references: references to the instance host: 1 given back too often"));
 }
 
 TEST_F(ContractsTest, KeepingADataModel) {
-    liveWith(Fault::KeepsDataModel);
+    liveWith(Fault::kKeepsDataModel);
     EXPECT_THAT(
         takeViolations(),
         ElementsAre(
@@ -120,7 +119,7 @@ TEST_F(ContractsTest, KeepingADataModel) {
 
 TEST_F(ContractsTest, KeepingAPropertyMap) {
     {
-        const FaultScope fault(Fault::KeepsPropertyMap);
+        const FaultScope fault(Fault::kKeepsPropertyMap);
         module();
     }
     endModule();
@@ -161,53 +160,53 @@ TEST_F(ContractsTest, NestedTouchesAreFine) {
 }
 
 TEST_F(ContractsTest, AnUnexpectedTraceLine) {
-    liveWith(Fault::TracesAtInitialization);
+    liveWith(Fault::kTracesAtInitialization);
     EXPECT_THAT(takeViolations(), ElementsAre("diagnostics: unexpected trace line \"the fixture speaks\""));
 }
 
 TEST_F(ContractsTest, AnExpectedTraceLine) {
     monitor().expectTrace("speaks");
-    liveWith(Fault::TracesAtInitialization);
+    liveWith(Fault::kTracesAtInitialization);
     ASSERT_EQ(1U, monitor().traces().size());
     EXPECT_EQ(AAX_eTracePriorityHost_High, monitor().traces()[0].priority);
 }
 
 TEST_F(ContractsTest, AnUnexpectedAssertion) {
-    liveWith(Fault::AssertsAtInitialization);
+    liveWith(Fault::kAssertsAtInitialization);
     EXPECT_THAT(takeViolations(),
                 ElementsAre("diagnostics: unexpected failed assertion \"1 == 2\" at Fixture.cpp:12"));
 }
 
 TEST_F(ContractsTest, AnExpectedAssertion) {
     monitor().expectAssertion("1 == 2");
-    liveWith(Fault::AssertsAtInitialization);
+    liveWith(Fault::kAssertsAtInitialization);
     EXPECT_EQ(1U, monitor().assertFailures().size());
 }
 
 TEST_F(ContractsTest, PostingToAFieldThatIsNoPort) {
-    liveWith(Fault::PostsToUnknownField);
+    liveWith(Fault::kPostsToUnknownField);
     EXPECT_THAT(takeViolations(),
                 ElementsAre("packets: PostPacket of 8 bytes for field 7 refused with -20025"));
 }
 
 TEST_F(ContractsTest, PostingAPacketOfAWrongSize) {
-    liveWith(Fault::PostsWrongSize);
+    liveWith(Fault::kPostsWrongSize);
     EXPECT_THAT(takeViolations(),
                 ElementsAre("packets: PostPacket of 8 bytes for field 0 refused with -20043"));
 }
 
 TEST_F(ContractsTest, AFieldWithoutAnyPacket) {
-    liveWith(Fault::PostsNothingForBypass);
+    liveWith(Fault::kPostsNothingForBypass);
     EXPECT_THAT(takeViolations(), ElementsAre("packets: no packet for field 1 before the first buffer"));
 }
 
 TEST_F(ContractsTest, CoefficientsThatFail) {
-    liveWith(Fault::GenerateFails);
+    liveWith(Fault::kGenerateFails);
     EXPECT_THAT(takeViolations(), ElementsAre("packets: GenerateCoefficients answered -20021, expected 0"));
 }
 
 TEST_F(ContractsTest, AutomatingAnUnknownParameter) {
-    const FaultScope fault(Fault::RequestsUnknownParameter);
+    const FaultScope fault(Fault::kRequestsUnknownParameter);
     const auto instance = makeInstance();
     instance->requestNormalized("Gain", 0.25);
     EXPECT_THAT(takeViolations(),
@@ -215,7 +214,7 @@ TEST_F(ContractsTest, AutomatingAnUnknownParameter) {
 }
 
 TEST_F(ContractsTest, RequestingAValueThatIsNone) {
-    const FaultScope fault(Fault::RequestsInvalidValue);
+    const FaultScope fault(Fault::kRequestsInvalidValue);
     const auto instance = makeInstance();
     instance->requestNormalized("Gain", 0.25);
     EXPECT_THAT(
@@ -224,13 +223,13 @@ TEST_F(ContractsTest, RequestingAValueThatIsNone) {
 }
 
 TEST_F(ContractsTest, UnregisteringAnUnknownParameter) {
-    liveWith(Fault::UnregistersUnknownParameter);
+    liveWith(Fault::kUnregistersUnknownParameter);
     EXPECT_THAT(takeViolations(),
                 ElementsAre("parameters: UnregisterParameter of parameter Nobody, which is not registered"));
 }
 
 TEST_F(ContractsTest, RefusingAnUpdate) {
-    const FaultScope fault(Fault::RefusesUpdates);
+    const FaultScope fault(Fault::kRefusesUpdates);
     const auto instance = makeInstance();
     instance->setNormalized("Gain", 0.25);
     EXPECT_THAT(takeViolations(),
@@ -238,7 +237,7 @@ TEST_F(ContractsTest, RefusingAnUpdate) {
 }
 
 TEST_F(ContractsTest, ADescriptionThatLacksSomething) {
-    const FaultScope fault(Fault::DescribesNoManufacturer);
+    const FaultScope fault(Fault::kDescribesNoManufacturer);
     module();
     EXPECT_THAT(takeViolations(), ElementsAre("description: the module names no manufacturer"));
 }

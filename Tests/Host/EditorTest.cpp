@@ -82,14 +82,14 @@ TEST_F(EditorTest, NotificationsReachDataModelAndEditor) {
 }
 
 TEST_F(EditorTest, AnEffectWithoutEditorIsNothingUnusual) {
-    const FaultScope fault(Fault::MakesNoEditor);
+    const FaultScope fault(Fault::kMakesNoEditor);
     const auto instance = makeInstance();
     const auto container = makeContainer();
     EXPECT_EQ(nullptr, instance->openEditor(*container));
 }
 
 TEST_F(EditorTest, FailsWhenItsInitializationFails) {
-    const FaultScope fault(Fault::EditorInitializationFails);
+    const FaultScope fault(Fault::kEditorInitializationFails);
     const auto instance = makeInstance();
     const auto container = makeContainer();
     EXPECT_EQ("the editor cannot be initialised: result -20011",

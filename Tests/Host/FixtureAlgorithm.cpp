@@ -54,7 +54,7 @@ void process(void* const begin[], const void* end) {
     for (void* const* instance = begin; instance != end; ++instance) {
         processOne<kChannels>(*static_cast<const Context*>(*instance));
     }
-    if (has(Fault::PostsOnAudioThread)) {
+    if (has(Fault::kPostsOnAudioThread)) {
         postFromAnywhere();
     }
     if (gHook) {

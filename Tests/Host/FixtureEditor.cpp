@@ -22,7 +22,7 @@ FixtureEditor::FixtureEditor()
 }
 
 IACFUnknown* FixtureEditor::Create() {
-    return has(Fault::MakesNoEditor) ? nullptr : new FixtureEditor;
+    return has(Fault::kMakesNoEditor) ? nullptr : new FixtureEditor;
 }
 
 std::vector<std::string> FixtureEditor::takeLog() {
@@ -32,7 +32,7 @@ std::vector<std::string> FixtureEditor::takeLog() {
 AAX_Result FixtureEditor::Initialize(IACFUnknown* host) {
     mDataModel = ACFPtr<IACFUnknown>::Query(host, IID_IAAXEffectParametersV1);
     note(mDataModel ? "initialize with data model" : "initialize without data model");
-    return has(Fault::EditorInitializationFails) ? AAX_ERROR_NOT_INITIALIZED : AAX_SUCCESS;
+    return has(Fault::kEditorInitializationFails) ? AAX_ERROR_NOT_INITIALIZED : AAX_SUCCESS;
 }
 
 AAX_Result FixtureEditor::Uninitialize() {

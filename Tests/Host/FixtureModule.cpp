@@ -83,11 +83,14 @@ AAX_Result describe(AAX_IACFCollection& collection) {
                                            [&](IACFUnknown** out) { effect->NewPropertyMap(out); });
     meter->AddProperty(AAX_eProperty_Meter_Kind, AAX_eMeterKind_Input);
     effect->AddMeterDescription(AAX_FourCC("FXM1"), "In", meter.Get());
-    if (has(Fault::KeepsPropertyMap)) {
+    if (has(Fault::kKeepsPropertyMap)) {
         gKeptPropertyMap = meter.Detach();
     }
-    const AAX_Result result = collection.AddEffect(kEffectID, effect.Get());
-    if (!has(Fault::DescribesNoManufacturer)) {
+    AAX_Result result = collection.AddEffect(kEffectID, effect.Get());
+    if (has(Fault::kDescribesEffectTwice)) {
+        result = collection.AddEffect(kEffectID, effect.Get());
+    }
+    if (!has(Fault::kDescribesNoManufacturer)) {
         collection.SetManufacturerName("Example");
     }
     collection.AddPackageName("Fixture");
@@ -97,10 +100,10 @@ AAX_Result describe(AAX_IACFCollection& collection) {
 
 ACFRESULT registerPlugin(IACFUnknown* host, IACFPluginDefinition** out) {
     *out = nullptr;
-    if (has(Fault::RegistrationFails)) {
+    if (has(Fault::kRegistrationFails)) {
         return AAX_ERROR_NULL_OBJECT;
     }
-    if (has(Fault::NoDefinition)) {
+    if (has(Fault::kNoDefinition)) {
         return ACF_OK;
     }
     const auto collection = ACFPtr<AAX_IACFCollection>::Query(host, IID_IAAXCollectionV1);
@@ -126,7 +129,7 @@ ACFRESULT canUnloadNow(IACFUnknown*) {
 }
 
 ACFRESULT startup(IACFUnknown* host) {
-    if (has(Fault::StartupFails)) {
+    if (has(Fault::kStartupFails)) {
         return ACF_E_UNEXPECTED;
     }
     const auto factory = ACFPtr<IACFComponentFactory>::Query(host, IID_IACFComponentFactory);

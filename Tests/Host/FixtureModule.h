@@ -3,7 +3,7 @@
 #define VARNO_TESTS_HOST_FIXTUREMODULE_H
 
 #include "AAX_IACFHostServices.h"
-#include "Host/ModuleEntryPoints.h"
+#include "Host/Module.h"
 
 namespace varno::fixture {
 

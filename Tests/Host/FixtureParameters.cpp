@@ -38,10 +38,10 @@ public:
 } // namespace
 
 IACFUnknown* FixtureParameters::Create() {
-    if (has(Fault::MakesNoDataModel)) {
+    if (has(Fault::kMakesNoDataModel)) {
         return nullptr;
     }
-    if (has(Fault::DataModelHasNoInterface)) {
+    if (has(Fault::kDataModelHasNoInterface)) {
         return new Mute;
     }
     return new FixtureParameters;
@@ -60,28 +60,28 @@ AAX_Result FixtureParameters::Initialize(IACFUnknown* host) {
         }
     }
     misbehaveAtInitialization(host);
-    return has(Fault::InitializationFails) ? AAX_ERROR_NOT_INITIALIZED : AAX_SUCCESS;
+    return has(Fault::kInitializationFails) ? AAX_ERROR_NOT_INITIALIZED : AAX_SUCCESS;
 }
 
 void FixtureParameters::misbehaveAtInitialization(IACFUnknown* host) {
-    if (has(Fault::TracesAtInitialization)) {
+    if (has(Fault::kTracesAtInitialization)) {
         services()->Trace(AAX_eTracePriorityHost_High, "the fixture speaks");
     }
-    if (has(Fault::AssertsAtInitialization)) {
+    if (has(Fault::kAssertsAtInitialization)) {
         services()->HandleAssertFailure("Fixture.cpp", 12, "1 == 2", AAX_eAssertFlags_Default);
     }
-    if (has(Fault::KeepsHost)) {
+    if (has(Fault::kKeepsHost)) {
         host->AddRef();
         gKeptHost = host;
     }
-    if (has(Fault::ReleasesHostTwice)) {
+    if (has(Fault::kReleasesHostTwice)) {
         host->Release();
     }
-    if (has(Fault::KeepsDataModel)) {
+    if (has(Fault::kKeepsDataModel)) {
         AddRef();
         gKeptDataModel = this;
     }
-    if (has(Fault::UnregistersUnknownParameter)) {
+    if (has(Fault::kUnregistersUnknownParameter)) {
         mAutomation->UnregisterParameter("Nobody");
     }
 }
@@ -176,8 +176,8 @@ AAX_Result FixtureParameters::SetParameterNormalizedValue(AAX_CParamID paramID, 
         return UpdateParameterNormalizedValue(paramID, value, AAX_eUpdateSource_Unspecified);
     }
     mAutomation->PostTouchRequest(paramID);
-    mAutomation->PostSetValueRequest(has(Fault::RequestsUnknownParameter) ? "Nobody" : paramID,
-                                     has(Fault::RequestsInvalidValue) ? 1.5 : value);
+    mAutomation->PostSetValueRequest(has(Fault::kRequestsUnknownParameter) ? "Nobody" : paramID,
+                                     has(Fault::kRequestsInvalidValue) ? 1.5 : value);
     return mAutomation->PostReleaseRequest(paramID);
 }
 
@@ -191,7 +191,7 @@ AAX_Result FixtureParameters::ReleaseParameter(AAX_CParamID paramID) {
 
 AAX_Result FixtureParameters::UpdateParameterNormalizedValue(AAX_CParamID paramID, double value,
                                                              AAX_EUpdateSource) {
-    if (!isKnown(paramID) || has(Fault::RefusesUpdates)) {
+    if (!isKnown(paramID) || has(Fault::kRefusesUpdates)) {
         return AAX_ERROR_INVALID_PARAMETER_ID;
     }
     mValues[paramID] = value;
@@ -202,22 +202,22 @@ AAX_Result FixtureParameters::GenerateCoefficients() {
     const auto gain = static_cast<float>(mValues.at("Gain"));
     const std::int32_t bypass = mValues.at("Bypass") > 0.5 ? 1 : 0;
     mController->PostPacket(kGain, &gain, sizeof gain);
-    if (!has(Fault::PostsNothingForBypass)) {
+    if (!has(Fault::kPostsNothingForBypass)) {
         mController->PostPacket(kBypass, &bypass, sizeof bypass);
     }
     misbehaveWhilePosting();
-    return has(Fault::GenerateFails) ? AAX_ERROR_POST_PACKET_FAILED : AAX_SUCCESS;
+    return has(Fault::kGenerateFails) ? AAX_ERROR_POST_PACKET_FAILED : AAX_SUCCESS;
 }
 
 void FixtureParameters::misbehaveWhilePosting() {
     const double wrong = 1.0;
-    if (has(Fault::PostsToUnknownField)) {
+    if (has(Fault::kPostsToUnknownField)) {
         mController->PostPacket(kState, &wrong, sizeof wrong);
     }
-    if (has(Fault::PostsWrongSize)) {
+    if (has(Fault::kPostsWrongSize)) {
         mController->PostPacket(kGain, &wrong, sizeof wrong);
     }
-    if (has(Fault::PostsFromAnotherThread)) {
+    if (has(Fault::kPostsFromAnotherThread)) {
         std::thread(postFromAnywhere).join();
     }
 }
@@ -251,7 +251,7 @@ AAX_Result FixtureParameters::SetChunk(AAX_CTypeID, const AAX_SPlugInChunk* chun
     double gain = 0.0;
     std::memcpy(&gain, reinterpret_cast<const char*>(chunk) + kAAX_PlugInChunkHeaderSize + sizeof kMarker,
                 sizeof gain);
-    return SetParameterNormalizedValue("Gain", has(Fault::RefusesRestoredValue) && gain > 0.9 ? 0.75 : gain);
+    return SetParameterNormalizedValue("Gain", has(Fault::kRefusesRestoredValue) && gain > 0.9 ? 0.75 : gain);
 }
 
 AAX_Result FixtureParameters::CompareActiveChunk(const AAX_SPlugInChunk* chunk, std::uint8_t* outIsEqual) {

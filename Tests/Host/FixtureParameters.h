@@ -4,8 +4,9 @@
 
 #include "AAX_IACFAutomationDelegate.h"
 #include "AAX_IACFController.h"
+#include "AAX_IACFEffectParameters.h"
 #include "ACF/ACFPtr.h"
-#include "Tests/Host/FixtureParametersBase.h"
+#include "Tests/Host/FixtureObject.h"
 
 #include <map>
 #include <string>
@@ -15,6 +16,48 @@ namespace varno::fixture {
 /// The chunk: the marker, then the gain as a double in the machine's byte order.
 inline constexpr AAX_CTypeID kChunkID = AAX_FourCC("fxck");
 inline constexpr std::uint32_t kChunkDataSize = 12;
+
+/// Answers every optional operation with AAX_ERROR_UNIMPLEMENTED.
+class FixtureParametersBase : public FixtureObject<AAX_IACFEffectParameters> {
+public:
+    AAX_Result GetParameterNameOfLength(AAX_CParamID, AAX_IString*, std::int32_t) const override {
+        return no();
+    }
+    AAX_Result SetParameterDefaultNormalizedValue(AAX_CParamID, double) override { return no(); }
+    AAX_Result GetParameterOrientation(AAX_CParamID, std::int32_t*) const override { return no(); }
+    AAX_Result GetParameter(AAX_CParamID, AAX_IParameter**) override { return no(); }
+    AAX_Result GetParameterIndex(AAX_CParamID, std::int32_t*) const override { return no(); }
+    AAX_Result GetParameterValueInfo(AAX_CParamID, std::int32_t, std::int32_t*) const override {
+        return no();
+    }
+    AAX_Result SetParameterNormalizedRelative(AAX_CParamID, double) override { return no(); }
+    AAX_Result UpdateParameterTouch(AAX_CParamID, std::uint8_t) override { return no(); }
+    AAX_Result UpdateParameterNormalizedRelative(AAX_CParamID, double) override { return no(); }
+    AAX_Result GetNumberOfChunks(std::int32_t*) const override { return no(); }
+    AAX_Result GetNumberOfChanges(std::int32_t*) const override { return no(); }
+    AAX_Result GetCurveData(AAX_CTypeID, const float*, std::uint32_t, float*) const override { return no(); }
+    AAX_Result GetCurveDataMeterIds(AAX_CTypeID, std::uint32_t*, std::uint32_t*) const override {
+        return no();
+    }
+    AAX_Result GetCurveDataDisplayRange(AAX_CTypeID, float*, float*, float*, float*) const override {
+        return no();
+    }
+    AAX_Result GetCustomData(AAX_CTypeID, std::uint32_t, void*, std::uint32_t*) const override {
+        return no();
+    }
+    AAX_Result SetCustomData(AAX_CTypeID, std::uint32_t, const void*) override { return no(); }
+    AAX_Result DoMIDITransfers() override { return no(); }
+    AAX_Result UpdateMIDINodes(AAX_CFieldIndex, AAX_CMidiPacket&) override { return no(); }
+    AAX_Result UpdateControlMIDINodes(AAX_CTypeID, AAX_CMidiPacket&) override { return no(); }
+    AAX_Result RenderAudio_Hybrid(void*) override { return no(); }
+
+protected:
+    FixtureParametersBase()
+        : FixtureObject(IID_IAAXEffectParametersV1) {}
+
+private:
+    static AAX_Result no() { return AAX_ERROR_UNIMPLEMENTED; }
+};
 
 /// Two parameters: "Gain", 0 to 1 in 101 steps, shown with two decimals; and "Bypass", "off" or "on", the
 /// master bypass, which is not saved.

@@ -1,8 +1,6 @@
 #include "Host/HostObject.h"
-
 #include "ACF/ACFPtr.h"
-#include "Host/HostPropertyMap.h"
-#include "Host/HostReference.h"
+#include "Host/HostDescriptors.h"
 #include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>
@@ -87,6 +85,35 @@ TEST(HostReferenceTest, SurvivesWhatIsGivenBackTooOften) {
     ASSERT_EQ(1U, context->monitor->violations().size());
     EXPECT_EQ("references to the map: 2 given back too often", context->monitor->violations()[0].text);
     EXPECT_EQ(0, context->ledger.total());
+}
+
+TEST(HostLedgerTest, CountsByKind) {
+    HostLedger ledger;
+    EXPECT_EQ(0, ledger.total());
+    EXPECT_EQ("", ledger.text());
+    ledger.add("property map");
+    ledger.add("controller");
+    ledger.add("property map");
+    EXPECT_EQ(3, ledger.total());
+    EXPECT_EQ("1 controller, 2 property map", ledger.text());
+    ledger.remove("controller");
+    EXPECT_EQ("2 property map", ledger.text());
+}
+
+TEST(HostStringTest, IsWrittenThroughItsInterface) {
+    HostString text;
+    AAX_IString& face = text;
+    EXPECT_EQ(0U, face.Length());
+    EXPECT_STREQ("", face.Get());
+    face.Set("one");
+    EXPECT_EQ("one", text.text());
+    face = "two";
+    EXPECT_EQ("two", text.text());
+    const HostString other("three");
+    face = static_cast<const AAX_IString&>(other);
+    EXPECT_EQ("three", text.text());
+    EXPECT_EQ(5U, face.Length());
+    EXPECT_EQ(0xFFFFFFFEU, face.MaxLength());
 }
 
 } // namespace

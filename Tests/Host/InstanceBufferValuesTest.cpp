@@ -1,5 +1,4 @@
 // Values that come with a buffer, given on the audio thread.
-#include "Host/AudioThread.h"
 #include "Host/InstanceHost.h"
 #include "Tests/Host/FixtureTest.h"
 

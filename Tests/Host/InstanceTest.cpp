@@ -62,16 +62,16 @@ TEST_F(InstanceTest, RefusesWhatTheModuleDoesNotHave) {
 
 TEST_F(InstanceTest, FailsWithoutADataModelAndLeavesNothingBehind) {
     {
-        const FaultScope fault(Fault::MakesNoDataModel);
+        const FaultScope fault(Fault::kMakesNoDataModel);
         EXPECT_EQ("effect \"org.example.fixture.gain\" makes no data model",
                   hostErrorOf([&] { makeInstance(); }));
     }
     {
-        const FaultScope fault(Fault::DataModelHasNoInterface);
+        const FaultScope fault(Fault::kDataModelHasNoInterface);
         EXPECT_EQ("the data model does not answer to its interface", hostErrorOf([&] { makeInstance(); }));
     }
     {
-        const FaultScope fault(Fault::InitializationFails);
+        const FaultScope fault(Fault::kInitializationFails);
         EXPECT_EQ("the data model cannot be initialised: result -20011",
                   hostErrorOf([&] { makeInstance(); }));
     }
@@ -256,7 +256,7 @@ TEST_F(InstanceTest, AValueThatDoesNotArriveLeavesEverythingAsItWas) {
     const StoredChunk chunk = instance->save();
     instance->setNormalized("Gain", 0.25);
     {
-        const FaultScope fault(Fault::RefusesRestoredValue);
+        const FaultScope fault(Fault::kRefusesRestoredValue);
         EXPECT_EQ("saved state: not every value arrived, expected a valid value for each parameter",
                   hostErrorOf([&] { instance->restore(chunk); }));
     }

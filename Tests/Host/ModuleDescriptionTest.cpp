@@ -57,7 +57,7 @@ TEST_F(ModuleDescriptionTest, FindsFieldsThatAreMissing) {
     EXPECT_THAT(problemsAfter(description(),
                               [](VariantDescription& variant) {
                                   for (FieldDescription& field : variant.fields) {
-                                      field.kind = FieldKind::Reserved;
+                                      field.kind = FieldKind::kReserved;
                                   }
                               }),
                 ElementsAre("effect org.example.fixture.gain, variant 1: no field for audio in",
@@ -102,7 +102,7 @@ TEST_F(ModuleDescriptionTest, LooksThingsUp) {
     EXPECT_EQ(nullptr, effect.resource(static_cast<AAX_EResourceType>(9)));
     EXPECT_TRUE(effect.variants[1].hasPlugInID(fixture::kStereoTiID));
     EXPECT_FALSE(effect.variants[0].hasPlugInID(fixture::kStereoTiID));
-    EXPECT_EQ(nullptr, VariantDescription().firstField(FieldKind::Meters));
+    EXPECT_EQ(nullptr, VariantDescription().firstField(FieldKind::kMeters));
     EXPECT_EQ(0U, VariantDescription().contextLength());
     EXPECT_EQ(0, VariantDescription().inputChannels());
 }
@@ -119,17 +119,17 @@ TEST(StemChannelsTest, AreTheLowHalfOfTheFormat) {
 }
 
 TEST(FieldKindNameTest, NamesEveryKind) {
-    EXPECT_STREQ("audio in", fieldKindName(FieldKind::AudioIn));
-    EXPECT_STREQ("audio out", fieldKindName(FieldKind::AudioOut));
-    EXPECT_STREQ("buffer length", fieldKindName(FieldKind::BufferLength));
-    EXPECT_STREQ("sample rate", fieldKindName(FieldKind::SampleRate));
-    EXPECT_STREQ("clock", fieldKindName(FieldKind::Clock));
-    EXPECT_STREQ("side-chain in", fieldKindName(FieldKind::SideChainIn));
-    EXPECT_STREQ("data-in port", fieldKindName(FieldKind::DataInPort));
-    EXPECT_STREQ("private data", fieldKindName(FieldKind::PrivateData));
-    EXPECT_STREQ("temporary data", fieldKindName(FieldKind::TemporaryData));
-    EXPECT_STREQ("meters", fieldKindName(FieldKind::Meters));
-    EXPECT_STREQ("reserved", fieldKindName(FieldKind::Reserved));
+    EXPECT_STREQ("audio in", fieldKindName(FieldKind::kAudioIn));
+    EXPECT_STREQ("audio out", fieldKindName(FieldKind::kAudioOut));
+    EXPECT_STREQ("buffer length", fieldKindName(FieldKind::kBufferLength));
+    EXPECT_STREQ("sample rate", fieldKindName(FieldKind::kSampleRate));
+    EXPECT_STREQ("clock", fieldKindName(FieldKind::kClock));
+    EXPECT_STREQ("side-chain in", fieldKindName(FieldKind::kSideChainIn));
+    EXPECT_STREQ("data-in port", fieldKindName(FieldKind::kDataInPort));
+    EXPECT_STREQ("private data", fieldKindName(FieldKind::kPrivateData));
+    EXPECT_STREQ("temporary data", fieldKindName(FieldKind::kTemporaryData));
+    EXPECT_STREQ("meters", fieldKindName(FieldKind::kMeters));
+    EXPECT_STREQ("reserved", fieldKindName(FieldKind::kReserved));
 }
 
 } // namespace

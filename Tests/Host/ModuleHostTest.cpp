@@ -1,9 +1,7 @@
 #include "Host/ModuleHost.h"
-
+#include "AAX_IACFFeatureInfo.h"
 #include "ACF/ACFPtr.h"
-#include "Host/HostComponentDescriptor.h"
-#include "Host/HostEffectDescriptor.h"
-#include "Host/HostPropertyMap.h"
+#include "Host/HostDescriptors.h"
 #include "Tests/Host/TestContext.h"
 
 #include <gmock/gmock.h>
@@ -92,14 +90,125 @@ TEST_F(ModuleHostTest, RefusesNull) {
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, host->SetProperties(nullptr));
 }
 
-TEST_F(ModuleHostTest, FailsAsOrdered) {
-    const auto effect = makeEffect(true, true);
-    context->options.faults.noEffectDescriptor = true;
-    context->options.faults.addEffect = AAX_ERROR_ACF_ERROR;
-    IACFUnknown* made = effect.Get();
-    EXPECT_EQ(AAX_ERROR_NULL_OBJECT, host->NewDescriptor(&made));
+constexpr acfUID kFeature = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+constexpr acfUID kOtherFeature = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 12}};
+
+class HostDescriptionHostTest : public testing::Test {
+protected:
+    std::shared_ptr<HostContext> context = testContext();
+    ACFPtr<ModuleHost> module = ACFPtr<ModuleHost>::Adopt(new ModuleHost(context));
+    ACFPtr<AAX_IACFDescriptionHost> host =
+        ACFPtr<AAX_IACFDescriptionHost>::Query(module.Get(), IID_IAAXDescriptionHostV1);
+
+    ACFPtr<AAX_IACFFeatureInfo> acquire(const acfUID& feature) {
+        IACFUnknown* made = nullptr;
+        EXPECT_EQ(AAX_SUCCESS, host->AcquireFeatureProperties(feature, &made));
+        const auto owned = ACFPtr<IACFUnknown>::Adopt(made);
+        return ACFPtr<AAX_IACFFeatureInfo>::Query(made, IID_IAAXFeatureInfoV1);
+    }
+};
+
+TEST_F(HostDescriptionHostTest, KnowsExtendedStemFormatsAndDoesNotSupportThem) {
+    AAX_ESupportLevel level = AAX_eSupportLevel_Supported;
+    const auto info = acquire(AAX_FeatureUID_ExtendedStemFormats);
+    EXPECT_EQ(AAX_SUCCESS, info->SupportLevel(&level));
+    EXPECT_EQ(AAX_eSupportLevel_Unsupported, level);
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, info->SupportLevel(nullptr));
+}
+
+TEST_F(HostDescriptionHostTest, TellsTheFeaturesOfItsOptions) {
+    context->options.features = {
+        {kFeature, AAX_eSupportLevel_Supported, Properties{{AAX_eProperty_Host54, 6}}}};
+    const auto info = acquire(kFeature);
+    IACFUnknown* made = nullptr;
+    EXPECT_EQ(AAX_SUCCESS, info->AcquireProperties(&made));
+    const auto owned = ACFPtr<IACFUnknown>::Adopt(made);
+    EXPECT_EQ(6, integerProperty(ownObject<HostPropertyMap>(made)->properties(), AAX_eProperty_Host54));
+    EXPECT_EQ(AAX_ERROR_UNKNOWN_ID, host->AcquireFeatureProperties(kOtherFeature, &made));
     EXPECT_EQ(nullptr, made);
-    EXPECT_EQ(AAX_ERROR_ACF_ERROR, host->AddEffect("id", effect.Get()));
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, host->AcquireFeatureProperties(kFeature, nullptr));
+}
+
+TEST_F(HostDescriptionHostTest, AFeatureMayHaveNoProperties) {
+    const auto info = acquire(AAX_FeatureUID_ExtendedStemFormats);
+    IACFUnknown* made = module.Get();
+    EXPECT_EQ(AAX_ERROR_NULL_OBJECT, info->AcquireProperties(&made));
+    EXPECT_EQ(nullptr, made);
+}
+
+class HostComponentFactoryTest : public testing::Test {
+protected:
+    std::shared_ptr<HostContext> context = testContext();
+    ACFPtr<ModuleHost> module = ACFPtr<ModuleHost>::Adopt(new ModuleHost(context));
+    ACFPtr<IACFComponentFactory> factory =
+        ACFPtr<IACFComponentFactory>::Query(module.Get(), IID_IACFComponentFactory);
+
+    bool makes(const acfCLSID& component, const acfIID& iid) {
+        void* made = &made;
+        const ACFRESULT result = factory->CreateComponent(nullptr, component, iid, &made);
+        const auto owned = ACFPtr<IACFUnknown>::Adopt(static_cast<IACFUnknown*>(made));
+        EXPECT_EQ(result == ACF_OK, static_cast<bool>(owned));
+        return result == ACF_OK;
+    }
+};
+
+TEST_F(HostComponentFactoryTest, MakesServicesAndPageTables) {
+    EXPECT_TRUE(makes(AAXCompID_HostServices, IID_IAAXHostServicesV1));
+    EXPECT_TRUE(makes(AAXCompID_HostServices, IID_IAAXHostServicesV3));
+    EXPECT_TRUE(makes(AAXCompID_PageTable, IID_IAAXPageTableV1));
+    EXPECT_TRUE(makes(AAXCompID_PageTable, IID_IAAXPageTableV2));
+    EXPECT_EQ(1, context->ledger.total());
+}
+
+TEST_F(HostComponentFactoryTest, MakesNothingElse) {
+    EXPECT_FALSE(makes(IID_IAAXControllerV1, IID_IACFUnknown));
+    EXPECT_FALSE(makes(AAXCompID_PageTable, IID_IAAXHostServicesV1));
+    EXPECT_EQ(ACF_E_NOINTERFACE,
+              factory->CreateComponent(nullptr, AAXCompID_PageTable, IID_IAAXPageTableV1, nullptr));
+    void* made = &made;
+    EXPECT_EQ(ACF_E_NOINTERFACE,
+              factory->CreateComponent(module.Get(), AAXCompID_PageTable, IID_IAAXPageTableV1, &made));
+    EXPECT_EQ(nullptr, made);
+    EXPECT_EQ(1, context->ledger.total());
+}
+
+TEST_F(HostComponentFactoryTest, MakesNoComponentForAWithheldInterface) {
+    context->options.withheld = {IID_IAAXHostServicesV2};
+    EXPECT_TRUE(makes(AAXCompID_HostServices, IID_IAAXHostServicesV1));
+    EXPECT_FALSE(makes(AAXCompID_HostServices, IID_IAAXHostServicesV2));
+}
+
+TEST(HostServicesTest, EveryVersionCanBeWithheldOnItsOwn) {
+    const acfIID versions[] = {IID_IAAXHostServicesV1, IID_IAAXHostServicesV2, IID_IAAXHostServicesV3};
+    for (const acfIID& withheld : versions) {
+        HostOptions options;
+        options.withheld = {withheld};
+        const auto services = ACFPtr<HostServices>::Adopt(new HostServices(testContext(options)));
+        for (const acfIID& version : versions) {
+            EXPECT_EQ(!(version == withheld),
+                      static_cast<bool>(ACFPtr<IACFUnknown>::Query(services.Get(), version)));
+        }
+    }
+}
+
+TEST(HostServicesTest, HandsEverythingToTheMonitor) {
+    const auto context = testContext();
+    context->monitor->expectTrace("line");
+    context->monitor->expectAssertion("a < b");
+    const auto services = ACFPtr<HostServices>::Adopt(new HostServices(context));
+    EXPECT_EQ(AAX_SUCCESS, services->Trace(1, "line one"));
+    EXPECT_EQ(AAX_SUCCESS, services->StackTrace(2, 3, "line two"));
+    EXPECT_EQ(AAX_SUCCESS, services->HandleAssertFailure("f.cpp", 10, "a < b", 1));
+    const auto traces = context->monitor->traces();
+    ASSERT_EQ(2U, traces.size());
+    EXPECT_EQ(2, traces[1].priority);
+    EXPECT_EQ("line two", traces[1].text);
+    const auto failures = context->monitor->assertFailures();
+    ASSERT_EQ(1U, failures.size());
+    EXPECT_EQ("f.cpp", failures[0].file);
+    EXPECT_EQ(10, failures[0].line);
+    EXPECT_EQ(1, failures[0].flags);
+    EXPECT_TRUE(context->monitor->violations().empty());
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "Host/PageTable.h"
 
 #include "ACF/ACFPtr.h"
-#include "Host/HostString.h"
+#include "Host/HostObject.h"
 #include "Tests/Host/TestContext.h"
 
 #include <gtest/gtest.h>

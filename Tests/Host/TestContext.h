@@ -2,7 +2,7 @@
 #ifndef VARNO_TESTS_HOST_TESTCONTEXT_H
 #define VARNO_TESTS_HOST_TESTCONTEXT_H
 
-#include "Host/HostContext.h"
+#include "Host/HostObject.h"
 
 #include <memory>
 

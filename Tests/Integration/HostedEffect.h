@@ -2,8 +2,8 @@
 #ifndef VARNO_TESTS_INTEGRATION_HOSTEDEFFECT_H
 #define VARNO_TESTS_INTEGRATION_HOSTEDEFFECT_H
 
+#include "DemoGain_SampleRates.h"
 #include "Host/Instance.h"
-#include "Host/LinkedEntryPoints.h"
 #include "Host/Module.h"
 #include "Tests/Support/AlgFixture.h"
 #include "Tests/Support/HostFixture.h"
@@ -38,11 +38,14 @@ BufferProcessor processorOf(Instance& instance);
 /// What the instance makes of a signal, in buffers of several lengths; any complaint fails the test.
 Signal render(Instance& instance, const Signal& input);
 
-/// The module of this program in the host; what is made from it is local to the test.
+/// The module of this program in the host, at the sample rates of the effect; what is made from it is local
+/// to the test.
 class HostedEffect : public HostFixture {
 protected:
     HostedEffect()
-        : HostFixture(linkedEntryPoints()) {}
+        : HostFixture(linkedEntryPoints()) {
+        options.sampleRates = {DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz};
+    }
 };
 
 } // namespace varno::test

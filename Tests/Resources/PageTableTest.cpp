@@ -1,5 +1,5 @@
 #include "Host/PageTable.h"
-#include "Host/LinkedEntryPoints.h"
+#include "Host/Module.h"
 #include "Host/PageTableFile.h"
 #include "Tests/Support/HostFixture.h"
 

@@ -2,7 +2,7 @@
 #ifndef VARNO_TESTS_WINDOW_WINDOWERRORTEXT_H
 #define VARNO_TESTS_WINDOW_WINDOWERRORTEXT_H
 
-#include "Window/WindowError.h"
+#include "Window/XConnection.h"
 
 #include <gtest/gtest.h>
 #include <string>

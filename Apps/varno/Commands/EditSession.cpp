@@ -3,13 +3,12 @@
 #include "CommandError.h"
 #include "Interruption.h"
 #include "SettingsKeeping.h"
-#include "Window/DesktopScale.h"
-#include "Window/WindowIcon.h"
+#include "Window/WindowProperties.h"
+#include "Window/XConnection.h"
 
 #include <X11/keysym.h>
 
 #include <chrono>
-#include <cmath>
 #include <cstdlib>
 
 namespace varno {
@@ -41,14 +40,6 @@ double scaleFor(const WindowOptions& options, const XConnection& connection) {
                         connection.text(connection.screen().root, XCB_ATOM_RESOURCE_MANAGER));
 }
 
-WindowSize pixels(const AAX_Point& size) {
-    return {static_cast<int>(std::lround(size.horz)), static_cast<int>(std::lround(size.vert))};
-}
-
-bool isEmpty(WindowSize size) {
-    return size.width < 1 || size.height < 1;
-}
-
 } // namespace
 
 EditSession::EditSession(const WindowOptions& options, XConnection& connection, Instance& instance,
@@ -60,7 +51,9 @@ EditSession::EditSession(const WindowOptions& options, XConnection& connection, 
       mWindow(connection, options.screenshot ? EditorWindow::Kind::kUnmanaged : EditorWindow::Kind::kManaged,
               {titleFor(options, instance), windowIcon(instance.module().resourcePath(""))}),
       mDesktop(mLoop, scaleFor(options, connection)),
-      mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))) {
+      mEditor(instance, mDesktop, [this](PixelSize size) {
+          mWindow.resize({size.width, size.height});
+      }) {
     if (options.screenshot) {
         planScreenshot(*options.screenshot);
     }
@@ -69,26 +62,14 @@ EditSession::EditSession(const WindowOptions& options, XConnection& connection, 
 }
 
 void EditSession::openEditor() {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): native views go over as pointers, and X11 has numbers
-    void* const view = reinterpret_cast<void*>(static_cast<std::uintptr_t>(mWindow.id()));
-    mContainer->setView(AAX_eViewContainerType_X11, view);
-    mContainer->setDesktop(&mDesktop);
-    mContainer->setSizeHandler([this](const AAX_Point& size) {
-        if (isEmpty(pixels(size))) {
-            return static_cast<AAX_Result>(AAX_ERROR_INVALID_VIEW_SIZE);
-        }
-        mWindow.resize(pixels(size));
-        return static_cast<AAX_Result>(AAX_SUCCESS);
-    });
-    mEditor = mInstance.openEditor(*mContainer);
-    if (!mEditor) {
+    const PixelSize size = mEditor.open(mWindow.id());
+    if (!mEditor.isOpen()) {
         throw WorkError("the module has no editor for effect \"" + mInstance.effect().id + '"');
     }
-    const auto size = pixels(mEditor->size());
-    if (isEmpty(size)) {
+    if (size.isEmpty()) {
         throw WorkError("the module's editor shows no view in an X11 window");
     }
-    mWindow.resize(size);
+    mWindow.resize({size.width, size.height});
 }
 
 void EditSession::bindKeys() {
@@ -113,14 +94,9 @@ void EditSession::planScreenshot(const std::string& path) {
     });
 }
 
-void EditSession::tick() {
-    mInstance.timer();
-    mEditor->timer();
-}
-
 void EditSession::run() {
     mLoop.watch(mConnection.descriptor(), this, [] {});
-    mLoop.startTimer(kHostTimer, this, [this] { tick(); });
+    mLoop.startTimer(kHostTimer, this, [this] { mEditor.timer(); });
     mLoop.setBeforeWait([this] {
         mWindow.handleEvents();
         // What the editor has asked for meanwhile.

@@ -10,7 +10,6 @@
 #include "WindowOptions.h"
 #include "WindowPicture.h"
 
-#include <memory>
 #include <optional>
 
 namespace varno {
@@ -34,7 +33,6 @@ public:
 private:
     void openEditor();
     void bindKeys();
-    void tick();
     void planScreenshot(const std::string& path);
 
     const WindowOptions& mOptions;
@@ -46,8 +44,7 @@ private:
     std::optional<WindowPicture> mPicture;
     std::optional<AtomicFile> mScreenshot;
     WindowDesktop mDesktop;
-    ACFPtr<ViewContainer> mContainer;
-    std::unique_ptr<Editor> mEditor;
+    EditorView mEditor;
 };
 
 } // namespace varno

@@ -1,7 +1,7 @@
 #include "InputFormat.h"
 
 #include "CommandError.h"
-#include "Host/SampleRateRange.h"
+#include "Host/HostOptions.h"
 
 namespace varno {
 

@@ -11,7 +11,7 @@
 #include "Settings.h"
 #include "SettingsKeeping.h"
 #include "TerminalSession.h"
-#include "Window/WindowError.h"
+#include "Window/XConnection.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 #include "WindowOptions.h"
 
 #include "NumberOption.h"
-#include "Window/DesktopScale.h"
+#include "Window/XConnection.h"
 
 namespace varno {
 

@@ -2,7 +2,7 @@
 #define VARNO_APPS_VARNO_WINDOW_WINDOWDESKTOP_H
 
 #include "EventLoop.h"
-#include "Host/Desktop.h"
+#include "Host/ViewContainer.h"
 
 namespace varno {
 

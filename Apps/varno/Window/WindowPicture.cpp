@@ -1,7 +1,7 @@
 #include "WindowPicture.h"
 
 #include "CommandError.h"
-#include "Window/CairoSurface.h"
+#include "Window/WindowProperties.h"
 
 #include <algorithm>
 #include <cairo-xcb.h>

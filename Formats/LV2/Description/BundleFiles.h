@@ -3,7 +3,7 @@
 #define VARNO_FORMATS_LV2_DESCRIPTION_BUNDLEFILES_H
 
 #include "Host/Module.h"
-#include "LV2/Description/FactoryPreset.h"
+#include "LV2/Description/Presets.h"
 
 #include <memory>
 #include <span>
@@ -18,11 +18,11 @@ struct BundleContent {
     bool hasWindow = false; ///< Whether the window's binary and its ui.ttl are part of it.
 };
 
-/// manifest.ttl: what there is and where it is told.
+/// manifest.ttl: what the bundle has and where it is described.
 std::string manifestText(const BundleContent& content);
 /// varno-s.ttl: the plug-ins and their ports.
 std::string pluginsText(const BundleContent& content);
-/// ui.ttl: the window, and what it wants to be told.
+/// ui.ttl: the window and its notifications.
 std::string windowText(const BundleContent& content);
 /// presets.ttl: the values of the presets.
 std::string presetsText(const BundleContent& content);

@@ -1,16 +1,58 @@
 #include "LV2/Description/PortStatement.h"
 
-#include "LV2/BypassFade.h"
 #include "LV2/ControlValues.h"
-#include "LV2/Description/PortTexts.h"
 #include "LV2/Description/Turtle.h"
+#include "LV2/Plugin.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace varno {
 
 namespace {
+
+using enum ValueMeaning;
+
+constexpr ParameterPortText kParameters[] = {
+    {"Gain", kLevel, "Input gain, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
+    {"HP", kPlain, "Keeps what lies below 120 Hz from driving the gain reduction."},
+    {"Band", kPlain, "Lets high frequencies drive the gain reduction harder."},
+    {"Atk", kPlain, "Attack of the gain reduction: fast at 0, slow at 1."},
+    {"Rls", kPlain, "Release of the gain reduction: fast at 0, slow at 1."},
+    {"ASw", kPlain,
+     "Lets the editor match the output volume to the input level; without the editor it does nothing."},
+    {"UK", kPlain, "Changes the release of the gain reduction."},
+    {"Volume", kLevel, "Output volume, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
+    {"Hot", kPlain, "Drive into the clipper and shaper."},
+    {"Ratio", kCurve, "Chooses one of eight gain reduction curves."},
+    {"Mix", kPlain, "Share of the dry signal: none at 0, nothing else at 1."},
+    {"HSw", kPlain, "Biases the clipper, for more harmonics."},
+    {"LinkSw", kPlain, "Both stereo channels share one gain reduction."},
+};
+
+struct MeterText {
+    const char* symbol;
+    const char* comment;
+};
+
+constexpr MeterText kMeters[] = {
+    {"grl", "Gain reduction: 1 is a reduction by 32 dB. A peak stays for 40 ms at least."},
+    {"grr", "Gain reduction, the same as that of the left channel. A peak stays for 40 ms at least."},
+    {"inrms", "Averaged input level of the first channel, linear: 1 is full scale."},
+    {"outrms", "Averaged output level of the first channel before the volume, linear: 1 is full scale."},
+};
+
+template<class Row, class Key>
+const Row& requireRow(std::span<const Row> rows, std::string_view name, Key key) {
+    const auto found = std::ranges::find(rows, name, key);
+    if (found == rows.end()) {
+        throw std::out_of_range("there is no text about the port of " + std::string(name));
+    }
+    return *found;
+}
 
 constexpr int kSwitchSteps = 2;
 
@@ -43,82 +85,95 @@ std::vector<std::string> curvePoints(int curves) {
     return points;
 }
 
-void sayRange(TurtleSubject& subject, float lowest, float usual, float highest) {
-    subject.say("lv2:default", turtleDecimal(usual));
-    subject.say("lv2:minimum", turtleDecimal(lowest));
-    subject.say("lv2:maximum", turtleDecimal(highest));
+void addRange(TurtleSubject& subject, float lowest, float usual, float highest) {
+    subject.add("lv2:default", turtleDecimal(usual));
+    subject.add("lv2:minimum", turtleDecimal(lowest));
+    subject.add("lv2:maximum", turtleDecimal(highest));
 }
 
-void saySteps(TurtleSubject& subject, int steps) {
+void addSteps(TurtleSubject& subject, int steps) {
     if (steps == kSwitchSteps) {
-        subject.say("lv2:portProperty", "lv2:toggled");
-        subject.say("lv2:scalePoint", {scalePoint("Off", 0.0F), scalePoint("On", 1.0F)});
+        subject.add("lv2:portProperty", "lv2:toggled");
+        subject.add("lv2:scalePoint", {scalePoint("Off", 0.0F), scalePoint("On", 1.0F)});
     } else if (steps <= kMostStepsOfAChoice) {
-        subject.say("lv2:portProperty", "lv2:enumeration");
+        subject.add("lv2:portProperty", "lv2:enumeration");
     } else {
-        subject.say("pprops:rangeSteps", std::to_string(steps));
+        subject.add("pprops:rangeSteps", std::to_string(steps));
     }
 }
 
-void sayParameter(TurtleSubject& subject, const ParameterInfo& parameter) {
+void addParameter(TurtleSubject& subject, const ParameterInfo& parameter) {
     const ParameterPortText& text = parameterPortText(parameter.id);
-    subject.say("lv2:name", turtleText(parameter.name));
-    sayRange(subject, 0.0F, static_cast<float>(parameter.defaultNormalized), 1.0F);
-    saySteps(subject, parameter.steps);
-    if (text.meaning == ValueMeaning::Level) {
-        subject.say("lv2:scalePoint", levelPoints());
-    } else if (text.meaning == ValueMeaning::Curve) {
-        subject.say("lv2:scalePoint", curvePoints(parameter.steps));
+    subject.add("lv2:name", turtleText(parameter.name));
+    addRange(subject, 0.0F, static_cast<float>(parameter.defaultNormalized), 1.0F);
+    addSteps(subject, parameter.steps);
+    if (text.meaning == ValueMeaning::kLevel) {
+        subject.add("lv2:scalePoint", levelPoints());
+    } else if (text.meaning == ValueMeaning::kCurve) {
+        subject.add("lv2:scalePoint", curvePoints(parameter.steps));
     }
-    subject.say("rdfs:comment", turtleText(text.comment));
+    subject.add("rdfs:comment", turtleText(text.comment));
 }
 
-void sayAudio(TurtleSubject& subject, const PortInfo& port, const PluginUri& plugin) {
+void addAudio(TurtleSubject& subject, const PortInfo& port, const PluginUri& plugin) {
     static constexpr const char* kSideNames[] = {"Left ", "Right "};
     static constexpr const char* kSides[] = {"pg:left", "pg:right"};
     const bool isMono = plugin.channels == 1;
-    const bool isInput = port.kind == PortKind::AudioIn;
+    const bool isInput = port.kind == PortKind::kAudioIn;
     const std::string side = isMono ? std::string() : kSideNames[port.item];
-    subject.say("lv2:name", turtleText(side + (isInput ? "In" : "Out")));
-    subject.say("lv2:designation", isMono ? "pg:center" : kSides[port.item]);
-    subject.say("pg:group", turtleUri(groupUri(plugin, isInput ? kInputGroup : kOutputGroup)));
-    subject.say("rdfs:comment", turtleText(isInput ? "Sound to be processed." : "Processed sound."));
+    subject.add("lv2:name", turtleText(side + (isInput ? "In" : "Out")));
+    subject.add("lv2:designation", isMono ? "pg:center" : kSides[port.item]);
+    subject.add("pg:group", turtleUri(groupUri(plugin, isInput ? kInputGroup : kOutputGroup)));
+    subject.add("rdfs:comment", turtleText(isInput ? "Sound to be processed." : "Processed sound."));
 }
 
-void sayMeter(TurtleSubject& subject, const PortInfo& port, const MeterDescription& meter) {
-    subject.say("lv2:name", turtleText(meter.name));
-    sayRange(subject, 0.0F, 0.0F, 1.0F);
-    subject.say("units:unit", "units:coef");
-    subject.say("rdfs:comment", turtleText(meterComment(port.symbol)));
+void addMeter(TurtleSubject& subject, const PortInfo& port, const MeterDescription& meter) {
+    subject.add("lv2:name", turtleText(meter.name));
+    addRange(subject, 0.0F, 0.0F, 1.0F);
+    subject.add("units:unit", "units:coef");
+    subject.add("rdfs:comment", turtleText(meterComment(port.symbol)));
 }
 
-void sayEnabled(TurtleSubject& subject) {
-    subject.say("lv2:name", turtleText("Enabled"));
-    sayRange(subject, 0.0F, 1.0F, 1.0F);
-    subject.say("lv2:portProperty", "lv2:toggled");
-    subject.say("lv2:designation", "lv2:enabled");
-    subject.say("rdfs:comment", turtleText("Passes the input through where it is off, as late as the "
+void addEnabled(TurtleSubject& subject) {
+    subject.add("lv2:name", turtleText("Enabled"));
+    addRange(subject, 0.0F, 1.0F, 1.0F);
+    subject.add("lv2:portProperty", "lv2:toggled");
+    subject.add("lv2:designation", "lv2:enabled");
+    subject.add("rdfs:comment", turtleText("Passes the input through where it is off, as late as the "
                                            "processed sound and without a click."));
 }
 
-void sayLatency(TurtleSubject& subject) {
-    subject.say("lv2:name", turtleText("Latency"));
+void addLatency(TurtleSubject& subject) {
+    subject.add("lv2:name", turtleText("Latency"));
     const auto frames = static_cast<float>(kLatencyFrames);
-    sayRange(subject, 0.0F, frames, frames);
-    subject.say("lv2:portProperty", {"lv2:reportsLatency", "lv2:integer", "pprops:notOnGUI"});
-    subject.say("lv2:designation", "lv2:latency");
-    subject.say("units:unit", "units:frame");
-    subject.say("rdfs:comment", turtleText("Frames by which the sound comes out later than it went in."));
+    addRange(subject, 0.0F, frames, frames);
+    subject.add("lv2:portProperty", {"lv2:reportsLatency", "lv2:integer", "pprops:notOnGUI"});
+    subject.add("lv2:designation", "lv2:latency");
+    subject.add("units:unit", "units:frame");
+    subject.add("rdfs:comment", turtleText("Frames by which the sound comes out later than it went in."));
 }
 
 std::string typesOf(PortKind kind) {
-    const bool isOutput = kind == PortKind::AudioOut || kind == PortKind::Meter || kind == PortKind::Latency;
-    const bool isAudio = kind == PortKind::AudioIn || kind == PortKind::AudioOut;
+    const bool isOutput =
+        kind == PortKind::kAudioOut || kind == PortKind::kMeter || kind == PortKind::kLatency;
+    const bool isAudio = kind == PortKind::kAudioIn || kind == PortKind::kAudioOut;
     return std::string(isOutput ? "lv2:OutputPort" : "lv2:InputPort") +
            (isAudio ? " , lv2:AudioPort" : " , lv2:ControlPort");
 }
 
 } // namespace
+
+std::span<const ParameterPortText> parameterPortTexts() {
+    return kParameters;
+}
+
+const ParameterPortText& parameterPortText(std::string_view parameterID) {
+    return requireRow(parameterPortTexts(), parameterID, &ParameterPortText::parameterID);
+}
+
+const char* meterComment(std::string_view symbol) {
+    return requireRow(std::span<const MeterText>(kMeters), symbol, &MeterText::symbol).comment;
+}
 
 std::string groupUri(const PluginUri& plugin, std::string_view symbol) {
     std::string uri = plugin.uri;
@@ -127,25 +182,25 @@ std::string groupUri(const PluginUri& plugin, std::string_view symbol) {
 
 std::string portStatement(const Instance& instance, const PluginUri& plugin, const PortInfo& port) {
     TurtleSubject subject("[");
-    subject.say("a", typesOf(port.kind));
-    subject.say("lv2:index", std::to_string(port.index));
-    subject.say("lv2:symbol", turtleText(port.symbol));
+    subject.add("a", typesOf(port.kind));
+    subject.add("lv2:index", std::to_string(port.index));
+    subject.add("lv2:symbol", turtleText(port.symbol));
     switch (port.kind) {
-    case PortKind::AudioIn:
-    case PortKind::AudioOut:
-        sayAudio(subject, port, plugin);
+    case PortKind::kAudioIn:
+    case PortKind::kAudioOut:
+        addAudio(subject, port, plugin);
         break;
-    case PortKind::Parameter:
-        sayParameter(subject, instance.parameters()[port.item]);
+    case PortKind::kParameter:
+        addParameter(subject, instance.parameters()[port.item]);
         break;
-    case PortKind::Enabled:
-        sayEnabled(subject);
+    case PortKind::kEnabled:
+        addEnabled(subject);
         break;
-    case PortKind::Meter:
-        sayMeter(subject, port, instance.effect().meters[port.item]);
+    case PortKind::kMeter:
+        addMeter(subject, port, instance.effect().meters[port.item]);
         break;
-    case PortKind::Latency:
-        sayLatency(subject);
+    case PortKind::kLatency:
+        addLatency(subject);
         break;
     }
     return subject.object();

@@ -59,18 +59,18 @@ std::string turtleDecimal(float value) {
     return text.find('.') == std::string::npos ? text + ".0" : text;
 }
 
-void TurtleSubject::say(std::string_view predicate, std::string_view objects) {
+void TurtleSubject::add(std::string_view predicate, std::string_view objects) {
     mText.append(mIsEmpty ? "\n\t" : " ;\n\t").append(predicate).append(" ").append(objects);
     mIsEmpty = false;
 }
 
-void TurtleSubject::say(std::string_view predicate, const std::vector<std::string>& objects) {
+void TurtleSubject::add(std::string_view predicate, const std::vector<std::string>& objects) {
     std::string joined;
     for (const std::string& object : objects) {
         joined += (joined.empty() ? "" : " , ") + object;
     }
     if (!joined.empty()) {
-        say(predicate, joined);
+        add(predicate, joined);
     }
 }
 

@@ -1,5 +1,5 @@
 // varno_lv2_ttl FOLDER [--window] [PRESET.txt ...]: writes the files that hosts read of the bundle.
-#include "Host/LinkedEntryPoints.h"
+#include "Host/Module.h"
 #include "LV2/Description/BundleFiles.h"
 
 #include <cstdio>

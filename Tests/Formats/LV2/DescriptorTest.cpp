@@ -1,5 +1,5 @@
 // What hosts call before and after they run a plug-in, and what they really pass.
-#include "LV2/PluginUris.h"
+#include "LV2/Ports.h"
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Support/SignalSources.h"
 

@@ -1,4 +1,4 @@
-#include "LV2/MeterHold.h"
+#include "LV2/Plugin.h"
 
 #include <gtest/gtest.h>
 

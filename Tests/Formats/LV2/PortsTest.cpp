@@ -1,8 +1,7 @@
 #include "LV2/Ports.h"
 
 #include "DemoGain_ParameterTable.h"
-#include "Host/LinkedEntryPoints.h"
-#include "LV2/PluginUris.h"
+#include "Host/Module.h"
 #include "Tests/Formats/LV2/FrozenSymbols.h"
 #include "Tests/Support/HostFixture.h"
 
@@ -56,15 +55,15 @@ TEST_F(Ports, areNumberedOneByOne) {
 
 TEST_F(Ports, tellWhichItemOfTheModuleTheyStandFor) {
     const std::vector<PortInfo> ports = portsFor(2);
-    EXPECT_EQ(portWithSymbol(ports, "in_r")->kind, PortKind::AudioIn);
+    EXPECT_EQ(portWithSymbol(ports, "in_r")->kind, PortKind::kAudioIn);
     EXPECT_EQ(portWithSymbol(ports, "in_r")->item, 1U);
-    EXPECT_EQ(portWithSymbol(ports, "out_l")->kind, PortKind::AudioOut);
+    EXPECT_EQ(portWithSymbol(ports, "out_l")->kind, PortKind::kAudioOut);
     EXPECT_EQ(portWithSymbol(ports, "out_l")->item, 0U);
-    EXPECT_EQ(portWithSymbol(ports, "enabled")->kind, PortKind::Enabled);
-    EXPECT_EQ(portWithSymbol(ports, "latency")->kind, PortKind::Latency);
-    EXPECT_EQ(portWithSymbol(ports, "outrms")->kind, PortKind::Meter);
+    EXPECT_EQ(portWithSymbol(ports, "enabled")->kind, PortKind::kEnabled);
+    EXPECT_EQ(portWithSymbol(ports, "latency")->kind, PortKind::kLatency);
+    EXPECT_EQ(portWithSymbol(ports, "outrms")->kind, PortKind::kMeter);
     EXPECT_EQ(portWithSymbol(ports, "outrms")->item, static_cast<std::uint32_t>(eMeterTap_Output));
-    EXPECT_EQ(portWithSymbol(ports, "volume")->kind, PortKind::Parameter);
+    EXPECT_EQ(portWithSymbol(ports, "volume")->kind, PortKind::kParameter);
     EXPECT_EQ(portWithSymbol(ports, "volume")->parameterID, "Volume");
 }
 

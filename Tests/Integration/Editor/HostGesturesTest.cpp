@@ -31,7 +31,7 @@ protected:
 
 TEST_F(HostGestures, aPressThatTheHostTakesReachesNoControl) {
     const ParameterValues before = valuesOf(*instance);
-    takeGestures(MouseOffer::Kind::Down);
+    takeGestures(MouseOffer::Kind::kDown);
     for (const char* id : {"Gain", "HP", "Ratio", "PR1K", "PR2K"}) {
         click(*window, id);
         EXPECT_EQ(window->container().offers().back().parameters, std::vector<std::string>{id});
@@ -44,7 +44,7 @@ TEST_F(HostGestures, aPressThatTheHostTakesReachesNoControl) {
 }
 
 TEST_F(HostGestures, aDragThatTheHostTakesTurnsNothing) {
-    takeGestures(MouseOffer::Kind::Drag);
+    takeGestures(MouseOffer::Kind::kDrag);
     point(*window, "Gain", pullOf(0.0));
     press();
     EXPECT_EQ(touches(*instance, "Gain"), 1);
@@ -58,7 +58,7 @@ TEST_F(HostGestures, aDragThatTheHostTakesTurnsNothing) {
 }
 
 TEST_F(HostGestures, aReleaseThatTheHostTakesStillEndsTheTouch) {
-    takeGestures(MouseOffer::Kind::Up);
+    takeGestures(MouseOffer::Kind::kUp);
     for (const char* id : {"Gain", "HP", "Ratio"}) {
         click(*window, id);
         EXPECT_EQ(touches(*instance, id), 0) << id;
@@ -77,10 +77,10 @@ TEST_F(HostGestures, areOfferedInTheirOrder) {
     using Kind = MouseOffer::Kind;
     const std::vector<Kind> kinds = offered();
     ASSERT_GE(kinds.size(), 3U);
-    EXPECT_EQ(kinds.front(), Kind::Down);
-    EXPECT_EQ(kinds.back(), Kind::Up);
+    EXPECT_EQ(kinds.front(), Kind::kDown);
+    EXPECT_EQ(kinds.back(), Kind::kUp);
     EXPECT_TRUE(
-        std::all_of(kinds.begin() + 1, kinds.end() - 1, [](Kind kind) { return kind == Kind::Drag; }));
+        std::all_of(kinds.begin() + 1, kinds.end() - 1, [](Kind kind) { return kind == Kind::kDrag; }));
     for (const MouseOffer& offer : window->container().offers()) {
         EXPECT_EQ(offer.parameters, std::vector<std::string>{"Mix"});
         EXPECT_EQ(offer.modifiers, 0U);

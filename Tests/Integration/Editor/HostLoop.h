@@ -2,7 +2,7 @@
 #ifndef VARNO_TESTS_INTEGRATION_EDITOR_HOSTLOOP_H
 #define VARNO_TESTS_INTEGRATION_EDITOR_HOSTLOOP_H
 
-#include "Host/Desktop.h"
+#include "Host/ViewContainer.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/XClient.h"
 

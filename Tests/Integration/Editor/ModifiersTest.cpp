@@ -117,7 +117,7 @@ TEST_F(Modifiers, theHostHearsOfTheKeys) {
     click(*window, "HP", {Modifier::Shift, Modifier::Alt});
     ASSERT_FALSE(window->container().offers().empty());
     for (const MouseOffer& offer : window->container().offers()) {
-        if (offer.kind != MouseOffer::Kind::Drag) {
+        if (offer.kind != MouseOffer::Kind::kDrag) {
             EXPECT_EQ(offer.modifiers,
                       static_cast<std::uint32_t>(AAX_eModifiers_Shift | AAX_eModifiers_Option));
         }

@@ -2,7 +2,7 @@
 
 #include "Tests/Apps/varno/Support/EditTest.h"
 #include "Tests/Support/Eventually.h"
-#include "Window/CairoSurface.h"
+#include "Window/WindowProperties.h"
 
 #include <X11/keysym.h>
 #include <nlohmann/json.hpp>

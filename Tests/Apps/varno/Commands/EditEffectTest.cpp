@@ -3,7 +3,7 @@
 #include "Tests/Apps/varno/Support/EditTest.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Picture.h"
-#include "Window/CairoSurface.h"
+#include "Window/WindowProperties.h"
 #include "Window/EditorWindow.h"
 
 #include <X11/keysym.h>

@@ -5,7 +5,7 @@
 #include "Tests/Apps/varno/Support/TemporaryFolder.h"
 #include "Tests/Support/XClient.h"
 #include "Tests/Support/XServer.h"
-#include "Window/CairoSurface.h"
+#include "Window/WindowProperties.h"
 #include "Window/EditorWindow.h"
 
 #include <csignal>

@@ -1,7 +1,7 @@
 // The texts that hosts read, made from the module and some presets.
 #include "LV2/Description/BundleFiles.h"
 
-#include "Host/LinkedEntryPoints.h"
+#include "Host/Module.h"
 #include "Tests/Support/HostFixture.h"
 
 #include <cstdlib>

@@ -22,9 +22,9 @@ TEST(Turtle, writesDecimalsWithAPoint) {
 
 TEST(Turtle, joinsWhatIsSaid) {
     TurtleSubject subject(turtleUri("urn:a"));
-    subject.say("a", "lv2:Plugin");
-    subject.say("lv2:name", std::vector<std::string>{turtleText("x"), turtleText("y")});
-    subject.say("lv2:nothing", std::vector<std::string>{});
+    subject.add("a", "lv2:Plugin");
+    subject.add("lv2:name", std::vector<std::string>{turtleText("x"), turtleText("y")});
+    subject.add("lv2:nothing", std::vector<std::string>{});
     EXPECT_EQ(subject.statement(), "<urn:a>\n\ta lv2:Plugin ;\n\tlv2:name \"x\" , \"y\" .\n\n");
 }
 

@@ -1,0 +1,69 @@
+/// Connects the host's ports with the window's instance of the effect.
+#ifndef VARNO_FORMATS_LV2_UI_HOSTPORTS_H
+#define VARNO_FORMATS_LV2_UI_HOSTPORTS_H
+
+#include "Host/HostAutomation.h"
+#include "Host/Instance.h"
+#include "LV2/Ports.h"
+
+#include <lv2/ui/ui.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// How a window reaches its host. Everything is borrowed.
+struct HostCalls {
+    LV2UI_Write_Function write = nullptr; ///< May be null: the host then receives no value.
+    LV2UI_Controller controller = nullptr;
+    const LV2UI_Touch* touch = nullptr; ///< Null where the host does not offer it.
+};
+
+/// Writes the editor's requests to the host's ports, at once and once for each change, and gives the values
+/// of the host's ports to the instance, which has a data model and meters but processes nothing. A value
+/// received from the host is not written back. One that arrives for a parameter under a gesture waits for the
+/// end of the gesture: a host that repeats what it received would otherwise move the control back.
+///
+/// The window does not use `enabled` and `latency`: the editor shows no bypass, and the module's own one has
+/// no port. [main]
+class HostPorts : public AutomationListener {
+public:
+    /// @param instance outlives this object and reports the editor's requests to it
+    HostPorts(Instance& instance, const HostCalls& calls);
+    HostPorts(const HostPorts&) = delete;
+    HostPorts& operator=(const HostPorts&) = delete;
+    ~HostPorts() override;
+
+    /// Receives a port's value from the host, at any time, also within a write of the window. Unknown ports
+    /// and values that are no numbers are ignored, others limited to 0 to 1.
+    void arrived(std::uint32_t index, float value);
+    /// Gives the received values to the instance.
+    void apply();
+
+    void valueRequested(const std::string& id, double normalized) override;
+    void touched(const std::string& id) override;
+    void released(const std::string& id) override;
+
+private:
+    struct Port {
+        PortInfo info;
+        std::optional<float> known{};   ///< The value last written by host or window.
+        std::optional<float> arrived{}; ///< What the instance is still to receive.
+        int touches = 0;                ///< Open gestures.
+    };
+
+    Port* portOf(const std::string& parameterID);
+    void reportTouch(const Port& port, bool isTouched) const;
+    void showMeter(std::uint32_t tap, float value);
+
+    Instance& mInstance;
+    HostCalls mCalls;
+    std::vector<Port> mPorts; ///< By their indices.
+};
+
+} // namespace varno
+
+#endif
