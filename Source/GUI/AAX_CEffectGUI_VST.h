@@ -5,7 +5,6 @@
 #include "AAX_CEffectGUI.h"
 #include "GUI/DesktopLink.h"
 #include "GUI/VSTGUI_ContentView.h"
-#include "Platform/Registration.h"
 #include "Platform/RunLoop.h"
 
 #include "vstgui/lib/cframe.h"

@@ -2,7 +2,7 @@
 #ifndef VARNO_SOURCE_GUI_FRAMEOPENING_H
 #define VARNO_SOURCE_GUI_FRAMEOPENING_H
 
-#include "Platform/Registration.h"
+#include "Platform/RunLoop.h"
 
 #include <cstdint>
 #include <optional>

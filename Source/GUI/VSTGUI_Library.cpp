@@ -1,7 +1,5 @@
 #include "GUI/VSTGUI_Library.h"
 
-#include "GUI/VSTGUI_Resources.h"
-
 #include "vstgui/lib/cframe.h"
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/vstguiinit.h"

@@ -24,6 +24,12 @@ struct Bundle {
 /// the binary's path tells [main]
 std::optional<Bundle> moduleBundle(const std::string& identifier);
 
+/// Linux: the folder of the resources that belong to a binary: `Contents/Resources` for one that lies in
+/// `Contents/<system>/`, else `resources` beside it. Symbolic links are followed only where the path as given
+/// leads to neither. Empty where neither is a folder.
+/// @param binary absolute path; need not exist
+std::optional<std::filesystem::path> resourcesOf(const std::filesystem::path& binary);
+
 } // namespace varno
 
 #endif

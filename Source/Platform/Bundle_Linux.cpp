@@ -1,7 +1,5 @@
 #include "Platform/Bundle.h"
 
-#include "Platform/BundleLayout.h"
-
 #include <dlfcn.h>
 #include <link.h>
 
@@ -10,6 +8,19 @@ namespace varno {
 namespace fs = std::filesystem;
 
 namespace {
+
+std::optional<fs::path> resourcesAround(const fs::path& binary) {
+    const fs::path folder = binary.parent_path();
+    const fs::path contents = folder.parent_path();
+    std::error_code ignored;
+    if (contents.filename() == "Contents" && fs::is_directory(contents / "Resources", ignored)) {
+        return contents / "Resources";
+    }
+    if (fs::is_directory(folder / "resources", ignored)) {
+        return folder / "resources";
+    }
+    return std::nullopt;
+}
 
 // The file that this code was loaded from; empty where the system does not tell.
 fs::path thisBinary() {
@@ -29,6 +40,15 @@ fs::path thisBinary() {
 const fs::path kBinary = thisBinary();
 
 } // namespace
+
+std::optional<fs::path> resourcesOf(const fs::path& binary) {
+    if (auto found = resourcesAround(binary.lexically_normal())) {
+        return found;
+    }
+    std::error_code missing;
+    const fs::path target = fs::canonical(binary, missing);
+    return missing ? std::nullopt : resourcesAround(target);
+}
 
 std::optional<Bundle> moduleBundle(const std::string&) {
     if (const auto resources = resourcesOf(kBinary)) {

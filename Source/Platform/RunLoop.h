@@ -2,13 +2,38 @@
 #ifndef VARNO_SOURCE_PLATFORM_RUNLOOP_H
 #define VARNO_SOURCE_PLATFORM_RUNLOOP_H
 
-#include "Platform/Registration.h"
-
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace varno {
+
+/// Something registered: it stays registered as long as this object lives. Moves but does not copy. [main]
+class Registration {
+public:
+    Registration() = default;
+    /// @param undo takes the registration back; must not throw.
+    explicit Registration(std::function<void()> undo)
+        : mUndo(std::move(undo)) {}
+    Registration(Registration&& other) noexcept
+        : mUndo(std::exchange(other.mUndo, nullptr)) {}
+    Registration& operator=(Registration&& other) noexcept {
+        Registration(std::move(other)).mUndo.swap(mUndo);
+        return *this;
+    }
+    ~Registration() { reset(); }
+
+    /// Takes the registration back now; nothing the second time. [main]
+    void reset() {
+        if (const auto undo = std::exchange(mUndo, nullptr)) {
+            undo();
+        }
+    }
+
+private:
+    std::function<void()> mUndo;
+};
 
 /// Has no thread and waits for nothing: whoever has a clock (an editor's timer, a host's event loop) drives
 /// it by tick(). What is registered may come and go at any time, inside callbacks too, and may outlive the

@@ -2,12 +2,8 @@
 
 #include "AAX_IACFEffectParameters.h"
 #include "DemoGain_ParameterTable.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_Gestures.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_KickButtonVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_OnOffButtonVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_SwitchHorVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_VuMeterVST.h"
 
 #include "vstgui/lib/cfont.h"
 
@@ -169,10 +165,12 @@ void DemoGain_View::highliteDecay(uint8_t isHighlighted, AAX_EHighlightColor col
 }
 
 void DemoGain_View::HighlightKnob(std::string_view id, bool isHighlighted, AAX_EHighlightColor colour) {
-    auto* const knob = dynamic_cast<DemoGain_AnimKnobVST*>(GetControl(id));
-    if (knob == nullptr) {
+    const Control* const row = DemoGain_Gestures::ControlOf(id);
+    if (row == nullptr || row->mKind != Kind::Knob) {
         return;
     }
+    // Every row of this kind has a control of this class.
+    auto* const knob = static_cast<DemoGain_AnimKnobVST*>(GetControl(id));
     if (!isHighlighted) {
         knob->setCoronaColor(kNoHighlightColor);
     } else if (colour >= 0 && static_cast<std::size_t>(colour) < std::size(kHighlightColors)) {

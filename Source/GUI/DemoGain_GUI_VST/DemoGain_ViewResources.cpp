@@ -1,3 +1,4 @@
+// Bitmaps and fonts of the view.
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -61,7 +62,18 @@ SharedPointer<CBitmap> Load(const Bitmap& row) {
     return bitmap;
 }
 
+constexpr char kFace[] = "Verdana";
+
+VSTGUI::SharedPointer<VSTGUI::CFontDesc> Font(VSTGUI::CCoord points) {
+    return VSTGUI::makeOwned<VSTGUI::CFontDesc>(kFace, points);
+}
+
 } // namespace
+
+const VSTGUI::SharedPointer<VSTGUI::CFontDesc> gMyFontSmall = Font(11);
+const VSTGUI::SharedPointer<VSTGUI::CFontDesc> gMyFont = Font(12);
+const VSTGUI::SharedPointer<VSTGUI::CFontDesc> gMyFontBig = Font(14);
+const VSTGUI::SharedPointer<VSTGUI::CFontDesc> gMyFontLogo = Font(28);
 
 SharedPointer<CBitmap> DemoGain_View::m_hPIBackground;
 SharedPointer<CBitmap> DemoGain_View::m_hGain;

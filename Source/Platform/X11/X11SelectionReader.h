@@ -2,7 +2,6 @@
 #ifndef VARNO_SOURCE_PLATFORM_X11_X11SELECTIONREADER_H
 #define VARNO_SOURCE_PLATFORM_X11_X11SELECTIONREADER_H
 
-#include "Platform/X11/X11Atoms.h"
 #include "Platform/X11/X11Connection.h"
 
 #include <cstddef>

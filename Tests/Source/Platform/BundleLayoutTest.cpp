@@ -1,4 +1,4 @@
-#include "Platform/BundleLayout.h"
+#include "Platform/Bundle.h"
 
 #include "Tests/Source/Platform/TemporaryFolder.h"
 

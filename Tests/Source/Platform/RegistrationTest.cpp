@@ -1,4 +1,4 @@
-#include "Platform/Registration.h"
+#include "Platform/RunLoop.h"
 
 #include <gtest/gtest.h>
 #include <optional>

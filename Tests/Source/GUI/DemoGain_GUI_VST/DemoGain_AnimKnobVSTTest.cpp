@@ -1,4 +1,4 @@
-#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 
 #include "Tests/Source/GUI/DemoGain_GUI_VST/ControlFixture.h"
 

@@ -1,7 +1,7 @@
 #include "GUI/DemoGain_GUI_VST/DemoGain_GUI.h"
 
 #include "AAX_IACFViewContainer.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 #include "Tests/Source/GUI/DemoGain_GUI_VST/ViewFixture.h"
 #include "Tests/Support/FakeHostServices.h"
 #include "Tests/Support/RecordingViewContainer.h"

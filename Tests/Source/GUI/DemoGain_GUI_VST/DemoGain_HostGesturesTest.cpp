@@ -1,9 +1,5 @@
-#include "GUI/DemoGain_GUI_VST/DemoGain_HostGestures.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 
-#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_KickButtonVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_OnOffButtonVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_SwitchHorVST.h"
 #include "Tests/Source/GUI/DemoGain_GUI_VST/ControlFixture.h"
 
 namespace varno::test {

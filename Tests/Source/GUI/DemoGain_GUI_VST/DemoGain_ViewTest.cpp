@@ -2,12 +2,7 @@
 
 #include "AAX_VViewContainer.h"
 #include "DemoGain_ParameterTable.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_KickButtonVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_OnOffButtonVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_SwitchHorVST.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_ViewLook.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_VuMeterVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 #include "Tests/Source/GUI/DemoGain_GUI_VST/ViewFixture.h"
 #include "Tests/Support/RecordingViewContainer.h"
 

@@ -1,6 +1,6 @@
 /// The clipboard of an X display.
-#ifndef VARNO_SOURCE_PLATFORM_X11CLIPBOARD_H
-#define VARNO_SOURCE_PLATFORM_X11CLIPBOARD_H
+#ifndef VARNO_SOURCE_PLATFORM_X11_X11CLIPBOARD_H
+#define VARNO_SOURCE_PLATFORM_X11_X11CLIPBOARD_H
 
 #include "Platform/Clipboard.h"
 #include "Platform/RunLoop.h"

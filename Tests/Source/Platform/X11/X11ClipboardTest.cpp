@@ -1,4 +1,4 @@
-#include "Platform/X11Clipboard.h"
+#include "Platform/X11/X11Clipboard.h"
 
 #include "Tests/Source/Platform/X11/RawClient.h"
 #include "Tests/Source/Platform/X11/SampleText.h"

@@ -1,4 +1,4 @@
-#include "GUI/DemoGain_GUI_VST/DemoGain_AnimKnobVST.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/lib/cgraphicspath.h"
@@ -40,4 +40,12 @@ void DemoGain_AnimKnobVST::endEdit() {
     // NOLINTNEXTLINE(bugprone-parent-virtual-call): ours would ask the host once more
     CAnimKnob::onMouseUp(nowhere, VSTGUI::CButtonState());
     mIsLettingGo = false;
+}
+
+void DemoGain_KickButtonVST::endEdit() {
+    if (isEditing() && getValue() != getMin()) {
+        setValue(getMin());
+        invalid();
+    }
+    DemoGain_HostGestures::endEdit();
 }

@@ -1,6 +1,6 @@
-#include "Platform/X11Clipboard.h"
+#include "Platform/X11/X11Clipboard.h"
 
-#include "Platform/X11/X11Atoms.h"
+#include "Platform/SharedInstance.h"
 #include "Platform/X11/X11Connection.h"
 #include "Platform/X11/X11SelectionOwner.h"
 #include "Platform/X11/X11SelectionReader.h"
@@ -19,6 +19,11 @@ X11Connection::Deadline deadline() {
 }
 
 } // namespace
+
+std::shared_ptr<Clipboard> Clipboard::shared() {
+    static std::weak_ptr<Clipboard> instance;
+    return sharedInstance(instance, [] { return std::make_shared<X11Clipboard>(RunLoop::shared()); });
+}
 
 // What there is while there is a connection.
 struct X11Clipboard::Session {

@@ -1,0 +1,196 @@
+/// The editor's controls: the VSTGUI ones, which offer each gesture to the host first.
+#ifndef VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_CONTROLS_H
+#define VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_CONTROLS_H
+
+#include "AAX_IViewContainer.h"
+#include "GUI/AAX_CVSTGUIButtonState.h"
+
+#include "vstgui/lib/ccolor.h"
+#include "vstgui/lib/controls/cbuttons.h"
+#include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/controls/cknob.h"
+#include "vstgui/lib/controls/cswitch.h"
+#include "vstgui/lib/controls/cvumeter.h"
+
+/// Part of a control, beside its VSTGUI base. [main]
+class DemoGain_HostedControl {
+public:
+    DemoGain_HostedControl(const DemoGain_HostedControl&) = delete;
+    DemoGain_HostedControl& operator=(const DemoGain_HostedControl&) = delete;
+
+    /// `container` is borrowed and outlives the control; null until set. [main]
+    void SetViewContainer(AAX_IViewContainer* container) { mViewContainer = container; }
+    /// `paramID` is a literal; null until set. [main]
+    void SetParamID(AAX_CParamID paramID) { mParamID = paramID; }
+
+protected:
+    using Gesture = AAX_Result (AAX_IViewContainer::*)(AAX_CParamID paramID, uint32_t modifiers);
+
+    DemoGain_HostedControl() = default;
+    ~DemoGain_HostedControl() = default;
+
+    AAX_IViewContainer* ViewContainer() const { return mViewContainer; }
+    /// Offers a gesture on the control's parameter to the host; whether the host has taken it. Without a
+    /// container or an identifier nobody is asked.
+    bool IsTakenByHost(Gesture gesture, uint32_t modifiers) const {
+        return mViewContainer != nullptr && mParamID != nullptr &&
+               (mViewContainer->*gesture)(mParamID, modifiers) == AAX_SUCCESS;
+    }
+
+private:
+    AAX_IViewContainer* mViewContainer = nullptr;
+    AAX_CParamID mParamID = nullptr;
+};
+
+/// `Base`, a VSTGUI control, with every gesture offered to the host before Base sees it, so that the host's
+/// own clicks (automation, assignment of controllers) work on it, and with a click that sets the default
+/// value. Without a container or an identifier only that click is new. Constructors are Base's.
+///
+/// The library (4.13) turns its mouse events into the three handlers below, for all the bases used here; its
+/// X11 layer swaps the middle and the right button in what it reports while the mouse moves, which matters to
+/// nobody here, since only drags with the left button are looked at. Base's own handler of a press ends in
+/// the handler of a move: a press that the host leaves to the control is offered to it once more as a drag.
+template<class Base>
+class DemoGain_HostGestures : public Base, public DemoGain_HostedControl {
+public:
+    using Base::Base;
+
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
+                                          const VSTGUI::CButtonState& buttons) override {
+        const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
+        if (IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseDown, state.GetModifiers())) {
+            return VSTGUI::kMouseEventHandled;
+        }
+        if (checkDefaultValue(state.GetButtonState())) {
+            return VSTGUI::kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+        }
+        return Base::onMouseDown(where, state.GetButtonState());
+    }
+
+    /// A gesture that Base began ends also where the host takes the release: the host would otherwise see the
+    /// parameter touched for ever.
+    VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override {
+        const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
+        if (IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseUp, state.GetModifiers())) {
+            this->endEdit();
+            return VSTGUI::kMouseEventHandled;
+        }
+        return Base::onMouseUp(where, state.GetButtonState());
+    }
+
+    /// The Control key works like the Shift key, which makes the knob's linear drag finer.
+    VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
+                                           const VSTGUI::CButtonState& buttons) override {
+        const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
+        VSTGUI::CButtonState moved = state.GetButtonState();
+        if ((moved & VSTGUI::kLButton) != 0 &&
+            IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseDrag, state.GetModifiers())) {
+            return VSTGUI::kMouseEventHandled;
+        }
+        if (moved.isControlSet()) {
+            moved |= VSTGUI::kShift;
+        }
+        return Base::onMouseMoved(where, moved);
+    }
+
+    /// Sets the default value for a click with exactly the left button and the Alt (Option) key, between a
+    /// touch and a release, and tells the listener if that changed the value. Whether it was such a click.
+    /// [main]
+    virtual bool checkDefaultValue(const VSTGUI::CButtonState& buttons) {
+        if (buttons != VSTGUI::CButtonState(VSTGUI::kLButton | VSTGUI::kAlt)) {
+            return false;
+        }
+        this->beginEdit();
+        const float before = this->getValue();
+        this->setValue(this->getDefaultValue());
+        if (this->getValue() != before) {
+            this->valueChanged();
+            this->invalid();
+        }
+        this->endEdit();
+        return true;
+    }
+
+protected:
+    ~DemoGain_HostGestures() noexcept override = default;
+};
+
+/// Made from rectangle, listener, tag, number of pictures, height of one picture, bitmap and offset. Shows
+/// the host's highlight as a ring around the picture: CAnimKnob has had no corona of its own since
+/// VSTGUI 4.12.
+class DemoGain_AnimKnobVST final : public DemoGain_HostGestures<VSTGUI::CAnimKnob> {
+public:
+    using DemoGain_HostGestures::DemoGain_HostGestures;
+
+    /// Whether the ring is drawn. [main]
+    void setHighLite(bool isHighLit) { mIsHighLit = isHighLit; }
+    bool getHighLite() const { return mIsHighLit; }
+    /// The ring's colour; transparent until set. [main]
+    void setCoronaColor(const VSTGUI::CColor& colour) { mCoronaColor = colour; }
+    const VSTGUI::CColor& getCoronaColor() const { return mCoronaColor; }
+
+    void draw(VSTGUI::CDrawContext* context) override;
+    /// Forgets the press that began the edit, whoever ends it.
+    void endEdit() override;
+
+protected:
+    ~DemoGain_AnimKnobVST() noexcept override = default;
+
+private:
+    bool mIsHighLit = false;
+    bool mIsLettingGo = false;
+    VSTGUI::CColor mCoronaColor = VSTGUI::kTransparentCColor;
+};
+
+/// Made from rectangle, listener, tag, bitmap (the off picture above the on picture) and style. Its default
+/// value is the library's, half way between off and on, until it is given one.
+class DemoGain_OnOffButtonVST final : public DemoGain_HostGestures<VSTGUI::COnOffButton> {
+public:
+    using DemoGain_HostGestures::DemoGain_HostGestures;
+
+protected:
+    ~DemoGain_OnOffButtonVST() noexcept override = default;
+};
+
+/// Made from rectangle, listener, tag, number of pictures, height of one picture, number of positions, bitmap
+/// and offset.
+class DemoGain_SwitchHorVST final : public DemoGain_HostGestures<VSTGUI::CHorizontalSwitch> {
+public:
+    using DemoGain_HostGestures::DemoGain_HostGestures;
+
+protected:
+    ~DemoGain_SwitchHorVST() noexcept override = default;
+};
+
+/// Made from rectangle, listener, tag, height of one picture, bitmap and offset.
+///
+/// The library calls its listener's valueChanged, in one click, not on the press but on the release: first
+/// with the value 1, if the mouse is still on the button, and then in any case with 0. With the Return key
+/// the press brings 1 and the release 0. Between controlBeginEdit and controlEndEdit there is thus exactly
+/// one call with 1 for each completed click and none for an abandoned one: a listener that acts once per
+/// click acts on 1.
+class DemoGain_KickButtonVST final : public DemoGain_HostGestures<VSTGUI::CKickButton> {
+public:
+    using DemoGain_HostGestures::DemoGain_HostGestures;
+
+    /// Up again, also where the host has taken the release.
+    void endEdit() override;
+
+protected:
+    ~DemoGain_KickButtonVST() noexcept override = default;
+};
+
+/// Made from rectangle, on bitmap, off bitmap, number of steps and style. Only shows: the mouse does nothing.
+class DemoGain_VuMeterVST final : public VSTGUI::CVuMeter, public DemoGain_HostedControl {
+public:
+    using CVuMeter::CVuMeter;
+
+    /// Keeps the value as it is told, also a little below 0 or above 1 as a meter's law may give it, until it
+    /// is drawn: drawing limits it to 0 to 1. The library's own would limit it here already.
+    void setValue(float newValue) override { value = newValue; }
+
+protected:
+    ~DemoGain_VuMeterVST() noexcept override = default;
+};
+
+#endif
