@@ -1,7 +1,6 @@
 #include "AAX_VCollection.h"
 
-#include "HandedOut.h"
-#include "HostObjectOf.h"
+#include "HostObjects.h"
 
 namespace {
 

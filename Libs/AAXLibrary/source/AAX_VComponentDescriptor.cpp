@@ -1,7 +1,6 @@
 #include "AAX_VComponentDescriptor.h"
 
-#include "HandedOut.h"
-#include "HostObjectOf.h"
+#include "HostObjects.h"
 
 AAX_VComponentDescriptor::AAX_VComponentDescriptor(IACFUnknown* hostDescriptor,
                                                    bool supportsExtendedStemFormats)

@@ -1,7 +1,7 @@
 #include "AAX_VController.h"
 
 #include "AAX_VPageTable.h"
-#include "ComponentCreation.h"
+#include "HostObjects.h"
 
 namespace {
 

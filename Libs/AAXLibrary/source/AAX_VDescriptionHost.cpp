@@ -1,7 +1,7 @@
 #include "AAX_VDescriptionHost.h"
 
 #include "AAX_VFeatureInfo.h"
-#include "HandedOut.h"
+#include "HostObjects.h"
 
 AAX_VDescriptionHost::AAX_VDescriptionHost(IACFUnknown* host)
     : mVersion1(ACFPtr<AAX_IACFDescriptionHost>::Query(host, IID_IAAXDescriptionHostV1)) {

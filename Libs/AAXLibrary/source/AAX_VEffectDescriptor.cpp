@@ -1,7 +1,6 @@
 #include "AAX_VEffectDescriptor.h"
 
-#include "HandedOut.h"
-#include "HostObjectOf.h"
+#include "HostObjects.h"
 
 AAX_VEffectDescriptor::AAX_VEffectDescriptor(IACFUnknown* hostDescriptor, bool supportsExtendedStemFormats)
     : mVersion1(ACFPtr<AAX_IACFEffectDescriptor>::Query(hostDescriptor, IID_IAAXEffectDescriptorV1)),

@@ -1,7 +1,7 @@
 #include "AAX_VFeatureInfo.h"
 
 #include "AAX_VPropertyMap.h"
-#include "HandedOut.h"
+#include "HostObjects.h"
 
 AAX_VFeatureInfo::AAX_VFeatureInfo(IACFUnknown* hostInfo, const acfUID& featureID)
     : mFeatureID(featureID),

@@ -1,6 +1,6 @@
 #include "AAX_VHostServices.h"
 
-#include "ComponentCreation.h"
+#include "HostObjects.h"
 
 AAX_VHostServices::AAX_VHostServices(IACFUnknown* host) {
     const auto factory = ACFPtr<IACFComponentFactory>::Query(host, IID_IACFComponentFactory);

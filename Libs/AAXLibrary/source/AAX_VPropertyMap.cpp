@@ -1,5 +1,7 @@
 #include "AAX_VPropertyMap.h"
 
+#include "AAX_VPropertyMaps.h"
+
 namespace {
 
 // Stem formats from here on, as unsigned numbers, came later than the others; only some hosts know them.
@@ -73,4 +75,12 @@ AAX_Result AAX_VPropertyMap::GetPropertyWithIDArray(AAX_EProperty property, cons
 
 IACFUnknown* AAX_VPropertyMap::HostObject() const {
     return mVersion1.Get();
+}
+
+AAX_IPropertyMap* AAX_VPropertyMaps::Add(const ACFPtr<IACFUnknown>& hostMap) {
+    if (!hostMap) {
+        return nullptr;
+    }
+    mMaps.push_back(std::make_unique<AAX_VPropertyMap>(hostMap.Get(), mSupportsExtendedStemFormats));
+    return mMaps.back().get();
 }
