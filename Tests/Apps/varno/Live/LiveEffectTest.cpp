@@ -47,6 +47,7 @@ TEST_F(LiveEffectTest, KeepsItsValuesOverAChangeOfTheRate) {
 }
 
 TEST_F(LiveEffectTest, ARateThatIsRefusedLeavesItAsItWas) {
+    options.sampleRates = {16'000.0, 384'000.0};
     LiveEffect effect(module(), 1, 48'000.0);
     const auto process = effect.process();
     EXPECT_THROW(effect.setRate(8'000.0), HostError);
