@@ -6,7 +6,7 @@
 #include "Tests/Integration/Editor/HostLoop.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/Pointer.h"
+#include "Tests/Support/FakeInput.h"
 #include "Tests/Support/XServer.h"
 
 #include <benchmark/benchmark.h>

@@ -9,7 +9,7 @@
 namespace varno::bench {
 namespace {
 
-constexpr std::int32_t kBufferFrames = 64;
+constexpr std::int32_t kCrowdBufferFrames = 64;
 
 // All hear the same buffer of the music, so that nothing but their number makes a difference.
 class Crowd {
@@ -18,7 +18,7 @@ public:
         for (std::size_t i = 0; i < count; ++i) {
             Member& member = *mMembers.emplace_back(std::make_unique<Member>());
             member.instance.set(musicSettings());
-            member.instance.attach(member.signal.inputs(), member.signal.outputs(), kBufferFrames);
+            member.instance.attach(member.signal.inputs(), member.signal.outputs(), kCrowdBufferFrames);
             mContexts.push_back(&member.instance.context());
         }
     }
@@ -39,7 +39,7 @@ private:
     struct Member {
         test::AlgInstance instance{2, kRate};
         test::Signal input = loudBuffer();
-        LoopedSignal signal{input, kBufferFrames};
+        LoopedSignal signal{input, kCrowdBufferFrames};
     };
 
     // From the first stroke of the drum.
@@ -47,7 +47,7 @@ private:
         constexpr std::ptrdiff_t kStart = 256;
         test::Signal buffer;
         for (const std::vector<float>& channel : music(2)) {
-            buffer.emplace_back(channel.begin() + kStart, channel.begin() + kStart + kBufferFrames);
+            buffer.emplace_back(channel.begin() + kStart, channel.begin() + kStart + kCrowdBufferFrames);
         }
         return buffer;
     }
@@ -65,7 +65,7 @@ void instances(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         crowd.process<kWay>();
     }
-    countFrames(state, state.range(0) * kBufferFrames);
+    countFrames(state, state.range(0) * kCrowdBufferFrames);
 }
 
 void oneAndMany(benchmark::internal::Benchmark* benchmark) {

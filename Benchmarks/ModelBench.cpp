@@ -5,9 +5,9 @@
 #include "Benchmarks/PricedLoop.h"
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_Parameters.h"
-#include "Tests/Support/ChunkRecord.h"
-#include "Tests/Support/FakeController.h"
+#include "Tests/Support/FakeInstanceHost.h"
 #include "Tests/Support/FakeUnknown.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <array>
 #include <memory>

@@ -6,7 +6,7 @@
 #include "Benchmarks/Music.h"
 #include "Benchmarks/Way.h"
 #include "DemoLoop.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <chrono>
 #include <ctime>

@@ -3,7 +3,7 @@
 // disturbed while it was timed does not count. Typical is the setting of median cost over music.
 #include "Benchmarks/Music.h"
 #include "Benchmarks/Way.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <algorithm>
 #include <chrono>

@@ -3,7 +3,7 @@
 #include "Alg/DemoGain_DenormalMode.h"
 #include "Benchmarks/Music.h"
 #include "Benchmarks/Way.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 namespace varno::bench {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "AudioFile/Transfer.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>

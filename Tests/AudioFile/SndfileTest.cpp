@@ -1,7 +1,7 @@
 #include "AudioFile/Sndfile.h"
 
 #include "Tests/Apps/varno/Support/SoundFiles.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <array>
 #include <bit>

@@ -1,7 +1,7 @@
 #include "AudioFile/Transfer.h"
 
 #include "Tests/Apps/varno/Support/ChildProcess.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <csignal>
 #include <cstdio>

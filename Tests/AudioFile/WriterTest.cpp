@@ -6,7 +6,7 @@
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <bit>
 #include <cmath>

@@ -1,5 +1,5 @@
 #include "Host/AudioContext.h"
-#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/TestRun.h"
 
 #include <cmath>
 #include <cstring>

@@ -4,10 +4,7 @@
 
 #include "Tests/Host/FixtureModule.h"
 #include "Tests/Support/HostFixture.h"
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include "Tests/Support/TemporaryFolder.h"
 
 namespace varno {
 
@@ -23,29 +20,7 @@ protected:
     }
 };
 
-/// A folder of its own for one test, removed with it.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "varno-host-XXXXXX").string();
-        mPath = mkdtemp(pattern.data());
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(mPath); }
-
-    const std::filesystem::path& path() const { return mPath; }
-    /// Writes a file, with the folders above it.
-    std::filesystem::path write(const std::filesystem::path& name, const std::string& text) const {
-        std::filesystem::path file = mPath / name;
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-        return file;
-    }
-
-private:
-    std::filesystem::path mPath;
-};
+using test::TemporaryFolder;
 
 /// The text of the HostError that an action throws; empty when it throws none.
 template<class Action>

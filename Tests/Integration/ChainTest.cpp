@@ -1,16 +1,14 @@
-// From a parameter's value to the sound: data model, packets, context and routine as one.
+// From a parameter's value to the audio: data model, packets, context and routine together.
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/SignalSources.h"
-#include "Tests/Support/TestScale.h"
+#include "Tests/Support/Signal.h"
+#include "Tests/Support/TestRun.h"
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 class Chain : public HostedEffect {
 protected:
-    // What the literal evaluation makes of a signal.
+    // The output of the literal evaluation.
     static Signal literally(const AlgParameters& parameters, std::size_t channels, double sampleRateHz,
                             const Signal& input) {
         AlgInstance instance(channels, sampleRateHz);
@@ -49,12 +47,12 @@ TEST_F(Chain, beginsWithTheDefaults) {
 
 TEST_F(Chain, followsEachKnobFromTheNextBufferOn) {
     const Signal input = noise(2, 1000, 2, -3.0);
-    AlgParameters loud; // The harmonics are heard where the clipper works.
+    AlgParameters loud; // The harmonics switch has an effect where the clipper works.
     loud.gain = 0.9F;
     loud.hot = 0.8F;
     for (const auto& [id, start] : automationOf(loud)) {
         if (id == "ASw") {
-            continue; // The routine does not hear it.
+            continue; // The routine does not receive it.
         }
         SCOPED_TRACE(id);
         const auto still = makeInstance(module());
@@ -69,8 +67,8 @@ TEST_F(Chain, followsEachKnobFromTheNextBufferOn) {
 
         moved->idle();
         EXPECT_NE(moved->normalized(id), still->normalized(id));
-        // A link of the channels is heard where they differ, the release knobs after the reduction has
-        // fallen.
+        // The channel link has an effect where the channels differ, the release knobs after the
+        // reduction has decreased.
         Signal loudThenSoft = input;
         for (std::size_t frame = 500; frame < 1000; ++frame) {
             loudThenSoft[0][frame] *= 0.01F;
@@ -114,3 +112,4 @@ TEST_F(Chain, raisesEveryMeter) {
 }
 
 } // namespace
+} // namespace varno::test

@@ -1,4 +1,4 @@
-/// The effect under the host, with every contract watched.
+/// The effect in the host, with every contract checked.
 #ifndef VARNO_TESTS_INTEGRATION_HOSTEDEFFECT_H
 #define VARNO_TESTS_INTEGRATION_HOSTEDEFFECT_H
 
@@ -24,7 +24,7 @@ using ParameterValues = std::map<std::string, double>;
 std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, std::int32_t channels = 2,
                                        double sampleRateHz = 48000.0);
 
-/// Gives all values by automation.
+/// Sets all values by automation.
 void automate(Instance& instance, const ParameterValues& values);
 /// The current values of all parameters.
 ParameterValues valuesOf(const Instance& instance);
@@ -35,11 +35,11 @@ ParameterValues automationOf(const AlgParameters& parameters);
 
 /// Processes buffers with the instance, for renderChecked.
 BufferProcessor processorOf(Instance& instance);
-/// What the instance makes of a signal, in buffers of several lengths; any complaint fails the test.
+/// The instance's output for a signal, in buffers of several lengths; any complaint fails the test.
 Signal render(Instance& instance, const Signal& input);
 
-/// The module of this program in the host, at the sample rates of the effect; what is made from it is local
-/// to the test.
+/// The module that is linked into this program, in the host, at the sample rates of the effect; what is made
+/// from it is local to the test.
 class HostedEffect : public HostFixture {
 protected:
     HostedEffect()

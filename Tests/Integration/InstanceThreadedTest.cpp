@@ -1,19 +1,17 @@
-// The audio thread and the main thread of a host at work on the same instances.
+// The audio thread and the main thread of a host on the same instances.
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <atomic>
 #include <cmath>
 #include <thread>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 class InstanceThreads : public HostedEffect {
 protected:
-    // Processes buffers on a thread of its own until told to stop.
+    // Processes buffers on a thread of its own until stopped.
     class AudioRunner {
     public:
         explicit AudioRunner(Instance& instance)
@@ -117,3 +115,4 @@ TEST_F(InstanceThreads, instancesComeAndGoWhileOthersRun) {
 }
 
 } // namespace
+} // namespace varno::test

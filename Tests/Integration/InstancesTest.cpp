@@ -1,12 +1,10 @@
-// Many instances of the effect, and their life.
+// Many instances of the effect at once and after each other.
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <algorithm>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 class Instances : public HostedEffect {};
@@ -84,3 +82,4 @@ TEST_F(Instances, needAVariantOfTheirChannels) {
 }
 
 } // namespace
+} // namespace varno::test

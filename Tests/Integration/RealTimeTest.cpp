@@ -1,12 +1,9 @@
-// A buffer of a running instance reaches no allocator, lock, file or wait, and what moves its parameters no
-// allocator.
+// Processing a buffer calls no allocator, lock, file or wait; changing parameters calls no allocator.
 #include "Tests/Integration/HostedEffect.h"
 #include "Tests/Support/RealTimeGuard.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 class RealTime : public HostedEffect {};
@@ -52,3 +49,4 @@ TEST_F(RealTime, takesNoMemoryWhereValuesMove) {
 }
 
 } // namespace
+} // namespace varno::test

@@ -1,16 +1,14 @@
 // Saved settings, as a chunk and as text, whole and damaged.
 #include "DemoGain_PresetText.h"
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/SignalSources.h"
-#include "Tests/Support/TestScale.h"
+#include "Tests/Support/Signal.h"
+#include "Tests/Support/TestRun.h"
 
 #include <cmath>
 #include <cstring>
 #include <limits>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 // The chunk identifier of the effect's settings.
@@ -19,8 +17,8 @@ constexpr std::size_t kDataBytes = 220;
 
 class State : public HostedEffect {
 protected:
-    // Hands a record of which the module may read no more than `bytes` (on the heap, for the sanitizer) to
-    // the data model, and answers what that asks for.
+    // Sets a chunk whose record is on the heap with exactly `bytes` bytes, so that the sanitizer finds reads
+    // beyond them, and answers the requests that follow.
     static void setChunk(Instance& instance, const std::vector<std::byte>& bytes) {
         const std::unique_ptr<std::byte[]> copy(new std::byte[bytes.size()]);
         std::copy(bytes.begin(), bytes.end(), copy.get());
@@ -127,7 +125,7 @@ TEST_F(State, isNeverNotANumber) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     std::vector<std::byte> chunk = instance->save().toBytes();
     for (std::size_t at = kAAX_PlugInChunkHeaderSize + 12; at + 8 <= chunk.size(); at += 4) {
-        // The words of the values and, here and there, of the names; a quiet NaN begins with 7F F8 or FF F8.
+        // Damages words of the values and sometimes of the names; a quiet NaN begins with 7F F8 or FF F8.
         std::vector<std::byte> damaged = chunk;
         damaged[at] = std::byte{0x7F};
         damaged[at + 1] = std::byte{0xF8};
@@ -152,7 +150,7 @@ TEST_F(State, isNeverNotANumber) {
     expectWithinRange(*instance);
 }
 
-// As text.
+// Settings as text.
 
 TEST_F(State, isWrittenAsText) {
     EXPECT_EQ(DemoGain_PresetText::Write(instance->dataModel()),
@@ -201,3 +199,4 @@ TEST_F(State, isLimitedWhenATextIsOutOfRange) {
 }
 
 } // namespace
+} // namespace varno::test

@@ -1,17 +1,15 @@
 // Hosts that lack an interface.
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 class Withheld : public HostedEffect {
 protected:
     void withhold(std::vector<acfIID> interfaces) { options.withheld = std::move(interfaces); }
 
-    // Takes note of the violations, which must be there and all be of one kind.
+    // Takes the violations; there must be some, all of one kind.
     void expectOnly(const std::string& beginning) {
         const std::vector<std::string> violations = takeViolations();
         EXPECT_FALSE(violations.empty());
@@ -20,7 +18,7 @@ protected:
         }
     }
 
-    // Whatever of the module's life the host can go through.
+    // As much of the module's use as the host allows.
     void live() {
         for (const std::int32_t channels : {1, 2}) {
             const auto instance = makeInstance(module(), channels);
@@ -39,7 +37,7 @@ TEST_F(Withheld, nothingIsTheUsualCase) {
     live();
 }
 
-// Not needed: the effect goes on without.
+// Optional interfaces: the effect works without them.
 
 TEST_F(Withheld, diagnosticsAreNotMissed) {
     withhold({IID_IAAXHostServicesV1, IID_IAAXHostServicesV2, IID_IAAXHostServicesV3});
@@ -79,7 +77,7 @@ TEST_F(Withheld, viewContainersAreNotMissed) {
     live();
 }
 
-// Missed, but nothing breaks.
+// Interfaces that are missed without a failure.
 
 TEST_F(Withheld, withoutAutomationOnlyTheHostMovesParameters) {
     withhold({IID_IAAXAutomationDelegateV1});
@@ -107,7 +105,7 @@ TEST_F(Withheld, withoutPropertyMapsNoRoutineIsKnown) {
     }
 }
 
-// An interface without which the module cannot describe itself, and the code that it answers.
+// An interface without which the module cannot describe itself, and the result code for that.
 struct Needed {
     const char* name;
     acfIID interface;
@@ -137,3 +135,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& needed) { return needed.param.name; });
 
 } // namespace
+} // namespace varno::test

@@ -8,7 +8,7 @@
 namespace varno {
 namespace {
 
-using Display = AAX_CBinaryDisplayDelegate<bool>;
+using BinaryDisplay = AAX_CBinaryDisplayDelegate<bool>;
 
 std::string textOf(const AAX_IDisplayDelegate<bool>& display, bool value, std::int32_t maxChars) {
     AAX_CString text("earlier text");
@@ -16,8 +16,8 @@ std::string textOf(const AAX_IDisplayDelegate<bool>& display, bool value, std::i
     return text.Get();
 }
 
-Display withShortenedStrings() {
-    Display display("bypass", "on");
+BinaryDisplay withShortenedStrings() {
+    BinaryDisplay display("bypass", "on");
     display.AddShortenedStrings("byp", "on3", 3);
     display.AddShortenedStrings("b", "1", 1);
     display.AddShortenedStrings("bypas", "on5", 5);
@@ -26,14 +26,14 @@ Display withShortenedStrings() {
 
 TEST(BinaryDisplay, ShowsOneTextForEachState) {
     AAX_CString text;
-    EXPECT_TRUE(Display("bypass", "on").ValueToString(false, &text));
+    EXPECT_TRUE(BinaryDisplay("bypass", "on").ValueToString(false, &text));
     EXPECT_STREQ(text.Get(), "bypass");
-    EXPECT_TRUE(Display("bypass", "on").ValueToString(true, &text));
+    EXPECT_TRUE(BinaryDisplay("bypass", "on").ValueToString(true, &text));
     EXPECT_STREQ(text.Get(), "on");
 }
 
 TEST(BinaryDisplay, ShowsTheFullTextWhereNothingShorterIsKnown) {
-    const Display display("bypass", "on");
+    const BinaryDisplay display("bypass", "on");
     for (const std::int32_t maxChars : {-1, 0, 2, 6, 100}) {
         EXPECT_EQ(textOf(display, false, maxChars), "bypass");
         EXPECT_EQ(textOf(display, true, maxChars), "on");
@@ -41,7 +41,7 @@ TEST(BinaryDisplay, ShowsTheFullTextWhereNothingShorterIsKnown) {
 }
 
 TEST(BinaryDisplay, ShowsTheWidestShortenedTextThatFits) {
-    const Display display = withShortenedStrings();
+    const BinaryDisplay display = withShortenedStrings();
     EXPECT_EQ(textOf(display, false, 6), "bypass");
     EXPECT_EQ(textOf(display, false, 5), "bypas");
     EXPECT_EQ(textOf(display, false, 4), "byp");
@@ -51,21 +51,21 @@ TEST(BinaryDisplay, ShowsTheWidestShortenedTextThatFits) {
 }
 
 TEST(BinaryDisplay, ShowsTheShortestTextWhereNoneFits) {
-    const Display display = withShortenedStrings();
+    const BinaryDisplay display = withShortenedStrings();
     EXPECT_EQ(textOf(display, false, 0), "b");
     EXPECT_EQ(textOf(display, true, -5), "1");
 }
 
 TEST(BinaryDisplay, ShowsTheLastAddedOfShortenedTextsForTheSameWidth) {
-    Display display("bypass", "on");
-    for (int i = 0; i < 40; ++i) { // enough for an unstable sort to show
+    BinaryDisplay display("bypass", "on");
+    for (int i = 0; i < 40; ++i) { // enough to detect an unstable sort
         display.AddShortenedStrings(std::to_string(i).c_str(), "on", 3);
     }
     EXPECT_EQ(textOf(display, false, 3), "39");
 }
 
 TEST(BinaryDisplay, ReadsItsFullTextsOnly) {
-    const Display display = withShortenedStrings();
+    const BinaryDisplay display = withShortenedStrings();
     bool value = false;
     EXPECT_TRUE(display.StringToValue("on", &value));
     EXPECT_TRUE(value);

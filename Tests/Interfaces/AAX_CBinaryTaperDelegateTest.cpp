@@ -8,10 +8,10 @@
 namespace varno {
 namespace {
 
-using Taper = AAX_CBinaryTaperDelegate<bool>;
+using BinaryTaper = AAX_CBinaryTaperDelegate<bool>;
 
 TEST(BinaryTaper, GoesFromFalseToTrue) {
-    const Taper taper;
+    const BinaryTaper taper;
     EXPECT_FALSE(taper.GetMinimumValue());
     EXPECT_TRUE(taper.GetMaximumValue());
     EXPECT_EQ(taper.RealToNormalized(false), 0.0);
@@ -19,12 +19,12 @@ TEST(BinaryTaper, GoesFromFalseToTrue) {
 }
 
 TEST(BinaryTaper, ConstrainsNothing) {
-    EXPECT_TRUE(Taper().ConstrainRealValue(true));
-    EXPECT_FALSE(Taper().ConstrainRealValue(false));
+    EXPECT_TRUE(BinaryTaper().ConstrainRealValue(true));
+    EXPECT_FALSE(BinaryTaper().ConstrainRealValue(false));
 }
 
 TEST(BinaryTaper, IsTrueForEverythingAboveZero) {
-    const Taper taper;
+    const BinaryTaper taper;
     EXPECT_FALSE(taper.NormalizedToReal(0.0));
     EXPECT_FALSE(taper.NormalizedToReal(-0.0));
     EXPECT_FALSE(taper.NormalizedToReal(-1.0));
@@ -34,11 +34,11 @@ TEST(BinaryTaper, IsTrueForEverythingAboveZero) {
 }
 
 TEST(BinaryTaper, TakesWhatIsNotANumberForFalse) {
-    EXPECT_FALSE(Taper().NormalizedToReal(std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_FALSE(BinaryTaper().NormalizedToReal(std::numeric_limits<double>::quiet_NaN()));
 }
 
 TEST(BinaryTaper, IsCloned) {
-    const std::unique_ptr<AAX_ITaperDelegate<bool>> clone = Taper().Clone();
+    const std::unique_ptr<AAX_ITaperDelegate<bool>> clone = BinaryTaper().Clone();
     EXPECT_TRUE(clone->NormalizedToReal(0.1));
 }
 

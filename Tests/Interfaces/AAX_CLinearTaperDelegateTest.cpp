@@ -1,6 +1,6 @@
 #include "AAX_CLinearTaperDelegate.h"
-#include "Tests/Support/PropertySeed.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -15,13 +15,13 @@
 namespace varno {
 namespace {
 
-using Taper = AAX_CLinearTaperDelegate<float, 0>;
+using LinearTaper = AAX_CLinearTaperDelegate<float, 0>;
 
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kTaperNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 TEST(LinearTaper, RunsFromZeroToOneByDefault) {
-    const Taper taper;
+    const LinearTaper taper;
     EXPECT_EQ(taper.GetMinimumValue(), 0.0F);
     EXPECT_EQ(taper.GetMaximumValue(), 1.0F);
     EXPECT_EQ(taper.NormalizedToReal(0.25), 0.25F);
@@ -29,7 +29,7 @@ TEST(LinearTaper, RunsFromZeroToOneByDefault) {
 }
 
 TEST(LinearTaper, MapsItsRangeToZeroToOne) {
-    const Taper taper(-20.0F, 60.0F);
+    const LinearTaper taper(-20.0F, 60.0F);
     EXPECT_EQ(taper.NormalizedToReal(0.0), -20.0F);
     EXPECT_EQ(taper.NormalizedToReal(0.5), 20.0F);
     EXPECT_EQ(taper.NormalizedToReal(1.0), 60.0F);
@@ -39,7 +39,7 @@ TEST(LinearTaper, MapsItsRangeToZeroToOne) {
 }
 
 TEST(LinearTaper, ComputesInDoublePrecisionAndRoundsOnce) {
-    const Taper taper(0.1F, 0.7F);
+    const LinearTaper taper(0.1F, 0.7F);
     const double minimum = 0.1F;
     const double maximum = 0.7F;
     EXPECT_EQ(taper.NormalizedToReal(1.0 / 3), static_cast<float>(minimum + (maximum - minimum) * (1.0 / 3)));
@@ -47,7 +47,7 @@ TEST(LinearTaper, ComputesInDoublePrecisionAndRoundsOnce) {
 }
 
 TEST(LinearTaper, ClampsWhatLiesOutside) {
-    const Taper taper(-1.0F, 3.0F);
+    const LinearTaper taper(-1.0F, 3.0F);
     EXPECT_EQ(taper.ConstrainRealValue(-1.5F), -1.0F);
     EXPECT_EQ(taper.ConstrainRealValue(2.0F), 2.0F);
     EXPECT_EQ(taper.ConstrainRealValue(kInfinity), 3.0F);
@@ -59,7 +59,7 @@ TEST(LinearTaper, ClampsWhatLiesOutside) {
 }
 
 TEST(LinearTaper, MayRunDownwards) {
-    const Taper taper(2.0F, -2.0F);
+    const LinearTaper taper(2.0F, -2.0F);
     EXPECT_EQ(taper.GetMinimumValue(), 2.0F);
     EXPECT_EQ(taper.GetMaximumValue(), -2.0F);
     EXPECT_EQ(taper.NormalizedToReal(0.25), 1.0F);
@@ -69,28 +69,28 @@ TEST(LinearTaper, MayRunDownwards) {
 }
 
 TEST(LinearTaper, OfOnePointIsHalfWay) {
-    const Taper taper(3.0F, 3.0F);
+    const LinearTaper taper(3.0F, 3.0F);
     EXPECT_EQ(taper.ConstrainRealValue(17.0F), 3.0F);
     EXPECT_EQ(taper.NormalizedToReal(0.9), 3.0F);
     EXPECT_EQ(taper.RealToNormalized(17.0F), 0.5);
 }
 
 TEST(LinearTaper, TakesWhatIsNotANumberForItsLowerBound) {
-    const double nan = kNaN;
-    const Taper upwards(-1.0F, 3.0F);
-    EXPECT_EQ(upwards.ConstrainRealValue(kNaN), -1.0F);
+    const double nan = kTaperNaN;
+    const LinearTaper upwards(-1.0F, 3.0F);
+    EXPECT_EQ(upwards.ConstrainRealValue(kTaperNaN), -1.0F);
     EXPECT_EQ(upwards.NormalizedToReal(nan), -1.0F);
-    EXPECT_EQ(upwards.RealToNormalized(kNaN), 0.0);
-    const Taper downwards(3.0F, -1.0F);
-    EXPECT_EQ(downwards.ConstrainRealValue(kNaN), -1.0F);
-    EXPECT_EQ(downwards.RealToNormalized(kNaN), 1.0);
-    const Taper point(2.0F, 2.0F);
-    EXPECT_EQ(point.ConstrainRealValue(kNaN), 2.0F);
-    EXPECT_EQ(point.RealToNormalized(kNaN), 0.5);
+    EXPECT_EQ(upwards.RealToNormalized(kTaperNaN), 0.0);
+    const LinearTaper downwards(3.0F, -1.0F);
+    EXPECT_EQ(downwards.ConstrainRealValue(kTaperNaN), -1.0F);
+    EXPECT_EQ(downwards.RealToNormalized(kTaperNaN), 1.0);
+    const LinearTaper point(2.0F, 2.0F);
+    EXPECT_EQ(point.ConstrainRealValue(kTaperNaN), 2.0F);
+    EXPECT_EQ(point.RealToNormalized(kTaperNaN), 0.5);
 }
 
 TEST(LinearTaper, ClonesItsBounds) {
-    const std::unique_ptr<AAX_ITaperDelegate<float>> clone = Taper(-4.0F, 4.0F).Clone();
+    const std::unique_ptr<AAX_ITaperDelegate<float>> clone = LinearTaper(-4.0F, 4.0F).Clone();
     EXPECT_EQ(clone->GetMinimumValue(), -4.0F);
     EXPECT_EQ(clone->GetMaximumValue(), 4.0F);
 }
@@ -108,7 +108,7 @@ TEST(TaperDelegate, DeclaresItsOperationsInOrder) {
 RC_GTEST_PROP(LinearTaperProperty, AnswersInRangeForAnyBits,
               (float minimum, float maximum, std::uint64_t bits)) {
     RC_PRE(std::isfinite(minimum) && std::isfinite(maximum));
-    const Taper taper(minimum, maximum);
+    const LinearTaper taper(minimum, maximum);
     const auto normalized = std::bit_cast<double>(bits);
     const auto real = std::bit_cast<float>(static_cast<std::uint32_t>(bits));
     for (const float value : {taper.NormalizedToReal(normalized), taper.ConstrainRealValue(real)}) {
@@ -122,7 +122,7 @@ RC_GTEST_PROP(LinearTaperProperty, AnswersInRangeForAnyBits,
 
 RC_GTEST_PROP(LinearTaperProperty, OfZeroToOneKeepsEveryFloat, ()) {
     const float value = static_cast<float>(*rc::gen::inRange(0, 1 << 24)) / static_cast<float>(1 << 24);
-    const Taper taper;
+    const LinearTaper taper;
     RC_ASSERT(taper.NormalizedToReal(taper.RealToNormalized(value)) == value);
 }
 

@@ -1,6 +1,6 @@
 #include "AAX_CNumberDisplayDelegate.h"
-#include "Tests/Support/PropertySeed.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -12,17 +12,17 @@
 namespace varno {
 namespace {
 
-using Display = AAX_CNumberDisplayDelegate<float, 2, 0>;
+using NumberDisplay = AAX_CNumberDisplayDelegate<float, 2, 0>;
 
 std::string textOf(float value) {
     AAX_CString text("earlier text");
-    EXPECT_TRUE(Display().ValueToString(value, &text));
+    EXPECT_TRUE(NumberDisplay().ValueToString(value, &text));
     return text.Get();
 }
 
 std::string textOf(float value, std::int32_t maxChars) {
     AAX_CString text("earlier text");
-    EXPECT_TRUE(Display().ValueToString(value, maxChars, &text));
+    EXPECT_TRUE(NumberDisplay().ValueToString(value, maxChars, &text));
     return text.Get();
 }
 
@@ -53,22 +53,22 @@ TEST(NumberDisplay, KeepsAPointThatTheLimitDidNotCutTo) {
 
 TEST(NumberDisplay, ReadsALeadingNumber) {
     float value = -1.0F;
-    EXPECT_TRUE(Display().StringToValue("0.25", &value));
+    EXPECT_TRUE(NumberDisplay().StringToValue("0.25", &value));
     EXPECT_EQ(value, 0.25F);
-    EXPECT_TRUE(Display().StringToValue("  0.1 dB", &value));
+    EXPECT_TRUE(NumberDisplay().StringToValue("  0.1 dB", &value));
     EXPECT_EQ(value, 0.1F);
 }
 
 TEST(NumberDisplay, AnswersZeroForWhatIsNoNumber) {
     for (const char* text : {"", "abc", "nan", "NaN", "-nan", ".", "1e999"}) {
         float value = -1.0F;
-        EXPECT_FALSE(Display().StringToValue(text, &value)) << text;
+        EXPECT_FALSE(NumberDisplay().StringToValue(text, &value)) << text;
         EXPECT_EQ(value, 0.0F) << text;
     }
 }
 
 TEST(NumberDisplay, IsCloned) {
-    const std::unique_ptr<AAX_IDisplayDelegate<float>> clone = Display().Clone();
+    const std::unique_ptr<AAX_IDisplayDelegate<float>> clone = NumberDisplay().Clone();
     AAX_CString text;
     EXPECT_TRUE(clone->ValueToString(0.125F, &text));
     EXPECT_STREQ(text.Get(), "0.12");
@@ -89,7 +89,7 @@ RC_GTEST_PROP(NumberDisplayProperty, ReadsBackWhatItShows, ()) {
     const float hundredths = static_cast<float>(*rc::gen::inRange(-100000, 100000));
     const float shown = hundredths / 100.0F;
     float value = 0.0F;
-    RC_ASSERT(Display().StringToValue(textOf(shown).c_str(), &value));
+    RC_ASSERT(NumberDisplay().StringToValue(textOf(shown).c_str(), &value));
     RC_ASSERT(value == shown);
 }
 

@@ -1,6 +1,6 @@
 #include "AAX_CPacketHandler.h"
 #include "AAX_CPacket.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 namespace varno {
 namespace {
 
-// Writes down how it is called.
+// Records how it is called.
 struct Target {
     AAX_Result takePacket(AAX_CPacket& packet) {
         mCalls += "packet " + std::to_string(packet.GetFieldIndex()) + ";";

@@ -1,7 +1,7 @@
 #include "AAX_CParameter.h"
 #include "AAX_VAutomationDelegate.h"
-#include "Tests/Support/FakeAutomation.h"
-#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/FakeInstanceHost.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A parameter whose values the host decides.
+// A parameter whose values the host sets.
 class ParameterAutomation : public testing::Test {
 protected:
     ParameterAutomation() {
@@ -121,8 +121,7 @@ TEST(ParameterWithoutAutomation, IgnoresGestures) {
 }
 
 TEST(ParameterWithoutAutomation, TakesEveryValueItIsGivenWhenAttachedLater) {
-    // Setting without automation forces the update, but leaves nothing to announce to a host that comes
-    // later.
+    // Setting without automation forces the update, but posts nothing to a host that is attached later.
     FakeHost host;
     FakeAutomation automation;
     host.offer(IID_IAAXAutomationDelegateV1, &automation);

@@ -1,7 +1,7 @@
 #include "AAX_CParameter.h"
 #include "Tests/Support/FakeHostServices.h"
-#include "Tests/Support/PropertySeed.h"
-#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/TestEffect.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -14,8 +14,6 @@
 
 namespace varno::test {
 namespace {
-
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 TEST(Parameter, IsWhatItIsMadeAs) {
     const auto parameter = makeFloatParameter();
@@ -443,7 +441,7 @@ public:
     bool StringToValue(const AAX_CString&, float*) const override { return false; }
 };
 
-// A taper that counts its copies that are alive.
+// A taper that counts its living copies.
 class CountedTaper : public AAX_ITaperDelegate<float> {
 public:
     explicit CountedTaper(int& alive)
@@ -501,7 +499,7 @@ TEST(ParameterDelegates, MayHaveNoTextForAValue) {
 }
 
 RC_GTEST_PROP(ParameterProperty, KeepsAnyFloatOfItsRangeThroughTheHost, (std::uint32_t bits)) {
-    // What the host hands back after reading a value is the value.
+    // A value that the host has read and returns is still the value.
     const float real = static_cast<float>(bits) / 4294967296.0F;
     const auto parameter = makeFloatParameter();
     parameter->SetValueWithFloat(real);

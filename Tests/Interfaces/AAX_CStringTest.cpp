@@ -1,12 +1,12 @@
 #include "AAX_CString.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/CommaLocale.h"
+#include "Tests/Support/ForwardingCheck.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <locale>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -15,7 +15,7 @@
 namespace varno {
 namespace {
 
-// A host's own text, which is read and written through the interface alone.
+// A host's own string, read and written only through the interface.
 class ForeignString : public AAX_IString {
 public:
     explicit ForeignString(std::string text = {})
@@ -35,22 +35,6 @@ public:
 
 private:
     std::string mText;
-};
-
-// Puts a decimal comma and grouped thousands into the process's locale for as long as it lives.
-class CommaLocale {
-public:
-    CommaLocale()
-        : mBefore(std::locale::global(std::locale(std::locale::classic(), new Comma))) {}
-    ~CommaLocale() { std::locale::global(mBefore); }
-
-private:
-    struct Comma : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-        char do_thousands_sep() const override { return '.'; }
-        std::string do_grouping() const override { return "\3"; }
-    };
-    std::locale mBefore;
 };
 
 TEST(AAX_CStringTest, EmptyByDefaultAndFromNull) {
@@ -138,7 +122,7 @@ TEST(AAX_CStringTest, EraseHasItsOwnCount) {
         std::uint32_t n;
         const char* left;
     };
-    // 6 characters: with fewer than n left, n less what is left are erased.
+    // 6 characters: where fewer than n are left, n minus that number are erased.
     for (const Case& c : {Case{2, 2, "abef"}, Case{2, 5, "abdef"}, Case{2, 10, "ab"}, Case{2, 4, "ab"},
                           Case{0, 6, ""}, Case{0, 7, "bcdef"}, Case{6, 0, "abcdef"}, Case{6, 3, "abcdef"},
                           Case{5, 1, "abcde"}, Case{3, 0, "abcdef"}}) {
@@ -212,7 +196,7 @@ TEST(AAX_CStringTest, ToDoubleRefusesWhatIsNoNumber) {
 }
 
 TEST(AAX_CStringTest, NumbersDoNotDependOnTheLocale) {
-    const CommaLocale comma;
+    const test::CommaLocale comma;
     AAX_CString text;
     text.AppendNumber(12345.5, 2);
     EXPECT_STREQ(text.Get(), "12345.50");

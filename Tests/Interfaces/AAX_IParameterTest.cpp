@@ -1,5 +1,5 @@
 #include "AAX_IParameter.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "AAX_IdentifierOrder.h"
 
-#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

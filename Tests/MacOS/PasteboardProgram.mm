@@ -1,6 +1,6 @@
-// A program on the pasteboard. By the clipboard's own class: "set FILE" and "get"; as any other program does
-// it: "copy TEXT", "paste", and "color", which copies what is no text. Fails where there is no text to be
-// had.
+// A program that uses the pasteboard: "set FILE" and "get" through the clipboard's own class; "copy TEXT",
+// "paste" and "color", which copies something that is no text, as any other program does. Fails where there
+// is no text.
 #include "AAX_CAutoreleasePool.h"
 #include "Platform/Clipboard.h"
 
@@ -17,7 +17,7 @@ bool copy(NSString* type, NSData* data) {
     return [pasteboard setData:data forType:type];
 }
 
-// By its bytes: a string is UTF-8 on the pasteboard of macOS, but something of its own on GNUstep's.
+// As bytes: macOS's pasteboard keeps a string as UTF-8, GNUstep's in a form of its own.
 bool paste() {
     NSData* const data = [[NSPasteboard generalPasteboard] dataForType:NSPasteboardTypeString];
     const auto* const bytes = static_cast<const char*>([data bytes]);

@@ -82,7 +82,7 @@ class BenchReportTest(unittest.TestCase):
                               text=True, check=False)
 
     def replace(self, run, name, *cases):
-        """Other results for the cases whose names begin so."""
+        """Replaces the results of the cases whose names begin with this."""
         self.results[run] = [old for old in self.results[run] if not old["run_name"].startswith(name)] + list(cases)
 
     def row(self, done, title):

@@ -1,4 +1,4 @@
-"""./run bench runs the measuring programs with what each mode needs, and lets their results be judged."""
+"""./run bench runs the measuring programs with the options of each mode, and has their results judged."""
 import json
 import pathlib
 import unittest
@@ -11,7 +11,7 @@ project(fixture LANGUAGES CXX)
 add_custom_target(varno_bench)
 """
 
-# Notes what it is given, and that it has a folder for its files; has one case and leaves it as a result.
+# Records its arguments and that it has a folder for its files; has one case and writes it as a result.
 PROGRAM = """#!/usr/bin/env bash
 name=${{0##*varno_bench_}}
 filter='' out=''

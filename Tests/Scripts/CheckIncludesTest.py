@@ -1,4 +1,4 @@
-"""check-includes knows the layers: each direction that is wrong is found, each that is right passes."""
+"""check-includes reports each include in a wrong direction and accepts each in a right one."""
 import pathlib
 import subprocess
 import tempfile

@@ -1,4 +1,4 @@
-"""check-text finds what no file may hold, each with its place, and lets pass what only looks like it."""
+"""check-text reports what no file may contain, each with its place, and accepts what only resembles it."""
 import pathlib
 import subprocess
 import tempfile
@@ -21,7 +21,7 @@ class CheckTextTest(unittest.TestCase):
     def assert_found(self, content, line, what):
         self.assertEqual(self.check(content), f"file.txt:{line}: {what}\n")
 
-    # The words are put together here so that this file may stand in the tree.
+    # The words are composed here, since this file is checked too.
     def test_paths_of_a_machine(self):
         for path in ("/wo" + "rk/x", "/ro" + "ot/x", "/ho" + "me/ann/x", "/tm" + "p/x", "/Us" + "ers/ann", "C:\\Us" + "ers\\a"):
             self.assert_found(f"first\nopen(\"{path}\");\n", 2, "a path of one machine")

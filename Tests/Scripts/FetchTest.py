@@ -28,7 +28,7 @@ class FetchTest(FixtureProject):
         self.script = self.root / "Scripts/fetch-vstgui"
         self.archive = self.folder / "archive.tar.gz"
         self.archive.write_bytes(archive())
-        # The script's own helper of apt is at a fixed place; here a copy of the script uses another.
+        # The script calls apt's helper by its full path; here a copy of the script calls another.
         text = self.script.read_text()
         digest = hashlib.sha256(self.archive.read_bytes()).hexdigest()
         text = re.sub(r"debian_sha256=\w+", f"debian_sha256={digest}", text)

@@ -57,7 +57,7 @@ class Bad(unittest.TestCase):
 class HostsTest(FixtureProject):
     def setUp(self):
         super().setUp()
-        # Nobody installs hosts to test the script.
+        # The hosts need not be installed to test the script.
         (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
         self.write("Apps/varno/CMakeLists.txt", (self.root / "Apps/varno/CMakeLists.txt").read_text() + BUNDLE_CMAKE)
         (self.root / "Tests/ForeignHosts").mkdir()

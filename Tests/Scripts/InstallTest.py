@@ -1,4 +1,4 @@
-"""What is missing is installed with apt, with as many rights as it needs, or named."""
+"""What is missing is installed with apt, with the rights that this needs, or named."""
 import os
 import subprocess
 import unittest
@@ -29,7 +29,7 @@ done
 [[ -z ${{found-}} ]]
 """
 
-# Notes each call; fails as often as the file says.
+# Records each call; fails as many times as the file states.
 APT_GET = """
 echo "$*" | sed 's/^-q -o [^ ]* //' >>"{calls}"
 [[ " $* " != *" install "* ]] || {{
@@ -45,7 +45,7 @@ echo "$*" | sed 's/^-q -o [^ ]* //' >>"{calls}"
 }}
 """
 
-# Another user's rights, which root alone can take on.
+# Another user's rights: only root can change to them.
 AS_NOBODY = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
 
 

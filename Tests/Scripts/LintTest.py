@@ -1,4 +1,4 @@
-"""Each step of lint lets the sound project pass and finds the fault that it is there for."""
+"""Each step of lint accepts the correct project and finds a fault of its kind."""
 import subprocess
 import unittest
 

@@ -4,7 +4,7 @@ import unittest
 
 from fixture import FixtureProject
 
-# Notes each call with the display it was made on, and makes what it is asked for.
+# Records each call with its display, and writes the file that is requested.
 PROGRAM = """
 #include <cstdio>
 #include <cstdlib>
@@ -53,7 +53,7 @@ class ManualTest(FixtureProject):
                    "add_custom_target(Varno-S)\nadd_custom_target(varno_lv2_bundle)\nadd_subdirectory(../../Resources/Artwork ${CMAKE_BINARY_DIR}/Resources/Artwork)\n")
         self.write("Resources/Artwork/CMakeLists.txt",
                    CMAKE.format(name="varno_artwork", source="../../Apps/varno/main.cpp", calls=self.calls))
-        # Nobody installs a host to test the script.
+        # A host need not be installed to test the script.
         (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
         self.write("Tests/ForeignHosts/run", HOSTS)
         (self.root / "Tests/ForeignHosts/run").chmod(0o755)
@@ -83,7 +83,7 @@ class ManualTest(FixtureProject):
         self.assertEqual([call.split()[:2] for call in calls],
                          [[":77:", command] for command in ("render", "edit", "edit", "--number", "render", "render")])
         self.assertIn("--scale 2", calls[2])
-        # What a terminal shows at the end: a line without what it was written over.
+        # What a terminal shows at the end: a line without the text that it has overwritten.
         self.assertEqual((pictures / "render.png").read_text(),
                          "".join(f"$ ./run {call.split(' ', 1)[1]}\nall of it\n" for call in calls[-2:]))
         self.assert_server_ended()

@@ -1,4 +1,4 @@
-"""Scripts/peers-report sets the effect beside those of others."""
+"""Scripts/peers-report compares the effect with those of others."""
 import json
 import pathlib
 import subprocess

@@ -1,4 +1,4 @@
-"""./run COMMAND brings the program up to date, speaks only while it does so, and becomes the program."""
+"""./run COMMAND brings the program up to date, prints only while it does so, and is replaced by the program."""
 import os
 import pty
 import subprocess

@@ -1,4 +1,4 @@
-"""The sanitizer steps find what they are there for: a planted fault fails the step, its absence passes."""
+"""Each sanitizer step fails with a fault of its kind and passes without."""
 import unittest
 
 from fixture import FixtureProject

@@ -1,4 +1,4 @@
-"""./run test runs every step it is asked for, counts, and tells at the end what failed and how to repeat it."""
+"""./run test runs every step that is named, counts, and reports at the end what failed and how to repeat it."""
 import subprocess
 import unittest
 

@@ -1,4 +1,4 @@
-"""clang-tidy finds a fault in a source and in a header of the project, and looks again only at what changed."""
+"""clang-tidy finds a fault in a source and in a header of the project, and checks again only what has changed."""
 import unittest
 
 from fixture import FixtureProject
@@ -14,7 +14,7 @@ class TidyTest(FixtureProject):
         self.looks = self.counted("clang-tidy-14")
 
     def tidy(self, step="tidy"):
-        """The last line of the step, what it said, and the sources that it looked at."""
+        """The last line of the step, its output, and the sources that it checked."""
         before = len(self.looks())
         done = self.run_script("test", step)
         looked_at = [call.split("/")[-1] for call in self.looks()[before:] if "--version" not in call]

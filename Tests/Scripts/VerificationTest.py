@@ -1,4 +1,4 @@
-"""A full run writes its result, its date and its machine into docs/verification.md, below the text that stands there."""
+"""A full run writes its result, its date and its machine into docs/verification.md, below the text that is there."""
 import subprocess
 import unittest
 

@@ -1,4 +1,4 @@
-"""A small project in a folder of its own, with this project's run script, and a system whose apt is feigned."""
+"""A small project in a folder of its own, with this project's run script, and a system with a fake apt."""
 import os
 import pathlib
 import shutil
@@ -29,7 +29,7 @@ target_link_libraries(varno PRIVATE varno_settings)
 add_custom_target(Varno-S)
 """
 
-# Says where it is, what it was given and what it reads.
+# Prints its folder, its arguments and its input.
 PROGRAM = """
 #include <cstdio>
 #include <filesystem>
@@ -88,19 +88,19 @@ class FixtureProject(unittest.TestCase):
         path.write_text(text.lstrip("\n"))
 
     def command(self, name, script):
-        """Puts a command of that name before all others."""
+        """Puts a command of that name first in PATH."""
         path = self.commands / name
         path.write_text("#!/usr/bin/env bash\n" + script)
         path.chmod(path.stat().st_mode | stat.S_IXUSR | stat.S_IXGRP | stat.S_IXOTH)
 
     def counted(self, name):
-        """Makes calls of a command countable: returns a function that tells the calls so far."""
+        """Makes calls of a command countable: returns a function that returns the calls so far."""
         log = self.folder / f"{name}.calls"
         self.command(name, f'echo "$*" >>"{log}"\nexec {shutil.which(name)} "$@"\n')
         return lambda: log.read_text().splitlines() if log.exists() else []
 
     def environment(self):
-        # The project here needs no library whose source would be fetched.
+        # This project needs no library whose source would be fetched.
         changed = {"PATH": f"{self.commands}:{os.environ['PATH']}", "TERM": "dumb", "VSTGUI_SOURCE_DIR": "unused"}
         return {**os.environ, **changed}
 

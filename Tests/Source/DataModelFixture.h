@@ -5,8 +5,7 @@
 #include "AAX_CString.h"
 #include "ACF/ACFPtr.h"
 #include "DemoGain_Parameters.h"
-#include "Tests/Support/FakeAutomation.h"
-#include "Tests/Support/FakeController.h"
+#include "Tests/Support/FakeInstanceHost.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Whatever a host feeds the routine, it returns, and what it leaves behind is finite.
 #include "Alg/DemoGain_State.h"
 #include "Tests/Support/AlgFixture.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -113,7 +113,7 @@ TEST_P(DemoGain_AlgBadInput, ExactlyTheLargestInputIsProcessed) {
 
 TEST_P(DemoGain_AlgBadInput, BypassPassesEverythingThroughToTheBit) {
     const Signal input = tainted(subnormals(GetParam(), 2000, 5), 3, 6).bad;
-    for (const BufferLayout layout : {BufferLayout::Separate, BufferLayout::InPlace}) {
+    for (const BufferLayout layout : {BufferLayout::kSeparate, BufferLayout::kInPlace}) {
         AlgInstance instance(GetParam(), kRate);
         instance.bypass() = 1;
         const RenderOutcome outcome =

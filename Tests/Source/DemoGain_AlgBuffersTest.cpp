@@ -1,6 +1,6 @@
 // How the host cuts and lays its buffers, and what else it runs, does not change a bit.
 #include "Tests/Support/AlgFixture.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -72,7 +72,7 @@ TEST_P(DemoGain_AlgBuffers, LayoutsDoNotMatter) {
         parameters.bypass = bypass;
         const Rendering plain = render(GetParam(), input, {}, parameters);
         for (const BufferLayout layout :
-             {BufferLayout::Separate, BufferLayout::InPlace, BufferLayout::Crossed}) {
+             {BufferLayout::kSeparate, BufferLayout::kInPlace, BufferLayout::kCrossed}) {
             for (const std::size_t offset : {0U, 1U, 2U, 3U}) {
                 const RenderPlan plan{.layout = layout, .blocks = {100, 1, 0, 31}, .offset = offset};
                 EXPECT_EQ(difference(plain, render(GetParam(), input, plan, parameters)), "")
@@ -86,9 +86,9 @@ TEST_P(DemoGain_AlgBuffers, OneBufferForBothInputs) {
     Signal input = noise(GetParam(), 3000, 4, 6.0);
     input.back() = input.front();
     const Rendering plain = render(GetParam(), input, {}, busyParameters());
-    EXPECT_EQ(
-        difference(plain, render(GetParam(), input, {.layout = BufferLayout::SharedInput}, busyParameters())),
-        "");
+    EXPECT_EQ(difference(plain,
+                         render(GetParam(), input, {.layout = BufferLayout::kSharedInput}, busyParameters())),
+              "");
 }
 
 TEST_P(DemoGain_AlgBuffers, NoFramesChangeNothing) {

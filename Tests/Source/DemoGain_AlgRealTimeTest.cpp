@@ -1,7 +1,7 @@
 // The routine reaches no allocator, lock, file or wait, whatever it is given.
 #include "Tests/Support/AlgFixture.h"
 #include "Tests/Support/RealTimeGuard.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 

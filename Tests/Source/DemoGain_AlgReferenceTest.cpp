@@ -1,8 +1,8 @@
 // The routine's output, meter taps and state are bit for bit those of the literal evaluation, with every
 // instruction set.
 #include "Tests/Support/AlgFixture.h"
-#include "Tests/Support/SignalSources.h"
-#include "Tests/Support/TestScale.h"
+#include "Tests/Support/Signal.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "Tests/Reference/ReferenceRoutine.h"
 #include "Tests/Support/AlgFixture.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include "DemoGain_DescribeAlgorithm.h"
 #include "DemoGain_Parameters.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_GUI.h"
-#include "Tests/Support/DescriptionRecorder.h"
+#include "Tests/Source/DescriptionRecorder.h"
 #include "Tests/Support/FakeHostServices.h"
 
 #include <gmock/gmock.h>

@@ -5,9 +5,9 @@
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_Parameters.h"
 #include "Tests/Source/DataModelFixture.h"
-#include "Tests/Support/ChunkRecord.h"
-#include "Tests/Support/QuietHost.h"
+#include "Tests/Support/FakeInstanceHost.h"
 #include "Tests/Support/RealTimeGuard.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gtest/gtest.h>
 

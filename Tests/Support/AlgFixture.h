@@ -46,7 +46,7 @@ AlgParameters withSwitches(AlgParameters parameters, unsigned combination);
 /// The values as text, for messages.
 std::string textOf(const AlgParameters& parameters);
 
-/// A version of the routine for a number of channels. Counts as that number where one is wanted.
+/// A version of the routine for a number of channels. Converts to that number.
 struct AlgVariant {
     std::size_t channels = 1;
     const SDemoGain_Routine* routine = &DemoGain_ChooseRoutine();

@@ -1,4 +1,4 @@
-/// What a linked ELF file says about itself.
+/// The symbols and libraries that a linked ELF file names.
 #ifndef VARNO_TESTS_SUPPORT_ELFFILE_H
 #define VARNO_TESTS_SUPPORT_ELFFILE_H
 
@@ -10,18 +10,18 @@
 
 namespace varno::test {
 
-/// A 64-bit ELF file of this machine's byte order. Reading a file that is none throws std::runtime_error.
+/// A 64-bit ELF file of this machine's byte order. Reading anything else throws std::runtime_error.
 class ElfFile {
 public:
     explicit ElfFile(const std::string& path);
 
-    /// Names of the symbols that a loader offers to others.
+    /// Names of the symbols that the file exports.
     std::set<std::string> exportedSymbols() const;
-    /// Names of the symbols that a loader has to find elsewhere.
+    /// Names of the symbols that the file takes from others.
     std::set<std::string> importedSymbols() const;
-    /// Names of the libraries that a loader has to load with it.
+    /// Names of the libraries that are loaded with it.
     std::set<std::string> neededLibraries() const;
-    /// Whether the loader has to write to its code.
+    /// Whether it has text relocations: the loader must write to its code.
     bool hasTextRelocations() const;
 
 private:

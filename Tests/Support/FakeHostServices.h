@@ -4,12 +4,40 @@
 
 #include "AAX_CHostServices.h"
 #include "AAX_IACFHostServices.h"
-#include "Tests/Support/FakeComponentFactory.h"
+#include "ACF/IACFComponentFactory.h"
+#include "Tests/Support/FakeUnknown.h"
 
 #include <string>
 #include <vector>
 
 namespace varno {
+
+/// Knows one component: returns the objects that it offers instead of making new ones.
+class FakeComponentFactory : public FakeUnknown<IACFComponentFactory> {
+public:
+    explicit FakeComponentFactory(const acfCLSID& classID)
+        : mClassID(classID) {}
+
+    ACFRESULT CreateComponent(IACFUnknown* outer, const acfCLSID& classID, const acfIID& iid,
+                              void** outObject) override {
+        *outObject = nullptr;
+        asked.push_back(iid);
+        if (outer != nullptr || !(classID == mClassID)) {
+            return ACF_E_NOINTERFACE;
+        }
+        const ACFRESULT found = QueryInterface(iid, outObject);
+        return found == ACF_OK ? resultWhenFound : found;
+    }
+
+    /// The interfaces asked for so far, in order.
+    std::vector<acfIID> asked;
+    /// What it returns together with an object; with a failure its caller gets a component that is not
+    /// usable.
+    ACFRESULT resultWhenFound = ACF_OK;
+
+private:
+    acfCLSID mClassID;
+};
 
 /// Keeps the trace lines and assertions that reach it, in the order of their arrival.
 class FakeHostServices : public FakeUnknown<AAX_IACFHostServices_V3> {
@@ -61,7 +89,7 @@ public:
         factory.offer(IID_IAAXHostServicesV3, &version3);
     }
 
-    /// References that others hold to the host or to anything that it has handed out.
+    /// References that others hold to the host or to its objects.
     std::int32_t allReferences() const {
         return references() + factory.references() + version1.references() + version2.references() +
                version3.references();

@@ -1,17 +1,22 @@
-/// A host object for tests: offers what it is told to and counts its references.
+/// Host objects for tests: they offer what a test gives them, count their references and record their calls.
 #ifndef VARNO_TESTS_SUPPORT_FAKEUNKNOWN_H
 #define VARNO_TESTS_SUPPORT_FAKEUNKNOWN_H
 
+#include "AAX_Errors.h"
 #include "ACF/IACFUnknown.h"
 
 #include <cstdint>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 namespace varno {
 
-/// Implements the component part of `Interface`, which derives from IACFUnknown. It lives as long as the test
-/// wants: the references that others hold are counted, and nothing happens when none is left.
+/// Implements the component part of `Interface`, which derives from IACFUnknown. The test owns it:
+/// the references that others hold are counted, and nothing happens when none is left.
 template<class Interface>
 class FakeUnknown : public Interface {
 public:
@@ -45,8 +50,68 @@ private:
     std::int32_t mReferences = 0;
 };
 
-/// A host object that only leads to others.
+/// A host object that only offers others.
 using FakeHost = FakeUnknown<IACFUnknown>;
+
+/// What a recording host object returns by default: a code that the library layer does not know.
+inline constexpr AAX_Result kHostResult = -4321;
+
+/// One argument as text: numbers by value, pointers and references by address.
+template<class T>
+std::string argumentText(const T& argument) {
+    std::ostringstream text;
+    if constexpr (std::is_same_v<T, std::nullptr_t>) {
+        text << "at 0";
+    } else if constexpr (std::is_pointer_v<T>) {
+        text << "at " << std::hex << reinterpret_cast<std::uintptr_t>(argument);
+    } else if constexpr (std::is_enum_v<T>) {
+        text << static_cast<std::int64_t>(argument);
+    } else {
+        text << +argument;
+    }
+    return text.str();
+}
+
+template<class T>
+std::string argumentText(const std::reference_wrapper<T>& argument) {
+    return argumentText(&argument.get());
+}
+
+/// One call as text.
+template<class... Arguments>
+std::string callText(const std::string& name, const Arguments&... arguments) {
+    std::string list;
+    ((list += (list.empty() ? "" : ", ") + argumentText(arguments)), ...);
+    return name + "(" + list + ")";
+}
+
+/// Base of a host object whose operations record their arguments and return `result`.
+template<class Interface>
+class Recording : public FakeUnknown<Interface> {
+public:
+    /// The calls so far, as callText has them.
+    mutable std::vector<std::string> calls;
+    /// What the operations return.
+    AAX_Result result = kHostResult;
+    /// The object that operations return which make one, whatever their result (borrowed; each adds a
+    /// reference).
+    IACFUnknown* made = nullptr;
+
+protected:
+    AAX_Result handOut(AAX_Result answer, IACFUnknown** outObject) const {
+        if (made != nullptr) {
+            made->AddRef();
+        }
+        *outObject = made;
+        return answer;
+    }
+
+    template<class... Arguments>
+    AAX_Result note(const char* name, const Arguments&... arguments) const {
+        calls.push_back(callText(name, arguments...));
+        return result;
+    }
+};
 
 } // namespace varno
 

@@ -1,19 +1,47 @@
-/// Checks that a wrapper forwards each of its operations to the host's interface of the right version.
+/// Checks that an interface declares its operations in order, and that a wrapper forwards each to the host.
 #ifndef VARNO_TESTS_SUPPORT_FORWARDINGCHECK_H
 #define VARNO_TESTS_SUPPORT_FORWARDINGCHECK_H
 
-#include "Tests/Support/Recording.h"
-#include "Tests/Support/VirtualSlot.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/FakeUnknown.h"
 
 #include <cstddef>
+#include <cstring>
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace varno {
+
+/// The slot of a virtual method in its class's table, from 0. A virtual destructor takes two slots (complete
+/// and deleting). Read from the pointer to member, whose form the Itanium C++ ABI (2.3) fixes: the offset of
+/// the slot in bytes, marked as virtual by a 1 added to it or, on 64-bit ARM, by the lowest bit of its second
+/// word.
+template<class Method>
+std::ptrdiff_t slotOf(Method method) {
+    std::ptrdiff_t words[2];
+    static_assert(sizeof(method) == sizeof(words));
+    std::memcpy(words, &method, sizeof(words));
+    constexpr std::ptrdiff_t kSlotBytes = sizeof(void*);
+#if defined(__aarch64__)
+    return words[0] / kSlotBytes;
+#else
+    return (words[0] - 1) / kSlotBytes;
+#endif
+}
+
+/// Slots that a virtual destructor takes at the start of a class that declares it first.
+inline constexpr std::ptrdiff_t kDestructorSlots = 2;
+
+/// What operations of a wrapper return where it has no host object, and where the host lacks the version of
+/// the interface that carries them.
+inline constexpr AAX_Result kWithoutHost = AAX_ERROR_NULL_OBJECT;
+inline constexpr AAX_Result kWithoutVersion = AAX_ERROR_UNIMPLEMENTED;
+
+/// A text to pass as an argument. Its address is the same in all of a program's files.
+inline constexpr char kTextCharacters[] = "text";
+inline constexpr const char* kText = kTextCharacters;
 
 /// Some object of type T that lives as long as the program; another one for each number.
 template<class T, int kNumber = 0>
@@ -62,7 +90,7 @@ std::vector<std::ptrdiff_t> slotsOf(const std::vector<Operation<Interface>>& ope
     return slots;
 }
 
-/// Expects the slots to follow one upon the other behind the destructor's.
+/// Expects the slots to follow the destructor's without gaps.
 inline void expectConsecutive(const std::vector<std::ptrdiff_t>& slots) {
     for (std::size_t i = 0; i < slots.size(); ++i) {
         EXPECT_EQ(slots[i], kDestructorSlots + static_cast<std::ptrdiff_t>(i)) << "operation " << i;
@@ -88,7 +116,7 @@ public:
     FakeHost* object() { return &mHost; }
     Fake& version(int number) { return *mFakes[static_cast<std::size_t>(number - 1)]; }
 
-    /// The calls that have reached the host since the last question, each with its version: "2.Name(...)".
+    /// The calls that have reached the host since this was last called, each with its version: "2.Name(...)".
     std::vector<std::string> takeCalls() {
         std::vector<std::string> all;
         for (std::size_t i = 0; i < mFakes.size(); ++i) {
@@ -115,7 +143,7 @@ private:
 
 /// Calls all operations of a wrapper that `make` builds on a host object: with every version, with each one
 /// withheld in turn, and with no host at all. Expects each to reach its version unchanged and to return the
-/// host's result, or to return its code and reach nothing; and the host's references to be given back.
+/// host's result, or to return its code and reach nothing; and the host's references to be released.
 template<class Fake, class Interface, class Make>
 void expectForwarding(const std::vector<acfIID>& versions,
                       const std::vector<Operation<Interface>>& operations, Make make) {

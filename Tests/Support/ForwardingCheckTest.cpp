@@ -2,7 +2,7 @@
 
 #include "AAX_IACFPropertyMap.h"
 #include "ACF/ACFPtr.h"
-#include "Tests/Support/RecordingPropertyMap.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace varno {
 namespace {
 
 // A wrapper of one operation, right or with one defect.
-enum class Defect { None, OtherArgument, OtherResult, NoCall, TwoCalls, OtherCode, Leak };
+enum class Defect { kNone, kOtherArgument, kOtherResult, kNoCall, kTwoCalls, kOtherCode, kLeak };
 
 class OneOperation {
 public:
@@ -25,24 +25,24 @@ public:
         : mMap(ACFPtr<AAX_IACFPropertyMap>::Query(host, IID_IAAXPropertyMapV1)),
           mDefect(defect) {}
     ~Wrapper() override {
-        if (mDefect == Defect::Leak) {
+        if (mDefect == Defect::kLeak) {
             mMap.Detach();
         }
     }
 
     AAX_Result RemoveProperty(AAX_EProperty property) override {
         if (!mMap) {
-            return mDefect == Defect::OtherCode ? AAX_ERROR_UNIMPLEMENTED : AAX_ERROR_NULL_OBJECT;
+            return mDefect == Defect::kOtherCode ? AAX_ERROR_UNIMPLEMENTED : AAX_ERROR_NULL_OBJECT;
         }
-        if (mDefect == Defect::NoCall) {
+        if (mDefect == Defect::kNoCall) {
             return kHostResult;
         }
-        if (mDefect == Defect::TwoCalls) {
+        if (mDefect == Defect::kTwoCalls) {
             mMap->RemoveProperty(property);
         }
         const AAX_Result result =
-            mMap->RemoveProperty(mDefect == Defect::OtherArgument ? AAX_eProperty_ProductID : property);
-        return mDefect == Defect::OtherResult ? AAX_SUCCESS : result;
+            mMap->RemoveProperty(mDefect == Defect::kOtherArgument ? AAX_eProperty_ProductID : property);
+        return mDefect == Defect::kOtherResult ? AAX_SUCCESS : result;
     }
 
 private:
@@ -59,12 +59,12 @@ void checkWrapperWith(Defect defect) {
 }
 
 TEST(ForwardingCheckTest, PassesAFaithfulWrapper) {
-    checkWrapperWith(Defect::None);
+    checkWrapperWith(Defect::kNone);
 }
 
 TEST(ForwardingCheckTest, FindsEveryDefect) {
-    for (const Defect defect : {Defect::OtherArgument, Defect::OtherResult, Defect::NoCall, Defect::TwoCalls,
-                                Defect::OtherCode, Defect::Leak}) {
+    for (const Defect defect : {Defect::kOtherArgument, Defect::kOtherResult, Defect::kNoCall,
+                                Defect::kTwoCalls, Defect::kOtherCode, Defect::kLeak}) {
         testing::TestPartResultArray found;
         {
             const testing::ScopedFakeTestPartResultReporter reporter(

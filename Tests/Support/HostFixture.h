@@ -1,4 +1,4 @@
-/// Tests with a module in the reference host, under watch.
+/// Tests with a module in the reference host, which checks its contracts.
 #ifndef VARNO_TESTS_SUPPORT_HOSTFIXTURE_H
 #define VARNO_TESTS_SUPPORT_HOSTFIXTURE_H
 
@@ -16,7 +16,7 @@
 namespace varno {
 
 /// Opens a module at its first use and ends it at tear-down, where the test fails if a contract was broken
-/// and not taken note of (`takeViolations`), or if something that the test expected did not happen.
+/// and not taken by `takeViolations`, or if something that the test expected did not happen.
 /// Everything made from the module must be gone before: instances are local to a test.
 class HostFixture : public ::testing::Test {
 protected:
@@ -42,10 +42,10 @@ protected:
     /// Ends the module now.
     void endModule() { mModule.reset(); }
 
-    /// Where violations go.
+    /// Receives the violations.
     ContractMonitor& monitor() { return *mMonitor; }
 
-    /// Hands over the violations so far as "contract: text".
+    /// Returns and forgets the violations so far, as "contract: text".
     std::vector<std::string> takeViolations() {
         std::vector<std::string> texts;
         for (const Violation& violation : mMonitor->takeViolations()) {

@@ -78,7 +78,7 @@ using varno::test::RealTimeReport;
     extern "C" result counting_##name parameters
 
 // NOLINTBEGIN(bugprone-macro-parentheses): lists of parameters and arguments bring their own.
-// The replacement of a function that only notes the call and passes it on.
+// The replacement of a function: it counts the call and passes it on.
 #define COUNTED(kind, result, name, parameters, arguments)                                                   \
     INTERPOSED(result, name, parameters) {                                                                   \
         static std::atomic<void*> slot{nullptr};                                                             \

@@ -1,4 +1,4 @@
-// Each planted offence is noticed; without one nothing is.
+// Each forbidden call is counted; without one nothing is.
 #include "Tests/Support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>

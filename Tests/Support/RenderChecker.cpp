@@ -45,7 +45,7 @@ private:
 };
 
 bool hasOutputsOfItsOwn(BufferLayout layout) {
-    return layout == BufferLayout::Separate || layout == BufferLayout::SharedInput;
+    return layout == BufferLayout::kSeparate || layout == BufferLayout::kSharedInput;
 }
 
 // The buffers of one rendering.
@@ -90,14 +90,14 @@ public:
 
 private:
     GuardedBuffer& inputOf(std::size_t channel) {
-        return mLayout == BufferLayout::SharedInput ? mIn.front() : mIn[channel];
+        return mLayout == BufferLayout::kSharedInput ? mIn.front() : mIn[channel];
     }
 
     GuardedBuffer& outputOf(std::size_t channel) {
-        if (mLayout == BufferLayout::InPlace) {
+        if (mLayout == BufferLayout::kInPlace) {
             return mIn[channel];
         }
-        return mLayout == BufferLayout::Crossed ? mIn[(channel + 1) % mIn.size()] : mOut[channel];
+        return mLayout == BufferLayout::kCrossed ? mIn[(channel + 1) % mIn.size()] : mOut[channel];
     }
 
     static void complainOfSamples(RenderOutcome& ioOutcome) {

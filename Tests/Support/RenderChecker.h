@@ -18,23 +18,23 @@ using BufferProcessor =
 
 /// How the buffers lie in memory.
 enum class BufferLayout {
-    Separate,    ///< Every buffer on its own.
-    InPlace,     ///< Each output is its channel's input.
-    Crossed,     ///< Each output is the input of the channel after it, the last one's that of the first.
-    SharedInput, ///< All inputs are the first channel's buffer; outputs on their own.
+    kSeparate,    ///< Every buffer on its own.
+    kInPlace,     ///< Each output is its channel's input.
+    kCrossed,     ///< Each output is the input of the channel after it, the last one's that of the first.
+    kSharedInput, ///< All inputs are the first channel's buffer; outputs on their own.
 };
 
-/// How a signal is handed over.
+/// How a signal is divided into buffers.
 struct RenderPlan {
-    BufferLayout layout = BufferLayout::Separate;
+    BufferLayout layout = BufferLayout::kSeparate;
     /// Lengths of the buffers, repeated until all frames are done; none for one buffer of all. Lengths below
-    /// 1 are handed over too and must do nothing.
+    /// 1 are passed too and must have no effect.
     std::vector<std::int32_t> blocks = {};
     /// Samples by which each buffer lies off the allocator's alignment.
     std::size_t offset = 0;
 };
 
-/// What came out, and what was wrong: written outside the buffers, an input changed, a sample left unwritten,
+/// The output, and what was wrong: written outside the buffers, an input changed, a sample left unwritten,
 /// a sample that is not finite. Each kind is named once.
 struct RenderOutcome {
     Signal output;

@@ -1,7 +1,7 @@
 // The checker lets a right processor pass and names each kind of wrong one.
 #include "Tests/Support/RenderChecker.h"
 
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -40,7 +40,8 @@ Signal halved(Signal signal) {
 
 TEST(RenderChecker, ARightProcessorPassesInEveryLayout) {
     const Signal input = noise(2, kFrames, 1, 0.0);
-    for (const BufferLayout layout : {BufferLayout::Separate, BufferLayout::InPlace, BufferLayout::Crossed}) {
+    for (const BufferLayout layout :
+         {BufferLayout::kSeparate, BufferLayout::kInPlace, BufferLayout::kCrossed}) {
         const RenderOutcome outcome =
             renderChecked(halve, input, {.layout = layout, .blocks = {7, 0, -3, 30}, .offset = 1});
         EXPECT_THAT(outcome.complaints, IsEmpty());
@@ -50,7 +51,7 @@ TEST(RenderChecker, ARightProcessorPassesInEveryLayout) {
 
 TEST(RenderChecker, SharedInputHandsTheFirstChannelToAll) {
     const Signal input = noise(2, kFrames, 1, 0.0);
-    const RenderOutcome outcome = renderChecked(halve, input, {.layout = BufferLayout::SharedInput});
+    const RenderOutcome outcome = renderChecked(halve, input, {.layout = BufferLayout::kSharedInput});
     EXPECT_THAT(outcome.complaints, IsEmpty());
     EXPECT_EQ(firstDifference(halved({input[0], input[0]}), outcome.output), "");
 }
@@ -77,7 +78,7 @@ TEST(RenderChecker, NoticesWritingOutsideTheBuffers) {
     };
     const Signal input = noise(2, kFrames, 1, 0.0);
     EXPECT_THAT(renderChecked(beyond, input).complaints, ElementsAre("wrote outside the buffers"));
-    EXPECT_THAT(renderChecked(before, input, {.layout = BufferLayout::InPlace}).complaints,
+    EXPECT_THAT(renderChecked(before, input, {.layout = BufferLayout::kInPlace}).complaints,
                 ElementsAre("wrote outside the buffers"));
 }
 

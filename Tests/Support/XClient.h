@@ -13,7 +13,7 @@ namespace varno::test {
 struct FreeReply {
     void operator()(void* reply) const { std::free(reply); }
 };
-/// What the X library hands over to be freed: replies, events and errors.
+/// What the X library returns to be freed: replies, events and errors.
 template<typename Reply>
 using XReply = std::unique_ptr<Reply, FreeReply>;
 
@@ -48,8 +48,8 @@ public:
     xcb_connection_t* connection() const { return mConnection; }
     const xcb_screen_t& screen() const { return *mScreen; }
 
-    /// Returns once the server has carried out everything asked of it, and has sent to all clients what they
-    /// are to hear of it.
+    /// Returns when the server has carried out every request so far and has sent the events of them to all
+    /// clients.
     void synchronise() const;
 
     /// A mapped window at this area of the screen, without a window manager's frame.
@@ -61,9 +61,9 @@ public:
     /// Paints over a part of any client's window.
     void fill(xcb_window_t window, const Area& area, std::uint32_t colour) const;
 
-    /// The window that has the clipboard's content; none where nobody has any.
+    /// The window that owns the clipboard; none where nobody does.
     xcb_window_t clipboardOwner() const;
-    /// Makes a window the clipboard's owner, or nobody.
+    /// Makes a window the clipboard's owner; XCB_WINDOW_NONE: nobody.
     void setClipboardOwner(xcb_window_t window) const;
 
 private:

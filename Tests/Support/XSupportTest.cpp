@@ -1,14 +1,17 @@
-// The screen, mouse and resources of an X server, as tests drive and see them.
-#include "Tests/Support/Keyboard.h"
+// The X server of tests: its screen, mouse and resources.
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/FakeInput.h"
 #include "Tests/Support/Picture.h"
-#include "Tests/Support/Pointer.h"
-#include "Tests/Support/XErrors.h"
-#include "Tests/Support/XResources.h"
 #include "Tests/Support/XServer.h"
 
 #include <X11/keysym.h>
 #include <algorithm>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <memory>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
 
 using namespace varno::test;
 
@@ -16,6 +19,96 @@ namespace {
 
 constexpr std::uint32_t kRed = 0x00FF0000;
 constexpr std::uint32_t kBlue = 0x000000FF;
+
+struct Disconnect {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+Connection connectTo(const std::string& display) {
+    return Connection(xcb_connect(display.c_str(), nullptr));
+}
+
+// Only its connections show that a server is gone: another may get its display at once.
+bool breaks(const Connection& connection) {
+    return eventually([&connection] {
+        EXPECT_EQ(xcb_poll_for_event(connection.get()), nullptr);
+        return xcb_connection_has_error(connection.get()) != 0;
+    });
+}
+
+bool answers(const std::string& display) {
+    return xcb_connection_has_error(connectTo(display).get()) == 0;
+}
+
+TEST(XServer, ShowsOneScreenOfTheSizeAskedFor) {
+    const XServer server(XServer::Screen{640, 480});
+
+    const Connection connection = connectTo(server.display());
+    ASSERT_EQ(xcb_connection_has_error(connection.get()), 0);
+    const xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
+
+    ASSERT_EQ(screens.rem, 1);
+    EXPECT_EQ(screens.data->width_in_pixels, 640);
+    EXPECT_EQ(screens.data->height_in_pixels, 480);
+    EXPECT_EQ(screens.data->root_depth, 24);
+}
+
+TEST(XServer, TwoAtOnceHaveDisplaysOfTheirOwn) {
+    const XServer one;
+    const XServer other;
+
+    EXPECT_NE(one.display(), other.display());
+    EXPECT_TRUE(answers(one.display()));
+    EXPECT_TRUE(answers(other.display()));
+}
+
+TEST(XServer, IsGoneAfterTheObject) {
+    Connection connection;
+    {
+        const XServer server;
+        connection = connectTo(server.display());
+        ASSERT_EQ(xcb_connection_has_error(connection.get()), 0);
+    }
+
+    EXPECT_TRUE(breaks(connection));
+}
+
+TEST(XServer, StopLosesEveryConnection) {
+    XServer server;
+    const Connection connection = connectTo(server.display());
+    ASSERT_EQ(xcb_connection_has_error(connection.get()), 0);
+
+    server.stop();
+
+    EXPECT_TRUE(breaks(connection));
+}
+
+TEST(XServer, EndsWithTheProcessThatStartedIt) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const pid_t process = fork();
+    if (process == 0) {
+        const XServer server;
+        const std::string& display = server.display();
+        const ssize_t written = write(ends[1], display.c_str(), display.size() + 1);
+        _exit(written > 0 && pause() == -1 ? 0 : 1);
+    }
+    std::string display;
+    char character = 0;
+    while (read(ends[0], &character, 1) == 1 && character != '\0') {
+        display += character;
+    }
+    const Connection connection = connectTo(display);
+    ASSERT_EQ(xcb_connection_has_error(connection.get()), 0);
+
+    kill(process, SIGKILL);
+    waitpid(process, nullptr, 0);
+    close(ends[0]);
+    close(ends[1]);
+
+    EXPECT_TRUE(breaks(connection));
+}
 
 class XSupport : public ::testing::Test {
 protected:
@@ -34,8 +127,8 @@ protected:
         return window;
     }
 
-    // The next event of the other client, which must have come already. News of the keyboard's layout goes
-    // to every client and is left out.
+    // The next event of the other client, which must have come already. Events about the keyboard's
+    // layout go to every client and are left out.
     XReply<xcb_generic_event_t> nextEvent() const {
         XReply<xcb_generic_event_t> event;
         do {
@@ -67,7 +160,7 @@ TEST_F(XSupport, aPictureShowsTheWindowsInside) {
     EXPECT_THROW(picture.at({100, 0}), std::out_of_range);
 }
 
-TEST_F(XSupport, picturesTellWhereTheyDiffer) {
+TEST_F(XSupport, picturesReportWhereTheyDiffer) {
     const Picture before = Picture::ofWindow(mClient, mOuter, {0, 0, 100, 80});
     EXPECT_EQ(differingArea(before, before), std::nullopt);
     mOther.fill(mInner, {50, 3, 7, 1}, 0x00FE0302);
@@ -83,9 +176,9 @@ TEST_F(XSupport, picturesTellWhereTheyDiffer) {
 TEST_F(XSupport, thePointerReachesOtherClientsAtOnce) {
     Pointer pointer(mClient);
     pointer.move({45, 32});
-    pointer.hold({Modifier::Alt, Modifier::Shift});
+    pointer.hold({Modifier::kAlt, Modifier::kShift});
     pointer.press();
-    pointer.letGo();
+    pointer.releaseAll();
     mOther.synchronise();
 
     const auto motion = nextEvent();

@@ -1,8 +1,7 @@
 #include "Window/EditorWindow.h"
 
 #include "Tests/Support/Eventually.h"
-#include "Tests/Support/Keyboard.h"
-#include "Tests/Support/Pointer.h"
+#include "Tests/Support/FakeInput.h"
 #include "Tests/Support/XServer.h"
 #include "Tests/Window/WindowErrorText.h"
 

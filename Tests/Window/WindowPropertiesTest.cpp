@@ -1,6 +1,6 @@
 #include "Window/WindowProperties.h"
 
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "AutomationFile.h"
 
-#include "Tests/Apps/varno/Support/CommaLocale.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/CommaLocale.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,11 +1,11 @@
 // The bundle as hosts find it on disk, and its linter held against bundles with one fault each.
 #include "Tests/Formats/LV2/BundleLint.h"
 
-#include <cstdlib>
+#include "Tests/Support/TemporaryFolder.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
-#include <iterator>
 
 using testing::Contains;
 using testing::HasSubstr;
@@ -21,32 +21,24 @@ namespace fs = std::filesystem;
 class Bundle : public testing::Test {
 protected:
     Bundle() {
-        std::string pattern = (fs::temp_directory_path() / "varno-lv2-XXXXXX").string();
-        mFolder = mkdtemp(pattern.data());
         for (const auto& entry : fs::directory_iterator(VARNO_LV2_BUNDLE)) {
             if (entry.is_regular_file()) {
-                fs::copy(entry.path(), mFolder);
+                fs::copy(entry.path(), mFolder.path());
             }
         }
-    }
-    ~Bundle() override { fs::remove_all(mFolder); }
-
-    static std::string textOf(const fs::path& file) {
-        std::ifstream stream(file);
-        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
 
     // Replaces the first `part` of the description, which must be there.
     void spoil(const std::string& part, const std::string& by) {
-        std::string text = textOf(mFolder / "varno-s.ttl");
+        std::string text = readFile(mFolder / "varno-s.ttl");
         const std::size_t at = text.find(part);
         ASSERT_NE(at, std::string::npos) << part;
         std::ofstream(mFolder / "varno-s.ttl") << text.replace(at, part.size(), by);
     }
 
-    std::vector<std::string> faults() const { return faultsOfBundle(mFolder); }
+    std::vector<std::string> faults() const { return faultsOfBundle(mFolder.path()); }
 
-    fs::path mFolder;
+    TemporaryFolder mFolder;
 };
 
 TEST_F(Bundle, hasNoFault) {
@@ -74,7 +66,7 @@ struct Spoiling {
 };
 
 TEST_F(Bundle, withAFaultIsSeen) {
-    const std::string original = textOf(mFolder / "varno-s.ttl");
+    const std::string original = readFile(mFolder / "varno-s.ttl");
     for (const Spoiling& spoiling : {
              Spoiling{"doap:license <http://opensource.org/licenses/mit> ;\n\tdoap:shortdesc",
                       "doap:shortdesc", "no licence"},

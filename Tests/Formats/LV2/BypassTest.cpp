@@ -1,6 +1,6 @@
 // The host's bypass, through the port that stands for it.
 #include "Tests/Formats/LV2/HostedPlugin.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <algorithm>
 #include <bit>
@@ -36,7 +36,7 @@ Signal sine(std::size_t frames, double frequencyHz, float amplitude) {
 TEST(Bypass, passesTheDelayedInputBitForBit) {
     for (const std::size_t channels : {std::size_t{1}, std::size_t{2}}) {
         for (const BufferLayout layout :
-             {BufferLayout::Separate, BufferLayout::InPlace, BufferLayout::Crossed}) {
+             {BufferLayout::kSeparate, BufferLayout::kInPlace, BufferLayout::kCrossed}) {
             HostedPlugin plugin(channels);
             plugin.set({{"gain", 1.0F}, {"hot", 1.0F}, {"enabled", 0.0F}});
             const Signal input = noise(channels, 5000, 1, 12.0);

@@ -1,7 +1,7 @@
 // What hosts call before and after they run a plug-in, and what they really pass.
 #include "LV2/Ports.h"
 #include "Tests/Formats/LV2/HostedPlugin.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <cstdarg>
 #include <cstdio>

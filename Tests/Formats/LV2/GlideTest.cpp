@@ -1,7 +1,7 @@
 // What is heard of a control port that jumps.
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <algorithm>
 #include <array>

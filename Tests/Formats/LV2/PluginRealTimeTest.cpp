@@ -2,7 +2,7 @@
 // data, which nobody else holds; and with everything at rest not even these.
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Support/RealTimeGuard.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 #include <random>

@@ -1,7 +1,7 @@
 // Hosts make, run and end plug-ins on several threads at once.
 #include "Tests/Formats/LV2/HostedPlugin.h"
-#include "Tests/Support/SignalSources.h"
-#include "Tests/Support/TestScale.h"
+#include "Tests/Support/Signal.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
 #include <memory>

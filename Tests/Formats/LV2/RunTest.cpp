@@ -1,7 +1,7 @@
 // The sound of a plug-in in the ways in which hosts hand it over.
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Integration/HostedEffect.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,14 +46,14 @@ TEST_F(Run, givesTheBitsOfTheModuleForEverySlicing) {
 TEST_F(Run, givesTheBitsOfTheModuleForEveryLayout) {
     const Signal input = drums(2, 20000, 48000.0, 3);
     const Signal expected = renderAlone(input);
-    for (const BufferLayout layout : {BufferLayout::InPlace, BufferLayout::Crossed}) {
+    for (const BufferLayout layout : {BufferLayout::kInPlace, BufferLayout::kCrossed}) {
         for (const std::vector<std::int32_t>& blocks : {std::vector<std::int32_t>{}, {700}, {1}}) {
             const RenderPlan plan{.layout = layout, .blocks = blocks, .offset = 1};
             EXPECT_EQ(firstDifference(expected, renderHosted(input, plan)), "");
         }
     }
     const Signal same = {input[0], input[0]};
-    EXPECT_EQ(firstDifference(renderAlone(same), renderHosted(same, {.layout = BufferLayout::SharedInput})),
+    EXPECT_EQ(firstDifference(renderAlone(same), renderHosted(same, {.layout = BufferLayout::kSharedInput})),
               "");
 }
 

@@ -1,18 +1,15 @@
-// The automatic matching of the volume, over real time.
+// The automatic matching of the volume, in real time.
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include <cmath>
 #include <numeric>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
-constexpr double kRounding = 1e-6;
 constexpr int kMeasurements = 5;
 
-// Where a measurement of these levels aims the volume.
+// The volume that a measurement of these levels aims at.
 double targetOf(double input, double output) {
     const double ratio = std::clamp(input / std::max(output, 0.01), 0.1, 10.0);
     return (20.0 * std::log10(ratio) + 20.0) * 0.025;
@@ -31,7 +28,7 @@ protected:
         setMeter(*instance, eMeterTap_Output, output);
     }
     double volume() const { return instance->normalized("Volume"); }
-    // Turns the loop until the volume has been somewhere else for the first time.
+    // Runs the loop until the volume has changed once.
     bool awaitGlide() {
         const double before = volume();
         return loop.await([&] { return volume() != before; });
@@ -39,7 +36,7 @@ protected:
     bool awaitVolume(double target) {
         return loop.await([&] { return std::abs(volume() - target) < kRounding; });
     }
-    // Lets the given time go by with the loop turning.
+    // Runs the loop for the given time.
     void pass(std::chrono::milliseconds time) {
         const auto end = std::chrono::steady_clock::now() + time;
         loop.await([&] { return std::chrono::steady_clock::now() >= end; });
@@ -49,7 +46,7 @@ protected:
 TEST_F(AutoGain, aimsAtTheMeanOfFiveMeasurementsAndThenRests) {
     click(*window, "UK");
     std::vector<double> targets;
-    // Levels that send the volume up and down in turn.
+    // Levels that raise and lower the volume in turn.
     const float outputs[kMeasurements] = {0.5F, 2.0F, 0.25F, 4.0F, 0.3F};
     for (const float output : outputs) {
         // A measurement takes the highest levels since the last one: they change right after it.
@@ -165,3 +162,4 @@ TEST_F(AutoGain, takesNoMoreVolumeThanThereIs) {
 }
 
 } // namespace
+} // namespace varno::test

@@ -1,4 +1,4 @@
-/// The bitmaps in the module's bundle, put together as the editor should show them.
+/// The picture that the editor should show: the bitmaps in the module's bundle and the line of text.
 #ifndef VARNO_TESTS_INTEGRATION_EDITOR_BUNDLEART_H
 #define VARNO_TESTS_INTEGRATION_EDITOR_BUNDLEART_H
 
@@ -7,12 +7,13 @@
 
 #include <filesystem>
 #include <map>
+#include <string>
 
 namespace varno::test {
 
 class BundleArt {
 public:
-    /// Throws std::runtime_error where a bitmap is missing or of another size than the layout says.
+    /// Throws std::runtime_error where a bitmap is missing or has another size than in the layout.
     explicit BundleArt(const std::filesystem::path& resources);
 
     /// A part of the editor without any control.
@@ -30,6 +31,9 @@ private:
 
     std::map<DemoGain_ViewLayout::Art, std::vector<Pixel>> mBitmaps;
 };
+
+/// The status label with this text, drawn by the test and not by the module.
+Picture labelPicture(const std::string& text);
 
 } // namespace varno::test
 

@@ -1,44 +1,81 @@
-// Settings by way of the clipboard, to and from other programs.
+// Settings copied to and pasted from other programs.
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include "DemoGain_PresetText.h"
-#include "Tests/Integration/Editor/LocaleScope.h"
-#include "Tests/Support/Keyboard.h"
-#include "Tests/Support/Xclip.h"
+#include "Tests/Support/FakeInput.h"
+#include "Tests/Support/Subprocess.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <X11/keysym.h>
 
-using namespace varno;
-using namespace varno::test;
+#include <clocale>
+#include <cstdlib>
+#include <stdexcept>
 
+namespace varno::test {
 namespace {
 
 constexpr char kCopied[] = "Preset to Clipboard";
 constexpr char kPasted[] = "Preset From Clipboard";
 constexpr char kFailed[] = "Failed From Clipboard";
 
-// What a float loses of a value, and what ten digits do.
+// What a value loses as a float and as ten digits.
 constexpr double kPrecision = 1e-7;
 
-// The longest text that the editor takes.
+// The longest text that the editor accepts, in bytes.
 constexpr std::size_t kLargest = 1U << 20U;
+
+// The C locale of another country for as long as this lives. Compiled into a temporary folder, so that the
+// system need not have it.
+class LocaleScope {
+public:
+    // Throws std::runtime_error where the system has no source for the locale, such as "de_DE".
+    explicit LocaleScope(const std::string& source)
+        : mName(source + ".UTF-8"),
+          mBefore(std::setlocale(LC_ALL, nullptr)) {
+        run({"localedef", "--no-archive", "-i", source, "-f", "UTF-8", mFolder / mName});
+        setenv("LOCPATH", mFolder.path().c_str(), 1);
+        if (std::setlocale(LC_ALL, mName.c_str()) == nullptr) {
+            unsetenv("LOCPATH");
+            throw std::runtime_error("the system cannot make the locale " + mName);
+        }
+    }
+    LocaleScope(const LocaleScope&) = delete;
+    LocaleScope& operator=(const LocaleScope&) = delete;
+    ~LocaleScope() {
+        std::setlocale(LC_ALL, mBefore.c_str());
+        unsetenv("LOCPATH");
+    }
+
+    const std::string& name() const { return mName; }
+    static std::string decimalPoint() { return std::localeconv()->decimal_point; }
+
+private:
+    TemporaryFolder mFolder;
+    std::string mName;
+    std::string mBefore;
+};
 
 class EditorClipboard : public OneEditorTest {
 protected:
     EditorClipboard() { client.setClipboardOwner(XCB_WINDOW_NONE); }
 
-    // Gives another program's text to the clipboard.
-    std::unique_ptr<XclipSource> offer(const std::string& text, const std::string& target = "UTF8_STRING") {
+    // Has another program own the clipboard with a text.
+    std::unique_ptr<Subprocess> offer(const std::string& text, const std::string& target = "UTF8_STRING") {
         client.setClipboardOwner(XCB_WINDOW_NONE);
-        auto source = std::make_unique<XclipSource>(text, target);
+        // Quiet: it stays in the foreground, so that it ends with the object.
+        auto source = std::make_unique<Subprocess>(
+            std::vector<std::string>{"xclip", "-in", "-quiet", "-selection", "clipboard", "-target", target},
+            Surroundings{.input = text});
         EXPECT_TRUE(loop.await([&] { return client.clipboardOwner() != XCB_WINDOW_NONE; }));
         return source;
     }
-    // The text that another program gets, while this one turns its loop.
+    // The text that another program receives, while this one runs its loop.
     std::string textForOthers() {
-        XclipReader reader;
-        EXPECT_TRUE(loop.await([&] { return reader.isDone(); })) << "the clipboard's owner does not answer";
-        return reader.text();
+        Subprocess reader({"xclip", "-out", "-selection", "clipboard"});
+        EXPECT_TRUE(loop.await([&] { return reader.status().has_value(); }))
+            << "the clipboard's owner does not answer";
+        return reader.out();
     }
     void copy() { click(*window, "PR1K"); }
     void paste() { click(*window, "PR2K"); }
@@ -240,3 +277,4 @@ TEST_F(EditorClipboard, writesPointsWhereThePeopleWriteCommas) {
 }
 
 } // namespace
+} // namespace varno::test

@@ -1,4 +1,4 @@
-// What a hand does to each control: the parameter, the picture and the line of text.
+// Each control under the mouse: its parameter, its picture and the line of text.
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@ using DemoGain_ViewLayout::Kind;
 
 namespace {
 
-// What a control's line of text says of a value.
+// The line of text that a control shows for a value.
 struct Wording {
     const char* label;
     double factor = 0.0; // 0 for a text without a number.
@@ -46,7 +46,7 @@ std::string wordingOf(const std::string& id, float value) {
     return text;
 }
 
-// What a control's picture is for a value.
+// The number of a control's picture for a value.
 int pictureOf(const std::string& id, double value) {
     switch (controlOf(id).mKind) {
     case Kind::Knob:
@@ -57,9 +57,6 @@ int pictureOf(const std::string& id, double value) {
         return value > 0.5 ? 1 : 0;
     }
 }
-
-// What float arithmetic may lose.
-constexpr double kRounding = 1e-6;
 
 class Controls : public OneEditorTest {
 protected:
@@ -155,7 +152,7 @@ TEST_P(KnobTest, isTouchedFromPressToRelease) {
 
 TEST_P(KnobTest, heedsOnlyTheLeftButton) {
     const std::string& id = GetParam();
-    for (const Button button : {Button::Middle, Button::Right}) {
+    for (const Button button : {Button::kMiddle, Button::kRight}) {
         const ParameterValues before = valuesOf(*instance);
         point(*window, id, pullOf(0.0));
         press(button);
@@ -170,13 +167,13 @@ TEST_P(KnobTest, turnsByTheWheelWithinATouch) {
     const std::string& id = GetParam();
     instance->setNormalized(id, 0.5);
     point(*window, id, {20, 20});
-    press(Button::WheelUp);
-    release(Button::WheelUp);
+    press(Button::kWheelUp);
+    release(Button::kWheelUp);
     const double up = instance->normalized(id);
     EXPECT_GT(up, 0.5);
     EXPECT_TRUE(says(*window, wordingOf(id, static_cast<float>(up))));
-    press(Button::WheelDown);
-    release(Button::WheelDown);
+    press(Button::kWheelDown);
+    release(Button::kWheelDown);
     EXPECT_NEAR(instance->normalized(id), 0.5, kRounding);
     EXPECT_TRUE(loop.await([&] { return touches(*instance, id) == 0; })) << "never let go";
 }
@@ -235,8 +232,8 @@ TEST_F(Controls, theRatioSwitchFollowsADrag) {
 }
 
 TEST_F(Controls, aGestureInOneBurstEndsWhereItPassedThrough) {
-    // The host does not turn its loop meanwhile, as one that is busy elsewhere. The drawing library asks the
-    // server for hints only: of the steps it hears the first, and the rest once it has asked for more.
+    // The host does not run its loop meanwhile, as one that is busy. The drawing library asks the server for
+    // motion hints only: it receives the first step, and the last position once it has asked for it.
     const Area area = areaOf("Mix");
     const std::vector<double> way = {0.1, 0.2, 0.3, 0.4};
     pointer.move(window->onScreen(Place{area.x, area.y} + pullOf(0.0)));

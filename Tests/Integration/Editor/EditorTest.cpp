@@ -1,7 +1,7 @@
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include "Host/InstanceHost.h"
-#include "Tests/Integration/Editor/LabelPicture.h"
+#include "Tests/Integration/Editor/BundleArt.h"
 #include "Tests/Support/XServer.h"
 
 #include <cstdlib>
@@ -14,7 +14,7 @@ namespace layout = DemoGain_ViewLayout;
 namespace {
 
 // What two ways of blending the same colours may differ by, of 255.
-constexpr int kRounding = 2;
+constexpr int kBlendRounding = 2;
 
 // BadCursor for ChangeWindowAttributes.
 constexpr const char* kNoSuchCursor = "X error 6 for request 2.0 ";
@@ -37,7 +37,7 @@ EditorTest::EditorTest()
 }
 
 void EditorTest::TearDown() {
-    pointer.letGo();
+    pointer.releaseAll();
     for (const std::string& error : takeErrors()) {
         ADD_FAILURE() << error;
     }
@@ -52,10 +52,10 @@ const std::string& EditorTest::display() {
 std::vector<std::string> EditorTest::takeErrors() {
     std::vector<std::string> errors = mErrors->finish();
     mErrors.emplace(display());
-    // The drawing library (4.13) remembers the number of its pointer's shape over the end of its connection;
-    // the shape then stays the host's.
+    // The drawing library (4.13) keeps the number of its pointer's shape after the end of its connection; the
+    // pointer then keeps the host's shape.
     std::erase_if(errors, [](const std::string& error) { return error.starts_with(kNoSuchCursor); });
-    // Counting resources asks after clients that may have left meanwhile.
+    // Counting resources asks for clients that may have disconnected meanwhile.
     const std::uint8_t counting = xcb_get_extension_data(client.connection(), &xcb_res_id)->major_opcode;
     std::erase_if(errors, [counting](const std::string& error) {
         return error.find("for request " + std::to_string(counting) + ".") != std::string::npos;
@@ -79,7 +79,7 @@ std::unique_ptr<EditorWindow> EditorTest::show(Instance& instance, Place onScree
     constexpr Area kCorner{0, 0, 20, 20};
     const Picture expected = art().background(kCorner);
     EXPECT_TRUE(loop.await([&] {
-        return largestDifference(expected, window->picture(kCorner)) <= kRounding;
+        return largestDifference(expected, window->picture(kCorner)) <= kBlendRounding;
     })) << "the editor does not appear: "
         << described(expected, window->picture(kCorner));
     for (const std::string& meter : controlsOf(layout::Kind::Meter)) {
@@ -89,7 +89,7 @@ std::unique_ptr<EditorWindow> EditorTest::show(Instance& instance, Place onScree
 }
 
 void EditorTest::settle() {
-    // What the editor asks the server in the first turn, as for more of the mouse, it hears in the second.
+    // What the editor asks the server in the first turn, such as further motion, is answered in the second.
     loop.turn();
     loop.turn();
 }
@@ -154,7 +154,7 @@ float EditorTest::turnKnob(const EditorWindow& window, Instance& instance, const
 
 ::testing::AssertionResult EditorTest::shows(const EditorWindow& window, const std::string& id, int picture) {
     const Picture expected = art().control(controlOf(id), picture);
-    if (loop.await([&] { return largestDifference(expected, window.picture(id)) <= kRounding; })) {
+    if (loop.await([&] { return largestDifference(expected, window.picture(id)) <= kBlendRounding; })) {
         return ::testing::AssertionSuccess();
     }
     return ::testing::AssertionFailure() << id << " does not show its picture " << picture << ": "
@@ -163,7 +163,8 @@ float EditorTest::turnKnob(const EditorWindow& window, Instance& instance, const
 
 ::testing::AssertionResult EditorTest::says(const EditorWindow& window, const std::string& text) {
     const Picture expected = labelPicture(text);
-    if (loop.await([&] { return largestDifference(expected, window.picture(statusArea())) <= kRounding; })) {
+    if (loop.await(
+            [&] { return largestDifference(expected, window.picture(statusArea())) <= kBlendRounding; })) {
         return ::testing::AssertionSuccess();
     }
     return ::testing::AssertionFailure() << "the line does not say \"" << text
@@ -171,7 +172,7 @@ float EditorTest::turnKnob(const EditorWindow& window, Instance& instance, const
 }
 
 void EditorTest::awaitDrawing(EditorWindow& window, Instance& instance) {
-    // A meter is drawn with everything else that waits to be drawn.
+    // A meter is drawn together with everything else that is to be drawn.
     constexpr const char* kMeter = "METERGR2";
     const float before = meter(instance, eMeterTap_GainReductionRight);
     const Picture picture = window.picture(kMeter);

@@ -1,15 +1,13 @@
-// Hands and hosts at the editor while audio runs.
+// The editor, used by a person and a host while audio runs.
 #include "Tests/Integration/Editor/EditorTest.h"
 
-#include "Tests/Support/SignalSources.h"
-#include "Tests/Support/TestScale.h"
+#include "Tests/Support/Signal.h"
+#include "Tests/Support/TestRun.h"
 
 #include <atomic>
 #include <thread>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 class EditorThreads : public OneEditorTest {
@@ -93,7 +91,7 @@ TEST_F(EditorThreads, everythingAtOnce) {
         const std::int64_t position = instance->position();
         EXPECT_TRUE(loop.await([&] { return instance->position() > position; })) << "audio stands still";
     }
-    pointer.letGo();
+    pointer.releaseAll();
     loop.turn();
     loop.turn();
     const double before = instance->normalized("HP");
@@ -102,3 +100,4 @@ TEST_F(EditorThreads, everythingAtOnce) {
 }
 
 } // namespace
+} // namespace varno::test

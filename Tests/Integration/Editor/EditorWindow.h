@@ -23,15 +23,15 @@ Area areaOf(const std::string& id);
 Area viewArea();
 Area statusArea();
 
-/// What a test lets an editor have.
+/// What an editor is opened with.
 struct EditorSurroundings {
     const XClient& client;
     HostLoop& loop;
     bool withDesktop = true; ///< Whether the editor may use the host's event loop.
 };
 
-/// Open from its making until it is closed; each turn of the loop then calls the editor's timer and the
-/// instance's idle. The instance may go before it.
+/// Open from its construction until it is closed; each turn of the loop calls the editor's timer and the
+/// instance's idle. The instance may end before it.
 class EditorWindow {
 public:
     /// Throws HostError where the instance has no editor to open.

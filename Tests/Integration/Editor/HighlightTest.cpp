@@ -3,9 +3,7 @@
 
 #include <map>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 const std::map<AAX_EHighlightColor, std::uint32_t> kColours = {
@@ -17,7 +15,7 @@ const std::map<AAX_EHighlightColor, std::uint32_t> kColours = {
 
 class Highlight : public OneEditorTest {
 protected:
-    // Pixels of a knob that have a colour but for a trace of what is behind it.
+    // Counts the pixels of a knob that have a colour, up to a small share of what is behind it.
     int countPixels(const std::string& id, std::uint32_t colour) const {
         constexpr int kTrace = 24;
         const Picture picture = window->picture(id);
@@ -88,10 +86,11 @@ TEST_F(Highlight, isNotCarriedToTheNextView) {
     EXPECT_TRUE(rings("Volume", kColours.at(AAX_eHighlightColor_Red)));
     ViewContainer& container = window->container();
     window->editor().setContainer(nullptr);
-    window->editor().highlight("Volume", true, AAX_eHighlightColor_Red); // nobody is there to show it
+    window->editor().highlight("Volume", true, AAX_eHighlightColor_Red); // no editor is open to show it
     window->editor().setContainer(&container);
     EXPECT_TRUE(shows(*window, "Gain", plain));
     EXPECT_TRUE(shows(*window, "Volume", plain));
 }
 
 } // namespace
+} // namespace varno::test

@@ -1,18 +1,14 @@
-// Gestures that the host takes for itself, and automation while a hand is on a control.
+// Gestures that the host handles itself, and automation during a gesture.
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
-
-constexpr double kRounding = 1e-6;
 
 class HostGestures : public OneEditorTest {
 protected:
-    // The host takes gestures of this kind from now on.
+    // The host handles gestures of this kind from now on.
     void takeGestures(MouseOffer::Kind kind) {
         window->container().setMouseHandler([kind](const MouseOffer& offer) {
             return offer.kind == kind ? AAX_SUCCESS : AAX_ERROR_UNIMPLEMENTED;
@@ -36,7 +32,7 @@ TEST_F(HostGestures, aPressThatTheHostTakesReachesNoControl) {
         click(*window, id);
         EXPECT_EQ(window->container().offers().back().parameters, std::vector<std::string>{id});
     }
-    click(*window, "Hot", {Modifier::Alt});
+    click(*window, "Hot", {Modifier::kAlt});
     EXPECT_EQ(valuesOf(*instance), before);
     EXPECT_EQ(allTouches(*instance), 0);
     awaitDrawing(*window, *instance);
@@ -150,3 +146,4 @@ TEST_F(HostGestures, unknownParametersAreNoMatter) {
 }
 
 } // namespace
+} // namespace varno::test

@@ -13,14 +13,14 @@
 
 namespace varno::test {
 
-/// Turns only when it is told to, as often as a test needs it.
+/// Runs only when a test calls it.
 class HostLoop : public Desktop {
 public:
     /// The client whose requests are carried out before each turn.
     explicit HostLoop(const XClient& client)
         : mClient(client) {}
 
-    /// What a host does in each turn for one of its editors, until it is taken out again.
+    /// What a host does in each turn for one of its editors, until it is removed.
     void add(const void* owner, std::function<void()> turn) { mTurns[owner] = std::move(turn); }
     void remove(const void* owner) { mTurns.erase(owner); }
 

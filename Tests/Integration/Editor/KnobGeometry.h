@@ -1,4 +1,4 @@
-/// How a hand turns a knob: in a line, up or to the right for more, down or to the left for less.
+/// How the mouse turns a knob: in a line, up or to the right for more, down or to the left for less.
 #ifndef VARNO_TESTS_INTEGRATION_EDITOR_KNOBGEOMETRY_H
 #define VARNO_TESTS_INTEGRATION_EDITOR_KNOBGEOMETRY_H
 
@@ -13,8 +13,8 @@ namespace varno::test {
 inline constexpr double kKnobRange = 200.0;
 inline constexpr double kFineDrag = 6.0;
 
-/// Where a pointer is, from a knob's corner, that was pressed in its middle and has turned it by so much
-/// since: to the right of it or below, where the screen goes on.
+/// The pointer's place, from a knob's corner, after it was pressed in the knob's middle and has turned the
+/// knob by that much: to the right of it or below, where the screen has room.
 inline Place pullOf(double change) {
     const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Knob);
     const int pixels = static_cast<int>(std::lround(change * kKnobRange));
@@ -25,7 +25,7 @@ inline Place pullOf(double change) {
 /// Which of the knob's pictures shows a value.
 inline int knobPicture(double value) {
     const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Knob);
-    // The control holds a float, which may be less than the decimal that was written.
+    // The control has a float, which may be less than the decimal number.
     return static_cast<int>(double{static_cast<float>(value)} * (knob.mPictures - 1));
 }
 

@@ -1,18 +1,16 @@
-// Editors that come and go while everything else does, too.
+// Editors that are opened and closed in any order with instances, modules and windows.
 #include "Tests/Integration/Editor/EditorTest.h"
 
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <cstdlib>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
 class EditorLife : public EditorTest {
 protected:
-    // Whether an open editor answers a hand.
+    // Whether an open editor responds to the mouse.
     void expectAlive(EditorWindow& window, Instance& instance) {
         const double before = instance.normalized("HP");
         click(window, "HP");
@@ -87,7 +85,7 @@ TEST_F(EditorLife, needsAWindowThatIsThere) {
     editor->highlight("Gain", true, AAX_eHighlightColor_Red);
     loop.turn();
     editor->close();
-    takeErrors(); // the server was asked about the window
+    takeErrors(); // the server was asked for the destroyed window
     const auto window = show(*instance);
     expectAlive(*window, *instance);
 }
@@ -220,3 +218,4 @@ TEST_F(EditorLife, onOneInstanceFollowEachOther) {
 }
 
 } // namespace
+} // namespace varno::test

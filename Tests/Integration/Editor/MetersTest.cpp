@@ -1,7 +1,7 @@
 // The gain-reduction meters.
 #include "Tests/Integration/Editor/EditorTest.h"
 
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <cmath>
 
@@ -12,7 +12,7 @@ namespace layout = DemoGain_ViewLayout;
 
 namespace {
 
-// The lamps that a meter lights for a tap's value, by the law of the display.
+// The lamps that a meter lights for a tap's value, by the display's scale.
 int lampsFor(float x) {
     const float y = (2.1271815F * x - 2.0384471F * x * x * x) + 0.916367F * x * x * x * x * x;
     const float dark = std::clamp(1.0F - y, 0.0F, 1.0F);

@@ -1,4 +1,4 @@
-// The keys that go with a click or a drag.
+// The keys that are held during a click or a drag.
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include "DemoGain_ParameterTable.h"
@@ -9,7 +9,6 @@ using DemoGain_ViewLayout::Kind;
 
 namespace {
 
-constexpr double kRounding = 1e-6;
 constexpr double kFineRange = kKnobRange * kFineDrag;
 
 class Modifiers : public OneEditorTest {
@@ -47,12 +46,12 @@ INSTANTIATE_TEST_SUITE_P(Every, DefaultTest, ::testing::ValuesIn(resettable()), 
 TEST_P(DefaultTest, altClickSetsIt) {
     const std::string& id = GetParam();
     instance->setNormalized(id, 1.0);
-    click(*window, id, {Modifier::Alt});
+    click(*window, id, {Modifier::kAlt});
     EXPECT_NEAR(instance->normalized(id), defaultOf(id), kRounding);
     EXPECT_EQ(touches(*instance, id), 0);
     const std::int64_t before = allTouches(*instance);
     EXPECT_GT(before, 0);
-    click(*window, id, {Modifier::Alt});
+    click(*window, id, {Modifier::kAlt});
     EXPECT_NEAR(instance->normalized(id), defaultOf(id), kRounding);
     EXPECT_EQ(allTouches(*instance), before + 1) << "a touch even where nothing moves";
 }
@@ -60,10 +59,10 @@ TEST_P(DefaultTest, altClickSetsIt) {
 TEST_P(DefaultTest, altWithAnotherKeyDoesNotSetIt) {
     const std::string& id = GetParam();
     const bool isSwitch = controlOf(id).mKind == Kind::OnOffButton;
-    for (const Modifier other : {Modifier::Shift, Modifier::Control}) {
+    for (const Modifier other : {Modifier::kShift, Modifier::kControl}) {
         instance->setNormalized(id, 1.0);
         point(*window, id, {areaOf(id).width - 5, areaOf(id).height / 2});
-        hold({Modifier::Alt, other});
+        hold({Modifier::kAlt, other});
         press();
         release();
         hold({});
@@ -73,7 +72,7 @@ TEST_P(DefaultTest, altWithAnotherKeyDoesNotSetIt) {
 
 TEST_F(Modifiers, controlDragsInFineSteps) {
     instance->setNormalized("Atk", 0.2);
-    hold({Modifier::Control});
+    hold({Modifier::kControl});
     pressMiddle("Atk");
     pull("Atk", 4); // the key counts from the first move on
     const double before = instance->normalized("Atk");
@@ -84,7 +83,7 @@ TEST_F(Modifiers, controlDragsInFineSteps) {
 
 TEST_F(Modifiers, shiftDragsInFineSteps) {
     instance->setNormalized("Atk", 0.2);
-    hold({Modifier::Shift});
+    hold({Modifier::kShift});
     pressMiddle("Atk");
     pull("Atk", 60);
     EXPECT_NEAR(instance->normalized("Atk"), 0.2 + 60 / kFineRange, kRounding);
@@ -93,7 +92,7 @@ TEST_F(Modifiers, shiftDragsInFineSteps) {
 
 TEST_F(Modifiers, aDragGoesOnWhereTheKeysChange) {
     instance->setNormalized("Atk", 0.2);
-    hold({Modifier::Control});
+    hold({Modifier::kControl});
     pressMiddle("Atk");
     pull("Atk", 60);
     const double before = instance->normalized("Atk");
@@ -105,7 +104,7 @@ TEST_F(Modifiers, aDragGoesOnWhereTheKeysChange) {
 }
 
 TEST_F(Modifiers, theHostsOwnKeysCount) {
-    // The keyboard's focus is the host's: a key that only it has heard of.
+    // The host has the keyboard's focus: only it knows of the key.
     instance->setNormalized("Hot", 1.0);
     window->container().setModifiers(AAX_eModifiers_Option);
     click(*window, "Hot");
@@ -114,7 +113,7 @@ TEST_F(Modifiers, theHostsOwnKeysCount) {
 }
 
 TEST_F(Modifiers, theHostHearsOfTheKeys) {
-    click(*window, "HP", {Modifier::Shift, Modifier::Alt});
+    click(*window, "HP", {Modifier::kShift, Modifier::kAlt});
     ASSERT_FALSE(window->container().offers().empty());
     for (const MouseOffer& offer : window->container().offers()) {
         if (offer.kind != MouseOffer::Kind::kDrag) {

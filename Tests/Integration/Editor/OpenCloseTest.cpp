@@ -1,24 +1,21 @@
-// What is left over of an editor that was closed, again and again.
+// What editors leave behind that are opened and closed many times.
 #include "Tests/Integration/Editor/EditorTest.h"
 
-#include "Tests/Support/ProcessState.h"
-#include "Tests/Support/Sanitizers.h"
-#include "Tests/Support/TestScale.h"
-#include "Tests/Support/XResources.h"
+#include "Tests/Support/Subprocess.h"
+#include "Tests/Support/TestRun.h"
+#include "Tests/Support/XServer.h"
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
-// What an editor takes of the system and must give back.
+// What an editor takes from the system and must release.
 struct Holdings {
     std::ptrdiff_t descriptors = 0;
     std::map<std::string, std::uint32_t> resources;
     std::size_t watches = 0;
     std::size_t timers = 0;
 
-    // Nothing of any kind is more than in the other.
+    // Whether no count is higher than in the other.
     bool isWithin(const Holdings& other) const {
         return descriptors <= other.descriptors && watches <= other.watches && timers <= other.timers &&
                isNoMore(resources, other.resources);
@@ -38,9 +35,9 @@ protected:
     Holdings holdings() const {
         return {openDescriptors(), countResources(client), loop.countWatches(), loop.countTimers()};
     }
-    // Waits, since the server takes note of a client that leaves some time after it has left. So what was
-    // held before may have counted one that was about to go: what is held now, if less, is what to be back
-    // at from then on.
+    // Waits, since the server notices that a client has disconnected some time later. So the count before may
+    // include one that had disconnected: where the present count is lower, it is the one to compare with from
+    // then on.
     ::testing::AssertionResult isBackAt(Holdings& before) {
         Holdings now;
         if (eventually([&] { return (now = holdings()).isWithin(before); })) {
@@ -61,7 +58,7 @@ protected:
         setMeter(instance, eMeterTap_GainReductionLeft, 0.0F);
     }
 
-    // Whole rounds: memory may grow until caches are full, but not after.
+    // Memory may grow in the first rounds, until caches are full, but not afterwards.
     template<typename Round>
     void repeat(int rounds, Round round) {
         constexpr int kWarmUp = 10;
@@ -136,3 +133,4 @@ TEST_F(OpenClose, leavesNoObjectOfTheModulesAlive) {
 }
 
 } // namespace
+} // namespace varno::test

@@ -1,25 +1,23 @@
-// How much of the editor is drawn anew.
+// How much of the editor is redrawn.
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
 
-using namespace varno;
-using namespace varno::test;
-
+namespace varno::test {
 namespace {
 
-// A colour that nothing of the editor has.
+// A colour that the editor does not use.
 constexpr std::uint32_t kPaint = 0x00FF00FF;
 
 class Repaint : public OneEditorTest {
 protected:
-    // Paints the whole window over, so that what is drawn afterwards can be told from what is not.
+    // Paints over the whole window, which shows what is drawn afterwards.
     void paintOver() {
         awaitDrawing(*window, *instance);
         client.fill(client.children(window->window()).at(0), viewArea(), kPaint);
     }
 
-    // Waits until these places have been drawn, whole; nothing else may be, but for the meters.
+    // Waits until these areas have been drawn completely; nothing else may be drawn except the meters.
     void expectDrawn(const std::vector<Area>& places) {
         EXPECT_TRUE(loop.await([&] {
             return std::ranges::all_of(
@@ -85,3 +83,4 @@ TEST_F(Repaint, isOfWhatTheHostAsksFor) {
 }
 
 } // namespace
+} // namespace varno::test

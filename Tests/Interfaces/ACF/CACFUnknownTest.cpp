@@ -1,5 +1,5 @@
 #include "ACF/ACFDelegating.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ protected:
     ~ComponentInterface() = default;
 };
 
-// Writes down what happens to it at its end.
+// Records what happens at its end.
 class Component : public ACFDelegating<ComponentInterface> {
 public:
     explicit Component(std::vector<std::string>& log, IACFUnknown* outer = nullptr)
@@ -49,7 +49,7 @@ private:
     std::vector<std::string>& mLog;
 };
 
-// The controlling unknown of an aggregate; counts what it is asked.
+// The controlling unknown of an aggregate; counts its calls.
 class Outer : public IACFUnknown {
 public:
     ACFRESULT QueryInterface(const acfIID& iid, void** outObject) override {

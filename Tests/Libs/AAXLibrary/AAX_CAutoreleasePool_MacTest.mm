@@ -9,7 +9,7 @@ int gReleased = 0;
 
 } // namespace
 
-// Counts how many of its kind are gone.
+// Counts the objects of its class that have been released.
 @interface VarnoCounted : NSObject
 @end
 

@@ -1,7 +1,7 @@
 #include "AAX_CChunkDataParser.h"
-#include "Tests/Support/ChunkRecord.h"
 #include "Tests/Support/FakeHostServices.h"
-#include "Tests/Support/PropertySeed.h"
+#include "Tests/Support/TestEffect.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,8 +19,6 @@ namespace {
 
 using namespace std::string_literals;
 using testing::ElementsAre;
-
-const std::string kMarker = "\1\1\1\1"s;
 
 // A parser whose values and cursor the test can see.
 class Parser : public AAX_CChunkDataParser {
@@ -55,20 +53,20 @@ std::string read(const std::string& data) {
 
 TEST(ChunkDataParser, WritesTheMarkerAloneWithoutValues) {
     EXPECT_EQ(AAX_CChunkDataParser().GetChunkDataSize(), 4);
-    EXPECT_EQ(written(AAX_CChunkDataParser()), kMarker);
+    EXPECT_EQ(written(AAX_CChunkDataParser()), kChunkMarker);
 }
 
 TEST(ChunkDataParser, WritesADouble) {
     AAX_CChunkDataParser parser;
     parser.AddDouble("Gain", 0.5);
-    EXPECT_EQ(written(parser), kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s);
+    EXPECT_EQ(written(parser), kChunkMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s);
 }
 
 TEST(ChunkDataParser, WritesAnInt32) {
     AAX_CChunkDataParser parser;
     parser.AddInt32("N", -2);
     parser.AddInt32("Max", std::numeric_limits<std::int32_t>::max());
-    EXPECT_EQ(written(parser), kMarker + "l_N\0\xFF\xFF\xFF\xFEl_Max\0\0\0\x7F\xFF\xFF\xFF"s);
+    EXPECT_EQ(written(parser), kChunkMarker + "l_N\0\xFF\xFF\xFF\xFEl_Max\0\0\0\x7F\xFF\xFF\xFF"s);
 }
 
 TEST(ChunkDataParser, WritesAStringAndPadsIt) {
@@ -76,7 +74,7 @@ TEST(ChunkDataParser, WritesAStringAndPadsIt) {
     parser.AddString("A", AAX_CString("abc"));
     parser.AddString("B", AAX_CString("abcd"));
     parser.AddString("C", AAX_CString(""));
-    EXPECT_EQ(written(parser), kMarker + "r_A\0abc\0r_B\0abcd\0\0\0\0r_C\0\0\0\0\0"s);
+    EXPECT_EQ(written(parser), kChunkMarker + "r_A\0abc\0r_B\0abcd\0\0\0\0r_C\0\0\0\0\0"s);
 }
 
 TEST(ChunkDataParser, PadsNamesOfEveryLength) {
@@ -84,7 +82,7 @@ TEST(ChunkDataParser, PadsNamesOfEveryLength) {
         AAX_CChunkDataParser parser;
         const std::string name(length, 'n');
         parser.AddInt32(name.c_str(), 1);
-        std::string expected = kMarker + "l_";
+        std::string expected = kChunkMarker + "l_";
         expected += name;
         expected.resize((expected.size() + 1 + 3) / 4 * 4);
         EXPECT_EQ(written(parser), expected + "\0\0\0\1"s) << length;
@@ -92,15 +90,15 @@ TEST(ChunkDataParser, PadsNamesOfEveryLength) {
 }
 
 TEST(ChunkDataParser, ReadsEveryType) {
-    EXPECT_EQ(read(kMarker + "d_D\0\x3F\xE0\0\0\0\0\0\0"s), "3 D=0.500000;");
-    EXPECT_EQ(read(kMarker + "f_F\0\xBF\x80\0\0"s), "1 F=-1.000000;");
-    EXPECT_EQ(read(kMarker + "l_L\0\xFF\xFF\xFF\xFE"s), "2 L=-2.000000;");
-    EXPECT_EQ(read(kMarker + "s_S\0\xFF\xFE\x12\x34"s), "4 S=-2.000000;");
-    EXPECT_EQ(read(kMarker + "r_R\0abc\0"s), "5 R=abc;");
+    EXPECT_EQ(read(kChunkMarker + "d_D\0\x3F\xE0\0\0\0\0\0\0"s), "3 D=0.500000;");
+    EXPECT_EQ(read(kChunkMarker + "f_F\0\xBF\x80\0\0"s), "1 F=-1.000000;");
+    EXPECT_EQ(read(kChunkMarker + "l_L\0\xFF\xFF\xFF\xFE"s), "2 L=-2.000000;");
+    EXPECT_EQ(read(kChunkMarker + "s_S\0\xFF\xFE\x12\x34"s), "4 S=-2.000000;");
+    EXPECT_EQ(read(kChunkMarker + "r_R\0abc\0"s), "5 R=abc;");
 }
 
 TEST(ChunkDataParser, WritesBackTheTypesThatOnlyReadingGives) {
-    const std::string data = kMarker + "f_F\0\xBF\x80\0\0s_Sh\0\0\0\0\x80\x01\0\0"s;
+    const std::string data = kChunkMarker + "f_F\0\xBF\x80\0\0s_Sh\0\0\0\0\x80\x01\0\0"s;
     AAX_CChunkDataParser parser;
     ChunkRecord record(data);
     parser.LoadChunk(record.get());
@@ -108,27 +106,28 @@ TEST(ChunkDataParser, WritesBackTheTypesThatOnlyReadingGives) {
 }
 
 TEST(ChunkDataParser, ReadsAnUnknownTagAsAnEntryWithoutValue) {
-    EXPECT_EQ(read(kMarker + "x_X\0l_L\0\0\0\0\7"s), "0 X=0.000000;2 L=7.000000;");
-    EXPECT_EQ(read(kMarker + "\0\0\0\0x\0\0\0xy\0\0"s), "0 =0.000000;0 =0.000000;0 =0.000000;");
+    EXPECT_EQ(read(kChunkMarker + "x_X\0l_L\0\0\0\0\7"s), "0 X=0.000000;2 L=7.000000;");
+    EXPECT_EQ(read(kChunkMarker + "\0\0\0\0x\0\0\0xy\0\0"s), "0 =0.000000;0 =0.000000;0 =0.000000;");
 }
 
 TEST(ChunkDataParser, LeavesEntriesWithoutValueOutWhenWriting) {
     AAX_CChunkDataParser parser;
-    ChunkRecord record(kMarker + "x_X\0l_L\0\0\0\0\7"s);
+    ChunkRecord record(kChunkMarker + "x_X\0l_L\0\0\0\0\7"s);
     parser.LoadChunk(record.get());
-    EXPECT_EQ(written(parser), kMarker + "l_L\0\0\0\0\7"s);
+    EXPECT_EQ(written(parser), kChunkMarker + "l_L\0\0\0\0\7"s);
 }
 
 TEST(ChunkDataParser, ReadsAnEmptyEntryOutOfThePaddingBehindAString) {
-    // The reader does not round up behind a string, deliberately.
-    EXPECT_EQ(read(kMarker + "r_A\0abcd\0\0\0\0l_L\0\0\0\0\7"s), "5 A=abcd;0 =0.000000;2 L=7.000000;");
-    EXPECT_EQ(read(kMarker + "r_A\0abc\0l_L\0\0\0\0\7"s), "5 A=abc;2 L=7.000000;") << "no padding, no entry";
+    // Deliberately, the reader does not round up after a string.
+    EXPECT_EQ(read(kChunkMarker + "r_A\0abcd\0\0\0\0l_L\0\0\0\0\7"s), "5 A=abcd;0 =0.000000;2 L=7.000000;");
+    EXPECT_EQ(read(kChunkMarker + "r_A\0abc\0l_L\0\0\0\0\7"s), "5 A=abc;2 L=7.000000;")
+        << "no padding, no entry";
 }
 
 TEST(ChunkDataParser, ReadsTheNameOnlyUpTo255Characters) {
     const std::string text = "x_" + std::string(400, 'n');
     Parser parser;
-    ChunkRecord record(kMarker + text + "\0"s);
+    ChunkRecord record(kChunkMarker + text + "\0"s);
     parser.LoadChunk(record.get());
     ASSERT_GE(parser.mDataValues.size(), 1U);
     EXPECT_EQ(parser.mDataValues[0].mDataName.Get(), std::string(253, 'n'));
@@ -148,7 +147,7 @@ TEST(ChunkDataParser, TakesTheVersionFromTheHeader) {
 TEST(ChunkDataParser, ReadsNothingWithoutMarkerOrRoom) {
     EXPECT_EQ(read("\1\1\1\2l_L\0\0\0\0\7"s), "");
     EXPECT_EQ(read("\1\1\1"s), "");
-    EXPECT_EQ(read(kMarker), "");
+    EXPECT_EQ(read(kChunkMarker), "");
     EXPECT_EQ(read(""), "");
 }
 
@@ -156,7 +155,7 @@ TEST(ChunkDataParser, ReadsNothingForASizeThatIsNone) {
     for (const std::int32_t size : {-1, std::numeric_limits<std::int32_t>::min(), 0, 4}) {
         Parser parser;
         parser.AddInt32("old", 1);
-        ChunkRecord record(kMarker + "l_L\0\0\0\0\7"s);
+        ChunkRecord record(kChunkMarker + "l_L\0\0\0\0\7"s);
         record->fSize = size;
         parser.LoadChunk(record.get());
         EXPECT_TRUE(parser.mDataValues.empty()) << size;
@@ -166,7 +165,7 @@ TEST(ChunkDataParser, ReadsNothingForASizeThatIsNone) {
 TEST(ChunkDataParser, ReplacesItsValuesWhenLoading) {
     AAX_CChunkDataParser parser;
     parser.AddInt32("old", 1);
-    ChunkRecord record(kMarker + "l_L\0\0\0\0\7"s);
+    ChunkRecord record(kChunkMarker + "l_L\0\0\0\0\7"s);
     parser.LoadChunk(record.get());
     std::int32_t value = 0;
     EXPECT_FALSE(parser.FindInt32("old", &value));
@@ -176,7 +175,7 @@ TEST(ChunkDataParser, ReplacesItsValuesWhenLoading) {
 
 TEST(ChunkDataParserFind, SucceedsForTheVeryTypeOnly) {
     AAX_CChunkDataParser parser;
-    ChunkRecord record(kMarker +
+    ChunkRecord record(kChunkMarker +
                        "f_F\0\xBF\x80\0\0l_L\0\0\0\0\7d_D\0\x3F\xE0\0\0\0\0\0\0s_S\0\0\5\0\0r_R\0abc\0"s);
     parser.LoadChunk(record.get());
     for (const char* name : {"F", "L", "D", "S", "R", "none"}) {
@@ -230,7 +229,7 @@ TEST(ChunkDataParserFind, FindsNothingInNothing) {
     EXPECT_EQ(parser.FindName("A"), -1);
 }
 
-// Says that it needs another number of bytes than it does.
+// Reports another number of bytes than it needs.
 class MistakenParser : public AAX_CChunkDataParser {
 public:
     explicit MistakenParser(std::int32_t size)
@@ -272,7 +271,7 @@ TEST(ChunkDataParserFailure, OfASizeTooSmallIsTraced) {
 TEST(ChunkDataParserFailure, DoesNotComeOfASizeThatIsLarger) {
     MistakenParser parser(24);
     parser.AddInt32("A", 1);
-    EXPECT_EQ(written(parser), kMarker + "l_A\0\0\0\0\1"s + std::string(12, '\0'));
+    EXPECT_EQ(written(parser), kChunkMarker + "l_A\0\0\0\0\1"s + std::string(12, '\0'));
 }
 
 // One random value under a name.
@@ -335,13 +334,13 @@ RC_GTEST_PROP(ChunkDataParserProperty, ReadsWhatItWrites, ()) {
         RC_ASSERT(value.kind != 1 || integer == value.integer);
         RC_ASSERT(value.kind != 2 || text.Get() == value.text);
     }
-    // Empty entries out of the padding are not written again, so nothing grows.
+    // Empty entries read from the padding are not written again, so the data does not grow.
     RC_ASSERT(written(reader) == written(writer));
 }
 
 RC_GTEST_PROP(ChunkDataParserProperty, ReadsAnyBytesWithinTheirBounds, (std::vector<char> bytes)) {
-    std::string data = kMarker + std::string(bytes.begin(), bytes.end());
-    for (std::size_t i = kMarker.size(); i < data.size(); ++i) { // tags now and then
+    std::string data = kChunkMarker + std::string(bytes.begin(), bytes.end());
+    for (std::size_t i = kChunkMarker.size(); i < data.size(); ++i) { // sometimes a tag
         data[i] = *rc::gen::arbitrary<bool>() ? data[i] : *rc::gen::elementOf("dflsr_"s);
     }
     Parser parser;
@@ -354,7 +353,7 @@ RC_GTEST_PROP(ChunkDataParserProperty, ReadsAnyBytesWithinTheirBounds, (std::vec
 
 // A chunk with every type.
 std::string sampleData() {
-    return kMarker +
+    return kChunkMarker +
            "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0f_F\0\xBF\x80\0\0l_L\0\0\0\0\7s_S\0\0\5\0\0r_Text\0\0abcd\0\0\0\0"
            "d_Hot\0\0\0\x3F\xD0\0\0\0\0\0\0"s;
 }
@@ -389,9 +388,9 @@ TEST(ChunkDataParserDamage, OfOneBitStaysWithinBounds) {
 }
 
 TEST(ChunkDataParserDamage, CannotMakeATextRunOn) {
-    EXPECT_EQ(read(kMarker + "r_A\0abc"s), "") << "a text without its end";
-    EXPECT_EQ(read(kMarker + "r_A\0"s), "") << "no text at all";
-    EXPECT_EQ(read(kMarker + "l_A"s), "") << "a name without its end";
+    EXPECT_EQ(read(kChunkMarker + "r_A\0abc"s), "") << "a text without its end";
+    EXPECT_EQ(read(kChunkMarker + "r_A\0"s), "") << "no text at all";
+    EXPECT_EQ(read(kChunkMarker + "l_A"s), "") << "a name without its end";
 }
 
 } // namespace

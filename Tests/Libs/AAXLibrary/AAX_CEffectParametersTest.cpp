@@ -5,7 +5,6 @@
 #include "ACF/CACFUnknown.h"
 #include "Tests/Support/FakeHostServices.h"
 #include "Tests/Support/FakeInstanceHost.h"
-#include "Tests/Support/SampleParameters.h"
 #include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
@@ -148,7 +147,7 @@ TEST(EffectParametersLife, IsSafeAfterUninitialize) {
     effect->Uninitialize();
     EXPECT_EQ(effect->GenerateCoefficients(), AAX_ERROR_NULL_OBJECT);
     EXPECT_EQ(effect->SetParameterNormalizedValue("Gain", 0.5), AAX_ERROR_INVALID_PARAMETER_ID);
-    effect->add(makeFloatParameter("Late")); // no automation is left to attach
+    effect->add(makeFloatParameter("Late")); // there is no automation any more to attach
     EXPECT_EQ(effect->TouchParameter("Late"), AAX_SUCCESS);
     EXPECT_EQ(effect->Uninitialize(), AAX_SUCCESS);
     EXPECT_THAT(host.controller.posts, IsEmpty());

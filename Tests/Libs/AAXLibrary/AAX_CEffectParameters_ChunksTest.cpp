@@ -1,11 +1,8 @@
 #include "AAX_CEffectParameters.h"
-#include "Tests/Support/ChunkRecord.h"
 #include "Tests/Support/FakeHostServices.h"
 #include "Tests/Support/FakeInstanceHost.h"
-#include "Tests/Support/FakeParameter.h"
-#include "Tests/Support/PropertySeed.h"
-#include "Tests/Support/SampleParameters.h"
 #include "Tests/Support/TestEffect.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,11 +24,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr AAX_CTypeID kChunkID = 0x656C636B;
-const std::string kMarker = "\1\1\1\1"s;
-const std::string kGainAndHot = kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0\0\0\x3F\xD0\0\0\0\0\0\0"s;
+const std::string kGainAndHot =
+    kChunkMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0\0\0\x3F\xD0\0\0\0\0\0\0"s;
 
-// An effect with a master bypass, "Gain" (0.5), "Hot" (0.25) and a switch; what it asks for waits in the
-// host.
+// An effect with a master bypass, "Gain" (0.5), "Hot" (0.25) and a switch, in a host that keeps its requests.
 class EffectWithChunks {
 public:
     EffectWithChunks() {
@@ -63,7 +59,7 @@ public:
         EXPECT_LE(isEqual, 1);
         return isEqual == 1;
     }
-    // The values that restoring asks for, as "Gain=0.5 Hot=0.25".
+    // The values that restoring requests, as "Gain=0.5 Hot=0.25".
     std::string restore(ChunkRecord& record) {
         EXPECT_EQ(effect.SetChunk(kChunkID, record.get()), AAX_SUCCESS);
         std::ostringstream text;
@@ -162,7 +158,7 @@ TEST(EffectChunks, HoldTheMarkerAloneWithoutParameters) {
     EXPECT_EQ(size, 4U);
     ChunkRecord record(size);
     EXPECT_EQ(effect->GetChunk(kChunkID, record.get()), AAX_SUCCESS);
-    EXPECT_EQ(record.data(), kMarker);
+    EXPECT_EQ(record.data(), kChunkMarker);
     std::uint8_t isEqual = 0;
     EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
     EXPECT_EQ(isEqual, 1) << "nothing can differ";
@@ -170,7 +166,7 @@ TEST(EffectChunks, HoldTheMarkerAloneWithoutParameters) {
 
 TEST(EffectChunks, AreRestoredThroughAutomation) {
     EffectWithChunks fixture;
-    ChunkRecord record(kMarker + "d_Hot\0\0\0\x3F\xE8\0\0\0\0\0\0"s);
+    ChunkRecord record(kChunkMarker + "d_Hot\0\0\0\x3F\xE8\0\0\0\0\0\0"s);
     EXPECT_EQ(fixture.restore(record), "Hot=0.75") << "what has no entry keeps its value";
     EXPECT_THAT(fixture.host.automation.takeCalls(),
                 testing::IsSupersetOf({"touch Hot", "request Hot 0.75", "release Hot"}));
@@ -178,26 +174,28 @@ TEST(EffectChunks, AreRestoredThroughAutomation) {
 
 TEST(EffectChunks, AreRestoredInTheOrderOfTheParameters) {
     EffectWithChunks fixture;
-    ChunkRecord record(kMarker + "d_Hot\0\0\0\x3F\xE8\0\0\0\0\0\0d_Gain\0\0\x3F\xD0\0\0\0\0\0\0"s);
+    ChunkRecord record(kChunkMarker + "d_Hot\0\0\0\x3F\xE8\0\0\0\0\0\0d_Gain\0\0\x3F\xD0\0\0\0\0\0\0"s);
     EXPECT_EQ(fixture.restore(record), "Gain=0.25 Hot=0.75");
 }
 
 TEST(EffectChunks, RestoreNeitherForeignNorFilteredNorWronglyTypedEntries) {
     EffectWithChunks fixture;
     ChunkRecord record(
-        kMarker + "d_Nobody\0\0\x3F\xE8\0\0\0\0\0\0l_MasterBypassID\0\0\0\0\0\0\0\1f_Gain\0\0\x3F\0\0\0"s);
+        kChunkMarker +
+        "d_Nobody\0\0\x3F\xE8\0\0\0\0\0\0l_MasterBypassID\0\0\0\0\0\0\0\1f_Gain\0\0\x3F\0\0\0"s);
     EXPECT_EQ(fixture.restore(record), "");
 }
 
 TEST(EffectChunks, RestoreWhatIsNotANumberAsTheLowerBound) {
     EffectWithChunks fixture;
-    ChunkRecord record(kMarker + "d_Gain\0\0\x7F\xF8\0\0\0\0\0\0d_Hot\0\0\0\x7F\xE0\0\0\0\0\0\0"s);
+    ChunkRecord record(kChunkMarker + "d_Gain\0\0\x7F\xF8\0\0\0\0\0\0d_Hot\0\0\0\x7F\xE0\0\0\0\0\0\0"s);
     EXPECT_EQ(fixture.restore(record), "Gain=0 Hot=1") << "and 9e307 as the upper";
 }
 
 TEST(EffectChunks, RestoreNothingFromWhatIsNoChunk) {
     EffectWithChunks fixture;
-    for (const std::string& data : {""s, "\1\1\1"s, kMarker, "\1\1\1\2d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s}) {
+    for (const std::string& data :
+         {""s, "\1\1\1"s, kChunkMarker, "\1\1\1\2d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s}) {
         ChunkRecord record(data);
         EXPECT_EQ(fixture.restore(record), "");
         EXPECT_FALSE(fixture.isAsIn(record));
@@ -224,9 +222,9 @@ TEST(EffectChunks, CompareEqualToTheCurrentValues) {
 
 TEST(EffectChunks, CompareDifferentWhenAValueIsMissing) {
     EffectWithChunks fixture;
-    ChunkRecord record(kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s);
+    ChunkRecord record(kChunkMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0"s);
     EXPECT_FALSE(fixture.isAsIn(record));
-    ChunkRecord notANumber(kMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0\0\0\x7F\xF8\0\0\0\0\0\0"s);
+    ChunkRecord notANumber(kChunkMarker + "d_Gain\0\0\x3F\xE0\0\0\0\0\0\0d_Hot\0\0\0\x7F\xF8\0\0\0\0\0\0"s);
     EXPECT_FALSE(fixture.isAsIn(notANumber));
 }
 
@@ -257,7 +255,7 @@ TEST(EffectChunks, SaveAndRestoreEveryType) {
     ChunkRecord record(size);
     EXPECT_EQ(effect->GetChunk(kChunkID, record.get()), AAX_SUCCESS);
     EXPECT_EQ(record.data(),
-              kMarker + "l_I\0\xFF\xFF\xFF\xFEl_B\0\0\0\0\1d_D\0\x3F\xE0\0\0\0\0\0\0r_S\0abc\0"s);
+              kChunkMarker + "l_I\0\xFF\xFF\xFF\xFEl_B\0\0\0\0\1d_D\0\x3F\xE0\0\0\0\0\0\0r_S\0abc\0"s);
 
     std::uint8_t isEqual = 0;
     EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);

@@ -2,8 +2,6 @@
 #include "AAX_CString.h"
 #include "Tests/Support/FakeHostServices.h"
 #include "Tests/Support/FakeInstanceHost.h"
-#include "Tests/Support/FakeParameter.h"
-#include "Tests/Support/SampleParameters.h"
 #include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
@@ -22,8 +20,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // An effect with a master bypass, "Gain" and a fake parameter, in a host of its own.
 class EffectParametersTest : public testing::Test {
@@ -234,7 +230,7 @@ TEST_F(EffectParametersTest, PostsTheSameValueAgainButCountsNoChange) {
 }
 
 TEST_F(EffectParametersTest, CountsChangesOfTheParameterAndNotOfTheArgument) {
-    update("Gain", 0.1); // no float: the parameter has its neighbour
+    update("Gain", 0.1); // not a float: the parameter has the nearest one
     EXPECT_EQ(changes(), 1);
     update("Gain", 0.1);
     EXPECT_EQ(changes(), 1);
@@ -364,7 +360,7 @@ TEST_F(EffectParametersTest, AnswersEveryCallForAKnownIdentifier) {
 TEST_F(EffectParametersTest, LetsNoExceptionOutOfAnyCall) {
     const ListeningHost listening;
     fake->before = [] { throw std::runtime_error("broken"); };
-    // These do not ask the parameter for anything that could fail.
+    // These call nothing of the parameter that could fail.
     const std::vector<std::string> never = {"GetParameterName", "GetParameter", "GetParameterIndex",
                                             "GetParameterValueInfo", "UpdateParameterTouch"};
     for (const Call& call : callsByIdentifier()) {

@@ -1,7 +1,7 @@
 #include "AAX_CHostServices.h"
 #include "AAX_VHostServices.h"
 #include "Tests/Support/FakeHostServices.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 namespace varno {
 namespace {
 
-// Closes the channel whatever a test does.
+// Closes the channel at the end of every test.
 class AAX_CHostServicesTest : public testing::Test {
 protected:
     ~AAX_CHostServicesTest() override {

@@ -14,7 +14,7 @@ bool gSystemHasNoMutexLeft = false;
 
 } // namespace
 
-// The linker, which makes the names, leads every call of the system's function here.
+// The linker's option --wrap makes these names: every call of the system's function comes here.
 extern "C" int __real_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
 extern "C" int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
 extern "C" int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes) {
@@ -35,7 +35,7 @@ TEST(AAX_CMutexTest, SecondLockOfTheOwnerReturnsFalseAtOnce) {
     EXPECT_TRUE(mutex.Lock());
     EXPECT_FALSE(mutex.Lock());
     EXPECT_FALSE(mutex.Lock());
-    // One unlock frees it, however many attempts there were.
+    // One unlock releases it, however many attempts there were.
     mutex.Unlock();
     onAnotherThread([&] {
         EXPECT_TRUE(mutex.Lock());

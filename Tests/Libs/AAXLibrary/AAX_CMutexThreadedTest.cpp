@@ -14,7 +14,7 @@ TEST(AAX_CMutexThreadedTest, OneThreadAtATimeIsInside) {
     constexpr int kThreads = 4;
     constexpr int kRounds = 5000;
     AAX_CMutex mutex;
-    std::int64_t visits = 0; // Deliberately not atomic: the lock is what keeps it right.
+    std::int64_t visits = 0; // Deliberately not atomic: the lock protects it.
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&] {

@@ -1,8 +1,7 @@
 #include "AAX_CPacketDispatcher.h"
 #include "Tests/Libs/AAXLibrary/DispatcherFixture.h"
-#include "Tests/Support/FakeParameter.h"
-#include "Tests/Support/PropertySeed.h"
-#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/TestEffect.h"
+#include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -58,7 +57,7 @@ TEST(PacketDispatcher, IgnoresMarksOfUnknownIdentifiers) {
 TEST(PacketDispatcher, GoesByBytesOfTheIdentifiers) {
     DispatcherFixture fixture;
     std::int32_t field = 0;
-    // As characters without sign: what is not ASCII comes last.
+    // Compared as unsigned characters: what is not ASCII comes last.
     for (const char* paramID : {"Volume", "UK", "\xC4", "Rls", "Ratio", "Mix", "LinkSw", "Hot", "HSw", "HP",
                                 "Gain", "Band", "Atk", "ASw", "a"}) {
         fixture.registerFunction(paramID, field++, [](AAX_CParamID id, AAX_CPacket& packet) {
@@ -185,9 +184,9 @@ TEST(PacketDispatcher, LetsAHandlerCallBack) {
     AAX_CPacketDispatcher& dispatcher = fixture.dispatcher;
     fixture.registerFunction("Gain", 1, [&](AAX_CParamID, AAX_CPacket& packet) {
         *packet.GetPtr<std::int32_t>() = 10;
-        dispatcher.SetDirty("Gain", true); // cleared behind this handler
-        dispatcher.SetDirty("Mix", true);  // further back: posted in this pass
-        dispatcher.SetDirty("Band", true); // passed already: posted in the next one
+        dispatcher.SetDirty("Gain", true); // cleared after this handler
+        dispatcher.SetDirty("Mix", true);  // later in the order: posted in this pass
+        dispatcher.SetDirty("Band", true); // earlier in the order: posted in the next one
         return AAX_SUCCESS;
     });
     fixture.registerValue("Mix", 2, 20);
@@ -329,7 +328,7 @@ TEST(SingleValuePacket, IsRegisteredWithoutAHandler) {
     EXPECT_EQ(fixture.dispatch(), "0=0");
 }
 
-// Packets, registrations and dirty flags as plainly as can be.
+// The simplest model of packets, registrations and dirty flags.
 class Model {
 public:
     void add(const std::string& paramID, std::int32_t field, std::int32_t value) {

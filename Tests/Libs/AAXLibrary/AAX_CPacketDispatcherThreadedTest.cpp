@@ -13,8 +13,8 @@ namespace {
 constexpr int kRounds = 2000;
 
 TEST(PacketDispatcherThreaded, LosesNoMarkBetweenThreads) {
-    // Each thread raises a value and marks its parameter; another dispatches all the time. Whatever the
-    // order, the last value of each is posted in the end.
+    // Each thread raises a value and marks its parameter; another dispatches continuously. In any order, the
+    // last value of each is posted in the end.
     constexpr int kWriters = 3;
     DispatcherFixture fixture;
     AAX_CPacketDispatcher& dispatcher = fixture.dispatcher;
@@ -75,10 +75,10 @@ TEST(PacketDispatcherThreaded, RegistersMarksAndDispatchesSideBySide) {
 }
 
 TEST(PacketDispatcherThreaded, KeepsOtherThreadsOutWhileAHandlerCallsBack) {
-    // A nested call of the handler's own thread must not open the lock to others.
+    // A nested call from the handler's own thread must not release the lock to others.
     DispatcherFixture fixture;
     AAX_CPacketDispatcher& dispatcher = fixture.dispatcher;
-    int unguarded = 0; // written by whoever has the lock
+    int unguarded = 0; // written by the thread that holds the lock
     const auto count = [&](AAX_CParamID, AAX_CPacket& packet) {
         ++unguarded;
         dispatcher.SetDirty("Other", true);

@@ -1,8 +1,7 @@
 #include "AAX_CParameterManager.h"
 #include "AAX_VAutomationDelegate.h"
-#include "Tests/Support/FakeAutomation.h"
-#include "Tests/Support/FakeParameter.h"
-#include "Tests/Support/SampleParameters.h"
+#include "Tests/Support/FakeInstanceHost.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,7 +61,7 @@ TEST_F(ParameterManager, FindsNothingElse) {
 
 TEST_F(ParameterManager, LeavesARefusedParameterToTheCaller) {
     AAX_IParameter* const first = add("Gain");
-    const auto second = makeFloatParameter("Gain"); // destroyed here: the manager must not
+    const auto second = makeFloatParameter("Gain"); // destroyed here and not by the manager
     EXPECT_FALSE(mManager.AddParameter(second.get()));
     EXPECT_FALSE(mManager.AddParameter(nullptr));
     EXPECT_EQ(mManager.NumParameters(), 1);

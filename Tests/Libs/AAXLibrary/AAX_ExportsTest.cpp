@@ -6,8 +6,7 @@
 #include "AAX_Init.h"
 #include "ACF/CACFUnknown.h"
 #include "Tests/Support/FakeHostServices.h"
-#include "Tests/Support/RecordingCollection.h"
-#include "Tests/Support/RecordingEffectDescriptor.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +17,7 @@
 namespace varno {
 namespace {
 
-// What the effect of this program does to describe itself.
+// The description procedure of this program's effect.
 std::function<AAX_Result(AAX_ICollection*)> gDescription;
 
 } // namespace
@@ -33,7 +32,7 @@ namespace {
 
 constexpr std::int32_t kUrgent = 0x8000000;
 
-// A host that has the module described.
+// A host that calls for the description.
 class AAX_ExportsTest : public testing::Test {
 protected:
     AAX_ExportsTest() {

@@ -1,36 +1,36 @@
 #include "AAX_VAutomationDelegate.h"
 #include "Tests/Support/ForwardingCheck.h"
-#include "Tests/Support/RecordingAutomationDelegate.h"
+#include "Tests/Support/RecordingInstance.h"
 
 #include <gtest/gtest.h>
 
 namespace varno {
 namespace {
 
-using D = AAX_IAutomationDelegate;
+using Automation = AAX_IAutomationDelegate;
 
-constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
-constexpr const char* kID = "Gain";
-
-std::vector<Operation<D>> allOperations() {
+std::vector<Operation<Automation>> automationOperations() {
     return {
-        operation<D>("RegisterParameter", 1, kNull, &D::RegisterParameter, kID),
-        operation<D>("UnregisterParameter", 1, kNull, &D::UnregisterParameter, kID),
-        operation<D>("PostSetValueRequest", 1, kNull, &D::PostSetValueRequest, kID, 0.25),
-        operation<D>("PostCurrentValue", 1, kNull, &D::PostCurrentValue, kID, 0.75),
-        operation<D>("PostTouchRequest", 1, kNull, &D::PostTouchRequest, kID),
-        operation<D>("PostReleaseRequest", 1, kNull, &D::PostReleaseRequest, kID),
+        operation<Automation>("RegisterParameter", 1, kWithoutHost, &Automation::RegisterParameter, kText),
+        operation<Automation>("UnregisterParameter", 1, kWithoutHost, &Automation::UnregisterParameter,
+                              kText),
+        operation<Automation>("PostSetValueRequest", 1, kWithoutHost, &Automation::PostSetValueRequest, kText,
+                              0.25),
+        operation<Automation>("PostCurrentValue", 1, kWithoutHost, &Automation::PostCurrentValue, kText,
+                              0.75),
+        operation<Automation>("PostTouchRequest", 1, kWithoutHost, &Automation::PostTouchRequest, kText),
+        operation<Automation>("PostReleaseRequest", 1, kWithoutHost, &Automation::PostReleaseRequest, kText),
     };
 }
 
 TEST(AAX_VAutomationDelegateTest, ForwardsToTheHost) {
-    expectForwarding<RecordingAutomationDelegate, D>(
-        {IID_IAAXAutomationDelegateV1}, allOperations(),
+    expectForwarding<RecordingAutomationDelegate, Automation>(
+        {IID_IAAXAutomationDelegateV1}, automationOperations(),
         [](IACFUnknown* host) { return std::make_unique<AAX_VAutomationDelegate>(host); });
 }
 
 TEST(AAX_VAutomationDelegateTest, VirtualSlotsHaveTheirOrder) {
-    expectConsecutive(slotsOf(allOperations()));
+    expectConsecutive(slotsOf(automationOperations()));
 }
 
 } // namespace

@@ -1,23 +1,15 @@
 #include "AAX_VCollection.h"
 #include "Tests/Support/ForwardingCheck.h"
-#include "Tests/Support/RecordingCollection.h"
-#include "Tests/Support/RecordingComponentDescriptor.h"
-#include "Tests/Support/RecordingDescriptionHost.h"
-#include "Tests/Support/RecordingEffectDescriptor.h"
-#include "Tests/Support/RecordingFeatureInfo.h"
-#include "Tests/Support/RecordingPropertyMap.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest.h>
 
 namespace varno {
 namespace {
 
-using C = AAX_ICollection;
+using Collection = AAX_ICollection;
 
-constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
-constexpr const char* kText = "text";
-
-// A host that makes whatever it is asked for.
+// A host that makes every object.
 class AAX_VCollectionTest : public testing::Test {
 protected:
     AAX_VCollectionTest() {
@@ -69,22 +61,25 @@ protected:
 TEST_F(AAX_VCollectionTest, ForwardsToTheHost) {
     AAX_IEffectDescriptor* const noDescriptor = nullptr;
     AAX_IPropertyMap* const noMap = nullptr;
-    expectForwarding<RecordingCollection, C>(
+    expectForwarding<RecordingCollection, Collection>(
         {IID_IAAXCollectionV1},
         {
-            operation<C>("AddEffect", 1, kNull, &C::AddEffect, kText, noDescriptor),
-            operation<C>("SetManufacturerName", 1, kNull, &C::SetManufacturerName, kText),
-            operation<C>("AddPackageName", 1, kNull, &C::AddPackageName, kText),
-            operation<C>("SetPackageVersion", 1, kNull, &C::SetPackageVersion, 7U),
-            operation<C>("SetProperties", 1, kNull, &C::SetProperties, noMap),
+            operation<Collection>("AddEffect", 1, kWithoutHost, &Collection::AddEffect, kText, noDescriptor),
+            operation<Collection>("SetManufacturerName", 1, kWithoutHost, &Collection::SetManufacturerName,
+                                  kText),
+            operation<Collection>("AddPackageName", 1, kWithoutHost, &Collection::AddPackageName, kText),
+            operation<Collection>("SetPackageVersion", 1, kWithoutHost, &Collection::SetPackageVersion, 7U),
+            operation<Collection>("SetProperties", 1, kWithoutHost, &Collection::SetProperties, noMap),
         },
         [](IACFUnknown* host) { return std::make_unique<AAX_VCollection>(host); });
 }
 
 TEST_F(AAX_VCollectionTest, VirtualSlotsHaveTheirOrder) {
-    expectConsecutive({slotOf(&C::NewDescriptor), slotOf(&C::AddEffect), slotOf(&C::SetManufacturerName),
-                       slotOf(&C::AddPackageName), slotOf(&C::SetPackageVersion), slotOf(&C::NewPropertyMap),
-                       slotOf(&C::SetProperties), slotOf(&C::DescriptionHost), slotOf(&C::HostDefinition)});
+    expectConsecutive({slotOf(&Collection::NewDescriptor), slotOf(&Collection::AddEffect),
+                       slotOf(&Collection::SetManufacturerName), slotOf(&Collection::AddPackageName),
+                       slotOf(&Collection::SetPackageVersion), slotOf(&Collection::NewPropertyMap),
+                       slotOf(&Collection::SetProperties), slotOf(&Collection::DescriptionHost),
+                       slotOf(&Collection::HostDefinition)});
 }
 
 TEST_F(AAX_VCollectionTest, OwnsWhatItMakes) {

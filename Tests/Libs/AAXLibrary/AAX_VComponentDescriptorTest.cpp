@@ -1,17 +1,14 @@
 #include "AAX_VComponentDescriptor.h"
 #include "Tests/Support/ForwardingCheck.h"
-#include "Tests/Support/RecordingComponentDescriptor.h"
-#include "Tests/Support/RecordingPropertyMap.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest.h>
 
 namespace varno {
 namespace {
 
-using C = AAX_IComponentDescriptor;
+using Component = AAX_IComponentDescriptor;
 
-constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
-constexpr const char* kText = "text";
 constexpr const char* kEntry = "entry";
 constexpr const char* kInit = "init";
 constexpr const char* kBackground = "background";
@@ -28,30 +25,32 @@ std::int32_t runInBackground() {
 AAX_IPropertyMap* const kNoMap = nullptr;
 
 // The operations from Clear to AddReservedField, then those that register routines.
-std::vector<Operation<C>> allOperations() {
+std::vector<Operation<Component>> componentOperations() {
     const AAX_CTypeID* ids = somewhere<AAX_CTypeID>();
     const auto mode = static_cast<AAX_IDma::EMode>(1);
     return {
-        operation<C>("Clear", 1, kNull, &C::Clear),
-        operation<C>("AddAudioIn", 1, kNull, &C::AddAudioIn, 1),
-        operation<C>("AddAudioOut", 1, kNull, &C::AddAudioOut, 2),
-        operation<C>("AddAudioBufferLength", 1, kNull, &C::AddAudioBufferLength, 3),
-        operation<C>("AddSampleRate", 1, kNull, &C::AddSampleRate, 4),
-        operation<C>("AddClock", 1, kNull, &C::AddClock, 5),
-        operation<C>("AddSideChainIn", 1, kNull, &C::AddSideChainIn, 6),
-        operation<C>("AddDataInPort", 1, kNull, &C::AddDataInPort, 7, 4U, AAX_eDataInPortType_Buffered),
-        operation<C>("AddAuxOutputStem", 1, kNull, &C::AddAuxOutputStem, 8, 9, kText),
-        operation<C>("AddPrivateData", 1, kNull, &C::AddPrivateData, 10, 11, 12U),
-        operation<C>("AddTemporaryData", 1, kNull, &C::AddTemporaryData, 13, 14U),
-        operation<C>("AddDmaInstance", 1, kNull, &C::AddDmaInstance, 15, mode),
-        operation<C>("AddMeters", 1, kNull, &C::AddMeters, 16, ids, 17U),
-        operation<C>("AddMIDINode", 1, kNull, &C::AddMIDINode, 18, 19, kText, 20U),
-        operation<C>("AddReservedField", 1, kNull, &C::AddReservedField, 21, 22U),
-        operation<C>("AddProcessProc_Native", 1, kNull, &C::AddProcessProc_Native, &process, kNoMap,
-                     &initInstance, &runInBackground, somewhere<std::int32_t>()),
-        operation<C>("AddProcessProc_TI", 1, kNull, &C::AddProcessProc_TI, kText, kEntry, kNoMap, kInit,
-                     kBackground, somewhere<std::int32_t>()),
-        operation<C>("AddProcessProc", 1, kNull, &C::AddProcessProc, kNoMap, somewhere<std::int32_t>(), 3),
+        operation<Component>("Clear", 1, kWithoutHost, &Component::Clear),
+        operation<Component>("AddAudioIn", 1, kWithoutHost, &Component::AddAudioIn, 1),
+        operation<Component>("AddAudioOut", 1, kWithoutHost, &Component::AddAudioOut, 2),
+        operation<Component>("AddAudioBufferLength", 1, kWithoutHost, &Component::AddAudioBufferLength, 3),
+        operation<Component>("AddSampleRate", 1, kWithoutHost, &Component::AddSampleRate, 4),
+        operation<Component>("AddClock", 1, kWithoutHost, &Component::AddClock, 5),
+        operation<Component>("AddSideChainIn", 1, kWithoutHost, &Component::AddSideChainIn, 6),
+        operation<Component>("AddDataInPort", 1, kWithoutHost, &Component::AddDataInPort, 7, 4U,
+                             AAX_eDataInPortType_Buffered),
+        operation<Component>("AddAuxOutputStem", 1, kWithoutHost, &Component::AddAuxOutputStem, 8, 9, kText),
+        operation<Component>("AddPrivateData", 1, kWithoutHost, &Component::AddPrivateData, 10, 11, 12U),
+        operation<Component>("AddTemporaryData", 1, kWithoutHost, &Component::AddTemporaryData, 13, 14U),
+        operation<Component>("AddDmaInstance", 1, kWithoutHost, &Component::AddDmaInstance, 15, mode),
+        operation<Component>("AddMeters", 1, kWithoutHost, &Component::AddMeters, 16, ids, 17U),
+        operation<Component>("AddMIDINode", 1, kWithoutHost, &Component::AddMIDINode, 18, 19, kText, 20U),
+        operation<Component>("AddReservedField", 1, kWithoutHost, &Component::AddReservedField, 21, 22U),
+        operation<Component>("AddProcessProc_Native", 1, kWithoutHost, &Component::AddProcessProc_Native,
+                             &process, kNoMap, &initInstance, &runInBackground, somewhere<std::int32_t>()),
+        operation<Component>("AddProcessProc_TI", 1, kWithoutHost, &Component::AddProcessProc_TI, kText,
+                             kEntry, kNoMap, kInit, kBackground, somewhere<std::int32_t>()),
+        operation<Component>("AddProcessProc", 1, kWithoutHost, &Component::AddProcessProc, kNoMap,
+                             somewhere<std::int32_t>(), 3),
     };
 }
 
@@ -73,14 +72,15 @@ protected:
 };
 
 TEST_F(AAX_VComponentDescriptorTest, ForwardsToTheHost) {
-    expectForwarding<RecordingComponentDescriptor, C>(
-        {IID_IAAXComponentDescriptorV1}, allOperations(),
+    expectForwarding<RecordingComponentDescriptor, Component>(
+        {IID_IAAXComponentDescriptorV1}, componentOperations(),
         [](IACFUnknown* host) { return std::make_unique<AAX_VComponentDescriptor>(host, false); });
 }
 
 TEST_F(AAX_VComponentDescriptorTest, VirtualSlotsHaveTheirOrder) {
-    std::vector<std::ptrdiff_t> slots = slotsOf(allOperations());
-    slots.insert(slots.end() - 3, {slotOf(&C::NewPropertyMap), slotOf(&C::DuplicatePropertyMap)});
+    std::vector<std::ptrdiff_t> slots = slotsOf(componentOperations());
+    slots.insert(slots.end() - 3,
+                 {slotOf(&Component::NewPropertyMap), slotOf(&Component::DuplicatePropertyMap)});
     expectConsecutive(slots);
 }
 

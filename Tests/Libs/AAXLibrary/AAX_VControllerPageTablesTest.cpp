@@ -1,7 +1,6 @@
 #include "AAX_VController.h"
-#include "Tests/Support/FakeComponentFactory.h"
-#include "Tests/Support/RecordingPageTable.h"
-#include "Tests/Support/RecordingPageTableController.h"
+#include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/RecordingInstance.h"
 
 #include <gtest/gtest.h>
 
@@ -38,7 +37,7 @@ protected:
         EXPECT_EQ(mTable.references(), 0);
     }
 
-    // Calls one of the four makers of copies, 0 to 3.
+    // Calls one of the four operations that make copies, 0 to 3.
     static std::unique_ptr<AAX_IPageTable> makeCopy(const AAX_IController& controller, int which) {
         switch (which) {
         case 0:
@@ -52,7 +51,7 @@ protected:
         }
     }
 
-    // The call by which the host is asked to copy.
+    // The call with which the host is requested to copy.
     std::string expectedCall(int which) {
         IACFUnknown* table = &mTable;
         switch (which) {
@@ -107,7 +106,7 @@ TEST_F(AAX_VControllerPageTablesTest, CopiesAreMadeByTheHostAndOwnTheirTable) {
         ASSERT_NE(copy, nullptr) << which;
         EXPECT_EQ(storeOf(which).calls, std::vector<std::string>{expectedCall(which)});
         storeOf(which).calls.clear();
-        // Version 1 and version 2 of the one table.
+        // Version 1 and version 2 of the same table.
         EXPECT_EQ(mTable.references(), 2);
         mTable.calls.clear();
         std::int32_t pages = 0;

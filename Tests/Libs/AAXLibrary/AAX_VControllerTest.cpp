@@ -1,73 +1,88 @@
 #include "AAX_VController.h"
 #include "AAX_CString.h"
 #include "Tests/Support/ForwardingCheck.h"
-#include "Tests/Support/RecordingController.h"
+#include "Tests/Support/RecordingInstance.h"
 
 #include <gtest/gtest.h>
 
 namespace varno {
 namespace {
 
-using C = AAX_IController;
+using Controller = AAX_IController;
 
-constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
-constexpr auto kOld = AAX_ERROR_UNIMPLEMENTED;
-
-const std::vector<acfIID> kVersions{IID_IAAXControllerV1, IID_IAAXControllerV2, IID_IAAXControllerV3};
+const std::vector<acfIID> kControllerVersions{IID_IAAXControllerV1, IID_IAAXControllerV2,
+                                              IID_IAAXControllerV3};
 
 // All operations with a result code, in their order.
-std::vector<Operation<C>> allOperations() {
+std::vector<Operation<Controller>> controllerOperations() {
     const auto sendWithData =
-        static_cast<AAX_Result (C::*)(AAX_CTypeID, const void*, std::uint32_t)>(&C::SendNotification);
-    const auto sendWithoutData = static_cast<AAX_Result (C::*)(AAX_CTypeID)>(&C::SendNotification);
+        static_cast<AAX_Result (Controller::*)(AAX_CTypeID, const void*, std::uint32_t)>(
+            &Controller::SendNotification);
+    const auto sendWithoutData =
+        static_cast<AAX_Result (Controller::*)(AAX_CTypeID)>(&Controller::SendNotification);
     const auto property = AAX_eProperty_Host62;
     return {
-        operation<C>("GetEffectID", 1, kNull, &C::GetEffectID, somewhere<AAX_CString>()),
-        operation<C>("GetSampleRate", 1, kNull, &C::GetSampleRate, somewhere<float>()),
-        operation<C>("GetInputStemFormat", 1, kNull, &C::GetInputStemFormat, somewhere<AAX_EStemFormat>()),
-        operation<C>("GetOutputStemFormat", 1, kNull, &C::GetOutputStemFormat, somewhere<AAX_EStemFormat>()),
-        operation<C>("GetSignalLatency", 1, kNull, &C::GetSignalLatency, somewhere<std::int32_t>()),
-        operation<C>("GetCycleCount", 1, kNull, &C::GetCycleCount, property, somewhere<std::int32_t>()),
-        operation<C>("GetTODLocation", 1, kNull, &C::GetTODLocation, somewhere<std::int64_t>()),
-        operation<C>("SetSignalLatency", 1, kNull, &C::SetSignalLatency, 17),
-        operation<C>("SetCycleCount", 1, kNull, &C::SetCycleCount, somewhere<AAX_EProperty>(),
-                     somewhere<std::int32_t>(), 3),
-        operation<C>("PostPacket", 1, kNull, &C::PostPacket, 11, somewhere<float>(), 4U),
-        operation<C>("GetCurrentMeterValue", 1, kNull, &C::GetCurrentMeterValue, 5U, somewhere<float>()),
-        operation<C>("GetMeterPeakValue", 1, kNull, &C::GetMeterPeakValue, 6U, somewhere<float>()),
-        operation<C>("ClearMeterPeakValue", 1, kNull, &C::ClearMeterPeakValue, 7U),
-        operation<C>("GetMeterClipped", 1, kNull, &C::GetMeterClipped, 8U, somewhere<std::uint8_t>()),
-        operation<C>("ClearMeterClipped", 1, kNull, &C::ClearMeterClipped, 9U),
-        operation<C>("GetMeterCount", 1, kNull, &C::GetMeterCount, somewhere<std::uint32_t>()),
-        operation<C>("GetNextMIDIPacket", 1, kNull, &C::GetNextMIDIPacket, somewhere<std::int32_t>(),
-                     somewhere<AAX_CMidiPacket>()),
-        operation<C>("SendNotification", 2, kOld, sendWithData, 5U, somewhere<char>(), 12U),
-        reaching(operation<C>("SendNotification", 2, kOld, sendWithoutData, 6U),
+        operation<Controller>("GetEffectID", 1, kWithoutHost, &Controller::GetEffectID,
+                              somewhere<AAX_CString>()),
+        operation<Controller>("GetSampleRate", 1, kWithoutHost, &Controller::GetSampleRate,
+                              somewhere<float>()),
+        operation<Controller>("GetInputStemFormat", 1, kWithoutHost, &Controller::GetInputStemFormat,
+                              somewhere<AAX_EStemFormat>()),
+        operation<Controller>("GetOutputStemFormat", 1, kWithoutHost, &Controller::GetOutputStemFormat,
+                              somewhere<AAX_EStemFormat>()),
+        operation<Controller>("GetSignalLatency", 1, kWithoutHost, &Controller::GetSignalLatency,
+                              somewhere<std::int32_t>()),
+        operation<Controller>("GetCycleCount", 1, kWithoutHost, &Controller::GetCycleCount, property,
+                              somewhere<std::int32_t>()),
+        operation<Controller>("GetTODLocation", 1, kWithoutHost, &Controller::GetTODLocation,
+                              somewhere<std::int64_t>()),
+        operation<Controller>("SetSignalLatency", 1, kWithoutHost, &Controller::SetSignalLatency, 17),
+        operation<Controller>("SetCycleCount", 1, kWithoutHost, &Controller::SetCycleCount,
+                              somewhere<AAX_EProperty>(), somewhere<std::int32_t>(), 3),
+        operation<Controller>("PostPacket", 1, kWithoutHost, &Controller::PostPacket, 11, somewhere<float>(),
+                              4U),
+        operation<Controller>("GetCurrentMeterValue", 1, kWithoutHost, &Controller::GetCurrentMeterValue, 5U,
+                              somewhere<float>()),
+        operation<Controller>("GetMeterPeakValue", 1, kWithoutHost, &Controller::GetMeterPeakValue, 6U,
+                              somewhere<float>()),
+        operation<Controller>("ClearMeterPeakValue", 1, kWithoutHost, &Controller::ClearMeterPeakValue, 7U),
+        operation<Controller>("GetMeterClipped", 1, kWithoutHost, &Controller::GetMeterClipped, 8U,
+                              somewhere<std::uint8_t>()),
+        operation<Controller>("ClearMeterClipped", 1, kWithoutHost, &Controller::ClearMeterClipped, 9U),
+        operation<Controller>("GetMeterCount", 1, kWithoutHost, &Controller::GetMeterCount,
+                              somewhere<std::uint32_t>()),
+        operation<Controller>("GetNextMIDIPacket", 1, kWithoutHost, &Controller::GetNextMIDIPacket,
+                              somewhere<std::int32_t>(), somewhere<AAX_CMidiPacket>()),
+        operation<Controller>("SendNotification", 2, kWithoutVersion, sendWithData, 5U, somewhere<char>(),
+                              12U),
+        reaching(operation<Controller>("SendNotification", 2, kWithoutVersion, sendWithoutData, 6U),
                  callText("SendNotification", 6U, nullptr, 0U)),
-        operation<C>("GetHybridSignalLatency", 2, kOld, &C::GetHybridSignalLatency,
-                     somewhere<std::int32_t>()),
-        operation<C>("GetCurrentAutomationTimestamp", 2, kOld, &C::GetCurrentAutomationTimestamp,
-                     somewhere<std::int64_t>()),
-        operation<C>("GetHostName", 2, kOld, &C::GetHostName, somewhere<AAX_CString>()),
-        operation<C>("GetPlugInTargetPlatform", 3, kOld, &C::GetPlugInTargetPlatform,
-                     somewhere<std::int32_t>()),
-        operation<C>("GetIsAudioSuite", 3, kOld, &C::GetIsAudioSuite, somewhere<std::uint8_t>()),
+        operation<Controller>("GetHybridSignalLatency", 2, kWithoutVersion,
+                              &Controller::GetHybridSignalLatency, somewhere<std::int32_t>()),
+        operation<Controller>("GetCurrentAutomationTimestamp", 2, kWithoutVersion,
+                              &Controller::GetCurrentAutomationTimestamp, somewhere<std::int64_t>()),
+        operation<Controller>("GetHostName", 2, kWithoutVersion, &Controller::GetHostName,
+                              somewhere<AAX_CString>()),
+        operation<Controller>("GetPlugInTargetPlatform", 3, kWithoutVersion,
+                              &Controller::GetPlugInTargetPlatform, somewhere<std::int32_t>()),
+        operation<Controller>("GetIsAudioSuite", 3, kWithoutVersion, &Controller::GetIsAudioSuite,
+                              somewhere<std::uint8_t>()),
     };
 }
 
 TEST(AAX_VControllerTest, ForwardsToTheVersionThatCarriesTheOperation) {
-    expectForwarding<RecordingController, C>(kVersions, allOperations(), [](IACFUnknown* host) {
-        return std::make_unique<AAX_VController>(host);
-    });
+    expectForwarding<RecordingController, Controller>(
+        kControllerVersions, controllerOperations(),
+        [](IACFUnknown* host) { return std::make_unique<AAX_VController>(host); });
 }
 
 TEST(AAX_VControllerTest, VirtualSlotsHaveTheirOrder) {
-    std::vector<std::ptrdiff_t> slots = slotsOf(allOperations());
-    slots.push_back(slotOf(&C::CreatePageTable));
-    slots.push_back(slotOf(&C::CreateTableCopyForEffect));
-    slots.push_back(slotOf(&C::CreateTableCopyForLayout));
-    slots.push_back(slotOf(&C::CreateTableCopyForEffectFromFile));
-    slots.push_back(slotOf(&C::CreateTableCopyForLayoutFromFile));
+    std::vector<std::ptrdiff_t> slots = slotsOf(controllerOperations());
+    slots.push_back(slotOf(&Controller::CreatePageTable));
+    slots.push_back(slotOf(&Controller::CreateTableCopyForEffect));
+    slots.push_back(slotOf(&Controller::CreateTableCopyForLayout));
+    slots.push_back(slotOf(&Controller::CreateTableCopyForEffectFromFile));
+    slots.push_back(slotOf(&Controller::CreateTableCopyForLayoutFromFile));
     expectConsecutive(slots);
 }
 

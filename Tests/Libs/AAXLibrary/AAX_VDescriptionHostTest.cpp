@@ -1,6 +1,5 @@
 #include "AAX_VDescriptionHost.h"
-#include "Tests/Support/RecordingDescriptionHost.h"
-#include "Tests/Support/RecordingFeatureInfo.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest.h>
 

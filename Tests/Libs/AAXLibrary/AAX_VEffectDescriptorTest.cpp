@@ -1,18 +1,13 @@
 #include "AAX_VEffectDescriptor.h"
 #include "Tests/Support/ForwardingCheck.h"
-#include "Tests/Support/RecordingComponentDescriptor.h"
-#include "Tests/Support/RecordingEffectDescriptor.h"
-#include "Tests/Support/RecordingPropertyMap.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest.h>
 
 namespace varno {
 namespace {
 
-using E = AAX_IEffectDescriptor;
-
-constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
-constexpr const char* kText = "text";
+using Effect = AAX_IEffectDescriptor;
 
 class AAX_VEffectDescriptorTest : public testing::Test {
 protected:
@@ -36,30 +31,34 @@ protected:
 TEST_F(AAX_VEffectDescriptorTest, ForwardsToTheHost) {
     AAX_IComponentDescriptor* const noComponent = nullptr;
     AAX_IPropertyMap* const noMap = nullptr;
-    expectForwarding<RecordingEffectDescriptor, E>(
+    expectForwarding<RecordingEffectDescriptor, Effect>(
         {IID_IAAXEffectDescriptorV1},
         {
-            operation<E>("AddComponent", 1, kNull, &E::AddComponent, noComponent),
-            operation<E>("AddName", 1, kNull, &E::AddName, kText),
-            operation<E>("AddCategory", 1, kNull, &E::AddCategory, 2U),
-            operation<E>("AddCategoryBypassParameter", 1, kNull, &E::AddCategoryBypassParameter, 3U, kText),
-            operation<E>("AddProcPtr", 1, kNull, &E::AddProcPtr, static_cast<void*>(somewhere<int>()),
-                         kAAX_ProcPtrID_Create_EffectGUI),
-            operation<E>("SetProperties", 1, kNull, &E::SetProperties, noMap),
-            operation<E>("AddResourceInfo", 1, kNull, &E::AddResourceInfo, AAX_eResourceType_PageTable,
-                         kText),
-            operation<E>("AddMeterDescription", 1, kNull, &E::AddMeterDescription, 4U, kText, noMap),
-            operation<E>("AddControlMIDINode", 1, kNull, &E::AddControlMIDINode, 5U, 6, kText, 7U),
+            operation<Effect>("AddComponent", 1, kWithoutHost, &Effect::AddComponent, noComponent),
+            operation<Effect>("AddName", 1, kWithoutHost, &Effect::AddName, kText),
+            operation<Effect>("AddCategory", 1, kWithoutHost, &Effect::AddCategory, 2U),
+            operation<Effect>("AddCategoryBypassParameter", 1, kWithoutHost,
+                              &Effect::AddCategoryBypassParameter, 3U, kText),
+            operation<Effect>("AddProcPtr", 1, kWithoutHost, &Effect::AddProcPtr,
+                              static_cast<void*>(somewhere<int>()), kAAX_ProcPtrID_Create_EffectGUI),
+            operation<Effect>("SetProperties", 1, kWithoutHost, &Effect::SetProperties, noMap),
+            operation<Effect>("AddResourceInfo", 1, kWithoutHost, &Effect::AddResourceInfo,
+                              AAX_eResourceType_PageTable, kText),
+            operation<Effect>("AddMeterDescription", 1, kWithoutHost, &Effect::AddMeterDescription, 4U, kText,
+                              noMap),
+            operation<Effect>("AddControlMIDINode", 1, kWithoutHost, &Effect::AddControlMIDINode, 5U, 6,
+                              kText, 7U),
         },
         [](IACFUnknown* host) { return std::make_unique<AAX_VEffectDescriptor>(host, false); });
 }
 
 TEST_F(AAX_VEffectDescriptorTest, VirtualSlotsHaveTheirOrder) {
-    expectConsecutive({slotOf(&E::NewComponentDescriptor), slotOf(&E::AddComponent), slotOf(&E::AddName),
-                       slotOf(&E::AddCategory), slotOf(&E::AddCategoryBypassParameter),
-                       slotOf(&E::AddProcPtr), slotOf(&E::NewPropertyMap), slotOf(&E::SetProperties),
-                       slotOf(&E::AddResourceInfo), slotOf(&E::AddMeterDescription),
-                       slotOf(&E::AddControlMIDINode)});
+    expectConsecutive({slotOf(&Effect::NewComponentDescriptor), slotOf(&Effect::AddComponent),
+                       slotOf(&Effect::AddName), slotOf(&Effect::AddCategory),
+                       slotOf(&Effect::AddCategoryBypassParameter), slotOf(&Effect::AddProcPtr),
+                       slotOf(&Effect::NewPropertyMap), slotOf(&Effect::SetProperties),
+                       slotOf(&Effect::AddResourceInfo), slotOf(&Effect::AddMeterDescription),
+                       slotOf(&Effect::AddControlMIDINode)});
 }
 
 TEST_F(AAX_VEffectDescriptorTest, OwnsWhatItMakesAndHandsTheHostItsOwnObjects) {

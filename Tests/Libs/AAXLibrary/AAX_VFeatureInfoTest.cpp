@@ -1,7 +1,6 @@
 #include "AAX_VFeatureInfo.h"
-#include "Tests/Support/RecordingFeatureInfo.h"
-#include "Tests/Support/RecordingPropertyMap.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest.h>
 

@@ -1,34 +1,38 @@
 #include "AAX_VPropertyMap.h"
 #include "Tests/Support/ForwardingCheck.h"
-#include "Tests/Support/RecordingPropertyMap.h"
+#include "Tests/Support/RecordingDescription.h"
 
 #include <gtest/gtest.h>
 
 namespace varno {
 namespace {
 
-using M = AAX_IPropertyMap;
+using PropertyMap = AAX_IPropertyMap;
 
-constexpr auto kNull = AAX_ERROR_NULL_OBJECT;
 constexpr auto kProperty = AAX_eProperty_Host60;
-constexpr const char* kText = "text";
 
-std::vector<Operation<M>> allOperations() {
-    const auto addPointer =
-        static_cast<AAX_Result (M::*)(AAX_EProperty, const void*)>(&M::AddPointerProperty);
-    const auto addText = static_cast<AAX_Result (M::*)(AAX_EProperty, const char*)>(&M::AddPointerProperty);
+std::vector<Operation<PropertyMap>> propertyMapOperations() {
+    const auto addPointer = static_cast<AAX_Result (PropertyMap::*)(AAX_EProperty, const void*)>(
+        &PropertyMap::AddPointerProperty);
+    const auto addText = static_cast<AAX_Result (PropertyMap::*)(AAX_EProperty, const char*)>(
+        &PropertyMap::AddPointerProperty);
     const AAX_CTypeID* ids = somewhere<AAX_CTypeID>();
     return {
-        operation<M>("GetProperty", 1, kNull, &M::GetProperty, kProperty, somewhere<std::int32_t>()),
-        operation<M>("GetPointerProperty", 1, kNull, &M::GetPointerProperty, kProperty,
-                     somewhere<const void*>()),
-        operation<M>("AddProperty", 1, kNull, &M::AddProperty, kProperty, 0x7FFFFFFF),
-        operation<M>("AddPointerProperty", 1, kNull, addPointer, kProperty, somewhere<int>()),
-        operation<M>("AddPointerProperty", 1, kNull, addText, kProperty, kText),
-        operation<M>("RemoveProperty", 1, kNull, &M::RemoveProperty, kProperty),
-        operation<M>("AddPropertyWithIDArray", 1, kNull, &M::AddPropertyWithIDArray, kProperty, ids, 3U),
-        operation<M>("GetPropertyWithIDArray", 1, kNull, &M::GetPropertyWithIDArray, kProperty,
-                     somewhere<const AAX_CTypeID*>(), somewhere<std::uint32_t>()),
+        operation<PropertyMap>("GetProperty", 1, kWithoutHost, &PropertyMap::GetProperty, kProperty,
+                               somewhere<std::int32_t>()),
+        operation<PropertyMap>("GetPointerProperty", 1, kWithoutHost, &PropertyMap::GetPointerProperty,
+                               kProperty, somewhere<const void*>()),
+        operation<PropertyMap>("AddProperty", 1, kWithoutHost, &PropertyMap::AddProperty, kProperty,
+                               0x7FFFFFFF),
+        operation<PropertyMap>("AddPointerProperty", 1, kWithoutHost, addPointer, kProperty,
+                               somewhere<int>()),
+        operation<PropertyMap>("AddPointerProperty", 1, kWithoutHost, addText, kProperty, kText),
+        operation<PropertyMap>("RemoveProperty", 1, kWithoutHost, &PropertyMap::RemoveProperty, kProperty),
+        operation<PropertyMap>("AddPropertyWithIDArray", 1, kWithoutHost,
+                               &PropertyMap::AddPropertyWithIDArray, kProperty, ids, 3U),
+        operation<PropertyMap>("GetPropertyWithIDArray", 1, kWithoutHost,
+                               &PropertyMap::GetPropertyWithIDArray, kProperty,
+                               somewhere<const AAX_CTypeID*>(), somewhere<std::uint32_t>()),
     };
 }
 
@@ -41,16 +45,16 @@ protected:
 };
 
 TEST_F(AAX_VPropertyMapTest, ForwardsToTheHost) {
-    expectForwarding<RecordingPropertyMap, M>(
-        {IID_IAAXPropertyMapV1}, allOperations(),
+    expectForwarding<RecordingPropertyMap, PropertyMap>(
+        {IID_IAAXPropertyMapV1}, propertyMapOperations(),
         [](IACFUnknown* host) { return std::make_unique<AAX_VPropertyMap>(host, false); });
 }
 
 TEST_F(AAX_VPropertyMapTest, VirtualSlotsHaveTheirOrder) {
-    expectConsecutive(slotsOf(allOperations()));
+    expectConsecutive(slotsOf(propertyMapOperations()));
 }
 
-// Adds a value and tells whether the host was asked.
+// Adds a value and returns whether the host was called.
 AAX_Result add(RecordingPropertyMap& host, bool supportsExtended, AAX_EProperty property,
                std::uint32_t value) {
     host.calls.clear();

@@ -15,7 +15,7 @@
 
 namespace varno::test {
 
-/// A handler that does what the test wants.
+/// A handler whose behaviour the test sets.
 class FunctionHandler : public AAX_IPacketHandler {
 public:
     using Function = std::function<AAX_Result(AAX_CParamID, AAX_CPacket&)>;
@@ -51,7 +51,7 @@ public:
         const FunctionHandler handler(std::move(function));
         dispatcher.RegisterPacket(paramID, field, &handler);
     }
-    /// Dispatches and tells what was posted, such as "3=70 5=71".
+    /// Dispatches and returns what was posted, such as "3=70 5=71".
     std::string dispatch() {
         result = dispatcher.Dispatch();
         std::ostringstream text;

@@ -1,8 +1,7 @@
 #include "AAX_CChunkDataParser.h"
 #include "AAX_CEffectParameters.h"
-#include "Tests/Support/QuietHost.h"
+#include "Tests/Support/FakeInstanceHost.h"
 #include "Tests/Support/RealTimeGuard.h"
-#include "Tests/Support/SampleParameters.h"
 #include "Tests/Support/TestEffect.h"
 
 #include <gtest/gtest.h>
@@ -12,11 +11,11 @@
 namespace varno::test {
 namespace {
 
-// As long as an identifier can be: no string keeps it without memory of its own.
+// The longest identifier: a string cannot hold it without allocating.
 constexpr char kLongID[] = "ParameterWithAVeryLongIdentifie";
 static_assert(sizeof(kLongID) == 32);
 
-// How often an action takes or gives back memory.
+// How often an action allocates or frees memory.
 int allocationsOf(const std::function<void()>& action) {
     RealTimeScope scope;
     action();

@@ -1,7 +1,7 @@
 #include "SavedParameter.h"
 #include "AAX_CChunkDataParser.h"
 #include "Tests/Support/FakeHostServices.h"
-#include "Tests/Support/FakeParameter.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,8 +17,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // A parameter with a value of every type.
 class OfAllTypes : public FakeParameter {
@@ -169,7 +167,7 @@ TEST(SavedParameterComparison, OfAFloatIsExactInSinglePrecision) {
     EXPECT_TRUE(isAsSaved(0.5 + 1e-12, isFloat)) << "the same when narrowed";
     EXPECT_FALSE(isAsSaved(std::nextafter(0.5F, 1.0F), isFloat));
     EXPECT_FALSE(isAsSaved(kNaN, isFloat));
-    const auto isNaN = [](FakeParameter& parameter) { parameter.asFloat = static_cast<float>(kNaN); };
+    const auto isNaN = [](FakeParameter& parameter) { parameter.asFloat = kNaN; };
     EXPECT_FALSE(isAsSaved(kNaN, isNaN)) << "not even to itself";
     EXPECT_FALSE(isAsSaved(0.5, isNaN));
 }
@@ -205,7 +203,7 @@ TEST(SavedParameterComparison, OfTheOthersIsExact) {
     EXPECT_FALSE(IsParameterAsSaved(parameter, chunk));
 }
 
-// Parameters with a hole.
+// Parameters of which one is missing.
 struct Parameters {
     std::int32_t NumParameters() const { return 4; }
     AAX_IParameter* GetParameter(std::int32_t index) {

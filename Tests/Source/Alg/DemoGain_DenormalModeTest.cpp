@@ -1,7 +1,7 @@
 #include "Alg/DemoGain_DenormalMode.h"
 
 #include "Tests/Support/AlgFixture.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 

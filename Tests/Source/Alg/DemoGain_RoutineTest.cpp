@@ -2,7 +2,7 @@
 #include "Alg/DemoGain_Routine.h"
 
 #include "Tests/Support/AlgFixture.h"
-#include "Tests/Support/SignalSources.h"
+#include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "AAX_Exception.h"
 #include "GUI/VSTGUI_Library.h"
 #include "Tests/Source/GUI/TestEditor.h"
-#include "Tests/Support/VirtualSlot.h"
+#include "Tests/Support/ForwardingCheck.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

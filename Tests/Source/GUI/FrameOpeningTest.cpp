@@ -5,8 +5,6 @@
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Picture.h"
-#include "Tests/Support/XErrors.h"
-#include "Tests/Support/XResources.h"
 #include "Tests/Support/XServer.h"
 
 #include "vstgui/lib/ccolor.h"

@@ -6,7 +6,7 @@
 #include "ACF/ACFPtr.h"
 #include "GUI/AAX_CEffectGUI_VST.h"
 #include "Tests/Support/FakeUnknown.h"
-#include "Tests/Support/RecordingViewContainer.h"
+#include "Tests/Support/RecordingInstance.h"
 #include "Tests/Support/TestEffect.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "Platform/Bundle.h"
 
-#include "Tests/Source/Platform/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -1,17 +1,14 @@
-#include "Tests/Source/Platform/TemporaryFolder.h"
 #include "Tests/Source/Platform/X11/SampleText.h"
-#include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/Eventually.h"
+#include "Tests/Support/Subprocess.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <optional>
-#include <sstream>
-#include <unistd.h>
 
 namespace {
 
@@ -42,24 +39,18 @@ private:
     }
 
     TemporaryFolder mFolder;
-    std::optional<ChildProcess> mNotifications;
-    std::optional<ChildProcess> mPasteboard;
+    std::optional<Subprocess> mNotifications;
+    std::optional<Subprocess> mPasteboard;
 };
 
 class ClipboardMacTest : public testing::Test {
 protected:
     // What the program on the pasteboard writes when it is told to do this; nothing where it fails.
     std::optional<std::string> told(const std::vector<std::string>& command) const {
-        const fs::path file = servers.folder() / "output";
-        const int output = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
         std::vector<std::string> words{VARNO_PASTEBOARD_PROGRAM};
         words.insert(words.end(), command.begin(), command.end());
-        ChildProcess program(words, {.output = output});
-        close(output);
-        EXPECT_TRUE(eventually([&] { return program.status().has_value(); }));
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return program.status() == 0 ? std::optional(text.str()) : std::nullopt;
+        const Outcome outcome = run(words);
+        return outcome.status == 0 ? std::optional(outcome.out) : std::nullopt;
     }
 
     bool set(const std::string& text) const {

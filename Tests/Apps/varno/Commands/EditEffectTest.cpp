@@ -3,8 +3,8 @@
 #include "Tests/Apps/varno/Support/EditTest.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Picture.h"
-#include "Window/WindowProperties.h"
 #include "Window/EditorWindow.h"
+#include "Window/WindowProperties.h"
 
 #include <X11/keysym.h>
 #include <nlohmann/json.hpp>
@@ -52,8 +52,8 @@ protected:
 
     void turnGain() {
         mPointer.move(kGainKnob);
-        mPointer.press(Button::WheelUp);
-        mPointer.release(Button::WheelUp);
+        mPointer.press(Button::kWheelUp);
+        mPointer.release(Button::kWheelUp);
     }
     double gainIn(const std::string& settings, const std::string& file) const {
         return nlohmann::json::parse(varnoOut({"params", settings, file, "--json", "Gain"}))["value"];

@@ -1,7 +1,7 @@
 #include "InputFiles.h"
 
 #include "Tests/Apps/varno/Support/ErrorText.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
 

@@ -3,8 +3,7 @@
 #define VARNO_TESTS_APPS_VARNO_SUPPORT_EDITTEST_H
 
 #include "Tests/Apps/varno/Support/ProgramTest.h"
-#include "Tests/Support/Keyboard.h"
-#include "Tests/Support/Pointer.h"
+#include "Tests/Support/FakeInput.h"
 #include "Tests/Support/XServer.h"
 
 #include <memory>

@@ -3,8 +3,8 @@
 #define VARNO_TESTS_APPS_VARNO_SUPPORT_PROGRAMTEST_H
 
 #include "Tests/Apps/varno/Support/SoundFiles.h"
-#include "Tests/Apps/varno/Support/Subprocess.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/Subprocess.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 
-#include "Tests/Apps/varno/Support/Subprocess.h"
+#include "Tests/Support/Subprocess.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "BashCompletion.h"
 #include "CommandTable.h"
-#include "Tests/Apps/varno/Support/Subprocess.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/Subprocess.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "ManPage.h"
 #include "HelpText.h"
-#include "Tests/Apps/varno/Support/Subprocess.h"
+#include "Tests/Support/Subprocess.h"
 
 #include <gmock/gmock.h>
 

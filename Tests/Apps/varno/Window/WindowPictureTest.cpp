@@ -2,11 +2,11 @@
 
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/XClient.h"
 #include "Tests/Support/XServer.h"
-#include "Window/WindowProperties.h"
 #include "Window/EditorWindow.h"
+#include "Window/WindowProperties.h"
 
 #include <csignal>
 #include <cstring>

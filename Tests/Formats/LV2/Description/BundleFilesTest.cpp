@@ -3,9 +3,8 @@
 
 #include "Host/Module.h"
 #include "Tests/Support/HostFixture.h"
+#include "Tests/Support/TemporaryFolder.h"
 
-#include <cstdlib>
-#include <fstream>
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;
@@ -19,22 +18,17 @@ namespace fs = std::filesystem;
 class BundleFiles : public HostFixture {
 protected:
     BundleFiles()
-        : HostFixture(linkedEntryPoints()) {
-        std::string pattern = (fs::temp_directory_path() / "varno-ttl-XXXXXX").string();
-        mFolder = mkdtemp(pattern.data());
-    }
-    ~BundleFiles() override { fs::remove_all(mFolder); }
+        : HostFixture(linkedEntryPoints()) {}
 
     FactoryPreset preset(const std::string& name, const std::string& text) {
-        std::ofstream(mFolder / name) << text;
-        return readFactoryPreset(mFolder / name);
+        return readFactoryPreset(mFolder.write(name, text));
     }
 
     BundleContent content(std::span<const FactoryPreset> presets = {}, bool hasWindow = false) {
         return {module(), presets, hasWindow};
     }
 
-    fs::path mFolder;
+    test::TemporaryFolder mFolder;
 };
 
 const std::string kPreset =

@@ -1,9 +1,9 @@
 // Windows that come and go, in hosts of all kinds.
 #include "Tests/Formats/LV2/UI/WindowTest.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
-#include "Tests/Support/ProcessState.h"
-#include "Tests/Support/Sanitizers.h"
-#include "Tests/Support/XResources.h"
+#include "Tests/Support/Subprocess.h"
+#include "Tests/Support/TestRun.h"
+#include "Tests/Support/XServer.h"
 
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Support/ElfFile.h"

@@ -4,7 +4,7 @@
 
 #include "Tests/Formats/LV2/UI/WindowHost.h"
 #include "Tests/Integration/Editor/BundleArt.h"
-#include "Tests/Support/Pointer.h"
+#include "Tests/Support/FakeInput.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "DemoGain_ParameterTable.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 #include "Tests/Source/GUI/DemoGain_GUI_VST/ViewFixture.h"
-#include "Tests/Support/RecordingViewContainer.h"
+#include "Tests/Support/RecordingInstance.h"
 
 #include "vstgui/lib/coffscreencontext.h"
 

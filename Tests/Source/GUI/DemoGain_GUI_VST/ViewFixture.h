@@ -7,8 +7,7 @@
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
 #include "GUI/VSTGUI_Library.h"
 #include "Platform/Clipboard.h"
-#include "Tests/Support/FakeAutomation.h"
-#include "Tests/Support/FakeController.h"
+#include "Tests/Support/FakeInstanceHost.h"
 
 #include <gtest/gtest.h>
 

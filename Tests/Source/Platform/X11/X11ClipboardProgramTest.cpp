@@ -1,17 +1,12 @@
 #include "Platform/X11/X11Clipboard.h"
 
-#include "Tests/Source/Platform/TemporaryFolder.h"
 #include "Tests/Source/Platform/X11/RawClient.h"
 #include "Tests/Source/Platform/X11/SampleText.h"
-#include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/Eventually.h"
+#include "Tests/Support/Subprocess.h"
 #include "Tests/Support/XServer.h"
 
-#include <fcntl.h>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
-#include <unistd.h>
 
 namespace {
 
@@ -24,31 +19,25 @@ class X11ClipboardProgramTest : public testing::Test {
 protected:
     // What xclip pastes while our loop is driven.
     std::string pastedBy(const std::string& target) {
-        const std::string file = mFolder.path() / "pasted";
-        const int output = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        ChildProcess xclip(
-            {"xclip", "-display", server.display(), "-selection", "clipboard", "-o", "-t", target},
-            {.output = output});
-        close(output);
+        Subprocess xclip(
+            {"xclip", "-display", server.display(), "-selection", "clipboard", "-o", "-t", target});
         EXPECT_TRUE(eventually([&] {
             loop->tick();
             return xclip.status().has_value();
         }));
         EXPECT_EQ(xclip.status(), 0);
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return text.str();
+        return xclip.out();
     }
 
     // xclip having copied the text, until the object goes.
-    std::unique_ptr<ChildProcess> copies(const std::string& text) {
-        const std::string file = mFolder.path() / "copied";
-        std::ofstream(file) << text;
+    std::unique_ptr<Subprocess> copies(const std::string& text) {
         // Numbers of windows are given out again, so the owner before must be one that is still there.
         const RawClient before(server.display());
         before.ownClipboard();
-        auto xclip = std::make_unique<ChildProcess>(std::vector<std::string>{
-            "xclip", "-display", server.display(), "-selection", "clipboard", "-quiet", "-i", file});
+        auto xclip =
+            std::make_unique<Subprocess>(std::vector<std::string>{"xclip", "-display", server.display(),
+                                                                  "-selection", "clipboard", "-quiet", "-i"},
+                                         Surroundings{.input = text});
         EXPECT_TRUE(eventually([&] { return before.clipboardOwner() != before.window(); }));
         return xclip;
     }
@@ -56,9 +45,6 @@ protected:
     const XServer server;
     const std::shared_ptr<RunLoop> loop = std::make_shared<RunLoop>();
     X11Clipboard clipboard{loop, server.display()};
-
-private:
-    TemporaryFolder mFolder;
 };
 
 TEST_F(X11ClipboardProgramTest, PastesWhatWasSet) {

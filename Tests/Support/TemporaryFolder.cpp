@@ -1,7 +1,8 @@
-#include "Tests/Apps/varno/Support/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -15,11 +16,12 @@ TemporaryFolder::TemporaryFolder() {
     if (mkdtemp(name.data()) == nullptr) {
         throw std::system_error(errno, std::generic_category(), name);
     }
-    mPath = name;
+    mPath = std::filesystem::canonical(name);
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    std::filesystem::remove_all(mPath);
+    std::error_code ignored;
+    std::filesystem::remove_all(mPath, ignored);
 }
 
 std::string TemporaryFolder::listing() const {
@@ -32,6 +34,14 @@ std::string TemporaryFolder::listing() const {
         result += (result.empty() ? "" : " ") + name;
     }
     return result;
+}
+
+std::filesystem::path TemporaryFolder::write(const std::filesystem::path& name,
+                                             std::string_view content) const {
+    std::filesystem::path file = mPath / name;
+    std::filesystem::create_directories(file.parent_path());
+    writeFile(file, content);
+    return file;
 }
 
 std::string readFile(const std::filesystem::path& path) {

@@ -1,6 +1,6 @@
 /// A folder for the files of one test.
-#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_TEMPORARYFOLDER_H
-#define VARNO_TESTS_APPS_VARNO_SUPPORT_TEMPORARYFOLDER_H
+#ifndef VARNO_TESTS_SUPPORT_TEMPORARYFOLDER_H
+#define VARNO_TESTS_SUPPORT_TEMPORARYFOLDER_H
 
 #include <filesystem>
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace varno::test {
 
-/// Unique, and removed with everything in it at the end.
+/// Empty at first, and removed at the end with everything in it. Its path has no symbolic link in it.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -19,8 +19,10 @@ public:
     const std::filesystem::path& path() const { return mPath; }
     /// The path of a file in the folder, as text.
     std::string operator/(const std::string& name) const { return (mPath / name).string(); }
-    /// The names in the folder, sorted, separated by blanks.
+    /// The names of its files and folders, sorted, separated by blanks.
     std::string listing() const;
+    /// Writes a file of that name or path within the folder, with the folders above it; returns its path.
+    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const;
 
 private:
     std::filesystem::path mPath;
@@ -29,6 +31,7 @@ private:
 /// The content of a file; fails the test where it cannot be read.
 std::string readFile(const std::filesystem::path& path);
 
+/// Fails the test where the file cannot be written.
 void writeFile(const std::filesystem::path& path, std::string_view content);
 
 } // namespace varno::test

@@ -1,6 +1,6 @@
 /// A host that takes a description and writes down every call, for tests.
-#ifndef VARNO_TESTS_SUPPORT_DESCRIPTIONRECORDER_H
-#define VARNO_TESTS_SUPPORT_DESCRIPTIONRECORDER_H
+#ifndef VARNO_TESTS_SOURCE_DESCRIPTIONRECORDER_H
+#define VARNO_TESTS_SOURCE_DESCRIPTIONRECORDER_H
 
 #include "AAX_IACFCollection.h"
 #include "AAX_IACFComponentDescriptor.h"

@@ -1,11 +1,11 @@
-#ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_COMMALOCALE_H
-#define VARNO_TESTS_APPS_VARNO_SUPPORT_COMMALOCALE_H
+#ifndef VARNO_TESTS_SUPPORT_COMMALOCALE_H
+#define VARNO_TESTS_SUPPORT_COMMALOCALE_H
 
 #include <locale>
 
 namespace varno::test {
 
-/// Makes the decimal comma and the grouping point the program's locale as long as it lives.
+/// While it lives, the program's C++ locale has a decimal comma and groups digits with points.
 class CommaLocale {
 public:
     CommaLocale()
