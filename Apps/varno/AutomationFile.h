@@ -20,7 +20,8 @@ struct AutomationPoint {
 /// numbers with a point in every locale. Fields cannot hold commas.
 /// @param rateHz frames per second; a time counts as the nearest frame (halves go up)
 /// @return the points by time, those of equal frame in the order of their lines
-/// @throws WorkError that names the file, the line and what is wrong with it
+/// @throws AudioFileError where it cannot be read; WorkError with the file, the line and what is wrong with
+/// it
 std::vector<AutomationPoint> readAutomationFile(const std::string& path, double rateHz);
 
 } // namespace varno

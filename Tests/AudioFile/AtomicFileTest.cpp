@@ -149,7 +149,7 @@ TEST_F(AtomicFileTest, RefusesAFolderThatCannotBeWritten) {
 TEST_F(AtomicFileTest, TellsAFullDisk) {
     const int status = inChildProcess([&] {
         catchInterruptions();
-        const rlimit limit{1000, 1000}; // bytes that a file may have, as if the disk ended there
+        const rlimit limit{1000, 1000}; // most bytes of a file: writing fails as on a full disk
         ::setrlimit(RLIMIT_FSIZE, &limit);
         AtomicFile file(mPath, Overwrite::kRefuse);
         EXPECT_EQ(errorText(kExitWorkFailed, [&] { file.write(std::string(1001, 'x')); }),

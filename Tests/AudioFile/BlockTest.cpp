@@ -38,7 +38,7 @@ TEST(AudioBlockTest, HoldsOnceWhatSinglePrecisionHolds) {
     EXPECT_EQ(block.samples()[1][0], -1.0F);
 }
 
-// One and two channels are written out, others are not; vector code takes several frames at a time.
+// One and two channels have loops of their own; vectorized loops take several frames at a time.
 TEST(AudioBlockTest, TakesAnyNumberOfChannelsAndFrames) {
     constexpr int kMostFrames = 37;
     for (const int channels : {1, 2, 3, 8}) {

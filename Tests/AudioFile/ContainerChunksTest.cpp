@@ -99,7 +99,7 @@ TEST_F(ContainerChunksTest, OtherFilesHaveNone) {
     }
 }
 
-// Whatever a damaged header says, reading ends and stays within the file.
+// Whatever a damaged header holds, reading ends and stays within the file.
 TEST_F(ContainerChunksTest, DamagedSizesEndTheReading) {
     for (const int major : std::initializer_list<int>{SF_FORMAT_WAV, SF_FORMAT_RF64, SF_FORMAT_W64,
                                                       SF_FORMAT_AIFF, SF_FORMAT_CAF}) {

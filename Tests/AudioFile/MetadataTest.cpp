@@ -50,7 +50,8 @@ struct FamilyCase {
 
 class CarriedChunksFamilyTest : public CarriedChunksTest, public testing::WithParamInterface<FamilyCase> {};
 
-// Sizes odd and even, bytes of every value: what another program wrote comes back byte for byte, and again.
+// Odd and even sizes, bytes of many values: the chunks of another program are copied byte for byte, also
+// twice.
 TEST_P(CarriedChunksFamilyTest, ComeBackByteForByteThroughEveryCopy) {
     std::vector<CarriedChunk> chunks;
     std::string data;

@@ -105,7 +105,8 @@ TEST(SampleQuantizerTest, LimitsToFullScaleAndCountsWhatLiesBeyond) {
     EXPECT_EQ(integer(quantizer, 16, 1.0), 32767);
     EXPECT_EQ(integer(quantizer, 16, -1.0), -32768);
     EXPECT_EQ(integer(quantizer, 16, 1.0 + 0.4 / 32768.0), 32767);
-    EXPECT_EQ(quantizer.clipped(), 0); // full scale itself is no clip, nor is less than half a step
+    EXPECT_EQ(quantizer.clipped(),
+              0); // full scale does not count as clipped, nor less than half a step beyond
     EXPECT_EQ(integer(quantizer, 16, 1.0 + 0.6 / 32768.0), 32767);
     EXPECT_EQ(integer(quantizer, 16, -1.5), -32768);
     EXPECT_EQ(integer(quantizer, 16, 1e30), 32767);
@@ -120,7 +121,7 @@ TEST(SampleQuantizerTest, InfinitiesAndNoNumbersAreClippedToo) {
     EXPECT_EQ(quantizer.clipped(), 3);
 }
 
-// Without dither a signal below half a step vanishes; with it the mean keeps its value.
+// Without dither a signal below half a step becomes 0; with dither the mean keeps its value.
 TEST(SampleQuantizerTest, DitherKeepsWhatLiesBelowAStep) {
     constexpr int kCount = 100'000;
     SampleQuantizer quantizer(16, Dither::kTpdf, 1);
@@ -144,10 +145,10 @@ TEST(SampleQuantizerTest, DitherNeverWrapsAround) {
         EXPECT_GE(integer(quantizer, 16, 32767.0 / 32768.0), 32765);
         EXPECT_LE(integer(quantizer, 16, -1.0), -32766);
     }
-    EXPECT_EQ(quantizer.clipped(), 0); // what the noise lifts over the edge is not the signal's doing
+    EXPECT_EQ(quantizer.clipped(), 0); // samples that only the noise lifts beyond full scale do not count
 }
 
-// Samples around every edge that matters, on both sides by the least difference, and noise between them.
+// The limits of rounding and clipping, their neighbours on both sides, and noise between them.
 std::vector<float> awkwardSamples(int bits) {
     std::vector<float> samples = {
         std::numeric_limits<float>::quiet_NaN(),  std::numeric_limits<float>::infinity(),
@@ -168,7 +169,7 @@ std::vector<float> awkwardSamples(int bits) {
     return samples;
 }
 
-// What one sample becomes, said in the plainest way.
+// The literal evaluation for one sample.
 std::int32_t plainInteger(int bits, double sample, double noise) {
     const double most = std::ldexp(1.0, bits - 1);
     const double steps = (std::isnan(sample) ? 0.0 : sample * most) + noise;
@@ -206,7 +207,7 @@ Quantized quantizePlainly(const Format& format, const std::vector<float>& sample
     return result;
 }
 
-// In portions that are no whole number of frames, of pieces or of vectors.
+// In portions that are not a whole number of frames, pieces or vectors.
 template<class Integer, class Sample>
 Quantized quantize(const Format& format, const std::vector<Sample>& samples) {
     constexpr std::size_t kPortion = 997;
@@ -225,7 +226,7 @@ Quantized quantize(const Format& format, const std::vector<Sample>& samples) {
 
 class SampleQuantizerPlainTest : public testing::TestWithParam<std::tuple<int, Dither, std::size_t>> {};
 
-// Whatever the types and the portions, each sample becomes what it would become by itself.
+// For all types and portions, each sample has the value that it has alone.
 TEST_P(SampleQuantizerPlainTest, EqualsThePlainCalculation) {
     const auto [bits, dither, channels] = GetParam();
     const Format format{bits, dither, channels};

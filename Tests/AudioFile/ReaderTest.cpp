@@ -135,7 +135,7 @@ TEST_F(AudioReaderTest, IdentityIsThatOfTheFile) {
     EXPECT_NE(AudioReader(path).identity(), AudioReader(makeWav("other.wav")).identity());
 }
 
-// What a real pipe brings arrives like the file; `source` is a shell command that writes it.
+// A pipe is read like the file; `source` is a shell command that writes to it.
 class AudioReaderPipeTest : public AudioReaderTest, public testing::WithParamInterface<const char*> {
 protected:
     std::vector<double> readPipe(const std::string& source) {

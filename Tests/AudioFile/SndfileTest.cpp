@@ -70,8 +70,8 @@ protected:
 
 class SndfileTagsTest : public SndfileMetadataTest, public testing::WithParamInterface<const char*> {};
 
-// Text goes from WAV into every container and back. libsndfile signs the software tag once, not again at each
-// pass.
+// Text is copied from WAV into every container and back. libsndfile adds its name to the software tag once,
+// not at every copy.
 TEST_P(SndfileTagsTest, TextIsCarriedOverAndStaysOverManyPasses) {
     const std::string in = makeFile("in.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16);
     std::map<int, std::string> expected = kTags;

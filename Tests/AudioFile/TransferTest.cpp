@@ -19,7 +19,7 @@ struct Ended : std::runtime_error {
         : std::runtime_error("ended") {}
 };
 
-// Raises SIGALRM often: the first may come before the process waits.
+// Raises SIGALRM repeatedly: the first may come before the process waits.
 void raiseAlarms() {
     struct sigaction ignoring {};
     ignoring.sa_handler = [](int) {};

@@ -37,7 +37,7 @@ AudioFormat formatOf(SampleFormat sample, int channels, std::int64_t frames) {
 
 class AudioWriterTest : public testing::Test {
 protected:
-    // Writes one channel of samples, processed from silence, and tells how many were clipped.
+    // Writes one channel of samples, processed from silence, and returns how many were clipped.
     std::int64_t writeMono(const std::string& path, SampleFormat sample, const std::vector<float>& samples,
                            const AudioWriter::Options& options = {}) {
         const auto frames = static_cast<int>(samples.size());
@@ -65,8 +65,8 @@ struct Kept {
 
 class AudioWriterIntegerTest : public AudioWriterTest, public testing::WithParamInterface<Kept> {};
 
-// The samples that an effect leaves alone come back to the last bit, whatever the block size; judged by
-// libsndfile.
+// Samples that an effect leaves unchanged keep every bit, whatever the block size; libsndfile reads them
+// back.
 TEST_P(AudioWriterIntegerTest, UntouchedSamplesComeBack) {
     const Kept& kept = GetParam();
     const std::string out = mFolder / kept.output;
@@ -194,8 +194,8 @@ TEST_F(AudioWriterTest, DithersOnlyWhereDepthIsReduced) {
 
 class AudioWriterRepeatTest : public AudioWriterTest, public testing::WithParamInterface<const char*> {};
 
-// Encoders, dither, headers and serial numbers: nothing may depend on block sizes, the run or the second of
-// the day.
+// Encoders, dither, headers and serial numbers: nothing may depend on block sizes, the run or the time of
+// day.
 TEST_P(AudioWriterRepeatTest, EveryRunAndBlockSizeGivesTheSameBytes) {
     writeSound(mIn, {SF_FORMAT_WAV | SF_FORMAT_FLOAT, 2, 48'000, {}, testReals(24'000)});
     std::string first;
@@ -331,7 +331,7 @@ TEST_F(AudioWriterTest, RefusesAnExistingFileAndReplacesItWhenForced) {
 class AudioWriterFullDiskTest : public AudioWriterTest,
                                 public testing::WithParamInterface<std::tuple<const char*, rlim_t>> {};
 
-// The disk is full at once, after some blocks, or only when the last bytes are written.
+// The disk is full from the start, after some blocks, or only for the last bytes.
 TEST_P(AudioWriterFullDiskTest, IsToldAndLeavesNothing) {
     const auto [extension, limitBytes] = GetParam();
     const std::string in = mFolder / "in.wav";

@@ -14,7 +14,7 @@ struct PresetFile {
     DemoGain_PresetText::Values values;
 };
 
-/// @throws WorkError where the file cannot be read or holds no preset
+/// @throws AudioFileError where the file cannot be read; WorkError where it holds no preset
 PresetFile readPresetFile(const std::string& path);
 
 } // namespace varno

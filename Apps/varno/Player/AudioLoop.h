@@ -11,7 +11,8 @@ namespace varno {
 /// Audio that starts again at its end, held in memory.
 class AudioLoop {
 public:
-    /// Reads a file to its end. @throws WorkError where it cannot be decoded or does not fit kMostSamples
+    /// Reads a file to its end.
+    /// @throws AudioFileError where it cannot be decoded; WorkError where it does not fit kMostSamples
     static AudioLoop of(AudioReader& reader);
     /// Silence. @param channels at least 1
     static AudioLoop silence(int channels);

@@ -18,8 +18,8 @@ public:
     /// window within there is nothing to wait for.
     bool isDrawn() const;
 
-    /// Appends the picture to the file. @throws WorkError where the window is not shown or the file cannot
-    /// be written
+    /// Appends the picture to the file.
+    /// @throws WorkError where the window is not shown; AudioFileError where the file cannot be written
     void write(AtomicFile& file) const;
 
 private:
