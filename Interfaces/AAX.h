@@ -71,7 +71,8 @@ struct AAX_IDma {
 /// A processing routine: processes one buffer of every instance context from inInstancesBegin up to, and not
 /// including, inInstancesEnd. [audio]
 using AAX_CProcessProc = void (*)(void* const inInstancesBegin[], const void* inInstancesEnd);
-/// A routine told when an instance of an algorithm is added or removed. Returns an AAX_Result. [main]
+/// A routine that is called when an instance of an algorithm is added or removed. Returns an AAX_Result.
+/// [main]
 using AAX_CInstanceInitProc = int32_t (*)(const void* inInstanceContext, int32_t inAction);
 /// A routine that the host runs in the background. Returns an AAX_Result. [any]
 using AAX_CBackgroundProc = int32_t (*)();

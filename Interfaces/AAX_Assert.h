@@ -1,4 +1,4 @@
-/// Assertions, which tell the host and carry on.
+/// Assertions, which are reported to the host and do not stop the module.
 #ifndef VARNO_INTERFACES_AAX_ASSERT_H
 #define VARNO_INTERFACES_AAX_ASSERT_H
 

@@ -2,8 +2,8 @@
 #ifndef VARNO_INTERFACES_AAX_CAUTORELEASEPOOL_H
 #define VARNO_INTERFACES_AAX_CAUTORELEASEPOOL_H
 
-/// On macOS everything that is autoreleased while it lives is released when it goes; elsewhere it does
-/// nothing. Lives on the stack of one function, on the thread that made it. [main]
+/// On macOS it releases everything that was autoreleased during its lifetime when it is destroyed; elsewhere
+/// it does nothing. It lives on the stack of one function, on the thread that made it. [main]
 class AAX_CAutoreleasePool {
 public:
     AAX_CAutoreleasePool();

@@ -14,12 +14,12 @@ class AAX_VController;
 class AAX_VTransport;
 class AAX_VViewContainer;
 
-/// Implements AAX_IACFEffectGUI, which tells what each operation does, without knowing how anything is drawn:
-/// the life of an editor, the host's services and the fan-out of parameters. A derived class makes and
-/// unmakes the view.
+/// Implements AAX_IACFEffectGUI, which documents each operation, independently of how anything is drawn: the
+/// lifetime of an editor, the host's services and the distribution of parameter changes. A derived class
+/// creates and deletes the view.
 ///
 /// Everything that the host may call here is safe before Initialize and after Uninitialize, takes null
-/// arguments and lets no exception out: a ResultError becomes its code, any other
+/// arguments and throws nothing: a ResultError becomes its code, any other exception
 /// AAX_ERROR_UNKNOWN_EXCEPTION, with one trace line. What a derived class overrides must keep that promise
 /// itself, except the operations that are called from within, which stand below.
 class AAX_CEffectGUI : public AAX_IEffectGUI {
@@ -40,21 +40,21 @@ public:
     /// Answers for IID_IAAXEffectGUIV1 and leaves the rest to the base. On success the caller owns one
     /// reference. [any]
     ACFRESULT InternalQueryInterface(const acfIID& iid, void** outObject) override;
-    /// Lets go of everything of the host's. A view is taken down by the class that made it, whose own
-    /// destructor calls Uninitialize: the operations that do it can no longer be called from here.
+    /// Releases everything of the host. A view is deleted by the class that created it, whose own destructor
+    /// calls Uninitialize: this destructor can no longer call the operations of a derived class.
     ~AAX_CEffectGUI() override;
 
 protected:
-    // Called from within, where exceptions may be thrown.
+    // Called by the operations above; these may throw.
 
     /// Where a derived class loads what all its views share; called by Initialize with the host's services in
     /// place. [main]
     virtual void CreateViewContents() = 0;
-    /// Where a derived class makes its view in the container that it was just given. [main]
+    /// Where a derived class creates its view in the container that it has just received. [main]
     virtual void CreateViewContainer() = 0;
-    /// Where a derived class takes its view down, if there is one; the container is still there. [main]
+    /// Where a derived class deletes its view, if there is one; the container still exists. [main]
     virtual void DeleteViewContainer() = 0;
-    /// Brings every parameter's current state into the editor by ParameterUpdated. [main]
+    /// Calls ParameterUpdated for every parameter. [main]
     virtual void UpdateAllParameters();
 
 public:
@@ -76,7 +76,7 @@ private:
     std::unique_ptr<AAX_VViewContainer> mViewContainer;
     std::unique_ptr<AAX_VTransport> mTransport;
 
-    /// Gives the host's services back; the container stays.
+    /// Releases the host's services; the container stays.
     void LetGo();
 };
 

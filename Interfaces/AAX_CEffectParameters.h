@@ -21,12 +21,12 @@ class AAX_VTransport;
 /// Identifier of the parameter that is the master bypass.
 inline constexpr char cDefaultMasterBypassID[] = "MasterBypassID";
 
-/// Implements AAX_IACFEffectParameters, which tells what each operation does, on a manager of parameters, a
+/// Implements AAX_IACFEffectParameters, which documents each operation, on a manager of parameters, a
 /// dispatcher of packets and a parser of chunks. A plug-in derives from it and adds its parameters and
 /// packets in EffectInit.
 ///
 /// Everything that the host may call here is safe before Initialize and after Uninitialize, answers a null
-/// output or record with AAX_ERROR_NULL_ARGUMENT unless it says otherwise, and lets no exception out: a
+/// output or record with AAX_ERROR_NULL_ARGUMENT unless stated otherwise, and throws nothing: a
 /// ResultError becomes its code, any other AAX_ERROR_UNKNOWN_EXCEPTION, with one trace line. What a derived
 /// class overrides must keep that promise itself, except EffectInit, UpdatePageTable and packet handlers,
 /// which are called from within.
@@ -39,7 +39,7 @@ public:
     /// reference. [any]
     ACFRESULT InternalQueryInterface(const acfIID& iid, void** outObject) override;
 
-    /// As the interface says; a null host offers no service. Finally the master bypass is excluded from
+    /// As the interface states; a null host offers no service. Finally the master bypass is excluded from
     /// saving. [main]
     AAX_Result Initialize(IACFUnknown* host) override;
     AAX_Result Uninitialize() override;
@@ -132,7 +132,7 @@ protected:
     void FilterParameterIDOnSave(AAX_CParamID paramID);
 
     int32_t mNumPlugInChanges = 0;
-    int32_t mChunkSize = 0; ///< Bytes, as the last GetChunkSize told.
+    int32_t mChunkSize = 0; ///< Bytes, as the last GetChunkSize returned.
     AAX_CChunkDataParser mChunkParser;
     int32_t mNumChunkedParameters = 0; ///< Parameters that are saved.
     AAX_CPacketDispatcher mPacketDispatcher;

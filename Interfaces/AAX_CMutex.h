@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// A lock that knows its owner. It does not nest: a second Lock by the owner returns false at once, so that
+/// A lock that records its owner. It does not nest: a second Lock by the owner returns false at once, so that
 /// code which calls itself while it holds the lock neither blocks nor unlocks too early (see
 /// AAX_StLock_Guard). Where the system has no mutex left the object is made all the same and never locks.
 class AAX_CMutex {
@@ -18,7 +18,7 @@ public:
     /// Blocks until the lock is free and takes it. Returns whether this call took it: false when the calling
     /// thread has it already, or when there is no mutex. [any]
     bool Lock();
-    /// Frees the lock when the calling thread has it; otherwise does nothing. [any]
+    /// Frees the lock when the calling thread holds it; otherwise does nothing. [any]
     void Unlock();
 
 private:

@@ -51,7 +51,7 @@ public:
     /// Runs the handler of every dirty packet, in byte-wise order of identifiers, and posts what succeeds;
     /// each packet is clean afterwards, whether it was posted or not. Returns the result of the last post,
     /// AAX_SUCCESS when nothing was posted, or AAX_ERROR_NULL_OBJECT, with the packets left dirty, when there
-    /// is something to post and no controller. What a handler throws goes on to the caller, as does
+    /// is something to post and no controller. Exceptions of a handler reach the caller, as does
     /// std::out_of_range for a handler that succeeds without a payload. [main]
     AAX_Result Dispatch();
 

@@ -31,14 +31,14 @@ inline uint32_t AAX_DefaultNumberOfSteps(AAX_EParameterType type) {
     return 1;
 }
 
-/// The one implementation of AAX_IParameter, which tells what each operation does. T is bool, int32_t, float
+/// The one implementation of AAX_IParameter, which documents each operation. T is bool, int32_t, float
 /// or double.
 template<class T>
 class AAX_CParameter final : public AAX_IParameter {
 public:
     /// Copies what it is given and keeps clones of the delegates, which remain the caller's. `identifier` is
     /// ASCII; more than 31 characters are an assertion failure and are cut. `defaultValue` is real. The
-    /// parameter is continuous with 128 steps, and has its default value, until told otherwise. Throws what
+    /// parameter is continuous with 128 steps, and has its default value until set otherwise. Throws what
     /// cloning throws, with nothing left behind.
     AAX_CParameter(AAX_CParamID identifier, const AAX_IString& name, T defaultValue,
                    const AAX_ITaperDelegate<T>& taperDelegate, const AAX_IDisplayDelegate<T>& displayDelegate,

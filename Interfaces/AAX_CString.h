@@ -11,7 +11,7 @@
 /// object.
 class AAX_CString : public AAX_IString {
 public:
-    /// What every implementation of this class says of its longest text, in characters.
+    /// Length of the longest text that any implementation of this class reports, in characters.
     static constexpr uint32_t kMaxLength = 0xFFFFFFFE;
 
     AAX_CString() = default;

@@ -28,8 +28,8 @@ enum AAX_EDataInPortType : int32_t {
     AAX_eDataInPortType_Buffered = 1, ///< Written between buffers, so that a buffer sees one value.
 };
 
-/// Properties of effects, algorithms and meters. Those without a telling name have a meaning that is the
-/// host's own; their values are handed over as they are.
+/// Properties of effects, algorithms and meters. Properties with a numbered name have a meaning that
+/// only the host knows; their values are passed on unchanged.
 enum AAX_EProperty : int32_t {
     AAX_eProperty_ManufacturerID = 11,
     AAX_eProperty_ProductID = 12,

@@ -1,4 +1,4 @@
-/// What a host tells about itself while a module is described.
+/// What a host reports about itself while a module is described.
 #ifndef VARNO_INTERFACES_AAX_IACFDESCRIPTIONHOST_H
 #define VARNO_INTERFACES_AAX_IACFDESCRIPTIONHOST_H
 

@@ -1,4 +1,4 @@
-/// What the host tells of the desktop around a view, and does for an editor there.
+/// What the host reports about the desktop around a view, and does for an editor there.
 #ifndef VARNO_INTERFACES_AAX_IACFDESKTOP_H
 #define VARNO_INTERFACES_AAX_IACFDESKTOP_H
 
@@ -10,7 +10,7 @@ using AAX_CWakeProc = void (*)(void* context);
 /// Version 1 (IID_IVarnoDesktopV1), an interface of this project's own that a view container may answer to:
 /// on desktops whose windows bring no event loop and no scale of their own (X11). Without it an editor lives
 /// on the host's timer alone, at scale 1. Contexts are borrowed until taken back. Where the desktop has been
-/// taken away, questions and wishes return AAX_ERROR_NULL_OBJECT.
+/// taken away, queries and requests return AAX_ERROR_NULL_OBJECT.
 class AAX_IACFDesktop : public IACFUnknown {
 public:
     /// The factor by which the desktop enlarges what it shows, 1 for the plain size. Returns AAX_SUCCESS, or

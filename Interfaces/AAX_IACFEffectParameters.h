@@ -19,7 +19,7 @@ public:
     /// transport and the automation delegate, and builds the parameters. Once, before anything else.
     /// Returns AAX_SUCCESS, or the failure of building the parameters. [main]
     virtual AAX_Result Initialize(IACFUnknown* host) = 0;
-    /// Destroys the parameters and lets go of the host. Returns AAX_SUCCESS. [main]
+    /// Destroys the parameters and releases the host. Returns AAX_SUCCESS. [main]
     virtual AAX_Result Uninitialize() = 0;
     /// Takes a notification of `size` bytes (borrowed). Returns AAX_SUCCESS. [main]
     virtual AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, uint32_t size) = 0;
@@ -98,7 +98,7 @@ public:
     virtual AAX_Result ReleaseParameter(AAX_CParamID paramID) = 0;
     /// Tells that the host has touched (1) or released (0) a parameter. Returns AAX_SUCCESS. [main]
     virtual AAX_Result UpdateParameterTouch(AAX_CParamID paramID, uint8_t isTouched) = 0;
-    /// The host's word that a parameter has a value now: stores it and marks its packet for the next
+    /// Called by the host when a parameter has a new value: stores it and marks its packet for the next
     /// GenerateCoefficients. Returns AAX_SUCCESS or AAX_ERROR_INVALID_PARAMETER_ID. [main]
     virtual AAX_Result UpdateParameterNormalizedValue(AAX_CParamID paramID, double value,
                                                       AAX_EUpdateSource source) = 0;
@@ -122,12 +122,12 @@ public:
     /// The four-character identifier of a kind of chunk. Returns AAX_SUCCESS, or
     /// AAX_ERROR_INVALID_CHUNK_INDEX and 0. [main]
     virtual AAX_Result GetChunkIDFromIndex(int32_t index, AAX_CTypeID* outID) const = 0;
-    /// Builds a chunk and tells the bytes of its data area. Returns AAX_SUCCESS; AAX_ERROR_INVALID_CHUNK_ID
-    /// and 0; AAX_ERROR_INCORRECT_CHUNK_SIZE. [main]
+    /// Builds a chunk and reports the size of its data area in bytes. Returns AAX_SUCCESS;
+    /// AAX_ERROR_INVALID_CHUNK_ID and 0; AAX_ERROR_INCORRECT_CHUNK_SIZE. [main]
     virtual AAX_Result GetChunkSize(AAX_CTypeID chunkID, uint32_t* outSize) = 0;
-    /// Writes the chunk into a record with room for the bytes that the last GetChunkSize told (`chunk` is the
-    /// caller's). Returns AAX_SUCCESS; AAX_ERROR_INVALID_CHUNK_ID; AAX_ERROR_INCORRECT_CHUNK_SIZE when the
-    /// size has changed; -333 when the data cannot be written. [main]
+    /// Writes the chunk into a record with room for the bytes that the last GetChunkSize reported (`chunk` is
+    /// the caller's). Returns AAX_SUCCESS; AAX_ERROR_INVALID_CHUNK_ID; AAX_ERROR_INCORRECT_CHUNK_SIZE when
+    /// the size has changed; -333 when the data cannot be written. [main]
     virtual AAX_Result GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk* chunk) = 0;
     /// Asks for every value that a chunk (borrowed) holds. Returns AAX_SUCCESS or
     /// AAX_ERROR_INVALID_CHUNK_ID. [main]
@@ -155,7 +155,7 @@ public:
     /// is borrowed. Returns AAX_SUCCESS. [main]
     virtual AAX_Result UpdatePageTable(uint32_t tableType, int32_t tablePageSize, IACFUnknown* hostPageTable,
                                        IACFUnknown* host) const = 0;
-    /// Writes at most `size` bytes of custom data and tells how many. Returns AAX_SUCCESS. [main]
+    /// Writes at most `size` bytes of custom data and reports how many. Returns AAX_SUCCESS. [main]
     virtual AAX_Result GetCustomData(AAX_CTypeID dataID, uint32_t size, void* outData,
                                      uint32_t* outSize) const = 0;
     /// Takes `size` bytes of custom data (borrowed). Returns AAX_SUCCESS. [main]

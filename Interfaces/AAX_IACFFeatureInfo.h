@@ -1,4 +1,4 @@
-/// What a host tells about one of its features.
+/// What a host reports about one of its features.
 #ifndef VARNO_INTERFACES_AAX_IACFFEATUREINFO_H
 #define VARNO_INTERFACES_AAX_IACFFEATUREINFO_H
 

@@ -32,7 +32,7 @@ public:
     /// Gives the module the properties that `map` (borrowed, may be null) holds now. Returns the host's
     /// result, or AAX_ERROR_NULL_OBJECT without a host's collection. [main]
     virtual AAX_Result SetProperties(AAX_IPropertyMap* map) = 0;
-    /// What the host tells about itself, owned by the collection; never null. [main]
+    /// What the host reports about itself, owned by the collection; never null. [main]
     virtual const AAX_IDescriptionHost* DescriptionHost() const = 0;
     /// The host's own object that takes the description in, borrowed; null when there is none. [main]
     virtual IACFUnknown* HostDefinition() const = 0;

@@ -5,7 +5,7 @@
 #include "AAX.h"
 #include "AAX_IPropertyMap.h"
 
-/// Each operation forwards to the host's of the same name (AAX_IACFComponentDescriptor, which tells what each
+/// Each operation forwards to the host's of the same name (AAX_IACFComponentDescriptor, which documents each
 /// field of the context is). Texts and lists are borrowed for the call. The maps that the descriptor makes it
 /// owns: they live as long as it does, through Clear too.
 class AAX_IComponentDescriptor {

@@ -11,9 +11,9 @@
 #include <memory>
 
 /// Each operation forwards its arguments to the host's of the same name (AAX_IACFController and its later
-/// versions, which tell units and codes in full). A missing first version is AAX_ERROR_NULL_OBJECT, a missing
-/// later one AAX_ERROR_UNIMPLEMENTED, deliberately: the one is a host without an instance, the other an older
-/// host. Outputs are then left alone. Nothing here throws on the host's account.
+/// versions, which state units and codes in full). A missing first version is AAX_ERROR_NULL_OBJECT, a
+/// missing later one AAX_ERROR_UNIMPLEMENTED, deliberately: the one is a host without an instance, the other
+/// an older host. Outputs are then left alone. Nothing here throws on the host's account.
 class AAX_IController {
 public:
     virtual ~AAX_IController() = default;

@@ -1,4 +1,4 @@
-/// What the host tells about one of its features, as the plug-in reads it.
+/// What the host reports about one of its features, as the plug-in reads it.
 #ifndef VARNO_INTERFACES_AAX_IFEATUREINFO_H
 #define VARNO_INTERFACES_AAX_IFEATUREINFO_H
 

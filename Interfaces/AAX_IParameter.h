@@ -173,7 +173,7 @@ public:
     /// an assertion failure and changes nothing). [main]
     virtual void SetDisplayDelegate(AAX_IDisplayDelegateBase& delegate) = 0;
 
-    /// The host's word that the parameter has a value now: stores the real value of `normalizedValue` and
+    /// Called by the host when the parameter has a new value: stores the real value of `normalizedValue` and
     /// announces it to the automation delegate, unless it is the stored one already and has been announced.
     /// A value that is not a number becomes the taper's lower bound. [main]
     virtual void UpdateNormalizedValue(double normalizedValue) = 0;

@@ -5,8 +5,8 @@
 #include "AAX.h"
 
 /// Each operation forwards its arguments to the host's of the same name (AAX_IACFTransport and its later
-/// versions, which tell units and codes in full). A missing first version is AAX_ERROR_NULL_OBJECT, a missing
-/// later one AAX_ERROR_UNIMPLEMENTED; outputs are then left alone.
+/// versions, which state units and codes in full). A missing first version is AAX_ERROR_NULL_OBJECT, a
+/// missing later one AAX_ERROR_UNIMPLEMENTED; outputs are then left alone.
 class AAX_ITransport {
 public:
     virtual ~AAX_ITransport() = default;

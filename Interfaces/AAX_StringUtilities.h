@@ -9,8 +9,7 @@
 namespace AAX {
 
 /// The name of a result code as AAX_Errors.h spells it; "plug-in defined error" within the range reserved for
-/// those,
-/// "<unknown error code>" for every other value. [any]
+/// those, "<unknown error code>" for every other value. [any]
 std::string AsStringResult(AAX_Result result);
 
 } // namespace AAX

@@ -1,4 +1,4 @@
-/// What the host tells about itself.
+/// What the host reports about itself.
 #ifndef VARNO_INTERFACES_AAX_VDESCRIPTIONHOST_H
 #define VARNO_INTERFACES_AAX_VDESCRIPTIONHOST_H
 

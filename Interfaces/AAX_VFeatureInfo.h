@@ -1,4 +1,4 @@
-/// What the host tells about one of its features.
+/// What the host reports about one of its features.
 #ifndef VARNO_INTERFACES_AAX_VFEATUREINFO_H
 #define VARNO_INTERFACES_AAX_VFEATUREINFO_H
 

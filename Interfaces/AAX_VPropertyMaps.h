@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// Owns the maps that a descriptor hands out, until it goes with the descriptor.
+/// Owns the maps that a descriptor returns, for the descriptor's lifetime.
 class AAX_VPropertyMaps {
 public:
     explicit AAX_VPropertyMaps(bool supportsExtendedStemFormats)

@@ -8,8 +8,8 @@
 #include <cstdint>
 
 /// Supplies a component's reference count, its interface lookup and its place in the module-wide count of
-/// live objects. An object starts without a reference and dies by the release of its last one, so it is made
-/// with `new`. References may be added and released on any thread; nothing else in here is shared.
+/// live objects. An object starts without a reference and is destroyed with the release of its last one, so
+/// it is made with `new`. References may be added and released on any thread; nothing else in here is shared.
 ///
 /// Interface lookup is split in two, so that a host can aggregate the object: whoever holds one of its
 /// interfaces asks the controlling unknown, which is the host's outer object or, without one, the inner
@@ -18,7 +18,7 @@
 class CACFUnknown {
 public:
     /// `outer` is the controlling unknown of an aggregate, which must outlive this object: it is borrowed,
-    /// since a reference would keep the two alive for ever. Null: the object stands alone.
+    /// since a reference would keep both alive for ever. Null: the object is not aggregated.
     explicit CACFUnknown(IACFUnknown* outer = nullptr);
     CACFUnknown(const CACFUnknown&) = delete;
     CACFUnknown& operator=(const CACFUnknown&) = delete;
@@ -27,14 +27,14 @@ public:
     /// For a derived class that has to prepare itself once it is complete; `host` is borrowed.
     /// The base does nothing. Returns ACF_OK. [main]
     virtual ACFRESULT InitializeInstance(IACFUnknown* host);
-    /// The last chance to let go of what the object holds: called once, when the last reference is gone,
+    /// Where the object releases what it holds: called once, when the last reference is gone,
     /// before the object is destroyed. The object may be referenced again for as long as this call lasts. The
     /// base does nothing. [any]
     virtual void FinalRelease();
     /// Destroys the object and frees its memory. [any]
     virtual void ReclaimMemory();
     /// Answers with one of the object's own interfaces; a derived class answers for its own and leaves the
-    /// rest to its base, which knows IID_IACFUnknown: the inner unknown. On success the caller owns one
+    /// rest to its base, which answers for IID_IACFUnknown: the inner unknown. On success the caller owns one
     /// reference to *outObject, otherwise it is null. Returns ACF_OK or ACF_E_NOINTERFACE. [any]
     virtual ACFRESULT InternalQueryInterface(const acfIID& iid, void** outObject);
     /// Adds one reference to the object itself. Returns the new count. [any]

@@ -4,7 +4,7 @@
 
 #include "ACF/IACFUnknown.h"
 
-/// What registration hands back: the host object that has taken the description in. A module only passes it
+/// What registration returns: the host object that holds the description. A module only passes it
 /// on; its operations, if any, are between the host and itself.
 class IACFPluginDefinition : public IACFUnknown {
 protected:

@@ -15,7 +15,7 @@ inline constexpr ACFRESULT ACF_E_UNEXPECTED = static_cast<ACFRESULT>(0x8000FFFFU
 
 /// What every object that crosses the border between host and plug-in answers to. It is the first base of
 /// every such object, so that the object's address is also that of its IACFUnknown. There is no virtual
-/// destructor: an object dies by the release of its last reference.
+/// destructor: an object is destroyed with the release of its last reference.
 class IACFUnknown {
 public:
     /// Asks for another interface of the object. On success *outObject is the interface and the caller owns

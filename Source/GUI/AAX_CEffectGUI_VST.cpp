@@ -9,7 +9,7 @@
 #include <utility>
 
 AAX_CEffectGUI_VST::~AAX_CEffectGUI_VST() {
-    // While this class can still take its view down.
+    // While this class can still delete its view.
     AAX_CEffectGUI_VST::Uninitialize();
     DropView();
 }

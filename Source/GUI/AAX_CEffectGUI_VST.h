@@ -14,47 +14,46 @@
 /// Places a content view in the host's native view and keeps it for as long as the host's container is there.
 /// A derived class overrides CreateEffectView, which ends in ShowView.
 ///
-/// Where the system brings no event loop of its own (X11), the view lives on the loop that all editors of the
-/// module share: every TimerWakeup drives it, and so does the host's event loop where the container answers
-/// to AAX_IACFDesktop. An override of TimerWakeup calls this one first.
+/// Where the system has no event loop (X11), the view uses the loop that all editors of the module share:
+/// every TimerWakeup drives it, and so does the host's event loop where the container implements
+/// AAX_IACFDesktop. An override of TimerWakeup calls this one first.
 class AAX_CEffectGUI_VST : public AAX_CEffectGUI, public VSTGUI::VSTGUIEditorInterface {
 public:
     AAX_CEffectGUI_VST() = default;
 
-    /// As the base; a container that takes another's place closes the view in that one first. [main]
+    /// As the base; a container that replaces another closes the view in that one first. [main]
     AAX_Result SetViewContainer(IACFUnknown* container) override;
-    /// In pixels of the native view, the desktop's enlargement included. [main]
+    /// In pixels of the native view, the desktop's scale included. [main]
     AAX_Result GetViewSize(AAX_Point* outSize) const override;
-    /// Has the view draw that part again; a null rectangle or no view: nothing. [main]
+    /// Invalidates that part of the view; does nothing for a null rectangle or without a view. [main]
     AAX_Result Draw(AAX_Rect* rect) override;
     AAX_Result TimerWakeup() override;
 
 protected:
     ~AAX_CEffectGUI_VST() override;
 
-    /// Calls CreateEffectView for a native view of a kind that there are frames for: an NSView or an X11
-    /// window. [main]
+    /// Calls CreateEffectView for a native view that frames support: an NSView or an X11 window. [main]
     void CreateViewContainer() override;
     void DeleteViewContainer() override;
-    /// Where a derived class makes its view for the host's native view. This one shows an empty grey one.
+    /// Where a derived class makes its view for the host's native view. This class shows an empty grey view.
     /// [main]
     virtual void CreateEffectView(void* nativeView);
 
     /// Takes over the caller's reference to `view`, which replaces the one there is, and opens its frame in
-    /// the native view, as large as the desktop wishes. Where that fails, as without a display, the view
-    /// stays without a window and everything else goes on. [main]
+    /// the native view, at the desktop's scale. Where that fails, as without a display, the view has no
+    /// window and everything else works. [main]
     void ShowView(VSTGUI_ContentView* view, void* nativeView);
     /// The view; borrowed, null while there is none. [main]
     VSTGUI_ContentView* GetView() const { return mView; }
 
 private:
-    /// The desktop is told that the view goes, then the view goes.
+    /// Disconnects the desktop, then deletes the view.
     void DropView();
 
     VSTGUI::SharedPointer<VSTGUI_ContentView> mView;
-    varno::Registration mOpened;                  ///< What an open frame leaves behind when it is closed.
+    varno::Registration mOpened;                  ///< Removes the remains of a frame that was open.
     std::shared_ptr<varno::RunLoop> mRunLoop;     ///< Held while there is a view.
-    std::unique_ptr<varno::DesktopLink> mDesktop; ///< There while the host's container is.
+    std::unique_ptr<varno::DesktopLink> mDesktop; ///< Exists as long as the host's container.
 };
 
 #endif

@@ -20,7 +20,7 @@ constexpr Bits kBits[] = {
     {AAX_eModifiers_SecondaryButton, VSTGUI::kRButton},
 };
 
-// The bits of one word for those set in the other.
+// Translates the bits of one side to those of the other.
 uint32_t Translate(uint32_t word, uint32_t Bits::*from, uint32_t Bits::*to) {
     uint32_t translated = 0;
     for (const Bits& bits : kBits) {

@@ -8,7 +8,7 @@ namespace varno {
 
 namespace {
 
-// About 60 times a second, as often as a usual display shows a new picture.
+// About 60 times a second, the refresh rate of a usual display.
 constexpr uint32_t kFramePeriodMs = 16;
 
 } // namespace
@@ -50,7 +50,7 @@ void DesktopLink::disconnect() {
 
 void DesktopLink::wake(void* context) {
     AAX_Guarded("DesktopLink", [context] {
-        // A handler may end the link, so nothing of it is touched afterwards.
+        // A handler may destroy the link, so nothing of it is used afterwards.
         if (const auto loop = static_cast<DesktopLink*>(context)->mLoop) {
             loop->tick();
         }

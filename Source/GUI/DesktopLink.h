@@ -1,4 +1,4 @@
-/// An editor's way to the desktop around its view, where the host tells of one.
+/// An editor's connection to the desktop around its view, where the host has one.
 #ifndef VARNO_SOURCE_GUI_DESKTOPLINK_H
 #define VARNO_SOURCE_GUI_DESKTOPLINK_H
 
@@ -10,28 +10,28 @@
 
 namespace varno {
 
-/// Has the host's event loop drive a loop of the module's: whenever one of its descriptors can be read, and
-/// once per frame of a usual display, so that what is drawn anew appears without delay. Goes before the
-/// container goes. [main]
+/// Lets the host's event loop drive a loop of the module: whenever one of its descriptors can be read, and
+/// once per frame of a usual display, so that redrawn parts appear without delay. Is destroyed before the
+/// container. [main]
 class DesktopLink {
 public:
-    /// `container` (borrowed) is the view container that the host has given; one that does not answer to
-    /// IID_IVarnoDesktopV1 has no desktop, and every call here is harmless.
+    /// `container` (borrowed) is the host's view container. Where it does not implement IID_IVarnoDesktopV1
+    /// there is no desktop, and every call here does nothing.
     explicit DesktopLink(IACFUnknown* container);
     DesktopLink(const DesktopLink&) = delete;
     DesktopLink& operator=(const DesktopLink&) = delete;
     /// Disconnects.
     ~DesktopLink();
 
-    /// The factor by which the desktop enlarges what it shows; 1 without a desktop or a sensible answer.
+    /// The desktop's scale factor; 1 without a desktop or where it reports no positive number.
     double scale() const;
-    /// Begins to drive `loop`, in the place of any other.
+    /// Begins to drive `loop` and stops driving any other.
     void connect(const std::shared_ptr<RunLoop>& loop);
-    /// Takes every watch and the timer back.
+    /// Removes every watch and the timer.
     void disconnect();
 
 private:
-    /// What the host calls; `context` is the link.
+    /// The callback that the host calls; `context` is the link.
     static void wake(void* context);
 
     ACFPtr<AAX_IACFDesktop> mDesktop;

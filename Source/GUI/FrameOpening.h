@@ -1,4 +1,4 @@
-/// The opening of a frame in the host's native view, which every system does in its own way.
+/// Opens a frame in the host's native view; the code differs by system.
 #ifndef VARNO_SOURCE_GUI_FRAMEOPENING_H
 #define VARNO_SOURCE_GUI_FRAMEOPENING_H
 
@@ -11,10 +11,10 @@ class VSTGUI_ContentView;
 
 namespace varno {
 
-/// Opens the view's frame in `nativeView` of the kind `containerType`, an AAX_EViewContainerType. The result
-/// is to be reset as soon as the view has gone: it removes what the frame leaves behind in the native view.
-/// Empty, and nothing done, where this system has no such views or the view is not there: an X11 window of a
-/// display that cannot be reached, or none at all. [main]
+/// Opens the view's frame in `nativeView` of the kind `containerType`, an AAX_EViewContainerType. Reset the
+/// result as soon as the view is deleted: it removes the remains of the frame from the native view. Returns
+/// nothing and does nothing where this system has no such views or the view does not exist, such as an X11
+/// window of a display that cannot be reached. [main]
 std::optional<Registration> openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView);
 
 } // namespace varno

@@ -26,7 +26,7 @@ using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy
 template<class T>
 using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
-// The window that a container's pointer stands for, if it can be one.
+// The window whose identifier a container's pointer holds, if it can be one.
 std::optional<xcb_window_t> windowOf(void* nativeView) {
     const auto number = reinterpret_cast<std::uintptr_t>(nativeView);
     if (number == 0 || number > std::numeric_limits<xcb_window_t>::max()) {
@@ -35,8 +35,8 @@ std::optional<xcb_window_t> windowOf(void* nativeView) {
     return static_cast<xcb_window_t>(number);
 }
 
-// Whether the display can be reached and has the window. Asked on a connection of its own: VSTGUI takes it
-// for granted that its own succeeds, and dies where it does not.
+// Whether the display can be reached and has the window. Uses a connection of its own: VSTGUI
+// crashes where its own connection fails.
 bool windowExists(xcb_window_t window) {
     const Connection connection(xcb_connect(nullptr, nullptr), &xcb_disconnect);
     if (xcb_connection_has_error(connection.get()) != 0) {
@@ -58,8 +58,8 @@ const xcb_visualtype_t* anyVisual(xcb_screen_t* screen) {
 }
 
 // Gives VSTGUI cairo's device for its connection. When the last frame closes, VSTGUI finishes the device and
-// closes the connection, but 4.13 has nobody set the device any more; cairo then keeps the closed connection
-// in its cache and aborts as soon as another one comes to lie at the same address. A device that is already
+// closes the connection, but 4.13 does not set the device any more; cairo then keeps the closed connection
+// in its cache and aborts as soon as another connection has the same address. A device that is already
 // set stays.
 void setCairoDevice() {
     auto& loop = VSTGUI::X11::RunLoop::instance();
@@ -69,20 +69,20 @@ void setCairoDevice() {
     auto* visual = const_cast<xcb_visualtype_t*>(anyVisual(screen));
     const Surface surface(cairo_xcb_surface_create(connection, screen->root, visual, 1, 1),
                           &cairo_surface_destroy);
-    // VSTGUI adds a reference of its own, which it gives back after finishing the device.
+    // VSTGUI adds a reference of its own and releases it after finishing the device.
     loop.setDevice(cairo_surface_get_device(surface.get()));
 }
 
-// Destroys a window, and returns when the display has done so: a host that then destroys its own window
-// around it must not be overtaken.
+// Destroys a window, and returns when the display has done so: the host may destroy its own window around it
+// afterwards.
 void destroyWindow(xcb_connection_t* connection, xcb_window_t window) {
     xcb_destroy_window(connection, window);
     const Reply<xcb_get_input_focus_reply_t> answer(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), &std::free);
 }
 
-// VSTGUI's factory keeps one of cairo's devices, some 25 KB, for each connection that there has ever been:
-// without open frames another factory takes its place.
+// VSTGUI's factory keeps one of cairo's devices, some 25 KB, for every connection since it was made:
+// when no frame is open, the factory is replaced.
 void forgetCairoDevices() {
     const auto resources = VSTGUI::getPlatformFactory().asLinuxFactory()->getResourcePath();
     VSTGUI::exitPlatform();
@@ -91,11 +91,11 @@ void forgetCairoDevices() {
 }
 
 // VSTGUI leaves the windows of its frames to the end of its connection, which comes when the last frame is
-// closed: until then a closed editor would stay to be seen in a host's window that is kept.
+// closed: until then a closed editor would stay visible in a host's window that still exists.
 Registration windowRemoval(const VSTGUI::CFrame& frame) {
     const auto& native = dynamic_cast<const VSTGUI::X11::IX11Frame&>(*frame.getPlatformFrame());
     return Registration([window = native.getX11WindowID()] {
-        // VSTGUI keeps the pointer to a connection that it has closed, but not the loop.
+        // VSTGUI keeps the pointer to a closed connection, but not the loop.
         if (VSTGUI::X11::RunLoop::get() != nullptr) {
             destroyWindow(VSTGUI::X11::RunLoop::instance().getXcbConnection(), window);
         } else {

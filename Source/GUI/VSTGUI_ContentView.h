@@ -10,11 +10,11 @@
 #include "vstgui/lib/vstguibase.h"
 #include "vstgui/lib/vstkeycode.h"
 
-/// Owns a frame and carries the effect's parameters. It passes on what a frame can do rather than being one:
-/// from VSTGUI 4.10 on, CFrame is final and cannot be derived from. Controls are added to getFrame().
+/// Owns a frame and holds the effect's parameters. It forwards to a frame instead of deriving from it: CFrame
+/// is final from VSTGUI 4.10 on. Controls are added to getFrame().
 ///
-/// Counted as the library's own objects are: made with `new` with one reference, which forget() gives back.
-/// The frame is closed, and its controls go, with the last one. [main]
+/// Reference-counted as the library's objects are: made with `new` with one reference, which forget()
+/// releases. The last release closes the frame and deletes its controls. [main]
 class VSTGUI_ContentView : public VSTGUI::NonAtomicReferenceCounted {
 public:
     /// `editor` and `parameters` (may be null) are borrowed and outlive the view.

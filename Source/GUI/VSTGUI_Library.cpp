@@ -6,8 +6,7 @@
 
 namespace {
 
-// Made at the first use, thus after all that the library makes when the module is loaded, and gone before
-// it.
+// Made at the first use, thus after the library's own static objects, and destroyed before them.
 struct Library {
     explicit Library(const std::filesystem::path& resources) {
         VSTGUI::init(VSTGUI_Prepare(resources));

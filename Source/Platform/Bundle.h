@@ -18,10 +18,10 @@ struct Bundle {
     void* reference = nullptr;
 };
 
-/// The bundle of the module that this code is in; where it is linked into a program, what lies around that
-/// program in the same way. Empty where there is none or it has no resources.
-/// @param identifier the bundle's reverse-domain name, by which macOS finds it; of no meaning on Linux, where
-/// the binary's path tells [main]
+/// The bundle of the module that this code is in; where it is linked into a program, the bundle around that
+/// program. Empty where there is none or it has no resources.
+/// @param identifier the bundle's reverse-domain name, by which macOS finds it; not used on Linux, where
+/// the binary's path leads to it [main]
 std::optional<Bundle> moduleBundle(const std::string& identifier);
 
 /// Linux: the folder of the resources that belong to a binary: `Contents/Resources` for one that lies in

@@ -22,7 +22,7 @@ std::optional<fs::path> resourcesAround(const fs::path& binary) {
     return std::nullopt;
 }
 
-// The file that this code was loaded from; empty where the system does not tell.
+// The file that this code was loaded from; empty where the system does not report it.
 fs::path thisBinary() {
     std::error_code unknown;
     static const char codeOfThisBinary = 0;
@@ -31,12 +31,12 @@ fs::path thisBinary() {
     if (dladdr1(&codeOfThisBinary, &info, &found, RTLD_DL_LINKMAP) == 0) {
         return {};
     }
-    // The loader names a program only by the word that started it, which need not lead to it.
+    // The loader reports a program only by its argument zero, which need not be a path.
     const char* const name = static_cast<const link_map*>(found)->l_name;
     return *name == '\0' ? fs::read_symlink("/proc/self/exe", unknown) : fs::absolute(name, unknown);
 }
 
-// Asked for while the module is loaded: its name may be relative, and the host may change its folder later.
+// Read while the module is loaded: the name may be relative, and the host may change its folder later.
 const fs::path kBinary = thisBinary();
 
 } // namespace

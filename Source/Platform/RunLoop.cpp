@@ -14,13 +14,13 @@ namespace {
 template<typename Entry>
 using Owned = std::vector<std::shared_ptr<Entry>>;
 
-// What there is now, for a walk during which entries come and go: one that goes is found expired.
+// The present entries, to iterate over while entries are added and removed: a removed one is expired.
 template<typename Entry>
 std::vector<std::weak_ptr<Entry>> snapshot(const Owned<Entry>& entries) {
     return {entries.begin(), entries.end()};
 }
 
-// Calls for each entry of the snapshot that is still there; the entry stays whole until its call returns.
+// Calls `call` for each entry of the snapshot that still exists; the entry exists until its call returns.
 template<typename Entry, typename Call>
 void eachLeft(const std::vector<std::weak_ptr<Entry>>& entries, Call call) {
     for (const auto& entry : entries) {
@@ -30,7 +30,7 @@ void eachLeft(const std::vector<std::weak_ptr<Entry>>& entries, Call call) {
     }
 }
 
-// Sets a flag for a scope, unless it is gone by its end.
+// Sets a flag for a scope; the flag may be destroyed before the scope ends.
 class Raised {
 public:
     explicit Raised(const std::shared_ptr<bool>& flag)
@@ -80,7 +80,7 @@ struct RunLoop::State {
         eachLeft(snapshot(watchers), [&](const Watcher& watcher) { (watcher.*what)(number); });
     }
 
-    // Puts an entry into its list; the registration takes it out and then calls what follows.
+    // Adds an entry to its list; the registration removes it and then calls `afterwards`.
     template<typename Entry, typename Afterwards>
     static Registration add(const std::shared_ptr<State>& state, Owned<Entry> State::*list, Entry entry,
                             Afterwards afterwards) {
@@ -111,7 +111,7 @@ RunLoop::RunLoop(Clock clock)
 RunLoop::~RunLoop() = default;
 
 Registration RunLoop::addDescriptor(int descriptor, Callback handler) {
-    // A number that is still registered may have been closed and given out again for another file.
+    // A number that is still registered may have been closed and be in use for another file.
     if (mState->numbers().count(descriptor) > 0) {
         mState->tell(&Watcher::onRemoved, descriptor);
     }
@@ -147,7 +147,7 @@ void RunLoop::tick() {
     if (*mState->ticking) {
         return;
     }
-    // A handler may end the loop: from here on nothing of it is touched.
+    // A handler may destroy the loop: from here on no member is used.
     const Raised ticking(mState->ticking);
     const auto descriptors = snapshot(mState->descriptors);
     const auto timers = snapshot(mState->timers);
@@ -155,7 +155,7 @@ void RunLoop::tick() {
     eachLeft(descriptors, [](const State::Descriptor& descriptor) { descriptor.handler(); });
     eachLeft(timers, [now](State::Timer& timer) {
         if (timer.due <= now) {
-            // In step with the period, unless ticks are rarer than that.
+            // On the grid of the period, unless ticks are less frequent.
             const TimePoint next = timer.due + timer.period;
             timer.due = next > now ? next : now + timer.period;
             timer.handler();

@@ -1,4 +1,4 @@
-/// One object for all who hold it.
+/// One object shared by all its holders.
 #ifndef VARNO_SOURCE_PLATFORM_SHAREDINSTANCE_H
 #define VARNO_SOURCE_PLATFORM_SHAREDINSTANCE_H
 
@@ -6,7 +6,7 @@
 
 namespace varno {
 
-/// What the slot knows, or what make() gives where the slot knows nothing that is still held. [main]
+/// The object in the slot, or a new one of make() where the slot's is no longer held. [main]
 template<typename Type, typename Make>
 std::shared_ptr<Type> sharedInstance(std::weak_ptr<Type>& slot, Make make) {
     std::shared_ptr<Type> instance = slot.lock();

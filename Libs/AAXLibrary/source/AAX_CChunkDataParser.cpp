@@ -72,7 +72,7 @@ void WriteValue(const DataValue& value, char* bytes) {
 
 // Writes one entry into a cleared data area of `size` bytes. Returns the position behind it.
 std::size_t WriteEntry(const DataValue& value, char* data, std::size_t size, std::size_t position) {
-    // Padding is left out on purpose: the test is for values that do not belong to the size at all.
+    // Padding is left out on purpose: this check is for values that do not match the size at all.
     if (position + EntryTextBytes(value) + ValueBytes(value) > size) {
         throw std::logic_error("aborting: chunk data will overflow buffer");
     }
@@ -134,7 +134,7 @@ private:
     }
 
     // Unlike the writer it does not round up behind a text: the padding there reads as an entry without tag
-    // and name, which nobody asks for, and leads to the next multiple of 4.
+    // and name, which is never looked up, and leads to the next multiple of 4.
     bool ReadString(DataValue* entry) {
         const char* text = mData + mPosition;
         const std::size_t length = Remaining() > 0 ? strnlen(text, Remaining()) : 0;
@@ -280,5 +280,5 @@ void AAX_CChunkDataParser::LoadChunk(const AAX_SPlugInChunk* chunk) {
     Reader reader(data, static_cast<std::size_t>(chunk->fSize));
     while (reader.Next(&mDataValues.emplace_back())) {
     }
-    mDataValues.pop_back(); // the one that nothing was left for
+    mDataValues.pop_back(); // the one that there is no memory for
 }

@@ -14,7 +14,7 @@ ACFRESULT AAX_CEffectGUI::InternalQueryInterface(const acfIID& iid, void** outOb
     return AnswerInterface(IID_IAAXEffectGUIV1, iid, outObject);
 }
 
-// Life.
+// Lifetime.
 
 AAX_Result AAX_CEffectGUI::Initialize(IACFUnknown* host) {
     return AAX_Guarded(__func__, [&]() -> AAX_Result {
@@ -98,7 +98,7 @@ void AAX_CEffectGUI::UpdateAllParameters() {
     if (!mEffectParameters || mEffectParameters->GetNumberOfParameters(&count) != AAX_SUCCESS || count < 0) {
         return;
     }
-    // One question too many, about the index past the end: hosts have always seen it, and it fails.
+    // One query too many, for the index past the end, which fails: hosts expect it.
     for (int64_t index = 0; index <= count; ++index) {
         AAX_CString id;
         if (mEffectParameters->GetParameterIDFromIndex(static_cast<int32_t>(index), &id) == AAX_SUCCESS) {
@@ -107,7 +107,7 @@ void AAX_CEffectGUI::UpdateAllParameters() {
     }
 }
 
-// What the host has given.
+// Objects of the host.
 
 AAX_IController* AAX_CEffectGUI::GetController() const {
     return mController.get();

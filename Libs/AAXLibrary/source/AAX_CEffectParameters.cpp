@@ -26,7 +26,7 @@ ACFRESULT AAX_CEffectParameters::InternalQueryInterface(const acfIID& iid, void*
     return AnswerInterface(IID_IAAXEffectParametersV1, iid, outObject);
 }
 
-// Life.
+// Lifetime.
 
 AAX_Result AAX_CEffectParameters::Initialize(IACFUnknown* host) {
     return AAX_Guarded(__func__, [&]() -> AAX_Result {
@@ -95,7 +95,7 @@ AAX_Result AAX_CEffectParameters::ResetFieldData(AAX_CFieldIndex /*field*/, void
     return AAX_SUCCESS;
 }
 
-// The rest.
+// Other operations.
 
 AAX_Result AAX_CEffectParameters::TimerWakeup() {
     return AAX_SUCCESS;

@@ -99,7 +99,8 @@ AAX_Result AAX_CEffectParameters::CompareActiveChunk(const AAX_SPlugInChunk* chu
     if (chunk == nullptr || outIsEqual == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    // Another plug-in's chunk, or another kind, says nothing about these values: it never marks them changed.
+    // The chunk of another plug-in or of another kind does not compare with these values: they count as
+    // unchanged.
     if (chunk->fChunkID != kChunkID) {
         *outIsEqual = 1;
         return AAX_SUCCESS;

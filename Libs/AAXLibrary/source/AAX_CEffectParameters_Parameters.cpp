@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-// What a parameter is.
+// Properties of a parameter.
 
 AAX_Result AAX_CEffectParameters::GetNumberOfParameters(int32_t* outCount) const {
     return WriteOut(outCount, mParameterManager.NumParameters());
@@ -219,7 +219,7 @@ AAX_Result AAX_CEffectParameters::UpdateParameterNormalizedValue(AAX_CParamID pa
 }
 
 void AAX_CEffectParameters::CountChange() {
-    // Wraps below zero rather than overflow; the count is not told then.
+    // Wraps below zero instead of an overflow; the count is not reported then.
     mNumPlugInChanges = static_cast<int32_t>(static_cast<uint32_t>(mNumPlugInChanges) + 1U);
 }
 

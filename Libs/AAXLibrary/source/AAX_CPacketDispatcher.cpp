@@ -65,8 +65,8 @@ AAX_Result AAX_CPacketDispatcher::Dispatch() {
             return AAX_ERROR_NULL_OBJECT;
         }
         AAX_CPacket& packet = *registration.mPacket;
-        // Clean whatever happens, an exception included: a handler that fails must not keep the packets
-        // behind it from being posted by the next dispatch.
+        // Clean in every case, also after an exception: a handler that fails must not prevent the packets
+        // after it from being posted by the next dispatch.
         const struct CleanAtTheEnd {
             AAX_CPacket& mPacket;
             ~CleanAtTheEnd() { mPacket.SetDirty(false); }
@@ -84,7 +84,7 @@ AAX_Result AAX_CPacketDispatcher::GenerateSingleValuePacket(AAX_CParamID paramID
         parameter == nullptr) {
         return AAX_ERROR_NULL_OBJECT;
     }
-    // The bool first: it travels as an integer, and no other parameter answers to it.
+    // The bool first: it is posted as an integer, and parameters of other types have no bool.
     if (bool value = false; parameter->GetValueAsBool(&value)) {
         *packet.GetPtr<int32_t>() = value ? 1 : 0;
     } else if (float single = 0.0F; parameter->GetValueAsFloat(&single)) {

@@ -60,7 +60,7 @@ AAX_CString& AAX_CString::operator=(AAX_CString&& other) noexcept {
 }
 
 void AAX_CString::Erase(uint32_t pos, uint32_t n) {
-    // Deliberately not the smaller of the two. Beyond the end the difference wraps, and erase raises.
+    // Intentionally not the smaller of the two. Beyond the end the difference wraps, and erase throws.
     const uint32_t remaining = Length() - pos;
     mText.erase(pos, remaining < n ? n - remaining : n);
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-// Runs what an entry point does; an exception becomes a code.
+// Runs the body of an entry point; an exception becomes a code.
 template<class Body>
 ACFRESULT Contained(Body body) {
     try {

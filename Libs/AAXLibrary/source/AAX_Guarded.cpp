@@ -7,7 +7,7 @@
 
 namespace {
 
-// A host that throws in its turn loses the line; the entry point still answers with its code.
+// A host that throws while it is traced loses the line; the entry point still returns its code.
 void TraceCaught(const char* entry, const char* message) noexcept {
     try {
         AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%s exception caught: %s", entry, message);

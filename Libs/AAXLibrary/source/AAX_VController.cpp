@@ -5,7 +5,7 @@
 
 namespace {
 
-// Makes an empty table and has `controller` (may be null) fill it by `copyInto`, an operation on the
+// Makes an empty table and lets `controller` (may be null) fill it by `copyInto`, an operation on the
 // controller and the empty table. Null when there is no controller, no table, or the copy fails.
 template<class Controller, class CopyInto>
 std::unique_ptr<AAX_IPageTable> CreateTableCopy(const AAX_IController& tables, const Controller& controller,

@@ -4,9 +4,9 @@
 
 namespace {
 
-// Stem formats from here on, as unsigned numbers, came later than the others; only some hosts know them.
+// Stem formats from here on, as unsigned numbers, are newer than the others; only some hosts support them.
 constexpr uint32_t kFirstExtendedStemFormat = 0xD0000;
-// Values in that range that name no channels and that every host knows.
+// Values in that range that name no channels and that every host supports.
 constexpr uint32_t kGeneralStemFormats[] = {0xFFFF0000, 0xFF9C0000};
 
 bool IsExtendedStemFormat(AAX_EProperty property, int32_t value) {

@@ -40,8 +40,8 @@ uint32_t CACFUnknown::InternalAddRef() {
 uint32_t CACFUnknown::InternalRelease() {
     const uint32_t count = m_RefCount.fetch_sub(1) - 1;
     if (count == 0) {
-        // One reference held over the call: what FinalRelease lets go of may still reference this object and
-        // release it again, which must not destroy it a second time.
+        // One reference is held during the call: what FinalRelease releases may still reference this object
+        // and release it again, which must not destroy it a second time.
         m_RefCount.fetch_add(1);
         FinalRelease();
         ReclaimMemory();

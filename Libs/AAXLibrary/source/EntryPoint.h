@@ -8,7 +8,7 @@
 
 #include <utility>
 
-/// Answers with what `action` makes of the parameter with an identifier, as the body of `entry`.
+/// Returns the result of `action` for the parameter with an identifier, as the body of `entry`.
 template<class Manager, class Action>
 AAX_Result WithParameter(const char* entry, Manager& manager, AAX_CParamID paramID, Action&& action) {
     return AAX_Guarded(entry, [&]() -> AAX_Result {
@@ -17,7 +17,7 @@ AAX_Result WithParameter(const char* entry, Manager& manager, AAX_CParamID param
     });
 }
 
-/// Writes what `get` tells of the parameter with an identifier, as the body of `entry`.
+/// Writes what `get` returns for the parameter with an identifier, as the body of `entry`.
 template<class Out, class Get>
 AAX_Result ReadParameter(const char* entry, const AAX_CParameterManager& manager, AAX_CParamID paramID,
                          Out* out, Get&& get) {
@@ -30,7 +30,7 @@ AAX_Result ReadParameter(const char* entry, const AAX_CParameterManager& manager
     });
 }
 
-/// Does something with the parameter with an identifier, as the body of `entry`.
+/// Runs `action` on the parameter with an identifier, as the body of `entry`.
 template<class Action>
 AAX_Result ChangeParameter(const char* entry, AAX_CParameterManager& manager, AAX_CParamID paramID,
                            Action&& action) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Answers with what `visit` makes of the parameter's value; true when the parameter has none.
+// Returns the result of `visit` for the parameter's value; true when the parameter has none.
 template<class Visit>
 bool WithValue(const AAX_IParameter& parameter, Visit&& visit) {
     if (float value = 0.0F; parameter.GetValueAsFloat(&value)) {

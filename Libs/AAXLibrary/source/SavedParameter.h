@@ -20,12 +20,12 @@ void SaveParameter(const AAX_IParameter& parameter, AAX_CChunkDataParser& chunk)
 void RestoreParameter(AAX_IParameter& parameter, AAX_CChunkDataParser& chunk);
 
 /// Whether the value saved under the parameter's identifier is there, of its type and equal to its value.
-/// Doubles are compared in single precision; what is not a number equals nothing.
+/// Doubles are compared in single precision; not-a-number equals nothing.
 bool IsParameterAsSaved(const AAX_IParameter& parameter, AAX_CChunkDataParser& chunk);
 
-/// Hands the parameters of `manager` whose identifiers are not in the set `filtered` to `visit`, in index
-/// order, until it answers false. A parameter that is missing is an assertion failure. Returns whether all
-/// answers were true.
+/// Calls `visit` with the parameters of `manager` whose identifiers are not in the set `filtered`, in index
+/// order, until it returns false. A parameter that is missing is an assertion failure. Returns whether every
+/// call returned true.
 template<class Manager, class Set, class Visit>
 bool VisitSavedParameters(Manager& manager, const Set& filtered, Visit&& visit) {
     for (int32_t index = 0; index < manager.NumParameters(); ++index) {

@@ -29,17 +29,17 @@ void DemoGain_AnimKnobVST::draw(VSTGUI::CDrawContext* context) {
     }
 }
 
-// What the base's press has made is freed by its release alone, which ends the edit itself.
+// Only the base's release frees what its press has allocated, and the release ends the edit itself.
 void DemoGain_AnimKnobVST::endEdit() {
-    if (mIsLettingGo || !isEditing()) {
+    if (mIsReleasing || !isEditing()) {
         DemoGain_HostGestures::endEdit();
         return;
     }
-    mIsLettingGo = true;
+    mIsReleasing = true;
     VSTGUI::CPoint nowhere;
-    // NOLINTNEXTLINE(bugprone-parent-virtual-call): ours would ask the host once more
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): this class's own would offer it to the host once more
     CAnimKnob::onMouseUp(nowhere, VSTGUI::CButtonState());
-    mIsLettingGo = false;
+    mIsReleasing = false;
 }
 
 void DemoGain_KickButtonVST::endEdit() {

@@ -12,7 +12,7 @@
 #include "vstgui/lib/controls/cswitch.h"
 #include "vstgui/lib/controls/cvumeter.h"
 
-/// Part of a control, beside its VSTGUI base. [main]
+/// The part of a control that refers to the host, a second base beside the VSTGUI one. [main]
 class DemoGain_HostedControl {
 public:
     DemoGain_HostedControl(const DemoGain_HostedControl&) = delete;
@@ -30,8 +30,8 @@ protected:
     ~DemoGain_HostedControl() = default;
 
     AAX_IViewContainer* ViewContainer() const { return mViewContainer; }
-    /// Offers a gesture on the control's parameter to the host; whether the host has taken it. Without a
-    /// container or an identifier nobody is asked.
+    /// Offers a gesture on the control's parameter to the host; returns whether the host has handled it.
+    /// False without a container or an identifier.
     bool IsTakenByHost(Gesture gesture, uint32_t modifiers) const {
         return mViewContainer != nullptr && mParamID != nullptr &&
                (mViewContainer->*gesture)(mParamID, modifiers) == AAX_SUCCESS;
@@ -47,9 +47,9 @@ private:
 /// value. Without a container or an identifier only that click is new. Constructors are Base's.
 ///
 /// The library (4.13) turns its mouse events into the three handlers below, for all the bases used here; its
-/// X11 layer swaps the middle and the right button in what it reports while the mouse moves, which matters to
-/// nobody here, since only drags with the left button are looked at. Base's own handler of a press ends in
-/// the handler of a move: a press that the host leaves to the control is offered to it once more as a drag.
+/// X11 layer swaps the middle and the right button while the mouse moves, which has no effect here, since
+/// only drags with the left button are used. Base's handler of a press calls the handler of a move: a press
+/// that the host does not handle is offered to it once more as a drag.
 template<class Base>
 class DemoGain_HostGestures : public Base, public DemoGain_HostedControl {
 public:
@@ -67,8 +67,8 @@ public:
         return Base::onMouseDown(where, state.GetButtonState());
     }
 
-    /// A gesture that Base began ends also where the host takes the release: the host would otherwise see the
-    /// parameter touched for ever.
+    /// A gesture that Base began ends also where the host takes the release: otherwise the
+    /// parameter would stay touched.
     VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override {
         const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
         if (IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseUp, state.GetModifiers())) {
@@ -94,8 +94,8 @@ public:
     }
 
     /// Sets the default value for a click with exactly the left button and the Alt (Option) key, between a
-    /// touch and a release, and tells the listener if that changed the value. Whether it was such a click.
-    /// [main]
+    /// touch and a release, and notifies the listener if that changed the value. Returns whether it was such
+    /// a click. [main]
     virtual bool checkDefaultValue(const VSTGUI::CButtonState& buttons) {
         if (buttons != VSTGUI::CButtonState(VSTGUI::kLButton | VSTGUI::kAlt)) {
             return false;
@@ -130,7 +130,7 @@ public:
     const VSTGUI::CColor& getCoronaColor() const { return mCoronaColor; }
 
     void draw(VSTGUI::CDrawContext* context) override;
-    /// Forgets the press that began the edit, whoever ends it.
+    /// Also ends the press that began the edit.
     void endEdit() override;
 
 protected:
@@ -138,7 +138,7 @@ protected:
 
 private:
     bool mIsHighLit = false;
-    bool mIsLettingGo = false;
+    bool mIsReleasing = false;
     VSTGUI::CColor mCoronaColor = VSTGUI::kTransparentCColor;
 };
 
@@ -173,20 +173,21 @@ class DemoGain_KickButtonVST final : public DemoGain_HostGestures<VSTGUI::CKickB
 public:
     using DemoGain_HostGestures::DemoGain_HostGestures;
 
-    /// Up again, also where the host has taken the release.
+    /// Puts the button up again, also where the host has handled the release.
     void endEdit() override;
 
 protected:
     ~DemoGain_KickButtonVST() noexcept override = default;
 };
 
-/// Made from rectangle, on bitmap, off bitmap, number of steps and style. Only shows: the mouse does nothing.
+/// Made from rectangle, on bitmap, off bitmap, number of steps and style. Display only: it does not react to
+/// the mouse.
 class DemoGain_VuMeterVST final : public VSTGUI::CVuMeter, public DemoGain_HostedControl {
 public:
     using CVuMeter::CVuMeter;
 
-    /// Keeps the value as it is told, also a little below 0 or above 1 as a meter's law may give it, until it
-    /// is drawn: drawing limits it to 0 to 1. The library's own would limit it here already.
+    /// Keeps the value unlimited, also a little below 0 or above 1, which a meter's scale may yield; drawing
+    /// limits it to 0 to 1. The library's setter would limit it here already.
     void setValue(float newValue) override { value = newValue; }
 
 protected:

@@ -6,10 +6,10 @@
 
 class DemoGain_View;
 
-/// Brings the host's calls to the view. [main]
+/// Forwards the host's calls to the view. [main]
 class DemoGain_GUI : public AAX_CEffectGUI_VST {
 public:
-    /// Makes an editor with no reference held yet; it dies by the release of its last one. [main]
+    /// Makes an editor without a reference; it is destroyed with the release of its last one. [main]
     static AAX_IEffectGUI* Create();
 
     AAX_Result TimerWakeup() override;
@@ -18,15 +18,16 @@ public:
     AAX_Result SetControlHighlightInfo(AAX_CParamID paramID, uint8_t isHighlighted,
                                        AAX_EHighlightColor colour) override;
 
-    /// What SetControlHighlightInfo told last, for whatever parameter; 0 before. Outlives the view and is not
-    /// applied to a new one.
+    /// The arguments of the last SetControlHighlightInfo, for any parameter; 0 before. Kept when the view is
+    /// deleted, and not applied to a new one.
     uint8_t GetLastHighlight() const { return mLastHighlight; }
     AAX_EHighlightColor GetLastHighlightColour() const { return mLastHighlightColour; }
 
 protected:
     ~DemoGain_GUI() override = default;
 
-    /// Makes the bitmaps of the module's bundle ready. Without a bundle, which is asserted, there are none.
+    /// Loads the bitmaps of the module's bundle. Without a bundle, which is an assertion failure, there are
+    /// none.
     void CreateViewContents() override;
     void CreateEffectView(void* nativeView) override;
 

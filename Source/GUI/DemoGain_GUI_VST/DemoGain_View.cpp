@@ -32,12 +32,12 @@ constexpr float kFineDrag = 6.0F;
 // The library's tenth of the range is too coarse for a level.
 constexpr int kPicturesPerWheelClick = 2;
 
-// Of one picture of a bitmap that may be empty.
+// Size of one picture of a bitmap, which may be empty.
 CPoint PictureSize(const VSTGUI::CBitmap& bitmap, Art art) {
     return {bitmap.getWidth(), bitmap.getHeight() / BitmapOf(art).mPictures};
 }
 
-// The library's class for a row of the layout.
+// Makes the control for a row of the layout.
 struct Maker {
     const Control& mRow;
     VSTGUI::IControlListener* mListener;
@@ -68,7 +68,7 @@ struct Maker {
         case Kind::Meter:
             break;
         }
-        // The library's meters have a tag of their own, and nobody who listens.
+        // The library's meters take no tag and no listener at construction.
         auto* const meter = new DemoGain_VuMeterVST(place, mBitmap, mMeterOffBitmap, kMeterSteps,
                                                     VSTGUI::CVuMeter::kHorizontal);
         meter->setTag(mRow.mTag);
@@ -107,7 +107,7 @@ DemoGain_View::~DemoGain_View() noexcept {
             control->endEdit();
         }
     }
-    // The controls go while there is still somebody for them to tell.
+    // The controls are deleted while their listener still exists.
     getFrame()->unregisterKeyboardHook(this);
     getFrame()->removeAll();
 }

@@ -53,19 +53,18 @@ inline constexpr VSTGUI::CColor kMyCyanCColor(0x4F, 0xB3, 0xBF);
 inline constexpr VSTGUI::CColor kDarkGreenCColor(0x1F, 0x5A, 0x2E);
 inline constexpr VSTGUI::CColor kDarkRedCColor(0x7A, 0x1F, 0x1A);
 
-/// Shows the parameters as controls laid out by DemoGain_ViewLayout.h, turns what is done to them into
-/// requests for new parameter values, shows two meters and keeps the volume matched. Everything here is
-/// [main].
+/// Shows the parameters as controls laid out by DemoGain_ViewLayout.h, turns gestures on them into requests
+/// for new parameter values, shows two meters and matches the volume. Everything here is [main].
 class DemoGain_View : public VSTGUI_ContentView,
                       public VSTGUI::IControlListener,
                       public VSTGUI::IKeyboardHook {
 public:
     /// Bitmaps that all views of the process share; null until LoadViewResources, and without content where
-    /// there is no such file. They go when the module is unloaded.
+    /// there is no such file. Deleted when the module is unloaded.
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hPIBackground;
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hGain;
-    /// The two meter bitmaps are crossed on purpose: the meters are given 1 where there is no reduction, so
-    /// what they show up to their value is what is off.
+    /// The two meter bitmaps are swapped on purpose: a meter's value is 1 without reduction, so the part up
+    /// to its value is the part that is off.
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hGR1On;
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hGR1Off;
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwitch;
@@ -73,22 +72,22 @@ public:
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwPr1;
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwPr2;
 
-    /// Loads the bitmaps that are not there yet, each with its variant of twice the size. UseVSTGUI comes
-    /// first.
+    /// Loads the bitmaps that are not loaded yet, each with its variant of twice the size. Requires
+    /// UseVSTGUI.
     static void LoadViewResources();
 
     /// Builds the frame, unopened, and every control in it, showing the parameters' values. Everything but
     /// the clipboard is borrowed and outlives the view. `parameters` and `container` may be null: the
-    /// controls then do nothing, or what they do without asking the host.
+    /// controls then have no effect, or do not offer gestures to the host.
     DemoGain_View(AAX_IACFEffectParameters* parameters, VSTGUI::VSTGUIEditorInterface* editor,
                   AAX_IViewContainer* container, std::shared_ptr<varno::Clipboard> clipboard);
 
-    /// Brings the current value of a parameter into its control, which notifies nobody. Other identifiers,
-    /// and parameters that cannot be read: nothing.
+    /// Sets the control of a parameter to the parameter's current value, without notification. Does nothing
+    /// for other identifiers and for parameters that cannot be read.
     void ShowParameter(std::string_view paramID);
 
-    /// Marks the gain knob in the host's colour for automation, or no longer. Another colour than those
-    /// listed leaves the last one.
+    /// Sets or removes the gain knob's highlight, in the host's colour for automation. An unknown colour
+    /// leaves the last one.
     void highlitePeak(uint8_t isHighlighted, AAX_EHighlightColor colour);
     /// As highlitePeak, for the volume knob, in spite of its name.
     void highliteDecay(uint8_t isHighlighted, AAX_EHighlightColor colour);
@@ -98,7 +97,7 @@ public:
     /// As TimerWakeup, at this reading of a clock in milliseconds.
     void Tick(uint32_t ticksMs);
 
-    /// A control was changed by the user: requests the parameter's new value and tells it in the status line.
+    /// A control was changed by the user: requests the parameter's new value and shows it in the status line.
     void valueChanged(VSTGUI::CControl* control) override;
     /// A gesture begins or ends: the parameter is touched or released.
     void controlBeginEdit(VSTGUI::CControl* control) override;
@@ -139,7 +138,7 @@ private:
 
     void HighlightKnob(std::string_view id, bool isHighlighted, AAX_EHighlightColor colour);
 
-    /// 0 where the host does not tell.
+    /// 0 where the host reports no value.
     float ReadMeter(std::size_t tap) const;
     void UpdateMeters();
 

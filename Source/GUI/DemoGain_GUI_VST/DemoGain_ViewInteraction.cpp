@@ -21,10 +21,10 @@ using VSTGUI::CControl;
 namespace {
 
 constexpr char kAutoGainID[] = "ASw";
-// Everything above this is on.
+// A switch is on above this value.
 constexpr double kOnThreshold = 0.5;
 
-// What a key stands for while Control is held. X11 tells such letters as the control characters 1 to 26.
+// The letter of a key while Control is held. X11 reports such letters as the control characters 1 to 26.
 char32_t LetterOf(char32_t character) {
     constexpr char32_t kLastControl = 26;
     constexpr char32_t kBeforeA = U'a' - 1;
@@ -59,8 +59,8 @@ void DemoGain_View::valueChanged(CControl* control) {
     } else if (DemoGain_Gestures::HoldsParameter(*row)) {
         ChangeParameter(*row, control->getValue());
     } else if (control->getValue() > control->getMin()) {
-        // Such a button notifies twice per click, of being down and up; one that was left before the release,
-        // only of being up.
+        // Such a button notifies twice per click, when it goes down and when it goes up; where the mouse left
+        // it before the release, only when it goes up.
         UseClipboard(*row);
     }
 }
@@ -78,8 +78,8 @@ void DemoGain_View::ChangeParameter(const Control& row, float value) {
     ShowStatus(DemoGain_Gestures::StatusText(gesture, value));
 }
 
-// Writing is a request that the host carries out later, so the gain read here is still the one before. Only
-// what gets louder is compensated at once; less gain never raises the volume.
+// Setting a value is a request that the host carries out later, so the gain read here is still the old one.
+// Only more gain is compensated at once; less gain never raises the volume.
 void DemoGain_View::CompensateGain(double gain) {
     const double raise = gain - ReadNormalized(cDemoGain_GainID);
     const double volume = ReadNormalized(cDemoGain_VolumeID);

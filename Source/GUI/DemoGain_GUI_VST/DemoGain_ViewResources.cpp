@@ -15,8 +15,8 @@ using VSTGUI::SharedPointer;
 
 constexpr double kDoubleSize = 2.0;
 
-// Fills the rectangle that it is drawn in. The library draws what lies in a frame enlarged by the frame's
-// zoom, but not the frame's own background.
+// Fills the rectangle that it is drawn in. The library scales the content of a frame by the frame's zoom, but
+// not the frame's background.
 class Backdrop : public CBitmap {
 public:
     using CBitmap::CBitmap;
@@ -41,7 +41,7 @@ std::string DoubleSizeName(const std::string& file) {
     return name.insert(name.rfind('.'), DemoGain_ViewLayout::kDoubleSizeMark);
 }
 
-// The library picks the variant that suits the screen, but does not look for it by itself.
+// The library selects the variant that fits the screen, but does not load it.
 void AddDoubleSize(CBitmap& bitmap, const std::string& file) {
     const std::string name = DoubleSizeName(file);
     const auto variant =

@@ -6,19 +6,19 @@
 
 namespace {
 
-// Input below this does not count as signal, and output below it counts as this.
+// Linear level. Input below it is no signal; output below it is taken as this level.
 constexpr double kAudibleLevel = 0.01;
-// Input over output, at the least and at the most: 20 dB either way.
+// Limits of the ratio of input to output: 20 dB in both directions.
 constexpr double kLeastRatio = 0.1;
 constexpr double kGreatestRatio = 10.0;
 // The normalized volume runs linearly from -20 dB to 20 dB.
 constexpr double kLowestDB = -20.0;
 constexpr double kVolumePerDB = 0.025;
 constexpr double kDBPerDecade = 20.0;
-// Of the distance that a glide covers in a tick.
+// Share of the distance that a glide covers per tick.
 constexpr double kGlideShare = 0.1;
 
-// The normalized volume that makes up for the loss between two peaks.
+// The normalized volume that compensates the difference between two peaks.
 double TargetVolume(float inputPeak, float outputPeak) {
     const double outputAtLeast = std::fmax(outputPeak, kAudibleLevel);
     const double ratio = std::fmax(std::fmin(inputPeak / outputAtLeast, kGreatestRatio), kLeastRatio);
@@ -41,7 +41,7 @@ std::optional<double> DemoGain_VolumeMatch::Tick(uint32_t ticksMs, float inputLe
     return mIsGliding ? std::optional(Glide()) : std::nullopt;
 }
 
-// The clock's last reading stays: it belongs to the signal, not to the series.
+// The last reading of the clock is kept: it belongs to the signal, not to the series.
 void DemoGain_VolumeMatch::Restart() {
     mIsRestartRequested = false;
     mIsMeasuring = true;

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <optional>
 
-/// A gesture asks for a series of measurements. Each takes kMeasurementMs of audible input and aims the
-/// volume at the mean of the series so far; the volume glides there over ten ticks. After kSeriesLength
-/// measurements the series is over. The caller owns parameters, meters and clock; it ticks at whatever pace
-/// its host has.
+/// A gesture requests a series of measurements. Each takes kMeasurementMs of audible input and sets the
+/// volume's target to the mean of the series so far; the volume glides there over ten ticks. After
+/// kSeriesLength measurements the series is over. The caller owns parameters, meters and clock; it ticks at
+/// the rate of its host's timer.
 class DemoGain_VolumeMatch {
 public:
     /// Audible input that a measurement takes, in milliseconds.
@@ -17,7 +17,7 @@ public:
     /// Measurements of a series.
     static constexpr int kSeriesLength = 5;
 
-    /// Makes the next tick drop what is under way and begin a series. [main]
+    /// Makes the next tick stop the current series and begin a new one. [main]
     void RequestRestart() { mIsRestartRequested = true; }
     /// Whether the next tick begins a series. [main]
     bool IsRestartRequested() const { return mIsRestartRequested; }

@@ -25,7 +25,7 @@ std::size_t lengthLedBy(unsigned lead) {
     return lead < kLeadOfThree ? 2 : lead < kLeadOfFour ? 3 : 4;
 }
 
-// The bytes of the character that the text begins with, as many of them as there are.
+// The bytes of the first character of the text, as many of them as are present.
 std::string_view firstCharacter(std::string_view text) {
     const std::size_t length = lengthLedBy(static_cast<unsigned char>(text.front()));
     std::size_t present = 1;

@@ -1,4 +1,4 @@
-/// The one byte to a character that old programs exchange texts in.
+/// Latin-1, the encoding in which old programs exchange texts.
 #ifndef VARNO_SOURCE_PLATFORM_X11_LATIN1_H
 #define VARNO_SOURCE_PLATFORM_X11_LATIN1_H
 
@@ -7,7 +7,7 @@
 
 namespace varno {
 
-/// A question mark stands for each character beyond Latin-1 and for what is no UTF-8. [any]
+/// Characters beyond Latin-1 and invalid UTF-8 become question marks. [any]
 std::string latin1FromUtf8(std::string_view text);
 
 /// [any]

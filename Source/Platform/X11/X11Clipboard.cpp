@@ -11,11 +11,11 @@ namespace varno {
 
 namespace {
 
-// The most that an owner's silence may cost, with room left for answering within a second.
-constexpr std::chrono::milliseconds kPatience{800};
+// Longest wait for an owner that does not reply; text() returns within a second.
+constexpr std::chrono::milliseconds kLongestWait{800};
 
 X11Connection::Deadline deadline() {
-    return std::chrono::steady_clock::now() + kPatience;
+    return std::chrono::steady_clock::now() + kLongestWait;
 }
 
 } // namespace
@@ -25,7 +25,7 @@ std::shared_ptr<Clipboard> Clipboard::shared() {
     return sharedInstance(instance, [] { return std::make_shared<X11Clipboard>(RunLoop::shared()); });
 }
 
-// What there is while there is a connection.
+// Exists while there is a connection.
 struct X11Clipboard::Session {
     explicit Session(std::unique_ptr<X11Connection> connected)
         : connection(std::move(connected)),

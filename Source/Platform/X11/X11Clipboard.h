@@ -11,8 +11,8 @@
 
 namespace varno {
 
-/// Has a connection of its own, made when it is first used and again where it was lost. Others get the text
-/// while the run loop is driven. [main]
+/// Has a connection of its own, made at the first use and again after it was lost. Other programs can get the
+/// text while the run loop is driven. [main]
 class X11Clipboard final : public Clipboard {
 public:
     /// @param display its name; empty takes that of the environment
@@ -27,7 +27,7 @@ public:
 private:
     struct Session;
 
-    /// Handles what has come meanwhile; false where there is no connection to be had.
+    /// Handles pending events; false where no connection can be made.
     bool connected();
     void pump();
 

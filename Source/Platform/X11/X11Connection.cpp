@@ -57,7 +57,7 @@ XcbOwned<X11Connection::Event> X11Connection::waitFor(const std::function<bool(c
 }
 
 std::optional<xcb_timestamp_t> X11Connection::serverTime(xcb_atom_t property, Deadline deadline) {
-    // Every change of a property is announced with the time; this one changes nothing.
+    // Every change of a property is notified with the time; this one leaves the property as it is.
     xcb_change_property(xcb(), XCB_PROP_MODE_APPEND, mWindow, property, XCB_ATOM_INTEGER, 32, 0, nullptr);
     const auto announced = waitFor(
         [this, property](const Event& event) {

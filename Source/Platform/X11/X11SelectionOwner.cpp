@@ -10,7 +10,7 @@ namespace varno {
 
 namespace {
 
-// What the server takes at once besides the request's own fields.
+// Largest property of one request: the server's limit less the request's own fields.
 std::size_t largestProperty(xcb_connection_t* connection) {
     constexpr std::size_t kUnitBytes = 4;
     constexpr std::size_t kExtendedLengthBytes = 4;
@@ -18,7 +18,7 @@ std::size_t largestProperty(xcb_connection_t* connection) {
            kExtendedLengthBytes;
 }
 
-// Of two numbers that count up and start again at zero after the last, whether one comes before the other.
+// Whether one of two wrapping counters comes before the other.
 bool isBefore(uint32_t one, uint32_t other) {
     return static_cast<int32_t>(one - other) < 0;
 }
@@ -88,7 +88,7 @@ void X11Transfers::partTaken(xcb_window_t receiver, xcb_atom_t property) {
     const std::size_t bytes = std::min(mPartBytes, found->text->size() - found->sent);
     put(*found, bytes);
     found->sent += bytes;
-    // A part without bytes is the end.
+    // An empty part is the end.
     if (bytes == 0) {
         mTransfers.erase(found);
         if (std::none_of(mTransfers.begin(), mTransfers.end(),
@@ -135,7 +135,7 @@ void X11SelectionOwner::handle(const xcb_generic_event_t& event) {
     if (typeOf(event) == XCB_SELECTION_REQUEST) {
         answer(eventAs<xcb_selection_request_event_t>(event));
     }
-    // A loss from before the clipboard was taken again may be told only after it.
+    // The loss of an earlier ownership may be notified after the clipboard was taken again.
     if (typeOf(event) == XCB_SELECTION_CLEAR && !isBefore(event.full_sequence, mTakenBy)) {
         mText.reset();
     }
@@ -148,7 +148,7 @@ void X11SelectionOwner::answer(const xcb_selection_request_event_t& request) {
     notice.requestor = request.requestor;
     notice.selection = request.selection;
     notice.target = request.target;
-    // Programs of old name no property.
+    // Obsolete clients name no property.
     const xcb_atom_t property = request.property != XCB_ATOM_NONE ? request.property : request.target;
     const bool given = mayHave(request) && (request.target == mAtoms.multiple
                                                 ? convertEach(request.requestor, request.property)
@@ -157,7 +157,7 @@ void X11SelectionOwner::answer(const xcb_selection_request_event_t& request) {
     if (given) {
         notice.property = property;
     }
-    // The server takes every event as this many bytes.
+    // The server requires every event to have this many bytes.
     constexpr std::size_t kEventBytes = 32;
     std::array<char, kEventBytes> bytes{};
     static_assert(sizeof notice <= kEventBytes);
@@ -212,7 +212,7 @@ bool X11SelectionOwner::convertText(xcb_window_t receiver, xcb_atom_t target, xc
         return true;
     }
     if (target == mAtoms.utf8String || target == mAtoms.text || target == mAtoms.utf8Plain) {
-        // TEXT leaves the form to us and is told it by the type.
+        // TEXT leaves the encoding to the owner; the type states it.
         mTransfers.start(receiver, property, target == mAtoms.text ? mAtoms.utf8String : target, mText);
         return true;
     }

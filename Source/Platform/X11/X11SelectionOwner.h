@@ -1,4 +1,4 @@
-/// The clipboard's text, where it is ours to give.
+/// The clipboard's text while the module owns it.
 #ifndef VARNO_SOURCE_PLATFORM_X11_X11SELECTIONOWNER_H
 #define VARNO_SOURCE_PLATFORM_X11_X11SELECTIONOWNER_H
 
@@ -11,12 +11,11 @@
 
 namespace varno {
 
-/// A text goes into a property of the receiver's window; a large one in parts, each after the receiver has
-/// taken the one before. Any number of receivers at once, each at its own pace; those that go are forgotten.
-/// [main]
+/// Sends texts: each into a property of the receiver's window; a large one in parts, each after the receiver
+/// has read the one before. Any number of receivers at the same time; destroyed ones are removed. [main]
 class X11Transfers {
 public:
-    /// Larger texts go in parts of this size, where the server takes so much at once.
+    /// Larger texts are sent in parts of this size, or smaller where the server's limit is lower.
     static constexpr std::size_t kLargestPartBytes = std::size_t{256} * 1024;
 
     /// Both are borrowed.
@@ -26,10 +25,10 @@ public:
     void start(xcb_window_t receiver, xcb_atom_t property, xcb_atom_t type,
                std::shared_ptr<const std::string> text);
 
-    /// Goes on with what the event is about: a part that was taken, a receiver that is gone.
+    /// Handles an event: a part that was read, a receiver that was destroyed.
     void handle(const xcb_generic_event_t& event);
 
-    /// How many are under way.
+    /// Transfers in progress.
     std::size_t count() const { return mTransfers.size(); }
 
 private:
@@ -58,14 +57,13 @@ public:
     /// Both are borrowed.
     X11SelectionOwner(X11Connection& connection, const X11Atoms& atoms);
 
-    /// Takes the clipboard for this text; false where the server does not give it.
+    /// Takes ownership of the clipboard for this text; false where the server refuses.
     bool take(const std::string& text, X11Connection::Deadline deadline);
 
-    /// The text while the clipboard is ours, else null; transfers under way are finished even so.
+    /// The text while the module owns the clipboard, else null; transfers in progress are completed.
     const std::string* text() const { return mText.get(); }
 
-    /// Answers a request, goes on with a transfer, or lets the text go when another program has the
-    /// clipboard.
+    /// Answers a request, continues a transfer, or drops the text when another program owns the clipboard.
     void handle(const xcb_generic_event_t& event);
 
 private:

@@ -85,7 +85,7 @@ std::optional<X11SelectionReader::Value> X11SelectionReader::takeProperty(xcb_at
     }
     const auto bytes = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
     if (bytes > mostBytes || reply->bytes_after > 0) {
-        // What was not read whole is still there.
+        // A property that was not read completely still exists.
         xcb_delete_property(xcb, mConnection.window(), property);
         return std::nullopt;
     }

@@ -1,4 +1,4 @@
-/// The clipboard's text, where another program has it.
+/// The clipboard's text while another program owns it.
 #ifndef VARNO_SOURCE_PLATFORM_X11_X11SELECTIONREADER_H
 #define VARNO_SOURCE_PLATFORM_X11_X11SELECTIONREADER_H
 
@@ -11,23 +11,23 @@
 
 namespace varno {
 
-/// Asks its owner for it, who may send it in parts, wrongly, too late or not at all. [main]
+/// Requests it from its owner, which may send it in parts, incorrectly, too late or not at all. [main]
 class X11SelectionReader {
 public:
-    /// No setting is near as large; what is goes unread.
+    /// Preset texts are much smaller; larger texts are not read.
     static constexpr std::size_t kLargestTextBytes = std::size_t{1024} * 1024;
 
     /// Both are borrowed.
     X11SelectionReader(X11Connection& connection, const X11Atoms& atoms);
 
-    /// The text as UTF-8; empty where it has not all come, as text, by the deadline.
+    /// The text as UTF-8; empty where it has not arrived completely, as text, by the deadline.
     std::optional<std::string> read(X11Connection::Deadline deadline);
 
-    /// Clears away answers that come too late: their texts lie on our window.
+    /// Deletes the texts of replies that come too late from the module's window.
     void handle(const xcb_generic_event_t& event) const;
 
 private:
-    /// What a property held.
+    /// Content of a property.
     struct Value {
         xcb_atom_t type;
         uint8_t bitsPerItem;
@@ -44,7 +44,7 @@ private:
     const X11Atoms& mAtoms;
     std::size_t mTurn = 0;
     xcb_atom_t mAwaited =
-        XCB_ATOM_NONE; ///< The property that a text is to come in; none while nothing is read.
+        XCB_ATOM_NONE; ///< The property that a text is expected in; none while nothing is read.
 };
 
 } // namespace varno
