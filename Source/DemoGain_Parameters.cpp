@@ -7,33 +7,37 @@
 #include "AAX_CParameter.h"
 #include "AAX_IController.h"
 #include "Alg/DemoGain_State.h"
+#include "DemoGain_Alg.h"
 #include "DemoGain_Coefficients.h"
 #include "DemoGain_ParameterTable.h"
 
 #include <cmath>
 #include <memory>
+#include <string_view>
 
 namespace {
 
-// Sample rate in Hz where the host cannot tell one.
+// Sample rate in Hz where the host reports none.
 constexpr double kFallbackSampleRate = 48000.0;
-constexpr uint32_t kKnobDecimals = 2;
+constexpr uint32_t kDecimals = 2;
 
-std::unique_ptr<AAX_IParameter> MakeSwitch(const SDemoGain_Parameter& row) {
-    // The texts stand for what the effect does at either value, hence "bypass" for false.
+static_assert(std::string_view(cDemoGain_MasterBypassID) == cDefaultMasterBypassID,
+              "the base class knows the master bypass");
+
+std::unique_ptr<AAX_IParameter> MakeBool(const SDemoGain_Parameter& row) {
     return std::make_unique<AAX_CParameter<bool>>(row.mIdentifier, AAX_CString(row.mName),
                                                   row.mDefault > 0.0F, AAX_CBinaryTaperDelegate<bool>(),
                                                   AAX_CBinaryDisplayDelegate<bool>("bypass", "on"), true);
 }
 
-std::unique_ptr<AAX_IParameter> MakeKnob(const SDemoGain_Parameter& row) {
-    return std::make_unique<AAX_CParameter<float>>(
-        row.mIdentifier, AAX_CString(row.mName), row.mDefault, AAX_CLinearTaperDelegate<float, 0>(0.0F, 1.0F),
-        AAX_CNumberDisplayDelegate<float, kKnobDecimals, 0>(), true);
+std::unique_ptr<AAX_IParameter> MakeFloat(const SDemoGain_Parameter& row) {
+    return std::make_unique<AAX_CParameter<float>>(row.mIdentifier, AAX_CString(row.mName), row.mDefault,
+                                                   AAX_CLinearTaperDelegate<float, 0>(0.0F, 1.0F),
+                                                   AAX_CNumberDisplayDelegate<float, kDecimals, 0>(), true);
 }
 
 std::unique_ptr<AAX_IParameter> MakeParameter(const SDemoGain_Parameter& row) {
-    auto parameter = row.mType == AAX_eParameterType_Discrete ? MakeSwitch(row) : MakeKnob(row);
+    auto parameter = row.mTaper == EDemoGain_Taper::Binary ? MakeBool(row) : MakeFloat(row);
     parameter->SetNumberOfSteps(row.mSteps);
     parameter->SetType(row.mType);
     return parameter;
@@ -52,9 +56,8 @@ AAX_Result DemoGain_Parameters::EffectInit() {
             static_cast<void>(parameter.release()); // It is the manager's now.
         }
     }
-    static constexpr auto kInPacketOrder = DemoGain_ParametersInPacketOrder();
-    for (const SDemoGain_Parameter& row : kInPacketOrder) {
-        RegisterPacket(row);
+    for (const SDemoGain_Parameter* const row : kDemoGain_PacketOrder) {
+        RegisterPacket(*row);
     }
     return AAX_SUCCESS;
 }
@@ -146,6 +149,6 @@ void DemoGain_Parameters::Post(AAX_CFieldIndex field, float value) {
 double DemoGain_Parameters::SampleRate() const {
     float rate = 0.0F;
     const AAX_IController* const controller = Controller();
-    const bool isTold = controller != nullptr && controller->GetSampleRate(&rate) == AAX_SUCCESS;
-    return isTold && std::isfinite(rate) && rate > 0.0F ? rate : kFallbackSampleRate;
+    const bool isKnown = controller != nullptr && controller->GetSampleRate(&rate) == AAX_SUCCESS;
+    return isKnown && std::isfinite(rate) && rate > 0.0F ? rate : kFallbackSampleRate;
 }

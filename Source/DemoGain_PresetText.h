@@ -1,10 +1,11 @@
 /// The settings as text, for the clipboard and for preset files: five lines of 7-bit ASCII, a product word
-/// with the format's version and thirteen labelled normalized values. Pure functions over the data model;
-/// this is the one header of the effect that front ends may include, and it needs nothing but Interfaces.
+/// with the format's version and thirteen labelled normalized values. Pure functions over the data model that
+/// need nothing but Interfaces and the parameter table, for every layer that may include this.
 #ifndef VARNO_SOURCE_DEMOGAIN_PRESETTEXT_H
 #define VARNO_SOURCE_DEMOGAIN_PRESETTEXT_H
 
 #include "AAX_IACFEffectParameters.h"
+#include "DemoGain_ParameterTable.h"
 
 #include <algorithm>
 #include <array>
@@ -23,14 +24,15 @@ struct Item {
     bool mEndsLine;           ///< The last one of its line.
 };
 
-/// The values in the order of the text, which alone tells a reader which is which.
-inline constexpr Item kItems[] = {
-    {"Gain", "Gain", false},    {"Volume", "Volume", false}, {"Hipass", "HP", false},
-    {"Band", "Band", true},     {"Attack", "Atk", false},    {"Release", "Rls", false},
-    {"UK", "UK", false},        {"Hottitude", "Hot", true},  {"Ratio", "Ratio", false},
-    {"Mix", "Mix", false},      {"Auto", "ASw", false},      {"HarmSw", "HSw", true},
-    {"LinkSw", "LinkSw", true},
-};
+/// The values in the order of the text, which alone tells a reader which is which: those of the parameter
+/// table.
+inline constexpr auto kItems = [] {
+    std::array<Item, kDemoGain_PresetOrder.size()> items{};
+    std::ranges::transform(kDemoGain_PresetOrder, items.begin(), [](const SDemoGain_Parameter* parameter) {
+        return Item{parameter->mPresetLabel, parameter->mIdentifier, parameter->mEndsPresetLine};
+    });
+    return items;
+}();
 
 /// First line of the text: product word and format version.
 inline constexpr std::string_view kHeader = "Varno-S 030001";

@@ -48,7 +48,7 @@ inline constexpr int kMeterScaleDB[] = {0, 3, 6, 10, 15, 20, 32};
 /// Where a gain reduction ends on the meters, in the view. [any]
 double meterScaleX(double reductionDB);
 
-/// The hollows around the meters of the panel, and their scale.
+/// The hollows around the meters of the panel, their names and their scale.
 void drawMeterScale(Painter& painter);
 
 } // namespace varno

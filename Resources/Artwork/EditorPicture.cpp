@@ -3,6 +3,7 @@
 #include "Artwork/Artwork.h"
 #include "Artwork/Controls.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <stdexcept>
@@ -13,16 +14,18 @@ namespace {
 
 // The preview.
 
-// A control's value in the preview, from 0 to 1.
+// A parameter's value in the preview, from 0 to 1; those that are not listed show 0.
 struct Shown {
     std::string_view id;
     double value;
 };
 
 constexpr Shown kShown[] = {
-    {"Gain", 0.62}, {"Volume", 0.45}, {"Atk", 0.3},    {"Rls", 0.5},   {"Hot", 0.78}, {"Mix", 0.0},
-    {"HP", 1.0},    {"ASw", 1.0},     {"LinkSw", 1.0}, {"Ratio", 0.5}, {"PR2K", 0.0},
+    {"Gain", 0.62}, {"Volume", 0.45}, {"Atk", 0.3},    {"Rls", 0.5},   {"Hot", 0.78},
+    {"HP", 1.0},    {"ASw", 1.0},     {"LinkSw", 1.0}, {"Ratio", 0.5},
 };
+static_assert(std::ranges::all_of(kShown,
+                                  [](const Shown& shown) { return DemoGain_FindParameter(shown.id); }));
 constexpr double kShownReductionDB = 7.0;
 
 double shownValue(std::string_view id) {

@@ -73,32 +73,20 @@ constexpr double kTickOuter = 36.0;
 constexpr double kMajorOuter = 38.0;
 constexpr double kTickWidth = 1.0;
 
-// A knob and the texts at the ends of its scale.
-struct KnobScale {
-    Box knob;
-    const char* low;
-    const char* high;
-};
-
-constexpr KnobScale kKnobScales[] = {
-    {controlBox("Gain"), "−20", "+20"},  {controlBox("Volume"), "−20", "+20"},
-    {controlBox("Atk"), "fast", "slow"}, {controlBox("Rls"), "fast", "slow"},
-    {controlBox("Hot"), "0", "100"},     {controlBox("Mix"), "wet", "dry"},
-};
-
-void drawKnobScale(Painter& painter, const KnobScale& scale) {
+// `low` and `high` are the texts at the ends.
+void drawKnobScale(Painter& painter, const Box& knob, const char* low, const char* high) {
     constexpr double kOutwards = 27.0;
     constexpr double kBaseline = 9.0;
-    const Point center = scale.knob.center();
+    const Point center = knob.center();
     for (int tick = 0; tick < kTicks; ++tick) {
         const double degrees = kKnobTravelDegrees * (2.0 * tick / (kTicks - 1) - 1.0);
         const bool major = tick % (kTicks / 2) == 0;
         painter.dialRay(center, kTickInner, major ? kMajorOuter : kTickOuter, degrees);
         painter.stroke(major ? palette::kName : palette::kHint, kTickWidth, major ? 1.0 : 0.7);
     }
-    const double y = scale.knob.bottom() + kBaseline;
-    painter.text(scale.low, lettering::kValue, {center.x - kOutwards, y}, Align::kCenter, palette::kHint);
-    painter.text(scale.high, lettering::kValue, {center.x + kOutwards, y}, Align::kCenter, palette::kHint);
+    const double y = knob.bottom() + kBaseline;
+    painter.text(low, lettering::kValue, {center.x - kOutwards, y}, Align::kCenter, palette::kHint);
+    painter.text(high, lettering::kValue, {center.x + kOutwards, y}, Align::kCenter, palette::kHint);
 }
 
 } // namespace
@@ -117,8 +105,11 @@ void drawKnob(Painter& painter, int picture) {
 }
 
 void drawKnobScales(Painter& painter) {
-    for (const KnobScale& scale : kKnobScales) {
-        drawKnobScale(painter, scale);
+    for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {
+        if (control.mKind == DemoGain_ViewLayout::Kind::Knob) {
+            const SDemoGain_Parameter& parameter = *DemoGain_FindParameter(control.mID);
+            drawKnobScale(painter, controlBox(control), parameter.mScaleLow, parameter.mScaleHigh);
+        }
     }
 }
 

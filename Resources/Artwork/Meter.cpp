@@ -45,6 +45,12 @@ void drawMeterHollow(Painter& painter, const Box& meter) {
     recess(painter, meter.inset(-kRim), kCorner, palette::kRecess);
 }
 
+void drawChannelName(Painter& painter, const Box& meter, const char* name) {
+    constexpr double kNameGap = 8.0;
+    const double y = meter.center().y + lettering::halfCapitals(lettering::kName);
+    painter.text(name, lettering::kName, {meter.x - kNameGap, y}, Align::kRight, palette::kName);
+}
+
 // Ticks stand between the meters.
 void drawMeterTick(Painter& painter, double x) {
     constexpr double kGap = 2.0;
@@ -91,6 +97,8 @@ void drawMeterScale(Painter& painter) {
     constexpr double kUnitX = kUpperMeter.x - 13.0;
     drawMeterHollow(painter, kUpperMeter);
     drawMeterHollow(painter, kLowerMeter);
+    drawChannelName(painter, kUpperMeter, "L");
+    drawChannelName(painter, kLowerMeter, "R");
     for (const int reductionDB : kMeterScaleDB) {
         const double x = meterScaleX(reductionDB);
         drawMeterTick(painter, x);

@@ -176,35 +176,9 @@ void drawResponseCurves(Painter& painter) {
 
 // The names of the controls.
 
+using DemoGain_ViewLayout::NameSide;
+
 constexpr double kNameLineHeight = 12.0;
-
-enum class Side { kBelow, kLeft, kRight };
-
-// The name of a control, in one line or two.
-struct ControlName {
-    Box control;
-    Side side;
-    const char* first;
-    const char* second;
-};
-
-constexpr ControlName kControlNames[] = {
-    {controlBox("Gain"), Side::kBelow, "Gain", nullptr},
-    {controlBox("Volume"), Side::kBelow, "Volume", nullptr},
-    {controlBox("Atk"), Side::kBelow, "Attack", nullptr},
-    {controlBox("Rls"), Side::kBelow, "Release", nullptr},
-    {controlBox("Hot"), Side::kBelow, "Hottitude", nullptr},
-    {controlBox("Mix"), Side::kBelow, "Mix", nullptr},
-    {controlBox("HP"), Side::kBelow, "High", "Pass"},
-    {controlBox("Band"), Side::kBelow, "Band", "Pass"},
-    {controlBox("UK"), Side::kBelow, "UK Mode", nullptr},
-    {controlBox("ASw"), Side::kBelow, "Auto Gain", nullptr},
-    {controlBox("LinkSw"), Side::kBelow, "Stereo", "Link"},
-    {controlBox("HSw"), Side::kRight, "Harmonic", "Select"},
-    {controlBox("Ratio"), Side::kLeft, "Ratio", nullptr},
-    {controlBox("METERGR1"), Side::kLeft, "L", nullptr},
-    {controlBox("METERGR2"), Side::kLeft, "R", nullptr},
-};
 
 // From a control to its name, in pixels. The names of knobs are below the end values of their scales.
 constexpr double kBelowKnob = 23.0;
@@ -212,32 +186,34 @@ constexpr double kBelowSwitch = 12.0;
 constexpr double kBeside = 8.0;
 
 struct NamePlace {
-    Point anchor;
+    Point anchor; ///< Of the first line.
     Align align;
 };
 
-NamePlace placeOf(const ControlName& name) {
-    const Box& control = name.control;
-    const double beside = control.center().y + lettering::halfCapitals(lettering::kName) -
-                          (name.second != nullptr ? kNameLineHeight / 2 : 0.0);
-    switch (name.side) {
-    case Side::kLeft:
-        return {{control.x - kBeside, beside}, Align::kRight};
-    case Side::kRight:
-        return {{control.right() + kBeside, beside}, Align::kLeft};
-    case Side::kBelow:
+NamePlace placeOfName(const DemoGain_ViewLayout::Control& control, bool hasTwoLines) {
+    const Box box = controlBox(control);
+    const double beside = box.center().y + lettering::halfCapitals(lettering::kName) -
+                          (hasTwoLines ? kNameLineHeight / 2 : 0.0);
+    switch (control.mNameSide) {
+    case NameSide::Left:
+        return {{box.x - kBeside, beside}, Align::kRight};
+    case NameSide::Right:
+        return {{box.right() + kBeside, beside}, Align::kLeft};
+    case NameSide::Below:
+    case NameSide::None:
         break;
     }
-    const bool knob = control.height == controlBox("Gain").height;
-    return {{control.center().x, control.bottom() + (knob ? kBelowKnob : kBelowSwitch)}, Align::kCenter};
+    const bool isKnob = control.mKind == DemoGain_ViewLayout::Kind::Knob;
+    return {{box.center().x, box.bottom() + (isKnob ? kBelowKnob : kBelowSwitch)}, Align::kCenter};
 }
 
-void drawControlName(Painter& painter, const ControlName& name) {
-    const auto [anchor, align] = placeOf(name);
-    painter.text(name.first, lettering::kName, anchor, align, palette::kName);
-    if (name.second != nullptr) {
-        painter.text(name.second, lettering::kName, {anchor.x, anchor.y + kNameLineHeight}, align,
-                     palette::kName);
+// The name of a parameter, in one line or two.
+void drawControlName(Painter& painter, const DemoGain_ViewLayout::Control& control, const char* first,
+                     const char* second) {
+    const auto [anchor, align] = placeOfName(control, second != nullptr);
+    painter.text(first, lettering::kName, anchor, align, palette::kName);
+    if (second != nullptr) {
+        painter.text(second, lettering::kName, {anchor.x, anchor.y + kNameLineHeight}, align, palette::kName);
     }
 }
 
@@ -251,8 +227,10 @@ void drawStatusFrame(Painter& painter) {
 } // namespace
 
 void drawControlNames(Painter& painter) {
-    for (const ControlName& name : kControlNames) {
-        drawControlName(painter, name);
+    for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {
+        if (const SDemoGain_Parameter* const parameter = DemoGain_FindParameter(control.mID)) {
+            drawControlName(painter, control, parameter->mLegend[0], parameter->mLegend[1]);
+        }
     }
 }
 

@@ -8,7 +8,7 @@ namespace varno {
 
 void drawPanel(Painter& painter);
 
-/// The part of it that names the controls.
+/// The part of it that names the parameters beside their controls.
 void drawControlNames(Painter& painter);
 
 } // namespace varno

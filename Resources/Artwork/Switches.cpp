@@ -1,7 +1,7 @@
 // Switches that slide, the keys of the ratio switch and the preset buttons.
 #include "Artwork/Controls.h"
 
-#include <string>
+#include <iterator>
 
 namespace varno {
 namespace {
@@ -59,6 +59,7 @@ void drawSlider(Painter& painter, bool on) {
 constexpr auto kRatioArt = DemoGain_ViewLayout::Art::Ratio;
 constexpr Box kRatioPicture = pictureBox(kRatioArt);
 constexpr int kRatioPositions = DemoGain_ViewLayout::BitmapOf(kRatioArt).mPictures;
+static_assert(kRatioPositions == std::ssize(kDemoGain_CurveTexts), "each key has its text");
 // The mouse chooses by equal parts of the whole width, so the keys divide it so too.
 constexpr double kRatioKeyWidth = kRatioPicture.width / kRatioPositions;
 constexpr double kRatioCorner = 4.0;
@@ -79,7 +80,7 @@ void drawRatioKey(Painter& painter, int position, bool chosen) {
     } else {
         raised(painter, key, kRatioKeyCorner, palette::kKeyLight, palette::kKeyDark);
     }
-    painter.text(std::to_string(position + 1), lettering::kKeyNumber,
+    painter.text(kDemoGain_CurveTexts[position], lettering::kKeyNumber,
                  {key.center().x, key.center().y + lettering::halfCapitals(lettering::kKeyNumber)},
                  Align::kCenter, chosen ? palette::kInkOnLit : palette::kHint);
 }

@@ -212,11 +212,10 @@ TEST_F(Parameters, areRegisteredForPacketsInTheirOrder) {
         {"MasterBypassID", 0}, {"Gain", 1},   {"Volume", 3}, {"HP", 5},   {"Band", 6},   {"ASw", 9},
         {"Hot", 11},           {"Mix", 13},   {"Atk", 16},   {"Rls", 16}, {"Ratio", 16}, {"UK", 16},
         {"HSw", 14},           {"LinkSw", 15}};
-    std::size_t order = 0;
-    for (const SDemoGain_Parameter& row : DemoGain_ParametersInPacketOrder()) {
-        EXPECT_STREQ(row.mIdentifier, expected[order].first);
-        EXPECT_EQ(row.mField, expected[order].second);
-        EXPECT_EQ(row.mPacketOrder, order++);
+    ASSERT_EQ(kDemoGain_PacketOrder.size(), std::size(expected));
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        EXPECT_STREQ(kDemoGain_PacketOrder[i]->mIdentifier, expected[i].first);
+        EXPECT_EQ(kDemoGain_PacketOrder[i]->mField, expected[i].second);
     }
 }
 

@@ -51,8 +51,13 @@ AAX_Result DemoGain_GUI::TimerWakeup() {
 AAX_Result DemoGain_GUI::ParameterUpdated(AAX_CParamID paramID) {
     return AAX_Guarded(__func__, [&] {
         DemoGain_View* const view = View();
-        if (view != nullptr && paramID != nullptr) {
-            view->ShowParameter(paramID);
+        if (view == nullptr || paramID == nullptr) {
+            return AAX_SUCCESS;
+        }
+        for (const SDemoGain_Parameter* const parameter : kDemoGain_UpdateOrder) {
+            if (std::string_view(paramID) == parameter->mIdentifier) {
+                view->ShowParameter(parameter->mIdentifier);
+            }
         }
         return AAX_SUCCESS;
     });

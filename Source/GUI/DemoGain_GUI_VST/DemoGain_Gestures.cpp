@@ -9,15 +9,16 @@ namespace {
 
 using DemoGain_ViewLayout::Control;
 
-constexpr bool TellsListener(const Control& control) {
+constexpr bool NotifiesListener(const Control& control) {
     return control.mTag != DemoGain_ViewLayout::kNoTag;
 }
 
 // A tagged control without a gesture would not compile, for the look-up would leave the table.
 static_assert(std::ranges::all_of(DemoGain_ViewLayout::kControls, [](const Control& control) {
-    return !TellsListener(control) || std::string_view(GestureOf(control).mID) == control.mID;
+    return !NotifiesListener(control) || std::string_view(GestureOf(control).mID) == control.mID;
 }));
-static_assert(std::ranges::count_if(DemoGain_ViewLayout::kControls, TellsListener) == std::ssize(kGestures),
+static_assert(std::ranges::count_if(DemoGain_ViewLayout::kControls, NotifiesListener) ==
+                  std::ssize(kGestures),
               "every gesture is that of one control");
 
 constexpr int kDecimals = 2;
@@ -27,7 +28,7 @@ constexpr int kDecimals = 2;
 std::string StatusText(const Gesture& gesture, float value) {
     std::string text = gesture.mText;
     if (gesture.mScale) {
-        const double shown = value * (gesture.mScale->mHigh - gesture.mScale->mLow) + gesture.mScale->mLow;
+        const double shown = value * gesture.mScale->mFactor + gesture.mScale->mOffset;
         char digits[64];
         const auto written =
             std::to_chars(std::begin(digits), std::end(digits), shown, std::chars_format::fixed, kDecimals);

@@ -1,51 +1,43 @@
 /// What a gesture on a control does besides setting its parameter: the text that it shows and whether the
-/// volume is matched anew. Places, tags and identifiers are those of DemoGain_ViewLayout.h.
+/// volume is matched anew. Identifiers and tags are those of DemoGain_ViewLayout.h.
 #ifndef VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_GESTURES_H
 #define VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_GESTURES_H
 
+#include "DemoGain_ParameterTable.h"
 #include "DemoGain_ViewLayout.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace DemoGain_Gestures {
 
-/// What a control's value of 0 and of 1 is shown as.
-struct Scale {
-    double mLow;
-    double mHigh;
-};
-
 struct Gesture {
-    const char* mID;             ///< The control's identifier.
-    const char* mText;           ///< What the status line shows.
-    std::optional<Scale> mScale; ///< If there is one, the value follows the text.
-    bool mRestartsMatching;      ///< With automatic gain on, the volume is matched anew.
+    const char* mID;                             ///< The control's identifier.
+    const char* mText;                           ///< What the status line shows.
+    std::optional<SDemoGain_StatusScale> mScale; ///< If there is one, the value follows the text.
+    bool mRestartsMatching;                      ///< With automatic gain on, the volume is matched anew.
 };
 
-/// Of what can be lowered as well as raised, and of what is only added.
-inline constexpr Scale kBipolar = {-100.0, 100.0};
-inline constexpr Scale kPercent = {0.0, 100.0};
-
-/// One per control that tells its listener something.
-inline constexpr Gesture kGestures[] = {
-    {"Gain", "Gain", kBipolar, true},
-    {"Volume", "Volume", kBipolar, false},
-    {"Atk", "Attack", kPercent, true},
-    {"Rls", "Release", kPercent, true},
-    {"Hot", "Hottitude", kPercent, true},
-    {"Mix", "Mix", kPercent, true},
-    {"HP", "Hi Pass", std::nullopt, true},
-    {"Band", "Band Pass", std::nullopt, true},
-    {"UK", "UK Mode", std::nullopt, true},
-    {"ASw", "Auto Gain", std::nullopt, false},
-    {"LinkSw", "Stereo Link", std::nullopt, false},
-    {"HSw", "Harmonic select", std::nullopt, false},
-    {"Ratio", "Ratio", std::nullopt, true},
+/// The buttons, which are no parameters.
+inline constexpr Gesture kButtonGestures[] = {
     {"PR1K", "Preset to Clipboard", std::nullopt, false},
     {"PR2K", "Preset From Clipboard", std::nullopt, true},
 };
+
+/// One per control that notifies its listener: those of the parameters, then the buttons.
+inline constexpr auto kGestures = [] {
+    std::array<Gesture, kDemoGain_ControlOrder.size() + std::size(kButtonGestures)> gestures{};
+    auto* const buttons =
+        std::ranges::transform(kDemoGain_ControlOrder, gestures.begin(), [](const SDemoGain_Parameter* row) {
+            return Gesture{row->mIdentifier, row->mStatus, row->mStatusScale, row->mRestartsMatching};
+        }).out;
+    std::ranges::copy(kButtonGestures, buttons);
+    return gestures;
+}();
 
 /// What the status line shows when the clipboard's text is no preset.
 inline constexpr char kFailedText[] = "Failed From Clipboard";
@@ -54,8 +46,7 @@ inline constexpr char kInitialText[] = "---";
 
 /// Whether the control's identifier is that of a parameter. [any]
 constexpr bool HoldsParameter(const DemoGain_ViewLayout::Control& control) {
-    using DemoGain_ViewLayout::Kind;
-    return control.mKind != Kind::KickButton && control.mKind != Kind::Meter;
+    return DemoGain_FindParameter(control.mID) != nullptr;
 }
 
 /// The control with this identifier, or null. [any]
@@ -68,7 +59,7 @@ constexpr const DemoGain_ViewLayout::Control* ControlOf(std::string_view id) {
     return nullptr;
 }
 
-/// The control with this tag, or null: also for the tag of those that tell nothing. [any]
+/// The control with this tag, or null: also for the tag of those that notify nobody. [any]
 constexpr const DemoGain_ViewLayout::Control* ControlOf(int32_t tag) {
     for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {
         if (tag == control.mTag && tag != DemoGain_ViewLayout::kNoTag) {
@@ -80,7 +71,7 @@ constexpr const DemoGain_ViewLayout::Control* ControlOf(int32_t tag) {
 
 /// The gesture of a control that has a tag. [any]
 constexpr const Gesture& GestureOf(const DemoGain_ViewLayout::Control& control) {
-    const Gesture* gesture = kGestures;
+    const Gesture* gesture = kGestures.data();
     while (std::string_view(gesture->mID) != control.mID) {
         ++gesture;
     }

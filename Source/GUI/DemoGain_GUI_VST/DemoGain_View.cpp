@@ -140,7 +140,7 @@ void DemoGain_View::AddControl(std::size_t index, AAX_IViewContainer* container)
 
 CControl* DemoGain_View::GetControl(std::string_view id) const {
     const Control* const row = DemoGain_Gestures::ControlOf(id);
-    return row != nullptr ? mControls[static_cast<std::size_t>(row - kControls)] : nullptr;
+    return row != nullptr ? mControls[static_cast<std::size_t>(row - kControls.data())] : nullptr;
 }
 
 void DemoGain_View::ShowParameter(std::string_view paramID) {

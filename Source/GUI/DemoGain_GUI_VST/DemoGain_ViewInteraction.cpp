@@ -20,7 +20,6 @@ using VSTGUI::CControl;
 
 namespace {
 
-constexpr char kAutoGainID[] = "ASw";
 // A switch is on above this value.
 constexpr double kOnThreshold = 0.5;
 
@@ -101,7 +100,7 @@ double DemoGain_View::ReadNormalized(const char* paramID) const {
 }
 
 bool DemoGain_View::IsAutoGainOn() const {
-    return ReadNormalized(kAutoGainID) > kOnThreshold;
+    return ReadNormalized(cDemoGain_AutoGainID) > kOnThreshold;
 }
 
 // The clipboard, by button and by key.

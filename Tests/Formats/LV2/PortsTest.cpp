@@ -71,7 +71,7 @@ TEST_F(Ports, holdEveryParameterButTheMasterBypass) {
     const std::vector<PortInfo> ports = portsFor(1);
     for (const SDemoGain_Parameter& row : kDemoGain_Parameters) {
         const PortInfo* port = portOfParameter(ports, row.mIdentifier);
-        const bool isMasterBypass = std::string_view(row.mIdentifier) == cDefaultMasterBypassID;
+        const bool isMasterBypass = std::string_view(row.mIdentifier) == cDemoGain_MasterBypassID;
         ASSERT_EQ(port == nullptr, isMasterBypass) << row.mIdentifier;
         if (port != nullptr) {
             EXPECT_STREQ(kDemoGain_Parameters[port->item].mIdentifier, row.mIdentifier);

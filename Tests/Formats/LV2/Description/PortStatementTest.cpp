@@ -13,7 +13,7 @@ namespace {
 TEST(PortTexts, areThereForEveryParameterOnce) {
     std::size_t saved = 0;
     for (const SDemoGain_Parameter& row : kDemoGain_Parameters) {
-        if (std::string_view(row.mIdentifier) == cDefaultMasterBypassID) {
+        if (std::string_view(row.mIdentifier) == cDemoGain_MasterBypassID) {
             continue;
         }
         ++saved;
@@ -24,7 +24,7 @@ TEST(PortTexts, areThereForEveryParameterOnce) {
 
 TEST(PortTexts, areThereForNothingElse) {
     EXPECT_THROW(parameterPortText("gain"), std::out_of_range);
-    EXPECT_THROW(parameterPortText(cDefaultMasterBypassID), std::out_of_range);
+    EXPECT_THROW(parameterPortText(cDemoGain_MasterBypassID), std::out_of_range);
     EXPECT_THROW(meterComment("gain"), std::out_of_range);
 }
 
