@@ -1,15 +1,17 @@
 #include "DemoGain_Coefficients.h"
 
-#include "Alg/DemoGain_State.h"
+#include "DemoGain_Alg.h"
+#include "DemoGain_ParameterTable.h"
 
 #include <cmath>
 #include <iterator>
 
 namespace {
 
-// "Gain" and "Volume" are linear in dB, from kLeastLevelDB at 0 over kLevelRangeDB to +20 dB at 1.
-constexpr float kLeastLevelDB = -20.0F;
-constexpr float kLevelRangeDB = 40.0F;
+// "Gain" and "Volume" are linear in dB. Their limits are whole numbers, which single precision holds exactly.
+constexpr auto kLeastLevelDB = static_cast<float>(kDemoGain_Level.mLow);
+constexpr auto kLevelRangeDB = static_cast<float>(kDemoGain_Level.mHigh - kDemoGain_Level.mLow);
+static_assert(kLeastLevelDB == -20.0F && kLevelRangeDB == 40.0F);
 
 // Start of the knee of every gain curve.
 constexpr float kThresholdDB = -30.0F;
@@ -104,6 +106,19 @@ double scaled(double base, double rateScale) {
     return std::exp(std::log(base) * rateScale);
 }
 
+// Coefficients per sample of the follower whose times are adjustable.
+struct FollowerCoefs {
+    double mAttack;
+    double mRelease;
+};
+
+FollowerCoefs followerCoefs(const SDemoGain_DynamicsValues& values, double rateScale) {
+    const double q = std::sqrt(std::sqrt(static_cast<double>(values.mAttack)));
+    const int curve = DemoGain_CurveIndex(values.mRatio);
+    const bool isUKOn = values.mUK > 0.5F;
+    return {attackCoef(q, curve, rateScale), scaled(releaseBase(values.mRelease, curve, isUKOn), rateScale)};
+}
+
 } // namespace
 
 float DemoGain_LevelDB(float normalized) {
@@ -124,14 +139,13 @@ SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& valu
     const double rateScale = kDemoGain_ReferenceRateHz / sampleRate;
     const double attack = values.mAttack;
     const double release = values.mRelease;
-    const double q = std::sqrt(std::sqrt(attack));
     const double x = 1.0 - (1.0 - release) * attack;
     const int curve = DemoGain_CurveIndex(values.mRatio);
-    const bool isUKOn = values.mUK > 0.5F;
+    const FollowerCoefs coefs = followerCoefs(values, rateScale);
 
     SDemoGain_Dynamics result{};
-    result.mAttackCoef = static_cast<float>(attackCoef(q, curve, rateScale));
-    result.mReleaseCoef = static_cast<float>(scaled(releaseBase(release, curve, isUKOn), rateScale));
+    result.mAttackCoef = static_cast<float>(coefs.mAttack);
+    result.mReleaseCoef = static_cast<float>(coefs.mRelease);
     result.mSlowCoef = static_cast<float>(scaled(slowBase(curve), rateScale));
     result.mThreshold = kThresholdDB;
     for (std::size_t i = 0; i < std::size(result.mCurve); ++i) {
@@ -139,4 +153,14 @@ SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& valu
         result.mCurve[i] = static_cast<float>(line.m * x + line.k);
     }
     return result;
+}
+
+SDemoGain_Times DemoGain_ComputeTimes(const SDemoGain_DynamicsValues& values, double sampleRate) {
+    const FollowerCoefs coefs = followerCoefs(values, kDemoGain_ReferenceRateHz / sampleRate);
+    constexpr double kMsPerSecond = 1000.0;
+    // A coefficient c per sample leaves c^n of a change after n samples.
+    const auto milliseconds = [sampleRate](double coef) {
+        return -kMsPerSecond / (sampleRate * std::log(coef));
+    };
+    return {milliseconds(coefs.mAttack), milliseconds(coefs.mRelease)};
 }

@@ -33,4 +33,15 @@ int DemoGain_CurveIndex(float ratio);
 /// Time constants and curve at `sampleRate` (Hz, positive and finite). [any]
 SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& values, double sampleRate);
 
+/// Time constants of the two adjustable followers, in milliseconds: after one of them, 37 % of a change
+/// remains.
+struct SDemoGain_Times {
+    double mAttackMs;
+    double mReleaseMs;
+};
+
+/// The times that belong to the coefficients of DemoGain_ComputeDynamics, before these are rounded to single
+/// precision. [any]
+SDemoGain_Times DemoGain_ComputeTimes(const SDemoGain_DynamicsValues& values, double sampleRate);
+
 #endif

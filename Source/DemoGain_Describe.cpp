@@ -1,11 +1,9 @@
 #include "DemoGain_Describe.h"
 
 #include "AAX_Assert.h"
-#include "AAX_IComponentDescriptor.h"
 #include "AAX_IEffectDescriptor.h"
 #include "AAX_IPropertyMap.h"
 #include "DemoGain_Alg.h"
-#include "DemoGain_DescribeAlgorithm.h"
 #include "DemoGain_Parameters.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_GUI.h"
 
@@ -16,7 +14,7 @@ namespace {
 // Under this name failed host calls are reported.
 constexpr char kSource[] = "DemoGain_Describe";
 
-// Reports a failed call of the host's with the line of the caller; the description carries on.
+// Reports a failed call to the host with the line of the caller; the description goes on.
 void ExpectSuccess(AAX_Result err, int32_t line = __builtin_LINE()) {
     AAX_ReportUnless(err == AAX_SUCCESS, kSource, line, "err == AAX_SUCCESS");
 }
@@ -47,7 +45,7 @@ constexpr Meter kMeters[] = {
     {AAX_FourCC("ABC4"), "OutRMS", AAX_eMeterKind_Output},
 };
 
-// What tells one variant from the other.
+// What differs between the variants.
 struct Variant {
     AAX_EStemFormat mStemFormat;
     AAX_CProcessProc mRoutine;

@@ -57,7 +57,7 @@ enum class EDemoGain_Conversion {
     Choice,      ///< One of mTexts, at equal distances.
 };
 
-/// What people call a value.
+/// How people write a value.
 struct SDemoGain_Unit {
     EDemoGain_Conversion mConversion;
     const char* mSymbol = "";
@@ -82,28 +82,27 @@ struct SDemoGain_Parameter {
     const char* mName;       ///< What a host shows as its name.
 
     AAX_EParameterType mType;
-    EDemoGain_Taper mTaper;
-    EDemoGain_Display mDisplay;
     uint32_t mSteps;
     float mDefault; ///< Normalized.
+    EDemoGain_Taper mTaper;
+    EDemoGain_Display mDisplay;
 
     EAlgFieldID mField; ///< The field whose packet is computed anew when the parameter changes.
     EDemoGain_Packet mPacket;
 
     DemoGain_Place mPacketPlace;                      ///< Among the registrations of packets.
     DemoGain_Place mControlPlace = kDemoGain_Nowhere; ///< Among the controls, as the view adds them.
-    DemoGain_Place mUpdatePlace =
-        kDemoGain_Nowhere; ///< Among the identifiers that the editor knows in updates.
-    DemoGain_Place mPresetPlace = kDemoGain_Nowhere; ///< Among the values of the text of settings.
+    DemoGain_Place mUpdatePlace = kDemoGain_Nowhere;  ///< Among the updates that the editor compares.
+    DemoGain_Place mPresetPlace = kDemoGain_Nowhere;  ///< Among the values of the text of settings.
 
     SDemoGain_Unit mUnit;
 
     const char* mPresetLabel = nullptr; ///< In the text of settings.
     bool mEndsPresetLine = false;       ///< The last value of its line.
 
-    const char* mStatus = nullptr; ///< What the status line shows after a gesture.
-    std::optional<SDemoGain_StatusScale> mStatusScale =
-        {};                         ///< If there is one, the value follows with two decimals.
+    /// What the status line shows after a gesture; with a scale, the value follows with two decimals.
+    const char* mStatus = nullptr;
+    std::optional<SDemoGain_StatusScale> mStatusScale = {};
     bool mRestartsMatching = false; ///< With automatic gain on, a gesture has the volume matched anew.
 
     std::array<const char*, 2> mLegend = {}; ///< Name of the control on the panel, in one line or two.
@@ -144,138 +143,138 @@ inline constexpr SDemoGain_StatusScale kDemoGain_Hundred = {100.0, 0.0};
 /// The parameters in the order of their indices.
 inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
     {.mIdentifier = cDemoGain_MasterBypassID, .mName = "Master Bypass",
-     .mType = AAX_eParameterType_Discrete, .mTaper = EDemoGain_Taper::Binary, .mDisplay = EDemoGain_Display::BypassOn,
-     .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Discrete, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Binary, .mDisplay = EDemoGain_Display::BypassOn,
      .mField = eAlgFieldID_Bypass, .mPacket = EDemoGain_Packet::SingleValue,
      .mPacketPlace = 0, .mUnit = kDemoGain_OnOff,
      .mHelp = "Passes the input through; reads \"bypass\" at 0 and \"on\" at 1."},
 
     {.mIdentifier = cDemoGain_GainID, .mName = "Gain",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_GainDB, .mPacket = EDemoGain_Packet::Gain,
-     .mPacketPlace = 1, .mControlPlace = 0, .mUpdatePlace = 1, .mPresetPlace = 0, .mUnit = kDemoGain_Level,
-     .mPresetLabel = "Gain",
+     .mPacketPlace = 1, .mControlPlace = 0, .mUpdatePlace = 1, .mPresetPlace = 0,
+     .mUnit = kDemoGain_Level, .mPresetLabel = "Gain",
      .mStatus = "Gain", .mStatusScale = kDemoGain_Bipolar, .mRestartsMatching = true,
      .mLegend = {"Gain"}, .mScaleLow = "−20", .mScaleHigh = "+20",
      .mHelp = "Input gain, -20 to +20 dB."},
 
     {.mIdentifier = "HP", .mName = "HP",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_HP, .mPacket = EDemoGain_Packet::SingleValue,
-     .mPacketPlace = 3, .mControlPlace = 6, .mUpdatePlace = 3, .mPresetPlace = 2, .mUnit = kDemoGain_OnOff,
-     .mPresetLabel = "Hipass",
+     .mPacketPlace = 3, .mControlPlace = 6, .mUpdatePlace = 3, .mPresetPlace = 2,
+     .mUnit = kDemoGain_OnOff, .mPresetLabel = "Hipass",
      .mStatus = "Hi Pass", .mRestartsMatching = true,
      .mLegend = {"High", "Pass"},
      .mHelp = "Keeps what lies below 120 Hz from driving the gain reduction."},
 
     {.mIdentifier = "Band", .mName = "Band",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_Band, .mPacket = EDemoGain_Packet::SingleValue,
-     .mPacketPlace = 4, .mControlPlace = 7, .mUpdatePlace = 4, .mPresetPlace = 3, .mUnit = kDemoGain_OnOff,
-     .mPresetLabel = "Band", .mEndsPresetLine = true,
+     .mPacketPlace = 4, .mControlPlace = 7, .mUpdatePlace = 4, .mPresetPlace = 3,
+     .mUnit = kDemoGain_OnOff, .mPresetLabel = "Band", .mEndsPresetLine = true,
      .mStatus = "Band Pass", .mRestartsMatching = true,
      .mLegend = {"Band", "Pass"},
      .mHelp = "Lets high frequencies drive the gain reduction harder."},
 
     {.mIdentifier = cDemoGain_AttackID, .mName = "Atk",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
-     .mPacketPlace = 8, .mControlPlace = 2, .mUpdatePlace = 5, .mPresetPlace = 4, .mUnit = kDemoGain_AttackTime,
-     .mPresetLabel = "Attack",
+     .mPacketPlace = 8, .mControlPlace = 2, .mUpdatePlace = 5, .mPresetPlace = 4,
+     .mUnit = kDemoGain_AttackTime, .mPresetLabel = "Attack",
      .mStatus = "Attack", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
      .mLegend = {"Attack"}, .mScaleLow = "fast", .mScaleHigh = "slow",
      .mHelp = "Attack of the gain reduction."},
 
     {.mIdentifier = cDemoGain_ReleaseID, .mName = "Rls",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
-     .mPacketPlace = 9, .mControlPlace = 3, .mUpdatePlace = 6, .mPresetPlace = 5, .mUnit = kDemoGain_ReleaseTime,
-     .mPresetLabel = "Release",
+     .mPacketPlace = 9, .mControlPlace = 3, .mUpdatePlace = 6, .mPresetPlace = 5,
+     .mUnit = kDemoGain_ReleaseTime, .mPresetLabel = "Release",
      .mStatus = "Release", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
      .mLegend = {"Release"}, .mScaleLow = "fast", .mScaleHigh = "slow",
      .mHelp = "Release of the gain reduction."},
 
     {.mIdentifier = cDemoGain_AutoGainID, .mName = "Auto",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_Auto, .mPacket = EDemoGain_Packet::SingleValue,
-     .mPacketPlace = 5, .mControlPlace = 9, .mUpdatePlace = 0, .mPresetPlace = 10, .mUnit = kDemoGain_OnOff,
-     .mPresetLabel = "Auto",
+     .mPacketPlace = 5, .mControlPlace = 9, .mUpdatePlace = 0, .mPresetPlace = 10,
+     .mUnit = kDemoGain_OnOff, .mPresetLabel = "Auto",
      .mStatus = "Auto Gain",
      .mLegend = {"Auto Gain"},
      .mHelp = "Matches the output volume to the input level; works from the editor."},
 
     {.mIdentifier = cDemoGain_UKID, .mName = "UK",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
-     .mPacketPlace = 11, .mControlPlace = 8, .mUpdatePlace = 7, .mPresetPlace = 6, .mUnit = kDemoGain_OnOff,
-     .mPresetLabel = "UK",
+     .mPacketPlace = 11, .mControlPlace = 8, .mUpdatePlace = 7, .mPresetPlace = 6,
+     .mUnit = kDemoGain_OnOff, .mPresetLabel = "UK",
      .mStatus = "UK Mode", .mRestartsMatching = true,
      .mLegend = {"UK Mode"},
      .mHelp = "Changes the release of the gain reduction."},
 
     {.mIdentifier = cDemoGain_VolumeID, .mName = "Vol",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_VolumeDB, .mPacket = EDemoGain_Packet::Decay,
-     .mPacketPlace = 2, .mControlPlace = 1, .mUpdatePlace = 2, .mPresetPlace = 1, .mUnit = kDemoGain_Level,
-     .mPresetLabel = "Volume",
+     .mPacketPlace = 2, .mControlPlace = 1, .mUpdatePlace = 2, .mPresetPlace = 1,
+     .mUnit = kDemoGain_Level, .mPresetLabel = "Volume",
      .mStatus = "Volume", .mStatusScale = kDemoGain_Bipolar,
      .mLegend = {"Volume"}, .mScaleLow = "−20", .mScaleHigh = "+20",
      .mHelp = "Output volume, -20 to +20 dB."},
 
     {.mIdentifier = "Hot", .mName = "Hot",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_KnobSteps, .mDefault = 0.07F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.07F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_Hot, .mPacket = EDemoGain_Packet::SingleValue,
-     .mPacketPlace = 6, .mControlPlace = 4, .mUpdatePlace = 10, .mPresetPlace = 7, .mUnit = kDemoGain_Percent,
-     .mPresetLabel = "Hottitude", .mEndsPresetLine = true,
+     .mPacketPlace = 6, .mControlPlace = 4, .mUpdatePlace = 10, .mPresetPlace = 7,
+     .mUnit = kDemoGain_Percent, .mPresetLabel = "Hottitude", .mEndsPresetLine = true,
      .mStatus = "Hottitude", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
      .mLegend = {"Hottitude"}, .mScaleLow = "0", .mScaleHigh = "100",
      .mHelp = "Drive into the clipper and shaper."},
 
     {.mIdentifier = cDemoGain_RatioID, .mName = "Ratio",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_CurveSteps, .mDefault = 0.5F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_CurveSteps, .mDefault = 0.5F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
-     .mPacketPlace = 10, .mControlPlace = 12, .mUpdatePlace = 11, .mPresetPlace = 8, .mUnit = kDemoGain_Curve,
-     .mPresetLabel = "Ratio",
+     .mPacketPlace = 10, .mControlPlace = 12, .mUpdatePlace = 11, .mPresetPlace = 8,
+     .mUnit = kDemoGain_Curve, .mPresetLabel = "Ratio",
      .mStatus = "Ratio", .mRestartsMatching = true,
      .mLegend = {"Ratio"},
      .mHelp = "One of eight gain reduction curves."},
 
     {.mIdentifier = "Mix", .mName = "Mix",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_KnobSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_Mix, .mPacket = EDemoGain_Packet::SingleValue,
-     .mPacketPlace = 7, .mControlPlace = 5, .mUpdatePlace = 12, .mPresetPlace = 9, .mUnit = kDemoGain_Percent,
-     .mPresetLabel = "Mix",
+     .mPacketPlace = 7, .mControlPlace = 5, .mUpdatePlace = 12, .mPresetPlace = 9,
+     .mUnit = kDemoGain_Percent, .mPresetLabel = "Mix",
      .mStatus = "Mix", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
      .mLegend = {"Mix"}, .mScaleLow = "wet", .mScaleHigh = "dry",
      .mHelp = "Share of the dry signal."},
 
     {.mIdentifier = "HSw", .mName = "HarmSw",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_HarmSw, .mPacket = EDemoGain_Packet::SingleValue,
-     .mPacketPlace = 12, .mControlPlace = 11, .mUpdatePlace = 9, .mPresetPlace = 11, .mUnit = kDemoGain_OnOff,
-     .mPresetLabel = "HarmSw", .mEndsPresetLine = true,
+     .mPacketPlace = 12, .mControlPlace = 11, .mUpdatePlace = 9, .mPresetPlace = 11,
+     .mUnit = kDemoGain_OnOff, .mPresetLabel = "HarmSw", .mEndsPresetLine = true,
      .mStatus = "Harmonic select",
      .mLegend = {"Harmonic", "Select"},
      .mHelp = "Biases the clipper, for more harmonics."},
 
     {.mIdentifier = "LinkSw", .mName = "LinkSw",
-     .mType = AAX_eParameterType_Continuous, .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
+     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
      .mField = eAlgFieldID_LinkSw, .mPacket = EDemoGain_Packet::SingleValue,
-     .mPacketPlace = 13, .mControlPlace = 10, .mUpdatePlace = 8, .mPresetPlace = 12, .mUnit = kDemoGain_OnOff,
-     .mPresetLabel = "LinkSw", .mEndsPresetLine = true,
+     .mPacketPlace = 13, .mControlPlace = 10, .mUpdatePlace = 8, .mPresetPlace = 12,
+     .mUnit = kDemoGain_OnOff, .mPresetLabel = "LinkSw", .mEndsPresetLine = true,
      .mStatus = "Stereo Link",
      .mLegend = {"Stereo", "Link"},
      .mHelp = "Both stereo channels share one gain reduction."},
@@ -319,41 +318,33 @@ inline constexpr auto kDemoGain_UpdateOrder =
 inline constexpr auto kDemoGain_PresetOrder =
     DemoGain_ParametersInOrder<&SDemoGain_Parameter::mPresetPlace>();
 
-static_assert(kDemoGain_PacketOrder.size() == std::size(kDemoGain_Parameters), "each parameter has a packet");
-static_assert(kDemoGain_ControlOrder.size() == kDemoGain_UpdateOrder.size(),
-              "each control shows its parameter");
-static_assert(std::ranges::all_of(kDemoGain_Parameters,
-                                  [](const SDemoGain_Parameter& row) {
-                                      return DemoGain_FindParameter(row.mIdentifier) == &row;
-                                  }),
-              "identifiers differ");
-static_assert(std::ranges::all_of(kDemoGain_Parameters,
-                                  [](const SDemoGain_Parameter& row) {
-                                      return (row.mTaper == EDemoGain_Taper::Binary) ==
-                                             (row.mDisplay == EDemoGain_Display::BypassOn);
-                                  }),
-              "taper and display are those of one value type");
-static_assert(std::ranges::all_of(kDemoGain_Parameters,
-                                  [](const SDemoGain_Parameter& row) {
-                                      return row.mUnit.mConversion != EDemoGain_Conversion::Choice ||
-                                             row.mUnit.mTexts.size() == row.mSteps;
-                                  }),
-              "each step has its text");
-static_assert(std::ranges::all_of(kDemoGain_Parameters,
-                                  [](const SDemoGain_Parameter& row) {
-                                      return row.mField < kAlgNumDataInPorts;
-                                  }),
-              "packets go to data-in ports");
-static_assert(std::ranges::all_of(kDemoGain_Parameters,
-                                  [](const SDemoGain_Parameter& row) {
-                                      const bool isPresetComplete = (row.mPresetPlace == kDemoGain_Nowhere) ==
-                                                                    (row.mPresetLabel == nullptr);
-                                      const bool hasControl = row.mControlPlace != kDemoGain_Nowhere;
-                                      return isPresetComplete &&
-                                             hasControl == (row.mUpdatePlace != kDemoGain_Nowhere) &&
-                                             hasControl == (row.mStatus != nullptr) &&
-                                             hasControl == (row.mLegend[0] != nullptr);
-                                  }),
-              "what has a place in a list has its texts");
+/// Whether the rows agree with themselves and each other; does not compile, and names the reason, where they
+/// do not.
+consteval bool DemoGain_IsTableSound() {
+    for (const SDemoGain_Parameter& row : kDemoGain_Parameters) {
+        if (DemoGain_FindParameter(row.mIdentifier) != &row) {
+            throw "two parameters have one identifier";
+        }
+        if ((row.mTaper == EDemoGain_Taper::Binary) != (row.mDisplay == EDemoGain_Display::BypassOn)) {
+            throw "taper and display are of two value types";
+        }
+        if (row.mPacketPlace == kDemoGain_Nowhere || row.mField >= kAlgNumDataInPorts) {
+            throw "a parameter has no packet, or one for a field that is no data-in port";
+        }
+        if (row.mUnit.mConversion == EDemoGain_Conversion::Choice && row.mUnit.mTexts.size() != row.mSteps) {
+            throw "a step has no text";
+        }
+        if ((row.mPresetPlace != kDemoGain_Nowhere) != (row.mPresetLabel != nullptr)) {
+            throw "a value in the text of settings has no label";
+        }
+        const bool hasControl = row.mControlPlace != kDemoGain_Nowhere;
+        if ((row.mUpdatePlace != kDemoGain_Nowhere) != hasControl || (row.mStatus != nullptr) != hasControl ||
+            (row.mLegend[0] != nullptr) != hasControl) {
+            throw "a control has no place among the updates, no status text or no name";
+        }
+    }
+    return true;
+}
+static_assert(DemoGain_IsTableSound());
 
 #endif

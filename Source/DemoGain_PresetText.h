@@ -24,8 +24,7 @@ struct Item {
     bool mEndsLine;           ///< The last one of its line.
 };
 
-/// The values in the order of the text, which alone tells a reader which is which: those of the parameter
-/// table.
+/// The values in the order of the text, by which alone a reader knows them: those of the parameter table.
 inline constexpr auto kItems = [] {
     std::array<Item, kDemoGain_PresetOrder.size()> items{};
     std::ranges::transform(kDemoGain_PresetOrder, items.begin(), [](const SDemoGain_Parameter* parameter) {
@@ -143,8 +142,8 @@ inline std::optional<Number> TakeNumber(std::string_view& rest) {
     return number;
 }
 
-/// Whether a number that is neither zero nor a float is too large for one, not too small: the exponent of its
-/// first digit tells.
+/// Whether a number that is neither zero nor a float is too large for one, not too small: decided by the
+/// exponent of its first digit.
 inline bool IsTooLarge(const Number& number) {
     const std::size_t point = std::min(number.mMantissa.find('.'), number.mMantissa.size());
     const std::size_t firstDigit = number.mMantissa.find_first_not_of("0.");

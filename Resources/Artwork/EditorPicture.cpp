@@ -2,6 +2,7 @@
 
 #include "Artwork/Artwork.h"
 #include "Artwork/Controls.h"
+#include "DemoGain_ValueText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,10 +66,13 @@ void drawShownStatus(Painter& painter) {
     constexpr TextStyle kStyle = {Weight::kRegular, 12.0, 0.0};
     constexpr double kMargin = 2.0;
     constexpr double kBaseline = 13.0;
+    const SDemoGain_Parameter& changed = *DemoGain_FindParameter("Hot");
+    const std::string status = DemoGain_ValueText::WriteStatus(changed.mStatus, changed.mStatusScale,
+                                                               static_cast<float>(shownValue("Hot")));
     painter.box(statusBox());
     painter.fill(palette::kBlack);
-    painter.text("Hottitude 78.00", kStyle, {statusBox().x + kMargin, statusBox().y + kBaseline},
-                 Align::kLeft, kStatusText);
+    painter.text(status, kStyle, {statusBox().x + kMargin, statusBox().y + kBaseline}, Align::kLeft,
+                 kStatusText);
 }
 
 // Numbers on a picture.

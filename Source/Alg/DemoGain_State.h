@@ -4,9 +4,6 @@
 
 #include "DemoGain_Alg.h"
 
-/// The sample rate that all time constants of the effect are given for, but for that of the DC blocker.
-inline constexpr double kDemoGain_ReferenceRateHz = 48000.0;
-
 /// The two post sections, at every sample rate. Fixed by definition; they differ in their gain.
 inline constexpr SDemoGain_PostSection kDemoGain_PostA = {0.21020785F,  0.4204157F,   0.21020785F,
                                                           -0.84083444F, 0.040730298F, 0.60940844F};

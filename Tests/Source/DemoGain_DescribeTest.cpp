@@ -5,7 +5,6 @@
 #include "AAX_VCollection.h"
 #include "AAX_VComponentDescriptor.h"
 #include "DemoGain_Alg.h"
-#include "DemoGain_DescribeAlgorithm.h"
 #include "DemoGain_Parameters.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_GUI.h"
 #include "Tests/Source/DescriptionRecorder.h"

@@ -1,10 +1,12 @@
 // The table's lists, and the documents that show the table.
 #include "DemoGain_ParameterTable.h"
 
+#include "DemoGain_ValueText.h"
 #include "DemoGain_ViewLayout.h"
 
 #include <gmock/gmock.h>
 
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -138,6 +140,28 @@ TEST(Manual, givesTheRangeOfTheLevels) {
             EXPECT_THAT(rowInManual(i + 1), HasSubstr(range.str()));
             EXPECT_THAT(kDemoGain_ControlOrder[i]->mHelp, HasSubstr(range.str()));
         }
+    }
+}
+
+// A time as the manual rounds it.
+std::string roundedTime(const SDemoGain_Parameter& parameter, double normalized) {
+    const double ms = DemoGain_ValueText::InUnit(parameter, normalized);
+    char text[32];
+    if (ms >= 100.0) {
+        std::snprintf(text, sizeof text, "%.1f s", ms / 1000.0);
+    } else {
+        std::snprintf(text, sizeof text, ms < 10.0 ? "%.1f ms" : "%.0f ms", ms);
+    }
+    return text;
+}
+
+TEST(Manual, givesTheTimesOfTheKnobs) {
+    for (const std::size_t place : {2, 3}) {
+        const SDemoGain_Parameter& parameter = *kDemoGain_ControlOrder[place];
+        ASSERT_STREQ(parameter.mUnit.mSymbol, "ms");
+        EXPECT_THAT(rowInManual(place + 1), HasSubstr(roundedTime(parameter, 0.0) + " at the left end, " +
+                                                      roundedTime(parameter, 0.5) + " in the middle, " +
+                                                      roundedTime(parameter, 1.0) + " at the right end"));
     }
 }
 

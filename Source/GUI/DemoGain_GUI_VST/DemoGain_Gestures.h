@@ -4,6 +4,7 @@
 #define VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_GESTURES_H
 
 #include "DemoGain_ParameterTable.h"
+#include "DemoGain_ValueText.h"
 #include "DemoGain_ViewLayout.h"
 
 #include <algorithm>
@@ -78,9 +79,25 @@ constexpr const Gesture& GestureOf(const DemoGain_ViewLayout::Control& control) 
     return *gesture;
 }
 
-/// What the status line shows after a gesture that left the control at `value`, 0 to 1. The point is a point
-/// in every locale. [main]
-std::string StatusText(const Gesture& gesture, float value);
+/// What the status line shows after a gesture that left the control at `value`, 0 to 1. [any]
+inline std::string StatusText(const Gesture& gesture, float value) {
+    return DemoGain_ValueText::WriteStatus(gesture.mText, gesture.mScale, value);
+}
+
+/// Whether the control notifies its listener of gestures. [any]
+constexpr bool NotifiesListener(const DemoGain_ViewLayout::Control& control) {
+    return control.mTag != DemoGain_ViewLayout::kNoTag;
+}
+
+// A control with a tag and without a gesture does not compile: the look-up would leave the table.
+static_assert(std::ranges::all_of(DemoGain_ViewLayout::kControls,
+                                  [](const DemoGain_ViewLayout::Control& control) {
+                                      return !NotifiesListener(control) ||
+                                             std::string_view(GestureOf(control).mID) == control.mID;
+                                  }));
+static_assert(std::ranges::count_if(DemoGain_ViewLayout::kControls, NotifiesListener) ==
+                  std::ssize(kGestures),
+              "every gesture is that of one control");
 
 } // namespace DemoGain_Gestures
 

@@ -1,0 +1,200 @@
+#include "DemoGain_ValueText.h"
+
+#include "DemoGain_Coefficients.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+
+namespace DemoGain_ValueText {
+namespace {
+
+constexpr double kMsPerSecond = 1000.0;
+constexpr std::string_view kBlank = " \t";
+
+// Not a number counts as 0.
+double Limited(double normalized) {
+    return normalized > 0.0 ? std::min(normalized, 1.0) : 0.0;
+}
+
+double TimeMs(EDemoGain_Conversion conversion, double normalized, const Settings& settings) {
+    const auto value = static_cast<float>(normalized);
+    const SDemoGain_Times times = DemoGain_ComputeTimes(
+        {.mAttack = value, .mRelease = value, .mUK = settings.mUK, .mRatio = settings.mRatio},
+        settings.mSampleRateHz);
+    return conversion == EDemoGain_Conversion::AttackTime ? times.mAttackMs : times.mReleaseMs;
+}
+
+// The lowest normalized value with this time: the first interval in which the time is reached, halved until
+// it is as small as a double can tell.
+double NormalizedTime(EDemoGain_Conversion conversion, double ms, const Settings& settings) {
+    constexpr int kIntervals = static_cast<int>(kDemoGain_KnobSteps) - 1;
+    constexpr int kHalvings = 50;
+    const auto isReached = [&](double normalized) { return TimeMs(conversion, normalized, settings) >= ms; };
+    int end = 0;
+    while (end < kIntervals && !isReached(static_cast<double>(end) / kIntervals)) {
+        ++end;
+    }
+    double high = static_cast<double>(end) / kIntervals;
+    double low = end > 0 ? static_cast<double>(end - 1) / kIntervals : 0.0;
+    for (int i = 0; i < kHalvings && end > 0; ++i) {
+        const double middle = (low + high) / 2.0;
+        (isReached(middle) ? high : low) = middle;
+    }
+    return high;
+}
+
+// As the routine chooses: a switch is on above 0.5, a curve begins half a step below its value.
+std::size_t ChoiceOf(const SDemoGain_Parameter& parameter, double normalized) {
+    const std::size_t last = parameter.mUnit.mTexts.size() - 1;
+    if (last == 1) {
+        return normalized > 0.5 ? 1 : 0;
+    }
+    return static_cast<std::size_t>(normalized * static_cast<double>(last) + 0.5);
+}
+
+std::string Fixed(double value, int decimals) {
+    char digits[64];
+    const auto written =
+        std::to_chars(std::begin(digits), std::end(digits), value, std::chars_format::fixed, decimals);
+    return {std::begin(digits), written.ptr};
+}
+
+std::string WriteLinear(const SDemoGain_Unit& unit, double value) {
+    constexpr int kDecimals = 1;
+    constexpr double kLeastShown = 0.05; // Everything below is 0.0, which has no sign.
+    const bool isZero = std::fabs(value) < kLeastShown;
+    const char* const sign = unit.mLow < 0.0 && value > 0.0 && !isZero ? "+" : "";
+    return std::string(sign).append(Fixed(isZero ? 0.0 : value, kDecimals)).append(" ").append(unit.mSymbol);
+}
+
+// With three digits. The limits are where the shown number would have one more.
+std::string WriteTime(double ms) {
+    constexpr double kTwoDecimalsBelowMs = 9.995;
+    constexpr double kOneDecimalBelowMs = 99.95;
+    constexpr double kSecondsFromMs = 999.5;
+    if (ms >= kSecondsFromMs) {
+        return Fixed(ms / kMsPerSecond, 2) + " s";
+    }
+    const int decimals = ms < kTwoDecimalsBelowMs ? 2 : ms < kOneDecimalBelowMs ? 1 : 0;
+    return Fixed(ms, decimals) + " ms";
+}
+
+char LowerCase(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool IsSame(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, LowerCase, LowerCase);
+}
+
+std::string_view Trimmed(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(kBlank), text.size()));
+    text.remove_suffix(text.size() - std::min(text.find_last_not_of(kBlank) + 1, text.size()));
+    return text;
+}
+
+// A number and what follows it.
+struct Number {
+    double mValue;
+    std::string_view mUnit;
+};
+
+std::optional<Number> TakeNumber(std::string& text) {
+    constexpr std::string_view kMinus = "−"; // As on the panel.
+    if (text.starts_with(kMinus)) {
+        text.replace(0, kMinus.size(), "-");
+    }
+    std::ranges::replace(text, ',', '.');
+    const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
+    const char* const end = text.data() + text.size();
+    double value = 0.0;
+    const auto [rest, error] = std::from_chars(begin, end, value, std::chars_format::fixed);
+    if (error != std::errc() || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    return Number{value, Trimmed({rest, end})};
+}
+
+std::optional<double> ParseChoice(const SDemoGain_Unit& unit, std::string_view text) {
+    const auto found =
+        std::ranges::find_if(unit.mTexts, [text](const char* choice) { return IsSame(choice, text); });
+    return found != unit.mTexts.end() ? std::optional<double>(found - unit.mTexts.begin()) : std::nullopt;
+}
+
+std::optional<double> ParseNumber(const SDemoGain_Unit& unit, std::string_view text) {
+    std::string copy(text);
+    const std::optional<Number> number = TakeNumber(copy);
+    if (!number) {
+        return std::nullopt;
+    }
+    if (number->mUnit.empty() || IsSame(number->mUnit, unit.mSymbol)) {
+        return number->mValue;
+    }
+    const bool isTime = unit.mConversion == EDemoGain_Conversion::AttackTime ||
+                        unit.mConversion == EDemoGain_Conversion::ReleaseTime;
+    return isTime && IsSame(number->mUnit, "s") ? std::optional(number->mValue * kMsPerSecond) : std::nullopt;
+}
+
+} // namespace
+
+double InUnit(const SDemoGain_Parameter& parameter, double normalized, const Settings& settings) {
+    const SDemoGain_Unit& unit = parameter.mUnit;
+    const double value = Limited(normalized);
+    switch (unit.mConversion) {
+    case EDemoGain_Conversion::AttackTime:
+    case EDemoGain_Conversion::ReleaseTime:
+        return TimeMs(unit.mConversion, value, settings);
+    case EDemoGain_Conversion::Choice:
+        return static_cast<double>(ChoiceOf(parameter, value));
+    case EDemoGain_Conversion::Linear:
+        break;
+    }
+    return unit.mLow + value * (unit.mHigh - unit.mLow);
+}
+
+double Normalized(const SDemoGain_Parameter& parameter, double inUnit, const Settings& settings) {
+    const SDemoGain_Unit& unit = parameter.mUnit;
+    switch (unit.mConversion) {
+    case EDemoGain_Conversion::AttackTime:
+    case EDemoGain_Conversion::ReleaseTime:
+        return NormalizedTime(unit.mConversion, inUnit, settings);
+    case EDemoGain_Conversion::Choice:
+        return Limited(inUnit / static_cast<double>(unit.mTexts.size() - 1));
+    case EDemoGain_Conversion::Linear:
+        break;
+    }
+    return Limited((inUnit - unit.mLow) / (unit.mHigh - unit.mLow));
+}
+
+std::string Write(const SDemoGain_Parameter& parameter, double normalized, const Settings& settings) {
+    const SDemoGain_Unit& unit = parameter.mUnit;
+    const double value = InUnit(parameter, normalized, settings);
+    switch (unit.mConversion) {
+    case EDemoGain_Conversion::AttackTime:
+    case EDemoGain_Conversion::ReleaseTime:
+        return WriteTime(value);
+    case EDemoGain_Conversion::Choice:
+        return unit.mTexts[static_cast<std::size_t>(value)];
+    case EDemoGain_Conversion::Linear:
+        break;
+    }
+    return WriteLinear(unit, value);
+}
+
+std::optional<double> Parse(const SDemoGain_Parameter& parameter, std::string_view text,
+                            const Settings& settings) {
+    const SDemoGain_Unit& unit = parameter.mUnit;
+    const std::optional<double> value = unit.mConversion == EDemoGain_Conversion::Choice
+                                            ? ParseChoice(unit, Trimmed(text))
+                                            : ParseNumber(unit, Trimmed(text));
+    return value ? std::optional(Normalized(parameter, *value, settings)) : std::nullopt;
+}
+
+std::string WriteStatus(const char* text, const std::optional<SDemoGain_StatusScale>& scale, float value) {
+    constexpr int kDecimals = 2;
+    return scale ? std::string(text) + " " + Fixed(value * scale->mFactor + scale->mOffset, kDecimals) : text;
+}
+
+} // namespace DemoGain_ValueText

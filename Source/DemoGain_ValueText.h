@@ -1,0 +1,45 @@
+/// Parameter values in their units, and as text that people read and type. Pure functions over the parameter
+/// table; no locale changes what they write or read.
+#ifndef VARNO_SOURCE_DEMOGAIN_VALUETEXT_H
+#define VARNO_SOURCE_DEMOGAIN_VALUETEXT_H
+
+#include "DemoGain_ParameterTable.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace DemoGain_ValueText {
+
+/// What the times depend on besides the value of their own parameter.
+struct Settings {
+    float mRatio = 0.5F;            ///< "Ratio", normalized.
+    float mUK = 0.0F;               ///< "UK", normalized.
+    double mSampleRateHz = 48000.0; ///< Matters to the attack of the last curve only.
+};
+
+/// A normalized value in the parameter's unit: dB, percent, milliseconds, or the place of a choice, from 0.
+/// What lies outside of 0 to 1 is limited to it first. [any]
+double InUnit(const SDemoGain_Parameter& parameter, double normalized, const Settings& settings = {});
+
+/// The normalized value for a value in the parameter's unit; the nearest end for one beyond the range. The
+/// release time does not grow with its parameter everywhere: of several values with the same time, the
+/// lowest. [any]
+double Normalized(const SDemoGain_Parameter& parameter, double inUnit, const Settings& settings = {});
+
+/// A normalized value as people say it: "-3.5 dB", "35.0 %", "2.43 ms", "1.28 s", "on", "5". [any]
+std::string Write(const SDemoGain_Parameter& parameter, double normalized, const Settings& settings = {});
+
+/// The normalized value that a text means, limited to the range; nothing where it is no value of the
+/// parameter. A number with the unit or without, times also with "s", a comma for the point; choices by their
+/// names. Capitals and blanks do not matter. [any]
+std::optional<double> Parse(const SDemoGain_Parameter& parameter, std::string_view text,
+                            const Settings& settings = {});
+
+/// What the editor's status line shows after a gesture that left a control at `value`, 0 to 1: `text`, and
+/// with a scale the scaled value with two decimals. [any]
+std::string WriteStatus(const char* text, const std::optional<SDemoGain_StatusScale>& scale, float value);
+
+} // namespace DemoGain_ValueText
+
+#endif
