@@ -45,7 +45,8 @@ struct HostFeature {
 
 /// Everything optional about a host. The default offers all that there is.
 struct HostOptions {
-    /// Interfaces that no object of this host answers to and no component is made for.
+    /// Interfaces that this host does not offer, as a host of an earlier version: QueryInterface does not
+    /// find them, and no component is made for them.
     std::vector<acfIID> withheld;
     /// Features that the host has an answer for.
     std::vector<HostFeature> features = {

@@ -105,7 +105,9 @@ std::vector<xcb_window_t> XConnection::children(xcb_window_t window) const {
         return {};
     }
     const xcb_window_t* const first = xcb_query_tree_children(reply.get());
-    return {first, first + xcb_query_tree_children_length(reply.get())};
+    std::vector<xcb_window_t> windows;
+    windows.assign(first, first + xcb_query_tree_children_length(reply.get()));
+    return windows;
 }
 
 void XConnection::sync() const {

@@ -84,7 +84,7 @@ inline constexpr std::int32_t kBufferFrames = 512;
 /// default; an unconnected output is discarded. Hosts call on one thread at a time.
 class Plugin {
 public:
-    /// Throws HostError where the module refuses the sample rate. [main]
+    /// Throws HostError where the sample rate is refused. [main]
     Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sampleRateHz);
 
     /// Connects a port to the host's memory (borrowed until connected anew) or, by null, to nothing; a number
