@@ -1,26 +1,13 @@
 #include "LV2/Ports.h"
 
+#include "LV2/PortTexts.h"
+
 #include <algorithm>
 #include <array>
 
 namespace varno {
 
 namespace {
-
-bool isOneOf(char character, char first, char last) {
-    return character >= first && character <= last;
-}
-
-// A name as a symbol: in lower case, and an underscore for whatever a symbol may not hold.
-std::string symbolOf(std::string_view name) {
-    std::string symbol;
-    for (const char character : name) {
-        const bool isUpper = isOneOf(character, 'A', 'Z');
-        const char lower = isUpper ? static_cast<char>(character - 'A' + 'a') : character;
-        symbol += isOneOf(lower, 'a', 'z') || isOneOf(lower, '0', '9') ? lower : '_';
-    }
-    return symbol;
-}
 
 // Adds ports one after the other.
 class PortList {
@@ -55,14 +42,14 @@ std::vector<PortInfo> portsOf(const Instance& instance) {
     list.addAudio("out", PortKind::kAudioOut, instance.variant().outputChannels());
     for (const ParameterInfo& parameter : instance.parameters()) {
         if (!parameter.isMasterBypass) {
-            list.add(symbolOf(parameter.id), PortKind::kParameter,
+            list.add(portText(kParameterPorts, parameter.id).symbol, PortKind::kParameter,
                      static_cast<std::uint32_t>(parameter.index), parameter.id);
         }
     }
     list.add("enabled", PortKind::kEnabled);
     const std::vector<MeterDescription>& meters = instance.effect().meters;
     for (std::uint32_t tap = 0; tap < meters.size(); ++tap) {
-        list.add(symbolOf(meters[tap].name), PortKind::kMeter, tap);
+        list.add(portText(kMeterPorts, meters[tap].name).symbol, PortKind::kMeter, tap);
     }
     list.add("latency", PortKind::kLatency);
     return list.take();

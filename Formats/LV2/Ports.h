@@ -46,7 +46,8 @@ struct PortInfo {
 };
 
 /// The ports of the instance's variant in the order of their indices: audio inputs, audio outputs, every
-/// parameter but the master bypass, enabled, meters, latency. [any]
+/// parameter but the master bypass, enabled, meters, latency. Throws std::out_of_range for a parameter or
+/// meter without a row in PortTexts.h. [any]
 std::vector<PortInfo> portsOf(const Instance& instance);
 
 /// The port of this symbol, null when there is none. [any]

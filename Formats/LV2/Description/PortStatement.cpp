@@ -3,10 +3,9 @@
 #include "LV2/ControlValues.h"
 #include "LV2/Description/Turtle.h"
 #include "LV2/Plugin.h"
+#include "LV2/PortTexts.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -14,47 +13,10 @@ namespace varno {
 
 namespace {
 
-using enum ValueMeaning;
+// Levels that get a label, in dB.
+constexpr int kLabelledLevelsDB[] = {-20, -15, -10, -6, -3, 0, 3, 6, 10, 15, 20};
 
-constexpr ParameterPortText kParameters[] = {
-    {"Gain", kLevel, "Input gain, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
-    {"HP", kPlain, "Keeps what lies below 120 Hz from driving the gain reduction."},
-    {"Band", kPlain, "Lets high frequencies drive the gain reduction harder."},
-    {"Atk", kPlain, "Attack of the gain reduction: fast at 0, slow at 1."},
-    {"Rls", kPlain, "Release of the gain reduction: fast at 0, slow at 1."},
-    {"ASw", kPlain,
-     "Lets the editor match the output volume to the input level; without the editor it does nothing."},
-    {"UK", kPlain, "Changes the release of the gain reduction."},
-    {"Volume", kLevel, "Output volume, from -20 dB at 0 over 0 dB at 0.5 to +20 dB at 1."},
-    {"Hot", kPlain, "Drive into the clipper and shaper."},
-    {"Ratio", kCurve, "Chooses one of eight gain reduction curves."},
-    {"Mix", kPlain, "Share of the dry signal: none at 0, nothing else at 1."},
-    {"HSw", kPlain, "Biases the clipper, for more harmonics."},
-    {"LinkSw", kPlain, "Both stereo channels share one gain reduction."},
-};
-
-struct MeterText {
-    const char* symbol;
-    const char* comment;
-};
-
-constexpr MeterText kMeters[] = {
-    {"grl", "Gain reduction: 1 is a reduction by 32 dB. A peak stays for 40 ms at least."},
-    {"grr", "Gain reduction, the same as that of the left channel. A peak stays for 40 ms at least."},
-    {"inrms", "Averaged input level of the first channel, linear: 1 is full scale."},
-    {"outrms", "Averaged output level of the first channel before the volume, linear: 1 is full scale."},
-};
-
-template<class Row, class Key>
-const Row& requireRow(std::span<const Row> rows, std::string_view name, Key key) {
-    const auto found = std::ranges::find(rows, name, key);
-    if (found == rows.end()) {
-        throw std::out_of_range("there is no text about the port of " + std::string(name));
-    }
-    return *found;
-}
-
-constexpr int kSwitchSteps = 2;
+constexpr auto kSwitchSteps = static_cast<int>(kDemoGain_SwitchSteps);
 
 std::string scalePoint(const std::string& label, float value) {
     return "[ rdfs:label " + turtleText(label) + " ; rdf:value " + turtleDecimal(value) + " ]";
@@ -66,21 +28,23 @@ std::string levelLabel(int levelDB) {
     return label;
 }
 
-std::vector<std::string> levelPoints() {
+std::vector<std::string> levelPoints(const SDemoGain_Unit& unit) {
     std::vector<std::string> points;
     for (const int levelDB : kLabelledLevelsDB) {
-        const float value = (static_cast<float>(levelDB) - kLevelLowDB) / (kLevelHighDB - kLevelLowDB);
+        const auto low = static_cast<float>(unit.mLow);
+        const auto high = static_cast<float>(unit.mHigh);
+        const float value = (static_cast<float>(levelDB) - low) / (high - low);
         points.push_back(scalePoint(levelLabel(levelDB), value));
     }
     return points;
 }
 
 // The curves by the numbers that the editor's keys have.
-std::vector<std::string> curvePoints(int curves) {
+std::vector<std::string> curvePoints(std::span<const char* const> curves) {
     std::vector<std::string> points;
-    for (int curve = 0; curve < curves; ++curve) {
-        const float value = static_cast<float>(curve) / static_cast<float>(curves - 1);
-        points.push_back(scalePoint("Curve " + std::to_string(curve + 1), value));
+    for (std::size_t curve = 0; curve < curves.size(); ++curve) {
+        const float value = static_cast<float>(curve) / static_cast<float>(curves.size() - 1);
+        points.push_back(scalePoint(std::string("Curve ") + curves[curve], value));
     }
     return points;
 }
@@ -103,16 +67,16 @@ void addSteps(TurtleSubject& subject, int steps) {
 }
 
 void addParameter(TurtleSubject& subject, const ParameterInfo& parameter) {
-    const ParameterPortText& text = parameterPortText(parameter.id);
     subject.add("lv2:name", turtleText(parameter.name));
     addRange(subject, 0.0F, static_cast<float>(parameter.defaultNormalized), 1.0F);
     addSteps(subject, parameter.steps);
-    if (text.meaning == ValueMeaning::kLevel) {
-        subject.add("lv2:scalePoint", levelPoints());
-    } else if (text.meaning == ValueMeaning::kCurve) {
-        subject.add("lv2:scalePoint", curvePoints(parameter.steps));
+    const SDemoGain_Unit& unit = DemoGain_FindParameter(parameter.id)->mUnit;
+    if (std::string_view(unit.mSymbol) == kDemoGain_Level.mSymbol) {
+        subject.add("lv2:scalePoint", levelPoints(unit));
+    } else if (unit.mConversion == EDemoGain_Conversion::Choice && parameter.steps > kSwitchSteps) {
+        subject.add("lv2:scalePoint", curvePoints(unit.mTexts));
     }
-    subject.add("rdfs:comment", turtleText(text.comment));
+    subject.add("rdfs:comment", turtleText(portText(kParameterPorts, parameter.id).comment));
 }
 
 void addAudio(TurtleSubject& subject, const PortInfo& port, const PluginUri& plugin) {
@@ -127,11 +91,11 @@ void addAudio(TurtleSubject& subject, const PortInfo& port, const PluginUri& plu
     subject.add("rdfs:comment", turtleText(isInput ? "Sound to be processed." : "Processed sound."));
 }
 
-void addMeter(TurtleSubject& subject, const PortInfo& port, const MeterDescription& meter) {
+void addMeter(TurtleSubject& subject, const MeterDescription& meter) {
     subject.add("lv2:name", turtleText(meter.name));
     addRange(subject, 0.0F, 0.0F, 1.0F);
     subject.add("units:unit", "units:coef");
-    subject.add("rdfs:comment", turtleText(meterComment(port.symbol)));
+    subject.add("rdfs:comment", turtleText(portText(kMeterPorts, meter.name).comment));
 }
 
 void addEnabled(TurtleSubject& subject) {
@@ -163,18 +127,6 @@ std::string typesOf(PortKind kind) {
 
 } // namespace
 
-std::span<const ParameterPortText> parameterPortTexts() {
-    return kParameters;
-}
-
-const ParameterPortText& parameterPortText(std::string_view parameterID) {
-    return requireRow(parameterPortTexts(), parameterID, &ParameterPortText::parameterID);
-}
-
-const char* meterComment(std::string_view symbol) {
-    return requireRow(std::span<const MeterText>(kMeters), symbol, &MeterText::symbol).comment;
-}
-
 std::string groupUri(const PluginUri& plugin, std::string_view symbol) {
     std::string uri = plugin.uri;
     return uri.append("-").append(symbol);
@@ -197,7 +149,7 @@ std::string portStatement(const Instance& instance, const PluginUri& plugin, con
         addEnabled(subject);
         break;
     case PortKind::kMeter:
-        addMeter(subject, port, instance.effect().meters[port.item]);
+        addMeter(subject, instance.effect().meters[port.item]);
         break;
     case PortKind::kLatency:
         addLatency(subject);
