@@ -1,6 +1,6 @@
 #include "Benchmarks/Music.h"
 
-#include "DemoLoop.h"
+#include "Render/DemoLoop.h"
 
 namespace varno::bench {
 namespace {

@@ -5,7 +5,7 @@
 #include "Benchmarks/MeasuredProcess.h"
 #include "Benchmarks/Music.h"
 #include "Benchmarks/Way.h"
-#include "DemoLoop.h"
+#include "Render/DemoLoop.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <chrono>

@@ -118,7 +118,7 @@ can_run_aarch64() {
 scripts_label='^test_scripts$'
 # Tests that run the program as a person does: they limit its files and cut its module short, which a build that
 # writes counts of lines cannot bear. What is measured, they add nothing to.
-program_label='^test_apps_varno$'
+program_label='^test_apps_(varno|render|play)$'
 # Programs that start threads of their own to find races are named so.
 threaded_label='_threaded$'
 # How many times the usual work the long runs do.

@@ -1,7 +1,7 @@
-#include "CommandError.h"
-#include "Commands.h"
-#include "Console.h"
-#include "Interruption.h"
+#include "CommandLine/CommandError.h"
+#include "CommandLine/Console.h"
+#include "CommandLine/Interruption.h"
+#include "Program.h"
 
 #include <csignal>
 #include <exception>

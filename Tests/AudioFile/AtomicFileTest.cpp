@@ -1,6 +1,6 @@
 #include "AudioFile/AtomicFile.h"
 
-#include "Interruption.h"
+#include "CommandLine/Interruption.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"

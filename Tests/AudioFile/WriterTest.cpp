@@ -2,7 +2,7 @@
 
 #include "AudioFile/ContainerChunks.h"
 #include "AudioFile/Transfer.h"
-#include "Interruption.h"
+#include "CommandLine/Interruption.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"

@@ -1,6 +1,6 @@
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 
-#include "CommandError.h"
+#include "CommandLine/CommandError.h"
 
 #include <cstdio>
 #include <sys/wait.h>

@@ -1,7 +1,7 @@
 #ifndef VARNO_TESTS_APPS_VARNO_SUPPORT_ERRORTEXT_H
 #define VARNO_TESTS_APPS_VARNO_SUPPORT_ERRORTEXT_H
 
-#include "CommandError.h"
+#include "CommandLine/CommandError.h"
 
 #include <gtest/gtest.h>
 #include <string>

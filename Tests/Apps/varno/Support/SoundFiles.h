@@ -7,10 +7,15 @@
 
 #include <cstdint>
 #include <optional>
+#include <sndfile.h>
 #include <string>
 #include <vector>
 
 namespace varno::test {
+
+/// Formats as libsndfile numbers them.
+inline constexpr int kWav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+inline constexpr int kWavFloat = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
 
 /// Interleaved samples as libsndfile, the independent judge, reads and writes them: integers in the uppermost
 /// bits of 32, floating point at full scale +-1.

@@ -1,0 +1,35 @@
+#ifndef VARNO_APPS_VARNO_COMMANDLINE_HELP_H
+#define VARNO_APPS_VARNO_COMMANDLINE_HELP_H
+
+#include "CommandLine/CommandTable.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace varno {
+
+/// What `varno --help` prints.
+std::string programHelp(const ProgramEntry& program);
+
+/// What `varno COMMAND --help` prints.
+std::string commandHelp(const CommandEntry& command);
+
+/// The forms of a command's use, "varno render [OPTIONS] INPUT OUTPUT" and so on.
+std::vector<std::string> usageLines(const CommandEntry& command);
+
+/// An option as the help shows it: "-j, --jobs N".
+std::string optionTerm(const OptionEntry& option);
+
+/// The manual page varno(1), in roff with the macros of man(7).
+/// @param version of the program: "1.0.0"
+std::string manPage(const ProgramEntry& program, const std::string& version);
+
+/// A script for bash that completes commands, options, values, files and parameters. It needs nothing but
+/// bash itself; it runs the program for the names of parameters and presets.
+std::string bashCompletion(const ProgramEntry& program);
+
+} // namespace varno
+
+#endif

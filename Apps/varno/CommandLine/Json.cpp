@@ -1,0 +1,48 @@
+#include "CommandLine/Json.h"
+
+#include <nlohmann/json.hpp>
+
+#include <type_traits>
+
+namespace varno {
+namespace {
+
+using LibraryJson = nlohmann::ordered_json;
+
+constexpr int kJsonIndent = 2;
+constexpr int kOneLine = -1; // all on one line
+
+LibraryJson toLibrary(const Json& json) {
+    return std::visit(
+        [](const auto& value) -> LibraryJson {
+            using Type = std::decay_t<decltype(value)>;
+            if constexpr (std::is_same_v<Type, Json::Array>) {
+                auto array = LibraryJson::array();
+                for (const auto& element : value) {
+                    array.push_back(toLibrary(element));
+                }
+                return array;
+            } else if constexpr (std::is_same_v<Type, Json::Object>) {
+                auto object = LibraryJson::object();
+                for (const auto& [key, element] : value) {
+                    object[key] = toLibrary(element);
+                }
+                return object;
+            } else {
+                return value;
+            }
+        },
+        json.value());
+}
+
+} // namespace
+
+std::string jsonText(const Json& json) {
+    return toLibrary(json).dump(kJsonIndent) + '\n';
+}
+
+std::string jsonLine(const Json& json) {
+    return toLibrary(json).dump(kOneLine, ' ', false, LibraryJson::error_handler_t::replace) + '\n';
+}
+
+} // namespace varno

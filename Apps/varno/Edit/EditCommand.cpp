@@ -1,0 +1,241 @@
+#include "Edit/EditCommand.h"
+
+#include "AudioFile/Reader.h"
+#include "CommandLine/CommandError.h"
+#include "CommandLine/CommandLine.h"
+#include "CommandLine/Console.h"
+#include "CommandLine/Interruption.h"
+#include "DemoGain_SampleRates.h"
+#include "Edit/EditSound.h"
+#include "Session/EditorSession.h"
+#include "Session/LiveBackend.h"
+#include "Session/SettingsKeeper.h"
+#include "Settings/ModuleLoading.h"
+#include "Settings/Settings.h"
+
+#include <filesystem>
+
+namespace varno {
+namespace {
+
+constexpr std::string_view kEditUsage[] = {"[OPTIONS] [AUDIO]"};
+
+constexpr std::string_view kEditDescription[] = {
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Opens the effect's editor in a window of its own (X11, or Wayland through XWayland). The effect hears "
+    "AUDIO in real time and again from its start: a mono file through the mono variant, a stereo file "
+    "through the stereo one. Without AUDIO it hears silence. Its meters and its automatic volume follow.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "One hears the effect through JACK or, where no JACK server answers, through PulseAudio or ALSA; JACK's "
+    "sample rate counts, and AUDIO is converted to it. Where nothing answers, the effect goes on unheard. "
+    "varno play lets it hear what comes in instead of a file.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Keys: Ctrl-S saves the settings as a state, Ctrl-C copies them and Ctrl-V pastes them as a preset, "
+    "Escape and Ctrl-Q close the window.",
+    "Ctrl-S writes the file of --save-state, else that of --state, else varno-s.state in the working folder, "
+    "or varno-s-2.state and so on where that exists already. Settings that are not saved when the window "
+    "closes are printed on standard error, as options that bring them back.",
+    "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
+    "order given.",
+};
+
+constexpr ArgumentEntry kEditArguments[] = {
+    {.name = "AUDIO",
+     .kind = ValueKind::kFile,
+     .help = "Audio file to loop: WAV, W64, RF64, AIFF, CAF, FLAC, Ogg and more; \"-\" is standard input."},
+};
+
+constexpr OptionEntry kEditOptions[] = {
+    kSetOption,
+    kPresetOption,
+    kStateOption,
+    {.name = "--save-state",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Settings",
+     .help = "The file that Ctrl-S writes."},
+    {.name = "--sound",
+     .value = "KIND",
+     .kind = ValueKind::kChoice,
+     .choices = "auto jack rtaudio off",
+     .group = "Sound",
+     .help = "How AUDIO is heard: jack, rtaudio (PulseAudio or ALSA), auto for the first of them that "
+             "answers (the default) or off."},
+    {.name = "--rate",
+     .value = "HZ",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Sample rate without AUDIO, 16000 to 384000. Default: 48000."},
+    {.name = "--channels",
+     .value = "N",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Channels without AUDIO, 1 or 2. Default: 2."},
+    kScaleOption,
+    {.name = "--screenshot",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Window",
+     .help = "Show the window for a moment, write a picture of it (PNG) and exit."},
+    {.name = "--after",
+     .value = "SECONDS",
+     .kind = ValueKind::kText,
+     .group = "Window",
+     .help = "Make the picture so long after the start. Default: 0.5."},
+    {.name = "--force",
+     .shortName = "-f",
+     .group = "Window",
+     .help = "Replace the files of --screenshot and --save-state where they exist."},
+    kModuleOption,
+    kHelpOption,
+};
+
+constexpr ExampleEntry kEditExamples[] = {
+    {"varno edit drums.wav", "Turn the knobs, and hear and see what they do to the drums."},
+    {"varno edit --state bus.state drums.wav", "Go on with saved settings; Ctrl-S saves them again."},
+    {"varno edit --scale 2 --set Hot=0.4 --screenshot editor.png",
+     "A picture of the editor, twice as large."},
+};
+
+constexpr double kLongestWaitS = 3600.0;
+// The word of --sound for an effect without sound output.
+constexpr const char* kSoundOff = "off";
+
+// The command line of `varno edit`.
+struct EditOptions {
+    std::optional<std::string> audio; // path; nothing: silence
+    double rateHz = 48'000.0;         // of the silence
+    int channels = 2;
+    std::string sound = kSoundOff; // a backend's word, kAnyBackend or kSoundOff
+    WindowOptions window;
+};
+
+void refuseWith(const CommandLine& line, std::string_view option, bool isOther, std::string_view reason) {
+    if (isOther && line.has(option)) {
+        throw UsageError("option " + std::string(option) + ' ' + std::string(reason));
+    }
+}
+
+EditOptions editOptions(const CommandLine& line) {
+    EditOptions options;
+    options.window = windowOptions(line, "edit");
+    WindowOptions& window = options.window;
+    if (!line.arguments().empty()) {
+        options.audio = line.arguments().front();
+        window.subject = std::filesystem::path(*options.audio).filename().string();
+    }
+    options.rateHz =
+        numberOption(line, "--rate", DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz)
+            .value_or(options.rateHz);
+    options.channels = numberOption(line, "--channels", 1, kMostLiveChannels).value_or(options.channels);
+    window.screenshot = line.value("--screenshot");
+    window.afterS = numberOption(line, "--after", 0.0, kLongestWaitS).value_or(window.afterS);
+    const bool hasAudio = options.audio.has_value();
+    refuseWith(line, "--rate", hasAudio, "goes without AUDIO, which has a sample rate of its own");
+    refuseWith(line, "--channels", hasAudio, "goes without AUDIO, which has channels of its own");
+    refuseWith(line, "--sound", !hasAudio && line.value("--sound") != kSoundOff, "needs AUDIO, found none");
+    refuseWith(line, "--after", !window.screenshot, "needs --screenshot FILE, found none");
+    refuseWith(line, "--save-state", window.screenshot.has_value(), "goes without --screenshot");
+    if (hasAudio && !window.screenshot) {
+        options.sound = line.value("--sound").value_or(std::string(kAnyBackend));
+    }
+    return options;
+}
+
+struct Sound {
+    AudioLoop loop;
+    double rateHz;
+    std::unique_ptr<LiveBackend> backend; // null: no sound output
+};
+
+void refuseOutputs(const WindowOptions& options, const AudioReader& reader) {
+    for (const auto* output : {&options.screenshot, &options.saveState}) {
+        if (*output) {
+            refuseSameFile(reader.identity(), reader.name(), **output);
+        }
+    }
+}
+
+// A sound system that the user names must be available; any other may be missing.
+std::unique_ptr<LiveBackend> openEditBackend(const EditOptions& options, int channels, double rateHz) {
+    if (options.sound == kSoundOff) {
+        return nullptr;
+    }
+    try {
+        return openBackend(options.sound, {.inputs = 0, .outputs = channels, .rateHz = rateHz});
+    } catch (const SoundUnavailable& error) {
+        if (options.sound != kAnyBackend) {
+            throw WorkError(error.what());
+        }
+        printWarning(std::string("the file is not heard: ") + error.what());
+        return nullptr;
+    }
+}
+
+Sound soundFor(const EditOptions& options, const Module& module) {
+    if (!options.audio) {
+        return {AudioLoop::silence(options.channels), options.rateHz, nullptr};
+    }
+    AudioReader reader(*options.audio, throwIfInterrupted);
+    requireVariantFor(module, reader);
+    refuseOutputs(options.window, reader);
+    Sound sound{AudioLoop::of(reader), static_cast<double>(reader.format().rateHz), nullptr};
+    sound.backend = openEditBackend(options, sound.loop.channels(), sound.rateHz);
+    if (sound.backend != nullptr && sound.backend->status().rateHz() != sound.rateHz) {
+        const double rateHz = sound.backend->status().rateHz();
+        sound.loop = sound.loop.resampled(sound.rateHz, rateHz);
+        sound.rateHz = rateHz;
+    }
+    return sound;
+}
+
+void runSession(const EditOptions& options, XConnection& connection, Instance& instance, EditSound& sound) {
+    SettingsKeeper keeper(instance);
+    chooseSettingsFile(keeper, options.window);
+    EditorSession session(options.window, connection, instance, keeper);
+    session.loop().startTimer(kSoundCheckPeriod, &sound, [&] { sound.check(); });
+    if (options.window.screenshot) {
+        session.run();
+    } else {
+        runAndTellUnsaved(keeper, options.window.command, [&] { session.run(); });
+    }
+}
+
+void edit(const EditOptions& options, const Settings& settings, XConnection& connection,
+          const std::shared_ptr<Module>& module) {
+    Sound sound = soundFor(options, *module);
+    InstanceSetup setup;
+    setup.channels = sound.loop.channels();
+    setup.sampleRateHz = sound.rateHz;
+    Instance instance(module, setup);
+    settings.applyTo(instance);
+    EditSound playing(instance, std::move(sound.loop), std::move(sound.backend));
+    runSession(options, connection, instance, playing);
+}
+
+int runEdit(const CommandLine& line) {
+    const EditOptions options = editOptions(line);
+    XConnection connection(environmentVariable("DISPLAY"));
+    const Settings settings(line);
+    auto module = loadModule(line);
+    edit(options, settings, connection, module);
+    unloadModule(std::move(module));
+    return kExitSuccess;
+}
+
+} // namespace
+
+CommandEntry editCommand() {
+    return {.name = "edit",
+            .summary = "Open the effect's editor, around a file in a loop",
+            .usage = kEditUsage,
+            .description = kEditDescription,
+            .arguments = kEditArguments,
+            .leastArguments = 0,
+            .mostArguments = 1,
+            .options = kEditOptions,
+            .examples = kEditExamples,
+            .run = runEdit};
+}
+
+} // namespace varno

@@ -1,0 +1,57 @@
+#include "Edit/EditSound.h"
+
+#include "CommandLine/CommandError.h"
+#include "CommandLine/Console.h"
+
+namespace varno {
+
+EditSound::EditSound(Instance& instance, AudioLoop loop, std::unique_ptr<LiveBackend> backend)
+    : mInstance(instance),
+      mLoop(instance, std::move(loop)),
+      mBackend(std::move(backend)) {
+    if (mBackend == nullptr) {
+        playByTheClock();
+        return;
+    }
+    mWatch.emplace(mBackend->status(), mBackend->description());
+    try {
+        mBackend->start(
+            [this](const float* const*, float* const* outputs, int frames) { mLoop.pull(outputs, frames); });
+    } catch (const SoundUnavailable& error) {
+        throw WorkError(mBackend->description() + ": " + error.what());
+    }
+}
+
+void EditSound::playByTheClock() {
+    const InstanceSetup& setup = mInstance.setup();
+    mPlayer.emplace(PlayerFormat{setup.sampleRateHz, setup.channels, setup.maximumFrames},
+                    [this](float* const* channels, int frames) { mLoop.pull(channels, frames); });
+}
+
+void EditSound::check() {
+    if (mBackend == nullptr) {
+        return;
+    }
+    mBackend->check();
+    if (const auto overruns = mWatch->newOverruns()) {
+        printWarning(*overruns);
+    }
+    if (mWatch->hasNewRate()) {
+        goOnUnheard(mBackend->description() + ": the sample rate has changed");
+        return;
+    }
+    try {
+        mWatch->requireRunning();
+    } catch (const WorkError& error) {
+        goOnUnheard(error.what());
+    }
+}
+
+void EditSound::goOnUnheard(const std::string& reason) {
+    printWarning(reason + "; the file is not heard from here on");
+    mWatch.reset();
+    mBackend.reset();
+    playByTheClock();
+}
+
+} // namespace varno

@@ -1,0 +1,39 @@
+#ifndef VARNO_APPS_VARNO_EDIT_EDITSOUND_H
+#define VARNO_APPS_VARNO_EDIT_EDITSOUND_H
+
+#include "Session/LiveBackend.h"
+#include "Session/LiveStatus.h"
+#include "Session/LoopPlayer.h"
+
+#include <memory>
+#include <optional>
+
+namespace varno {
+
+/// Plays a loop through an edited effect: to a sound system, or without output by the clock. [main]
+class EditSound {
+public:
+    /// Plays from construction to destruction. @param instance outlives this object, nothing else processes
+    /// it
+    /// @param backend with as many outputs and no inputs; null: no sound output
+    /// @throws WorkError where the sound system refuses
+    EditSound(Instance& instance, AudioLoop loop, std::unique_ptr<LiveBackend> backend);
+
+    /// To be called every kSoundCheckPeriod: warns of overruns; where the sound system has ended or changed
+    /// its rate, warns and continues by the clock.
+    void check();
+
+private:
+    void playByTheClock();
+    void goOnUnheard(const std::string& reason);
+
+    Instance& mInstance;
+    EffectLoop mLoop;
+    std::unique_ptr<LiveBackend> mBackend;
+    std::optional<LiveWatch> mWatch;
+    std::optional<ClockedPlayer> mPlayer;
+};
+
+} // namespace varno
+
+#endif

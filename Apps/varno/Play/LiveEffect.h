@@ -1,0 +1,56 @@
+#ifndef VARNO_APPS_VARNO_PLAY_LIVEEFFECT_H
+#define VARNO_APPS_VARNO_PLAY_LIVEEFFECT_H
+
+#include "Host/Instance.h"
+#include "Session/LiveBackend.h"
+
+#include <atomic>
+#include <memory>
+#include <optional>
+
+namespace varno {
+
+/// Hands an instance to a sound system's thread and takes it back. The thread that uses the instance has
+/// removed it from the slot meanwhile; the audio thread never waits.
+class EffectSlot {
+public:
+    /// Puts an instance into the empty slot. It outlives its stay there. [main]
+    void give(Instance& instance) {
+        mInstance.store(&instance, std::memory_order_release);
+        mIsWanted.store(false, std::memory_order_release);
+    }
+    /// Empties the slot; returns once the audio thread no longer uses the instance, after one block at most.
+    /// An instance must have been given. [main]
+    void take();
+    /// Processes a block; silence where the slot is empty. [audio]
+    void process(const float* const* inputs, float* const* outputs, int channels, int frames) noexcept;
+
+private:
+    std::atomic<Instance*> mInstance{nullptr};
+    std::atomic<bool> mIsWanted{false}; ///< By the main thread: the audio thread then outputs silence.
+};
+
+/// An effect in live use: an instance at the sound system's rate, and another one with the same values where
+/// the rate changes. [main]
+class LiveEffect {
+public:
+    /// @param channels of the module's variant @throws HostError where the rate is refused
+    LiveEffect(std::shared_ptr<Module> module, int channels, double rateHz);
+
+    /// The present one, until setRate().
+    Instance& instance() { return *mInstance; }
+    /// What the sound system calls; only while this object lives. [main], the call itself [audio]
+    LiveProcess process();
+    /// Continues at another rate with the same values; silence meanwhile. Nothing else may use instance().
+    /// @throws HostError where the rate is refused
+    void setRate(double rateHz);
+
+private:
+    std::shared_ptr<Module> mModule;
+    EffectSlot mSlot;
+    std::unique_ptr<Instance> mInstance;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,256 @@
+#include "Play/PlayCommand.h"
+
+#include "CommandLine/CommandError.h"
+#include "CommandLine/Console.h"
+#include "CommandLine/Interruption.h"
+#include "CommandLine/NumberText.h"
+#include "Play/LiveEffect.h"
+#include "Play/PlayOptions.h"
+#include "Play/TerminalSession.h"
+#include "Session/EditorSession.h"
+#include "Session/LiveStatus.h"
+#include "Session/SettingsKeeper.h"
+#include "Settings/ModuleLoading.h"
+#include "Settings/Settings.h"
+#include "Window/XConnection.h"
+
+namespace varno {
+namespace {
+
+constexpr std::string_view kPlayUsage[] = {"[OPTIONS]"};
+
+constexpr std::string_view kPlayDescription[] = {
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Plays live: whatever comes in goes through the effect and out again, until someone ends it. It is a "
+    "client of a JACK server (jackd, or PipeWire by way of pw-jack) or, where none answers, of PulseAudio or "
+    "ALSA by way of RtAudio.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Under JACK the ports are named in_l, in_r, out_l and out_r, with --mono in and out, and tell that the "
+    "sound comes one frame late. The server may change its period and its sample rate meanwhile. Blocks that "
+    "came too late are counted and told.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "Where there is a display the effect's editor opens, and closing it ends the program; Ctrl-S saves the "
+    "settings as a state. Otherwise single keys work in the terminal, below a line with the meters: up and "
+    "down choose a parameter, left and right change it, b bypasses, s saves, q ends, ? tells more. Where "
+    "standard input is no terminal, it plays until a signal comes.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "SIGINT (Ctrl-C), SIGTERM and SIGHUP end it with exit status 0. It ends with 1 where no sound system "
+    "answers, and once the sound system has gone.",
+    "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
+    "order given. Those that are not saved at the end are printed on standard error, as options that bring "
+    "them back.",
+};
+
+constexpr OptionEntry kPlayOptions[] = {
+    kSetOption,
+    kPresetOption,
+    kStateOption,
+    {.name = "--save-state",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Settings",
+     .help = "The file that Ctrl-S or s writes. Default: that of --state, else varno-s.state or its first "
+             "free numbered kind."},
+    {.name = "--force",
+     .shortName = "-f",
+     .group = "Settings",
+     .help = "Replace the file of --save-state where it exists."},
+    {.name = "--backend",
+     .value = "KIND",
+     .kind = ValueKind::kChoice,
+     .choices = "auto jack rtaudio",
+     .group = "Sound",
+     .help = "The sound system: jack, rtaudio (PulseAudio or ALSA), or auto for the first of them that "
+             "answers (the default)."},
+    {.name = "--mono", .group = "Sound", .help = "One channel, through the mono variant."},
+    {.name = "--stereo", .group = "Sound", .help = "Two channels, through the stereo variant (the default)."},
+    {.name = "--name",
+     .value = "NAME",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "The name by which other programs see it. Default: varno."},
+    {.name = "--connect",
+     .group = "Sound",
+     .help = "Connect the ports to the system's capture and playback (the default)."},
+    {.name = "--no-connect",
+     .group = "Sound",
+     .help = "Leave the JACK ports free, to be connected by hand or by a session."},
+    {.name = "--rate",
+     .value = "HZ",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Sample rate for rtaudio, 16000 to 384000. Default: 48000. JACK has its own."},
+    {.name = "--period",
+     .value = "FRAMES",
+     .kind = ValueKind::kText,
+     .group = "Sound",
+     .help = "Frames at a time for rtaudio, 16 to 8192. Default: 256. JACK has its own."},
+    {.name = "--edit", .group = "Window", .help = "Open the editor (the default where DISPLAY is set)."},
+    {.name = "--no-edit", .group = "Window", .help = "Stay in the terminal."},
+    kScaleOption,
+    {.name = "--quiet",
+     .shortName = "-q",
+     .group = "General",
+     .help = "Print errors and what is not saved only."},
+    kModuleOption,
+    kHelpOption,
+};
+
+constexpr ExampleEntry kPlayExamples[] = {
+    {"varno play", "In the middle between the system's inputs and outputs, with the editor."},
+    {"pw-jack varno play --mono --set Hot=0.3", "One channel, on a desktop with PipeWire."},
+    {"varno play --no-connect --no-edit --name drive --state bus.state",
+     "A building block for scripts: ports drive:in_l and so on, connected by jack_connect."},
+};
+
+// Without --edit, a display that cannot be opened is only a warning.
+std::unique_ptr<XConnection> connectionFor(const PlayOptions& options) {
+    const std::string display = environmentVariable("DISPLAY");
+    if (!options.editor.value_or(!display.empty())) {
+        return nullptr;
+    }
+    try {
+        return std::make_unique<XConnection>(display);
+    } catch (const WindowError& error) {
+        if (options.editor) {
+            throw;
+        }
+        printWarning(std::string("without the editor: ") + error.what());
+        return nullptr;
+    }
+}
+
+std::unique_ptr<LiveBackend> openPlayBackend(const PlayOptions& options) {
+    try {
+        return openBackend(options.backend, options.request);
+    } catch (const SoundUnavailable& error) {
+        throw WorkError(error.what());
+    }
+}
+
+// The effect in live use, from the start of the sound system to its end.
+class Play {
+public:
+    Play(const PlayOptions& options, LiveBackend& backend, LiveEffect& effect, XConnection* connection)
+        : mOptions(options),
+          mBackend(backend),
+          mEffect(effect),
+          mConnection(connection),
+          mWatch(backend.status(), backend.description()),
+          mSettings(effect.instance()) {
+        chooseSettingsFile(mSettings, options.window);
+    }
+
+    // A change of the sample rate ends a session and starts the next.
+    void run() {
+        runAndTellUnsaved(mSettings, mOptions.window.command, [this] {
+            runSession();
+            while (mWatch.hasNewRate()) {
+                mEffect.setRate(mWatch.followRate());
+                mSettings.follow(mEffect.instance());
+                announce();
+                runSession();
+            }
+        });
+    }
+
+    void announce() const {
+        if (!mOptions.isQuiet) {
+            const LiveStatus& status = mBackend.status();
+            printErr("playing: " + mBackend.description() + ", " + textFromNumber(status.rateHz()) + " Hz, " +
+                     std::to_string(status.blockFrames()) + " frames" + endHint() + '\n');
+        }
+    }
+
+private:
+    void runSession() {
+        if (mConnection != nullptr) {
+            EditorSession session(mOptions.window, *mConnection, mEffect.instance(), mSettings);
+            watchAndRun(session);
+        } else {
+            TerminalSession session(mEffect.instance(), mSettings, mWatch);
+            watchAndRun(session);
+        }
+    }
+
+    template<class Session>
+    void watchAndRun(Session& session) {
+        session.loop().startTimer(kSoundCheckPeriod, this, [&] {
+            mBackend.check();
+            mWatch.requireRunning();
+            tellOverruns();
+            if (mWatch.hasNewRate()) {
+                session.loop().quit();
+            }
+        });
+        session.run();
+    }
+
+    // The line in the terminal shows them already.
+    void tellOverruns() {
+        const bool isShown = mConnection == nullptr && takesKeys(STDIN_FILENO);
+        if (const auto overruns = mWatch.newOverruns(); overruns && !isShown && !mOptions.isQuiet) {
+            printWarning(*overruns);
+        }
+    }
+
+    std::string endHint() const {
+        if (mConnection != nullptr) {
+            return "";
+        }
+        return takesKeys(STDIN_FILENO) ? "; ? shows the keys, q ends" : "; a signal ends it";
+    }
+
+    const PlayOptions& mOptions;
+    LiveBackend& mBackend;
+    LiveEffect& mEffect;
+    XConnection* mConnection;
+    LiveWatch mWatch;
+    SettingsKeeper mSettings;
+};
+
+void play(const PlayOptions& options, const Settings& settings, XConnection* connection,
+          const std::shared_ptr<Module>& module) {
+    std::optional<LiveEffect> effect; // outlives the sound system that processes with it
+    const auto backend = openPlayBackend(options);
+    effect.emplace(module, options.request.outputs, backend->status().rateHz());
+    settings.applyTo(effect->instance());
+    Play playing(options, *backend, *effect, connection);
+    try {
+        backend->start(effect->process());
+        playing.announce();
+        playing.run();
+    } catch (const SoundUnavailable& error) {
+        throw WorkError(backend->description() + ": " + error.what());
+    } catch (const Interrupted&) {
+        // A signal is the normal end of live use.
+        clearInterruption();
+    }
+}
+
+int runPlay(const CommandLine& line) {
+    const PlayOptions options = playOptions(line);
+    const auto connection = connectionFor(options);
+    const Settings settings(line);
+    auto module = loadModule(line);
+    play(options, settings, connection.get(), module);
+    unloadModule(std::move(module));
+    return kExitSuccess;
+}
+
+} // namespace
+
+CommandEntry playCommand() {
+    return {.name = "play",
+            .summary = "Play live through the effect",
+            .usage = kPlayUsage,
+            .description = kPlayDescription,
+            .arguments = {},
+            .leastArguments = 0,
+            .mostArguments = 0,
+            .options = kPlayOptions,
+            .examples = kPlayExamples,
+            .run = runPlay};
+}
+
+} // namespace varno

@@ -1,0 +1,62 @@
+#include "Play/PlayOptions.h"
+
+#include "CommandLine/CommandError.h"
+#include "CommandLine/CommandLine.h"
+#include "DemoGain_SampleRates.h"
+
+namespace varno {
+namespace {
+
+constexpr std::size_t kLongestName = 63; // bytes that every JACK server accepts
+constexpr int kFewestPeriodFrames = 16;
+constexpr int kMostPeriodFrames = 8192;
+
+void refuseBoth(const CommandLine& line, const std::string& one, const std::string& other) {
+    if (line.has(one) && line.has(other)) {
+        throw UsageError("options " + one + " and " + other + " exclude each other");
+    }
+}
+
+// JACK puts a colon between the names of client and port.
+std::string nameOption(const CommandLine& line, const std::string& usual) {
+    std::string name = line.value("--name").value_or(usual);
+    if (name.empty() || name.size() > kLongestName || name.find(':') != std::string::npos) {
+        throw UsageError("option --name: expected 1 to " + std::to_string(kLongestName) +
+                         " bytes without a colon, found " + inQuotes(name));
+    }
+    return name;
+}
+
+std::optional<bool> editorOption(const CommandLine& line) {
+    if (line.has("--edit")) {
+        return true;
+    }
+    return line.has("--no-edit") ? std::optional(false) : std::nullopt;
+}
+
+} // namespace
+
+PlayOptions playOptions(const CommandLine& line) {
+    refuseBoth(line, "--mono", "--stereo");
+    refuseBoth(line, "--connect", "--no-connect");
+    refuseBoth(line, "--edit", "--no-edit");
+    refuseBoth(line, "--no-edit", "--scale");
+    PlayOptions options;
+    options.backend = line.value("--backend").value_or(std::string(kAnyBackend));
+    LiveRequest& request = options.request;
+    request.name = nameOption(line, request.name);
+    request.inputs = request.outputs = line.has("--mono") ? 1 : 2;
+    request.shallConnect = !line.has("--no-connect");
+    request.rateHz =
+        numberOption(line, "--rate", DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz)
+            .value_or(request.rateHz);
+    request.blockFrames =
+        numberOption(line, "--period", kFewestPeriodFrames, kMostPeriodFrames).value_or(request.blockFrames);
+    options.editor = editorOption(line);
+    options.isQuiet = line.has("--quiet");
+    options.window = windowOptions(line, "play");
+    options.window.subject = "live";
+    return options;
+}
+
+} // namespace varno

@@ -1,0 +1,27 @@
+#ifndef VARNO_APPS_VARNO_PLAY_PLAYOPTIONS_H
+#define VARNO_APPS_VARNO_PLAY_PLAYOPTIONS_H
+
+#include "CommandLine/CommandLine.h"
+#include "Session/EditorSession.h"
+#include "Session/LiveBackend.h"
+
+#include <optional>
+#include <string>
+
+namespace varno {
+
+/// The command line of `varno play`.
+struct PlayOptions {
+    std::string backend; ///< A backend's word, or kAnyBackend.
+    LiveRequest request;
+    std::optional<bool> editor; ///< Nothing: where there is a display.
+    bool isQuiet = false;
+    WindowOptions window;
+};
+
+/// @throws UsageError where a value is out of range or options contradict each other
+PlayOptions playOptions(const CommandLine& line);
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,184 @@
+#include "Play/TerminalSession.h"
+
+#include "CommandLine/Console.h"
+#include "Play/MeterLine.h"
+#include "Session/SettingsKeeper.h"
+#include "Settings/ParameterValue.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+#include <unistd.h>
+
+namespace varno {
+namespace {
+
+// How often the line is drawn: numbers that change faster cannot be read.
+constexpr std::chrono::milliseconds kRedraw(100);
+constexpr int kFarSteps = 10;
+
+} // namespace
+
+ParameterDial::ParameterDial(Instance& instance)
+    : mInstance(instance) {
+    if (chosen().isMasterBypass) {
+        choose(1);
+    }
+}
+
+void ParameterDial::choose(int by) {
+    const auto count = static_cast<int>(mInstance.parameters().size());
+    const auto move = [&](int step) {
+        mChosen = static_cast<std::size_t>((static_cast<int>(mChosen) + step % count + count) % count);
+    };
+    move(by);
+    if (chosen().isMasterBypass) {
+        move(by < 0 ? -1 : 1);
+    }
+}
+
+void ParameterDial::turn(int steps) {
+    const int last = chosen().steps - 1;
+    if (last < 1) {
+        return;
+    }
+    const auto step = static_cast<int>(std::lround(mInstance.normalized(chosen().id) * last)) + steps;
+    set(normalizedOfStep(std::clamp(step, 0, last), chosen().steps));
+}
+
+void ParameterDial::reset() {
+    set(chosen().defaultNormalized);
+}
+
+void ParameterDial::set(double normalized) {
+    mInstance.setNormalized(chosen().id, normalized);
+}
+
+const ParameterInfo* ParameterDial::bypass() const {
+    const auto found = std::ranges::find(mInstance.parameters(), true, &ParameterInfo::isMasterBypass);
+    return found == mInstance.parameters().end() ? nullptr : &*found;
+}
+
+bool ParameterDial::isBypassed() const {
+    const auto* parameter = bypass();
+    return parameter != nullptr && mInstance.normalized(parameter->id) >= 0.5;
+}
+
+void ParameterDial::toggleBypass() {
+    if (const auto* parameter = bypass()) {
+        mInstance.setNormalized(parameter->id, isBypassed() ? 0.0 : 1.0);
+    }
+}
+
+std::string ParameterDial::text() const {
+    return chosen().name + ' ' + mInstance.text(chosen().id);
+}
+
+TerminalSession::TerminalSession(Instance& instance, SettingsKeeper& settings, const LiveWatch& watch)
+    : mInstance(instance),
+      mSettings(settings),
+      mWatch(watch),
+      mDial(instance) {
+    if (takesKeys(STDIN_FILENO)) {
+        mMode.emplace(STDIN_FILENO);
+    }
+    mHasLine = mMode && isTerminal(STDERR_FILENO);
+}
+
+TerminalSession::~TerminalSession() {
+    clearLine();
+}
+
+void TerminalSession::run() {
+    mLoop.startTimer(kHostTimerPeriod, this, [this] { tick(); });
+    if (mMode) {
+        mLoop.watch(STDIN_FILENO, this, [this] { readKeys(); });
+    }
+    if (mHasLine) {
+        mLoop.startTimer(kRedraw, &mLine, [this] { drawLine(); });
+        drawLine();
+    }
+    mLoop.run();
+}
+
+void TerminalSession::tick() {
+    mInstance.timer();
+    mInstance.idle();
+}
+
+// The end of the terminal ends the program, as its signal would.
+void TerminalSession::readKeys() {
+    std::array<char, 256> bytes{};
+    const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
+    if (count <= 0) {
+        mLoop.quit();
+        return;
+    }
+    mKeys.add({bytes.data(), static_cast<std::size_t>(count)});
+    while (const auto action = mKeys.next()) {
+        act(*action);
+    }
+    if (mHasLine) {
+        drawLine();
+    }
+}
+
+void TerminalSession::act(LiveAction action) {
+    switch (action) {
+    case LiveAction::kQuit:
+        mLoop.quit();
+        break;
+    case LiveAction::kBypass:
+        mDial.toggleBypass();
+        break;
+    case LiveAction::kPrevious:
+        mDial.choose(-1);
+        break;
+    case LiveAction::kNext:
+        mDial.choose(1);
+        break;
+    case LiveAction::kDown:
+        mDial.turn(-1);
+        break;
+    case LiveAction::kUp:
+        mDial.turn(1);
+        break;
+    case LiveAction::kFarDown:
+        mDial.turn(-kFarSteps);
+        break;
+    case LiveAction::kFarUp:
+        mDial.turn(kFarSteps);
+        break;
+    case LiveAction::kDefault:
+        mDial.reset();
+        break;
+    case LiveAction::kSave:
+        clearLine();
+        saveAndTell(mSettings);
+        break;
+    case LiveAction::kHelp:
+        clearLine();
+        printErr(terminalKeysHelp());
+        break;
+    }
+}
+
+void TerminalSession::drawLine() {
+    const MeterLine line{meterLevels(mInstance), mDial.text(), mDial.isBypassed(), mWatch.overruns()};
+    // A line that fills the last column would move on to the next.
+    std::string text = line.text(terminalColumns(STDERR_FILENO) - 1);
+    if (text != mLine) {
+        printErr(kClearLine + text);
+        mLine = std::move(text);
+    }
+}
+
+void TerminalSession::clearLine() {
+    if (!mLine.empty()) {
+        printErr(kClearLine);
+        mLine.clear();
+    }
+}
+
+} // namespace varno

@@ -1,0 +1,63 @@
+#include "Render/BlockProcessor.h"
+
+#include <algorithm>
+
+namespace varno {
+
+BlockProcessor::BlockProcessor(Instance& instance, std::vector<AutomationStep> steps, int blockFrames)
+    : mInstance(instance),
+      mSteps(std::move(steps)),
+      mBlockFrames(blockFrames),
+      mChannels(static_cast<std::size_t>(instance.setup().channels)),
+      mMeters(instance.meters().ids().size()),
+      mLargest(mMeters.size()) {
+}
+
+void BlockProcessor::process(float* const* channels, int frames) {
+    std::copy_n(channels, mChannels.size(), mChannels.begin());
+    for (int left = frames; left > 0;) {
+        applySteps();
+        std::int64_t end = std::min(mBlockStart + mBlockFrames, mPosition + left);
+        if (mNextStep < mSteps.size()) {
+            end = std::min(end, mSteps[mNextStep].frame);
+        }
+        const int length = static_cast<int>(end - mPosition);
+        mInstance.process(mChannels.data(), mChannels.data(), length);
+        for (float*& channel : mChannels) {
+            channel += length;
+        }
+        mPosition = end;
+        left -= length;
+        if (mPosition == mBlockStart + mBlockFrames) {
+            endBlock();
+        }
+    }
+}
+
+void BlockProcessor::finish() {
+    if (mPosition > mBlockStart) {
+        endBlock();
+    }
+}
+
+void BlockProcessor::applySteps() {
+    for (; mNextStep < mSteps.size() && mSteps[mNextStep].frame <= mPosition; ++mNextStep) {
+        mInstance.setNormalized(mSteps[mNextStep].parameter, mSteps[mNextStep].normalized);
+    }
+}
+
+void BlockProcessor::endBlock() {
+    auto& meters = mInstance.meters();
+    for (std::size_t tap = 0; tap < mMeters.size(); ++tap) {
+        mMeters[tap] = meters.peak(tap);
+        mLargest[tap] = std::max(mLargest[tap], mMeters[tap]);
+    }
+    // Reset, so that the next block shows its own peaks and not the decay of these.
+    meters.reset();
+    if (mListener) {
+        mListener(mBlockStart, mMeters);
+    }
+    mBlockStart = mPosition;
+}
+
+} // namespace varno

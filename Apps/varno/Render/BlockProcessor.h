@@ -1,0 +1,62 @@
+#ifndef VARNO_APPS_VARNO_RENDER_BLOCKPROCESSOR_H
+#define VARNO_APPS_VARNO_RENDER_BLOCKPROCESSOR_H
+
+#include "Host/Instance.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// A parameter's value from one frame on.
+struct AutomationStep {
+    std::int64_t frame = 0;
+    std::string parameter;
+    double normalized = 0.0;
+};
+
+/// Runs an instance over a stream in blocks of fixed length, independent of the lengths passed to process().
+/// A block is split where a parameter changes, so that it changes at the exact sample.
+class BlockProcessor {
+public:
+    /// Called at the end of each block with its first frame and the largest value of each meter in it.
+    using BlockListener = std::function<void(std::int64_t frame, std::span<const float> meters)>;
+
+    /// @param instance at its start; outlives this object
+    /// @param steps by frame
+    /// @param blockFrames 1 to the instance's maximum
+    BlockProcessor(Instance& instance, std::vector<AutomationStep> steps, int blockFrames);
+
+    void setBlockListener(BlockListener listener) { mListener = std::move(listener); }
+
+    /// Processes the next frames in place. @param channels one pointer per channel
+    void process(float* const* channels, int frames);
+
+    /// Ends the last block, which may be shorter.
+    void finish();
+
+    /// The largest value of each meter so far, in the order of the instance's meters.
+    const std::vector<float>& largestMeters() const { return mLargest; }
+
+private:
+    void applySteps();
+    void endBlock();
+
+    Instance& mInstance;
+    std::vector<AutomationStep> mSteps;
+    std::size_t mNextStep = 0;
+    std::int64_t mBlockFrames;
+    std::int64_t mBlockStart = 0;
+    std::int64_t mPosition = 0;
+    std::vector<float*> mChannels; ///< Moved along while processing.
+    std::vector<float> mMeters;
+    std::vector<float> mLargest;
+    BlockListener mListener;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,251 @@
+#include "Render/FileRender.h"
+
+#include "AudioFile/OutputFormat.h"
+#include "AudioFile/Reader.h"
+#include "AudioFile/Writer.h"
+#include "CommandLine/CommandError.h"
+#include "CommandLine/Interruption.h"
+#include "DemoGain_MeterLaw.h"
+#include "Render/BlockProcessor.h"
+#include "Render/CsvFiles.h"
+#include "Settings/ModuleLoading.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <exception>
+#include <optional>
+#include <thread>
+
+namespace varno {
+namespace {
+
+constexpr int kReadFrames = 32768; // decoded, processed and encoded at a time
+
+// Standard input may be a file too, one that only its reader knows.
+void refuseInputAsOutput(const RenderSession& session, const AudioReader& reader, const std::string& output) {
+    session.inputs().refuseAsOutput(output);
+    refuseSameFile(reader.identity(), reader.name(), output);
+}
+
+void refuseInputsAsOutputs(const RenderSession& session, const RenderTask& task, const AudioReader& reader) {
+    const auto& options = session.options();
+    refuseInputAsOutput(session, reader, task.output);
+    for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
+        if (*output) {
+            refuseInputAsOutput(session, reader, **output);
+        }
+    }
+}
+
+// The points of --automate as values for the instance. Points at or after the end of the audio are left out,
+// with a warning.
+std::vector<AutomationStep> automationSteps(const std::string& path, const Instance& instance,
+                                            const AudioFormat& format, RenderReport& report) {
+    std::vector<AutomationStep> steps;
+    std::size_t late = 0;
+    for (const auto& point : readAutomationFile(path, format.rateHz)) {
+        const std::string where = path + ", line " + std::to_string(point.line);
+        const ParameterText text{point.parameter, point.value};
+        const double normalized = normalizedFromText(instance, text, where, kExitWorkFailed);
+        if (point.frame < format.frames) {
+            steps.push_back({point.frame, point.parameter, normalized});
+        } else {
+            ++late;
+        }
+    }
+    if (late > 0) {
+        report.warnings.push_back(path + ": " + std::to_string(late) +
+                                  " of its lines come after the end of " + report.task.output);
+    }
+    return steps;
+}
+
+std::vector<std::string> meterNames(const Instance& instance) {
+    std::vector<std::string> names;
+    for (const auto id : instance.meters().ids()) {
+        names.push_back(codeText(id));
+    }
+    return names;
+}
+
+// The effect describes its meters in the order of the taps.
+std::optional<double> gainReductionDB(const Instance& instance, const std::vector<float>& largest) {
+    std::optional<double> result;
+    const auto& meters = instance.effect().meters;
+    for (std::size_t tap = 0; tap < std::min(meters.size(), largest.size()); ++tap) {
+        if (integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind) ==
+            AAX_eMeterKind_GainReduction) {
+            result = std::max(result.value_or(0.0), largest[tap] / -double{DemoGain::kMeterPerDB});
+        }
+    }
+    return result;
+}
+
+// The largest magnitude of the samples and of `peak`. Many independent maxima let the compiler make vector
+// code: it may not reorder the search for a single maximum, and keeps a few in separate variables. NaN is
+// ignored.
+float peakMagnitude(const float* samples, int count, float peak) {
+    constexpr int kLanes = 64;
+    std::array<float, kLanes> lanes{};
+    int i = 0;
+    for (; i + kLanes <= count; i += kLanes) {
+        for (int lane = 0; lane < kLanes; ++lane) {
+            const auto at = static_cast<std::size_t>(lane);
+            lanes[at] = std::max(lanes[at], std::fabs(samples[i + lane]));
+        }
+    }
+    for (; i < count; ++i) {
+        peak = std::max(peak, std::fabs(samples[i]));
+    }
+    return std::max(peak, *std::max_element(lanes.begin(), lanes.end()));
+}
+
+double peakMagnitude(const AudioBlock& block, double peak) {
+    auto result = static_cast<float>(peak);
+    for (int channel = 0; channel < block.channels(); ++channel) {
+        result = peakMagnitude(block.samples()[channel], block.frames(), result);
+    }
+    return result;
+}
+
+// Input, then silence up to the length of the output.
+class Source {
+public:
+    Source(AudioReader& reader, std::int64_t frames)
+        : mReader(reader),
+          mTailFrames(frames - reader.format().frames) {}
+
+    bool read(AudioBlock& block) {
+        if (mReader.read(block) > 0) {
+            return true;
+        }
+        const auto frames = std::min<std::int64_t>(mTailFrames, block.capacityFrames());
+        mTailFrames -= frames;
+        block.setSilence(static_cast<int>(frames));
+        return frames > 0;
+    }
+
+private:
+    AudioReader& mReader;
+    std::int64_t mTailFrames;
+};
+
+void renderFrames(RenderSession& session, Source source, BlockProcessor& processor, AudioWriter& writer,
+                  RenderReport& report) {
+    AudioBlock block(report.format.channels, kReadFrames);
+    while (source.read(block)) {
+        throwIfInterrupted();
+        report.peakIn = peakMagnitude(block, report.peakIn);
+        processor.process(block.samples(), block.frames());
+        report.peakOut = peakMagnitude(block, report.peakOut);
+        writer.write(block, block.samples());
+        session.advance(static_cast<double>(block.frames()) / report.format.rateHz);
+    }
+    processor.finish();
+}
+
+void addWarnings(const AudioWriter& writer, RenderReport& report) {
+    const std::string output = report.task.output + ": ";
+    if (report.clippedSamples > 0) {
+        report.warnings.push_back(output + std::to_string(report.clippedSamples) +
+                                  " samples clipped; lower Volume, or use --format float");
+    }
+    const std::string reason =
+        std::string(" not carried over, since ") + containerName(report.format.container) + " cannot hold it";
+    for (const auto& item : writer.metadataLeftOut()) {
+        report.warnings.push_back(std::string(output).append(item).append(reason));
+    }
+}
+
+RenderResult renderOne(RenderSession& session, const RenderTask& task) {
+    try {
+        return {renderFile(session, task), {}, kExitSuccess};
+    } catch (const CommandError& error) {
+        return {{}, error.what(), exitStatusOf(error)};
+    } catch (const AudioFileError& error) {
+        return {{}, error.what(), exitStatusOf(error)};
+    } catch (const std::exception& error) {
+        return {{}, task.input + ": " + error.what(), kExitWorkFailed};
+    }
+}
+
+} // namespace
+
+RenderReport renderFile(RenderSession& session, const RenderTask& task) {
+    throwIfInterrupted();
+    const auto start = std::chrono::steady_clock::now();
+    const auto& options = session.options();
+    AudioReader reader(task.input, throwIfInterrupted);
+    requireVariantFor(session.module(), reader);
+    refuseInputsAsOutputs(session, task, reader);
+
+    const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
+    const std::int64_t frames = reader.format().frames + tailFrames;
+    const auto [format, note] = chooseOutputFormat(reader.format(), task.output, options.format, frames);
+    RenderReport report;
+    report.task = task;
+    report.format = format;
+    report.format.frames = frames;
+    report.isDryRun = options.dryRun;
+    if (!note.empty()) {
+        report.warnings.push_back(note);
+    }
+
+    const auto instance = session.makeInstance(format.channels, format.rateHz);
+    std::vector<AutomationStep> steps;
+    if (options.automation) {
+        steps = automationSteps(*options.automation, *instance, report.format, report);
+    }
+    AudioWriter writer(task.output, report.format, reader.metadata(),
+                       {options.overwrite, options.dither, reader.format().sample, throwIfInterrupted});
+    std::optional<MeterFile> meterFile;
+    BlockProcessor processor(*instance, std::move(steps), options.blockFrames);
+    if (options.meters) {
+        meterFile.emplace(*options.meters, options.overwrite, format.rateHz, meterNames(*instance));
+        processor.setBlockListener(
+            [&](std::int64_t frame, std::span<const float> meters) { meterFile->addRow(frame, meters); });
+    }
+    if (options.dryRun) {
+        return report;
+    }
+
+    session.beginProgress(report.format.durationS());
+    renderFrames(session, Source(reader, frames), processor, writer, report);
+    if (meterFile) {
+        meterFile->flush();
+    }
+    writer.commit();
+    if (meterFile) {
+        meterFile->commit();
+    }
+    report.clippedSamples = writer.clippedSamples();
+    report.gainReductionDB = gainReductionDB(*instance, processor.largestMeters());
+    addWarnings(writer, report);
+    report.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return report;
+}
+
+std::vector<RenderResult> renderAll(RenderSession& session) {
+    const auto& tasks = session.options().tasks;
+    std::vector<RenderResult> results(tasks.size());
+    std::atomic<std::size_t> next{0};
+    const auto work = [&] {
+        for (std::size_t i = next++; i < tasks.size(); i = next++) {
+            results[i] = renderOne(session, tasks[i]);
+        }
+    };
+    // The calling thread is one of the workers.
+    std::vector<std::jthread> others;
+    const auto workers = std::min(static_cast<std::size_t>(session.options().jobs), tasks.size());
+    while (others.size() + 1 < workers) {
+        others.emplace_back(work);
+    }
+    work();
+    others.clear(); // waits for them
+    return results;
+}
+
+} // namespace varno

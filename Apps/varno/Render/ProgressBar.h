@@ -1,0 +1,56 @@
+#ifndef VARNO_APPS_VARNO_RENDER_PROGRESSBAR_H
+#define VARNO_APPS_VARNO_RENDER_PROGRESSBAR_H
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <ostream>
+#include <string>
+
+namespace varno {
+
+/// One line that shows how far a render is, how many times faster than real time it runs and how long it will
+/// still take. It is drawn only on a terminal and cleared at the end.
+class ProgressBar {
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+    using Clock = std::function<TimePoint()>;
+
+    /// @param out outlives the bar
+    /// @param onTerminal false: nothing is ever written
+    /// @param totalS length of all audio to be rendered, in seconds
+    /// @param clock gives the time; tests pass their own
+    ProgressBar(std::ostream& out, bool onTerminal, double totalS,
+                Clock clock = std::chrono::steady_clock::now);
+
+    /// Clears the line.
+    ~ProgressBar();
+
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    /// Adds seconds of audio that are done. Redraws at most ten times a second. [any]
+    void advance(double seconds);
+
+    /// Clears the line; nothing is drawn from here on. [any]
+    void finish();
+
+private:
+    std::string line(double elapsedS) const;
+    void draw(TimePoint now);
+
+    std::ostream& mOut;
+    bool mOnTerminal;
+    double mTotalS;
+    Clock mClock;
+    std::mutex mMutex;
+    double mDoneS = 0.0;
+    TimePoint mStart;
+    TimePoint mNextDraw;
+    bool mDrawn = false;
+};
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,299 @@
+#include "Render/RenderCommand.h"
+
+#include "AudioFile/Reader.h"
+#include "AudioFile/Writer.h"
+#include "CommandLine/CommandError.h"
+#include "CommandLine/Console.h"
+#include "CommandLine/Interruption.h"
+#include "Render/DemoLoop.h"
+#include "Render/FileRender.h"
+#include "Settings/ModuleLoading.h"
+#include "Settings/SettingsFiles.h"
+
+#include <algorithm>
+#include <list>
+
+namespace varno {
+namespace {
+
+constexpr std::string_view kRenderUsage[] = {
+    "[OPTIONS] INPUT OUTPUT",
+    "[OPTIONS] --out-dir DIR INPUT...",
+    "[OPTIONS]",
+};
+
+constexpr std::string_view kRenderDescription[] = {
+    "Renders INPUT through the effect into OUTPUT: a mono file through the mono variant, a stereo file "
+    "through the stereo one, at sample rates from 16 to 384 kHz. OUTPUT has exactly the input's frames (and "
+    "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
+    "says otherwise; tags, cue points and broadcast data are carried over. The processed signal comes one "
+    "sample later than the dry one; that is not compensated.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "With --out-dir every INPUT is rendered to a file of the same name in DIR, several side by side with "
+    "--jobs. One that fails does not stop the others.",
+    "Without INPUT and OUTPUT a demo is made: varno-demo-dry.wav, a loop of drums and bass (8 s, stereo, "
+    "48 kHz), and varno-demo.wav, the same through the effect at a setting that one hears. Both replace "
+    "files of these names.",
+    "Settings are applied in this order, and the later wins: the defaults (for the demo, its own setting), "
+    "--state, --preset, --set in the order given, and --automate at its times.",
+    "The same input and settings give the same bytes on every run and with every --block. A render that "
+    "fails or is interrupted leaves no output, and the input is never touched.",
+};
+
+constexpr ArgumentEntry kRenderArguments[] = {
+    {.name = "INPUT",
+     .kind = ValueKind::kFile,
+     .help = "Audio file: WAV, W64, RF64, AIFF, CAF, FLAC, Ogg and more; \"-\" is standard input."},
+    {.name = "OUTPUT",
+     .kind = ValueKind::kFile,
+     .help = "File to write; its extension tells the container. \"-\" is standard output, a WAV file; the "
+             "summary then goes to standard error."},
+};
+
+constexpr OptionEntry kRenderOptions[] = {
+    kSetOption,
+    kPresetOption,
+    kStateOption,
+    {.name = "--automate",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Settings",
+     .help = "Move parameters during the render, each at the exact sample: CSV lines "
+             "time_s,parameter,value with values as --set takes them."},
+    {.name = "--save-preset",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Settings",
+     .help = "Write the settings that the render starts with as a preset."},
+    {.name = "--save-state",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Settings",
+     .help = "Write the settings that the render starts with as a state."},
+    {.name = "--out-dir",
+     .value = "DIR",
+     .kind = ValueKind::kDirectory,
+     .group = "Output",
+     .help = "Render every INPUT to a file of the same name in this folder."},
+    {.name = "--format",
+     .value = "FORMAT",
+     .kind = ValueKind::kChoice,
+     .choices = "pcm16 pcm24 pcm32 float double",
+     .group = "Output",
+     .help = "Sample format: pcm16, pcm24, pcm32, float or double. Default: the input's."},
+    {.name = "--dither",
+     .value = "KIND",
+     .kind = ValueKind::kChoice,
+     .choices = "tpdf none",
+     .group = "Output",
+     .help = "What to add where the output has fewer bits than the input: tpdf (the default) or none."},
+    {.name = "--tail",
+     .value = "SECONDS",
+     .kind = ValueKind::kText,
+     .group = "Output",
+     .help = "Go on for this long after the end of the input, with silence going in."},
+    {.name = "--force", .shortName = "-f", .group = "Output", .help = "Replace outputs that exist."},
+    {.name = "--dry-run",
+     .shortName = "-n",
+     .group = "Output",
+     .help = "Check everything and tell what would be written, but render and write nothing."},
+    {.name = "--meters",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Reports",
+     .help = "Write the four meters as CSV, one line per block: its start in seconds and the most that each "
+             "meter showed in it."},
+    {.name = "--json",
+     .group = "Reports",
+     .help = "Print the summary as JSON, one object per input, each on a line."},
+    {.name = "--quiet",
+     .shortName = "-q",
+     .group = "Reports",
+     .help = "Print errors only: no progress, no summary, no warnings."},
+    {.name = "--block",
+     .value = "FRAMES",
+     .kind = ValueKind::kText,
+     .group = "Processing",
+     .help = "Most frames that the effect is given at a time, 1 to 16384. Default: 512."},
+    {.name = "--jobs",
+     .shortName = "-j",
+     .value = "N",
+     .kind = ValueKind::kText,
+     .group = "Processing",
+     .help = "Inputs rendered at the same time, 1 to 256. Default: 1."},
+    kModuleOption,
+    kHelpOption,
+};
+
+constexpr ExampleEntry kRenderExamples[] = {
+    {"varno render", "Hear what it does: varno-demo-dry.wav and varno-demo.wav."},
+    {"varno render --set Hot=0.4 --set Ratio=1 drums.wav drums-hot.wav",
+     "More drive and the steepest curve."},
+    {"varno render --preset drum-bus --out-dir wet --jobs 4 stems/*.wav",
+     "A folder of stems, four at a time."},
+    {"flac -dc song.flac | varno render --format pcm24 - - | flac - -o wet.flac", "In a pipe."},
+};
+
+// The demo's settings, over the defaults: as loud as the dry loop, half its crest factor, no sample clips.
+const std::vector<ParameterText> kDemoSettings = {
+    {"Gain", "0.6"}, {"Rls", "0.3"}, {"Hot", "0.5"}, {"HSw", "1"}, {"Volume", "0.775"}};
+
+AudioFormat demoFormat() {
+    AudioFormat format;
+    format.container = Container::kWav;
+    format.sample = SampleFormat::kPcm24;
+    format.rateHz = kDemoLoopRateHz;
+    format.channels = kDemoLoopChannels;
+    format.frames = kDemoLoopFrames;
+    return format;
+}
+
+void writeDemoLoop(const std::string& path) {
+    const auto loop = makeDemoLoop();
+    AudioBlock block(kDemoLoopChannels, static_cast<int>(kDemoLoopFrames));
+    const float* channels[] = {loop[0].data(), loop[1].data()};
+    block.setPlanar(channels, static_cast<int>(kDemoLoopFrames));
+    AudioWriter writer(path, demoFormat(), {},
+                       {Overwrite::kReplace, Dither::kNone, SampleFormat::kFloat, throwIfInterrupted});
+    writer.write(block, block.samples());
+    writer.commit();
+}
+
+// The settings that the render starts with, as files that appear once it has succeeded.
+class SavedSettings {
+public:
+    SavedSettings(const RenderOptions& options, Instance& instance) {
+        if (options.savePreset) {
+            add(*options.savePreset, options.overwrite, presetText(instance));
+        }
+        if (options.saveState) {
+            add(*options.saveState, options.overwrite, stateBytes(instance));
+        }
+    }
+
+    void commit() {
+        for (auto& file : mFiles) {
+            file.commit();
+        }
+    }
+
+private:
+    void add(const std::string& path, Overwrite overwrite, const std::string& content) {
+        mFiles.emplace_back(path, overwrite, throwIfInterrupted).write(content);
+    }
+
+    std::list<AtomicFile> mFiles;
+};
+
+// Files that cannot be opened count as 0 s here; rendering them reports why.
+double totalDurationS(const RenderOptions& options) {
+    double total = 0.0;
+    for (const auto& task : options.tasks) {
+        try {
+            total += AudioReader(task.input, throwIfInterrupted).format().durationS() + options.tailS;
+        } catch (const AudioFileError&) {
+        }
+    }
+    return total;
+}
+
+bool writesToStandardOutput(const RenderOptions& options) {
+    const std::optional<std::string> standardOutput = "-";
+    return options.tasks.front().output == standardOutput || options.meters == standardOutput ||
+           options.savePreset == standardOutput || options.saveState == standardOutput;
+}
+
+void printSummary(const RenderOptions& options, const std::string& text) {
+    if (writesToStandardOutput(options)) {
+        printErr(text);
+    } else {
+        printOut(text);
+    }
+}
+
+void printReport(const RenderOptions& options, const RenderReport& report) {
+    if (options.quiet) {
+        return;
+    }
+    if (options.isDemo && !options.json) {
+        printSummary(options, std::string(kDemoDryFile) + "\n  the loop without the effect\n");
+    }
+    printSummary(options, options.json ? reportJson(report) : reportText(report));
+    for (const auto& warning : report.warnings) {
+        printWarning(warning);
+    }
+}
+
+// Returns the exit status: that of the failures; where they differ, that of failed work.
+int printResults(const RenderOptions& options, const std::vector<RenderResult>& results) {
+    int status = kExitSuccess;
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        if (results[i].report) {
+            printReport(options, *results[i].report);
+            continue;
+        }
+        if (options.json && !options.quiet) {
+            printSummary(options, failureJson(options.tasks[i], results[i].error));
+        }
+        printError(results[i].error);
+        status = status == kExitSuccess ? results[i].exitStatus : std::min(status, results[i].exitStatus);
+    }
+    return status;
+}
+
+int renderAndPrint(RenderSession& session) {
+    const auto& options = session.options();
+    // An instance of any format checks the settings before anything is written.
+    const auto instance = session.makeInstance(kDemoLoopChannels, kDemoLoopRateHz);
+    std::optional<SavedSettings> saved;
+    if (!options.dryRun) {
+        saved.emplace(options, *instance);
+    }
+    if (options.isDemo) {
+        writeDemoLoop(kDemoDryFile);
+    }
+    if (options.tasks.size() > 1 && session.showsProgress()) {
+        session.beginProgress(totalDurationS(options));
+    }
+    const auto results = renderAll(session);
+    session.endProgress();
+    throwIfInterrupted();
+    const int status = printResults(options, results);
+    if (saved && status == kExitSuccess) {
+        saved->commit();
+    }
+    return status;
+}
+
+int runRender(const CommandLine& line) {
+    RenderOptions options = renderOptions(line);
+    if (options.isDemo) {
+        options.overwrite = Overwrite::kReplace;
+    }
+    const Settings settings(line, options.isDemo ? kDemoSettings : std::vector<ParameterText>{});
+    auto module = loadModule(line);
+    int status = kExitSuccess;
+    {
+        RenderSession session(options, settings, module);
+        status = renderAndPrint(session);
+    }
+    unloadModule(std::move(module));
+    return status;
+}
+
+} // namespace
+
+CommandEntry renderCommand() {
+    return {.name = "render",
+            .summary = "Render audio files through the effect",
+            .usage = kRenderUsage,
+            .description = kRenderDescription,
+            .arguments = kRenderArguments,
+            .leastArguments = 0,
+            .mostArguments = kAnyNumber,
+            .options = kRenderOptions,
+            .examples = kRenderExamples,
+            .run = runRender};
+}
+
+} // namespace varno

@@ -1,0 +1,104 @@
+#include "Render/RenderOptions.h"
+
+#include "CommandLine/CommandError.h"
+#include "CommandLine/CommandLine.h"
+
+#include <filesystem>
+#include <set>
+
+namespace varno {
+namespace {
+
+constexpr int kMostBlockFrames = 16384;
+constexpr int kMostJobs = 256;
+constexpr double kMostTailS = 3600.0;
+
+// INPUT OUTPUT
+RenderTask pairTask(const std::vector<std::string>& arguments) {
+    if (arguments.size() == 1) {
+        throw UsageError("render needs OUTPUT beside INPUT " + inQuotes(arguments[0]) + ", or --out-dir DIR");
+    }
+    if (arguments.size() > 2) {
+        throw UsageError("unexpected argument " + inQuotes(arguments[2]) +
+                         " of render; expected INPUT OUTPUT, or --out-dir DIR for several inputs");
+    }
+    return {arguments[0], arguments[1]};
+}
+
+// --out-dir DIR INPUT...
+std::vector<RenderTask> folderTasks(const std::string& folder, const std::vector<std::string>& inputs) {
+    if (inputs.empty()) {
+        throw UsageError("option --out-dir needs INPUT, found none");
+    }
+    std::vector<RenderTask> tasks;
+    for (const auto& input : inputs) {
+        const auto name = std::filesystem::path(input).filename();
+        if (input == "-" || name.empty()) {
+            throw UsageError("option --out-dir needs inputs with a file name, found " + inQuotes(input));
+        }
+        tasks.push_back({input, (std::filesystem::path(folder) / name).string()});
+    }
+    return tasks;
+}
+
+void refuseEqualOutputs(const RenderOptions& options) {
+    std::set<std::filesystem::path> names;
+    const auto add = [&](const std::string& output) {
+        if (!names.insert(std::filesystem::path(output).lexically_normal()).second) {
+            throw UsageError("two outputs have the name " + inQuotes(output) + "; expected one each");
+        }
+    };
+    for (const auto& task : options.tasks) {
+        add(task.output);
+    }
+    for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
+        if (*output) {
+            add(**output);
+        }
+    }
+}
+
+void checkTogether(const RenderOptions& options) {
+    if (options.meters && options.tasks.size() > 1) {
+        throw UsageError("option --meters takes one INPUT, found " + std::to_string(options.tasks.size()));
+    }
+    if (options.isDemo && options.dryRun) {
+        throw UsageError("option --dry-run needs INPUT and OUTPUT, found none");
+    }
+    refuseEqualOutputs(options);
+}
+
+} // namespace
+
+RenderOptions renderOptions(const CommandLine& line) {
+    RenderOptions options;
+    options.isDemo = line.arguments().empty() && !line.has("--out-dir");
+    if (const auto folder = line.value("--out-dir")) {
+        options.tasks = folderTasks(*folder, line.arguments());
+    } else if (options.isDemo) {
+        options.tasks = {{kDemoDryFile, kDemoFile}};
+    } else {
+        options.tasks = {pairTask(line.arguments())};
+    }
+    options.blockFrames = numberOption(line, "--block", 1, kMostBlockFrames).value_or(options.blockFrames);
+    options.jobs = numberOption(line, "--jobs", 1, kMostJobs).value_or(options.jobs);
+    options.tailS = numberOption(line, "--tail", 0.0, kMostTailS).value_or(options.tailS);
+    if (const auto format = line.value("--format")) {
+        options.format = sampleFormatFromName(*format);
+    }
+    if (const auto dither = line.value("--dither")) {
+        options.dither = ditherFromName(*dither).value();
+    }
+    options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;
+    options.dryRun = line.has("--dry-run");
+    options.quiet = line.has("--quiet");
+    options.json = line.has("--json");
+    options.automation = line.value("--automate");
+    options.meters = line.value("--meters");
+    options.savePreset = line.value("--save-preset");
+    options.saveState = line.value("--save-state");
+    checkTogether(options);
+    return options;
+}
+
+} // namespace varno

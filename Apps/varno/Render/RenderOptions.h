@@ -1,0 +1,49 @@
+#ifndef VARNO_APPS_VARNO_RENDER_RENDEROPTIONS_H
+#define VARNO_APPS_VARNO_RENDER_RENDEROPTIONS_H
+
+#include "AudioFile/AtomicFile.h"
+#include "AudioFile/Format.h"
+#include "AudioFile/Quantizer.h"
+#include "CommandLine/CommandLine.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// One file to be rendered into another.
+struct RenderTask {
+    std::string input;
+    std::string output;
+};
+
+inline constexpr const char* kDemoDryFile = "varno-demo-dry.wav";
+inline constexpr const char* kDemoFile = "varno-demo.wav";
+
+/// The command line of `varno render`.
+struct RenderOptions {
+    std::vector<RenderTask> tasks;
+    bool isDemo = false; ///< The one task is the demo, whose input is still to be made.
+    int blockFrames = 512;
+    int jobs = 1;
+    double tailS = 0.0;
+    std::optional<SampleFormat> format; ///< Nothing: the input's.
+    Dither dither = Dither::kTpdf;
+    Overwrite overwrite = Overwrite::kRefuse;
+    bool dryRun = false;
+    bool quiet = false;
+    bool json = false;
+    std::optional<std::string> automation; ///< Paths of files.
+    std::optional<std::string> meters;
+    std::optional<std::string> savePreset;
+    std::optional<std::string> saveState;
+};
+
+/// @throws UsageError where a value is out of range, arguments are missing or too many, options contradict
+///         each other, or two outputs would have the same name
+RenderOptions renderOptions(const CommandLine& line);
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef VARNO_APPS_VARNO_RENDER_RENDERREPORT_H
+#define VARNO_APPS_VARNO_RENDER_RENDERREPORT_H
+
+#include "AudioFile/Format.h"
+#include "Render/RenderOptions.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace varno {
+
+/// The result of rendering one file.
+struct RenderReport {
+    RenderTask task;
+    AudioFormat format; ///< Of the output.
+    bool isDryRun = false;
+    double elapsedS = 0.0;                 ///< From opening the input to completing the output.
+    double peakIn = 0.0;                   ///< Magnitude, full scale 1.
+    double peakOut = 0.0;                  ///< Before the output is limited to full scale.
+    std::optional<double> gainReductionDB; ///< The largest; nothing where the effect has no such meter.
+    std::int64_t clippedSamples = 0;
+    std::vector<std::string> warnings; ///< One line each.
+};
+
+/// The summary for people, lines of at most 80 columns unless a name is longer.
+std::string reportText(const RenderReport& report);
+
+/// The summary for scripts: one JSON object on a line. A level of silence is null.
+std::string reportJson(const RenderReport& report);
+
+/// The report for scripts about a file that failed: one JSON object on a line.
+std::string failureJson(const RenderTask& task, const std::string& error);
+
+} // namespace varno
+
+#endif

@@ -1,0 +1,129 @@
+#include "Session/EditorSession.h"
+
+#include "CommandLine/CommandError.h"
+#include "CommandLine/Console.h"
+#include "CommandLine/Interruption.h"
+#include "Session/SettingsKeeper.h"
+#include "Window/WindowProperties.h"
+#include "Window/XConnection.h"
+
+#include <X11/keysym.h>
+
+#include <chrono>
+#include <filesystem>
+#include <system_error>
+
+namespace varno {
+namespace {
+
+// How long a screenshot waits for an editor that has not been drawn yet.
+constexpr std::chrono::seconds kLongestDrawing(20);
+
+// The longest of the effect's names, and the subject.
+std::string titleFor(const WindowOptions& options, const Instance& instance) {
+    std::string title;
+    for (const auto& name : instance.effect().names) {
+        title = name.size() > title.size() ? name : title;
+    }
+    if (!options.subject.empty()) {
+        title += " - " + options.subject;
+    }
+    return title;
+}
+
+double scaleFor(const WindowOptions& options, const XConnection& connection) {
+    if (options.scale) {
+        return *options.scale;
+    }
+    return desktopScale(environmentVariable("GDK_SCALE"),
+                        connection.text(connection.screen().root, XCB_ATOM_RESOURCE_MANAGER));
+}
+
+bool isLoadedState(const WindowOptions& options, const std::string& file) {
+    std::error_code error;
+    return options.state && std::filesystem::equivalent(*options.state, file, error);
+}
+
+} // namespace
+
+WindowOptions windowOptions(const CommandLine& line, const std::string& command) {
+    WindowOptions options;
+    options.command = command;
+    options.scale = numberOption(line, "--scale", kSmallestScale, kLargestScale);
+    options.state = line.value("--state");
+    options.saveState = line.value("--save-state");
+    options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;
+    return options;
+}
+
+void chooseSettingsFile(SettingsKeeper& settings, const WindowOptions& options) {
+    if (const auto& file = options.saveState ? options.saveState : options.state) {
+        settings.setFile(*file, isLoadedState(options, *file) ? Overwrite::kReplace : options.overwrite);
+    }
+}
+
+EditorSession::EditorSession(const WindowOptions& options, XConnection& connection, Instance& instance,
+                             SettingsKeeper& settings)
+    : mOptions(options),
+      mConnection(connection),
+      mInstance(instance),
+      mSettings(settings),
+      mWindow(connection, options.screenshot ? EditorWindow::Kind::kUnmanaged : EditorWindow::Kind::kManaged,
+              {titleFor(options, instance), windowIcon(instance.module().resourcePath(""))}),
+      mDesktop(mLoop, scaleFor(options, connection)),
+      mEditor(instance, mDesktop, [this](PixelSize size) {
+          mWindow.resize({size.width, size.height});
+      }) {
+    if (options.screenshot) {
+        planScreenshot(*options.screenshot);
+    }
+    openEditor();
+    bindKeys();
+}
+
+void EditorSession::openEditor() {
+    const PixelSize size = mEditor.open(mWindow.id());
+    if (!mEditor.isOpen()) {
+        throw WorkError("the module has no editor for effect \"" + mInstance.effect().id + '"');
+    }
+    if (size.isEmpty()) {
+        throw WorkError("the module's editor shows no view in an X11 window");
+    }
+    mWindow.resize({size.width, size.height});
+}
+
+void EditorSession::bindKeys() {
+    mWindow.setCloseHandler([this] { mLoop.quit(); });
+    mWindow.setBindings({{XK_Escape, 0, [this] { mLoop.quit(); }},
+                         {XK_q, XCB_MOD_MASK_CONTROL, [this] { mLoop.quit(); }},
+                         {XK_s, XCB_MOD_MASK_CONTROL, [this] { saveAndTell(mSettings); }}});
+}
+
+void EditorSession::planScreenshot(const std::string& path) {
+    mScreenshot.emplace(path, mOptions.overwrite, throwIfInterrupted);
+    mPicture.emplace(mConnection, mWindow.id());
+    const auto after = std::chrono::duration<double>(mOptions.afterS);
+    const auto latest = std::chrono::steady_clock::now() + after + kLongestDrawing;
+    mLoop.startTimer(std::chrono::round<TimerQueue::Period>(after), &mScreenshot, [this, latest] {
+        if (!mPicture->isDrawn() && std::chrono::steady_clock::now() < latest) {
+            return; // a busy machine: checked again after the same time
+        }
+        mPicture->write(*mScreenshot);
+        mScreenshot->commit();
+        mLoop.quit();
+    });
+}
+
+void EditorSession::run() {
+    mLoop.watch(mConnection.descriptor(), this, [] {});
+    mLoop.startTimer(kHostTimerPeriod, this, [this] { mEditor.timer(); });
+    mLoop.setBeforeWait([this] {
+        mWindow.handleEvents();
+        // What the editor has requested since.
+        mInstance.idle();
+    });
+    mWindow.show();
+    mLoop.run();
+}
+
+} // namespace varno

@@ -1,0 +1,174 @@
+#include "Tests/Apps/varno/Support/EditTest.h"
+#include "Tests/Support/Eventually.h"
+#include "Tests/Support/Picture.h"
+#include "Window/EditorWindow.h"
+#include "Window/WindowProperties.h"
+
+#include <X11/keysym.h>
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <cmath>
+#include <sndfile.h>
+#include <thread>
+
+// The effect's own editor in the program's window.
+
+namespace varno::test {
+namespace {
+
+// The plain size of the view, in pixels.
+constexpr int kWidth = 690;
+constexpr int kHeight = 390;
+// Longer than a view takes to be drawn.
+constexpr std::chrono::milliseconds kDrawing(100);
+
+constexpr Place kGainKnob = {55, 90};
+constexpr double kWheelStep = 2.0 / 130.0; // two pictures of a knob, normalized
+constexpr Area kMeters = {180, 275, 338, 45};
+
+class EditEffect : public EditTest {
+protected:
+    // Starts the program with the module that it comes with and waits until the view is there.
+    std::unique_ptr<Subprocess> editEffect(std::vector<std::string> arguments = {}) const {
+        arguments.insert(arguments.begin(), {"--module", VARNO_MODULE_BUNDLE});
+        auto program = edit(arguments);
+        EXPECT_TRUE(eventually([&] { return showsView(); }));
+        return program;
+    }
+
+    // A view that is not drawn yet has one colour, and one that is half drawn changes. Its meters, in the
+    // lower third, may move.
+    bool showsView() const {
+        const auto [width, height] = size();
+        const Area still = {0, 0, width, height * 2 / 3};
+        const auto first = picture(still);
+        std::this_thread::sleep_for(kDrawing);
+        return first.countColours() > 1 && picture(still) == first;
+    }
+    Picture picture() const { return picture({0, 0, size().width, size().height}); }
+    Picture picture(const Area& area) const { return Picture::ofWindow(mPerson, window(), area); }
+
+    void turnGain() {
+        mPointer.move(kGainKnob);
+        mPointer.press(Button::kWheelUp);
+        mPointer.release(Button::kWheelUp);
+    }
+    double gainIn(const std::string& settings, const std::string& file) const {
+        return nlohmann::json::parse(varnoOut({"params", settings, file, "--json", "Gain"}))["value"];
+    }
+
+    WindowSize size() const {
+        const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
+            mPerson.connection(), xcb_get_geometry(mPerson.connection(), window()), nullptr));
+        return {geometry->width, geometry->height};
+    }
+
+    Pointer mPointer{mPerson};
+};
+
+TEST_F(EditEffect, OpensAndCloses) {
+    const auto program = editEffect();
+    EXPECT_EQ(text("_NET_WM_NAME"), "Varno-S");
+    EXPECT_FALSE(text("_NET_WM_ICON").empty());
+    close();
+    const auto outcome = program->wait();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(EditEffect, WhatWasTurnedAndNotSavedIsTold) {
+    const auto program = editEffect();
+    const auto before = picture();
+    turnGain();
+    EXPECT_TRUE(eventually([&] { return picture() != before; }));
+    tap(XK_Escape);
+    const auto outcome = program->wait();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "varno: warning: the settings are not saved; they come back with: varno edit "
+                           "--set Gain=0.5153846\n"); // from 0.5
+}
+
+TEST_F(EditEffect, WhatWasTurnedIsSavedAndCopied) {
+    const auto program = editEffect({"--set", "Gain=0.75"});
+    const auto before = picture();
+    turnGain();
+    EXPECT_TRUE(eventually([&] { return picture() != before; }));
+    tap(XK_c, {XK_Control_L});
+    const std::string read = "DISPLAY=" + mServer.display() + " xclip -o -selection clipboard > '" +
+                             path("preset.txt") + "' 2>/dev/null; cat '" + path("preset.txt") + '\'';
+    EXPECT_TRUE(eventually([&] { return shell(read).starts_with("Varno-S "); }));
+    tap(XK_s, {XK_Control_L});
+    tap(XK_q, {XK_Control_L});
+    const auto outcome = program->wait();
+    EXPECT_EQ(outcome.err, "saved varno-s.state\n");
+    EXPECT_NEAR(gainIn("--state", "varno-s.state"), 0.75 + kWheelStep, 1e-6);
+    EXPECT_NEAR(gainIn("--preset", "preset.txt"), 0.75 + kWheelStep, 1e-6);
+}
+
+TEST_F(EditEffect, ItsMetersHearTheFile) {
+    // A tone and a longer rest: the meters follow down and up again.
+    Sound loud;
+    loud.format = kWav16;
+    for (int frame = 0; frame < loud.rateHz; ++frame) {
+        loud.reals.push_back(0.5 * std::sin(0.05 * frame));
+    }
+    loud.reals.resize(3 * loud.reals.size());
+    writeSound(path("loud.wav"), loud);
+    auto program = editEffect();
+    const auto silent = picture(kMeters);
+    close();
+    EXPECT_EQ(program->wait().err, "");
+    program = editEffect({"--set", "Gain=1", "loud.wav"});
+    EXPECT_TRUE(eventually([&] { return picture(kMeters) != silent; }));
+    const auto once = picture(kMeters);
+    EXPECT_TRUE(eventually([&] { return picture(kMeters) != once; })); // and they move
+    close();
+    EXPECT_EQ(program->wait().err, "");
+}
+
+TEST_F(EditEffect, IsEnlargedAsTheDesktopIs) {
+    const std::string resources = "Xft.dpi:\t144\n";
+    xcb_change_property(mPerson.connection(), XCB_PROP_MODE_REPLACE, mPerson.screen().root,
+                        XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(resources.size()), resources.c_str());
+    mPerson.synchronise();
+    for (const auto& [arguments, scale] : std::vector<std::pair<std::vector<std::string>, double>>{
+             {{}, 1.5}, {{"--scale", "1"}, 1.0}, {{"--scale", "0.5"}, 0.5}}) {
+        const auto program = editEffect(arguments);
+        EXPECT_EQ(size().width, kWidth * scale);
+        EXPECT_EQ(size().height, kHeight * scale);
+        close();
+        EXPECT_EQ(program->wait().err, "");
+    }
+}
+
+// Larger than the screen.
+TEST_F(EditEffect, AScreenshotIsWholeAtEveryScale) {
+    for (const int scale : {1, 2, 3}) {
+        const auto outcome = runEdit({"--module", VARNO_MODULE_BUNDLE, "--scale", std::to_string(scale),
+                                      "--screenshot", "editor.png", "--force"});
+        EXPECT_EQ(outcome.err, "");
+        const CairoSurface shown(cairo_image_surface_create_from_png(path("editor.png").c_str()));
+        ASSERT_EQ(cairo_image_surface_get_width(shown.get()), kWidth * scale);
+        ASSERT_EQ(cairo_image_surface_get_height(shown.get()), kHeight * scale);
+        // The panel reaches the far corner: no black of a window that nobody has drawn to.
+        const unsigned char* corner = cairo_image_surface_get_data(shown.get()) +
+                                      (kHeight * scale - 10) * cairo_image_surface_get_stride(shown.get()) +
+                                      (kWidth * scale - 10) * 4;
+        EXPECT_GT(corner[0] + corner[1] + corner[2], 30) << scale;
+    }
+}
+
+TEST_F(EditEffect, OutlivesTheServer) {
+    makeMusic("in.wav", kWav16, 2, 4800);
+    const auto program = editEffect({"in.wav"});
+    mServer.stop();
+    const auto outcome = program->wait();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err,
+              "varno: the connection to the X server at DISPLAY \"" + mServer.display() + "\" is lost\n");
+}
+
+} // namespace
+} // namespace varno::test

@@ -1,0 +1,88 @@
+#include "Edit/EditSound.h"
+#include "Tests/Apps/varno/Session/FakeBackend.h"
+#include "Tests/Host/FixtureTest.h"
+#include "Tests/Support/Eventually.h"
+
+#include <gmock/gmock.h>
+
+namespace varno::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+class EditSoundTest : public FixtureTest {
+protected:
+    // The fixture's effect halves the loop.
+    void open(Instance& instance) {
+        auto backend = std::make_unique<FakeBackend>(LiveRequest{.inputs = 0});
+        mBackend = backend.get();
+        mSound.emplace(instance, AudioLoop({{2, 4, 6}, {-2, -4, -6}}), std::move(backend));
+    }
+    std::string toldAtCheck() {
+        CaptureStderr();
+        mSound->check();
+        return GetCapturedStderr();
+    }
+    void expectToGoOn(const Instance& instance) {
+        const auto before = instance.position();
+        EXPECT_TRUE(eventually([&] { return instance.position() > before; }));
+        EXPECT_EQ(toldAtCheck(), "");
+        mSound.reset();
+    }
+
+    FakeBackend* mBackend = nullptr; // gone once the sound system has ended
+    std::optional<EditSound> mSound;
+};
+
+TEST_F(EditSoundTest, TheSoundSystemHearsTheLoopThroughTheEffect) {
+    const auto instance = makeInstance();
+    open(*instance);
+    std::vector<float> left(4);
+    std::vector<float> right(4);
+    float* outputs[] = {left.data(), right.data()};
+    mBackend->run(nullptr, outputs, 4);
+    EXPECT_THAT(left, ElementsAre(1, 2, 3, 1));
+    EXPECT_THAT(right, ElementsAre(-1, -2, -3, -1));
+    EXPECT_EQ(toldAtCheck(), "");
+    mSound.reset();
+}
+
+TEST_F(EditSoundTest, OverrunsAreTold) {
+    const auto instance = makeInstance();
+    open(*instance);
+    mBackend->changeableStatus().countOverrun();
+    EXPECT_EQ(toldAtCheck(), "varno: warning: 1 overrun so far: the sound was interrupted\n");
+    EXPECT_EQ(toldAtCheck(), "");
+    mSound.reset();
+}
+
+TEST_F(EditSoundTest, GoesOnByTheClockWhereTheSoundSystemEnds) {
+    const auto instance = makeInstance();
+    open(*instance);
+    mBackend->changeableStatus().end("unplugged");
+    EXPECT_EQ(toldAtCheck(),
+              "varno: warning: Fake client varno: the sound system has ended (unplugged); the file is "
+              "not heard from here on\n");
+    expectToGoOn(*instance);
+}
+
+TEST_F(EditSoundTest, AndWhereItsRateChanges) {
+    const auto instance = makeInstance();
+    open(*instance);
+    mBackend->changeableStatus().setRate(96'000.0);
+    EXPECT_EQ(toldAtCheck(),
+              "varno: warning: Fake client varno: the sample rate has changed; the file is not heard "
+              "from here on\n");
+    expectToGoOn(*instance);
+}
+
+TEST_F(EditSoundTest, WithoutASoundSystemItGoesByTheClock) {
+    const auto instance = makeInstance();
+    mSound.emplace(*instance, AudioLoop::silence(2), nullptr);
+    expectToGoOn(*instance);
+}
+
+} // namespace
+} // namespace varno::test

@@ -1,0 +1,124 @@
+#include "Render/ProgressBar.h"
+#include "CommandLine/Console.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sstream>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace varno::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ProgressBarTest : public testing::Test {
+protected:
+    ProgressBar::Clock clock() {
+        return [this] { return mNow; };
+    }
+
+    std::ostringstream mOut;
+    ProgressBar::TimePoint mNow{};
+};
+
+TEST_F(ProgressBarTest, WritesNothingWhereThereIsNoTerminal) {
+    {
+        ProgressBar bar(mOut, false, 10.0, clock());
+        mNow += 5s;
+        bar.advance(5.0);
+        bar.finish();
+    }
+    EXPECT_EQ(mOut.str(), "");
+}
+
+TEST_F(ProgressBarTest, ShowsShareSpeedAndTimeLeft) {
+    ProgressBar bar(mOut, true, 600.0, clock());
+    mNow += 2s;
+    bar.advance(150.0);
+    EXPECT_EQ(mOut.str(), "\r\033[K[#######                       ] 25 %, 75 x real time, 0:06 left");
+}
+
+TEST_F(ProgressBarTest, ShowsLongTimesInHours) {
+    ProgressBar bar(mOut, true, 10'000.0, clock());
+    mNow += 100s;
+    bar.advance(100.0);
+    EXPECT_NE(mOut.str().find(" 1 x real time, 2:45:00 left"), std::string::npos) << mOut.str();
+}
+
+TEST_F(ProgressBarTest, RedrawsAtMostTenTimesASecond) {
+    ProgressBar bar(mOut, true, 100.0, clock());
+    for (int i = 0; i < 1000; ++i) {
+        mNow += 1ms;
+        bar.advance(0.1);
+    }
+    const std::string text = mOut.str();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\r'), 10);
+}
+
+TEST_F(ProgressBarTest, ClearsItsLineAtTheEnd) {
+    {
+        ProgressBar bar(mOut, true, 1.0, clock());
+        mNow += 1s;
+        bar.advance(0.5);
+        mOut.str("");
+    }
+    EXPECT_EQ(mOut.str(), "\r\033[K");
+}
+
+TEST_F(ProgressBarTest, AShortRenderShowsNothing) {
+    {
+        ProgressBar bar(mOut, true, 1.0, clock());
+        mNow += 50ms;
+        bar.advance(1.0);
+    }
+    EXPECT_EQ(mOut.str(), "");
+}
+
+TEST_F(ProgressBarTest, DrawsNothingOnceFinished) {
+    ProgressBar bar(mOut, true, 1.0, clock());
+    bar.finish();
+    mNow += 1s;
+    bar.advance(1.0);
+    EXPECT_EQ(mOut.str(), "");
+}
+
+TEST_F(ProgressBarTest, NeverGoesBeyondTheEnd) {
+    ProgressBar bar(mOut, true, 1.0, clock());
+    mNow += 1s;
+    bar.advance(5.0);
+    EXPECT_NE(mOut.str().find("[##############################] 100 %"), std::string::npos) << mOut.str();
+    EXPECT_NE(mOut.str().find("0:00 left"), std::string::npos) << mOut.str();
+}
+
+TEST_F(ProgressBarTest, SeveralThreadsMayAdvance) {
+    mNow += 1s;
+    ProgressBar bar(mOut, true, 4000.0, [start = mNow, calls = 0]() mutable { return start + 1s * calls++; });
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < 1000; ++i) {
+                bar.advance(1.0);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_NE(mOut.str().find("100 %"), std::string::npos);
+}
+
+TEST(TerminalTest, AFileIsNone) {
+    const int file = ::open("/dev/null", O_WRONLY);
+    EXPECT_FALSE(isTerminal(file));
+    ::close(file);
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    EXPECT_TRUE(isTerminal(terminal));
+    ::close(terminal);
+}
+
+} // namespace
+} // namespace varno::test

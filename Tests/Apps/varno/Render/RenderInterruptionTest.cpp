@@ -1,0 +1,146 @@
+#include "Tests/Apps/varno/Support/ProgramTest.h"
+
+#include <sys/inotify.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <poll.h>
+#include <sndfile.h>
+#include <unistd.h>
+
+// Renders that are ended from outside, and renders that a person watches.
+
+namespace varno::test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr int kSignalStatus = 128;
+constexpr int kWaitMs = 60'000;
+
+// Tells when a file is made in a folder.
+class FolderWatch {
+public:
+    explicit FolderWatch(const std::filesystem::path& folder)
+        : mWatch(inotify_init1(IN_CLOEXEC)) {
+        EXPECT_GE(inotify_add_watch(mWatch, folder.c_str(), IN_CREATE), 0);
+    }
+    FolderWatch(const FolderWatch&) = delete;
+    FolderWatch& operator=(const FolderWatch&) = delete;
+    ~FolderWatch() { close(mWatch); }
+
+    bool waitForNewFile() const {
+        pollfd poll{mWatch, POLLIN, 0};
+        return ::poll(&poll, 1, kWaitMs) == 1;
+    }
+
+private:
+    int mWatch;
+};
+
+class RenderInterruption : public ProgramTest {
+protected:
+    // Two channels of silence at 384 kHz, long enough that a render takes many times as long as a signal does
+    // to arrive. The file system holds its header alone.
+    void makeLongSilence(const std::string& name) const {
+        constexpr int kRateHz = 384'000;
+        constexpr sf_count_t kFrames = 300LL * kRateHz;
+        SF_INFO info{};
+        info.samplerate = kRateHz;
+        info.channels = 2;
+        info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+        SNDFILE* file = sf_open(path(name).c_str(), SFM_WRITE, &info);
+        ASSERT_NE(file, nullptr);
+        const short last[] = {0, 0};
+        ASSERT_GE(sf_seek(file, kFrames - 1, SEEK_SET), 0) << sf_strerror(file);
+        ASSERT_EQ(sf_writef_short(file, last, 1), 1);
+        sf_close(file);
+    }
+
+    Outcome signalledRender(int signal) const {
+        const FolderWatch watch(mFolder.path());
+        Subprocess program(varnoWords({"render", "--block", "1", "--meters", "m.csv", "--save-preset",
+                                       "p.txt", "long.wav", "out.wav"}),
+                           {.folder = mFolder.path()});
+        // The first files to appear are the unfinished outputs.
+        EXPECT_TRUE(watch.waitForNewFile());
+        kill(program.pid(), signal);
+        return program.wait();
+    }
+};
+
+TEST_F(RenderInterruption, LeavesNothingBehind) {
+    makeLongSilence("long.wav");
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        const auto outcome = signalledRender(signal);
+        EXPECT_EQ(outcome.status, kSignalStatus + signal);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "varno: interrupted\n");
+        EXPECT_EQ(mFolder.listing(), "long.wav");
+    }
+}
+
+TEST_F(RenderInterruption, EndsTheWaitForAPipe) {
+    ASSERT_EQ(mkfifo(path("pipe.wav").c_str(), 0600), 0);
+    Subprocess program(varnoWords({"render", "pipe.wav", "out.wav"}), {.folder = mFolder.path()});
+    // Opening the other end returns once the program has opened its own.
+    const int writeEnd = open(path("pipe.wav").c_str(), O_WRONLY | O_CLOEXEC);
+    ASSERT_GE(writeEnd, 0);
+    ASSERT_EQ(write(writeEnd, "RIFF", 4), 4);
+    kill(program.pid(), SIGTERM);
+    close(writeEnd); // also ends a read that began just after the signal
+    const auto outcome = program.wait();
+    EXPECT_EQ(outcome.status, kSignalStatus + SIGTERM);
+    EXPECT_EQ(outcome.err, "varno: interrupted\n");
+    EXPECT_EQ(mFolder.listing(), "pipe.wav");
+}
+
+TEST_F(RenderInterruption, EndsSeveralJobs) {
+    makeLongSilence("a.wav");
+    makeLongSilence("b.wav");
+    std::filesystem::create_directory(mFolder.path() / "wet");
+    const FolderWatch watch(mFolder.path() / "wet");
+    Subprocess program(varnoWords({"render", "--jobs", "2", "--out-dir", "wet", "a.wav", "b.wav"}),
+                       {.folder = mFolder.path()});
+    EXPECT_TRUE(watch.waitForNewFile());
+    kill(program.pid(), SIGTERM);
+    const auto outcome = program.wait();
+    EXPECT_EQ(outcome.status, kSignalStatus + SIGTERM);
+    EXPECT_EQ(outcome.err, "varno: interrupted\n");
+    EXPECT_TRUE(std::filesystem::is_empty(path("wet")));
+}
+
+// `script` gives the program a terminal and prints what it shows there. The second input is a pipe, read once
+// for its length and once, after a pause, to be rendered: it pauses for longer than the bar goes without a
+// redraw, so that one falls into these renders on a machine of any speed.
+class RenderTerminal : public ProgramTest {
+protected:
+    RenderTerminal() {
+        makeMusic("a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 50'000);
+        EXPECT_EQ(mkfifo(path("b.wav").c_str(), 0600), 0);
+        std::filesystem::create_directory(path("wet"));
+    }
+    // @param readings of the second input
+    std::string onTerminal(const std::string& options, int readings) const {
+        const std::string feed =
+            "cat a.wav > b.wav" + std::string(readings > 1 ? "; sleep 1; cat a.wav > b.wav" : "");
+        const std::string command = '(' + feed + ") & " + std::string(VARNO_PROGRAM) +
+                                    " render --out-dir wet " + options + " a.wav b.wav";
+        const auto outcome = run({"script", "-qec", command, "/dev/null"}, {.folder = mFolder.path()});
+        EXPECT_EQ(outcome.status, 0) << outcome.out;
+        return outcome.out;
+    }
+};
+
+TEST_F(RenderTerminal, ShowsProgressAndClearsIt) {
+    const std::string shown = onTerminal("", 2);
+    EXPECT_THAT(shown, HasSubstr("\r\x1B[K["));
+    EXPECT_THAT(shown, HasSubstr(" x real time, "));
+    EXPECT_THAT(shown, HasSubstr(" left\r\x1B[Kwet/a.wav\r\n"));
+    EXPECT_EQ(onTerminal("--force --quiet", 1), "");
+}
+
+} // namespace
+} // namespace varno::test

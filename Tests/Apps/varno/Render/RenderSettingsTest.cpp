@@ -1,0 +1,210 @@
+#include "Tests/Apps/varno/Support/ProgramTest.h"
+
+#include <nlohmann/json.hpp>
+
+#include <sndfile.h>
+
+// Settings of a render: where they come from, where they go, and how they move.
+
+namespace varno::test {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+
+constexpr int kInputFrames = 4800;
+
+class RenderSettings : public ProgramTest {
+protected:
+    RenderSettings() { makeMusic("in.wav", kWavFloat, 2, kInputFrames); }
+
+    std::string render(const std::vector<std::string>& options) const {
+        std::vector<std::string> words = {"render", "--force"};
+        words.insert(words.end(), options.begin(), options.end());
+        words.insert(words.end(), {"in.wav", "out.wav"});
+        return varnoOut(words);
+    }
+    Bytes bytesWith(const std::vector<std::string>& options) const {
+        render(options);
+        return content("out.wav");
+    }
+    std::vector<double> samplesWith(const std::vector<std::string>& options) const {
+        render(options);
+        return readReals(path("out.wav")).reals;
+    }
+};
+
+TEST_F(RenderSettings, DefaultsArePlainText) {
+    render({"--save-preset", "p.txt"});
+    EXPECT_EQ(readFile(path("p.txt")),
+              "Varno-S 030001\n"
+              "Gain 0.5000000000 Volume 0.5000000000 Hipass 0.0000000000 Band 0.0000000000\n"
+              "Attack 0.5000000000 Release 0.5000000000 UK 0.0000000000 Hottitude 0.0700000003\n"
+              "Ratio 0.5000000000 Mix 0.0000000000 Auto 0.0000000000 HarmSw 0.0000000000\n"
+              "LinkSw 0.0000000000");
+}
+
+TEST_F(RenderSettings, StateHasHeaderAndData) {
+    render({"--save-state", "s.bin"});
+    const std::string state = readFile(path("s.bin"));
+    ASSERT_EQ(state.size(), 56U + 220U);
+    EXPECT_EQ(state.substr(0, 8), std::string("\xDC\0\0\0\xFF\xFF\xFF\xFF", 8));
+    EXPECT_EQ(state.substr(8, 16), "kvrMpsdVsRDVkcle"); // codes in the byte order of the machine
+    EXPECT_EQ(state.substr(24, 32), "Complete Controls State" + std::string(9, '\0'));
+}
+
+TEST_F(RenderSettings, SavedSettingsComeBack) {
+    const std::vector<std::string> settings = {"--set", "Hot=0.75", "--set", "Ratio=1", "--set", "HSw=1"};
+    auto saving = settings;
+    saving.insert(saving.end(), {"--save-preset", "p.txt", "--save-state", "s.bin"});
+    const Bytes expected = bytesWith(saving);
+    EXPECT_NE(bytesWith({}), expected);
+    EXPECT_EQ(bytesWith({"--preset", "p.txt"}), expected);
+    EXPECT_EQ(bytesWith({"--state", "s.bin"}), expected);
+}
+
+TEST_F(RenderSettings, StateOfAStereoFileFitsAMonoOne) {
+    render({"--set", "Hot=0.75", "--save-state", "s.bin"});
+    makeMusic("mono.wav", kWav16, 1, kInputFrames);
+    varnoOut({"render", "--state", "s.bin", "mono.wav", "from-state.wav"});
+    varnoOut({"render", "--set", "Hot=0.75", "mono.wav", "from-set.wav"});
+    EXPECT_EQ(content("from-state.wav"), content("from-set.wav"));
+}
+
+TEST_F(RenderSettings, LaterSourcesWin) {
+    render({"--set", "Hot=0.25", "--set", "Gain=0.6", "--set", "Mix=0.1", "--save-state", "s.bin"});
+    render({"--set", "Hot=0.5", "--set", "Gain=0.7", "--save-preset", "p.txt"});
+    // The preset brings all thirteen values, so nothing of the state is left.
+    EXPECT_EQ(bytesWith({"--set", "Hot=1", "--preset", "p.txt", "--state", "s.bin"}),
+              bytesWith({"--set", "Hot=1", "--set", "Gain=0.7"}));
+    EXPECT_EQ(bytesWith({"--set", "Hot=0", "--set", "Hot=1"}), bytesWith({"--set", "Hot=1"}));
+    writeFile(path("moves.csv"), "0,Hot,0.3\n");
+    EXPECT_EQ(bytesWith({"--set", "Hot=1", "--automate", "moves.csv"}), bytesWith({"--set", "Hot=0.3"}));
+}
+
+TEST_F(RenderSettings, PresetsDoNotHoldTheBypass) {
+    render({"--set", "MasterBypassID=on", "--save-preset", "p.txt", "--save-state", "s.bin"});
+    EXPECT_EQ(bytesWith({"--preset", "p.txt", "--state", "s.bin"}), bytesWith({}));
+}
+
+TEST_F(RenderSettings, PresetValuesAreLimited) {
+    writeFile(path("p.txt"), "x 30001 g -1 v 0.5 h 0 b 0 a 0.5 r 0.5 u 0 h 7 r 0.5 m nan a 0 h 0 l 0");
+    EXPECT_EQ(bytesWith({"--preset", "p.txt"}), bytesWith({"--set", "Gain=0", "--set", "Hot=1"}));
+}
+
+TEST_F(RenderSettings, SavedBeforeAutomationMoves) {
+    writeFile(path("moves.csv"), "0,Hot,1\n");
+    render({"--automate", "moves.csv", "--save-preset", "p.txt"});
+    EXPECT_THAT(readFile(path("p.txt")), HasSubstr("Hottitude 0.0700000003"));
+}
+
+TEST_F(RenderSettings, SavedFilesAreNotReplacedUnasked) {
+    writeFile(path("p.txt"), "old");
+    EXPECT_EQ(refusal(1, {"render", "--save-preset", "p.txt", "in.wav", "out.wav"}),
+              "p.txt: exists already; expected a new name, or --force to replace it");
+    EXPECT_EQ(mFolder.listing(), "in.wav p.txt");
+}
+
+TEST_F(RenderSettings, NothingIsSavedOfAFailedRender) {
+    EXPECT_EQ(refusal(1, {"render", "--save-preset", "p.txt", "--save-state", "s.bin", "--meters", "m.csv",
+                          "in.wav", "/dev/full"}),
+              "/dev/full: cannot be written: No space left on device");
+    EXPECT_EQ(mFolder.listing(), "in.wav");
+}
+
+// Automation.
+
+TEST_F(RenderSettings, ParametersMoveAtTheExactSample) {
+    constexpr int kMoveFrame = 1001;
+    writeFile(path("moves.csv"),
+              "time_s,parameter,value\n" + std::to_string(kMoveFrame / 48000.0) + ",MasterBypassID,on\n");
+    const auto input = readReals(path("in.wav")).reals;
+    const auto active = samplesWith({});
+    const auto moved = samplesWith({"--automate", "moves.csv"});
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+        const bool isBypassed = i >= 2 * kMoveFrame;
+        ASSERT_EQ(moved[i], isBypassed ? input[i] : active[i]) << i;
+    }
+    EXPECT_NE(active[2 * kMoveFrame], input[2 * kMoveFrame]);
+    EXPECT_NE(active[2 * kMoveFrame - 1], input[2 * kMoveFrame - 1]);
+}
+
+TEST_F(RenderSettings, LastOfSeveralMovesAtOneSampleWins) {
+    writeFile(path("moves.csv"), "0.05,Hot,0\n0.05,Hot,1\n");
+    writeFile(path("one.csv"), "0.05,Hot,1\n");
+    EXPECT_EQ(bytesWith({"--automate", "moves.csv"}), bytesWith({"--automate", "one.csv"}));
+}
+
+TEST_F(RenderSettings, MovesReachIntoTheTail) {
+    writeFile(path("moves.csv"), "0.15,Volume,0\n");
+    EXPECT_NE(bytesWith({"--tail", "0.1", "--automate", "moves.csv"}), bytesWith({"--tail", "0.1"}));
+}
+
+TEST_F(RenderSettings, MovesAfterTheEndAreWarnedOf) {
+    writeFile(path("moves.csv"), "0.0999,Hot,1\n0.1,Hot,0\n7,Mix,1\n");
+    const auto outcome = varno({"render", "--automate", "moves.csv", "in.wav", "out.wav"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "varno: warning: moves.csv: 2 of its lines come after the end of out.wav\n");
+}
+
+// Meters.
+
+struct MeterRow {
+    double timeS;
+    std::vector<double> meters;
+};
+
+std::vector<MeterRow> meterRows(const std::string& content) {
+    std::istringstream lines(content);
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_EQ(line, "time_s,mtGL,mtGR,mtIR,mtOR");
+    std::vector<MeterRow> rows;
+    while (std::getline(lines, line)) {
+        std::istringstream fields(line);
+        MeterRow row{};
+        fields >> row.timeS;
+        for (double meter = 0.0; fields.ignore(1, ',') >> meter;) {
+            row.meters.push_back(meter);
+        }
+        EXPECT_EQ(row.meters.size(), 4U) << line;
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+TEST_F(RenderSettings, MetersAreWrittenPerBlock) {
+    const json summary = json::parse(render({"--json", "--block", "1000", "--meters", "m.csv"}));
+    const auto rows = meterRows(readFile(path("m.csv")));
+    ASSERT_EQ(rows.size(), 5U);
+    double largest = 0.0;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_NEAR(rows[i].timeS, static_cast<double>(i) * 1000.0 / 48000.0, 1e-6);
+        largest = std::max({largest, rows[i].meters[0], rows[i].meters[1]});
+        EXPECT_GT(rows[i].meters[2], 0.0);
+        EXPECT_GT(rows[i].meters[3], 0.0);
+    }
+    EXPECT_GT(largest, 0.0);
+    EXPECT_NEAR(summary["gain_reduction_db"].get<double>(), 32.0 * largest, 1e-4);
+}
+
+TEST_F(RenderSettings, MetersCoverMovesWithinABlock) {
+    writeFile(path("moves.csv"), "0.01,Hot,1\n0.02,Hot,0\n");
+    render({"--block", "1000", "--meters", "m.csv", "--automate", "moves.csv"});
+    EXPECT_EQ(meterRows(readFile(path("m.csv"))).size(), 5U);
+}
+
+TEST_F(RenderSettings, MetersShowTheirOwnBlockAlone) {
+    // Silence in the second half: what the first half showed must not linger.
+    auto sound = readReals(path("in.wav"));
+    std::fill(sound.reals.begin() + kInputFrames, sound.reals.end(), 0.0);
+    writeSound(path("half.wav"), sound);
+    varnoOut({"render", "--block", "480", "--tail", "2", "--meters", "m.csv", "half.wav", "out.wav"});
+    const auto rows = meterRows(readFile(path("m.csv")));
+    ASSERT_EQ(rows.size(), 210U);
+    EXPECT_GT(rows[0].meters[0], 0.0);
+    EXPECT_LT(rows.back().meters[0], 0.01 * rows[4].meters[0]);
+}
+
+} // namespace
+} // namespace varno::test

@@ -1,0 +1,64 @@
+#ifndef VARNO_TESTS_APPS_VARNO_SESSION_FAKEJACK_H
+#define VARNO_TESTS_APPS_VARNO_SESSION_FAKEJACK_H
+
+#include "Session/JackBackend.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// A JACK library that a test is the server of.
+
+namespace varno::test {
+
+/// One at a time: the library's functions know no object.
+class FakeJack {
+public:
+    struct Port {
+        std::string name;
+        unsigned long flags = 0;
+        std::vector<float> samples;
+        jack_latency_range_t capture{0, 0};
+        jack_latency_range_t playback{0, 0};
+    };
+
+    FakeJack();
+    FakeJack(const FakeJack&) = delete;
+    FakeJack& operator=(const FakeJack&) = delete;
+    ~FakeJack();
+
+    static JackFunctions functions();
+    Port& port(const std::string& name);
+
+    // What the server is like.
+    jack_status_t refusal{}; ///< Of clients; none where it is 0.
+    bool refusesPorts = false;
+    bool refusesToStart = false;
+    jack_nframes_t rateHz = 44'100;
+    jack_nframes_t periodFrames = 128;
+    std::vector<const char*> captures = {"system:capture_1", "system:capture_2"};
+    std::vector<const char*> playbacks = {"system:playback_1", "system:playback_2"};
+
+    // What the client has done.
+    std::string clientName;
+    jack_options_t options{};
+    bool isActive = false;
+    bool isClosed = false;
+    std::vector<std::unique_ptr<Port>> ports;
+    std::vector<std::pair<std::string, std::string>> connections;
+
+    // What it wants to be called with.
+    JackProcessCallback process = nullptr;
+    JackXRunCallback xrun = nullptr;
+    JackBufferSizeCallback bufferSize = nullptr;
+    JackSampleRateCallback sampleRate = nullptr;
+    JackLatencyCallback latency = nullptr;
+    JackInfoShutdownCallback shutdown = nullptr;
+    void* self = nullptr;
+};
+
+} // namespace varno::test
+
+#endif

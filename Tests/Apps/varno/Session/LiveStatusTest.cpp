@@ -1,0 +1,55 @@
+#include "Session/LiveStatus.h"
+#include "Tests/Apps/varno/Support/ErrorText.h"
+
+#include <gtest/gtest.h>
+
+namespace varno::test {
+namespace {
+
+TEST(LiveWatch, TellsOverrunsOnce) {
+    LiveStatus status(48'000.0, 256);
+    LiveWatch watch(status, "Fake");
+    EXPECT_EQ(watch.newOverruns(), std::nullopt);
+    status.countOverrun();
+    EXPECT_EQ(watch.newOverruns(), "1 overrun so far: the sound was interrupted");
+    EXPECT_EQ(watch.newOverruns(), std::nullopt);
+    status.countOverrun();
+    status.countOverrun();
+    EXPECT_EQ(watch.newOverruns(), "3 overruns so far: the sound was interrupted");
+    EXPECT_EQ(watch.overruns(), 3);
+}
+
+TEST(LiveWatch, FollowsTheRate) {
+    LiveStatus status(48'000.0, 256);
+    LiveWatch watch(status, "Fake");
+    EXPECT_FALSE(watch.hasNewRate());
+    status.setRate(96'000.0);
+    EXPECT_TRUE(watch.hasNewRate());
+    EXPECT_EQ(watch.rateHz(), 48'000.0);
+    EXPECT_EQ(watch.followRate(), 96'000.0);
+    EXPECT_EQ(watch.rateHz(), 96'000.0);
+    EXPECT_FALSE(watch.hasNewRate());
+}
+
+TEST(LiveWatch, TheEndIsAnError) {
+    LiveStatus status(48'000.0, 256);
+    const LiveWatch watch(status, "Fake client varno");
+    watch.requireRunning();
+    status.end("it fell over");
+    status.end("and broke");
+    EXPECT_EQ(errorText(kExitWorkFailed, [&] { watch.requireRunning(); }),
+              "Fake client varno: the sound system has ended (it fell over)");
+}
+
+TEST(LiveWatch, TheReasonMayBeMissingOrLong) {
+    LiveStatus silent(48'000.0, 256);
+    silent.end("");
+    EXPECT_EQ(errorText(kExitWorkFailed, [&] { LiveWatch(silent, "Fake").requireRunning(); }),
+              "Fake: the sound system has ended");
+    LiveStatus talkative(48'000.0, 256);
+    talkative.end(std::string(1000, 'x'));
+    EXPECT_EQ(talkative.ending(), std::string(LiveStatus::kMostReason, 'x'));
+}
+
+} // namespace
+} // namespace varno::test
