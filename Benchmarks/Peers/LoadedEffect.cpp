@@ -16,7 +16,6 @@
 #include <string>
 
 namespace varno::bench {
-namespace {
 
 template<auto kFree>
 struct Freed {
@@ -27,9 +26,21 @@ struct Freed {
 };
 template<class T, auto kFree>
 using Owned = std::unique_ptr<T, Freed<kFree>>;
+
+// Bytes of an event port: what a host typically offers.
+constexpr std::size_t kEventBytes = 8192;
+
+// An event port's memory.
+struct alignas(8) EventPortMemory {
+    std::array<std::byte, kEventBytes> bytes{};
+
+    LV2_Atom_Sequence& sequence() { return *reinterpret_cast<LV2_Atom_Sequence*>(bytes.data()); }
+};
+
+namespace {
+
 using World = Owned<LilvWorld, lilv_world_free>;
 using Node = Owned<LilvNode, lilv_node_free>;
-using Instance = Owned<LilvInstance, lilv_instance_free>;
 
 // What is installed, read once.
 LilvWorld* world() {
@@ -53,16 +64,6 @@ const LilvPlugin* findEffect(const Peer& peer) {
     }
     return found;
 }
-
-// Bytes of an event port: what a host typically offers.
-constexpr std::size_t kEventBytes = 8192;
-
-// An event port's memory.
-struct alignas(8) Events {
-    std::array<std::byte, kEventBytes> bytes{};
-
-    LV2_Atom_Sequence& sequence() { return *reinterpret_cast<LV2_Atom_Sequence*>(bytes.data()); }
-};
 
 } // namespace
 
@@ -118,7 +119,7 @@ struct LoadedEffect::Parts {
             return buffers.back().get();
         }
         if (is(port, LV2_ATOM__AtomPort)) {
-            events.push_back(std::make_unique<Events>());
+            events.push_back(std::make_unique<EventPortMemory>());
             (isInput ? eventInputs : eventOutputs).push_back(events.back().get());
             return events.back().get();
         }
@@ -132,10 +133,10 @@ struct LoadedEffect::Parts {
 
     // Nothing comes in, and there is room for what goes out.
     void emptyEvents() {
-        for (Events* const input : eventInputs) {
+        for (EventPortMemory* const input : eventInputs) {
             input->sequence() = {{sizeof(LV2_Atom_Sequence_Body), sequenceType}, {0, 0}};
         }
-        for (Events* const output : eventOutputs) {
+        for (EventPortMemory* const output : eventOutputs) {
             output->sequence() = {{kEventBytes - sizeof(LV2_Atom), chunkType}, {0, 0}};
         }
     }
@@ -149,10 +150,10 @@ struct LoadedEffect::Parts {
     std::vector<float> controls; // By port.
     std::vector<std::unique_ptr<float[]>> inputs;
     std::vector<std::unique_ptr<float[]>> outputs;
-    std::vector<std::unique_ptr<Events>> events;
-    std::vector<Events*> eventInputs;
-    std::vector<Events*> eventOutputs;
-    Instance instance;
+    std::vector<std::unique_ptr<EventPortMemory>> events;
+    std::vector<EventPortMemory*> eventInputs;
+    std::vector<EventPortMemory*> eventOutputs;
+    Owned<LilvInstance, lilv_instance_free> instance;
 };
 
 LoadedEffect::LoadedEffect(const Peer& peer, double sampleRateHz, std::int32_t bufferFrames)
