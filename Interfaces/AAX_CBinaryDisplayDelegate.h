@@ -36,7 +36,7 @@ public:
 
 private:
     struct StringTable {
-        int32_t mMaxChars;
+        int32_t mMaxChars = 0;
         AAX_CString mFalseString;
         AAX_CString mTrueString;
     };

@@ -13,7 +13,8 @@ constexpr std::size_t kWord = sizeof(float);
 
 using Context = SDemoGain_Alg_Context;
 static_assert(std::is_standard_layout_v<Context> && std::is_trivial_v<Context>);
-static_assert(eAlgFieldID_Count == 30 && sizeof(Context) == eAlgFieldID_Count * kPointer);
+constexpr int kFields = 30;
+static_assert(eAlgFieldID_Count == kFields && sizeof(Context) == eAlgFieldID_Count * kPointer);
 static_assert(offsetof(Context, mBypass) == eAlgFieldID_Bypass * kPointer);
 static_assert(offsetof(Context, mGainDB) == eAlgFieldID_GainDB * kPointer);
 static_assert(offsetof(Context, mGainLin) == eAlgFieldID_GainLin * kPointer);
@@ -45,6 +46,7 @@ static_assert(offsetof(Context, mBufferSize) == eAlgFieldID_BufferSize * kPointe
 static_assert(offsetof(Context, mSampleRate) == eAlgFieldID_SampleRate * kPointer);
 static_assert(offsetof(Context, mState) == eAlgFieldID_State * kPointer);
 
+// NOLINTBEGIN(readability-magic-numbers): the places of the words are the definition
 using State = SDemoGain_Alg_State;
 static_assert(std::is_standard_layout_v<State> && std::is_trivial_v<State>);
 static_assert(sizeof(float) == sizeof(uint32_t) && sizeof(State) == 98 * kWord);
@@ -67,6 +69,7 @@ static_assert(offsetof(State, mClipGain) == 93 * kWord);
 static_assert(offsetof(State, mInAvg) == 95 * kWord);
 static_assert(offsetof(State, mOutAvg) == 96 * kWord);
 static_assert(offsetof(State, mClipCoef) == 97 * kWord);
+// NOLINTEND(readability-magic-numbers)
 
 // Chosen when the module is loaded: querying the processor's features takes too long for the audio thread.
 const SDemoGain_Routine& kRoutine = DemoGain_ChooseRoutine();

@@ -7,9 +7,6 @@
 
 #include <cstdint>
 
-/// The sample rate that all time constants of the effect are given for, but for that of the DC blocker.
-inline constexpr double kDemoGain_ReferenceRateHz = 48000.0;
-
 /// The meter taps of field eAlgFieldID_Meters, in their order.
 enum EMeterTap : int32_t {
     eMeterTap_GainReductionLeft = 0, ///< 1.0 is 32 dB of reduction.

@@ -2,6 +2,7 @@
 
 #include "DemoGain_Alg.h"
 #include "DemoGain_ParameterTable.h"
+#include "DemoGain_SampleRates.h"
 
 #include <cmath>
 #include <iterator>
@@ -11,7 +12,9 @@ namespace {
 // "Gain" and "Volume" are linear in dB. Their limits are whole numbers, which single precision holds exactly.
 constexpr auto kLeastLevelDB = static_cast<float>(kDemoGain_Level.mLow);
 constexpr auto kLevelRangeDB = static_cast<float>(kDemoGain_Level.mHigh - kDemoGain_Level.mLow);
-static_assert(kLeastLevelDB == -20.0F && kLevelRangeDB == 40.0F);
+static_assert(kLeastLevelDB == -20.0F && kLevelRangeDB == 2 * 20.0F);
+// A level in dB, times this, is its exponent to the base 10: 20 dB are a factor of 10.
+constexpr double kDecadesPerDB = 0.05; // fixed by definition: a division by 20 would round otherwise
 
 // Start of the knee of every gain curve.
 constexpr float kThresholdDB = -30.0F;
@@ -126,7 +129,7 @@ float DemoGain_LevelDB(float normalized) {
 }
 
 float DemoGain_LevelLin(float dB) {
-    return static_cast<float>(std::pow(10.0, static_cast<double>(dB) * 0.05));
+    return static_cast<float>(std::pow(10.0, static_cast<double>(dB) * kDecadesPerDB));
 }
 
 int DemoGain_CurveIndex(float ratio) {
@@ -136,7 +139,7 @@ int DemoGain_CurveIndex(float ratio) {
 }
 
 SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& values, double sampleRate) {
-    const double rateScale = kDemoGain_ReferenceRateHz / sampleRate;
+    const double rateScale = DemoGain_SampleRates::kReferenceHz / sampleRate;
     const double attack = values.mAttack;
     const double release = values.mRelease;
     const double x = 1.0 - (1.0 - release) * attack;
@@ -156,7 +159,7 @@ SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& valu
 }
 
 SDemoGain_Times DemoGain_ComputeTimes(const SDemoGain_DynamicsValues& values, double sampleRate) {
-    const FollowerCoefs coefs = followerCoefs(values, kDemoGain_ReferenceRateHz / sampleRate);
+    const FollowerCoefs coefs = followerCoefs(values, DemoGain_SampleRates::kReferenceHz / sampleRate);
     constexpr double kMsPerSecond = 1000.0;
     // A coefficient c per sample leaves c^n of a change after n samples.
     const auto milliseconds = [sampleRate](double coef) {

@@ -31,30 +31,30 @@ inline constexpr char cDemoGain_AutoGainID[] = "ASw";
 
 /// How real and normalized values are related.
 enum class EDemoGain_Taper {
-    Binary, ///< The parameter is a bool.
-    Linear, ///< The parameter is a float from 0 to 1, so that both are the same.
+    kBinary, ///< The parameter is a bool.
+    kLinear, ///< The parameter is a float from 0 to 1, so that both are the same.
 };
 
 /// What a host shows as the value.
 enum class EDemoGain_Display {
-    BypassOn,    ///< What the effect does at either value of a bool: "bypass" for false, "on" for true.
-    TwoDecimals, ///< The number.
+    kBypassOn,    ///< What the effect does at either value of a bool: "bypass" for false, "on" for true.
+    kTwoDecimals, ///< The number.
 };
 
 /// What computes the packet of a field.
 enum class EDemoGain_Packet {
-    SingleValue, ///< The parameter's value, unchanged.
-    Gain,
-    Decay,
-    TimeConsts,
+    kSingleValue, ///< The parameter's value, unchanged.
+    kGain,
+    kDecay,
+    kTimeConsts,
 };
 
 /// How a normalized value becomes a value in a unit.
 enum class EDemoGain_Conversion {
-    Linear,      ///< From mLow at 0 to mHigh at 1.
-    AttackTime,  ///< The time constant of the attack, which the choice of the curve changes as well.
-    ReleaseTime, ///< The time constant of the release, which the curve and "UK" change as well.
-    Choice,      ///< One of mTexts, at equal distances.
+    kLinear,      ///< From mLow at 0 to mHigh at 1.
+    kAttackTime,  ///< The time constant of the attack, which the choice of the curve changes as well.
+    kReleaseTime, ///< The time constant of the release, which the curve and "UK" change as well.
+    kChoice,      ///< One of mTexts, at equal distances.
 };
 
 /// How people write a value.
@@ -77,6 +77,7 @@ using DemoGain_Place = int;
 inline constexpr DemoGain_Place kDemoGain_Nowhere = -1;
 
 /// One parameter. The order of the rows is that of the parameters' indices.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what has no default must stand in each row
 struct SDemoGain_Parameter {
     const char* mIdentifier; ///< What hosts, chunks and presets call it.
     const char* mName;       ///< What a host shows as its name.
@@ -123,16 +124,16 @@ inline constexpr const char* kDemoGain_CurveTexts[] = {"1", "2", "3", "4", "5", 
 
 /// The units. A level is 0 dB in the middle of its range.
 inline constexpr SDemoGain_Unit kDemoGain_Level = {
-    .mConversion = EDemoGain_Conversion::Linear, .mSymbol = "dB", .mLow = -20.0, .mHigh = 20.0};
+    .mConversion = EDemoGain_Conversion::kLinear, .mSymbol = "dB", .mLow = -20.0, .mHigh = 20.0};
 inline constexpr SDemoGain_Unit kDemoGain_Percent = {
-    .mConversion = EDemoGain_Conversion::Linear, .mSymbol = "%", .mLow = 0.0, .mHigh = 100.0};
-inline constexpr SDemoGain_Unit kDemoGain_AttackTime = {.mConversion = EDemoGain_Conversion::AttackTime,
+    .mConversion = EDemoGain_Conversion::kLinear, .mSymbol = "%", .mLow = 0.0, .mHigh = 100.0};
+inline constexpr SDemoGain_Unit kDemoGain_AttackTime = {.mConversion = EDemoGain_Conversion::kAttackTime,
                                                         .mSymbol = "ms"};
-inline constexpr SDemoGain_Unit kDemoGain_ReleaseTime = {.mConversion = EDemoGain_Conversion::ReleaseTime,
+inline constexpr SDemoGain_Unit kDemoGain_ReleaseTime = {.mConversion = EDemoGain_Conversion::kReleaseTime,
                                                          .mSymbol = "ms"};
-inline constexpr SDemoGain_Unit kDemoGain_OnOff = {.mConversion = EDemoGain_Conversion::Choice,
+inline constexpr SDemoGain_Unit kDemoGain_OnOff = {.mConversion = EDemoGain_Conversion::kChoice,
                                                    .mTexts = kDemoGain_SwitchTexts};
-inline constexpr SDemoGain_Unit kDemoGain_Curve = {.mConversion = EDemoGain_Conversion::Choice,
+inline constexpr SDemoGain_Unit kDemoGain_Curve = {.mConversion = EDemoGain_Conversion::kChoice,
                                                    .mTexts = kDemoGain_CurveTexts};
 
 /// What the status line shows of a level, and of the other knobs.
@@ -144,15 +145,15 @@ inline constexpr SDemoGain_StatusScale kDemoGain_Hundred = {100.0, 0.0};
 inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
     {.mIdentifier = cDemoGain_MasterBypassID, .mName = "Master Bypass",
      .mType = AAX_eParameterType_Discrete, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Binary, .mDisplay = EDemoGain_Display::BypassOn,
-     .mField = eAlgFieldID_Bypass, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kBinary, .mDisplay = EDemoGain_Display::kBypassOn,
+     .mField = eAlgFieldID_Bypass, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 0, .mUnit = kDemoGain_OnOff,
      .mHelp = "Passes the input through; reads \"bypass\" at 0 and \"on\" at 1."},
 
     {.mIdentifier = cDemoGain_GainID, .mName = "Gain",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_GainDB, .mPacket = EDemoGain_Packet::Gain,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_GainDB, .mPacket = EDemoGain_Packet::kGain,
      .mPacketPlace = 1, .mControlPlace = 0, .mUpdatePlace = 1, .mPresetPlace = 0,
      .mUnit = kDemoGain_Level, .mPresetLabel = "Gain",
      .mStatus = "Gain", .mStatusScale = kDemoGain_Bipolar, .mRestartsMatching = true,
@@ -161,8 +162,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = "HP", .mName = "HP",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_HP, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_HP, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 3, .mControlPlace = 6, .mUpdatePlace = 3, .mPresetPlace = 2,
      .mUnit = kDemoGain_OnOff, .mPresetLabel = "Hipass",
      .mStatus = "Hi Pass", .mRestartsMatching = true,
@@ -171,8 +172,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = "Band", .mName = "Band",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_Band, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_Band, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 4, .mControlPlace = 7, .mUpdatePlace = 4, .mPresetPlace = 3,
      .mUnit = kDemoGain_OnOff, .mPresetLabel = "Band", .mEndsPresetLine = true,
      .mStatus = "Band Pass", .mRestartsMatching = true,
@@ -181,8 +182,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = cDemoGain_AttackID, .mName = "Atk",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::kTimeConsts,
      .mPacketPlace = 8, .mControlPlace = 2, .mUpdatePlace = 5, .mPresetPlace = 4,
      .mUnit = kDemoGain_AttackTime, .mPresetLabel = "Attack",
      .mStatus = "Attack", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
@@ -191,8 +192,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = cDemoGain_ReleaseID, .mName = "Rls",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::kTimeConsts,
      .mPacketPlace = 9, .mControlPlace = 3, .mUpdatePlace = 6, .mPresetPlace = 5,
      .mUnit = kDemoGain_ReleaseTime, .mPresetLabel = "Release",
      .mStatus = "Release", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
@@ -201,8 +202,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = cDemoGain_AutoGainID, .mName = "Auto",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_Auto, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_Auto, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 5, .mControlPlace = 9, .mUpdatePlace = 0, .mPresetPlace = 10,
      .mUnit = kDemoGain_OnOff, .mPresetLabel = "Auto",
      .mStatus = "Auto Gain",
@@ -211,8 +212,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = cDemoGain_UKID, .mName = "UK",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::kTimeConsts,
      .mPacketPlace = 11, .mControlPlace = 8, .mUpdatePlace = 7, .mPresetPlace = 6,
      .mUnit = kDemoGain_OnOff, .mPresetLabel = "UK",
      .mStatus = "UK Mode", .mRestartsMatching = true,
@@ -221,8 +222,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = cDemoGain_VolumeID, .mName = "Vol",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.5F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_VolumeDB, .mPacket = EDemoGain_Packet::Decay,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_VolumeDB, .mPacket = EDemoGain_Packet::kDecay,
      .mPacketPlace = 2, .mControlPlace = 1, .mUpdatePlace = 2, .mPresetPlace = 1,
      .mUnit = kDemoGain_Level, .mPresetLabel = "Volume",
      .mStatus = "Volume", .mStatusScale = kDemoGain_Bipolar,
@@ -231,8 +232,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = "Hot", .mName = "Hot",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.07F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_Hot, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_Hot, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 6, .mControlPlace = 4, .mUpdatePlace = 10, .mPresetPlace = 7,
      .mUnit = kDemoGain_Percent, .mPresetLabel = "Hottitude", .mEndsPresetLine = true,
      .mStatus = "Hottitude", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
@@ -241,8 +242,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = cDemoGain_RatioID, .mName = "Ratio",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_CurveSteps, .mDefault = 0.5F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::TimeConsts,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_AttackCoef, .mPacket = EDemoGain_Packet::kTimeConsts,
      .mPacketPlace = 10, .mControlPlace = 12, .mUpdatePlace = 11, .mPresetPlace = 8,
      .mUnit = kDemoGain_Curve, .mPresetLabel = "Ratio",
      .mStatus = "Ratio", .mRestartsMatching = true,
@@ -251,8 +252,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = "Mix", .mName = "Mix",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_KnobSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_Mix, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_Mix, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 7, .mControlPlace = 5, .mUpdatePlace = 12, .mPresetPlace = 9,
      .mUnit = kDemoGain_Percent, .mPresetLabel = "Mix",
      .mStatus = "Mix", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
@@ -261,8 +262,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = "HSw", .mName = "HarmSw",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_HarmSw, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_HarmSw, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 12, .mControlPlace = 11, .mUpdatePlace = 9, .mPresetPlace = 11,
      .mUnit = kDemoGain_OnOff, .mPresetLabel = "HarmSw", .mEndsPresetLine = true,
      .mStatus = "Harmonic select",
@@ -271,8 +272,8 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
     {.mIdentifier = "LinkSw", .mName = "LinkSw",
      .mType = AAX_eParameterType_Continuous, .mSteps = kDemoGain_SwitchSteps, .mDefault = 0.0F,
-     .mTaper = EDemoGain_Taper::Linear, .mDisplay = EDemoGain_Display::TwoDecimals,
-     .mField = eAlgFieldID_LinkSw, .mPacket = EDemoGain_Packet::SingleValue,
+     .mTaper = EDemoGain_Taper::kLinear, .mDisplay = EDemoGain_Display::kTwoDecimals,
+     .mField = eAlgFieldID_LinkSw, .mPacket = EDemoGain_Packet::kSingleValue,
      .mPacketPlace = 13, .mControlPlace = 10, .mUpdatePlace = 8, .mPresetPlace = 12,
      .mUnit = kDemoGain_OnOff, .mPresetLabel = "LinkSw", .mEndsPresetLine = true,
      .mStatus = "Stereo Link",
@@ -325,13 +326,13 @@ consteval bool DemoGain_IsTableSound() {
         if (DemoGain_FindParameter(row.mIdentifier) != &row) {
             throw "two parameters have one identifier";
         }
-        if ((row.mTaper == EDemoGain_Taper::Binary) != (row.mDisplay == EDemoGain_Display::BypassOn)) {
+        if ((row.mTaper == EDemoGain_Taper::kBinary) != (row.mDisplay == EDemoGain_Display::kBypassOn)) {
             throw "taper and display are of two value types";
         }
         if (row.mPacketPlace == kDemoGain_Nowhere || row.mField >= kAlgNumDataInPorts) {
             throw "a parameter has no packet, or one for a field that is no data-in port";
         }
-        if (row.mUnit.mConversion == EDemoGain_Conversion::Choice && row.mUnit.mTexts.size() != row.mSteps) {
+        if (row.mUnit.mConversion == EDemoGain_Conversion::kChoice && row.mUnit.mTexts.size() != row.mSteps) {
             throw "a step has no text";
         }
         if ((row.mPresetPlace != kDemoGain_Nowhere) != (row.mPresetLabel != nullptr)) {

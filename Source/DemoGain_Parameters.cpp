@@ -10,6 +10,7 @@
 #include "DemoGain_Alg.h"
 #include "DemoGain_Coefficients.h"
 #include "DemoGain_ParameterTable.h"
+#include "DemoGain_SampleRates.h"
 
 #include <cmath>
 #include <memory>
@@ -18,7 +19,7 @@
 namespace {
 
 // Sample rate in Hz where the host reports none.
-constexpr double kFallbackSampleRate = 48000.0;
+constexpr double kFallbackSampleRate = DemoGain_SampleRates::kReferenceHz;
 constexpr uint32_t kDecimals = 2;
 
 static_assert(std::string_view(cDemoGain_MasterBypassID) == cDefaultMasterBypassID,
@@ -37,7 +38,7 @@ std::unique_ptr<AAX_IParameter> MakeFloat(const SDemoGain_Parameter& row) {
 }
 
 std::unique_ptr<AAX_IParameter> MakeParameter(const SDemoGain_Parameter& row) {
-    auto parameter = row.mTaper == EDemoGain_Taper::Binary ? MakeBool(row) : MakeFloat(row);
+    auto parameter = row.mTaper == EDemoGain_Taper::kBinary ? MakeBool(row) : MakeFloat(row);
     parameter->SetNumberOfSteps(row.mSteps);
     parameter->SetType(row.mType);
     return parameter;
@@ -65,17 +66,17 @@ AAX_Result DemoGain_Parameters::EffectInit() {
 void DemoGain_Parameters::RegisterPacket(const SDemoGain_Parameter& row) {
     AAX_CPacketDispatcher& dispatcher = mPacketDispatcher;
     switch (row.mPacket) {
-    case EDemoGain_Packet::SingleValue:
+    case EDemoGain_Packet::kSingleValue:
         dispatcher.RegisterPacket(row.mIdentifier, row.mField);
         break;
-    case EDemoGain_Packet::Gain:
+    case EDemoGain_Packet::kGain:
         dispatcher.RegisterPacket(row.mIdentifier, row.mField, this, &DemoGain_Parameters::UpdatePacket_Gain);
         break;
-    case EDemoGain_Packet::Decay:
+    case EDemoGain_Packet::kDecay:
         dispatcher.RegisterPacket(row.mIdentifier, row.mField, this,
                                   &DemoGain_Parameters::UpdatePacket_Decay);
         break;
-    case EDemoGain_Packet::TimeConsts:
+    case EDemoGain_Packet::kTimeConsts:
         dispatcher.RegisterPacket(row.mIdentifier, row.mField, this,
                                   &DemoGain_Parameters::UpdatePacket_TimeConsts);
         break;

@@ -23,7 +23,7 @@ double TimeMs(EDemoGain_Conversion conversion, double normalized, const Settings
     const SDemoGain_Times times = DemoGain_ComputeTimes(
         {.mAttack = value, .mRelease = value, .mUK = settings.mUK, .mRatio = settings.mRatio},
         settings.mSampleRateHz);
-    return conversion == EDemoGain_Conversion::AttackTime ? times.mAttackMs : times.mReleaseMs;
+    return conversion == EDemoGain_Conversion::kAttackTime ? times.mAttackMs : times.mReleaseMs;
 }
 
 // The lowest normalized value with this time: the first interval in which the time is reached, halved until
@@ -51,7 +51,7 @@ std::size_t ChoiceOf(const SDemoGain_Parameter& parameter, double normalized) {
     if (last == 1) {
         return normalized > 0.5 ? 1 : 0;
     }
-    return static_cast<std::size_t>(normalized * static_cast<double>(last) + 0.5);
+    return static_cast<std::size_t>(std::floor(normalized * static_cast<double>(last) + 0.5));
 }
 
 std::string Fixed(double value, int decimals) {
@@ -132,8 +132,8 @@ std::optional<double> ParseNumber(const SDemoGain_Unit& unit, std::string_view t
     if (number->mUnit.empty() || IsSame(number->mUnit, unit.mSymbol)) {
         return number->mValue;
     }
-    const bool isTime = unit.mConversion == EDemoGain_Conversion::AttackTime ||
-                        unit.mConversion == EDemoGain_Conversion::ReleaseTime;
+    const bool isTime = unit.mConversion == EDemoGain_Conversion::kAttackTime ||
+                        unit.mConversion == EDemoGain_Conversion::kReleaseTime;
     return isTime && IsSame(number->mUnit, "s") ? std::optional(number->mValue * kMsPerSecond) : std::nullopt;
 }
 
@@ -143,12 +143,12 @@ double InUnit(const SDemoGain_Parameter& parameter, double normalized, const Set
     const SDemoGain_Unit& unit = parameter.mUnit;
     const double value = Limited(normalized);
     switch (unit.mConversion) {
-    case EDemoGain_Conversion::AttackTime:
-    case EDemoGain_Conversion::ReleaseTime:
+    case EDemoGain_Conversion::kAttackTime:
+    case EDemoGain_Conversion::kReleaseTime:
         return TimeMs(unit.mConversion, value, settings);
-    case EDemoGain_Conversion::Choice:
+    case EDemoGain_Conversion::kChoice:
         return static_cast<double>(ChoiceOf(parameter, value));
-    case EDemoGain_Conversion::Linear:
+    case EDemoGain_Conversion::kLinear:
         break;
     }
     return unit.mLow + value * (unit.mHigh - unit.mLow);
@@ -157,12 +157,12 @@ double InUnit(const SDemoGain_Parameter& parameter, double normalized, const Set
 double Normalized(const SDemoGain_Parameter& parameter, double inUnit, const Settings& settings) {
     const SDemoGain_Unit& unit = parameter.mUnit;
     switch (unit.mConversion) {
-    case EDemoGain_Conversion::AttackTime:
-    case EDemoGain_Conversion::ReleaseTime:
+    case EDemoGain_Conversion::kAttackTime:
+    case EDemoGain_Conversion::kReleaseTime:
         return NormalizedTime(unit.mConversion, inUnit, settings);
-    case EDemoGain_Conversion::Choice:
+    case EDemoGain_Conversion::kChoice:
         return Limited(inUnit / static_cast<double>(unit.mTexts.size() - 1));
-    case EDemoGain_Conversion::Linear:
+    case EDemoGain_Conversion::kLinear:
         break;
     }
     return Limited((inUnit - unit.mLow) / (unit.mHigh - unit.mLow));
@@ -172,12 +172,12 @@ std::string Write(const SDemoGain_Parameter& parameter, double normalized, const
     const SDemoGain_Unit& unit = parameter.mUnit;
     const double value = InUnit(parameter, normalized, settings);
     switch (unit.mConversion) {
-    case EDemoGain_Conversion::AttackTime:
-    case EDemoGain_Conversion::ReleaseTime:
+    case EDemoGain_Conversion::kAttackTime:
+    case EDemoGain_Conversion::kReleaseTime:
         return WriteTime(value);
-    case EDemoGain_Conversion::Choice:
+    case EDemoGain_Conversion::kChoice:
         return unit.mTexts[static_cast<std::size_t>(value)];
-    case EDemoGain_Conversion::Linear:
+    case EDemoGain_Conversion::kLinear:
         break;
     }
     return WriteLinear(unit, value);
@@ -186,7 +186,7 @@ std::string Write(const SDemoGain_Parameter& parameter, double normalized, const
 std::optional<double> Parse(const SDemoGain_Parameter& parameter, std::string_view text,
                             const Settings& settings) {
     const SDemoGain_Unit& unit = parameter.mUnit;
-    const std::optional<double> value = unit.mConversion == EDemoGain_Conversion::Choice
+    const std::optional<double> value = unit.mConversion == EDemoGain_Conversion::kChoice
                                             ? ParseChoice(unit, Trimmed(text))
                                             : ParseNumber(unit, Trimmed(text));
     return value ? std::optional(Normalized(parameter, *value, settings)) : std::nullopt;

@@ -4,6 +4,7 @@
 #define VARNO_SOURCE_DEMOGAIN_VALUETEXT_H
 
 #include "DemoGain_ParameterTable.h"
+#include "DemoGain_SampleRates.h"
 
 #include <optional>
 #include <string>
@@ -13,9 +14,10 @@ namespace DemoGain_ValueText {
 
 /// What the times depend on besides the value of their own parameter.
 struct Settings {
-    float mRatio = 0.5F;            ///< "Ratio", normalized.
-    float mUK = 0.0F;               ///< "UK", normalized.
-    double mSampleRateHz = 48000.0; ///< Matters to the attack of the last curve only.
+    float mRatio = 0.5F; ///< "Ratio", normalized.
+    float mUK = 0.0F;    ///< "UK", normalized.
+    double mSampleRateHz =
+        DemoGain_SampleRates::kReferenceHz; ///< Matters to the attack of the last curve only.
 };
 
 /// A normalized value in the parameter's unit: dB, percent, milliseconds, or the place of a choice, from 0.

@@ -16,7 +16,7 @@
 namespace DemoGain_ViewLayout {
 
 /// The drawn parts of the editor.
-enum class Art { Background, Knob, MeterOff, MeterOn, Switch, Ratio, Copy, Paste };
+enum class Art { kBackground, kKnob, kMeterOff, kMeterOn, kSwitch, kRatio, kCopy, kPaste };
 
 /// A bitmap in the bundle's resources: pictures of one size stacked vertically.
 struct Bitmap {
@@ -29,14 +29,14 @@ struct Bitmap {
 
 /// In the order in which they are loaded.
 inline constexpr Bitmap kBitmaps[] = {
-    {Art::Background, "Varno_simple_sfondo.png", 690, 390, 1},
-    {Art::Knob, "Varno_simple_knob.png", 62, 62, 131},
-    {Art::MeterOff, "Varno_GRmeter_off.png", 336, 16, 1},
-    {Art::MeterOn, "Varno_GRmeter_on.png", 336, 16, 1},
-    {Art::Switch, "Varno_simple_switch.png", 36, 24, 2},
-    {Art::Ratio, "Varno_simple_ratio.png", 232, 30, 8},
-    {Art::Copy, "Varno_PresetPulsCopy.png", 120, 20, 2},
-    {Art::Paste, "Varno_PresetPulsPaste.png", 120, 20, 2},
+    {Art::kBackground, "Varno_simple_sfondo.png", 690, 390, 1},
+    {Art::kKnob, "Varno_simple_knob.png", 62, 62, 131},
+    {Art::kMeterOff, "Varno_GRmeter_off.png", 336, 16, 1},
+    {Art::kMeterOn, "Varno_GRmeter_on.png", 336, 16, 1},
+    {Art::kSwitch, "Varno_simple_switch.png", 36, 24, 2},
+    {Art::kRatio, "Varno_simple_ratio.png", 232, 30, 8},
+    {Art::kCopy, "Varno_PresetPulsCopy.png", 120, 20, 2},
+    {Art::kPaste, "Varno_PresetPulsPaste.png", 120, 20, 2},
 };
 
 /// What a file of twice the size is marked with: name#2.0x.png.
@@ -50,10 +50,10 @@ constexpr const Bitmap& BitmapOf(Art art) {
 /// Steps of a meter.
 inline constexpr int kMeterSteps = 16;
 
-enum class Kind { Knob, OnOffButton, RatioSwitch, KickButton, Meter };
+enum class Kind { kKnob, kOnOffButton, kRatioSwitch, kKickButton, kMeter };
 
 /// The side of a control on which its name is lettered; nowhere for what carries its text itself.
-enum class NameSide { None, Below, Left, Right };
+enum class NameSide { kNone, kBelow, kLeft, kRight };
 
 /// No tag: the control does not notify its listener.
 inline constexpr int32_t kNoTag = -1;
@@ -71,27 +71,27 @@ struct Control {
 
 /// The controls of parameters, in any order: the parameter's row decides when each is added.
 inline constexpr Control kParameterControls[] = {
-    {Kind::Knob, 24, 56, Art::Knob, 3, "Gain", NameSide::Below},
-    {Kind::OnOffButton, 161, 77, Art::Switch, 4, "HP", NameSide::Below},
-    {Kind::OnOffButton, 212, 77, Art::Switch, 5, "Band", NameSide::Below},
-    {Kind::Knob, 269, 56, Art::Knob, 6, "Atk", NameSide::Below},
-    {Kind::Knob, 409, 56, Art::Knob, 7, "Rls", NameSide::Below},
-    {Kind::OnOffButton, 549, 135, Art::Switch, 8, "UK", NameSide::Below},
-    {Kind::OnOffButton, 549, 72, Art::Switch, 9, "ASw", NameSide::Below},
-    {Kind::OnOffButton, 549, 224, Art::Switch, 10, "LinkSw", NameSide::Below},
-    {Kind::OnOffButton, 161, 132, Art::Switch, 11, "HSw", NameSide::Right},
-    {Kind::Knob, 604, 56, Art::Knob, 12, "Volume", NameSide::Below},
-    {Kind::Knob, 24, 208, Art::Knob, 13, "Hot", NameSide::Below},
-    {Kind::RatioSwitch, 233, 233, Art::Ratio, 14, "Ratio", NameSide::Left},
-    {Kind::Knob, 604, 208, Art::Knob, 15, "Mix", NameSide::Below},
+    {Kind::kKnob, 24, 56, Art::kKnob, 3, "Gain", NameSide::kBelow},
+    {Kind::kOnOffButton, 161, 77, Art::kSwitch, 4, "HP", NameSide::kBelow},
+    {Kind::kOnOffButton, 212, 77, Art::kSwitch, 5, "Band", NameSide::kBelow},
+    {Kind::kKnob, 269, 56, Art::kKnob, 6, "Atk", NameSide::kBelow},
+    {Kind::kKnob, 409, 56, Art::kKnob, 7, "Rls", NameSide::kBelow},
+    {Kind::kOnOffButton, 549, 135, Art::kSwitch, 8, "UK", NameSide::kBelow},
+    {Kind::kOnOffButton, 549, 72, Art::kSwitch, 9, "ASw", NameSide::kBelow},
+    {Kind::kOnOffButton, 549, 224, Art::kSwitch, 10, "LinkSw", NameSide::kBelow},
+    {Kind::kOnOffButton, 161, 132, Art::kSwitch, 11, "HSw", NameSide::kRight},
+    {Kind::kKnob, 604, 56, Art::kKnob, 12, "Volume", NameSide::kBelow},
+    {Kind::kKnob, 24, 208, Art::kKnob, 13, "Hot", NameSide::kBelow},
+    {Kind::kRatioSwitch, 233, 233, Art::kRatio, 14, "Ratio", NameSide::kLeft},
+    {Kind::kKnob, 604, 208, Art::kKnob, 15, "Mix", NameSide::kBelow},
 };
 
 /// The controls that are no parameters, in the order in which they are added, after the others.
 inline constexpr Control kOtherControls[] = {
-    {Kind::KickButton, 193, 361, Art::Copy, 18, "PR1K", NameSide::None},
-    {Kind::KickButton, 323, 361, Art::Paste, 19, "PR2K", NameSide::None},
-    {Kind::Meter, 180, 278, Art::MeterOff, kNoTag, "METERGR1", NameSide::None},
-    {Kind::Meter, 180, 303, Art::MeterOff, kNoTag, "METERGR2", NameSide::None},
+    {Kind::kKickButton, 193, 361, Art::kCopy, 18, "PR1K", NameSide::kNone},
+    {Kind::kKickButton, 323, 361, Art::kPaste, 19, "PR2K", NameSide::kNone},
+    {Kind::kMeter, 180, 278, Art::kMeterOff, kNoTag, "METERGR1", NameSide::kNone},
+    {Kind::kMeter, 180, 303, Art::kMeterOff, kNoTag, "METERGR2", NameSide::kNone},
 };
 
 /// All controls in the order in which they are added. Does not compile where a parameter that has a place

@@ -50,21 +50,21 @@ void drawPicture(Painter& painter, DemoGain_ViewLayout::Art art, int picture) {
     painter.box(pictureBox(art));
     cairo_clip(painter.cairo());
     switch (art) {
-    case Art::Background:
+    case Art::kBackground:
         return drawPanel(painter);
-    case Art::Knob:
+    case Art::kKnob:
         return drawKnob(painter, picture);
-    case Art::MeterOff:
+    case Art::kMeterOff:
         return drawDarkMeter(painter);
-    case Art::MeterOn:
+    case Art::kMeterOn:
         return drawLitMeter(painter);
-    case Art::Switch:
+    case Art::kSwitch:
         return drawSwitch(painter, picture);
-    case Art::Ratio:
+    case Art::kRatio:
         return drawRatioSwitch(painter, picture);
-    case Art::Copy:
+    case Art::kCopy:
         return drawCopyButton(painter, picture);
-    case Art::Paste:
+    case Art::kPaste:
         return drawPasteButton(painter, picture);
     }
     throw std::logic_error("unknown bitmap");

@@ -43,17 +43,17 @@ void drawShownMeter(Painter& painter, const Box& meter) {
     constexpr int kSteps = DemoGain_ViewLayout::kMeterSteps;
     const double dark = std::floor(kSteps * (1.0 - litPart(kShownReductionDB)) + 0.5) / kSteps * meter.width;
     const SavedState saved(painter);
-    drawPicture(painter, DemoGain_ViewLayout::Art::MeterOff, 0);
+    drawPicture(painter, DemoGain_ViewLayout::Art::kMeterOff, 0);
     painter.box({dark, 0, meter.width - dark, meter.height});
     cairo_clip(painter.cairo());
-    drawPicture(painter, DemoGain_ViewLayout::Art::MeterOn, 0);
+    drawPicture(painter, DemoGain_ViewLayout::Art::kMeterOn, 0);
 }
 
 void drawShownControl(Painter& painter, const DemoGain_ViewLayout::Control& control) {
     const SavedState saved(painter);
     const Box box = controlBox(control);
     cairo_translate(painter.cairo(), box.x, box.y);
-    if (control.mKind == DemoGain_ViewLayout::Kind::Meter) {
+    if (control.mKind == DemoGain_ViewLayout::Kind::kMeter) {
         drawShownMeter(painter, box);
         return;
     }
@@ -109,7 +109,7 @@ private:
 
 // Pixels of the picture to one of the view; 0 where it is not the view at a whole scale.
 int editorScale(const PngPicture& picture) {
-    const auto& view = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Background);
+    const auto& view = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::kBackground);
     const int scale = picture.width() / view.mWidth;
     return picture.width() == scale * view.mWidth && picture.height() == scale * view.mHeight ? scale : 0;
 }
@@ -131,7 +131,7 @@ Canvas drawPreview(const Typeface& typeface, int scale) {
     const Box view = viewBox();
     Canvas canvas(static_cast<int>(view.width), static_cast<int>(view.height), scale);
     Painter painter(canvas.cairo(), typeface);
-    drawPicture(painter, DemoGain_ViewLayout::Art::Background, 0);
+    drawPicture(painter, DemoGain_ViewLayout::Art::kBackground, 0);
     drawShownStatus(painter);
     for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {
         drawShownControl(painter, control);

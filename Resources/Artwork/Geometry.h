@@ -71,7 +71,7 @@ consteval Box controlBox(std::string_view id) {
 
 /// The whole view. [any]
 constexpr Box viewBox() {
-    return pictureBox(DemoGain_ViewLayout::Art::Background);
+    return pictureBox(DemoGain_ViewLayout::Art::kBackground);
 }
 
 /// The line of text that the view draws itself. [any]

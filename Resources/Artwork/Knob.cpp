@@ -3,7 +3,7 @@
 namespace varno {
 namespace {
 
-constexpr Point kKnobCenter = pictureBox(DemoGain_ViewLayout::Art::Knob).center();
+constexpr Point kKnobCenter = pictureBox(DemoGain_ViewLayout::Art::kKnob).center();
 
 // Radii and widths, in pixels.
 constexpr double kKnobArcRadius = 28.0;
@@ -92,7 +92,7 @@ void drawKnobScale(Painter& painter, const Box& knob, const char* low, const cha
 } // namespace
 
 double knobDegrees(int picture) {
-    constexpr int kLast = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Knob).mPictures - 1;
+    constexpr int kLast = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::kKnob).mPictures - 1;
     return kKnobTravelDegrees * (2.0 * picture / kLast - 1.0);
 }
 
@@ -106,7 +106,7 @@ void drawKnob(Painter& painter, int picture) {
 
 void drawKnobScales(Painter& painter) {
     for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {
-        if (control.mKind == DemoGain_ViewLayout::Kind::Knob) {
+        if (control.mKind == DemoGain_ViewLayout::Kind::kKnob) {
             const SDemoGain_Parameter& parameter = *DemoGain_FindParameter(control.mID);
             drawKnobScale(painter, controlBox(control), parameter.mScaleLow, parameter.mScaleHigh);
         }

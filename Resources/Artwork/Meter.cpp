@@ -8,7 +8,7 @@
 namespace varno {
 namespace {
 
-constexpr Box kMeterPicture = pictureBox(DemoGain_ViewLayout::Art::MeterOff);
+constexpr Box kMeterPicture = pictureBox(DemoGain_ViewLayout::Art::kMeterOff);
 constexpr int kLamps = DemoGain_ViewLayout::kMeterSteps;
 constexpr double kLampWidth = kMeterPicture.width / kLamps;
 // Half of the gap lies on either side of a lamp, so that a step of the meter ends between lamps.

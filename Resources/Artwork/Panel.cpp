@@ -195,15 +195,15 @@ NamePlace placeOfName(const DemoGain_ViewLayout::Control& control, bool hasTwoLi
     const double beside = box.center().y + lettering::halfCapitals(lettering::kName) -
                           (hasTwoLines ? kNameLineHeight / 2 : 0.0);
     switch (control.mNameSide) {
-    case NameSide::Left:
+    case NameSide::kLeft:
         return {{box.x - kBeside, beside}, Align::kRight};
-    case NameSide::Right:
+    case NameSide::kRight:
         return {{box.right() + kBeside, beside}, Align::kLeft};
-    case NameSide::Below:
-    case NameSide::None:
+    case NameSide::kBelow:
+    case NameSide::kNone:
         break;
     }
-    const bool isKnob = control.mKind == DemoGain_ViewLayout::Kind::Knob;
+    const bool isKnob = control.mKind == DemoGain_ViewLayout::Kind::kKnob;
     return {{box.center().x, box.bottom() + (isKnob ? kBelowKnob : kBelowSwitch)}, Align::kCenter};
 }
 

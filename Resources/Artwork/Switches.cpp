@@ -8,7 +8,7 @@ namespace {
 
 // The switch.
 
-constexpr Box kSwitchPicture = pictureBox(DemoGain_ViewLayout::Art::Switch);
+constexpr Box kSwitchPicture = pictureBox(DemoGain_ViewLayout::Art::kSwitch);
 // Room for the shadow around the hollow, and between hollow and slider, in pixels.
 constexpr double kSwitchMargin = 2.0;
 constexpr double kSliderGap = 2.0;
@@ -56,7 +56,7 @@ void drawSlider(Painter& painter, bool on) {
 
 // The ratio switch.
 
-constexpr auto kRatioArt = DemoGain_ViewLayout::Art::Ratio;
+constexpr auto kRatioArt = DemoGain_ViewLayout::Art::kRatio;
 constexpr Box kRatioPicture = pictureBox(kRatioArt);
 constexpr int kRatioPositions = DemoGain_ViewLayout::BitmapOf(kRatioArt).mPictures;
 static_assert(kRatioPositions == std::ssize(kDemoGain_CurveTexts), "each key has its text");
@@ -87,7 +87,7 @@ void drawRatioKey(Painter& painter, int position, bool chosen) {
 
 // The preset buttons.
 
-constexpr Box kButtonPicture = pictureBox(DemoGain_ViewLayout::Art::Copy);
+constexpr Box kButtonPicture = pictureBox(DemoGain_ViewLayout::Art::kCopy);
 constexpr double kButtonCorner = 4.0;
 // How far a pressed key sinks, in pixels.
 constexpr double kButtonTravel = 1.0;

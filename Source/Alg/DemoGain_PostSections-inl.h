@@ -137,6 +137,7 @@ HWY_INLINE PostOutputs<kChannels> zeroStateResponse(const RowRing<kChannels>& cl
             b2 = hn::Add(b2, hn::Mul(y, hn::LoadU(d, b + kChannels)));
         }
     }
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): every word is stored below
     PostOutputs<kChannels> outputs;
     const Frame<kChannels> frame;
     hn::StoreU(sumOverFrames<kChannels>(d, a1), frame, outputs.mA[0]);

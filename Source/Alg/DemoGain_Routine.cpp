@@ -182,6 +182,7 @@ private:
     }
 
     HWY_INLINE void mixAndWrite(std::size_t chunk) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): mix() writes the whole row
         Row<kChannels> output;
         mix(mSettings, chunk, mRows, output);
         writeOutput(chunk, mSettings.mBypass ? mRows.mRaw[chunk] : output.v);

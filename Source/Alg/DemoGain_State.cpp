@@ -1,4 +1,5 @@
 #include "Alg/DemoGain_State.h"
+#include "DemoGain_SampleRates.h"
 
 #include <cmath>
 #include <cstddef>
@@ -12,7 +13,7 @@ namespace {
 constexpr double kTwoPi = 6.2831855;
 
 // Corner of the detector's high-pass: 120 Hz, as a share of the reference rate.
-constexpr double kHighPassCorner = 120.0 / kDemoGain_ReferenceRateHz;
+constexpr double kHighPassCorner = 120.0 / DemoGain_SampleRates::kReferenceHz;
 // Centre of the detector's all-pass: 7000 Hz, as a share of the reference rate, to eight digits.
 constexpr double kAllPassCentre = 0.14583333;
 constexpr double kAllPassQ = 0.1;
@@ -84,7 +85,7 @@ void resetRunning(SDemoGain_Alg_State& ioState) {
 
 // The coefficients, which only a reset writes.
 void setCoefficients(SDemoGain_Alg_State& ioState, double sampleRate) {
-    const double rateScale = kDemoGain_ReferenceRateHz / sampleRate;
+    const double rateScale = DemoGain_SampleRates::kReferenceHz / sampleRate;
     const float dcCoef = rounded(std::exp(kDcReferenceRateHz / sampleRate * kDcExponent));
     ioState.mDc[0].mDcCoef = dcCoef;
     ioState.mDc[1].mDcCoef = dcCoef;
@@ -106,8 +107,8 @@ void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
         }
     }
     ioState.mUnusedZero = 0.0F;
-    ioState.mUnusedTimeConstant =
-        rounded(std::exp(kDemoGain_ReferenceRateHz / sampleRate * kClipRateFactor * kUnusedExponent));
+    ioState.mUnusedTimeConstant = rounded(
+        std::exp(DemoGain_SampleRates::kReferenceHz / sampleRate * kClipRateFactor * kUnusedExponent));
 }
 
 // Whether every float of a record is finite: its exponent is not all ones.
@@ -134,7 +135,7 @@ void replaceUnlessFinite(Record& ioRecord, const Record& replacement) {
 // Computed when the module is loaded, so that the audio thread computes no coefficients to recover.
 const SDemoGain_Alg_State kReferenceState = [] {
     SDemoGain_Alg_State state{};
-    DemoGain_ResetState(state, kDemoGain_ReferenceRateHz);
+    DemoGain_ResetState(state, DemoGain_SampleRates::kReferenceHz);
     return state;
 }();
 

@@ -6,19 +6,23 @@
 
 namespace {
 
+// The lowest level is the decimal number here, not its single-precision neighbour.
+constexpr double kFloorLin = 0.0001;
+constexpr double kDBPerDecade = 20.0; // of amplitude
+
 float linTodB(int entry) {
     if (entry >= kDemoGain_TableIntervals) {
         return fCeilDB;
     }
-    // The lowest level is the decimal 0.0001 here, not its single-precision neighbour.
-    return static_cast<float>(20.0 * std::log10(0.0001 + entry * static_cast<double>(kfLinTodBStep)));
+    return static_cast<float>(kDBPerDecade *
+                              std::log10(kFloorLin + entry * static_cast<double>(kfLinTodBStep)));
 }
 
 float dBToLin(int entry) {
     const int interval = entry < kDemoGain_TableIntervals ? entry : kDemoGain_TableIntervals;
     constexpr double kRangeDB = static_cast<double>(fCeilDB) - fFloorDB;
     const double dB = fFloorDB + interval * kRangeDB / kDemoGain_TableIntervals;
-    return static_cast<float>(std::pow(10.0, dB / 20.0));
+    return static_cast<float>(std::pow(10.0, dB / kDBPerDecade));
 }
 
 bool writeTable(std::FILE* file, const char* name, float (*entryOf)(int)) {

@@ -118,7 +118,7 @@ TEST(DemoGain_ValueText, readsBackWhatItWrote) {
                 const std::optional<double> read = Parse(row, text, settings);
                 ASSERT_TRUE(read) << row.mIdentifier << " " << text;
                 EXPECT_EQ(Write(row, *read, settings), text) << row.mIdentifier << " step " << step;
-                if (row.mUnit.mConversion == EDemoGain_Conversion::Choice) {
+                if (row.mUnit.mConversion == EDemoGain_Conversion::kChoice) {
                     EXPECT_DOUBLE_EQ(*read, valueOfStep(step, last)) << row.mIdentifier;
                 }
             }

@@ -73,7 +73,7 @@ void addParameter(TurtleSubject& subject, const ParameterInfo& parameter) {
     const SDemoGain_Unit& unit = DemoGain_FindParameter(parameter.id)->mUnit;
     if (std::string_view(unit.mSymbol) == kDemoGain_Level.mSymbol) {
         subject.add("lv2:scalePoint", levelPoints(unit));
-    } else if (unit.mConversion == EDemoGain_Conversion::Choice && parameter.steps > kSwitchSteps) {
+    } else if (unit.mConversion == EDemoGain_Conversion::kChoice && parameter.steps > kSwitchSteps) {
         subject.add("lv2:scalePoint", curvePoints(unit.mTexts));
     }
     subject.add("rdfs:comment", turtleText(portText(kParameterPorts, parameter.id).comment));

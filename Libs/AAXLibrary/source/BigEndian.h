@@ -9,7 +9,7 @@
 template<std::unsigned_integral U>
 void WriteBigEndian(U value, char* bytes) {
     for (std::size_t i = sizeof(U); i > 0; --i) {
-        bytes[i - 1] = static_cast<char>(value & 0xFFU);
+        bytes[i - 1] = static_cast<char>(static_cast<unsigned char>(value));
         value = static_cast<U>(value >> 8U);
     }
 }

@@ -51,21 +51,21 @@ struct Maker {
         const int pictures = BitmapOf(mRow.mArt).mPictures;
         const CPoint offset(0, 0);
         switch (mRow.mKind) {
-        case Kind::Knob: {
+        case Kind::kKnob: {
             auto* const knob =
                 new DemoGain_AnimKnobVST(place, mListener, mRow.mTag, pictures, size.y, mBitmap, offset);
             knob->setZoomFactor(kFineDrag);
             knob->setWheelInc(static_cast<float>(kPicturesPerWheelClick) / static_cast<float>(pictures - 1));
             return Hosted(knob);
         }
-        case Kind::OnOffButton:
+        case Kind::kOnOffButton:
             return Hosted(new DemoGain_OnOffButtonVST(place, mListener, mRow.mTag, mBitmap));
-        case Kind::RatioSwitch:
+        case Kind::kRatioSwitch:
             return Hosted(new DemoGain_SwitchHorVST(place, mListener, mRow.mTag, pictures, size.y, pictures,
                                                     mBitmap, offset));
-        case Kind::KickButton:
+        case Kind::kKickButton:
             return Hosted(new DemoGain_KickButtonVST(place, mListener, mRow.mTag, size.y, mBitmap, offset));
-        case Kind::Meter:
+        case Kind::kMeter:
             break;
         }
         // The library's meters take no tag and no listener at construction.
@@ -125,7 +125,7 @@ void DemoGain_View::AddStatusLabel() {
 void DemoGain_View::AddControl(std::size_t index, AAX_IViewContainer* container) {
     const Control& row = kControls[index];
     CControl* const control =
-        Maker{row, this, SharedBitmap(row.mArt), SharedBitmap(Art::MeterOn), container}.Make();
+        Maker{row, this, SharedBitmap(row.mArt), SharedBitmap(Art::kMeterOn), container}.Make();
     mControls[index] = control;
     getFrame()->addView(control);
     double defaultValue = control->getMin();
@@ -166,7 +166,7 @@ void DemoGain_View::highliteDecay(uint8_t isHighlighted, AAX_EHighlightColor col
 
 void DemoGain_View::HighlightKnob(std::string_view id, bool isHighlighted, AAX_EHighlightColor colour) {
     const Control* const row = DemoGain_Gestures::ControlOf(id);
-    if (row == nullptr || row->mKind != Kind::Knob) {
+    if (row == nullptr || row->mKind != Kind::kKnob) {
         return;
     }
     // Every row of this kind has a control of this class.

@@ -106,7 +106,7 @@ bool DemoGain_View::IsAutoGainOn() const {
 // The clipboard, by button and by key.
 
 void DemoGain_View::UseClipboard(const Control& row) {
-    if (row.mArt == Art::Copy) {
+    if (row.mArt == Art::kCopy) {
         CopyPreset(row);
     } else {
         PastePreset(row);
@@ -142,7 +142,7 @@ void DemoGain_View::onKeyboardEvent(VSTGUI::KeyboardEvent& event, VSTGUI::CFrame
     }
     const char32_t letter = LetterOf(event.character);
     if (letter == U'c' || letter == U'v') {
-        PressButton(letter == U'c' ? Art::Copy : Art::Paste);
+        PressButton(letter == U'c' ? Art::kCopy : Art::kPaste);
         event.consumed = true;
     }
 }
@@ -178,7 +178,7 @@ void DemoGain_View::Tick(uint32_t ticksMs) {
 void DemoGain_View::UpdateMeters() {
     std::size_t tap = eMeterTap_GainReductionLeft;
     for (std::size_t i = 0; i < mControls.size(); ++i) {
-        if (kControls[i].mKind == Kind::Meter) {
+        if (kControls[i].mKind == Kind::kMeter) {
             mControls[i]->setValue(DemoGain_MeterValue(ReadMeter(tap)));
             mControls[i]->invalid();
             ++tap;

@@ -55,7 +55,7 @@ void AddDoubleSize(CBitmap& bitmap, const std::string& file) {
 SharedPointer<CBitmap> Load(const Bitmap& row) {
     const VSTGUI::CResourceDescription file(row.mFile);
     SharedPointer<CBitmap> bitmap =
-        VSTGUI::owned(row.mArt == Art::Background ? new Backdrop(file) : new CBitmap(file));
+        VSTGUI::owned(row.mArt == Art::kBackground ? new Backdrop(file) : new CBitmap(file));
     if (bitmap->isLoaded()) {
         AddDoubleSize(*bitmap, row.mFile);
     }
@@ -86,21 +86,21 @@ SharedPointer<CBitmap> DemoGain_View::m_hSwPr2;
 
 SharedPointer<CBitmap>& DemoGain_View::SharedBitmap(Art art) {
     switch (art) {
-    case Art::Background:
+    case Art::kBackground:
         return m_hPIBackground;
-    case Art::Knob:
+    case Art::kKnob:
         return m_hGain;
-    case Art::MeterOff:
+    case Art::kMeterOff:
         return m_hGR1On;
-    case Art::MeterOn:
+    case Art::kMeterOn:
         return m_hGR1Off;
-    case Art::Switch:
+    case Art::kSwitch:
         return m_hSwitch;
-    case Art::Ratio:
+    case Art::kRatio:
         return m_hRatio;
-    case Art::Copy:
+    case Art::kCopy:
         return m_hSwPr1;
-    case Art::Paste:
+    case Art::kPaste:
         break;
     }
     return m_hSwPr2;

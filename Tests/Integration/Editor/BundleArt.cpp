@@ -70,9 +70,9 @@ BundleArt::BundleArt(const std::filesystem::path& resources) {
 }
 
 Picture BundleArt::background(const Area& area) const {
-    const layout::Bitmap& bitmap = layout::BitmapOf(layout::Art::Background);
+    const layout::Bitmap& bitmap = layout::BitmapOf(layout::Art::kBackground);
     std::vector<std::uint32_t> pixels;
-    for (const Pixel& pixel : mBitmaps.at(layout::Art::Background)) {
+    for (const Pixel& pixel : mBitmaps.at(layout::Art::kBackground)) {
         pixels.push_back(blend(pixel.premultiplied, 0));
     }
     return Picture(bitmap.mWidth, bitmap.mHeight, std::move(pixels)).part(area);

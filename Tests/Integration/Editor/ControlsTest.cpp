@@ -49,9 +49,9 @@ std::string wordingOf(const std::string& id, float value) {
 // The number of a control's picture for a value.
 int pictureOf(const std::string& id, double value) {
     switch (controlOf(id).mKind) {
-    case Kind::Knob:
+    case Kind::kKnob:
         return knobPicture(value);
-    case Kind::RatioSwitch:
+    case Kind::kRatioSwitch:
         return static_cast<int>(std::lround(value * 7.0));
     default:
         return value > 0.5 ? 1 : 0;
@@ -73,8 +73,8 @@ protected:
 class KnobTest : public Controls, public ::testing::WithParamInterface<std::string> {};
 class SwitchTest : public Controls, public ::testing::WithParamInterface<std::string> {};
 
-INSTANTIATE_TEST_SUITE_P(Every, KnobTest, ::testing::ValuesIn(controlsOf(Kind::Knob)), nameOfControl);
-INSTANTIATE_TEST_SUITE_P(Every, SwitchTest, ::testing::ValuesIn(controlsOf(Kind::OnOffButton)),
+INSTANTIATE_TEST_SUITE_P(Every, KnobTest, ::testing::ValuesIn(controlsOf(Kind::kKnob)), nameOfControl);
+INSTANTIATE_TEST_SUITE_P(Every, SwitchTest, ::testing::ValuesIn(controlsOf(Kind::kOnOffButton)),
                          nameOfControl);
 
 TEST_F(Controls, beginWithTheParametersValues) {

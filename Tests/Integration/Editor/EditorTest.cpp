@@ -82,7 +82,7 @@ std::unique_ptr<EditorWindow> EditorTest::show(Instance& instance, Place onScree
         return largestDifference(expected, window->picture(kCorner)) <= kBlendRounding;
     })) << "the editor does not appear: "
         << described(expected, window->picture(kCorner));
-    for (const std::string& meter : controlsOf(layout::Kind::Meter)) {
+    for (const std::string& meter : controlsOf(layout::Kind::kMeter)) {
         EXPECT_TRUE(shows(*window, meter, 0)) << "does not come to rest";
     }
     return window;

@@ -29,7 +29,7 @@ Area areaOf(const std::string& id) {
 }
 
 Area viewArea() {
-    const layout::Bitmap& background = layout::BitmapOf(layout::Art::Background);
+    const layout::Bitmap& background = layout::BitmapOf(layout::Art::kBackground);
     return {0, 0, background.mWidth, background.mHeight};
 }
 

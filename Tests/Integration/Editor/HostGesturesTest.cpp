@@ -125,9 +125,9 @@ TEST_F(HostGestures, automationMovesEveryControlWithoutATouch) {
             }
             const auto kind = controlOf(id).mKind;
             using DemoGain_ViewLayout::Kind;
-            if (kind == Kind::Knob) {
+            if (kind == Kind::kKnob) {
                 EXPECT_TRUE(shows(*window, id, knobPicture(value)));
-            } else if (kind == Kind::RatioSwitch) {
+            } else if (kind == Kind::kRatioSwitch) {
                 EXPECT_TRUE(shows(*window, id, std::min(static_cast<int>(value * 8.0), 7)));
             }
         }

@@ -16,7 +16,7 @@ inline constexpr double kFineDrag = 6.0;
 /// The pointer's place, from a knob's corner, after it was pressed in the knob's middle and has turned the
 /// knob by that much: to the right of it or below, where the screen has room.
 inline Place pullOf(double change) {
-    const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Knob);
+    const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::kKnob);
     const int pixels = static_cast<int>(std::lround(change * kKnobRange));
     const Place middle{knob.mWidth / 2, knob.mHeight / 2};
     return middle + (pixels > 0 ? Place{pixels, 0} : Place{0, -pixels});
@@ -24,7 +24,7 @@ inline Place pullOf(double change) {
 
 /// Which of the knob's pictures shows a value.
 inline int knobPicture(double value) {
-    const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::Knob);
+    const DemoGain_ViewLayout::Bitmap& knob = DemoGain_ViewLayout::BitmapOf(DemoGain_ViewLayout::Art::kKnob);
     // The control has a float, which may be less than the decimal number.
     return static_cast<int>(double{static_cast<float>(value)} * (knob.mPictures - 1));
 }

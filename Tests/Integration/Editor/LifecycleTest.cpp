@@ -118,7 +118,7 @@ TEST_F(EditorLife, followsARestoredState) {
         automate(*instance, randomValues(random));
         loop.turn();
         instance->restore(state);
-        for (const std::string& id : controlsOf(DemoGain_ViewLayout::Kind::Knob)) {
+        for (const std::string& id : controlsOf(DemoGain_ViewLayout::Kind::kKnob)) {
             EXPECT_TRUE(shows(*window, id, knobPicture(values.at(id))));
         }
     }

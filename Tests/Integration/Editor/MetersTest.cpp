@@ -25,8 +25,8 @@ protected:
     int litLamps(const std::string& id) {
         const layout::Control& meter = controlOf(id);
         const Picture seen = window->picture(id);
-        const Picture lit = art().control(meter, layout::Art::MeterOn, 0);
-        const Picture dark = art().control(meter, layout::Art::MeterOff, 0);
+        const Picture lit = art().control(meter, layout::Art::kMeterOn, 0);
+        const Picture dark = art().control(meter, layout::Art::kMeterOff, 0);
         int count = 0;
         for (int lamp = layout::kMeterSteps - 1; lamp >= 0; --lamp) {
             const Place middle{(2 * lamp + 1) * seen.width() / (2 * layout::kMeterSteps), seen.height() / 2};
@@ -51,7 +51,7 @@ TEST_F(Meters, areDarkWithoutReductionAndFullAtTheMost) {
     EXPECT_TRUE(shows(*window, "METERGR1", 0));
     setMeter(*instance, eMeterTap_GainReductionLeft, 1.0F);
     EXPECT_TRUE(lights("METERGR1", layout::kMeterSteps));
-    const Picture full = art().control(controlOf("METERGR1"), layout::Art::MeterOn, 0);
+    const Picture full = art().control(controlOf("METERGR1"), layout::Art::kMeterOn, 0);
     EXPECT_TRUE(loop.await([&] { return largestDifference(full, window->picture("METERGR1")) <= 2; }));
     EXPECT_TRUE(shows(*window, "METERGR2", 0)) << "each shows its own channel";
     setMeter(*instance, eMeterTap_GainReductionLeft, 0.0F);

@@ -33,8 +33,8 @@ float defaultOf(const std::string& id) {
 class DefaultTest : public Modifiers, public ::testing::WithParamInterface<std::string> {};
 
 std::vector<std::string> resettable() {
-    std::vector<std::string> ids = controlsOf(Kind::Knob);
-    for (const Kind kind : {Kind::OnOffButton, Kind::RatioSwitch}) {
+    std::vector<std::string> ids = controlsOf(Kind::kKnob);
+    for (const Kind kind : {Kind::kOnOffButton, Kind::kRatioSwitch}) {
         const std::vector<std::string> others = controlsOf(kind);
         ids.insert(ids.end(), others.begin(), others.end());
     }
@@ -58,7 +58,7 @@ TEST_P(DefaultTest, altClickSetsIt) {
 
 TEST_P(DefaultTest, altWithAnotherKeyDoesNotSetIt) {
     const std::string& id = GetParam();
-    const bool isSwitch = controlOf(id).mKind == Kind::OnOffButton;
+    const bool isSwitch = controlOf(id).mKind == Kind::kOnOffButton;
     for (const Modifier other : {Modifier::kShift, Modifier::kControl}) {
         instance->setNormalized(id, 1.0);
         point(*window, id, {areaOf(id).width - 5, areaOf(id).height / 2});

@@ -44,7 +44,7 @@ INSTANTIATE_TEST_SUITE_P(All, BitmapFilesTest, testing::ValuesIn(DemoGain_ViewLa
                          });
 
 TEST(BitmapFileName, NamesTheScaleBeforeTheExtension) {
-    const Bitmap bitmap{DemoGain_ViewLayout::Art::Knob, "a.b.png", 1, 1, 1};
+    const Bitmap bitmap{DemoGain_ViewLayout::Art::kKnob, "a.b.png", 1, 1, 1};
     EXPECT_EQ("a.b.png", fileName(bitmap, 1));
     EXPECT_EQ("a.b#2.0x.png", fileName(bitmap, 2));
 }

@@ -14,7 +14,7 @@ using test::Image;
 
 TEST(Preview, ShowsEveryControlOnThePanel) {
     const Image preview = Image::of(drawPreview(Typeface(), 1));
-    const Image panel = test::bundlePictures(DemoGain_ViewLayout::Art::Background, 1)[0];
+    const Image panel = test::bundlePictures(DemoGain_ViewLayout::Art::kBackground, 1)[0];
     ASSERT_EQ(panel.width(), preview.width());
     ASSERT_EQ(panel.height(), preview.height());
     for (const auto& control : DemoGain_ViewLayout::kControls) {

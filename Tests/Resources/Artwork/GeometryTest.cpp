@@ -34,8 +34,8 @@ TEST(Placement, TheTableOfBitmapsIsInTheOrderOfItsIndex) {
 }
 
 TEST(Placement, KeysAndLampsAreWholePixelsWide) {
-    EXPECT_EQ(0, BitmapOf(Art::Ratio).mWidth % BitmapOf(Art::Ratio).mPictures);
-    EXPECT_EQ(0, BitmapOf(Art::MeterOff).mWidth % DemoGain_ViewLayout::kMeterSteps);
+    EXPECT_EQ(0, BitmapOf(Art::kRatio).mWidth % BitmapOf(Art::kRatio).mPictures);
+    EXPECT_EQ(0, BitmapOf(Art::kMeterOff).mWidth % DemoGain_ViewLayout::kMeterSteps);
 }
 
 TEST(Placement, BoxesThatShareAnEdgeDoNotOverlap) {

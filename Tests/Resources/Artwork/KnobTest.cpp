@@ -13,19 +13,19 @@ namespace {
 using DemoGain_ViewLayout::Art;
 using test::Image;
 
-constexpr int kLast = DemoGain_ViewLayout::BitmapOf(Art::Knob).mPictures - 1;
+constexpr int kLast = DemoGain_ViewLayout::BitmapOf(Art::kKnob).mPictures - 1;
 
 // The strip at one of the scales; polar coordinates are in pixels at scale 1 and a dial's degrees.
 class KnobTest : public testing::TestWithParam<int> {
 protected:
     KnobTest()
-        : pictures(test::bundlePictures(Art::Knob, GetParam())) {}
+        : pictures(test::bundlePictures(Art::kKnob, GetParam())) {}
 
     static double radiusOf(int x, int y) { return std::hypot(offset(x), offset(y)); }
     static double degreesOf(double x, double y) { return std::atan2(x, -y) * 180 / std::numbers::pi; }
     // Of a pixel's middle from the knob's.
     static double offset(int pixel) {
-        return (pixel + 0.5) / GetParam() - DemoGain_ViewLayout::BitmapOf(Art::Knob).mWidth / 2.0;
+        return (pixel + 0.5) / GetParam() - DemoGain_ViewLayout::BitmapOf(Art::kKnob).mWidth / 2.0;
     }
 
     // The brightness that a pixel has in most pictures: what is there without the pointer.

@@ -15,8 +15,8 @@ constexpr int kSteps = DemoGain_ViewLayout::kMeterSteps;
 class MeterTest : public testing::TestWithParam<int> {
 protected:
     MeterTest()
-        : dark(test::bundlePictures(Art::MeterOff, GetParam())[0]),
-          lit(test::bundlePictures(Art::MeterOn, GetParam())[0]) {}
+        : dark(test::bundlePictures(Art::kMeterOff, GetParam())[0]),
+          lit(test::bundlePictures(Art::kMeterOn, GetParam())[0]) {}
 
     static double brightness(const Image& meter, int x) { return meter.luminance(x, meter.height() / 2); }
 

@@ -47,7 +47,7 @@ TEST(Manual, CallsTheControlsWhatThePanelDoes) {
     // The preset buttons carry their own lettering; the meters are called L and R.
     for (std::size_t i = 0; i < names.size(); ++i) {
         const DemoGain_ViewLayout::Kind kind = DemoGain_ViewLayout::kControls[i].mKind;
-        if (kind != DemoGain_ViewLayout::Kind::KickButton && kind != DemoGain_ViewLayout::Kind::Meter) {
+        if (kind != DemoGain_ViewLayout::Kind::kKickButton && kind != DemoGain_ViewLayout::Kind::kMeter) {
             words.append(names[i]).append(" ");
         }
     }

@@ -16,7 +16,7 @@ using test::Image;
 class SwitchTest : public testing::TestWithParam<int> {
 protected:
     SwitchTest()
-        : pictures(test::bundlePictures(Art::Switch, GetParam())) {}
+        : pictures(test::bundlePictures(Art::kSwitch, GetParam())) {}
 
     const Image& off() const { return pictures[0]; }
     const Image& on() const { return pictures[1]; }
@@ -60,12 +60,12 @@ TEST_P(SwitchTest, TheStatesDifferInMuchOfThePictureWithoutColour) {
 
 INSTANTIATE_TEST_SUITE_P(Scale, SwitchTest, testing::Values(1, 2));
 
-constexpr int kPositions = DemoGain_ViewLayout::BitmapOf(Art::Ratio).mPictures;
+constexpr int kPositions = DemoGain_ViewLayout::BitmapOf(Art::kRatio).mPictures;
 
 class RatioSwitchTest : public testing::TestWithParam<int> {
 protected:
     RatioSwitchTest()
-        : pictures(test::bundlePictures(Art::Ratio, GetParam())) {}
+        : pictures(test::bundlePictures(Art::kRatio, GetParam())) {}
 
     // The mean brightness of what the mouse takes for a position.
     static double brightness(const Image& picture, int position) {
@@ -108,9 +108,9 @@ TEST_P(RatioSwitchTest, NumbersItsKeys) {
     const Typeface typeface;
     const Canvas canvas(1, 1, GetParam());
     Painter painter(canvas.cairo(), typeface);
-    drawPicture(painter, Art::Ratio, 0);
+    drawPicture(painter, Art::kRatio, 0);
     ASSERT_EQ(static_cast<std::size_t>(kPositions), painter.texts().size());
-    const double width = DemoGain_ViewLayout::BitmapOf(Art::Ratio).mWidth / static_cast<double>(kPositions);
+    const double width = DemoGain_ViewLayout::BitmapOf(Art::kRatio).mWidth / static_cast<double>(kPositions);
     for (int position = 0; position < kPositions; ++position) {
         const DrawnText& number = painter.texts()[static_cast<std::size_t>(position)];
         EXPECT_EQ(std::to_string(position + 1), number.text);
@@ -145,7 +145,7 @@ protected:
 };
 
 TEST_P(PresetButtonTest, SaysWhatItDoes) {
-    EXPECT_EQ(art() == Art::Copy ? "Copy Preset" : "Paste Preset", text(0).text);
+    EXPECT_EQ(art() == Art::kCopy ? "Copy Preset" : "Paste Preset", text(0).text);
     EXPECT_EQ(text(0).text, text(1).text);
 }
 
@@ -156,9 +156,9 @@ TEST_P(PresetButtonTest, SinksAndDarkensWhenPressed) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, PresetButtonTest,
-                         testing::Combine(testing::Values(Art::Copy, Art::Paste), testing::Values(1, 2)),
+                         testing::Combine(testing::Values(Art::kCopy, Art::kPaste), testing::Values(1, 2)),
                          [](const auto& tested) {
-                             return std::string(std::get<0>(tested.param) == Art::Copy ? "Copy" : "Paste") +
+                             return std::string(std::get<0>(tested.param) == Art::kCopy ? "Copy" : "Paste") +
                                     "AtScale" + std::to_string(std::get<1>(tested.param));
                          });
 

@@ -59,13 +59,13 @@ protected:
     static int scale() { return std::get<1>(GetParam()); }
 
     Lettered panel() const {
-        return draw(typeface, DemoGain_ViewLayout::BitmapOf(Art::Background), 0, scale());
+        return draw(typeface, DemoGain_ViewLayout::BitmapOf(Art::kBackground), 0, scale());
     }
 
     std::vector<Lettered> everyPicture() const {
         std::vector<Lettered> pictures;
         for (const Bitmap& bitmap : DemoGain_ViewLayout::kBitmaps) {
-            for (int picture = 0; picture < bitmap.mPictures && bitmap.mArt != Art::Knob; ++picture) {
+            for (int picture = 0; picture < bitmap.mPictures && bitmap.mArt != Art::kKnob; ++picture) {
                 pictures.push_back(draw(typeface, bitmap, picture, scale()));
             }
         }

@@ -83,7 +83,7 @@ TEST_F(WindowPorts, moveTheMeters) {
     const auto host = show();
     host->tell(kReductionLeft, 1.0F);
     const auto& meter = controlOf("METERGR1");
-    EXPECT_TRUE(shows(*host, "METERGR1", art.control(meter, DemoGain_ViewLayout::Art::MeterOn, 0)));
+    EXPECT_TRUE(shows(*host, "METERGR1", art.control(meter, DemoGain_ViewLayout::Art::kMeterOn, 0)));
     EXPECT_TRUE(shows(*host, "METERGR2", 0)) << "each shows its own channel";
     host->tell(kReductionLeft, 0.0F);
     EXPECT_TRUE(shows(*host, "METERGR1", 0));

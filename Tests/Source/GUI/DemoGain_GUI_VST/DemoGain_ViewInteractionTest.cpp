@@ -94,7 +94,7 @@ TEST_F(DemoGain_ViewInteraction, TouchesAndReleasesByTag) {
         view->controlBeginEdit(control);
         view->controlEndEdit(control);
         const auto calls = model->takeCalls();
-        if (row.mKind == DemoGain_ViewLayout::Kind::Meter) {
+        if (row.mKind == DemoGain_ViewLayout::Kind::kMeter) {
             EXPECT_THAT(calls, IsEmpty());
         } else {
             EXPECT_THAT(calls,

@@ -40,29 +40,29 @@ CRect at(int x, int y, Art art) {
 }
 
 const ExpectedControl kExpectedControls[] = {
-    {"Gain", typeid(DemoGain_AnimKnobVST), at(24, 56, Art::Knob), DemoGain_View::m_hGain, 3},
-    {"Volume", typeid(DemoGain_AnimKnobVST), at(604, 56, Art::Knob), DemoGain_View::m_hGain, 12},
-    {"Atk", typeid(DemoGain_AnimKnobVST), at(269, 56, Art::Knob), DemoGain_View::m_hGain, 6},
-    {"Rls", typeid(DemoGain_AnimKnobVST), at(409, 56, Art::Knob), DemoGain_View::m_hGain, 7},
-    {"Hot", typeid(DemoGain_AnimKnobVST), at(24, 208, Art::Knob), DemoGain_View::m_hGain, 13},
-    {"Mix", typeid(DemoGain_AnimKnobVST), at(604, 208, Art::Knob), DemoGain_View::m_hGain, 15},
-    {"HP", typeid(DemoGain_OnOffButtonVST), at(161, 77, Art::Switch), DemoGain_View::m_hSwitch, 4},
-    {"Band", typeid(DemoGain_OnOffButtonVST), at(212, 77, Art::Switch), DemoGain_View::m_hSwitch, 5},
-    {"UK", typeid(DemoGain_OnOffButtonVST), at(549, 135, Art::Switch), DemoGain_View::m_hSwitch, 8},
-    {"ASw", typeid(DemoGain_OnOffButtonVST), at(549, 72, Art::Switch), DemoGain_View::m_hSwitch, 9},
-    {"LinkSw", typeid(DemoGain_OnOffButtonVST), at(549, 224, Art::Switch), DemoGain_View::m_hSwitch, 10},
-    {"HSw", typeid(DemoGain_OnOffButtonVST), at(161, 132, Art::Switch), DemoGain_View::m_hSwitch, 11},
-    {"Ratio", typeid(DemoGain_SwitchHorVST), at(233, 233, Art::Ratio), DemoGain_View::m_hRatio, 14},
-    {"PR1K", typeid(DemoGain_KickButtonVST), at(193, 361, Art::Copy), DemoGain_View::m_hSwPr1, 18},
-    {"PR2K", typeid(DemoGain_KickButtonVST), at(323, 361, Art::Paste), DemoGain_View::m_hSwPr2, 19},
-    {"METERGR1", typeid(DemoGain_VuMeterVST), at(180, 278, Art::MeterOff), DemoGain_View::m_hGR1On, -1},
-    {"METERGR2", typeid(DemoGain_VuMeterVST), at(180, 303, Art::MeterOff), DemoGain_View::m_hGR1On, -1},
+    {"Gain", typeid(DemoGain_AnimKnobVST), at(24, 56, Art::kKnob), DemoGain_View::m_hGain, 3},
+    {"Volume", typeid(DemoGain_AnimKnobVST), at(604, 56, Art::kKnob), DemoGain_View::m_hGain, 12},
+    {"Atk", typeid(DemoGain_AnimKnobVST), at(269, 56, Art::kKnob), DemoGain_View::m_hGain, 6},
+    {"Rls", typeid(DemoGain_AnimKnobVST), at(409, 56, Art::kKnob), DemoGain_View::m_hGain, 7},
+    {"Hot", typeid(DemoGain_AnimKnobVST), at(24, 208, Art::kKnob), DemoGain_View::m_hGain, 13},
+    {"Mix", typeid(DemoGain_AnimKnobVST), at(604, 208, Art::kKnob), DemoGain_View::m_hGain, 15},
+    {"HP", typeid(DemoGain_OnOffButtonVST), at(161, 77, Art::kSwitch), DemoGain_View::m_hSwitch, 4},
+    {"Band", typeid(DemoGain_OnOffButtonVST), at(212, 77, Art::kSwitch), DemoGain_View::m_hSwitch, 5},
+    {"UK", typeid(DemoGain_OnOffButtonVST), at(549, 135, Art::kSwitch), DemoGain_View::m_hSwitch, 8},
+    {"ASw", typeid(DemoGain_OnOffButtonVST), at(549, 72, Art::kSwitch), DemoGain_View::m_hSwitch, 9},
+    {"LinkSw", typeid(DemoGain_OnOffButtonVST), at(549, 224, Art::kSwitch), DemoGain_View::m_hSwitch, 10},
+    {"HSw", typeid(DemoGain_OnOffButtonVST), at(161, 132, Art::kSwitch), DemoGain_View::m_hSwitch, 11},
+    {"Ratio", typeid(DemoGain_SwitchHorVST), at(233, 233, Art::kRatio), DemoGain_View::m_hRatio, 14},
+    {"PR1K", typeid(DemoGain_KickButtonVST), at(193, 361, Art::kCopy), DemoGain_View::m_hSwPr1, 18},
+    {"PR2K", typeid(DemoGain_KickButtonVST), at(323, 361, Art::kPaste), DemoGain_View::m_hSwPr2, 19},
+    {"METERGR1", typeid(DemoGain_VuMeterVST), at(180, 278, Art::kMeterOff), DemoGain_View::m_hGR1On, -1},
+    {"METERGR2", typeid(DemoGain_VuMeterVST), at(180, 303, Art::kMeterOff), DemoGain_View::m_hGR1On, -1},
 };
 
 // Layout.
 
 TEST_F(DemoGain_ViewTest, FrameIsAsLargeAsItsBackground) {
-    EXPECT_EQ(view->getFrame()->getViewSize(), at(0, 0, Art::Background));
+    EXPECT_EQ(view->getFrame()->getViewSize(), at(0, 0, Art::kBackground));
     EXPECT_EQ(view->getFrame()->getBackground(), DemoGain_View::m_hPIBackground);
     EXPECT_EQ(view->getParameters(), model.Get());
 }
@@ -164,7 +164,7 @@ TEST_F(DemoGain_ViewTest, ControlsOfferGesturesToTheHostByName) {
         CControl* const control = view->GetControl(row.mID);
         VSTGUI::CPoint where = control->getViewSize().getCenter();
         control->onMouseDown(where, VSTGUI::kLButton);
-        if (row.mKind == DemoGain_ViewLayout::Kind::Meter) {
+        if (row.mKind == DemoGain_ViewLayout::Kind::kMeter) {
             EXPECT_THAT(native.calls, testing::IsEmpty()) << "a meter only shows";
         } else {
             EXPECT_THAT(native.calls,
