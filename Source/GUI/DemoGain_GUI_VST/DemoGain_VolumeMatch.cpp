@@ -1,5 +1,7 @@
 #include "GUI/DemoGain_GUI_VST/DemoGain_VolumeMatch.h"
 
+#include "DemoGain_ParameterTable.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -11,9 +13,9 @@ constexpr double kAudibleLevel = 0.01;
 // Limits of the ratio of input to output: 20 dB in both directions.
 constexpr double kLeastRatio = 0.1;
 constexpr double kGreatestRatio = 10.0;
-// The normalized volume runs linearly from -20 dB to 20 dB.
-constexpr double kLowestDB = -20.0;
-constexpr double kVolumePerDB = 0.025;
+// The normalized volume is linear in dB.
+constexpr double kLowestDB = kDemoGain_Level.mLow;
+constexpr double kVolumePerDB = 1.0 / (kDemoGain_Level.mHigh - kDemoGain_Level.mLow);
 constexpr double kDBPerDecade = 20.0;
 // Share of the distance that a glide covers per tick.
 constexpr double kGlideShare = 0.1;
