@@ -82,10 +82,12 @@ double TpdfNoise::next() {
 double TpdfNoise::uniform() {
     mState += kGoldenGamma;
     std::uint64_t z = mState;
+    // NOLINTBEGIN(readability-magic-numbers): the shifts of the algorithm
     z = (z ^ (z >> 30)) * kMix1;
     z = (z ^ (z >> 27)) * kMix2;
     z ^= z >> 31;
     return static_cast<double>(z >> 11) * kOneIn53Bits;
+    // NOLINTEND(readability-magic-numbers)
 }
 
 SampleQuantizer::SampleQuantizer(int bits, Dither dither, std::size_t channels)

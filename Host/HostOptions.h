@@ -27,13 +27,16 @@ struct SampleRateRange {
 /// text. [any]
 std::optional<std::string> sampleRateRefusal(const SampleRateRange& range, double sampleRateHz);
 
+/// The rate in Hz where nothing else decides.
+inline constexpr double kDefaultSampleRateHz = 48000.0;
+
 /// How an instance runs.
 struct InstanceSetup {
-    std::int32_t channels = 2;        ///< Inputs and outputs: chooses the variant.
-    double sampleRateHz = 48000.0;    ///< See HostOptions::sampleRates.
-    std::int32_t maximumFrames = 512; ///< Largest buffer given to the routine, at least 1.
-    bool offline = false;             ///< What the controller reports about rendering offline.
-    std::string effectID{};           ///< Which effect of the module; empty for the first.
+    std::int32_t channels = 2;                  ///< Inputs and outputs: chooses the variant.
+    double sampleRateHz = kDefaultSampleRateHz; ///< See HostOptions::sampleRates.
+    std::int32_t maximumFrames = 512;           ///< Largest buffer given to the routine, at least 1.
+    bool offline = false;                       ///< What the controller reports about rendering offline.
+    std::string effectID{};                     ///< Which effect of the module; empty for the first.
 };
 
 /// What the host reports about one of its features.

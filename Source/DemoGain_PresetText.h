@@ -196,7 +196,7 @@ inline std::optional<float> TakeFloat(std::string_view& rest) {
 inline void AppendValue(std::string& text, double value) {
     // Sign, every digit before the point, the point.
     constexpr int kLongest = 1 + std::numeric_limits<double>::max_exponent10 + 1 + 1 + kDecimals;
-    std::array<char, kLongest> digits;
+    std::array<char, kLongest> digits{};
     const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value,
                                        std::chars_format::fixed, kDecimals);
     text.append(" ").append(digits.data(), written.ptr);

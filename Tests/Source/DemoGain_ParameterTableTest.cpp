@@ -156,7 +156,7 @@ std::string roundedTime(const SDemoGain_Parameter& parameter, double normalized)
 }
 
 TEST(Manual, givesTheTimesOfTheKnobs) {
-    for (const std::size_t place : {2, 3}) {
+    for (const std::size_t place : {std::size_t{2}, std::size_t{3}}) {
         const SDemoGain_Parameter& parameter = *kDemoGain_ControlOrder[place];
         ASSERT_STREQ(parameter.mUnit.mSymbol, "ms");
         EXPECT_THAT(rowInManual(place + 1), HasSubstr(roundedTime(parameter, 0.0) + " at the left end, " +

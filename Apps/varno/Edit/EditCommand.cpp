@@ -103,8 +103,8 @@ constexpr const char* kSoundOff = "off";
 
 // The command line of `varno edit`.
 struct EditOptions {
-    std::optional<std::string> audio; // path; nothing: silence
-    double rateHz = 48'000.0;         // of the silence
+    std::optional<std::string> audio;     // path; nothing: silence
+    double rateHz = kDefaultSampleRateHz; // of the silence
     int channels = 2;
     std::string sound = kSoundOff; // a backend's word, kAnyBackend or kSoundOff
     WindowOptions window;

@@ -1,6 +1,7 @@
 #ifndef VARNO_APPS_VARNO_SESSION_LIVEBACKEND_H
 #define VARNO_APPS_VARNO_SESSION_LIVEBACKEND_H
 
+#include "Host/HostOptions.h"
 #include "Session/LiveStatus.h"
 
 #include <chrono>
@@ -29,8 +30,8 @@ struct LiveRequest {
     int outputs = 2;            ///< Channels, 1 to kMostLiveChannels.
     bool shallConnect = true;   ///< To the system's capture and playback, where connections are optional.
     int latencyFrames = kEffectLatencyFrames;
-    double rateHz = 48'000.0; ///< Where the sound system leaves the choice.
-    int blockFrames = 256;    ///< Likewise.
+    double rateHz = kDefaultSampleRateHz; ///< Where the sound system leaves the choice.
+    int blockFrames = 256;                ///< Likewise.
 };
 
 /// How often a session calls LiveBackend::check().

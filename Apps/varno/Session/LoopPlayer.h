@@ -77,7 +77,7 @@ using AudioPull = std::function<void(float* const* channels, int frames)>;
 
 /// The form in which a player requests audio.
 struct PlayerFormat {
-    double rateHz = 48'000.0;
+    double rateHz = kDefaultSampleRateHz;
     int channels = 2;
     int blockFrames = 512;
 };
