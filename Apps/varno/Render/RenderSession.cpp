@@ -2,6 +2,7 @@
 
 #include "AudioFile/AtomicFile.h"
 #include "AudioFile/Transfer.h"
+#include "CommandLine/Console.h"
 
 #include <sys/stat.h>
 

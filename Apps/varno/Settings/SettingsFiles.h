@@ -12,7 +12,7 @@ namespace varno {
 struct PresetFile {
     std::string text;    ///< The whole file.
     std::string purpose; ///< The line after the settings, which states what a factory preset is for.
-    DemoGain_PresetText::Values values;
+    DemoGain_PresetText::Values values{};
 };
 
 /// @throws AudioFileError where the file cannot be read; WorkError where it holds no preset
