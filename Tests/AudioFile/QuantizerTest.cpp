@@ -40,7 +40,7 @@ TEST(DitherTest, IsTriangularOverTwoSteps) {
     const auto count = static_cast<double>(kNoiseValues);
     EXPECT_NEAR(sum / count, 0.0, 0.005);
     EXPECT_NEAR(squares / count, 1.0 / 6.0, 0.002);
-    // Of uniform noise it would be half.
+    // With uniform noise it would be 0.5.
     EXPECT_NEAR(static_cast<double>(beyondHalf) / count, 0.25, 0.005);
 }
 
@@ -145,7 +145,7 @@ TEST(SampleQuantizerTest, DitherNeverWrapsAround) {
         EXPECT_GE(integer(quantizer, 16, 32767.0 / 32768.0), 32765);
         EXPECT_LE(integer(quantizer, 16, -1.0), -32766);
     }
-    EXPECT_EQ(quantizer.clipped(), 0); // samples that only the noise lifts beyond full scale do not count
+    EXPECT_EQ(quantizer.clipped(), 0); // samples that exceed full scale by the noise alone do not count
 }
 
 // The limits of rounding and clipping, their neighbours on both sides, and noise between them.

@@ -28,7 +28,7 @@ void raiseAlarms() {
     ::setitimer(ITIMER_REAL, &often, nullptr);
 }
 
-// The exit status of a child process that copies from a pipe which nobody writes to.
+// The exit status of a child process that copies from a pipe to which nothing is written.
 int copyFromASilentPipe(const GoOn& goOn) {
     return inChildProcess([&] {
         int ends[2];

@@ -1,5 +1,5 @@
-"""Ardour, by its own scripting language and with its dummy for a sound card: settings live in sessions, the bypass button
-moves the plug-in's own switch."""
+"""Ardour, driven by its scripting language, with its dummy for a sound card: sessions keep the settings, and the bypass
+button moves the plug-in's own switch."""
 import random
 import re
 
@@ -80,7 +80,7 @@ io.stdout:flush()
 
 class ArdourTest(HostTest):
     def ardour(self, script, name, settings=()):
-        """What a script prints."""
+        """Returns what a script prints."""
         rows = ", ".join("{" + ", ".join(map(str, row)) + "}" for row in settings)
         facts = (f'local uri, folder = "{STEREO}", "{self.path("session")}"\n'
                  f"local enabled_index, settings = {len(PARAMETERS)}, {{{rows}}}\n")

@@ -1,4 +1,4 @@
-"""What the tools of LV2 itself say of the bundle."""
+"""What LV2's own tools report about the bundle."""
 import re
 
 from hosts import BUNDLE, PARAMETERS, PLUGINS, HostTest, symbol
@@ -24,7 +24,7 @@ class BundleTest(HostTest):
             self.assertGreaterEqual(len(presets), 12, presets)
 
     def test_lv2bench_measures_both(self):
-        # It gives silence, in the same buffer left and right.
+        # Its input is silence, in one buffer for left and right.
         for uri in PLUGINS.values():
             self.assertRegex(self.run_program("lv2bench", "-b", "512", "-n", "480000", uri), r"\d+\.\d+ ")
 

@@ -10,7 +10,7 @@ from jack import JackTest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 # The settings of all commands there.
 SETTINGS = {"Hot": 0.4, "Ratio": 1}
-# What a host loses that writes 24 bits, or 16.
+# The error of a host that writes 24 bits, or 16.
 STEP_24, STEP_16 = 2.0 ** -23, 2.0 ** -15
 # GStreamer's dither, in steps of what it writes.
 DITHER = 2
@@ -19,7 +19,7 @@ TRIED_ELSEWHERE = ("./run", "jalv")
 
 
 def commands(document):
-    """What its indented lines hold, by the program's name."""
+    """The commands in its indented lines, by the program's name."""
     lines = re.findall(r"(?m)^    (\S.*)$", (ROOT / document).read_text())
     return {re.sub(r"^(\w+=\S+ )+", "", line).split()[0]: line for line in lines}
 

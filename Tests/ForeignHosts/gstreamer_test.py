@@ -1,4 +1,4 @@
-"""GStreamer: an element per plug-in. It ignores the defaults of switches, so enabled=true must be said."""
+"""GStreamer: an element per plug-in. It ignores the defaults of switches, so enabled=true must be stated."""
 import re
 
 from hosts import PLUGINS, HostTest, SameSamples, symbol

@@ -1,7 +1,7 @@
 """What the tests of foreign hosts share: the sound that goes in, the sound that must come out, and running programs.
 
-The program renders what is expected. Its samples are as late as the latency that the plug-in reports (one frame), and no
-host that turns files into files compensates that, so theirs are the very same.
+The program renders what is expected. Its output is delayed by the latency that the plug-in reports (one frame). No host
+that processes files compensates for it, so the samples of both must be the same.
 """
 import array
 import math
@@ -28,7 +28,7 @@ LATENCY_FRAMES = 1
 RATE_HZ = 48000
 STIMULUS_S = 10
 
-# Two settings, in eighths and the like, so that single precision and decimal text hold them exactly.
+# Two settings, in multiples of 1/16, so that single precision and decimal text hold them exactly.
 MILD = {"Gain": 0.625, "Hot": 0.125, "Ratio": 0.0, "LinkSw": 1, "HP": 1, "Volume": 0.4375}
 DRIVEN = {"Gain": 0.75, "Hot": 0.5, "Ratio": 1.0, "Atk": 0.25, "Rls": 0.375, "Mix": 0.125, "HSw": 1, "UK": 1, "Band": 1}
 
@@ -36,7 +36,7 @@ DRIVEN = {"Gain": 0.75, "Hot": 0.5, "Ratio": 1.0, "Atk": 0.25, "Rls": 0.375, "Mi
 PARAMETERS = {"Gain": 0.5, "HP": 0, "Band": 0, "Atk": 0.5, "Rls": 0.5, "ASw": 0, "UK": 0, "Volume": 0.5, "Hot": 0.07,
               "Ratio": 0.5, "Mix": 0, "HSw": 0, "LinkSw": 0}
 
-# However busy the machine is, a host that takes longer hangs. In seconds.
+# In seconds. A host that takes longer counts as hanging, however busy the machine is.
 PATIENCE_S = 300
 
 WAVE_PCM, WAVE_FLOAT, WAVE_EXTENSIBLE = 1, 3, 0xFFFE
@@ -154,7 +154,7 @@ class HostTest(unittest.TestCase):
         return str(self.folder / name)
 
     def run_program(self, *command, status=0, environment=None, timeout_s=PATIENCE_S):
-        """Runs a command in the test's folder. Returns all that it printed; fails where it ends another way."""
+        """Runs a command in the test's folder. Returns all that it printed; fails where its status is another one."""
         try:
             done = subprocess.run(command, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                   stderr=subprocess.STDOUT, env={**os.environ, **(environment or {})},
@@ -207,14 +207,14 @@ class HostTest(unittest.TestCase):
         return path
 
     def short_stimulus(self, channels):
-        """The path of a fifth of a second of it, for what is very slow."""
+        """The path of a fifth of a second of it, for very slow programs."""
         path = self.path(f"short{channels}.wav")
         music = make_music(channels, 1)
         write_wav(path, Sound(RATE_HZ, [channel[:RATE_HZ // 5] for channel in music.channels]), 32)
         return path
 
     def rendered(self, source, settings):
-        """What the program makes of a file. settings: values by parameter, or the name of a factory preset."""
+        """The program's output for a file. settings: values by parameter, or the name of a factory preset."""
         path = self.path("expected.wav")
         options = ["--preset", settings] if isinstance(settings, str) else []
         if not options:
@@ -224,8 +224,8 @@ class HostTest(unittest.TestCase):
         return read_wav(path)
 
     def assert_same(self, actual, expected, step=0.0):
-        """Every sample of the expected sound is there, and the same but for a rounding to `step`. What a host makes of
-        the last block's rest may come behind it."""
+        """Every sample of the expected sound is there, and the same but for a rounding to `step`. A host's output for
+        the rest of its last block may follow."""
         self.assertEqual(actual.rate_hz, expected.rate_hz)
         self.assertEqual(len(actual.channels), len(expected.channels))
         self.assertGreaterEqual(actual.frames, expected.frames)
@@ -244,7 +244,7 @@ class HostTest(unittest.TestCase):
 
 class SameSamples:
     """For tests of a host that turns a file into another: its samples are those of the program, mono and stereo, with
-    two settings each. A test class adds process() and may say how the host writes."""
+    two settings each. A test class adds process() and may state how the host writes."""
 
     input_bits = 32
     step = 0.0  # of what the host writes, where that is not single precision

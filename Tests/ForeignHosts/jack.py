@@ -15,21 +15,21 @@ ONE_AT_A_TIME = pathlib.Path(tempfile.gettempdir()) / "varno-test-jack.lock"
 
 class JackTest(HostTest):
     """Gives each test self.jack, the environment in which programs find its server. Other runs of such tests wait: clients
-    of one name are in each other's way, even on different servers."""
+    of the same name conflict, even on different servers."""
 
     def setUp(self):
         super().setUp()
         lock = ONE_AT_A_TIME.open("wb")
         self.addCleanup(lock.close)
         fcntl.flock(lock, fcntl.LOCK_EX)
-        # A server without a name of its own meets others, also such as have ended without cleaning up.
+        # Without a name of its own, a server conflicts with others, also with ones that have ended without cleaning up.
         self.jack = {"JACK_DEFAULT_SERVER": f"varno-test-{os.getpid()}-{id(self)}", "JACK_NO_START_SERVER": "1",
                      "JACK_NO_AUDIO_RESERVATION": "1"}
 
     def start_server(self):
         """Starts the server and waits until it answers."""
-        # -r: without real time, which needs rights. -S: the server waits for its clients, however busy the machine is,
-        # instead of leaving one out.
+        # -r: without real-time scheduling, which needs privileges. -S: the server waits for its clients, however busy
+        # the machine is, instead of leaving one out.
         server = self.start("jackd", "-r", "-S", "-n", self.jack["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r",
                             str(RATE_HZ), "-p", str(PERIOD_FRAMES), environment=self.jack, log="jackd.log")
         self.addCleanup(self.end_server, server)
@@ -37,7 +37,7 @@ class JackTest(HostTest):
         return server
 
     def end_server(self, server):
-        """JACK keeps a list of eight servers. One that was killed leaves it only through the next of its name."""
+        """JACK keeps a list of eight servers. One that was killed stays in it until another of its name has ended."""
         if self.end(server) == -signal.SIGKILL:
             self.end(self.start_server())
 
@@ -49,8 +49,8 @@ class JackTest(HostTest):
         return done.stdout.decode() if done.returncode == 0 else None
 
     def jack_program(self, *command):
-        """What a program prints that asks the server something. One that fails is tried again: the client of the same name
-        before it is in its way for a moment."""
+        """What a program prints that uses the server. One that fails is tried again: the previous client of the same
+        name may still be registered for a moment."""
         def attempt():
             done = subprocess.run(command, cwd=self.folder, env={**os.environ, **self.jack}, stdin=subprocess.DEVNULL,
                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=PATIENCE_S, check=False)
@@ -78,7 +78,7 @@ class JackTest(HostTest):
         stops = ["jack_delay:out", *way, "jack_delay:in"]
         for source, destination in zip(stops[::2], stops[1::2]):
             self.connect(source, destination)
-        wanted = 10  # the first measurements still move
+        wanted = 10  # the first measurements still vary
         found = self.eventually(
             lambda: (lambda all_found: all_found if len(all_found) >= wanted else None)(
                 re.findall(r"([\d.]+) frames +[\d.]+ ms total roundtrip latency", self.log("iodelay.log"))),

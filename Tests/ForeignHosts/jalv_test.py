@@ -50,7 +50,7 @@ class JalvTest(JackTest):
 
     def test_meters_move_with_the_music(self):
         jalv = self.start_jalv(2, "-c", "gain=1.0")
-        # They start somewhere and fall while nothing comes in.
+        # They start at any value and fall while the input is silent.
         self.eventually(lambda: all(self.meter(jalv, meter) < 0.001 for meter in METERS), "meters at rest")
         self.start("jack-play", self.stimulus(2), log="play.log",
                    environment={**self.jack, "JACK_PLAY_CONNECT_TO": "Fx:in_%d"})

@@ -1,4 +1,4 @@
-"""lv2apply: no features at all, one frame per call, ports for nothing left unconnected."""
+"""lv2apply: no features at all, one frame per call, unused ports left unconnected."""
 from hosts import PLUGINS, HostTest, SameSamples, symbol
 
 

@@ -1,5 +1,5 @@
 """JACK and PulseAudio, each with a server of its own without a sound card: `varno play` between a player and a recorder,
-and what else happens to a live program."""
+and what can happen while it runs."""
 import array
 import fcntl
 import json
@@ -16,7 +16,7 @@ from hosts import DRIVEN, LATENCY_FRAMES, MILD, PATIENCE_S, PROGRAM, RATE_HZ, So
 from hosts import write_wav
 from jack import JackTest
 
-# The effect forgets how it began long before: what it plays then depends on what it hears alone.
+# Much longer than the effect's initial state has an influence: from then on the output depends on the input alone.
 SILENCE_S = 3
 MUSIC_S = 3
 PORTS = {1: (["in"], ["out"]), 2: (["in_l", "in_r"], ["out_l", "out_r"])}
@@ -60,7 +60,7 @@ class LiveTest(JackTest):
         return path
 
     def recorded(self, channels, client="varno"):
-        """Plays music into the running effect. Returns what it heard and what it made of it, frame by frame."""
+        """Plays music into the running effect. Returns its input and its output, frame by frame."""
         inputs, outputs = PORTS[channels]
         player = self.start("jack-play", "-b", "65536", "-n", "player", self.music_in_silence(channels),
                             environment=self.jack, log="player.log")
@@ -75,7 +75,7 @@ class LiveTest(JackTest):
         player.wait(PATIENCE_S)
         self.end(recorder, signal.SIGINT)
         heard = read_wav(self.path("heard.wav")).channels
-        # Where the player leaves, effect and recorder do not lose it in the same period.
+        # When the player disconnects, effect and recorder do not lose it in the same period.
         end = max(frame for channel in heard[:channels] for frame, sample in enumerate(channel) if sample != 0.0)
         heard = [channel[:end] for channel in heard]
         return Sound(RATE_HZ, heard[:channels]), Sound(RATE_HZ, heard[channels:])
@@ -148,7 +148,7 @@ class PortsTest(LiveTest):
 
 
 class ServerTest(LiveTest):
-    """What the server does meanwhile."""
+    """What the server does while the program runs."""
 
     def test_another_period(self):
         self.start_server()
@@ -209,7 +209,7 @@ class EndTest(LiveTest):
 
 
 class TerminalTest(LiveTest):
-    """Keys of a person at a terminal."""
+    """Keys that a user presses in a terminal."""
 
     def setUp(self):
         super().setUp()

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <sndfile.h>
 
-// The editor's window as a person meets it.
+// The editor's window as a user sees it.
 
 namespace varno::test {
 namespace {
@@ -68,7 +68,7 @@ TEST_F(EditCommand, EscapeAndControlQClose) {
 TEST_F(EditCommand, ControlSSavesTheState) {
     const auto program = edit({"--set", "Gain=0.25"});
     saveTo("varno-s.state");
-    tap(XK_s, {XK_Control_L}); // over its own
+    tap(XK_s, {XK_Control_L}); // replaces the file that it has saved itself
     tap(XK_Escape);
     expectQuiet(program->wait(), "saved varno-s.state\nsaved varno-s.state\n");
     EXPECT_EQ(mFolder.listing(), "varno-s.state");

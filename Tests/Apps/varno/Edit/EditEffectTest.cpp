@@ -37,7 +37,7 @@ protected:
         return program;
     }
 
-    // A view that is not drawn yet has one colour, and one that is half drawn changes. Its meters, in the
+    // Whether the view is drawn completely: before, it has one colour or still changes. The meters, in the
     // lower third, may move.
     bool showsView() const {
         const auto [width, height] = size();
@@ -152,7 +152,7 @@ TEST_F(EditEffect, AScreenshotIsWholeAtEveryScale) {
         const CairoSurface shown(cairo_image_surface_create_from_png(path("editor.png").c_str()));
         ASSERT_EQ(cairo_image_surface_get_width(shown.get()), kWidth * scale);
         ASSERT_EQ(cairo_image_surface_get_height(shown.get()), kHeight * scale);
-        // The panel reaches the far corner: no black of a window that nobody has drawn to.
+        // The panel reaches the far corner: no part of the window has stayed black.
         const unsigned char* corner = cairo_image_surface_get_data(shown.get()) +
                                       (kHeight * scale - 10) * cairo_image_surface_get_stride(shown.get()) +
                                       (kWidth * scale - 10) * 4;

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <sndfile.h>
 
-// Whatever can be wrong with an editor's window: one line that says what.
+// Each error of an editor's window: one line that states the reason.
 
 namespace varno::test {
 namespace {

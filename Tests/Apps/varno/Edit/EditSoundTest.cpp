@@ -32,7 +32,7 @@ protected:
         mSound.reset();
     }
 
-    FakeBackend* mBackend = nullptr; // gone once the sound system has ended
+    FakeBackend* mBackend = nullptr; // destroyed together with mSound
     std::optional<EditSound> mSound;
 };
 

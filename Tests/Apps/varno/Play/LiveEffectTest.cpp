@@ -12,7 +12,7 @@ using testing::Each;
 
 class LiveEffectTest : public FixtureTest {
 protected:
-    // The first channel of what the effect makes of ones.
+    // The first channel of the effect's output for an input of ones.
     static std::vector<float> play(const LiveProcess& process, int frames) {
         const std::vector<float> ones(static_cast<std::size_t>(frames), 1.0F);
         std::vector<float> left(ones.size(), -1.0F);

@@ -1,6 +1,6 @@
 #include "Tests/Apps/varno/Support/ProgramTest.h"
 
-// Whatever keeps `varno play` from playing, on a machine without any sound system: one line that says what.
+// Each error of `varno play` on a machine without a sound system: one line that states the reason.
 
 namespace varno::test {
 namespace {

@@ -115,7 +115,7 @@ TEST_F(TerminalModeTest, KnowsItsWidth) {
 }
 
 TEST_F(TerminalModeTest, KeysAreForTheForeground) {
-    EXPECT_FALSE(takesKeys(mProgram)); // the terminal of nobody
+    EXPECT_FALSE(takesKeys(mProgram)); // no process controls this terminal
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     EXPECT_FALSE(takesKeys(ends[0]));

@@ -22,7 +22,7 @@ protected:
         mSetup.maximumFrames = kStreamFrames;
     }
 
-    // The noise through a new instance, in portions of that many frames.
+    // The noise processed by a new instance, in portions of that many frames.
     std::vector<float> processed(const std::vector<AutomationStep>& steps, int blockFrames, int portion) {
         Instance instance(mModule, mSetup);
         BlockProcessor processor(instance, steps, blockFrames);

@@ -159,7 +159,7 @@ TEST_F(MeterFileTest, LongTimesFit) {
 }
 
 TEST_F(MeterFileTest, ManyRowsArriveInOrder) {
-    constexpr int kRows = 20'000; // more than is handed to the system at once
+    constexpr int kRows = 20'000; // more than one write to the system holds
     MeterFile file(mPath, Overwrite::kRefuse, 1.0, {"A"});
     for (int row = 0; row < kRows; ++row) {
         file.addRow(row, std::array{static_cast<float>(row)});

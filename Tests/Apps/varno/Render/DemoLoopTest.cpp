@@ -79,8 +79,8 @@ TEST_F(DemoLoopTest, LoopsWithoutASeam) {
     }
 }
 
-// FNV-1a of all samples' bits. Every compiler and machine must make the same; a wanted change of the loop
-// shows up here, and the number printed is then the new one.
+// FNV-1a of all samples' bits. Every compiler and machine must produce the same number. After an intended
+// change of the loop this test fails and prints the new number.
 TEST_F(DemoLoopTest, IsTheSameToTheBitEverywhere) {
     std::uint64_t hash = 0xCBF29CE484222325U;
     for (const std::vector<float>& channel : loop()) {

@@ -5,7 +5,7 @@
 
 #include <sndfile.h>
 
-// Renders of one file, judged by other programs and by the host itself.
+// Renders of one file, checked with other programs and with the host itself.
 
 namespace varno::test {
 namespace {
@@ -26,8 +26,8 @@ protected:
         return varnoOut(words);
     }
 
-    // What soxi, which is not ours, says of a file: with -s the frames, -r the rate, -c the channels, -b the
-    // bits.
+    // What soxi, a program of another project, reports about a file: with -s the frames, -r the rate, -c the
+    // channels, -b the bits.
     std::string soxi(const std::string& flag, const std::string& name) const {
         const auto outcome = run({"soxi", flag, path(name)});
         EXPECT_EQ(outcome.status, 0) << outcome.err;

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <sndfile.h>
 
-// Whatever can be wrong with a render: one line that says what, and no output.
+// Each error of a render: one line that states the reason, and no output.
 
 namespace varno::test {
 namespace {
@@ -27,7 +27,7 @@ protected:
         return text;
     }
 
-    // Hot takes this value for none of its own.
+    // Expects that Hot refuses this value.
     void expectNoValueOfHot(const std::string& value) const {
         std::string expected = "--set Hot=";
         expected.append(value).append(": Hot takes 0 to 1, found \"").append(value).append("\"");

@@ -10,7 +10,7 @@
 #include <sndfile.h>
 #include <unistd.h>
 
-// Renders that are ended from outside, and renders that a person watches.
+// Renders that a signal ends, and renders that run in a terminal.
 
 namespace varno::test {
 namespace {
@@ -20,7 +20,7 @@ using testing::HasSubstr;
 constexpr int kSignalStatus = 128;
 constexpr int kWaitMs = 60'000;
 
-// Tells when a file is made in a folder.
+// Reports when a file is created in a folder.
 class FolderWatch {
 public:
     explicit FolderWatch(const std::filesystem::path& folder)
@@ -113,8 +113,8 @@ TEST_F(RenderInterruption, EndsSeveralJobs) {
 }
 
 // `script` gives the program a terminal and prints what it shows there. The second input is a pipe, read once
-// for its length and once, after a pause, to be rendered: it pauses for longer than the bar goes without a
-// redraw, so that one falls into these renders on a machine of any speed.
+// for its length and once, after a pause, to be rendered. The pause is longer than the interval between two
+// redraws of the bar, so that these renders include a redraw on a machine of any speed.
 class RenderTerminal : public ProgramTest {
 protected:
     RenderTerminal() {

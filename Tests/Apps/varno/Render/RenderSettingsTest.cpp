@@ -4,7 +4,7 @@
 
 #include <sndfile.h>
 
-// Settings of a render: where they come from, where they go, and how they move.
+// Settings of a render: their sources, where they are saved, and automation.
 
 namespace varno::test {
 namespace {
@@ -195,7 +195,7 @@ TEST_F(RenderSettings, MetersCoverMovesWithinABlock) {
 }
 
 TEST_F(RenderSettings, MetersShowTheirOwnBlockAlone) {
-    // Silence in the second half: what the first half showed must not linger.
+    // Silence in the second half: the values of the first half must not remain.
     auto sound = readReals(path("in.wav"));
     std::fill(sound.reals.begin() + kInputFrames, sound.reals.end(), 0.0);
     writeSound(path("half.wav"), sound);

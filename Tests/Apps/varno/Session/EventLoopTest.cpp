@@ -29,7 +29,7 @@ protected:
             },
             mNow);
     }
-    // Lets the time pass; each timer is called where its time has come.
+    // Advances the time; each timer that is due is called.
     void pass(TimerQueue::Period time) {
         mNow += time;
         mQueue.runDue(mNow);
@@ -99,7 +99,7 @@ TEST_F(TimerQueueTest, TimersComeAndGoInsideCalls) {
     });
     start(10ms, mB);
     pass(10ms);
-    EXPECT_EQ(calls(), "a"); // b was due too, and has gone
+    EXPECT_EQ(calls(), "a"); // b was due too, and was stopped
     pass(5ms);
     EXPECT_EQ(calls(), "a");
     pass(5ms);
@@ -229,7 +229,7 @@ TEST_F(EventLoopTest, ADescriptorThatWasClosedIsForgotten) {
     mLoop.startTimer(20ms, &mOther, [&] { mLoop.quit(); });
     pipe.closeOut();
     mLoop.run();
-    // One turn finds it, one waits; a loop that keeps it turns all the time.
+    // One turn detects it and one waits; a loop that kept the descriptor would never wait.
     EXPECT_LE(turns, 3);
     mLoop.unwatch(pipe.out(), &mOne);
 }
@@ -251,7 +251,7 @@ TEST_F(EventLoopTest, TimersRunBesideWatches) {
 TEST_F(EventLoopTest, QuitBeforeAWaitEndsIt) {
     mLoop.setBeforeWait([&] { mLoop.quit(); });
     mLoop.run();
-    mLoop.run(); // and it can go on later
+    mLoop.run(); // it can be run again
 }
 
 TEST_F(EventLoopTest, WhatACallThrowsEndsTheLoop) {

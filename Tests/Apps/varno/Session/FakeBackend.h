@@ -3,7 +3,7 @@
 
 #include "Session/LiveBackend.h"
 
-/// A sound system that a test drives by hand.
+/// A sound system whose blocks a test processes itself.
 
 namespace varno::test {
 
@@ -19,7 +19,7 @@ public:
 
     LiveStatus& changeableStatus() { return mStatus; }
     const LiveRequest& request() const { return mRequest; }
-    /// A block of the sound system's.
+    /// Processes one block, as the sound system does.
     void run(const float* const* inputs, float* const* outputs, int frames) const {
         mProcess(inputs, outputs, frames);
     }

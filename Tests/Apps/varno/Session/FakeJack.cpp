@@ -55,7 +55,7 @@ jack_latency_range_t& range(FakeJack::Port& port, jack_latency_callback_mode_t m
     return mode == JackCaptureLatency ? port.capture : port.playback;
 }
 
-// Keeps a callback of the client's.
+// Keeps a callback that the client registers.
 template<auto Member, class Callback>
 int keep(jack_client_t*, Callback callback, void* self) {
     server->*Member = callback;

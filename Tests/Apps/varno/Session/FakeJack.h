@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
-/// A JACK library that a test is the server of.
+/// A JACK library for which the test acts as the server.
 
 namespace varno::test {
 
-/// One at a time: the library's functions know no object.
+/// Only one may exist at a time: the library's functions receive no object.
 class FakeJack {
 public:
     struct Port {
@@ -32,8 +32,8 @@ public:
     static JackFunctions functions();
     Port& port(const std::string& name);
 
-    // What the server is like.
-    jack_status_t refusal{}; ///< Of clients; none where it is 0.
+    // Properties of the server.
+    jack_status_t refusal{}; ///< Why clients are refused; 0: they are not.
     bool refusesPorts = false;
     bool refusesToStart = false;
     jack_nframes_t rateHz = 44'100;
@@ -49,7 +49,7 @@ public:
     std::vector<std::unique_ptr<Port>> ports;
     std::vector<std::pair<std::string, std::string>> connections;
 
-    // What it wants to be called with.
+    // The callbacks that it has registered, and their argument.
     JackProcessCallback process = nullptr;
     JackXRunCallback xrun = nullptr;
     JackBufferSizeCallback bufferSize = nullptr;

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-/// An RtAudio library whose devices a test makes up.
+/// An RtAudio library whose devices a test defines.
 
 namespace varno::test {
 
-/// One at a time: the library's functions know no object.
+/// Only one may exist at a time: the library's functions receive no object.
 class FakeRtAudio {
 public:
     FakeRtAudio();
@@ -20,12 +20,12 @@ public:
 
     static RtAudioFunctions functions();
 
-    // What the machine is like.
+    // Properties of the machine.
     std::vector<rtaudio_api_t> apisWithDevices = {RTAUDIO_API_LINUX_PULSE, RTAUDIO_API_LINUX_ALSA};
     std::vector<rtaudio_api_t> unknownApis;
-    const char* refusal = nullptr; ///< Of streams.
+    const char* refusal = nullptr; ///< Why streams are refused; null: they are not.
     bool refusesToStart = false;
-    unsigned blockFrames = 300; ///< Whatever was asked for.
+    unsigned blockFrames = 300; ///< Whatever was requested.
     unsigned rateHz = 44'100;   ///< Likewise.
 
     // What the program has done.

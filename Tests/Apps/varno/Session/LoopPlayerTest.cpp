@@ -151,7 +151,7 @@ TEST_F(AudioLoopFile, RefusesWhatDoesNotFitTheMemory) {
 using namespace std::chrono_literals;
 using TimePoint = PlayerClock::TimePoint;
 
-// Time passes only where someone sleeps, and where a test lets it.
+// Time passes only during a sleep and where a test advances it.
 class FakeClock : public PlayerClock {
 public:
     FakeClock(int sleeps, std::atomic<bool>& shallStop)
@@ -204,7 +204,7 @@ protected:
 TEST_F(PacedBlocksTest, KeepTimeWithoutDrift) {
     const PlayerFormat format{44'100.0, 2, 512};
     constexpr int kBlocks = 400'000; // more than an hour
-    // Each block takes another while to process, always less than it lasts.
+    // Each block takes a different time to process, always less than its duration.
     const auto ends =
         play(format, kBlocks, [](FakeClock& clock, int block) { clock.pass(block % 11 * 1ms); });
     for (int block = 0; block < kBlocks; ++block) {

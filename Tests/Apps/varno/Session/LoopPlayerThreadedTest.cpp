@@ -38,7 +38,7 @@ TEST(ClockedPlayer, TakesAboutTheTimeOfItsAudio) {
     const auto start = Clock::now();
     const ClockedPlayer player({10'000.0, 1, 100}, [&](float* const*, int) { ++blocks; });
     ASSERT_TRUE(eventually([&] { return blocks >= 6; }));
-    // The sixth block of 10 ms comes no earlier; how much later is the machine's affair.
+    // The sixth block of 10 ms comes no earlier; how much later depends on the machine.
     EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(50));
 }
 

@@ -72,7 +72,7 @@ TEST_F(RtAudioBackendTest, ProcessesChannelsThatLieOneBehindTheOther) {
     EXPECT_EQ(backend.status().overruns(), 2);
 }
 
-// What the library does with a device that has gone: blocks come as fast as they are processed.
+// After a device was removed, the library requests blocks as fast as they are processed.
 TEST_F(RtAudioBackendTest, ADeviceThatKeepsNoTimeHasGone) {
     constexpr unsigned kFrames = 1000;
     RtAudioBackend backend(FakeRtAudio::functions(), {});
@@ -84,7 +84,7 @@ TEST_F(RtAudioBackendTest, ADeviceThatKeepsNoTimeHasGone) {
         }
         backend.check();
     };
-    play(44); // a second that had been waiting
+    play(44); // a second of delayed blocks
     play(44);
     EXPECT_EQ(backend.status().ending(), std::nullopt);
     play(1'000'000);

@@ -31,7 +31,7 @@ protected:
     TemporaryFolder mFolder;
 };
 
-// Larger than the screen and covered by another window: the picture is whole all the same.
+// Larger than the screen and covered by another window: the picture is complete nevertheless.
 TEST_F(WindowPictureTest, ShowsTheWholeWindowWithItsChildren) {
     const XServer server(XServer::Screen{640, 480});
     XConnection connection(server.display());

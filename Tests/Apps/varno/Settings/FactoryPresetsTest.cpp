@@ -7,7 +7,7 @@
 
 #include <filesystem>
 
-// Which presets a bundle brings, and which file a user means.
+// Which presets a bundle contains, and which file a name from the user stands for.
 
 namespace varno::test {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-// Which module the program uses, and what it says about one that it cannot use.
+// Which module the program uses, and what it reports about one that it cannot use.
 
 namespace varno::test {
 namespace {
@@ -81,7 +81,7 @@ TEST_F(ModuleLoadingTest, RefusesABinaryThatIsNone) {
 
 // The system would end a program that loads a binary whose end is missing.
 TEST_F(ModuleLoadingTest, RefusesATruncatedBinary) {
-    constexpr std::size_t kWithinTheCode = 100'000; // symbols at the end of the file are not missed
+    constexpr std::size_t kWithinTheCode = 100'000; // the symbols at the end of the file are not needed
     const std::string binary = readFile(VARNO_MODULE_BINARY);
     ASSERT_GT(binary.size(), 2 * kWithinTheCode);
     for (const std::size_t length : {std::size_t{17}, std::size_t{1000}, kWithinTheCode}) {

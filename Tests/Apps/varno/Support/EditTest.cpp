@@ -67,7 +67,7 @@ std::string EditTest::bundle(const std::string& name) {
 }
 
 std::vector<std::string> EditTest::words(const std::vector<std::string>& arguments) const {
-    // Whoever runs the tests does not hear them.
+    // No test plays sound on the machine that runs it.
     std::vector<std::string> words = varnoWords({"edit", "--sound", "off"});
     words.insert(words.end(), arguments.begin(), arguments.end());
     return words;

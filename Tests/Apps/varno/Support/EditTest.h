@@ -28,9 +28,9 @@ protected:
     xcb_window_t window() const;
     /// A text property of the program's window.
     std::string text(const std::string& property) const;
-    /// Has the window closed as a window manager does.
+    /// Requests that the window closes, as a window manager does.
     void close() const;
-    /// Takes the keyboard's focus to the program's window and taps a key with others held.
+    /// Gives the program's window the keyboard focus and taps a key while others are held.
     void tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held = {}) const;
 
     static std::string bundle(const std::string& name);

@@ -24,7 +24,7 @@ void PrintTo(const Bytes& bytes, std::ostream* out);
 /// Runs the program with these arguments; no module is named in the environment unless `surroundings` does.
 Outcome runVarno(const std::vector<std::string>& arguments, Surroundings surroundings = {});
 
-/// The words of such a run, for a Subprocess or a shell.
+/// The command line of such a run, for a Subprocess or a shell.
 std::vector<std::string> varnoWords(const std::vector<std::string>& arguments);
 
 /// Expects that the program has printed one line on standard error and nothing else.
@@ -35,7 +35,8 @@ class ProgramTest : public testing::Test {
 protected:
     /// Runs the program in the test's folder.
     Outcome varno(const std::vector<std::string>& arguments) const;
-    /// Runs it and expects that it does its work and says nothing on standard error.
+    /// Runs it and expects that it succeeds and prints nothing on standard error. Returns its standard
+    /// output.
     std::string varnoOut(const std::vector<std::string>& arguments) const;
     /// Runs it and expects that it prints one line on standard error and nothing else.
     /// @return the line without its start "varno: " and its end

@@ -17,13 +17,13 @@ namespace varno::test {
 inline constexpr int kWav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
 inline constexpr int kWavFloat = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
 
-/// Interleaved samples as libsndfile, the independent judge, reads and writes them: integers in the uppermost
-/// bits of 32, floating point at full scale +-1.
+/// Interleaved samples as libsndfile, the independent reference, reads and writes them: integers in the
+/// uppermost bits of 32, floating point at full scale +-1.
 struct Sound {
     int format = 0; // libsndfile's number
     int channels = 1;
     int rateHz = 48'000;
-    std::vector<std::int32_t> integers; // or
+    std::vector<std::int32_t> integers; // or reals
     std::vector<double> reals;
 };
 
