@@ -134,7 +134,7 @@ RC_GTEST_PROP(PacketExchangeTest, TheReaderSeesTheLastPublishedValueOfEveryPort,
 
 constexpr double kRate = 48000.0;
 
-// Plays a second of silence after a tap of 1.0, in buffers of one size, and tells the value at the end.
+// Plays a second of silence after a tap of 1.0, in buffers of one size, and returns the value at the end.
 float afterASecond(std::int32_t frames) {
     MeterBank meters({1}, kRate);
     meters.beforeBuffer();

@@ -28,7 +28,7 @@ protected:
         instance.process(inputs, outputs, 8);
     }
 
-    // A whole life of an instance under one fault.
+    // The whole life of an instance while the module has one fault.
     void liveWith(Fault fault) {
         const FaultScope scope(fault);
         const auto instance = makeInstance();

@@ -11,11 +11,11 @@
 
 namespace varno::fixture {
 
-/// Writes down what it is told. On a timer call it offers a mouse-down on "Gain" to the host.
+/// Records its calls. On a timer call it offers a mouse-down on "Gain" to the host.
 class FixtureEditor : public FixtureObject<AAX_IACFEffectGUI> {
 public:
     static IACFUnknown* Create();
-    /// What all editors were told since the last call.
+    /// The calls of all editors since this was last called.
     static std::vector<std::string> takeLog();
 
     AAX_Result Initialize(IACFUnknown* host) override;

@@ -19,7 +19,7 @@ inline constexpr AAX_CTypeID kStereoTiID = AAX_FourCC("FxTs");
 ModuleEntryPoints entryPoints();
 /// The host's services between startup and shutdown, else null.
 AAX_IACFHostServices_V3* services();
-/// Lets go of the property map that a faulty module has kept.
+/// Releases the property map that a faulty module has kept.
 void releaseKeptPropertyMap();
 
 } // namespace varno::fixture

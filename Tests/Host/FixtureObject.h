@@ -11,7 +11,7 @@ namespace varno::fixture {
 /// The module's live objects.
 inline std::atomic<int> gLiveObjects{0};
 
-/// Answers to the root interface and to one other.
+/// Answers queries for the root interface and for one other.
 template<class Interface>
 class FixtureObject : public Interface {
 public:

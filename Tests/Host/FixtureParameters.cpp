@@ -28,7 +28,7 @@ bool isGain(AAX_CParamID paramID) {
     return std::strcmp(paramID, "Gain") == 0;
 }
 
-// Answers to nothing but the root interface.
+// Answers queries for the root interface only.
 class Mute final : public FixtureObject<IACFUnknown> {
 public:
     Mute()

@@ -115,9 +115,9 @@ private:
     ACFPtr<AAX_IACFAutomationDelegate> mAutomation;
 };
 
-/// Posts the gain 0.125 to the last initialised instance, from whatever thread calls.
+/// Posts the gain 0.125 to the last initialised instance, on the calling thread.
 void postFromAnywhere();
-/// Lets go of what a faulty module has kept: its host (after posting to it once more) and its data model.
+/// Releases what a faulty module has kept: its host (after posting to it once more) and its data model.
 void useAndReleaseKeptHost();
 void releaseKeptDataModel();
 

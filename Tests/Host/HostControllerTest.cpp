@@ -220,7 +220,7 @@ TEST_F(HostTransportTest, TurnsFramesIntoTicks) {
     EXPECT_EQ(40, ticksAt(1));
     EXPECT_EQ(-40, ticksAt(-1));
     EXPECT_EQ(960000, ticksAt(kBeatFrames));
-    // A day and more, still to the tick.
+    // More than a day, still exact to the tick.
     EXPECT_EQ(40LL * 10000000000LL, ticksAt(10000000000LL));
 }
 

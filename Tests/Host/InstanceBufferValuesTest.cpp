@@ -1,4 +1,4 @@
-// Values that come with a buffer, given on the audio thread.
+// Values that are passed with a buffer, on the audio thread.
 #include "Host/InstanceHost.h"
 #include "Tests/Host/FixtureTest.h"
 
@@ -20,7 +20,7 @@ protected:
         return static_cast<std::size_t>(instance.parameter("Gain")->index);
     }
 
-    // What the instance makes of a sample of 1.
+    // The instance's output for a sample of 1.
     static float processOne(Instance& instance) {
         const float input[] = {1.0F};
         float output[] = {0.0F, 0.0F};

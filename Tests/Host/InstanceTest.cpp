@@ -20,7 +20,7 @@ using testing::HasSubstr;
 
 class InstanceTest : public FixtureTest {
 protected:
-    // Processes one stereo buffer of ones and hands back the left output.
+    // Processes one stereo buffer of ones and returns the left output.
     static std::vector<float> processOnes(Instance& instance, std::int32_t frames) {
         const std::vector<float> ones(static_cast<std::size_t>(frames), 1.0F);
         std::vector<float> left(ones.size(), -9.0F);

@@ -14,7 +14,7 @@ constexpr int kBlocks = 20000;
 
 class InstanceThreadedTest : public FixtureTest {
 protected:
-    // Processes blocks of ones and counts outputs that no gain between 0 and 1 makes.
+    // Processes blocks of ones and counts outputs that no gain between 0 and 1 can produce.
     static int processBlocks(Instance& instance, int blocks) {
         int wrong = 0;
         const std::vector<float> ones(kFrames, 1.0F);

@@ -135,7 +135,7 @@ namespace fs = std::filesystem;
 const fs::path kFixtureBundle = fs::path(VARNO_FIXTURE_BUNDLES) / "Fixture.aaxplugin";
 const fs::path kIncompleteBundle = fs::path(VARNO_FIXTURE_BUNDLES) / "Incomplete.aaxplugin";
 
-// The path of a bundle's binary below the bundle, as found in a sound one.
+// The path of a bundle's binary below the bundle, as found in an intact one.
 fs::path binaryBelow(const std::string& name) {
     for (const auto& entry : fs::recursive_directory_iterator(kFixtureBundle)) {
         if (entry.path().filename() == "Fixture.so") {

@@ -35,7 +35,7 @@ ParameterValues automationOf(const AlgParameters& parameters);
 
 /// Processes buffers with the instance, for renderChecked.
 BufferProcessor processorOf(Instance& instance);
-/// The instance's output for a signal, in buffers of several lengths; any complaint fails the test.
+/// The instance's output for a signal, in buffers of several lengths; any fault fails the test.
 Signal render(Instance& instance, const Signal& input);
 
 /// The module that is linked into this program, in the host, at the sample rates of the effect; what is made

@@ -8,12 +8,12 @@
 
 namespace varno::test {
 
-/// The faults of all plug-ins of the bundle, one line each: what a host would be misled by, refuse or warn
-/// of.
+/// The faults of all plug-ins of the bundle, one line each: what would mislead a host, or what a host would
+/// refuse or warn about.
 std::vector<std::string> faultsOfBundle(const std::filesystem::path& bundle);
 
-/// The faults of a binary that exports anything but `symbol`, brings processes into being, needs writing to
-/// its code, or needs a C++ library, which a host may have another one of.
+/// The faults of a binary that exports anything but `symbol`, creates processes, needs write access to its
+/// code, or needs a C++ library, of which a host may have loaded another version.
 std::vector<std::string> faultsOfBinary(const std::filesystem::path& binary, const std::string& symbol);
 
 } // namespace varno::test

@@ -1,4 +1,4 @@
-// The bundle as hosts find it on disk, and its linter held against bundles with one fault each.
+// The bundle as hosts find it on disk, and its linter, checked with bundles that have one fault each.
 #include "Tests/Formats/LV2/BundleLint.h"
 
 #include "Tests/Support/TemporaryFolder.h"
@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A copy of the bundle, to be spoilt.
+// A copy of the bundle, to be damaged.
 class Bundle : public testing::Test {
 protected:
     Bundle() {

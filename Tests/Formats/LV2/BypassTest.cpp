@@ -73,7 +73,7 @@ TEST(Bypass, isWhatIsNotAboveZero) {
     EXPECT_FALSE(isBypassed(notANumber));
 }
 
-// The outputs of three plug-ins that hear the same: one that is switched at `start`, one that never is
+// The outputs of three plug-ins with the same input: one that is switched at `start`, one that never is
 // bypassed and one that always is.
 struct Switched {
     Signal switched;
@@ -137,7 +137,7 @@ float steepest(const std::vector<float>& samples) {
 }
 
 TEST(Bypass, doesNotClick) {
-    // Switched where the sine is at its height, and the processed one differs most from it.
+    // Switched at the peak of the sine, and the processed one differs most from it.
     const Signal input = sine(9600, 100.0, 0.5F);
     for (const bool toBypass : {true, false}) {
         const Switched sound = switchAt(4440, toBypass, input, 120);

@@ -1,4 +1,4 @@
-// What hosts call before and after they run a plug-in, and what they really pass.
+// What hosts call before and after they run a plug-in, and which arguments they really pass.
 #include "LV2/Ports.h"
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Support/Signal.h"
@@ -79,7 +79,7 @@ TEST(Descriptor, makesAPluginAtEverySupportedRateOnly) {
               std::string::npos);
 }
 
-// A host's log that keeps what it is told.
+// A host's log that keeps its messages.
 struct Log {
     std::string text;
     LV2_URID type = 0;

@@ -1,4 +1,5 @@
-/// The ports of the plug-ins as sessions of users hold them, by symbol and by index: never to change.
+/// The ports of the plug-ins by symbol and by index. Users' sessions refer to them, so they must never
+/// change.
 #ifndef VARNO_TESTS_FORMATS_LV2_FROZENSYMBOLS_H
 #define VARNO_TESTS_FORMATS_LV2_FROZENSYMBOLS_H
 

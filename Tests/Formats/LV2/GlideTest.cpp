@@ -1,4 +1,4 @@
-// What is heard of a control port that jumps.
+// What can be heard when a control port jumps.
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Integration/HostedEffect.h"
 #include "Tests/Support/Signal.h"
@@ -132,7 +132,8 @@ TEST_F(Glide, endsAtTheValueItself) {
     const std::vector<float> found = renderChecked(process, input, {.blocks = {kRunFrames}}).output[0];
     const std::vector<float> expected =
         renderChecked(there.processor(), input, {.blocks = {kRunFrames}}).output[0];
-    // Neither value has a memory: from the end of the glide on, the output is that of the values.
+    // The processing of these values keeps no state: from the end of the glide on, the output is that of the
+    // new values.
     const auto end = 2 * kRunFrames + 480 + 32;
     EXPECT_NE(found[end - 100], expected[end - 100]);
     EXPECT_TRUE(std::equal(found.begin() + end, found.end(), expected.begin() + end));

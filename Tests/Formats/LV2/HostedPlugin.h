@@ -1,4 +1,4 @@
-/// A plug-in driven as hosts do: through the C functions of its descriptor alone.
+/// A plug-in that is called as by a host: through the C functions of its descriptor alone.
 #ifndef VARNO_TESTS_FORMATS_LV2_HOSTEDPLUGIN_H
 #define VARNO_TESTS_FORMATS_LV2_HOSTEDPLUGIN_H
 

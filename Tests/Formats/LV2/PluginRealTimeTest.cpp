@@ -1,5 +1,5 @@
-// A run reaches no allocator, file or wait, whatever has moved; of all locks only those of the module's own
-// data, which nobody else holds; and with everything at rest not even these.
+// A run calls no allocator, file or wait, whichever values have changed. Of all locks it takes only those of
+// the module's own data, which no other thread holds, and while no value changes not even these.
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Support/RealTimeGuard.h"
 #include "Tests/Support/Signal.h"

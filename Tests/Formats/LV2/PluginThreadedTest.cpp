@@ -10,7 +10,7 @@
 namespace varno::test {
 namespace {
 
-// Renders with values that move from run to run.
+// Renders with values that change from run to run.
 Signal renderMoving(std::size_t channels, const Signal& input) {
     HostedPlugin plugin(channels);
     int run = 0;

@@ -1,4 +1,4 @@
-// The sound of a plug-in in the ways in which hosts hand it over.
+// The output of a plug-in for the different ways in which hosts pass audio.
 #include "Tests/Formats/LV2/HostedPlugin.h"
 #include "Tests/Integration/HostedEffect.h"
 #include "Tests/Support/Signal.h"
@@ -157,7 +157,7 @@ TEST(RunReactivated, soundsLikeAFreshOne) {
 TEST(RunLatency, isOneFrameAndTold) {
     for (const std::size_t channels : {std::size_t{1}, std::size_t{2}}) {
         HostedPlugin plugin(channels);
-        plugin.run(0); // hosts ask so
+        plugin.run(0); // as hosts do to read the latency
         EXPECT_EQ(plugin.port("latency"), 1.0F);
         // All dry: the processed path is late by itself.
         plugin.set({{"mix", 1.0F}});

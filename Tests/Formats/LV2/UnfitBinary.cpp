@@ -1,4 +1,4 @@
-// A binary that hosts had better not load: it shows too much, starts processes and needs the C++ library.
+// A binary that hosts should not load: it exports too much, starts processes and needs the C++ library.
 #include <string>
 #include <unistd.h>
 

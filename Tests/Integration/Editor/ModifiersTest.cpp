@@ -104,7 +104,7 @@ TEST_F(Modifiers, aDragGoesOnWhereTheKeysChange) {
 }
 
 TEST_F(Modifiers, theHostsOwnKeysCount) {
-    // The host has the keyboard's focus: only it knows of the key.
+    // The host has the keyboard's focus: only the host receives the key.
     instance->setNormalized("Hot", 1.0);
     window->container().setModifiers(AAX_eModifiers_Option);
     click(*window, "Hot");

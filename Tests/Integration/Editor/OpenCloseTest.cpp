@@ -1,4 +1,4 @@
-// What editors leave behind that are opened and closed many times.
+// What editors leave behind when they are opened and closed many times.
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include "Tests/Support/Subprocess.h"

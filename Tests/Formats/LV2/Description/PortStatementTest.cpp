@@ -1,4 +1,4 @@
-// The labelled values of ports, held against what the effect makes of the values.
+// The labelled values of ports, compared with what the effect computes from the values.
 #include "LV2/Description/PortStatement.h"
 
 #include "DemoGain_Coefficients.h"

@@ -66,7 +66,7 @@ TEST_F(HostOfferTest, isNothingWithoutFeatures) {
 
 TEST_F(HostOfferTest, holdsAWindowUnlessItsNumberIsNone) {
     const auto parent = [](std::uintptr_t window) {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): windows are told in the place of pointers
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a window's number is passed as a pointer
         return LV2_Feature{LV2_UI__parent, reinterpret_cast<void*>(window)};
     };
     EXPECT_EQ(offerOf({{nullptr, nullptr}, parent(0x1200003)}).parent, 0x1200003U);

@@ -65,7 +65,7 @@ void WindowHost::open() {
     if (mManners.parent != NotOffered) {
         const auto number =
             std::uintptr_t{mManners.parent == Window ? mParent.id() : xcb_window_t{XCB_WINDOW_NONE}};
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): windows are told in the place of pointers
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a window's number is passed as a pointer
         features.push_back({LV2_UI__parent, reinterpret_cast<void*>(number)});
     }
     if (mManners.offersTouch) {

@@ -18,7 +18,7 @@
 
 namespace varno::test {
 
-/// What the binary's one function tells; stays loaded to the end of the program.
+/// What the binary's one function returns. The binary stays loaded until the program ends.
 const LV2UI_Descriptor* windowDescriptor(std::uint32_t index = 0);
 
 /// Identifiers as numbers.
@@ -44,7 +44,7 @@ struct HostManners {
     bool offersResize = true;
     std::optional<float> scale{};
     std::string title{};
-    bool repeatsWrites = false; ///< Tells a port's value back while it is being written.
+    bool repeatsWrites = false; ///< Reports a port's value back while it is being written.
     Place onScreen{};
 };
 
@@ -61,7 +61,7 @@ struct HostEvent {
 void PrintTo(const HostEvent& event, std::ostream* out);
 
 /// A host with a window of 1 x 1 pixels, which becomes as large as it is asked to. The window in it is open
-/// from the making on, if it could be made.
+/// from construction on, if it could be created.
 class WindowHost {
 public:
     explicit WindowHost(const XClient& client, const HostManners& manners = {});
@@ -73,7 +73,7 @@ public:
     void close();
     void destroyParent() { mParent.destroy(); }
 
-    /// One idle call, when the display has done all that was asked; what it answers.
+    /// One idle call, after the display has carried out all requests. Returns its result.
     int turn();
     void tell(std::uint32_t port, float value);
     /// With a size and a protocol of the caller's.
@@ -83,10 +83,10 @@ public:
 
     /// All calls so far, in their order; forgets them.
     std::vector<HostEvent> takeEvents();
-    /// The size that the window has asked for last; nothing before.
+    /// The size that the window has requested last; nothing before.
     std::optional<Area> askedSize() const { return mAskedSize; }
     xcb_window_t parent() const { return mParent.id(); }
-    /// The window that instantiate has told.
+    /// The window that instantiate has returned.
     xcb_window_t widget() const { return mWidget; }
     Area areaOf(xcb_window_t window) const;
     Picture picture(const Area& area) const;

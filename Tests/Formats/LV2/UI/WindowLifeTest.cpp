@@ -1,4 +1,4 @@
-// Windows that come and go, in hosts of all kinds.
+// Windows that are opened and closed, in hosts of all kinds.
 #include "Tests/Formats/LV2/UI/WindowTest.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
 #include "Tests/Support/Subprocess.h"
@@ -19,7 +19,7 @@ namespace {
 
 class WindowLife : public WindowTest {
 protected:
-    // Whether an open window answers a hand.
+    // Whether an open window responds to the mouse.
     void expectAlive(WindowHost& host) {
         host.takeEvents();
         click(host, "HP");
@@ -238,7 +238,7 @@ TEST_F(WindowLife, leavesNothingBehindHoweverOftenItIsOpened) {
         }
     }
     EXPECT_LE(openDescriptors(), descriptors);
-    // The server takes note of a client that leaves some time after it has left.
+    // The server notices that a client has disconnected some time later.
     EXPECT_TRUE(eventually([&] { return isNoMore(countResources(client), resources); }));
     const std::ptrdiff_t growth = residentBytes() - resident;
     RecordProperty("growth_bytes", std::to_string(growth));

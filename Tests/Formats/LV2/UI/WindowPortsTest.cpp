@@ -1,4 +1,4 @@
-// What goes between the window and the ports of its host.
+// What is exchanged between the window and the ports of its host.
 #include "Tests/Formats/LV2/UI/WindowTest.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
@@ -164,7 +164,7 @@ TEST_F(WindowPorts, hearOfEveryChangeThatAPresetBrings) {
     std::vector<HostEvent> events = writesOf(host->takeEvents());
     EXPECT_EQ(only(events, kGain), (std::vector<HostEvent>{{Kind::Write, kGain, 0.5F}}));
     EXPECT_EQ(only(events, kMix), (std::vector<HostEvent>{{Kind::Write, kMix, 0.0F}}));
-    // The host has not told of the rest yet.
+    // The host has not reported the other values yet.
     std::ranges::sort(events, {}, &HostEvent::port);
     EXPECT_EQ(std::ranges::adjacent_find(events, {}, &HostEvent::port), events.end()) << "told twice";
     EXPECT_EQ(events.size(), 13U);

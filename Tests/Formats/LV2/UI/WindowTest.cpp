@@ -33,7 +33,7 @@ std::unique_ptr<WindowHost> WindowTest::show(const HostManners& manners) {
     return host;
 }
 
-// What the editor asks the server in the first turn, as for more of the mouse, it hears in the second.
+// What the editor asks the server in the first turn, such as further motion, is answered in the second.
 void WindowTest::settle(WindowHost& host) {
     host.turn();
     host.turn();

@@ -1,4 +1,4 @@
-/// Tests of the window on a screen, with a person's hand on the mouse.
+/// Tests of the window on a screen, which use the mouse as a person does.
 #ifndef VARNO_TESTS_FORMATS_LV2_UI_WINDOWTEST_H
 #define VARNO_TESTS_FORMATS_LV2_UI_WINDOWTEST_H
 
@@ -35,7 +35,7 @@ protected:
     template<typename Condition>
     static bool await(WindowHost& host, Condition condition);
 
-    // A hand. Every step is over when the window has heard of it.
+    // The mouse. Each of these returns when the window has received its events.
 
     void point(WindowHost& host, const std::string& id, Place inControl);
     void press(WindowHost& host);
