@@ -499,7 +499,7 @@ TEST(ParameterDelegates, MayHaveNoTextForAValue) {
 }
 
 RC_GTEST_PROP(ParameterProperty, KeepsAnyFloatOfItsRangeThroughTheHost, (std::uint32_t bits)) {
-    // A value that the host has read and returns is still the value.
+    // The host may read the normalized value and set it again: the parameter keeps its value.
     const float real = static_cast<float>(bits) / 4294967296.0F;
     const auto parameter = makeFloatParameter();
     parameter->SetValueWithFloat(real);

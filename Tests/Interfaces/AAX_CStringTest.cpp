@@ -99,7 +99,7 @@ TEST(AAX_CStringTest, MoveAssignmentExchangesTheTexts) {
     AAX_CString b("y");
     a = std::move(b);
     EXPECT_STREQ(a.Get(), "y");
-    EXPECT_STREQ(b.Get(), "x"); // NOLINT(bugprone-use-after-move): the exchange is promised
+    EXPECT_STREQ(b.Get(), "x"); // NOLINT(bugprone-use-after-move): the exchange is specified
 }
 
 TEST(AAX_CStringTest, CStringIsGet) {

@@ -39,7 +39,7 @@ Channel channelOf(SDemoGain_Alg_State& s, std::size_t i) {
             s.mClipGain[i]};
 }
 
-// What is worked out once per buffer.
+// What is computed once per buffer.
 struct Setup {
     float gIn;
     float gVol;

@@ -1,4 +1,4 @@
-/// The signal path written down sample by sample, as it is defined: nothing is clever here.
+/// The signal path written down sample by sample, as it is defined, without any optimisation.
 #ifndef VARNO_TESTS_REFERENCE_REFERENCEROUTINE_H
 #define VARNO_TESTS_REFERENCE_REFERENCEROUTINE_H
 

@@ -1,4 +1,4 @@
-"""./run test --hosts builds what foreign hosts load, and runs and counts each of their tests by itself."""
+"""./run test --hosts builds what foreign hosts load, and runs and counts each of their tests separately."""
 import shutil
 import unittest
 

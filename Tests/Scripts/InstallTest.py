@@ -45,7 +45,7 @@ echo "$*" | sed 's/^-q -o [^ ]* //' >>"{calls}"
 }}
 """
 
-# Another user's rights: only root can change to them.
+# Changes to another user, which only root may do.
 AS_NOBODY = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
 
 

@@ -59,7 +59,7 @@ class ManualTest(FixtureProject):
         (self.root / "Tests/ForeignHosts/run").chmod(0o755)
         self.command("convert", 'echo "a picture" >"${@: -1}"\n')
         self.command("mogrify", "")
-        # The text that it is given to draw.
+        # The text that it is to draw.
         self.command("pango-view", 'for word; do case $word in --output=*) cp "${@: -1}" "${word#*=}" ;; esac; done\n')
         self.server = self.folder / "server"
         self.command("Xvfb", f'echo $$ >"{self.server}"\necho 77 >&3\nexec sleep 600\n')

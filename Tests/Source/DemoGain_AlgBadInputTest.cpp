@@ -1,4 +1,4 @@
-// Whatever a host feeds the routine, it returns, and what it leaves behind is finite.
+// Whatever input a host passes to the routine, it returns, and its output and state are finite.
 #include "Alg/DemoGain_State.h"
 #include "Tests/Support/AlgFixture.h"
 #include "Tests/Support/Signal.h"
@@ -188,9 +188,9 @@ TEST_P(DemoGain_AlgBadInput, BrokenPacketsLeaveNothingBroken) {
 
 TEST_P(DemoGain_AlgBadInput, ABrokenStateStartsAnew) {
     constexpr std::size_t kWords = sizeof(SDemoGain_Alg_State) / sizeof(float);
-    // The last outputs are written, not read, a clip gain that is not a number gives way to its target, mono
-    // writes the right channel's delayed input, and a buffer of this length lets the post sections forget: it
-    // mends these words without a new start.
+    // Bad values in these words disappear within a buffer without a new start: the last outputs are only
+    // written; a clip gain that is not a number is replaced by its target; mono writes the right channel's
+    // delayed input; and after a buffer of this length the old states of the post sections have no influence.
     std::set<std::size_t> mending = {8, 9, 93, 94};
     if (GetParam() == 1) {
         mending.insert(92);

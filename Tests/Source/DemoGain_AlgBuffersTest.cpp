@@ -1,4 +1,4 @@
-// How the host cuts and lays its buffers, and what else it runs, does not change a bit.
+// The lengths and places of the host's buffers, and other instances, change no bit of the output.
 #include "Tests/Support/AlgFixture.h"
 #include "Tests/Support/Signal.h"
 

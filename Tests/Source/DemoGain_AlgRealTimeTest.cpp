@@ -1,4 +1,4 @@
-// The routine reaches no allocator, lock, file or wait, whatever it is given.
+// The routine calls no allocator, lock, file or wait, whatever its input.
 #include "Tests/Support/AlgFixture.h"
 #include "Tests/Support/RealTimeGuard.h"
 #include "Tests/Support/Signal.h"

@@ -1,4 +1,4 @@
-// What the signal path does, in the words of its users.
+// What the signal path does, as its users describe it.
 #include "DemoGain_Alg.h"
 
 #include "Tests/Reference/ReferenceRoutine.h"
@@ -183,7 +183,7 @@ TEST(DemoGain_Alg, HotDrivesFromAThousandthToTwentyAndTheLevelComesBack) {
     const std::size_t settled = 4800;
     EXPECT_NEAR(peakOf(rendered(gentle, quiet)[0], settled), 0.00005F, 0.000003F);
     EXPECT_NEAR(peakOf(rendered(hot, quiet)[0], settled), 0.00005F, 0.000003F);
-    // Driven by 20, a loud signal comes to the clipper's ceiling, and back down by the same factor.
+    // Driven by 20, a loud signal reaches the clipper's ceiling and is then reduced by the same factor.
     EXPECT_LT(peakOf(rendered(hot, sine(1.0F, 9600))[0], settled), 0.1F);
     EXPECT_GT(peakOf(rendered(gentle, sine(1.0F, 9600))[0], settled), 0.2F);
 }

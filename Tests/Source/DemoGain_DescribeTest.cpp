@@ -92,7 +92,7 @@ const Lines kModuleLines = {"collection.SetManufacturerName Morvak",
                             "collection.AddPackageName VarS",
                             "collection.SetPackageVersion 1"};
 
-// A description told to a recording host, whose diagnostics channel is open.
+// A description passed to a recording host, whose diagnostics channel is open.
 class Describe : public testing::Test {
 protected:
     AAX_Result describe() {

@@ -1,4 +1,5 @@
-// Memory that runs out while the data model is built. This program's allocator fails where it is told to.
+// Memory that runs out while the data model is built. This program's allocator fails where the test requests
+// it.
 #include "Tests/Source/DataModelFixture.h"
 
 #include <gtest/gtest.h>

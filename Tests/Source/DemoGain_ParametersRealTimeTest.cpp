@@ -1,6 +1,6 @@
-// What the data model does with a parameter, from the request for a value to the packet, reaches no
-// allocator, file or wait, and of all locks only the packets' own, which nobody else holds. So it can be
-// driven from a thread that must not wait, as long as no other thread drives it.
+// What the data model does with a parameter, from the request for a value to the packet, calls no allocator,
+// file or wait. Of all locks it takes only the packets' own, which no other thread holds. So it can be used
+// on a thread that must not wait, as long as no other thread uses it.
 #include "ACF/ACFPtr.h"
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_Parameters.h"

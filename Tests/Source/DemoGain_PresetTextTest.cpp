@@ -160,7 +160,7 @@ TEST(PresetTextParse, passesOnWhatIsFarOutOfRange) {
 }
 
 TEST(PresetTextParse, readsTheRestOfABrokenNumberAsTheNextLabel) {
-    // The label that stands there really is then due as a value.
+    // The following label, which is a correct one, is then read as a value.
     for (const char* number : {"0,5", "1.5.5", "infx", "nan(7)", "0.5dB", "1p3"}) {
         EXPECT_FALSE(isAccepted(number)) << number;
     }
@@ -275,9 +275,9 @@ TEST_F(PresetTextOnModel, comesBackAsItWasWritten) {
     }
 }
 
-// The C library's own scan as the judge.
+// The C library's own scan as the reference.
 
-// What the C library makes of a text.
+// How the C library reads a text.
 std::optional<Values> scanned(const std::string& text) {
     std::string word(text.size() + 1, '\0');
     float version = 0.0F;

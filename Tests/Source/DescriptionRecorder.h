@@ -1,4 +1,4 @@
-/// A host that takes a description and writes down every call, for tests.
+/// A host that receives a description and records every call, for tests.
 #ifndef VARNO_TESTS_SOURCE_DESCRIPTIONRECORDER_H
 #define VARNO_TESTS_SOURCE_DESCRIPTIONRECORDER_H
 
@@ -25,7 +25,7 @@ inline std::string codeText(AAX_CTypeID code) {
     return text;
 }
 
-/// The calls of one description, in order, and what they are answered with.
+/// The calls of one description, in order, and their results.
 struct DescriptionLog {
     std::vector<std::string> calls;
     /// Answers by the beginning of a call's text; AAX_SUCCESS for all others.

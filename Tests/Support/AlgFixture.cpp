@@ -15,7 +15,8 @@ namespace {
 
 using StateWords = std::array<float, sizeof(SDemoGain_Alg_State) / sizeof(float)>;
 
-// The words of a state. Those of the post sections that lie near enough to the expected ones count as these.
+// The words of a state. Those of the post sections are replaced by the expected ones where they are close
+// enough.
 std::vector<float> wordsOf(SDemoGain_Alg_State state, const SDemoGain_Alg_State& expected) {
     constexpr std::size_t kSectionWords = sizeof(SDemoGain_SectionState) / sizeof(float);
     using SectionWords = std::array<float, kSectionWords>;

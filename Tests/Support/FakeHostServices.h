@@ -12,7 +12,7 @@
 
 namespace varno {
 
-/// Knows one component: returns the objects that it offers instead of making new ones.
+/// Has one component: returns the objects that it offers instead of making new ones.
 class FakeComponentFactory : public FakeUnknown<IACFComponentFactory> {
 public:
     explicit FakeComponentFactory(const acfCLSID& classID)

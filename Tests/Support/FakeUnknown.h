@@ -1,4 +1,5 @@
-/// Host objects for tests: they offer what a test gives them, count their references and record their calls.
+/// Host objects for tests: they offer what a test passes to them, count their references and record their
+/// calls.
 #ifndef VARNO_TESTS_SUPPORT_FAKEUNKNOWN_H
 #define VARNO_TESTS_SUPPORT_FAKEUNKNOWN_H
 
@@ -53,7 +54,7 @@ private:
 /// A host object that only offers others.
 using FakeHost = FakeUnknown<IACFUnknown>;
 
-/// What a recording host object returns by default: a code that the library layer does not know.
+/// What a recording host object returns by default: a code that the library layer itself never returns.
 inline constexpr AAX_Result kHostResult = -4321;
 
 /// One argument as text: numbers by value, pointers and references by address.

@@ -26,7 +26,7 @@ void note(int RealTimeReport::*kind, const char* name) {
     }
 }
 
-// The function that an interposed one stands before.
+// The function that an interposed one replaces.
 void* next(std::atomic<void*>& slot, const char* name) {
     void* function = slot.load(std::memory_order_acquire);
     if (function == nullptr) {
@@ -77,7 +77,7 @@ using varno::test::RealTimeReport;
     extern "C" [[gnu::visibility("default")]] result counting_##name parameters __asm__(#name);              \
     extern "C" result counting_##name parameters
 
-// NOLINTBEGIN(bugprone-macro-parentheses): lists of parameters and arguments bring their own.
+// NOLINTBEGIN(bugprone-macro-parentheses): lists of parameters and arguments have their own.
 // The replacement of a function: it counts the call and passes it on.
 #define COUNTED(kind, result, name, parameters, arguments)                                                   \
     INTERPOSED(result, name, parameters) {                                                                   \

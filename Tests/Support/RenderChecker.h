@@ -1,4 +1,4 @@
-/// Renders audio through anything that processes buffers, in guarded memory, and says what it did wrong.
+/// Renders audio through anything that processes buffers, in guarded memory, and reports its faults.
 #ifndef VARNO_TESTS_SUPPORT_RENDERCHECKER_H
 #define VARNO_TESTS_SUPPORT_RENDERCHECKER_H
 

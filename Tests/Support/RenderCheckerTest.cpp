@@ -1,4 +1,4 @@
-// The checker lets a right processor pass and names each kind of wrong one.
+// The checker accepts a correct processor and names each kind of fault.
 #include "Tests/Support/RenderChecker.h"
 
 #include "Tests/Support/Signal.h"

@@ -43,8 +43,8 @@ public:
     explicit Subprocess(const std::vector<std::string>& words, const Surroundings& surroundings = {});
     Subprocess(const Subprocess&) = delete;
     Subprocess& operator=(const Subprocess&) = delete;
-    /// Ends the program where it still runs: with SIGTERM and, after `patience`, with SIGKILL. The
-    /// program also receives SIGTERM when the test's process dies.
+    /// Ends the program where it still runs: with SIGTERM and, after `patience`, with SIGKILL. The program
+    /// also receives SIGTERM when the test's process ends.
     ~Subprocess();
 
     pid_t pid() const { return mPid; }

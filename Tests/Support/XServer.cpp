@@ -18,7 +18,7 @@ namespace varno::test {
 namespace {
 
 // The pipe on which the server writes its display. It inherits the writing end, which is closed here once it
-// runs, so that reading ends where the server dies.
+// runs, so that reading ends when the server ends.
 class NamePipe {
 public:
     NamePipe() {
@@ -69,7 +69,7 @@ std::string sizeOf(XServer::Screen screen) {
 
 XServer::XServer(Screen screen, const std::vector<std::string>& more) {
     NamePipe name;
-    // Without -noreset the server starts afresh whenever its last client leaves, and may refuse the next
+    // Without -noreset the server resets whenever its last client disconnects, and may refuse the next
     // meanwhile.
     std::vector<std::string> words = {"Xvfb",     "-displayfd", std::to_string(name.writing()),
                                       "-screen",  "0",          sizeOf(screen),

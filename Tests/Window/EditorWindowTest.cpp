@@ -27,7 +27,7 @@ protected:
         mConnection.sync(); // only what is on the screen can have the focus
     }
 
-    // Lets the window handle what comes until the condition holds.
+    // Has the window handle its events until the condition holds.
     template<class Condition>
     bool comes(Condition condition) {
         return eventually([&] {
@@ -36,7 +36,7 @@ protected:
         });
     }
 
-    // What a view in the window is: a child of another connection that takes keys.
+    // As a view in the window: a child window of another connection, which receives keys.
     xcb_window_t makeChild() const {
         const xcb_window_t child = xcb_generate_id(mView.connection());
         const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS;
@@ -47,7 +47,7 @@ protected:
         return child;
     }
 
-    // The keys that the view has got since the last call.
+    // The keys that the view has received since the last call.
     std::vector<xcb_keycode_t> keysOfView() const {
         mView.synchronise();
         std::vector<xcb_keycode_t> keys;
@@ -148,7 +148,7 @@ TEST_F(EditorWindowTest, OnlyAnUnmanagedOneIsKeptFromWindowManagers) {
 }
 
 TEST_F(EditorWindowTest, AsksBeforeItIsClosed) {
-    send("WM_DELETE_WINDOW"); // nobody minds yet
+    send("WM_DELETE_WINDOW"); // no handler is set yet
     mWindow.handleEvents();
     bool isAsked = false;
     mWindow.setCloseHandler([&] { isAsked = true; });

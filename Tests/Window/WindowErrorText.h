@@ -1,4 +1,4 @@
-/// What a failure of a window says.
+/// The message of a failure of a window.
 #ifndef VARNO_TESTS_WINDOW_WINDOWERRORTEXT_H
 #define VARNO_TESTS_WINDOW_WINDOWERRORTEXT_H
 

@@ -1,4 +1,4 @@
-"""What the documents link to and which files of the tree they name exists."""
+"""What the documents link to exists, and so do the files of the tree that they name."""
 import pathlib
 import re
 import unittest

@@ -319,7 +319,7 @@ public:
     int clears = 0;
 };
 
-// Clears every page table it is given.
+// Clears every page table that it receives.
 class ClearingEffect : public TestEffect {
 public:
     mutable std::uint32_t lastType = 0;

@@ -39,7 +39,7 @@ protected:
         return *middle;
     }
 
-    // Where the pointers point, measured on the cap, of which nothing else moves.
+    // Where the pointers point, measured on the cap, where nothing else differs between the pictures.
     std::vector<double> pointerDegrees() const {
         constexpr double kInner = 9.0;
         constexpr double kOuter = 16.0;

@@ -67,7 +67,7 @@ protected:
     RatioSwitchTest()
         : pictures(test::bundlePictures(Art::kRatio, GetParam())) {}
 
-    // The mean brightness of what the mouse takes for a position.
+    // The mean brightness of the area in which a click chooses a position.
     static double brightness(const Image& picture, int position) {
         const int width = picture.width() / kPositions;
         double sum = 0.0;

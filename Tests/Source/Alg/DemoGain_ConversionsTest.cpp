@@ -19,7 +19,7 @@ namespace {
 
 using Vector = hn::FixedTag<float, 4>;
 
-// What a conversion makes of one value. The others of the vector are there to show that they do not matter.
+// The result of a conversion for one value. The other values of the vector must have no influence.
 template<class Conversion>
 float convert(float value, Conversion conversion) {
     const Vector d;

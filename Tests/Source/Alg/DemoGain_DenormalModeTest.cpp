@@ -13,7 +13,7 @@ namespace varno::test::denormalMode {
 
 namespace {
 
-// Changes the mode for a test and puts back what was.
+// Changes the mode for a test and restores it afterwards.
 class CallersMode {
 public:
     explicit CallersMode(const SDemoGain_FloatMode& mode)
@@ -35,19 +35,19 @@ std::vector<SDemoGain_FloatMode> callersModes() {
     modes.push_back({0x3F80U, 0});            // rounds down
     modes.push_back({0x5F80U, 0});            // rounds up
     modes.push_back({0x7F80U, 0});            // rounds towards zero
-    modes.push_back({0x1FBFU, 0});            // every exception noted already
+    modes.push_back({0x1FBFU, 0});            // every exception flag is set
     modes.push_back({0x1F80U & ~0x0E80U, 0}); // invalid, division by zero, overflow and underflow not masked
     modes.push_back({0x0000U, 0});            // nothing masked
 #else
     modes.push_back({std::uint64_t{1} << 22, 0}); // rounds up
     modes.push_back({std::uint64_t{2} << 22, 0}); // rounds down
     modes.push_back({std::uint64_t{3} << 22, 0}); // rounds towards zero
-    modes.push_back({0, 0x1FU});                  // exceptions noted already
+    modes.push_back({0, 0x1FU});                  // exception flags are set
 #endif
     return modes;
 }
 
-// Through volatile operands, and not inlined, so that the product is made when and where it is asked for.
+// Through volatile operands, and not inlined, so that the product is computed at the place of the call.
 [[gnu::noinline]] float multiplied(const volatile float& a, const volatile float& b) {
     return a * b;
 }
@@ -96,7 +96,7 @@ TEST(DemoGain_DenormalMode, GivesTheCallersModeBackToTheBit) {
 }
 
 TEST(DemoGain_DenormalMode, TheRoutineSoundsTheSameInEveryCallersModeAndGivesItBack) {
-    // Noise that dies away into denormals, then the largest samples that are processed.
+    // Noise that decays into denormals, then the largest samples that are processed.
     Signal input = noise(2, 4096, 9, 6.0);
     for (std::vector<float>& samples : input) {
         for (std::size_t n = 0; n < samples.size(); ++n) {

@@ -22,7 +22,7 @@ namespace {
 constexpr double kRate = 48000.0;
 constexpr std::size_t kFrames = 48000;
 
-// What of a filter's answer to a cosine of `hertz` reaches the end of a second: amplitude and phase.
+// A filter's response to a cosine of `hertz` in the second half of a second: amplitude and phase.
 template<class Filter>
 std::complex<double> answerAt(double hertz, Filter filter) {
     std::vector<float> in(kFrames);
@@ -71,7 +71,7 @@ std::complex<double> allPassAt(double hertz) {
     });
 }
 
-// What the curve asks for when the detector sees `detector`.
+// The curve's gain where the detector's signal is `detector`.
 float gainOf(const GainCurve& curve, float detector) {
     Settings settings{};
     settings.mCurve = curve;
@@ -150,7 +150,7 @@ TEST(DemoGain_DetectorStages, TheGainCurveHasThreeParts) {
 }
 
 TEST(DemoGain_DetectorStages, TheJoinsOfTheGainCurveAreStrict) {
-    // Levels in dB that LinToDb gives exactly: -80 for silence, 24 for its ceiling.
+    // Levels in dB that LinToDb returns exactly: -80 for silence, 24 for its ceiling.
     GainCurve curve{.mThreshold = -80.0F, .mTop = -35.0F, .mC = {1.0F, 0.0F, 0.0F, 0.0F}, .mTopGain = -99.0F};
     EXPECT_EQ(gainOf(curve, 0.0F), -0.000001F) << "at the threshold there is no reduction yet";
     curve.mThreshold = -21.0F;

@@ -25,7 +25,7 @@ float targetOf(float v, float bias) {
     return hn::GetLane(clipTarget(d, hn::Set(d, clipLevelOf(v, bias))));
 }
 
-// The clip gain that follows `clipGain` where `target` is asked for.
+// The clip gain that follows `clipGain` where the target is `target`.
 float clipGainAfter(float clipGain, float recovery, float target) {
     SDemoGain_Alg_State state{};
     state.mClipCoef = recovery;

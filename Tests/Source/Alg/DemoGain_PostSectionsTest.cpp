@@ -55,7 +55,7 @@ TEST(DemoGain_PostSections, EveryLengthOfBufferEndsWhereTheSectionsDo) {
                 advanceLiterally(state, y, expected[channel]);
             }
         }
-        // What a chunk holds behind its last frame counts for nothing.
+        // What a chunk holds behind its last frame has no influence.
         for (std::size_t frame = frames; frame % kChunkFrames != 0; ++frame) {
             clipped[frame / kChunkFrames][frame % kChunkFrames * 2] = 1.0F;
             clipped[frame / kChunkFrames][frame % kChunkFrames * 2 + 1] = -1.0F;

@@ -37,7 +37,7 @@ SDemoGain_Alg_State freshState(double sampleRate) {
     return state;
 }
 
-// Words that no rule gives a value: the ends of the unread groups, and one among the unused three.
+// Words that no rule sets: the ends of the unread groups, and one among the unused three.
 const std::set<std::size_t> kUnwrittenWords = {22, 23, 30, 31, 61};
 // Words that the routine neither reads nor writes.
 bool isUnread(std::size_t word) {

@@ -1,4 +1,4 @@
-// A module that shows more of itself than its entry points.
+// A module that exports more than its entry points.
 #define SHOWN [[gnu::visibility("default"), gnu::used]]
 
 extern "C" {

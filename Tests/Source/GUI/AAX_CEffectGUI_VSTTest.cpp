@@ -15,7 +15,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// Without a display: no frame can be opened, and everything else goes on.
+// Without a display: no frame can be opened, and everything else works.
 class AAX_CEffectGUI_VSTTest : public ::testing::Test {
 protected:
     AAX_CEffectGUI_VSTTest() {
@@ -111,7 +111,7 @@ TEST_F(AAX_CEffectGUI_VSTTest, AViewThatCannotBeOpenedIsHarmless) {
     EXPECT_EQ(desktop.references(), 0);
 }
 
-// Tells when it goes.
+// Records when it is destroyed.
 class MortalView : public VSTGUI_ContentView {
 public:
     MortalView(VSTGUI::VSTGUIEditorInterface* editor, Calls& calls)

@@ -1,4 +1,4 @@
-/// A desktop whose events a test plays.
+/// A desktop whose events a test triggers.
 #ifndef VARNO_TESTS_SOURCE_GUI_FAKEDESKTOP_H
 #define VARNO_TESTS_SOURCE_GUI_FAKEDESKTOP_H
 
@@ -72,8 +72,8 @@ public:
 
     double scale = 1.0;
     AAX_Result result = AAX_SUCCESS;
-    /// Whether a watch was ended only after its file was closed, when a host's event loop may have stumbled
-    /// over it already.
+    /// Whether a watch was ended only after its file was closed, when a host's event loop may have failed on
+    /// it already.
     bool sawClosedDescriptor = false;
 
 private:

@@ -41,7 +41,7 @@ protected:
     static void SetUpTestSuite() { server = std::make_unique<XServer>(); }
     static void TearDownTestSuite() { server.reset(); }
 
-    // An editor and its window, which is made first and goes last.
+    // An editor and its window, which is created first and destroyed last.
     struct Place {
         explicit Place(const XClient& xClient, int x = 10)
             : client(xClient),
@@ -120,7 +120,7 @@ TEST_F(FrameOpeningTest, OpensAgainAndAgain) {
     constexpr int kRounds = 20;
     Place place(client);
     client.synchronise();
-    // A client of an earlier test that the server has not taken leave of yet may be among them.
+    // A client of an earlier test whose end the server has not noticed yet may be among them.
     const auto before = countResources(client);
     for (int round = 0; round < kRounds; ++round) {
         place.open();

@@ -11,13 +11,13 @@
 
 namespace varno::test {
 
-/// Writes down each offer, as "down Gain 9", and takes those that it is told to.
+/// Records each offer, as "down Gain 9", and accepts those that the test chooses.
 class HostMouse : public AAX_IViewContainer {
 public:
     std::int32_t GetType() override { return 0; }
     void* GetPtr() override { return nullptr; }
     AAX_Result GetModifiers(std::uint32_t* outModifiers) override {
-        // From 0 on: whoever asks has cleared the word.
+        // Adds to 0: the caller has cleared the word.
         *outModifiers |= modifiers;
         return AAX_SUCCESS;
     }

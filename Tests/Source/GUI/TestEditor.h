@@ -49,7 +49,7 @@ public:
     std::int32_t type = AAX_eViewContainerType_None;
 };
 
-/// Writes down what the bridge calls, and shows the view that the test wants.
+/// Records the bridge's calls, and shows the view that the test creates.
 class TestEditor : public AAX_CEffectGUI_VST {
 public:
     using AAX_CEffectGUI::UpdateAllParameters;

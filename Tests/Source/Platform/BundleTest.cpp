@@ -18,7 +18,7 @@ struct Unload {
 };
 using Module = std::unique_ptr<void, Unload>;
 
-// Copies of a module that tells which resources it finds, in bundles of their own.
+// Copies of a module that reports which resources it finds, in bundles of their own.
 class BundleTest : public testing::Test {
 protected:
     ~BundleTest() override { fs::current_path(mStartedIn); }

@@ -15,9 +15,9 @@ namespace {
 namespace fs = std::filesystem;
 using namespace varno::test;
 
-// GNUstep keeps the pasteboard in a server, to which a second one tells of programs that come and go. These
-// are the test's own: programs find them by names in a folder for temporary files, which they take from the
-// environment when they start. So it is other programs that use the pasteboard here, never this one.
+// GNUstep keeps the pasteboard in a server, and a second server notifies it of programs that start and end.
+// Both belong to the test: programs find them by names in a folder for temporary files, which they take from
+// the environment when they start. Therefore other programs use the pasteboard here, never this one.
 class PasteboardServers {
 public:
     PasteboardServers() {
@@ -45,7 +45,7 @@ private:
 
 class ClipboardMacTest : public testing::Test {
 protected:
-    // What the program on the pasteboard writes when it is told to do this; nothing where it fails.
+    // What the pasteboard program prints for this command; nothing where it fails.
     std::optional<std::string> told(const std::vector<std::string>& command) const {
         std::vector<std::string> words{VARNO_PASTEBOARD_PROGRAM};
         words.insert(words.end(), command.begin(), command.end());

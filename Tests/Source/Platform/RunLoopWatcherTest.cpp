@@ -20,7 +20,7 @@ using varno::RunLoop;
 void nothing() {
 }
 
-// Notes what a watcher is told: 7 for a descriptor that came, -7 for one that went.
+// Records what a watcher receives: 7 for a descriptor 7 that was added, -7 for one that was removed.
 class Told {
 public:
     RunLoop::Watcher watcher() {
@@ -117,7 +117,7 @@ TEST(RunLoopWatcher, MayLeaveWhileItIsTold) {
     EXPECT_THAT(told.take(), ElementsAre(7, 9));
 }
 
-// A pipe whose reading end plays a connection.
+// A pipe whose reading end stands for a connection.
 struct Pipe {
     Pipe() { EXPECT_EQ(pipe2(ends.data(), O_NONBLOCK), 0); }
     Pipe(const Pipe&) = delete;
@@ -169,7 +169,7 @@ private:
         event.events = EPOLLIN;
         EXPECT_EQ(epoll_ctl(mEpoll, EPOLL_CTL_ADD, number, &event), 0);
     }
-    // Of a file that was closed the system has let go already, so failing is right there.
+    // The system has already removed a file that was closed, so a failure is correct there.
     void remove(int number) const { epoll_ctl(mEpoll, EPOLL_CTL_DEL, number, nullptr); }
 
     int mEpoll;

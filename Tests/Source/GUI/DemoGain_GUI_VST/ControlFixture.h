@@ -21,7 +21,7 @@ namespace varno::test {
 
 using Log = std::vector<std::string>;
 
-/// Writes down what a control tells, as "begin", "value 0.25" and "end".
+/// Records what a control reports, as "begin", "value 0.25" and "end".
 class RecordingListener : public VSTGUI::IControlListener {
 public:
     void valueChanged(VSTGUI::CControl* control) override {

@@ -20,7 +20,7 @@ class ReachableGUI : public DemoGain_GUI {
 public:
     using AAX_CEffectGUI_VST::GetView;
 
-    // Shows a view that is none of the plug-in's.
+    // Shows a view that does not belong to the plug-in.
     bool showsAnotherView = false;
 
 protected:
@@ -43,7 +43,7 @@ public:
     std::int32_t GetType() override { return AAX_eViewContainerType_X11; }
 };
 
-// Editors on the fixture's data model. Without a display, all works but for what is drawn.
+// Editors on the fixture's data model. Without a display, everything works except drawing.
 class DemoGain_GUITest : public ViewFixture {
 protected:
     DemoGain_GUITest() {

@@ -16,7 +16,7 @@ using VSTGUI::MouseButton;
 
 constexpr int kPictures = 5;
 
-// A control of the editor and the library's own, made alike.
+// A control of the editor and the library's own, with the same arguments.
 struct Knob {
     using Ours = DemoGain_AnimKnobVST;
     using Base = VSTGUI::CAnimKnob;
@@ -78,7 +78,7 @@ protected:
             log.insert(log.end(), told.begin(), told.end());
             log.push_back("at " + std::to_string(control.getValue()));
         };
-        // Exactly the left button and the Alt key is left out: it does something of its own.
+        // Exactly the left button and the Alt key is left out: it has another effect.
         std::vector<std::int32_t> combinations = {0, +kShift, kAlt | kShift, kControl | kShift};
         // The Control key alone makes our knob's drag a fine one.
         if (!std::is_same_v<Kind, Knob>) {
@@ -106,7 +106,7 @@ protected:
             note(this->key(control, virtualKey));
             note(this->key(control, virtualKey, VSTGUI::EventType::KeyUp));
         }
-        // A wheel's edit goes on for a while, on a timer of the run loop's, which takes a window.
+        // The wheel is left out: its edit ends by a timer of the run loop, which needs a window.
         return log;
     }
 };
@@ -226,7 +226,7 @@ TYPED_TEST(DemoGain_HostGesturesTest, EventsOfTheWindowComeTheSameWay) {
     control->setDefaultValue(0.25F);
     this->host.takesDown = true;
     const VSTGUI::Modifiers controlKey(VSTGUI::ModifierKey::Control);
-    // The library's own rule would now set the default value and swallow the press.
+    // The library's own rule would now set the default value and consume the press.
     EXPECT_TRUE(
         this->template dispatch<VSTGUI::MouseDownEvent>(this->at(20, 20), MouseButton::Left, controlKey));
     this->template dispatch<VSTGUI::MouseMoveEvent>(this->at(25, 20), MouseButton::Left, controlKey);

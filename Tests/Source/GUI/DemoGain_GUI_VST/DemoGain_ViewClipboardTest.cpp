@@ -21,7 +21,7 @@ constexpr char kPreset[] = "Varno-S 030001\n"
 
 class DemoGain_ViewClipboard : public ViewFixture {
 protected:
-    // The calls of a click as the library makes them: down and then up again, both told at the release.
+    // The calls of a click as the library makes them: down and then up again, both reported at the release.
     std::vector<std::string> click(const char* id, bool isInside = true) {
         VSTGUI::CControl* const button = view->GetControl(id);
         VSTGUI::CPoint in = button->getViewSize().getCenter();
@@ -148,7 +148,7 @@ TEST_F(DemoGain_ViewClipboard, WithAutoGainOnEveryPasteMatchesTheVolumeAnew) {
 
 TEST_F(DemoGain_ViewClipboard, KeysDoWhatTheButtonsDo) {
     using VSTGUI::ModifierKey;
-    // X11 tells Control with a letter as a control character.
+    // X11 reports Control with a letter as a control character.
     for (const char32_t copy : {U'c', U'\x03'}) {
         clipboard->content.reset();
         EXPECT_TRUE(press(copy, {ModifierKey::Control}));

@@ -265,7 +265,7 @@ TEST_F(DemoGain_ViewInteraction, TurningAutoGainOnDoesNotMatchYet) {
     EXPECT_TRUE(view->IsMatchingRequested());
 }
 
-// Gestures that the view's end cuts short.
+// Gestures that the end of the view interrupts.
 
 TEST_F(DemoGain_ViewInteraction, AViewThatGoesReleasesWhatIsTouched) {
     view->GetControl("Gain")->beginEdit();

@@ -33,7 +33,7 @@ struct ExpectedControl {
     std::int32_t mTag;
 };
 
-// One picture of a bitmap at its left and top; how large pictures are is the artwork's.
+// One picture of a bitmap at its left and top; the artwork defines the sizes of pictures.
 CRect at(int x, int y, Art art) {
     const DemoGain_ViewLayout::Bitmap& bitmap = DemoGain_ViewLayout::BitmapOf(art);
     return {VSTGUI::CPoint(x, y), VSTGUI::CPoint(bitmap.mWidth, bitmap.mHeight)};

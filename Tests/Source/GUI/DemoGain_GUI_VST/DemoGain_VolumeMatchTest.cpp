@@ -13,7 +13,7 @@ constexpr float kSilent = 0.0F;
 constexpr double kUnity = 0.5; // The volume that stands for 0 dB.
 constexpr std::uint32_t kTickMs = 30;
 
-// A matcher on a clock of its own, with a volume that takes what is written.
+// A matcher with a clock of the test, and the volume that it writes.
 class VolumeMatchTest : public ::testing::Test {
 protected:
     // One tick after another `ms`; whether the volume was written.
@@ -28,7 +28,7 @@ protected:
     void startSeries() {
         match.RequestRestart();
         tick(kLoud, kLoud);
-        tick(kLoud, kLoud); // all time up to here counts: measured at once
+        tick(kLoud, kLoud); // the time before counts too, so this measures at once
         match.RequestRestart();
     }
 
@@ -37,7 +37,7 @@ protected:
         DemoGain_VolumeMatch fresh;
         fresh.RequestRestart();
         fresh.Tick(DemoGain_VolumeMatch::kMeasurementMs, input, output, kUnity);
-        // The peak as it stood before this tick is audible now, or never is.
+        // A tick's time counts only where the peak before it was audible: now, or never.
         double reached = fresh.Tick(DemoGain_VolumeMatch::kMeasurementMs, input, output, kUnity).value_or(-1);
         for (int i = 0; i < 20; ++i) {
             reached = fresh.Tick(DemoGain_VolumeMatch::kMeasurementMs, 0, 0, reached).value_or(reached);

@@ -49,7 +49,7 @@ private:
     }
 };
 
-/// The effect's own data model, which writes down what the view asks of it.
+/// The effect's own data model, which records the view's calls.
 class RecordingModel : public DemoGain_Parameters {
 public:
     AAX_Result TouchParameter(AAX_CParamID paramID) override {
@@ -70,7 +70,7 @@ public:
                    : DemoGain_Parameters::GetParameterNormalizedValue(paramID, outValue);
     }
 
-    /// What was asked since the last time, such as "touch Gain" and "set Gain 0.25".
+    /// The calls since this was last called, such as "touch Gain" and "set Gain 0.25".
     std::vector<std::string> takeCalls() { return std::exchange(mCalls, {}); }
 
     std::set<std::string> unreadable; ///< Parameters whose values cannot be read.
@@ -125,7 +125,7 @@ protected:
         model->takeCalls();
     }
 
-    /// Gives a parameter a value as host automation does; the view is not told.
+    /// Gives a parameter a value as host automation does; the view is not notified.
     void automate(const char* id, double value) {
         model->UpdateParameterNormalizedValue(id, value, AAX_eUpdateSource_Unspecified);
     }
@@ -141,7 +141,7 @@ protected:
         return value;
     }
 
-    /// As the user does; returns what the view asks of the data model.
+    /// As the user does; returns the view's calls of the data model.
     std::vector<std::string> move(const char* id, float value) {
         VSTGUI::CControl* const control = view->GetControl(id);
         control->setValue(value);

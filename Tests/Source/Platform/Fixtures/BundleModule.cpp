@@ -1,4 +1,4 @@
-// A module that tells which resources it finds.
+// A module that reports which resources it finds.
 #include "Platform/Bundle.h"
 
 extern "C" __attribute__((visibility("default"))) const char* fixtureResources() {

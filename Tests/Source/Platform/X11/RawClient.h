@@ -1,4 +1,4 @@
-/// Another program on the display, which speaks the bare protocol, well or badly.
+/// Another program on the display, which uses the X protocol directly, correctly or not.
 #ifndef VARNO_TESTS_SOURCE_PLATFORM_X11_RAWCLIENT_H
 #define VARNO_TESTS_SOURCE_PLATFORM_X11_RAWCLIENT_H
 
@@ -34,11 +34,11 @@ public:
     xcb_window_t window() const { return mWindow; }
     xcb_atom_t atom(const std::string& name) const;
 
-    /// Breaks the connection off, with all that is unanswered.
+    /// Closes the connection, with requests unanswered.
     void disconnect() { mConnection.reset(); }
     bool connected() const { return mConnection != nullptr; }
 
-    /// What has come; null where nothing has.
+    /// The next event that has arrived; null where there is none.
     RawEvent nextEvent() const { return RawEvent(xcb_poll_for_event(xcb())); }
 
     void ownClipboard() const;
@@ -56,9 +56,9 @@ public:
     void setNumbers(xcb_window_t window, xcb_atom_t property, const std::string& type,
                     const std::vector<std::uint32_t>& numbers) const;
 
-    /// Tells whoever asked that it is in the property; none is a refusal.
+    /// Notifies the requestor that the content is in the property; XCB_ATOM_NONE is a refusal.
     void answer(const xcb_selection_request_event_t& request, xcb_atom_t property) const;
-    /// Hears of changes to the window's properties.
+    /// Receives changes of the window's properties from now on.
     void listenTo(xcb_window_t window) const;
     void flush() const { xcb_flush(xcb()); }
 

@@ -1,4 +1,4 @@
-/// A program that has the clipboard and behaves as a test wants it to.
+/// A program that owns the clipboard and behaves as a test defines.
 #ifndef VARNO_TESTS_SOURCE_PLATFORM_X11_STRANGEOWNER_H
 #define VARNO_TESTS_SOURCE_PLATFORM_X11_STRANGEOWNER_H
 
@@ -14,14 +14,14 @@ namespace varno::test {
 /// Runs on a thread of its own, so that the test's thread may wait for it.
 class StrangeOwner {
 public:
-    /// What it does when it is asked for the clipboard, and when a property that it listens to was deleted.
+    /// What it does when it is asked for the clipboard, and when a property that it watches was deleted.
     struct Behaviour {
         std::function<void(RawClient&, const xcb_selection_request_event_t&)> asked;
         std::function<void(RawClient&, const xcb_property_notify_event_t&)> deleted =
             [](RawClient&, const xcb_property_notify_event_t&) {};
     };
 
-    /// Has the clipboard when this returns.
+    /// Owns the clipboard when this returns.
     StrangeOwner(const std::string& display, Behaviour behaviour);
     StrangeOwner(const StrangeOwner&) = delete;
     StrangeOwner& operator=(const StrangeOwner&) = delete;

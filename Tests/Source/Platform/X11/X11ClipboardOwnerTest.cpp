@@ -18,7 +18,7 @@ using namespace varno::test;
 using Request = xcb_selection_request_event_t;
 using Change = xcb_property_notify_event_t;
 
-// Reads from programs that misbehave: whatever they do, an answer is there within a second.
+// Reads from programs that misbehave: whatever they do, a read returns within a second.
 class X11ClipboardOwnerTest : public testing::Test {
 protected:
     std::optional<std::string> textWithin(std::chrono::milliseconds limit) {

@@ -14,7 +14,7 @@ using varno::RunLoop;
 using varno::X11Clipboard;
 using namespace varno::test;
 
-// With a program of another make: xclip.
+// With a program of another project: xclip.
 class X11ClipboardProgramTest : public testing::Test {
 protected:
     // What xclip pastes while our loop is driven.

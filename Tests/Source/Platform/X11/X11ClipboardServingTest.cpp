@@ -20,13 +20,12 @@ using varno::RunLoop;
 using varno::X11Clipboard;
 using namespace varno::test;
 
-// A program that takes what our clipboard serves.
+// A program that receives what our clipboard serves.
 class Receiver : public RawClient {
 public:
     using RawClient::RawClient;
 
-    // Looks at what has come; the notice that answers a request is kept, and so are the names of the
-    // properties that got a new value since they were last taken.
+    // Reads the events that have arrived; the notice that answers a request is kept.
     void look() {
         while (const RawEvent event = nextEvent()) {
             if (typeOfRaw(*event) == XCB_SELECTION_NOTIFY) {
@@ -48,7 +47,7 @@ protected:
         });
     }
 
-    // The property that our clipboard says it put the answer into; none for a refusal.
+    // The property that holds the answer, as our clipboard reports it; none for a refusal.
     xcb_atom_t answerTo(Receiver& receiver, const std::string& target, const std::string& property,
                         xcb_timestamp_t time = XCB_CURRENT_TIME) {
         receiver.notice.reset();
@@ -274,7 +273,7 @@ TEST_F(X11ClipboardServingTest, SurvivesRequestsInTheNameOfOurOwnWindow) {
 
     xcb_convert_selection(client.xcb(), ours, client.atom("CLIPBOARD"), client.atom("UTF8_STRING"),
                           client.atom("INTO"), XCB_CURRENT_TIME);
-    // Whoever takes the parts, all of them can be taken; four, the announcement and the end.
+    // All parts can be taken, by whichever program: four, the announcement and the end.
     for (int parts = 0; parts < 6; ++parts) {
         EXPECT_EQ(client.clipboardOwner(), ours) << "a round trip, so that it is done";
         loop->tick();
@@ -283,7 +282,7 @@ TEST_F(X11ClipboardServingTest, SurvivesRequestsInTheNameOfOurOwnWindow) {
     EXPECT_EQ(client.clipboardOwner(), ours);
     loop->tick();
 
-    // Its window still hears what it needs to.
+    // Its window still receives the events that it needs.
     EXPECT_TRUE(clipboard.setText("text"));
     EXPECT_EQ(received("UTF8_STRING").bytes, "text");
 }
@@ -293,8 +292,7 @@ TEST_F(X11ClipboardServingTest, ServesWhileItWaitsForAnother) {
     beginParts(client, "INTO");
     std::string begun = nextPart(client, "INTO");
     loop->tick();
-    // It answers only when it has seen the next part but one, for which nobody but the waiting clipboard is
-    // there.
+    // It answers only when it has received the next part but one, which only the waiting clipboard can send.
     const StrangeOwner other(
         server.display(), {[&](RawClient& owner, const xcb_selection_request_event_t& request) {
             begun += client.takeProperty("INTO").bytes;

@@ -29,8 +29,8 @@ std::size_t openFiles() {
 
 class X11ClipboardTest : public testing::Test {
 protected:
-    // Ends the server. Another one may get its display at once, so clipboards that go by the environment
-    // find none.
+    // Ends the server. Another one may get its display at once, so the environment then names a display that
+    // does not exist.
     void loseServer() {
         server.stop();
         setenv("DISPLAY", "no-such-display", 1);
@@ -122,7 +122,7 @@ TEST_F(X11ClipboardTest, UsesTheDisplayOfTheEnvironmentWhereNoneIsNamed) {
     EXPECT_NE(RawClient(server.display()).clipboardOwner(), XCB_WINDOW_NONE);
 }
 
-// Counts the descriptors that a loop knows.
+// Counts the descriptors that a loop watches.
 class DescriptorCount {
 public:
     explicit DescriptorCount(RunLoop& loop)
@@ -192,7 +192,7 @@ TEST_F(X11ClipboardTest, LeavesNoFilesAndWindowsBehind) {
     }
 
     EXPECT_EQ(openFiles(), files);
-    // The server lets go of a client's windows after the client has gone.
+    // The server destroys a client's windows some time after the client has disconnected.
     EXPECT_TRUE(eventually([&] { return other.windowCount() == windows; }));
 }
 

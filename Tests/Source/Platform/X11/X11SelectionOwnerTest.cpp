@@ -13,7 +13,7 @@ using varno::X11Connection;
 using varno::X11SelectionOwner;
 using varno::test::XServer;
 
-// The order in which the server does things, which cannot be made from outside.
+// Orders of the server's events that a test cannot produce by other programs.
 class X11SelectionOwnerTest : public testing::Test {
 protected:
     bool take(const std::string& text) {
@@ -23,7 +23,7 @@ protected:
     // The number that the server has for our next request.
     std::uint32_t nextRequest() const { return xcb_no_operation(connection.xcb()).sequence + 1; }
 
-    // Tells the owner of a loss that came after so many of our requests.
+    // Notifies the owner of a loss that came after so many of our requests.
     void tellOfLossAfter(std::uint32_t requests) {
         xcb_generic_event_t loss{};
         loss.response_type = XCB_SELECTION_CLEAR;

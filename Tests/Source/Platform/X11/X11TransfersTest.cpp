@@ -16,7 +16,7 @@ using varno::X11Connection;
 using varno::X11Transfers;
 using namespace varno::test;
 
-// How many transfers there are, which nobody outside sees.
+// How many transfers there are, which is not visible from outside.
 class X11TransfersTest : public testing::Test {
 protected:
     X11TransfersTest() {
@@ -35,7 +35,8 @@ protected:
         });
     }
 
-    // What all programs together listen to of its window; this one alone to its destruction.
+    // The events that all programs together select on its window; its destruction is selected by this one
+    // alone.
     static std::uint32_t eventsHeardOf(const RawClient& receiver) {
         const auto asked = xcb_get_window_attributes(receiver.xcb(), receiver.window());
         const varno::XcbOwned<xcb_get_window_attributes_reply_t> reply(
