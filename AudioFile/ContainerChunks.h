@@ -37,14 +37,14 @@ ContainerChunks readContainerChunks(int descriptor);
 
 /// The samples of a file, in bytes.
 struct SampleExtent {
-    std::int64_t promised = 0; ///< by the header
+    std::int64_t promised = 0; ///< as the header states
     std::int64_t present = 0;  ///< of these
 
     bool isTruncated() const { return present < promised; }
 };
 
-/// What the header promises and what the file holds. Where the header does not state a size, `promised` is
-/// what is present: programs that write to a pipe leave a placeholder for the size.
+/// The size that the header states, and that of what the file holds. Where the header does not state a size,
+/// `promised` is what is present: programs that write to a pipe leave a placeholder for the size.
 SampleExtent sampleExtent(const ContainerChunks& container);
 
 /// Sets the time of day in the file's peak chunk to 0, where it has such a chunk. libsndfile 1.2 adds one to

@@ -20,7 +20,7 @@ public:
     /// @param goOn called while a pipe is waited for and copied; not kept
     /// @throws AudioFileError where there is no such file, it cannot be read, is a directory or a device, is
     ///         empty, is no audio that can be read, holds no frames, or holds fewer frames than its header
-    ///         promises
+    ///         states
     explicit AudioReader(const std::string& path, const GoOn& goOn = {});
     ~AudioReader();
 
@@ -39,7 +39,7 @@ public:
     /// Fills the block with the next frames, as many as it can hold or are left.
     /// @param block of as many channels as the file
     /// @return frames read; 0 at the end
-    /// @throws AudioFileError where the file ends before the frames it promised or cannot be decoded
+    /// @throws AudioFileError where the file ends before the frames its header states or cannot be decoded
     int read(AudioBlock& block);
 
 private:

@@ -73,7 +73,7 @@ void writeAt(int descriptor, std::int64_t offset, std::string_view bytes, const 
 /// @throws AudioFileError
 void copyAll(int from, const std::string& fromName, int to, const std::string& toName, const GoOn& goOn);
 
-/// A file without a name in the folder for temporary files (TMPDIR, else /tmp), gone when it is closed.
+/// A file without a name in the folder for temporary files (TMPDIR, else /tmp), deleted when it is closed.
 /// @throws AudioFileError
 FileDescriptor openUnnamedTemporary();
 

@@ -15,7 +15,7 @@ enum class Contract {
     kThread,      ///< A [main] call from the audio thread, or from two threads at once.
     kLifecycle,   ///< A call before initialisation or after the end.
     kTouch,       ///< A release without a touch, or a touch that was never released.
-    kReferences,  ///< A reference that was not given back, or given back twice.
+    kReferences,  ///< A reference that was not released, or released twice.
     kLiveObjects, ///< The module's live-object count is not back at zero.
     kDiagnostics, ///< An unexpected assertion or trace line.
     kPackets,     ///< A packet for an unknown field or of a wrong size, or a field without any packet.
@@ -57,7 +57,7 @@ public:
     void report(Contract contract, std::string text);
     /// Everything recorded so far, in order.
     std::vector<Violation> violations() const;
-    /// Hands over everything recorded so far and forgets it; for a test that provokes a violation.
+    /// Returns and removes everything recorded so far; for a test that provokes a violation.
     std::vector<Violation> takeViolations();
     /// Calls `listener` at each further violation, on the thread that caused it; empty for none.
     void setListener(Listener listener);

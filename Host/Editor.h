@@ -34,9 +34,9 @@ public:
     void highlight(const std::string& id, bool isHighlighted, AAX_EHighlightColor colour);
     /// Hands over a notification of `size` bytes (borrowed).
     void notify(AAX_CTypeID type, const void* data, std::uint32_t size);
-    /// Takes the view container away (null) or gives one.
+    /// Sets the view container, or removes it (null).
     void setContainer(ViewContainer* container);
-    /// The container that the editor lives in now, borrowed; null when there is none.
+    /// The present container of the editor, borrowed; null when there is none.
     ViewContainer* container() const { return mContainer.Get(); }
     /// Takes the container back and ends the editor; all other operations then do nothing.
     void close();
@@ -52,7 +52,7 @@ private:
     Instance* mInstance; ///< Null once closed.
     std::unique_ptr<Object> mObject;
     ACFPtr<ViewContainer> mContainer;
-    std::uint32_t mBorrowed = 0; ///< References that the module has taken when it was given the container.
+    std::uint32_t mBorrowed = 0; ///< References that the module has taken when it received the container.
 };
 
 /// A size in whole pixels.

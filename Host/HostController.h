@@ -1,4 +1,4 @@
-/// What a running instance learns from its host: controller and transport.
+/// What a running instance can query from its host: controller and transport.
 #ifndef VARNO_HOST_HOSTCONTROLLER_H
 #define VARNO_HOST_HOSTCONTROLLER_H
 

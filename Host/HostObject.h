@@ -187,7 +187,7 @@ private:
     IACFUnknown& mOwner;
 };
 
-/// The host's own class behind an object that comes back from the module, borrowed; null for null and for an
+/// The host's own class behind an object that the module passes back, borrowed; null for null and for an
 /// object of another host. T::kOwnID is the identifier by which QueryInterface finds the T itself.
 template<class T>
 T* ownObject(IACFUnknown* object) {
@@ -201,7 +201,7 @@ T* ownObject(IACFUnknown* object) {
 
 /// Holds so many references that a module which releases one too often does not destroy the object while the
 /// host uses it. At the end it reports references that the module has kept or released twice; a kept object
-/// lives on.
+/// is not destroyed.
 template<class T>
 class HostReference {
 public:

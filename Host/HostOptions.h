@@ -34,7 +34,7 @@ inline constexpr double kDefaultSampleRateHz = 48000.0;
 struct InstanceSetup {
     std::int32_t channels = 2;                  ///< Inputs and outputs: chooses the variant.
     double sampleRateHz = kDefaultSampleRateHz; ///< See HostOptions::sampleRates.
-    std::int32_t maximumFrames = 512;           ///< Largest buffer given to the routine, at least 1.
+    std::int32_t maximumFrames = 512;           ///< Largest buffer passed to the routine, at least 1.
     bool offline = false;                       ///< What the controller reports about rendering offline.
     std::string effectID{};                     ///< Which effect of the module; empty for the first.
 };

@@ -148,7 +148,7 @@ public:
     /// The data model itself, for what this class does not offer; call it from [main] only, never while
     /// another thread is in here.
     AAX_IACFEffectParameters& dataModel();
-    /// The host object that the module has been given, borrowed.
+    /// The host object that the module has received, borrowed.
     InstanceHost& host() { return *mHost; }
 
 private:

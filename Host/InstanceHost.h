@@ -76,7 +76,7 @@ public:
         std::thread::id mOuterOwner;
     };
 
-    /// Checks a call of the module: a violation on the audio thread, except while it is given the values of a
+    /// Checks a call of the module: a violation on the audio thread, except while it receives the values of a
     /// buffer; while another thread holds the gate; or after `close`. `operation` is a literal. [any]
     void check(const char* operation) const;
     /// Every later call of the module is a violation. [main]
@@ -126,9 +126,9 @@ public:
     HostAutomation& automation() { return mAutomation; }
     AAX_IACFPageTableController_V2& pageTables() { return mPageTables; }
 
-    /// The data model (borrowed) that QueryInterface finds, or null when it is gone. [main]
+    /// The data model (borrowed) that QueryInterface finds, or null when it is destroyed. [main]
     void setDataModel(IACFUnknown* dataModel) { mDataModel = dataModel; }
-    /// The data model is gone: further calls of the module are violations. [main]
+    /// The data model is destroyed: further calls of the module are violations. [main]
     void end();
 
 protected:

@@ -133,7 +133,7 @@ ModuleBinary::ModuleBinary(const fs::path& bundle)
     if (const auto defect = binaryDefect(mBinary)) {
         throw HostError(subject + "cannot load " + quoted(mBinary.string()) + ": " + *defect);
     }
-    // An absolute path, so that the loader's search path plays no part.
+    // An absolute path, so that the loader's search path is not used.
     mHandle.reset(dlopen(fs::absolute(mBinary).c_str(), RTLD_NOW | RTLD_LOCAL));
     if (mHandle == nullptr) {
         throw HostError(subject + "cannot load its binary: " + dlerror());

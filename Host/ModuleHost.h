@@ -42,7 +42,7 @@ private:
     std::shared_ptr<HostContext> mContext;
 };
 
-/// Description host version 1: knows the features of the options. [main]
+/// Description host version 1: has the features of the options. [main]
 class HostDescriptionHost final : public Facet<AAX_IACFDescriptionHost> {
 public:
     HostDescriptionHost(IACFUnknown& owner, std::shared_ptr<HostContext> context);
@@ -69,7 +69,7 @@ public:
 
     /// What has been described so far.
     const ModuleDescription& description() const { return mDescription; }
-    /// Hands over what has been described so far and forgets it.
+    /// Returns and removes what has been described so far.
     ModuleDescription takeDescription() { return std::exchange(mDescription, {}); }
 
 protected:

@@ -20,8 +20,8 @@ class AAX_VViewContainer;
 ///
 /// Everything that the host may call here is safe before Initialize and after Uninitialize, takes null
 /// arguments and throws nothing: a ResultError becomes its code, any other exception
-/// AAX_ERROR_UNKNOWN_EXCEPTION, with one trace line. What a derived class overrides must keep that promise
-/// itself, except the operations that are called from within, which stand below.
+/// AAX_ERROR_UNKNOWN_EXCEPTION, with one trace line. What a derived class overrides must ensure this itself,
+/// except the operations that are called from within, which stand below.
 class AAX_CEffectGUI : public AAX_IEffectGUI {
 public:
     AAX_CEffectGUI();

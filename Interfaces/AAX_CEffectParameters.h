@@ -26,10 +26,10 @@ inline constexpr char cDefaultMasterBypassID[] = "MasterBypassID";
 /// packets in EffectInit.
 ///
 /// Everything that the host may call here is safe before Initialize and after Uninitialize, answers a null
-/// output or record with AAX_ERROR_NULL_ARGUMENT unless stated otherwise, and throws nothing: a
-/// ResultError becomes its code, any other AAX_ERROR_UNKNOWN_EXCEPTION, with one trace line. What a derived
-/// class overrides must keep that promise itself, except EffectInit, UpdatePageTable and packet handlers,
-/// which are called from within.
+/// output or record with AAX_ERROR_NULL_ARGUMENT unless stated otherwise, and throws nothing: a ResultError
+/// becomes its code, any other AAX_ERROR_UNKNOWN_EXCEPTION, with one trace line. What a derived class
+/// overrides must ensure this itself, except EffectInit, UpdatePageTable and packet handlers, which are
+/// called from within.
 class AAX_CEffectParameters : public AAX_IEffectParameters {
 public:
     AAX_CEffectParameters();

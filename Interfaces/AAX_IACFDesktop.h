@@ -7,10 +7,10 @@
 /// Called by the host's event loop with the context that came with it. [main]
 using AAX_CWakeProc = void (*)(void* context);
 
-/// Version 1 (IID_IVarnoDesktopV1), an interface of this project's own that a view container may answer to:
-/// on desktops whose windows bring no event loop and no scale of their own (X11). Without it an editor lives
-/// on the host's timer alone, at scale 1. Contexts are borrowed until taken back. Where the desktop has been
-/// taken away, queries and requests return AAX_ERROR_NULL_OBJECT.
+/// Version 1 (IID_IVarnoDesktopV1), an interface of this project's own that a view container may offer: for
+/// desktops whose windows have no event loop and no scale of their own (X11). Without it an editor depends on
+/// the host's timer alone, at scale 1. Contexts are borrowed until they are removed. Where the desktop has
+/// been removed, queries and requests return AAX_ERROR_NULL_OBJECT.
 class AAX_IACFDesktop : public IACFUnknown {
 public:
     /// The factor by which the desktop enlarges what it shows, 1 for the plain size. Returns AAX_SUCCESS, or

@@ -16,7 +16,7 @@ public:
     virtual AAX_Result GetPointerProperty(AAX_EProperty property, const void** outValue) const = 0;
     /// Adds an integer property or replaces its value. Returns the host's result; AAX_ERROR_NULL_OBJECT
     /// without a host's map; AAX_ERROR_PROPERTY_UNDEFINED for a stem format that the host does not support,
-    /// about which it is not asked. [main]
+    /// without a call of the host. [main]
     virtual AAX_Result AddProperty(AAX_EProperty property, int32_t value) = 0;
     /// Adds a pointer property; what it points at must outlive the map. Returns the host's result, or
     /// AAX_ERROR_NULL_OBJECT without a host's map. [main]

@@ -2,7 +2,7 @@
 /// tree cannot know. The one file to replace when building against a host's own headers; it includes nothing.
 ///
 /// The values are this project's own, except IID_IACFUnknown, which every component framework of this family
-/// shares. Each is a random (version 4) UUID, so that none can meet another framework's by chance.
+/// shares. Each is a random (version 4) UUID, so that none equals another framework's by chance.
 #ifndef VARNO_INTERFACES_AAX_UIDS_H
 #define VARNO_INTERFACES_AAX_UIDS_H
 
@@ -110,8 +110,8 @@ inline constexpr acfCLSID AAXCompID_PageTable = {
 inline constexpr acfUID AAX_FeatureUID_ExtendedStemFormats = {
     0x7BF9E189, 0x565B, 0x4D33, {0x97, 0x10, 0xBB, 0x6A, 0x47, 0x41, 0x4A, 0xF5}};
 
-// Values of the host's enumerations (AAX_Enums.h gives them their types). Of each enumeration only what this
-// system itself has to say or to understand is named here; every other value passes through unread.
+// Values of the host's enumerations (AAX_Enums.h gives them their types). Of each enumeration only the values
+// that this system itself sends or interprets are named here; every other value is passed on unread.
 inline constexpr int AAX_VALUE_UpdateSource_Unspecified = 0;
 inline constexpr int AAX_VALUE_ViewContainerType_X11 = 0x58313157; // "X11W"
 inline constexpr int AAX_VALUE_SupportLevel_Unsupported = 0;

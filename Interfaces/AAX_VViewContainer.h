@@ -5,9 +5,9 @@
 #include "AAX_IACFViewContainer.h"
 #include "AAX_IViewContainer.h"
 
-/// Asks for each version once, when it is made. It borrows them all: the references that those questions took
-/// are the host's, which keeps the container alive for longer than the editor has it and settles them itself.
-/// So they are never released here; released, the container could die under the host.
+/// Asks for each version once, when it is made. It borrows them all: the references that these queries added
+/// are the host's, which keeps the container for longer than the editor has it and releases them itself. So
+/// they are never released here; otherwise the container could be destroyed while the host uses it.
 class AAX_VViewContainer : public AAX_IViewContainer {
 public:
     /// `container` (borrowed, may be null) is the object handed to the editor.

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# Measurements. Machines differ, and what else runs on one disturbs: nothing here belongs to the tests, and only
-# --check judges. What the results mean, and the limits, stand in bench-report.
+# Measurements. Results differ between machines and depend on what else runs: nothing here belongs to the tests, and
+# only --check compares with limits. bench-report states the limits and what the results mean.
 
 source "$root/Scripts/machine.sh"
 
@@ -35,7 +35,7 @@ bench_command() {
     esac
 }
 
-# bench_with COMMAND...: with the programs up to date, and nobody else measuring.
+# bench_with COMMAND...: with the programs up to date, and no other measurement running.
 bench_with() {
     need_packages program test && build_preset release varno_bench &&
         only_one "measuring" "$root/build/bench.lock" "$@"
@@ -82,8 +82,8 @@ measure_required() {
 # measure_set NAME: with this instruction set, in a process of its own beside the literal evaluation.
 measure_set() { measure "routine-$1" routine '^routine/(product|literal)/channels:2' VARNO_SIMD="$1"; }
 
-# measure RESULT PROGRAM REGEX [NAME=VALUE...]: repeated, the cases in random turn, so that what else happens on the
-# machine meets all alike.
+# measure RESULT PROGRAM REGEX [NAME=VALUE...]: repeated, the cases in random turn, so that other load on the machine
+# affects all cases equally.
 measure() {
     run_bench "$@" -- --benchmark_enable_random_interleaving=true --benchmark_repetitions="$bench_repetitions" \
         --benchmark_min_time="$bench_repetition_seconds"

@@ -29,7 +29,7 @@ configure_and_build() {
         "${prefix[@]}" cmake --build "build/$preset" --parallel "$(nproc)" --target "$@"
 }
 
-# Fetched before cmake would, which says nothing while it does.
+# Fetched before cmake would do so, which prints nothing meanwhile.
 need_vstgui() {
     [[ -z ${VSTGUI_SOURCE_DIR-} ]] || return 0
     local options=()
@@ -39,7 +39,7 @@ need_vstgui() {
 
 # choose_prefix PRESET: sets the words that go before a command that runs programs of the preset. Those of the
 # sanitizers of gcc 12 and clang 14 fail now and then where the kernel randomises addresses by more than 28 bits, so
-# they go without. (A build runs programs too: it asks the tests for their names.)
+# they go without. (A build runs programs too: it runs the tests to list their names.)
 choose_prefix() {
     prefix=()
     [[ ! $1 =~ san ]] || ! setarch --addr-no-randomize true 2>/dev/null || prefix=(setarch --addr-no-randomize)
@@ -54,7 +54,7 @@ must_configure() {
 
 discard() { cat >/dev/null; }
 
-# Silent while there is nothing to build: speaks from the first step on.
+# Prints nothing while there is nothing to build, and the progress from the first step on.
 build_progress() {
     local line done_steps all_steps quarter=0
     while IFS= read -r line; do

@@ -104,7 +104,7 @@ step_coverage() {
 }
 step_aarch64() { can_run_aarch64 && build_preset aarch64 all && run_tests aarch64; }
 
-# Where there is no apt, nobody has installed them.
+# Where there is no apt, they are not installed.
 can_run_aarch64() {
     local command
     for command in aarch64-linux-gnu-g++ qemu-aarch64; do
@@ -149,7 +149,7 @@ run_hosts() {
 # What is left when the tests that passed are taken out.
 ctest_reason() { grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$1" | head -n 200; }
 
-# Takes away the counts of earlier runs, and what is left of sources that are no more: gcovr stumbles over both.
+# Removes the counts of earlier runs, and the files of sources that no longer exist: gcovr fails with both.
 forget_coverage() {
     local notes
     find "$root/build/coverage" -name '*.gcda' -delete

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What ./run says: everything of its own goes to standard error, and only while it works or when it fails.
+# What ./run prints: its own messages go to standard error, and only while it works or when it fails.
 
 say() { printf 'run: %s\n' "$*" >&2; }
 
@@ -18,8 +18,8 @@ progress_line() {
 
 progress_end() { ! on_terminal || printf '\r\033[K' >&2; }
 
-# run_logged LOG PROGRESS REASON COMMAND...: runs the command with its output in the file LOG and piped through
-# the function PROGRESS. When it fails, prints the command and what the function REASON makes of the log.
+# run_logged LOG PROGRESS REASON COMMAND...: runs the command with its output in the file LOG and piped through the
+# function PROGRESS. When it fails, prints the command and what the function REASON extracts from the log.
 run_logged() {
     local log=$1 progress=$2 reason=$3 status=0
     shift 3

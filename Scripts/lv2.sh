@@ -23,7 +23,7 @@ install_lv2() {
     need_packages program && build_preset program varno_lv2_bundle && replace_bundle "$1"
 }
 
-# replace_bundle FOLDER: the new bundle is complete before the old one goes.
+# replace_bundle FOLDER: the new bundle is complete before the old one is removed.
 replace_bundle() {
     local target=$1/varno-s.lv2 fresh
     mkdir -p "$1" && fresh=$(mktemp -d "$1/.varno-s.XXXXXX") || return

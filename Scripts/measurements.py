@@ -8,11 +8,11 @@ import sys
 
 
 class Skipped(Exception):
-    """The figure cannot be measured here; the text says why."""
+    """The figure cannot be measured here; the text states why."""
 
 
 class NotMeasured(Exception):
-    """Nobody has measured the figure; the text says what would."""
+    """The figure was not measured; the text states what would measure it."""
 
 
 class Results:

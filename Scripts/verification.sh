@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Writes the result of a full run into docs/verification.md, below the line that says so.
+# Writes the result of a full run into docs/verification.md, below the line that marks the place.
 
 source "$root/Scripts/machine.sh"
 

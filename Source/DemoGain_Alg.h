@@ -107,7 +107,7 @@ struct SDemoGain_Alg_Context {
     const float* mGainLin;     ///< Input gain, linear.
     const float* mVolumeDB;    ///< Not read.
     const float* mVolumeLin;   ///< Output volume, linear.
-    const float* mHP;          ///< Switch: the detector hears the high-passed input.
+    const float* mHP;          ///< Switch: the detector receives the high-passed input.
     const float* mBand;        ///< Switch: high-band emphasis in the detector.
     const float* mAtk;         ///< Not read.
     const float* mRls;         ///< Not read.

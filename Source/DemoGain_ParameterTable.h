@@ -1,6 +1,6 @@
-/// The fourteen parameters: one row says everything about one of them. The data model, the text of settings,
-/// the editor and its artwork are made from this table; the README and the manual are compared with it by
-/// tests. Plain data: every layer but Interfaces, Libs, Host and Window may include it.
+/// The fourteen parameters: one row defines everything about one of them. The data model, the text of
+/// settings, the editor and its artwork are made from this table; the README and the manual are compared with
+/// it by tests. Plain data: every layer but Interfaces, Libs, Host and Window may include it.
 ///
 /// A new parameter is a row here, the row of its control in DemoGain_ViewLayout.h and what the routine does
 /// with it.

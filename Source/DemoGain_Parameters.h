@@ -10,7 +10,7 @@ struct SDemoGain_Parameter;
 /// routine reads.
 class DemoGain_Parameters : public AAX_CEffectParameters {
 public:
-    /// Makes an instance with no reference held yet; it dies by the release of its last one. [main]
+    /// Makes an instance with no reference held yet; the release of its last one destroys it. [main]
     static AAX_CEffectParameters* Create();
 
     /// Fills the routine's private state (field eAlgFieldID_State) with starting values: as many whole

@@ -53,8 +53,8 @@ inline std::string Write(const AAX_IACFEffectParameters& parameters);
 /// C locale's rules hold in every locale. Takes time proportional to the length, allocates nothing. [any]
 inline std::optional<Values> Parse(std::string_view text);
 
-/// Asks for every value in the order of kItems. The parameters limit them to 0..1. Returns AAX_SUCCESS, or
-/// the first failure, after which the rest is asked for all the same. [main]
+/// Requests every value in the order of kItems. The parameters limit them to 0..1. Returns AAX_SUCCESS, or
+/// the first failure, after which the others are requested nevertheless. [main]
 inline AAX_Result Apply(const Values& values, AAX_IACFEffectParameters& parameters);
 
 } // namespace DemoGain_PresetText

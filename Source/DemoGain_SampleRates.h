@@ -4,10 +4,10 @@
 
 namespace DemoGain_SampleRates {
 
-/// The rate that all time constants of the effect are given for, but for that of the DC blocker.
+/// The rate for which all time constants of the effect are stated, except the DC blocker's.
 inline constexpr double kReferenceHz = 48000.0;
 
-/// Front ends hand this range to the host library.
+/// Front ends pass this range to the host library.
 /// Below 14 kHz the detector's 7 kHz all-pass is unstable; 16 kHz is the next rate in use.
 inline constexpr double kLowestHz = 16000.0;
 /// The highest rate of audio devices.

@@ -27,7 +27,7 @@ double TimeMs(EDemoGain_Conversion conversion, double normalized, const Settings
 }
 
 // The lowest normalized value with this time: the first interval in which the time is reached, halved until
-// it is as small as a double can tell.
+// its ends are as near as a double can distinguish.
 double NormalizedTime(EDemoGain_Conversion conversion, double ms, const Settings& settings) {
     constexpr int kIntervals = static_cast<int>(kDemoGain_KnobSteps) - 1;
     constexpr int kHalvings = 50;

@@ -18,8 +18,8 @@ struct KeyBinding {
     std::function<void()> action;
 };
 
-/// Key bindings of a window, which come before those of its children. They work with Caps Lock and Num Lock
-/// on, and with any keyboard layout that has the keys. [main]
+/// Key bindings of a window, which have priority over those of its children. They work with Caps Lock and Num
+/// Lock on, and with any keyboard layout that has the keys. [main]
 class KeyGrabs {
 public:
     /// @param connection outlives this object, as `window` does

@@ -74,7 +74,7 @@ public:
     void sync() const;
     /// The next event that has arrived, without waiting; null where there is none.
     XReply<xcb_generic_event_t> poll() const;
-    /// @throws WindowError once the server has gone or has closed the connection
+    /// @throws WindowError once the server has ended or has closed the connection
     void throwIfLost() const;
 
 private:

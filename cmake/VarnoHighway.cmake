@@ -2,9 +2,9 @@
 
 add_library(varno_highway INTERFACE)
 if(CMAKE_CROSSCOMPILING)
-  # The headers are the same for every processor. The library has only to say which of several instruction sets a
-  # processor has; where one alone is built for, as NEON is on 64-bit ARM, nothing asks it. The headers get a folder
-  # of their own, since around them stand those of the machine that builds.
+  # The headers are the same for every processor. The library only reports which of several instruction sets a processor
+  # has. A build for a single one, as for NEON on 64-bit ARM, does not need it. The headers get a folder of their own,
+  # since the folder around them holds headers of the machine that builds.
   find_path(VARNO_HIGHWAY_HEADERS hwy/highway.h REQUIRED NO_CMAKE_FIND_ROOT_PATH PATHS /usr/include
     DOC "Folder that Highway's headers are included from")
   set(folder ${PROJECT_BINARY_DIR}/Highway)

@@ -5,7 +5,7 @@ set(VARNO_LV2_BUNDLE ${CMAKE_BINARY_DIR}/lv2/varno-s.lv2)
 add_custom_target(varno_lv2_bundle ALL)
 
 # varno_lv2_binary(TARGET NAME SYMBOL): the target, a MODULE library, becomes NAME.so of the bundle. It exports the one
-# function that hosts call and brings the C++ library with it, since a host or another plug-in may have one of its own.
+# function that hosts call and contains the C++ library, since a host or another plug-in may use another version of it.
 function(varno_lv2_binary target name symbol)
   varno_export_only(${target} ${symbol})
   set_target_properties(${target} PROPERTIES

@@ -1,4 +1,4 @@
-# The bundle that hosts load: where its parts lie, and what the binary shows of itself.
+# The bundle that hosts load: where its parts lie, and what the binary exports.
 
 # All that a module exports.
 set(VARNO_ENTRY_POINTS
@@ -15,7 +15,7 @@ else()
 endif()
 
 # varno_export_only(TARGET SYMBOLS...): the target's binary exports these C symbols and nothing else, lacks none (but
-# those of a sanitizer, which the program that loads it brings) and needs no writing to its code.
+# those of a sanitizer, which the program that loads it provides) and has no text relocations.
 function(varno_export_only target)
   if(APPLE)
     list(TRANSFORM ARGN PREPEND _ OUTPUT_VARIABLE lines)
@@ -61,8 +61,8 @@ function(varno_bundle_resources target)
   add_dependencies(${target} ${target}_resources)
 endfunction()
 
-# varno_drawings(TARGET PROGRAM FOLDER): the program fills the folder before the target is built; it is given the folder
-# and knows itself what its drawings are to be called.
+# varno_drawings(TARGET PROGRAM FOLDER): the program fills the folder before the target is built; it receives the folder
+# and names its drawings itself.
 function(varno_drawings target program folder)
   set(done ${CMAKE_CURRENT_BINARY_DIR}/${program}.done)
   add_custom_command(OUTPUT ${done}

@@ -121,7 +121,7 @@ endfunction()
 # NAME is also its label, so that `ctest -L NAME` runs it alone. A program that starts threads to find races is
 # named ..._threaded: it is part of the target threaded_tests and runs under the thread sanitizer too.
 add_custom_target(threaded_tests)
-# Sanitizers are told what is other libraries' doing, also those of the programs that tests start.
+# Sanitizers receive the list of faults of other libraries, also in the programs that tests start.
 if(VARNO_SANITIZE MATCHES thread)
   set(varno_test_environment TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/races.txt:print_suppressions=0)
 else()

@@ -24,7 +24,7 @@ set(vstgui_definitions VSTGUI_ENABLE_DEPRECATED_METHODS=1 VSTGUI_ENABLE_XML_PARS
 set_target_properties(vstgui PROPERTIES COMPILE_DEFINITIONS "NDEBUG;RELEASE;${vstgui_definitions}")
 # A few large files instead of many small ones: two fifths of the time.
 set_target_properties(vstgui PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
-# Its warnings are not ours to mend, and its build asks for debug information even in a release.
+# Its warnings are not ours to fix, and its build requests debug information even in a release.
 target_compile_options(vstgui PRIVATE -w $<$<CONFIG:Release>:-g0>)
 
 add_library(varno_vstgui INTERFACE)

@@ -24,7 +24,8 @@ int main(int count, char** words) {
     varno::catchInterruptions();
     const int status = runAndReport({words + 1, words + count});
     if (const int signal = varno::interruptedBySignal()) {
-        // Ended by the very signal, a shell sees that the user wants to stop and ends its loops too.
+        // A program that ends by the same signal lets a shell detect that the user wants to stop: it ends its
+        // loops too.
         std::signal(signal, SIG_DFL);
         std::raise(signal);
     }

@@ -15,15 +15,15 @@ namespace varno {
 /// join the jumps of a host that moves a port once per buffer of some hundred frames, too short to be heard
 /// as lag.
 inline constexpr double kGlideSeconds = 0.010;
-/// Frames between the steps of a glide: the routine reads its values once per buffer, so a glide cuts a run
-/// into buffers of this length.
+/// Frames between the steps of a glide: the routine reads its values once per buffer, so a glide divides a
+/// run into buffers of this length.
 inline constexpr std::int32_t kGlideGrainFrames = 16;
 /// A parameter with at most this many steps is a switch or a choice: it has nothing in between and jumps.
 inline constexpr std::int32_t kMostStepsOfAChoice = 16;
 
-/// Reads the ports at the start of a run, and lets continuous values glide: linearly, in grains that go on
-/// from run to run. A port's value beyond 0 to 1 is limited to that; one that is not a number counts as not
-/// moved. All of it belongs to the thread that runs. [audio]
+/// Reads the ports at the start of a run, and lets continuous values glide: linearly, in steps of
+/// kGlideGrainFrames that continue from run to run. A port's value beyond 0 to 1 is limited to that; one that
+/// is not a number counts as not moved. Only the thread that calls run may use it. [audio]
 class ControlValues {
 public:
     /// The parameters among the ports, in their order. [main]
@@ -35,7 +35,8 @@ public:
     void read(const float* const* ports) noexcept;
     /// Gives the module the values for the next buffer.
     void giveTo(Instance& instance) noexcept;
-    /// Frames for which what was given holds, at least 1; the largest number where nothing glides.
+    /// Frames for which the values last given to the module are valid, at least 1; the largest number where
+    /// nothing glides.
     std::int32_t framesHeld() const noexcept;
     /// This many frames, at most `framesHeld`, have been processed.
     void passed(std::int32_t frames) noexcept;

@@ -1,4 +1,4 @@
-// The entry point of the plug-ins' binary: two plug-ins as C functions, which let no exception out.
+// The entry point of the plug-ins' binary: two plug-ins as C functions, from which no exception escapes.
 #include "LV2/HostFeatures.h"
 #include "LV2/Plugin.h"
 #include "LV2/Ports.h"

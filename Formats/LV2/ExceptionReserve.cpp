@@ -1,9 +1,9 @@
-// The C++ library, which the binary brings with it, sets memory aside when it is loaded, so that exceptions
-// can be thrown when there is no other. It keeps that memory when the binary is unloaded, so that a host
-// which opens and closes it again and again would lose 72 KB each time.
+// The C++ library, which the binary contains, allocates a reserve when it is loaded, so that exceptions can
+// be thrown when there is no other memory. It does not free the reserve when the binary is unloaded, so that
+// a host which opens and closes it again and again would lose 72 KB each time.
 
 namespace __gnu_cxx {
-// Gives back what the library keeps; no header of its declares it.
+// Frees what the library keeps; no header of the library declares it.
 void __freeres();
 } // namespace __gnu_cxx
 

@@ -1,4 +1,4 @@
-/// Base of every object that the plug-in hands to the host.
+/// Base of every object that the plug-in passes to the host.
 #ifndef VARNO_INTERFACES_ACF_CACFUNKNOWN_H
 #define VARNO_INTERFACES_ACF_CACFUNKNOWN_H
 

@@ -1,4 +1,4 @@
-/// What the program is asked to do.
+/// The program's command line.
 #ifndef VARNO_RESOURCES_ARTWORK_OPTIONS_H
 #define VARNO_RESOURCES_ARTWORK_OPTIONS_H
 
@@ -10,7 +10,7 @@
 
 namespace varno {
 
-/// The program was called wrongly; what() says what was expected.
+/// The program was called wrongly; what() states what was expected.
 class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -1,4 +1,4 @@
-/// What all drawing is made of: images in memory, shapes, lettering that is remembered, and light.
+/// The base of all drawing: images in memory, shapes, lettering that is recorded, and light.
 #ifndef VARNO_RESOURCES_ARTWORK_PAINTER_H
 #define VARNO_RESOURCES_ARTWORK_PAINTER_H
 
@@ -47,7 +47,7 @@ struct DrawnText {
 /// Draws on a cairo context, which it does not own; lengths are pixels at scale 1.
 class Painter {
 public:
-    /// Without lettering, texts are remembered but not drawn.
+    /// Without lettering, texts are recorded but not drawn.
     Painter(cairo_t* cairo, const Typeface& typeface, bool lettering = true)
         : mCairo(cairo),
           mTypeface(typeface),

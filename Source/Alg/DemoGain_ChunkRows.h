@@ -77,10 +77,9 @@ private:
 template<std::size_t kChannels>
 // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing costs time in every buffer
 struct ChunkRows {
-    RowRing<kChannels> mRaw;     ///< The host's input.
-    DelayRing<kChannels> mInput; ///< The input, sanitised.
-    Row<kChannels>
-        mInputHistory{}; ///< Its last frames as the high-pass remembers them, at the end of the row.
+    RowRing<kChannels> mRaw;          ///< The host's input.
+    DelayRing<kChannels> mInput;      ///< The input, sanitised.
+    Row<kChannels> mInputHistory{};   ///< Its last frames as the high-pass keeps them, at the end of the row.
     Row<kChannels> mHighPassForward;  ///< Feed-forward sum of the high-pass.
     Row<kChannels> mHighPassed;       ///< Output of the high-pass.
     DelayRing<kChannels> mDetectorIn; ///< Detector input: the sanitised input, high-passed or not.

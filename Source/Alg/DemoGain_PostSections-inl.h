@@ -1,4 +1,4 @@
-// The post sections. No output depends on them, only their state at the end of a buffer is wanted. Their
+// The post sections. No output depends on them, only their state at the end of a buffer is needed. Their
 // responses decay within a few dozen frames, so this state is a weighted sum of the last samples and, in
 // short buffers, of the state before.
 #if defined(DEMOGAIN_POSTSECTIONS_INL_H) == defined(HWY_TARGET_TOGGLE)
@@ -68,7 +68,8 @@ inline constexpr PostZeroInputResponse kPostZeroInput = [] {
 }();
 
 // Impulse responses of A and of A and B in series, reversed in time, with each value once per channel so that
-// they lie like the samples of rows. Entry kPostFrames - 1 is the response to the last frame; zeros follow.
+// their layout is that of the samples of rows. Entry kPostFrames - 1 is the response to the last frame; zeros
+// follow.
 template<std::size_t kChannels>
 struct PostImpulseResponse {
     static constexpr std::size_t kFrames = kPostFrames + kChunkFrames;

@@ -120,7 +120,7 @@ HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kChannels>& r
 }
 
 // Runs a recursion over fewer frames than a chunk has. The rest of its output row repeats the last frame, so
-// that later stages process values that they have seen.
+// that later stages process only values that occur in the signal.
 template<std::size_t kChannels, class Recursion>
 HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kChannels>& rows, std::size_t frames) {
     auto last = ioRecursion.step(rows, 0);

@@ -18,7 +18,7 @@ constexpr double kHighPassCorner = 120.0 / DemoGain_SampleRates::kReferenceHz;
 constexpr double kAllPassCentre = 0.14583333;
 constexpr double kAllPassQ = 0.1;
 
-// The DC blocker's time constant is given for this rate, unlike all others; intended.
+// The DC blocker's time constant is stated for this rate, unlike all others; intended.
 constexpr double kDcReferenceRateHz = 44100.0;
 // Exponent of the DC blocker per sample at that rate: ln 0.996 (of the single-precision number).
 constexpr double kDcExponent = -0.0040080296;

@@ -29,7 +29,7 @@ public:
     VSTGUI::CFrame* getFrame() const { return mFrame; }
 
     /// CFrame::open. An X11 frame counts its uses of the connection wrongly when it is opened without the
-    /// configuration of its run loop: varno::openFrame knows what each system needs. [main]
+    /// configuration of its run loop: varno::openFrame does what each system needs. [main]
     bool open(void* nativeView, VSTGUI::PlatformType type, VSTGUI::IPlatformFrameConfig* config = nullptr);
 
     /// CFrame's own of that name. [main]
@@ -56,7 +56,7 @@ private:
     /// The frame is asked for its size before a drag is handed on, as editors have always done.
     VSTGUI::IPlatformFrameCallback& PlatformSideForDrag() const;
 
-    VSTGUI::CFrame* mFrame; ///< Owned; CFrame::close gives it back.
+    VSTGUI::CFrame* mFrame; ///< Owned; CFrame::close releases it.
     AAX_IACFEffectParameters* mParameters;
 };
 

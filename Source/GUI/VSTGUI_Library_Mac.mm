@@ -4,7 +4,7 @@
 
 VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(const std::filesystem::path& resources) {
     // Contents/Resources of the bundle. The library reads the bundle for as long as it runs, so the reference
-    // is never given back.
+    // is never released.
     const std::string folder = resources.parent_path().parent_path().string();
     CFURLRef url = CFURLCreateFromFileSystemRepresentation(kCFAllocatorDefault,
                                                            reinterpret_cast<const UInt8*>(folder.data()),

@@ -43,8 +43,8 @@ public:
     using TimePoint = std::chrono::steady_clock::time_point;
     using Clock = std::function<TimePoint()>;
 
-    /// Connects the loop with one that can wait, such as a host's: it learns for which file descriptors to
-    /// call tick(). Must not throw.
+    /// Connects the loop with one that can wait, such as a host's: it is notified for which file descriptors
+    /// to call tick(). Must not throw.
     struct Watcher {
         std::function<void(int descriptor)> onAdded;
         /// Called as soon as the number is removed, but the file may be closed already.

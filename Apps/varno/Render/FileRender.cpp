@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kReadFrames = 32768; // decoded, processed and encoded at a time
 
-// Standard input may be a file too, one that only its reader knows.
+// Standard input may be a file too, which only its reader can identify.
 void refuseInputAsOutput(const RenderSession& session, const AudioReader& reader, const std::string& output) {
     session.inputs().refuseAsOutput(output);
     refuseSameFile(reader.identity(), reader.name(), output);

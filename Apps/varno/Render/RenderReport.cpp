@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kHzPerKilohertz = 1000.0;
 constexpr int kLevelDecimals = 1;
-constexpr int kReportIndent = 2; // of what is said about a file below its name
+constexpr int kReportIndent = 2; // of the lines about a file below its name
 
 __attribute__((format(printf, 1, 2))) std::string formatted(const char* format, ...) {
     char text[256];

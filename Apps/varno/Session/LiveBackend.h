@@ -25,7 +25,7 @@ inline constexpr int kEffectLatencyFrames = 1;
 
 /// What the program requests of a sound system.
 struct LiveRequest {
-    std::string name = "varno"; ///< That other programs see.
+    std::string name = "varno"; ///< As other programs show it.
     int inputs = 2;             ///< Channels, 0 to kMostLiveChannels.
     int outputs = 2;            ///< Channels, 1 to kMostLiveChannels.
     bool shallConnect = true;   ///< To the system's capture and playback, where connections are optional.

@@ -18,7 +18,7 @@ const Data* dataOf(const HostFeatures& features, const char* uri) {
     return static_cast<const Data*>(features.data(uri));
 }
 
-// X11 has numbers for windows; hosts give one in place of a pointer.
+// An X11 window is a number; hosts pass it in place of a pointer.
 xcb_window_t parentOf(const HostFeatures& features) {
     const auto number = reinterpret_cast<std::uintptr_t>(features.data(LV2_UI__parent));
     return number <= std::numeric_limits<xcb_window_t>::max() ? static_cast<xcb_window_t>(number)

@@ -41,7 +41,7 @@ PluginWindow& windowOf(LV2UI_Handle handle) {
     return *static_cast<PluginWindow*>(handle);
 }
 
-// These functions let no exception out.
+// No exception escapes from these functions.
 
 LV2UI_Handle instantiate(const LV2UI_Descriptor*, const char* pluginUri, const char* bundlePath,
                          LV2UI_Write_Function write, LV2UI_Controller controller, LV2UI_Widget* outWidget,

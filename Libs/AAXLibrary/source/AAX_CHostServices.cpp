@@ -8,7 +8,7 @@
 
 namespace {
 
-// Owned, but only by Set: a host that unloads the module without shutting it down may be gone already when
+// Owned, but only by Set: a host that unloads the module without shutting it down may have ended already when
 // static objects are destroyed, and must not be called then.
 constinit AAX_VHostServices* gServices = nullptr;
 

@@ -66,7 +66,7 @@ void AAX_CString::Erase(uint32_t pos, uint32_t n) {
 }
 
 // A host may have set the process's locale to one with a decimal comma; texts that are saved, exchanged and
-// compared must not change with it, hence std::to_chars, which knows no locale, and the classic one.
+// compared must not change with it, hence std::to_chars, which uses no locale, and the classic one.
 
 void AAX_CString::AppendNumber(double number, int32_t precision) {
     const int32_t decimals = std::min(precision, kMostDecimals);
