@@ -146,7 +146,7 @@ TEST_F(AtomicFileTest, RefusesAFolderThatCannotBeWritten) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AtomicFileTest, TellsAFullDisk) {
+TEST_F(AtomicFileTest, ReportsAFullDisk) {
     const int status = inChildProcess([&] {
         catchInterruptions();
         const rlimit limit{1000, 1000}; // most bytes of a file: writing fails as on a full disk
@@ -159,7 +159,7 @@ TEST_F(AtomicFileTest, TellsAFullDisk) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(AtomicFileTest, TellsAFullDevice) {
+TEST_F(AtomicFileTest, ReportsAFullDevice) {
     AtomicFile file("/dev/full", Overwrite::kRefuse);
     file.write("bytes");
     EXPECT_EQ(errorText(kExitWorkFailed, [&] { file.commit(); }),
@@ -199,7 +199,7 @@ TEST_F(AtomicFileTest, StandardOutputGetsEverythingAtCommit) {
     EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(std::max<ssize_t>(got, 0))), "all of it");
 }
 
-TEST_F(AtomicFileTest, TellsAPipeThatNobodyReads) {
+TEST_F(AtomicFileTest, ReportsAPipeThatNobodyReads) {
     int ends[2];
     ASSERT_EQ(::pipe(ends), 0);
     ::close(ends[0]);
@@ -241,7 +241,7 @@ TEST_F(AtomicFileTest, AnInterruptionLeavesNothing) {
     EXPECT_EQ(mFolder.listing(), "");
 }
 
-TEST_F(AtomicFileTest, KnowsTheInputUnderEveryName) {
+TEST_F(AtomicFileTest, FindsTheInputUnderEveryName) {
     writeFile(mPath, "input");
     const std::string hard = mFolder / "hard";
     const std::string soft = mFolder / "soft";

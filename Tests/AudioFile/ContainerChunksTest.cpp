@@ -49,7 +49,7 @@ TEST_F(ContainerChunksTest, FindsTheSamplesOfEachContainer) {
     }
 }
 
-TEST_F(ContainerChunksTest, TellsWhatACutOffFilePromises) {
+TEST_F(ContainerChunksTest, ReportsWhatTheHeaderOfACutOffFileStates) {
     for (const int major : std::initializer_list<int>{SF_FORMAT_WAV, SF_FORMAT_RF64, SF_FORMAT_W64,
                                                       SF_FORMAT_AIFF, SF_FORMAT_AU}) {
         const std::string bytes = soundBytes(major);
@@ -60,7 +60,7 @@ TEST_F(ContainerChunksTest, TellsWhatACutOffFilePromises) {
     }
 }
 
-TEST_F(ContainerChunksTest, SizesThatStreamsLeaveBehindPromiseNothing) {
+TEST_F(ContainerChunksTest, PlaceholdersOfStreamsStateNoSize) {
     const std::string wav = soundBytes(SF_FORMAT_WAV);
     const std::size_t sizeOffset = wav.find("data") + 4;
     for (const char* size : {"\xFF\xFF\xFF\xFF", "\xFC\xEF\xFF\x7F", "\xFF\xFF\xFF\x7F"}) {
@@ -72,7 +72,7 @@ TEST_F(ContainerChunksTest, SizesThatStreamsLeaveBehindPromiseNothing) {
         sampleExtent(chunksOf(patched(caf, caf.find("data") + 4, std::string(8, '\xFF')))).isTruncated());
 }
 
-TEST_F(ContainerChunksTest, KnowsTheFamilies) {
+TEST_F(ContainerChunksTest, RecognisesTheFamilies) {
     EXPECT_EQ(chunksOf(soundBytes(SF_FORMAT_WAV)).family, ChunkFamily::kRiff);
     EXPECT_EQ(chunksOf(soundBytes(SF_FORMAT_RF64)).family, ChunkFamily::kRiff);
     EXPECT_EQ(chunksOf(soundBytes(SF_FORMAT_AIFF)).family, ChunkFamily::kAiff);

@@ -92,14 +92,14 @@ TEST_F(CarriedChunksTest, LengthsInTheHeaderStayTrue) {
               aiff.size() - 8);
 }
 
-TEST_F(CarriedChunksTest, WhatTellsOfTheSamplesIsNotCarried) {
+TEST_F(CarriedChunksTest, WhatDescribesTheSamplesIsNotCarried) {
     const std::string in = makeFile("in.wav", SF_FORMAT_WAV,
                                     {chunk("levl", "peaks"), chunk("LIST", "wavl"), chunk("iXML", "kept")});
     EXPECT_EQ(byId(AudioReader(in).metadata().chunks),
               (std::map<std::string, std::string>{{"iXML", "kept"}}));
 }
 
-TEST_F(CarriedChunksTest, OversizedChunksAreLeftOutAndTold) {
+TEST_F(CarriedChunksTest, OversizedChunksAreLeftOutAndReported) {
     const std::string large(kMostCarriedBytes + 1, 'x');
     const std::string in = makeFile("in.wav", SF_FORMAT_WAV, {chunk("ID3 ", large), chunk("iXML", "kept")});
     EXPECT_THAT(Copy().run(in, mFolder / "out.wav").leftOut, ElementsAre("oversized chunk ID3 "));
@@ -129,7 +129,7 @@ TEST_F(CarriedChunksTest, MarkersCrossFamiliesWithTheirNames) {
     }
 }
 
-TEST_F(CarriedChunksTest, ContainersWithoutMarkersSaySo) {
+TEST_F(CarriedChunksTest, ContainersWithoutMarkersReportIt) {
     const std::string in =
         makeFile("in.wav", SF_FORMAT_WAV, cueChunks(ChunkFamily::kRiff, {{1, 10, "verse"}}));
     for (const char* name : {"out.flac", "out.w64", "out.caf", "out.ogg"}) {

@@ -51,7 +51,7 @@ TEST_F(OggPagesTest, ASecondTimeChangesNothing) {
     EXPECT_TRUE(readFile(mPath) == once);
 }
 
-TEST_F(OggPagesTest, ADamagedPageIsTold) {
+TEST_F(OggPagesTest, ADamagedPageIsReported) {
     std::string bytes = readFile(mPath);
     const std::size_t second = bytes.find("OggS", 4);
     bytes[second] = 'X';
@@ -60,7 +60,7 @@ TEST_F(OggPagesTest, ADamagedPageIsTold) {
               mPath + ": damaged while it was written: no Ogg page at byte " + std::to_string(second));
 }
 
-TEST_F(OggPagesTest, KnowsAFileThatWasCutOff) {
+TEST_F(OggPagesTest, DetectsAFileThatWasCutOff) {
     EXPECT_FALSE(isOggWithoutEnd(open().get()));
     const std::string bytes = readFile(mPath);
     for (const std::size_t missing : {std::size_t{1}, std::size_t{1000}, bytes.size() / 2}) {

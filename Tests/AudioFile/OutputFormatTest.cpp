@@ -24,7 +24,7 @@ OutputFormat choose(const AudioFormat& input, const std::string& path,
     return chooseOutputFormat(input, path, asked, input.frames);
 }
 
-TEST(OutputFormatTest, TheExtensionTellsTheContainer) {
+TEST(OutputFormatTest, TheExtensionChoosesTheContainer) {
     const AudioFormat input = stereo(SampleFormat::kPcm16);
     const std::pair<const char*, Container> cases[] = {
         {"a.wav", Container::kWav},   {"a.WAV", Container::kWav},     {"a.bwf", Container::kWav},
@@ -82,7 +82,7 @@ TEST(OutputFormatTest, KeepsTheSampleFormatWhereTheContainerHoldsIt) {
     }
 }
 
-TEST(OutputFormatTest, TakesTheNearestOtherwiseAndSaysSo) {
+TEST(OutputFormatTest, TakesTheNearestOtherwiseAndReportsIt) {
     using enum SampleFormat;
     constexpr KeptOrReplaced kCases[] = {
         {kPcm32, "a.flac", kPcm24}, {kFloat, "a.flac", kPcm24}, {kDouble, "a.flac", kPcm24},
@@ -100,7 +100,7 @@ TEST(OutputFormatTest, TakesTheNearestOtherwiseAndSaysSo) {
               "a.flac: written as pcm24; FLAC cannot hold the input's float");
 }
 
-TEST(OutputFormatTest, AskedFormatsAreTakenWithoutRemark) {
+TEST(OutputFormatTest, RequestedFormatsAreTakenWithoutRemark) {
     for (const char* name : {"pcm16", "pcm24", "pcm32", "float", "double"}) {
         const OutputFormat chosen = choose(stereo(SampleFormat::kPcm8), "a.wav", sampleFormatFromName(name));
         EXPECT_STREQ(sampleFormatName(chosen.format.sample), name);
@@ -108,7 +108,7 @@ TEST(OutputFormatTest, AskedFormatsAreTakenWithoutRemark) {
     }
 }
 
-TEST(OutputFormatTest, AskedFormatsThatTheContainerLacksAreRefused) {
+TEST(OutputFormatTest, RequestedFormatsThatTheContainerLacksAreRefused) {
     EXPECT_EQ(errorText(kExitWrongUsage,
                         [] { choose(stereo(SampleFormat::kPcm16), "a.flac", SampleFormat::kFloat); }),
               "--format float: a.flac is FLAC, which cannot hold it; expected pcm16, pcm24");

@@ -48,7 +48,7 @@ protected:
     TemporaryFolder mFolder;
 };
 
-TEST_F(AudioReaderTest, TellsTheFormat) {
+TEST_F(AudioReaderTest, ReportsTheFormat) {
     AudioReader reader(makeWav());
     EXPECT_EQ(reader.format().container, Container::kWav);
     EXPECT_EQ(reader.format().sample, SampleFormat::kPcm16);
@@ -119,7 +119,7 @@ TEST_F(AudioReaderTest, BlockSizesDoNotMatter) {
     }
 }
 
-TEST_F(AudioReaderTest, GivesNothingAfterTheEnd) {
+TEST_F(AudioReaderTest, ReadsNothingAfterTheEnd) {
     AudioReader reader(makeWav());
     AudioBlock block(2, 1000);
     EXPECT_EQ(reader.read(block), 1000);
@@ -246,7 +246,7 @@ TEST_F(AudioReaderTest, NamesAFileWithoutFrames) {
 
 class AudioReaderTruncatedTest : public AudioReaderTest, public testing::WithParamInterface<Stored> {};
 
-TEST_P(AudioReaderTruncatedTest, TellsTheFramesFound) {
+TEST_P(AudioReaderTruncatedTest, ReportsTheFramesFound) {
     const std::string path = makeWav("in", GetParam().format);
     const int frameBytes = 2 * GetParam().bits / 8;
     fs::resize_file(path, fs::file_size(path) - static_cast<std::uintmax_t>(300 * frameBytes));
@@ -265,7 +265,7 @@ INSTANTIATE_TEST_SUITE_P(Containers, AudioReaderTruncatedTest,
                                          Stored{"float", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 32}),
                          [](const auto& test) { return test.param.name; });
 
-TEST_F(AudioReaderTest, TellsATruncatedFlacFileWhereItEnds) {
+TEST_F(AudioReaderTest, ReportsATruncatedFlacFileWhereItEnds) {
     const std::string path = mFolder / "in.flac";
     writeSound(path, {SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1, 48'000, testIntegers(16, 100'000), {}});
     fs::resize_file(path, fs::file_size(path) / 2);
@@ -278,7 +278,7 @@ TEST_F(AudioReaderTest, TellsATruncatedFlacFileWhereItEnds) {
                                HasSubstr("expected the 100000 that its header promises")));
 }
 
-TEST_F(AudioReaderTest, TellsATruncatedOggFile) {
+TEST_F(AudioReaderTest, ReportsATruncatedOggFile) {
     const std::string path = mFolder / "in.ogg";
     writeSound(path, {SF_FORMAT_OGG | SF_FORMAT_VORBIS, 1, 48'000, {}, testReals(100'000)});
     fs::resize_file(path, fs::file_size(path) / 2);

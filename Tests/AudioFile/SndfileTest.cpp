@@ -115,7 +115,7 @@ TEST_F(SndfileMetadataTest, TheBroadcastExtensionStaysByteForByte) {
     }
 }
 
-TEST_F(SndfileMetadataTest, TellsWhatAContainerCannotHold) {
+TEST_F(SndfileMetadataTest, ReportsWhatAContainerCannotHold) {
     const std::string in = makeFile("in.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16);
     EXPECT_THAT(Copy().run(in, mFolder / "out.flac").leftOut,
                 ElementsAre("sampler loops", "broadcast chunk"));
@@ -123,7 +123,7 @@ TEST_F(SndfileMetadataTest, TellsWhatAContainerCannotHold) {
                 ElementsAre("text tags", "sampler loops", "broadcast chunk"));
 }
 
-TEST_F(SndfileMetadataTest, TextThatAiffLacksIsTold) {
+TEST_F(SndfileMetadataTest, TextThatAiffLacksIsReported) {
     const std::string in = mFolder / "in.flac";
     SF_INFO info{};
     info.samplerate = 48'000;

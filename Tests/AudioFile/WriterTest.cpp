@@ -216,7 +216,7 @@ TEST_P(AudioWriterRepeatTest, EveryRunAndBlockSizeGivesTheSameBytes) {
     EXPECT_TRUE(readFile(later) == first);
 }
 
-TEST_P(AudioWriterRepeatTest, TellsNoTimeOfDay) {
+TEST_P(AudioWriterRepeatTest, HoldsNoTimeOfDay) {
     writeSound(mIn, {SF_FORMAT_WAV | SF_FORMAT_FLOAT, 2, 48'000, {}, testReals(100)});
     const std::string out = mFolder / (std::string("out") + GetParam());
     Copy().run(mIn, out);
@@ -332,7 +332,7 @@ class AudioWriterFullDiskTest : public AudioWriterTest,
                                 public testing::WithParamInterface<std::tuple<const char*, rlim_t>> {};
 
 // The disk is full from the start, after some blocks, or only for the last bytes.
-TEST_P(AudioWriterFullDiskTest, IsToldAndLeavesNothing) {
+TEST_P(AudioWriterFullDiskTest, IsReportedAndLeavesNothing) {
     const auto [extension, limitBytes] = GetParam();
     const std::string in = mFolder / "in.wav";
     writeSound(in, {SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 48'000, testIntegers(16, 100'000), {}});
@@ -354,7 +354,7 @@ INSTANTIATE_TEST_SUITE_P(Limits, AudioWriterFullDiskTest,
                                                           ".ogg", ".opus"),
                                           testing::Values(rlim_t{10}, rlim_t{5000})));
 
-TEST_F(AudioWriterTest, ADiskFullWithTheLastBytesIsTold) {
+TEST_F(AudioWriterTest, ADiskFullWithTheLastBytesIsReported) {
     const std::string in = mFolder / "in.wav";
     writeSound(in, {SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 48'000, testIntegers(16, 50'000), {}});
     for (const char* name : {"out.flac", "out.ogg", "out.wav"}) {

@@ -54,7 +54,7 @@ class DocumentedCommands(HostTest):
         # It names the bundle that a user builds; the tests have theirs elsewhere.
         self.check(commands("README.md")["lv2apply"].replace("$PWD/build/program/lv2", str(BUNDLE.parent)))
 
-    def test_no_other_is_told(self):
+    def test_no_other_is_documented(self):
         self.assertEqual(set(self.commands),
                          {"ffmpeg", "gst-launch-1.0", "lv2apply", "lv2file", "ecasound", *TRIED_ELSEWHERE})
 

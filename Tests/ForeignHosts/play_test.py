@@ -267,7 +267,7 @@ class TerminalTest(LiveTest):
         state = json.loads(self.run_program(PROGRAM, "params", "--state", self.path("varno-s.state"), "--json", "HP"))
         self.assertEqual(state["value"], 1)
 
-    def test_unsaved_settings_are_told(self):
+    def test_unsaved_settings_are_printed(self):
         process = self.play_at_terminal()
         self.press("\x1b[6~q")
         self.assertEqual(process.wait(PATIENCE_S), 0)

@@ -80,7 +80,7 @@ TEST(PacketExchangeTest, RefusesWhatIsNoPacketOfAPort) {
     EXPECT_FALSE(packets.acquire());
 }
 
-TEST(PacketExchangeTest, TellsThePortsWithoutPacket) {
+TEST(PacketExchangeTest, ReportsThePortsWithoutPacket) {
     PacketExchange packets(variantWithPorts({{0, 4}, {3, 4}, {4, 4}}));
     post(packets, 3, 1);
     EXPECT_THAT(packets.portsNeverPosted(), ElementsAre(0, 4));

@@ -48,7 +48,7 @@ TEST(ContractMonitorTest, AnExpectationOfOneKindDoesNotCoverTheOther) {
     EXPECT_EQ(1U, monitor.violations().size());
 }
 
-TEST(ContractMonitorTest, TellsWhatNeverHappened) {
+TEST(ContractMonitorTest, ReportsWhatNeverHappened) {
     ContractMonitor monitor;
     monitor.expectTrace("a line");
     monitor.expectAssertion("a condition");

@@ -38,7 +38,7 @@ TEST_F(EditorTest, LivesFromInitializeToUninitialize) {
     EXPECT_EQ(1U, container->references());
 }
 
-TEST_F(EditorTest, HearsOfEveryChangedParameterOnce) {
+TEST_F(EditorTest, IsNotifiedOfEveryChangedParameterOnce) {
     const auto instance = makeInstance();
     const auto container = makeContainer();
     const auto editor = instance->openEditor(*container);
@@ -106,7 +106,7 @@ TEST_F(EditorTest, ThereIsOneAtATimeAndItCanBeReopened) {
     EXPECT_NE(nullptr, instance->openEditor(*container));
 }
 
-TEST_F(EditorTest, TheContainerCanBeTakenAwayAndGivenBack) {
+TEST_F(EditorTest, TheContainerCanBeRemovedAndSetAgain) {
     const auto instance = makeInstance();
     const auto container = makeContainer();
     const auto editor = instance->openEditor(*container);

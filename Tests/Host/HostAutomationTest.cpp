@@ -61,7 +61,7 @@ public:
     std::vector<std::string> heard;
 };
 
-TEST_F(HostAutomationTest, TellsItsListenerWhatTheModuleAsks) {
+TEST_F(HostAutomationTest, NotifiesItsListenerOfTheModulesRequests) {
     Hearing listener;
     automation.setListener(&listener);
     automation.RegisterParameter("A");
@@ -72,7 +72,7 @@ TEST_F(HostAutomationTest, TellsItsListenerWhatTheModuleAsks) {
     EXPECT_EQ(1U, automation.takeRequests().size());
 }
 
-TEST_F(HostAutomationTest, TellsItsListenerNothingThatItRefusesOrThatTheHostWants) {
+TEST_F(HostAutomationTest, NotifiesItsListenerOfNothingThatItRefusesOrThatTheHostRequests) {
     Hearing listener;
     automation.setListener(&listener);
     automation.RegisterParameter("A");

@@ -38,7 +38,7 @@ protected:
     ACFPtr<AAX_IACFController_V3> controller;
 };
 
-TEST_F(HostControllerTest, TellsAboutTheInstance) {
+TEST_F(HostControllerTest, ReportsOnTheInstance) {
     start({.channels = 1, .sampleRateHz = 96000.0, .offline = true});
     HostString text;
     float rate = 0.0F;
@@ -186,7 +186,7 @@ protected:
     }
 };
 
-TEST_F(HostTransportTest, TellsTheTimeLine) {
+TEST_F(HostTransportTest, ReportsTheTimeLine) {
     double tempo = 0.0;
     std::int32_t numerator = 0;
     std::int32_t denominator = 0;

@@ -177,7 +177,7 @@ TEST_F(HostComponentDescriptorTest, RefusesIncompleteRegistrations) {
               component->AddProcessProc_TI("a.dll", "Go", component.Get(), nullptr, nullptr, nullptr));
 }
 
-TEST_F(HostComponentDescriptorTest, ClearForgetsEverythingButTheNumbersGivenOut) {
+TEST_F(HostComponentDescriptorTest, ClearRemovesEverythingButTheNumbersAssigned) {
     std::int32_t first = 0;
     std::int32_t second = 0;
     component->AddAudioIn(0);

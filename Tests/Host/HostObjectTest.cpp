@@ -51,7 +51,7 @@ TEST(HostObjectTest, DoesNotAnswerToWhatIsWithheld) {
     map->Release();
 }
 
-TEST(HostObjectTest, TellsItsOwnObjectsFromOthers) {
+TEST(HostObjectTest, DistinguishesItsOwnObjectsFromOthers) {
     const auto map = ACFPtr<HostPropertyMap>::Adopt(new HostPropertyMap(testContext()));
     EXPECT_EQ(map.Get(), ownObject<HostPropertyMap>(map.Get()));
     EXPECT_EQ(1U, map->references());
@@ -73,7 +73,7 @@ TEST(HostReferenceTest, ReportsWhatIsHeldTooMuch) {
     map->Release();
 }
 
-TEST(HostReferenceTest, SurvivesWhatIsGivenBackTooOften) {
+TEST(HostReferenceTest, SurvivesTooManyReleases) {
     const auto context = testContext();
     {
         auto* map = new HostPropertyMap(context);

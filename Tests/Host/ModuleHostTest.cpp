@@ -116,7 +116,7 @@ TEST_F(HostDescriptionHostTest, KnowsExtendedStemFormatsAndDoesNotSupportThem) {
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, info->SupportLevel(nullptr));
 }
 
-TEST_F(HostDescriptionHostTest, TellsTheFeaturesOfItsOptions) {
+TEST_F(HostDescriptionHostTest, ReportsTheFeaturesOfItsOptions) {
     context->options.features = {
         {kFeature, AAX_eSupportLevel_Supported, Properties{{AAX_eProperty_Host54, 6}}}};
     const auto info = acquire(kFeature);

@@ -72,7 +72,7 @@ TEST(PageTableFileTest, RefusesWhatIsNoPageTableFile) {
               hostErrorOf([] { PageTableFile::read("nowhere.xml"); }));
 }
 
-TEST(PageTableFileTest, SaysWhatIsWrong) {
+TEST(PageTableFileTest, ReportsWhatIsWrong) {
     EXPECT_EQ("", errorOf(""));
     EXPECT_EQ("<table> has no attribute \"type\"", errorOf("<table pageSize=\"8\"/>"));
     EXPECT_EQ("found identifier \"Ct\", expected four characters",

@@ -52,7 +52,7 @@ TEST(StoredChunkTest, RefusesEveryTruncation) {
     EXPECT_EQ("", readError(bytes));
 }
 
-TEST(StoredChunkTest, SaysWhatItFoundAndWhatItExpected) {
+TEST(StoredChunkTest, ReportsWhatItFoundAndWhatItExpected) {
     EXPECT_EQ("saved state: found 3 bytes, expected a header of 56", readError(std::vector<std::byte>(3)));
     std::vector<std::byte> bytes = validBytes(8);
     bytes.resize(62);
@@ -88,7 +88,7 @@ TEST(StoredChunkTest, IsWrittenByAnyVariantOfTheEffect) {
               hostErrorOf([&] { chunk.requireWrittenBy(effectWith(stereo.plugInID), stereo); }));
 }
 
-TEST(StoredChunkTest, TellsEveryForeignIdentifier) {
+TEST(StoredChunkTest, ReportsEveryForeignIdentifier) {
     const StoredChunk chunk = StoredChunk::fromBytes(validBytes());
     const EffectDescription effect = effectWith(kIdentity.plugInID);
     const auto errorFor = [&](ChunkIdentity identity) {

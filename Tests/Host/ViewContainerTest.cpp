@@ -23,7 +23,7 @@ TEST_F(ViewContainerTest, StartsWithoutView) {
     EXPECT_EQ(nullptr, container->GetPtr());
 }
 
-TEST_F(ViewContainerTest, TellsWhatItWasGiven) {
+TEST_F(ViewContainerTest, ReturnsWhatItReceived) {
     container->setView(5, this);
     container->setModifiers(AAX_eModifiers_Control | AAX_eModifiers_Shift);
     std::uint32_t modifiers = 0;
@@ -34,7 +34,7 @@ TEST_F(ViewContainerTest, TellsWhatItWasGiven) {
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, container->GetModifiers(nullptr));
 }
 
-TEST_F(ViewContainerTest, RefusesMouseOffersUnlessToldOtherwise) {
+TEST_F(ViewContainerTest, RefusesMouseOffersByDefault) {
     EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseDown("A", 1));
     EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseDrag("A", 2));
     EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseUp("A", 3));
@@ -57,7 +57,7 @@ TEST_F(ViewContainerTest, AsksItsHandlerAboutOneOrSeveralParameters) {
     EXPECT_THAT(container->offers()[3].parameters, ElementsAre(""));
 }
 
-TEST_F(ViewContainerTest, GrantsSizesUnlessToldOtherwise) {
+TEST_F(ViewContainerTest, GrantsSizesByDefault) {
     AAX_Point wish{300.0F, 400.0F};
     EXPECT_EQ(AAX_SUCCESS, container->SetViewSize(&wish));
     EXPECT_EQ(400.0F, container->size().horz);
@@ -109,7 +109,7 @@ TEST_F(DesktopFacetTest, IsAPartOfItsContainer) {
               ACFPtr<IACFUnknown>::Query(facet.Get(), IID_IACFUnknown).Get());
 }
 
-TEST_F(DesktopFacetTest, TellsTheScale) {
+TEST_F(DesktopFacetTest, ReportsTheScale) {
     EXPECT_CALL(desktop, scale()).WillRepeatedly(Return(1.5));
     double scale = 0.0;
     EXPECT_EQ(AAX_SUCCESS, facet->GetScale(&scale));

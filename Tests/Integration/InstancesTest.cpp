@@ -18,7 +18,7 @@ void processBlock(Instance& instance, Signal& signal, std::size_t start, std::in
     instance.process(channels.data(), channels.data(), frames);
 }
 
-TEST_F(Instances, doNotHearEachOther) {
+TEST_F(Instances, doNotAffectEachOther) {
     constexpr std::size_t kInstances = 64;
     constexpr std::size_t kFrames = 1024;
     constexpr std::int32_t kBlock = 128;

@@ -79,7 +79,7 @@ TEST_F(ParameterAutomation, IsNotAskedForWhatCannotBeRead) {
     EXPECT_THAT(mAutomation.takeCalls(), IsEmpty());
 }
 
-TEST_F(ParameterAutomation, IsToldANewValueOnce) {
+TEST_F(ParameterAutomation, ReceivesANewValueOnce) {
     mParameter->UpdateNormalizedValue(0.25);
     EXPECT_THAT(mAutomation.takeCalls(), ElementsAre("current Gain 0.25"));
     mParameter->UpdateNormalizedValue(0.25);
@@ -87,18 +87,18 @@ TEST_F(ParameterAutomation, IsToldANewValueOnce) {
     EXPECT_EQ(mParameter->GetNormalizedValue(), 0.25);
 }
 
-TEST_F(ParameterAutomation, IsToldTheValueThatTheHostGave) {
+TEST_F(ParameterAutomation, ReceivesTheValueThatTheHostSet) {
     mParameter->UpdateNormalizedValue(1.5);
     EXPECT_THAT(mAutomation.takeCalls(), ElementsAre("current Gain 1.5"));
     EXPECT_EQ(mParameter->GetNormalizedValue(), 1.0);
 }
 
-TEST_F(ParameterAutomation, IsNeverToldWhatIsNotANumber) {
+TEST_F(ParameterAutomation, NeverReceivesWhatIsNotANumber) {
     mParameter->UpdateNormalizedValue(std::numeric_limits<double>::quiet_NaN());
     EXPECT_THAT(mAutomation.takeCalls(), ElementsAre("current Gain 0"));
 }
 
-TEST_F(ParameterAutomation, IsToldTheValueUnderANewTaperAtOnce) {
+TEST_F(ParameterAutomation, ReceivesTheValueUnderANewTaperAtOnce) {
     FloatTaper wider(0.0F, 2.0F);
     mParameter->SetTaperDelegate(wider, true);
     EXPECT_THAT(mAutomation.takeCalls(), ElementsAre("current Gain 0.25"));

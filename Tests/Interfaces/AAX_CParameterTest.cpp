@@ -28,7 +28,7 @@ TEST(Parameter, IsWhatItIsMadeAs) {
     EXPECT_EQ(realValue(*parameter), 0.5F);
 }
 
-TEST(Parameter, IsNotAutomatableUnlessTold) {
+TEST(Parameter, IsNotAutomatableByDefault) {
     const AAX_CParameter<float> parameter("A", AAX_CString("A"), 0.0F, FloatTaper(), FloatDisplay());
     EXPECT_FALSE(parameter.Automatable());
 }
@@ -50,7 +50,7 @@ TEST(Parameter, CutsAnIdentifierThatIsTooLong) {
     EXPECT_EQ(host.assertions()[0].note, "len < eParemeterDefaultMaxIdentifierSize");
 }
 
-TEST(Parameter, KeepsWhatItIsTold) {
+TEST(Parameter, KeepsWhatIsSet) {
     const auto parameter = makeFloatParameter();
     parameter->SetName("Drive");
     parameter->SetType(AAX_eParameterType_Discrete);

@@ -39,7 +39,7 @@ TEST(AAX_ExceptionTest, AnyIsItsOwnFamily) {
     EXPECT_TRUE(std::has_virtual_destructor_v<Any>);
 }
 
-TEST(AAX_ExceptionTest, ResultErrorTellsNameAndNumber) {
+TEST(AAX_ExceptionTest, ResultErrorHoldsNameAndNumber) {
     EXPECT_EQ(ResultError::FormatResult(-20004), "AAX_ERROR_NULL_OBJECT (-20004)");
     EXPECT_EQ(ResultError::FormatResult(0), "AAX_SUCCESS (0)");
     EXPECT_EQ(ResultError::FormatResult(-20700), "plug-in defined error (-20700)");

@@ -44,7 +44,7 @@ TEST(Guarded, TurnsEverythingElseIntoUnknownException) {
                                           Line{kHighPriority, "Three exception caught: unknown"}));
 }
 
-TEST(Guarded, ConvertsWithoutAHostToTell) {
+TEST(Guarded, ConvertsWithoutAHost) {
     EXPECT_EQ(AAX_Guarded("Entry", []() -> AAX_Result { throw std::bad_alloc(); }),
               AAX_ERROR_UNKNOWN_EXCEPTION);
 }

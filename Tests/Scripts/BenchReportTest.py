@@ -106,7 +106,7 @@ class BenchReportTest(unittest.TestCase):
         self.assertEqual(self.row(done, "resident memory, 3-hour file |")[3:],
                          ["", "not measured: ./run bench --long does"])
 
-    def test_medians_count_and_quartiles_are_told(self):
+    def test_medians_count_and_quartiles_are_written(self):
         name = product(2, 512)
         self.replace("routine", name, *repeated(name, 9.0, 10.0, 500.0, 8.0, 16.0, label="avx2"),
                      {"run_name": name, "run_type": "aggregate", "items_per_second": 1.0})

@@ -28,7 +28,7 @@ class CheckInterfaceCommentsTest(unittest.TestCase):
             self.assertEqual(done.returncode, 1 if done.stdout else 0)
             return done.stdout.replace(f"{path}:", "")
 
-    def test_passes_what_is_told(self):
+    def test_passes_complete_contracts(self):
         self.assertEqual(self.check("""
     /// The gain in dB, -20 to +20. [audio]
     virtual double Gain() const = 0;
@@ -49,7 +49,7 @@ class CheckInterfaceCommentsTest(unittest.TestCase):
             self.assertEqual(self.check(f"    /// Does what is to be done.{end}\n    virtual void Do() = 0;"),
                              "6: Do: its comment does not end with [audio], [main] or [any]\n")
 
-    def test_says_nothing(self):
+    def test_a_comment_without_content(self):
         self.assertEqual(self.check("    /// Does it. [any]\n    virtual void Do() = 0;"),
                          "6: Do: its comment says nothing\n")
 

@@ -79,7 +79,7 @@ cp "{self.archive}" "$3"
         self.assertEqual(self.fetch().returncode, 0)
         self.assertTrue((self.cache / FOLDER / "vstgui/CMakeLists.txt").exists())
 
-    def test_a_failure_leaves_nothing_and_says_what_to_do(self):
+    def test_a_failure_leaves_nothing_and_states_what_to_do(self):
         self.command("apt-helper", "exit 1\n")
         done = self.fetch()
         self.assertEqual((done.returncode, done.stdout), (1, ""))

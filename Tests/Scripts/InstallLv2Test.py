@@ -36,7 +36,7 @@ class InstallLv2Test(FixtureProject):
         self.assert_installed(self.run_script("install-lv2", str(self.folder / "lv2")), self.folder / "lv2")
         self.assertFalse((old / "gone.ttl").exists())
 
-    def test_a_file_in_the_way_is_told(self):
+    def test_a_file_in_the_way_is_reported(self):
         (self.folder / "file").write_text("")
         done = self.run_script("install-lv2", str(self.folder / "file"))
         self.assertEqual(done.returncode, 1)

@@ -84,12 +84,12 @@ class InstallTest(FixtureProject):
         self.run_script("test", "hosts")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha delta-host gamma"])
 
-    def test_nothing_missing_nothing_said(self):
+    def test_nothing_missing_nothing_printed(self):
         self.installed.write_text("alpha\nbeta-dev\n")
         self.assertNotIn("install", self.run_script("render").stderr)
         self.assertEqual(self.calls.read_text(), "")
 
-    def test_refuses_when_told_to(self):
+    def test_refuses_on_request(self):
         done = self.run_script("--no-install", "render")
         self.assertEqual((done.returncode, done.stdout), (1, ""))
         self.assertEqual(done.stderr, "run: these packages are missing (and --no-install is given): alpha\n")
@@ -107,7 +107,7 @@ class InstallTest(FixtureProject):
         self.assertEqual(calls[-3:], ["install -y --no-install-recommends alpha", "update",
                                       "install -y --no-install-recommends alpha"])
 
-    def test_tells_what_failed_and_why(self):
+    def test_reports_what_failed_and_why(self):
         self.failures.write_text("2\n")
         done = self.run_script("render")
         self.assertEqual((done.returncode, done.stdout), (1, ""))
@@ -133,7 +133,7 @@ class InstallTest(FixtureProject):
         self.assertIn("sudo -v\n", self.calls.read_text())
         self.assertRegex(self.calls.read_text(), r"sudo env DEBIAN_FRONTEND=noninteractive apt-get .* install ")
 
-    def test_a_user_whom_sudo_refuses_is_told_the_command(self):
+    def test_a_user_whom_sudo_refuses_sees_the_command(self):
         self.command("sudo", "exit 1\n")
         done = self.as_user("render")
         self.assertEqual(done.returncode, 1)

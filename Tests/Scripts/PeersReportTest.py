@@ -36,7 +36,7 @@ class PeersReportTest(unittest.TestCase):
         return subprocess.run([ROOT / "Scripts/peers-report", *arguments, self.folder], capture_output=True, text=True,
                               check=False)
 
-    def test_every_effect_is_told_in_ratio_to_ours(self):
+    def test_every_effect_is_reported_in_ratio_to_ours(self):
         text = self.report().stdout
         self.assertEqual(text.count("| A tube | 55 (5.00) | 55 (5.00) | 55 (5.00) |"), 2, "once for each rate")
         self.assertIn("| Varno-S | 11 (1.00) |", text)
@@ -52,7 +52,7 @@ class PeersReportTest(unittest.TestCase):
         self.assertIn("| Varno-S as an LV2 effect / the routine alone, 64 frames | 1.15 | 1.05 | 1.10 (1.10 to 1.10) |",
                       lines[:6])
 
-    def test_an_effect_that_could_not_be_measured_says_why(self):
+    def test_an_effect_that_could_not_be_measured_states_why(self):
         for case in self.cases:
             if "A tube" in case["run_name"]:
                 case.update(error_occurred=True, error_message="it is not installed")

@@ -18,7 +18,7 @@ class ProgramTest(FixtureProject):
         self.assertIn("run: building (program) [1/2]\n", done.stderr)
         self.assertTrue(all(line.startswith("run: ") for line in done.stderr.splitlines()), done.stderr)
 
-    def test_second_call_says_and_does_nothing_of_its_own(self):
+    def test_second_call_prints_and_does_nothing_of_its_own(self):
         self.run_script("render")
         cmake_calls, package_queries = self.counted("cmake"), self.counted("dpkg-query")
         done = self.run_script("describe")
@@ -58,7 +58,7 @@ class ProgramTest(FixtureProject):
         link.symlink_to(self.root / "run")
         self.assertEqual(self.run_script("render", script=link).stdout, f"in {self.folder}: <render>")
 
-    def test_a_failed_build_tells_command_and_reason_and_runs_nothing(self):
+    def test_a_failed_build_prints_command_and_reason_and_runs_nothing(self):
         self.run_script("render")
         self.write("Apps/varno/main.cpp", "int main() { return undeclared; }\n")
         done = self.run_script("render")
@@ -73,7 +73,7 @@ class ProgramTest(FixtureProject):
         self.write("Apps/varno/main.cpp", good)
         self.assertEqual(self.run_script("render").returncode, 3)
 
-    def test_a_failed_configuration_tells_command_and_reason(self):
+    def test_a_failed_configuration_prints_command_and_reason(self):
         self.write("CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\nproject(x CXX)\nfind_package(Nowhere REQUIRED)\n")
         done = self.run_script("render")
         self.assertEqual(done.returncode, 1)

@@ -47,7 +47,7 @@ class StepsTest(FixtureProject):
         self.assertEqual((done.returncode, self.last_line(done)), (1, "1 passed, 1 failed"))
         self.assertRegex(done.stderr, "undeclared. was not declared")
 
-    def test_tells_what_tests_left_out(self):
+    def test_reports_what_tests_left_out(self):
         self.write("Tests/test.cpp", """
 #include <cstdio>
 int main() {
@@ -63,7 +63,7 @@ int main() {
                                       r"  skipped: wide: this processor cannot run it\n"
                                       r"1 passed, 0 failed\n\Z")
 
-    def test_says_what_another_processor_wants(self):
+    def test_reports_what_another_processor_needs(self):
         script = 'source "$1/Scripts/console.sh"; source "$1/Scripts/checks.sh"; PATH=$2; step_aarch64'
         for name in ("aarch64-linux-gnu-g++", "qemu-aarch64"):
             done = subprocess.run(["bash", "-c", script, "step", self.root, self.commands], env=self.environment(),

@@ -180,7 +180,7 @@ TEST(RealTimeGuard, CountsItsOwnThreadAndTimeOnly) {
     other.join();
 }
 
-TEST(RealTimeGuard, SaysWhatItNoticed) {
+TEST(RealTimeGuard, ReportsWhatItNoticed) {
     const RealTimeReport report = reportOf([] {
         sink = std::malloc(16);
         std::free(sink);

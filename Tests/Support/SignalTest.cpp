@@ -35,7 +35,7 @@ TEST(SignalSources, AreTheSameEachTimeAndDifferByChannel) {
     }
 }
 
-TEST(SignalSources, PeakWhereTheySay) {
+TEST(SignalSources, PeakAtTheStatedLevel) {
     EXPECT_NEAR(peakOf(noise(1, kSignalFrames, 5, -6.0)[0]), amplitudeOf(-6.0), 1e-3F);
     EXPECT_NEAR(peakOf(swell(1, kSignalFrames, 5, 12.0)[0]), amplitudeOf(12.0), 0.2F);
     EXPECT_NEAR(peakOf(sweep(1, kSignalFrames, kSignalRateHz)[0]), 1.0F, 1e-3F);

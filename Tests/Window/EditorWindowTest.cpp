@@ -104,7 +104,7 @@ protected:
         mConnection, EditorWindow::Kind::kManaged, {"Varno-S \u2013 drums.wav", {1, 1, 0xFF123456}}};
 };
 
-TEST_F(EditorWindowTest, TellsTheDesktopWhatItIs) {
+TEST_F(EditorWindowTest, DescribesItselfToTheDesktop) {
     EXPECT_EQ(mConnection.text(mWindow.id(), mConnection.atom("_NET_WM_NAME")), "Varno-S \u2013 drums.wav");
     EXPECT_EQ(mConnection.text(mWindow.id(), XCB_ATOM_WM_NAME), "Varno-S \u2013 drums.wav");
     EXPECT_EQ(mConnection.text(mWindow.id(), XCB_ATOM_WM_CLASS), "varno\0Varno\0"s);

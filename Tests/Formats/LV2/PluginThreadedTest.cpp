@@ -24,7 +24,7 @@ Signal renderMoving(std::size_t channels, const Signal& input) {
     return renderChecked(process, input, {.blocks = {100}}).output;
 }
 
-TEST(PluginThreads, doNotHearEachOther) {
+TEST(PluginThreads, doNotAffectEachOther) {
     const Signal mono = drums(1, 3000, 48000.0, 1);
     const Signal stereo = drums(2, 3000, 48000.0, 2);
     const Signal expectedMono = renderMoving(1, mono);

@@ -154,7 +154,7 @@ TEST(RunReactivated, soundsLikeAFreshOne) {
     }
 }
 
-TEST(RunLatency, isOneFrameAndTold) {
+TEST(RunLatency, isOneFrameAndReported) {
     for (const std::size_t channels : {std::size_t{1}, std::size_t{2}}) {
         HostedPlugin plugin(channels);
         plugin.run(0); // as hosts do to read the latency

@@ -112,7 +112,7 @@ TEST_F(Modifiers, theHostsOwnKeysCount) {
     EXPECT_NEAR(instance->normalized("Hot"), defaultOf("Hot"), kRounding);
 }
 
-TEST_F(Modifiers, theHostHearsOfTheKeys) {
+TEST_F(Modifiers, theHostReceivesTheKeys) {
     click(*window, "HP", {Modifier::kShift, Modifier::kAlt});
     ASSERT_FALSE(window->container().offers().empty());
     for (const MouseOffer& offer : window->container().offers()) {

@@ -121,7 +121,7 @@ TEST_F(CACFUnknownTest, QueryForOwnInterfaceAnswersWithTheObject) {
     component->Release();
 }
 
-TEST_F(CACFUnknownTest, QueryForAnythingElseGivesNoSuchInterfaceAndNull) {
+TEST_F(CACFUnknownTest, QueryForAnythingElseReturnsNoSuchInterfaceAndNull) {
     auto* component = new Component(mLog);
     component->AddRef();
     std::vector<acfIID> others{IID_IACFPluginDefinition, IID_IACFUnknown, IID_IACFUnknown, IID_IACFUnknown};

@@ -54,7 +54,7 @@ TEST(EffectParametersLife, HoldsTheHostFromInitializeToUninitialize) {
     EXPECT_EQ(host.allReferences(), 0);
 }
 
-TEST(EffectParametersLife, LetsGoOfTheHostWithoutUninitialize) {
+TEST(EffectParametersLife, ReleasesTheHostWithoutUninitialize) {
     FakeInstanceHost host;
     {
         const ACFPtr<TestEffect> effect = makeTestEffect();

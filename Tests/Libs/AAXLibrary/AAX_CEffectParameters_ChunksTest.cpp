@@ -272,7 +272,7 @@ TEST(EffectChunks, SaveAndRestoreEveryType) {
     EXPECT_THAT(fakes[4]->sets, IsEmpty());
 }
 
-TEST(EffectChunks, LetNoExceptionOut) {
+TEST(EffectChunks, LetNoExceptionEscape) {
     const ListeningHost listening;
     EffectWithChunks fixture;
     ChunkRecord record = fixture.save();

@@ -61,7 +61,7 @@ protected:
     AAX_CString text{"before"};
 };
 
-TEST_F(EffectParametersTest, TellsWhatParametersThereAre) {
+TEST_F(EffectParametersTest, ReportsItsParameters) {
     std::int32_t count = 0;
     EXPECT_EQ(effect.GetNumberOfParameters(&count), AAX_SUCCESS);
     EXPECT_EQ(count, 3);
@@ -109,7 +109,7 @@ TEST_F(EffectParametersTest, ClearsTheOutputsForAnUnknownIdentifier) {
     EXPECT_STREQ(text.Get(), "");
 }
 
-TEST_F(EffectParametersTest, TellsWhatAParameterIs) {
+TEST_F(EffectParametersTest, ReportsWhatAParameterIs) {
     std::uint8_t automatable = 0;
     EXPECT_EQ(effect.GetParameterIsAutomatable("Gain", &automatable), AAX_SUCCESS);
     EXPECT_EQ(automatable, 1);
@@ -130,7 +130,7 @@ TEST_F(EffectParametersTest, TellsWhatAParameterIs) {
     EXPECT_EQ(info, 0);
 }
 
-TEST_F(EffectParametersTest, TellsWhenAParameterIsNotAutomatable) {
+TEST_F(EffectParametersTest, ReportsWhenAParameterIsNotAutomatable) {
     effect.add(std::make_unique<AAX_CParameter<float>>("Fixed", AAX_CString("Fixed"), 0.0F, FloatTaper(),
                                                        FloatDisplay(), false));
     std::uint8_t automatable = 7;
@@ -261,7 +261,7 @@ TEST_F(EffectParametersTest, TakesTheHostsWordForARelativeChangeWithinBounds) {
     EXPECT_EQ(host.controller.fields(), std::vector<AAX_CFieldIndex>{1});
 }
 
-TEST_F(EffectParametersTest, TellsNoNumberOfChangesThatHasOverflowed) {
+TEST_F(EffectParametersTest, ReportsNoNumberOfChangesThatHasOverflowed) {
     effect.mNumPlugInChanges = std::numeric_limits<std::int32_t>::max();
     EXPECT_EQ(changes(), std::numeric_limits<std::int32_t>::max());
     update("Gain", 0.75);
@@ -357,7 +357,7 @@ TEST_F(EffectParametersTest, AnswersEveryCallForAKnownIdentifier) {
     }
 }
 
-TEST_F(EffectParametersTest, LetsNoExceptionOutOfAnyCall) {
+TEST_F(EffectParametersTest, LetsNoExceptionEscapeFromAnyCall) {
     const ListeningHost listening;
     fake->before = [] { throw std::runtime_error("broken"); };
     // These call nothing of the parameter that could fail.

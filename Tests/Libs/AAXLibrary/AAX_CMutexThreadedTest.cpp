@@ -31,7 +31,7 @@ TEST(AAX_CMutexThreadedTest, OneThreadAtATimeIsInside) {
     EXPECT_EQ(visits, std::int64_t{kThreads} * kRounds);
 }
 
-TEST(AAX_CMutexThreadedTest, UnlocksOfStrangersLetNobodyIn) {
+TEST(AAX_CMutexThreadedTest, UnlocksOfOtherThreadsDoNotReleaseIt) {
     AAX_CMutex mutex;
     std::int64_t written = 0;
     ASSERT_TRUE(mutex.Lock());

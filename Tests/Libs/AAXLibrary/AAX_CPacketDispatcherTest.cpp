@@ -127,7 +127,7 @@ TEST(PacketDispatcher, NeitherPostsNorRepeatsAHandlerThatFails) {
     EXPECT_EQ(fixture.dispatch(), "1=5");
 }
 
-TEST(PacketDispatcher, TellsTheResultOfTheLastPost) {
+TEST(PacketDispatcher, ReturnsTheResultOfTheLastPost) {
     DispatcherFixture fixture;
     fixture.registerValue("A", 1, 0);
     fixture.registerValue("B", 2, 0);

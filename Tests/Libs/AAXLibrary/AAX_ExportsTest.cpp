@@ -215,7 +215,7 @@ TEST_F(AAX_ExportsTest, ModuleMayBeUnloadedWhenNoObjectIsLeft) {
     EXPECT_EQ(ACFCanUnloadNow(&mHost), 0);
 }
 
-TEST_F(AAX_ExportsTest, TellsTheVersionOfTheArchitecture) {
+TEST_F(AAX_ExportsTest, ReportsTheVersionOfTheArchitecture) {
     std::uint64_t version = 0;
     EXPECT_EQ(ACFGetSDKVersion(&version), 0);
     EXPECT_EQ(version, 0x00000204013449EAU);

@@ -126,7 +126,7 @@ TEST_F(AAX_VCollectionTest, MakesNothingWhenTheHostFailsOrIsMissing) {
     EXPECT_EQ(alone.NewPropertyMap(), nullptr);
 }
 
-TEST_F(AAX_VCollectionTest, TellsTheHostsDefinitionAndDescription) {
+TEST_F(AAX_VCollectionTest, ReturnsTheHostsDefinitionAndDescription) {
     mCollection.offer(IID_IAAXDescriptionHostV1, &mDescriptionHost);
     const AAX_VCollection collection(&mCollection);
     EXPECT_EQ(collection.HostDefinition(), &mCollection);

@@ -86,7 +86,7 @@ TEST(AAX_VControllerTest, VirtualSlotsHaveTheirOrder) {
     expectConsecutive(slots);
 }
 
-TEST(AAX_VControllerTest, OldHostHasNoAutomationTimeAndTellsZero) {
+TEST(AAX_VControllerTest, OldHostHasNoAutomationTimeAndReturnsZero) {
     VersionedHost<RecordingController> host({IID_IAAXControllerV1}, 0);
     const AAX_VController controller(host.object());
     AAX_CTimeOfDay time = 99;

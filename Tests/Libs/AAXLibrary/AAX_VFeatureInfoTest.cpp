@@ -29,7 +29,7 @@ TEST_F(AAX_VFeatureInfoTest, KeepsTheIdentifier) {
     EXPECT_TRUE(info.ID() == AAX_FeatureUID_ExtendedStemFormats);
 }
 
-TEST_F(AAX_VFeatureInfoTest, TellsTheSupportLevel) {
+TEST_F(AAX_VFeatureInfoTest, ReportsTheSupportLevel) {
     const AAX_VFeatureInfo info(&mInfo, AAX_FeatureUID_ExtendedStemFormats);
     mInfo.level = AAX_eSupportLevel_Supported;
     AAX_ESupportLevel level = AAX_eSupportLevel_Unsupported;

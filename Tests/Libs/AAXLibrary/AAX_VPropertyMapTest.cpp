@@ -97,7 +97,7 @@ TEST_F(AAX_VPropertyMapTest, MissingMapComesBeforeTheStemFormat) {
     EXPECT_EQ(map.AddProperty(AAX_eProperty_InputStemFormat, 0xD0000), -20004);
 }
 
-TEST_F(AAX_VPropertyMapTest, TellsTheHostsObject) {
+TEST_F(AAX_VPropertyMapTest, ReturnsTheHostsObject) {
     EXPECT_EQ(AAX_VPropertyMap(&mMap, false).HostObject(), &mMap);
     EXPECT_EQ(AAX_VPropertyMap(nullptr, false).HostObject(), nullptr);
 }

@@ -67,7 +67,7 @@ TEST(AAX_VViewContainerTest, VirtualSlotsHaveTheirOrder) {
     expectConsecutive(slots);
 }
 
-TEST(AAX_VViewContainerTest, TellsTheNativeView) {
+TEST(AAX_VViewContainerTest, ReturnsTheNativeView) {
     VersionedHost<RecordingViewContainer> host(kViewContainerVersions, 0);
     host.version(1).result = AAX_eViewContainerType_Cocoa;
     host.version(1).view = somewhere<int>();

@@ -111,7 +111,7 @@ TEST_P(KnobTest, LightsTheRingUpToThePointer) {
     }
 }
 
-TEST_P(KnobTest, NeighboursCanBeToldApart) {
+TEST_P(KnobTest, NeighboursCanBeDistinguished) {
     constexpr double kVisible = 0.02;
     constexpr int kEnough = 5;
     for (std::size_t n = 1; n < pictures.size(); ++n) {

@@ -80,7 +80,7 @@ TEST(DemoGain_DenormalMode, FlushesDenormalsWhileItLivesOnly) {
     EXPECT_NE(multiplied(subnormal, scale), 0.0F);
 }
 
-TEST(DemoGain_DenormalMode, GivesTheCallersModeBackToTheBit) {
+TEST(DemoGain_DenormalMode, RestoresTheCallersModeToTheBit) {
     for (const SDemoGain_FloatMode& mode : callersModes()) {
         SDemoGain_FloatMode before;
         SDemoGain_FloatMode after;
@@ -95,7 +95,7 @@ TEST(DemoGain_DenormalMode, GivesTheCallersModeBackToTheBit) {
     }
 }
 
-TEST(DemoGain_DenormalMode, TheRoutineSoundsTheSameInEveryCallersModeAndGivesItBack) {
+TEST(DemoGain_DenormalMode, TheRoutineSoundsTheSameInEveryCallersModeAndRestoresIt) {
     // Noise that decays into denormals, then the largest samples that are processed.
     Signal input = noise(2, 4096, 9, 6.0);
     for (std::vector<float>& samples : input) {

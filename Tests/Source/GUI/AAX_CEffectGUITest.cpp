@@ -124,7 +124,7 @@ TEST_F(AAX_CEffectGUITest, AsksForNoParameterWithoutACount) {
     EXPECT_EQ(takeCalls(), Calls{});
 }
 
-TEST_F(AAX_CEffectGUITest, AContainerIsGivenAndTakenBack) {
+TEST_F(AAX_CEffectGUITest, AContainerIsSetAndRemoved) {
     editor->Initialize(&host);
     takeCalls();
     EXPECT_EQ(editor->GetViewContainer(), nullptr);
@@ -145,7 +145,7 @@ TEST_F(AAX_CEffectGUITest, AContainerIsGivenAndTakenBack) {
     EXPECT_EQ(takeCalls(), Calls{"delete"});
 }
 
-TEST_F(AAX_CEffectGUITest, TakingBackNoContainerOnlyAsksForTheViewToGo) {
+TEST_F(AAX_CEffectGUITest, RemovingNoContainerOnlyDeletesTheView) {
     EXPECT_EQ(editor->SetViewContainer(nullptr), 0);
     EXPECT_EQ(takeCalls(), Calls{"delete without container"});
     EXPECT_EQ(editor->GetView(), nullptr);
@@ -171,7 +171,7 @@ TEST_F(AAX_CEffectGUITest, MayBeReleasedWithEverythingStillHeld) {
     EXPECT_EQ(CACFUnknown::GetActiveObjectCount(), 0);
 }
 
-TEST_F(AAX_CEffectGUITest, LetsNoExceptionOut) {
+TEST_F(AAX_CEffectGUITest, LetsNoExceptionEscape) {
     editor->Initialize(&host);
     container.type = AAX_eViewContainerType_Cocoa;
     container.view = &container;

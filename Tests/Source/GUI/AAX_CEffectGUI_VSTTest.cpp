@@ -85,7 +85,7 @@ TEST_F(AAX_CEffectGUI_VSTTest, TheBasesViewIsEmptyAndGrey) {
     EXPECT_EQ(size.horz, 0.0F);
 }
 
-TEST_F(AAX_CEffectGUI_VSTTest, TellsTheFramesSize) {
+TEST_F(AAX_CEffectGUI_VSTTest, ReportsTheFramesSize) {
     editor->makeView = [](TestEditor& own, void* native) {
         own.ShowView(new VSTGUI_ContentView(VSTGUI::CRect(10, 20, 310, 170), &own, nullptr), native);
     };

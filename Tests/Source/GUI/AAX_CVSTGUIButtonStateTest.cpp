@@ -29,7 +29,7 @@ TEST(AAX_CVSTGUIButtonStateTest, TranslatesEachBitBothWays) {
     }
 }
 
-TEST(AAX_CVSTGUIButtonStateTest, JoinsWhatBothSidesKnow) {
+TEST(AAX_CVSTGUIButtonStateTest, JoinsWhatBothSidesReport) {
     const AAX_CVSTGUIButtonState alone(VSTGUI::kShift | VSTGUI::kControl, nullptr);
     EXPECT_EQ(alone.GetModifiers(), 0x09U);
     EXPECT_EQ(wordOf(alone), 0x30U);

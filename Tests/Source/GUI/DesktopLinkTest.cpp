@@ -18,7 +18,7 @@ protected:
     std::shared_ptr<RunLoop> loop = std::make_shared<RunLoop>();
 };
 
-TEST_F(DesktopLinkTest, TellsTheDesktopsScale) {
+TEST_F(DesktopLinkTest, ReturnsTheDesktopsScale) {
     const DesktopLink link(&container);
     desktop.scale = 1.5;
     EXPECT_EQ(link.scale(), 1.5);
@@ -59,7 +59,7 @@ TEST_F(DesktopLinkTest, HasTheDesktopDriveTheLoop) {
     EXPECT_EQ(desktop.descriptors(), (std::set<std::int32_t>{40}));
 }
 
-TEST_F(DesktopLinkTest, GivesEverythingBack) {
+TEST_F(DesktopLinkTest, ReleasesEverything) {
     const Registration descriptor = loop->addDescriptor(40, [] {});
     {
         DesktopLink link(&container);

@@ -173,7 +173,7 @@ TEST_F(FrameOpeningTest, IsAsLargeAsTheDesktopWishes) {
     EXPECT_EQ(desktop.references(), 0);
 }
 
-TEST_F(FrameOpeningTest, LivesOnTheDesktopsEventLoopAlone) {
+TEST_F(FrameOpeningTest, WorksOnTheDesktopsEventLoopAlone) {
     FakeDesktop desktop;
     Place place(client);
     place.container.offer(IID_IVarnoDesktopV1, &desktop);

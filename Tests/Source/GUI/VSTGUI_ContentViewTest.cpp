@@ -130,7 +130,7 @@ TEST_F(VSTGUI_ContentViewTest, SetsTheFramesSize) {
 }
 
 // As the frame: it has neither place nor size on the screen before it is opened.
-TEST_F(VSTGUI_ContentViewTest, UnopenedHasNoSizeToTell) {
+TEST_F(VSTGUI_ContentViewTest, UnopenedHasNoSize) {
     CRect size(1, 2, 3, 4);
     EXPECT_FALSE(view->getSize(size));
     EXPECT_FALSE(view->getSize(&size));

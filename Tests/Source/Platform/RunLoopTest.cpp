@@ -210,7 +210,7 @@ TEST_F(RunLoopTest, RegistrationsMayOutliveTheLoop) {
     EXPECT_EQ(removed, 0);
 }
 
-TEST_F(RunLoopTest, LetsGoOfAHandlerWhenItIsRemoved) {
+TEST_F(RunLoopTest, ReleasesAHandlerWhenItIsRemoved) {
     const auto kept = std::make_shared<int>();
     Registration registration = loop->addDescriptor(kSomeDescriptor, [kept] {});
     EXPECT_EQ(kept.use_count(), 2);

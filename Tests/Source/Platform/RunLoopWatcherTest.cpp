@@ -34,7 +34,7 @@ private:
     std::vector<int> mTold;
 };
 
-TEST(RunLoopWatcher, IsToldOfThoseThereAreAndOfThoseThatComeAndGo) {
+TEST(RunLoopWatcher, ReceivesThoseThatExistAndLaterChanges) {
     RunLoop loop;
     Told told;
     Registration seven = loop.addDescriptor(7, nothing);
@@ -49,7 +49,7 @@ TEST(RunLoopWatcher, IsToldOfThoseThereAreAndOfThoseThatComeAndGo) {
     EXPECT_THAT(told.take(), ElementsAre(-9));
 }
 
-TEST(RunLoopWatcher, ThatLeavesIsToldThatAllAreGoneAndNothingMore) {
+TEST(RunLoopWatcher, ThatLeavesReceivesTheRemovalOfAllAndNothingMore) {
     RunLoop loop;
     Told told;
     Registration seven = loop.addDescriptor(7, nothing);
@@ -63,7 +63,7 @@ TEST(RunLoopWatcher, ThatLeavesIsToldThatAllAreGoneAndNothingMore) {
     EXPECT_THAT(told.take(), IsEmpty());
 }
 
-TEST(RunLoopWatcher, SeveralAreToldEachForItself) {
+TEST(RunLoopWatcher, SeveralAreNotifiedSeparately) {
     RunLoop loop;
     Told first;
     Told second;
@@ -79,7 +79,7 @@ TEST(RunLoopWatcher, SeveralAreToldEachForItself) {
     EXPECT_THAT(second.take(), ElementsAre(-7));
 }
 
-TEST(RunLoopWatcher, IsNotToldOfTimers) {
+TEST(RunLoopWatcher, IsNotNotifiedOfTimers) {
     RunLoop loop;
     Told told;
     const Registration watcher = loop.addWatcher(told.watcher());
@@ -89,7 +89,7 @@ TEST(RunLoopWatcher, IsNotToldOfTimers) {
     EXPECT_THAT(told.take(), IsEmpty());
 }
 
-TEST(RunLoopWatcher, IsToldOfANumberRegisteredOnceMoreAsNew) {
+TEST(RunLoopWatcher, ReceivesANumberRegisteredOnceMoreAsNew) {
     RunLoop loop;
     Told told;
     const Registration watcher = loop.addWatcher(told.watcher());
@@ -104,7 +104,7 @@ TEST(RunLoopWatcher, IsToldOfANumberRegisteredOnceMoreAsNew) {
     EXPECT_THAT(told.take(), ElementsAre(-7));
 }
 
-TEST(RunLoopWatcher, MayLeaveWhileItIsTold) {
+TEST(RunLoopWatcher, MayLeaveDuringANotification) {
     RunLoop loop;
     Told told;
     Registration leaving;
@@ -219,7 +219,7 @@ TEST(RunLoopHost, ToleratesADescriptorThatIsClosedFirst) {
     EXPECT_FALSE(host.wakes());
 }
 
-TEST(RunLoopHost, WakesForANumberGivenOutAgainBeforeTheOldOneIsUnregistered) {
+TEST(RunLoopHost, WakesForANumberUsedAgainBeforeTheOldOneIsUnregistered) {
     RunLoop loop;
     auto old = std::make_unique<Pipe>();
     const int number = old->reading();

@@ -12,7 +12,7 @@ using nlohmann::json;
 
 class DescribeCommand : public ProgramTest {};
 
-TEST_F(DescribeCommand, PrintsAllThatTheModuleTells) {
+TEST_F(DescribeCommand, PrintsTheWholeDescription) {
     // Made by: varno describe
     EXPECT_EQ(varnoOut({"describe"}), readFile(std::string(VARNO_GOLDEN_FOLDER) + "/describe-module.txt"));
 }

@@ -145,7 +145,7 @@ TEST_F(EditScreenshot, IsThePictureOfTheView) {
     EXPECT_EQ(mFolder.listing(), "drums.wav editor.png later.png");
 }
 
-TEST_F(EditScreenshot, ReplacesOnlyWhenTold) {
+TEST_F(EditScreenshot, ReplacesOnlyOnRequest) {
     writeFile(path("editor.png"), "mine");
     EXPECT_EQ(refusedEdit(1, {"--screenshot", "editor.png"}),
               "editor.png: exists already; expected a new name, or --force to replace it");

@@ -77,7 +77,7 @@ TEST_F(EditEffect, OpensAndCloses) {
     EXPECT_EQ(outcome.err, "");
 }
 
-TEST_F(EditEffect, WhatWasTurnedAndNotSavedIsTold) {
+TEST_F(EditEffect, UnsavedChangesAreReported) {
     const auto program = editEffect();
     const auto before = picture();
     turnGain();
@@ -106,7 +106,7 @@ TEST_F(EditEffect, WhatWasTurnedIsSavedAndCopied) {
     EXPECT_NEAR(gainIn("--preset", "preset.txt"), 0.75 + kWheelStep, 1e-6);
 }
 
-TEST_F(EditEffect, ItsMetersHearTheFile) {
+TEST_F(EditEffect, ItsMetersFollowTheFile) {
     // A tone and a longer rest: the meters follow down and up again.
     Sound loud;
     loud.format = kWav16;

@@ -36,7 +36,7 @@ protected:
     std::optional<EditSound> mSound;
 };
 
-TEST_F(EditSoundTest, TheSoundSystemHearsTheLoopThroughTheEffect) {
+TEST_F(EditSoundTest, TheSoundSystemReceivesTheProcessedLoop) {
     const auto instance = makeInstance();
     open(*instance);
     std::vector<float> left(4);
@@ -49,7 +49,7 @@ TEST_F(EditSoundTest, TheSoundSystemHearsTheLoopThroughTheEffect) {
     mSound.reset();
 }
 
-TEST_F(EditSoundTest, OverrunsAreTold) {
+TEST_F(EditSoundTest, OverrunsAreReported) {
     const auto instance = makeInstance();
     open(*instance);
     mBackend->changeableStatus().countOverrun();

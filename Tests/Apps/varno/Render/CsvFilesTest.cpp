@@ -184,7 +184,7 @@ TEST_F(MeterFileTest, RefusesAnExistingFile) {
     EXPECT_EQ(readFile(mPath), "old");
 }
 
-TEST_F(MeterFileTest, TellsAFullDevice) {
+TEST_F(MeterFileTest, ReportsAFullDevice) {
     MeterFile file("/dev/full", Overwrite::kRefuse, 1.0, {"A"});
     EXPECT_EQ(errorText(kExitWorkFailed, [&] { file.commit(); }),
               "/dev/full: cannot be written: No space left on device");

@@ -45,7 +45,7 @@ protected:
     std::vector<std::string> mNames;
 };
 
-TEST_F(RenderJobs, GiveWhatSingleRendersGive) {
+TEST_F(RenderJobs, ProduceWhatSingleRendersProduce) {
     varnoOut(words({"--jobs", "4", "--set", "Hot=0.5"}));
     for (const auto& input : mNames) {
         varnoOut({"render", "--set", "Hot=0.5", input, "single-" + input});

@@ -258,7 +258,7 @@ TEST_F(RenderCommand, ClippedSamplesAreCountedAndWarnedOf) {
     EXPECT_GT(unclipped["peak_out_dbfs"].get<double>(), 0.0);
 }
 
-TEST_F(RenderCommand, QuietSaysNothing) {
+TEST_F(RenderCommand, QuietPrintsNothing) {
     makeMusic("in.wav", kWav16, 1, 4800);
     EXPECT_EQ(render({"--quiet", "--set", "Volume=1", "in.wav", "out.wav"}), "");
     EXPECT_EQ(render({"-q", "--json", "in.wav", "json.wav"}), "");

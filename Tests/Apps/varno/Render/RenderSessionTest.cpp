@@ -22,7 +22,7 @@ TEST(InputFiles, AreKnownUnderEveryName) {
     }
 }
 
-TEST(InputFiles, LetOtherFilesBe) {
+TEST(InputFiles, AcceptOtherOutputs) {
     const TemporaryFolder folder;
     writeFile(folder / "a.wav", "a");
     writeFile(folder / "b.wav", "b");

@@ -19,7 +19,7 @@ TEST(JackPorts, NamesAreFixed) {
     EXPECT_EQ(portName(PortDirection::kOutput, 2, 1), "out_r");
 }
 
-TEST(JackPorts, EachInputHearsOneCapture) {
+TEST(JackPorts, EachInputReceivesOneCapture) {
     EXPECT_THAT(portPairs(PortDirection::kInput, 2, 8), ElementsAre(Pair(0, 0), Pair(1, 1)));
     EXPECT_THAT(portPairs(PortDirection::kInput, 2, 1), ElementsAre(Pair(0, 0), Pair(1, 0)));
     EXPECT_THAT(portPairs(PortDirection::kInput, 1, 2), ElementsAre(Pair(0, 0)));
@@ -101,7 +101,7 @@ TEST_F(JackBackendTest, ProcessesWhatThePortsHold) {
     EXPECT_THAT(mJack.port("varno:out_r").samples, ElementsAre(8, 10, 12));
 }
 
-TEST_F(JackBackendTest, ConnectsWhenTold) {
+TEST_F(JackBackendTest, ConnectsOnRequest) {
     JackBackend(FakeJack::functions(), {.shallConnect = false}).start(kNothing);
     EXPECT_THAT(mJack.connections, IsEmpty());
     JackBackend(FakeJack::functions(), {}).start(kNothing);
@@ -143,7 +143,7 @@ TEST_F(JackBackendTest, AClientWithoutInputsReportsItsOwnLatency) {
     EXPECT_EQ(mJack.port("varno:out_l").capture.max, 1U);
 }
 
-TEST_F(JackBackendTest, TellsWhatTheServerDoes) {
+TEST_F(JackBackendTest, ReportsWhatTheServerDoes) {
     const JackBackend backend(FakeJack::functions(), {});
     mJack.bufferSize(512, mJack.self);
     mJack.sampleRate(96'000, mJack.self);
@@ -157,7 +157,7 @@ TEST_F(JackBackendTest, TellsWhatTheServerDoes) {
     EXPECT_EQ(backend.status().ending(), "server went away");
 }
 
-TEST_F(JackBackendTest, SaysWhatItIsRefused) {
+TEST_F(JackBackendTest, ReportsWhatIsRefused) {
     mJack.refusal = static_cast<jack_status_t>(JackFailure | JackServerFailed);
     setenv("JACK_DEFAULT_SERVER", "", 1);
     EXPECT_EQ(refusal(), R"(no server "default" answers)");

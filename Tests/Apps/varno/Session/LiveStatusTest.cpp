@@ -6,7 +6,7 @@
 namespace varno::test {
 namespace {
 
-TEST(LiveWatch, TellsOverrunsOnce) {
+TEST(LiveWatch, ReportsOverrunsOnce) {
     LiveStatus status(48'000.0, 256);
     LiveWatch watch(status, "Fake");
     EXPECT_EQ(watch.newOverruns(), std::nullopt);

@@ -91,7 +91,7 @@ TEST_F(RtAudioBackendTest, ADeviceThatKeepsNoTimeHasGone) {
     EXPECT_EQ(backend.status().ending(), "the device does not keep time any more");
 }
 
-TEST_F(RtAudioBackendTest, SaysWhatItIsRefused) {
+TEST_F(RtAudioBackendTest, ReportsWhatIsRefused) {
     mAudio.apisWithDevices.clear();
     EXPECT_EQ(refusal(), "PulseAudio: no device, ALSA: no device");
     mAudio.unknownApis = {RTAUDIO_API_LINUX_PULSE};

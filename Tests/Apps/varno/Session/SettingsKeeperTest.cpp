@@ -22,7 +22,7 @@ TEST_F(SettingsKeeperTest, NothingIsUnsavedAtFirst) {
     EXPECT_EQ(keeper.unsavedOptions(), std::nullopt);
 }
 
-TEST_F(SettingsKeeperTest, UnsavedSettingsAreToldAsOptions) {
+TEST_F(SettingsKeeperTest, UnsavedSettingsAreReportedAsOptions) {
     mInstance.setNormalized("Volume", 0.1);
     const SettingsKeeper keeper(mInstance);
     mInstance.setNormalized("MasterBypassID", 1.0);

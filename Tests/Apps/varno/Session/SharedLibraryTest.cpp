@@ -28,7 +28,7 @@ TEST(SharedLibrary, FindsFunctions) {
     EXPECT_EQ(cosine, nullptr);
 }
 
-TEST(SharedLibrary, SaysWhatIsMissing) {
+TEST(SharedLibrary, ReportsWhatIsMissing) {
     EXPECT_EQ(refusalOf([] { SharedLibrary("libnothing.so.7"); }), "libnothing.so.7 is not installed");
     EXPECT_EQ(refusalOf([] {
                   Cosine* cosine = nullptr;

@@ -72,7 +72,7 @@ TEST_F(WindowPictureTest, AWindowThatIsNotShownHasNone) {
               mFolder / "window.png" + ": the window's picture cannot be had: the window is not shown");
 }
 
-TEST_F(WindowPictureTest, AServerThatCannotKeepPicturesIsTold) {
+TEST_F(WindowPictureTest, AServerThatCannotKeepPicturesIsReported) {
     const XServer server({}, {"-extension", "Composite"});
     XConnection connection(server.display());
     const EditorWindow window(connection, EditorWindow::Kind::kUnmanaged, {"Picture", {}});

@@ -20,7 +20,7 @@ protected:
     fs::path programFolder() const { return mFolder.path() / "bin"; }
 };
 
-TEST_F(ModuleChoice, AskedGoesBeforeEnvironmentBeforePlaces) {
+TEST_F(ModuleChoice, OptionGoesBeforeEnvironmentBeforePlaces) {
     EXPECT_EQ(moduleLocation("asked", "environment", programFolder()), "asked");
     EXPECT_EQ(moduleLocation({}, "environment", programFolder()), "environment");
     EXPECT_EQ(moduleLocation({}, {}, programFolder()), programFolder() / kBundleName);
@@ -100,7 +100,7 @@ TEST_F(ModuleLoadingTest, RefusesAnotherLibrary) {
                   "\" has no entry point ACFRegisterPlugin");
 }
 
-TEST_F(ModuleLoadingTest, EveryCommandThatNeedsItSaysSo) {
+TEST_F(ModuleLoadingTest, EveryCommandThatNeedsItReportsIt) {
     const std::string expected =
         R"(module "None.aaxplugin": not found, expected a bundle folder (Name.aaxplugin))";
     EXPECT_EQ(refusal(1, {"params", "--module", "None.aaxplugin"}), expected);

@@ -47,7 +47,7 @@ TEST_F(BundleFiles, nameTheWindowOnlyWhereThereIsOne) {
     }
 }
 
-TEST_F(BundleFiles, haveHostsTellTheWindowOfEveryMeter) {
+TEST_F(BundleFiles, haveHostsNotifyTheWindowOfEveryMeter) {
     const std::string text = windowText(content({}, true));
     for (const char* plugin : {"mono", "stereo"}) {
         for (const char* symbol : {"grl", "grr", "inrms", "outrms"}) {
@@ -90,7 +90,7 @@ TEST_F(BundleFiles, refuseWhatIsNoPreset) {
     EXPECT_THROW(readFactoryPreset(mFolder / "missing.txt"), std::runtime_error);
 }
 
-TEST_F(BundleFiles, sayWhatTheModuleSays) {
+TEST_F(BundleFiles, stateWhatTheModuleStates) {
     const std::string text = pluginsText(content());
     EXPECT_THAT(text, HasSubstr("lv2:symbol \"hot\" ;\n\tlv2:name \"Hot\" ;\n\tlv2:default 0.07"));
     EXPECT_THAT(text, HasSubstr("doap:name \"Varno-S Stereo\""));

@@ -20,7 +20,7 @@ TEST(Turtle, writesDecimalsWithAPoint) {
     EXPECT_EQ(turtleDecimal(1.0F / 7.0F), "0.14285715");
 }
 
-TEST(Turtle, joinsWhatIsSaid) {
+TEST(Turtle, joinsStatements) {
     TurtleSubject subject(turtleUri("urn:a"));
     subject.add("a", "lv2:Plugin");
     subject.add("lv2:name", std::vector<std::string>{turtleText("x"), turtleText("y")});

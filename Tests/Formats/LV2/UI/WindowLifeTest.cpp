@@ -95,7 +95,7 @@ TEST_F(WindowLife, isAsLargeAsItsLayoutAndTheScale) {
     }
 }
 
-TEST_F(WindowLife, takesTheDesktopsScaleWhereTheHostTellsNoneThatCanBeOne) {
+TEST_F(WindowLife, takesTheDesktopsScaleWhereTheHostReportsNoValidOne) {
     setResources("Xft.dpi:\t144\n");
     for (const auto& scale : {std::optional<float>(), std::optional(0.0F), std::optional(-2.0F)}) {
         EXPECT_EQ(WindowHost(client, {.scale = scale}).askedSize(), (Area{0, 0, 1035, 585}));
@@ -130,7 +130,7 @@ TEST_F(WindowLife, isOnItsOwnWhereTheHostHasNoWindow) {
     }
 }
 
-TEST_F(WindowLife, onItsOwnTellsThatSomebodyHasClosedItAndComesBack) {
+TEST_F(WindowLife, onItsOwnReportsThatAUserHasClosedItAndComesBack) {
     WindowHost host(client, {.parent = Parent::NotOffered});
     host.show();
     EXPECT_EQ(host.turn(), 0);

@@ -89,7 +89,7 @@ TEST_F(WindowPorts, moveTheMeters) {
     EXPECT_TRUE(shows(*host, "METERGR1", 0));
 }
 
-TEST_F(WindowPorts, mayTellNonsense) {
+TEST_F(WindowPorts, mayReportInvalidValues) {
     const auto host = show();
     const double number = 0.9;
     host->tell(kMix, sizeof number, 0, &number);
@@ -107,7 +107,7 @@ TEST_F(WindowPorts, mayTellNonsense) {
     EXPECT_TRUE(host->takeEvents().empty());
 }
 
-TEST_F(WindowPorts, mayRepeatWhatTheyAreTold) {
+TEST_F(WindowPorts, mayRepeatWhatTheyReceive) {
     const auto host = show({.repeatsWrites = true});
     turnKnob(*host, "Gain", 0.25);
     expectGesture(host->takeEvents(), kGain, 0.75F);

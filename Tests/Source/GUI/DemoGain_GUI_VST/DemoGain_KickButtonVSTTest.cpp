@@ -13,7 +13,7 @@ protected:
         add(new DemoGain_KickButtonVST(place(), &listener, kTag, kSide, pictures(2), VSTGUI::CPoint(0, 0)));
 };
 
-TEST_F(DemoGain_KickButtonVSTTest, AClickTellsOnceOfBeingDownAndOnceOfBeingUp) {
+TEST_F(DemoGain_KickButtonVSTTest, AClickReportsOnceDownAndOnceUp) {
     press(*button, kLButton, at(20, 20));
     EXPECT_EQ(listener.take(), Log{"begin"});
     EXPECT_EQ(button->getValue(), 1.0F);
@@ -21,7 +21,7 @@ TEST_F(DemoGain_KickButtonVSTTest, AClickTellsOnceOfBeingDownAndOnceOfBeingUp) {
     EXPECT_EQ(listener.take(), (Log{"value 1", "value 0", "end"}));
 }
 
-TEST_F(DemoGain_KickButtonVSTTest, AnAbandonedClickTellsOfBeingUpOnly) {
+TEST_F(DemoGain_KickButtonVSTTest, AnAbandonedClickReportsUpOnly) {
     press(*button, kLButton, at(20, 20));
     move(*button, kLButton, at(-20, 20));
     EXPECT_EQ(button->getValue(), 0.0F);
@@ -29,7 +29,7 @@ TEST_F(DemoGain_KickButtonVSTTest, AnAbandonedClickTellsOfBeingUpOnly) {
     EXPECT_EQ(listener.take(), (Log{"begin", "value 0", "end"}));
 }
 
-TEST_F(DemoGain_KickButtonVSTTest, TheReturnKeyTellsOfBeingDownAndThenOfBeingUp) {
+TEST_F(DemoGain_KickButtonVSTTest, TheReturnKeyReportsDownAndThenUp) {
     key(*button, VSTGUI::VirtualKey::Return);
     EXPECT_EQ(listener.take(), (Log{"begin", "value 1"}));
     key(*button, VSTGUI::VirtualKey::Return, VSTGUI::EventType::KeyUp);

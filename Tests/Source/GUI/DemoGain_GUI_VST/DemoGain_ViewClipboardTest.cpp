@@ -73,7 +73,7 @@ TEST_F(DemoGain_ViewClipboard, CopyMatchesNothing) {
     EXPECT_FALSE(view->IsMatchingRequested());
 }
 
-TEST_F(DemoGain_ViewClipboard, CopyThatFailsSaysNothing) {
+TEST_F(DemoGain_ViewClipboard, CopyThatFailsShowsNothing) {
     clipboard->takes = false;
     click("PR1K");
     EXPECT_EQ(clipboard->writes, 1);

@@ -233,7 +233,7 @@ TEST_F(VolumeMatchTest, ARestartDropsGlideAndHistory) {
     EXPECT_DOUBLE_EQ(volume, kUnity) << "the mean holds nothing of the series before";
 }
 
-TEST_F(VolumeMatchTest, MetersThatReadNoNumberAreNotHeard) {
+TEST_F(VolumeMatchTest, MetersThatReadNoNumberAreIgnored) {
     constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     match.RequestRestart();

@@ -63,7 +63,7 @@ TEST_F(X11ClipboardOwnerTest, IsSilent) {
     EXPECT_EQ(textWithin(kASecond), std::nullopt);
 }
 
-TEST_F(X11ClipboardOwnerTest, DiesWhenAsked) {
+TEST_F(X11ClipboardOwnerTest, EndsOnARequest) {
     const StrangeOwner owner(server.display(),
                              {[](RawClient& client, const Request&) { client.disconnect(); }});
 
@@ -103,7 +103,7 @@ TEST_F(X11ClipboardOwnerTest, HasTheTextInLatin1Only) {
     EXPECT_EQ(textWithin(kASecond), "d\xc3\xa4nisch");
 }
 
-TEST_F(X11ClipboardOwnerTest, GivesAnotherFormOfTextThanAskedFor) {
+TEST_F(X11ClipboardOwnerTest, SendsAnotherFormOfTextThanRequested) {
     const StrangeOwner owner(server.display(), {[](RawClient& client, const Request& request) {
                                  client.setText(request.requestor, request.property, "STRING", "\xe4");
                                  client.answer(request, request.property);
@@ -112,7 +112,7 @@ TEST_F(X11ClipboardOwnerTest, GivesAnotherFormOfTextThanAskedFor) {
     EXPECT_EQ(textWithin(kASecond), "\xc3\xa4");
 }
 
-TEST_F(X11ClipboardOwnerTest, GivesSomethingThatIsNoText) {
+TEST_F(X11ClipboardOwnerTest, SendsSomethingThatIsNoText) {
     for (const std::string type : {"INTEGER", "ATOM", "image/png"}) {
         const StrangeOwner owner(server.display(), {[type](RawClient& client, const Request& request) {
                                      client.setText(request.requestor, request.property, type, "text");
@@ -123,7 +123,7 @@ TEST_F(X11ClipboardOwnerTest, GivesSomethingThatIsNoText) {
     }
 }
 
-TEST_F(X11ClipboardOwnerTest, GivesNumbersAsText) {
+TEST_F(X11ClipboardOwnerTest, SendsNumbersAsText) {
     const StrangeOwner owner(
         server.display(), {[](RawClient& client, const Request& request) {
             client.setNumbers(request.requestor, request.property, "UTF8_STRING", {65, 66});
@@ -133,7 +133,7 @@ TEST_F(X11ClipboardOwnerTest, GivesNumbersAsText) {
     EXPECT_EQ(textWithin(kASecond), std::nullopt);
 }
 
-TEST_F(X11ClipboardOwnerTest, SaysThatItGaveButDidNot) {
+TEST_F(X11ClipboardOwnerTest, ReportsAnAnswerThatItDidNotSend) {
     const StrangeOwner owner(server.display(), {[](RawClient& client, const Request& request) {
                                  client.answer(request, request.property);
                              }});
@@ -232,7 +232,7 @@ TEST_F(X11ClipboardOwnerTest, BeginsToSendPartsAndSendsNone) {
     EXPECT_EQ(textWithin(kASecond), std::nullopt);
 }
 
-TEST_F(X11ClipboardOwnerTest, DiesBetweenParts) {
+TEST_F(X11ClipboardOwnerTest, EndsBetweenParts) {
     int parts = 0;
     const StrangeOwner owner(server.display(), {begin, [&parts](RawClient& client, const Change& change) {
                                                     client.setText(change.window, change.atom, "UTF8_STRING",

@@ -100,7 +100,7 @@ protected:
     const std::string text = longText(kMebibyte);
 };
 
-TEST_F(X11ClipboardServingTest, TellsItsTargets) {
+TEST_F(X11ClipboardServingTest, SendsItsTargets) {
     ASSERT_TRUE(clipboard.setText("text"));
 
     const RawProperty targets = received("TARGETS");
@@ -112,7 +112,7 @@ TEST_F(X11ClipboardServingTest, TellsItsTargets) {
                               client.atom("text/plain;charset=utf-8")}));
 }
 
-TEST_F(X11ClipboardServingTest, GivesEachFormWithItsType) {
+TEST_F(X11ClipboardServingTest, SendsEachFormWithItsType) {
     ASSERT_TRUE(clipboard.setText("\xc3\xa4\xe2\x82\xac"));
 
     for (const std::string utf8 : {"UTF8_STRING", "text/plain;charset=utf-8"}) {
@@ -128,7 +128,7 @@ TEST_F(X11ClipboardServingTest, GivesEachFormWithItsType) {
     EXPECT_EQ(any.bytes, "\xc3\xa4\xe2\x82\xac");
 }
 
-TEST_F(X11ClipboardServingTest, GivesTheTimeOfCopying) {
+TEST_F(X11ClipboardServingTest, SendsTheTimeOfCopying) {
     ASSERT_TRUE(clipboard.setText("text"));
 
     const RawProperty since = received("TIMESTAMP");
@@ -141,7 +141,7 @@ TEST_F(X11ClipboardServingTest, GivesTheTimeOfCopying) {
         << "gave a text for a time at which it was not there";
 }
 
-TEST_F(X11ClipboardServingTest, GivesSeveralFormsAtOnce) {
+TEST_F(X11ClipboardServingTest, SendsSeveralFormsAtOnce) {
     ASSERT_TRUE(clipboard.setText("\xc3\xa4"));
     const std::vector<std::uint32_t> pairs{
         client.atom("STRING"),  client.atom("ONE"),   client.atom("PIXMAP"),   client.atom("TWO"),
@@ -224,7 +224,7 @@ TEST_F(X11ClipboardServingTest, FinishesPartsOfATextThatWasReplacedOrLost) {
     EXPECT_TRUE(begun == text);
 }
 
-TEST_F(X11ClipboardServingTest, BeginsAnewWhereTheSameIsAskedAgain) {
+TEST_F(X11ClipboardServingTest, BeginsAnewWhereTheSameIsRequestedAgain) {
     ASSERT_TRUE(clipboard.setText(text));
     beginParts(client, "INTO");
     nextPart(client, "INTO");

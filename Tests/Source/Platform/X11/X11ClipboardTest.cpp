@@ -59,7 +59,7 @@ TEST_F(X11ClipboardTest, KeepsWhatATextHasWithin) {
     EXPECT_EQ(clipboard.text(), text);
 }
 
-TEST_F(X11ClipboardTest, LetsItsTextGoWhenAnotherTakesTheClipboard) {
+TEST_F(X11ClipboardTest, ReleasesItsTextWhenAnotherTakesTheClipboard) {
     X11Clipboard clipboard(loop, server.display());
     ASSERT_TRUE(clipboard.setText("ours"));
     const RawClient other(server.display());
@@ -70,7 +70,7 @@ TEST_F(X11ClipboardTest, LetsItsTextGoWhenAnotherTakesTheClipboard) {
     EXPECT_EQ(clipboard.text(), std::nullopt);
 }
 
-TEST_F(X11ClipboardTest, TakesTheClipboardBackBeforeItHasHeardOfTheLoss) {
+TEST_F(X11ClipboardTest, TakesTheClipboardBackBeforeItIsNotifiedOfTheLoss) {
     X11Clipboard clipboard(loop, server.display());
     const RawClient other(server.display());
     for (int rounds = 0; rounds < 50; ++rounds) {

@@ -111,7 +111,7 @@ TEST_F(X11TransfersTest, EndWhenTheReceiverWasNeverThere) {
     EXPECT_TRUE(comesDownTo(0));
 }
 
-TEST_F(X11TransfersTest, AreReplacedWhereTheSameIsAskedAgain) {
+TEST_F(X11TransfersTest, AreReplacedWhereTheSameIsRequestedAgain) {
     const RawClient receiver(server.display());
     for (int times = 0; times < 10; ++times) {
         start(receiver, "INTO");
