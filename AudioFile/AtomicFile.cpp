@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr unsigned kNewFileMode = 0666;     // the system takes the user's mask off
+constexpr unsigned kNewFileMode = 0666;     // the system removes the bits of the user's mask
 constexpr unsigned kPermissionBits = 07777; // of the mode that the system reports
 
 std::string uniqueHiddenName() {

@@ -37,8 +37,8 @@ private:
 bool isAudioThread() noexcept;
 
 /// Serialises the [main] calls of one instance: the host's own by a lock that its thread may take again, the
-/// module's by a check, since the module must not be made to wait. One [main] operation is allowed on the
-/// audio thread: giving the data model the values that belong to a buffer, before that buffer.
+/// module's by a check, since the module must not wait. One [main] operation is allowed on the audio thread:
+/// giving the data model the values that belong to a buffer, before that buffer.
 class MainGate {
 public:
     explicit MainGate(std::shared_ptr<ContractMonitor> monitor)

@@ -89,7 +89,7 @@ measure() {
         --benchmark_min_time="$bench_repetition_seconds"
 }
 
-# The same for what repeats itself, or is the same each time.
+# Once, for programs that repeat their cases themselves, or whose results do not vary.
 measure_once() { run_bench "$@" --; }
 
 # run_bench RESULT PROGRAM REGEX [NAME=VALUE...] -- OPTIONS...: leaves RESULT.json.
@@ -126,7 +126,7 @@ describe_measurement() {
         "$(date -u '+%Y-%m-%d %H:%M UTC')" "$(commit)" "$(describe_machine)" "$1" "$(g++ --version | head -n 1)"
 }
 
-# measure_matching REGEX OPTIONS...: in whichever programs there are such cases.
+# measure_matching REGEX OPTIONS...: in every program that has such cases.
 measure_matching() {
     local program path found=no status=0
     for program in routine settings render model editor plugin; do

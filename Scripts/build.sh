@@ -6,7 +6,7 @@ build_preset() {
     alone_in "$1" configure_and_build "$@"
 }
 
-# alone_in PRESET COMMAND...: runs the command while nobody else builds the preset.
+# alone_in PRESET COMMAND...: runs the command while no other ./run builds the preset.
 alone_in() {
     only_one "building" "$root/build/$1.lock" "${@:2}"
 }

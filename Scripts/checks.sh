@@ -45,7 +45,7 @@ cpp_files() {
     find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' \) -print0
 }
 
-# lint COMMAND...: a check that prints what it finds fault with.
+# lint COMMAND...: a check that prints its findings.
 lint() { run_logged "$step_log" discard findings "$@"; }
 
 findings() { head -n 100 "$1"; }
@@ -62,7 +62,7 @@ step_tidy() {
     mapfile -t folders < <(cpp_folders | grep -vxF -e Tests -e Benchmarks)
     run_tidy "${folders[@]}"
 }
-# Tests are most of the code and the least of what clang-tidy finds: too slow for every day.
+# Tests are most of the code and have few of the findings: checking them takes too long for every day.
 step_tidy-tests() {
     local folders
     mapfile -t folders < <(cpp_folders | grep -xF -e Tests -e Benchmarks)
@@ -116,8 +116,8 @@ can_run_aarch64() {
 }
 
 scripts_label='^test_scripts$'
-# Tests that run the program as a person does: they limit its files and cut its module short, which a build that
-# writes counts of lines cannot bear. What is measured, they add nothing to.
+# Tests that run the program as a user does. They limit its files and truncate its module, with which a build that
+# writes line counts fails, and they add nothing to the measured share.
 program_label='^test_apps_(varno|render|play)$'
 # Programs that start threads of their own to find races are named so.
 threaded_label='_threaded$'

@@ -22,7 +22,7 @@ missing_packages() {
             sed -n 's/ installed$//p' | sort -u)
 }
 
-# Elsewhere than on Debian and its children the packages are the user's business.
+# On systems other than Debian and its derivatives, users install the packages themselves.
 has_apt() { command -v apt-get >/dev/null && command -v dpkg-query >/dev/null; }
 
 # need_packages PURPOSE...: makes sure that they are there.
@@ -46,7 +46,7 @@ install_packages() {
     fi
     say "installing ${missing[*]}"
     compgen -G '/var/lib/apt/lists/*_Packages*' >/dev/null || update_package_lists || return
-    # A failure is mostly a list grown old, which names versions that the archive no longer has.
+    # The usual reason of a failure is an outdated list, which names versions that the archive no longer has.
     apt_get install -y --no-install-recommends "${missing[@]}" || {
         say "trying again with fresh package lists"
         update_package_lists && apt_get install -y --no-install-recommends "${missing[@]}"

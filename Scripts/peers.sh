@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sets the LV2 effect beside those of others. Like all measurements no part of the tests.
+# Compares the LV2 effect with those of others. Like all measurements, not a part of the tests.
 
 peers_usage() {
     cat <<'END'

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Brings the program up to date and becomes it.
+# Brings the program up to date and replaces ./run by it.
 
 run_program() {
     local program=$root/build/program/Apps/varno/varno
@@ -7,7 +7,7 @@ run_program() {
     exec "$program" "$@"
 }
 
-# The stamp is as old as the start of the last good build: nothing that the program is made of may be newer.
+# The stamp has the time at which the last successful build began: no file that the program is made of may be newer.
 stamp=$root/build/program.stamp
 
 program_is_fresh() {

@@ -22,7 +22,7 @@ public:
     EditorWindow(XConnection& connection, Kind kind, const WindowProperties& properties);
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
-    /// Its child must be gone.
+    /// Its child must be destroyed before.
     ~EditorWindow();
 
     xcb_window_t id() const { return mId; }

@@ -22,7 +22,7 @@ constexpr int kByteBits = 8;
 constexpr std::uint32_t kByteMask = 0xFF;
 constexpr int kAlphaShift = 24;
 
-// Cairo's pixels have their alpha multiplied in; the desktop wants them without.
+// Cairo's pixels have their alpha multiplied in; the desktop expects them without.
 std::uint32_t straightAlpha(std::uint32_t pixel) {
     const std::uint32_t alpha = pixel >> kAlphaShift;
     if (alpha == 0) {

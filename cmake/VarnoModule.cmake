@@ -48,7 +48,7 @@ function(varno_bundle target)
 endfunction()
 
 # varno_bundle_resources(TARGET FILES...): the files (full paths) are copied into the bundle whose binary is the
-# target's, where they lie as they do below the caller's folder.
+# target's, with their paths below the caller's folder.
 function(varno_bundle_resources target)
   foreach(resource ${ARGN})
     cmake_path(RELATIVE_PATH resource BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE name)

@@ -29,8 +29,9 @@ if(VARNO_SANITIZE)
   target_compile_options(varno_settings INTERFACE
     -fsanitize=${VARNO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(varno_settings INTERFACE -fsanitize=${VARNO_SANITIZE})
-  # The architecture has hosts call the creation procedures, which return pointers to derived classes, as functions
-  # that return the base at their start. Clang's check of such calls also takes hidden classes of two binaries for two.
+  # The architecture has hosts call the creation procedures, which return pointers to derived classes, as functions that
+  # return the base at their start. Clang's check of such calls also takes a hidden class that two binaries have for two
+  # different ones.
   target_compile_options(varno_settings INTERFACE $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>)
 endif()
 if(VARNO_COVERAGE)
@@ -85,9 +86,9 @@ function(varno_check_headers target)
 endfunction()
 
 # varno_standard_headers(TARGET): its sources share headers of the standard library that are compiled once for all such
-# targets, which takes a third off what compiling takes. Not with gcc 12: in headers that were compiled before, it finds
-# its own strings at fault (-Warray-bounds); and not on a Mac, where some of these targets have Objective-C++ too. So gcc
-# shows that each file includes what it uses.
+# targets, which shortens compiling by a third. Not with gcc 12: in headers that were compiled before, it warns of its
+# own strings (-Warray-bounds); and not on a Mac, where some of these targets have Objective-C++ too. So gcc shows that
+# each file includes what it uses.
 if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
   file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/standard_headers.cpp CONTENT "")
   add_library(varno_standard_headers OBJECT ${CMAKE_BINARY_DIR}/standard_headers.cpp)
@@ -104,7 +105,7 @@ endfunction()
 
 # varno_test_headers(): the target of that name compiles what most test cases include, once for all of them, with the
 # options that they share. The preset "coverage" switches this off: there each file shows that it includes what it uses.
-# (It is a program as they are: position-independent code of programs is another.)
+# (It is a program, as they are: libraries have other options for position-independent code.)
 function(varno_test_headers)
   add_executable(varno_test_headers ${PROJECT_SOURCE_DIR}/Tests/precompiled.cpp)
   varno_test_settings(varno_test_headers)

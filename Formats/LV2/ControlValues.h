@@ -11,7 +11,7 @@
 
 namespace varno {
 
-/// How long a continuous value takes from where it stands to where its port has jumped to. Long enough to
+/// How long a continuous value takes from its present value to that of its port after a jump. Long enough to
 /// join the jumps of a host that moves a port once per buffer of some hundred frames, too short to be heard
 /// as lag.
 inline constexpr double kGlideSeconds = 0.010;

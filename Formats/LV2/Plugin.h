@@ -67,7 +67,7 @@ public:
         }
         return mShown;
     }
-    /// Back to nothing.
+    /// Shows 0 again, and holds nothing.
     void restart() noexcept;
 
 private:
@@ -76,8 +76,8 @@ private:
     float mShown = 0.0F;
 };
 
-/// Longest buffer that the module is given; a run is cut into such ones. The buffers of both channels, before
-/// and after, and the bypassed sound together lie in a processor's first cache.
+/// Longest buffer that the module receives; a longer run is divided. The buffers of both channels, before and
+/// after, and the bypassed sound together lie in a processor's first cache.
 inline constexpr std::int32_t kBufferFrames = 512;
 
 /// Connects the ports of a host with an instance of the module. An unconnected input is silent or has its
@@ -90,7 +90,7 @@ public:
     /// Connects a port to the host's memory (borrowed until connected anew) or, by null, to nothing; a number
     /// that is no port's is ignored. [audio]
     void connect(std::uint32_t port, void* data) noexcept;
-    /// Puts everything back to the start; the next run is the first. [main]
+    /// Resets everything: the next run is the first. [main]
     void activate();
     /// Processes `frames` frames, any number. Buffers may share memory if they begin at the same frame. No
     /// lock that another thread may hold, no allocation, no system call. [audio]

@@ -27,9 +27,9 @@ public:
     /// For a derived class that has to prepare itself once it is complete; `host` is borrowed.
     /// The base does nothing. Returns ACF_OK. [main]
     virtual ACFRESULT InitializeInstance(IACFUnknown* host);
-    /// Where the object releases what it holds: called once, when the last reference is gone,
-    /// before the object is destroyed. The object may be referenced again for as long as this call lasts. The
-    /// base does nothing. [any]
+    /// Where the object releases what it holds: called once, when the last reference is gone, before the
+    /// object is destroyed. The object may be referenced again for as long as this call lasts. The base does
+    /// nothing. [any]
     virtual void FinalRelease();
     /// Destroys the object and frees its memory. [any]
     virtual void ReclaimMemory();

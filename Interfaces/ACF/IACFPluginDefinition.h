@@ -4,8 +4,8 @@
 
 #include "ACF/IACFUnknown.h"
 
-/// What registration returns: the host object that holds the description. A module only passes it
-/// on; its operations, if any, are between the host and itself.
+/// What registration returns: the host object that holds the description. A module only passes it on; its
+/// operations, if any, are between the host and itself.
 class IACFPluginDefinition : public IACFUnknown {
 protected:
     ~IACFPluginDefinition() = default;

@@ -91,7 +91,7 @@ public:
         : mSurface(cairo_image_surface_create_from_png(file.c_str())) {
         if (cairo_surface_status(mSurface) != CAIRO_STATUS_SUCCESS) {
             cairo_surface_destroy(mSurface);
-            // Cairo calls what is no PNG lack of memory.
+            // Cairo reports a file that is no PNG as lack of memory.
             throw std::runtime_error(file.string() + ": cannot be read as a PNG picture");
         }
     }

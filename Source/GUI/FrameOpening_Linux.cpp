@@ -35,8 +35,8 @@ std::optional<xcb_window_t> windowOf(void* nativeView) {
     return static_cast<xcb_window_t>(number);
 }
 
-// Whether the display can be reached and has the window. Uses a connection of its own: VSTGUI
-// crashes where its own connection fails.
+// Whether the display can be reached and has the window. Uses a connection of its own: VSTGUI crashes where
+// its own connection fails.
 bool windowExists(xcb_window_t window) {
     const Connection connection(xcb_connect(nullptr, nullptr), &xcb_disconnect);
     if (xcb_connection_has_error(connection.get()) != 0) {

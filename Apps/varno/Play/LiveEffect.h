@@ -14,7 +14,7 @@ namespace varno {
 /// removed it from the slot meanwhile; the audio thread never waits.
 class EffectSlot {
 public:
-    /// Puts an instance into the empty slot. It outlives its stay there. [main]
+    /// Puts an instance into the empty slot. It must exist until take() has returned. [main]
     void give(Instance& instance) {
         mInstance.store(&instance, std::memory_order_release);
         mIsWanted.store(false, std::memory_order_release);

@@ -19,8 +19,8 @@ struct AutomationPoint {
 };
 
 /// Reads a file of comma-separated lines `time_s,parameter,value`. Blank lines, lines that start with `#` and
-/// a first line of these names are skipped; blanks around a field are ignored; times are decimal
-/// numbers with a point in every locale. Fields cannot hold commas.
+/// a first line of these names are skipped; blanks around a field are ignored; times are decimal numbers with
+/// a point in every locale. Fields cannot hold commas.
 /// @param rateHz frames per second; a time means the nearest frame (halves are rounded up)
 /// @return the points by time, those of equal frame in the order of their lines
 /// @throws AudioFileError where it cannot be read; WorkError with the file, the line and what is wrong with

@@ -22,8 +22,8 @@ constexpr std::size_t kMostPresetBytes = 64 * 1024;
 constexpr std::size_t kMostStateBytes = 1024 * 1024;
 
 // The content of a file that is known to be small. More than `mostBytes` is refused, so that a file of
-// another kind is not read whole. Throws AudioFileError where it cannot
-// be read, WorkError with what was expected ("a preset") where it is empty or too large.
+// another kind is not read whole. Throws AudioFileError where it cannot be read, WorkError with what was
+// expected ("a preset") where it is empty or too large.
 std::string readSmallFile(const std::string& path, std::size_t mostBytes, const std::string& expected) {
     const FileDescriptor file = openFile(path, O_RDONLY, throwIfInterrupted);
     if (!file.isOpen()) {

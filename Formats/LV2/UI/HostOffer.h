@@ -17,7 +17,7 @@ struct HostOffer {
     xcb_window_t parent = XCB_WINDOW_NONE; ///< The host's window to be in; none where it has none to offer.
     const LV2UI_Resize* resize = nullptr;  ///< Borrowed; null, or with a function.
     const LV2UI_Touch* touch = nullptr;    ///< Borrowed; null, or with a function.
-    std::optional<double> scale;           ///< A factor that can be one.
+    std::optional<double> scale;           ///< The host's factor, where it is valid.
     std::string title;                     ///< For a window of its own; empty for none.
 };
 

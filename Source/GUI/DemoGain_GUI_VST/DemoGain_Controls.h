@@ -67,8 +67,8 @@ public:
         return Base::onMouseDown(where, state.GetButtonState());
     }
 
-    /// A gesture that Base began ends also where the host takes the release: otherwise the
-    /// parameter would stay touched.
+    /// A gesture that Base began ends also where the host takes the release: otherwise the parameter would
+    /// stay touched.
     VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override {
         const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
         if (IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseUp, state.GetModifiers())) {
