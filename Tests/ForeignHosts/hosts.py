@@ -1,4 +1,4 @@
-"""What the tests of foreign hosts share: the sound that goes in, the sound that must come out, and running programs.
+"""What the tests of foreign hosts share: the input, the expected output, and running programs.
 
 The program renders what is expected. Its output is delayed by the latency that the plug-in reports (one frame). No host
 that processes files compensates for it, so the samples of both must be the same.
@@ -199,7 +199,7 @@ class HostTest(unittest.TestCase):
         return self.fail(f"never came: {what}{logs}")
 
     def stimulus(self, channels, bits=32):
-        """The path of the music that goes in."""
+        """The path of the music that is the input."""
         if channels not in self._stimuli:
             self._stimuli[channels] = make_music(channels)
         path = self.path(f"in{channels}-{bits}.wav")

@@ -48,7 +48,7 @@ AAX_Result FixtureEditor::NotificationReceived(AAX_CTypeID type, const void*, st
 
 AAX_Result FixtureEditor::SetViewContainer(IACFUnknown* container) {
     mContainer = container;
-    // It keeps what it asks for, as an editor may: the container is borrowed.
+    // It keeps the references that it queries, as an editor may: the container is borrowed.
     if (container != nullptr) {
         ACFPtr<AAX_IACFViewContainer>::Query(container, IID_IAAXViewContainerV1).Detach();
     }

@@ -1,4 +1,4 @@
-"""Scripts/bench-report judges results by its table of figures and writes them into a document."""
+"""Scripts/bench-report compares results with its table of figures and writes them into a document."""
 import json
 import pathlib
 import subprocess

@@ -1,4 +1,4 @@
-"""./run bench runs the measuring programs with the options of each mode, and has their results judged."""
+"""./run bench runs the measuring programs with the options of each mode, and passes their results to bench-report."""
 import json
 import pathlib
 import unittest

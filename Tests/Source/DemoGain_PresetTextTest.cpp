@@ -33,7 +33,7 @@ std::vector<std::string> plainValues() {
     return {"0.1", "0.2", "0.3", "0.4", "0.5", "0.6", "0.7", "0.8", "0.9", "1.0", "0.0", "0.25", "0.75"};
 }
 
-// The first value that a preset with `number` in its first place gives.
+// The first value that is read from a preset with `number` in its first place.
 float firstValue(const std::string& number) {
     std::vector<std::string> values = plainValues();
     values[0] = number;

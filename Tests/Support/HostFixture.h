@@ -17,7 +17,7 @@ namespace varno {
 
 /// Opens a module at its first use and ends it at tear-down, where the test fails if a contract was broken
 /// and not taken by `takeViolations`, or if something that the test expected did not happen.
-/// Everything made from the module must be gone before: instances are local to a test.
+/// Everything made from the module must be destroyed before: instances are local to a test.
 class HostFixture : public ::testing::Test {
 protected:
     /// A module that is linked in.
@@ -45,7 +45,7 @@ protected:
     /// Receives the violations.
     ContractMonitor& monitor() { return *mMonitor; }
 
-    /// Returns and forgets the violations so far, as "contract: text".
+    /// Returns and removes the violations so far, as "contract: text".
     std::vector<std::string> takeViolations() {
         std::vector<std::string> texts;
         for (const Violation& violation : mMonitor->takeViolations()) {

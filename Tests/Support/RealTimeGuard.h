@@ -22,7 +22,7 @@ struct RealTimeReport {
 /// The report in one line; empty where it is clean.
 std::string textOf(const RealTimeReport& report);
 
-/// While it lives, forbidden calls of the calling thread are counted; they are carried out all the same. At
+/// While it lives, forbidden calls of the calling thread are counted; they are carried out nevertheless. At
 /// most one per thread.
 class RealTimeScope {
 public:

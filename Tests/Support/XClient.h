@@ -61,9 +61,9 @@ public:
     /// Paints over a part of any client's window.
     void fill(xcb_window_t window, const Area& area, std::uint32_t colour) const;
 
-    /// The window that owns the clipboard; none where nobody does.
+    /// The window that owns the clipboard; none where there is no owner.
     xcb_window_t clipboardOwner() const;
-    /// Makes a window the clipboard's owner; XCB_WINDOW_NONE: nobody.
+    /// Makes a window the clipboard's owner; XCB_WINDOW_NONE: no owner.
     void setClipboardOwner(xcb_window_t window) const;
 
 private:

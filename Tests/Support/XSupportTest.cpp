@@ -29,7 +29,7 @@ Connection connectTo(const std::string& display) {
     return Connection(xcb_connect(display.c_str(), nullptr));
 }
 
-// Only its connections show that a server is gone: another may get its display at once.
+// Only its connections show that a server has ended: another may get its display at once.
 bool breaks(const Connection& connection) {
     return eventually([&connection] {
         EXPECT_EQ(xcb_poll_for_event(connection.get()), nullptr);

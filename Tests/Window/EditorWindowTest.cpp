@@ -203,7 +203,7 @@ TEST_F(EditorWindowTest, OtherKeysReachTheView) {
     const xcb_window_t child = makeChild();
     mWindow.setBindings({{XK_s, XCB_MOD_MASK_CONTROL, [] { FAIL(); }}});
     mConnection.sync();
-    mPointer.move({10, 10}); // in the window; no focus was given to anyone
+    mPointer.move({10, 10}); // in the window; no window has received the focus
     mKeyboard.tap(XK_s);
     mKeyboard.tap(XK_s, {XK_Control_L, XK_Shift_L});
     EXPECT_THAT(keysOfView(), ElementsAre(keycodeOf(mPerson, XK_s), keycodeOf(mPerson, XK_Control_L),

@@ -34,7 +34,7 @@ class Picture:
             self.pixels[self.row(y, left, right)] = bytes(BYTES_PER_PIXEL * (right - left))
 
     def copy(self, source, target, width, height):
-        """The rectangle at the pixel `source` (x, y) goes over the one at `target`."""
+        """The rectangle at the pixel `source` (x, y) replaces the one at `target`."""
         part = [self.pixels[self.row(source[1] + y, source[0], source[0] + width)] for y in range(height)]
         for y, line in enumerate(part):
             self.pixels[self.row(target[1] + y, target[0], target[0] + width)] = line

@@ -139,7 +139,7 @@ TEST_F(Glide, endsAtTheValueItself) {
     EXPECT_TRUE(std::equal(found.begin() + end, found.end(), expected.begin() + end));
 }
 
-// What a plug-in makes of the sine whose value `symbol` jumps at frame 1024, in runs of `block` frames.
+// A plug-in's output for the sine, where the port `symbol` jumps at frame 1024, in runs of `block` frames.
 std::vector<float> jumpAt1024(const std::string& symbol, float value, std::int32_t block) {
     HostedPlugin plugin(2);
     std::int32_t done = 0;

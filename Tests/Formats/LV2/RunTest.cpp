@@ -13,7 +13,7 @@ namespace {
 
 const PortValues kSettings = {{"gain", 0.8F}, {"hot", 0.6F}, {"ratio", 0.75F}, {"mix", 0.25F}, {"hp", 1.0F}};
 
-// What `Instance` alone makes of the input with the same settings; that is what `varno render` runs.
+// The output of `Instance` alone for the input with the same settings; that is what `varno render` runs.
 class Run : public HostedEffect {
 protected:
     Signal renderAlone(const Signal& input) {

@@ -232,7 +232,7 @@ TEST_F(Controls, theRatioSwitchFollowsADrag) {
 }
 
 TEST_F(Controls, aGestureInOneBurstEndsWhereItPassedThrough) {
-    // The host does not run its loop meanwhile, as one that is busy. The drawing library asks the server for
+    // The host does not run its loop meanwhile, like a busy host. The drawing library asks the server for
     // motion hints only: it receives the first step, and the last position once it has asked for it.
     const Area area = areaOf("Mix");
     const std::vector<double> way = {0.1, 0.2, 0.3, 0.4};

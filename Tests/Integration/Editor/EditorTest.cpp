@@ -55,7 +55,7 @@ std::vector<std::string> EditorTest::takeErrors() {
     // The drawing library (4.13) keeps the number of its pointer's shape after the end of its connection; the
     // pointer then keeps the host's shape.
     std::erase_if(errors, [](const std::string& error) { return error.starts_with(kNoSuchCursor); });
-    // Counting resources asks for clients that may have disconnected meanwhile.
+    // Counting resources queries clients that may have disconnected meanwhile.
     const std::uint8_t counting = xcb_get_extension_data(client.connection(), &xcb_res_id)->major_opcode;
     std::erase_if(errors, [counting](const std::string& error) {
         return error.find("for request " + std::to_string(counting) + ".") != std::string::npos;

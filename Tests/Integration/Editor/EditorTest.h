@@ -65,7 +65,7 @@ protected:
     /// All gestures since the instance's beginning.
     static std::int64_t allTouches(Instance& instance);
 
-    /// Returns and forgets the errors so far.
+    /// Returns and removes the errors so far.
     std::vector<std::string> takeErrors();
     const BundleArt& art();
 

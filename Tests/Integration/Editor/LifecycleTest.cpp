@@ -66,7 +66,7 @@ TEST_F(EditorLife, outlivesItsWindow) {
         loop.turn();
     }
     window->close();
-    takeErrors(); // the editor drew in a window that is gone
+    takeErrors(); // the editor drew in a destroyed window
     const auto again = show(*instance);
     expectAlive(*again, *instance);
 }

@@ -15,7 +15,7 @@ namespace varno::test::routine {
 
 namespace {
 
-// VARNO_SIMD while it lives; afterwards what it was.
+// Sets VARNO_SIMD while it exists; restores it afterwards.
 class Wish {
 public:
     explicit Wish(const char* name) {

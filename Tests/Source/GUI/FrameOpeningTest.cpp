@@ -36,7 +36,7 @@ protected:
         UseVSTGUI({});
         ::setenv("DISPLAY", server->display().c_str(), 1);
     }
-    // One server for all: VSTGUI asks the first for the numbers of its atoms and keeps them while the
+    // One server for all: VSTGUI queries the numbers of its atoms from the first one and keeps them while the
     // program runs.
     static void SetUpTestSuite() { server = std::make_unique<XServer>(); }
     static void TearDownTestSuite() { server.reset(); }
@@ -60,7 +60,7 @@ protected:
         Place& operator=(const Place&) = delete;
         ~Place() {
             editor.Reset();
-            // The server may be gone, which is no fault here.
+            // The server may have ended, which is no fault here.
             xcb_destroy_window(client.connection(), window);
             xcb_flush(client.connection());
         }
@@ -114,8 +114,8 @@ TEST_F(FrameOpeningTest, DrawsInTheHostsWindow) {
     EXPECT_TRUE(eventually([&] { return client.countChildren(place.window) == 0; }));
 }
 
-// Each time the last frame closes, VSTGUI closes its connection, and each new one may lie where an old one
-// lay.
+// Each time the last frame closes, VSTGUI closes its connection, and a new one may have the address of an old
+// one.
 TEST_F(FrameOpeningTest, OpensAgainAndAgain) {
     constexpr int kRounds = 20;
     Place place(client);

@@ -81,7 +81,7 @@ public:
     int show() { return showInterface().show(mHandle); }
     int hide() { return showInterface().hide(mHandle); }
 
-    /// All calls so far, in their order; forgets them.
+    /// Returns all calls so far, in their order, and removes them.
     std::vector<HostEvent> takeEvents();
     /// The size that the window has requested last; nothing before.
     std::optional<Area> askedSize() const { return mAskedSize; }

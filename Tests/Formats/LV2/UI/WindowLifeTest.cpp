@@ -33,7 +33,7 @@ protected:
         client.synchronise();
     }
 
-    // What a window manager sends when somebody closes a window.
+    // What a window manager sends when a user closes a window.
     void askToClose(xcb_window_t window) const {
         const auto atom = [this](const std::string& name) {
             const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(

@@ -143,7 +143,7 @@ TEST_F(VolumeMatchTest, LimitsTheRatioTo20dBEitherWay) {
     EXPECT_DOUBLE_EQ(targetOf(0.02F, 1.0F), 0.0);
 }
 
-// The peaks that a measurement sees are cleared by the one before: an input that has gone silent measures 0.
+// Each measurement clears the peaks for the next one: an input that has become silent measures 0.
 TEST_F(VolumeMatchTest, NoInputAimsAtTheLowestVolume) {
     match.RequestRestart();
     EXPECT_FALSE(tick(0.011F, kSilent));

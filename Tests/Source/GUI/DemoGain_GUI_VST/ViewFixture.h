@@ -21,7 +21,7 @@
 
 namespace varno::test {
 
-/// Without the shared bitmaps for as long as it lives; afterwards those of the bundle are there again.
+/// Removes the shared bitmaps while it exists; afterwards loads those of the bundle again.
 class SharedBitmapsScope {
 public:
     SharedBitmapsScope() { clear(); }

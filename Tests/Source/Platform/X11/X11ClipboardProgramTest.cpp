@@ -29,9 +29,9 @@ protected:
         return xclip.out();
     }
 
-    // xclip having copied the text, until the object goes.
+    // An xclip that owns the clipboard with the text, until the object is destroyed.
     std::unique_ptr<Subprocess> copies(const std::string& text) {
-        // Numbers of windows are given out again, so the owner before must be one that is still there.
+        // The server assigns numbers of windows again, so the previous owner must be one that still exists.
         const RawClient before(server.display());
         before.ownClipboard();
         auto xclip =
