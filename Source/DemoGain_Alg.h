@@ -99,15 +99,15 @@ struct SDemoGain_Alg_State {
 };
 
 /// Everything an instance's routine works on: 30 pointers, field i the i-th. The host owns what they point to
-/// and keeps it valid and unchanged, but for what the routine writes, while the routine runs. Switches are on
-/// above 0.5.
+/// and keeps it valid and unchanged, but for what the routine writes, while the routine runs. A switch is
+/// on above kAlgSwitchThreshold.
 struct SDemoGain_Alg_Context {
     const int32_t* mBypass;    ///< Not 0: the output is the input.
     const float* mGainDB;      ///< Not read.
     const float* mGainLin;     ///< Input gain, linear.
     const float* mVolumeDB;    ///< Not read.
     const float* mVolumeLin;   ///< Output volume, linear.
-    const float* mHP;          ///< Switch: the detector receives the high-passed input.
+    const float* mHP;          ///< Switch: the detector input is high-passed.
     const float* mBand;        ///< Switch: high-band emphasis in the detector.
     const float* mAtk;         ///< Not read.
     const float* mRls;         ///< Not read.

@@ -43,5 +43,7 @@ enum EAlgFieldID : int32_t {
 inline constexpr int32_t kAlgNumDataInPorts = eAlgFieldID_Meters;
 /// Bytes of one data-in port.
 inline constexpr uint32_t kAlgDataInPortSize = 4;
+/// A switch is on above this value of its field; the values of a switch are 0 and 1.
+inline constexpr float kAlgSwitchThreshold = 0.5F;
 
 #endif

@@ -118,7 +118,7 @@ struct FollowerCoefs {
 FollowerCoefs followerCoefs(const SDemoGain_DynamicsValues& values, double rateScale) {
     const double q = std::sqrt(std::sqrt(static_cast<double>(values.mAttack)));
     const int curve = DemoGain_CurveIndex(values.mRatio);
-    const bool isUKOn = values.mUK > 0.5F;
+    const bool isUKOn = values.mUK > kAlgSwitchThreshold;
     return {attackCoef(q, curve, rateScale), scaled(releaseBase(values.mRelease, curve, isUKOn), rateScale)};
 }
 

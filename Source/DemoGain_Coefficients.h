@@ -13,7 +13,7 @@ float DemoGain_LevelLin(float dB);
 struct SDemoGain_DynamicsValues {
     float mAttack;  ///< "Atk"
     float mRelease; ///< "Rls"
-    float mUK;      ///< "UK", a switch: on above 0.5.
+    float mUK;      ///< "UK", a switch.
     float mRatio;   ///< "Ratio", chooses one of eight curves.
 };
 

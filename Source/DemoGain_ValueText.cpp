@@ -1,5 +1,6 @@
 #include "DemoGain_ValueText.h"
 
+#include "DemoGain_AlgFields.h"
 #include "DemoGain_Coefficients.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ double TimeMs(EDemoGain_Conversion conversion, double normalized, const Settings
 }
 
 // The lowest normalized value with this time: the first interval in which the time is reached, halved until
-// its ends are as near as a double can distinguish.
+// it is as small as a double can represent.
 double NormalizedTime(EDemoGain_Conversion conversion, double ms, const Settings& settings) {
     constexpr int kIntervals = static_cast<int>(kDemoGain_KnobSteps) - 1;
     constexpr int kHalvings = 50;
@@ -45,11 +46,11 @@ double NormalizedTime(EDemoGain_Conversion conversion, double ms, const Settings
     return high;
 }
 
-// As the routine chooses: a switch is on above 0.5, a curve begins half a step below its value.
+// As the routine chooses: a switch by its threshold, and a curve begins half a step below its value.
 std::size_t ChoiceOf(const SDemoGain_Parameter& parameter, double normalized) {
     const std::size_t last = parameter.mUnit.mTexts.size() - 1;
     if (last == 1) {
-        return normalized > 0.5 ? 1 : 0;
+        return normalized > double{kAlgSwitchThreshold} ? 1 : 0;
     }
     return static_cast<std::size_t>(std::floor(normalized * static_cast<double>(last) + 0.5));
 }

@@ -4,12 +4,7 @@
 #include "CommandLine/CommandLine.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Help.h"
-#include "Describe/DescribeCommand.h"
-#include "Edit/EditCommand.h"
-#include "Params/ParamsCommand.h"
-#include "Play/PlayCommand.h"
-#include "Presets/PresetsCommand.h"
-#include "Render/RenderCommand.h"
+#include "Commands.h"
 #include "Settings/ModuleLoading.h"
 
 #include <algorithm>
@@ -43,18 +38,18 @@ constexpr std::string_view kProgramDescription[] = {
 
 constexpr NoteEntry kExitStatusNotes[] = {
     {"0", "Everything was done."},
-    {"1", "The work failed: a file, its content, a device. Standard error says why, in one line."},
+    {"1", "The work failed: a file, its content, a device. Standard error states the reason in one line."},
     {"2", "Wrong usage: an option, a parameter, a value."},
     {"130, 143",
-     "Ended by SIGINT or SIGTERM (as a shell reports it), with unfinished outputs removed. (varno play, "
-     "which has no other end, ends with 0 then.)"},
+     "Ended by SIGINT or SIGTERM (as a shell reports it), with unfinished outputs removed. (varno play "
+     "ends with 0 then, since a signal is its usual end.)"},
 };
 
 constexpr NoteEntry kEnvironmentNotes[] = {
     {kModuleVariable, "The bundle to use where --module is not given."},
     {"DISPLAY", "The X server on which the editor's window opens."},
     {"JACK_DEFAULT_SERVER", "The name of the JACK server."},
-    {"GDK_SCALE", "How much the editor is enlarged, in the place of the desktop's own scale."}};
+    {"GDK_SCALE", "The scale of the editor, instead of the desktop's own."}};
 
 int runCompletion(const CommandLine&) {
     printOut(bashCompletion(program()));

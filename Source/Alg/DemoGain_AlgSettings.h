@@ -8,8 +8,6 @@
 
 namespace DemoGain {
 
-/// A switch is on above this value of its field.
-inline constexpr float kSwitchThreshold = 0.5F;
 /// Largest magnitude of an input sample that is processed. Larger samples, infinity and not-a-number are
 /// replaced by silence, so that no later stage overflows.
 inline constexpr float kLargestInput = 1e30F;
@@ -63,7 +61,7 @@ struct Settings {
 
 /// Reads the fields of `context`. [audio]
 inline Settings readSettings(const SDemoGain_Alg_Context& context) {
-    const auto isOn = [](const float* field) { return *field > kSwitchThreshold; };
+    const auto isOn = [](const float* field) { return *field > kAlgSwitchThreshold; };
     Settings settings{};
     settings.mBypass = *context.mBypass != 0;
     settings.mHighPass = isOn(context.mHP);

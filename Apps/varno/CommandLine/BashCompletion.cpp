@@ -60,6 +60,7 @@ std::string completer(ValueKind kind, std::string_view choices) {
     case ValueKind::kPreset:
         return "_varno_presets";
     case ValueKind::kText:
+    case ValueKind::kNumber:
         return ":";
     case ValueKind::kNone:
         break;

@@ -2,16 +2,11 @@
 
 #include "CommandLine/CommandError.h"
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
-
 #include <algorithm>
+#include <getopt.h>
 
 namespace varno {
 namespace {
-
-constexpr std::string_view kEndOfOptions = "--";
 
 std::vector<std::string> splitWords(std::string_view words) {
     std::vector<std::string> result;
@@ -23,38 +18,8 @@ std::vector<std::string> splitWords(std::string_view words) {
     return result;
 }
 
-const OptionEntry* findOption(const CommandEntry& command, std::string_view name) {
-    const auto found = std::ranges::find_if(command.options, [&](const OptionEntry& option) {
-        return option.name == name || (!option.shortName.empty() && option.shortName == name);
-    });
-    return found == command.options.end() ? nullptr : &*found;
-}
-
 std::string needsValue(const OptionEntry& option) {
     return "option " + std::string(option.name) + " needs a value (" + std::string(option.value) + ")";
-}
-
-// "--option=" and "--switch=value": the parser would take the next word as the value, or any word as yes or
-// no.
-void checkAssignments(const CommandEntry& command, const std::vector<std::string>& words) {
-    for (const auto& word : words) {
-        if (word == kEndOfOptions) {
-            return;
-        }
-        const auto equals = word.find('=');
-        const auto* option =
-            equals == std::string::npos ? nullptr : findOption(command, word.substr(0, equals));
-        if (option == nullptr) {
-            continue;
-        }
-        if (option->kind == ValueKind::kNone) {
-            throw UsageError("option " + std::string(option->name) + " takes no value, found " +
-                             inQuotes(word.substr(equals + 1)));
-        }
-        if (equals + 1 == word.size()) {
-            throw UsageError(needsValue(*option));
-        }
-    }
 }
 
 void checkChoice(const std::string& what, std::string_view choices, const std::string& found) {
@@ -71,24 +36,7 @@ void checkChoice(const std::string& what, std::string_view choices, const std::s
                      suggestion(found, offered));
 }
 
-void addOption(CLI::App& app, const OptionEntry& entry, std::vector<std::string>& values) {
-    std::string names(entry.name);
-    if (!entry.shortName.empty()) {
-        names += ',' + std::string(entry.shortName);
-    }
-    if (entry.kind == ValueKind::kNone) {
-        app.add_flag_callback(names, [&values] { values.emplace_back(); });
-    } else {
-        app.add_option(names, values)->allow_extra_args(false)->expected(1);
-        app.get_option(std::string(entry.name))->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    }
-}
-
-bool looksLikeOption(std::string_view word) {
-    return word.size() > 1 && word.front() == '-';
-}
-
-[[noreturn]] void refuseOption(const CommandEntry& command, const std::string& word) {
+[[noreturn]] void refuseOption(const CommandEntry& command, std::string_view word) {
     const auto name = word.substr(0, word.find('='));
     std::vector<std::string> known;
     for (const auto& option : command.options) {
@@ -98,43 +46,117 @@ bool looksLikeOption(std::string_view word) {
                      suggestion(name, known));
 }
 
+// What getopt_long() returns: one of its own codes, the letter of a short option, or kFirstLongOption and the
+// place of a long option in the command's table.
+constexpr int kEndOfWords = -1;
+constexpr int kArgument = 1;
+constexpr int kMissingValue = ':';
+constexpr int kRefused = '?';
+constexpr int kFirstLongOption = 256;
+
+// The options of a command as getopt_long() takes them.
+struct OptionNames {
+    explicit OptionNames(const CommandEntry& command) {
+        for (const auto& entry : command.options) {
+            const bool isSwitch = entry.kind == ValueKind::kNone;
+            const int code = kFirstLongOption + static_cast<int>(longNames.size());
+            // Names are literals, which end with a zero.
+            longNames.push_back(
+                {entry.name.substr(2).data(), isSwitch ? no_argument : required_argument, nullptr, code});
+            if (!entry.shortName.empty()) {
+                shortNames.append(1, entry.shortName.back()).append(isSwitch ? "" : ":");
+            }
+        }
+        longNames.push_back({});
+    }
+
+    // "-": arguments come in their place, as kArgument. ":": kMissingValue is returned.
+    std::string shortNames = "-:";
+    std::vector<option> longNames;
+};
+
+// The option of a code of getopt_long(); null for none.
+const OptionEntry* optionOf(const CommandEntry& command, int code) {
+    if (code >= kFirstLongOption) {
+        return &command.options[static_cast<std::size_t>(code - kFirstLongOption)];
+    }
+    const auto isCode = [&](const OptionEntry& entry) {
+        return !entry.shortName.empty() && entry.shortName.back() == code;
+    };
+    const auto found = std::ranges::find_if(command.options, isCode);
+    return found == command.options.end() ? nullptr : &*found;
+}
+
+// getopt_long() takes the beginning of a long option's name for the whole of it.
+bool isAbbreviated(const OptionEntry& entry, std::string_view word) {
+    return word.starts_with("--") && word.substr(0, word.find('=')) != entry.name;
+}
+
 } // namespace
 
 CommandLine::CommandLine(const CommandEntry& command, const std::vector<std::string>& words)
     : mCommand(command) {
-    checkAssignments(command, words);
-    CLI::App app;
-    app.set_help_flag();
-    app.allow_extras();
-    for (const auto& option : command.options) {
-        addOption(app, option, mValues[std::string(option.name)]);
+    for (const auto& entry : command.options) {
+        mValues[std::string(entry.name)];
     }
-    try {
-        app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
-    } catch (const CLI::ArgumentMismatch&) {
-        // The parser takes any next word as the value, so only the last option can lack one.
-        throw UsageError(needsValue(*findOption(command, words.back())));
-    }
-    takeArguments(app.remaining());
-    for (const auto& option : command.options) {
-        if (option.kind == ValueKind::kChoice) {
-            for (const auto& value : values(option.name)) {
-                checkChoice("option " + std::string(option.name), option.choices, value);
-            }
-        }
+    readWords(words);
+    for (const auto& entry : command.options) {
+        checkOption(entry);
     }
 }
 
-void CommandLine::takeArguments(const std::vector<std::string>& remaining) {
-    bool optionsEnded = false;
-    for (const auto& word : remaining) {
-        if (!optionsEnded && word == kEndOfOptions) {
-            optionsEnded = true;
-        } else if (!optionsEnded && looksLikeOption(word)) {
-            refuseOption(mCommand, word);
-        } else {
-            mArguments.push_back(word);
+void CommandLine::readWords(const std::vector<std::string>& words) {
+    const OptionNames names(mCommand);
+    std::vector<std::string> texts{std::string(kProgramName)};
+    texts.insert(texts.end(), words.begin(), words.end());
+    std::vector<char*> pointers;
+    for (auto& text : texts) {
+        pointers.push_back(text.data());
+    }
+    const int count = static_cast<int>(pointers.size());
+    pointers.push_back(nullptr);
+    opterr = 0; // no messages
+    optind = 0; // from the start
+    for (;;) {
+        const std::string_view word = pointers[static_cast<std::size_t>(std::clamp(optind, 1, count - 1))];
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the command line is read before any thread starts
+        const int code =
+            getopt_long(count, pointers.data(), names.shortNames.c_str(), names.longNames.data(), nullptr);
+        if (code == kEndOfWords) {
+            break;
         }
+        if (code == kArgument) {
+            mArguments.emplace_back(optarg);
+            continue;
+        }
+        const bool isRefused = code == kRefused || code == kMissingValue;
+        const auto* entry = optionOf(mCommand, isRefused ? optopt : code);
+        if (entry == nullptr || isAbbreviated(*entry, word)) {
+            refuseOption(mCommand, word);
+        }
+        if (code == kRefused) {
+            throw UsageError("option " + std::string(entry->name) + " takes no value, found " +
+                             inQuotes(word.substr(word.find('=') + 1)));
+        }
+        const std::string value = optarg == nullptr ? "" : optarg;
+        const bool isCutOff = value.empty() && word.ends_with('='); // "--preset="
+        if (code == kMissingValue || (entry->kind != ValueKind::kNone && isCutOff)) {
+            throw UsageError(needsValue(*entry));
+        }
+        mValues.find(entry->name)->second.push_back(value);
+    }
+    mArguments.insert(mArguments.end(), texts.begin() + optind, texts.end());
+}
+
+void CommandLine::checkOption(const OptionEntry& option) const {
+    if (option.kind == ValueKind::kChoice) {
+        for (const auto& value : values(option.name)) {
+            checkChoice("option " + std::string(option.name), option.choices, value);
+        }
+    }
+    if (!option.excludes.empty() && has(option.name) && has(option.excludes)) {
+        throw UsageError("options " + std::string(option.name) + " and " + std::string(option.excludes) +
+                         " exclude each other");
     }
 }
 

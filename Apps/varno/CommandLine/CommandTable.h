@@ -1,6 +1,7 @@
 #ifndef VARNO_APPS_VARNO_COMMANDLINE_COMMANDTABLE_H
 #define VARNO_APPS_VARNO_COMMANDLINE_COMMANDTABLE_H
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -11,7 +12,8 @@ class CommandLine;
 /// The kind of a value; shells complete it accordingly.
 enum class ValueKind {
     kNone,      ///< A switch, which takes no value.
-    kText,      ///< Free text or a number.
+    kText,      ///< Free text.
+    kNumber,    ///< One of `numbers`.
     kFile,      ///< A path of a file.
     kDirectory, ///< A path of a folder.
     kChoice,    ///< One of the words in `choices`.
@@ -20,15 +22,24 @@ enum class ValueKind {
     kPreset,    ///< The name of a factory preset, or a file.
 };
 
+/// The numbers that an option takes, both ends included. The help states them.
+struct NumberRange {
+    double least = 0.0;
+    double most = 0.0;
+    std::optional<double> usual = {}; ///< Without the option; nothing: `help` states it.
+};
+
 /// One option of a command.
 struct OptionEntry {
     std::string_view name = {};      ///< "--block".
     std::string_view shortName = {}; ///< "-q"; empty for none.
     std::string_view value = {};     ///< What the help calls the value ("N"); empty for a switch.
     ValueKind kind = ValueKind::kNone;
-    std::string_view choices = {}; ///< Words separated by blanks, for kChoice.
-    std::string_view group = {};   ///< Heading in the help.
-    std::string_view help = {};    ///< Sentences.
+    std::string_view choices = {};  ///< Words separated by blanks, for kChoice.
+    NumberRange numbers = {};       ///< For kNumber.
+    std::string_view excludes = {}; ///< An option of the same command that cannot be given as well.
+    std::string_view group = {};    ///< Heading in the help.
+    std::string_view help = {};     ///< Sentences.
 };
 
 /// One place for arguments of a command.

@@ -1,5 +1,6 @@
 #include "CommandLine/Help.h"
 
+#include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ std::string optionSections(std::span<const OptionEntry> options) {
         result += heading(group);
         for (const auto& option : options) {
             if (option.group == group) {
-                result += termAndText(optionTerm(option), option.help, kOptionTextColumn);
+                result += termAndText(optionTerm(option), optionText(option), kOptionTextColumn);
             }
         }
     }
@@ -116,6 +117,16 @@ std::string optionTerm(const OptionEntry& option) {
         term += ' ' + std::string(option.value);
     }
     return term;
+}
+
+std::string optionText(const OptionEntry& option) {
+    std::string text(option.help);
+    if (option.kind == ValueKind::kNumber) {
+        const NumberRange& numbers = option.numbers;
+        text += " From " + textFromNumber(numbers.least) + " to " + textFromNumber(numbers.most);
+        text += numbers.usual ? "; default: " + textFromNumber(*numbers.usual) + '.' : ".";
+    }
+    return text;
 }
 
 std::string programHelp(const ProgramEntry& program) {

@@ -22,6 +22,9 @@ std::vector<std::string> usageLines(const CommandEntry& command);
 /// An option as the help shows it: "-j, --jobs N".
 std::string optionTerm(const OptionEntry& option);
 
+/// What help and manual page say about an option: its sentences and, of a number, which ones it takes.
+std::string optionText(const OptionEntry& option);
+
 /// The manual page varno(1), in roff with the macros of man(7).
 /// @param version of the program: "1.0.0"
 std::string manPage(const ProgramEntry& program, const std::string& version);

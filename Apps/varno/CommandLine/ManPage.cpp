@@ -74,7 +74,7 @@ std::string optionEntryText(const OptionEntry& option) {
     if (!option.value.empty()) {
         term += ' ' + italic(option.value);
     }
-    return entry(term, option.help);
+    return entry(term, optionText(option));
 }
 
 std::string paragraphs(std::span<const std::string_view> texts) {

@@ -1,4 +1,4 @@
-#include "Describe/DescribeCommand.h"
+#include "Commands.h"
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view kDescribeUsage[] = {"[OPTIONS]"};
 constexpr std::string_view kDescribeDescription[] = {
-    "Prints what the module tells a host about itself: names, identifiers, category, variants with every "
+    "Prints what the module reports to a host: names, identifiers, category, variants with every "
     "field of their processing context, properties, meters, procedures and resources. With --page-table it "
     "prints instead which parameters the module's page tables put on the controls of a control surface."};
 constexpr OptionEntry kDescribeOptions[] = {
@@ -230,7 +230,7 @@ int runDescribe(const CommandLine& line) {
 
 CommandEntry describeCommand() {
     return {.name = "describe",
-            .summary = "Print what the module tells a host",
+            .summary = "Print what the module reports to a host",
             .usage = kDescribeUsage,
             .description = kDescribeDescription,
             .options = kDescribeOptions,

@@ -1,11 +1,10 @@
-#include "Edit/EditCommand.h"
+#include "Commands.h"
 
 #include "AudioFile/Reader.h"
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
-#include "DemoGain_SampleRates.h"
 #include "Edit/EditSound.h"
 #include "Session/EditorSession.h"
 #include "Session/LiveBackend.h"
@@ -22,13 +21,13 @@ constexpr std::string_view kEditUsage[] = {"[OPTIONS] [AUDIO]"};
 
 constexpr std::string_view kEditDescription[] = {
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
-    "Opens the effect's editor in a window of its own (X11, or Wayland through XWayland). The effect hears "
-    "AUDIO in real time and again from its start: a mono file through the mono variant, a stereo file "
-    "through the stereo one. Without AUDIO it hears silence. Its meters and its automatic volume follow.",
+    "Opens the effect's editor in a window of its own (X11, or Wayland through XWayland). The effect "
+    "processes AUDIO in real time, in a loop: a mono file through the mono variant, a stereo file through "
+    "the stereo one. Without AUDIO it processes silence. Its meters and its automatic volume follow.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
-    "One hears the effect through JACK or, where no JACK server answers, through PulseAudio or ALSA; JACK's "
-    "sample rate counts, and AUDIO is converted to it. Where nothing answers, the effect goes on unheard. "
-    "varno play lets it hear what comes in instead of a file.",
+    "The result is played through JACK or, where no JACK server answers, through PulseAudio or ALSA. JACK "
+    "sets the sample rate, and AUDIO is converted to it. Where nothing answers, the effect runs without "
+    "sound output. varno play processes live sound instead of a file.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Keys: Ctrl-S saves the settings as a state, Ctrl-C copies them and Ctrl-V pastes them as a preset, "
     "Escape and Ctrl-Q close the window.",
@@ -45,6 +44,8 @@ constexpr ArgumentEntry kEditArguments[] = {
      .help = "Audio file to loop: WAV, W64, RF64, AIFF, CAF, FLAC, Ogg and more; \"-\" is standard input."},
 };
 
+constexpr int kUsualChannels = 2;
+
 constexpr OptionEntry kEditOptions[] = {
     kSetOption,
     kPresetOption,
@@ -59,18 +60,20 @@ constexpr OptionEntry kEditOptions[] = {
      .kind = ValueKind::kChoice,
      .choices = "auto jack rtaudio off",
      .group = "Sound",
-     .help = "How AUDIO is heard: jack, rtaudio (PulseAudio or ALSA), auto for the first of them that "
+     .help = "How the result is played: jack, rtaudio (PulseAudio or ALSA), auto for the first of them that "
              "answers (the default) or off."},
     {.name = "--rate",
      .value = "HZ",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = kSampleRates,
      .group = "Sound",
-     .help = "Sample rate without AUDIO, 16000 to 384000. Default: 48000."},
+     .help = "Sample rate without AUDIO."},
     {.name = "--channels",
      .value = "N",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = {.least = 1, .most = kMostLiveChannels, .usual = kUsualChannels},
      .group = "Sound",
-     .help = "Channels without AUDIO, 1 or 2. Default: 2."},
+     .help = "Channels without AUDIO."},
     kScaleOption,
     {.name = "--screenshot",
      .value = "FILE",
@@ -79,9 +82,10 @@ constexpr OptionEntry kEditOptions[] = {
      .help = "Show the window for a moment, write a picture of it (PNG) and exit."},
     {.name = "--after",
      .value = "SECONDS",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = {.least = 0, .most = 3600, .usual = kUsualPictureDelayS},
      .group = "Window",
-     .help = "Make the picture so long after the start. Default: 0.5."},
+     .help = "Make the picture so long after the start."},
     {.name = "--force",
      .shortName = "-f",
      .group = "Window",
@@ -91,13 +95,12 @@ constexpr OptionEntry kEditOptions[] = {
 };
 
 constexpr ExampleEntry kEditExamples[] = {
-    {"varno edit drums.wav", "Turn the knobs, and hear and see what they do to the drums."},
+    {"varno edit drums.wav", "Turn the knobs while the drums play."},
     {"varno edit --state bus.state drums.wav", "Go on with saved settings; Ctrl-S saves them again."},
     {"varno edit --scale 2 --set Hot=0.4 --screenshot editor.png",
      "A picture of the editor, twice as large."},
 };
 
-constexpr double kLongestWaitS = 3600.0;
 // The word of --sound for an effect without sound output.
 constexpr const char* kSoundOff = "off";
 
@@ -105,7 +108,7 @@ constexpr const char* kSoundOff = "off";
 struct EditOptions {
     std::optional<std::string> audio;     // path; nothing: silence
     double rateHz = kDefaultSampleRateHz; // of the silence
-    int channels = 2;
+    int channels = kUsualChannels;
     std::string sound = kSoundOff; // a backend's word, kAnyBackend or kSoundOff
     WindowOptions window;
 };
@@ -124,12 +127,10 @@ EditOptions editOptions(const CommandLine& line) {
         options.audio = line.arguments().front();
         window.subject = std::filesystem::path(*options.audio).filename().string();
     }
-    options.rateHz =
-        numberOption(line, "--rate", DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz)
-            .value_or(options.rateHz);
-    options.channels = numberOption(line, "--channels", 1, kMostLiveChannels).value_or(options.channels);
+    options.rateHz = line.number<double>("--rate").value_or(options.rateHz);
+    options.channels = line.number<int>("--channels").value_or(options.channels);
     window.screenshot = line.value("--screenshot");
-    window.afterS = numberOption(line, "--after", 0.0, kLongestWaitS).value_or(window.afterS);
+    window.afterS = line.number<double>("--after").value_or(window.afterS);
     const bool hasAudio = options.audio.has_value();
     refuseWith(line, "--rate", hasAudio, "goes without AUDIO, which has a sample rate of its own");
     refuseWith(line, "--channels", hasAudio, "goes without AUDIO, which has channels of its own");
@@ -167,7 +168,7 @@ std::unique_ptr<LiveBackend> openEditBackend(const EditOptions& options, int cha
         if (options.sound != kAnyBackend) {
             throw WorkError(error.what());
         }
-        printWarning(std::string("the file is not heard: ") + error.what());
+        printWarning(std::string("the file is not played: ") + error.what());
         return nullptr;
     }
 }
@@ -197,7 +198,7 @@ void runSession(const EditOptions& options, XConnection& connection, Instance& i
     if (options.window.screenshot) {
         session.run();
     } else {
-        runAndTellUnsaved(keeper, options.window.command, [&] { session.run(); });
+        runAndReportUnsaved(keeper, options.window.command, [&] { session.run(); });
     }
 }
 

@@ -37,18 +37,18 @@ void EditSound::check() {
         printWarning(*overruns);
     }
     if (mWatch->hasNewRate()) {
-        goOnUnheard(mBackend->description() + ": the sample rate has changed");
+        continueWithoutOutput(mBackend->description() + ": the sample rate has changed");
         return;
     }
     try {
         mWatch->requireRunning();
     } catch (const WorkError& error) {
-        goOnUnheard(error.what());
+        continueWithoutOutput(error.what());
     }
 }
 
-void EditSound::goOnUnheard(const std::string& reason) {
-    printWarning(reason + "; the file is not heard from here on");
+void EditSound::continueWithoutOutput(const std::string& reason) {
+    printWarning(reason + "; the file is no longer played");
     mWatch.reset();
     mBackend.reset();
     playByTheClock();

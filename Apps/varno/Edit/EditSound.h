@@ -25,7 +25,7 @@ public:
 
 private:
     void playByTheClock();
-    void goOnUnheard(const std::string& reason);
+    void continueWithoutOutput(const std::string& reason);
 
     Instance& mInstance;
     EffectLoop mLoop;

@@ -1,4 +1,4 @@
-#include "Play/PlayCommand.h"
+#include "Commands.h"
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Console.h"
@@ -21,21 +21,21 @@ constexpr std::string_view kPlayUsage[] = {"[OPTIONS]"};
 
 constexpr std::string_view kPlayDescription[] = {
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
-    "Plays live: whatever comes in goes through the effect and out again, until someone ends it. It is a "
+    "Plays live: what comes in goes through the effect and out again, until the user ends it. It is a "
     "client of a JACK server (jackd, or PipeWire by way of pw-jack) or, where none answers, of PulseAudio or "
     "ALSA by way of RtAudio.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
-    "Under JACK the ports are named in_l, in_r, out_l and out_r, with --mono in and out, and tell that the "
-    "sound comes one frame late. The server may change its period and its sample rate meanwhile. Blocks that "
-    "came too late are counted and told.",
+    "Under JACK the ports are named in_l, in_r, out_l and out_r, with --mono in and out, and report "
+    "a latency of one frame. The server may change its period and its sample rate meanwhile. Blocks that "
+    "came too late are counted and reported.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Where there is a display the effect's editor opens, and closing it ends the program; Ctrl-S saves the "
     "settings as a state. Otherwise single keys work in the terminal, below a line with the meters: up and "
-    "down choose a parameter, left and right change it, b bypasses, s saves, q ends, ? tells more. Where "
-    "standard input is no terminal, it plays until a signal comes.",
+    "down choose a parameter, left and right change it, b bypasses, s saves, q ends, ? lists all keys. Where "
+    "standard input is no terminal, it plays until it receives a signal.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "SIGINT (Ctrl-C), SIGTERM and SIGHUP end it with exit status 0. It ends with 1 where no sound system "
-    "answers, and once the sound system has gone.",
+    "answers, and when the sound system ends.",
     "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
     "order given. Those that are not saved at the end are printed on standard error, as options that bring "
     "them back.",
@@ -49,8 +49,8 @@ constexpr OptionEntry kPlayOptions[] = {
      .value = "FILE",
      .kind = ValueKind::kFile,
      .group = "Settings",
-     .help = "The file that Ctrl-S or s writes. Default: that of --state, else varno-s.state or its first "
-             "free numbered kind."},
+     .help = "The file that Ctrl-S or s writes. Default: that of --state, else varno-s.state, or "
+             "varno-s-2.state and so on where that exists."},
     {.name = "--force",
      .shortName = "-f",
      .group = "Settings",
@@ -62,7 +62,10 @@ constexpr OptionEntry kPlayOptions[] = {
      .group = "Sound",
      .help = "The sound system: jack, rtaudio (PulseAudio or ALSA), or auto for the first of them that "
              "answers (the default)."},
-    {.name = "--mono", .group = "Sound", .help = "One channel, through the mono variant."},
+    {.name = "--mono",
+     .excludes = "--stereo",
+     .group = "Sound",
+     .help = "One channel, through the mono variant."},
     {.name = "--stereo", .group = "Sound", .help = "Two channels, through the stereo variant (the default)."},
     {.name = "--name",
      .value = "NAME",
@@ -70,37 +73,43 @@ constexpr OptionEntry kPlayOptions[] = {
      .group = "Sound",
      .help = "The name by which other programs see it. Default: varno."},
     {.name = "--connect",
+     .excludes = "--no-connect",
      .group = "Sound",
      .help = "Connect the ports to the system's capture and playback (the default)."},
     {.name = "--no-connect",
      .group = "Sound",
-     .help = "Leave the JACK ports free, to be connected by hand or by a session."},
+     .help = "Leave the JACK ports unconnected, for a session manager or other programs to connect."},
     {.name = "--rate",
      .value = "HZ",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = kSampleRates,
      .group = "Sound",
-     .help = "Sample rate for rtaudio, 16000 to 384000. Default: 48000. JACK has its own."},
+     .help = "Sample rate for rtaudio; JACK has its own."},
     {.name = "--period",
      .value = "FRAMES",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = {.least = 16, .most = 8192, .usual = kUsualPeriodFrames},
      .group = "Sound",
-     .help = "Frames at a time for rtaudio, 16 to 8192. Default: 256. JACK has its own."},
-    {.name = "--edit", .group = "Window", .help = "Open the editor (the default where DISPLAY is set)."},
-    {.name = "--no-edit", .group = "Window", .help = "Stay in the terminal."},
+     .help = "Frames at a time for rtaudio; JACK has its own."},
+    {.name = "--edit",
+     .excludes = "--no-edit",
+     .group = "Window",
+     .help = "Open the editor (the default where DISPLAY is set)."},
+    {.name = "--no-edit", .excludes = "--scale", .group = "Window", .help = "Stay in the terminal."},
     kScaleOption,
     {.name = "--quiet",
      .shortName = "-q",
      .group = "General",
-     .help = "Print errors and what is not saved only."},
+     .help = "Print only errors and the settings that are not saved."},
     kModuleOption,
     kHelpOption,
 };
 
 constexpr ExampleEntry kPlayExamples[] = {
-    {"varno play", "In the middle between the system's inputs and outputs, with the editor."},
+    {"varno play", "Between the system's inputs and outputs, with the editor."},
     {"pw-jack varno play --mono --set Hot=0.3", "One channel, on a desktop with PipeWire."},
     {"varno play --no-connect --no-edit --name drive --state bus.state",
-     "A building block for scripts: ports drive:in_l and so on, connected by jack_connect."},
+     "For scripts: ports drive:in_l and so on, connected by jack_connect."},
 };
 
 // Without --edit, a display that cannot be opened is only a warning.
@@ -143,7 +152,7 @@ public:
 
     // A change of the sample rate ends a session and starts the next.
     void run() {
-        runAndTellUnsaved(mSettings, mOptions.window.command, [this] {
+        runAndReportUnsaved(mSettings, mOptions.window.command, [this] {
             runSession();
             while (mWatch.hasNewRate()) {
                 mEffect.setRate(mWatch.followRate());
@@ -178,7 +187,7 @@ private:
         session.loop().startTimer(kSoundCheckPeriod, this, [&] {
             mBackend.check();
             mWatch.requireRunning();
-            tellOverruns();
+            reportOverruns();
             if (mWatch.hasNewRate()) {
                 session.loop().quit();
             }
@@ -187,7 +196,7 @@ private:
     }
 
     // The line in the terminal shows them already.
-    void tellOverruns() {
+    void reportOverruns() {
         const bool isShown = mConnection == nullptr && takesKeys(STDIN_FILENO);
         if (const auto overruns = mWatch.newOverruns(); overruns && !isShown && !mOptions.isQuiet) {
             printWarning(*overruns);

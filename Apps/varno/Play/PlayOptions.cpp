@@ -2,20 +2,11 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
-#include "DemoGain_SampleRates.h"
 
 namespace varno {
 namespace {
 
 constexpr std::size_t kLongestName = 63; // bytes that every JACK server accepts
-constexpr int kFewestPeriodFrames = 16;
-constexpr int kMostPeriodFrames = 8192;
-
-void refuseBoth(const CommandLine& line, const std::string& one, const std::string& other) {
-    if (line.has(one) && line.has(other)) {
-        throw UsageError("options " + one + " and " + other + " exclude each other");
-    }
-}
 
 // JACK puts a colon between the names of client and port.
 std::string nameOption(const CommandLine& line, const std::string& usual) {
@@ -37,21 +28,14 @@ std::optional<bool> editorOption(const CommandLine& line) {
 } // namespace
 
 PlayOptions playOptions(const CommandLine& line) {
-    refuseBoth(line, "--mono", "--stereo");
-    refuseBoth(line, "--connect", "--no-connect");
-    refuseBoth(line, "--edit", "--no-edit");
-    refuseBoth(line, "--no-edit", "--scale");
     PlayOptions options;
     options.backend = line.value("--backend").value_or(std::string(kAnyBackend));
     LiveRequest& request = options.request;
     request.name = nameOption(line, request.name);
     request.inputs = request.outputs = line.has("--mono") ? 1 : 2;
     request.shallConnect = !line.has("--no-connect");
-    request.rateHz =
-        numberOption(line, "--rate", DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz)
-            .value_or(request.rateHz);
-    request.blockFrames =
-        numberOption(line, "--period", kFewestPeriodFrames, kMostPeriodFrames).value_or(request.blockFrames);
+    request.rateHz = line.number<double>("--rate").value_or(request.rateHz);
+    request.blockFrames = line.number<int>("--period").value_or(request.blockFrames);
     options.editor = editorOption(line);
     options.isQuiet = line.has("--quiet");
     options.window = windowOptions(line, "play");

@@ -1,4 +1,4 @@
-#include "Presets/PresetsCommand.h"
+#include "Commands.h"
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"

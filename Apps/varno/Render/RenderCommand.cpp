@@ -1,4 +1,4 @@
-#include "Render/RenderCommand.h"
+#include "Commands.h"
 
 #include "AudioFile/Reader.h"
 #include "AudioFile/Writer.h"
@@ -26,14 +26,14 @@ constexpr std::string_view kRenderDescription[] = {
     "Renders INPUT through the effect into OUTPUT: a mono file through the mono variant, a stereo file "
     "through the stereo one, at sample rates from 16 to 384 kHz. OUTPUT has exactly the input's frames (and "
     "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
-    "says otherwise; tags, cue points and broadcast data are carried over. The processed signal comes one "
+    "selects another; tags, cue points and broadcast data are carried over. The processed signal comes one "
     "sample later than the dry one; that is not compensated.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "With --out-dir every INPUT is rendered to a file of the same name in DIR, several side by side with "
     "--jobs. One that fails does not stop the others.",
     "Without INPUT and OUTPUT a demo is made: varno-demo-dry.wav, a loop of drums and bass (8 s, stereo, "
-    "48 kHz), and varno-demo.wav, the same through the effect at a setting that one hears. Both replace "
-    "files of these names.",
+    "48 kHz), and varno-demo.wav, the same through the effect at a setting that is easy to hear. Both "
+    "replace files of these names.",
     "Settings are applied in this order, and the later wins: the defaults (for the demo, its own setting), "
     "--state, --preset, --set in the order given, and --automate at its times.",
     "The same input and settings give the same bytes on every run and with every --block. A render that "
@@ -46,7 +46,7 @@ constexpr ArgumentEntry kRenderArguments[] = {
      .help = "Audio file: WAV, W64, RF64, AIFF, CAF, FLAC, Ogg and more; \"-\" is standard input."},
     {.name = "OUTPUT",
      .kind = ValueKind::kFile,
-     .help = "File to write; its extension tells the container. \"-\" is standard output, a WAV file; the "
+     .help = "File to write; its extension selects the container. \"-\" is standard output, a WAV file; the "
              "summary then goes to standard error."},
 };
 
@@ -89,20 +89,21 @@ constexpr OptionEntry kRenderOptions[] = {
      .help = "What to add where the output has fewer bits than the input: tpdf (the default) or none."},
     {.name = "--tail",
      .value = "SECONDS",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = {.least = 0, .most = 3600, .usual = 0},
      .group = "Output",
      .help = "Go on for this long after the end of the input, with silence going in."},
     {.name = "--force", .shortName = "-f", .group = "Output", .help = "Replace outputs that exist."},
     {.name = "--dry-run",
      .shortName = "-n",
      .group = "Output",
-     .help = "Check everything and tell what would be written, but render and write nothing."},
+     .help = "Check everything and report what would be written, but render and write nothing."},
     {.name = "--meters",
      .value = "FILE",
      .kind = ValueKind::kFile,
      .group = "Reports",
-     .help = "Write the four meters as CSV, one line per block: its start in seconds and the most that each "
-             "meter showed in it."},
+     .help = "Write the four meters as CSV, one line per block: its start in seconds and the highest value "
+             "of each meter in it."},
     {.name = "--json",
      .group = "Reports",
      .help = "Print the summary as JSON, one object per input, each on a line."},
@@ -112,21 +113,23 @@ constexpr OptionEntry kRenderOptions[] = {
      .help = "Print errors only: no progress, no summary, no warnings."},
     {.name = "--block",
      .value = "FRAMES",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = {.least = 1, .most = 16384, .usual = kUsualBlockFrames},
      .group = "Processing",
-     .help = "Most frames that the effect is given at a time, 1 to 16384. Default: 512."},
+     .help = "Most frames that the effect receives at a time."},
     {.name = "--jobs",
      .shortName = "-j",
      .value = "N",
-     .kind = ValueKind::kText,
+     .kind = ValueKind::kNumber,
+     .numbers = {.least = 1, .most = 256, .usual = kUsualJobs},
      .group = "Processing",
-     .help = "Inputs rendered at the same time, 1 to 256. Default: 1."},
+     .help = "Inputs rendered at the same time."},
     kModuleOption,
     kHelpOption,
 };
 
 constexpr ExampleEntry kRenderExamples[] = {
-    {"varno render", "Hear what it does: varno-demo-dry.wav and varno-demo.wav."},
+    {"varno render", "Make the demo: varno-demo-dry.wav and varno-demo.wav."},
     {"varno render --set Hot=0.4 --set Ratio=1 drums.wav drums-hot.wav",
      "More drive and the steepest curve."},
     {"varno render --preset drum-bus --out-dir wet --jobs 4 stems/*.wav",

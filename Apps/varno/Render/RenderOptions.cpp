@@ -9,10 +9,6 @@
 namespace varno {
 namespace {
 
-constexpr int kMostBlockFrames = 16384;
-constexpr int kMostJobs = 256;
-constexpr double kMostTailS = 3600.0;
-
 // INPUT OUTPUT
 RenderTask pairTask(const std::vector<std::string>& arguments) {
     if (arguments.size() == 1) {
@@ -80,9 +76,9 @@ RenderOptions renderOptions(const CommandLine& line) {
     } else {
         options.tasks = {pairTask(line.arguments())};
     }
-    options.blockFrames = numberOption(line, "--block", 1, kMostBlockFrames).value_or(options.blockFrames);
-    options.jobs = numberOption(line, "--jobs", 1, kMostJobs).value_or(options.jobs);
-    options.tailS = numberOption(line, "--tail", 0.0, kMostTailS).value_or(options.tailS);
+    options.blockFrames = line.number<int>("--block").value_or(options.blockFrames);
+    options.jobs = line.number<int>("--jobs").value_or(options.jobs);
+    options.tailS = line.number<double>("--tail").value_or(options.tailS);
     if (const auto format = line.value("--format")) {
         options.format = sampleFormatFromName(*format);
     }

@@ -21,12 +21,15 @@ struct RenderTask {
 inline constexpr const char* kDemoDryFile = "varno-demo-dry.wav";
 inline constexpr const char* kDemoFile = "varno-demo.wav";
 
+inline constexpr int kUsualBlockFrames = 512;
+inline constexpr int kUsualJobs = 1;
+
 /// The command line of `varno render`.
 struct RenderOptions {
     std::vector<RenderTask> tasks;
     bool isDemo = false; ///< The one task is the demo, whose input is still to be made.
-    int blockFrames = 512;
-    int jobs = 1;
+    int blockFrames = kUsualBlockFrames;
+    int jobs = kUsualJobs;
     double tailS = 0.0;
     std::optional<SampleFormat> format; ///< Nothing: the input's.
     Dither dither = Dither::kTpdf;

@@ -49,7 +49,7 @@ bool isLoadedState(const WindowOptions& options, const std::string& file) {
 WindowOptions windowOptions(const CommandLine& line, const std::string& command) {
     WindowOptions options;
     options.command = command;
-    options.scale = numberOption(line, "--scale", kSmallestScale, kLargestScale);
+    options.scale = line.number<double>("--scale");
     options.state = line.value("--state");
     options.saveState = line.value("--save-state");
     options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;

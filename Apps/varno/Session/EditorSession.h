@@ -19,9 +19,12 @@ namespace varno {
 inline constexpr OptionEntry kScaleOption = {
     .name = "--scale",
     .value = "FACTOR",
-    .kind = ValueKind::kText,
+    .kind = ValueKind::kNumber,
+    .numbers = {.least = kSmallestScale, .most = kLargestScale},
     .group = "Window",
-    .help = "Enlarge the window, 0.5 to 8. Default: GDK_SCALE, else the desktop's Xft.dpi over 96, else 1."};
+    .help = "Enlarge the window. Default: GDK_SCALE, else the desktop's Xft.dpi over 96, else 1."};
+
+inline constexpr double kUsualPictureDelayS = 0.5;
 
 /// How an editor's window is shown and where its settings are saved.
 struct WindowOptions {
@@ -31,7 +34,7 @@ struct WindowOptions {
     std::optional<std::string> state;
     std::optional<std::string> saveState; ///< Paths.
     std::optional<std::string> screenshot;
-    double afterS = 0.5; ///< Until the screenshot.
+    double afterS = kUsualPictureDelayS; ///< Until the screenshot.
     Overwrite overwrite = Overwrite::kRefuse;
 };
 

@@ -149,7 +149,7 @@ void JackBackend::setCallbacks() {
         },
         this);
     mJack.set_latency_callback(
-        mClient, [](jack_latency_callback_mode_t mode, void* self) { as(self).tellLatency(mode); }, this);
+        mClient, [](jack_latency_callback_mode_t mode, void* self) { as(self).reportLatency(mode); }, this);
     mJack.on_info_shutdown(
         mClient,
         [](jack_status_t, const char* reason, void* self) {
@@ -196,7 +196,7 @@ void JackBackend::connect(PortDirection direction) const {
     mJack.free(static_cast<void*>(names));
 }
 
-void JackBackend::tellLatency(jack_latency_callback_mode_t mode) const {
+void JackBackend::reportLatency(jack_latency_callback_mode_t mode) const {
     const auto& from = mode == JackCaptureLatency ? mInputs : mOutputs;
     const auto& to = mode == JackCaptureLatency ? mOutputs : mInputs;
     jack_latency_range_t all{from.empty() ? 0 : std::numeric_limits<jack_nframes_t>::max(), 0};

@@ -69,7 +69,7 @@ private:
     void openPorts(PortDirection direction, int channels);
     void setCallbacks();
     void connect(PortDirection direction) const;
-    void tellLatency(jack_latency_callback_mode_t mode) const;
+    void reportLatency(jack_latency_callback_mode_t mode) const;
     int process(jack_nframes_t frames) noexcept;
 
     JackFunctions mJack;

@@ -1,6 +1,8 @@
 #ifndef VARNO_APPS_VARNO_SESSION_LIVEBACKEND_H
 #define VARNO_APPS_VARNO_SESSION_LIVEBACKEND_H
 
+#include "CommandLine/CommandTable.h"
+#include "DemoGain_SampleRates.h"
 #include "Host/HostOptions.h"
 #include "Session/LiveStatus.h"
 
@@ -23,6 +25,12 @@ inline constexpr int kMostLiveChannels = 2;
 /// The processed signal comes one frame late: the main path is delayed by one sample against the detector.
 inline constexpr int kEffectLatencyFrames = 1;
 
+/// The sample rates of --rate.
+inline constexpr NumberRange kSampleRates = {.least = DemoGain_SampleRates::kLowestHz,
+                                             .most = DemoGain_SampleRates::kHighestHz,
+                                             .usual = kDefaultSampleRateHz};
+inline constexpr int kUsualPeriodFrames = 256;
+
 /// What the program requests of a sound system.
 struct LiveRequest {
     std::string name = "varno"; ///< As other programs show it.
@@ -31,7 +39,7 @@ struct LiveRequest {
     bool shallConnect = true;   ///< To the system's capture and playback, where connections are optional.
     int latencyFrames = kEffectLatencyFrames;
     double rateHz = kDefaultSampleRateHz; ///< Where the sound system leaves the choice.
-    int blockFrames = 256;                ///< Likewise.
+    int blockFrames = kUsualPeriodFrames; ///< Likewise.
 };
 
 /// How often a session calls LiveBackend::check().

@@ -18,7 +18,7 @@ std::string shortestText(double normalized) {
     return single == normalized ? textFromNumber(single) : textFromNumber(normalized);
 }
 
-void tellUnsaved(const SettingsKeeper& settings, const std::string& command) {
+void reportUnsaved(const SettingsKeeper& settings, const std::string& command) {
     if (const auto options = settings.unsavedOptions()) {
         printWarning("the settings are not saved; they come back with: varno " + command +
                      (options->empty() ? "" : ' ' + *options));
@@ -91,15 +91,15 @@ void saveAndTell(SettingsKeeper& settings) {
     }
 }
 
-void runAndTellUnsaved(const SettingsKeeper& settings, const std::string& command,
-                       const std::function<void()>& run) {
+void runAndReportUnsaved(const SettingsKeeper& settings, const std::string& command,
+                         const std::function<void()>& run) {
     try {
         run();
     } catch (...) {
-        tellUnsaved(settings, command);
+        reportUnsaved(settings, command);
         throw;
     }
-    tellUnsaved(settings, command);
+    reportUnsaved(settings, command);
 }
 
 } // namespace varno

@@ -280,5 +280,5 @@ void AAX_CChunkDataParser::LoadChunk(const AAX_SPlugInChunk* chunk) {
     Reader reader(data, static_cast<std::size_t>(chunk->fSize));
     while (reader.Next(&mDataValues.emplace_back())) {
     }
-    mDataValues.pop_back(); // the one that there is no memory for
+    mDataValues.pop_back(); // the entry for which no memory was left
 }

@@ -27,7 +27,8 @@ constexpr VSTGUI::CColor kHighlightColors[] = {
 };
 constexpr VSTGUI::CColor kNoHighlightColor(100, 100, 100, 0);
 
-// How many times as long a fine drag is: a level is set to a tenth of a decibel.
+// A drag with Shift or Control held moves a knob this many times less,
+// so that a level can be set to a tenth of a decibel.
 constexpr float kFineDrag = 6.0F;
 // The library's tenth of the range is too coarse for a level.
 constexpr int kPicturesPerWheelClick = 2;

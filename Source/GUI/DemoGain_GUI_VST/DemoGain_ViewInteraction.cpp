@@ -58,8 +58,7 @@ void DemoGain_View::valueChanged(CControl* control) {
     } else if (DemoGain_Gestures::HoldsParameter(*row)) {
         ChangeParameter(*row, control->getValue());
     } else if (control->getValue() > control->getMin()) {
-        // Such a button notifies twice per click, when it goes down and when it goes up; where the mouse left
-        // it before the release, only when it goes up.
+        // The button notifies with 1 once for each completed click.
         UseClipboard(*row);
     }
 }

@@ -86,6 +86,39 @@ TEST(CommandLine, RefusesUnknownOptions) {
     EXPECT_EQ(refusal("man", {"--frobnicate"}), "unknown option \"--frobnicate\" of man");
 }
 
+TEST(CommandLine, RefusesAbbreviatedOptions) {
+    EXPECT_EQ(refusal("render", {"--forc"}),
+              "unknown option \"--forc\" of render; did you mean \"--force\"?");
+    EXPECT_EQ(refusal("render", {"--bloc"}),
+              "unknown option \"--bloc\" of render; did you mean \"--block\"?");
+    EXPECT_EQ(refusal("render", {"--jso=1"}), "unknown option \"--jso\" of render; did you mean \"--json\"?");
+    EXPECT_EQ(refusal("render", {"--s"}), "unknown option \"--s\" of render");
+}
+
+TEST(CommandLine, RefusesOptionsThatExcludeEachOther) {
+    EXPECT_EQ(refusal("play", {"--stereo", "--mono"}), "options --mono and --stereo exclude each other");
+    EXPECT_EQ(refusal("play", {"--stereo", "--edit"}), "");
+}
+
+TEST(CommandLine, KeepsAnEmptyValueInAWordOfItsOwn) {
+    EXPECT_EQ(lineOf("render", {"--tail", "", "in.wav"}).value("--tail"), "");
+}
+
+TEST(CommandLine, ReadsNumbersWithinTheRangeOfTheTable) {
+    EXPECT_EQ(lineOf("render", {}).number<int>("--block"), std::nullopt);
+    EXPECT_EQ(lineOf("render", {"--block", "16384"}).number<int>("--block"), 16384);
+    EXPECT_EQ(lineOf("render", {"--tail", "1.5"}).number<double>("--tail"), 1.5);
+    for (const std::string text : {"0", "16385", "1.5", "x", ""}) {
+        try {
+            lineOf("render", {"--block", text}).number<int>("--block");
+            ADD_FAILURE() << text;
+        } catch (const UsageError& error) {
+            EXPECT_EQ(error.what(),
+                      "option --block: expected a whole number from 1 to 16384, found \"" + text + '"');
+        }
+    }
+}
+
 TEST(CommandLine, RefusesAMissingValue) {
     EXPECT_EQ(refusal("render", {"in.wav", "--block"}), "option --block needs a value (FRAMES)");
     EXPECT_EQ(refusal("render", {"-j"}), "option --jobs needs a value (N)");

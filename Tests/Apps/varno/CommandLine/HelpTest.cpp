@@ -54,6 +54,8 @@ TEST(CommandTable, EveryEntryIsComplete) {
             EXPECT_TRUE(option.help.ends_with('.')) << option.name;
             EXPECT_EQ(option.value.empty(), option.kind == ValueKind::kNone) << option.name;
             EXPECT_EQ(option.choices.empty(), option.kind != ValueKind::kChoice) << option.name;
+            EXPECT_EQ(option.numbers.least < option.numbers.most, option.kind == ValueKind::kNumber)
+                << option.name;
         }
     }
 }

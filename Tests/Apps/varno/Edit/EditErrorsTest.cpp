@@ -97,7 +97,7 @@ TEST_F(EditErrors, AFileMayGoUnheard) {
     const auto outcome = program->wait();
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(onlyLine(outcome),
-                StartsWith("warning: the file is not heard: no sound system can be had (JACK: no "
+                StartsWith("warning: the file is not played: no sound system can be had (JACK: no "
                            "server \"varno-no-server\" answers; RtAudio: "));
 }
 

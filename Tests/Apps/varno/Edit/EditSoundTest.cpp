@@ -73,7 +73,7 @@ TEST_F(EditSoundTest, AndWhereItsRateChanges) {
     open(*instance);
     mBackend->changeableStatus().setRate(96'000.0);
     EXPECT_EQ(toldAtCheck(),
-              "varno: warning: Fake client varno: the sample rate has changed; the file is not heard "
+              "varno: warning: Fake client varno: the sample rate has changed; the file is not played "
               "from here on\n");
     expectToGoOn(*instance);
 }
