@@ -12,8 +12,8 @@ full_steps=("${default_steps[@]}" hosts clang tidy-tests coverage aarch64 long l
 declare -A step_title=(
     [format]="every C++ file is laid out as clang-format 14 does"
     [guards]="every header is guarded by a name made of its path"
-    [includes]="nobody includes against the direction of the layers"
-    [comments]="every interface method tells its contract and its thread"
+    [includes]="no include is against the direction of the layers"
+    [comments]="every interface method states its contract and its thread"
     [text]="no machine paths, left-overs, binaries, stray blanks"
     [shell]="shellcheck finds nothing in the scripts"
     [scripts]="the tests of ./run and of the checks of the code"
@@ -126,12 +126,15 @@ long_scale=50
 
 # run_tests PRESET [CTEST OPTIONS...]
 run_tests() {
-    local preset=$1
+    local preset=$1 cases=${step_report%.xml}-cases status=0
     shift
+    rm -rf "$cases"
     choose_prefix "$preset"
-    run_logged "$step_log" ctest_progress ctest_reason "${prefix[@]}" \
+    GTEST_BRIEF=1 GTEST_OUTPUT=xml:$cases/ run_logged "$step_log" ctest_progress ctest_reason "${prefix[@]}" \
         ctest --test-dir "build/$preset" --no-tests=error --parallel "$(nproc)" --timeout 3600 \
-        --output-on-failure --output-junit "$step_report" "$@"
+        --output-on-failure --output-junit "$step_report" "$@" || status=$?
+    [[ ! -f $step_report ]] || Scripts/report-cases "$step_report" "$cases"
+    return "$status"
 }
 
 ctest_progress() {

@@ -118,7 +118,7 @@ function(varno_test_settings name)
   target_link_libraries(${name} PRIVATE varno_settings GTest::gtest_main GTest::gmock)
 endfunction()
 
-# varno_test(NAME SOURCES... [LINK TARGETS...]): a GoogleTest program whose cases ctest runs one by one.
+# varno_test(NAME SOURCES... [LINK TARGETS...]): a GoogleTest program, which is one test of ctest.
 # NAME is also its label, so that `ctest -L NAME` runs it alone. A program that starts threads to find races is
 # named ..._threaded: it is part of the target threaded_tests and runs under the thread sanitizer too.
 add_custom_target(threaded_tests)
@@ -134,8 +134,8 @@ function(varno_test name)
   target_link_libraries(${name} PRIVATE ${ARG_LINK})
   varno_test_settings(${name})
   target_precompile_headers(${name} REUSE_FROM varno_test_headers)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS ${name}
-    ENVIRONMENT ${varno_test_environment})
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES LABELS ${name} ENVIRONMENT ${varno_test_environment})
   if(name MATCHES "_threaded$")
     add_dependencies(threaded_tests ${name})
   endif()

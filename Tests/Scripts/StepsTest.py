@@ -29,6 +29,21 @@ class StepsTest(FixtureProject):
         self.assertIn("the reason", done.stderr)
         self.assertNotIn("good", done.stderr)
 
+    def test_counts_the_cases_of_a_googletest_program(self):
+        def program(name, report, status=0):
+            self.write(f"{name}.xml", f"<testsuites><testsuite>{report}</testsuite></testsuites>")
+            return (f'add_test(NAME {name} COMMAND sh -c "mkdir -p $(dirname ${{GTEST_OUTPUT#xml:}}x); '
+                    f'cp {self.root}/{name}.xml ${{GTEST_OUTPUT#xml:}}; exit {status}")\n').replace("$", "\\$")
+
+        passed = '<testcase name="A" classname="Some" result="completed"/>'
+        failed = '<testcase name="B" classname="Some" result="completed"><failure message="no"/></testcase>'
+        skipped = '<testcase name="C" classname="Some" result="skipped"/>'
+        self.write("Tests/CMakeLists.txt", (self.root / "Tests/CMakeLists.txt").read_text() +
+                   program("three", passed + failed + skipped, 1) + program("leaking", passed, 1) + program("none", ""))
+        done = self.run_script("test", "gcc")
+        self.assertEqual((done.returncode, self.last_line(done)), (1, "3 passed, 4 failed"))
+        self.assertIn("\n  ./run test gcc\n      Some.B\n      Some.C\n      leaking\n      none\n", done.stdout)
+
     def test_only_a_skipped_test(self):
         self.write("Tests/CMakeLists.txt", (self.root / "Tests/CMakeLists.txt").read_text() +
                    'add_test(NAME skipped COMMAND sh -c "exit 77")\n'

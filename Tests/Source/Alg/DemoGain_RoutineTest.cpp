@@ -2,41 +2,26 @@
 #include "Alg/DemoGain_Routine.h"
 
 #include "Tests/Support/AlgFixture.h"
+#include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Signal.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <iostream>
-#include <optional>
 #include <string>
 
 namespace varno::test::routine {
 
 namespace {
 
-// Sets VARNO_SIMD while it exists; restores it afterwards.
+// Requests a version by its name while it exists.
 class Wish {
 public:
-    explicit Wish(const char* name) {
-        if (const char* const before = std::getenv(kVariable)) {
-            mBefore = before;
-        }
-        setenv(kVariable, name, 1);
-    }
-    Wish(const Wish&) = delete;
-    Wish& operator=(const Wish&) = delete;
-    ~Wish() {
-        if (mBefore) {
-            setenv(kVariable, mBefore->c_str(), 1);
-        } else {
-            unsetenv(kVariable);
-        }
-    }
+    explicit Wish(const char* name)
+        : mVariable("VARNO_SIMD", name) {}
 
 private:
-    static constexpr const char* kVariable = "VARNO_SIMD";
-    std::optional<std::string> mBefore;
+    EnvironmentVariable mVariable;
 };
 
 const SDemoGain_Routine& fastest() {

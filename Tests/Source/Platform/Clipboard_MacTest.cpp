@@ -1,9 +1,9 @@
 #include "Tests/Source/Platform/X11/SampleText.h"
+#include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -21,8 +21,6 @@ using namespace varno::test;
 class PasteboardServers {
 public:
     PasteboardServers() {
-        setenv("TEMP", mFolder.path().c_str(), 1);
-        setenv("HOME", mFolder.path().c_str(), 1);
         mNotifications.emplace(std::vector<std::string>{"gdnc", "--no-fork"});
         EXPECT_TRUE(eventually([this] { return namesKnown() == 1; }));
         mPasteboard.emplace(std::vector<std::string>{"gpbs", "--no-fork"});
@@ -39,6 +37,8 @@ private:
     }
 
     TemporaryFolder mFolder;
+    EnvironmentVariable mTemporary{"TEMP", mFolder.path()};
+    EnvironmentVariable mHome{"HOME", mFolder.path()};
     std::optional<Subprocess> mNotifications;
     std::optional<Subprocess> mPasteboard;
 };

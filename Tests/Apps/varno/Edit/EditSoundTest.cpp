@@ -64,7 +64,7 @@ TEST_F(EditSoundTest, GoesOnByTheClockWhereTheSoundSystemEnds) {
     mBackend->changeableStatus().end("unplugged");
     EXPECT_EQ(toldAtCheck(),
               "varno: warning: Fake client varno: the sound system has ended (unplugged); the file is "
-              "not heard from here on\n");
+              "no longer played\n");
     expectToGoOn(*instance);
 }
 
@@ -73,8 +73,8 @@ TEST_F(EditSoundTest, AndWhereItsRateChanges) {
     open(*instance);
     mBackend->changeableStatus().setRate(96'000.0);
     EXPECT_EQ(toldAtCheck(),
-              "varno: warning: Fake client varno: the sample rate has changed; the file is not played "
-              "from here on\n");
+              "varno: warning: Fake client varno: the sample rate has changed; the file is no longer "
+              "played\n");
     expectToGoOn(*instance);
 }
 
