@@ -92,6 +92,24 @@ bool isAbbreviated(const OptionEntry& entry, std::string_view word) {
     return word.starts_with("--") && word.substr(0, word.find('=')) != entry.name;
 }
 
+// The option that getopt_long() has read from this word. Its value, where it takes one, is in optarg.
+const OptionEntry& readOption(const CommandEntry& command, int code, std::string_view word) {
+    const bool isRefused = code == kRefused || code == kMissingValue;
+    const auto* const entry = optionOf(command, isRefused ? optopt : code);
+    if (entry == nullptr || isAbbreviated(*entry, word)) {
+        refuseOption(command, word);
+    }
+    if (code == kRefused) {
+        throw UsageError("option " + std::string(entry->name) + " takes no value, found " +
+                         inQuotes(word.substr(word.find('=') + 1)));
+    }
+    const bool isCutOff = entry->kind != ValueKind::kNone && word == std::string(entry->name) + '=';
+    if (code == kMissingValue || isCutOff) {
+        throw UsageError(needsValue(*entry));
+    }
+    return *entry;
+}
+
 } // namespace
 
 CommandLine::CommandLine(const CommandEntry& command, const std::vector<std::string>& words)
@@ -115,11 +133,11 @@ void CommandLine::readWords(const std::vector<std::string>& words) {
     }
     const int count = static_cast<int>(pointers.size());
     pointers.push_back(nullptr);
+    // getopt_long() keeps its state in variables of the process: this is called before any thread starts.
     opterr = 0; // no messages
-    optind = 0; // from the start
+    optind = 0; // from the beginning
     for (;;) {
         const std::string_view word = pointers[static_cast<std::size_t>(std::clamp(optind, 1, count - 1))];
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): the command line is read before any thread starts
         const int code =
             getopt_long(count, pointers.data(), names.shortNames.c_str(), names.longNames.data(), nullptr);
         if (code == kEndOfWords) {
@@ -129,21 +147,8 @@ void CommandLine::readWords(const std::vector<std::string>& words) {
             mArguments.emplace_back(optarg);
             continue;
         }
-        const bool isRefused = code == kRefused || code == kMissingValue;
-        const auto* entry = optionOf(mCommand, isRefused ? optopt : code);
-        if (entry == nullptr || isAbbreviated(*entry, word)) {
-            refuseOption(mCommand, word);
-        }
-        if (code == kRefused) {
-            throw UsageError("option " + std::string(entry->name) + " takes no value, found " +
-                             inQuotes(word.substr(word.find('=') + 1)));
-        }
-        const std::string value = optarg == nullptr ? "" : optarg;
-        const bool isCutOff = value.empty() && word.ends_with('='); // "--preset="
-        if (code == kMissingValue || (entry->kind != ValueKind::kNone && isCutOff)) {
-            throw UsageError(needsValue(*entry));
-        }
-        mValues.find(entry->name)->second.push_back(value);
+        const auto& entry = readOption(mCommand, code, word);
+        mValues.find(entry.name)->second.emplace_back(optarg == nullptr ? "" : optarg);
     }
     mArguments.insert(mArguments.end(), texts.begin() + optind, texts.end());
 }
