@@ -22,4 +22,16 @@ AAX_Result AAX_Guarded(const char* entry, Body&& body) noexcept {
     }
 }
 
+/// Runs the body of a creation procedure that the host calls. Returns the object that `body` returns, a plain
+/// pointer, or null for what it throws, traced under the name `entry`. [any]
+template<class Body>
+auto AAX_GuardedCreation(const char* entry, Body&& body) noexcept -> decltype(body()) {
+    try {
+        return std::forward<Body>(body)();
+    } catch (...) {
+        AAX_ResultOfCurrentException(entry);
+        return nullptr;
+    }
+}
+
 #endif

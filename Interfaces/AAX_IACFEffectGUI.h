@@ -13,8 +13,8 @@ public:
     /// transport and IID_IAAXEffectParametersV1. Once, before anything else. Returns AAX_SUCCESS, or
     /// AAX_ERROR_NOT_INITIALIZED for a null host. [main]
     virtual AAX_Result Initialize(IACFUnknown* host) = 0;
-    /// Takes everything back that Initialize gave; the view container, if any, first. Returns AAX_SUCCESS.
-    /// [main]
+    /// Takes everything back that Initialize gave; the view container, if any, first. Returns AAX_SUCCESS,
+    /// or the code of what the host throws meanwhile, with the same effect. [main]
     virtual AAX_Result Uninitialize() = 0;
     /// Takes a notification of `size` bytes (borrowed). Returns AAX_SUCCESS. [main]
     virtual AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, uint32_t size) = 0;

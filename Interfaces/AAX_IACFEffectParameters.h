@@ -19,7 +19,8 @@ public:
     /// transport and the automation delegate, and builds the parameters. Once, before anything else.
     /// Returns AAX_SUCCESS, or the failure of building the parameters. [main]
     virtual AAX_Result Initialize(IACFUnknown* host) = 0;
-    /// Destroys the parameters and releases the host. Returns AAX_SUCCESS. [main]
+    /// Destroys the parameters and releases the host. Returns AAX_SUCCESS, or the code of what the host
+    /// throws meanwhile, with the same effect. [main]
     virtual AAX_Result Uninitialize() = 0;
     /// Takes a notification of `size` bytes (borrowed). Returns AAX_SUCCESS. [main]
     virtual AAX_Result NotificationReceived(AAX_CTypeID type, const void* data, uint32_t size) = 0;

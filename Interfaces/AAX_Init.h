@@ -29,9 +29,10 @@ AAX_Result AAXGetClassFactory(IACFUnknown* host, const acfCLSID& classID, const 
 /// Returns the number of the module's objects that are alive; at 0 it may be unloaded. [any]
 AAX_Result AAXCanUnloadNow(IACFUnknown* host);
 /// Opens the diagnostics channel to `host` (borrowed; its services are referenced until shut-down).
-/// Returns AAX_SUCCESS. [main]
+/// Returns AAX_SUCCESS. Throws what the host throws. [main]
 AAX_Result AAXStartup(IACFUnknown* host);
-/// Closes the diagnostics channel. Returns AAX_SUCCESS. [main]
+/// Closes the diagnostics channel. Returns AAX_SUCCESS. Throws what the host throws while it is released.
+/// [main]
 AAX_Result AAXShutdown(IACFUnknown* host);
 /// Writes kAAX_SDKVersion. Returns AAX_SUCCESS. [any]
 AAX_Result AAXGetSDKVersion(uint64_t* outVersion);

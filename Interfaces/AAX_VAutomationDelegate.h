@@ -12,6 +12,10 @@ public:
     /// `host` (borrowed, may be null) is the object handed to the data model's Initialize.
     explicit AAX_VAutomationDelegate(IACFUnknown* host);
 
+    /// Releases what is held of the host, all of it, then throws the first exception of the host. Each
+    /// operation lacks its version from now on. [main]
+    void ReleaseHost();
+
     AAX_Result RegisterParameter(AAX_CParamID paramID) override;
     AAX_Result UnregisterParameter(AAX_CParamID paramID) override;
     AAX_Result PostSetValueRequest(AAX_CParamID paramID, double normalizedValue) override;

@@ -13,6 +13,10 @@ public:
     /// `host` (borrowed, may be null) is the object handed to the data model's or the editor's Initialize.
     explicit AAX_VController(IACFUnknown* host);
 
+    /// Releases what is held of the host, all of it, then throws the first exception of the host. Each
+    /// operation lacks its version from now on. [main]
+    void ReleaseHost();
+
     AAX_Result GetEffectID(AAX_IString* outID) const override;
     AAX_Result GetSampleRate(float* outRateHz) const override;
     AAX_Result GetInputStemFormat(AAX_EStemFormat* outFormat) const override;

@@ -12,6 +12,10 @@ public:
     /// `host` (borrowed, may be null) has the factory that makes the host services.
     explicit AAX_VHostServices(IACFUnknown* host);
 
+    /// Releases what is held of the host, all of it, then throws the first exception of the host. Each
+    /// operation lacks its version from now on. [main]
+    void ReleaseHost();
+
     AAX_Result HandleAssertFailure(const char* file, int32_t line, const char* note,
                                    int32_t flags) const override;
     AAX_Result Trace(int32_t priority, const char* message) const override;

@@ -12,6 +12,10 @@ public:
     /// `host` (borrowed, may be null) is the object handed to the data model's or the editor's Initialize.
     explicit AAX_VTransport(IACFUnknown* host);
 
+    /// Releases what is held of the host, all of it, then throws the first exception of the host. Each
+    /// operation lacks its version from now on. [main]
+    void ReleaseHost();
+
     AAX_Result GetCurrentTempo(double* outTempoBPM) const override;
     AAX_Result GetCurrentMeter(int32_t* outNumerator, int32_t* outDenominator) const override;
     AAX_Result IsTransportPlaying(bool* outIsPlaying) const override;

@@ -5,6 +5,7 @@
 #include "AAX_CLinearTaperDelegate.h"
 #include "AAX_CNumberDisplayDelegate.h"
 #include "AAX_CParameter.h"
+#include "AAX_Guarded.h"
 #include "AAX_IController.h"
 #include "Alg/DemoGain_State.h"
 #include "DemoGain_Alg.h"
@@ -47,7 +48,7 @@ std::unique_ptr<AAX_IParameter> MakeParameter(const SDemoGain_Parameter& row) {
 } // namespace
 
 AAX_CEffectParameters* DemoGain_Parameters::Create() {
-    return new DemoGain_Parameters;
+    return AAX_GuardedCreation("DemoGain_Parameters::Create", [] { return new DemoGain_Parameters; });
 }
 
 AAX_Result DemoGain_Parameters::EffectInit() {
@@ -127,13 +128,15 @@ AAX_Result DemoGain_Parameters::UpdatePacket_TimeConsts(AAX_CPacket& ioPacket) {
 }
 
 AAX_Result DemoGain_Parameters::ResetFieldData(AAX_CFieldIndex field, void* data, uint32_t size) const {
-    if (field == eAlgFieldID_State && data != nullptr) {
-        auto* const states = static_cast<SDemoGain_Alg_State*>(data);
-        for (std::size_t i = 0; i < size / sizeof(SDemoGain_Alg_State); ++i) {
-            DemoGain_ResetState(states[i], SampleRate());
+    return AAX_Guarded("DemoGain_Parameters::ResetFieldData", [&] {
+        if (field == eAlgFieldID_State && data != nullptr) {
+            auto* const states = static_cast<SDemoGain_Alg_State*>(data);
+            for (std::size_t i = 0; i < size / sizeof(SDemoGain_Alg_State); ++i) {
+                DemoGain_ResetState(states[i], SampleRate());
+            }
         }
-    }
-    return AAX_ERROR_INVALID_FIELD_INDEX;
+        return AAX_ERROR_INVALID_FIELD_INDEX;
+    });
 }
 
 bool DemoGain_Parameters::ReadValue(AAX_CParamID paramID, float& outValue) const {

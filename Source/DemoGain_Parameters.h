@@ -10,12 +10,14 @@ struct SDemoGain_Parameter;
 /// routine reads.
 class DemoGain_Parameters : public AAX_CEffectParameters {
 public:
-    /// Makes an instance with no reference held yet; the release of its last one destroys it. [main]
+    /// Makes an instance with no reference held yet; the release of its last one destroys it. Null when that
+    /// fails, with one trace line. [main]
     static AAX_CEffectParameters* Create();
 
     /// Fills the routine's private state (field eAlgFieldID_State) with starting values: as many whole
     /// records as fit into `size` bytes at `data` (the caller's, aligned for floats). Other fields have none.
-    /// Returns AAX_ERROR_INVALID_FIELD_INDEX in every case, also when the state has been filled. [any]
+    /// Returns AAX_ERROR_INVALID_FIELD_INDEX also when the state has been filled; the code of what the host
+    /// throws when it is asked for the sample rate. [any]
     AAX_Result ResetFieldData(AAX_CFieldIndex field, void* data, uint32_t size) const override;
 
     /// Packet of the input gain in dB; posts the linear gain beside it. Returns AAX_SUCCESS; a parameter that

@@ -7,7 +7,10 @@
 #include <utility>
 
 /// Owns one reference to a T, or nothing. Moving hands the reference over; copying is deleted, so that every
-/// further reference is taken in sight (`Retain`). Not thread-safe itself; the counts are. [any]
+/// further reference is taken in sight (`Retain`). Not thread-safe itself; the counts are.
+///
+/// An object of a host may throw while it is released. Destruction and assignment keep that to themselves;
+/// who has to report it calls Reset before. [any]
 template<class T>
 class ACFPtr {
 public:
@@ -17,13 +20,16 @@ public:
     ACFPtr(ACFPtr&& other) noexcept
         : mObject(other.Detach()) {}
     ACFPtr& operator=(ACFPtr&& other) noexcept {
-        if (this != &other) {
-            Reset();
-            mObject = other.Detach();
-        }
+        const ACFPtr former = Adopt(std::exchange(mObject, other.Detach()));
         return *this;
     }
-    ~ACFPtr() { Reset(); }
+    ~ACFPtr() {
+        try {
+            Reset();
+        } catch (...) {
+            return; // The reference is gone, and a destructor cannot report anything.
+        }
+    }
 
     /// Takes over a reference that the caller owns.
     static ACFPtr Adopt(T* object) {
@@ -50,7 +56,7 @@ public:
         return result;
     }
 
-    /// Lets go of the reference, if any.
+    /// Lets go of the reference, if any; empty then, also when the object throws.
     void Reset() {
         if (T* object = Detach()) {
             object->Release();

@@ -69,6 +69,18 @@ TEST(AAX_CheckedResultTest, ThrowsWithoutAHostToo) {
     EXPECT_THROW(AAX_CheckedResult(-20001), ResultError);
 }
 
+TEST(AAX_CheckedResultTest, ThrowsItsCodeAlsoWhenTheHostThrowsAtTheTraceLine) {
+    class ThrowingServices : public FakeHostServices {
+        AAX_Result Trace(std::int32_t, const char*) override { throw 5; }
+    };
+    FakeHostWithServices host;
+    ThrowingServices throwing;
+    host.factory.offer(IID_IAAXHostServicesV1, &throwing);
+    AAX_CHostServices::Set(&host);
+    EXPECT_THROW(AAX_CheckedResult(-20004), ResultError);
+    AAX_CHostServices::Set(nullptr);
+}
+
 TEST(AAX_CheckedResultTest, SuccessPassesInSilence) {
     const ListeningHost host;
     AAX_CheckedResult result(AAX_SUCCESS);

@@ -1,9 +1,11 @@
 #include "DemoGain_Parameters.h"
 
 #include "AAX_IParameter.h"
+#include "DemoGain_Alg.h"
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_PresetText.h"
 #include "Tests/Source/DataModelFixture.h"
+#include "Tests/Support/FakeHostServices.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +14,7 @@
 #include <limits>
 #include <map>
 #include <set>
+#include <stdexcept>
 
 namespace {
 
@@ -383,6 +386,24 @@ TEST_F(Parameters, resetNoOtherField) {
         EXPECT_EQ(words, std::vector<float>(200, -77.0F)) << field;
     }
     EXPECT_EQ(model.ResetFieldData(29, nullptr, size), AAX_ERROR_INVALID_FIELD_INDEX);
+}
+
+// A controller that throws where it must not.
+class ThrowingController : public varno::test::FakeController {
+public:
+    AAX_Result GetSampleRate(float*) const override { throw std::runtime_error("host"); }
+};
+
+TEST_F(Parameters, keepWhatTheHostThrowsDuringAResetInTheModule) {
+    const varno::ListeningHost listening;
+    ThrowingController controller;
+    fixture.host.offer(IID_IAAXControllerV1, &controller);
+    ASSERT_EQ(fixture.initialize(), AAX_SUCCESS);
+    SDemoGain_Alg_State state{};
+    EXPECT_EQ(model.ResetFieldData(29, &state, sizeof state), AAX_ERROR_UNKNOWN_EXCEPTION);
+    ASSERT_EQ(listening.lines().size(), 1U);
+    EXPECT_EQ(listening.lines()[0].text, "DemoGain_Parameters::ResetFieldData exception caught: host");
+    model.Uninitialize();
 }
 
 TEST_F(Parameters, resetForTheSampleRate) {

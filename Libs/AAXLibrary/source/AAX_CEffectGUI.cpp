@@ -5,6 +5,7 @@
 #include "AAX_VController.h"
 #include "AAX_VTransport.h"
 #include "AAX_VViewContainer.h"
+#include "HostObjects.h"
 
 AAX_CEffectGUI::AAX_CEffectGUI() = default;
 
@@ -40,9 +41,8 @@ AAX_Result AAX_CEffectGUI::Uninitialize() {
 }
 
 void AAX_CEffectGUI::LetGo() {
-    mEffectParameters.Reset();
-    mController.reset();
-    mTransport.reset();
+    RunEach([this] { mEffectParameters.Reset(); }, [this] { Destroy(mController); },
+            [this] { Destroy(mTransport); });
 }
 
 AAX_Result AAX_CEffectGUI::NotificationReceived(AAX_CTypeID /*type*/, const void* /*data*/,

@@ -7,6 +7,7 @@
 #include "AAX_VPageTable.h"
 #include "AAX_VTransport.h"
 #include "EntryPoint.h"
+#include "HostObjects.h"
 
 #include <cstring>
 
@@ -65,9 +66,8 @@ void AAX_CEffectParameters::LetGo() {
     mParameterManager.RemoveAllParameters();
     mParameterManager.Initialize(nullptr);
     mPacketDispatcher.Initialize(nullptr, this);
-    mController.reset();
-    mAutomationDelegate.reset();
-    mTransport.reset();
+    RunEach([this] { Destroy(mController); }, [this] { Destroy(mAutomationDelegate); },
+            [this] { Destroy(mTransport); });
 }
 
 AAX_Result AAX_CEffectParameters::NotificationReceived(AAX_CTypeID type, const void* data, uint32_t size) {

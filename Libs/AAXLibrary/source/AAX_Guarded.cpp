@@ -7,13 +7,8 @@
 
 namespace {
 
-// A host that throws while it is traced loses the line; the entry point still returns its code.
 void TraceCaught(const char* entry, const char* message) noexcept {
-    try {
-        AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%s exception caught: %s", entry, message);
-    } catch (...) {
-        return;
-    }
+    AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%s exception caught: %s", entry, message);
 }
 
 } // namespace

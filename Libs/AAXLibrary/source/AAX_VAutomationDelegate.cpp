@@ -1,7 +1,13 @@
 #include "AAX_VAutomationDelegate.h"
 
+#include "HostObjects.h"
+
 AAX_VAutomationDelegate::AAX_VAutomationDelegate(IACFUnknown* host)
     : mVersion1(ACFPtr<AAX_IACFAutomationDelegate>::Query(host, IID_IAAXAutomationDelegateV1)) {
+}
+
+void AAX_VAutomationDelegate::ReleaseHost() {
+    ReleaseEach(mVersion1);
 }
 
 AAX_Result AAX_VAutomationDelegate::RegisterParameter(AAX_CParamID paramID) {

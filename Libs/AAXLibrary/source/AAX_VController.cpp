@@ -32,6 +32,11 @@ AAX_VController::AAX_VController(IACFUnknown* host)
       mComponentFactory(ACFPtr<IACFComponentFactory>::Query(host, IID_IACFComponentFactory)) {
 }
 
+void AAX_VController::ReleaseHost() {
+    ReleaseEach(mComponentFactory, mPageTableControllerV2, mPageTableController, mVersion3, mVersion2,
+                mVersion1);
+}
+
 AAX_Result AAX_VController::GetEffectID(AAX_IString* outID) const {
     return mVersion1 ? mVersion1->GetEffectID(outID) : AAX_ERROR_NULL_OBJECT;
 }

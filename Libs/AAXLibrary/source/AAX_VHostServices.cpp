@@ -10,6 +10,10 @@ AAX_VHostServices::AAX_VHostServices(IACFUnknown* host) {
     mVersion3 = CreateComponent<AAX_IACFHostServices_V3>(factory.Get(), services, IID_IAAXHostServicesV3);
 }
 
+void AAX_VHostServices::ReleaseHost() {
+    ReleaseEach(mVersion3, mVersion2, mVersion1);
+}
+
 AAX_Result AAX_VHostServices::HandleAssertFailure(const char* file, int32_t line, const char* note,
                                                   int32_t flags) const {
     return mVersion3 ? mVersion3->HandleAssertFailure(file, line, note, flags) : AAX_ERROR_NULL_OBJECT;

@@ -1,9 +1,15 @@
 #include "AAX_VTransport.h"
 
+#include "HostObjects.h"
+
 AAX_VTransport::AAX_VTransport(IACFUnknown* host)
     : mVersion1(ACFPtr<AAX_IACFTransport>::Query(host, IID_IAAXTransportV1)),
       mVersion2(ACFPtr<AAX_IACFTransport_V2>::Query(host, IID_IAAXTransportV2)),
       mVersion3(ACFPtr<AAX_IACFTransport_V3>::Query(host, IID_IAAXTransportV3)) {
+}
+
+void AAX_VTransport::ReleaseHost() {
+    ReleaseEach(mVersion3, mVersion2, mVersion1);
 }
 
 AAX_Result AAX_VTransport::GetCurrentTempo(double* outTempoBPM) const {

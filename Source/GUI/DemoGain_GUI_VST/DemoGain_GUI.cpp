@@ -19,7 +19,7 @@ constexpr char kBundleIdentifier[] = "com.morvak.varno-s";
 } // namespace
 
 AAX_IEffectGUI* DemoGain_GUI::Create() {
-    return new DemoGain_GUI;
+    return AAX_GuardedCreation("DemoGain_GUI::Create", [] { return new DemoGain_GUI; });
 }
 
 DemoGain_View* DemoGain_GUI::View() const {

@@ -9,7 +9,8 @@ class DemoGain_View;
 /// Forwards the host's calls to the view. [main]
 class DemoGain_GUI : public AAX_CEffectGUI_VST {
 public:
-    /// Makes an editor without a reference; it is destroyed with the release of its last one. [main]
+    /// Makes an editor without a reference; it is destroyed with the release of its last one. Null when that
+    /// fails, with one trace line. [main]
     static AAX_IEffectGUI* Create();
 
     AAX_Result TimerWakeup() override;

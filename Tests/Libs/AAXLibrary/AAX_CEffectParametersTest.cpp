@@ -12,6 +12,7 @@
 
 #include <array>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -62,6 +63,44 @@ TEST(EffectParametersLife, ReleasesTheHostWithoutUninitialize) {
         effect->Initialize(&host);
     }
     EXPECT_EQ(host.allReferences(), 0);
+}
+
+// A host whose objects throw while they are released.
+class HostThrowingOnRelease : public FakeHost {
+public:
+    HostThrowingOnRelease() {
+        for (const acfIID& offered : {IID_IAAXControllerV1, IID_IAAXControllerV2, IID_IAAXControllerV3,
+                                      IID_IAAXAutomationDelegateV1, IID_IAAXTransportV1}) {
+            offer(offered, this);
+        }
+    }
+    std::uint32_t Release() override {
+        FakeHost::Release();
+        throw std::runtime_error("host");
+    }
+};
+
+TEST(EffectParametersLife, ReleasesAllOfAHostThatThrowsMeanwhile) {
+    const ListeningHost listening;
+    HostThrowingOnRelease host;
+    FakeInstanceHost next;
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    EXPECT_EQ(effect->Initialize(&host), AAX_SUCCESS);
+    EXPECT_EQ(host.references(), 5);
+    EXPECT_EQ(effect->Uninitialize(), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(listening.lines().size(), 1U);
+    EXPECT_EQ(host.references(), 0);
+    EXPECT_EQ(effect->Controller(), nullptr);
+    EXPECT_EQ(effect->Initialize(&next), AAX_SUCCESS);
+}
+
+TEST(EffectParametersLife, EndsInAHostThatThrowsMeanwhile) {
+    HostThrowingOnRelease host;
+    {
+        const ACFPtr<TestEffect> effect = makeTestEffect();
+        EXPECT_EQ(effect->Initialize(&host), AAX_SUCCESS);
+    }
+    EXPECT_EQ(host.references(), 0);
 }
 
 TEST(EffectParametersLife, PreparesEverythingBeforeEffectInit) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 
 namespace varno {
@@ -103,6 +104,28 @@ TEST_F(AAX_CHostServicesTest, HostWithVersionOneAloneStillReceivesTraceLines) {
     EXPECT_EQ(AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "line"), 0);
     EXPECT_EQ(mHost.version1.lines.size(), 1U);
     EXPECT_EQ(AAX_CHostServices::HandleAssertFailure("file", 1, "note", 1), -20004);
+}
+
+// A host that throws where it must not.
+class UnrulyServices : public FakeHostServices {
+public:
+    AAX_Result Trace(std::int32_t, const char*) override { throw 5; }
+    AAX_Result HandleAssertFailure(const char*, std::int32_t, const char*, std::int32_t) override {
+        throw std::runtime_error("host");
+    }
+};
+
+TEST_F(AAX_CHostServicesTest, WhatTheHostThrowsBecomesACode) {
+    UnrulyServices unruly;
+    mHost.factory.offer(IID_IAAXHostServicesV1, &unruly);
+    mHost.factory.offer(IID_IAAXHostServicesV3, &unruly);
+    AAX_CHostServices::Set(&mHost);
+    EXPECT_EQ(AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "line"), -20042);
+    EXPECT_EQ(AAX_CHostServices::HandleAssertFailure("file", 1, "note", 1), -20042);
+    static_assert(noexcept(AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "line")));
+    static_assert(noexcept(AAX_CHostServices::HandleAssertFailure("file", 1, "note", 1)));
+    AAX_CHostServices::Set(nullptr);
+    EXPECT_EQ(unruly.references(), 0);
 }
 
 using AAX_VHostServicesTest = AAX_CHostServicesTest;

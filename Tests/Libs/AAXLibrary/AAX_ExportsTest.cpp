@@ -180,6 +180,43 @@ TEST_F(AAX_ExportsTest, NoExceptionLeavesTheStartUp) {
     EXPECT_EQ(mHost.allReferences(), 3) << "a start-up that failed must leave room for another";
 }
 
+// Host services that throw while they are released.
+class ThrowingOnRelease : public FakeHostServices {
+public:
+    std::uint32_t Release() override {
+        FakeHostServices::Release();
+        throw std::runtime_error("host");
+    }
+};
+
+TEST_F(AAX_ExportsTest, NoExceptionLeavesTheShutDown) {
+    EXPECT_EQ(ACFShutdown(&mHost), 0);
+    const acfIID versions[] = {IID_IAAXHostServicesV1, IID_IAAXHostServicesV2, IID_IAAXHostServicesV3};
+    for (const acfIID& throwingVersion : versions) {
+        FakeHostWithServices host;
+        ThrowingOnRelease throwing;
+        host.factory.offer(throwingVersion, &throwing);
+        EXPECT_EQ(ACFStartup(&host), 0);
+        EXPECT_EQ(static_cast<std::uint32_t>(ACFShutdown(&host)), 0x8000FFFFU);
+        EXPECT_EQ(host.allReferences(), 0) << "the other versions are released nevertheless";
+        EXPECT_EQ(throwing.references(), 0);
+        EXPECT_EQ(ACFShutdown(&host), 0) << "the channel is closed";
+        EXPECT_EQ(host.version1.lines.size(), 0U);
+    }
+    EXPECT_EQ(ACFStartup(&mHost), 0);
+}
+
+TEST_F(AAX_ExportsTest, SeveralExceptionsDoNotLeaveTheShutDownEither) {
+    EXPECT_EQ(ACFShutdown(&mHost), 0);
+    ThrowingOnRelease throwing;
+    for (const acfIID& version : {IID_IAAXHostServicesV1, IID_IAAXHostServicesV2, IID_IAAXHostServicesV3}) {
+        mHost.factory.offer(version, &throwing);
+    }
+    EXPECT_EQ(ACFStartup(&mHost), 0);
+    EXPECT_EQ(static_cast<std::uint32_t>(ACFShutdown(&mHost)), 0x8000FFFFU);
+    EXPECT_EQ(throwing.references(), 0);
+}
+
 TEST_F(AAX_ExportsTest, StartUpAndShutDownOpenAndCloseTheDiagnostics) {
     AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "open");
     EXPECT_EQ(urgentLines(), std::vector<std::string>{"open"});
@@ -187,6 +224,16 @@ TEST_F(AAX_ExportsTest, StartUpAndShutDownOpenAndCloseTheDiagnostics) {
     EXPECT_EQ(mHost.allReferences(), 0);
     AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "closed");
     EXPECT_EQ(urgentLines().size(), 1U);
+}
+
+TEST_F(AAX_ExportsTest, HostThatThrowsAtTheTraceLineKeepsTheCode) {
+    ThrowingServices throwing;
+    EXPECT_EQ(ACFShutdown(&mHost), 0);
+    mHost.factory.offer(IID_IAAXHostServicesV1, &throwing);
+    EXPECT_EQ(ACFStartup(&mHost), 0);
+    gDescription = [](AAX_ICollection*) { return AAX_ERROR_NULL_OBJECT; };
+    EXPECT_EQ(registerPlugin(), -20004);
+    EXPECT_EQ(ACFShutdown(&mHost), 0);
 }
 
 TEST_F(AAX_ExportsTest, ThereAreNoSeparateComponents) {

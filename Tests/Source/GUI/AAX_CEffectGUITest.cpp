@@ -89,6 +89,31 @@ TEST_F(AAX_CEffectGUITest, HoldsTheHostsServicesUntilUninitialize) {
     EXPECT_EQ(host.references(), 0);
 }
 
+// A host whose objects throw while they are released.
+class HostThrowingOnRelease : public FakeHost {
+public:
+    HostThrowingOnRelease() {
+        for (const acfIID& offered : {IID_IAAXControllerV1, IID_IAAXControllerV2, IID_IAAXTransportV1}) {
+            offer(offered, this);
+        }
+    }
+    std::uint32_t Release() override {
+        FakeHost::Release();
+        throw std::runtime_error("host");
+    }
+};
+
+TEST_F(AAX_CEffectGUITest, ReleasesAllOfAHostThatThrowsMeanwhile) {
+    HostThrowingOnRelease throwing;
+    throwing.offer(IID_IAAXEffectParametersV1, parameters.Get());
+    EXPECT_EQ(editor->Initialize(&throwing), 0);
+    EXPECT_EQ(throwing.references(), 3);
+    EXPECT_EQ(editor->Uninitialize(), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(throwing.references(), 0);
+    EXPECT_EQ(editor->GetEffectParameters(), nullptr);
+    EXPECT_EQ(editor->GetController(), nullptr);
+}
+
 TEST_F(AAX_CEffectGUITest, GoesOnWithoutParameters) {
     host.offer(IID_IAAXEffectParametersV1, nullptr);
     EXPECT_EQ(editor->Initialize(&host), 0);
