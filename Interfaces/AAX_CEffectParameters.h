@@ -139,7 +139,7 @@ protected:
     AAX_CParameterManager mParameterManager;
 
 private:
-    /// Destroys the parameters and everything of the host's.
+    /// Destroys the parameters, their packets and everything of the host's.
     void LetGo();
     void CountChange();
     /// Puts the current values into the parser.

@@ -44,6 +44,9 @@ public:
     /// Registers GenerateSingleValuePacket as the handler. Returns AAX_SUCCESS. [main]
     AAX_Result RegisterPacket(AAX_CParamID paramID, AAX_CFieldIndex fieldIndex);
 
+    /// Destroys all registrations, their handlers and packets; not from within a handler or a post. [main]
+    void RemoveAllPackets();
+
     /// Sets whether the packets of a parameter must be computed and posted at the next dispatch. Returns
     /// AAX_SUCCESS, also for an identifier that was never registered. [any]
     AAX_Result SetDirty(AAX_CParamID paramID, bool dirty);

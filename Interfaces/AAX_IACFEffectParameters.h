@@ -16,8 +16,9 @@ public:
     // Life.
 
     /// Gives the data model the host object (borrowed for the call), which answers to the controller, the
-    /// transport and the automation delegate, and builds the parameters. Once, before anything else.
-    /// Returns AAX_SUCCESS, or the failure of building the parameters. [main]
+    /// transport and the automation delegate, and builds the parameters. Before anything else; called again,
+    /// it ends the life before, as Uninitialize does, and begins another, whose first GenerateCoefficients
+    /// posts everything. Returns AAX_SUCCESS, or the failure of building the parameters. [main]
     virtual AAX_Result Initialize(IACFUnknown* host) = 0;
     /// Destroys the parameters and releases the host. Returns AAX_SUCCESS, or the code of what the host
     /// throws meanwhile, with the same effect. [main]

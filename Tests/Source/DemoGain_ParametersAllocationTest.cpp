@@ -43,6 +43,43 @@ TEST(ParametersAllocation, thatFailsIsAnErrorAndLeavesNothingBehind) {
     EXPECT_FALSE(outcome.isLeaking);
 }
 
+// Builds everything twice, so that each parameter is rejected once.
+class BuiltTwice : public DemoGain_Parameters {
+protected:
+    AAX_Result EffectInit() override {
+        DemoGain_Parameters::EffectInit();
+        return DemoGain_Parameters::EffectInit();
+    }
+};
+
+// Bytes by which the heap grows while `model` is initialised, with and without an end before it, and used.
+std::size_t growthOf(AAX_CEffectParameters& model) {
+    constexpr int kRounds = 10'000;
+    QuietHost host;
+    const auto run = [&](int rounds) {
+        for (int round = 0; round < rounds; ++round) {
+            EXPECT_EQ(model.Initialize(&host), AAX_SUCCESS);
+            EXPECT_EQ(model.GenerateCoefficients(), AAX_SUCCESS);
+            EXPECT_EQ(round % 2 == 0 ? model.Uninitialize() : AAX_SUCCESS, AAX_SUCCESS);
+        }
+        EXPECT_EQ(model.Uninitialize(), AAX_SUCCESS);
+    };
+    run(2);
+    const std::size_t before = liveBytes();
+    run(kRounds);
+    return liveBytes() - before;
+}
+
+TEST(ParametersAllocation, doesNotGrowWithTheLivesOfAnInstance) {
+    const auto model = ACFPtr<AAX_CEffectParameters>::Retain(DemoGain_Parameters::Create());
+    EXPECT_EQ(growthOf(*model), 0U);
+}
+
+TEST(ParametersAllocation, doesNotGrowWithRejectedParameters) {
+    const auto model = ACFPtr<AAX_CEffectParameters>::Retain(new BuiltTwice);
+    EXPECT_EQ(growthOf(*model), 0U);
+}
+
 TEST(ParametersCreation, ThatFailsReturnsNullWithOneTraceLine) {
     expectCreationFails(DemoGain_Parameters::Create, "DemoGain_Parameters::Create", true);
 }

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -356,6 +357,26 @@ TEST_F(Parameters, countAnUnknownSampleRateAs48kHz) {
     fixture.automate("Atk", 0.5);
     fixture.generate();
     EXPECT_EQ(fixture.posted(16), attack);
+}
+
+TEST_F(Parameters, arePostedInFullByARecycledInstance) {
+    fixture.generate();
+    Fields all = fixture.controller.fields();
+    std::ranges::sort(all);
+    EXPECT_EQ(all.size(), 24U);
+    EXPECT_EQ(std::ranges::adjacent_find(all), all.end()) << "each field once";
+    for (const bool isEndedBefore : {true, false}) {
+        if (isEndedBefore) {
+            EXPECT_EQ(model.Uninitialize(), AAX_SUCCESS);
+        }
+        EXPECT_EQ(fixture.initialize(), AAX_SUCCESS);
+        fixture.generate();
+        Fields again = fixture.controller.fields();
+        std::ranges::sort(again);
+        EXPECT_EQ(again, all);
+        fixture.generate();
+        EXPECT_EQ(fixture.controller.fields(), Fields{});
+    }
 }
 
 // Starting values of the private state.

@@ -65,6 +65,7 @@ AAX_Result AAX_CEffectParameters::Uninitialize() {
 void AAX_CEffectParameters::LetGo() {
     mParameterManager.RemoveAllParameters();
     mParameterManager.Initialize(nullptr);
+    mPacketDispatcher.RemoveAllPackets(); // EffectInit registers them again, to be posted to the next context
     mPacketDispatcher.Initialize(nullptr, this);
     RunEach([this] { Destroy(mController); }, [this] { Destroy(mAutomationDelegate); },
             [this] { Destroy(mTransport); });

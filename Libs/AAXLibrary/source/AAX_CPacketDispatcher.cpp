@@ -9,6 +9,10 @@
 #include <utility>
 
 AAX_CPacketDispatcher::~AAX_CPacketDispatcher() {
+    RemoveAllPackets();
+}
+
+void AAX_CPacketDispatcher::RemoveAllPackets() {
     const AAX_StLock_Guard guard(mLock);
     mRegistrations.clear();
     mPackets.clear();

@@ -174,6 +174,52 @@ TEST(EffectParametersLife, BeginsAnewWhenInitializedAgain) {
     EXPECT_THAT(second.automation.takeCalls(), ElementsAre("register Gain", "touch Gain"));
 }
 
+// Two parameters with a field each, and one that is rejected, as its identifier is there already.
+AAX_Result addTwoAndReject(TestEffect& effect) {
+    effect.add(makeFloatParameter("Gain"));
+    effect.add(makeFloatParameter("Mix", 0.25F));
+    effect.add(makeFloatParameter("Gain", 0.75F));
+    effect.mPacketDispatcher.RegisterPacket("Gain", 1);
+    effect.mPacketDispatcher.RegisterPacket("Mix", 2);
+    return AAX_SUCCESS;
+}
+
+TEST(EffectParametersLife, PostsEachFieldOnceAgainWhenRecycled) {
+    FakeInstanceHost first;
+    FakeInstanceHost second;
+    FakeInstanceHost third;
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    effect->onInit = addTwoAndReject;
+    EXPECT_EQ(effect->Initialize(&first), AAX_SUCCESS);
+    EXPECT_EQ(effect->GenerateCoefficients(), AAX_SUCCESS);
+    EXPECT_THAT(first.controller.fields(), ElementsAre(1, 2));
+
+    EXPECT_EQ(effect->Uninitialize(), AAX_SUCCESS);
+    EXPECT_EQ(effect->Initialize(&second), AAX_SUCCESS);
+    EXPECT_EQ(effect->GenerateCoefficients(), AAX_SUCCESS);
+    EXPECT_EQ(effect->GenerateCoefficients(), AAX_SUCCESS);
+    EXPECT_THAT(second.controller.fields(), ElementsAre(1, 2));
+    EXPECT_EQ(second.controller.latest(2).as<float>(), 0.25F);
+
+    EXPECT_EQ(effect->Initialize(&third), AAX_SUCCESS) << "without Uninitialize";
+    EXPECT_EQ(effect->GenerateCoefficients(), AAX_SUCCESS);
+    EXPECT_THAT(third.controller.fields(), ElementsAre(1, 2));
+}
+
+TEST(EffectParametersLife, PostsNothingOfAnEarlierLife) {
+    FakeInstanceHost host;
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    effect->onInit = addTwoAndReject;
+    effect->Initialize(&host);
+    effect->onInit = [](TestEffect& self) {
+        self.add(makeFloatParameter("Gain"));
+        return self.mPacketDispatcher.RegisterPacket("Gain", 7);
+    };
+    EXPECT_EQ(effect->Initialize(&host), AAX_SUCCESS);
+    EXPECT_EQ(effect->GenerateCoefficients(), AAX_SUCCESS);
+    EXPECT_THAT(host.controller.fields(), ElementsAre(7));
+}
+
 TEST(EffectParametersLife, IsSafeAfterUninitialize) {
     FakeInstanceHost host;
     const ACFPtr<TestEffect> effect = makeTestEffect();
@@ -184,7 +230,7 @@ TEST(EffectParametersLife, IsSafeAfterUninitialize) {
     };
     effect->Initialize(&host);
     effect->Uninitialize();
-    EXPECT_EQ(effect->GenerateCoefficients(), AAX_ERROR_NULL_OBJECT);
+    EXPECT_EQ(effect->GenerateCoefficients(), AAX_SUCCESS) << "there is nothing to post";
     EXPECT_EQ(effect->SetParameterNormalizedValue("Gain", 0.5), AAX_ERROR_INVALID_PARAMETER_ID);
     effect->add(makeFloatParameter("Late")); // there is no automation any more to attach
     EXPECT_EQ(effect->TouchParameter("Late"), AAX_SUCCESS);
