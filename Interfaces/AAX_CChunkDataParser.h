@@ -41,9 +41,16 @@ public:
         AAX_CString mStringValue;
     };
 
+    AAX_CChunkDataParser() = default;
+    AAX_CChunkDataParser(const AAX_CChunkDataParser&) = delete;
+    AAX_CChunkDataParser& operator=(const AAX_CChunkDataParser&) = delete;
+    /// Moving takes the memory along; `other` is to be cleared or loaded before its next use.
+    AAX_CChunkDataParser(AAX_CChunkDataParser&& other) = default;
+    AAX_CChunkDataParser& operator=(AAX_CChunkDataParser&& other) = default;
     virtual ~AAX_CChunkDataParser() = default;
 
-    /// Removes all values and forgets the version. [main]
+    /// Removes all values and forgets the version. Keeps memory for a few hundred values, so that saving,
+    /// restoring and comparing again allocate nothing, and no more: a chunk may come from anywhere. [main]
     void Clear();
 
     /// Appends a value (name, which must not be null, and text copied); names may repeat. [main]

@@ -132,8 +132,8 @@ protected:
     void FilterParameterIDOnSave(AAX_CParamID paramID);
 
     int32_t mNumPlugInChanges = 0;
-    int32_t mChunkSize = 0; ///< Bytes, as the last GetChunkSize returned.
-    AAX_CChunkDataParser mChunkParser;
+    int32_t mChunkSize = 0;            ///< Bytes, as the last GetChunkSize returned.
+    AAX_CChunkDataParser mChunkParser; ///< Empty between the operations that use it.
     int32_t mNumChunkedParameters = 0; ///< Parameters that are saved.
     AAX_CPacketDispatcher mPacketDispatcher;
     AAX_CParameterManager mParameterManager;
@@ -142,8 +142,8 @@ private:
     /// Destroys the parameters, their packets and everything of the host's.
     void LetGo();
     void CountChange();
-    /// Puts the current values into the parser.
-    void BuildChunkData();
+    /// Adds the current values to the parser.
+    void BuildChunkData(AAX_CChunkDataParser& parser) const;
 
     std::set<std::string, AAX_SIdentifierOrder> mFilteredParameters; ///< Identifiers that are not saved.
     std::unique_ptr<AAX_VController> mController;

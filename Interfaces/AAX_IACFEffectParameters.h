@@ -131,8 +131,8 @@ public:
     /// the caller's). Returns AAX_SUCCESS; AAX_ERROR_INVALID_CHUNK_ID; AAX_ERROR_INCORRECT_CHUNK_SIZE when
     /// the size has changed; -333 when the data cannot be written. [main]
     virtual AAX_Result GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk* chunk) = 0;
-    /// Asks for every value that a chunk (borrowed) holds. Returns AAX_SUCCESS or
-    /// AAX_ERROR_INVALID_CHUNK_ID. [main]
+    /// Asks for every value that a chunk (borrowed) holds. A host may answer within the request, and save,
+    /// restore or compare then. Returns AAX_SUCCESS or AAX_ERROR_INVALID_CHUNK_ID. [main]
     virtual AAX_Result SetChunk(AAX_CTypeID chunkID, const AAX_SPlugInChunk* chunk) = 0;
     /// 1 when a chunk (borrowed) holds the current values, or is of another kind, else 0.
     /// Returns AAX_SUCCESS. [main]

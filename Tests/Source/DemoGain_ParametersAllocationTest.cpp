@@ -2,8 +2,11 @@
 #include "Tests/Source/DataModelFixture.h"
 #include "Tests/Support/FailingCreation.h"
 #include "Tests/Support/TestAllocator.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace varno::test {
 namespace {
@@ -78,6 +81,26 @@ TEST(ParametersAllocation, doesNotGrowWithTheLivesOfAnInstance) {
 TEST(ParametersAllocation, doesNotGrowWithRejectedParameters) {
     const auto model = ACFPtr<AAX_CEffectParameters>::Retain(new BuiltTwice);
     EXPECT_EQ(growthOf(*model), 0U);
+}
+
+TEST(ParametersAllocation, isGivenBackAfterAForeignChunk) {
+    constexpr std::size_t kForeignBytes = 16U << 20U;
+    constexpr std::size_t kKeptBytes = 64U << 10U;
+    std::string foreign(kForeignBytes, '\0'); // an entry without tag and name every four bytes
+    foreign.replace(0, kChunkMarker.size(), kChunkMarker);
+    ChunkRecord chunk(foreign);
+    QuietHost host;
+    const auto model = ACFPtr<AAX_CEffectParameters>::Retain(DemoGain_Parameters::Create());
+    EXPECT_EQ(model->Initialize(&host), AAX_SUCCESS);
+    const std::size_t before = liveBytes();
+    std::uint8_t isEqual = 7;
+    EXPECT_EQ(model->CompareActiveChunk(chunk.get(), &isEqual), AAX_SUCCESS);
+    EXPECT_EQ(isEqual, 0);
+    EXPECT_LE(liveBytes(), before + kKeptBytes);
+    EXPECT_EQ(model->SetChunk(AAX_FourCC("elck"), chunk.get()), AAX_SUCCESS);
+    EXPECT_EQ(host.automation.requested, -1.0) << "nothing of it is for this effect";
+    EXPECT_LE(liveBytes(), before + kKeptBytes);
+    EXPECT_EQ(model->Uninitialize(), AAX_SUCCESS);
 }
 
 TEST(ParametersCreation, ThatFailsReturnsNullWithOneTraceLine) {

@@ -6,16 +6,22 @@
 #include "DemoGain_PresetText.h"
 #include "Tests/Source/DataModelFixture.h"
 #include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/TestEffect.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <map>
+#include <optional>
 #include <set>
 #include <stdexcept>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -377,6 +383,84 @@ TEST_F(Parameters, arePostedInFullByARecycledInstance) {
         fixture.generate();
         EXPECT_EQ(fixture.controller.fields(), Fields{});
     }
+}
+
+// Saved settings in a host that answers within the request.
+
+class ParametersRestored : public testing::Test {
+protected:
+    ParametersRestored() {
+        mFixture.host.offer(IID_IAAXAutomationDelegateV1, &mAutomation);
+        EXPECT_EQ(mFixture.initialize(), AAX_SUCCESS);
+        for (const Expected& expected : kExpected) {
+            mFixture.automate(expected.id, kSaved);
+        }
+        mChunk.emplace(save());
+        for (const Expected& expected : kExpected) {
+            mFixture.automate(expected.id, 0.0);
+        }
+    }
+    ~ParametersRestored() override { mModel.Uninitialize(); }
+
+    varno::test::ChunkRecord save() {
+        std::uint32_t size = 0;
+        EXPECT_EQ(mModel.GetChunkSize(kChunkID, &size), AAX_SUCCESS);
+        varno::test::ChunkRecord chunk(size);
+        EXPECT_EQ(mModel.GetChunk(kChunkID, chunk.get()), AAX_SUCCESS);
+        return chunk;
+    }
+    // Restores the saved values; the host answers each request and calls `meanwhile`.
+    void restore(const std::function<void()>& meanwhile) {
+        mAutomation.onRequest = [&](AAX_CParamID id, double value) {
+            mFixture.automate(id, value);
+            meanwhile();
+        };
+        EXPECT_EQ(mModel.SetChunk(kChunkID, mChunk->get()), AAX_SUCCESS);
+    }
+    void expectAllRestored() {
+        for (const Expected& expected : kExpected) {
+            const bool isSaved = expected.id != std::string_view("MasterBypassID");
+            EXPECT_EQ(mFixture.value(expected.id), isSaved ? kSaved : 0.0) << expected.id;
+        }
+    }
+
+    static constexpr AAX_CTypeID kChunkID = AAX_FourCC("elck");
+    static constexpr double kSaved = 0.75;
+
+    varno::test::ImmediateAutomation mAutomation;
+    DataModelFixture mFixture;
+    DemoGain_Parameters& mModel = *mFixture.model;
+    std::optional<varno::test::ChunkRecord> mChunk;
+};
+
+TEST_F(ParametersRestored, arriveAllInAHostThatComparesMeanwhile) {
+    varno::test::ChunkRecord empty(std::string_view("\1\1\1\1"));
+    std::vector<int> areEqual;
+    restore([&] {
+        std::uint8_t isEqual = 7;
+        EXPECT_EQ(mModel.CompareActiveChunk(empty.get(), &isEqual), AAX_SUCCESS);
+        EXPECT_EQ(isEqual, 0);
+        EXPECT_EQ(mModel.CompareActiveChunk(mChunk->get(), &isEqual), AAX_SUCCESS);
+        areEqual.push_back(isEqual);
+    });
+    EXPECT_EQ(areEqual, (std::vector<int>{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1}));
+    expectAllRestored();
+}
+
+TEST_F(ParametersRestored, arriveAllInAHostThatSavesMeanwhile) {
+    restore([&] { EXPECT_EQ(save()->fSize, 220); });
+    expectAllRestored();
+}
+
+TEST_F(ParametersRestored, arriveAllInAHostThatRestoresMeanwhile) {
+    bool isFirst = true;
+    restore([&] {
+        if (std::exchange(isFirst, false)) {
+            varno::test::ChunkRecord empty(std::string_view("\1\1\1\1"));
+            EXPECT_EQ(mModel.SetChunk(kChunkID, empty.get()), AAX_SUCCESS);
+        }
+    });
+    expectAllRestored();
 }
 
 // Starting values of the private state.

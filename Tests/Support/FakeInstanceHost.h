@@ -10,6 +10,7 @@
 #include <array>
 #include <cstring>
 #include <deque>
+#include <functional>
 #include <map>
 #include <sstream>
 #include <string>
@@ -132,6 +133,18 @@ private:
     }
 
     std::vector<std::string> mCalls;
+};
+
+/// Calls the data model back within each value request, before it returns.
+class ImmediateAutomation : public FakeAutomation {
+public:
+    AAX_Result PostSetValueRequest(AAX_CParamID paramID, double normalizedValue) override {
+        FakeAutomation::PostSetValueRequest(paramID, normalizedValue);
+        onRequest(paramID, normalizedValue);
+        return AAX_SUCCESS;
+    }
+
+    std::function<void(AAX_CParamID, double)> onRequest = [](AAX_CParamID, double) {};
 };
 
 /// Offers a controller and an automation of its own.

@@ -18,8 +18,9 @@ using DataValue = AAX_CChunkDataParser::DataValue;
 
 constexpr char kMarker[] = {1, 1, 1, 1};
 constexpr std::size_t kAlignment = 4;
-constexpr std::size_t kTagLength = 2;      // Characters before an entry's name.
-constexpr std::size_t kMaxEntryText = 255; // Characters read of an entry's tag and name.
+constexpr std::size_t kTagLength = 2;        // Characters before an entry's name.
+constexpr std::size_t kMaxEntryText = 255;   // Characters read of an entry's tag and name.
+constexpr std::size_t kMostKeptValues = 256; // For which memory is kept, 24 KiB.
 
 constexpr std::size_t RoundUp(std::size_t bytes) {
     return (bytes + kAlignment - 1) / kAlignment * kAlignment;
@@ -160,6 +161,9 @@ void AAX_CChunkDataParser::Clear() {
     mLastFoundIndex = -1;
     mChunkVersion = -1;
     mDataValues.clear();
+    if (mDataValues.capacity() > kMostKeptValues) {
+        mDataValues.shrink_to_fit();
+    }
 }
 
 AAX_CChunkDataParser::DataValue& AAX_CChunkDataParser::Add(EDataType type, const char* name) {

@@ -6,6 +6,7 @@
 #include "SavedParameter.h"
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -13,6 +14,30 @@ namespace {
 constexpr AAX_CTypeID kChunkID = AAX_FourCC("elck");
 constexpr char kChunkName[] = "Complete Controls State";
 static_assert(sizeof(kChunkName) <= sizeof(AAX_SPlugInChunk::fName));
+
+// The data model's parser, taken out of it for one operation and put back empty at its end: a parameter that
+// is set calls the host, and the host may save, restore or compare before it returns.
+class BorrowedParser {
+public:
+    explicit BorrowedParser(AAX_CChunkDataParser& owner)
+        : mOwner(owner),
+          mParser(std::move(owner)) {
+        mParser.Clear();
+    }
+    BorrowedParser(const BorrowedParser&) = delete;
+    BorrowedParser& operator=(const BorrowedParser&) = delete;
+    ~BorrowedParser() {
+        mParser.Clear();
+        mOwner = std::move(mParser);
+    }
+
+    AAX_CChunkDataParser* operator->() { return &mParser; }
+    AAX_CChunkDataParser& operator*() { return mParser; }
+
+private:
+    AAX_CChunkDataParser& mOwner;
+    AAX_CChunkDataParser mParser;
+};
 
 } // namespace
 
@@ -31,10 +56,9 @@ AAX_Result AAX_CEffectParameters::GetChunkIDFromIndex(int32_t index, AAX_CTypeID
                       : WriteOut(outID, AAX_CTypeID{0}, AAX_ERROR_INVALID_CHUNK_INDEX);
 }
 
-void AAX_CEffectParameters::BuildChunkData() {
-    mChunkParser.Clear();
-    VisitSavedParameters(mParameterManager, mFilteredParameters, [this](const AAX_IParameter& parameter) {
-        SaveParameter(parameter, mChunkParser);
+void AAX_CEffectParameters::BuildChunkData(AAX_CChunkDataParser& parser) const {
+    VisitSavedParameters(mParameterManager, mFilteredParameters, [&parser](const AAX_IParameter& parameter) {
+        SaveParameter(parameter, parser);
         return true;
     });
 }
@@ -48,8 +72,9 @@ AAX_Result AAX_CEffectParameters::GetChunkSize(AAX_CTypeID chunkID, uint32_t* ou
         return AAX_ERROR_INVALID_CHUNK_ID;
     }
     return AAX_Guarded(__func__, [&]() -> AAX_Result {
-        BuildChunkData();
-        mChunkSize = mChunkParser.GetChunkDataSize();
+        BorrowedParser parser(mChunkParser);
+        BuildChunkData(*parser);
+        mChunkSize = parser->GetChunkDataSize();
         if (mChunkSize < 0) {
             return AAX_ERROR_INCORRECT_CHUNK_SIZE;
         }
@@ -66,15 +91,16 @@ AAX_Result AAX_CEffectParameters::GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk
         return AAX_ERROR_NULL_ARGUMENT;
     }
     return AAX_Guarded(__func__, [&]() -> AAX_Result {
-        BuildChunkData();
-        const int32_t size = mChunkParser.GetChunkDataSize();
+        BorrowedParser parser(mChunkParser);
+        BuildChunkData(*parser);
+        const int32_t size = parser->GetChunkDataSize();
         if (size != mChunkSize || size == 0) {
             return AAX_ERROR_INCORRECT_CHUNK_SIZE;
         }
-        chunk->fVersion = mChunkParser.GetChunkVersion();
+        chunk->fVersion = parser->GetChunkVersion();
         std::memset(chunk->fName, 0, sizeof(chunk->fName));
         std::memcpy(chunk->fName, kChunkName, sizeof(kChunkName));
-        return mChunkParser.GetChunkData(chunk);
+        return parser->GetChunkData(chunk);
     });
 }
 
@@ -86,9 +112,10 @@ AAX_Result AAX_CEffectParameters::SetChunk(AAX_CTypeID chunkID, const AAX_SPlugI
         return AAX_ERROR_NULL_ARGUMENT;
     }
     return AAX_Guarded(__func__, [&] {
-        mChunkParser.LoadChunk(chunk);
-        VisitSavedParameters(mParameterManager, mFilteredParameters, [this](AAX_IParameter& parameter) {
-            RestoreParameter(parameter, mChunkParser);
+        BorrowedParser parser(mChunkParser);
+        parser->LoadChunk(chunk);
+        VisitSavedParameters(mParameterManager, mFilteredParameters, [&parser](AAX_IParameter& parameter) {
+            RestoreParameter(parameter, *parser);
             return true;
         });
         return AAX_SUCCESS;
@@ -107,10 +134,11 @@ AAX_Result AAX_CEffectParameters::CompareActiveChunk(const AAX_SPlugInChunk* chu
     }
     *outIsEqual = 0;
     return AAX_Guarded(__func__, [&] {
-        mChunkParser.LoadChunk(chunk);
+        BorrowedParser parser(mChunkParser);
+        parser->LoadChunk(chunk);
         const bool isEqual = VisitSavedParameters(
             mParameterManager, mFilteredParameters,
-            [this](const AAX_IParameter& parameter) { return IsParameterAsSaved(parameter, mChunkParser); });
+            [&parser](const AAX_IParameter& parameter) { return IsParameterAsSaved(parameter, *parser); });
         *outIsEqual = isEqual ? 1 : 0;
         return AAX_SUCCESS;
     });
