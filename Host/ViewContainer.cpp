@@ -8,6 +8,11 @@ AAX_Result DesktopFacet::GetScale(double* outScale) {
     return mDesktop == nullptr ? AAX_ERROR_NULL_OBJECT : writeOutput(outScale, mDesktop->scale());
 }
 
+AAX_Result DesktopFacet::GetKnobMode(std::int32_t* outMode) {
+    return mDesktop == nullptr ? AAX_ERROR_NULL_OBJECT
+                               : writeOutput(outMode, std::int32_t{mDesktop->knobMode()});
+}
+
 AAX_Result DesktopFacet::WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) {
     if (mDesktop == nullptr) {
         return AAX_ERROR_NULL_OBJECT;

@@ -22,6 +22,8 @@ public:
     virtual ~Desktop() = default;
     /// The factor by which this desktop enlarges what it shows; 1 is the plain size.
     virtual double scale() const = 0;
+    /// How knobs follow the mouse: along a straight line, as users of plug-ins expect.
+    virtual AAX_EKnobMode knobMode() const { return AAX_eKnobMode_Line; }
     /// Calls `wake` whenever the file descriptor can be read.
     virtual void watch(int descriptor, const void* owner, Wake wake) = 0;
     /// Ends that watch, if there is one.
@@ -42,6 +44,7 @@ public:
     bool hasDesktop() const { return mDesktop != nullptr; }
 
     AAX_Result GetScale(double* outScale) override;
+    AAX_Result GetKnobMode(std::int32_t* outMode) override;
     AAX_Result WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) override;
     AAX_Result UnwatchDescriptor(std::int32_t descriptor, void* context) override;
     AAX_Result StartTimer(std::uint32_t periodMs, AAX_CWakeProc proc, void* context) override;

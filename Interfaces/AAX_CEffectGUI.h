@@ -40,11 +40,18 @@ public:
     /// Answers for IID_IAAXEffectGUIV1 and leaves the rest to the base. On success the caller owns one
     /// reference. [any]
     ACFRESULT InternalQueryInterface(const acfIID& iid, void** outObject) override;
-    /// Releases everything of the host. A view is deleted by the class that created it, whose own destructor
-    /// calls Uninitialize: this destructor can no longer call the operations of a derived class.
+    /// Calls Uninitialize. Every class that implements DeleteViewContainer calls it first in its own
+    /// destructor: this one can no longer call the operations of a derived class.
     ~AAX_CEffectGUI() override;
 
 protected:
+    /// A reference to this object, for the length of an operation that calls the host: the host may release
+    /// its last one from within. [main]
+    ACFPtr<AAX_IACFEffectGUI> Hold();
+    /// Changes with every call of SetViewContainer: the host may set another container from within an
+    /// operation, or close the view. [main]
+    uint32_t GetContainerChange() const { return mContainerChange; }
+
     // Called by the operations above; these may throw.
 
     /// Where a derived class loads what all its views share; called by Initialize with the host's services in
@@ -75,6 +82,7 @@ private:
     ACFPtr<AAX_IACFEffectParameters> mEffectParameters;
     std::unique_ptr<AAX_VViewContainer> mViewContainer;
     std::unique_ptr<AAX_VTransport> mTransport;
+    uint32_t mContainerChange = 0;
 
     /// Releases the host's services; the container stays.
     void LetGo();

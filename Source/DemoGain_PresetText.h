@@ -43,8 +43,8 @@ inline constexpr int kDecimals = 10;
 /// Normalized values in the order of kItems, as read: not limited to 0..1, not even finite.
 using Values = std::array<float, std::size(kItems)>;
 
-/// The current settings as text, without a line feed at the end; the empty text when a parameter cannot be
-/// read. [main]
+/// The current settings as text, without a line feed at the end. A value that cannot be read is written as
+/// 0. [main]
 inline std::string Write(const AAX_IACFEffectParameters& parameters);
 
 /// The values of a text, or nothing when it is no preset. A text is one when a scan with the C format
@@ -209,9 +209,7 @@ inline std::string Write(const AAX_IACFEffectParameters& parameters) {
     bool startsLine = true;
     for (const Item& item : kItems) {
         double value = 0.0;
-        if (parameters.GetParameterNormalizedValue(item.mParameterID, &value) != AAX_SUCCESS) {
-            return {};
-        }
+        parameters.GetParameterNormalizedValue(item.mParameterID, &value);
         text.append(startsLine ? "\n" : " ").append(item.mLabel);
         Detail::AppendValue(text, value);
         startsLine = item.mEndsLine;

@@ -3,6 +3,7 @@
 #include "AAX_CAutoreleasePool.h"
 #include "AAX_Guarded.h"
 #include "GUI/FrameOpening.h"
+#include "GUI/VSTGUI_Library.h"
 
 #include "vstgui/lib/ccolor.h"
 
@@ -17,13 +18,18 @@ AAX_CEffectGUI_VST::~AAX_CEffectGUI_VST() {
 // The host's calls.
 
 AAX_Result AAX_CEffectGUI_VST::SetViewContainer(IACFUnknown* container) {
-    return AAX_Guarded(__func__, [&] {
+    const auto self = Hold();
+    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+        const uint32_t before = GetContainerChange();
         if (container != nullptr) {
             DropView();
-            mDesktop = std::make_unique<varno::DesktopLink>(container);
+            if (before != GetContainerChange()) {
+                return AAX_SUCCESS; // The host has set another one from within.
+            }
+            mDesktop = std::make_shared<varno::DesktopLink>(container);
         }
         const AAX_Result result = AAX_CEffectGUI::SetViewContainer(container);
-        if (container == nullptr) {
+        if (container == nullptr && before + 1 == GetContainerChange()) {
             mDesktop.reset();
         }
         return result;
@@ -55,6 +61,7 @@ AAX_Result AAX_CEffectGUI_VST::Draw(AAX_Rect* rect) {
 }
 
 AAX_Result AAX_CEffectGUI_VST::TimerWakeup() {
+    const auto self = Hold();
     return AAX_Guarded(__func__, [this] {
         // A handler may close this very view.
         if (const auto loop = mRunLoop) {
@@ -70,6 +77,7 @@ void AAX_CEffectGUI_VST::CreateViewContainer() {
     const int32_t type = GetViewContainerType();
     const bool hasFrames = type == AAX_eViewContainerType_Cocoa || type == AAX_eViewContainerType_X11;
     if (void* nativeView = GetViewContainerPtr(); hasFrames && nativeView != nullptr) {
+        mShownChange = GetContainerChange();
         CreateEffectView(nativeView);
     }
 }
@@ -79,31 +87,45 @@ void AAX_CEffectGUI_VST::DeleteViewContainer() {
 }
 
 void AAX_CEffectGUI_VST::CreateEffectView(void* nativeView) {
-    ShowView(new VSTGUI_ContentView(VSTGUI::CRect(), this, GetEffectParameters()), nativeView);
-    GetView()->getFrame()->setBackgroundColor(VSTGUI::kGreyCColor);
+    UseVSTGUI();
+    auto* const view = new VSTGUI_ContentView(nativeView, VSTGUI::CRect(), this, GetEffectParameters());
+    view->getFrame()->setBackgroundColor(VSTGUI::kGreyCColor);
+    ShowView(view);
 }
 
-void AAX_CEffectGUI_VST::ShowView(VSTGUI_ContentView* view, void* nativeView) {
+// Each call of the host in here may close the view or replace the container.
+void AAX_CEffectGUI_VST::ShowView(VSTGUI_ContentView* view) {
+    const auto shown = VSTGUI::owned(view);
+    const uint32_t change = mShownChange;
     DropView();
-    mView = VSTGUI::owned(view);
-    mRunLoop = varno::RunLoop::shared();
-    auto opened = varno::openFrame(*view, GetViewContainerType(), nativeView);
-    if (!opened) {
+    const auto desktop = mDesktop;
+    const double scale = desktop ? desktop->scale() : 1.0;
+    if (change != GetContainerChange()) {
+        shown->Disconnect();
         return;
     }
-    mOpened = std::move(*opened);
-    if (mDesktop) {
-        view->getFrame()->setZoom(mDesktop->scale());
-        mDesktop->connect(mRunLoop);
+    mView = shown;
+    mRunLoop = varno::RunLoop::shared();
+    if (varno::openFrame(*view, GetViewContainerType()) && desktop) {
+        view->getFrame()->setZoom(scale);
+        desktop->connect(mRunLoop);
     }
 }
 
 void AAX_CEffectGUI_VST::DropView() {
-    if (mDesktop) {
-        mDesktop->disconnect();
+    // The host, and the end of a view, may call this object again: it has no view from here on.
+    auto view = std::exchange(mView, VSTGUI::SharedPointer<VSTGUI_ContentView>());
+    const auto loop = std::exchange(mRunLoop, nullptr);
+    if (const auto desktop = mDesktop) {
+        desktop->disconnect();
+    }
+    if (!view) {
+        return;
     }
     const AAX_CAutoreleasePool pool;
-    mView = nullptr;
-    mOpened.reset();
-    mRunLoop.reset();
+    view->Disconnect();
+    if (loop->isTicking() || view->getNbReference() > 1) {
+        view->LeaveNativeView();
+    }
+    loop->keepForTick(std::make_shared<VSTGUI::SharedPointer<VSTGUI_ContentView>>(std::move(view)));
 }

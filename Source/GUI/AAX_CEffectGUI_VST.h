@@ -29,6 +29,9 @@ public:
     AAX_Result Draw(AAX_Rect* rect) override;
     AAX_Result TimerWakeup() override;
 
+    /// What the desktop around the container asks for, else the library's own (-1). [main]
+    int32_t GetDesktopKnobMode() const { return mDesktop ? mDesktop->knobMode() : -1; }
+
 protected:
     ~AAX_CEffectGUI_VST() override;
 
@@ -40,20 +43,22 @@ protected:
     virtual void CreateEffectView(void* nativeView);
 
     /// Takes over the caller's reference to `view`, which replaces the one there is, and opens its frame in
-    /// the native view, at the desktop's scale. Where that fails, as without a display, the view has no
-    /// window and everything else works. [main]
-    void ShowView(VSTGUI_ContentView* view, void* nativeView);
+    /// its native view, at the desktop's scale. Where that fails, as without a display, the view has no
+    /// window and everything else works. Where the host has closed or replaced the container meanwhile, the
+    /// view is released. [main]
+    void ShowView(VSTGUI_ContentView* view);
     /// The view; borrowed, null while there is none. [main]
     VSTGUI_ContentView* GetView() const { return mView; }
 
 private:
-    /// Disconnects the desktop, then deletes the view.
+    /// Disconnects the desktop and the view, and releases it. Where the host calls this from within an
+    /// operation of the view, the view exists until that operation returns, out of the native view.
     void DropView();
 
     VSTGUI::SharedPointer<VSTGUI_ContentView> mView;
-    varno::Registration mOpened;                  ///< Removes the remains of a frame that was open.
     std::shared_ptr<varno::RunLoop> mRunLoop;     ///< Held while there is a view.
-    std::unique_ptr<varno::DesktopLink> mDesktop; ///< Exists as long as the host's container.
+    std::shared_ptr<varno::DesktopLink> mDesktop; ///< Exists as long as the host's container.
+    uint32_t mShownChange = 0;                    ///< Of the container that the view is made for.
 };
 
 #endif

@@ -2,7 +2,10 @@
 
 #include "AAX_Guarded.h"
 
+#include "vstgui/lib/vstguifwd.h"
+
 #include <cmath>
+#include <utility>
 
 namespace varno {
 
@@ -23,29 +26,40 @@ DesktopLink::~DesktopLink() {
 
 double DesktopLink::scale() const {
     double scale = 1.0;
-    const bool isTold = mDesktop && mDesktop->GetScale(&scale) == AAX_SUCCESS;
-    return isTold && std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
+    const bool isKnown = mDesktop && mDesktop->GetScale(&scale) == AAX_SUCCESS;
+    return isKnown && std::isfinite(scale) && scale > 0.0 ? scale : 1.0;
 }
 
-void DesktopLink::connect(const std::shared_ptr<RunLoop>& loop) {
+int32_t DesktopLink::knobMode() const {
+    int32_t mode = AAX_eKnobMode_Default;
+    if (!mDesktop || mDesktop->GetKnobMode(&mode) != AAX_SUCCESS) {
+        return -1;
+    }
+    return mode == AAX_eKnobMode_Line ? VSTGUI::kLinearMode : -1;
+}
+
+void DesktopLink::connect(std::shared_ptr<RunLoop> loop) {
     disconnect();
     if (!mDesktop) {
         return;
     }
     mLoop = loop;
-    mWatcher = loop->addWatcher(
+    Registration watcher = loop->addWatcher(
         {[this](int descriptor) { mDesktop->WatchDescriptor(descriptor, &DesktopLink::wake, this); },
          [this](int descriptor) { mDesktop->UnwatchDescriptor(descriptor, this); }});
+    if (mLoop != loop) {
+        return;
+    }
+    mWatcher = std::move(watcher);
     mDesktop->StartTimer(kFramePeriodMs, &DesktopLink::wake, this);
 }
 
 void DesktopLink::disconnect() {
-    if (!mLoop) {
+    if (!std::exchange(mLoop, nullptr)) {
         return;
     }
     mDesktop->StopTimer(this);
     mWatcher.reset();
-    mLoop.reset();
 }
 
 void DesktopLink::wake(void* context) {

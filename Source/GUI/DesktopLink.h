@@ -25,8 +25,11 @@ public:
 
     /// The desktop's scale factor; 1 without a desktop or where it reports no positive number.
     double scale() const;
-    /// Begins to drive `loop` and stops driving any other.
-    void connect(const std::shared_ptr<RunLoop>& loop);
+    /// The knob mode that the desktop asks for, one of VSTGUI's; -1 where it asks for none.
+    int32_t knobMode() const;
+    /// Begins to drive `loop` and stops driving any other. The desktop may call disconnect() from within; the
+    /// caller holds the link meanwhile.
+    void connect(std::shared_ptr<RunLoop> loop);
     /// Removes every watch and the timer.
     void disconnect();
 

@@ -73,12 +73,17 @@ void setCairoDevice() {
     loop.setDevice(cairo_surface_get_device(surface.get()));
 }
 
+// Returns when the display has done what was requested.
+void awaitDisplay(xcb_connection_t* connection) {
+    const Reply<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), &std::free);
+}
+
 // Destroys a window, and returns when the display has done so: the host may destroy its own window around it
 // afterwards.
 void destroyWindow(xcb_connection_t* connection, xcb_window_t window) {
     xcb_destroy_window(connection, window);
-    const Reply<xcb_get_input_focus_reply_t> answer(
-        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), &std::free);
+    awaitDisplay(connection);
 }
 
 // VSTGUI's factory keeps one of cairo's devices, some 25 KB, for every connection since it was made:
@@ -90,34 +95,45 @@ void forgetCairoDevices() {
     VSTGUI::getPlatformFactory().asLinuxFactory()->setResourcePath(resources);
 }
 
+// Takes a window from the one that it is in, invisibly, and returns when the display has done so.
+void moveToRoot(xcb_connection_t* connection, xcb_window_t window) {
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    xcb_unmap_window(connection, window);
+    xcb_reparent_window(connection, window, root, 0, 0);
+    awaitDisplay(connection);
+}
+
 // VSTGUI leaves the windows of its frames to the end of its connection, which comes when the last frame is
 // closed: until then a closed editor would stay visible in a host's window that still exists.
-Registration windowRemoval(const VSTGUI::CFrame& frame) {
+OpenedFrame openedFrame(const VSTGUI::CFrame& frame) {
     const auto& native = dynamic_cast<const VSTGUI::X11::IX11Frame&>(*frame.getPlatformFrame());
-    return Registration([window = native.getX11WindowID()] {
-        // VSTGUI keeps the pointer to a closed connection, but not the loop.
-        if (VSTGUI::X11::RunLoop::get() != nullptr) {
-            destroyWindow(VSTGUI::X11::RunLoop::instance().getXcbConnection(), window);
-        } else {
-            forgetCairoDevices();
-        }
-    });
+    const xcb_window_t window = native.getX11WindowID();
+    return {[window] { moveToRoot(VSTGUI::X11::RunLoop::instance().getXcbConnection(), window); },
+            Registration([window] {
+                // VSTGUI keeps the pointer to a closed connection, but not the loop.
+                if (VSTGUI::X11::RunLoop::get() != nullptr) {
+                    destroyWindow(VSTGUI::X11::RunLoop::instance().getXcbConnection(), window);
+                } else {
+                    forgetCairoDevices();
+                }
+            })};
 }
 
 } // namespace
 
-std::optional<Registration> openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView) {
-    const auto window = windowOf(nativeView);
+bool openFrame(VSTGUI_ContentView& view, int32_t containerType) {
+    const auto window = windowOf(view.getNativeView());
     if (containerType != AAX_eViewContainerType_X11 || !window || !windowExists(*window)) {
-        return std::nullopt;
+        return false;
     }
     VSTGUI::X11::FrameConfig config;
     config.runLoop = VSTGUI::makeOwned<VSTGUI_RunLoop>(RunLoop::shared());
-    if (!view.open(nativeView, VSTGUI::PlatformType::kX11EmbedWindowID, &config)) {
-        return std::nullopt;
+    if (!view.open(view.getNativeView(), VSTGUI::PlatformType::kX11EmbedWindowID, &config)) {
+        return false;
     }
     setCairoDevice();
-    return windowRemoval(*view.getFrame());
+    view.SetOpened(openedFrame(*view.getFrame()));
+    return true;
 }
 
 } // namespace varno

@@ -5,12 +5,9 @@
 
 namespace varno {
 
-std::optional<Registration> openFrame(VSTGUI_ContentView& view, int32_t containerType, void* nativeView) {
-    if (containerType != AAX_eViewContainerType_Cocoa || nativeView == nullptr ||
-        !view.open(nativeView, VSTGUI::PlatformType::kNSView)) {
-        return std::nullopt;
-    }
-    return Registration();
+bool openFrame(VSTGUI_ContentView& view, int32_t containerType) {
+    return containerType == AAX_eViewContainerType_Cocoa && view.getNativeView() != nullptr &&
+           view.open(view.getNativeView(), VSTGUI::PlatformType::kNSView);
 }
 
 } // namespace varno

@@ -20,14 +20,29 @@ VSTGUI::Modifiers ModifiersOf(const VstKeyCode& code) {
 
 } // namespace
 
-VSTGUI_ContentView::VSTGUI_ContentView(const VSTGUI::CRect& size, VSTGUI::VSTGUIEditorInterface* editor,
+VSTGUI_ContentView::VSTGUI_ContentView(void* nativeView, const VSTGUI::CRect& size,
+                                       VSTGUI::VSTGUIEditorInterface* editor,
                                        AAX_IACFEffectParameters* parameters)
-    : mFrame(new VSTGUI::CFrame(size, editor)),
+    : mEditor(editor),
+      mFrame(new VSTGUI::CFrame(size, &mEditor)),
+      mNativeView(nativeView),
       mParameters(parameters) {
 }
 
 VSTGUI_ContentView::~VSTGUI_ContentView() noexcept {
     mFrame->close();
+}
+
+void VSTGUI_ContentView::Disconnect() {
+    mNativeView = nullptr;
+    mParameters = nullptr;
+    mEditor.Cut();
+}
+
+void VSTGUI_ContentView::LeaveNativeView() {
+    if (const auto leave = std::exchange(mOpened.leave, nullptr)) {
+        leave();
+    }
 }
 
 bool VSTGUI_ContentView::open(void* nativeView, VSTGUI::PlatformType type,
@@ -81,4 +96,27 @@ bool VSTGUI_ContentView::platformOnKeyDown(VstKeyCode& code) {
     event.modifiers = ModifiersOf(code);
     PlatformSide().platformOnEvent(event);
     return event.consumed;
+}
+
+// The editor as the frame sees it. (-1: the library's own knob mode.)
+
+int32_t VSTGUI_ContentView::EditorLink::getKnobMode() const {
+    return mEditor != nullptr ? mEditor->getKnobMode() : -1;
+}
+
+void VSTGUI_ContentView::EditorLink::beginEdit(int32_t index) {
+    if (mEditor != nullptr) {
+        mEditor->beginEdit(index);
+    }
+}
+
+void VSTGUI_ContentView::EditorLink::endEdit(int32_t index) {
+    if (mEditor != nullptr) {
+        mEditor->endEdit(index);
+    }
+}
+
+bool VSTGUI_ContentView::EditorLink::beforeSizeChange(const VSTGUI::CRect& newSize,
+                                                      const VSTGUI::CRect& oldSize) {
+    return mEditor == nullptr || mEditor->beforeSizeChange(newSize, oldSize);
 }

@@ -2,9 +2,21 @@
 
 #include "vstgui/lib/cframe.h"
 #include "vstgui/lib/controls/ccontrol.h"
+#include "vstgui/lib/controls/cswitch.h"
 #include "vstgui/lib/vstguiinit.h"
 
 namespace {
+
+// The setting of the switches' base, which only a switch may reach.
+struct SwitchSetting : VSTGUI::CSwitchBase {
+    // The rule by which the effect chooses a curve; the library calls it its former one.
+    static void UseNearestPosition() {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+        useLegacyIndexCalculation = true;
+#pragma GCC diagnostic pop
+    }
+};
 
 // Made at the first use, thus after the library's own static objects, and destroyed before them.
 struct Library {
@@ -13,16 +25,24 @@ struct Library {
         VSTGUI::CControl::CheckDefaultValueEventFunc = [](VSTGUI::CControl*, VSTGUI::MouseDownEvent&) {
             return false;
         };
-        VSTGUI::CFrame::kDefaultKnobMode = VSTGUI::kLinearMode;
+        SwitchSetting::UseNearestPosition();
     }
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
     ~Library() { VSTGUI::exit(); }
 };
 
+void MakeLibrary(const std::filesystem::path& resources) {
+    static const Library library(resources);
+}
+
 } // namespace
 
+void UseVSTGUI() {
+    MakeLibrary({});
+}
+
 void UseVSTGUI(const std::filesystem::path& resources) {
-    static const Library library(resources);
+    MakeLibrary(resources);
     VSTGUI_SetResources(resources);
 }

@@ -11,8 +11,11 @@
 /// shared bitmaps, fonts and the like may be deleted before or after.
 ///
 /// The library's rule that a click with the Control key sets a control to its default value is switched off:
-/// the controls here have a rule of their own. Where the host does not choose a knob mode, knobs are linear:
-/// they do not jump to where they are clicked, and only this mode has a fine drag.
+/// the controls here have a rule of their own. Switches of several positions show the one whose value is
+/// nearest, as the effect chooses.
+void UseVSTGUI();
+
+/// UseVSTGUI, with a folder for bitmaps.
 /// @param resources the folder in which bitmaps are looked up by their file names: on Linux that of the last
 /// call, on macOS that of the first, inside its bundle; empty where there is none [main]
 void UseVSTGUI(const std::filesystem::path& resources);

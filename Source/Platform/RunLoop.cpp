@@ -30,25 +30,6 @@ void eachLeft(const std::vector<std::weak_ptr<Entry>>& entries, Call call) {
     }
 }
 
-// Sets a flag for a scope; the flag may be destroyed before the scope ends.
-class Raised {
-public:
-    explicit Raised(const std::shared_ptr<bool>& flag)
-        : mFlag(flag) {
-        *flag = true;
-    }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
-    ~Raised() {
-        if (const auto flag = mFlag.lock()) {
-            *flag = false;
-        }
-    }
-
-private:
-    std::weak_ptr<bool> mFlag;
-};
-
 } // namespace
 
 struct RunLoop::State {
@@ -63,10 +44,30 @@ struct RunLoop::State {
     };
 
     Clock clock;
-    std::shared_ptr<bool> ticking = std::make_shared<bool>(false);
+    bool isTicking = false;
+    std::vector<std::shared_ptr<void>> kept; // until the end of the tick
     Owned<Descriptor> descriptors;
     Owned<Timer> timers;
     Owned<Watcher> watchers;
+
+    // A tick, for as long as it exists.
+    class TickScope {
+    public:
+        explicit TickScope(State& state)
+            : mState(state) {
+            mState.isTicking = true;
+        }
+        TickScope(const TickScope&) = delete;
+        TickScope& operator=(const TickScope&) = delete;
+        ~TickScope() {
+            mState.isTicking = false;
+            // What these objects release while they end goes at once.
+            std::exchange(mState.kept, {}).clear();
+        }
+
+    private:
+        State& mState;
+    };
 
     std::set<int> numbers() const {
         std::set<int> found;
@@ -143,15 +144,26 @@ Registration RunLoop::addWatcher(Watcher watcher) {
         [tellOfEach](const State& state, const Watcher& gone) { tellOfEach(state, gone.onRemoved); });
 }
 
+bool RunLoop::isTicking() const {
+    return mState->isTicking;
+}
+
+void RunLoop::keepForTick(std::shared_ptr<void> object) {
+    if (mState->isTicking) {
+        mState->kept.push_back(std::move(object));
+    }
+}
+
 void RunLoop::tick() {
-    if (*mState->ticking) {
+    if (mState->isTicking) {
         return;
     }
     // A handler may destroy the loop: from here on no member is used.
-    const Raised ticking(mState->ticking);
-    const auto descriptors = snapshot(mState->descriptors);
-    const auto timers = snapshot(mState->timers);
-    const TimePoint now = mState->clock();
+    const std::shared_ptr<State> state = mState;
+    const State::TickScope scope(*state);
+    const auto descriptors = snapshot(state->descriptors);
+    const auto timers = snapshot(state->timers);
+    const TimePoint now = state->clock();
     eachLeft(descriptors, [](const State::Descriptor& descriptor) { descriptor.handler(); });
     eachLeft(timers, [now](State::Timer& timer) {
         if (timer.due <= now) {

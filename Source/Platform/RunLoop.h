@@ -79,6 +79,13 @@ public:
     /// [main]
     void tick();
 
+    /// Whether a tick is under way. [main]
+    bool isTicking() const;
+
+    /// Releases `object` when the tick that is under way has called its last handler, at once where there is
+    /// none: what a handler works on outlives its call, even where that call gave it up. [main]
+    void keepForTick(std::shared_ptr<void> object);
+
 private:
     struct State;
     std::shared_ptr<State> mState;

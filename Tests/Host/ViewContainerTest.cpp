@@ -117,6 +117,13 @@ TEST_F(DesktopFacetTest, ReportsTheScale) {
     EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, facet->GetScale(nullptr));
 }
 
+TEST_F(DesktopFacetTest, AsksForKnobsThatFollowALine) {
+    std::int32_t mode = AAX_eKnobMode_Default;
+    EXPECT_EQ(AAX_SUCCESS, facet->GetKnobMode(&mode));
+    EXPECT_EQ(AAX_eKnobMode_Line, mode);
+    EXPECT_EQ(AAX_ERROR_NULL_ARGUMENT, facet->GetKnobMode(nullptr));
+}
+
 TEST_F(DesktopFacetTest, WatchesWithTheContextAsOwner) {
     EXPECT_CALL(desktop, watch(kDescriptor, &calls, _)).WillOnce(InvokeArgument<2>());
     EXPECT_CALL(desktop, unwatch(kDescriptor, &calls));
@@ -145,6 +152,8 @@ TEST_F(DesktopFacetTest, DoesNothingOnceItsDesktopIsTakenAway) {
     container->setDesktop(nullptr);
     double scale = 0.0;
     EXPECT_EQ(AAX_ERROR_NULL_OBJECT, facet->GetScale(&scale));
+    std::int32_t mode = AAX_eKnobMode_Default;
+    EXPECT_EQ(AAX_ERROR_NULL_OBJECT, facet->GetKnobMode(&mode));
     EXPECT_EQ(AAX_ERROR_NULL_OBJECT, facet->WatchDescriptor(kDescriptor, count, &calls));
     EXPECT_EQ(AAX_ERROR_NULL_OBJECT, facet->StartTimer(kPeriodMs, count, &calls));
     EXPECT_EQ(AAX_SUCCESS, facet->UnwatchDescriptor(kDescriptor, &calls));

@@ -9,7 +9,9 @@
 
 AAX_CEffectGUI::AAX_CEffectGUI() = default;
 
-AAX_CEffectGUI::~AAX_CEffectGUI() = default;
+AAX_CEffectGUI::~AAX_CEffectGUI() {
+    AAX_CEffectGUI::Uninitialize();
+}
 
 ACFRESULT AAX_CEffectGUI::InternalQueryInterface(const acfIID& iid, void** outObject) {
     return AnswerInterface(IID_IAAXEffectGUIV1, iid, outObject);
@@ -18,6 +20,7 @@ ACFRESULT AAX_CEffectGUI::InternalQueryInterface(const acfIID& iid, void** outOb
 // Lifetime.
 
 AAX_Result AAX_CEffectGUI::Initialize(IACFUnknown* host) {
+    const auto self = Hold();
     return AAX_Guarded(__func__, [&]() -> AAX_Result {
         mController = std::make_unique<AAX_VController>(host);
         if (host == nullptr) {
@@ -31,6 +34,7 @@ AAX_Result AAX_CEffectGUI::Initialize(IACFUnknown* host) {
 }
 
 AAX_Result AAX_CEffectGUI::Uninitialize() {
+    const auto self = Hold();
     return AAX_Guarded(__func__, [this] {
         if (mViewContainer) {
             SetViewContainer(nullptr);
@@ -53,10 +57,15 @@ AAX_Result AAX_CEffectGUI::NotificationReceived(AAX_CTypeID /*type*/, const void
 // The view.
 
 AAX_Result AAX_CEffectGUI::SetViewContainer(IACFUnknown* container) {
+    const auto self = Hold();
     return AAX_Guarded(__func__, [&] {
+        const uint32_t change = ++mContainerChange;
         if (container == nullptr) {
             DeleteViewContainer();
-            mViewContainer.reset();
+            // Unless the host has set another one from within.
+            if (change == mContainerChange) {
+                mViewContainer.reset();
+            }
         } else {
             mViewContainer = std::make_unique<AAX_VViewContainer>(container);
             CreateViewContainer();
@@ -94,20 +103,26 @@ AAX_Result AAX_CEffectGUI::SetControlHighlightInfo(AAX_CParamID /*paramID*/, uin
 }
 
 void AAX_CEffectGUI::UpdateAllParameters() {
+    // The host may uninitialise the editor from within.
+    const auto parameters = ACFPtr<AAX_IACFEffectParameters>::Retain(mEffectParameters.Get());
     int32_t count = -1;
-    if (!mEffectParameters || mEffectParameters->GetNumberOfParameters(&count) != AAX_SUCCESS || count < 0) {
+    if (!parameters || parameters->GetNumberOfParameters(&count) != AAX_SUCCESS || count < 0) {
         return;
     }
     // One query too many, for the index past the end, which fails: hosts expect it.
     for (int64_t index = 0; index <= count; ++index) {
         AAX_CString id;
-        if (mEffectParameters->GetParameterIDFromIndex(static_cast<int32_t>(index), &id) == AAX_SUCCESS) {
+        if (parameters->GetParameterIDFromIndex(static_cast<int32_t>(index), &id) == AAX_SUCCESS) {
             ParameterUpdated(id.Get());
         }
     }
 }
 
 // Objects of the host.
+
+ACFPtr<AAX_IACFEffectGUI> AAX_CEffectGUI::Hold() {
+    return ACFPtr<AAX_IACFEffectGUI>::Retain(this);
+}
 
 AAX_IController* AAX_CEffectGUI::GetController() const {
     return mController.get();

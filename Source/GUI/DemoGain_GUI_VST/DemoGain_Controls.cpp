@@ -42,6 +42,13 @@ void DemoGain_AnimKnobVST::endEdit() {
     mIsReleasing = false;
 }
 
+// The library's press goes on after the edit that it began has ended, and allocates what only a release
+// frees.
+void DemoGain_AnimKnobVST::DiscardPress() {
+    beginEdit();
+    endEdit();
+}
+
 void DemoGain_KickButtonVST::endEdit() {
     if (isEditing() && getValue() != getMin()) {
         setValue(getMin());

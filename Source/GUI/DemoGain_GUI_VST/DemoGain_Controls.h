@@ -6,6 +6,7 @@
 #include "GUI/AAX_CVSTGUIButtonState.h"
 
 #include "vstgui/lib/ccolor.h"
+#include "vstgui/lib/cframe.h"
 #include "vstgui/lib/controls/cbuttons.h"
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/controls/cknob.h"
@@ -18,10 +19,16 @@ public:
     DemoGain_HostedControl(const DemoGain_HostedControl&) = delete;
     DemoGain_HostedControl& operator=(const DemoGain_HostedControl&) = delete;
 
-    /// `container` is borrowed and outlives the control; null until set. [main]
+    /// `container` is borrowed until the next call and outlives the control otherwise; null until set. [main]
     void SetViewContainer(AAX_IViewContainer* container) { mViewContainer = container; }
     /// `paramID` is a literal; null until set. [main]
     void SetParamID(AAX_CParamID paramID) { mParamID = paramID; }
+
+    /// For a view that the host closes: events that are still under way have no effect from here on. [main]
+    void Close() { mIsClosed = true; }
+    /// Ends a press that was offered to the host and not released: offers the release, and ends the edit at
+    /// the present value. Does nothing otherwise. [main]
+    virtual void EndOffer() {}
 
 protected:
     using Gesture = AAX_Result (AAX_IViewContainer::*)(AAX_CParamID paramID, uint32_t modifiers);
@@ -30,6 +37,7 @@ protected:
     ~DemoGain_HostedControl() = default;
 
     AAX_IViewContainer* ViewContainer() const { return mViewContainer; }
+    bool IsClosed() const { return mIsClosed; }
     /// Offers a gesture on the control's parameter to the host; returns whether the host has handled it.
     /// False without a container or an identifier.
     bool IsTakenByHost(Gesture gesture, uint32_t modifiers) const {
@@ -40,16 +48,23 @@ protected:
 private:
     AAX_IViewContainer* mViewContainer = nullptr;
     AAX_CParamID mParamID = nullptr;
+    bool mIsClosed = false;
 };
 
 /// `Base`, a VSTGUI control, with every gesture offered to the host before Base sees it, so that the host's
 /// own clicks (automation, assignment of controllers) work on it, and with a click that sets the default
 /// value. Without a container or an identifier only that click is new. Constructors are Base's.
 ///
-/// The library (4.13) turns its mouse events into the three handlers below, for all the bases used here; its
-/// X11 layer swaps the middle and the right button while the mouse moves, which has no effect here, since
-/// only drags with the left button are used. Base's handler of a press calls the handler of a move: a press
-/// that the host does not handle is offered to it once more as a drag.
+/// The library (4.13) turns its mouse events into the handlers below, for all the bases used here; its X11
+/// layer swaps the middle and the right button while the mouse moves, which has no effect here, since only
+/// drags with the left button are used. Base's handler of a press calls the handler of a move: a press that
+/// the host does not handle is offered to it once more as a drag.
+///
+/// Each press that is offered to the host has one release: that of the button, or, where the library brings
+/// none to the control, one that follows at once. Only a view that the host closes in between leaves it out.
+///
+/// The host may close the view in each of its calls. The control exists until the library's event is over,
+/// and does nothing more.
 template<class Base>
 class DemoGain_HostGestures : public Base, public DemoGain_HostedControl {
 public:
@@ -58,20 +73,33 @@ public:
     VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where,
                                           const VSTGUI::CButtonState& buttons) override {
         const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
-        if (IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseDown, state.GetModifiers())) {
-            return VSTGUI::kMouseEventHandled;
+        mIsOffered = ViewContainer() != nullptr;
+        const bool isTaken =
+            IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseDown, state.GetModifiers());
+        if (IsClosed()) {
+            return VSTGUI::kMouseEventNotHandled;
         }
-        if (checkDefaultValue(state.GetButtonState())) {
-            return VSTGUI::kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+        const auto result = isTaken ? VSTGUI::kMouseEventHandled : Press(where, state.GetButtonState());
+        if (IsClosed()) {
+            DiscardPress();
+            return VSTGUI::kMouseEventNotHandled;
         }
-        return Base::onMouseDown(where, state.GetButtonState());
+        if (result != VSTGUI::kMouseEventHandled) {
+            OfferRelease(buttons);
+        }
+        return result;
     }
 
-    /// A gesture that Base began ends also where the host takes the release: otherwise the parameter would
-    /// stay touched.
+    /// A gesture that Base began ends also where the host takes the release: otherwise the
+    /// parameter would stay touched.
     VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override {
         const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
-        if (IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseUp, state.GetModifiers())) {
+        mIsOffered = false;
+        const bool isTaken = IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseUp, state.GetModifiers());
+        if (IsClosed()) {
+            return VSTGUI::kMouseEventNotHandled;
+        }
+        if (isTaken) {
             this->endEdit();
             return VSTGUI::kMouseEventHandled;
         }
@@ -81,16 +109,36 @@ public:
     /// The Control key works like the Shift key, which makes the knob's linear drag finer.
     VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where,
                                            const VSTGUI::CButtonState& buttons) override {
+        if (IsClosed()) {
+            return VSTGUI::kMouseEventNotHandled;
+        }
         const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
         VSTGUI::CButtonState moved = state.GetButtonState();
-        if ((moved & VSTGUI::kLButton) != 0 &&
-            IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseDrag, state.GetModifiers())) {
+        const bool isTaken =
+            (moved & VSTGUI::kLButton) != 0 &&
+            IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseDrag, state.GetModifiers());
+        if (IsClosed()) {
+            return VSTGUI::kMouseEventNotHandled;
+        }
+        if (isTaken) {
             return VSTGUI::kMouseEventHandled;
         }
         if (moved.isControlSet()) {
             moved |= VSTGUI::kShift;
         }
         return Base::onMouseMoved(where, moved);
+    }
+
+    VSTGUI::CMouseEventResult onMouseCancel() override {
+        OfferRelease({});
+        return IsClosed() ? VSTGUI::kMouseEventNotHandled : Base::onMouseCancel();
+    }
+
+    void EndOffer() override {
+        if (mIsOffered) {
+            OfferRelease({});
+            this->endEdit();
+        }
     }
 
     /// Sets the default value for a click with exactly the left button and the Alt (Option) key, between a
@@ -113,6 +161,34 @@ public:
 
 protected:
     ~DemoGain_HostGestures() noexcept override = default;
+
+    /// For a control whose Base keeps something of a press that came to nothing.
+    virtual void DiscardPress() {}
+
+private:
+    /// The press is not the host's. Where knobs follow a line, the Alt key would make Base's knob turn to the
+    /// mouse: it is left out, so that no press but the click for the default value changes a value.
+    VSTGUI::CMouseEventResult Press(VSTGUI::CPoint& where, VSTGUI::CButtonState buttons) {
+        if (checkDefaultValue(buttons)) {
+            return VSTGUI::kMouseDownEventHandledButDontNeedMovedOrUpEvents;
+        }
+        const VSTGUI::CFrame* const frame = this->getFrame();
+        if (frame != nullptr && frame->getKnobMode() == VSTGUI::kLinearMode) {
+            buttons &= ~VSTGUI::kAlt;
+        }
+        return Base::onMouseDown(where, buttons);
+    }
+
+    /// For a press whose release does not come from the library.
+    void OfferRelease(const VSTGUI::CButtonState& buttons) {
+        if (mIsOffered) {
+            mIsOffered = false;
+            const AAX_CVSTGUIButtonState state(buttons, ViewContainer());
+            IsTakenByHost(&AAX_IViewContainer::HandleParameterMouseUp, state.GetModifiers());
+        }
+    }
+
+    bool mIsOffered = false; ///< A press whose release the host has not received.
 };
 
 /// Made from rectangle, listener, tag, number of pictures, height of one picture, bitmap and offset. Shows
@@ -135,6 +211,7 @@ public:
 
 protected:
     ~DemoGain_AnimKnobVST() noexcept override = default;
+    void DiscardPress() override;
 
 private:
     bool mIsHighLit = false;

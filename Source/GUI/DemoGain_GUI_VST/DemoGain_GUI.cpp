@@ -6,7 +6,6 @@
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
 #include "GUI/VSTGUI_Library.h"
 #include "Platform/Bundle.h"
-#include "Platform/Clipboard.h"
 
 #include <optional>
 #include <string_view>
@@ -22,8 +21,8 @@ AAX_IEffectGUI* DemoGain_GUI::Create() {
     return AAX_GuardedCreation("DemoGain_GUI::Create", [] { return new DemoGain_GUI; });
 }
 
-DemoGain_View* DemoGain_GUI::View() const {
-    return dynamic_cast<DemoGain_View*>(GetView());
+VSTGUI::SharedPointer<DemoGain_View> DemoGain_GUI::View() const {
+    return VSTGUI::shared(dynamic_cast<DemoGain_View*>(GetView()));
 }
 
 void DemoGain_GUI::CreateViewContents() {
@@ -34,14 +33,24 @@ void DemoGain_GUI::CreateViewContents() {
 }
 
 void DemoGain_GUI::CreateEffectView(void* nativeView) {
-    ShowView(new DemoGain_View(GetEffectParameters(), this, GetViewContainer(), varno::Clipboard::shared()),
-             nativeView);
+    UseVSTGUI();
+    auto* const view = new DemoGain_View(nativeView, GetEffectParameters(), this, GetViewContainer());
+    view->SetController(GetController());
+    ShowView(view);
 }
 
+int32_t DemoGain_GUI::getKnobMode() const {
+    return GetDesktopKnobMode();
+}
+
+// A call of the host from within may close the view and release this object; both exist until the end of the
+// operation.
+
 AAX_Result DemoGain_GUI::TimerWakeup() {
+    const auto self = Hold();
     return AAX_Guarded(__func__, [this] {
         const AAX_Result result = AAX_CEffectGUI_VST::TimerWakeup();
-        if (DemoGain_View* const view = View()) {
+        if (const auto view = View()) {
             view->TimerWakeup();
         }
         return result;
@@ -49,9 +58,10 @@ AAX_Result DemoGain_GUI::TimerWakeup() {
 }
 
 AAX_Result DemoGain_GUI::ParameterUpdated(AAX_CParamID paramID) {
+    const auto self = Hold();
     return AAX_Guarded(__func__, [&] {
-        DemoGain_View* const view = View();
-        if (view == nullptr || paramID == nullptr) {
+        const auto view = View();
+        if (!view || paramID == nullptr) {
             return AAX_SUCCESS;
         }
         for (const SDemoGain_Parameter* const parameter : kDemoGain_UpdateOrder) {
@@ -68,11 +78,11 @@ AAX_Result DemoGain_GUI::SetControlHighlightInfo(AAX_CParamID paramID, uint8_t i
     mLastHighlight = isHighlighted;
     mLastHighlightColour = colour;
     return AAX_Guarded(__func__, [&] {
-        DemoGain_View* const view = View();
-        if (view != nullptr) {
+        const auto view = View();
+        if (view) {
             view->highlitePeak(isHighlighted, colour);
         }
-        if (view != nullptr && paramID != nullptr && paramID == std::string_view(cDemoGain_VolumeID)) {
+        if (view && paramID != nullptr && paramID == std::string_view(cDemoGain_VolumeID)) {
             view->highliteDecay(isHighlighted, colour);
         }
         return AAX_SUCCESS;

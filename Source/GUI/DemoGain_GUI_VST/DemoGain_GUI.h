@@ -19,6 +19,9 @@ public:
     AAX_Result SetControlHighlightInfo(AAX_CParamID paramID, uint8_t isHighlighted,
                                        AAX_EHighlightColor colour) override;
 
+    /// What the host's desktop asks for, else -1, the library's own.
+    int32_t getKnobMode() const override;
+
     /// The arguments of the last SetControlHighlightInfo, for any parameter; 0 before. Kept when the view is
     /// deleted, and not applied to a new one.
     uint8_t GetLastHighlight() const { return mLastHighlight; }
@@ -33,8 +36,8 @@ protected:
     void CreateEffectView(void* nativeView) override;
 
 private:
-    /// Borrowed; null while there is none.
-    DemoGain_View* View() const;
+    /// Null while there is none.
+    VSTGUI::SharedPointer<DemoGain_View> View() const;
 
     uint8_t mLastHighlight = 0;
     AAX_EHighlightColor mLastHighlightColour{};

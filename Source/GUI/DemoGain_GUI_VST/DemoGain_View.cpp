@@ -4,10 +4,9 @@
 #include "DemoGain_ParameterTable.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_Gestures.h"
+#include "Platform/Clipboard.h"
 
 #include "vstgui/lib/cfont.h"
-
-#include <utility>
 
 using namespace DemoGain_ViewLayout;
 using VSTGUI::CControl;
@@ -38,6 +37,12 @@ CPoint PictureSize(const VSTGUI::CBitmap& bitmap, Art art) {
     return {bitmap.getWidth(), bitmap.getHeight() / BitmapOf(art).mPictures};
 }
 
+// A control, as the library and as the host see it.
+struct MadeControl {
+    CControl* mControl;
+    DemoGain_HostedControl* mHosted;
+};
+
 // Makes the control for a row of the layout.
 struct Maker {
     const Control& mRow;
@@ -46,7 +51,7 @@ struct Maker {
     VSTGUI::CBitmap* mMeterOffBitmap;
     AAX_IViewContainer* mContainer;
 
-    CControl* Make() const {
+    MadeControl Make() const {
         const CPoint size = PictureSize(*mBitmap, mRow.mArt);
         const CRect place(CPoint(mRow.mX, mRow.mY), size);
         const int pictures = BitmapOf(mRow.mArt).mPictures;
@@ -77,10 +82,10 @@ struct Maker {
     }
 
     template<class HostedControl>
-    CControl* Hosted(HostedControl* control) const {
+    MadeControl Hosted(HostedControl* control) const {
         control->SetViewContainer(mContainer);
         control->SetParamID(mRow.mID);
-        return control;
+        return {control, control};
     }
 };
 
@@ -88,29 +93,40 @@ struct Maker {
 
 // Construction.
 
-DemoGain_View::DemoGain_View(AAX_IACFEffectParameters* parameters, VSTGUI::VSTGUIEditorInterface* editor,
-                             AAX_IViewContainer* container, std::shared_ptr<varno::Clipboard> clipboard)
-    : VSTGUI_ContentView(CRect(CPoint(), m_hPIBackground->getSize()), editor, parameters),
-      mClipboard(std::move(clipboard)),
+DemoGain_View::DemoGain_View(void* nativeView, AAX_IACFEffectParameters* parameters,
+                             VSTGUI::VSTGUIEditorInterface* editor, AAX_IViewContainer* container)
+    : VSTGUI_ContentView(nativeView, CRect(CPoint(), BitmapFor(Art::kBackground)->getSize()), editor,
+                         parameters),
+      mClipboard(varno::Clipboard::shared()),
       mStatusLabel(new VSTGUI::CTextLabel(
           CRect(kStatusLabel.mLeft, kStatusLabel.mTop, kStatusLabel.mRight, kStatusLabel.mBottom))) {
-    getFrame()->setBackground(m_hPIBackground);
+    getFrame()->setBackground(BitmapFor(Art::kBackground));
     AddStatusLabel();
     for (std::size_t i = 0; i < mControls.size(); ++i) {
         AddControl(i, container);
     }
     getFrame()->registerKeyboardHook(this);
+    getFrame()->registerMouseObserver(this);
 }
 
 DemoGain_View::~DemoGain_View() noexcept {
-    for (CControl* control : mControls) {
-        while (control->isEditing()) {
-            control->endEdit();
-        }
-    }
+    DemoGain_View::Disconnect();
     // The controls are deleted while their listener still exists.
+    getFrame()->unregisterMouseObserver(this);
     getFrame()->unregisterKeyboardHook(this);
     getFrame()->removeAll();
+}
+
+void DemoGain_View::Disconnect() {
+    for (std::size_t i = 0; i < mControls.size(); ++i) {
+        mHosted[i]->SetViewContainer(nullptr);
+        while (mControls[i]->isEditing()) {
+            mControls[i]->endEdit();
+        }
+        mHosted[i]->Close();
+    }
+    mController = nullptr;
+    VSTGUI_ContentView::Disconnect();
 }
 
 void DemoGain_View::AddStatusLabel() {
@@ -125,13 +141,17 @@ void DemoGain_View::AddStatusLabel() {
 
 void DemoGain_View::AddControl(std::size_t index, AAX_IViewContainer* container) {
     const Control& row = kControls[index];
-    CControl* const control =
-        Maker{row, this, SharedBitmap(row.mArt), SharedBitmap(Art::kMeterOn), container}.Make();
+    const auto bitmap = BitmapFor(row.mArt);
+    const auto meterOffBitmap = BitmapFor(Art::kMeterOn);
+    const MadeControl made = Maker{row, this, bitmap, meterOffBitmap, container}.Make();
+    CControl* const control = made.mControl;
     mControls[index] = control;
+    mHosted[index] = made.mHosted;
     getFrame()->addView(control);
     double defaultValue = control->getMin();
-    if (getParameters() != nullptr && DemoGain_Gestures::HoldsParameter(row)) {
-        getParameters()->GetParameterDefaultNormalizedValue(row.mID, &defaultValue);
+    const auto parameters = Parameters();
+    if (parameters && DemoGain_Gestures::HoldsParameter(row)) {
+        parameters->GetParameterDefaultNormalizedValue(row.mID, &defaultValue);
     }
     control->setDefaultValue(static_cast<float>(defaultValue));
     ShowParameter(row.mID);
@@ -146,11 +166,12 @@ CControl* DemoGain_View::GetControl(std::string_view id) const {
 
 void DemoGain_View::ShowParameter(std::string_view paramID) {
     const Control* const row = DemoGain_Gestures::ControlOf(paramID);
-    if (row == nullptr || !DemoGain_Gestures::HoldsParameter(*row) || getParameters() == nullptr) {
+    const auto parameters = Parameters();
+    if (row == nullptr || !DemoGain_Gestures::HoldsParameter(*row) || !parameters) {
         return;
     }
     double value = 0.0;
-    if (getParameters()->GetParameterNormalizedValue(row->mID, &value) == AAX_SUCCESS) {
+    if (parameters->GetParameterNormalizedValue(row->mID, &value) == AAX_SUCCESS) {
         CControl* const control = GetControl(paramID);
         control->setValue(static_cast<float>(value));
         control->invalid();

@@ -3,6 +3,7 @@
 #define VARNO_SOURCE_GUI_DEMOGAIN_GUI_VST_DEMOGAIN_VIEW_H
 
 #include "AAX_Enums.h"
+#include "ACF/ACFPtr.h"
 #include "DemoGain_ViewLayout.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_VolumeMatch.h"
 #include "GUI/VSTGUI_ContentView.h"
@@ -19,8 +20,11 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
+class AAX_IController;
 class AAX_IViewContainer;
+class DemoGain_HostedControl;
 
 namespace varno {
 class Clipboard;
@@ -54,10 +58,12 @@ inline constexpr VSTGUI::CColor kDarkGreenCColor(0x1F, 0x5A, 0x2E);
 inline constexpr VSTGUI::CColor kDarkRedCColor(0x7A, 0x1F, 0x1A);
 
 /// Shows the parameters as controls laid out by DemoGain_ViewLayout.h, turns gestures on them into requests
-/// for new parameter values, shows two meters and matches the volume. Everything here is [main].
+/// for new parameter values, shows two meters and matches the volume. Everything here is [main]. The host may
+/// close the view from within each of the view's calls: what follows that call has no effect.
 class DemoGain_View : public VSTGUI_ContentView,
                       public VSTGUI::IControlListener,
-                      public VSTGUI::IKeyboardHook {
+                      public VSTGUI::IKeyboardHook,
+                      public VSTGUI::IMouseObserver {
 public:
     /// Bitmaps that all views of the process share; null until LoadViewResources, and without content where
     /// there is no such file. Deleted when the module is unloaded.
@@ -76,11 +82,20 @@ public:
     /// UseVSTGUI.
     static void LoadViewResources();
 
-    /// Builds the frame, unopened, and every control in it, showing the parameters' values. Everything but
-    /// the clipboard is borrowed and outlives the view. `parameters` and `container` may be null: the
-    /// controls then have no effect, or do not offer gestures to the host.
-    DemoGain_View(AAX_IACFEffectParameters* parameters, VSTGUI::VSTGUIEditorInterface* editor,
-                  AAX_IViewContainer* container, std::shared_ptr<varno::Clipboard> clipboard);
+    /// Builds the frame, unopened, and every control in it, showing the parameters' values. Everything is
+    /// borrowed until Disconnect. `parameters` and `container` may be null: the controls then have no effect,
+    /// or do not offer gestures to the host. Requires UseVSTGUI.
+    DemoGain_View(void* nativeView, AAX_IACFEffectParameters* parameters,
+                  VSTGUI::VSTGUIEditorInterface* editor, AAX_IViewContainer* container);
+
+    /// The clipboard of copy and paste; the system's until then.
+    void SetClipboard(std::shared_ptr<varno::Clipboard> clipboard) { mClipboard = std::move(clipboard); }
+    /// Where meters are read if the data model is not this module's own object but a host's proxy: the
+    /// editor's controller, borrowed until Disconnect; may be null.
+    void SetController(const AAX_IController* controller) { mController = controller; }
+
+    /// Ends gestures that are under way, so that no parameter stays touched, and cuts off the controls.
+    void Disconnect() override;
 
     /// Sets the control of a parameter to the parameter's current value, without notification. Does nothing
     /// for other identifiers and for parameters that cannot be read.
@@ -106,6 +121,12 @@ public:
     /// The usual keys for copy and paste do what the two buttons do.
     void onKeyboardEvent(VSTGUI::KeyboardEvent& event, VSTGUI::CFrame* frame) override;
 
+    /// A press while a gesture is under way, as with another button, ends that gesture: the library brings
+    /// its release to the new one.
+    void onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* frame) override;
+    void onMouseEntered(VSTGUI::CView*, VSTGUI::CFrame*) override {}
+    void onMouseExited(VSTGUI::CView*, VSTGUI::CFrame*) override {}
+
     /// The control with this identifier of the layout; borrowed, null if there is none.
     VSTGUI::CControl* GetControl(std::string_view id) const;
     /// The line that names what was changed last; borrowed.
@@ -114,18 +135,23 @@ public:
     bool IsMatchingRequested() const { return mVolumeMatch.IsRestartRequested(); }
 
 protected:
-    /// Ends gestures that are under way, so that no parameter stays touched.
     ~DemoGain_View() noexcept override;
 
 private:
     /// The shared bitmap that holds this part.
     static VSTGUI::SharedPointer<VSTGUI::CBitmap>& SharedBitmap(DemoGain_ViewLayout::Art art);
+    /// The same, or a bitmap without content while none is loaded.
+    static VSTGUI::SharedPointer<VSTGUI::CBitmap> BitmapFor(DemoGain_ViewLayout::Art art);
 
     void AddStatusLabel();
     void AddControl(std::size_t index, AAX_IViewContainer* container);
 
+    /// The data model, for the length of an operation in which the host may release it; null without one.
+    ACFPtr<AAX_IACFEffectParameters> Parameters() const;
     /// 0 where the parameter cannot be read.
     double ReadNormalized(const char* paramID) const;
+    /// Does nothing without a data model.
+    void RequestNormalized(const char* paramID, double value);
     bool IsAutoGainOn() const;
     void ChangeParameter(const DemoGain_ViewLayout::Control& row, float value);
     void CompensateGain(double gain);
@@ -146,6 +172,9 @@ private:
     VSTGUI::CTextLabel* mStatusLabel; ///< The frame's, as all controls.
     /// In the order of the layout's table.
     std::array<VSTGUI::CControl*, std::size(DemoGain_ViewLayout::kControls)> mControls{};
+    /// The same, as what they are to the host.
+    std::array<DemoGain_HostedControl*, std::size(DemoGain_ViewLayout::kControls)> mHosted{};
+    const AAX_IController* mController = nullptr;
     DemoGain_VolumeMatch mVolumeMatch;
 };
 

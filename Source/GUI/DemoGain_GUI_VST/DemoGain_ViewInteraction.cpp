@@ -8,6 +8,7 @@
 #include "DemoGain_MeterLaw.h"
 #include "DemoGain_ParameterTable.h"
 #include "DemoGain_PresetText.h"
+#include "GUI/DemoGain_GUI_VST/DemoGain_Controls.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_Gestures.h"
 #include "Platform/Clipboard.h"
 
@@ -36,15 +37,23 @@ char32_t LetterOf(char32_t character) {
 
 void DemoGain_View::controlBeginEdit(CControl* control) {
     const Control* const row = DemoGain_Gestures::ControlOf(control->getTag());
-    if (row != nullptr && getParameters() != nullptr) {
-        getParameters()->TouchParameter(row->mID);
+    if (const auto parameters = Parameters(); row != nullptr && parameters) {
+        parameters->TouchParameter(row->mID);
     }
 }
 
 void DemoGain_View::controlEndEdit(CControl* control) {
     const Control* const row = DemoGain_Gestures::ControlOf(control->getTag());
-    if (row != nullptr && getParameters() != nullptr) {
-        getParameters()->ReleaseParameter(row->mID);
+    if (const auto parameters = Parameters(); row != nullptr && parameters) {
+        parameters->ReleaseParameter(row->mID);
+    }
+}
+
+void DemoGain_View::onMouseEvent(VSTGUI::MouseEvent& event, VSTGUI::CFrame* /*frame*/) {
+    if (event.type == VSTGUI::EventType::MouseDown) {
+        for (DemoGain_HostedControl* const control : mHosted) {
+            control->EndOffer();
+        }
     }
 }
 
@@ -66,7 +75,7 @@ void DemoGain_View::valueChanged(CControl* control) {
 void DemoGain_View::ChangeParameter(const Control& row, float value) {
     const bool isAutoGainOn = IsAutoGainOn();
     const DemoGain_Gestures::Gesture& gesture = DemoGain_Gestures::GestureOf(row);
-    getParameters()->SetParameterNormalizedValue(row.mID, value);
+    RequestNormalized(row.mID, value);
     if (isAutoGainOn && row.mID == std::string_view(cDemoGain_GainID)) {
         CompensateGain(value);
     }
@@ -82,8 +91,7 @@ void DemoGain_View::CompensateGain(double gain) {
     const double raise = gain - ReadNormalized(cDemoGain_GainID);
     const double volume = ReadNormalized(cDemoGain_VolumeID);
     if (raise > 0.0) {
-        getParameters()->SetParameterNormalizedValue(cDemoGain_VolumeID,
-                                                     std::clamp(volume - raise, 0.0, 1.0));
+        RequestNormalized(cDemoGain_VolumeID, std::clamp(volume - raise, 0.0, 1.0));
     }
 }
 
@@ -92,10 +100,22 @@ void DemoGain_View::ShowStatus(const std::string& text) {
     mStatusLabel->invalid();
 }
 
+ACFPtr<AAX_IACFEffectParameters> DemoGain_View::Parameters() const {
+    return ACFPtr<AAX_IACFEffectParameters>::Retain(getParameters());
+}
+
 double DemoGain_View::ReadNormalized(const char* paramID) const {
     double value = 0.0;
-    getParameters()->GetParameterNormalizedValue(paramID, &value);
+    if (const auto parameters = Parameters()) {
+        parameters->GetParameterNormalizedValue(paramID, &value);
+    }
     return value;
+}
+
+void DemoGain_View::RequestNormalized(const char* paramID, double value) {
+    if (const auto parameters = Parameters()) {
+        parameters->SetParameterNormalizedValue(paramID, value);
+    }
 }
 
 bool DemoGain_View::IsAutoGainOn() const {
@@ -113,8 +133,8 @@ void DemoGain_View::UseClipboard(const Control& row) {
 }
 
 void DemoGain_View::CopyPreset(const Control& row) {
-    const std::string text = DemoGain_PresetText::Write(*getParameters());
-    if (!text.empty() && mClipboard->setText(text)) {
+    if (const auto parameters = Parameters()) {
+        mClipboard->setText(DemoGain_PresetText::Write(*parameters));
         ShowStatus(DemoGain_Gestures::GestureOf(row).mText);
     }
 }
@@ -125,12 +145,13 @@ void DemoGain_View::PastePreset(const Control& row) {
         mVolumeMatch.RequestRestart();
     }
     const std::optional<std::string> text = mClipboard->text();
-    if (!text) {
+    const auto parameters = Parameters();
+    if (!text || !parameters) {
         return;
     }
     const auto values = DemoGain_PresetText::Parse(*text);
     if (values) {
-        DemoGain_PresetText::Apply(*values, *getParameters());
+        DemoGain_PresetText::Apply(*values, *parameters);
     }
     ShowStatus(values ? gesture.mText : DemoGain_Gestures::kFailedText);
 }
@@ -170,7 +191,7 @@ void DemoGain_View::Tick(uint32_t ticksMs) {
     const std::optional<double> volume = mVolumeMatch.Tick(
         ticksMs, ReadMeter(eMeterTap_Input), ReadMeter(eMeterTap_Output), ReadNormalized(cDemoGain_VolumeID));
     if (volume) {
-        getParameters()->SetParameterNormalizedValue(cDemoGain_VolumeID, *volume);
+        RequestNormalized(cDemoGain_VolumeID, *volume);
     }
 }
 
@@ -187,9 +208,11 @@ void DemoGain_View::UpdateMeters() {
 
 float DemoGain_View::ReadMeter(std::size_t tap) const {
     float value = 0.0F;
-    auto* const parameters = dynamic_cast<AAX_CEffectParameters*>(getParameters());
-    if (const AAX_IController* const controller =
-            parameters != nullptr ? parameters->Controller() : nullptr) {
+    const auto held = Parameters();
+    auto* const parameters = dynamic_cast<AAX_CEffectParameters*>(held.Get());
+    const AAX_IController* const own = parameters != nullptr ? parameters->Controller() : nullptr;
+    const AAX_IController* const controller = own != nullptr ? own : mController;
+    if (controller != nullptr) {
         controller->GetCurrentMeterValue(cDemoGain_MeterID[tap], &value);
     }
     return value;

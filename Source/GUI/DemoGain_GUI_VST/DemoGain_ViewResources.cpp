@@ -106,6 +106,11 @@ SharedPointer<CBitmap>& DemoGain_View::SharedBitmap(Art art) {
     return m_hSwPr2;
 }
 
+SharedPointer<CBitmap> DemoGain_View::BitmapFor(Art art) {
+    const SharedPointer<CBitmap>& bitmap = SharedBitmap(art);
+    return bitmap ? bitmap : VSTGUI::makeOwned<CBitmap>(VSTGUI::PlatformBitmapPtr());
+}
+
 void DemoGain_View::LoadViewResources() {
     for (const Bitmap& row : DemoGain_ViewLayout::kBitmaps) {
         SharedPointer<CBitmap>& bitmap = SharedBitmap(row.mArt);

@@ -1,4 +1,5 @@
 // Each control under the mouse: its parameter, its picture and the line of text.
+#include "DemoGain_Coefficients.h"
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
@@ -215,6 +216,14 @@ TEST_F(Controls, theRatioSwitchHasEightPositions) {
     }
     expectOnlyChange(before, "Ratio");
     EXPECT_EQ(touches(*instance, "Ratio"), 0);
+}
+
+// Curve 1 is the first picture; the effect chooses the curve whose value is nearest.
+TEST_F(Controls, theRatioSwitchShowsTheCurveThatSounds) {
+    for (const float value : {0.0F, 0.07F, 0.08F, 0.21F, 0.22F, 0.36F, 0.5F, 0.64F, 0.65F, 0.93F, 1.0F}) {
+        instance->setNormalized("Ratio", value);
+        EXPECT_TRUE(shows(*window, "Ratio", DemoGain_CurveIndex(value))) << value;
+    }
 }
 
 TEST_F(Controls, theRatioSwitchFollowsADrag) {

@@ -1,4 +1,5 @@
 // Gestures that the host handles itself, and automation during a gesture.
+#include "DemoGain_Coefficients.h"
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include <algorithm>
@@ -128,7 +129,7 @@ TEST_F(HostGestures, automationMovesEveryControlWithoutATouch) {
             if (kind == Kind::kKnob) {
                 EXPECT_TRUE(shows(*window, id, knobPicture(value)));
             } else if (kind == Kind::kRatioSwitch) {
-                EXPECT_TRUE(shows(*window, id, std::min(static_cast<int>(value * 8.0), 7)));
+                EXPECT_TRUE(shows(*window, id, DemoGain_CurveIndex(static_cast<float>(value))));
             }
         }
     }

@@ -32,10 +32,24 @@ TEST_F(DesktopLinkTest, ReturnsTheDesktopsScale) {
     EXPECT_EQ(link.scale(), 1.0);
 }
 
+TEST_F(DesktopLinkTest, TurnsTheDesktopsKnobModeIntoTheLibrarys) {
+    constexpr std::int32_t kLibrarysOwn = -1;
+    const DesktopLink link(&container);
+    EXPECT_EQ(link.knobMode(), kLibrarysOwn);
+    desktop.knobMode = AAX_eKnobMode_Line;
+    EXPECT_EQ(link.knobMode(), VSTGUI::kLinearMode);
+    desktop.knobMode = 7; // of a later version
+    EXPECT_EQ(link.knobMode(), kLibrarysOwn);
+    desktop.knobMode = AAX_eKnobMode_Line;
+    desktop.result = AAX_ERROR_NULL_OBJECT;
+    EXPECT_EQ(link.knobMode(), kLibrarysOwn);
+}
+
 TEST_F(DesktopLinkTest, WithoutADesktopEverythingIsHarmless) {
     container.offer(IID_IVarnoDesktopV1, nullptr);
     DesktopLink link(&container);
     EXPECT_EQ(link.scale(), 1.0);
+    EXPECT_EQ(link.knobMode(), -1);
     link.connect(loop);
     link.disconnect();
     EXPECT_EQ(loop.use_count(), 1);

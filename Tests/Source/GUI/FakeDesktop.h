@@ -20,6 +20,10 @@ public:
         *outScale = scale;
         return result;
     }
+    AAX_Result GetKnobMode(std::int32_t* outMode) override {
+        *outMode = knobMode;
+        return result;
+    }
     AAX_Result WatchDescriptor(std::int32_t descriptor, AAX_CWakeProc proc, void* context) override {
         mWatches[{descriptor, context}] = proc;
         return result;
@@ -71,6 +75,7 @@ public:
     }
 
     double scale = 1.0;
+    std::int32_t knobMode = AAX_eKnobMode_Default;
     AAX_Result result = AAX_SUCCESS;
     /// Whether a watch was ended only after its file was closed, when a host's event loop may have failed on
     /// it already.

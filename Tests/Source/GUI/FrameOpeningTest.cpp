@@ -51,9 +51,9 @@ protected:
             editor->Initialize(&host);
             editor->makeView = [](TestEditor& own, void* native) {
                 auto* const view =
-                    new VSTGUI_ContentView(VSTGUI::CRect(0, 0, kWidth, kHeight), &own, nullptr);
+                    new VSTGUI_ContentView(native, VSTGUI::CRect(0, 0, kWidth, kHeight), &own, nullptr);
                 view->getFrame()->setBackgroundColor(VSTGUI::kRedCColor);
-                own.ShowView(view, native);
+                own.ShowView(view);
             };
         }
         Place(const Place&) = delete;

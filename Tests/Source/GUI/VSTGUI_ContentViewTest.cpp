@@ -94,14 +94,22 @@ class VSTGUI_ContentViewTest : public ::testing::Test {
 protected:
     VSTGUI_ContentViewTest() {
         UseVSTGUI({});
-        view = VSTGUI::owned(new OwnView(CRect(0, 0, 200, 100), &editor, parameters.Get()));
+        view = VSTGUI::owned(new OwnView(&native, CRect(0, 0, 200, 100), &editor, parameters.Get()));
     }
 
     struct Editor : VSTGUI::VSTGUIEditorInterface {
         ~Editor() noexcept override = default;
+        std::int32_t getKnobMode() const override { return VSTGUI::kRelativCircularMode; }
+        void beginEdit(std::int32_t index) override { edits.push_back(index); }
+        void endEdit(std::int32_t index) override { edits.push_back(-index); }
+        bool beforeSizeChange(const CRect&, const CRect&) override { return allowsSizes; }
+
+        std::vector<std::int32_t> edits;
+        bool allowsSizes = true;
     };
 
     Log log;
+    int native = 0; // the address of a native view
     Editor editor;
     ACFPtr<TestEffect> parameters = makeTestEffect();
     VSTGUI::SharedPointer<OwnView> view;
@@ -111,8 +119,26 @@ TEST_F(VSTGUI_ContentViewTest, CarriesItsFrameAndParameters) {
     EXPECT_EQ(view->getParameters(), parameters.Get());
     ASSERT_NE(view->getFrame(), nullptr);
     EXPECT_EQ(view->getFrame()->getViewSize(), CRect(0, 0, 200, 100));
-    EXPECT_EQ(view->getFrame()->getEditor(), &editor);
     EXPECT_EQ(editor.getFrame(), nullptr);
+}
+
+TEST_F(VSTGUI_ContentViewTest, ItsFrameAsksTheEditorUntilItIsDisconnected) {
+    VSTGUI::CFrame& frame = *view->getFrame();
+    EXPECT_EQ(frame.getKnobMode(), VSTGUI::kRelativCircularMode);
+    frame.beginEdit(3);
+    frame.endEdit(3);
+    EXPECT_EQ(editor.edits, (std::vector<std::int32_t>{3, -3}));
+    editor.allowsSizes = false;
+    EXPECT_FALSE(frame.setSize(50, 50));
+
+    view->Disconnect();
+    EXPECT_EQ(view->getParameters(), nullptr);
+    EXPECT_EQ(view->getNativeView(), nullptr);
+    EXPECT_EQ(frame.getKnobMode(), VSTGUI::CFrame::kDefaultKnobMode);
+    frame.beginEdit(4);
+    frame.endEdit(4);
+    EXPECT_EQ(editor.edits.size(), 2U);
+    EXPECT_TRUE(frame.setSize(50, 50));
 }
 
 TEST_F(VSTGUI_ContentViewTest, TheLastReferenceTakesTheFrameAndItsViews) {

@@ -4,9 +4,12 @@
 
 #include "vstgui/lib/coffscreencontext.h"
 
+#include <cmath>
+
 namespace varno::test {
 namespace {
 
+using VSTGUI::kAlt;
 using VSTGUI::kControl;
 using VSTGUI::kLButton;
 using VSTGUI::kShift;
@@ -61,6 +64,39 @@ TEST_F(DemoGain_AnimKnobVSTTest, AControlDragIsAsFineAsAShiftDragOfTheBase) {
     EXPECT_EQ(drag(*knob, kShift), fine);
     EXPECT_EQ(drag(*knob, kControl), fine);
     EXPECT_EQ(drag(*knob, kControl | kShift), fine);
+}
+
+// How far a press and a move of one unit, far from the knob's hand, turn a knob.
+class DemoGain_KnobModeTest : public DemoGain_AnimKnobVSTTest {
+protected:
+    float jump(VSTGUI::CControl& knob, std::int32_t keys) {
+        knob.setValue(0.1F);
+        press(knob, kLButton | keys, at(38, 20));
+        move(knob, kLButton | keys, at(38, 21));
+        release(knob, kLButton | keys, at(38, 21));
+        EXPECT_FALSE(knob.isEditing());
+        return std::abs(knob.getValue() - 0.1F);
+    }
+
+    static constexpr float kSmall = 0.02F;
+};
+
+// The library's knob would turn to the mouse with the Alt key.
+TEST_F(DemoGain_KnobModeTest, WhereKnobsFollowALineNoPressMakesOneJump) {
+    VSTGUI::CFrame::kDefaultKnobMode = VSTGUI::kLinearMode;
+    auto* const knob = make<DemoGain_AnimKnobVST>();
+    for (const std::int32_t keys :
+         {0, +kShift, +kControl, kAlt | kShift, kAlt | kControl, kAlt | kShift | kControl}) {
+        EXPECT_LT(jump(*knob, keys), kSmall) << keys;
+    }
+}
+
+TEST_F(DemoGain_KnobModeTest, TheLibrarysOwnModeIsKept) {
+    VSTGUI::CFrame::kDefaultKnobMode = VSTGUI::kCircularMode;
+    auto* const knob = make<DemoGain_AnimKnobVST>();
+    EXPECT_GT(jump(*knob, 0), 0.5F);
+    EXPECT_EQ(jump(*knob, 0), jump(*make<VSTGUI::CAnimKnob>(), 0));
+    EXPECT_LT(jump(*knob, kAlt | kShift), kSmall) << "a line, with this key";
 }
 
 TEST_F(DemoGain_AnimKnobVSTTest, APressThatIsLeftToTheKnobIsOfferedAsADragToo) {

@@ -26,7 +26,7 @@ public:
 protected:
     void CreateEffectView(void* nativeView) override {
         if (showsAnotherView) {
-            ShowView(new VSTGUI_ContentView(VSTGUI::CRect(), this, GetEffectParameters()), nativeView);
+            ShowView(new VSTGUI_ContentView(nativeView, VSTGUI::CRect(), this, GetEffectParameters()));
         } else {
             DemoGain_GUI::CreateEffectView(nativeView);
         }

@@ -2,6 +2,8 @@
 
 #include "Tests/Source/GUI/DemoGain_GUI_VST/ControlFixture.h"
 
+#include <type_traits>
+
 namespace varno::test {
 namespace {
 
@@ -187,7 +189,7 @@ TYPED_TEST(DemoGain_HostGesturesTest, AnOptionClickSetsTheDefaultValue) {
     control->setValue(1.0F);
     EXPECT_EQ(this->press(*control, kLButton | kAlt, this->at(20, 20)),
               kMouseDownEventHandledButDontNeedMovedOrUpEvents);
-    EXPECT_EQ(this->host.takeOffers(), Log{"down Gain 4"});
+    EXPECT_EQ(this->host.takeOffers(), (Log{"down Gain 4", "up Gain 4"}));
     const Log told = this->listener.take();
     ASSERT_EQ(told.size(), 3U);
     EXPECT_EQ(told, (Log{"begin", "value 0.25", "end"}));
@@ -244,8 +246,62 @@ TYPED_TEST(DemoGain_HostGesturesTest, AfterAnOptionClickNothingIsCaptured) {
     const VSTGUI::Modifiers alt(VSTGUI::ModifierKey::Alt);
     this->template dispatch<VSTGUI::MouseDownEvent>(this->at(20, 20), MouseButton::Left, alt);
     this->template dispatch<VSTGUI::MouseUpEvent>(this->at(20, 20), MouseButton::Left, alt);
-    EXPECT_EQ(this->host.takeOffers(), Log{"down Gain 4"});
+    EXPECT_EQ(this->host.takeOffers(), (Log{"down Gain 4", "up Gain 4"}));
     EXPECT_FALSE(control->isEditing());
+}
+
+// The library brings no release for these to a control.
+TYPED_TEST(DemoGain_HostGesturesTest, APressThatNobodyHandlesIsReleasedAtOnce) {
+    this->makeHosted();
+    this->template dispatch<VSTGUI::MouseDownEvent>(this->at(20, 20), MouseButton::Right);
+    EXPECT_EQ(this->host.takeOffers(), (Log{"down Gain 16", "up Gain 16"}));
+    this->template dispatch<VSTGUI::MouseUpEvent>(this->at(20, 20), MouseButton::Right);
+    EXPECT_EQ(this->host.takeOffers(), Log{});
+}
+
+TYPED_TEST(DemoGain_HostGesturesTest, ACancelReleases) {
+    auto* const control = this->makeHosted();
+    for (const bool takesDown : {false, true}) {
+        this->host.takesDown = takesDown;
+        this->press(*control, kLButton, this->at(20, 20));
+        this->host.takeOffers();
+        control->onMouseCancel();
+        EXPECT_EQ(this->host.takeOffers(), Log{"up Gain 0"});
+        EXPECT_FALSE(control->isEditing());
+        control->onMouseCancel();
+        EXPECT_EQ(this->host.takeOffers(), Log{}) << "once for each press";
+    }
+}
+
+TYPED_TEST(DemoGain_HostGesturesTest, AnOfferThatEndsLeavesThePresentValue) {
+    auto* const control = this->makeHosted();
+    this->press(*control, kLButton, this->at(20, 20));
+    const float value = control->getValue();
+    this->host.takeOffers();
+    this->listener.take();
+    control->EndOffer();
+    EXPECT_EQ(this->host.takeOffers(), Log{"up Gain 0"});
+    EXPECT_FALSE(control->isEditing());
+    if (std::is_same_v<TypeParam, Kick>) {
+        EXPECT_EQ(control->getValue(), 0.0F);
+    } else {
+        EXPECT_EQ(control->getValue(), value);
+    }
+    EXPECT_EQ(this->listener.take(), Log{"end"});
+    control->EndOffer();
+    EXPECT_EQ(this->host.takeOffers(), Log{});
+}
+
+TYPED_TEST(DemoGain_HostGesturesTest, AClosedControlDoesNothingMore) {
+    auto* const control = this->makeHosted();
+    control->SetViewContainer(nullptr);
+    control->Close();
+    for (const std::int32_t state : {+kLButton, kLButton | kAlt}) {
+        EXPECT_EQ(this->press(*control, state, this->at(20, 20)), VSTGUI::kMouseEventNotHandled);
+        EXPECT_EQ(this->move(*control, state, this->at(25, 20)), VSTGUI::kMouseEventNotHandled);
+        EXPECT_EQ(this->release(*control, state, this->at(25, 20)), VSTGUI::kMouseEventNotHandled);
+    }
+    EXPECT_EQ(this->listener.take(), Log{});
 }
 
 } // namespace

@@ -73,18 +73,20 @@ TEST_F(DemoGain_ViewClipboard, CopyMatchesNothing) {
     EXPECT_FALSE(view->IsMatchingRequested());
 }
 
-TEST_F(DemoGain_ViewClipboard, CopyThatFailsShowsNothing) {
+TEST_F(DemoGain_ViewClipboard, CopyShowsItsTextWhateverTheClipboardReports) {
     clipboard->takes = false;
     click("PR1K");
     EXPECT_EQ(clipboard->writes, 1);
-    EXPECT_EQ(status(), "---");
+    EXPECT_EQ(status(), "Preset to Clipboard");
 }
 
-TEST_F(DemoGain_ViewClipboard, SettingsThatCannotBeReadLeaveTheClipboard) {
+TEST_F(DemoGain_ViewClipboard, CopyWritesZeroForAValueThatCannotBeRead) {
+    automate("HSw", 1.0);
     model->unreadable = {"HSw"};
     click("PR1K");
-    EXPECT_EQ(clipboard->writes, 0);
-    EXPECT_EQ(status(), "---");
+    ASSERT_TRUE(clipboard->content);
+    EXPECT_THAT(*clipboard->content, testing::HasSubstr(" HarmSw 0.0000000000\n"));
+    EXPECT_EQ(status(), "Preset to Clipboard");
 }
 
 TEST_F(DemoGain_ViewClipboard, PasteWritesEveryValueInTheTextsOrder) {

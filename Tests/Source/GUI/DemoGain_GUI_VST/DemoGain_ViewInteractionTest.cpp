@@ -1,7 +1,10 @@
 #include "DemoGain_Alg.h"
 #include "DemoGain_MeterLaw.h"
 #include "Tests/Source/GUI/DemoGain_GUI_VST/ViewFixture.h"
+#include "Tests/Source/GUI/HostMouse.h"
 #include "Tests/Support/FakeHostServices.h"
+
+#include "vstgui/lib/events.h"
 
 #include <gmock/gmock.h>
 
@@ -121,8 +124,37 @@ TEST_F(DemoGain_ViewInteraction, AStrangeTagIsAssertedAndDoesNothing) {
     EXPECT_FALSE(view->IsMatchingRequested());
 }
 
+// The library brings the releases of both buttons to what was pressed last, if to anything.
+TEST_F(DemoGain_ViewInteraction, ASecondPressEndsTheGestureUnderWay) {
+    varno::test::HostMouse mouse;
+    openView(&mouse);
+    VSTGUI::CFrame& frame = *view->getFrame();
+    frame.attached(&frame); // as opening does, which needs a window
+    const auto dispatch = [&](auto event, const char* id, VSTGUI::MouseButton button) {
+        event.mousePosition = view->GetControl(id)->getViewSize().getCenter();
+        event.buttonState.add(button);
+        frame.dispatchEvent(event);
+    };
+    for (const bool takesDown : {false, true}) {
+        mouse.takesDown = takesDown;
+        for (const char* const second : {"Gain", "Volume"}) {
+            dispatch(VSTGUI::MouseDownEvent(), "Gain", VSTGUI::MouseButton::Left);
+            dispatch(VSTGUI::MouseDownEvent(), second, VSTGUI::MouseButton::Right);
+            dispatch(VSTGUI::MouseUpEvent(), second, VSTGUI::MouseButton::Right);
+            dispatch(VSTGUI::MouseUpEvent(), second, VSTGUI::MouseButton::Left);
+            std::vector<std::string> offers = mouse.takeOffers();
+            std::erase(offers, "drag Gain 0");
+            EXPECT_THAT(offers, ElementsAre("down Gain 0", "up Gain 0", std::string("down ") + second + " 16",
+                                            std::string("up ") + second + " 16"));
+            EXPECT_FALSE(view->GetControl("Gain")->isEditing());
+        }
+    }
+    EXPECT_THAT(model->takeCalls(), ElementsAre("touch Gain", "release Gain", "touch Gain", "release Gain"));
+}
+
 TEST_F(DemoGain_ViewInteraction, WithoutParametersNothingHappens) {
-    view = VSTGUI::owned(new DemoGain_View(nullptr, nullptr, nullptr, clipboard));
+    view = VSTGUI::owned(new DemoGain_View(nullptr, nullptr, nullptr, nullptr));
+    view->SetClipboard(clipboard);
     clipboard->content = "";
     const varno::ListeningHost listener;
     for (const DemoGain_ViewLayout::Control& row : DemoGain_ViewLayout::kControls) {

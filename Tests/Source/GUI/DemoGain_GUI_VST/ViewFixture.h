@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -65,6 +66,7 @@ public:
         return DemoGain_Parameters::SetParameterNormalizedValue(paramID, value);
     }
     AAX_Result GetParameterNormalizedValue(AAX_CParamID paramID, double* outValue) const override {
+        enter("get", paramID);
         return unreadable.count(paramID) > 0
                    ? AAX_ERROR_UNIMPLEMENTED
                    : DemoGain_Parameters::GetParameterNormalizedValue(paramID, outValue);
@@ -74,10 +76,19 @@ public:
     std::vector<std::string> takeCalls() { return std::exchange(mCalls, {}); }
 
     std::set<std::string> unreadable; ///< Parameters whose values cannot be read.
+    /// Called within each call, such as "touch Gain" and "get Gain", before it does anything; may be empty.
+    std::function<void(const std::string& call)> within;
 
 private:
+    void enter(const char* call, const char* paramID) const {
+        if (within) {
+            within(std::string(call) + ' ' + paramID);
+        }
+    }
+
     template<class... Values>
     void note(const char* call, const char* paramID, Values... values) {
+        enter(call, paramID);
         std::ostringstream text;
         text << call << " " << paramID;
         ((text << " " << values), ...);
@@ -91,17 +102,29 @@ private:
 class FakeClipboard : public Clipboard {
 public:
     bool setText(const std::string& text) override {
+        enter();
         ++writes;
         if (takes) {
             content = text;
         }
         return takes;
     }
-    std::optional<std::string> text() override { return content; }
+    std::optional<std::string> text() override {
+        enter();
+        return content;
+    }
 
+    std::function<void()> within; ///< Called within each call; may be empty.
     std::optional<std::string> content;
     bool takes = true; ///< Whether it can be written.
     int writes = 0;
+
+private:
+    void enter() const {
+        if (within) {
+            within();
+        }
+    }
 };
 
 /// Requests for values wait until `answer`, as with a host.
@@ -121,7 +144,8 @@ protected:
 
     void openView(AAX_IViewContainer* container = nullptr) {
         view = nullptr;
-        view = VSTGUI::owned(new DemoGain_View(model.Get(), nullptr, container, clipboard));
+        view = VSTGUI::owned(new DemoGain_View(nullptr, model.Get(), nullptr, container));
+        view->SetClipboard(clipboard);
         model->takeCalls();
     }
 
