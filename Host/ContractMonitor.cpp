@@ -35,7 +35,11 @@ void ContractMonitor::report(Contract contract, std::string text) {
     Listener listener;
     {
         const std::lock_guard lock(mMutex);
-        mViolations.push_back(violation);
+        if (mViolations.size() < kMostViolations) {
+            mViolations.push_back(violation);
+        } else if (++mLeftOut == 1) {
+            mFirstLeftOut = violation;
+        }
         listener = mListener;
     }
     if (listener) {
@@ -43,14 +47,26 @@ void ContractMonitor::report(Contract contract, std::string text) {
     }
 }
 
+std::vector<Violation> ContractMonitor::recorded() const {
+    std::vector<Violation> all = mViolations;
+    if (mLeftOut > 0) {
+        all.push_back({mFirstLeftOut.contract,
+                       mFirstLeftOut.text + " (and " + std::to_string(mLeftOut - 1) + " more, of any kind)"});
+    }
+    return all;
+}
+
 std::vector<Violation> ContractMonitor::violations() const {
     const std::lock_guard lock(mMutex);
-    return mViolations;
+    return recorded();
 }
 
 std::vector<Violation> ContractMonitor::takeViolations() {
     const std::lock_guard lock(mMutex);
-    return std::exchange(mViolations, {});
+    const std::vector<Violation> all = recorded();
+    mViolations.clear();
+    mLeftOut = 0;
+    return all;
 }
 
 void ContractMonitor::setListener(Listener listener) {
@@ -96,43 +112,35 @@ bool ContractMonitor::meet(std::vector<Expectation>& expectations, const std::st
 }
 
 void ContractMonitor::trace(std::int32_t priority, const char* message) {
-    TraceLine line{priority, message == nullptr ? "" : message};
-    const std::string text = line.text;
+    const TraceLine line{priority, message == nullptr ? "" : message};
+    if (mTraceListener) {
+        mTraceListener(line);
+    }
     bool expected = false;
     {
         const std::lock_guard lock(mMutex);
-        mTraces.push_back(std::move(line));
-        expected = meet(mExpectedTraces, text);
+        expected = meet(mExpectedTraces, line.text);
     }
     if (!expected) {
-        report(Contract::kDiagnostics, "unexpected trace line " + quoted(text));
+        report(Contract::kDiagnostics, "unexpected trace line " + quoted(line.text));
     }
 }
 
 void ContractMonitor::assertFailure(const char* file, std::int32_t line, const char* note,
                                     std::int32_t flags) {
-    AssertFailure failure{file == nullptr ? "" : file, line, note == nullptr ? "" : note, flags};
-    const std::string text = failure.note;
-    const std::string place = failure.file + ":" + std::to_string(line);
+    const AssertFailure failure{file == nullptr ? "" : file, line, note == nullptr ? "" : note, flags};
+    if (mAssertListener) {
+        mAssertListener(failure);
+    }
     bool expected = false;
     {
         const std::lock_guard lock(mMutex);
-        mAssertFailures.push_back(std::move(failure));
-        expected = meet(mExpectedAssertions, text);
+        expected = meet(mExpectedAssertions, failure.note);
     }
     if (!expected) {
-        report(Contract::kDiagnostics, "unexpected failed assertion " + quoted(text) + " at " + place);
+        report(Contract::kDiagnostics, "unexpected failed assertion " + quoted(failure.note) + " at " +
+                                           failure.file + ":" + std::to_string(line));
     }
-}
-
-std::vector<TraceLine> ContractMonitor::traces() const {
-    const std::lock_guard lock(mMutex);
-    return mTraces;
-}
-
-std::vector<AssertFailure> ContractMonitor::assertFailures() const {
-    const std::lock_guard lock(mMutex);
-    return mAssertFailures;
 }
 
 } // namespace varno

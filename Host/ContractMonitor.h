@@ -2,10 +2,12 @@
 #ifndef VARNO_HOST_CONTRACTMONITOR_H
 #define VARNO_HOST_CONTRACTMONITOR_H
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace varno {
@@ -46,21 +48,32 @@ struct AssertFailure {
     std::int32_t flags;
 };
 
-/// Collects violations. One monitor belongs to one module and everything made from it, and outlives both, so
-/// that a breach at the very end is seen. Safe from any thread; recording takes a lock and allocates, which
-/// happens only when a contract is broken or the module writes a trace line. [any]
+/// Collects violations, the first kMostViolations of them. One monitor belongs to one module and everything
+/// made from it, and outlives both, so that a breach at the very end is seen. Safe from any thread; recording
+/// takes a lock and allocates, which happens only when a contract is broken or the module writes a trace
+/// line. [any]
 class ContractMonitor {
 public:
     using Listener = std::function<void(const Violation&)>;
+    using TraceListener = std::function<void(const TraceLine&)>;
+    using AssertListener = std::function<void(const AssertFailure&)>;
+
+    /// Enough to find a fault; a module that breaks a contract in every buffer does not fill the memory.
+    static constexpr std::size_t kMostViolations = 1000;
 
     /// Records a violation.
     void report(Contract contract, std::string text);
-    /// Everything recorded so far, in order.
+    /// Everything recorded so far, in order; where there was more, the last one is of the same contract as
+    /// the first that was left out, and states how many.
     std::vector<Violation> violations() const;
     /// Returns and removes everything recorded so far; for a test that provokes a violation.
     std::vector<Violation> takeViolations();
     /// Calls `listener` at each further violation, on the thread that caused it; empty for none.
     void setListener(Listener listener);
+    /// The same for every trace line and every failed assertion, expected or not; they are not kept. Set
+    /// before the module runs.
+    void setTraceListener(TraceListener listener) { mTraceListener = std::move(listener); }
+    void setAssertListener(AssertListener listener) { mAssertListener = std::move(listener); }
 
     /// Allows trace lines that contain `part`, any number of them from now on.
     void expectTrace(std::string part);
@@ -73,10 +86,6 @@ public:
     void trace(std::int32_t priority, const char* message);
     /// Takes a failed assertion; a violation unless expected.
     void assertFailure(const char* file, std::int32_t line, const char* note, std::int32_t flags);
-    /// All trace lines so far, expected or not.
-    std::vector<TraceLine> traces() const;
-    /// All failed assertions so far, expected or not.
-    std::vector<AssertFailure> assertFailures() const;
 
 private:
     struct Expectation {
@@ -84,15 +93,18 @@ private:
         bool met = false;
     };
 
+    std::vector<Violation> recorded() const;
     static bool meet(std::vector<Expectation>& expectations, const std::string& text);
 
     mutable std::mutex mMutex;
     std::vector<Violation> mViolations;
-    std::vector<TraceLine> mTraces;
-    std::vector<AssertFailure> mAssertFailures;
+    Violation mFirstLeftOut{};
+    std::size_t mLeftOut = 0;
     std::vector<Expectation> mExpectedTraces;
     std::vector<Expectation> mExpectedAssertions;
     Listener mListener;
+    TraceListener mTraceListener;
+    AssertListener mAssertListener;
 };
 
 } // namespace varno

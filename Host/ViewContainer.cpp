@@ -75,12 +75,14 @@ AAX_Result ViewContainer::SetViewSize(AAX_Point* size) {
 
 AAX_Result ViewContainer::take(MouseOffer::Kind kind, const AAX_CParamID* paramIDs, std::uint32_t count,
                                std::uint32_t modifiers) {
+    if (!mMouseHandler) {
+        return AAX_ERROR_UNIMPLEMENTED;
+    }
     MouseOffer offer{kind, {}, modifiers};
     for (std::uint32_t i = 0; i < count; ++i) {
         offer.parameters.emplace_back(paramIDs[i] == nullptr ? "" : paramIDs[i]);
     }
-    mOffers.push_back(offer);
-    return mMouseHandler ? mMouseHandler(offer) : AAX_ERROR_UNIMPLEMENTED;
+    return mMouseHandler(offer);
 }
 
 AAX_Result ViewContainer::HandleParameterMouseDown(AAX_CParamID paramID, std::uint32_t modifiers) {

@@ -81,14 +81,12 @@ public:
     void setDesktop(Desktop* desktop) { mDesktop.setDesktop(desktop); }
     /// The modifier keys that are down.
     void setModifiers(std::uint32_t modifiers) { mModifiers = modifiers; }
-    /// Answers mouse offers: AAX_SUCCESS takes one. Without a handler none is taken.
+    /// Answers mouse offers: AAX_SUCCESS takes one. Without a handler none is taken. Offers are not kept.
     void setMouseHandler(MouseHandler handler) { mMouseHandler = std::move(handler); }
     /// Answers requests for a size in pixels: AAX_SUCCESS grants it. Without a handler each is granted.
     void setSizeHandler(SizeHandler handler) { mSizeHandler = std::move(handler); }
     /// The size granted last; zero before.
     const AAX_Point& size() const { return mSize; }
-    /// All offers so far.
-    const std::vector<MouseOffer>& offers() const { return mOffers; }
 
     std::int32_t GetType() override { return mType; }
     void* GetPtr() override { return mView; }
@@ -118,7 +116,6 @@ private:
     DesktopFacet mDesktop{*this};
     MouseHandler mMouseHandler;
     SizeHandler mSizeHandler;
-    std::vector<MouseOffer> mOffers;
 };
 
 } // namespace varno

@@ -31,12 +31,14 @@ TEST(ContractMonitorTest, CallsItsListener) {
 
 TEST(ContractMonitorTest, AnExpectationCoversAnyNumberOfLines) {
     ContractMonitor monitor;
+    std::vector<std::string> lines;
+    monitor.setTraceListener([&](const TraceLine& line) { lines.push_back(line.text); });
     monitor.expectTrace("known");
     monitor.trace(1, "a known line");
     monitor.trace(2, "another known line");
     EXPECT_THAT(monitor.violations(), IsEmpty());
     EXPECT_THAT(monitor.unmetExpectations(), IsEmpty());
-    EXPECT_EQ(2U, monitor.traces().size());
+    EXPECT_THAT(lines, ElementsAre("a known line", "another known line"));
     monitor.trace(3, "something else");
     EXPECT_EQ(1U, monitor.violations().size());
 }
@@ -60,8 +62,29 @@ TEST(ContractMonitorTest, TakesNullTexts) {
     ContractMonitor monitor;
     monitor.trace(1, nullptr);
     monitor.assertFailure(nullptr, 3, nullptr, 1);
-    EXPECT_EQ("", monitor.traces()[0].text);
+    EXPECT_EQ("unexpected trace line \"\"", monitor.violations()[0].text);
     EXPECT_EQ("unexpected failed assertion \"\" at :3", monitor.violations()[1].text);
+}
+
+// A module that breaks a contract in every buffer.
+TEST(ContractMonitorTest, KeepsTheFirstViolationsAndCountsTheOthers) {
+    ContractMonitor monitor;
+    constexpr std::size_t kMost = ContractMonitor::kMostViolations;
+    for (std::size_t i = 0; i < kMost; ++i) {
+        monitor.report(Contract::kThread, std::to_string(i));
+    }
+    EXPECT_EQ(kMost, monitor.violations().size());
+    monitor.report(Contract::kPackets, "one");
+    monitor.report(Contract::kThread, "two");
+    monitor.report(Contract::kThread, "three");
+    const auto violations = monitor.takeViolations();
+    ASSERT_EQ(kMost + 1, violations.size());
+    EXPECT_EQ("999", violations[kMost - 1].text);
+    EXPECT_EQ(Contract::kPackets, violations[kMost].contract);
+    EXPECT_EQ("one (and 2 more, of any kind)", violations[kMost].text);
+    EXPECT_THAT(monitor.violations(), IsEmpty());
+    monitor.report(Contract::kTouch, "afterwards");
+    EXPECT_EQ(1U, monitor.violations().size());
 }
 
 TEST(ContractMonitorTest, NamesEveryContract) {

@@ -63,11 +63,15 @@ TEST_F(EditorTest, PassesEverythingOn) {
     editor->notify(9, nullptr, 0);
     EXPECT_THAT(FixtureEditor::takeLog(), ElementsAre("timer, offer refused", "draw width 17",
                                                       "highlight Gain 1 2", "notification 9 of 0 bytes"));
-    container->setMouseHandler([](const MouseOffer&) { return AAX_SUCCESS; });
+    MouseOffer last;
+    container->setMouseHandler([&](const MouseOffer& offer) {
+        last = offer;
+        return AAX_SUCCESS;
+    });
     editor->timer();
     EXPECT_THAT(FixtureEditor::takeLog(), ElementsAre("timer, offer taken"));
-    EXPECT_THAT(container->offers().back().parameters, ElementsAre("Gain"));
-    EXPECT_EQ(AAX_eModifiers_Shift, container->offers().back().modifiers);
+    EXPECT_THAT(last.parameters, ElementsAre("Gain"));
+    EXPECT_EQ(AAX_eModifiers_Shift, last.modifiers);
 }
 
 TEST_F(EditorTest, NotificationsReachDataModelAndEditor) {

@@ -193,17 +193,19 @@ TEST(HostServicesTest, EveryVersionCanBeWithheldOnItsOwn) {
 
 TEST(HostServicesTest, HandsEverythingToTheMonitor) {
     const auto context = testContext();
+    std::vector<TraceLine> traces;
+    std::vector<AssertFailure> failures;
+    context->monitor->setTraceListener([&](const TraceLine& line) { traces.push_back(line); });
+    context->monitor->setAssertListener([&](const AssertFailure& failure) { failures.push_back(failure); });
     context->monitor->expectTrace("line");
     context->monitor->expectAssertion("a < b");
     const auto services = ACFPtr<HostServices>::Adopt(new HostServices(context));
     EXPECT_EQ(AAX_SUCCESS, services->Trace(1, "line one"));
     EXPECT_EQ(AAX_SUCCESS, services->StackTrace(2, 3, "line two"));
     EXPECT_EQ(AAX_SUCCESS, services->HandleAssertFailure("f.cpp", 10, "a < b", 1));
-    const auto traces = context->monitor->traces();
     ASSERT_EQ(2U, traces.size());
     EXPECT_EQ(2, traces[1].priority);
     EXPECT_EQ("line two", traces[1].text);
-    const auto failures = context->monitor->assertFailures();
     ASSERT_EQ(1U, failures.size());
     EXPECT_EQ("f.cpp", failures[0].file);
     EXPECT_EQ(10, failures[0].line);

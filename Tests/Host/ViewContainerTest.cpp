@@ -38,23 +38,25 @@ TEST_F(ViewContainerTest, RefusesMouseOffersByDefault) {
     EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseDown("A", 1));
     EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseDrag("A", 2));
     EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseUp("A", 3));
-    ASSERT_EQ(3U, container->offers().size());
-    EXPECT_EQ(MouseOffer::Kind::kDrag, container->offers()[1].kind);
-    EXPECT_EQ(3U, container->offers()[2].modifiers);
 }
 
 TEST_F(ViewContainerTest, AsksItsHandlerAboutOneOrSeveralParameters) {
-    container->setMouseHandler([](const MouseOffer& offer) {
+    std::vector<MouseOffer> offers;
+    container->setMouseHandler([&](const MouseOffer& offer) {
+        offers.push_back(offer);
         return offer.parameters.size() == 2 ? AAX_SUCCESS : AAX_ERROR_UNIMPLEMENTED;
     });
     const AAX_CParamID ids[] = {"A", "B"};
     EXPECT_EQ(AAX_SUCCESS, container->HandleMultipleParametersMouseDown(ids, 2, 0));
     EXPECT_EQ(AAX_SUCCESS, container->HandleMultipleParametersMouseDrag(ids, 2, 0));
     EXPECT_EQ(AAX_SUCCESS, container->HandleMultipleParametersMouseUp(ids, 2, 0));
-    EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseUp(nullptr, 0));
-    EXPECT_THAT(container->offers()[0].parameters, ElementsAre("A", "B"));
-    EXPECT_EQ(MouseOffer::Kind::kUp, container->offers()[2].kind);
-    EXPECT_THAT(container->offers()[3].parameters, ElementsAre(""));
+    EXPECT_EQ(AAX_ERROR_UNIMPLEMENTED, container->HandleParameterMouseUp(nullptr, 3));
+    ASSERT_EQ(4U, offers.size());
+    EXPECT_THAT(offers[0].parameters, ElementsAre("A", "B"));
+    EXPECT_EQ(MouseOffer::Kind::kDrag, offers[1].kind);
+    EXPECT_EQ(MouseOffer::Kind::kUp, offers[2].kind);
+    EXPECT_THAT(offers[3].parameters, ElementsAre(""));
+    EXPECT_EQ(3U, offers[3].modifiers);
 }
 
 TEST_F(ViewContainerTest, GrantsSizesByDefault) {

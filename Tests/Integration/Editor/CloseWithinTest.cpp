@@ -42,7 +42,7 @@ protected:
 
     // Answers offers of this kind, and performs the act within the first.
     void actWithin(Offered kind, bool isTaken, Act act) {
-        window->container().setMouseHandler([=, this](const MouseOffer& offer) {
+        window->answerOffers([=, this](const MouseOffer& offer) {
             if (offer.kind == kind && performed == 0) {
                 perform(act);
             }
@@ -93,7 +93,7 @@ TEST_P(CloseWithinAnOffer, endsTheViewAndNothingElse) {
     ASSERT_EQ(performed, 1);
     expectNothingTouched();
     // The same editor opens again and works.
-    window->container().setMouseHandler({});
+    window->answerOffers({});
     window->editor().setContainer(&window->container());
     awaitDrawing(*window, *instance);
     click(*window, "LinkSw");

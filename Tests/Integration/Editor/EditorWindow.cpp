@@ -46,6 +46,10 @@ EditorWindow::EditorWindow(const EditorSurroundings& surroundings, Instance& ins
       mWindow(mClient, {onScreen.x, onScreen.y, viewArea().width, viewArea().height}),
       mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))) {
     mContainer->setDesktop(surroundings.withDesktop ? &mLoop : nullptr);
+    mContainer->setMouseHandler([this](const MouseOffer& offer) {
+        mOffers.push_back(offer);
+        return mAnswer ? mAnswer(offer) : AAX_ERROR_UNIMPLEMENTED;
+    });
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the container carries a window's number as a pointer
     mContainer->setView(AAX_eViewContainerType_X11, reinterpret_cast<void*>(std::uintptr_t{mWindow.id()}));
     mEditor = instance.openEditor(*mContainer);

@@ -11,6 +11,8 @@
 
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace varno::test {
 
@@ -47,6 +49,11 @@ public:
     /// The instance is about to end: it is not called any more.
     void loseInstance() { mInstance = nullptr; }
 
+    /// Answers the editor's mouse offers; without it none is taken.
+    void answerOffers(ViewContainer::MouseHandler answer) { mAnswer = std::move(answer); }
+    /// All offers so far.
+    const std::vector<MouseOffer>& offers() const { return mOffers; }
+
     Editor& editor() { return *mEditor; }
     ViewContainer& container() { return *mContainer; }
     xcb_window_t window() const { return mWindow.id(); }
@@ -64,6 +71,8 @@ private:
     XWindow mWindow;
     ACFPtr<ViewContainer> mContainer;
     std::unique_ptr<Editor> mEditor;
+    ViewContainer::MouseHandler mAnswer;
+    std::vector<MouseOffer> mOffers;
 };
 
 } // namespace varno::test

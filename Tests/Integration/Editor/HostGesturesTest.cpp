@@ -11,15 +11,15 @@ class HostGestures : public OneEditorTest {
 protected:
     // The host handles gestures of this kind from now on.
     void takeGestures(MouseOffer::Kind kind) {
-        window->container().setMouseHandler([kind](const MouseOffer& offer) {
+        window->answerOffers([kind](const MouseOffer& offer) {
             return offer.kind == kind ? AAX_SUCCESS : AAX_ERROR_UNIMPLEMENTED;
         });
     }
-    void takeNone() { window->container().setMouseHandler({}); }
+    void takeNone() { window->answerOffers({}); }
 
     std::vector<MouseOffer::Kind> offered() const {
         std::vector<MouseOffer::Kind> kinds;
-        for (const MouseOffer& offer : window->container().offers()) {
+        for (const MouseOffer& offer : window->offers()) {
             kinds.push_back(offer.kind);
         }
         return kinds;
@@ -31,7 +31,7 @@ TEST_F(HostGestures, aPressThatTheHostTakesReachesNoControl) {
     takeGestures(MouseOffer::Kind::kDown);
     for (const char* id : {"Gain", "HP", "Ratio", "PR1K", "PR2K"}) {
         click(*window, id);
-        EXPECT_EQ(window->container().offers().back().parameters, std::vector<std::string>{id});
+        EXPECT_EQ(window->offers().back().parameters, std::vector<std::string>{id});
     }
     click(*window, "Hot", {Modifier::kAlt});
     EXPECT_EQ(valuesOf(*instance), before);
@@ -65,7 +65,7 @@ TEST_F(HostGestures, aReleaseThatTheHostTakesStillEndsTheTouch) {
 
 TEST_F(HostGestures, areOfferedInTheirOrder) {
     point(*window, "Mix", pullOf(0.0));
-    EXPECT_TRUE(window->container().offers().empty()) << "before a button is down";
+    EXPECT_TRUE(window->offers().empty()) << "before a button is down";
     press();
     point(*window, "Mix", pullOf(0.1));
     release();
@@ -78,7 +78,7 @@ TEST_F(HostGestures, areOfferedInTheirOrder) {
     EXPECT_EQ(kinds.back(), Kind::kUp);
     EXPECT_TRUE(
         std::all_of(kinds.begin() + 1, kinds.end() - 1, [](Kind kind) { return kind == Kind::kDrag; }));
-    for (const MouseOffer& offer : window->container().offers()) {
+    for (const MouseOffer& offer : window->offers()) {
         EXPECT_EQ(offer.parameters, std::vector<std::string>{"Mix"});
         EXPECT_EQ(offer.modifiers, 0U);
     }
@@ -140,7 +140,7 @@ TEST_F(HostGestures, automationMovesEveryControlWithoutATouch) {
 TEST_F(HostGestures, unknownParametersAreNoMatter) {
     // The preset buttons have identifiers for the host's mouse, but are no parameters.
     click(*window, "PR1K");
-    EXPECT_EQ(window->container().offers().front().parameters, std::vector<std::string>{"PR1K"});
+    EXPECT_EQ(window->offers().front().parameters, std::vector<std::string>{"PR1K"});
     EXPECT_EQ(allTouches(*instance), 0);
     window->editor().highlight("PR1K", false, AAX_eHighlightColor_Red);
     window->editor().highlight("no such parameter", false, AAX_eHighlightColor_Red);

@@ -88,7 +88,7 @@ TEST_F(Meters, areNoMatterToTheHand) {
     setMeter(*instance, eMeterTap_GainReductionLeft, 0.5F);
     EXPECT_TRUE(lights("METERGR1", 13));
     click(*window, "METERGR1");
-    EXPECT_TRUE(window->container().offers().empty());
+    EXPECT_TRUE(window->offers().empty());
 }
 
 } // namespace

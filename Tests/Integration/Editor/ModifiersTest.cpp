@@ -114,8 +114,8 @@ TEST_F(Modifiers, theHostsOwnKeysCount) {
 
 TEST_F(Modifiers, theHostReceivesTheKeys) {
     click(*window, "HP", {Modifier::kShift, Modifier::kAlt});
-    ASSERT_FALSE(window->container().offers().empty());
-    for (const MouseOffer& offer : window->container().offers()) {
+    ASSERT_FALSE(window->offers().empty());
+    for (const MouseOffer& offer : window->offers()) {
         if (offer.kind != MouseOffer::Kind::kDrag) {
             EXPECT_EQ(offer.modifiers,
                       static_cast<std::uint32_t>(AAX_eModifiers_Shift | AAX_eModifiers_Option));
