@@ -115,7 +115,7 @@ void AAX_CEffectGUI_VST::ShowView(VSTGUI_ContentView* view) {
 void AAX_CEffectGUI_VST::DropView() {
     // The host, and the end of a view, may call this object again: it has no view from here on.
     auto view = std::exchange(mView, VSTGUI::SharedPointer<VSTGUI_ContentView>());
-    const auto loop = std::exchange(mRunLoop, nullptr);
+    const auto loop = mRunLoop;
     if (const auto desktop = mDesktop) {
         desktop->disconnect();
     }

@@ -56,7 +56,7 @@ private:
     void DropView();
 
     VSTGUI::SharedPointer<VSTGUI_ContentView> mView;
-    std::shared_ptr<varno::RunLoop> mRunLoop;     ///< Held while there is a view.
+    std::shared_ptr<varno::RunLoop> mRunLoop;     ///< Driven from the first view on.
     std::shared_ptr<varno::DesktopLink> mDesktop; ///< Exists as long as the host's container.
     uint32_t mShownChange = 0;                    ///< Of the container that the view is made for.
 };

@@ -28,6 +28,9 @@ public:
         }
         return std::string(static_cast<const char*>([data bytes]), [data length]);
     }
+
+    // The system keeps the text.
+    void handOver() override {}
 };
 
 } // namespace

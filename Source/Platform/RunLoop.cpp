@@ -33,6 +33,32 @@ void eachLeft(const std::vector<std::weak_ptr<Entry>>& entries, Call call) {
 } // namespace
 
 struct RunLoop::State {
+    // Whether a tick is under way, and what is kept until its end. Both outlive a loop that ends during a
+    // tick.
+    struct Tick {
+        bool isUnderWay = false;
+        std::vector<std::shared_ptr<void>> kept;
+    };
+
+    // A tick, for as long as it exists.
+    class TickScope {
+    public:
+        explicit TickScope(std::shared_ptr<Tick> tick)
+            : mTick(std::move(tick)) {
+            mTick->isUnderWay = true;
+        }
+        TickScope(const TickScope&) = delete;
+        TickScope& operator=(const TickScope&) = delete;
+        ~TickScope() {
+            mTick->isUnderWay = false;
+            // What these objects release while they end goes at once.
+            std::exchange(mTick->kept, {}).clear();
+        }
+
+    private:
+        std::shared_ptr<Tick> mTick;
+    };
+
     struct Descriptor {
         int number;
         Callback handler;
@@ -44,30 +70,10 @@ struct RunLoop::State {
     };
 
     Clock clock;
-    bool isTicking = false;
-    std::vector<std::shared_ptr<void>> kept; // until the end of the tick
+    std::shared_ptr<Tick> tick = std::make_shared<Tick>();
     Owned<Descriptor> descriptors;
     Owned<Timer> timers;
     Owned<Watcher> watchers;
-
-    // A tick, for as long as it exists.
-    class TickScope {
-    public:
-        explicit TickScope(State& state)
-            : mState(state) {
-            mState.isTicking = true;
-        }
-        TickScope(const TickScope&) = delete;
-        TickScope& operator=(const TickScope&) = delete;
-        ~TickScope() {
-            mState.isTicking = false;
-            // What these objects release while they end goes at once.
-            std::exchange(mState.kept, {}).clear();
-        }
-
-    private:
-        State& mState;
-    };
 
     std::set<int> numbers() const {
         std::set<int> found;
@@ -145,25 +151,24 @@ Registration RunLoop::addWatcher(Watcher watcher) {
 }
 
 bool RunLoop::isTicking() const {
-    return mState->isTicking;
+    return mState->tick->isUnderWay;
 }
 
 void RunLoop::keepForTick(std::shared_ptr<void> object) {
-    if (mState->isTicking) {
-        mState->kept.push_back(std::move(object));
+    if (isTicking()) {
+        mState->tick->kept.push_back(std::move(object));
     }
 }
 
 void RunLoop::tick() {
-    if (mState->isTicking) {
+    if (isTicking()) {
         return;
     }
     // A handler may destroy the loop: from here on no member is used.
-    const std::shared_ptr<State> state = mState;
-    const State::TickScope scope(*state);
-    const auto descriptors = snapshot(state->descriptors);
-    const auto timers = snapshot(state->timers);
-    const TimePoint now = state->clock();
+    const State::TickScope scope(mState->tick);
+    const auto descriptors = snapshot(mState->descriptors);
+    const auto timers = snapshot(mState->timers);
+    const TimePoint now = mState->clock();
     eachLeft(descriptors, [](const State::Descriptor& descriptor) { descriptor.handler(); });
     eachLeft(timers, [now](State::Timer& timer) {
         if (timer.due <= now) {

@@ -6,6 +6,7 @@
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
 #include "GUI/VSTGUI_Library.h"
 #include "Platform/Bundle.h"
+#include "Platform/Clipboard.h"
 
 #include <optional>
 #include <string_view>
@@ -34,6 +35,7 @@ void DemoGain_GUI::CreateViewContents() {
 
 void DemoGain_GUI::CreateEffectView(void* nativeView) {
     UseVSTGUI();
+    mClipboard = varno::Clipboard::shared();
     auto* const view = new DemoGain_View(nativeView, GetEffectParameters(), this, GetViewContainer());
     view->SetController(GetController());
     ShowView(view);

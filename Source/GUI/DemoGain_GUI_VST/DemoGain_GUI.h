@@ -4,7 +4,13 @@
 
 #include "GUI/AAX_CEffectGUI_VST.h"
 
+#include <memory>
+
 class DemoGain_View;
+
+namespace varno {
+class Clipboard;
+}
 
 /// Forwards the host's calls to the view. [main]
 class DemoGain_GUI : public AAX_CEffectGUI_VST {
@@ -39,6 +45,8 @@ private:
     /// Null while there is none.
     VSTGUI::SharedPointer<DemoGain_View> View() const;
 
+    /// Held from the first view on: a copied preset stays available while the host calls TimerWakeup.
+    std::shared_ptr<varno::Clipboard> mClipboard;
     uint8_t mLastHighlight = 0;
     AAX_EHighlightColor mLastHighlightColour{};
 };

@@ -126,6 +126,7 @@ void DemoGain_View::Disconnect() {
         mHosted[i]->Close();
     }
     mController = nullptr;
+    mClipboard->handOver();
     VSTGUI_ContentView::Disconnect();
 }
 

@@ -94,7 +94,8 @@ public:
     /// editor's controller, borrowed until Disconnect; may be null.
     void SetController(const AAX_IController* controller) { mController = controller; }
 
-    /// Ends gestures that are under way, so that no parameter stays touched, and cuts off the controls.
+    /// Ends gestures that are under way, so that no parameter stays touched, cuts off the controls, and hands
+    /// a copied preset over to the desktop.
     void Disconnect() override;
 
     /// Sets the control of a parameter to the parameter's current value, without notification. Does nothing

@@ -13,9 +13,11 @@ namespace {
 
 // Longest wait for an owner that does not reply; text() returns within a second.
 constexpr std::chrono::milliseconds kLongestWait{800};
+// Longest wait for a clipboard manager, while a view closes.
+constexpr std::chrono::milliseconds kLongestHandOver{250};
 
-X11Connection::Deadline deadline() {
-    return std::chrono::steady_clock::now() + kLongestWait;
+X11Connection::Deadline deadline(std::chrono::milliseconds wait = kLongestWait) {
+    return std::chrono::steady_clock::now() + wait;
 }
 
 } // namespace
@@ -54,8 +56,17 @@ X11Clipboard::~X11Clipboard() = default;
 
 bool X11Clipboard::setText(const std::string& text) {
     const bool taken = connected() && mSession->owner.take(text, deadline());
+    mIsOffered = false;
     pump();
     return taken;
+}
+
+void X11Clipboard::handOver() {
+    pump();
+    if (mSession && mSession->owner.text() != nullptr && !std::exchange(mIsOffered, true)) {
+        mSession->owner.handOver(deadline(kLongestHandOver));
+        pump();
+    }
 }
 
 std::optional<std::string> X11Clipboard::text() {

@@ -23,6 +23,7 @@ public:
 
     bool setText(const std::string& text) override;
     std::optional<std::string> text() override;
+    void handOver() override;
 
 private:
     struct Session;
@@ -34,6 +35,7 @@ private:
     std::shared_ptr<RunLoop> mLoop;
     std::string mDisplay;
     std::unique_ptr<Session> mSession;
+    bool mIsOffered = false; ///< The present text, to the clipboard manager.
 };
 
 } // namespace varno

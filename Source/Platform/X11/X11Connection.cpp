@@ -81,14 +81,17 @@ X11Atoms internAtoms(xcb_connection_t* connection) {
     X11Atoms atoms{};
     std::vector<std::pair<std::string, xcb_atom_t*>> names{
         {"CLIPBOARD", &atoms.clipboard},
+        {"CLIPBOARD_MANAGER", &atoms.manager},
         {"TARGETS", &atoms.targets},
         {"TIMESTAMP", &atoms.timestamp},
         {"MULTIPLE", &atoms.multiple},
         {"UTF8_STRING", &atoms.utf8String},
         {"TEXT", &atoms.text},
         {"text/plain;charset=utf-8", &atoms.utf8Plain},
+        {"SAVE_TARGETS", &atoms.saveTargets},
         {"ATOM_PAIR", &atoms.atomPair},
         {"INCR", &atoms.incremental},
+        {"VARNO_TO_SAVE", &atoms.toSave},
         {"VARNO_TIME", &atoms.ownTime},
     };
     for (std::size_t index = 0; index < atoms.transfers.size(); ++index) {

@@ -77,6 +77,7 @@ const Type& eventAs(const xcb_generic_event_t& event) {
 /// As the server numbers them; XCB_ATOM_NONE where the connection is lost.
 struct X11Atoms {
     xcb_atom_t clipboard; ///< The selection that copy and paste use.
+    xcb_atom_t manager;   ///< The selection that a clipboard manager owns.
 
     xcb_atom_t targets; ///< Targets: the forms in which a selection is offered.
     xcb_atom_t timestamp;
@@ -84,10 +85,12 @@ struct X11Atoms {
     xcb_atom_t utf8String;
     xcb_atom_t text;
     xcb_atom_t utf8Plain;
+    xcb_atom_t saveTargets; ///< The request to the manager.
 
     xcb_atom_t atomPair; ///< Types.
     xcb_atom_t incremental;
 
+    xcb_atom_t toSave;  ///< Property of our window: what the manager is to save.
     xcb_atom_t ownTime; ///< Properties of our window: for the server's time, and for texts that come in.
     /// Used in turn, so that a late reply to an abandoned request is not taken for the reply to the next.
     static constexpr std::size_t kTransfers = 8;

@@ -63,6 +63,11 @@ public:
     /// The text while the module owns the clipboard, else null; transfers in progress are completed.
     const std::string* text() const { return mText.get(); }
 
+    /// Has the clipboard manager save the text, as freedesktop.org's clipboard manager specification says:
+    /// answers its requests until it reports the end, at most until the deadline. False where the module does
+    /// not own the clipboard, there is no manager, or it refuses.
+    bool handOver(X11Connection::Deadline deadline);
+
     /// Answers a request, continues a transfer, or drops the text when another program owns the clipboard.
     void handle(const xcb_generic_event_t& event);
 

@@ -100,6 +100,16 @@ TEST_F(EditorClipboard, givesTheSettingsToOtherPrograms) {
     EXPECT_EQ(textForOthers().substr(0, 20), "Varno-S 030001\nGain ");
 }
 
+// No clipboard manager runs here.
+TEST_F(EditorClipboard, keepsACopiedPresetAfterTheViewIsClosed) {
+    automate(*instance, randomValues(random));
+    copy();
+    const std::string copied = textOf(*instance);
+    window->editor().setContainer(nullptr);
+    EXPECT_EQ(textForOthers(), copied);
+    EXPECT_EQ(textForOthers(), copied);
+}
+
 TEST_F(EditorClipboard, takesTheSettingsOfOtherPrograms) {
     const auto other = makeInstance(module());
     for (int i = 0; i < 3; ++i) {

@@ -1,11 +1,13 @@
 #include "Platform/RunLoop.h"
 
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -252,6 +254,51 @@ TEST(RunLoopShared, GoesByTheSystemsSteadyClock) {
     loop->tick();
 
     EXPECT_EQ(calls, 1);
+}
+
+TEST_F(RunLoopTest, KeepsAnObjectUntilItsTickHasReturned) {
+    const auto object = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = object;
+    std::vector<std::string> seen;
+    Registration first = loop->addTimer(0ms, [&, kept = object]() mutable {
+        if (kept) {
+            EXPECT_TRUE(loop->isTicking());
+            loop->keepForTick(std::exchange(kept, nullptr));
+        }
+    });
+    Registration second = loop->addTimer(0ms, [&] { EXPECT_EQ(watch.use_count(), 2); });
+    loop->tick();
+    EXPECT_EQ(watch.use_count(), 1) << "only this test's own is left";
+    EXPECT_FALSE(loop->isTicking());
+    loop->keepForTick(std::make_shared<int>(2)); // outside a tick nothing is kept
+}
+
+TEST_F(RunLoopTest, KeepsAnObjectEvenWhereItsTickEndsTheLoop) {
+    auto object = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = object;
+    Registration first = loop->addTimer(0ms, [&] {
+        loop->keepForTick(std::exchange(object, nullptr));
+        loop.reset();
+        EXPECT_EQ(watch.use_count(), 1);
+    });
+    loop->tick();
+    EXPECT_TRUE(watch.expired());
+}
+
+// What is released at the end of a tick may release more.
+TEST_F(RunLoopTest, WhatEndsWithATickMayKeepMore) {
+    std::vector<std::string> ended;
+    const auto endingWith = [](std::function<void()> end) {
+        return std::shared_ptr<void>(nullptr, [end = std::move(end)](void*) { end(); });
+    };
+    Registration once = loop->addTimer(0ms, [&] {
+        loop->keepForTick(endingWith([&] {
+            ended.emplace_back("first");
+            loop->keepForTick(endingWith([&] { ended.emplace_back("second"); }));
+        }));
+    });
+    loop->tick();
+    EXPECT_THAT(ended, ElementsAre("first", "second"));
 }
 
 } // namespace

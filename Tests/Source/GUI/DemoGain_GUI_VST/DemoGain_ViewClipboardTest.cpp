@@ -73,6 +73,13 @@ TEST_F(DemoGain_ViewClipboard, CopyMatchesNothing) {
     EXPECT_FALSE(view->IsMatchingRequested());
 }
 
+TEST_F(DemoGain_ViewClipboard, AClosingViewHandsItsTextOver) {
+    click("PR1K");
+    EXPECT_EQ(clipboard->handOvers, 0);
+    view->Disconnect();
+    EXPECT_EQ(clipboard->handOvers, 1);
+}
+
 TEST_F(DemoGain_ViewClipboard, CopyShowsItsTextWhateverTheClipboardReports) {
     clipboard->takes = false;
     click("PR1K");

@@ -114,10 +114,13 @@ public:
         return content;
     }
 
+    void handOver() override { ++handOvers; }
+
     std::function<void()> within; ///< Called within each call; may be empty.
     std::optional<std::string> content;
     bool takes = true; ///< Whether it can be written.
     int writes = 0;
+    int handOvers = 0;
 
 private:
     void enter() const {
