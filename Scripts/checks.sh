@@ -7,7 +7,7 @@ checks=$root/build/checks
 quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
 default_steps=(format guards includes comments text shell scripts gcc headers tidy asan-ubsan tsan)
-full_steps=("${default_steps[@]}" hosts clang tidy-tests coverage aarch64 long long-threads)
+full_steps=("${default_steps[@]}" hosts clang tidy-tests coverage aarch64 libcxx long long-threads)
 
 declare -A step_title=(
     [format]="every C++ file is laid out as clang-format 14 does"
@@ -27,6 +27,7 @@ declare -A step_title=(
     [hosts]="LV2 hosts, Ardour and JACK, as Debian has them, load the effect and give the samples of its own program"
     [coverage]="line coverage of Interfaces, Libs and Source"
     [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
+    [libcxx]="the tests of signal path, library layer and data model, clang with LLVM's standard library"
     [long]="all tests of the product with 50 times the usual work"
     [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
 )
@@ -103,6 +104,8 @@ step_coverage() {
         run_tests coverage --label-exclude "$scripts_label|$program_label" && measure_coverage
 }
 step_aarch64() { can_run_aarch64 && build_preset aarch64 all && run_tests aarch64; }
+
+step_libcxx() { build_preset libcxx all && run_tests libcxx; }
 
 # Where there is no apt, they are not installed.
 can_run_aarch64() {

@@ -52,10 +52,12 @@ require_steps() {
     done
 }
 
-# need_packages_of STEP...: those of another processor and foreign hosts only where they are asked for.
+# need_packages_of STEP...: those of another processor, another standard library and foreign hosts only where they are
+# asked for.
 need_packages_of() {
     local purposes=(program test)
     [[ " $* " != *" aarch64 "* ]] || purposes+=(aarch64)
+    [[ " $* " != *" libcxx "* ]] || purposes+=(libcxx)
     [[ " $* " != *" hosts "* ]] || purposes+=(hosts)
     need_packages "${purposes[@]}"
 }

@@ -284,9 +284,11 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
 
 /// The parameter with this identifier, or null. [any]
 constexpr const SDemoGain_Parameter* DemoGain_FindParameter(std::string_view identifier) {
-    const auto* const found = std::ranges::find_if(
-        kDemoGain_Parameters, [&](const SDemoGain_Parameter& row) { return identifier == row.mIdentifier; });
-    return found != std::end(kDemoGain_Parameters) ? found : nullptr;
+    const auto* const end = std::end(kDemoGain_Parameters);
+    const auto* const found =
+        std::find_if(std::begin(kDemoGain_Parameters), end,
+                     [&](const SDemoGain_Parameter& row) { return identifier == row.mIdentifier; });
+    return found != end ? found : nullptr;
 }
 
 /// The parameters that have a place in a list, in the list's order. Does not compile where the places are not
@@ -296,7 +298,9 @@ consteval auto DemoGain_ParametersInOrder() {
     constexpr auto kIsListed = [](const SDemoGain_Parameter& row) {
         return row.*kPlace != kDemoGain_Nowhere;
     };
-    std::array<const SDemoGain_Parameter*, std::ranges::count_if(kDemoGain_Parameters, kIsListed)> list{};
+    constexpr auto kCount =
+        std::count_if(std::begin(kDemoGain_Parameters), std::end(kDemoGain_Parameters), kIsListed);
+    std::array<const SDemoGain_Parameter*, static_cast<std::size_t>(kCount)> list{};
     for (const SDemoGain_Parameter& row : kDemoGain_Parameters) {
         if (kIsListed(row)) {
             const SDemoGain_Parameter*& place = list.at(static_cast<std::size_t>(row.*kPlace));

@@ -5,6 +5,7 @@
 #define VARNO_SOURCE_DEMOGAIN_PRESETTEXT_H
 
 #include "AAX_IACFEffectParameters.h"
+#include "AAX_NumberText.h"
 #include "DemoGain_ParameterTable.h"
 
 #include <algorithm>
@@ -27,9 +28,11 @@ struct Item {
 /// The values in the order of the text, by which alone a reader knows them: those of the parameter table.
 inline constexpr auto kItems = [] {
     std::array<Item, kDemoGain_PresetOrder.size()> items{};
-    std::ranges::transform(kDemoGain_PresetOrder, items.begin(), [](const SDemoGain_Parameter* parameter) {
-        return Item{parameter->mPresetLabel, parameter->mIdentifier, parameter->mEndsPresetLine};
-    });
+    std::transform(
+        kDemoGain_PresetOrder.begin(), kDemoGain_PresetOrder.end(), items.begin(),
+        [](const SDemoGain_Parameter* parameter) {
+            return Item{parameter->mPresetLabel, parameter->mIdentifier, parameter->mEndsPresetLine};
+        });
     return items;
 }();
 
@@ -50,7 +53,7 @@ inline std::string Write(const AAX_IACFEffectParameters& parameters);
 /// The values of a text, or nothing when it is no preset. A text is one when a scan with the C format
 /// "%s %f" and thirteen times " %*s %f" assigns every item, and the version is kVersion or later. Labels and
 /// what follows the last value do not matter, line feeds count as blanks, a zero byte ends the text. The
-/// C locale's rules hold in every locale. Takes time proportional to the length, allocates nothing. [any]
+/// C locale's rules hold in every locale. Takes time proportional to the length. [any]
 inline std::optional<Values> Parse(std::string_view text);
 
 /// Requests every value in the order of kItems. The parameters limit them to 0..1. Returns AAX_SUCCESS, or
@@ -107,65 +110,24 @@ inline bool SkipWord(std::string_view& rest) {
     return length > 0;
 }
 
-/// A number as it is written, without its sign.
-struct Number {
-    bool mIsHex = false;
-    std::string_view mMantissa; ///< Digits and at most one point.
-    std::string_view mExponent; ///< Without its letter and a plus sign.
-    std::string_view mText;     ///< Mantissa and exponent.
-};
-
-/// Takes the longest text that reads as a number off the front of `rest`. An exponent without digits is taken
-/// as well, and then counts as none.
-inline std::optional<Number> TakeNumber(std::string_view& rest) {
-    Number number;
-    number.mIsHex = rest.starts_with("0x") || rest.starts_with("0X");
-    rest.remove_prefix(number.mIsHex ? 2 : 0);
-    const std::string_view digits = number.mIsHex ? kHexDigits : kDigits;
-    const std::string_view whole = rest;
-    std::size_t count = TakeRun(rest, digits).size();
-    if (TakeOne(rest, ".")) {
-        count += TakeRun(rest, digits).size();
-    }
-    if (count == 0) {
+/// Takes the longest text that could be a number, without its sign, off the front of `rest`; nothing where it
+/// is none. An exponent without digits belongs to it and counts as none, and "0x." is 0, as in the C library.
+inline std::optional<std::string_view> TakeNumber(std::string_view& rest) {
+    const std::string_view text = rest;
+    const bool isHex = rest.starts_with("0x") || rest.starts_with("0X");
+    rest.remove_prefix(isHex ? 2 : 0);
+    const std::string_view digits = isHex ? kHexDigits : kDigits;
+    bool hasDigits = !TakeRun(rest, digits).empty();
+    const bool hasPoint = TakeOne(rest, ".");
+    hasDigits = (hasPoint && !TakeRun(rest, digits).empty()) || hasDigits;
+    if (!hasDigits && !(isHex && hasPoint)) {
         return std::nullopt;
     }
-    number.mMantissa = whole.substr(0, whole.size() - rest.size());
-    if (TakeOne(rest, number.mIsHex ? "pP" : "eE")) {
-        const bool isNegative = !TakeOne(rest, "+") && rest.starts_with('-');
-        const std::string_view exponent = rest;
-        rest.remove_prefix(isNegative ? 1 : 0);
+    if (hasDigits && TakeOne(rest, isHex ? "pP" : "eE")) {
+        TakeOne(rest, "+-");
         TakeRun(rest, kDigits);
-        number.mExponent = exponent.substr(0, exponent.size() - rest.size());
     }
-    number.mText = whole.substr(0, whole.size() - rest.size());
-    return number;
-}
-
-/// Whether a number that is neither zero nor a float is too large for one, not too small: decided by the
-/// exponent of its first digit.
-inline bool IsTooLarge(const Number& number) {
-    const std::size_t point = std::min(number.mMantissa.find('.'), number.mMantissa.size());
-    const std::size_t firstDigit = number.mMantissa.find_first_not_of("0.");
-    const long long digits = static_cast<long long>(point) - static_cast<long long>(firstDigit);
-    long long exponent = 0;
-    const char* const end = number.mExponent.data() + number.mExponent.size();
-    if (std::from_chars(number.mExponent.data(), end, exponent).ec == std::errc::result_out_of_range) {
-        return !number.mExponent.starts_with('-');
-    }
-    constexpr long long kBitsPerHexDigit = 4;
-    return digits * (number.mIsHex ? kBitsPerHexDigit : 1) + exponent > 0;
-}
-
-/// The float nearest to a number: infinity for what is too large, zero for what is too small.
-inline float Nearest(const Number& number) {
-    float value = 0.0F;
-    const auto format = number.mIsHex ? std::chars_format::hex : std::chars_format::general;
-    const char* const end = number.mText.data() + number.mText.size();
-    if (std::from_chars(number.mText.data(), end, value, format).ec == std::errc::result_out_of_range) {
-        return IsTooLarge(number) ? std::numeric_limits<float>::infinity() : 0.0F;
-    }
-    return value;
+    return text.substr(0, text.size() - rest.size());
 }
 
 /// Infinity or not-a-number by name.
@@ -186,8 +148,8 @@ inline std::optional<float> TakeFloat(std::string_view& rest) {
     std::optional<float> value;
     if (IsNext(rest, "iInN")) {
         value = TakeNamed(rest);
-    } else if (const std::optional<Number> number = TakeNumber(rest)) {
-        value = Nearest(*number);
+    } else if (const std::optional<std::string_view> number = TakeNumber(rest)) {
+        value = AAX_NearestFloat(*number);
     }
     return value && isNegative ? -*value : value;
 }

@@ -1,5 +1,6 @@
 #include "DemoGain_ValueText.h"
 
+#include "AAX_NumberText.h"
 #include "DemoGain_AlgFields.h"
 #include "DemoGain_Coefficients.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr double kMsPerSecond = 1000.0;
 constexpr std::string_view kBlank = " \t";
+constexpr std::string_view kDigits = "0123456789";
 
 // Not a number counts as 0.
 double Limited(double normalized) {
@@ -87,7 +89,8 @@ char LowerCase(char letter) {
 }
 
 bool IsSame(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, LowerCase, LowerCase);
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char left, char right) { return LowerCase(left) == LowerCase(right); });
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -107,20 +110,24 @@ std::optional<Number> TakeNumber(std::string& text) {
     if (text.starts_with(kMinus)) {
         text.replace(0, kMinus.size(), "-");
     }
-    std::ranges::replace(text, ',', '.');
-    const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
-    const char* const end = text.data() + text.size();
-    double value = 0.0;
-    const auto [rest, error] = std::from_chars(begin, end, value, std::chars_format::fixed);
-    if (error != std::errc() || !std::isfinite(value)) {
+    std::replace(text.begin(), text.end(), ',', '.');
+    const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
+    const std::size_t whole = std::min(text.find_first_not_of(kDigits, sign), text.size());
+    const bool hasPoint = text.substr(whole).starts_with('.');
+    const std::size_t end =
+        hasPoint ? std::min(text.find_first_not_of(kDigits, whole + 1), text.size()) : whole;
+    const bool hasDigits = end - sign > (hasPoint ? 1U : 0U);
+    const std::string_view number = std::string_view(text).substr(0, end);
+    const double value = hasDigits ? AAX_NearestDouble(number) : 0.0;
+    if (!hasDigits || !std::isfinite(value)) {
         return std::nullopt;
     }
-    return Number{value, Trimmed({rest, end})};
+    return Number{value, Trimmed(std::string_view(text).substr(end))};
 }
 
 std::optional<double> ParseChoice(const SDemoGain_Unit& unit, std::string_view text) {
-    const auto found =
-        std::ranges::find_if(unit.mTexts, [text](const char* choice) { return IsSame(choice, text); });
+    const auto found = std::find_if(unit.mTexts.begin(), unit.mTexts.end(),
+                                    [text](const char* choice) { return IsSame(choice, text); });
     return found != unit.mTexts.end() ? std::optional<double>(found - unit.mTexts.begin()) : std::nullopt;
 }
 

@@ -102,16 +102,18 @@ consteval auto AllControls() {
     std::array<Control, std::size(kParameterControls) + std::size(kOtherControls)> controls{};
     auto* next = controls.begin();
     for (const SDemoGain_Parameter* const parameter : kDemoGain_ControlOrder) {
-        const auto* const row = std::ranges::find_if(kParameterControls, [&](const Control& control) {
+        const auto isOfParameter = [&](const Control& control) {
             return std::string_view(control.mID) == parameter->mIdentifier;
-        });
+        };
+        const auto* const row =
+            std::find_if(std::begin(kParameterControls), std::end(kParameterControls), isOfParameter);
         if (row == std::end(kParameterControls) ||
             BitmapOf(row->mArt).mPictures != static_cast<int>(parameter->mSteps)) {
             throw "a parameter without a control, or with the wrong one";
         }
         *next++ = *row;
     }
-    std::ranges::copy(kOtherControls, next);
+    std::copy(std::begin(kOtherControls), std::end(kOtherControls), next);
     return controls;
 }
 

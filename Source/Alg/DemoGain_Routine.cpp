@@ -343,8 +343,9 @@ const SDemoGain_Routine& DemoGain_ChooseRoutine() {
     const auto isRequested = [&](const SDemoGain_Routine& routine) {
         return routine.mName == name && DemoGain_CanRun(routine);
     };
-    const auto requested = std::ranges::find_if(kRoutines, isRequested);
-    return requested != std::end(kRoutines) ? *requested : *std::ranges::find_if(kRoutines, DemoGain_CanRun);
+    const auto* const end = std::end(kRoutines);
+    const auto* const requested = std::find_if(std::begin(kRoutines), end, isRequested);
+    return requested != end ? *requested : *std::find_if(std::begin(kRoutines), end, DemoGain_CanRun);
 }
 
 #endif

@@ -1,10 +1,10 @@
 #include "AAX_CParameter.h"
 #include "Tests/Support/FakeHostServices.h"
+#include "Tests/Support/Properties.h"
 #include "Tests/Support/TestEffect.h"
 #include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 #include <cmath>
 #include <cstdint>
@@ -498,6 +498,7 @@ TEST(ParameterDelegates, MayHaveNoTextForAValue) {
     EXPECT_STREQ(text.Get(), "before");
 }
 
+#if VARNO_HAS_PROPERTIES
 RC_GTEST_PROP(ParameterProperty, KeepsAnyFloatOfItsRangeThroughTheHost, (std::uint32_t bits)) {
     // The host may read the normalized value and set it again: the parameter keeps its value.
     const float real = static_cast<float>(bits) / 4294967296.0F;
@@ -519,6 +520,7 @@ RC_GTEST_PROP(ParameterProperty, TextRoundTripsToItsDecimals, ()) {
     RC_ASSERT(parameter->GetValueString(&again));
     RC_ASSERT(text == again);
 }
+#endif
 
 } // namespace
 } // namespace varno::test

@@ -1,6 +1,7 @@
 #include "AAX_CString.h"
 #include "Tests/Support/CommaLocale.h"
 #include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/LocaleScope.h"
 
 #include <gtest/gtest.h>
 
@@ -203,6 +204,17 @@ TEST(AAX_CStringTest, NumbersDoNotDependOnTheLocale) {
     double number = 0.0;
     EXPECT_TRUE(text.ToDouble(&number));
     EXPECT_EQ(number, 12345.5);
+}
+
+TEST(AAX_CStringTest, NumbersDoNotDependOnTheLocaleOfTheCLibrary) {
+    const test::LocaleScope german("de_DE");
+    ASSERT_EQ(german.decimalPoint(), ",");
+    AAX_CString text;
+    text.AppendNumber(0.25, 2);
+    EXPECT_STREQ(text.Get(), "0.25");
+    double number = 0.0;
+    EXPECT_TRUE(text.ToDouble(&number));
+    EXPECT_EQ(number, 0.25);
 }
 
 TEST(AAX_CStringTest, SubStringTakesWhatThereIs) {

@@ -17,6 +17,9 @@ gamma
 [aarch64]
 cross
 
+[libcxx]
+other-library
+
 [hosts]
 delta-host
 """
@@ -79,6 +82,10 @@ class InstallTest(FixtureProject):
     def test_another_processor_needs_more_again(self):
         self.run_script("test", "aarch64")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha cross gamma"])
+
+    def test_another_standard_library_needs_more_again(self):
+        self.run_script("test", "libcxx")
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha gamma other-library"])
 
     def test_foreign_hosts_are_installed_to_be_tested_alone(self):
         self.run_script("test", "hosts")

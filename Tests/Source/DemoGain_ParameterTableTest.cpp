@@ -78,7 +78,7 @@ std::vector<std::string> linesOf(const char* file) {
 // The lines of the README between its two marks of the parameter table, without the marks.
 std::vector<std::string> tableInReadme() {
     const std::vector<std::string> lines = linesOf(VARNO_README);
-    const auto begin = std::ranges::find(lines, "<!-- parameters -->");
+    const auto begin = std::find(lines.begin(), lines.end(), "<!-- parameters -->");
     const auto end = std::find(begin, lines.end(), "<!-- /parameters -->");
     if (end == lines.end()) {
         ADD_FAILURE() << "README.md has no block from <!-- parameters --> to <!-- /parameters -->";
@@ -169,7 +169,7 @@ TEST(Manual, hasARowForEachCurve) {
     const std::vector<std::string> lines = linesOf(VARNO_MANUAL);
     for (const char* const curve : kDemoGain_CurveTexts) {
         const std::string start = std::string("| ") + curve + " | ";
-        EXPECT_TRUE(std::ranges::any_of(lines, [&](const std::string& line) {
+        EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
             return line.starts_with(start) && line.find(" dB | ") != std::string::npos;
         })) << curve;
     }

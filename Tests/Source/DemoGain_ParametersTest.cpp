@@ -368,9 +368,9 @@ TEST_F(Parameters, countAnUnknownSampleRateAs48kHz) {
 TEST_F(Parameters, arePostedInFullByARecycledInstance) {
     fixture.generate();
     Fields all = fixture.controller.fields();
-    std::ranges::sort(all);
+    std::sort(all.begin(), all.end());
     EXPECT_EQ(all.size(), 24U);
-    EXPECT_EQ(std::ranges::adjacent_find(all), all.end()) << "each field once";
+    EXPECT_EQ(std::adjacent_find(all.begin(), all.end()), all.end()) << "each field once";
     for (const bool isEndedBefore : {true, false}) {
         if (isEndedBefore) {
             EXPECT_EQ(model.Uninitialize(), AAX_SUCCESS);
@@ -378,7 +378,7 @@ TEST_F(Parameters, arePostedInFullByARecycledInstance) {
         EXPECT_EQ(fixture.initialize(), AAX_SUCCESS);
         fixture.generate();
         Fields again = fixture.controller.fields();
-        std::ranges::sort(again);
+        std::sort(again.begin(), again.end());
         EXPECT_EQ(again, all);
         fixture.generate();
         EXPECT_EQ(fixture.controller.fields(), Fields{});

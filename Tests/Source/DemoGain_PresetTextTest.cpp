@@ -1,9 +1,12 @@
 #include "DemoGain_PresetText.h"
 
 #include "Tests/Source/DataModelFixture.h"
+#include "Tests/Support/LocaleScope.h"
+#include "Tests/Support/NumberTexts.h"
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -196,6 +199,12 @@ TEST(PresetTextParse, readsAPointInEveryLocale) {
     EXPECT_EQ(parsed, kPlain);
 }
 
+TEST(PresetTextParse, readsAPointInEveryLocaleOfTheCLibrary) {
+    const varno::test::LocaleScope german("de_DE");
+    ASSERT_EQ(german.decimalPoint(), ",");
+    EXPECT_EQ(Parse(textOf(plainValues())), kPlain);
+}
+
 // On a data model.
 
 class PresetTextOnModel : public testing::Test {
@@ -373,6 +382,30 @@ TEST(PresetTextParse, readsWhatTheCLibraryReads) {
     }
     EXPECT_GT(accepted, kTexts / 10);
     EXPECT_LT(accepted, kTexts * 9 / 10);
+}
+
+TEST(PresetTextParse, readsEveryNumberAsTheCLibraryDoes) {
+    varno::test::NumberTexts texts;
+    varno::test::Fingerprint fingerprint;
+    int accepted = 0;
+    for (int i = 0; i < varno::test::NumberTexts::kCount; ++i) {
+        std::vector<std::string> values = plainValues();
+        values.back() = texts.next();
+        const std::string text = textOf(values);
+        const std::optional<Values> expected = scanned(text);
+        const std::optional<Values> parsed = Parse(text);
+        ASSERT_EQ(parsed.has_value(), expected.has_value())
+            << "text " << i << ": \"" << values.back() << "\"";
+        if (expected) {
+            ASSERT_PRED2(sameBits, parsed->back(), expected->back()) << "text " << i << ": " << values.back();
+        }
+        const float value = parsed ? parsed->back() : -1.0F;
+        fingerprint.add(std::isnan(value) ? 2U : std::bit_cast<std::uint32_t>(value));
+        accepted += parsed ? 1 : 0;
+    }
+    EXPECT_EQ(fingerprint.value(), 12959573874230211759U) << "the same with every standard library";
+    EXPECT_GT(accepted, varno::test::NumberTexts::kCount / 4);
+    EXPECT_LT(accepted, varno::test::NumberTexts::kCount * 3 / 4);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "AAX_CPacketDispatcher.h"
 #include "Tests/Libs/AAXLibrary/DispatcherFixture.h"
+#include "Tests/Support/Properties.h"
 #include "Tests/Support/TestEffect.h"
 #include "Tests/Support/TestRun.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <set>
@@ -328,6 +328,7 @@ TEST(SingleValuePacket, IsRegisteredWithoutAHandler) {
     EXPECT_EQ(fixture.dispatch(), "0=0");
 }
 
+#if VARNO_HAS_PROPERTIES
 // The simplest model of packets, registrations and dirty flags.
 class Model {
 public:
@@ -400,6 +401,7 @@ RC_GTEST_PROP(PacketDispatcherProperty, PostsWhatThePlainModelPosts, ()) {
     }
     RC_ASSERT(fixture.dispatch() == model.dispatch());
 }
+#endif
 
 } // namespace
 } // namespace varno::test
