@@ -242,9 +242,14 @@ TEST_F(PresetTextOnModel, writesAPointInEveryLocale) {
     EXPECT_EQ(withComma, plain);
 }
 
-TEST_F(PresetTextOnModel, writesNothingForAModelWithoutParameters) {
+TEST_F(PresetTextOnModel, writesZerosForAModelWithoutParameters) {
     varno::test::DataModelFixture empty;
-    EXPECT_EQ(Write(*empty.model), "");
+    EXPECT_EQ(Write(*empty.model),
+              "Varno-S 030001\n"
+              "Gain 0.0000000000 Volume 0.0000000000 Hipass 0.0000000000 Band 0.0000000000\n"
+              "Attack 0.0000000000 Release 0.0000000000 UK 0.0000000000 Hottitude 0.0000000000\n"
+              "Ratio 0.0000000000 Mix 0.0000000000 Auto 0.0000000000 HarmSw 0.0000000000\n"
+              "LinkSw 0.0000000000");
     EXPECT_EQ(Apply(kPlain, *empty.model), AAX_ERROR_INVALID_PARAMETER_ID);
 }
 
