@@ -20,8 +20,8 @@ struct SwitchSetting : VSTGUI::CSwitchBase {
 
 // Made at the first use, thus after the library's own static objects, and destroyed before them.
 struct Library {
-    explicit Library(const std::filesystem::path& resources) {
-        VSTGUI::init(VSTGUI_Prepare(resources));
+    explicit Library(void* bundle) {
+        VSTGUI::init(VSTGUI_Prepare(bundle));
         VSTGUI::CControl::CheckDefaultValueEventFunc = [](VSTGUI::CControl*, VSTGUI::MouseDownEvent&) {
             return false;
         };
@@ -32,17 +32,17 @@ struct Library {
     ~Library() { VSTGUI::exit(); }
 };
 
-void MakeLibrary(const std::filesystem::path& resources) {
-    static const Library library(resources);
+void MakeLibrary(void* bundle) {
+    static const Library library(bundle);
 }
 
 } // namespace
 
 void UseVSTGUI() {
-    MakeLibrary({});
+    MakeLibrary(nullptr);
 }
 
-void UseVSTGUI(const std::filesystem::path& resources) {
-    MakeLibrary(resources);
+void UseVSTGUI(const std::filesystem::path& resources, void* bundle) {
+    MakeLibrary(bundle);
     VSTGUI_SetResources(resources);
 }

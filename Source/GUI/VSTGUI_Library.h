@@ -16,15 +16,16 @@
 void UseVSTGUI();
 
 /// UseVSTGUI, with a folder for bitmaps.
-/// @param resources the folder in which bitmaps are looked up by their file names: on Linux that of the last
-/// call, on macOS that of the first, inside its bundle; empty where there is none [main]
-void UseVSTGUI(const std::filesystem::path& resources);
+/// @param resources the folder in which bitmaps are looked up by their file names, on Linux that of the last
+/// call; empty where there is none
+/// @param bundle the system's own reference to the bundle in which they are looked up on macOS, that of the
+/// first call; borrowed for the lifetime of the module, null for the program's own bundle [main]
+void UseVSTGUI(const std::filesystem::path& resources, void* bundle = nullptr);
 
 // What differs by system; called by UseVSTGUI.
 
-/// Prepares the system for VSTGUI. Returns the argument of VSTGUI::init for the folder: a handle of the
-/// system, borrowed for the lifetime of the module. [main]
-VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(const std::filesystem::path& resources);
+/// Prepares the system for VSTGUI. Returns the argument of VSTGUI::init. [main]
+VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(void* bundle);
 
 /// Changes the folder after VSTGUI::init, where the system allows it. [main]
 void VSTGUI_SetResources(const std::filesystem::path& resources);

@@ -19,8 +19,8 @@ constexpr char kTextLibrary[] = "libpangocairo-1.0.so.0";
 
 } // namespace
 
-// The handle of a loaded module would only lead to the folder, which is set below.
-VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(const std::filesystem::path& /*resources*/) {
+// The handle of a loaded module would only lead to the folder of the bitmaps, which is set below.
+VSTGUI::PlatformInstanceHandle VSTGUI_Prepare(void* /*bundle*/) {
     return nullptr;
 }
 

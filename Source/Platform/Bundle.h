@@ -9,7 +9,7 @@
 namespace varno {
 
 struct Bundle {
-    /// The folder of the resources; absolute, and there.
+    /// The folder of the resources; absolute, and there. On macOS it may be empty.
     std::filesystem::path resources;
 
     /// The system's own reference to the bundle, for libraries that look resources up through it: a
@@ -19,7 +19,7 @@ struct Bundle {
 };
 
 /// The bundle of the module that this code is in; where it is linked into a program, the bundle around that
-/// program. Empty where there is none or it has no resources.
+/// program. Empty where there is none or, on Linux, where it has no resources.
 /// @param identifier the bundle's reverse-domain name, by which macOS finds it; not used on Linux, where
 /// the binary's path leads to it [main]
 std::optional<Bundle> moduleBundle(const std::string& identifier);

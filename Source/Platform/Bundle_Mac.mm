@@ -22,10 +22,13 @@ std::optional<Bundle> moduleBundle(const std::string& identifier) {
     const Owned<CFStringRef> name(
         CFStringCreateWithCString(kCFAllocatorDefault, identifier.c_str(), kCFStringEncodingUTF8));
     const CFBundleRef bundle = name ? CFBundleGetBundleWithIdentifier(name.get()) : nullptr;
-    const Owned<CFURLRef> folder(bundle ? CFBundleCopyResourcesDirectoryURL(bundle) : nullptr);
+    if (bundle == nullptr) {
+        return std::nullopt;
+    }
+    const Owned<CFURLRef> folder(CFBundleCopyResourcesDirectoryURL(bundle));
     std::array<UInt8, PATH_MAX> path{};
     if (!folder || !CFURLGetFileSystemRepresentation(folder.get(), true, path.data(), path.size())) {
-        return std::nullopt;
+        path = {}; // the system looks resources up through the bundle
     }
     return Bundle{reinterpret_cast<const char*>(path.data()), bundle};
 }

@@ -29,7 +29,11 @@ VSTGUI::SharedPointer<DemoGain_View> DemoGain_GUI::View() const {
 void DemoGain_GUI::CreateViewContents() {
     const std::optional<varno::Bundle> bundle = varno::moduleBundle(kBundleIdentifier);
     AAX_ASSERT_NOTE(bundle.has_value(), "gBundleRef");
-    UseVSTGUI(bundle ? bundle->resources : std::filesystem::path());
+    if (bundle) {
+        UseVSTGUI(bundle->resources, bundle->reference);
+    } else {
+        UseVSTGUI(std::filesystem::path());
+    }
     DemoGain_View::LoadViewResources();
 }
 
