@@ -56,6 +56,8 @@ public:
     using AAX_CEffectGUI_VST::GetView;
     using AAX_CEffectGUI_VST::ShowView;
 
+    ~TestEditor() override { TestEditor::Uninitialize(); }
+
     AAX_Result ParameterUpdated(AAX_CParamID paramID) override {
         calls.push_back(std::string("updated ") + paramID);
         return AAX_SUCCESS;
