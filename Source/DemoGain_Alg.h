@@ -98,9 +98,9 @@ struct SDemoGain_Alg_State {
     float mClipCoef;    ///< Recovery coefficient of the clip gain.
 };
 
-/// Everything an instance's routine works on: 30 pointers, field i the i-th. The host owns what they point to
-/// and keeps it valid and unchanged, but for what the routine writes, while the routine runs. A switch is
-/// on above kAlgSwitchThreshold.
+/// Everything an instance's routine works on: a pointer per field, in the order of EAlgFieldID. The host owns
+/// what they point to and keeps it valid and unchanged, but for what the routine writes, while the routine
+/// runs. A switch is on above kAlgSwitchThreshold.
 struct SDemoGain_Alg_Context {
     const int32_t* mBypass;    ///< Not 0: the output is the input.
     const float* mGainDB;      ///< Not read.

@@ -39,7 +39,7 @@ enum EAlgFieldID : int32_t {
     eAlgFieldID_Count
 };
 
-/// Fields 0 to 23 are data-in ports of one 32-bit value each.
+/// The fields before the meters are data-in ports of one 32-bit value each.
 inline constexpr int32_t kAlgNumDataInPorts = eAlgFieldID_Meters;
 /// Bytes of one data-in port.
 inline constexpr uint32_t kAlgDataInPortSize = 4;

@@ -1,9 +1,8 @@
-/// The fourteen parameters: one row defines everything about one of them. The data model, the text of
+/// The parameters: one row defines everything about one of them. The data model, the text of
 /// settings, the editor and its artwork are made from this table; the README and the manual are compared with
 /// it by tests. Plain data: every layer but Interfaces, Libs, Host and Window may include it.
 ///
-/// A new parameter is a row here, the row of its control in DemoGain_ViewLayout.h and what the routine does
-/// with it.
+/// CONTRIBUTING.md lists what a new parameter needs besides a row here.
 #ifndef VARNO_SOURCE_DEMOGAIN_PARAMETERTABLE_H
 #define VARNO_SOURCE_DEMOGAIN_PARAMETERTABLE_H
 

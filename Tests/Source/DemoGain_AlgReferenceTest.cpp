@@ -6,7 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <map>
 #include <random>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,6 +51,30 @@ std::vector<std::pair<std::string, Signal>> signals(std::size_t channels, double
             {"+12 dBFS step", step(channels, kFrames, 12.0)},
             {"largest input", step(channels, kFrames, 600.0)},
             {"subnormals", subnormals(channels, kFrames, 15)}};
+}
+
+// The comparisons below hold nothing about a field that has the same value in every case.
+TEST(AlgFixture, RandomParametersMoveEveryFieldThatDependsOnThem) {
+    constexpr int kCases = 100;
+    constexpr EAlgFieldID kThatStay[] = {eAlgFieldID_Auto, eAlgFieldID_Threshold};
+    AlgInstance instance(2, 48000.0);
+    std::mt19937 random(20260106);
+    std::set<std::int32_t> bypasses;
+    std::map<EAlgFieldID, std::set<float>> values;
+    for (int i = 0; i < kCases; ++i) {
+        instance.set(randomParameters(random));
+        bypasses.insert(instance.bypass());
+        for (std::int32_t index = eAlgFieldID_Bypass + 1; index < kAlgNumDataInPorts; ++index) {
+            const auto field = static_cast<EAlgFieldID>(index);
+            values[field].insert(instance.field(field));
+        }
+    }
+    EXPECT_EQ(bypasses.size(), 2U);
+    for (const auto& [field, found] : values) {
+        const bool stays = std::ranges::find(kThatStay, field) != std::end(kThatStay);
+        EXPECT_EQ(found.size() == 1, stays)
+            << "field " << field << ": see randomParameters and AlgInstance::set";
+    }
 }
 
 class DemoGain_AlgReference : public testing::TestWithParam<AlgVariant> {};

@@ -52,10 +52,12 @@ TEST(CommandTable, EveryEntryIsComplete) {
             EXPECT_TRUE(option.name.starts_with("--")) << option.name;
             EXPECT_FALSE(option.group.empty()) << option.name;
             EXPECT_TRUE(option.help.ends_with('.')) << option.name;
-            EXPECT_EQ(option.value.empty(), option.kind == ValueKind::kNone) << option.name;
-            EXPECT_EQ(option.choices.empty(), option.kind != ValueKind::kChoice) << option.name;
+            EXPECT_EQ(option.value.empty(), option.kind == ValueKind::kNone)
+                << option.name << " needs both .value and .kind, or, as a switch, neither";
+            EXPECT_EQ(option.choices.empty(), option.kind != ValueKind::kChoice)
+                << option.name << " needs .choices with kChoice and with no other kind";
             EXPECT_EQ(option.numbers.least < option.numbers.most, option.kind == ValueKind::kNumber)
-                << option.name;
+                << option.name << " needs .numbers with kNumber and with no other kind";
         }
     }
 }
