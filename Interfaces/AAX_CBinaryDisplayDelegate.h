@@ -24,8 +24,9 @@ public:
         return std::make_unique<AAX_CBinaryDisplayDelegate>(*this);
     }
     bool ValueToString(T value, AAX_CString* outText) const override;
-    /// The full text where the longer of the two fits; else that of the widest pair meant for at most
-    /// `maxChars` characters, and where there is none that of the narrowest. [any]
+    /// The full text where the longer of the two fits or where there are no shortened pairs; else that of the
+    /// widest pair meant for at most `maxChars` characters, and where there is none that of the narrowest.
+    /// [any]
     bool ValueToString(T value, int32_t maxChars, AAX_CString* outText) const override;
     /// Only the two full texts are values. [any]
     bool StringToValue(const AAX_CString& text, T* outValue) const override;

@@ -40,7 +40,7 @@ public:
     ACFRESULT InternalQueryInterface(const acfIID& iid, void** outObject) override;
 
     /// As the interface states; a null host offers no service. Finally the master bypass is excluded from
-    /// saving. [main]
+    /// saving, and where there is none the empty identifier. [main]
     AAX_Result Initialize(IACFUnknown* host) override;
     AAX_Result Uninitialize() override;
     /// Sets the parameter "PreviewID", if there is one, from the host's notification of its preview state

@@ -32,8 +32,8 @@ public:
     AAX_Result Initialize(AAX_IController* controller, AAX_IEffectParameters* effectParameters);
 
     /// Registers a clone of `handler` for a parameter and a field; a registration with a negative field is
-    /// kept but never posted. The packet starts dirty. Registrations of one parameter add up. Returns
-    /// AAX_SUCCESS, or AAX_ERROR_NULL_ARGUMENT for a null identifier or handler. [main]
+    /// kept but never posted, and one with a null identifier or handler is ignored. The packet starts dirty.
+    /// Registrations of one parameter add up. Returns AAX_SUCCESS. [main]
     AAX_Result RegisterPacket(AAX_CParamID paramID, AAX_CFieldIndex fieldIndex,
                               const AAX_IPacketHandler* handler);
     /// Registers a member of `object` (borrowed for the dispatcher's life) as the handler. Returns

@@ -74,12 +74,14 @@ public:
     /// AAX_ERROR_INVALID_STRING_CONVERSION for a text that is no value. [main]
     virtual AAX_Result GetParameterValueFromString(AAX_CParamID paramID, double* outValue,
                                                    const AAX_IString& text) const = 0;
-    /// A normalized value as text of at most `maxChars` characters. Returns AAX_SUCCESS;
+    /// A normalized value as text meant for `maxChars` characters (negative counts as 0). A number is cut to
+    /// them. A switch, as the master bypass, has the widest of its pairs of texts that is meant for so many,
+    /// else the narrowest, and without shortened pairs its full text, however long. Returns AAX_SUCCESS;
     /// AAX_ERROR_INVALID_PARAMETER_ID; AAX_ERROR_INVALID_STRING_CONVERSION. [main]
     virtual AAX_Result GetParameterStringFromValue(AAX_CParamID paramID, double value, AAX_IString* outText,
                                                    int32_t maxChars) const = 0;
-    /// The current value as text of at most `maxChars` characters. Returns AAX_SUCCESS or
-    /// AAX_ERROR_INVALID_PARAMETER_ID. [main]
+    /// The current value as text meant for `maxChars` characters, as in GetParameterStringFromValue.
+    /// Returns AAX_SUCCESS or AAX_ERROR_INVALID_PARAMETER_ID. [main]
     virtual AAX_Result GetParameterValueString(AAX_CParamID paramID, AAX_IString* outText,
                                                int32_t maxChars) const = 0;
 

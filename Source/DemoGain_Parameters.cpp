@@ -48,7 +48,7 @@ std::unique_ptr<AAX_IParameter> MakeParameter(const SDemoGain_Parameter& row) {
 } // namespace
 
 AAX_CEffectParameters* DemoGain_Parameters::Create() {
-    return AAX_GuardedCreation("DemoGain_Parameters::Create", [] { return new DemoGain_Parameters; });
+    return AAX_GuardedCreation({"DemoGain_Parameters", __func__}, [] { return new DemoGain_Parameters; });
 }
 
 AAX_Result DemoGain_Parameters::EffectInit() {
@@ -128,7 +128,7 @@ AAX_Result DemoGain_Parameters::UpdatePacket_TimeConsts(AAX_CPacket& ioPacket) {
 }
 
 AAX_Result DemoGain_Parameters::ResetFieldData(AAX_CFieldIndex field, void* data, uint32_t size) const {
-    return AAX_Guarded("DemoGain_Parameters::ResetFieldData", [&] {
+    return AAX_Guarded({"DemoGain_Parameters", __func__}, [&] {
         if (field == eAlgFieldID_State && data != nullptr) {
             auto* const states = static_cast<SDemoGain_Alg_State*>(data);
             for (std::size_t i = 0; i < size / sizeof(SDemoGain_Alg_State); ++i) {

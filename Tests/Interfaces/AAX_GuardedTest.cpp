@@ -44,6 +44,14 @@ TEST(Guarded, TurnsEverythingElseIntoUnknownException) {
                                           Line{kHighPriority, "Three exception caught: unknown"}));
 }
 
+TEST(Guarded, NamesTheClassOfAnEntryPoint) {
+    const ListeningHost host;
+    AAX_Guarded({"Class", "Entry"}, []() -> AAX_Result { throw 7; });
+    EXPECT_EQ(AAX_GuardedCreation({"Class", "Create"}, []() -> int* { throw 7; }), nullptr);
+    EXPECT_THAT(host.lines(), ElementsAre(Line{kHighPriority, "Class::Entry exception caught: unknown"},
+                                          Line{kHighPriority, "Class::Create exception caught: unknown"}));
+}
+
 TEST(Guarded, ConvertsWithoutAHost) {
     EXPECT_EQ(AAX_Guarded("Entry", []() -> AAX_Result { throw std::bad_alloc(); }),
               AAX_ERROR_UNKNOWN_EXCEPTION);

@@ -7,6 +7,15 @@
 #include "AAX_VViewContainer.h"
 #include "HostObjects.h"
 
+namespace {
+
+// The editor's entry point of this name.
+AAX_EntryPoint EditorEntry(const char* name) {
+    return {"AAX_CEffectGUI", name};
+}
+
+} // namespace
+
 AAX_CEffectGUI::AAX_CEffectGUI() = default;
 
 AAX_CEffectGUI::~AAX_CEffectGUI() {
@@ -21,7 +30,7 @@ ACFRESULT AAX_CEffectGUI::InternalQueryInterface(const acfIID& iid, void** outOb
 
 AAX_Result AAX_CEffectGUI::Initialize(IACFUnknown* host) {
     const auto self = Hold();
-    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+    return AAX_Guarded(EditorEntry(__func__), [&]() -> AAX_Result {
         mController = std::make_unique<AAX_VController>(host);
         if (host == nullptr) {
             return AAX_ERROR_NOT_INITIALIZED;
@@ -35,7 +44,7 @@ AAX_Result AAX_CEffectGUI::Initialize(IACFUnknown* host) {
 
 AAX_Result AAX_CEffectGUI::Uninitialize() {
     const auto self = Hold();
-    return AAX_Guarded(__func__, [this] {
+    return AAX_Guarded(EditorEntry(__func__), [this] {
         if (mViewContainer) {
             SetViewContainer(nullptr);
         }
@@ -58,7 +67,7 @@ AAX_Result AAX_CEffectGUI::NotificationReceived(AAX_CTypeID /*type*/, const void
 
 AAX_Result AAX_CEffectGUI::SetViewContainer(IACFUnknown* container) {
     const auto self = Hold();
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(EditorEntry(__func__), [&] {
         const uint32_t change = ++mContainerChange;
         if (container == nullptr) {
             DeleteViewContainer();

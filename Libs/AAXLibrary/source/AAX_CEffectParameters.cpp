@@ -30,7 +30,7 @@ ACFRESULT AAX_CEffectParameters::InternalQueryInterface(const acfIID& iid, void*
 // Lifetime.
 
 AAX_Result AAX_CEffectParameters::Initialize(IACFUnknown* host) {
-    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+    return AAX_Guarded(DataModelEntry(__func__), [&]() -> AAX_Result {
         LetGo();
         mController = std::make_unique<AAX_VController>(host);
         mAutomationDelegate = std::make_unique<AAX_VAutomationDelegate>(host);
@@ -41,11 +41,10 @@ AAX_Result AAX_CEffectParameters::Initialize(IACFUnknown* host) {
         if (const AAX_Result result = EffectInit(); result != AAX_SUCCESS) {
             return result;
         }
+        // Without a master bypass it is the empty identifier that is excluded.
         AAX_CString masterBypassID;
         GetMasterBypassParameter(&masterBypassID);
-        if (masterBypassID.Length() > 0) {
-            FilterParameterIDOnSave(masterBypassID.Get());
-        }
+        FilterParameterIDOnSave(masterBypassID.Get());
         if (mParameterManager.NumParameters() > 0) {
             mNumChunkedParameters =
                 mParameterManager.NumParameters() - static_cast<int32_t>(mFilteredParameters.size());
@@ -56,7 +55,7 @@ AAX_Result AAX_CEffectParameters::Initialize(IACFUnknown* host) {
 }
 
 AAX_Result AAX_CEffectParameters::Uninitialize() {
-    return AAX_Guarded(__func__, [this] {
+    return AAX_Guarded(DataModelEntry(__func__), [this] {
         LetGo();
         return AAX_SUCCESS;
     });
@@ -85,7 +84,7 @@ AAX_Result AAX_CEffectParameters::NotificationReceived(AAX_CTypeID type, const v
 // Coefficients and state of the algorithm.
 
 AAX_Result AAX_CEffectParameters::GenerateCoefficients() {
-    return AAX_Guarded(__func__, [this] { return mPacketDispatcher.Dispatch(); });
+    return AAX_Guarded(DataModelEntry(__func__), [this] { return mPacketDispatcher.Dispatch(); });
 }
 
 AAX_Result AAX_CEffectParameters::ResetFieldData(AAX_CFieldIndex /*field*/, void* data, uint32_t size) const {
@@ -120,7 +119,7 @@ AAX_Result AAX_CEffectParameters::GetCurveDataDisplayRange(AAX_CTypeID /*curveTy
 
 AAX_Result AAX_CEffectParameters::UpdatePageTable(uint32_t tableType, int32_t tablePageSize,
                                                   IACFUnknown* hostPageTable, IACFUnknown* /*host*/) const {
-    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+    return AAX_Guarded(DataModelEntry(__func__), [&]() -> AAX_Result {
         AAX_VPageTable pageTable(hostPageTable);
         return pageTable.IsValid() ? UpdatePageTable(tableType, tablePageSize, pageTable) : AAX_SUCCESS;
     });

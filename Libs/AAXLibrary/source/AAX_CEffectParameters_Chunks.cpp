@@ -71,7 +71,7 @@ AAX_Result AAX_CEffectParameters::GetChunkSize(AAX_CTypeID chunkID, uint32_t* ou
     if (chunkID != kChunkID) {
         return AAX_ERROR_INVALID_CHUNK_ID;
     }
-    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+    return AAX_Guarded(DataModelEntry(__func__), [&]() -> AAX_Result {
         BorrowedParser parser(mChunkParser);
         BuildChunkData(*parser);
         mChunkSize = parser->GetChunkDataSize();
@@ -90,7 +90,7 @@ AAX_Result AAX_CEffectParameters::GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk
     if (chunk == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+    return AAX_Guarded(DataModelEntry(__func__), [&]() -> AAX_Result {
         BorrowedParser parser(mChunkParser);
         BuildChunkData(*parser);
         const int32_t size = parser->GetChunkDataSize();
@@ -111,7 +111,7 @@ AAX_Result AAX_CEffectParameters::SetChunk(AAX_CTypeID chunkID, const AAX_SPlugI
     if (chunk == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(DataModelEntry(__func__), [&] {
         BorrowedParser parser(mChunkParser);
         parser->LoadChunk(chunk);
         VisitSavedParameters(mParameterManager, mFilteredParameters, [&parser](AAX_IParameter& parameter) {
@@ -133,7 +133,7 @@ AAX_Result AAX_CEffectParameters::CompareActiveChunk(const AAX_SPlugInChunk* chu
         return AAX_SUCCESS;
     }
     *outIsEqual = 0;
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(DataModelEntry(__func__), [&] {
         BorrowedParser parser(mChunkParser);
         parser->LoadChunk(chunk);
         const bool isEqual = VisitSavedParameters(

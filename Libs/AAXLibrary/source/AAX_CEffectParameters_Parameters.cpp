@@ -20,7 +20,7 @@ AAX_Result AAX_CEffectParameters::GetMasterBypassParameter(AAX_IString* outID) c
     if (outID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(DataModelEntry(__func__), [&] {
         const bool exists = mParameterManager.GetParameterByID(cDefaultMasterBypassID) != nullptr;
         outID->Set(exists ? cDefaultMasterBypassID : "");
         return AAX_SUCCESS;
@@ -57,7 +57,7 @@ AAX_Result AAX_CEffectParameters::GetParameterName(AAX_CParamID paramID, AAX_ISt
     if (outName == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(DataModelEntry(__func__), [&] {
         const AAX_IParameter* parameter = mParameterManager.GetParameterByID(paramID);
         outName->Set(parameter != nullptr ? parameter->Name().Get() : "");
         return AAX_SUCCESS;
@@ -69,7 +69,7 @@ AAX_Result AAX_CEffectParameters::GetParameterNameOfLength(AAX_CParamID paramID,
     if (outName == nullptr) {
         return AAX_ERROR_INVALID_STRING_CONVERSION;
     }
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(DataModelEntry(__func__), [&] {
         const AAX_IParameter* parameter = mParameterManager.GetParameterByID(paramID);
         const char* names = parameter != nullptr ? parameter->ShortenedName(length).Get() : "";
         outName->Set(std::string(NameOfLength(names, length)).c_str());
@@ -121,7 +121,7 @@ AAX_Result AAX_CEffectParameters::GetParameterIDFromIndex(int32_t index, AAX_ISt
     if (outID == nullptr) {
         return AAX_ERROR_NULL_ARGUMENT;
     }
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(DataModelEntry(__func__), [&] {
         const AAX_IParameter* parameter = mParameterManager.GetParameter(index);
         outID->Set(parameter != nullptr ? parameter->Identifier() : "");
         return parameter != nullptr ? AAX_SUCCESS : AAX_ERROR_INVALID_PARAMETER_ID;

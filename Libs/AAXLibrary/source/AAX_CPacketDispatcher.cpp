@@ -29,7 +29,7 @@ AAX_Result AAX_CPacketDispatcher::Initialize(AAX_IController* controller,
 AAX_Result AAX_CPacketDispatcher::RegisterPacket(AAX_CParamID paramID, AAX_CFieldIndex fieldIndex,
                                                  const AAX_IPacketHandler* handler) {
     if (paramID == nullptr || handler == nullptr) {
-        return AAX_ERROR_NULL_ARGUMENT;
+        return AAX_SUCCESS;
     }
     const AAX_StLock_Guard guard(mLock);
     AAX_CPacket* packet = fieldIndex >= 0 ? GetPacketOfField(fieldIndex) : nullptr;

@@ -7,13 +7,15 @@
 
 namespace {
 
-void TraceCaught(const char* entry, const char* message) noexcept {
-    AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%s exception caught: %s", entry, message);
+void TraceCaught(const AAX_EntryPoint& entry, const char* message) noexcept {
+    const bool isOfClass = entry.mClass != nullptr;
+    AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%s%s%s exception caught: %s",
+                             isOfClass ? entry.mClass : "", isOfClass ? "::" : "", entry.mName, message);
 }
 
 } // namespace
 
-AAX_Result AAX_ResultOfCurrentException(const char* entry) noexcept {
+AAX_Result AAX_ResultOfCurrentException(const AAX_EntryPoint& entry) noexcept {
     try {
         throw;
     } catch (const AAX::Exception::ResultError& error) {

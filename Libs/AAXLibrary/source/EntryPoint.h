@@ -8,10 +8,15 @@
 
 #include <utility>
 
+/// The data model's entry point of this name.
+inline AAX_EntryPoint DataModelEntry(const char* name) {
+    return {"AAX_CEffectParameters", name};
+}
+
 /// Returns the result of `action` for the parameter with an identifier, as the body of `entry`.
 template<class Manager, class Action>
 AAX_Result WithParameter(const char* entry, Manager& manager, AAX_CParamID paramID, Action&& action) {
-    return AAX_Guarded(entry, [&]() -> AAX_Result {
+    return AAX_Guarded(DataModelEntry(entry), [&]() -> AAX_Result {
         auto* parameter = manager.GetParameterByID(paramID);
         return parameter != nullptr ? action(*parameter) : AAX_ERROR_INVALID_PARAMETER_ID;
     });

@@ -134,9 +134,11 @@ TEST(EffectParametersLife, TurnsWhatEffectInitThrowsIntoACode) {
         throw AAX::Exception::ResultError(AAX_ERROR_NOT_INITIALIZED);
     };
     EXPECT_EQ(effect->Initialize(&host), AAX_ERROR_NOT_INITIALIZED);
-    EXPECT_THAT(listening.lines(),
-                ElementsAre(FakeHostServices::Line{
-                    0x8000000, "Initialize exception caught: AAX_ERROR_NOT_INITIALIZED (-20011)"}));
+    EXPECT_THAT(
+        listening.lines(),
+        ElementsAre(FakeHostServices::Line{
+            0x8000000,
+            "AAX_CEffectParameters::Initialize exception caught: AAX_ERROR_NOT_INITIALIZED (-20011)"}));
     EXPECT_EQ(effect->Uninitialize(), AAX_SUCCESS);
     EXPECT_EQ(host.allReferences(), 0);
 }
@@ -256,12 +258,19 @@ TEST(EffectParametersFilter, LeavesOutTheMasterBypass) {
     EXPECT_THAT(listening.assertions(), IsEmpty());
 }
 
-TEST(EffectParametersFilter, CountsAllParametersWithoutAMasterBypass) {
+TEST(EffectParametersFilter, LeavesOutTheEmptyIdentifierWithoutAMasterBypass) {
     FakeInstanceHost host;
     const ACFPtr<TestEffect> effect = makeTestEffect();
-    effect->onInit = addGain;
+    effect->onInit = [](TestEffect& self) {
+        self.add(makeFloatParameter("Gain"));
+        self.add(makeFloatParameter(""));
+        return AAX_SUCCESS;
+    };
     effect->Initialize(&host);
     EXPECT_EQ(effect->mNumChunkedParameters, 1);
+    std::uint32_t size = 0;
+    EXPECT_EQ(effect->GetChunkSize(AAX_FourCC("elck"), &size), AAX_SUCCESS);
+    EXPECT_EQ(size, 4U + 8U + 8U) << "the marker and \"Gain\" alone";
 }
 
 TEST(EffectParametersFilter, ReportsMoreFilteredIdentifiersThanParameters) {
@@ -459,9 +468,11 @@ TEST(EffectParametersCoefficients, TurnWhatAHandlerThrowsIntoACode) {
     const Silent handler;
     effect->mPacketDispatcher.RegisterPacket("Gain", 1, &handler);
     EXPECT_EQ(effect->GenerateCoefficients(), AAX_ERROR_UNKNOWN_EXCEPTION);
-    EXPECT_THAT(listening.lines(), ElementsAre(FakeHostServices::Line{
-                                       0x8000000, "GenerateCoefficients exception caught: the packet has no "
-                                                  "payload"}));
+    EXPECT_THAT(
+        listening.lines(),
+        ElementsAre(FakeHostServices::Line{
+            0x8000000, "AAX_CEffectParameters::GenerateCoefficients exception caught: the packet has no "
+                       "payload"}));
     EXPECT_EQ(effect->GenerateCoefficients(), AAX_SUCCESS);
 }
 

@@ -290,9 +290,10 @@ TEST(EffectChunks, LetNoExceptionEscape) {
     for (const auto& line : listening.lines()) {
         lines.push_back(line.text);
     }
-    EXPECT_THAT(lines, ElementsAre("GetChunkSize exception caught: broken",
-                                   "GetChunk exception caught: broken", "SetChunk exception caught: broken",
-                                   "CompareActiveChunk exception caught: broken"));
+    EXPECT_THAT(lines, ElementsAre("AAX_CEffectParameters::GetChunkSize exception caught: broken",
+                                   "AAX_CEffectParameters::GetChunk exception caught: broken",
+                                   "AAX_CEffectParameters::SetChunk exception caught: broken",
+                                   "AAX_CEffectParameters::CompareActiveChunk exception caught: broken"));
     fake->before = [] {};
 }
 

@@ -370,7 +370,8 @@ TEST_F(EffectParametersTest, LetsNoExceptionEscapeFromAnyCall) {
         EXPECT_EQ(result == AAX_ERROR_UNKNOWN_EXCEPTION, throws) << call.name;
         ASSERT_EQ(listening.lines().size(), linesBefore + (throws ? 1 : 0)) << call.name;
         if (throws) {
-            EXPECT_EQ(listening.lines().back().text, std::string(call.name) + " exception caught: broken");
+            EXPECT_EQ(listening.lines().back().text,
+                      "AAX_CEffectParameters::" + std::string(call.name) + " exception caught: broken");
         }
     }
     fake->before = [] {};

@@ -104,12 +104,14 @@ TEST(PacketDispatcher, KeepsARegistrationWithoutFieldButNeverPostsIt) {
     EXPECT_EQ(calls, 0);
 }
 
-TEST(PacketDispatcher, RefusesNull) {
+TEST(PacketDispatcher, IgnoresNullAndSucceeds) {
     DispatcherFixture fixture;
     const FunctionHandler handler([](AAX_CParamID, AAX_CPacket&) { return AAX_SUCCESS; });
-    EXPECT_EQ(fixture.dispatcher.RegisterPacket(nullptr, 0, &handler), AAX_ERROR_NULL_ARGUMENT);
-    EXPECT_EQ(fixture.dispatcher.RegisterPacket("Gain", 0, nullptr), AAX_ERROR_NULL_ARGUMENT);
-    EXPECT_EQ(fixture.dispatcher.RegisterPacket("Gain", 0, &handler), AAX_SUCCESS);
+    EXPECT_EQ(fixture.dispatcher.RegisterPacket(nullptr, 0, &handler), AAX_SUCCESS);
+    EXPECT_EQ(fixture.dispatcher.RegisterPacket("Gain", 0, nullptr), AAX_SUCCESS);
+    EXPECT_EQ(fixture.dispatcher.RegisterPacket(nullptr, 0), AAX_SUCCESS);
+    EXPECT_EQ(fixture.dispatch(), "") << "nothing is registered";
+    EXPECT_EQ(fixture.result, AAX_SUCCESS);
 }
 
 TEST(PacketDispatcher, NeitherPostsNorRepeatsAHandlerThatFails) {

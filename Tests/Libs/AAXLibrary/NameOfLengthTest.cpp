@@ -26,9 +26,13 @@ TEST(NameOfLength, IsTheBeginningWhereNothingFits) {
     EXPECT_EQ(NameOfLength("Volume", -1), "");
 }
 
-TEST(NameOfLength, CountsNoEmptySpelling) {
-    EXPECT_EQ(NameOfLength("Volume\n", 3), "Vol");
+TEST(NameOfLength, TakesAnEmptySpellingWhereNoOtherFits) {
+    EXPECT_EQ(NameOfLength("Volume\n\nVol", 2), "");
+    EXPECT_EQ(NameOfLength("\nVolume", 5), "");
+    EXPECT_EQ(NameOfLength("Volume\n", 3), "");
+    EXPECT_EQ(NameOfLength("Volume\n", 6), "Volume");
     EXPECT_EQ(NameOfLength("\n\nVol\n", 3), "Vol");
+    EXPECT_EQ(NameOfLength("\nVolume", -1), "");
     EXPECT_EQ(NameOfLength("", 3), "");
 }
 

@@ -4,6 +4,7 @@
 #include "AAX_Exception.h"
 #include "GUI/VSTGUI_Library.h"
 #include "Tests/Source/GUI/TestEditor.h"
+#include "Tests/Support/FakeHostServices.h"
 #include "Tests/Support/ForwardingCheck.h"
 
 #include <gtest/gtest.h>
@@ -108,7 +109,10 @@ TEST_F(AAX_CEffectGUITest, ReleasesAllOfAHostThatThrowsMeanwhile) {
     throwing.offer(IID_IAAXEffectParametersV1, parameters.Get());
     EXPECT_EQ(editor->Initialize(&throwing), 0);
     EXPECT_EQ(throwing.references(), 3);
+    const ListeningHost listening;
     EXPECT_EQ(editor->Uninitialize(), AAX_ERROR_UNKNOWN_EXCEPTION);
+    ASSERT_EQ(listening.lines().size(), 1U);
+    EXPECT_EQ(listening.lines()[0].text, "AAX_CEffectGUI::Uninitialize exception caught: host");
     EXPECT_EQ(throwing.references(), 0);
     EXPECT_EQ(editor->GetEffectParameters(), nullptr);
     EXPECT_EQ(editor->GetController(), nullptr);
