@@ -73,7 +73,6 @@ private:
     ModuleEntryPoints mEntryPoints{};
 };
 
-class ModuleBinary;
 class ModuleHost;
 
 /// Started, described, and shut down at its end. Everything made from a module holds it, so it ends after the

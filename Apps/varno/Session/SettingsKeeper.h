@@ -52,7 +52,7 @@ void saveAndTell(SettingsKeeper& settings);
 /// Runs a session and then warns of settings that are not saved, with the command line that restores them,
 /// also where the session ends by an exception. @param command that runs it: "edit"
 void runAndReportUnsaved(const SettingsKeeper& settings, const std::string& command,
-                       const std::function<void()>& run);
+                         const std::function<void()>& run);
 
 } // namespace varno
 
