@@ -24,22 +24,6 @@ namespace {
 
 constexpr int kReadFrames = 32768; // decoded, processed and encoded at a time
 
-// Standard input may be a file too, which only its reader can identify.
-void refuseInputAsOutput(const RenderSession& session, const AudioReader& reader, const std::string& output) {
-    session.inputs().refuseAsOutput(output);
-    refuseSameFile(reader.identity(), reader.name(), output);
-}
-
-void refuseInputsAsOutputs(const RenderSession& session, const RenderTask& task, const AudioReader& reader) {
-    const auto& options = session.options();
-    refuseInputAsOutput(session, reader, task.output);
-    for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
-        if (*output) {
-            refuseInputAsOutput(session, reader, **output);
-        }
-    }
-}
-
 // The points of --automate as values for the instance. Points at or after the end of the audio are left out,
 // with a warning.
 std::vector<AutomationStep> automationSteps(const std::string& path, const Instance& instance,
@@ -180,7 +164,6 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task) {
     const auto& options = session.options();
     AudioReader reader(task.input, throwIfInterrupted);
     requireVariantFor(session.module(), reader);
-    refuseInputsAsOutputs(session, task, reader);
 
     const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
     const std::int64_t frames = reader.format().frames + tailFrames;

@@ -7,6 +7,7 @@
 #include "CommandLine/Interruption.h"
 #include "Render/DemoLoop.h"
 #include "Render/FileRender.h"
+#include "Settings/FileRoles.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/SettingsFiles.h"
 
@@ -248,10 +249,7 @@ int renderAndPrint(RenderSession& session) {
     const auto& options = session.options();
     // An instance of any format checks the settings before anything is written.
     const auto instance = session.makeInstance(kDemoLoopChannels, kDemoLoopRateHz);
-    std::optional<SavedSettings> saved;
-    if (!options.dryRun) {
-        saved.emplace(options, *instance);
-    }
+    SavedSettings saved(options, *instance);
     if (options.isDemo) {
         writeDemoLoop(kDemoDryFile);
     }
@@ -262,10 +260,37 @@ int renderAndPrint(RenderSession& session) {
     session.endProgress();
     throwIfInterrupted();
     const int status = printResults(options, results);
-    if (saved && status == kExitSuccess) {
-        saved->commit();
+    if (!options.dryRun && status == kExitSuccess) {
+        saved.commit();
     }
     return status;
+}
+
+// Before anything is written: an output under another name of an input would destroy what is read.
+void checkFiles(const RenderOptions& options, const Settings& settings) {
+    FileRoles files;
+    for (const auto& path : settings.files()) {
+        files.addInput(path);
+    }
+    if (options.automation) {
+        files.addInput(*options.automation);
+    }
+    for (const auto& task : options.tasks) {
+        if (!options.isDemo) {
+            files.addInput(task.input);
+        }
+    }
+    if (options.isDemo) {
+        files.addOutput(kDemoDryFile);
+    }
+    for (const auto& task : options.tasks) {
+        files.addOutput(task.output);
+    }
+    for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
+        if (*output) {
+            files.addOutput(**output);
+        }
+    }
 }
 
 int runRender(const CommandLine& line) {
@@ -274,6 +299,7 @@ int runRender(const CommandLine& line) {
         options.overwrite = Overwrite::kReplace;
     }
     const Settings settings(line, options.isDemo ? kDemoSettings : std::vector<ParameterText>{});
+    checkFiles(options, settings);
     auto module = loadModule(line);
     int status = kExitSuccess;
     {

@@ -4,7 +4,6 @@
 #include "CommandLine/CommandLine.h"
 
 #include <filesystem>
-#include <set>
 
 namespace varno {
 namespace {
@@ -37,23 +36,6 @@ std::vector<RenderTask> folderTasks(const std::string& folder, const std::vector
     return tasks;
 }
 
-void refuseEqualOutputs(const RenderOptions& options) {
-    std::set<std::filesystem::path> names;
-    const auto add = [&](const std::string& output) {
-        if (!names.insert(std::filesystem::path(output).lexically_normal()).second) {
-            throw UsageError("two outputs have the name " + inQuotes(output) + "; expected one each");
-        }
-    };
-    for (const auto& task : options.tasks) {
-        add(task.output);
-    }
-    for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
-        if (*output) {
-            add(**output);
-        }
-    }
-}
-
 void checkTogether(const RenderOptions& options) {
     if (options.meters && options.tasks.size() > 1) {
         throw UsageError("option --meters takes one INPUT, found " + std::to_string(options.tasks.size()));
@@ -61,7 +43,6 @@ void checkTogether(const RenderOptions& options) {
     if (options.isDemo && options.dryRun) {
         throw UsageError("option --dry-run needs INPUT and OUTPUT, found none");
     }
-    refuseEqualOutputs(options);
 }
 
 } // namespace

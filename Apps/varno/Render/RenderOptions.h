@@ -43,8 +43,8 @@ struct RenderOptions {
     std::optional<std::string> saveState;
 };
 
-/// @throws UsageError where a value is out of range, arguments are missing or too many, options contradict
-///         each other, or two outputs would have the same name
+/// @throws UsageError where a value is out of range, arguments are missing or too many, or options contradict
+///         each other
 RenderOptions renderOptions(const CommandLine& line);
 
 } // namespace varno

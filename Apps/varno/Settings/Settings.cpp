@@ -22,11 +22,14 @@ Settings::Settings(const CommandLine& line, std::vector<ParameterText> base)
         mSets.push_back(parameterTextFromOption(text));
     }
     if (const auto path = line.value("--state")) {
+        mFiles.push_back(*path);
         mStatePath = *path;
         mState = readState(*path);
     }
     if (const auto nameOrFile = line.value("--preset")) {
-        mPreset = readPresetFile(presetPath(*nameOrFile, factoryPresets(moduleBundle(line)))).values;
+        const std::string path = presetPath(*nameOrFile, factoryPresets(moduleBundle(line)));
+        mFiles.push_back(path);
+        mPreset = readPresetFile(path).values;
     }
 }
 

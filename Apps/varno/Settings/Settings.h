@@ -49,6 +49,9 @@ public:
     ///         read or is damaged
     explicit Settings(const CommandLine& line, std::vector<ParameterText> base = {});
 
+    /// The files that were read.
+    const std::vector<std::string>& files() const { return mFiles; }
+
     /// Brings an instance to the settings: base, --state, --preset, --set, the later over the earlier.
     /// @throws UsageError for an unknown parameter or a value that it does not take; WorkError where the
     ///         instance refuses the state or a value of it does not arrive
@@ -56,6 +59,7 @@ public:
 
 private:
     std::vector<ParameterText> mBase;
+    std::vector<std::string> mFiles;
     std::string mStatePath;
     std::optional<StoredChunk> mState;
     std::optional<DemoGain_PresetText::Values> mPreset;

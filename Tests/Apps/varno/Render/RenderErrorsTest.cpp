@@ -99,15 +99,42 @@ TEST_F(RenderErrors, OutputThatIsTheInput) {
     fs::create_symlink("in.wav", mFolder.path() / "link.wav");
     fs::create_hard_link(mFolder.path() / "in.wav", mFolder.path() / "hard.wav");
     for (const std::string output : {"in.wav", "./in.wav", "link.wav", "hard.wav"}) {
-        EXPECT_EQ(refusedRender(1, {"--force", "in.wav", output}),
+        EXPECT_EQ(refusedRender(2, {"--force", "in.wav", output}),
                   output + ": is the input file in.wav; expected another file");
     }
 }
 
 TEST_F(RenderErrors, OtherOutputsThatAreTheInput) {
     for (const std::string option : {"--meters", "--save-preset", "--save-state"}) {
-        EXPECT_EQ(refusedRender(1, {"--force", option, "in.wav", "in.wav", "out.wav"}),
+        EXPECT_EQ(refusedRender(2, {"--force", option, "in.wav", "in.wav", "out.wav"}),
                   "in.wav: is the input file in.wav; expected another file");
+        EXPECT_EQ(refusedRender(2, {"--dry-run", option, "in.wav", "in.wav", "out.wav"}),
+                  "in.wav: is the input file in.wav; expected another file");
+    }
+}
+
+TEST_F(RenderErrors, OutputsThatAreOtherInputs) {
+    varnoOut({"render", "--save-state", "s.bin", "--save-preset", "p.txt", "in.wav", "first.wav"});
+    writeFile(path("m.csv"), "0,Hot,1\n");
+    fs::create_directory_symlink(".", mFolder.path() / "here");
+    const std::vector<std::pair<std::string, std::string>> inputs = {
+        {"--state", "s.bin"}, {"--preset", "p.txt"}, {"--automate", "m.csv"}};
+    for (const auto& [read, file] : inputs) {
+        const Bytes before = content(file);
+        for (const std::string write : {"--meters", "--save-state", "--save-preset"}) {
+            const std::string again = "here/" + file;
+            EXPECT_EQ(refusedRender(2, {"--force", read, file, write, again, "in.wav", "out.wav"}),
+                      again + ": is the input file " + file + "; expected another file");
+            EXPECT_EQ(content(file), before);
+        }
+    }
+}
+
+TEST_F(RenderErrors, SettingsThatExistFailADryRun) {
+    writeFile(path("p.txt"), "mine");
+    for (const std::string option : {"--save-state", "--save-preset"}) {
+        EXPECT_EQ(refusedRender(1, {"--dry-run", option, "p.txt", "in.wav", "out.wav"}),
+                  "p.txt: exists already; expected a new name, or --force to replace it");
     }
 }
 
@@ -277,13 +304,37 @@ TEST_F(RenderErrors, WrongArguments) {
     EXPECT_EQ(refusedRender(2, {"--dry-run"}), "option --dry-run needs INPUT and OUTPUT, found none");
 }
 
-TEST_F(RenderErrors, OutputsOfOneName) {
+TEST_F(RenderErrors, OutputsThatAreOneFile) {
     EXPECT_EQ(refusedRender(2, {"--out-dir", "wet", "a/x.wav", "b/x.wav"}),
-              R"(two outputs have the name "wet/x.wav"; expected one each)");
-    EXPECT_EQ(refusedRender(2, {"--meters", "./out.wav", "in.wav", "out.wav"}),
-              R"(two outputs have the name "./out.wav"; expected one each)");
+              R"(outputs "wet/x.wav" and "wet/x.wav" are one file; expected one each)");
+    fs::create_directory_symlink(".", mFolder.path() / "here");
+    for (const std::string& again :
+         {std::string("./out.wav"), path("out.wav"), std::string("here/out.wav")}) {
+        for (const std::string option : {"--meters", "--save-state", "--save-preset"}) {
+            EXPECT_EQ(refusedRender(2, {option, again, "in.wav", "out.wav"}),
+                      "outputs \"out.wav\" and \"" + again + "\" are one file; expected one each");
+        }
+    }
+    writeFile(path("old.wav"), "old");
+    fs::create_symlink("old.wav", mFolder.path() / "link.csv");
+    fs::create_hard_link(mFolder.path() / "old.wav", mFolder.path() / "hard.csv");
+    for (const std::string again : {"link.csv", "hard.csv"}) {
+        EXPECT_EQ(refusedRender(2, {"--force", "--dry-run", "--meters", again, "in.wav", "old.wav"}),
+                  "outputs \"old.wav\" and \"" + again + "\" are one file; expected one each");
+    }
+    EXPECT_EQ(refusedRender(2, {"--meters", "-", "in.wav", "-"}),
+              R"(outputs "-" and "-" are one file; expected one each)");
+    EXPECT_EQ(refusedRender(2, {"--save-state", "s.bin", "--save-preset", "./s.bin", "in.wav", "out.wav"}),
+              R"(outputs "./s.bin" and "s.bin" are one file; expected one each)");
     EXPECT_EQ(refusedRender(2, {"--meters", "m.csv", "--out-dir", "wet", "a.wav", "b.wav"}),
               "option --meters takes one INPUT, found 2");
+}
+
+TEST_F(RenderErrors, FilesOfTheDemoThatAreOneFile) {
+    writeFile(path("varno-demo.wav"), "old");
+    fs::create_symlink("varno-demo.wav", mFolder.path() / "varno-demo-dry.wav");
+    EXPECT_EQ(refusedRender(2, {}),
+              R"(outputs "varno-demo-dry.wav" and "varno-demo.wav" are one file; expected one each)");
 }
 
 } // namespace
