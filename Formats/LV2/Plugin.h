@@ -7,6 +7,7 @@
 #include "LV2/ControlValues.h"
 #include "LV2/Ports.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -58,11 +59,12 @@ class MeterHold {
 public:
     explicit MeterHold(double sampleRateHz);
 
-    /// What to show after a buffer of `frames` frames at whose end the meter stood at `value`.
+    /// What to show after a buffer of `frames` frames at whose end the meter stood at `value`: 0 to 1, the
+    /// declared range of the port.
     float show(float value, std::int32_t frames) noexcept {
         mFramesLeft -= frames;
         if (value >= mShown || mFramesLeft <= 0) {
-            mShown = value;
+            mShown = std::clamp(value, 0.0F, 1.0F);
             mFramesLeft = mHoldFrames;
         }
         return mShown;

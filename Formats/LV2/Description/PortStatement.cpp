@@ -5,6 +5,7 @@
 #include "LV2/Plugin.h"
 #include "LV2/PortTexts.h"
 
+#include <cmath>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -39,12 +40,15 @@ std::vector<std::string> levelPoints(const SDemoGain_Unit& unit) {
     return points;
 }
 
-// The curves by the numbers that the editor's keys have.
-std::vector<std::string> curvePoints(std::span<const char* const> curves) {
+// The curves by the numbers that the editor's keys have. The default's curve has its point at the default, as
+// hosts expect of a list of choices; the others have the middle of their range.
+std::vector<std::string> curvePoints(std::span<const char* const> curves, double usual) {
+    const auto last = static_cast<double>(curves.size() - 1);
+    const auto usualCurve = static_cast<std::size_t>(std::lround(usual * last));
     std::vector<std::string> points;
     for (std::size_t curve = 0; curve < curves.size(); ++curve) {
-        const float value = static_cast<float>(curve) / static_cast<float>(curves.size() - 1);
-        points.push_back(scalePoint(std::string("Curve ") + curves[curve], value));
+        const double value = curve == usualCurve ? usual : static_cast<double>(curve) / last;
+        points.push_back(scalePoint(std::string("Curve ") + curves[curve], static_cast<float>(value)));
     }
     return points;
 }
@@ -74,7 +78,7 @@ void addParameter(TurtleSubject& subject, const ParameterInfo& parameter) {
     if (std::string_view(unit.mSymbol) == kDemoGain_Level.mSymbol) {
         subject.add("lv2:scalePoint", levelPoints(unit));
     } else if (unit.mConversion == EDemoGain_Conversion::kChoice && parameter.steps > kSwitchSteps) {
-        subject.add("lv2:scalePoint", curvePoints(unit.mTexts));
+        subject.add("lv2:scalePoint", curvePoints(unit.mTexts, parameter.defaultNormalized));
     }
     subject.add("rdfs:comment", turtleText(portText(kParameterPorts, parameter.id).comment));
 }

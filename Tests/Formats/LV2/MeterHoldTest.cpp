@@ -40,6 +40,13 @@ TEST(MeterHold, keepsAPeakAsLongAtEveryRate) {
     EXPECT_EQ(hold.show(0.25F, 1), 0.25F);
 }
 
+// A reduction reads a little below 0 and a level above 1 where the effect goes beyond its scale.
+TEST(MeterHold, staysWithinTheRangeOfItsPort) {
+    MeterHold hold(48000.0);
+    EXPECT_EQ(hold.show(1.5F, 512), 1.0F);
+    EXPECT_EQ(hold.show(-0.1F, 48000), 0.0F);
+}
+
 TEST(MeterHold, showsNothingAfterARestart) {
     MeterHold hold(48000.0);
     hold.show(0.5F, 64);

@@ -63,6 +63,7 @@ TEST_F(PortStatement, numbersTheCurvesAsTheRoutineDoes) {
     for (int curve = 0; curve < static_cast<int>(kDemoGain_CurveSteps); ++curve) {
         EXPECT_EQ(DemoGain_CurveIndex(curves.at("Curve " + std::to_string(curve + 1))), curve);
     }
+    EXPECT_EQ(curves.at("Curve 5"), 0.5F) << "the default, which a host shows as one of the choices";
 }
 
 TEST_F(PortStatement, labelsTheStatesOfSwitchesAlone) {
