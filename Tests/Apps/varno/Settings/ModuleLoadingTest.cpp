@@ -109,6 +109,8 @@ TEST_F(ModuleLoadingTest, EveryCommandThatNeedsItReportsIt) {
 }
 
 TEST_F(ModuleLoadingTest, InstalledProgramFindsItsModule) {
+    // As after a build of the program alone.
+    fs::remove(fs::path(VARNO_BUILD_FOLDER) / "Apps" / "varno" / "varno.1");
     const auto installed = run({VARNO_CMAKE, "--install", VARNO_BUILD_FOLDER, "--prefix", path("installed")});
     ASSERT_EQ(installed.status, 0) << installed.err;
     const auto elsewhere = mFolder.path() / "moved";
@@ -120,6 +122,8 @@ TEST_F(ModuleLoadingTest, InstalledProgramFindsItsModule) {
     const auto presets =
         run({elsewhere / "bin" / "varno", "presets", "--names"}, {.environment = {"VARNO_MODULE="}});
     EXPECT_THAT(presets.out, HasSubstr("drum-bus\n"));
+    EXPECT_THAT(readFile(elsewhere / "lib" / "lv2" / "varno-s.lv2" / "manifest.ttl"), HasSubstr("varno-s"));
+    EXPECT_THAT(readFile(elsewhere / "share" / "doc" / "Varno-S" / "LICENSE"), StartsWith("MIT License"));
     EXPECT_THAT(readFile(elsewhere / "share" / "man" / "man1" / "varno.1"), StartsWith(".TH VARNO 1 "));
     EXPECT_THAT(readFile(elsewhere / "share" / "bash-completion" / "completions" / "varno"),
                 HasSubstr("complete -F _varno varno"));
