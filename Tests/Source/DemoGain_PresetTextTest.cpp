@@ -1,7 +1,6 @@
 #include "DemoGain_PresetText.h"
 
 #include "Tests/Source/DataModelFixture.h"
-#include "Tests/Support/LocaleScope.h"
 #include "Tests/Support/NumberTexts.h"
 
 #include <gtest/gtest.h>
@@ -197,12 +196,6 @@ TEST(PresetTextParse, readsAPointInEveryLocale) {
     const std::optional<Values> parsed = Parse(textOf(plainValues()));
     std::locale::global(before);
     EXPECT_EQ(parsed, kPlain);
-}
-
-TEST(PresetTextParse, readsAPointInEveryLocaleOfTheCLibrary) {
-    const varno::test::LocaleScope german("de_DE");
-    ASSERT_EQ(german.decimalPoint(), ",");
-    EXPECT_EQ(Parse(textOf(plainValues())), kPlain);
 }
 
 // On a data model.
