@@ -147,14 +147,4 @@ void AtomicFile::copyToStream() {
     }
 }
 
-void refuseSameFile(const FileIdentity& input, const std::string& inputName, const std::string& outputPath) {
-    struct stat status {};
-    if (outputPath == "-" || ::stat(outputPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return;
-    }
-    if (FileIdentity{status.st_dev, status.st_ino} == input) {
-        throw AudioFileError(outputPath + ": is the input file " + inputName + "; expected another file");
-    }
-}
-
 } // namespace varno

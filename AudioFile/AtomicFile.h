@@ -56,10 +56,6 @@ private:
     FileDescriptor mFile;
 };
 
-/// @throws AudioFileError where `outputPath` is the file `input` under whatever name, through links or not.
-/// @param inputName for the message
-void refuseSameFile(const FileIdentity& input, const std::string& inputName, const std::string& outputPath);
-
 } // namespace varno
 
 #endif

@@ -118,7 +118,6 @@ struct AudioReader::State {
     SndfileOwner sound;
     AudioFormat format;
     FileMetadata metadata;
-    FileIdentity identity;
     std::int64_t framesRead = 0;
     Decoded decoded;
 
@@ -144,7 +143,6 @@ AudioReader::AudioReader(const std::string& path, const GoOn& goOn)
     s.name = path == "-" ? "standard input" : path;
     FileDescriptor opened = openInput(path, goOn);
     const struct stat status = statusOf(opened, s.name);
-    s.identity = {status.st_dev, status.st_ino};
     s.file = makeSeekable(std::move(opened), status, s.name, goOn);
     if (statusOf(s.file, s.name).st_size == 0) {
         throw AudioFileError(s.name + ": is empty; expected an audio file");
@@ -184,9 +182,6 @@ const AudioFormat& AudioReader::format() const {
 }
 const FileMetadata& AudioReader::metadata() const {
     return mState->metadata;
-}
-const FileIdentity& AudioReader::identity() const {
-    return mState->identity;
 }
 
 int AudioReader::read(AudioBlock& block) {

@@ -33,9 +33,6 @@ public:
     const AudioFormat& format() const;
     const FileMetadata& metadata() const;
 
-    /// Of the file, not of the copy of a pipe.
-    const FileIdentity& identity() const;
-
     /// Fills the block with the next frames, as many as it can hold or are left.
     /// @param block of as many channels as the file
     /// @return frames read; 0 at the end

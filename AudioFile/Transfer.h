@@ -40,14 +40,6 @@ private:
     int mDescriptor = -1;
 };
 
-/// Identifies one file of the system under whatever name: device and inode.
-struct FileIdentity {
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-
-    bool operator==(const FileIdentity&) const = default;
-};
-
 /// Throws the AudioFileError "NAME: cannot be read: REASON". @param error number of the system
 [[noreturn]] void throwReadError(const std::string& name, int error);
 

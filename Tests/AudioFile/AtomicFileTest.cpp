@@ -241,25 +241,5 @@ TEST_F(AtomicFileTest, AnInterruptionLeavesNothing) {
     EXPECT_EQ(mFolder.listing(), "");
 }
 
-TEST_F(AtomicFileTest, FindsTheInputUnderEveryName) {
-    writeFile(mPath, "input");
-    const std::string hard = mFolder / "hard";
-    const std::string soft = mFolder / "soft";
-    const std::string other = mFolder / "other";
-    fs::create_hard_link(mPath, hard);
-    fs::create_symlink(mPath, soft);
-    writeFile(other, "input");
-    struct stat status {};
-    ASSERT_EQ(::stat(mPath.c_str(), &status), 0);
-    const FileIdentity input{status.st_dev, status.st_ino};
-    for (const std::string& name : {mPath, hard, soft, mFolder / "./out.txt"}) {
-        EXPECT_EQ(errorText(kExitWorkFailed, [&] { refuseSameFile(input, "in.txt", name); }),
-                  name + ": is the input file in.txt; expected another file");
-    }
-    for (const std::string& name : {other, mFolder / "new", std::string("-")}) {
-        EXPECT_NO_THROW(refuseSameFile(input, "in.txt", name)) << name;
-    }
-}
-
 } // namespace
 } // namespace varno::test

@@ -128,13 +128,6 @@ TEST_F(AudioReaderTest, ReadsNothingAfterTheEnd) {
     EXPECT_EQ(block.frames(), 0);
 }
 
-TEST_F(AudioReaderTest, IdentityIsThatOfTheFile) {
-    const std::string path = makeWav();
-    fs::create_hard_link(path, mFolder / "same.wav");
-    EXPECT_EQ(AudioReader(path).identity(), AudioReader(mFolder / "same.wav").identity());
-    EXPECT_NE(AudioReader(path).identity(), AudioReader(makeWav("other.wav")).identity());
-}
-
 // A pipe is read like the file; `source` is a shell command that writes to it.
 class AudioReaderPipeTest : public AudioReaderTest, public testing::WithParamInterface<const char*> {
 protected:

@@ -149,14 +149,6 @@ struct Sound {
     std::unique_ptr<LiveBackend> backend; // null: no sound output
 };
 
-void refuseOutputs(const WindowOptions& options, const AudioReader& reader) {
-    for (const auto* output : {&options.screenshot, &options.saveState}) {
-        if (*output) {
-            refuseSameFile(reader.identity(), reader.name(), **output);
-        }
-    }
-}
-
 // A sound system that the user names must be available; any other may be missing.
 std::unique_ptr<LiveBackend> openEditBackend(const EditOptions& options, int channels, double rateHz) {
     if (options.sound == kSoundOff) {
@@ -179,7 +171,6 @@ Sound soundFor(const EditOptions& options, const Module& module) {
     }
     AudioReader reader(*options.audio, throwIfInterrupted);
     requireVariantFor(module, reader);
-    refuseOutputs(options.window, reader);
     Sound sound{AudioLoop::of(reader), static_cast<double>(reader.format().rateHz), nullptr};
     sound.backend = openEditBackend(options, sound.loop.channels(), sound.rateHz);
     if (sound.backend != nullptr && sound.backend->status().rateHz() != sound.rateHz) {
@@ -218,6 +209,7 @@ int runEdit(const CommandLine& line) {
     const EditOptions options = editOptions(line);
     XConnection connection(environmentVariable("DISPLAY"));
     const Settings settings(line);
+    checkFiles(options.window, settings, options.audio);
     auto module = loadModule(line);
     edit(options, settings, connection, module);
     unloadModule(std::move(module));

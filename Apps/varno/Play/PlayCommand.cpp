@@ -241,6 +241,7 @@ int runPlay(const CommandLine& line) {
     const PlayOptions options = playOptions(line);
     const auto connection = connectionFor(options);
     const Settings settings(line);
+    checkFiles(options.window, settings);
     auto module = loadModule(line);
     play(options, settings, connection.get(), module);
     unloadModule(std::move(module));

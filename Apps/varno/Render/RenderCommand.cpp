@@ -267,7 +267,7 @@ int renderAndPrint(RenderSession& session) {
 }
 
 // Before anything is written: an output under another name of an input would destroy what is read.
-void checkFiles(const RenderOptions& options, const Settings& settings) {
+void checkRenderFiles(const RenderOptions& options, const Settings& settings) {
     FileRoles files;
     for (const auto& path : settings.files()) {
         files.addInput(path);
@@ -299,7 +299,7 @@ int runRender(const CommandLine& line) {
         options.overwrite = Overwrite::kReplace;
     }
     const Settings settings(line, options.isDemo ? kDemoSettings : std::vector<ParameterText>{});
-    checkFiles(options, settings);
+    checkRenderFiles(options, settings);
     auto module = loadModule(line);
     int status = kExitSuccess;
     {

@@ -4,6 +4,7 @@
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
 #include "Session/SettingsKeeper.h"
+#include "Settings/FileRoles.h"
 #include "Window/WindowProperties.h"
 #include "Window/XConnection.h"
 
@@ -54,6 +55,26 @@ WindowOptions windowOptions(const CommandLine& line, const std::string& command)
     options.saveState = line.value("--save-state");
     options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;
     return options;
+}
+
+void checkFiles(const WindowOptions& options, const Settings& settings,
+                const std::optional<std::string>& audio) {
+    FileRoles files;
+    if (audio) {
+        files.addInput(*audio);
+    }
+    for (const auto& path : settings.files()) {
+        const bool isSavedAgain =
+            path == options.state && options.saveState && isLoadedState(options, *options.saveState);
+        if (!isSavedAgain) {
+            files.addInput(path);
+        }
+    }
+    for (const auto* output : {&options.screenshot, &options.saveState}) {
+        if (*output) {
+            files.addOutput(**output);
+        }
+    }
 }
 
 void chooseSettingsFile(SettingsKeeper& settings, const WindowOptions& options) {

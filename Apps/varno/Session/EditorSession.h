@@ -9,6 +9,7 @@
 #include "Session/EventLoop.h"
 #include "Session/SettingsKeeper.h"
 #include "Session/WindowPicture.h"
+#include "Settings/Settings.h"
 #include "Window/EditorWindow.h"
 
 #include <optional>
@@ -41,6 +42,12 @@ struct WindowOptions {
 /// Those of any command with a window: all but subject and screenshot. @param command its name
 /// @throws UsageError where a value is out of range
 WindowOptions windowOptions(const CommandLine& line, const std::string& command);
+
+/// Checks that no file to be written is one that is read. --save-state may name the state that is loaded.
+/// @param audio path of the input; nothing: there is none
+/// @throws UsageError
+void checkFiles(const WindowOptions& options, const Settings& settings,
+                const std::optional<std::string>& audio = {});
 
 /// Names the file of --save-state, else that of --state; the loaded one may be replaced.
 /// @throws AudioFileError where it could not be written

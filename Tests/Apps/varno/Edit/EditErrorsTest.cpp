@@ -115,10 +115,16 @@ TEST_F(EditErrors, OutputsThatMayNotBeReplaced) {
         "no/x.png: cannot be written: No such file or directory; expected a folder that exists and can be "
         "written to");
     fs::create_symlink("in.wav", path("link"));
-    EXPECT_EQ(refusedEdit(1, {"--force", "--save-state", "link", "in.wav"}),
+    EXPECT_EQ(refusedEdit(2, {"--force", "--save-state", "link", "in.wav"}),
               "link: is the input file in.wav; expected another file");
-    EXPECT_EQ(refusedEdit(1, {"--force", "--screenshot", "link", "in.wav"}),
+    EXPECT_EQ(refusedEdit(2, {"--force", "--screenshot", "link", "in.wav"}),
               "link: is the input file in.wav; expected another file");
+    ASSERT_EQ(varno({"render", "--save-preset", "p.txt", "--save-state", "s.bin", "in.wav", "o.wav"}).status,
+              0);
+    EXPECT_EQ(refusedEdit(2, {"--force", "--save-state", "./p.txt", "--preset", "p.txt"}),
+              "./p.txt: is the input file p.txt; expected another file");
+    EXPECT_EQ(refusedEdit(2, {"--force", "--screenshot", "./s.bin", "--state", "s.bin"}),
+              "./s.bin: is the input file s.bin; expected another file");
     EXPECT_EQ(content("in.wav"), input);
     EXPECT_EQ(readFile(path("my.state")), "mine");
 }
