@@ -36,6 +36,11 @@ std::string uniqueHiddenName() {
                          "; expected a folder that exists and can be written to");
 }
 
+// Returns 0 or the system's error number, as the other renames here do.
+int renamed(const fs::path& from, const fs::path& to) {
+    return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+}
+
 // Gives `temporary` the name `target` unless a file has that name, in one step where the file system offers
 // it.
 int renameToNew(const fs::path& temporary, const fs::path& target) {
@@ -48,7 +53,7 @@ int renameToNew(const fs::path& temporary, const fs::path& target) {
     if (fs::exists(fs::symlink_status(target))) {
         return EEXIST;
     }
-    return ::rename(temporary.c_str(), target.c_str()) == 0 ? 0 : errno;
+    return renamed(temporary, target);
 }
 
 } // namespace
@@ -82,9 +87,7 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn)
 }
 
 AtomicFile::~AtomicFile() {
-    if (!mTemporary.empty()) {
-        ::unlink(mTemporary.c_str());
-    }
+    removeHidden();
 }
 
 void AtomicFile::openBeside(const fs::path& target) {
@@ -108,18 +111,43 @@ void AtomicFile::write(std::string_view bytes) {
 }
 
 void AtomicFile::commit() {
+    AtomicFile* const file = this;
+    commitTogether({&file, 1});
+}
+
+// To the disk, so that a name never stands for content that a failure of power can lose.
+void AtomicFile::complete() {
     if (mIsStream) {
-        copyToStream();
         return;
+    }
+    while (::fsync(mFile.get()) != 0) {
+        if (errno == EINVAL || errno == EOPNOTSUPP) { // this file system cannot
+            break;
+        }
+        if (errno != EINTR) {
+            throwWriteError(mName, errno);
+        }
+        if (mGoOn) {
+            mGoOn();
+        }
     }
     if (const int error = mFile.close()) {
         throwWriteError(mName, error);
     }
+}
+
+// With `keepReplaced` what had the name before stays under the temporary one.
+void AtomicFile::giveName(bool keepReplaced) {
+    if (mIsStream) {
+        return;
+    }
     int error = 0;
     if (mOverwrite == Overwrite::kRefuse) {
         error = renameToNew(mTemporary, mTarget);
-    } else if (::rename(mTemporary.c_str(), mTarget.c_str()) != 0) {
-        error = errno;
+    } else if (keepReplaced && fs::exists(fs::symlink_status(mTarget))) {
+        error = replaceAndKeep();
+    } else {
+        error = renamed(mTemporary, mTarget);
     }
     if (error == EEXIST) {
         throwExists(mName);
@@ -128,6 +156,48 @@ void AtomicFile::commit() {
         throwWriteError(mName, error);
     }
     mTemporary.clear();
+}
+
+// In one step where the file system offers it.
+int AtomicFile::replaceAndKeep() {
+    if (::renameat2(AT_FDCWD, mTemporary.c_str(), AT_FDCWD, mTarget.c_str(), RENAME_EXCHANGE) == 0) {
+        mReplaced = mTemporary;
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return errno;
+    }
+    const fs::path aside = mTarget.parent_path() / uniqueHiddenName();
+    if (const int error = renamed(mTarget, aside)) {
+        return error;
+    }
+    if (const int error = renamed(mTemporary, mTarget)) {
+        renamed(aside, mTarget);
+        return error;
+    }
+    mReplaced = aside;
+    return 0;
+}
+
+void AtomicFile::takeNameBack() {
+    if (mIsStream) {
+        return;
+    }
+    if (mReplaced.empty()) {
+        ::unlink(mTarget.c_str());
+    } else {
+        renamed(mReplaced, mTarget);
+        mReplaced.clear(); // where that fails it stays, since it is the only copy
+    }
+}
+
+void AtomicFile::removeHidden() {
+    for (fs::path* file : {&mTemporary, &mReplaced}) {
+        if (!file->empty()) {
+            ::unlink(file->c_str());
+            file->clear();
+        }
+    }
 }
 
 void AtomicFile::copyToStream() {
@@ -144,6 +214,33 @@ void AtomicFile::copyToStream() {
     copyAll(mFile.get(), "a temporary file", opened.isOpen() ? opened.get() : STDOUT_FILENO, mName, mGoOn);
     if (const int error = opened.close()) {
         throwWriteError(mName, error);
+    }
+}
+
+void commitTogether(std::span<AtomicFile* const> files) {
+    for (AtomicFile* file : files) {
+        file->complete();
+    }
+    // Before the names: what a stream has received cannot be taken back, but its failure is reported in time.
+    for (AtomicFile* file : files) {
+        if (file->mIsStream) {
+            file->copyToStream();
+        }
+    }
+    std::size_t named = 0;
+    try {
+        for (; named < files.size(); ++named) {
+            const bool isLast = named + 1 == files.size();
+            files[named]->giveName(!isLast);
+        }
+    } catch (...) {
+        while (named > 0) {
+            files[--named]->takeNameBack();
+        }
+        throw;
+    }
+    for (AtomicFile* file : files) {
+        file->removeHidden();
     }
 }
 

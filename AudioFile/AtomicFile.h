@@ -4,6 +4,7 @@
 #include "AudioFile/Transfer.h"
 
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -38,12 +39,17 @@ public:
     /// Appends at the present position. @throws AudioFileError with the reason, for instance a full disk
     void write(std::string_view bytes);
 
-    /// Gives the file its name, or copies it to its target. Nothing can be written afterwards.
-    /// @throws AudioFileError where that fails, or where a file has appeared under the name and may not be
-    ///         replaced
+    /// Gives the file its name, or copies it to its target: commitTogether() of this file alone.
     void commit();
 
 private:
+    friend void commitTogether(std::span<AtomicFile* const> files);
+
+    void complete();
+    void giveName(bool keepReplaced);
+    int replaceAndKeep();
+    void takeNameBack();
+    void removeHidden();
     void openBeside(const std::filesystem::path& target);
     void copyToStream();
 
@@ -51,10 +57,18 @@ private:
     Overwrite mOverwrite;
     GoOn mGoOn;
     std::filesystem::path mTarget;    // empty for standard output
-    std::filesystem::path mTemporary; // empty once there is nothing to remove
+    std::filesystem::path mTemporary; // of the content; empty once the file has its name
+    std::filesystem::path mReplaced;  // what had the name before; empty for nothing
     bool mIsStream = false;
     FileDescriptor mFile;
 };
+
+/// Gives files their names so that they appear together. All of them are complete and on the disk before the
+/// first gets its name, and what goes to streams has been copied. Where a name cannot be given, those given
+/// before are taken back and replaced files restored. Nothing can be written afterwards.
+/// @param files in different places
+/// @throws AudioFileError where that fails, or where a file has appeared under a name and may not be replaced
+void commitTogether(std::span<AtomicFile* const> files);
 
 } // namespace varno
 

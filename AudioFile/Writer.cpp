@@ -236,7 +236,7 @@ void AudioWriter::write(const AudioBlock& source, const float* const* processed)
     }
 }
 
-void AudioWriter::commit() {
+AtomicFile& AudioWriter::finish() {
     State& s = *mState;
     s.flush();
     s.sound.reset();
@@ -246,7 +246,7 @@ void AudioWriter::commit() {
         setOggSerial(s.file.descriptor(), s.file.name());
     }
     clearPeakTime(s.file.descriptor(), s.file.name());
-    s.file.commit();
+    return s.file;
 }
 
 std::int64_t AudioWriter::clippedSamples() const {

@@ -36,7 +36,7 @@ public:
     AudioWriter(const std::string& path, const AudioFormat& format, const FileMetadata& metadata,
                 const Options& options);
 
-    /// Leaves nothing behind unless commit() has succeeded.
+    /// Leaves nothing behind unless the file has its name.
     ~AudioWriter();
 
     AudioWriter(const AudioWriter&) = delete;
@@ -50,8 +50,12 @@ public:
     /// @throws AudioFileError where writing fails, for instance on a full disk
     void write(const AudioBlock& source, const float* const* processed);
 
+    /// Completes the content; nothing can be appended afterwards. @return the file, owned by this object, for
+    /// commitTogether() @throws AudioFileError
+    AtomicFile& finish();
+
     /// Completes the file and gives it its name. @throws AudioFileError
-    void commit();
+    void commit() { finish().commit(); }
 
     /// Samples so far that lay more than half a step of an integer format beyond full scale, or were not a
     /// number.

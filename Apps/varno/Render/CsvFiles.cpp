@@ -150,9 +150,9 @@ void MeterFile::flush() {
     mPending.clear();
 }
 
-void MeterFile::commit() {
+AtomicFile& MeterFile::finish() {
     flush();
-    mFile.commit();
+    return mFile;
 }
 
 } // namespace varno

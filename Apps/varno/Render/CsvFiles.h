@@ -40,13 +40,13 @@ public:
     /// @param frame at which the block starts @param values one per meter @throws AudioFileError
     void addRow(std::int64_t frame, std::span<const float> values);
 
-    /// Writes all pending rows, so that a full disk is reported before commit(). @throws AudioFileError
-    void flush();
-
-    /// Gives the file its name. @throws AudioFileError
-    void commit();
+    /// Completes the content; nothing can be added afterwards. @return the file, owned by this object, for
+    /// commitTogether() @throws AudioFileError
+    AtomicFile& finish();
 
 private:
+    void flush();
+
     AtomicFile mFile;
     double mRateHz;
     std::string mPending; ///< Lines not yet handed to the system.

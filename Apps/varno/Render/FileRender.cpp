@@ -144,9 +144,9 @@ void addWarnings(const AudioWriter& writer, RenderReport& report) {
     }
 }
 
-RenderResult renderOne(RenderSession& session, const RenderTask& task) {
+RenderResult renderOne(RenderSession& session, const RenderTask& task, OutputFiles others) {
     try {
-        return {renderFile(session, task), {}, kExitSuccess};
+        return {renderFile(session, task, others), {}, kExitSuccess};
     } catch (const CommandError& error) {
         return {{}, error.what(), exitStatusOf(error)};
     } catch (const AudioFileError& error) {
@@ -158,7 +158,7 @@ RenderResult renderOne(RenderSession& session, const RenderTask& task) {
 
 } // namespace
 
-RenderReport renderFile(RenderSession& session, const RenderTask& task) {
+RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFiles others) {
     throwIfInterrupted();
     const auto start = std::chrono::steady_clock::now();
     const auto& options = session.options();
@@ -197,13 +197,13 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task) {
 
     session.beginProgress(report.format.durationS());
     renderFrames(session, Source(reader, frames), processor, writer, report);
+    std::vector<AtomicFile*> files = {&writer.finish()};
     if (meterFile) {
-        meterFile->flush();
+        files.push_back(&meterFile->finish());
     }
-    writer.commit();
-    if (meterFile) {
-        meterFile->commit();
-    }
+    files.insert(files.end(), others.begin(), others.end());
+    throwIfInterrupted();
+    commitTogether(files);
     report.clippedSamples = writer.clippedSamples();
     report.gainReductionDB = gainReductionDB(*instance, processor.largestMeters());
     addWarnings(writer, report);
@@ -211,23 +211,27 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task) {
     return report;
 }
 
-std::vector<RenderResult> renderAll(RenderSession& session) {
+std::vector<RenderResult> renderAll(RenderSession& session, OutputFiles others) {
     const auto& tasks = session.options().tasks;
     std::vector<RenderResult> results(tasks.size());
+    if (tasks.size() == 1) {
+        results[0] = renderOne(session, tasks[0], others);
+        return results;
+    }
     std::atomic<std::size_t> next{0};
     const auto work = [&] {
         for (std::size_t i = next++; i < tasks.size(); i = next++) {
-            results[i] = renderOne(session, tasks[i]);
+            results[i] = renderOne(session, tasks[i], {});
         }
     };
     // The calling thread is one of the workers.
-    std::vector<std::jthread> others;
+    std::vector<std::jthread> helpers;
     const auto workers = std::min(static_cast<std::size_t>(session.options().jobs), tasks.size());
-    while (others.size() + 1 < workers) {
-        others.emplace_back(work);
+    while (helpers.size() + 1 < workers) {
+        helpers.emplace_back(work);
     }
     work();
-    others.clear(); // waits for them
+    helpers.clear(); // waits for them
     return results;
 }
 

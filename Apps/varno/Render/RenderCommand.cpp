@@ -175,10 +175,12 @@ public:
         }
     }
 
-    void commit() {
+    std::vector<AtomicFile*> files() {
+        std::vector<AtomicFile*> files;
         for (auto& file : mFiles) {
-            file.commit();
+            files.push_back(&file);
         }
+        return files;
     }
 
 private:
@@ -207,42 +209,75 @@ bool writesToStandardOutput(const RenderOptions& options) {
            options.savePreset == standardOutput || options.saveState == standardOutput;
 }
 
-void printSummary(const RenderOptions& options, const std::string& text) {
-    if (writesToStandardOutput(options)) {
-        printErr(text);
-    } else {
-        printOut(text);
-    }
-}
+// Prints what the renders ended with. A summary that cannot be printed is an error of its own, after which no
+// other is tried; the outputs stay.
+class ResultPrinter {
+public:
+    explicit ResultPrinter(const RenderOptions& options)
+        : mOptions(options),
+          mToStandardError(writesToStandardOutput(options)) {}
 
-void printReport(const RenderOptions& options, const RenderReport& report) {
-    if (options.quiet) {
-        return;
+    void print(const RenderTask& task, const RenderResult& result) {
+        if (result.report) {
+            printReport(*result.report);
+            return;
+        }
+        if (mOptions.json) {
+            printSummary(failureJson(task, result.error));
+        }
+        fail(result.error, result.exitStatus);
     }
-    if (options.isDemo && !options.json) {
-        printSummary(options, std::string(kDemoDryFile) + "\n  the loop without the effect\n");
-    }
-    printSummary(options, options.json ? reportJson(report) : reportText(report));
-    for (const auto& warning : report.warnings) {
-        printWarning(warning);
-    }
-}
 
-// Returns the exit status: that of the failures; where they differ, that of failed work.
-int printResults(const RenderOptions& options, const std::vector<RenderResult>& results) {
-    int status = kExitSuccess;
-    for (std::size_t i = 0; i < results.size(); ++i) {
-        if (results[i].report) {
-            printReport(options, *results[i].report);
-            continue;
-        }
-        if (options.json && !options.quiet) {
-            printSummary(options, failureJson(options.tasks[i], results[i].error));
-        }
-        printError(results[i].error);
-        status = status == kExitSuccess ? results[i].exitStatus : std::min(status, results[i].exitStatus);
+    void fail(const std::string& error, int exitStatus) {
+        printError(error);
+        mStatus = mStatus == kExitSuccess ? exitStatus : std::min(mStatus, exitStatus);
     }
-    return status;
+
+    // Where failures differ, that of failed work.
+    int exitStatus() const { return mStatus; }
+
+private:
+    void printReport(const RenderReport& report) {
+        if (mOptions.isDemo && !mOptions.json) {
+            printSummary(std::string(kDemoDryFile) + "\n  the loop without the effect\n");
+        }
+        printSummary(mOptions.json ? reportJson(report) : reportText(report));
+        if (!mOptions.quiet) {
+            for (const auto& warning : report.warnings) {
+                printWarning(warning);
+            }
+        }
+    }
+
+    void printSummary(const std::string& text) {
+        if (mOptions.quiet || mIsCutOff) {
+            return;
+        }
+        if (mToStandardError) {
+            printErr(text);
+            return;
+        }
+        try {
+            printOut(text);
+        } catch (const AudioFileError& error) {
+            mIsCutOff = true;
+            fail(error.what(), kExitWorkFailed);
+        }
+    }
+
+    const RenderOptions& mOptions;
+    bool mToStandardError;
+    bool mIsCutOff = false;
+    int mStatus = kExitSuccess;
+};
+
+// The settings of several renders follow where all of them have succeeded.
+void commitSettings(SavedSettings& saved, ResultPrinter& printer) {
+    try {
+        commitTogether(saved.files());
+    } catch (const AudioFileError& error) {
+        printer.fail(error.what(), kExitWorkFailed);
+    }
 }
 
 int renderAndPrint(RenderSession& session) {
@@ -256,14 +291,18 @@ int renderAndPrint(RenderSession& session) {
     if (options.tasks.size() > 1 && session.showsProgress()) {
         session.beginProgress(totalDurationS(options));
     }
-    const auto results = renderAll(session);
+    const auto results = renderAll(session, saved.files());
     session.endProgress();
     throwIfInterrupted();
-    const int status = printResults(options, results);
-    if (!options.dryRun && status == kExitSuccess) {
-        saved.commit();
+    ResultPrinter printer(options);
+    const auto succeeded = [](const RenderResult& result) { return result.report.has_value(); };
+    if (options.tasks.size() > 1 && !options.dryRun && std::ranges::all_of(results, succeeded)) {
+        commitSettings(saved, printer);
     }
-    return status;
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        printer.print(options.tasks[i], results[i]);
+    }
+    return printer.exitStatus();
 }
 
 // Before anything is written: an output under another name of an input would destroy what is read.

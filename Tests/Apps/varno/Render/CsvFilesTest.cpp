@@ -137,7 +137,7 @@ TEST_F(MeterFileTest, WritesAHeadingAndALinePerBlock) {
     MeterFile file(mPath, Overwrite::kRefuse, 48'000.0, {"GRL", "GRR", "InRMS", "OutRMS"});
     file.addRow(0, std::array{0.0F, 0.5F, 0.1F, 1.0F});
     file.addRow(512, std::array{0.25F, -0.0F, 1e-10F, 123456.79F});
-    file.commit();
+    file.finish().commit();
     EXPECT_EQ(readFile(mPath), "time_s,GRL,GRR,InRMS,OutRMS\n"
                                "0.000000,0,0.5,0.1,1\n"
                                "0.010667,0.25,-0,1e-10,123456.79\n");
@@ -147,14 +147,14 @@ TEST_F(MeterFileTest, DoesNotDependOnTheLocale) {
     const CommaLocale comma;
     MeterFile file(mPath, Overwrite::kRefuse, 2.0, {"A"});
     file.addRow(2001, std::array{1234.5F});
-    file.commit();
+    file.finish().commit();
     EXPECT_EQ(readFile(mPath), "time_s,A\n1000.500000,1234.5\n");
 }
 
 TEST_F(MeterFileTest, LongTimesFit) {
     MeterFile file(mPath, Overwrite::kRefuse, 1.0, {});
     file.addRow(std::numeric_limits<std::int64_t>::max(), {});
-    file.commit();
+    file.finish().commit();
     EXPECT_EQ(readFile(mPath), "time_s\n9223372036854775808.000000\n");
 }
 
@@ -164,7 +164,7 @@ TEST_F(MeterFileTest, ManyRowsArriveInOrder) {
     for (int row = 0; row < kRows; ++row) {
         file.addRow(row, std::array{static_cast<float>(row)});
     }
-    file.commit();
+    file.finish().commit();
     const std::string text = readFile(mPath);
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), kRows + 1);
     EXPECT_TRUE(text.ends_with("\n19998.000000,19998\n19999.000000,19999\n"));
@@ -186,7 +186,7 @@ TEST_F(MeterFileTest, RefusesAnExistingFile) {
 
 TEST_F(MeterFileTest, ReportsAFullDevice) {
     MeterFile file("/dev/full", Overwrite::kRefuse, 1.0, {"A"});
-    EXPECT_EQ(errorText(kExitWorkFailed, [&] { file.commit(); }),
+    EXPECT_EQ(errorText(kExitWorkFailed, [&] { file.finish().commit(); }),
               "/dev/full: cannot be written: No space left on device");
 }
 

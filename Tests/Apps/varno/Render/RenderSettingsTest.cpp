@@ -112,6 +112,35 @@ TEST_F(RenderSettings, NothingIsSavedOfAFailedRender) {
     EXPECT_EQ(mFolder.listing(), "in.wav");
 }
 
+TEST_F(RenderSettings, OutputsAppearTogetherOrNotAtAll) {
+    writeFile(path("out.wav"), "old");
+    for (const std::string option : {"--save-preset", "--save-state", "--meters"}) {
+        EXPECT_EQ(refusal(1, {"render", "--force", option, "/dev/full", "in.wav", "out.wav"}),
+                  "/dev/full: cannot be written: No space left on device");
+        EXPECT_EQ(mFolder.listing(), "in.wav out.wav");
+        EXPECT_EQ(content("out.wav"), Bytes{"old"});
+    }
+}
+
+// A shell runs the program with this redirection.
+TEST_F(RenderSettings, ASummaryThatCannotBePrintedLeavesTheOutputs) {
+    std::filesystem::create_directory(mFolder.path() / "wet");
+    std::filesystem::copy(path("in.wav"), path("in2.wav"));
+    const Bytes expected = bytesWith({});
+    const auto outcome = run({"bash", "-c",
+                              "\"$0\" render --force --save-state s.bin --meters m.csv in.wav out.wav "
+                              ">/dev/full; echo $? >&2; \"$0\" render --save-preset p.txt --out-dir wet "
+                              "in.wav in2.wav >/dev/full; echo $? >&2",
+                              VARNO_PROGRAM},
+                             {.folder = mFolder.path()});
+    const std::string once = "varno: standard output: cannot be written: No space left on device\n1\n";
+    EXPECT_EQ(outcome.err, once + once);
+    EXPECT_EQ(mFolder.listing(), "in.wav in2.wav m.csv out.wav p.txt s.bin wet");
+    for (const std::string file : {"out.wav", "wet/in.wav", "wet/in2.wav"}) {
+        EXPECT_EQ(content(file), expected) << file;
+    }
+}
+
 // Automation.
 
 TEST_F(RenderSettings, ParametersMoveAtTheExactSample) {
