@@ -21,6 +21,7 @@ int runAndReport(const std::vector<std::string>& words) {
 } // namespace
 
 int main(int count, char** words) {
+    varno::occupyStandardStreams();
     varno::catchInterruptions();
     const int status = runAndReport({words + 1, words + count});
     if (const int signal = varno::interruptedBySignal()) {

@@ -3,28 +3,45 @@
 #include "AudioFile/Transfer.h"
 #include "CommandLine/CommandTable.h"
 #include "CommandLine/Interruption.h"
+#include "CommandLine/VisibleText.h"
 
-#include <algorithm>
+#include <sys/ioctl.h>
+
+#include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace varno {
 namespace {
 
-// File names may hold line ends; a message must not.
-void printLine(std::string line) noexcept {
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    printErr(line + '\n');
+constexpr std::size_t kUsualColumns = 80;
+
+void printLine(const std::string& line) noexcept {
+    drawOnTerminal(visibleLine(line) + '\n');
 }
 
 } // namespace
 
+void occupyStandardStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) < 0 && errno == EBADF) {
+            // A new descriptor has the lowest free number. Open for the other direction, it fails in this
+            // one.
+            ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
+}
+
 void printOut(std::string_view text) {
-    writeAll(STDOUT_FILENO, text, "standard output", throwIfInterrupted);
+    writeAll(STDOUT_FILENO, visibleText(text), "standard output", throwIfInterrupted);
 }
 
 void printErr(std::string_view text) noexcept {
+    drawOnTerminal(visibleText(text));
+}
+
+void drawOnTerminal(std::string_view text) noexcept {
     while (!text.empty()) {
         const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
         if (written <= 0) {
@@ -40,6 +57,11 @@ void printError(const std::string& message) noexcept {
 
 void printWarning(const std::string& message) noexcept {
     printLine(std::string(kProgramName) + ": warning: " + message);
+}
+
+std::size_t terminalColumns(int descriptor) {
+    winsize size{};
+    return ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
 }
 
 std::string environmentVariable(const char* name) {

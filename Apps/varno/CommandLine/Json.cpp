@@ -38,7 +38,7 @@ LibraryJson toLibrary(const Json& json) {
 } // namespace
 
 std::string jsonText(const Json& json) {
-    return toLibrary(json).dump(kJsonIndent) + '\n';
+    return toLibrary(json).dump(kJsonIndent, ' ', false, LibraryJson::error_handler_t::replace) + '\n';
 }
 
 std::string jsonLine(const Json& json) {

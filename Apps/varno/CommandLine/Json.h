@@ -53,12 +53,11 @@ Json::Array jsonArray(const Range& range, Convert convert = {}) {
     return array;
 }
 
-/// The value over several lines, indented, ended by a line feed. Its texts are UTF-8.
-/// @throws std::exception where a text is not
+/// The value over several lines, indented, ended by a line feed. What is not UTF-8 in its texts, as in names
+/// of files, is replaced.
 std::string jsonText(const Json& json);
 
-/// The value on one line, ended by a line feed. What is not UTF-8 in its texts, as in names of files, is
-/// replaced.
+/// The same on one line.
 std::string jsonLine(const Json& json);
 
 } // namespace varno

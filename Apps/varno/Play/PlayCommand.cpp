@@ -4,6 +4,7 @@
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
 #include "CommandLine/NumberText.h"
+#include "CommandLine/VisibleText.h"
 #include "Play/LiveEffect.h"
 #include "Play/PlayOptions.h"
 #include "Play/TerminalSession.h"
@@ -166,8 +167,9 @@ public:
     void announce() const {
         if (!mOptions.isQuiet) {
             const LiveStatus& status = mBackend.status();
-            printErr("playing: " + mBackend.description() + ", " + textFromNumber(status.rateHz()) + " Hz, " +
-                     std::to_string(status.blockFrames()) + " frames" + endHint() + '\n');
+            printErr("playing: " + visibleLine(mBackend.description()) + ", " +
+                     textFromNumber(status.rateHz()) + " Hz, " + std::to_string(status.blockFrames()) +
+                     " frames" + endHint() + '\n');
         }
     }
 

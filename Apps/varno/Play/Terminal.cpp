@@ -1,7 +1,5 @@
 #include "Play/Terminal.h"
 
-#include <sys/ioctl.h>
-
 #include <algorithm>
 #include <unistd.h>
 
@@ -62,7 +60,6 @@ std::size_t firstKey(std::string_view bytes) {
     return 0;
 }
 
-constexpr std::size_t kUsualColumns = 80;
 constexpr cc_t kNoCharacter = _POSIX_VDISABLE;
 
 } // namespace
@@ -91,11 +88,6 @@ std::string terminalKeysHelp() {
 
 bool takesKeys(int descriptor) {
     return ::isatty(descriptor) == 1 && ::tcgetpgrp(descriptor) == ::getpgrp();
-}
-
-std::size_t terminalColumns(int descriptor) {
-    winsize size{};
-    return ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
 }
 
 TerminalMode::TerminalMode(int descriptor)

@@ -43,9 +43,6 @@ std::string terminalKeysHelp();
 /// Whether keys can be read: the open file is a terminal, and the program is in its foreground.
 bool takesKeys(int descriptor);
 
-/// How many columns a terminal has; 80 where it does not report it.
-std::size_t terminalColumns(int descriptor);
-
 /// While it exists, a terminal passes on each key as it is pressed and does not show it. Ctrl-C still
 /// interrupts; Ctrl-Z and Ctrl-\ do nothing, so that the program neither stops with the sound system waiting
 /// for it nor ends with the terminal left as it is now.

@@ -169,14 +169,14 @@ void TerminalSession::drawLine() {
     // A line that fills the last column would move on to the next.
     std::string text = line.text(terminalColumns(STDERR_FILENO) - 1);
     if (text != mLine) {
-        printErr(kClearLine + text);
+        drawOnTerminal(kClearLine + text);
         mLine = std::move(text);
     }
 }
 
 void TerminalSession::clearLine() {
     if (!mLine.empty()) {
-        printErr(kClearLine);
+        drawOnTerminal(kClearLine);
         mLine.clear();
     }
 }

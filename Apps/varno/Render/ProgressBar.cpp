@@ -10,7 +10,9 @@ namespace varno {
 namespace {
 
 constexpr std::chrono::milliseconds kRedrawEvery{100};
-constexpr int kBarWidth = 30; // characters; the whole line stays below 80
+// Characters of the bar between its brackets. One that is smaller shows nothing.
+constexpr std::size_t kLargestBar = 30;
+constexpr std::size_t kSmallestBar = 5;
 
 double inSeconds(std::chrono::steady_clock::duration duration) {
     return std::chrono::duration<double>(duration).count();
@@ -30,10 +32,11 @@ std::string clockText(double seconds) {
 
 } // namespace
 
-ProgressBar::ProgressBar(std::ostream& out, bool onTerminal, double totalS, Clock clock)
+ProgressBar::ProgressBar(std::ostream& out, bool onTerminal, double totalS, Columns columns, Clock clock)
     : mOut(out),
       mOnTerminal(onTerminal),
       mTotalS(totalS),
+      mColumns(std::move(columns)),
       mClock(std::move(clock)),
       mStart(mClock()),
       mNextDraw(mStart + kRedrawEvery) {
@@ -65,25 +68,28 @@ void ProgressBar::finish() {
 }
 
 void ProgressBar::draw(TimePoint now) {
-    mOut << kClearLine << line(inSeconds(now - mStart)) << std::flush;
+    // A line that fills the last column would move on to the next.
+    mOut << kClearLine << line(inSeconds(now - mStart), mColumns() - 1) << std::flush;
     mNextDraw = now + kRedrawEvery;
     mDrawn = true;
 }
 
-std::string ProgressBar::line(double elapsedS) const {
+std::string ProgressBar::line(double elapsedS, std::size_t width) const {
     const double share = mTotalS > 0.0 ? std::clamp(mDoneS / mTotalS, 0.0, 1.0) : 1.0;
     const double speed = elapsedS > 0.0 ? mDoneS / elapsedS : 0.0;
-    const int filled = static_cast<int>(share * kBarWidth);
-    std::string text = "[";
-    text.append(static_cast<std::size_t>(filled), '#');
-    text.append(static_cast<std::size_t>(kBarWidth - filled), ' ');
-    text += "] ";
-    text += std::to_string(static_cast<int>(share * 100.0)) + " %, ";
+    std::string text = std::to_string(static_cast<int>(share * 100.0)) + " %, ";
     text += std::to_string(std::llround(speed)) + " x real time";
     if (speed > 0.0) {
         text += ", " + clockText(std::max(mTotalS - mDoneS, 0.0) / speed) + " left";
     }
-    return text;
+    constexpr std::size_t kAround = 3; // brackets and a blank
+    const std::size_t besideText = text.size() + kAround;
+    if (width >= besideText + kSmallestBar) {
+        const std::size_t size = std::min(width - besideText, kLargestBar);
+        const auto filled = static_cast<std::size_t>(share * static_cast<double>(size));
+        text.insert(0, '[' + std::string(filled, '#') + std::string(size - filled, ' ') + "] ");
+    }
+    return text.substr(0, width);
 }
 
 } // namespace varno

@@ -3,6 +3,7 @@
 #include "CommandLine/Json.h"
 #include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
+#include "CommandLine/VisibleText.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -57,7 +58,7 @@ Json levelJson(double magnitude) {
 } // namespace
 
 std::string reportText(const RenderReport& report) {
-    std::string text = report.task.output + '\n';
+    std::string text = visibleLine(report.task.output) + '\n';
     if (report.isDryRun) {
         return text + paragraph("would be written: " + formatText(report.format), kReportIndent);
     }

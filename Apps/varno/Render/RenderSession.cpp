@@ -34,8 +34,10 @@ SessionInstance RenderSession::makeInstance(int channels, double rateHz) {
 }
 
 void RenderSession::beginProgress(double totalS) {
-    std::call_once(mProgressBegun,
-                   [&] { mProgress = std::make_unique<ProgressBar>(std::cerr, showsProgress(), totalS); });
+    std::call_once(mProgressBegun, [&] {
+        mProgress = std::make_unique<ProgressBar>(std::cerr, showsProgress(), totalS,
+                                                  [] { return terminalColumns(STDERR_FILENO); });
+    });
 }
 
 void RenderSession::advance(double seconds) {

@@ -3,6 +3,7 @@
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
 #include "CommandLine/NumberText.h"
+#include "CommandLine/VisibleText.h"
 #include "Settings/SettingsFiles.h"
 
 #include <filesystem>
@@ -85,7 +86,7 @@ void SettingsKeeper::chooseFreeFile() {
 
 void saveAndTell(SettingsKeeper& settings) {
     try {
-        printErr("saved " + settings.save() + '\n');
+        printErr(visibleLine("saved " + settings.save()) + '\n');
     } catch (const std::runtime_error& error) {
         printError(error.what());
     }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <exception>
-
 namespace varno {
 namespace {
 
@@ -26,9 +24,9 @@ TEST(Json, ConvertsTheItemsOfARange) {
     EXPECT_EQ(jsonLine(jsonArray(std::vector<int>{1, 2, 3}, twice)), "[2,4,6]\n");
 }
 
-TEST(Json, ReplacesWhatIsNotUtf8OnALine) {
+TEST(Json, ReplacesWhatIsNotUtf8) {
     EXPECT_EQ(jsonLine(Json("a\xff")), "\"a\xEF\xBF\xBD\"\n");
-    EXPECT_THROW(jsonText(Json("a\xff")), std::exception);
+    EXPECT_EQ(jsonText(Json("a\xff")), "\"a\xEF\xBF\xBD\"\n");
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Play/Terminal.h"
+#include "CommandLine/Console.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -20,13 +20,18 @@ protected:
         return [this] { return mNow; };
     }
 
+    ProgressBar::Columns columns() {
+        return [this] { return mColumns; };
+    }
+
     std::ostringstream mOut;
+    std::size_t mColumns = 80;
     ProgressBar::TimePoint mNow{};
 };
 
 TEST_F(ProgressBarTest, WritesNothingWhereThereIsNoTerminal) {
     {
-        ProgressBar bar(mOut, false, 10.0, clock());
+        ProgressBar bar(mOut, false, 10.0, columns(), clock());
         mNow += 5s;
         bar.advance(5.0);
         bar.finish();
@@ -35,21 +40,21 @@ TEST_F(ProgressBarTest, WritesNothingWhereThereIsNoTerminal) {
 }
 
 TEST_F(ProgressBarTest, ShowsShareSpeedAndTimeLeft) {
-    ProgressBar bar(mOut, true, 600.0, clock());
+    ProgressBar bar(mOut, true, 600.0, columns(), clock());
     mNow += 2s;
     bar.advance(150.0);
     EXPECT_EQ(mOut.str(), "\r\033[K[#######                       ] 25 %, 75 x real time, 0:06 left");
 }
 
 TEST_F(ProgressBarTest, ShowsLongTimesInHours) {
-    ProgressBar bar(mOut, true, 10'000.0, clock());
+    ProgressBar bar(mOut, true, 10'000.0, columns(), clock());
     mNow += 100s;
     bar.advance(100.0);
     EXPECT_NE(mOut.str().find(" 1 x real time, 2:45:00 left"), std::string::npos) << mOut.str();
 }
 
 TEST_F(ProgressBarTest, RedrawsAtMostTenTimesASecond) {
-    ProgressBar bar(mOut, true, 100.0, clock());
+    ProgressBar bar(mOut, true, 100.0, columns(), clock());
     for (int i = 0; i < 1000; ++i) {
         mNow += 1ms;
         bar.advance(0.1);
@@ -60,7 +65,7 @@ TEST_F(ProgressBarTest, RedrawsAtMostTenTimesASecond) {
 
 TEST_F(ProgressBarTest, ClearsItsLineAtTheEnd) {
     {
-        ProgressBar bar(mOut, true, 1.0, clock());
+        ProgressBar bar(mOut, true, 1.0, columns(), clock());
         mNow += 1s;
         bar.advance(0.5);
         mOut.str("");
@@ -70,7 +75,7 @@ TEST_F(ProgressBarTest, ClearsItsLineAtTheEnd) {
 
 TEST_F(ProgressBarTest, AShortRenderShowsNothing) {
     {
-        ProgressBar bar(mOut, true, 1.0, clock());
+        ProgressBar bar(mOut, true, 1.0, columns(), clock());
         mNow += 50ms;
         bar.advance(1.0);
     }
@@ -78,7 +83,7 @@ TEST_F(ProgressBarTest, AShortRenderShowsNothing) {
 }
 
 TEST_F(ProgressBarTest, DrawsNothingOnceFinished) {
-    ProgressBar bar(mOut, true, 1.0, clock());
+    ProgressBar bar(mOut, true, 1.0, columns(), clock());
     bar.finish();
     mNow += 1s;
     bar.advance(1.0);
@@ -86,16 +91,48 @@ TEST_F(ProgressBarTest, DrawsNothingOnceFinished) {
 }
 
 TEST_F(ProgressBarTest, NeverGoesBeyondTheEnd) {
-    ProgressBar bar(mOut, true, 1.0, clock());
+    ProgressBar bar(mOut, true, 1.0, columns(), clock());
     mNow += 1s;
     bar.advance(5.0);
     EXPECT_NE(mOut.str().find("[##############################] 100 %"), std::string::npos) << mOut.str();
     EXPECT_NE(mOut.str().find("0:00 left"), std::string::npos) << mOut.str();
 }
 
+TEST_F(ProgressBarTest, FitsTheTerminal) {
+    const std::vector<std::pair<std::size_t, std::string>> widths = {
+        {80, "[#######                       ] 25 %, 75 x real time, 0:06 left"},
+        {45, "[##        ] 25 %, 75 x real time, 0:06 left"},
+        {40, "[#    ] 25 %, 75 x real time, 0:06 left"},
+        {39, "25 %, 75 x real time, 0:06 left"},
+        {10, "25 %, 75 "},
+        {1, ""},
+    };
+    for (const auto& [width, line] : widths) {
+        mColumns = width;
+        ProgressBar bar(mOut, true, 600.0, columns(), clock());
+        mNow += 2s;
+        mOut.str("");
+        bar.advance(150.0);
+        EXPECT_EQ(mOut.str(), "\r\033[K" + line);
+    }
+}
+
+TEST_F(ProgressBarTest, FollowsTheTerminalsWidth) {
+    ProgressBar bar(mOut, true, 600.0, columns(), clock());
+    for (const std::size_t width : {80U, 20U, 50U}) {
+        mColumns = width;
+        mNow += 1s;
+        mOut.str("");
+        bar.advance(1.0);
+        EXPECT_LT(mOut.str().size(), std::string(kClearLine).size() + width);
+        EXPECT_EQ(mOut.str().find('[', std::string(kClearLine).size()) != std::string::npos, width >= 50);
+    }
+}
+
 TEST_F(ProgressBarTest, SeveralThreadsMayAdvance) {
     mNow += 1s;
-    ProgressBar bar(mOut, true, 4000.0, [start = mNow, calls = 0]() mutable { return start + 1s * calls++; });
+    ProgressBar bar(mOut, true, 4000.0, columns(),
+                    [start = mNow, calls = 0]() mutable { return start + 1s * calls++; });
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&] {

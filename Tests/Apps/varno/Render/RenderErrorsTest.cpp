@@ -337,5 +337,49 @@ TEST_F(RenderErrors, FilesOfTheDemoThatAreOneFile) {
               R"(outputs "varno-demo-dry.wav" and "varno-demo.wav" are one file; expected one each)");
 }
 
+// What is printed.
+
+TEST_F(RenderErrors, NamesCannotControlTheTerminal) {
+    EXPECT_EQ(refusedRender(1, {"no\033[2J\n\xff.wav", "out.wav"}),
+              "no\\u001b[2J\\n\\xff.wav: cannot be read: No such file or directory");
+    const auto outcome = varno({"render", "in.wav", "o\033[2J\r.wav"});
+    EXPECT_TRUE(outcome.out.starts_with("o\\u001b[2J\\u000d.wav\n")) << outcome.out;
+}
+
+TEST_F(RenderErrors, LongLinesOfFilesAreCut) {
+    writeFile(path("moves.csv"), "0,Hot\033," + std::string(1'000'000, '1') + "\n");
+    const std::string text = refusedRender(1, {"--automate", "moves.csv", "in.wav", "out.wav"});
+    EXPECT_TRUE(text.starts_with("moves.csv, line 1: unknown parameter")) << text;
+    writeFile(path("moves.csv"), std::string(1'000'000, '1') + "\n");
+    const std::string cut = refusedRender(1, {"--automate", "moves.csv", "in.wav", "out.wav"});
+    EXPECT_LT(cut.size(), 1100U);
+    EXPECT_THAT(cut, testing::EndsWith("expected three fields time_s,parameter,value"));
+}
+
+// A file of the program must not get the number of a standard stream.
+TEST_F(RenderErrors, ClosedStandardStreams) {
+    varnoOut({"render", "--save-state", "s.bin", "in.wav", "out.wav"});
+    const Bytes audio = content("out.wav");
+    const Bytes state = content("s.bin");
+    const auto inShell = [&](const std::string& words) {
+        return run({"bash", "-c", "\"$0\" render --force --save-state s.bin " + words, VARNO_PROGRAM},
+                   {.folder = mFolder.path()});
+    };
+    const std::string noOutput = "varno: standard output: cannot be written: Bad file descriptor\n";
+    for (const std::string output : {"out.wav", "-"}) {
+        const auto outcome = inShell("in.wav " + output + " >&-");
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.err, testing::EndsWith(noOutput));
+    }
+    EXPECT_EQ(inShell("- out.wav <&-").err,
+              "varno: standard input: is a device; expected an audio file or a pipe\n");
+    EXPECT_EQ(inShell("in.wav out.wav 2>&-").status, 0);
+    EXPECT_EQ(inShell("no.wav out.wav 2>&-").status, 1);
+    EXPECT_EQ(inShell("in.wav out.wav <&- >&- 2>&-").status, 1);
+    EXPECT_EQ(content("out.wav"), audio);
+    EXPECT_EQ(content("s.bin"), state);
+    EXPECT_EQ(mFolder.listing(), "in.wav out.wav s.bin");
+}
+
 } // namespace
 } // namespace varno::test
