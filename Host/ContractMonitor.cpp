@@ -63,7 +63,7 @@ std::vector<Violation> ContractMonitor::violations() const {
 
 std::vector<Violation> ContractMonitor::takeViolations() {
     const std::lock_guard lock(mMutex);
-    const std::vector<Violation> all = recorded();
+    std::vector<Violation> all = recorded();
     mViolations.clear();
     mLeftOut = 0;
     return all;

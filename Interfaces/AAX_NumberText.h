@@ -2,8 +2,8 @@
 #ifndef VARNO_INTERFACES_AAX_NUMBERTEXT_H
 #define VARNO_INTERFACES_AAX_NUMBERTEXT_H
 
+#include <clocale>
 #include <cstdlib>
-#include <locale.h>
 #include <string>
 #include <string_view>
 #ifdef __APPLE__

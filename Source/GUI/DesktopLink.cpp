@@ -2,7 +2,7 @@
 
 #include "AAX_Guarded.h"
 
-#include "vstgui/lib/vstguifwd.h"
+#include "vstgui/lib/cframe.h"
 
 #include <cmath>
 #include <utility>
@@ -38,11 +38,12 @@ int32_t DesktopLink::knobMode() const {
     return mode == AAX_eKnobMode_Line ? VSTGUI::kLinearMode : -1;
 }
 
-void DesktopLink::connect(std::shared_ptr<RunLoop> loop) {
+void DesktopLink::connect(const std::shared_ptr<RunLoop>& driven) {
     disconnect();
     if (!mDesktop) {
         return;
     }
+    const std::shared_ptr<RunLoop> loop = driven; // the caller's may end meanwhile
     mLoop = loop;
     Registration watcher = loop->addWatcher(
         {[this](int descriptor) { mDesktop->WatchDescriptor(descriptor, &DesktopLink::wake, this); },
