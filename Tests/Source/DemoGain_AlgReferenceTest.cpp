@@ -71,7 +71,8 @@ TEST(AlgFixture, RandomParametersMoveEveryFieldThatDependsOnThem) {
     }
     EXPECT_EQ(bypasses.size(), 2U);
     for (const auto& [field, found] : values) {
-        const bool stays = std::ranges::find(kThatStay, field) != std::end(kThatStay);
+        const bool stays =
+            std::find(std::begin(kThatStay), std::end(kThatStay), field) != std::end(kThatStay);
         EXPECT_EQ(found.size() == 1, stays)
             << "field " << field << ": see randomParameters and AlgInstance::set";
     }
