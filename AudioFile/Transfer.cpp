@@ -111,6 +111,22 @@ void copyAll(int from, const std::string& fromName, int to, const std::string& t
     }
 }
 
+std::optional<std::string> readWhole(const std::string& path, std::size_t mostBytes, const GoOn& goOn) {
+    const FileDescriptor file = openFile(path, O_RDONLY, goOn);
+    if (!file.isOpen()) {
+        throwReadError(path, errno);
+    }
+    std::string content;
+    std::vector<char> buffer(kCopyBytes);
+    while (const std::size_t got = readSome(file.get(), buffer, path, goOn)) {
+        if (got > mostBytes - content.size()) {
+            return std::nullopt;
+        }
+        content.append(buffer.data(), got);
+    }
+    return content;
+}
+
 FileDescriptor openUnnamedTemporary() {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::temp_directory_path(error);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -64,6 +65,10 @@ void writeAt(int descriptor, std::int64_t offset, std::string_view bytes, const 
 /// Copies from the present position to the end of one file to the present position of another.
 /// @throws AudioFileError
 void copyAll(int from, const std::string& fromName, int to, const std::string& toName, const GoOn& goOn);
+
+/// The whole content of a file or a pipe. @return nothing where it has more than `mostBytes`
+/// @throws AudioFileError
+std::optional<std::string> readWhole(const std::string& path, std::size_t mostBytes, const GoOn& goOn);
 
 /// A file without a name in the folder for temporary files (TMPDIR, else /tmp), deleted when it is closed.
 /// @throws AudioFileError

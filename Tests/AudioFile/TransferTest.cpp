@@ -99,5 +99,19 @@ TEST(TransferTest, TheCallbackIsCalledBetweenPieces) {
     EXPECT_EQ(calls, 2);
 }
 
+TEST(ReadWhole, ReadsUpToItsLimit) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "file";
+    for (const std::size_t length : {0U, 1U, 65'536U, 200'000U}) {
+        const std::string content(length, 'x');
+        writeFile(path, content);
+        EXPECT_EQ(readWhole(path, length, {}), content);
+        EXPECT_EQ(readWhole(path, length + 1, {}), content);
+        if (length > 0) {
+            EXPECT_EQ(readWhole(path, length - 1, {}), std::nullopt);
+        }
+    }
+}
+
 } // namespace
 } // namespace varno::test

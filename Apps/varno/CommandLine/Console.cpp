@@ -59,6 +59,12 @@ void printWarning(const std::string& message) noexcept {
     printLine(std::string(kProgramName) + ": warning: " + message);
 }
 
+void printWarnings(const std::vector<std::string>& messages) noexcept {
+    for (const auto& message : messages) {
+        printWarning(message);
+    }
+}
+
 std::size_t terminalColumns(int descriptor) {
     winsize size{};
     return ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace varno {
 
@@ -29,6 +30,9 @@ void printWarning(const std::string& message) noexcept;
 
 /// Whether the open file is a terminal. @param descriptor for instance STDERR_FILENO
 bool isTerminal(int descriptor);
+
+/// printWarning() of each.
+void printWarnings(const std::vector<std::string>& messages) noexcept;
 
 /// The columns of a terminal now; 80 where it does not report them.
 std::size_t terminalColumns(int descriptor);

@@ -210,6 +210,7 @@ int runEdit(const CommandLine& line) {
     XConnection connection(environmentVariable("DISPLAY"));
     const Settings settings(line);
     checkFiles(options.window, settings, options.audio);
+    printWarnings(settings.warnings());
     auto module = loadModule(line);
     edit(options, settings, connection, module);
     unloadModule(std::move(module));

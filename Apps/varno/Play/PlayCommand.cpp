@@ -244,6 +244,9 @@ int runPlay(const CommandLine& line) {
     const auto connection = connectionFor(options);
     const Settings settings(line);
     checkFiles(options.window, settings);
+    if (!options.isQuiet) {
+        printWarnings(settings.warnings());
+    }
     auto module = loadModule(line);
     play(options, settings, connection.get(), module);
     unloadModule(std::move(module));

@@ -3,6 +3,14 @@
 #include <algorithm>
 
 namespace varno {
+namespace {
+
+// A switch that is on.
+bool isOn(double normalized) {
+    return normalized >= 0.5;
+}
+
+} // namespace
 
 BlockProcessor::BlockProcessor(Instance& instance, std::vector<AutomationStep> steps, int blockFrames)
     : mInstance(instance),
@@ -11,6 +19,12 @@ BlockProcessor::BlockProcessor(Instance& instance, std::vector<AutomationStep> s
       mChannels(static_cast<std::size_t>(instance.setup().channels)),
       mMeters(instance.meters().ids().size()),
       mLargest(mMeters.size()) {
+    const auto& parameters = instance.parameters();
+    const auto bypass = std::ranges::find(parameters, true, &ParameterInfo::isMasterBypass);
+    if (bypass != parameters.end()) {
+        mBypassParameter = bypass->id;
+        mIsBypassed = isOn(instance.normalized(bypass->id));
+    }
 }
 
 void BlockProcessor::process(float* const* channels, int frames) {
@@ -23,6 +37,7 @@ void BlockProcessor::process(float* const* channels, int frames) {
         }
         const int length = static_cast<int>(end - mPosition);
         mInstance.process(mChannels.data(), mChannels.data(), length);
+        mIsBlockActive = mIsBlockActive || !mIsBypassed;
         for (float*& channel : mChannels) {
             channel += length;
         }
@@ -42,7 +57,11 @@ void BlockProcessor::finish() {
 
 void BlockProcessor::applySteps() {
     for (; mNextStep < mSteps.size() && mSteps[mNextStep].frame <= mPosition; ++mNextStep) {
-        mInstance.setNormalized(mSteps[mNextStep].parameter, mSteps[mNextStep].normalized);
+        const AutomationStep& step = mSteps[mNextStep];
+        mInstance.setNormalized(step.parameter, step.normalized);
+        if (step.parameter == mBypassParameter) {
+            mIsBypassed = isOn(step.normalized);
+        }
     }
 }
 
@@ -50,8 +69,12 @@ void BlockProcessor::endBlock() {
     auto& meters = mInstance.meters();
     for (std::size_t tap = 0; tap < mMeters.size(); ++tap) {
         mMeters[tap] = meters.peak(tap);
-        mLargest[tap] = std::max(mLargest[tap], mMeters[tap]);
+        if (mIsBlockActive) {
+            mLargest[tap] = std::max(mLargest[tap], mMeters[tap]);
+        }
     }
+    mWasActive = mWasActive || mIsBlockActive;
+    mIsBlockActive = false;
     // Reset, so that the next block shows its own peaks and not the decay of these.
     meters.reset();
     if (mListener) {

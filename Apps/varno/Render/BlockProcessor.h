@@ -38,7 +38,11 @@ public:
     /// Ends the last block, which may be shorter.
     void finish();
 
-    /// The largest value of each meter so far, in the order of the instance's meters.
+    /// Whether any sample so far was processed without the master bypass.
+    bool wasActive() const { return mWasActive; }
+
+    /// The largest value of each meter so far, in the order of the instance's meters. Blocks that were
+    /// bypassed from start to end do not count: their meters show what the effect would do.
     const std::vector<float>& largestMeters() const { return mLargest; }
 
 private:
@@ -51,6 +55,10 @@ private:
     std::int64_t mBlockFrames;
     std::int64_t mBlockStart = 0;
     std::int64_t mPosition = 0;
+    std::string mBypassParameter; ///< Empty: the effect has no master bypass.
+    bool mIsBypassed = false;
+    bool mIsBlockActive = false; ///< Some of the present block was not bypassed.
+    bool mWasActive = false;
     std::vector<float*> mChannels; ///< Moved along while processing.
     std::vector<float> mMeters;
     std::vector<float> mLargest;

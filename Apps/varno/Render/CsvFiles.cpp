@@ -7,9 +7,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cmath>
-#include <fstream>
 #include <optional>
 #include <string_view>
 
@@ -85,24 +83,29 @@ private:
     std::string_view mText;
 };
 
+// Room for an hour of moves at every millisecond.
+constexpr std::size_t kMostAutomationBytes = std::size_t{64} * 1024 * 1024;
+
 constexpr int kTimeDecimals = 6;                 // microseconds: distinct for frames up to 384 kHz
 constexpr std::size_t kPendingBytes = 64 * 1024; // handed to the system at once
 
 } // namespace
 
 std::vector<AutomationPoint> readAutomationFile(const std::string& path, double rateHz) {
-    std::ifstream file(path);
-    if (!file) {
-        throwReadError(path, errno);
+    const std::optional<std::string> content = readWhole(path, kMostAutomationBytes, throwIfInterrupted);
+    if (!content) {
+        throw WorkError(path + ": has more than 64 MiB; expected a shorter automation file");
+    }
+    std::string_view text = *content;
+    if (text.starts_with(kByteOrderMark)) {
+        text.remove_prefix(kByteOrderMark.size());
     }
     std::vector<AutomationPoint> points;
-    std::string text;
     bool headingMayFollow = true;
-    for (int number = 1; std::getline(file, text); ++number) {
-        std::string_view line = text;
-        if (number == 1 && line.starts_with(kByteOrderMark)) {
-            line.remove_prefix(kByteOrderMark.size());
-        }
+    for (int number = 1; !text.empty(); ++number) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
         line = trimmed(line);
         if (line.empty() || line.front() == '#') {
             continue;
@@ -112,9 +115,6 @@ std::vector<AutomationPoint> readAutomationFile(const std::string& path, double 
         if (!isHeading) {
             points.push_back(Line(path, number, line).parse(rateHz));
         }
-    }
-    if (file.bad()) {
-        throwReadError(path, errno);
     }
     std::stable_sort(
         points.begin(), points.end(),

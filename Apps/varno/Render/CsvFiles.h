@@ -23,8 +23,8 @@ struct AutomationPoint {
 /// a point in every locale. Fields cannot hold commas.
 /// @param rateHz frames per second; a time means the nearest frame (halves are rounded up)
 /// @return the points by time, those of equal frame in the order of their lines
-/// @throws AudioFileError where it cannot be read; WorkError with the file, the line and what is wrong with
-/// it
+/// @throws AudioFileError where it cannot be read; WorkError where it has more than 64 MiB, or with the file,
+/// the line and what is wrong with it
 std::vector<AutomationPoint> readAutomationFile(const std::string& path, double rateHz);
 
 /// Writes meter readings as comma-separated lines: a heading `time_s` and the meters' names, then one line

@@ -8,10 +8,10 @@
 #include "DemoGain_MeterLaw.h"
 #include "Render/BlockProcessor.h"
 #include "Render/CsvFiles.h"
+#include "Render/SampleLevels.h"
 #include "Settings/ModuleLoading.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -55,42 +55,19 @@ std::vector<std::string> meterNames(const Instance& instance) {
     return names;
 }
 
-// The effect describes its meters in the order of the taps.
-std::optional<double> gainReductionDB(const Instance& instance, const std::vector<float>& largest) {
+// Nothing for a render that is bypassed throughout. The effect describes its meters in the order of the taps.
+std::optional<double> gainReductionDB(const Instance& instance, const BlockProcessor& processor) {
+    if (!processor.wasActive()) {
+        return std::nullopt;
+    }
     std::optional<double> result;
+    const auto& largest = processor.largestMeters();
     const auto& meters = instance.effect().meters;
     for (std::size_t tap = 0; tap < std::min(meters.size(), largest.size()); ++tap) {
         if (integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind) ==
             AAX_eMeterKind_GainReduction) {
             result = std::max(result.value_or(0.0), largest[tap] / -double{DemoGain::kMeterPerDB});
         }
-    }
-    return result;
-}
-
-// The largest magnitude of the samples and of `peak`. Many independent maxima let the compiler make vector
-// code: it may not reorder the search for a single maximum, and keeps a few in separate variables. NaN is
-// ignored.
-float peakMagnitude(const float* samples, int count, float peak) {
-    constexpr int kLanes = 64;
-    std::array<float, kLanes> lanes{};
-    int i = 0;
-    for (; i + kLanes <= count; i += kLanes) {
-        for (int lane = 0; lane < kLanes; ++lane) {
-            const auto at = static_cast<std::size_t>(lane);
-            lanes[at] = std::max(lanes[at], std::fabs(samples[i + lane]));
-        }
-    }
-    for (; i < count; ++i) {
-        peak = std::max(peak, std::fabs(samples[i]));
-    }
-    return std::max(peak, *std::max_element(lanes.begin(), lanes.end()));
-}
-
-double peakMagnitude(const AudioBlock& block, double peak) {
-    auto result = static_cast<float>(peak);
-    for (int channel = 0; channel < block.channels(); ++channel) {
-        result = peakMagnitude(block.samples()[channel], block.frames(), result);
     }
     return result;
 }
@@ -120,18 +97,29 @@ private:
 void renderFrames(RenderSession& session, Source source, BlockProcessor& processor, AudioWriter& writer,
                   RenderReport& report) {
     AudioBlock block(report.format.channels, kReadFrames);
+    SampleLevels in;
+    SampleLevels out;
     while (source.read(block)) {
         throwIfInterrupted();
-        report.peakIn = peakMagnitude(block, report.peakIn);
+        in.add(block);
         processor.process(block.samples(), block.frames());
-        report.peakOut = peakMagnitude(block, report.peakOut);
+        out.add(block);
         writer.write(block, block.samples());
         session.advance(static_cast<double>(block.frames()) / report.format.rateHz);
     }
     processor.finish();
+    report.peakIn = in.peak();
+    report.peakOut = out.peak();
+    report.unusableSamples = in.unusable();
 }
 
 void addWarnings(const AudioWriter& writer, RenderReport& report) {
+    if (report.unusableSamples > 0) {
+        report.warnings.push_back(
+            report.task.input + ": " + std::to_string(report.unusableSamples) +
+            " samples are not a number, infinite or above 1e30 in magnitude; the effect "
+            "processes them as silence");
+    }
     const std::string output = report.task.output + ": ";
     if (report.clippedSamples > 0) {
         report.warnings.push_back(output + std::to_string(report.clippedSamples) +
@@ -205,7 +193,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     throwIfInterrupted();
     commitTogether(files);
     report.clippedSamples = writer.clippedSamples();
-    report.gainReductionDB = gainReductionDB(*instance, processor.largestMeters());
+    report.gainReductionDB = gainReductionDB(*instance, processor);
     addWarnings(writer, report);
     report.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return report;

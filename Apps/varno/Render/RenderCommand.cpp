@@ -243,9 +243,7 @@ private:
         }
         printSummary(mOptions.json ? reportJson(report) : reportText(report));
         if (!mOptions.quiet) {
-            for (const auto& warning : report.warnings) {
-                printWarning(warning);
-            }
+            printWarnings(report.warnings);
         }
     }
 
@@ -339,6 +337,9 @@ int runRender(const CommandLine& line) {
     }
     const Settings settings(line, options.isDemo ? kDemoSettings : std::vector<ParameterText>{});
     checkRenderFiles(options, settings);
+    if (!options.quiet) {
+        printWarnings(settings.warnings());
+    }
     auto module = loadModule(line);
     int status = kExitSuccess;
     {

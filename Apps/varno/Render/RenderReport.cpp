@@ -86,6 +86,7 @@ std::string reportJson(const RenderReport& report) {
         json.emplace_back("gain_reduction_db",
                           report.gainReductionDB ? Json(*report.gainReductionDB) : Json());
         json.emplace_back("clipped_samples", report.clippedSamples);
+        json.emplace_back("unusable_samples", report.unusableSamples);
     }
     json.emplace_back("warnings", jsonArray(report.warnings));
     return jsonLine(json);

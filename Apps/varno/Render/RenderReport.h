@@ -16,11 +16,13 @@ struct RenderReport {
     RenderTask task;
     AudioFormat format; ///< Of the output.
     bool isDryRun = false;
-    double elapsedS = 0.0;                 ///< From opening the input to completing the output.
-    double peakIn = 0.0;                   ///< Magnitude, full scale 1.
-    double peakOut = 0.0;                  ///< Before the output is limited to full scale.
-    std::optional<double> gainReductionDB; ///< The largest; nothing where the effect has no such meter.
+    double elapsedS = 0.0; ///< From opening the input to completing the output.
+    double peakIn = 0.0;   ///< Magnitude of usable samples, full scale 1.
+    double peakOut = 0.0;  ///< Before the output is limited to full scale.
+    /// The largest; nothing where the effect has no such meter or is bypassed throughout.
+    std::optional<double> gainReductionDB;
     std::int64_t clippedSamples = 0;
+    std::int64_t unusableSamples = 0;  ///< Of the input: not a number, infinite or above 1e30.
     std::vector<std::string> warnings; ///< One line each.
 };
 

@@ -1,10 +1,13 @@
 #include "Settings/Settings.h"
 
 #include "CommandLine/CommandError.h"
+#include "CommandLine/NumberText.h"
 #include "Host/HostError.h"
 #include "Settings/FactoryPresets.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/SettingsFiles.h"
+
+#include <cmath>
 
 namespace varno {
 namespace {
@@ -12,6 +15,21 @@ namespace {
 void set(Instance& instance, const ParameterText& text) {
     const std::string where = "--set " + text.id + '=' + text.value;
     instance.setNormalized(text.id, normalizedFromText(instance, text, where, kExitWrongUsage));
+}
+
+// A line for each value that the effect limits.
+std::vector<std::string> limitedValues(const std::string& path, const DemoGain_PresetText::Values& values) {
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const float value = values[i];
+        if (value >= 0.0F && value <= 1.0F) {
+            continue;
+        }
+        const std::string found = std::isnan(value) ? "no number" : textFromNumber(value);
+        lines.push_back(path + ": " + DemoGain_PresetText::kItems[i].mParameterID + " is " + found +
+                        ", expected 0 to 1; " + (value > 1.0F ? "1" : "0") + " is used");
+    }
+    return lines;
 }
 
 } // namespace
@@ -30,6 +48,7 @@ Settings::Settings(const CommandLine& line, std::vector<ParameterText> base)
         const std::string path = presetPath(*nameOrFile, factoryPresets(moduleBundle(line)));
         mFiles.push_back(path);
         mPreset = readPresetFile(path).values;
+        mWarnings = limitedValues(path, *mPreset);
     }
 }
 

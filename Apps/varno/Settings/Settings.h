@@ -52,6 +52,9 @@ public:
     /// The files that were read.
     const std::vector<std::string>& files() const { return mFiles; }
 
+    /// What is unusual about the files, one line each.
+    const std::vector<std::string>& warnings() const { return mWarnings; }
+
     /// Brings an instance to the settings: base, --state, --preset, --set, the later over the earlier.
     /// @throws UsageError for an unknown parameter or a value that it does not take; WorkError where the
     ///         instance refuses the state or a value of it does not arrive
@@ -60,6 +63,7 @@ public:
 private:
     std::vector<ParameterText> mBase;
     std::vector<std::string> mFiles;
+    std::vector<std::string> mWarnings;
     std::string mStatePath;
     std::optional<StoredChunk> mState;
     std::optional<DemoGain_PresetText::Values> mPreset;

@@ -6,11 +6,10 @@
 #include "Host/HostError.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fcntl.h>
+#include <optional>
 #include <span>
 #include <sstream>
-#include <unistd.h>
+#include <utility>
 
 namespace varno {
 namespace {
@@ -25,34 +24,15 @@ constexpr std::size_t kMostStateBytes = 1024 * 1024;
 // another kind is not read whole. Throws AudioFileError where it cannot be read, WorkError with what was
 // expected ("a preset") where it is empty or too large.
 std::string readSmallFile(const std::string& path, std::size_t mostBytes, const std::string& expected) {
-    const FileDescriptor file = openFile(path, O_RDONLY, throwIfInterrupted);
-    if (!file.isOpen()) {
-        throwReadError(path, errno);
-    }
-    std::string content(mostBytes + 1, '\0');
-    std::size_t length = 0;
-    while (length < content.size()) {
-        const ssize_t got = ::read(file.get(), content.data() + length, content.size() - length);
-        if (got == 0) {
-            break;
-        }
-        if (got > 0) {
-            length += static_cast<std::size_t>(got);
-        } else if (errno == EINTR) {
-            throwIfInterrupted();
-        } else {
-            throwReadError(path, errno);
-        }
-    }
-    if (length == 0) {
-        throw WorkError(path + ": is empty; expected " + expected);
-    }
-    if (length > mostBytes) {
+    std::optional<std::string> content = readWhole(path, mostBytes, throwIfInterrupted);
+    if (!content) {
         throw WorkError(path + ": has more than " + std::to_string(mostBytes) + " bytes; expected " +
                         expected);
     }
-    content.resize(length);
-    return content;
+    if (content->empty()) {
+        throw WorkError(path + ": is empty; expected " + expected);
+    }
+    return std::move(*content);
 }
 
 // The line after those of the settings: the header's and one for each item that ends a line.

@@ -51,6 +51,13 @@ TEST_F(AutomationFileTest, SkipsBlankLinesRemarksAndBlanksAroundFields) {
     EXPECT_EQ(points[0].line, 5);
 }
 
+TEST_F(AutomationFileTest, TakesUpTo64MiB) {
+    std::string text = "1,Gain,0\n#";
+    text.resize(std::size_t{64} * 1024 * 1024, 'x');
+    EXPECT_EQ(read(text).size(), 1U);
+    EXPECT_EQ(error(text + 'x'), mPath + ": has more than 64 MiB; expected a shorter automation file");
+}
+
 TEST_F(AutomationFileTest, NeedsNeitherHeadingNorLastLineEnd) {
     EXPECT_EQ(read("1,Gain,0").size(), 1U);
 }

@@ -2,6 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <filesystem>
+#include <limits>
 #include <sndfile.h>
 
 // Settings of a render: their sources, where they are saved, and automation.
@@ -11,6 +14,7 @@ namespace {
 
 using nlohmann::json;
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr int kInputFrames = 4800;
 
@@ -88,8 +92,15 @@ TEST_F(RenderSettings, PresetsDoNotHoldTheBypass) {
 }
 
 TEST_F(RenderSettings, PresetValuesAreLimited) {
-    writeFile(path("p.txt"), "x 30001 g -1 v 0.5 h 0 b 0 a 0.5 r 0.5 u 0 h 7 r 0.5 m nan a 0 h 0 l 0");
-    EXPECT_EQ(bytesWith({"--preset", "p.txt"}), bytesWith({"--set", "Gain=0", "--set", "Hot=1"}));
+    writeFile(path("p.txt"), "x 30001 g -1 v 0.5 h 0 b 0 a 0.5 r 0.5 u 0 h 7 r 0.5 m nan a 0 h 0 l inf");
+    const auto outcome = varno({"render", "--preset", "p.txt", "in.wav", "limited.wav"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "varno: warning: p.txt: Gain is -1, expected 0 to 1; 0 is used\n"
+                           "varno: warning: p.txt: Hot is 7, expected 0 to 1; 1 is used\n"
+                           "varno: warning: p.txt: Mix is no number, expected 0 to 1; 0 is used\n"
+                           "varno: warning: p.txt: LinkSw is inf, expected 0 to 1; 1 is used\n");
+    EXPECT_EQ(content("limited.wav"), bytesWith({"--set", "Gain=0", "--set", "Hot=1", "--set", "LinkSw=1"}));
+    EXPECT_EQ(varno({"render", "--quiet", "--force", "--preset", "p.txt", "in.wav", "limited.wav"}).err, "");
 }
 
 TEST_F(RenderSettings, SavedBeforeAutomationMoves) {
@@ -176,6 +187,14 @@ TEST_F(RenderSettings, MovesAfterTheEndAreWarnedOf) {
     EXPECT_EQ(outcome.err, "varno: warning: moves.csv: 2 of its lines come after the end of out.wav\n");
 }
 
+TEST_F(RenderSettings, LongAutomationIsRefused) {
+    writeFile(path("moves.csv"), "");
+    std::filesystem::resize_file(path("moves.csv"), 64 * 1024 * 1024 + 1);
+    EXPECT_EQ(refusal(1, {"render", "--automate", "moves.csv", "in.wav", "out.wav"}),
+              "moves.csv: has more than 64 MiB; expected a shorter automation file");
+    EXPECT_EQ(mFolder.listing(), "in.wav moves.csv");
+}
+
 // Meters.
 
 struct MeterRow {
@@ -221,6 +240,51 @@ TEST_F(RenderSettings, MetersCoverMovesWithinABlock) {
     writeFile(path("moves.csv"), "0.01,Hot,1\n0.02,Hot,0\n");
     render({"--block", "1000", "--meters", "m.csv", "--automate", "moves.csv"});
     EXPECT_EQ(meterRows(readFile(path("m.csv"))).size(), 5U);
+}
+
+TEST_F(RenderSettings, BypassedRendersReportNoGainReduction) {
+    const json bypassed = json::parse(render({"--json", "--set", "MasterBypassID=on"}));
+    EXPECT_EQ(bypassed["gain_reduction_db"], json());
+    EXPECT_THAT(render({"--set", "MasterBypassID=on"}), Not(HasSubstr("gain reduction")));
+    EXPECT_GT(json::parse(render({"--json"}))["gain_reduction_db"].get<double>(), 0.0);
+}
+
+TEST_F(RenderSettings, GainReductionIsThatOfTheBlocksThatAreNotBypassed) {
+    // The last frames are quiet and the only ones that are processed.
+    auto sound = readReals(path("in.wav"));
+    std::for_each(sound.reals.begin() + kInputFrames, sound.reals.end(), [](double& value) { value = 0.0; });
+    writeSound(path("in.wav"), sound);
+    writeFile(path("moves.csv"), "0.099,MasterBypassID,0\n");
+    const auto reduction = [&](const std::vector<std::string>& more) {
+        std::vector<std::string> options = {"--json", "--block", "48", "--set", "Rls=0"};
+        options.insert(options.end(), more.begin(), more.end());
+        return json::parse(render(options))["gain_reduction_db"];
+    };
+    const json part = reduction({"--set", "MasterBypassID=on", "--automate", "moves.csv"});
+    ASSERT_TRUE(part.is_number());
+    EXPECT_LT(part.get<double>(), reduction({}).get<double>());
+    writeFile(path("moves.csv"), "0,MasterBypassID,1\n");
+    EXPECT_EQ(reduction({"--automate", "moves.csv"}), json());
+}
+
+// Input that no effect can process.
+
+TEST_F(RenderSettings, UnusableSamplesAreCountedAndWarnedOf) {
+    auto sound = readReals(path("in.wav"));
+    sound.reals[10] = std::numeric_limits<double>::quiet_NaN();
+    sound.reals[4000] = -std::numeric_limits<double>::infinity();
+    sound.reals[9000] = 2e30;
+    writeSound(path("in.wav"), sound);
+    const auto outcome = varno({"render", "--json", "in.wav", "out.wav"});
+    const std::string warning =
+        "in.wav: 3 samples are not a number, infinite or above 1e30 in magnitude; the "
+        "effect processes them as silence";
+    EXPECT_EQ(outcome.err, "varno: warning: " + warning + '\n');
+    const json summary = json::parse(outcome.out);
+    EXPECT_EQ(summary["unusable_samples"], 3);
+    EXPECT_EQ(summary["warnings"], json::array({warning}));
+    EXPECT_TRUE(summary["peak_in_dbfs"].is_number());
+    EXPECT_LT(summary["peak_in_dbfs"].get<double>(), 1.0);
 }
 
 TEST_F(RenderSettings, MetersShowTheirOwnBlockAlone) {
