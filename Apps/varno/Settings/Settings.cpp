@@ -26,8 +26,9 @@ std::vector<std::string> limitedValues(const std::string& path, const DemoGain_P
             continue;
         }
         const std::string found = std::isnan(value) ? "no number" : textFromNumber(value);
-        lines.push_back(path + ": " + DemoGain_PresetText::kItems[i].mParameterID + " is " + found +
-                        ", expected 0 to 1; " + (value > 1.0F ? "1" : "0") + " is used");
+        std::string& line = lines.emplace_back(path);
+        line.append(": ").append(DemoGain_PresetText::kItems[i].mParameterID).append(" is ").append(found);
+        line.append(", expected 0 to 1; ").append(value > 1.0F ? "1" : "0").append(" is used");
     }
     return lines;
 }

@@ -240,6 +240,15 @@ TEST_F(RenderCommand, JsonSummaryHoldsEverything) {
         "dry_run": false, "clipped_samples": 0, "unusable_samples": 0, "warnings": []})"));
 }
 
+TEST_F(RenderCommand, JsonNamesFilesWithoutControllingTheTerminal) {
+    makeMusic("in.wav", kWav16, 1, 480);
+    const std::string name = "o\033[2J\xc2\x9b\x7f\n\".wav";
+    const std::string line = varnoOut({"render", "--json", "in.wav", name});
+    EXPECT_EQ(json::parse(line)["output"], name);
+    EXPECT_EQ(line.find_first_of("\033\x9b\x7f"), std::string::npos);
+    EXPECT_EQ(line.find('\n'), line.size() - 1);
+}
+
 TEST_F(RenderCommand, ClippedSamplesAreCountedAndWarnedOf) {
     makeMusic("in.wav", kWav16, 1, 4800);
     const auto outcome = varno({"render", "--set", "Volume=1", "--json", "in.wav", "out.wav"});
