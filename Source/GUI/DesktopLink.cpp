@@ -38,17 +38,17 @@ int32_t DesktopLink::knobMode() const {
     return mode == AAX_eKnobMode_Line ? VSTGUI::kLinearMode : -1;
 }
 
-void DesktopLink::connect(const std::shared_ptr<RunLoop>& driven) {
+void DesktopLink::connect(const std::shared_ptr<RunLoop>& loop) {
     disconnect();
     if (!mDesktop) {
         return;
     }
-    const std::shared_ptr<RunLoop> loop = driven; // the caller's may end meanwhile
     mLoop = loop;
-    Registration watcher = loop->addWatcher(
+    const std::shared_ptr<RunLoop> driven = mLoop; // the caller's and the member may end meanwhile
+    Registration watcher = driven->addWatcher(
         {[this](int descriptor) { mDesktop->WatchDescriptor(descriptor, &DesktopLink::wake, this); },
          [this](int descriptor) { mDesktop->UnwatchDescriptor(descriptor, this); }});
-    if (mLoop != loop) {
+    if (mLoop != driven) {
         return;
     }
     mWatcher = std::move(watcher);

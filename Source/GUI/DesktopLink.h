@@ -27,9 +27,9 @@ public:
     double scale() const;
     /// The knob mode that the desktop asks for, one of VSTGUI's; -1 where it asks for none.
     int32_t knobMode() const;
-    /// Begins to drive this loop and stops driving any other. The desktop may call disconnect() from within;
+    /// Begins to drive `loop` and stops driving any other. The desktop may call disconnect() from within;
     /// the caller holds the link meanwhile.
-    void connect(const std::shared_ptr<RunLoop>& driven);
+    void connect(const std::shared_ptr<RunLoop>& loop);
     /// Removes every watch and the timer.
     void disconnect();
 
