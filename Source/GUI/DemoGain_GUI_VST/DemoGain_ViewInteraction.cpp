@@ -21,9 +21,6 @@ using VSTGUI::CControl;
 
 namespace {
 
-// A switch is on above this value.
-constexpr double kOnThreshold = 0.5;
-
 // The letter of a key while Control is held. X11 reports such letters as the control characters 1 to 26.
 char32_t LetterOf(char32_t character) {
     constexpr char32_t kLastControl = 26;
@@ -119,7 +116,7 @@ void DemoGain_View::RequestNormalized(const char* paramID, double value) {
 }
 
 bool DemoGain_View::IsAutoGainOn() const {
-    return ReadNormalized(cDemoGain_AutoGainID) > kOnThreshold;
+    return ReadNormalized(cDemoGain_AutoGainID) > double{kAlgSwitchThreshold};
 }
 
 // The clipboard, by button and by key.

@@ -63,7 +63,7 @@ public:
     /// The text while the module owns the clipboard, else null; transfers in progress are completed.
     const std::string* text() const { return mText.get(); }
 
-    /// Has the clipboard manager save the text, as freedesktop.org's clipboard manager specification says:
+    /// Has the clipboard manager save the text, by the protocol of freedesktop.org's clipboard managers:
     /// answers its requests until it reports the end, at most until the deadline. False where the module does
     /// not own the clipboard, there is no manager, or it refuses.
     bool handOver(X11Connection::Deadline deadline);
