@@ -29,6 +29,11 @@ double TimeMs(EDemoGain_Conversion conversion, double normalized, const Settings
     return conversion == EDemoGain_Conversion::kAttackTime ? times.mAttackMs : times.mReleaseMs;
 }
 
+bool IsTime(EDemoGain_Conversion conversion) {
+    return conversion == EDemoGain_Conversion::kAttackTime ||
+           conversion == EDemoGain_Conversion::kReleaseTime;
+}
+
 // The lowest normalized value with this time: the first interval in which the time is reached, halved until
 // it is as small as a double can represent.
 double NormalizedTime(EDemoGain_Conversion conversion, double ms, const Settings& settings) {
@@ -125,24 +130,28 @@ std::optional<Number> TakeNumber(std::string& text) {
     return Number{value, Trimmed(std::string_view(text).substr(end))};
 }
 
-std::optional<double> ParseChoice(const SDemoGain_Unit& unit, std::string_view text) {
+std::optional<Quantity> ParseChoice(const SDemoGain_Unit& unit, std::string_view text) {
     const auto found = std::find_if(unit.mTexts.begin(), unit.mTexts.end(),
                                     [text](const char* choice) { return IsSame(choice, text); });
-    return found != unit.mTexts.end() ? std::optional<double>(found - unit.mTexts.begin()) : std::nullopt;
+    if (found == unit.mTexts.end()) {
+        return std::nullopt;
+    }
+    return Quantity{static_cast<double>(found - unit.mTexts.begin()), false};
 }
 
-std::optional<double> ParseNumber(const SDemoGain_Unit& unit, std::string_view text) {
+std::optional<Quantity> ParseNumber(const SDemoGain_Unit& unit, std::string_view text) {
     std::string copy(text);
     const std::optional<Number> number = TakeNumber(copy);
     if (!number) {
         return std::nullopt;
     }
     if (number->mUnit.empty() || IsSame(number->mUnit, unit.mSymbol)) {
-        return number->mValue;
+        return Quantity{number->mValue, !number->mUnit.empty()};
     }
-    const bool isTime = unit.mConversion == EDemoGain_Conversion::kAttackTime ||
-                        unit.mConversion == EDemoGain_Conversion::kReleaseTime;
-    return isTime && IsSame(number->mUnit, "s") ? std::optional(number->mValue * kMsPerSecond) : std::nullopt;
+    if (IsTime(unit.mConversion) && IsSame(number->mUnit, "s")) {
+        return Quantity{number->mValue * kMsPerSecond, true};
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -179,25 +188,38 @@ double Normalized(const SDemoGain_Parameter& parameter, double inUnit, const Set
 std::string Write(const SDemoGain_Parameter& parameter, double normalized, const Settings& settings) {
     const SDemoGain_Unit& unit = parameter.mUnit;
     const double value = InUnit(parameter, normalized, settings);
-    switch (unit.mConversion) {
-    case EDemoGain_Conversion::kAttackTime:
-    case EDemoGain_Conversion::kReleaseTime:
-        return WriteTime(value);
-    case EDemoGain_Conversion::kChoice:
-        return unit.mTexts[static_cast<std::size_t>(value)];
-    case EDemoGain_Conversion::kLinear:
-        break;
-    }
-    return WriteLinear(unit, value);
+    return unit.mConversion == EDemoGain_Conversion::kChoice ? unit.mTexts[static_cast<std::size_t>(value)]
+                                                             : WriteInUnit(parameter, value);
+}
+
+std::string WriteInUnit(const SDemoGain_Parameter& parameter, double inUnit) {
+    return IsTime(parameter.mUnit.mConversion) ? WriteTime(inUnit) : WriteLinear(parameter.mUnit, inUnit);
+}
+
+std::optional<Quantity> ParseInUnit(const SDemoGain_Parameter& parameter, std::string_view text) {
+    const SDemoGain_Unit& unit = parameter.mUnit;
+    return unit.mConversion == EDemoGain_Conversion::kChoice ? ParseChoice(unit, Trimmed(text))
+                                                             : ParseNumber(unit, Trimmed(text));
 }
 
 std::optional<double> Parse(const SDemoGain_Parameter& parameter, std::string_view text,
                             const Settings& settings) {
-    const SDemoGain_Unit& unit = parameter.mUnit;
-    const std::optional<double> value = unit.mConversion == EDemoGain_Conversion::kChoice
-                                            ? ParseChoice(unit, Trimmed(text))
-                                            : ParseNumber(unit, Trimmed(text));
-    return value ? std::optional(Normalized(parameter, *value, settings)) : std::nullopt;
+    const std::optional<Quantity> quantity = ParseInUnit(parameter, text);
+    return quantity ? std::optional(Normalized(parameter, quantity->mValue, settings)) : std::nullopt;
+}
+
+bool DependsOnOthers(const SDemoGain_Parameter& parameter) {
+    return IsTime(parameter.mUnit.mConversion);
+}
+
+Range RangeInUnit(const SDemoGain_Parameter& parameter, const Settings& settings) {
+    Range range{InUnit(parameter, 0.0, settings), InUnit(parameter, 0.0, settings)};
+    const int last = static_cast<int>(parameter.mSteps) - 1;
+    for (int step = 1; step <= last; ++step) {
+        const double value = InUnit(parameter, static_cast<double>(step) / last, settings);
+        range = {std::min(range.mLow, value), std::max(range.mHigh, value)};
+    }
+    return range;
 }
 
 std::string WriteStatus(const char* text, const std::optional<SDemoGain_StatusScale>& scale, float value) {

@@ -65,6 +65,41 @@ TEST(DemoGain_ValueText, writesLongTimesInSeconds) {
     EXPECT_NEAR(*Parse(parameter("Rls"), text, sixthCurve), 1.0, 0.01);
 }
 
+TEST(DemoGain_ValueText, reportsWhetherTheUnitWasWritten) {
+    using DemoGain_ValueText::ParseInUnit;
+    EXPECT_EQ(ParseInUnit(parameter("Gain"), "-60 dB")->mValue, -60.0) << "not limited";
+    EXPECT_TRUE(ParseInUnit(parameter("Gain"), "-60 dB")->mHasUnit);
+    EXPECT_FALSE(ParseInUnit(parameter("Gain"), "3")->mHasUnit);
+    EXPECT_TRUE(ParseInUnit(parameter("Atk"), "1 s")->mHasUnit);
+    EXPECT_EQ(ParseInUnit(parameter("Atk"), "1 s")->mValue, 1000.0);
+    EXPECT_FALSE(ParseInUnit(parameter("HP"), "on")->mHasUnit);
+    EXPECT_FALSE(ParseInUnit(parameter("Gain"), "3 ms").has_value());
+}
+
+TEST(DemoGain_ValueText, knowsTheRangesInUnits) {
+    using DemoGain_ValueText::RangeInUnit;
+    EXPECT_EQ(RangeInUnit(parameter("Gain")).mLow, -20.0);
+    EXPECT_EQ(RangeInUnit(parameter("Gain")).mHigh, 20.0);
+    EXPECT_EQ(RangeInUnit(parameter("Ratio")).mHigh, 7.0);
+    for (const Settings& settings : everySettings()) {
+        for (const char* const id : {"Atk", "Rls"}) {
+            const auto range = RangeInUnit(parameter(id), settings);
+            for (int step = 0; step <= kLastStep; ++step) {
+                const double ms = InUnit(parameter(id), valueOfStep(step, kLastStep), settings);
+                EXPECT_GE(ms, range.mLow);
+                EXPECT_LE(ms, range.mHigh);
+            }
+        }
+    }
+}
+
+TEST(DemoGain_ValueText, onlyTimesDependOnOthers) {
+    for (const SDemoGain_Parameter& row : kDemoGain_Parameters) {
+        const bool isTime = row.mIdentifier == std::string("Atk") || row.mIdentifier == std::string("Rls");
+        EXPECT_EQ(DemoGain_ValueText::DependsOnOthers(row), isTime) << row.mIdentifier;
+    }
+}
+
 TEST(DemoGain_ValueText, readsWhatPeopleType) {
     EXPECT_EQ(Parse(parameter("Gain"), "0 dB"), 0.5);
     EXPECT_EQ(Parse(parameter("Gain"), "  +10DB "), 0.75);

@@ -15,9 +15,10 @@ namespace {
 
 constexpr std::string_view kParamsUsage[] = {"[OPTIONS]", "[OPTIONS] ID"};
 constexpr std::string_view kParamsDescription[] = {
-    "Lists the parameters: index, identifier, name, type, number of steps, default and present value. With "
-    "an ID it shows that one parameter and the text of each of its steps. The present value is the default "
-    "unless a setting is given."};
+    "Lists the parameters: index, identifier, name, number of steps, default and present value: the "
+    "normalized value, the text that a host shows, and the value in units. With an ID it shows that one "
+    "parameter and each of its steps. The present value is the default unless a setting is given. Times are "
+    "those of the present curve (Ratio) and UK."};
 constexpr ArgumentEntry kParamsArguments[] = {
     {.name = "ID", .kind = ValueKind::kParameter, .help = "Identifier of a parameter, for instance Hot."}};
 constexpr OptionEntry kParamsOptions[] = {
@@ -31,17 +32,23 @@ constexpr OptionEntry kParamsOptions[] = {
 };
 constexpr ExampleEntry kParamsExamples[] = {
     {"varno params Ratio", "The eight curves and the values that choose them."},
+    {"varno params Atk --set 'Ratio=#8'", "The attack times of curve 8."},
     {"varno params --preset bus.txt", "What a preset holds."},
 };
 
-constexpr int kValueDecimals = 6; // of a normalized value
+// Of a normalized value; fewer in the list, so that its lines fit a terminal.
+constexpr int kValueDecimals = 6;
+constexpr int kListDecimals = 4;
 
 const char* typeName(AAX_EParameterType type) {
     return type == AAX_eParameterType_Discrete ? "discrete" : "continuous";
 }
 
-std::string valueText(const std::string& text, double normalized) {
-    return text + " (" + decimalText(normalized, kValueDecimals) + ')';
+// "0.50 (0.500000), 0.0 dB"
+std::string valueText(const Instance& instance, const ParameterInfo& parameter, double normalized) {
+    const std::string inUnits = trueText(parameter.id, normalized, unitSettings(instance));
+    return instance.textOf(parameter.id, normalized) + " (" + decimalText(normalized, kValueDecimals) + ')' +
+           (inUnits.empty() ? "" : ", " + inUnits);
 }
 
 Json::Object parameterSummary(const Instance& instance, const ParameterInfo& parameter) {
@@ -54,20 +61,24 @@ Json::Object parameterSummary(const Instance& instance, const ParameterInfo& par
             {"default", parameter.defaultNormalized},
             {"default_text", parameter.defaultText},
             {"value", instance.normalized(parameter.id)},
-            {"text", instance.text(parameter.id)}};
+            {"text", instance.text(parameter.id)},
+            {"true_text", trueText(instance, parameter.id)}};
 }
 
 std::string parametersText(const Instance& instance) {
     TextTable table({{"INDEX", Align::kRight},
                      {"ID", Align::kLeft},
                      {"NAME", Align::kLeft},
-                     {"TYPE", Align::kLeft},
                      {"STEPS", Align::kRight},
                      {"DEFAULT", Align::kLeft},
-                     {"VALUE", Align::kLeft}});
+                     {"VALUE", Align::kLeft},
+                     {"TEXT", Align::kLeft},
+                     {"IN UNITS", Align::kLeft}});
     for (const auto& parameter : instance.parameters()) {
-        table.addRow({std::to_string(parameter.index), parameter.id, parameter.name, typeName(parameter.type),
-                      std::to_string(parameter.steps), parameter.defaultText, instance.text(parameter.id)});
+        table.addRow({std::to_string(parameter.index), parameter.id, parameter.name,
+                      std::to_string(parameter.steps), parameter.defaultText,
+                      decimalText(instance.normalized(parameter.id), kListDecimals),
+                      instance.text(parameter.id), trueText(instance, parameter.id)});
     }
     return table.text();
 }
@@ -84,14 +95,19 @@ std::string parameterText(const Instance& instance, const ParameterInfo& paramet
     facts.addRow({"index", std::to_string(parameter.index)});
     facts.addRow({"type", typeName(parameter.type)});
     facts.addRow({"automatable", parameter.isAutomatable ? "yes" : "no"});
-    facts.addRow({"default", valueText(parameter.defaultText, parameter.defaultNormalized)});
-    facts.addRow({"value", valueText(instance.text(parameter.id), instance.normalized(parameter.id))});
+    facts.addRow({"default", valueText(instance, parameter, parameter.defaultNormalized)});
+    facts.addRow({"value", valueText(instance, parameter, instance.normalized(parameter.id))});
     facts.addRow({"steps", std::to_string(parameter.steps)});
-    TextTable steps({{"STEP", Align::kRight}, {"VALUE", Align::kLeft}, {"TEXT", Align::kLeft}});
+    const auto settings = unitSettings(instance);
+    TextTable steps({{"STEP", Align::kRight},
+                     {"VALUE", Align::kLeft},
+                     {"TEXT", Align::kLeft},
+                     {"IN UNITS", Align::kLeft}});
     for (int step = 0; step < parameter.steps; ++step) {
         const double normalized = normalizedOfStep(step, parameter.steps);
         steps.addRow({std::to_string(step), decimalText(normalized, kValueDecimals),
-                      instance.textOf(parameter.id, normalized)});
+                      instance.textOf(parameter.id, normalized),
+                      trueText(parameter.id, normalized, settings)});
     }
     return facts.text() + '\n' + steps.text();
 }
@@ -100,8 +116,11 @@ std::string parameterJson(const Instance& instance, const ParameterInfo& paramet
     Json::Array steps;
     for (int step = 0; step < parameter.steps; ++step) {
         const double normalized = normalizedOfStep(step, parameter.steps);
-        steps.emplace_back(Json::Object{
-            {"step", step}, {"value", normalized}, {"text", instance.textOf(parameter.id, normalized)}});
+        steps.emplace_back(
+            Json::Object{{"step", step},
+                         {"value", normalized},
+                         {"text", instance.textOf(parameter.id, normalized)},
+                         {"true_text", trueText(parameter.id, normalized, unitSettings(instance))}});
     }
     Json::Object json = parameterSummary(instance, parameter);
     json.emplace_back("step_table", std::move(steps));

@@ -7,6 +7,7 @@
 #include "CommandLine/TextLayout.h"
 #include "Settings/FactoryPresets.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/ParameterValue.h"
 #include "Settings/SettingsFiles.h"
 
 #include <filesystem>
@@ -60,9 +61,11 @@ std::string presetsJson(const std::vector<NamedPreset>& presets) {
 
 // The text of a preset, which is a preset again, and its values as the parameters show them.
 std::string presetReport(const NamedPreset& preset, const Instance& instance) {
-    TextTable table({{"ID", Align::kLeft}, {"NAME", Align::kLeft}, {"VALUE", Align::kLeft}});
+    TextTable table(
+        {{"ID", Align::kLeft}, {"NAME", Align::kLeft}, {"VALUE", Align::kLeft}, {"IN UNITS", Align::kLeft}});
     for (const auto& item : DemoGain_PresetText::kItems) {
-        table.addRow({item.mParameterID, item.mLabel, instance.text(item.mParameterID)});
+        table.addRow({item.mParameterID, item.mLabel, instance.text(item.mParameterID),
+                      trueText(instance, item.mParameterID)});
     }
     const std::string& text = preset.file.text;
     return text + (text.ends_with('\n') ? "\n" : "\n\n") + table.text();
@@ -73,7 +76,8 @@ std::string presetJson(const NamedPreset& preset, const Instance& instance) {
         return Json::Object{{"id", item.mParameterID},
                             {"label", item.mLabel},
                             {"value", instance.normalized(item.mParameterID)},
-                            {"text", instance.text(item.mParameterID)}};
+                            {"text", instance.text(item.mParameterID)},
+                            {"true_text", trueText(instance, item.mParameterID)}};
     };
     Json::Object json = presetSummary(preset);
     json.emplace_back("text", preset.file.text);

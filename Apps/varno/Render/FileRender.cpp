@@ -6,6 +6,7 @@
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Interruption.h"
 #include "DemoGain_MeterLaw.h"
+#include "DemoGain_ParameterTable.h"
 #include "Render/BlockProcessor.h"
 #include "Render/CsvFiles.h"
 #include "Render/SampleLevels.h"
@@ -18,6 +19,7 @@
 #include <exception>
 #include <optional>
 #include <thread>
+#include <utility>
 
 namespace varno {
 namespace {
@@ -30,10 +32,22 @@ std::vector<AutomationStep> automationSteps(const std::string& path, const Insta
                                             const AudioFormat& format, RenderReport& report) {
     std::vector<AutomationStep> steps;
     std::size_t late = 0;
-    for (const auto& point : readAutomationFile(path, format.rateHz)) {
+    std::vector<AutomationPoint> points = readAutomationFile(path, format.rateHz);
+    // Those of equal time that depend on others last, as on the command line.
+    std::stable_sort(points.begin(), points.end(), [](const auto& left, const auto& right) {
+        return std::pair(left.frame, dependsOnOthers(left.parameter)) <
+               std::pair(right.frame, dependsOnOthers(right.parameter));
+    });
+    DemoGain_ValueText::Settings settings = unitSettings(instance);
+    for (const auto& point : points) {
         const std::string where = path + ", line " + std::to_string(point.line);
         const ParameterText text{point.parameter, point.value};
-        const double normalized = normalizedFromText(instance, text, where, kExitWorkFailed);
+        const double normalized = normalizedFromText(instance, text, settings, where, kExitWorkFailed);
+        if (point.parameter == cDemoGain_RatioID) {
+            settings.mRatio = static_cast<float>(normalized);
+        } else if (point.parameter == cDemoGain_UKID) {
+            settings.mUK = static_cast<float>(normalized);
+        }
         if (point.frame < format.frames) {
             steps.push_back({point.frame, point.parameter, normalized});
         } else {

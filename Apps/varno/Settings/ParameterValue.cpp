@@ -2,6 +2,12 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/NumberText.h"
+#include "DemoGain_ParameterTable.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <vector>
 
 namespace varno {
 namespace {
@@ -10,14 +16,78 @@ std::string prefix(const std::string& where) {
     return where.empty() ? "" : where + ": ";
 }
 
-// "0 to 1", and the texts of a parameter that has names for its steps.
-std::string expectedValues(const Instance& instance, const ParameterInfo& parameter) {
-    std::string expected = "0 to 1";
+constexpr char kChoiceMark = '#'; // "Ratio=#5": the bare number 5 would be a normalized value
+
+bool isChoice(const SDemoGain_Parameter& row) {
+    return row.mUnit.mConversion == EDemoGain_Conversion::kChoice;
+}
+
+// A choice whose texts are numbers is written with the mark, "#5"; a switch has texts of its own.
+bool hasNumberedChoices(const SDemoGain_Parameter& row) {
+    return isChoice(row) && numberFromText<int>(row.mUnit.mTexts.front()).has_value();
+}
+
+// Whether a value is out of range by more than what rounding in the texts of the range can make.
+bool isBeyond(const SDemoGain_Parameter& row, double inUnit, const DemoGain_ValueText::Range& range) {
+    using DemoGain_ValueText::WriteInUnit;
+    const double nearest = std::clamp(inUnit, range.mLow, range.mHigh);
+    return inUnit != nearest && WriteInUnit(row, inUnit) != WriteInUnit(row, nearest);
+}
+
+// The normalized value for a true value; nothing where the text is none or is out of range.
+std::optional<double> normalizedFromTrueText(const SDemoGain_Parameter& row, std::string_view text,
+                                             const DemoGain_ValueText::Settings& settings) {
+    if (hasNumberedChoices(row)) {
+        return text.starts_with(kChoiceMark) ? DemoGain_ValueText::Parse(row, text.substr(1)) : std::nullopt;
+    }
+    if (isChoice(row)) {
+        return DemoGain_ValueText::Parse(row, text);
+    }
+    const auto quantity = DemoGain_ValueText::ParseInUnit(row, text);
+    if (!quantity || !quantity->mHasUnit ||
+        isBeyond(row, quantity->mValue, DemoGain_ValueText::RangeInUnit(row, settings))) {
+        return std::nullopt;
+    }
+    return DemoGain_ValueText::Normalized(row, quantity->mValue, settings);
+}
+
+// The true values that a parameter takes: `"-20.0 dB" to "+20.0 dB"`.
+std::string trueRange(const SDemoGain_Parameter& row, const DemoGain_ValueText::Settings& settings) {
+    if (hasNumberedChoices(row)) {
+        const auto& texts = row.mUnit.mTexts;
+        return inQuotes(kChoiceMark + std::string(texts.front())) + " to " +
+               inQuotes(kChoiceMark + std::string(texts.back()));
+    }
+    const auto range = DemoGain_ValueText::RangeInUnit(row, settings);
+    return inQuotes(DemoGain_ValueText::WriteInUnit(row, range.mLow)) + " to " +
+           inQuotes(DemoGain_ValueText::WriteInUnit(row, range.mHigh));
+}
+
+// "0 to 1" and the texts of a parameter that has names for its steps, or its true values.
+std::string expectedValues(const Instance& instance, const ParameterInfo& parameter,
+                           const DemoGain_ValueText::Settings& settings) {
+    std::vector<std::string> texts;
+    const auto add = [&texts](const std::string& text) {
+        if (std::find(texts.begin(), texts.end(), text) == texts.end()) {
+            texts.push_back(text);
+        }
+    };
+    const auto* const row = DemoGain_FindParameter(parameter.id);
     if (parameter.type == AAX_eParameterType_Discrete) {
         for (int step = 0; step < parameter.steps; ++step) {
-            expected += step + 1 == parameter.steps ? " or " : ", ";
-            expected += inQuotes(instance.textOf(parameter.id, normalizedOfStep(step, parameter.steps)));
+            add(inQuotes(instance.textOf(parameter.id, normalizedOfStep(step, parameter.steps))));
         }
+    }
+    if (row != nullptr && isChoice(*row) && !hasNumberedChoices(*row)) {
+        for (const char* const choice : row->mUnit.mTexts) {
+            add(inQuotes(choice));
+        }
+    } else if (row != nullptr) {
+        add(trueRange(*row, settings));
+    }
+    std::string expected = "0 to 1";
+    for (auto text = texts.begin(); text != texts.end(); ++text) {
+        expected += (text + 1 == texts.end() ? " or " : ", ") + *text;
     }
     return expected;
 }
@@ -47,7 +117,22 @@ const ParameterInfo& requireParameter(const Instance& instance, const std::strin
                        exitStatus);
 }
 
-double normalizedFromText(const Instance& instance, const ParameterText& text, const std::string& where,
+DemoGain_ValueText::Settings unitSettings(const Instance& instance) {
+    DemoGain_ValueText::Settings settings{.mSampleRateHz = instance.setup().sampleRateHz};
+    if (instance.parameter(cDemoGain_RatioID) != nullptr && instance.parameter(cDemoGain_UKID) != nullptr) {
+        settings.mRatio = static_cast<float>(instance.normalized(cDemoGain_RatioID));
+        settings.mUK = static_cast<float>(instance.normalized(cDemoGain_UKID));
+    }
+    return settings;
+}
+
+bool dependsOnOthers(const std::string& id) {
+    const auto* const row = DemoGain_FindParameter(id);
+    return row != nullptr && DemoGain_ValueText::DependsOnOthers(*row);
+}
+
+double normalizedFromText(const Instance& instance, const ParameterText& text,
+                          const DemoGain_ValueText::Settings& settings, const std::string& where,
                           int exitStatus) {
     const auto& parameter = requireParameter(instance, text.id, where, exitStatus);
     const auto number = numberFromText<double>(text.value);
@@ -60,10 +145,28 @@ double normalizedFromText(const Instance& instance, const ParameterText& text, c
         if (normalized && instance.textOf(text.id, *normalized) == text.value) {
             return *normalized;
         }
+        const auto* const row = DemoGain_FindParameter(text.id);
+        if (const auto value = row != nullptr ? normalizedFromTrueText(*row, text.value, settings)
+                                              : std::optional<double>()) {
+            return *value;
+        }
     }
-    throw CommandError(prefix(where) + text.id + " takes " + expectedValues(instance, parameter) +
+    throw CommandError(prefix(where) + text.id + " takes " + expectedValues(instance, parameter, settings) +
                            ", found " + inQuotes(text.value),
                        exitStatus);
+}
+
+std::string trueText(const std::string& id, double normalized, const DemoGain_ValueText::Settings& settings) {
+    const auto* const row = DemoGain_FindParameter(id);
+    if (row == nullptr) {
+        return {};
+    }
+    const std::string text = DemoGain_ValueText::Write(*row, normalized, settings);
+    return hasNumberedChoices(*row) ? kChoiceMark + text : text;
+}
+
+std::string trueText(const Instance& instance, const std::string& id) {
+    return trueText(id, instance.normalized(id), unitSettings(instance));
 }
 
 double normalizedOfStep(int step, int steps) {

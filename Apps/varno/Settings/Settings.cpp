@@ -7,6 +7,7 @@
 #include "Settings/ModuleLoading.h"
 #include "Settings/SettingsFiles.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace varno {
@@ -14,7 +15,18 @@ namespace {
 
 void set(Instance& instance, const ParameterText& text) {
     const std::string where = "--set " + text.id + '=' + text.value;
-    instance.setNormalized(text.id, normalizedFromText(instance, text, where, kExitWrongUsage));
+    instance.setNormalized(
+        text.id, normalizedFromText(instance, text, unitSettings(instance), where, kExitWrongUsage));
+}
+
+// Those that depend on others last: --set Atk='2 ms' means the curve and UK of the same call, wherever they
+// stand in it.
+void set(Instance& instance, std::vector<ParameterText> texts) {
+    std::stable_partition(texts.begin(), texts.end(),
+                          [](const ParameterText& text) { return !dependsOnOthers(text.id); });
+    for (const auto& text : texts) {
+        set(instance, text);
+    }
 }
 
 // A line for each value that the effect limits.
@@ -54,9 +66,7 @@ Settings::Settings(const CommandLine& line, std::vector<ParameterText> base)
 }
 
 void Settings::applyTo(Instance& instance) const {
-    for (const auto& text : mBase) {
-        set(instance, text);
-    }
+    set(instance, mBase);
     if (mState) {
         try {
             instance.restore(*mState);
@@ -68,9 +78,7 @@ void Settings::applyTo(Instance& instance) const {
         DemoGain_PresetText::Apply(*mPreset, instance.dataModel());
         instance.idle();
     }
-    for (const auto& text : mSets) {
-        set(instance, text);
-    }
+    set(instance, mSets);
 }
 
 } // namespace varno

@@ -19,8 +19,9 @@ inline constexpr OptionEntry kSetOption = {
     .value = "ID=VALUE",
     .kind = ValueKind::kSetting,
     .group = "Settings",
-    .help = "Set a parameter: a number is its normalized value, 0 to 1; anything "
-            "else is the parameter's own text. May be given more than once."};
+    .help = "Set a parameter: a number is its normalized value, 0 to 1; a number with a unit its true value, "
+            "for instance Gain=-3dB, Atk='2.4 ms' or Mix=40%; '#5' is curve 5 of Ratio; switches take on and "
+            "off. May be given more than once; times mean the curve and UK of the same call."};
 
 inline constexpr OptionEntry kPresetOption = {
     .name = "--preset",

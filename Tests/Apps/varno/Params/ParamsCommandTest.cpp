@@ -29,8 +29,8 @@ TEST_F(ParamsCommand, ShowsOneWithItsSteps) {
 
 TEST_F(ParamsCommand, ShowsTheTextsOfASwitch) {
     const std::string text = varnoOut({"params", "MasterBypassID"});
-    EXPECT_THAT(text, HasSubstr("   0  0.000000  bypass\n   1  1.000000  on\n"));
-    EXPECT_THAT(text, HasSubstr("value        bypass (0.000000)\n"));
+    EXPECT_THAT(text, HasSubstr("   0  0.000000  bypass  off\n   1  1.000000  on      on\n"));
+    EXPECT_THAT(text, HasSubstr("value        bypass (0.000000), off\n"));
 }
 
 TEST_F(ParamsCommand, PrintsJson) {
@@ -38,7 +38,7 @@ TEST_F(ParamsCommand, PrintsJson) {
     ASSERT_EQ(parameters.size(), 14U);
     EXPECT_EQ(parameters[0], json::parse(R"({"index": 0, "id": "MasterBypassID", "name": "Master Bypass",
         "type": "discrete", "steps": 2, "automatable": true, "default": 0.0, "default_text": "bypass",
-        "value": 0.0, "text": "bypass"})"));
+        "value": 0.0, "text": "bypass", "true_text": "off"})"));
     EXPECT_EQ(parameters[8]["id"], "Volume");
     EXPECT_EQ(parameters[8]["name"], "Vol");
     EXPECT_EQ(parameters[9]["default"], static_cast<double>(0.07F));
@@ -47,8 +47,9 @@ TEST_F(ParamsCommand, PrintsJson) {
 TEST_F(ParamsCommand, PrintsOneAsJson) {
     const json parameter = json::parse(varnoOut({"params", "--json", "MasterBypassID"}));
     EXPECT_EQ(parameter["id"], "MasterBypassID");
-    EXPECT_EQ(parameter["step_table"], json::parse(R"([{"step": 0, "value": 0.0, "text": "bypass"},
-                                                       {"step": 1, "value": 1.0, "text": "on"}])"));
+    EXPECT_EQ(parameter["step_table"], json::parse(R"(
+        [{"step": 0, "value": 0.0, "text": "bypass", "true_text": "off"},
+         {"step": 1, "value": 1.0, "text": "on", "true_text": "on"}])"));
     EXPECT_EQ(json::parse(varnoOut({"params", "--json", "Gain"}))["step_table"].size(), 131U);
 }
 
@@ -64,6 +65,60 @@ TEST_F(ParamsCommand, ShowsWhatSettingsMake) {
     EXPECT_EQ(valueIn({"--state", "s.bin"}, "HP"), 1.0);
     EXPECT_EQ(valueIn({"--preset", "p.txt", "--set", "Hot=0.5"}, "Hot"), 0.5);
     EXPECT_EQ(valueIn({"--set", "MasterBypassID=on"}, "MasterBypassID"), 1.0);
+}
+
+class TrueValues : public ParamsCommand {
+protected:
+    // The parameter after these settings.
+    json after(const std::string& id, const std::vector<std::string>& settings) const {
+        std::vector<std::string> words = {"params", "--json", id};
+        for (const std::string& setting : settings) {
+            words.insert(words.end(), {"--set", setting});
+        }
+        return json::parse(varnoOut(words));
+    }
+    double valueAfter(const std::string& id, const std::string& text) const {
+        return after(id, {id + '=' + text})["value"].get<double>();
+    }
+    std::string trueTextAfter(const std::string& id, const std::vector<std::string>& settings) const {
+        return after(id, settings)["true_text"].get<std::string>();
+    }
+};
+
+TEST_F(TrueValues, AreReadWithTheirUnit) {
+    EXPECT_EQ(valueAfter("Gain", "-3 dB"), static_cast<double>(0.425F));
+    EXPECT_EQ(valueAfter("Gain", "-3dB"), static_cast<double>(0.425F));
+    EXPECT_EQ(valueAfter("Gain", "1"), 1.0) << "a number alone is normalized";
+    EXPECT_EQ(valueAfter("Gain", "-20.04 dB"), 0.0) << "reads as the lowest value does";
+    EXPECT_EQ(valueAfter("Mix", "40 %"), static_cast<double>(0.4F));
+    EXPECT_EQ(valueAfter("Ratio", "#5"), static_cast<double>(4.0F / 7.0F));
+    EXPECT_EQ(valueAfter("Ratio", "1"), 1.0);
+    EXPECT_EQ(valueAfter("HP", "on"), 1.0);
+    EXPECT_EQ(valueAfter("HP", "Off"), 0.0);
+    EXPECT_EQ(valueAfter("MasterBypassID", "off"), 0.0);
+    EXPECT_EQ(valueAfter("MasterBypassID", "bypass"), 0.0);
+    EXPECT_EQ(valueAfter("MasterBypassID", "on"), 1.0);
+}
+
+TEST_F(TrueValues, OfTimesBelongToTheOtherSettingsOfTheCall) {
+    EXPECT_EQ(trueTextAfter("Atk", {"Atk=2.4 ms"}), "2.40 ms");
+    const double usual = valueAfter("Atk", "2 ms");
+    const json ofCurve8 = after("Atk", {"Atk=2 ms", "Ratio=#8"});
+    EXPECT_EQ(ofCurve8["true_text"], "2.00 ms");
+    EXPECT_GT(ofCurve8["value"].get<double>(), usual + 0.1);
+    EXPECT_EQ(after("Atk", {"Ratio=#8", "Atk=2 ms"})["value"], ofCurve8["value"]);
+    EXPECT_EQ(trueTextAfter("Rls", {"Rls=0.1 s", "UK=on"}), "100 ms");
+    EXPECT_NE(after("Rls", {"Rls=0.1 s", "UK=on"})["value"], after("Rls", {"Rls=0.1 s"})["value"]);
+    EXPECT_EQ(after("Atk", {"Atk=2 ms", "Atk=0.25", "Ratio=#8"})["value"], 0.25) << "the last one counts";
+}
+
+TEST_F(TrueValues, AreShownAsTheyAreRead) {
+    for (const std::string id : {"MasterBypassID", "Gain", "Hot", "Ratio", "HP", "Atk"}) {
+        for (const std::string normalized : {"0", "1"}) {
+            const std::string text = trueTextAfter(id, {id + '=' + normalized});
+            EXPECT_NEAR(valueAfter(id, text), std::stod(normalized), 0.01) << id << ' ' << text;
+        }
+    }
 }
 
 TEST_F(ParamsCommand, RefusesUnknownParameters) {

@@ -73,8 +73,10 @@ TEST_F(PresetsCommand, ShowsAFileToo) {
     const json preset = json::parse(varnoOut({"presets", "--json", "mine.txt"}));
     EXPECT_EQ(preset["name"], "mine");
     EXPECT_EQ(preset["purpose"], "");
-    EXPECT_EQ(preset["parameters"][7],
-              json::parse(R"({"id": "Hot", "label": "Hottitude", "value": 0.25, "text": "0.25"})"));
+    EXPECT_EQ(
+        preset["parameters"][7],
+        json::parse(
+            R"({"id": "Hot", "label": "Hottitude", "value": 0.25, "text": "0.25", "true_text": "25.0 %"})"));
 }
 
 TEST_F(PresetsCommand, RefusesWhatIsNone) {

@@ -30,7 +30,10 @@ protected:
     // Expects that Hot refuses this value.
     void expectNoValueOfHot(const std::string& value) const {
         std::string expected = "--set Hot=";
-        expected.append(value).append(": Hot takes 0 to 1, found \"").append(value).append("\"");
+        expected.append(value)
+            .append(R"(: Hot takes 0 to 1 or "0.0 %" to "100.0 %", found ")")
+            .append(value)
+            .append("\"");
         EXPECT_EQ(refusedRender(2, {"--set", "Hot=" + value, "in.wav", "out.wav"}), expected);
     }
 };
@@ -192,8 +195,28 @@ TEST_F(RenderErrors, ValueThatIsNeitherNumberNorText) {
     for (const std::string value : {"loud", "0,5", "0.5dB", " 0.5", "0x1", "on"}) {
         expectNoValueOfHot(value);
     }
-    EXPECT_EQ(refusedRender(2, {"--set", "MasterBypassID=yes", "in.wav", "out.wav"}),
-              R"(--set MasterBypassID=yes: MasterBypassID takes 0 to 1, "bypass" or "on", found "yes")");
+    EXPECT_EQ(
+        refusedRender(2, {"--set", "MasterBypassID=yes", "in.wav", "out.wav"}),
+        R"(--set MasterBypassID=yes: MasterBypassID takes 0 to 1, "bypass", "on" or "off", found "yes")");
+}
+
+TEST_F(RenderErrors, TrueValueOutOfRange) {
+    const auto refusalOf = [&](const std::string& setting) {
+        const std::string text = refusedRender(2, {"--set", setting, "in.wav", "out.wav"});
+        return text.substr(text.find(": ") + 2);
+    };
+    EXPECT_EQ(refusalOf("Gain=-3"), R"(Gain takes 0 to 1 or "-20.0 dB" to "+20.0 dB", found "-3")")
+        << "a number alone is a normalized value";
+    EXPECT_EQ(refusalOf("Gain=+3"), R"(Gain takes 0 to 1 or "-20.0 dB" to "+20.0 dB", found "+3")");
+    EXPECT_EQ(refusalOf("Gain=-20.1 dB"),
+              R"(Gain takes 0 to 1 or "-20.0 dB" to "+20.0 dB", found "-20.1 dB")");
+    EXPECT_EQ(refusalOf("Gain=3 ms"), R"(Gain takes 0 to 1 or "-20.0 dB" to "+20.0 dB", found "3 ms")");
+    EXPECT_EQ(refusalOf("Gain=#5"), R"(Gain takes 0 to 1 or "-20.0 dB" to "+20.0 dB", found "#5")");
+    EXPECT_EQ(refusalOf("Ratio=5"), R"(Ratio takes 0 to 1 or "#1" to "#8", found "5")");
+    EXPECT_EQ(refusalOf("Ratio=#0"), R"(Ratio takes 0 to 1 or "#1" to "#8", found "#0")");
+    EXPECT_EQ(refusalOf("Ratio=#9"), R"(Ratio takes 0 to 1 or "#1" to "#8", found "#9")");
+    EXPECT_EQ(refusalOf("HP=bypass"), R"(HP takes 0 to 1, "off" or "on", found "bypass")");
+    EXPECT_EQ(refusalOf("Atk=0.40 ms"), R"(Atk takes 0 to 1 or "0.41 ms" to "41.7 ms", found "0.40 ms")");
 }
 
 TEST_F(RenderErrors, SettingWithoutAValue) {
@@ -268,9 +291,10 @@ TEST_F(RenderErrors, MalformedAutomation) {
     EXPECT_EQ(refusalOf("time_s,parameter,value\nsoon,Hot,1\n"),
               R"(moves.csv, line 2: time "soon" found; expected seconds from the start, 0 or more)");
     EXPECT_EQ(refusalOf("0,Hott,1\n"), R"(moves.csv, line 1: unknown parameter "Hott"; did you mean "Hot"?)");
-    EXPECT_EQ(refusalOf("# up\n\n0,Hot,2\n"), R"(moves.csv, line 3: Hot takes 0 to 1, found "2")");
-    EXPECT_EQ(refusalOf("0,MasterBypassID,off\n"),
-              R"(moves.csv, line 1: MasterBypassID takes 0 to 1, "bypass" or "on", found "off")");
+    EXPECT_EQ(refusalOf("# up\n\n0,Hot,2\n"),
+              R"(moves.csv, line 3: Hot takes 0 to 1 or "0.0 %" to "100.0 %", found "2")");
+    EXPECT_EQ(refusalOf("0,MasterBypassID,no\n"),
+              R"(moves.csv, line 1: MasterBypassID takes 0 to 1, "bypass", "on" or "off", found "no")");
     EXPECT_EQ(refusedRender(1, {"--automate", "no.csv", "in.wav", "out.wav"}),
               "no.csv: cannot be read: No such file or directory");
 }

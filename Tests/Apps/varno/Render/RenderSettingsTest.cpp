@@ -1,3 +1,4 @@
+#include "CommandLine/NumberText.h"
 #include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <nlohmann/json.hpp>
@@ -185,6 +186,27 @@ TEST_F(RenderSettings, MovesAfterTheEndAreWarnedOf) {
     const auto outcome = varno({"render", "--automate", "moves.csv", "in.wav", "out.wav"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "varno: warning: moves.csv: 2 of its lines come after the end of out.wav\n");
+}
+
+TEST_F(RenderSettings, AutomationSpeaksTrueValues) {
+    writeFile(path("units.csv"), "0.01,Gain,-3 dB\n0.02,Ratio,#8\n0.02,MasterBypassID,off\n");
+    writeFile(path("plain.csv"), "0.01,Gain,0.425\n0.02,Ratio,1\n");
+    EXPECT_EQ(bytesWith({"--automate", "units.csv"}), bytesWith({"--automate", "plain.csv"}));
+    EXPECT_NE(bytesWith({"--automate", "units.csv"}), bytesWith({}));
+}
+
+// The attack is of curve 8, which begins at the same time, in a later line.
+TEST_F(RenderSettings, AutomatedTimesBelongToTheCurveOfTheirTime) {
+    const json curve8 =
+        json::parse(varnoOut({"params", "--json", "Atk", "--set", "Ratio=#8", "--set", "Atk=1 ms"}));
+    const std::string attack = textFromNumber(curve8["value"].get<double>());
+    writeFile(path("units.csv"), "0.02,Atk,1 ms\n0.02,Ratio,#8\n");
+    writeFile(path("plain.csv"), "0.02,Atk," + attack + "\n0.02,Ratio,1\n");
+    const Bytes plain = bytesWith({"--automate", "plain.csv", "--set", "Gain=1"});
+    EXPECT_EQ(bytesWith({"--automate", "units.csv", "--set", "Gain=1"}), plain);
+    writeFile(path("units.csv"), "0,Ratio,#8\n0.02,Atk,1 ms\n");
+    writeFile(path("plain.csv"), "0,Ratio,1\n0.02,Atk," + attack + "\n");
+    EXPECT_EQ(bytesWith({"--automate", "units.csv"}), bytesWith({"--automate", "plain.csv"}));
 }
 
 TEST_F(RenderSettings, LongAutomationIsRefused) {
