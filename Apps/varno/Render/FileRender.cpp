@@ -13,12 +13,9 @@
 #include "Settings/ModuleLoading.h"
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cmath>
-#include <exception>
 #include <optional>
-#include <thread>
 #include <utility>
 
 namespace varno {
@@ -108,7 +105,7 @@ private:
     std::int64_t mTailFrames;
 };
 
-void renderFrames(RenderSession& session, Source source, BlockProcessor& processor, AudioWriter& writer,
+void renderFrames(FileProgress& progress, Source source, BlockProcessor& processor, AudioWriter& writer,
                   RenderReport& report) {
     AudioBlock block(report.format.channels, kReadFrames);
     SampleLevels in;
@@ -119,7 +116,8 @@ void renderFrames(RenderSession& session, Source source, BlockProcessor& process
         processor.process(block.samples(), block.frames());
         out.add(block);
         writer.write(block, block.samples());
-        session.advance(static_cast<double>(block.frames()) / report.format.rateHz);
+        progress.advance(static_cast<double>(block.frames()) / report.format.rateHz,
+                         report.format.durationS());
     }
     processor.finish();
     report.peakIn = in.peak();
@@ -146,24 +144,13 @@ void addWarnings(const AudioWriter& writer, RenderReport& report) {
     }
 }
 
-RenderResult renderOne(RenderSession& session, const RenderTask& task, OutputFiles others) {
-    try {
-        return {renderFile(session, task, others), {}, kExitSuccess};
-    } catch (const CommandError& error) {
-        return {{}, error.what(), exitStatusOf(error)};
-    } catch (const AudioFileError& error) {
-        return {{}, error.what(), exitStatusOf(error)};
-    } catch (const std::exception& error) {
-        return {{}, task.input + ": " + error.what(), kExitWorkFailed};
-    }
-}
-
 } // namespace
 
 RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFiles others) {
     throwIfInterrupted();
     const auto start = std::chrono::steady_clock::now();
     const auto& options = session.options();
+    FileProgress progress(session.progress(), options.tasks.size());
     AudioReader reader(task.input, throwIfInterrupted);
     requireVariantFor(session.module(), reader);
 
@@ -197,8 +184,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
         return report;
     }
 
-    session.beginProgress(report.format.durationS());
-    renderFrames(session, Source(reader, frames), processor, writer, report);
+    renderFrames(progress, Source(reader, frames), processor, writer, report);
     std::vector<AtomicFile*> files = {&writer.finish()};
     if (meterFile) {
         files.push_back(&meterFile->finish());
@@ -211,30 +197,6 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     addWarnings(writer, report);
     report.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return report;
-}
-
-std::vector<RenderResult> renderAll(RenderSession& session, OutputFiles others) {
-    const auto& tasks = session.options().tasks;
-    std::vector<RenderResult> results(tasks.size());
-    if (tasks.size() == 1) {
-        results[0] = renderOne(session, tasks[0], others);
-        return results;
-    }
-    std::atomic<std::size_t> next{0};
-    const auto work = [&] {
-        for (std::size_t i = next++; i < tasks.size(); i = next++) {
-            results[i] = renderOne(session, tasks[i], {});
-        }
-    };
-    // The calling thread is one of the workers.
-    std::vector<std::jthread> helpers;
-    const auto workers = std::min(static_cast<std::size_t>(session.options().jobs), tasks.size());
-    while (helpers.size() + 1 < workers) {
-        helpers.emplace_back(work);
-    }
-    work();
-    helpers.clear(); // waits for them
-    return results;
 }
 
 } // namespace varno

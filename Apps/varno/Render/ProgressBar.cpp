@@ -32,10 +32,9 @@ std::string clockText(double seconds) {
 
 } // namespace
 
-ProgressBar::ProgressBar(std::ostream& out, bool onTerminal, double totalS, Columns columns, Clock clock)
+ProgressBar::ProgressBar(std::ostream& out, bool onTerminal, Columns columns, Clock clock)
     : mOut(out),
       mOnTerminal(onTerminal),
-      mTotalS(totalS),
       mColumns(std::move(columns)),
       mClock(std::move(clock)),
       mStart(mClock()),
@@ -46,9 +45,10 @@ ProgressBar::~ProgressBar() {
     finish();
 }
 
-void ProgressBar::advance(double seconds) {
+void ProgressBar::advance(double seconds, double share) {
     const std::lock_guard lock(mMutex);
     mDoneS += seconds;
+    mShare = std::clamp(mShare + share, 0.0, 1.0);
     if (!mOnTerminal) {
         return;
     }
@@ -58,12 +58,22 @@ void ProgressBar::advance(double seconds) {
     }
 }
 
+void ProgressBar::printAbove(const std::function<void()>& print) {
+    const std::lock_guard lock(mMutex);
+    clear();
+    print();
+}
+
 void ProgressBar::finish() {
     const std::lock_guard lock(mMutex);
+    clear();
+    mOnTerminal = false;
+}
+
+void ProgressBar::clear() {
     if (mDrawn) {
         mOut << kClearLine << std::flush;
     }
-    mOnTerminal = false;
     mDrawn = false;
 }
 
@@ -75,12 +85,13 @@ void ProgressBar::draw(TimePoint now) {
 }
 
 std::string ProgressBar::line(double elapsedS, std::size_t width) const {
-    const double share = mTotalS > 0.0 ? std::clamp(mDoneS / mTotalS, 0.0, 1.0) : 1.0;
+    constexpr double kRounding = 1e-9; // the shares of many files add up to a little less than 1
+    const double share = std::min(mShare + kRounding, 1.0);
     const double speed = elapsedS > 0.0 ? mDoneS / elapsedS : 0.0;
     std::string text = std::to_string(static_cast<int>(share * 100.0)) + " %, ";
     text += std::to_string(std::llround(speed)) + " x real time";
-    if (speed > 0.0) {
-        text += ", " + clockText(std::max(mTotalS - mDoneS, 0.0) / speed) + " left";
+    if (mShare > 0.0) {
+        text += ", " + clockText(elapsedS * (1.0 - share) / share) + " left";
     }
     constexpr std::size_t kAround = 3; // brackets and a blank
     const std::size_t besideText = text.size() + kAround;
@@ -90,6 +101,16 @@ std::string ProgressBar::line(double elapsedS, std::size_t width) const {
         text.insert(0, '[' + std::string(filled, '#') + std::string(size - filled, ' ') + "] ");
     }
     return text.substr(0, width);
+}
+
+FileProgress::~FileProgress() {
+    mBar.advance(0.0, (1.0 - mDone) * mShareOfFile);
+}
+
+void FileProgress::advance(double seconds, double ofSeconds) {
+    const double step = ofSeconds > 0.0 ? std::min(seconds / ofSeconds, 1.0 - mDone) : 0.0;
+    mDone += step;
+    mBar.advance(seconds, step * mShareOfFile);
 }
 
 } // namespace varno

@@ -1,17 +1,17 @@
 #include "Commands.h"
 
-#include "AudioFile/Reader.h"
 #include "AudioFile/Writer.h"
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
+#include "Render/BatchRender.h"
 #include "Render/DemoLoop.h"
-#include "Render/FileRender.h"
 #include "Settings/FileRoles.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/SettingsFiles.h"
 
 #include <algorithm>
+#include <exception>
 #include <list>
 
 namespace varno {
@@ -31,7 +31,7 @@ constexpr std::string_view kRenderDescription[] = {
     "sample later than the dry one; that is not compensated.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "With --out-dir every INPUT is rendered to a file of the same name in DIR, several side by side with "
-    "--jobs. One that fails does not stop the others.",
+    "--jobs, and reported as it ends. One that fails does not stop the others.",
     "Without INPUT and OUTPUT a demo is made: varno-demo-dry.wav, a loop of drums and bass (8 s, stereo, "
     "48 kHz), and varno-demo.wav, the same through the effect at a setting that is easy to hear. Both "
     "replace files of these names.",
@@ -76,6 +76,13 @@ constexpr OptionEntry kRenderOptions[] = {
      .kind = ValueKind::kDirectory,
      .group = "Output",
      .help = "Render every INPUT to a file of the same name in this folder."},
+    {.name = "--container",
+     .value = "KIND",
+     .kind = ValueKind::kChoice,
+     .choices = "wav rf64 w64 aiff caf au flac ogg opus",
+     .group = "Output",
+     .help = "With --out-dir: the container of all outputs, which is also their extension: wav, rf64, w64, "
+             "aiff, caf, au, flac, ogg or opus. Default: what the name of each INPUT selects."},
     {.name = "--format",
      .value = "FORMAT",
      .kind = ValueKind::kChoice,
@@ -95,6 +102,12 @@ constexpr OptionEntry kRenderOptions[] = {
      .group = "Output",
      .help = "Go on for this long after the end of the input, with silence going in."},
     {.name = "--force", .shortName = "-f", .group = "Output", .help = "Replace outputs that exist."},
+    {.name = "--skip-existing",
+     .excludes = "--force",
+     .group = "Output",
+     .help = "Leave out what has been rendered: inputs whose OUTPUT exists. Outputs appear whole or not at "
+             "all, so that a command that was interrupted can be given again. Other settings than before "
+             "are not noticed."},
     {.name = "--dry-run",
      .shortName = "-n",
      .group = "Output",
@@ -135,6 +148,8 @@ constexpr ExampleEntry kRenderExamples[] = {
      "More drive and the steepest curve."},
     {"varno render --preset drum-bus --out-dir wet --jobs 4 stems/*.wav",
      "A folder of stems, four at a time."},
+    {"varno render --out-dir wet --container flac --skip-existing stems/*.wav",
+     "To FLAC; only what is missing in the folder."},
     {"flac -dc song.flac | varno render --format pcm24 - - | flac - -o wet.flac", "In a pipe."},
 };
 
@@ -168,10 +183,10 @@ class SavedSettings {
 public:
     SavedSettings(const RenderOptions& options, Instance& instance) {
         if (options.savePreset) {
-            add(*options.savePreset, options.overwrite, presetText(instance));
+            add(options, *options.savePreset, presetText(instance));
         }
         if (options.saveState) {
-            add(*options.saveState, options.overwrite, stateBytes(instance));
+            add(options, *options.saveState, stateBytes(instance));
         }
     }
 
@@ -184,24 +199,14 @@ public:
     }
 
 private:
-    void add(const std::string& path, Overwrite overwrite, const std::string& content) {
-        mFiles.emplace_back(path, overwrite, throwIfInterrupted).write(content);
+    void add(const RenderOptions& options, const std::string& path, const std::string& content) {
+        if (!(options.skipExisting && isMade(path))) {
+            mFiles.emplace_back(path, options.overwrite, throwIfInterrupted).write(content);
+        }
     }
 
     std::list<AtomicFile> mFiles;
 };
-
-// Files that cannot be opened count as 0 s here; rendering them reports why.
-double totalDurationS(const RenderOptions& options) {
-    double total = 0.0;
-    for (const auto& task : options.tasks) {
-        try {
-            total += AudioReader(task.input, throwIfInterrupted).format().durationS() + options.tailS;
-        } catch (const AudioFileError&) {
-        }
-    }
-    return total;
-}
 
 bool writesToStandardOutput(const RenderOptions& options) {
     const std::optional<std::string> standardOutput = "-";
@@ -209,34 +214,47 @@ bool writesToStandardOutput(const RenderOptions& options) {
            options.savePreset == standardOutput || options.saveState == standardOutput;
 }
 
-// Prints what the renders ended with. A summary that cannot be printed is an error of its own, after which no
-// other is tried; the outputs stay.
+// Prints what the renders end with, each as it ends. A summary that cannot be printed is an error of its own,
+// after which no other is tried; the outputs stay.
 class ResultPrinter {
 public:
     explicit ResultPrinter(const RenderOptions& options)
         : mOptions(options),
           mToStandardError(writesToStandardOutput(options)) {}
 
-    void print(const RenderTask& task, const RenderResult& result) {
-        if (result.report) {
-            printReport(*result.report);
-            return;
+    // Where there is no memory for the text, the exit status reports it alone.
+    void print(const RenderTask& task, const RenderResult& result) noexcept {
+        try {
+            printResult(task, result);
+        } catch (const std::exception&) {
+            addFailure(kExitWorkFailed);
         }
-        if (mOptions.json) {
-            printSummary(failureJson(task, result.error));
-        }
-        fail(result.error, result.exitStatus);
     }
 
-    void fail(const std::string& error, int exitStatus) {
+    void fail(const std::string& error, int exitStatus) noexcept {
         printError(error);
-        mStatus = mStatus == kExitSuccess ? exitStatus : std::min(mStatus, exitStatus);
+        addFailure(exitStatus);
     }
 
     // Where failures differ, that of failed work.
     int exitStatus() const { return mStatus; }
 
 private:
+    void addFailure(int exitStatus) noexcept {
+        mStatus = mStatus == kExitSuccess ? exitStatus : std::min(mStatus, exitStatus);
+    }
+
+    void printResult(const RenderTask& task, const RenderResult& result) {
+        if (result.report) {
+            printReport(*result.report);
+            return;
+        }
+        fail(result.error, result.exitStatus);
+        if (mOptions.json) {
+            printSummary(failureJson(task, result.error));
+        }
+    }
+
     void printReport(const RenderReport& report) {
         if (mOptions.isDemo && !mOptions.json) {
             printSummary(std::string(kDemoDryFile) + "\n  the loop without the effect\n");
@@ -286,19 +304,14 @@ int renderAndPrint(RenderSession& session) {
     if (options.isDemo) {
         writeDemoLoop(kDemoDryFile);
     }
-    if (options.tasks.size() > 1 && session.showsProgress()) {
-        session.beginProgress(totalDurationS(options));
-    }
-    const auto results = renderAll(session, saved.files());
-    session.endProgress();
-    throwIfInterrupted();
     ResultPrinter printer(options);
-    const auto succeeded = [](const RenderResult& result) { return result.report.has_value(); };
-    if (options.tasks.size() > 1 && !options.dryRun && std::ranges::all_of(results, succeeded)) {
+    bool allSucceeded = true;
+    renderAll(session, saved.files(), [&](const RenderTask& task, const RenderResult& result) {
+        allSucceeded = allSucceeded && result.report.has_value();
+        printer.print(task, result);
+    });
+    if (options.tasks.size() > 1 && !options.dryRun && allSucceeded) {
         commitSettings(saved, printer);
-    }
-    for (std::size_t i = 0; i < results.size(); ++i) {
-        printer.print(options.tasks[i], results[i]);
     }
     return printer.exitStatus();
 }

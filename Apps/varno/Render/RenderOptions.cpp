@@ -21,15 +21,20 @@ RenderTask pairTask(const std::vector<std::string>& arguments) {
 }
 
 // --out-dir DIR INPUT...
-std::vector<RenderTask> folderTasks(const std::string& folder, const std::vector<std::string>& inputs) {
+// @param container extension of the outputs without its point; nothing: that of each input
+std::vector<RenderTask> folderTasks(const std::string& folder, const std::vector<std::string>& inputs,
+                                    const std::optional<std::string>& container) {
     if (inputs.empty()) {
         throw UsageError("option --out-dir needs INPUT, found none");
     }
     std::vector<RenderTask> tasks;
     for (const auto& input : inputs) {
-        const auto name = std::filesystem::path(input).filename();
+        auto name = std::filesystem::path(input).filename();
         if (input == "-" || name.empty()) {
             throw UsageError("option --out-dir needs inputs with a file name, found " + inQuotes(input));
+        }
+        if (container) {
+            name.replace_extension(*container);
         }
         tasks.push_back({input, (std::filesystem::path(folder) / name).string()});
     }
@@ -40,8 +45,9 @@ void checkTogether(const RenderOptions& options) {
     if (options.meters && options.tasks.size() > 1) {
         throw UsageError("option --meters takes one INPUT, found " + std::to_string(options.tasks.size()));
     }
-    if (options.isDemo && options.dryRun) {
-        throw UsageError("option --dry-run needs INPUT and OUTPUT, found none");
+    if (options.isDemo && (options.dryRun || options.skipExisting)) {
+        throw UsageError(std::string("option ") + (options.dryRun ? "--dry-run" : "--skip-existing") +
+                         " needs INPUT and OUTPUT, found none");
     }
 }
 
@@ -51,7 +57,7 @@ RenderOptions renderOptions(const CommandLine& line) {
     RenderOptions options;
     options.isDemo = line.arguments().empty() && !line.has("--out-dir");
     if (const auto folder = line.value("--out-dir")) {
-        options.tasks = folderTasks(*folder, line.arguments());
+        options.tasks = folderTasks(*folder, line.arguments(), line.value("--container"));
     } else if (options.isDemo) {
         options.tasks = {{kDemoDryFile, kDemoFile}};
     } else {
@@ -60,6 +66,9 @@ RenderOptions renderOptions(const CommandLine& line) {
     options.blockFrames = line.number<int>("--block").value_or(options.blockFrames);
     options.jobs = line.number<int>("--jobs").value_or(options.jobs);
     options.tailS = line.number<double>("--tail").value_or(options.tailS);
+    if (line.has("--container") && !line.has("--out-dir")) {
+        throw UsageError("option --container needs --out-dir; the extension of OUTPUT selects its container");
+    }
     if (const auto format = line.value("--format")) {
         options.format = sampleFormatFromName(*format);
     }
@@ -67,6 +76,7 @@ RenderOptions renderOptions(const CommandLine& line) {
         options.dither = ditherFromName(*dither).value();
     }
     options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;
+    options.skipExisting = line.has("--skip-existing");
     options.dryRun = line.has("--dry-run");
     options.quiet = line.has("--quiet");
     options.json = line.has("--json");

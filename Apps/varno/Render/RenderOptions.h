@@ -34,6 +34,7 @@ struct RenderOptions {
     std::optional<SampleFormat> format; ///< Nothing: the input's.
     Dither dither = Dither::kTpdf;
     Overwrite overwrite = Overwrite::kRefuse;
+    bool skipExisting = false; ///< Tasks whose output exists are done.
     bool dryRun = false;
     bool quiet = false;
     bool json = false;

@@ -59,6 +59,9 @@ Json levelJson(double magnitude) {
 
 std::string reportText(const RenderReport& report) {
     std::string text = visibleLine(report.task.output) + '\n';
+    if (report.isSkipped) {
+        return text + paragraph("exists already: skipped", kReportIndent);
+    }
     if (report.isDryRun) {
         return text + paragraph("would be written: " + formatText(report.format), kReportIndent);
     }
@@ -68,6 +71,10 @@ std::string reportText(const RenderReport& report) {
 }
 
 std::string reportJson(const RenderReport& report) {
+    if (report.isSkipped) {
+        return jsonLine(
+            Json::Object{{"input", report.task.input}, {"output", report.task.output}, {"skipped", true}});
+    }
     Json::Object json = {{"input", report.task.input},
                          {"output", report.task.output},
                          {"variant", variantName(report.format.channels)},
@@ -77,7 +84,8 @@ std::string reportJson(const RenderReport& report) {
                          {"duration_s", report.format.durationS()},
                          {"container", containerName(report.format.container)},
                          {"sample_format", sampleFormatName(report.format.sample)},
-                         {"dry_run", report.isDryRun}};
+                         {"dry_run", report.isDryRun},
+                         {"skipped", false}};
     if (!report.isDryRun) {
         json.emplace_back("elapsed_s", report.elapsedS);
         json.emplace_back("speed_x", speed(report));

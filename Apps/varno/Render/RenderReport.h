@@ -16,9 +16,10 @@ struct RenderReport {
     RenderTask task;
     AudioFormat format; ///< Of the output.
     bool isDryRun = false;
-    double elapsedS = 0.0; ///< From opening the input to completing the output.
-    double peakIn = 0.0;   ///< Magnitude of usable samples, full scale 1.
-    double peakOut = 0.0;  ///< Before the output is limited to full scale.
+    bool isSkipped = false; ///< The output existed; all that follows is as it was made.
+    double elapsedS = 0.0;  ///< From opening the input to completing the output.
+    double peakIn = 0.0;    ///< Magnitude of usable samples, full scale 1.
+    double peakOut = 0.0;   ///< Before the output is limited to full scale.
     /// The largest; nothing where the effect has no such meter or is bypassed throughout.
     std::optional<double> gainReductionDB;
     std::int64_t clippedSamples = 0;

@@ -16,7 +16,9 @@ RenderSession::RenderSession(const RenderOptions& options, const Settings& setti
                              std::shared_ptr<Module> module)
     : mOptions(options),
       mSettings(settings),
-      mModule(std::move(module)) {
+      mModule(std::move(module)),
+      mProgress(std::cerr, !options.quiet && isTerminal(STDERR_FILENO),
+                [] { return terminalColumns(STDERR_FILENO); }) {
 }
 
 SessionInstance RenderSession::makeInstance(int channels, double rateHz) {
@@ -31,27 +33,6 @@ SessionInstance RenderSession::makeInstance(int channels, double rateHz) {
     lock.unlock();
     mSettings.applyTo(*instance);
     return instance;
-}
-
-void RenderSession::beginProgress(double totalS) {
-    std::call_once(mProgressBegun, [&] {
-        mProgress = std::make_unique<ProgressBar>(std::cerr, showsProgress(), totalS,
-                                                  [] { return terminalColumns(STDERR_FILENO); });
-    });
-}
-
-void RenderSession::advance(double seconds) {
-    mProgress->advance(seconds);
-}
-
-void RenderSession::endProgress() {
-    if (mProgress) {
-        mProgress->finish();
-    }
-}
-
-bool RenderSession::showsProgress() const {
-    return !mOptions.quiet && isTerminal(STDERR_FILENO);
 }
 
 } // namespace varno

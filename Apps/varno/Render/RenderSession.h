@@ -30,22 +30,15 @@ public:
 
     const Module& module() const { return *mModule; }
 
-    /// Starts to draw progress where standard error is a terminal; later calls do nothing.
-    /// @param totalS length of all audio in seconds
-    void beginProgress(double totalS);
-    /// Adds seconds of audio that are done.
-    void advance(double seconds);
-    void endProgress();
-    /// Whether progress is shown, so that its total is needed.
-    bool showsProgress() const;
+    /// Drawn where standard error is a terminal.
+    ProgressBar& progress() { return mProgress; }
 
 private:
     const RenderOptions& mOptions;
     const Settings& mSettings;
     std::shared_ptr<Module> mModule;
     std::mutex mModuleCalls; ///< A module is called by one thread at a time.
-    std::once_flag mProgressBegun;
-    std::unique_ptr<ProgressBar> mProgress;
+    ProgressBar mProgress;
 };
 
 } // namespace varno
