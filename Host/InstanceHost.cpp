@@ -34,23 +34,44 @@ bool isAudioThread() noexcept {
     return tIsAudioThread;
 }
 
+bool MainGate::tryToTake() {
+    std::thread::id nobody;
+    return mOwner.compare_exchange_strong(nobody, std::this_thread::get_id());
+}
+
+void MainGate::take() {
+    std::thread::id other;
+    while (!mOwner.compare_exchange_strong(other, std::this_thread::get_id())) {
+        mOwner.wait(other);
+        other = {};
+    }
+}
+
+void MainGate::leave() {
+    mOwner.store({});
+    mOwner.notify_one();
+}
+
 MainGate::Scope::Scope(MainGate& gate, const char* operation)
     : mGate(gate) {
     gate.checkThread(operation);
-    gate.mMutex.lock();
-    mOuterOwner = gate.mOwner.exchange(std::this_thread::get_id());
+    if (!gate.isOwner()) {
+        gate.take();
+        mIsOuter = true;
+    }
 }
 
 MainGate::Scope::~Scope() {
-    mGate.mOwner.store(mOuterOwner);
-    mGate.mMutex.unlock();
+    if (mIsOuter) {
+        mGate.leave();
+    }
 }
 
 MainGate::BufferValuesScope::BufferValuesScope(MainGate& gate) noexcept
     : mGate(gate),
-      mIsHeld(gate.mMutex.try_lock()) {
+      mIsOuter(gate.tryToTake()),
+      mIsHeld(mIsOuter || gate.isOwner()) {
     if (mIsHeld) {
-        mOuterOwner = gate.mOwner.exchange(std::this_thread::get_id());
         mOuterIsForBuffer = gate.mIsForBuffer.exchange(true);
     }
 }
@@ -58,8 +79,9 @@ MainGate::BufferValuesScope::BufferValuesScope(MainGate& gate) noexcept
 MainGate::BufferValuesScope::~BufferValuesScope() {
     if (mIsHeld) {
         mGate.mIsForBuffer.store(mOuterIsForBuffer);
-        mGate.mOwner.store(mOuterOwner);
-        mGate.mMutex.unlock();
+    }
+    if (mIsOuter) {
+        mGate.leave();
     }
 }
 

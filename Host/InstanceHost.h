@@ -15,7 +15,6 @@
 #include <atomic>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 
@@ -36,15 +35,16 @@ private:
 /// Whether the calling thread is an audio thread now. [any]
 bool isAudioThread() noexcept;
 
-/// Serialises the [main] calls of one instance: the host's own by a lock that its thread may take again, the
-/// module's by a check, since the module must not wait. One [main] operation is allowed on the audio thread:
+/// Serialises the [main] calls of one instance: the host's own by an owner, whose thread may enter again, the
+/// module's by a check, since the module must not wait. A free gate is taken and left without a call of the
+/// system, so that the audio thread may. One [main] operation is allowed on the audio thread:
 /// giving the data model the values that belong to a buffer, before that buffer.
 class MainGate {
 public:
     explicit MainGate(std::shared_ptr<ContractMonitor> monitor)
         : mMonitor(std::move(monitor)) {}
 
-    /// The host's calls hold the gate. A violation from the audio thread.
+    /// The host's calls hold the gate; other threads wait for its end. A violation from the audio thread.
     class Scope {
     public:
         /// `operation` is a literal that names the call.
@@ -55,7 +55,7 @@ public:
 
     private:
         MainGate& mGate;
-        std::thread::id mOuterOwner;
+        bool mIsOuter = false; ///< Whether this scope took the gate; else one around it did.
     };
 
     /// The gate for values that belong to a buffer, on the audio thread. It never waits: where another thread
@@ -71,9 +71,9 @@ public:
 
     private:
         MainGate& mGate;
-        bool mIsHeld;
+        bool mIsOuter = false;
+        bool mIsHeld = false;
         bool mOuterIsForBuffer = false;
-        std::thread::id mOuterOwner;
     };
 
     /// Checks a call of the module: a violation on the audio thread, except while it receives the values of a
@@ -84,10 +84,13 @@ public:
 
 private:
     void checkThread(const char* operation) const;
+    bool isOwner() const { return mOwner.load() == std::this_thread::get_id(); }
+    bool tryToTake();
+    void take();
+    void leave();
 
     std::shared_ptr<ContractMonitor> mMonitor;
-    std::recursive_mutex mMutex;
-    std::atomic<std::thread::id> mOwner{};
+    std::atomic<std::thread::id> mOwner{}; ///< The thread that holds the gate; none while it is free.
     std::atomic<bool> mIsForBuffer{false}; ///< Whether the owner holds the gate for a buffer's values.
     std::atomic<bool> mIsClosed{false};
 };
