@@ -7,7 +7,12 @@ checks=$root/build/checks
 quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
 default_steps=(format guards includes comments text shell scripts gcc headers tidy asan-ubsan tsan)
-full_steps=("${default_steps[@]}" hosts clang tidy-tests coverage aarch64 libcxx long long-threads)
+full_steps=("${default_steps[@]}" hosts clang tidy-tests coverage aarch64 libcxx fetch "$other_release"
+    long long-threads)
+
+# Steps whose result depends on the version of a tool. Where Scripts/packages.txt has the tool for another release alone,
+# these steps are left out.
+declare -A step_tool=([format]=clang-format-14 [tidy]=clang-tidy-14 [tidy-tests]=clang-tidy-14)
 
 declare -A step_title=(
     [format]="every C++ file is laid out as clang-format 14 does"
@@ -28,6 +33,9 @@ declare -A step_title=(
     [coverage]="line coverage of Interfaces, Libs and Source"
     [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
     [libcxx]="the tests of signal path, library layer and data model, clang with LLVM's standard library"
+    [fetch]="the source of VSTGUI is fetched into an empty cache and is the pinned one"
+    [debian-12]="Debian 12, made in a folder: the bare system renders with ./run and passes ./run test --quick"
+    [debian-13]="Debian 13, made in a folder: the bare system renders with ./run and passes ./run test --quick"
     [long]="all tests of the product with 50 times the usual work"
     [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
 )
@@ -40,6 +48,8 @@ cpp_folders() {
     done
 }
 
+has_tool_of() { [[ -z ${step_tool[$1]-} ]] || command -v "${step_tool[$1]}" >/dev/null; }
+
 cpp_files() {
     local folders
     mapfile -t folders < <(cpp_folders)
@@ -51,12 +61,12 @@ lint() { run_logged "$step_log" discard findings "$@"; }
 
 findings() { head -n 100 "$1"; }
 
-step_format() { lint each_cpp_file clang-format-14 --style=file --dry-run -Werror; }
+step_format() { lint each_cpp_file "${step_tool[format]}" --style=file --dry-run -Werror; }
 step_guards() { lint Scripts/check-guards .; }
 step_includes() { lint Scripts/check-includes .; }
 step_comments() { lint Scripts/check-interface-comments Interfaces; }
 step_text() { lint Scripts/check-text .; }
-step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/draw-pictures Scripts/fetch-vstgui; }
+step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/draw-pictures Scripts/fetch-vstgui Scripts/make-debian; }
 step_headers() { build_preset release varno_headers; }
 step_tidy() {
     local folders
@@ -106,6 +116,15 @@ step_coverage() {
 step_aarch64() { can_run_aarch64 && build_preset aarch64 all && run_tests aarch64; }
 
 step_libcxx() { build_preset libcxx all && run_tests libcxx; }
+
+step_fetch() {
+    local cache=$checks/fetch-cache
+    rm -rf "$cache"
+    lint env XDG_CACHE_HOME="$cache" Scripts/fetch-vstgui
+}
+
+step_debian-12() { lint Scripts/make-debian 12 "$root/build"; }
+step_debian-13() { lint Scripts/make-debian 13 "$root/build"; }
 
 # Where there is no apt, they are not installed.
 can_run_aarch64() {

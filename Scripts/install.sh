@@ -1,13 +1,22 @@
 # shellcheck shell=bash
 # Installs with apt what Scripts/packages.txt lists and this machine lacks.
 
-# packages_for PURPOSE...: the packages of these purposes, one per line.
+# The release that this machine runs, for instance debian-12; nothing where the system does not state one.
+# shellcheck source=/dev/null # there on every such system
+release() { (. /etc/os-release && printf '%s-%s' "${ID-}" "${VERSION_ID-}") 2>/dev/null; }
+
+# packages_for PURPOSE...: the packages of these purposes on this release, one per line.
 packages_for() {
-    local line purpose=""
+    local line purpose="" this_release
+    this_release=$(release)
     while IFS= read -r line; do
         case $line in
         "" | "#"*) ;;
-        "["*"]") purpose=${line:1:-1} ;;
+        # What is for another release keeps its name, which is no purpose.
+        "["*"]")
+            purpose=${line:1:-1}
+            purpose=${purpose%" $this_release"}
+            ;;
         *) [[ " $* " != *" $purpose "* ]] || printf '%s\n' "$line" ;;
         esac
     done <"$root/Scripts/packages.txt"

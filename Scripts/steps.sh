@@ -13,10 +13,13 @@ result_seconds=()
 
 # run_steps NAME...: returns 0 if nothing failed.
 run_steps() {
-    local name
+    local name left_out=()
     mkdir -p "$checks"
-    for name in "$@"; do run_step "$name"; done
+    for name in "$@"; do
+        if has_tool_of "$name"; then run_step "$name"; else left_out+=("$name"); fi
+    done
     print_failures
+    ((${#left_out[@]} == 0)) || printf 'left out here: %s (Debian 12 judges them, with clang-format 14 and clang-tidy 14)\n' "${left_out[*]}"
     printf '%d passed, %d failed\n' "$total_passed" "$total_failed"
     ((total_failed == 0))
 }

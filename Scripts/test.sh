@@ -1,6 +1,10 @@
 # shellcheck shell=bash
 # The commands test, lint, coverage and format.
 
+# The one of the two supported releases that this machine does not run.
+other_release=debian-13
+[[ $(release) != debian-13 ]] || other_release=debian-12
+
 source "$root/Scripts/checks.sh"
 source "$root/Scripts/steps.sh"
 source "$root/Scripts/verification.sh"
@@ -12,7 +16,7 @@ test_command() {
     --hosts) check hosts ;;
     --full) check_and_record "${full_steps[@]}" ;;
     --list) list_steps ;;
-    *) require_steps "$@" && check "$@" ;;
+    *) require_steps "$@" && check_all "$@" ;;
     esac
 }
 
@@ -32,7 +36,9 @@ coverage_command() {
 
 format_command() {
     (($# == 0)) || usage_error "format takes no arguments"
-    need_packages test && cd "$root" && each_cpp_file clang-format-14 --style=file -i
+    need_packages test || return
+    has_tool_of format || fail "format needs ${step_tool[format]}, which Debian 12 has"
+    cd "$root" && each_cpp_file "${step_tool[format]}" --style=file -i
 }
 
 usage_error() {
@@ -59,11 +65,22 @@ need_packages_of() {
     [[ " $* " != *" aarch64 "* ]] || purposes+=(aarch64)
     [[ " $* " != *" libcxx "* ]] || purposes+=(libcxx)
     [[ " $* " != *" hosts "* ]] || purposes+=(hosts)
+    [[ " $* " != *" debian-1"* ]] || purposes+=(release)
     need_packages "${purposes[@]}"
 }
 
 check() {
     need_packages_of "$@" && only_one "testing" "$root/build/checks.lock" in_root run_steps "$@"
+}
+
+# check_all STEP...: the same where none of the steps may be left out.
+check_all() {
+    local name
+    need_packages_of "$@" || return
+    for name in "$@"; do
+        has_tool_of "$name" || fail "the step '$name' needs ${step_tool[$name]}, which Debian 12 has"
+    done
+    check "$@"
 }
 
 check_and_record() {

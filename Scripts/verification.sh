@@ -23,7 +23,7 @@ record_verification() {
 
 describe_run() {
     printf '%s, commit %s.\n' "$(date -u '+%Y-%m-%d %H:%M UTC')" "$(commit)"
-    printf '%s; %s; %s.\n' "$(describe_machine)" "$(g++ --version | head -n 1)" "$(clang++-14 --version | head -n 1)"
+    printf '%s; %s; %s.\n' "$(describe_machine)" "$(g++ --version | head -n 1)" "$(clang++ --version | head -n 1)"
 }
 
 verification_rows() {

@@ -105,8 +105,8 @@ std::vector<xcb_window_t> XConnection::children(xcb_window_t window) const {
         return {};
     }
     const xcb_window_t* const first = xcb_query_tree_children(reply.get());
-    std::vector<xcb_window_t> windows;
-    windows.assign(first, first + xcb_query_tree_children_length(reply.get()));
+    std::vector<xcb_window_t> windows(static_cast<std::size_t>(xcb_query_tree_children_length(reply.get())));
+    std::copy_n(first, windows.size(), windows.begin());
     return windows;
 }
 

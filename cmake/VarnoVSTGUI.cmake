@@ -26,6 +26,16 @@ set_target_properties(vstgui PROPERTIES COMPILE_DEFINITIONS "NDEBUG;RELEASE;${vs
 set_target_properties(vstgui PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
 # Its warnings are not ours to fix, and its build requests debug information even in a release.
 target_compile_options(vstgui PRIVATE -w $<$<CONFIG:Release>:-g0>)
+# A constructor that nothing uses calls a bool instead of setting it, which gcc 14 refuses. The macro makes it set the
+# bool; all that has a function of that name is included before.
+set(vstgui_correction ${PROJECT_BINARY_DIR}/vstgui_correction.h)
+file(CONFIGURE OUTPUT ${vstgui_correction} CONTENT "#include <functional>
+#include \"${vstgui_folder}/vstgui/lib/vstguifwd.h\"
+#define invoke(value) invoke = value
+#include \"${vstgui_folder}/vstgui/lib/finally.h\"
+#undef invoke
+")
+target_compile_options(vstgui PRIVATE "SHELL:$<$<COMPILE_LANGUAGE:CXX>:-include ${vstgui_correction}>")
 
 add_library(varno_vstgui INTERFACE)
 target_include_directories(varno_vstgui SYSTEM INTERFACE ${vstgui_folder})

@@ -1,5 +1,6 @@
 """What is missing is installed with apt, with the rights that this needs, or named."""
 import os
+import platform
 import subprocess
 import unittest
 
@@ -90,6 +91,23 @@ class InstallTest(FixtureProject):
     def test_foreign_hosts_are_installed_to_be_tested_alone(self):
         self.run_script("test", "hosts")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha delta-host gamma"])
+
+    def test_what_is_for_one_release_is_installed_there_alone(self):
+        this = platform.freedesktop_os_release()
+        here = f"{this['ID']}-{this['VERSION_ID']}"
+        self.write("Scripts/packages.txt", PACKAGES + f"\n[program {here}]\nhere\n[program {here}1]\nelsewhere\n[test {here}]\ntested\n")
+        self.run_script("render")
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha here"])
+
+    def test_another_release_needs_what_makes_it(self):
+        self.write("Scripts/packages.txt", PACKAGES + "\n[release]\nmaker\n")
+        self.write("Scripts/make-debian", "#!/bin/sh\necho made $1 in $2\n")
+        (self.root / "Scripts/make-debian").chmod(0o755)
+        for name in ("debian-12", "debian-13"):
+            self.assertEqual(self.last_line(self.run_script("test", name)), "1 passed, 0 failed")
+            made = (self.root / f"build/checks/{name}.log").read_text()
+            self.assertEqual(made, f"made {name[-2:]} in {self.root}/build\n")
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha gamma maker"])
 
     def test_nothing_missing_nothing_printed(self):
         self.installed.write_text("alpha\nbeta-dev\n")

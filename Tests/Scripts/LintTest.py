@@ -29,6 +29,21 @@ class LintTest(FixtureProject):
         self.assertEqual((self.root / "Apps/varno/main.cpp").read_text(), "int main() {\n    return 0;\n}\n")
         self.assert_step("format", passes=True)
 
+    def test_a_release_without_the_tools_leaves_their_steps_out_and_says_so(self):
+        for file in ("Scripts/checks.sh", "Scripts/tidy"):
+            path = self.root / file
+            path.write_text(path.read_text().replace("clang-format-14", "clang-format-nowhere")
+                            .replace("clang-tidy-14", "clang-tidy-nowhere"))
+        self.write("Tests/CMakeLists.txt", "\n")
+        done = self.run_script("lint")
+        self.assertRegex(done.stdout, r"\nleft out here: format tidy \(Debian 12 judges them, with clang-format 14 and "
+                                      r"clang-tidy 14\)\n\d passed, \d failed\n\Z")
+        self.assertNotRegex(done.stdout, r"(?m)^(format|tidy) ")
+        for arguments, said in ((["test", "text", "tidy"], "run: the step 'tidy' needs clang-tidy-nowhere, which Debian 12 has\n"),
+                                (["format"], "run: format needs clang-format-nowhere, which Debian 12 has\n")):
+            done = self.run_script(*arguments)
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (1, "", said))
+
     def test_comments(self):
         self.write("Interfaces/IThing.h", "struct IThing {\n    /// Does what is to be done. [any]\n"
                                           "    virtual void Do() = 0;\n};\n")

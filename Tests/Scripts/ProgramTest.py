@@ -66,6 +66,13 @@ class ProgramTest(FixtureProject):
         self.assertRegex(done.stderr, r"run: failed: cmake --build build/program .*--target varno Varno-S\n")
         self.assertRegex(done.stderr, r"main.cpp:1:21: error: .undeclared. was not declared")
 
+    def test_a_warning_stops_the_tests_and_nobody_else(self):
+        self.write("Apps/varno/main.cpp", "int main() {\n    int unused;\n    return 3;\n}\n")
+        self.assertEqual(self.run_script("render").returncode, 3)
+        done = self.run_script("test", "gcc")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("error: unused variable", done.stderr)
+
     def test_builds_again_after_a_failure(self):
         good = (self.root / "Apps/varno/main.cpp").read_text()
         self.write("Apps/varno/main.cpp", "int main() { return undeclared; }\n")

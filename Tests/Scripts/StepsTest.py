@@ -103,7 +103,7 @@ int main() {
         done = self.run_script("test", "--list")
         names = [line.split()[0] for line in done.stdout.splitlines()]
         for name in ("format", "guards", "scripts", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "hosts", "coverage", "aarch64",
-                     "libcxx", "long", "long-threads"):
+                     "libcxx", "fetch", "long", "long-threads"):
             self.assertIn(name, names)
 
     def test_continuous_integration_runs_both(self):

@@ -138,7 +138,10 @@ std::string identifiers(const Instance& instance) {
 std::string answer(const CommandLine& line, const Instance& instance) {
     const bool json = line.has("--json");
     if (!line.arguments().empty()) {
-        const auto& parameter = requireParameter(instance, line.arguments().front(), "", kExitWrongUsage);
+        // A variable, not a temporary: gcc 14 would take the result for a reference to it.
+        const std::string inNoFile;
+        const auto& parameter =
+            requireParameter(instance, line.arguments().front(), inNoFile, kExitWrongUsage);
         return json ? parameterJson(instance, parameter) : parameterText(instance, parameter);
     }
     if (line.has("--ids")) {

@@ -29,7 +29,7 @@ JackBackend& as(void* self) {
 } // namespace
 
 JackFunctions loadJack() {
-    const SharedLibrary library("libjack.so.0");
+    const SharedLibrary library(VARNO_JACK_SONAME);
     JackFunctions jack{};
     library.find("jack_set_error_function", jack.set_error_function);
     library.find("jack_set_info_function", jack.set_info_function);

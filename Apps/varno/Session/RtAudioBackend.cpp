@@ -27,9 +27,9 @@ constexpr double kLongestBurstS = 1.0; // of blocks that may have waited, as aft
 
 } // namespace
 
-// The number is that of the library's binary interface, to which the header belongs: RtAudio 5.
+// The name has the number of the library's binary interface, to which the header belongs.
 RtAudioFunctions loadRtAudio() {
-    const SharedLibrary library("librtaudio.so.6");
+    const SharedLibrary library(VARNO_RTAUDIO_SONAME);
     RtAudioFunctions audio{};
     library.find("rtaudio_create", audio.create);
     library.find("rtaudio_destroy", audio.destroy);

@@ -1,5 +1,7 @@
 #include "Session/SharedLibrary.h"
+#include "Session/JackBackend.h"
 #include "Session/LiveBackend.h"
+#include "Session/RtAudioBackend.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +37,12 @@ TEST(SharedLibrary, ReportsWhatIsMissing) {
                   SharedLibrary("libm.so.6").find("no_such_function", cosine);
               }),
               "libm.so.6 has no function no_such_function");
+}
+
+// Their names have a number that differs by release.
+TEST(SharedLibrary, IsThatOfEachSoundSystemWhoseHeadersAreUsed) {
+    EXPECT_EQ(refusalOf(loadJack), "");
+    EXPECT_EQ(refusalOf(loadRtAudio), "");
 }
 
 } // namespace

@@ -82,8 +82,8 @@ TEST_F(WindowPorts, moveTheControls) {
 TEST_F(WindowPorts, moveTheMeters) {
     const auto host = show();
     host->tell(kReductionLeft, 1.0F);
-    const auto& meter = controlOf("METERGR1");
-    EXPECT_TRUE(shows(*host, "METERGR1", art.control(meter, DemoGain_ViewLayout::Art::kMeterOn, 0)));
+    const auto full = art.control(controlOf("METERGR1"), DemoGain_ViewLayout::Art::kMeterOn, 0);
+    EXPECT_TRUE(shows(*host, "METERGR1", full));
     EXPECT_TRUE(shows(*host, "METERGR2", 0)) << "each shows its own channel";
     host->tell(kReductionLeft, 0.0F);
     EXPECT_TRUE(shows(*host, "METERGR1", 0));
