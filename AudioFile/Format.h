@@ -49,6 +49,9 @@ int signalBits(SampleFormat format);
 /// precision itself. False for coded formats, whose decoders compute in a precision of their own.
 bool fitsSinglePrecision(SampleFormat format);
 
+/// The number of frames of a pipe that is read while it is written, where its header does not state it.
+inline constexpr std::int64_t kUnknownFrames = -1;
+
 /// The container, the sample format and the length of an audio file.
 struct AudioFormat {
     Container container = Container::kWav;
@@ -56,9 +59,10 @@ struct AudioFormat {
     bool extensibleHeader = false; ///< WAV with the extensible format chunk, which names the speakers
     int rateHz = 0;                ///< at least 1
     int channels = 0;              ///< at least 1
-    std::int64_t frames = 0;       ///< samples per channel
+    std::int64_t frames = 0;       ///< samples per channel, or kUnknownFrames
 
-    double durationS() const { return static_cast<double>(frames) / rateHz; }
+    /// Seconds; of an unknown length 0.
+    double durationS() const { return frames == kUnknownFrames ? 0.0 : static_cast<double>(frames) / rateHz; }
 };
 
 } // namespace varno

@@ -2,12 +2,16 @@
 
 #include "AudioFile/ContainerChunks.h"
 #include "AudioFile/Error.h"
+#include "AudioFile/MpegLength.h"
 #include "AudioFile/OggPages.h"
+#include "AudioFile/SampleStream.h"
 #include "AudioFile/Sndfile.h"
+#include "AudioFile/StreamHead.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <variant>
@@ -35,9 +39,7 @@ FileDescriptor openInput(const std::string& path, const GoOn& goOn) {
     return file;
 }
 
-// A file that can be read from any position: pipes, and files of which a part has been read, are copied.
-FileDescriptor makeSeekable(FileDescriptor file, const struct stat& status, const std::string& name,
-                            const GoOn& goOn) {
+void refuseNoFile(const FileDescriptor& file, const struct stat& status, const std::string& name) {
     if (S_ISDIR(status.st_mode)) {
         throw AudioFileError(name + ": is a folder; expected an audio file");
     }
@@ -45,12 +47,16 @@ FileDescriptor makeSeekable(FileDescriptor file, const struct stat& status, cons
         throw AudioFileError(name + (::isatty(file.get()) == 1 ? ": is a terminal" : ": is a device") +
                              "; expected an audio file or a pipe");
     }
+}
+
+// A file that can be read from any position: pipes, and files of which a part has been read, are copied.
+FileDescriptor makeSeekable(FileDescriptor file, const struct stat& status, const std::string& name,
+                            const GoOn& goOn) {
     if (S_ISREG(status.st_mode) && ::lseek(file.get(), 0, SEEK_CUR) == 0) {
         return file;
     }
     FileDescriptor copy = openUnnamedTemporary();
     copyAll(file.get(), name, copy.get(), "a temporary file", goOn);
-    ::lseek(copy.get(), 0, SEEK_SET);
     return copy;
 }
 
@@ -67,21 +73,16 @@ std::string framesText(std::int64_t frames) {
     return std::to_string(frames) + (frames == 1 ? " frame" : " frames");
 }
 
-[[noreturn]] void throwTruncated(const std::string& name, std::int64_t promised, std::int64_t found) {
-    throw AudioFileError(name + ": is truncated: " + framesText(found) + " found, expected the " +
-                         std::to_string(promised) + " that its header promises");
+std::string truncationText(const std::string& name, const std::string& found, std::int64_t promised) {
+    return name + ": is truncated: " + found + " found, expected the " + std::to_string(promised) +
+           " that its header promises";
 }
 
-void refuseTruncated(const std::string& name, const AudioFormat& format, const SampleExtent& extent) {
-    if (!extent.isTruncated()) {
-        return;
-    }
+std::string truncationText(const std::string& name, const AudioFormat& format, const SampleExtent& extent) {
     if (const std::int64_t frameBytes = format.channels * storedBytes(format.sample)) {
-        throwTruncated(name, extent.promised / frameBytes, extent.present / frameBytes);
+        return truncationText(name, framesText(extent.present / frameBytes), extent.limit / frameBytes);
     }
-    throw AudioFileError(name + ": is truncated: " + std::to_string(extent.present) +
-                         " bytes of samples found, expected the " + std::to_string(extent.promised) +
-                         " that its header promises");
+    return truncationText(name, std::to_string(extent.present) + " bytes of samples", extent.limit);
 }
 
 // Interleaved samples as libsndfile decodes them.
@@ -110,66 +111,205 @@ sf_count_t decode(SNDFILE* sound, double* samples, sf_count_t frames) {
     return sf_readf_double(sound, samples, frames);
 }
 
+// Appended to the messages of truncated files.
+constexpr const char* kAcceptedHint = "; --truncated reads what is there";
+
 } // namespace
 
 struct AudioReader::State {
     std::string name;
+    Options options;
     FileDescriptor file;
-    SndfileOwner sound;
+    std::optional<SndfileSource> source;
+    SndfileOwner sound;                 // closed before the source it reads through
+    std::optional<SampleStream> stream; // in place of `sound`
+    bool isWhileWritten = false;
     AudioFormat format;
+    std::int64_t statedFrames = 0; // of a pipe whose `format.frames` are not known
     FileMetadata metadata;
     std::int64_t framesRead = 0;
     Decoded decoded;
+    std::string truncation;
 
-    // For streams whose header states no length.
-    std::int64_t countFrames() {
-        std::vector<float> ignored(static_cast<std::size_t>(kFramesPerCount) *
-                                   static_cast<std::size_t>(format.channels));
-        std::int64_t count = 0;
-        while (const sf_count_t got = sf_readf_float(sound.get(), ignored.data(), kFramesPerCount)) {
-            count += got;
-        }
-        if (sf_seek(sound.get(), 0, SEEK_SET) != 0) {
-            throw AudioFileError(name +
-                                 ": cannot be read a second time; expected a file that tells its length");
-        }
-        return count;
-    }
+    bool openWhileWritten();
+    void openSeekable();
+    void openSound(SndfileSource::End end);
+    bool openStream(int descriptor, const ContainerChunks& container, StreamSource samples);
+    void acceptOrThrow(const std::string& text);
+    void findLength();
+    std::int64_t countFrames();
+    template<class Sample>
+    std::int64_t decodeNext(std::vector<Sample>& samples, std::int64_t most);
 };
 
-AudioReader::AudioReader(const std::string& path, const GoOn& goOn)
+void AudioReader::State::acceptOrThrow(const std::string& text) {
+    if (!options.acceptTruncated) {
+        throw AudioFileError(text + kAcceptedHint);
+    }
+    truncation = text;
+}
+
+// Takes samples from where the container has them, whatever libsndfile makes of their stated size. Returns
+// whether that is possible.
+bool AudioReader::State::openStream(int descriptor, const ContainerChunks& container, StreamSource samples) {
+    const FileDescriptor head = copyHead(descriptor, container, name);
+    SF_INFO info{};
+    SndfileSource headSource(head.get());
+    const SndfileOwner opened = headSource.open(info);
+    if (!opened || !SampleStream::canDecode(info)) {
+        return false;
+    }
+    format = audioFormatOf(info);
+    metadata = readMetadata(opened.get(), format.channels);
+    readCarriedChunks(descriptor, container, metadata);
+    stream.emplace(info, std::move(samples));
+    return true;
+}
+
+// Returns whether the pipe is read while it is written; else `file` is a copy of it.
+bool AudioReader::State::openWhileWritten() {
+    StreamHead head = readStreamHead(file.get(), name, options.goOn);
+    const ContainerChunks& container = head.container;
+    if (container.samples && container.fileBytes >= container.samples->offset) {
+        const SampleExtent& extent = *container.samples;
+        std::vector<char> ahead(static_cast<std::size_t>(container.fileBytes - extent.offset));
+        readAt(head.bytes.get(), extent.offset, ahead.data(), ahead.size());
+        FileDescriptor pipe(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
+        if (openStream(head.bytes.get(), container,
+                       {std::move(pipe), name, std::move(ahead), extent.limit, options.goOn})) {
+            statedFrames = extent.isStated ? extent.limit / stream->frameBytes() : kUnknownFrames;
+            format.frames = options.acceptTruncated ? kUnknownFrames : statedFrames;
+            if (format.frames == kUnknownFrames && !stream->waitForFrame()) {
+                format.frames = 0;
+            }
+            return true;
+        }
+    }
+    FileDescriptor copy = openUnnamedTemporary();
+    ::lseek(head.bytes.get(), 0, SEEK_SET);
+    copyAll(head.bytes.get(), "a file in memory", copy.get(), "a temporary file", options.goOn);
+    copyAll(file.get(), name, copy.get(), "a temporary file", options.goOn);
+    ::lseek(copy.get(), 0, SEEK_SET);
+    file = std::move(copy);
+    return false;
+}
+
+void AudioReader::State::openSound(SndfileSource::End end) {
+    SF_INFO info{};
+    sound.reset();
+    source.emplace(file.get(), end);
+    sound = source->open(info);
+    format = audioFormatOf(info);
+}
+
+void AudioReader::State::openSeekable() {
+    const ContainerChunks container = readContainerChunks(file.get());
+    const std::optional<SampleExtent>& extent = container.samples;
+    openSound(SndfileSource::End::kShown);
+    const std::string reason = withoutLineEnds(sf_strerror(sound.get()));
+    const bool endsWithFile = extent && extent->present < extent->limit;
+    if (endsWithFile && extent->offset <= container.fileBytes) {
+        const std::int64_t at = extent->offset;
+        FileDescriptor samples(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
+        if (openStream(file.get(), container, {std::move(samples), name, {}, extent->present})) {
+            ::lseek(file.get(), at, SEEK_SET); // both descriptors have one position
+            format.frames = extent->present / stream->frameBytes();
+        }
+    }
+    if (!stream && !sound) {
+        throw AudioFileError(name + ": is no audio that can be read (" + reason +
+                             "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
+    }
+    if (extent && extent->isTruncated()) {
+        acceptOrThrow(truncationText(name, format, *extent));
+    }
+    if (isOggWithoutEnd(file.get())) {
+        acceptOrThrow(name + ": is truncated: its stream has no end; expected a whole file");
+    }
+    if (!stream) {
+        metadata = readMetadata(sound.get(), format.channels);
+        readCarriedChunks(file.get(), container, metadata);
+        findLength();
+    }
+}
+
+// Of streams whose header states no length, and of files that may be truncated.
+void AudioReader::State::findLength() {
+    const bool isStatedMpeg = format.sample != SampleFormat::kMpeg || mpegStatesLength(file.get());
+    const std::int64_t stated = format.frames == SF_COUNT_MAX || !isStatedMpeg ? 0 : format.frames;
+    if (stated > 0 && !options.acceptTruncated) {
+        return;
+    }
+    const auto end = isStatedMpeg ? SndfileSource::End::kShown : SndfileSource::End::kHidden;
+    openSound(end);
+    const std::int64_t count = countFrames();
+    openSound(end); // decoders do not go back from damage
+    format.frames = count;
+    if (count < stated && truncation.empty()) {
+        truncation = truncationText(name, framesText(count), stated);
+    }
+}
+
+std::int64_t AudioReader::State::countFrames() {
+    std::vector<float> ignored(static_cast<std::size_t>(kFramesPerCount) *
+                               static_cast<std::size_t>(format.channels));
+    std::int64_t count = 0;
+    while (const sf_count_t got = sf_readf_float(sound.get(), ignored.data(), kFramesPerCount)) {
+        count += got;
+    }
+    return count;
+}
+
+template<class Sample>
+std::int64_t AudioReader::State::decodeNext(std::vector<Sample>& samples, std::int64_t most) {
+    const bool isKnown = format.frames != kUnknownFrames;
+    const std::int64_t wanted = isKnown ? std::min(most, format.frames - framesRead) : most;
+    if (wanted == 0) {
+        return 0;
+    }
+    samples.resize(static_cast<std::size_t>(most * format.channels));
+    std::int64_t got = 0;
+    if (stream) {
+        const std::int64_t received = stream->receive(wanted);
+        got = decode(stream->decoder(), samples.data(), received);
+    } else {
+        got = decode(sound.get(), samples.data(), wanted);
+        if (source->error() != 0) {
+            throwReadError(name, source->error());
+        }
+    }
+    framesRead += got;
+    if (got < wanted && isKnown) {
+        throw AudioFileError(truncationText(name, framesText(framesRead), format.frames) + kAcceptedHint);
+    }
+    if (got < wanted && framesRead < statedFrames && truncation.empty()) {
+        truncation = truncationText(name, framesText(framesRead), statedFrames);
+    }
+    return got;
+}
+
+AudioReader::AudioReader(const std::string& path, Options options)
     : mState(std::make_unique<State>()) {
     State& s = *mState;
     s.name = path == "-" ? "standard input" : path;
-    FileDescriptor opened = openInput(path, goOn);
-    const struct stat status = statusOf(opened, s.name);
-    s.file = makeSeekable(std::move(opened), status, s.name, goOn);
-    if (statusOf(s.file, s.name).st_size == 0) {
-        throw AudioFileError(s.name + ": is empty; expected an audio file");
-    }
-
-    const ContainerChunks container = readContainerChunks(s.file.get());
-    SF_INFO info{};
-    s.sound.reset(sf_open_fd(s.file.get(), SFM_READ, &info, SF_FALSE));
-    if (!s.sound) {
-        throw AudioFileError(s.name + ": is no audio that can be read (" +
-                             withoutLineEnds(sf_strerror(nullptr)) +
-                             "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
-    }
-    s.format = audioFormatOf(info);
-    s.decoded = decodedFor(s.format.sample);
-    refuseTruncated(s.name, s.format, sampleExtent(container));
-    if (isOggWithoutEnd(s.file.get())) {
-        throw AudioFileError(s.name + ": is truncated: its stream has no end; expected a whole file");
-    }
-    if (s.format.frames <= 0 || s.format.frames == SF_COUNT_MAX) {
-        s.format.frames = s.countFrames();
+    s.options = std::move(options);
+    s.file = openInput(path, s.options.goOn);
+    const struct stat status = statusOf(s.file, s.name);
+    refuseNoFile(s.file, status, s.name);
+    const bool isPipe = S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode);
+    s.isWhileWritten = isPipe && s.options.whileWritten && s.openWhileWritten();
+    if (!s.isWhileWritten) {
+        const struct stat now = statusOf(s.file, s.name); // of the copy, if a part of a pipe has been read
+        s.file = makeSeekable(std::move(s.file), now, s.name, s.options.goOn);
+        if (statusOf(s.file, s.name).st_size == 0) {
+            throw AudioFileError(s.name + ": is empty; expected an audio file");
+        }
+        s.openSeekable();
     }
     if (s.format.frames == 0) {
         throw AudioFileError(s.name + ": holds no frames; expected at least one");
     }
-    s.metadata = readMetadata(s.sound.get(), s.format.channels);
-    readCarriedChunks(s.file.get(), container, s.metadata);
+    s.decoded = decodedFor(s.format.sample);
 }
 
 AudioReader::~AudioReader() = default;
@@ -183,23 +323,25 @@ const AudioFormat& AudioReader::format() const {
 const FileMetadata& AudioReader::metadata() const {
     return mState->metadata;
 }
+bool AudioReader::isWhileWritten() const {
+    return mState->isWhileWritten;
+}
+const std::string& AudioReader::truncation() const {
+    return mState->truncation;
+}
 
 int AudioReader::read(AudioBlock& block) {
     State& s = *mState;
-    const std::int64_t wanted =
-        std::min<std::int64_t>(block.capacityFrames(), s.format.frames - s.framesRead);
     const auto readAs = [&](auto& samples) {
-        samples.resize(static_cast<std::size_t>(block.capacityFrames()) *
-                       static_cast<std::size_t>(s.format.channels));
-        const sf_count_t got = wanted > 0 ? decode(s.sound.get(), samples.data(), wanted) : 0;
-        if (got < wanted) {
-            throwTruncated(s.name, s.format.frames, s.framesRead + got);
-        }
-        s.framesRead += got;
-        block.setInterleaved(samples.data(), static_cast<int>(got));
-        return static_cast<int>(got);
+        const auto got = static_cast<int>(s.decodeNext(samples, block.capacityFrames()));
+        block.setInterleaved(samples.data(), got);
+        return got;
     };
     return std::visit(readAs, s.decoded);
+}
+
+std::int64_t AudioReader::skipRest() {
+    return mState->isWhileWritten ? mState->stream->skipRest() : 0;
 }
 
 } // namespace varno

@@ -195,6 +195,61 @@ bool writeMetadata(SNDFILE* file, Container container, const FileMetadata& metad
     return all;
 }
 
+SndfileOwner SndfileSource::open(SF_INFO& info) {
+    SF_VIRTUAL_IO io{length, seek, read, write, tell};
+    mPosition = 0;
+    return SndfileOwner(sf_open_virtual(&io, SFM_READ, &info, this));
+}
+
+sf_count_t SndfileSource::length(void* user) {
+    struct stat status {};
+    return ::fstat(static_cast<SndfileSource*>(user)->mDescriptor, &status) == 0 ? status.st_size : 0;
+}
+
+sf_count_t SndfileSource::seek(sf_count_t offset, int whence, void* user) {
+    auto* source = static_cast<SndfileSource*>(user);
+    if (whence == SEEK_CUR) {
+        offset += source->mPosition;
+    } else if (whence == SEEK_END) {
+        offset += length(user);
+    }
+    if (offset < 0 || (whence == SEEK_END && source->mEnd == End::kHidden)) {
+        return -1;
+    }
+    source->mPosition = offset;
+    return offset;
+}
+
+sf_count_t SndfileSource::read(void* data, sf_count_t count, void* user) {
+    auto* source = static_cast<SndfileSource*>(user);
+    auto* bytes = static_cast<char*>(data);
+    sf_count_t done = 0;
+    while (done < count) {
+        const ssize_t got = ::pread(source->mDescriptor, bytes + done, static_cast<std::size_t>(count - done),
+                                    source->mPosition);
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0 && source->mError == 0) {
+            source->mError = errno;
+        }
+        if (got <= 0) {
+            break;
+        }
+        done += got;
+        source->mPosition += got;
+    }
+    return done;
+}
+
+sf_count_t SndfileSource::write(const void* /*data*/, sf_count_t /*count*/, void* /*user*/) {
+    return 0;
+}
+
+sf_count_t SndfileSource::tell(void* user) {
+    return static_cast<SndfileSource*>(user)->mPosition;
+}
+
 SndfileOwner SndfileSink::open(SF_INFO& info) {
     SF_VIRTUAL_IO io{length, seek, read, write, tell};
     return SndfileOwner(sf_open_virtual(&io, SFM_WRITE, &info, this));

@@ -35,6 +35,39 @@ FileMetadata readMetadata(SNDFILE* file, int channels);
 /// @return whether the container holds all of the text
 bool writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata);
 
+/// Lets libsndfile read an open file of the system without a claim to its descriptor, which libsndfile closes
+/// where it cannot open a file. It begins at the start, whatever the file's position. One thread at a time.
+class SndfileSource {
+public:
+    /// Whether libsndfile can find out where the file ends before it has read so far. It reads no further
+    /// than the length that it estimates from the size of an MPEG audio file without a stated length.
+    enum class End { kShown, kHidden };
+
+    /// @param descriptor open for reading, able to seek; stays the caller's
+    explicit SndfileSource(int descriptor, End end = End::kShown)
+        : mDescriptor(descriptor),
+          mEnd(end) {}
+
+    /// Opens the file for reading through this source, which must outlive it. @return null where libsndfile
+    /// does not know the file
+    SndfileOwner open(SF_INFO& info);
+
+    /// The system's number of the first error, 0 if there was none.
+    int error() const { return mError; }
+
+private:
+    static sf_count_t length(void* user);
+    static sf_count_t seek(sf_count_t offset, int whence, void* user);
+    static sf_count_t read(void* data, sf_count_t count, void* user);
+    static sf_count_t write(const void* data, sf_count_t count, void* user);
+    static sf_count_t tell(void* user);
+
+    int mDescriptor;
+    End mEnd;
+    sf_count_t mPosition = 0;
+    int mError = 0;
+};
+
 /// Lets libsndfile write to an open file of the system and keeps the first error: libsndfile does not report
 /// every failed write, above all none while it closes a file. One thread at a time.
 class SndfileSink {

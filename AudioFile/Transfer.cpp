@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <span>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -27,7 +28,8 @@ void ask(const GoOn& goOn) {
     }
 }
 
-std::size_t readSome(int descriptor, std::vector<char>& buffer, const std::string& name, const GoOn& goOn) {
+// Waits until some bytes have arrived. Returns 0 at the end.
+std::size_t readSome(int descriptor, std::span<char> buffer, const std::string& name, const GoOn& goOn) {
     for (;;) {
         const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
         if (got >= 0) {
@@ -77,6 +79,19 @@ FileDescriptor openFile(const std::string& path, int flags, const GoOn& goOn, un
         }
         ask(goOn);
     }
+}
+
+std::size_t readUpTo(int descriptor, char* bytes, std::size_t count, const std::string& name,
+                     const GoOn& goOn) {
+    std::size_t done = 0;
+    while (done < count) {
+        const std::size_t got = readSome(descriptor, {bytes + done, count - done}, name, goOn);
+        if (got == 0) {
+            break;
+        }
+        done += got;
+    }
+    return done;
 }
 
 void writeAll(int descriptor, std::string_view bytes, const std::string& name, const GoOn& goOn) {

@@ -52,6 +52,11 @@ private:
 /// @return nothing open where that fails, with the reason in errno
 FileDescriptor openFile(const std::string& path, int flags, const GoOn& goOn, unsigned mode = 0);
 
+/// Reads from the present position until all bytes have arrived or the file has ended. @return bytes read
+/// @throws AudioFileError
+std::size_t readUpTo(int descriptor, char* bytes, std::size_t count, const std::string& name,
+                     const GoOn& goOn);
+
 /// Writes all bytes at the present position. @param name for messages @throws AudioFileError
 void writeAll(int descriptor, std::string_view bytes, const std::string& name, const GoOn& goOn);
 

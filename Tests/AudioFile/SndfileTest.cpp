@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 
 namespace varno::test {
@@ -136,6 +137,20 @@ TEST_F(SndfileMetadataTest, TextThatAiffLacksIsReported) {
     sf_close(file);
     EXPECT_THAT(Copy().run(in, mFolder / "out.aiff").leftOut, ElementsAre("text tags"));
     EXPECT_THAT(Copy().run(in, mFolder / "out.wav").leftOut, IsEmpty());
+}
+
+// libsndfile closes a descriptor whose file it cannot open, and another thread may have been given its number.
+TEST_F(SndfileMetadataTest, ASourceKeepsItsDescriptor) {
+    const std::string path = mFolder / "in.caf";
+    writeSound(path, {SF_FORMAT_CAF | SF_FORMAT_PCM_16, 1, 48'000, testIntegers(16, 100), {}});
+    std::string bytes = readFile(path);
+    bytes.replace(bytes.find("data") + 4, 8, 8, '\xFF');
+    writeFile(path, bytes);
+    const FileDescriptor file = openFile(path, O_RDONLY, {});
+    SF_INFO info{};
+    SndfileSource source(file.get());
+    EXPECT_EQ(source.open(info), nullptr);
+    EXPECT_GE(::fcntl(file.get(), F_GETFD), 0);
 }
 
 } // namespace

@@ -55,6 +55,7 @@ constexpr OptionEntry kEditOptions[] = {
      .kind = ValueKind::kFile,
      .group = "Settings",
      .help = "The file that Ctrl-S writes."},
+    kTruncatedOption,
     {.name = "--sound",
      .value = "KIND",
      .kind = ValueKind::kChoice,
@@ -109,6 +110,7 @@ struct EditOptions {
     std::optional<std::string> audio;     // path; nothing: silence
     double rateHz = kDefaultSampleRateHz; // of the silence
     int channels = kUsualChannels;
+    bool acceptTruncated = false;
     std::string sound = kSoundOff; // a backend's word, kAnyBackend or kSoundOff
     WindowOptions window;
 };
@@ -129,11 +131,13 @@ EditOptions editOptions(const CommandLine& line) {
     }
     options.rateHz = line.number<double>("--rate").value_or(options.rateHz);
     options.channels = line.number<int>("--channels").value_or(options.channels);
+    options.acceptTruncated = line.has(kTruncatedOption.name);
     window.screenshot = line.value("--screenshot");
     window.afterS = line.number<double>("--after").value_or(window.afterS);
     const bool hasAudio = options.audio.has_value();
     refuseWith(line, "--rate", hasAudio, "goes without AUDIO, which has a sample rate of its own");
     refuseWith(line, "--channels", hasAudio, "goes without AUDIO, which has channels of its own");
+    refuseWith(line, kTruncatedOption.name, !hasAudio, "needs AUDIO, found none");
     refuseWith(line, "--sound", !hasAudio && line.value("--sound") != kSoundOff, "needs AUDIO, found none");
     refuseWith(line, "--after", !window.screenshot, "needs --screenshot FILE, found none");
     refuseWith(line, "--save-state", window.screenshot.has_value(), "goes without --screenshot");
@@ -169,8 +173,12 @@ Sound soundFor(const EditOptions& options, const Module& module) {
     if (!options.audio) {
         return {AudioLoop::silence(options.channels), options.rateHz, nullptr};
     }
-    AudioReader reader(*options.audio, throwIfInterrupted);
+    AudioReader reader(*options.audio,
+                       {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated});
     requireVariantFor(module, reader);
+    if (!reader.truncation().empty()) {
+        printWarning(reader.truncation());
+    }
     Sound sound{AudioLoop::of(reader), static_cast<double>(reader.format().rateHz), nullptr};
     sound.backend = openEditBackend(options, sound.loop.channels(), sound.rateHz);
     if (sound.backend != nullptr && sound.backend->status().rateHz() != sound.rateHz) {

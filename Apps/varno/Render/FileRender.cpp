@@ -151,7 +151,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     const auto start = std::chrono::steady_clock::now();
     const auto& options = session.options();
     FileProgress progress(session.progress(), options.tasks.size());
-    AudioReader reader(task.input, throwIfInterrupted);
+    AudioReader reader(task.input, {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated});
     requireVariantFor(session.module(), reader);
 
     const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
@@ -162,6 +162,9 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     report.format = format;
     report.format.frames = frames;
     report.isDryRun = options.dryRun;
+    if (!reader.truncation().empty()) {
+        report.warnings.push_back(reader.truncation());
+    }
     if (!note.empty()) {
         report.warnings.push_back(note);
     }

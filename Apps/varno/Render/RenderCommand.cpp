@@ -71,6 +71,7 @@ constexpr OptionEntry kRenderOptions[] = {
      .kind = ValueKind::kFile,
      .group = "Settings",
      .help = "Write the settings that the render starts with as a state."},
+    kTruncatedOption,
     {.name = "--out-dir",
      .value = "DIR",
      .kind = ValueKind::kDirectory,

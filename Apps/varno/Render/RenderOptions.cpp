@@ -2,6 +2,7 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
+#include "Settings/ModuleLoading.h"
 
 #include <filesystem>
 
@@ -77,6 +78,7 @@ RenderOptions renderOptions(const CommandLine& line) {
     }
     options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;
     options.skipExisting = line.has("--skip-existing");
+    options.acceptTruncated = line.has(kTruncatedOption.name);
     options.dryRun = line.has("--dry-run");
     options.quiet = line.has("--quiet");
     options.json = line.has("--json");

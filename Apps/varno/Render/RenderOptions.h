@@ -34,7 +34,8 @@ struct RenderOptions {
     std::optional<SampleFormat> format; ///< Nothing: the input's.
     Dither dither = Dither::kTpdf;
     Overwrite overwrite = Overwrite::kRefuse;
-    bool skipExisting = false; ///< Tasks whose output exists are done.
+    bool skipExisting = false;    ///< Tasks whose output exists are done.
+    bool acceptTruncated = false; ///< Inputs that are shorter than their headers state.
     bool dryRun = false;
     bool quiet = false;
     bool json = false;

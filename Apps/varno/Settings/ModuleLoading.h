@@ -23,6 +23,13 @@ inline constexpr OptionEntry kModuleOption = {
     .help = "Use the effect of this bundle (Varno-S.aaxplugin). Default: what "
             "VARNO_MODULE names, else the bundle that came with the program."};
 
+/// Of the commands that read an audio file.
+inline constexpr OptionEntry kTruncatedOption = {
+    .name = "--truncated",
+    .group = "Input",
+    .help = "Accept a file that is shorter than its header states, with a warning. It ends where its last "
+            "whole frame does."};
+
 /// Name of the bundle's folder.
 inline constexpr const char* kBundleName = "Varno-S.aaxplugin";
 

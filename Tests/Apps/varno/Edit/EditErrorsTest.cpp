@@ -47,7 +47,9 @@ TEST_F(EditErrors, TheAudioFile) {
     const std::string whole = readFile(path("in.wav"));
     writeFile(path("cut.wav"), whole.substr(0, whole.size() - 400));
     EXPECT_EQ(refusedEdit(1, {"cut.wav"}),
-              "cut.wav: is truncated: 4700 frames found, expected the 4800 that its header promises");
+              "cut.wav: is truncated: 4700 frames found, expected the 4800 that its header promises; "
+              "--truncated reads what is there");
+    EXPECT_EQ(refusedEdit(2, {"--truncated"}), "option --truncated needs AUDIO, found none");
 }
 
 TEST_F(EditErrors, Settings) {

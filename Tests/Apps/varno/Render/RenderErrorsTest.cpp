@@ -58,7 +58,19 @@ TEST_F(RenderErrors, TruncatedInput) {
     const std::string whole = readFile(path("in.wav"));
     writeFile(path("cut.wav"), whole.substr(0, whole.size() - 400));
     EXPECT_EQ(refusedRender(1, {"cut.wav", "out.wav"}),
-              "cut.wav: is truncated: 4700 frames found, expected the 4800 that its header promises");
+              "cut.wav: is truncated: 4700 frames found, expected the 4800 that its header promises; "
+              "--truncated reads what is there");
+}
+
+TEST_F(RenderErrors, TruncatedInputThatIsAccepted) {
+    const std::string whole = readFile(path("in.wav"));
+    writeFile(path("cut.wav"), whole.substr(0, whole.size() - 400));
+    const auto outcome = varno({"render", "--truncated", "cut.wav", "out.wav"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "varno: warning: cut.wav: is truncated: 4700 frames found, expected the 4800 that "
+                           "its header promises\n");
+    EXPECT_EQ(readReals(path("out.wav")).reals.size(), 2 * 4700U);
+    EXPECT_EQ(varno({"render", "--truncated", "in.wav", "whole.wav"}).err, "");
 }
 
 TEST_F(RenderErrors, InputThatIsNoAudio) {
