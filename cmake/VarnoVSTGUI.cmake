@@ -18,6 +18,26 @@ set(VSTGUI_ENABLE_XMLPARSER OFF)
 set(VSTGUI_ENABLE_OPENGL_SUPPORT OFF)
 add_subdirectory(${vstgui_folder}/vstgui ${PROJECT_BINARY_DIR}/vstgui EXCLUDE_FROM_ALL SYSTEM)
 
+# Pango's font maps never release the configuration of fonts that they were given last, so that each loading of the
+# module that shows text would leave 200 KB behind. The one font map of the library gives it back before its end.
+set(font_source ${vstgui_folder}/vstgui/lib/platform/linux/cairofont.cpp)
+if(LINUX)
+  file(READ ${font_source} font_code)
+  string(REPLACE "\t\tif (fontMap)\n\t\t\tg_object_unref (fontMap);"
+    "\t\tpango_fc_font_map_set_config (PANGO_FC_FONT_MAP (fontMap), nullptr);\n\t\tg_object_unref (fontMap);"
+    changed_font_code "${font_code}")
+  if(changed_font_code STREQUAL font_code)
+    message(FATAL_ERROR "${font_source}: the end of the font map was not found; expected that of VSTGUI 4.13.3")
+  endif()
+  set(changed_font_source ${PROJECT_BINARY_DIR}/vstgui/cairofont.cpp)
+  file(CONFIGURE OUTPUT ${changed_font_source} CONTENT "${changed_font_code}" @ONLY)
+  get_target_property(vstgui_sources vstgui SOURCES)
+  list(TRANSFORM vstgui_sources REPLACE "^.*platform/linux/cairofont\\.cpp$" ${changed_font_source})
+  set_target_properties(vstgui PROPERTIES SOURCES "${vstgui_sources}")
+  set_property(SOURCE ${changed_font_source} TARGET_DIRECTORY vstgui
+    PROPERTY INCLUDE_DIRECTORIES ${vstgui_folder}/vstgui/lib/platform/linux)
+endif()
+
 # The library's headers declare other classes under other definitions: the same ones for it and for all that include
 # them, whatever the configuration.
 set(vstgui_definitions VSTGUI_ENABLE_DEPRECATED_METHODS=1 VSTGUI_ENABLE_XML_PARSER=0 VSTGUI_OPENGL_SUPPORT=0)

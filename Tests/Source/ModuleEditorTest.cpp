@@ -5,13 +5,17 @@
 #include "Host/ViewContainer.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Picture.h"
+#include "Tests/Support/Subprocess.h"
+#include "Tests/Support/TestRun.h"
 #include "Tests/Support/XServer.h"
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <string>
 
 using namespace varno;
 using namespace varno::test;
@@ -49,13 +53,22 @@ void showEditor(const XClient& client) {
 }
 
 TEST(ModuleEditor, goesWithTheModuleHoweverOftenItIsLoaded) {
-    constexpr int kRounds = 10;
+    constexpr int kRounds = 15;
+    constexpr int kWarmUp = 5;
+    constexpr std::ptrdiff_t kGrowth = 20'000; // bytes a round; libraries that stay loaded keep some
+    std::ptrdiff_t allocated = 0;
     const XServer server;
     ::setenv("DISPLAY", server.display().c_str(), 1);
     const XClient client(server.display());
     for (int round = 0; round < kRounds; ++round) {
         ASSERT_NO_FATAL_FAILURE(showEditor(client)) << "round " << round;
         ASSERT_FALSE(isLoaded()) << "round " << round;
+        allocated = round + 1 == kWarmUp ? allocatedBytes() : allocated;
+    }
+    const std::ptrdiff_t growth = (allocatedBytes() - allocated) / (kRounds - kWarmUp);
+    RecordProperty("growth_bytes", std::to_string(growth));
+    if (!kIsSanitized) {
+        EXPECT_LT(growth, kGrowth);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "Tests/Support/Eventually.h"
 
+#include <malloc.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -155,6 +156,11 @@ std::ptrdiff_t residentBytes() {
     std::ptrdiff_t resident = 0;
     std::ifstream("/proc/self/statm") >> total >> resident;
     return resident * sysconf(_SC_PAGESIZE);
+}
+
+std::ptrdiff_t allocatedBytes() {
+    const auto heap = mallinfo2();
+    return static_cast<std::ptrdiff_t>(heap.uordblks + heap.hblkhd);
 }
 
 } // namespace varno::test

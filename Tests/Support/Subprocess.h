@@ -78,6 +78,10 @@ std::ptrdiff_t openDescriptors();
 /// Bytes of memory that this process has in use.
 std::ptrdiff_t residentBytes();
 
+/// Bytes that this process has allocated and not freed. Of no use in sanitizer builds, whose allocator
+/// differs.
+std::ptrdiff_t allocatedBytes();
+
 } // namespace varno::test
 
 #endif
