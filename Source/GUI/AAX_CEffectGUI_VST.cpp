@@ -9,6 +9,15 @@
 
 #include <utility>
 
+namespace {
+
+// The entry point of this name, told apart from the base's and the plug-in's own of the same name.
+AAX_EntryPoint BridgeEntry(const char* name) {
+    return {"AAX_CEffectGUI_VST", name};
+}
+
+} // namespace
+
 AAX_CEffectGUI_VST::~AAX_CEffectGUI_VST() {
     // While this class can still delete its view.
     AAX_CEffectGUI_VST::Uninitialize();
@@ -19,7 +28,7 @@ AAX_CEffectGUI_VST::~AAX_CEffectGUI_VST() {
 
 AAX_Result AAX_CEffectGUI_VST::SetViewContainer(IACFUnknown* container) {
     const auto self = Hold();
-    return AAX_Guarded(__func__, [&]() -> AAX_Result {
+    return AAX_Guarded(BridgeEntry(__func__), [&]() -> AAX_Result {
         const uint32_t before = GetContainerChange();
         if (container != nullptr) {
             DropView();
@@ -46,7 +55,7 @@ AAX_Result AAX_CEffectGUI_VST::GetViewSize(AAX_Point* outSize) const {
 }
 
 AAX_Result AAX_CEffectGUI_VST::Draw(AAX_Rect* rect) {
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(BridgeEntry(__func__), [&] {
         if (rect != nullptr && mView) {
             VSTGUI::CRect region(VSTGUI::CPoint(rect->left, rect->top),
                                  VSTGUI::CPoint(rect->width, rect->height));
@@ -62,7 +71,7 @@ AAX_Result AAX_CEffectGUI_VST::Draw(AAX_Rect* rect) {
 
 AAX_Result AAX_CEffectGUI_VST::TimerWakeup() {
     const auto self = Hold();
-    return AAX_Guarded(__func__, [this] {
+    return AAX_Guarded(BridgeEntry(__func__), [this] {
         // A handler may close this very view.
         if (const auto loop = mRunLoop) {
             loop->tick();

@@ -16,10 +16,15 @@ namespace {
 // As in the bundle's Info.plist.
 constexpr char kBundleIdentifier[] = "com.morvak.varno-s";
 
+// This editor's entry point of this name.
+AAX_EntryPoint OwnEntry(const char* name) {
+    return {"DemoGain_GUI", name};
+}
+
 } // namespace
 
 AAX_IEffectGUI* DemoGain_GUI::Create() {
-    return AAX_GuardedCreation("DemoGain_GUI::Create", [] { return new DemoGain_GUI; });
+    return AAX_GuardedCreation(OwnEntry(__func__), [] { return new DemoGain_GUI; });
 }
 
 VSTGUI::SharedPointer<DemoGain_View> DemoGain_GUI::View() const {
@@ -54,7 +59,7 @@ int32_t DemoGain_GUI::getKnobMode() const {
 
 AAX_Result DemoGain_GUI::TimerWakeup() {
     const auto self = Hold();
-    return AAX_Guarded(__func__, [this] {
+    return AAX_Guarded(OwnEntry(__func__), [this] {
         const AAX_Result result = AAX_CEffectGUI_VST::TimerWakeup();
         if (const auto view = View()) {
             view->TimerWakeup();
@@ -65,7 +70,7 @@ AAX_Result DemoGain_GUI::TimerWakeup() {
 
 AAX_Result DemoGain_GUI::ParameterUpdated(AAX_CParamID paramID) {
     const auto self = Hold();
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(OwnEntry(__func__), [&] {
         const auto view = View();
         if (!view || paramID == nullptr) {
             return AAX_SUCCESS;
@@ -83,7 +88,7 @@ AAX_Result DemoGain_GUI::SetControlHighlightInfo(AAX_CParamID paramID, uint8_t i
                                                  AAX_EHighlightColor colour) {
     mLastHighlight = isHighlighted;
     mLastHighlightColour = colour;
-    return AAX_Guarded(__func__, [&] {
+    return AAX_Guarded(OwnEntry(__func__), [&] {
         const auto view = View();
         if (view) {
             view->highlitePeak(isHighlighted, colour);

@@ -186,6 +186,7 @@ TEST_F(AAX_CEffectGUITest, UninitializeTakesTheContainerFirst) {
     takeCalls();
     EXPECT_EQ(editor->Uninitialize(), 0);
     EXPECT_EQ(takeCalls(), Calls{"delete"});
+    EXPECT_TRUE(editor->hadParametersAtDelete) << "the view uses them to its end";
     EXPECT_EQ(editor->GetViewContainer(), nullptr);
 }
 
@@ -204,11 +205,16 @@ TEST_F(AAX_CEffectGUITest, LetsNoExceptionEscape) {
     editor->Initialize(&host);
     container.type = AAX_eViewContainerType_Cocoa;
     container.view = &container;
+    const ListeningHost listening;
     editor->makeView = [](TestEditor&, void*) { throw AAX::Exception::ResultError(AAX_ERROR_INVALID_PATH); };
     EXPECT_EQ(editor->SetViewContainer(&container), AAX_ERROR_INVALID_PATH);
     editor->makeView = [](TestEditor&, void*) { throw std::runtime_error("no view"); };
     EXPECT_EQ(editor->SetViewContainer(&container), AAX_ERROR_UNKNOWN_EXCEPTION);
     EXPECT_EQ(editor->SetViewContainer(nullptr), 0);
+    ASSERT_EQ(listening.lines().size(), 2U);
+    EXPECT_EQ(listening.lines()[0].text,
+              "AAX_CEffectGUI::SetViewContainer exception caught: AAX_ERROR_INVALID_PATH (-20040)");
+    EXPECT_EQ(listening.lines()[1].text, "AAX_CEffectGUI::SetViewContainer exception caught: no view");
 }
 
 // The base's own answers, of an editor that adds nothing.
@@ -216,11 +222,26 @@ class BareEditor final : public AAX_CEffectGUI {
 public:
     ~BareEditor() override { Uninitialize(); }
 
+    bool failsAtItsContents = false;
+
 protected:
-    void CreateViewContents() override {}
+    void CreateViewContents() override {
+        if (failsAtItsContents) {
+            throw std::runtime_error("no contents");
+        }
+    }
     void CreateViewContainer() override {}
     void DeleteViewContainer() override {}
 };
+
+TEST_F(AAX_CEffectGUITest, LetsNoExceptionEscapeFromInitialize) {
+    const ListeningHost listening;
+    const auto bare = ACFPtr<BareEditor>::Retain(new BareEditor);
+    bare->failsAtItsContents = true;
+    EXPECT_EQ(bare->Initialize(&host), AAX_ERROR_UNKNOWN_EXCEPTION);
+    ASSERT_EQ(listening.lines().size(), 1U);
+    EXPECT_EQ(listening.lines()[0].text, "AAX_CEffectGUI::Initialize exception caught: no contents");
+}
 
 TEST_F(AAX_CEffectGUITest, AnswersWithoutAnyViewOfItsOwn) {
     const auto bare = ACFPtr<BareEditor>::Retain(new BareEditor);

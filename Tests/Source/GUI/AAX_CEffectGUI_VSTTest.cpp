@@ -3,17 +3,55 @@
 #include "GUI/VSTGUI_Library.h"
 #include "Tests/Source/GUI/FakeDesktop.h"
 #include "Tests/Source/GUI/TestEditor.h"
+#include "Tests/Support/FakeHostServices.h"
 
 #include "vstgui/lib/ccolor.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
-namespace varno::test {
 namespace {
 
 using Calls = std::vector<std::string>;
+
+bool gFrameThrows = false;
+Calls* gPools = nullptr; // Where the autorelease pools are recorded, if anywhere.
+
+void notePool(const char* call) {
+    if (gPools != nullptr) {
+        gPools->emplace_back(call);
+    }
+}
+
+} // namespace
+
+// The linker's option --wrap makes these names: the product's calls of CFrame::invalidRect, and of
+// constructor and destructor of AAX_CAutoreleasePool, which does nothing on this system, come here.
+extern "C" void __real__ZN6VSTGUI6CFrame11invalidRectERKNS_5CRectE(VSTGUI::CFrame* frame,
+                                                                   const VSTGUI::CRect& rect);
+extern "C" void __wrap__ZN6VSTGUI6CFrame11invalidRectERKNS_5CRectE(VSTGUI::CFrame* frame,
+                                                                   const VSTGUI::CRect& rect);
+extern "C" void __wrap__ZN6VSTGUI6CFrame11invalidRectERKNS_5CRectE(VSTGUI::CFrame* frame,
+                                                                   const VSTGUI::CRect& rect) {
+    if (gFrameThrows) {
+        throw std::runtime_error("frame");
+    }
+    __real__ZN6VSTGUI6CFrame11invalidRectERKNS_5CRectE(frame, rect);
+}
+extern "C" void __wrap__ZN20AAX_CAutoreleasePoolC1Ev(void* pool);
+extern "C" void __wrap__ZN20AAX_CAutoreleasePoolC1Ev(void* /*pool*/) {
+    notePool("pool");
+}
+extern "C" void __wrap__ZN20AAX_CAutoreleasePoolD1Ev(void* pool);
+extern "C" void __wrap__ZN20AAX_CAutoreleasePoolD1Ev(void* /*pool*/) {
+    notePool("pool gone");
+}
+
+namespace varno::test {
+namespace {
 
 // Without a display: no frame can be opened, and everything else works.
 class AAX_CEffectGUI_VSTTest : public ::testing::Test {
@@ -133,6 +171,55 @@ TEST_F(AAX_CEffectGUI_VSTTest, TheViewGoesWithItsContainer) {
     editor->SetViewContainer(nullptr);
     EXPECT_EQ(editor->calls, (Calls{"delete", "view gone"}));
     EXPECT_EQ(editor->GetView(), nullptr);
+}
+
+// On macOS the frame's end leaves objects to the pool that is there.
+TEST_F(AAX_CEffectGUI_VSTTest, TheViewIsReleasedWithinAnAutoreleasePool) {
+    editor->makeView = [](TestEditor& own, void* native) {
+        own.ShowView(new MortalView(native, &own, own.calls));
+    };
+    for (const bool byContainer : {true, false}) {
+        give(AAX_eViewContainerType_X11, &nativeView);
+        editor->calls.clear();
+        gPools = &editor->calls;
+        byContainer ? editor->SetViewContainer(nullptr) : editor->Uninitialize();
+        gPools = nullptr;
+        EXPECT_EQ(editor->calls, (Calls{"delete", "pool", "view gone", "pool gone"}));
+    }
+}
+
+// A container that throws when it is asked for what its desktop offers.
+class ThrowingContainer : public TestContainer {
+public:
+    ACFRESULT QueryInterface(const acfIID& iid, void** outObject) override {
+        if (iid == IID_IVarnoDesktopV1) {
+            throw std::runtime_error("desktop");
+        }
+        return TestContainer::QueryInterface(iid, outObject);
+    }
+};
+
+TEST_F(AAX_CEffectGUI_VSTTest, LetsNoExceptionEscapeAndNamesItsClass) {
+    const ListeningHost listening;
+    ThrowingContainer throwing;
+    EXPECT_EQ(editor->SetViewContainer(&throwing), AAX_ERROR_UNKNOWN_EXCEPTION);
+
+    give(AAX_eViewContainerType_X11, &nativeView);
+    AAX_Rect rect{0.0F, 0.0F, 10.0F, 10.0F};
+    gFrameThrows = true;
+    EXPECT_EQ(editor->Draw(&rect), AAX_ERROR_UNKNOWN_EXCEPTION);
+    gFrameThrows = false;
+    const auto timer =
+        RunLoop::shared()->addTimer(std::chrono::milliseconds(0), [] { throw std::runtime_error("timer"); });
+    EXPECT_EQ(editor->TimerWakeup(), AAX_ERROR_UNKNOWN_EXCEPTION);
+
+    Calls lines;
+    for (const auto& line : listening.lines()) {
+        lines.push_back(line.text);
+    }
+    EXPECT_EQ(lines, (Calls{"AAX_CEffectGUI_VST::SetViewContainer exception caught: desktop",
+                            "AAX_CEffectGUI_VST::Draw exception caught: frame",
+                            "AAX_CEffectGUI_VST::TimerWakeup exception caught: timer"}));
 }
 
 TEST_F(AAX_CEffectGUI_VSTTest, AnotherContainerClosesTheViewInTheFirst) {

@@ -116,6 +116,17 @@ TEST_F(FrameOpeningTest, DrawsInTheHostsWindow) {
 
 // Each time the last frame closes, VSTGUI closes its connection, and a new one may have the address of an old
 // one.
+TEST_F(FrameOpeningTest, MovesWithinTheHostsWindow) {
+    Place place(client);
+    place.open();
+    ASSERT_TRUE(place.isDrawn());
+    EXPECT_TRUE(place.editor->GetView()->setPosition(30, 20));
+    EXPECT_TRUE(eventually([&] {
+        place.editor->TimerWakeup();
+        return place.isRed({kWidth + 29, kHeight + 19}) && !place.isRed({29, 30}) && !place.isRed({40, 19});
+    }));
+}
+
 TEST_F(FrameOpeningTest, OpensAgainAndAgain) {
     constexpr int kRounds = 20;
     Place place(client);

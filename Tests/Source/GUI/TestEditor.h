@@ -64,6 +64,7 @@ public:
     }
 
     std::vector<std::string> calls;
+    bool hadParametersAtDelete = false;
     /// Shows a view for the native one; the base's own where there is none.
     std::function<void(TestEditor&, void* nativeView)> makeView;
 
@@ -79,6 +80,7 @@ protected:
     }
     void DeleteViewContainer() override {
         calls.emplace_back(GetViewContainer() != nullptr ? "delete" : "delete without container");
+        hadParametersAtDelete = GetEffectParameters() != nullptr;
         AAX_CEffectGUI_VST::DeleteViewContainer();
     }
 };

@@ -9,6 +9,26 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <stdexcept>
+
+namespace {
+
+bool gViewsThrow = false;
+
+} // namespace
+
+// The linker's option --wrap makes these names: the calls of the editor's own classes come here.
+extern "C" void __real__ZN6VSTGUI5CView11invalidRectERKNS_5CRectE(VSTGUI::CView* view,
+                                                                  const VSTGUI::CRect& rect);
+extern "C" void __wrap__ZN6VSTGUI5CView11invalidRectERKNS_5CRectE(VSTGUI::CView* view,
+                                                                  const VSTGUI::CRect& rect);
+extern "C" void __wrap__ZN6VSTGUI5CView11invalidRectERKNS_5CRectE(VSTGUI::CView* view,
+                                                                  const VSTGUI::CRect& rect) {
+    if (gViewsThrow) {
+        throw std::runtime_error("view");
+    }
+    __real__ZN6VSTGUI5CView11invalidRectERKNS_5CRectE(view, rect);
+}
 
 namespace {
 
@@ -144,6 +164,27 @@ TEST_F(DemoGain_GUITest, AnUpdateReachesItsControlAndNobodyElse) {
     }
     EXPECT_EQ(editor->ParameterUpdated(nullptr), AAX_SUCCESS);
     EXPECT_EQ(control(*editor, "PR1K").getValue(), 0.0F);
+}
+
+TEST_F(DemoGain_GUITest, LetsNoExceptionEscapeAndNamesItsClass) {
+    const auto editor = makeEditor();
+    editor->SetViewContainer(&container);
+    const varno::ListeningHost listener;
+    model->within = [](const std::string&) { throw std::runtime_error("host"); };
+    EXPECT_EQ(editor->TimerWakeup(), AAX_ERROR_UNKNOWN_EXCEPTION);
+    EXPECT_EQ(editor->ParameterUpdated("Gain"), AAX_ERROR_UNKNOWN_EXCEPTION);
+    model->within = nullptr;
+    gViewsThrow = true;
+    EXPECT_EQ(editor->SetControlHighlightInfo("Gain", 1, AAX_eHighlightColor_Green),
+              AAX_ERROR_UNKNOWN_EXCEPTION);
+    gViewsThrow = false;
+    std::vector<std::string> lines;
+    for (const auto& line : listener.lines()) {
+        lines.push_back(line.text);
+    }
+    EXPECT_THAT(lines, testing::ElementsAre("DemoGain_GUI::TimerWakeup exception caught: host",
+                                            "DemoGain_GUI::ParameterUpdated exception caught: host",
+                                            "DemoGain_GUI::SetControlHighlightInfo exception caught: view"));
 }
 
 TEST_F(DemoGain_GUITest, ARatioOfOneHalfIsShownAsItIs) {

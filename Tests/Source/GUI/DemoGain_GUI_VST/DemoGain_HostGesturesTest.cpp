@@ -304,5 +304,45 @@ TYPED_TEST(DemoGain_HostGesturesTest, AClosedControlDoesNothingMore) {
     EXPECT_EQ(this->listener.take(), Log{});
 }
 
+// What reaches the base of a control.
+class RecordingBase : public VSTGUI::CControl {
+public:
+    using CControl::CControl;
+
+    VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint&, const VSTGUI::CButtonState& buttons) override {
+        return note(buttons);
+    }
+    VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint&, const VSTGUI::CButtonState& buttons) override {
+        return note(buttons);
+    }
+    VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint&, const VSTGUI::CButtonState& buttons) override {
+        return note(buttons);
+    }
+    void draw(VSTGUI::CDrawContext*) override {}
+    VSTGUI::CBaseObject* newCopy() const override { return nullptr; }
+
+    std::vector<std::int32_t> states;
+
+private:
+    VSTGUI::CMouseEventResult note(const VSTGUI::CButtonState& buttons) {
+        states.push_back(buttons());
+        return kMouseEventHandled;
+    }
+};
+
+using DemoGain_HostGesturesStateTest = ControlFixture;
+
+TEST_F(DemoGain_HostGesturesStateTest, TheBaseSeesTheHostsModifiersWithItsOwn) {
+    host.modifiers = AAX_eModifiers_Shift | AAX_eModifiers_Option;
+    auto* const control = add(new DemoGain_HostGestures<RecordingBase>(place()));
+    control->SetViewContainer(&host);
+    control->SetParamID("Gain");
+    constexpr std::int32_t kState = kLButton | kControl;
+    press(*control, kState, at(4, 4));
+    move(*control, kState, at(5, 5));
+    release(*control, kState, at(5, 5));
+    EXPECT_EQ(control->states, std::vector<std::int32_t>(3, kState | kShift | kAlt));
+}
+
 } // namespace
 } // namespace varno::test

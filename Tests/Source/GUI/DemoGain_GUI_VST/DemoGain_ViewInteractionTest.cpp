@@ -8,6 +8,21 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
+
+namespace {
+
+std::optional<std::uint64_t> gFrameTicks; // Milliseconds; the system's clock where there are none.
+
+} // namespace
+
+// The linker's option --wrap makes these names: the view's reading of the clock comes here.
+extern "C" std::uint64_t __real__ZNK6VSTGUI6CFrame8getTicksEv(const VSTGUI::CFrame* frame);
+extern "C" std::uint64_t __wrap__ZNK6VSTGUI6CFrame8getTicksEv(const VSTGUI::CFrame* frame);
+extern "C" std::uint64_t __wrap__ZNK6VSTGUI6CFrame8getTicksEv(const VSTGUI::CFrame* frame) {
+    return gFrameTicks ? *gFrameTicks : __real__ZNK6VSTGUI6CFrame8getTicksEv(frame);
+}
+
 namespace {
 
 using testing::ElementsAre;
@@ -187,6 +202,17 @@ TEST_F(DemoGain_ViewInteraction, MoreGainLowersTheVolumeAtOnce) {
     EXPECT_TRUE(view->IsMatchingRequested());
 }
 
+// A host that carries requests out at once has the new gain already: there is nothing to compensate.
+TEST_F(DemoGain_ViewInteraction, ReadsAutoGainBeforeTheGainIsWrittenAndTheLevelsAfter) {
+    automate("ASw", 1.0);
+    automate("Gain", 0.4);
+    std::vector<std::string> calls;
+    model->within = [&](const std::string& call) { calls.push_back(call); };
+    move("Gain", 0.5F);
+    model->within = nullptr;
+    EXPECT_THAT(calls, ElementsAre("get ASw", "set Gain", "get Gain", "get Volume", "set Volume"));
+}
+
 TEST_F(DemoGain_ViewInteraction, TheVolumeIsLoweredToZeroAtTheMost) {
     automate("ASw", 1.0);
     automate("Gain", 0.1);
@@ -274,6 +300,20 @@ TEST_F(DemoGain_ViewInteraction, MatchesTheVolumeAfterAGesture) {
         answer();
     }
     EXPECT_NEAR(valueOf("Volume"), 0.65051, 1e-5);
+}
+
+TEST_F(DemoGain_ViewInteraction, TheHostsTimerCountsInTheLower32BitsOfTheFramesClock) {
+    automate("ASw", 1.0);
+    readMeters(0.0F, 0.0F, 1.0F, 0.5F);
+    move("Hot", 0.5F);
+    gFrameTicks = 0x5'0000'0000;
+    view->TimerWakeup();
+    view->TimerWakeup();
+    EXPECT_THAT(model->takeCalls(), IsEmpty()) << "the clock reads 0, the time before the signal";
+    gFrameTicks = 0x5'0001'0000;
+    view->TimerWakeup();
+    gFrameTicks.reset();
+    EXPECT_EQ(model->takeCalls().size(), 1U) << "65,536 ms measure at once";
 }
 
 TEST_F(DemoGain_ViewInteraction, WithoutAGestureTheVolumeStays) {

@@ -233,6 +233,17 @@ TEST_F(VolumeMatchTest, ARestartDropsGlideAndHistory) {
     EXPECT_DOUBLE_EQ(volume, kUnity) << "the mean holds nothing of the series before";
 }
 
+TEST_F(VolumeMatchTest, ARestartDropsThePeaks) {
+    startSeries();
+    tick(kLoud, kLoud);
+    match.RequestRestart();
+    tick(kHalf, kHalf / 2);
+    ASSERT_TRUE(tick(kHalf, kHalf / 2, DemoGain_VolumeMatch::kMeasurementMs));
+    while (tick(kSilent, kSilent, 1)) {
+    }
+    EXPECT_NEAR(volume, targetOf(kHalf, kHalf / 2), 1e-12);
+}
+
 TEST_F(VolumeMatchTest, MetersThatReadNoNumberAreIgnored) {
     constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
