@@ -231,6 +231,23 @@ TEST_F(Parameters, areRegisteredForPacketsInTheirOrder) {
 
 // Packets.
 
+// A host may ask for the coefficients as soon as it has a parameter.
+TEST_F(Parameters, haveNoPacketsBeforeTheyAreAllThere) {
+    class AskingAutomation : public varno::test::FakeAutomation {
+    public:
+        AAX_Result RegisterParameter(AAX_CParamID) override { return asked->GenerateCoefficients(); }
+        DemoGain_Parameters* asked = nullptr;
+    };
+    AskingAutomation asking;
+    asking.asked = &model;
+    fixture.host.offer(IID_IAAXAutomationDelegateV1, &asking);
+    EXPECT_EQ(fixture.initialize(), AAX_SUCCESS);
+    EXPECT_TRUE(fixture.controller.posts.empty());
+    fixture.generate();
+    EXPECT_EQ(fixture.controller.posts.size(), 24U) << "each field once";
+    model.Uninitialize();
+}
+
 TEST_F(Parameters, arePostedOnceEachByTheFirstGeneration) {
     fixture.generate();
     const Fields expected = {9,  17, 18, 19, 20, 21, 22, 23, 7, 8,  12, 10,
