@@ -38,7 +38,10 @@ TEST(AAX_AssertTest, SourceAndTextCanBeGiven) {
     const void* properties = nullptr;
     AAX_ASSERT_IN("Description", properties);
     AAX_ASSERT_NOTE(properties != nullptr, "no properties");
+    const int line = __LINE__ - 1;
     ASSERT_EQ(host.assertions().size(), 2U);
+    EXPECT_EQ(host.assertions()[0].line, line - 1);
+    EXPECT_EQ(host.assertions()[1].line, line);
     EXPECT_EQ(host.assertions()[0].file, "Description");
     EXPECT_EQ(host.assertions()[0].note, "properties");
     EXPECT_EQ(host.assertions()[1].file, "Tests/Interfaces/AAX_AssertTest.cpp");

@@ -77,6 +77,28 @@ TEST(AAX_CStringTest, AssignmentsReplaceTheText) {
     EXPECT_STREQ(other.Get(), "own");
 }
 
+TEST(AAX_CStringTest, CopiesOfItsOwnKindKeepWhatFollowsAZero) {
+    AAX_CString text("abc");
+    text[1] = '\0';
+    const AAX_CString copied(text);
+    AAX_CString assigned("before");
+    assigned = text;
+    for (AAX_CString copy : {copied, assigned}) {
+        ASSERT_EQ(copy.Length(), 3U);
+        EXPECT_EQ(copy[2], 'c');
+    }
+}
+
+TEST(AAX_CStringTest, CopiesThroughTheInterfaceEndAtAZero) {
+    AAX_CString text("abc");
+    text[1] = '\0';
+    const AAX_IString& foreign = text;
+    AAX_CString assigned("before");
+    assigned = foreign;
+    EXPECT_EQ(assigned.Length(), 1U);
+    EXPECT_EQ(AAX_CString(foreign).Length(), 1U);
+}
+
 TEST(AAX_CStringTest, AssignmentsWorkThroughTheInterface) {
     AAX_CString text("before");
     AAX_IString& interface = text;

@@ -81,6 +81,33 @@ TEST(AAX_CheckedResultTest, ThrowsItsCodeAlsoWhenTheHostThrowsAtTheTraceLine) {
     AAX_CHostServices::Set(nullptr);
 }
 
+// A host that looks at the result from within the trace line.
+class LookingServices : public FakeHostServices {
+public:
+    AAX_Result Trace(std::int32_t, const char*) override {
+        current = looked->CurrentResult();
+        last = looked->LastError();
+        return AAX_SUCCESS;
+    }
+
+    const AAX_CheckedResult* looked = nullptr;
+    AAX_Result current = 99;
+    AAX_Result last = 99;
+};
+
+TEST(AAX_CheckedResultTest, IsReusableBeforeItsTraceLine) {
+    FakeHostWithServices host;
+    LookingServices looking;
+    host.factory.offer(IID_IAAXHostServicesV1, &looking);
+    AAX_CHostServices::Set(&host);
+    AAX_CheckedResult result(AAX_SUCCESS);
+    looking.looked = &result;
+    EXPECT_THROW(result = -20004, ResultError);
+    AAX_CHostServices::Set(nullptr);
+    EXPECT_EQ(looking.current, AAX_SUCCESS);
+    EXPECT_EQ(looking.last, -20004);
+}
+
 TEST(AAX_CheckedResultTest, SuccessPassesInSilence) {
     const ListeningHost host;
     AAX_CheckedResult result(AAX_SUCCESS);

@@ -54,6 +54,17 @@ private:
 /// A host object that only offers others.
 using FakeHost = FakeUnknown<IACFUnknown>;
 
+/// A host object that records the interfaces that it is asked for.
+class AskedHost : public FakeHost {
+public:
+    ACFRESULT QueryInterface(const acfIID& iid, void** outObject) override {
+        asked.push_back(iid);
+        return FakeHost::QueryInterface(iid, outObject);
+    }
+
+    std::vector<acfIID> asked; ///< In the order of the queries.
+};
+
 /// What a recording host object returns by default: a code that the library layer itself never returns.
 inline constexpr AAX_Result kHostResult = -4321;
 

@@ -162,6 +162,19 @@ TEST(ChunkDataParser, ReadsNothingForASizeThatIsNone) {
     }
 }
 
+TEST(ChunkDataParser, SearchesFromTheFrontAfterLoading) {
+    AAX_CChunkDataParser parser;
+    ChunkRecord record(kChunkMarker + "l_L\0\0\0\0\1l_L\0\0\0\0\2l_L\0\0\0\0\3"s);
+    for (int time = 0; time < 2; ++time) {
+        parser.LoadChunk(record.get());
+        for (const std::int32_t expected : {1, 2}) {
+            std::int32_t value = 0;
+            EXPECT_TRUE(parser.FindInt32("L", &value));
+            EXPECT_EQ(value, expected);
+        }
+    }
+}
+
 TEST(ChunkDataParser, ReplacesItsValuesWhenLoading) {
     AAX_CChunkDataParser parser;
     parser.AddInt32("old", 1);

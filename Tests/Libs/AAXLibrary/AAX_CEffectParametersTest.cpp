@@ -55,6 +55,28 @@ TEST(EffectParametersLife, HoldsTheHostFromInitializeToUninitialize) {
     EXPECT_EQ(host.allReferences(), 0);
 }
 
+// A parameter's end may still call the host.
+TEST(EffectParametersLife, ParametersEndBeforeTheHostIsReleased) {
+    FakeInstanceHost host;
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    std::int32_t referencesAtTheEnd = -1;
+    bool hasControllerAtTheEnd = false;
+    effect->onInit = [&](TestEffect& self) {
+        auto parameter = std::make_unique<FakeParameter>("Last");
+        parameter->onDestruction = [&] {
+            referencesAtTheEnd = host.allReferences();
+            hasControllerAtTheEnd = self.Controller() != nullptr;
+        };
+        self.add(std::move(parameter));
+        return AAX_SUCCESS;
+    };
+    effect->Initialize(&host);
+    const std::int32_t referencesBefore = host.allReferences();
+    EXPECT_EQ(effect->Uninitialize(), AAX_SUCCESS);
+    EXPECT_EQ(referencesAtTheEnd, referencesBefore);
+    EXPECT_TRUE(hasControllerAtTheEnd);
+}
+
 TEST(EffectParametersLife, ReleasesTheHostWithoutUninitialize) {
     FakeInstanceHost host;
     {

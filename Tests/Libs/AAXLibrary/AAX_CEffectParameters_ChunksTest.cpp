@@ -46,10 +46,14 @@ public:
     void update(const char* id, double value) {
         effect.UpdateParameterNormalizedValue(id, value, AAX_eUpdateSource_Unspecified);
     }
-    ChunkRecord save() {
+    // What a host does that saves: asks for the size and reserves the memory.
+    ChunkRecord reserve() {
         std::uint32_t size = 0;
         EXPECT_EQ(effect.GetChunkSize(kChunkID, &size), AAX_SUCCESS);
-        ChunkRecord record(size);
+        return ChunkRecord(std::size_t{size});
+    }
+    ChunkRecord save() {
+        ChunkRecord record = reserve();
         EXPECT_EQ(effect.GetChunk(kChunkID, record.get()), AAX_SUCCESS);
         return record;
     }
@@ -125,11 +129,34 @@ TEST(EffectChunks, HoldTheSavedParametersInOrder) {
 
 TEST(EffectChunks, LeaveTheHostsPartOfTheHeaderAlone) {
     EffectWithChunks fixture;
-    ChunkRecord record = fixture.save();
+    ChunkRecord record = fixture.reserve();
+    record->fChunkID = 0xEEEEEEEE;
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_SUCCESS);
     EXPECT_EQ(record->fManufacturerID, 0xEEEEEEEEU);
     EXPECT_EQ(record->fProductID, 0xEEEEEEEEU);
     EXPECT_EQ(record->fPlugInID, 0xEEEEEEEEU);
-    EXPECT_EQ(record->fChunkID, kChunkID);
+    EXPECT_EQ(record->fChunkID, 0xEEEEEEEEU);
+}
+
+// A host may ask for the size once and save often.
+TEST(EffectChunks, HoldTheValuesOfTheCallThatReadsThem) {
+    EffectWithChunks fixture;
+    ChunkRecord record = fixture.reserve();
+    fixture.update("Hot", 0.5);
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_SUCCESS);
+    EXPECT_TRUE(fixture.isAsIn(record));
+    fixture.update("Gain", 0.125);
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_SUCCESS);
+    EXPECT_TRUE(fixture.isAsIn(record));
+}
+
+TEST(EffectChunks, KeepTheSizeThatWasAskedForWhenAnotherKindIs) {
+    EffectWithChunks fixture;
+    ChunkRecord record = fixture.reserve();
+    std::uint32_t size = 7;
+    EXPECT_EQ(fixture.effect.GetChunkSize(AAX_FourCC("oher"), &size), AAX_ERROR_INVALID_CHUNK_ID);
+    EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_SUCCESS);
+    EXPECT_EQ(record.data(), kGainAndHot);
 }
 
 TEST(EffectChunks, HaveNoVersionEvenAfterLoadingOne) {
@@ -149,6 +176,19 @@ TEST(EffectChunks, AreRefusedWhenTheSizeWasNotAskedForOrHasChanged) {
     fixture.effect.add(makeFloatParameter("New"));
     EXPECT_EQ(fixture.effect.GetChunk(kChunkID, record.get()), AAX_ERROR_INCORRECT_CHUNK_SIZE);
     EXPECT_EQ(record.data(), std::string(500, '\xEE'));
+}
+
+TEST(EffectChunks, AreRefusedWhenTheyHaveBecomeSmaller) {
+    FakeInstanceHost host;
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    FakeParameter* const text = effect->add(std::make_unique<FakeParameter>("S"));
+    text->asString = "four more bytes";
+    std::uint32_t size = 0;
+    EXPECT_EQ(effect->GetChunkSize(kChunkID, &size), AAX_SUCCESS);
+    ChunkRecord record(std::size_t{size});
+    text->asString = "none";
+    EXPECT_EQ(effect->GetChunk(kChunkID, record.get()), AAX_ERROR_INCORRECT_CHUNK_SIZE);
+    EXPECT_EQ(record.data(), std::string(size, '\xEE'));
 }
 
 TEST(EffectChunks, HoldTheMarkerAloneWithoutParameters) {
@@ -176,6 +216,31 @@ TEST(EffectChunks, AreRestoredInTheOrderOfTheParameters) {
     EffectWithChunks fixture;
     ChunkRecord record(kChunkMarker + "d_Hot\0\0\0\x3F\xE8\0\0\0\0\0\0d_Gain\0\0\x3F\xD0\0\0\0\0\0\0"s);
     EXPECT_EQ(fixture.restore(record), "Gain=0.25 Hot=0.75");
+}
+
+// The kind is the host's argument; the record's own is what comparing goes by.
+TEST(EffectChunks, AreRestoredWhateverKindTheRecordNames) {
+    EffectWithChunks fixture;
+    ChunkRecord record(kGainAndHot);
+    record->fChunkID = AAX_FourCC("oher");
+    EXPECT_EQ(fixture.restore(record), "Gain=0.5 Hot=0.25");
+}
+
+TEST(EffectChunks, RestoreAndCompareEveryIntegerButZeroAsTrue) {
+    const ACFPtr<TestEffect> effect = makeTestEffect();
+    FakeParameter* const flag = effect->add(std::make_unique<FakeParameter>("B"));
+    flag->asBool = false;
+    for (const std::string& stored : {"\xFF\xFF\xFF\xFF"s, "\x80\0\0\0"s, "\0\0\0\2"s}) {
+        ChunkRecord record(kChunkMarker + "l_B\0"s + stored);
+        flag->asBool = false;
+        std::uint8_t isEqual = 7;
+        EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
+        EXPECT_EQ(isEqual, 0);
+        EXPECT_EQ(effect->SetChunk(kChunkID, record.get()), AAX_SUCCESS);
+        EXPECT_EQ(flag->asBool, true);
+        EXPECT_EQ(effect->CompareActiveChunk(record.get(), &isEqual), AAX_SUCCESS);
+        EXPECT_EQ(isEqual, 1);
+    }
 }
 
 TEST(EffectChunks, RestoreNeitherForeignNorFilteredNorWronglyTypedEntries) {

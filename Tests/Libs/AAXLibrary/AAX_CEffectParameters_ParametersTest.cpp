@@ -222,6 +222,39 @@ TEST_F(EffectParametersTest, TakesTheHostsWordForAValue) {
     EXPECT_EQ(host.controller.latest(1).as<float>(), 0.25F);
 }
 
+TEST_F(EffectParametersTest, PostsNothingForAValueThatWasNotStored) {
+    effect.mPacketDispatcher.RegisterPacket("Fake", 2);
+    fake->asFloat = 0.5F;
+    EXPECT_EQ(effect.GenerateCoefficients(), AAX_SUCCESS);
+    host.controller.posts.clear();
+    fake->before = [] { throw std::runtime_error("not stored"); };
+    EXPECT_EQ(update("Fake", 0.25), AAX_ERROR_UNKNOWN_EXCEPTION);
+    fake->before = [] {};
+    EXPECT_EQ(effect.GenerateCoefficients(), AAX_SUCCESS);
+    EXPECT_THAT(host.controller.posts, IsEmpty());
+}
+
+// The host may ask for the coefficients from within the announcement of the value.
+TEST_F(EffectParametersTest, MarksThePacketWhenTheValueHasBeenAnnounced) {
+    class AskingAutomation : public FakeAutomation {
+    public:
+        AAX_Result PostCurrentValue(AAX_CParamID, double) override { return asked->GenerateCoefficients(); }
+        TestEffect* asked = nullptr;
+    };
+    AskingAutomation asking;
+    asking.asked = &effect;
+    FakeInstanceHost other;
+    other.offer(IID_IAAXAutomationDelegateV1, &asking);
+    EXPECT_EQ(effect.Initialize(&other), AAX_SUCCESS);
+    EXPECT_EQ(effect.GenerateCoefficients(), AAX_SUCCESS);
+    other.controller.posts.clear();
+    EXPECT_EQ(update("Gain", 0.25), AAX_SUCCESS);
+    EXPECT_THAT(other.controller.posts, IsEmpty());
+    EXPECT_EQ(effect.GenerateCoefficients(), AAX_SUCCESS);
+    EXPECT_EQ(other.controller.latest(1).as<float>(), 0.25F);
+    EXPECT_EQ(effect.Uninitialize(), AAX_SUCCESS);
+}
+
 TEST_F(EffectParametersTest, PostsTheSameValueAgainButCountsNoChange) {
     EXPECT_EQ(update("Gain", 0.5), AAX_SUCCESS);
     EXPECT_EQ(changes(), 0);

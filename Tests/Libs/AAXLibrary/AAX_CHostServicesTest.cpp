@@ -7,6 +7,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace varno {
 namespace {
@@ -33,6 +34,16 @@ TEST_F(AAX_CHostServicesTest, IsSilentBeforeSetAndAfterSetNull) {
     EXPECT_EQ(AAX_CHostServices::HandleAssertFailure("file", 1, "note", 1), 0);
     EXPECT_TRUE(mHost.version1.lines.empty());
     EXPECT_TRUE(mHost.version3.assertions.empty());
+}
+
+// A text that the C library cannot format.
+constexpr wchar_t kNoCharacter[] = {static_cast<wchar_t>(0xD800), 0};
+
+TEST_F(AAX_CHostServicesTest, FormatsNothingWithoutAHost) {
+    EXPECT_EQ(AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%ls", kNoCharacter), 0);
+    AAX_CHostServices::Set(&mHost);
+    AAX_CHostServices::Set(nullptr);
+    EXPECT_EQ(AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%ls", kNoCharacter), 0);
 }
 
 TEST_F(AAX_CHostServicesTest, SecondHostIsIgnoredUntilTheChannelIsClosed) {
@@ -80,8 +91,7 @@ TEST_F(AAX_CHostServicesTest, LongLinesAreCutTo511Characters) {
 
 TEST_F(AAX_CHostServicesTest, LineThatCannotBeFormattedGivesItsOwnCode) {
     AAX_CHostServices::Set(&mHost);
-    const wchar_t noCharacter[] = {static_cast<wchar_t>(0xD800), 0};
-    EXPECT_EQ(AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%ls", noCharacter), -20051);
+    EXPECT_EQ(AAX_CHostServices::Trace(AAX_eTracePriorityHost_High, "%ls", kNoCharacter), -20051);
     EXPECT_TRUE(mHost.version1.lines.empty());
 }
 
@@ -153,6 +163,38 @@ TEST_F(AAX_VHostServicesTest, AsksTheFactoryForEachVersionOnceInOrder) {
     EXPECT_TRUE(mHost.factory.asked[2] == IID_IAAXHostServicesV3);
     EXPECT_EQ(mHost.factory.references(), 0);
     EXPECT_EQ(mHost.allReferences(), 3);
+}
+
+// Host services that record the number of their version when they are released.
+class NotingServices : public FakeHostServices {
+public:
+    NotingServices(int version, std::vector<int>& released)
+        : mVersion(version),
+          mReleased(released) {}
+    std::uint32_t Release() override {
+        mReleased.push_back(mVersion);
+        return FakeHostServices::Release();
+    }
+
+private:
+    int mVersion;
+    std::vector<int>& mReleased;
+};
+
+TEST_F(AAX_VHostServicesTest, ReleasesTheLatestVersionFirst) {
+    std::vector<int> released;
+    NotingServices first(1, released);
+    NotingServices second(2, released);
+    NotingServices third(3, released);
+    mHost.factory.offer(IID_IAAXHostServicesV1, &first);
+    mHost.factory.offer(IID_IAAXHostServicesV2, &second);
+    mHost.factory.offer(IID_IAAXHostServicesV3, &third);
+    AAX_CHostServices::Set(&mHost);
+    AAX_CHostServices::Set(nullptr);
+    EXPECT_EQ(released, (std::vector<int>{3, 2, 1}));
+    released.clear();
+    { const AAX_VHostServices services(&mHost); }
+    EXPECT_EQ(released, (std::vector<int>{3, 2, 1})) << "also where it is only destroyed";
 }
 
 TEST_F(AAX_VHostServicesTest, MissingVersionsHaveTheirCodes) {

@@ -88,6 +88,27 @@ TEST_F(AAX_ExportsTest, RegistrationDescribesAndHandsOutTheDefinition) {
     mOut->Release();
 }
 
+TEST_F(AAX_ExportsTest, TheOutputIsNotTouchedBeforeTheDescriptionHasSucceeded) {
+    mOut = &mDefinition;
+    gDescription = [this](AAX_ICollection*) {
+        EXPECT_EQ(mOut, &mDefinition);
+        return AAX_ERROR_NO_COMPONENTS;
+    };
+    EXPECT_EQ(registerPlugin(), AAX_ERROR_NO_COMPONENTS);
+    EXPECT_EQ(mOut, &mDefinition);
+}
+
+TEST_F(AAX_ExportsTest, TheDefinitionIsTheCollectionsAndNotAnotherOfTheHost) {
+    FakeHost host;
+    FakeUnknown<IACFPluginDefinition> other;
+    host.offer(IID_IAAXCollectionV1, &mCollection);
+    host.offer(IID_IACFPluginDefinition, &other);
+    EXPECT_EQ(ACFRegisterPlugin(&host, &mOut), 0);
+    EXPECT_EQ(mOut, &mDefinition);
+    EXPECT_EQ(other.references(), 0);
+    mOut->Release();
+}
+
 TEST_F(AAX_ExportsTest, FailureOfTheDescriptionIsReturnedWithOneLine) {
     gDescription = [this](AAX_ICollection* collection) {
         AAX_IEffectDescriptor* effect = collection->NewDescriptor();

@@ -86,6 +86,22 @@ TEST(AAX_VControllerTest, VirtualSlotsHaveTheirOrder) {
     expectConsecutive(slots);
 }
 
+TEST(AAX_VControllerTest, AsksTheHostForEachInterfaceOnceInOrder) {
+    AskedHost host;
+    const AAX_VController controller(&host);
+    EXPECT_TRUE(host.asked == (std::vector<acfIID>{IID_IAAXControllerV1, IID_IAAXControllerV2,
+                                                   IID_IAAXControllerV3, IID_IAAXPageTableController,
+                                                   IID_IAAXPageTableControllerV2, IID_IACFComponentFactory}));
+}
+
+TEST(AAX_VControllerTest, AutomationTimeIsTheHostsOwnWhereItHasOne) {
+    VersionedHost<RecordingController> host(kControllerVersions, 0);
+    const AAX_VController controller(host.object());
+    AAX_CTimeOfDay time = 99;
+    EXPECT_EQ(controller.GetCurrentAutomationTimestamp(&time), kHostResult);
+    EXPECT_EQ(time, 99) << "this host writes nothing";
+}
+
 TEST(AAX_VControllerTest, OldHostHasNoAutomationTimeAndReturnsZero) {
     VersionedHost<RecordingController> host({IID_IAAXControllerV1}, 0);
     const AAX_VController controller(host.object());

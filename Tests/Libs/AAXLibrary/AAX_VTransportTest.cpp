@@ -53,6 +53,13 @@ TEST(AAX_VTransportTest, ForwardsToTheVersionThatCarriesTheOperation) {
         [](IACFUnknown* host) { return std::make_unique<AAX_VTransport>(host); });
 }
 
+TEST(AAX_VTransportTest, AsksTheHostForEachVersionOnceInOrder) {
+    AskedHost host;
+    const AAX_VTransport transport(&host);
+    EXPECT_TRUE(host.asked ==
+                (std::vector<acfIID>{IID_IAAXTransportV1, IID_IAAXTransportV2, IID_IAAXTransportV3}));
+}
+
 TEST(AAX_VTransportTest, VirtualSlotsHaveTheirOrder) {
     expectConsecutive(slotsOf(transportOperations()));
 }
