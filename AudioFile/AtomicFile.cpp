@@ -58,7 +58,13 @@ int renameToNew(const fs::path& temporary, const fs::path& target) {
 
 } // namespace
 
-AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn)
+bool isPipeOutput(const std::string& path) {
+    struct stat status {};
+    const int result = path == "-" ? ::fstat(STDOUT_FILENO, &status) : ::stat(path.c_str(), &status);
+    return result == 0 && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode) || S_ISCHR(status.st_mode));
+}
+
+AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn, Delivery delivery)
     : mName(path == "-" ? "standard output" : path),
       mOverwrite(overwrite),
       mGoOn(std::move(goOn)) {
@@ -74,7 +80,8 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn)
     if (path == "-" || (exists && !S_ISREG(status.st_mode))) {
         mIsStream = true;
         mTarget = path == "-" ? "" : path;
-        mFile = openUnnamedTemporary();
+        mIsDelivered = delivery == Delivery::kAsWritten && isPipeOutput(path);
+        mFile = mIsDelivered ? openStream() : openUnnamedTemporary();
         return;
     }
     if (exists && overwrite == Overwrite::kRefuse) {
@@ -200,19 +207,27 @@ void AtomicFile::removeHidden() {
     }
 }
 
+FileDescriptor AtomicFile::openStream() {
+    FileDescriptor stream = mTarget.empty() ? FileDescriptor(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0))
+                                            : openFile(mTarget, O_WRONLY, mGoOn);
+    if (!stream.isOpen()) {
+        throwWriteError(mName, errno);
+    }
+    return stream;
+}
+
 void AtomicFile::copyToStream() {
-    FileDescriptor opened;
-    if (!mTarget.empty()) {
-        opened = openFile(mTarget, O_WRONLY, mGoOn);
-        if (!opened.isOpen()) {
-            throwWriteError(mName, errno);
+    FileDescriptor stream;
+    if (mIsDelivered) {
+        stream = std::move(mFile);
+    } else {
+        stream = openStream();
+        if (::lseek(mFile.get(), 0, SEEK_SET) < 0) {
+            throwReadError("a temporary file", errno);
         }
+        copyAll(mFile.get(), "a temporary file", stream.get(), mName, mGoOn);
     }
-    if (::lseek(mFile.get(), 0, SEEK_SET) < 0) {
-        throwReadError("a temporary file", errno);
-    }
-    copyAll(mFile.get(), "a temporary file", opened.isOpen() ? opened.get() : STDOUT_FILENO, mName, mGoOn);
-    if (const int error = opened.close()) {
+    if (const int error = stream.close()) {
         throwWriteError(mName, error);
     }
 }

@@ -13,18 +13,30 @@ namespace varno {
 /// Whether an output may replace a file that exists already.
 enum class Overwrite { kRefuse, kReplace };
 
+/// Whether an output is a pipe, a socket or a device, also where it is one under the name of standard output.
+/// @param path "-" is standard output
+bool isPipeOutput(const std::string& path);
+
+/// When what is not a regular file receives the content.
+enum class Delivery {
+    kWhole,     ///< at commit
+    kAsWritten, ///< at once: a failure leaves a part of it
+};
+
 /// A file that appears whole or not at all. It is written under a hidden, unique name in the folder of its
 /// target and gets its own name by commit(); an object destroyed without that leaves nothing behind. Where
 /// the target is standard output, a pipe or a device, which cannot be renamed to, the content is kept in an
 /// unnamed temporary file and copied by commit(). One thread at a time; several objects, in several threads
-/// or programs, do not disturb each other.
+/// or programs, do not disturb each other. With Delivery::kAsWritten a pipe or a device receives the content
+/// at once.
 class AtomicFile {
 public:
     /// @param path of the target; "-" is standard output; a symbolic link is followed
     /// @param goOn called while write() and commit() wait for a pipe or a device
     /// @throws AudioFileError where the target exists and may not be replaced, is a directory, or its folder
     ///         does not exist or cannot be written
-    AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn = {});
+    AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn = {},
+               Delivery delivery = Delivery::kWhole);
     ~AtomicFile();
 
     AtomicFile(const AtomicFile&) = delete;
@@ -51,6 +63,7 @@ private:
     void takeNameBack();
     void removeHidden();
     void openBeside(const std::filesystem::path& target);
+    FileDescriptor openStream();
     void copyToStream();
 
     std::string mName;
@@ -60,6 +73,7 @@ private:
     std::filesystem::path mTemporary; // of the content; empty once the file has its name
     std::filesystem::path mReplaced;  // what had the name before; empty for nothing
     bool mIsStream = false;
+    bool mIsDelivered = false; // a stream that has received everything
     FileDescriptor mFile;
 };
 

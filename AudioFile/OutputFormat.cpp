@@ -115,7 +115,7 @@ std::string formatsHeld(const AudioFormat& output) {
 }
 
 std::int64_t sampleBytes(const AudioFormat& format) {
-    return format.frames * format.channels * storedBytes(format.sample);
+    return std::max<std::int64_t>(format.frames, 0) * format.channels * storedBytes(format.sample);
 }
 
 void fitSize(AudioFormat& format, const std::string& path) {

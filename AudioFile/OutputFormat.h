@@ -23,7 +23,7 @@ struct OutputFormat {
 /// which becomes RF64 beyond kMostRiffSampleBytes. The sample format is `asked`, else the input's, else the
 /// nearest that the container holds, without loss if possible.
 /// @param asked the sample format that the user requested; messages name it by "--format"
-/// @param frames of the output, at least the input's
+/// @param frames of the output, at least the input's; or kUnknownFrames, for pipes only
 /// @throws UnsupportedFormat where the extension is missing or unknown, or the container cannot hold the
 ///         requested format, the channel count, the sample rate or that many frames
 OutputFormat chooseOutputFormat(const AudioFormat& input, const std::string& outputPath,

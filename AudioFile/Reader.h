@@ -59,8 +59,8 @@ public:
     /// One line for the user where a file is shorter than its header states, once that is known; else empty.
     const std::string& truncation() const;
 
-    /// Reads the rest of a pipe whose last frame has been read; nothing for other files. @return its bytes
-    /// @throws AudioFileError
+    /// Reads the rest of a pipe whose last frame has been read, up to 64 MiB, so that its writer can end;
+    /// nothing for other files. @return its bytes @throws AudioFileError
     std::int64_t skipRest();
 
 private:

@@ -12,7 +12,8 @@ namespace {
 
 // The decoder is given no end: a length so large that no file reaches it, of whole frames of any format.
 constexpr sf_count_t kEndlessBytes = sf_count_t{1} << 60;
-constexpr std::size_t kSkippedBytes = 64 * 1024;
+constexpr std::size_t kSkippedBytes = 64 * 1024; // at a time
+constexpr std::int64_t kMostSkippedBytes = std::int64_t{64} << 20;
 
 bool isLittleEndianContainer(int major) {
     return major == SF_FORMAT_WAV || major == SF_FORMAT_WAVEX || major == SF_FORMAT_RF64 ||
@@ -102,8 +103,12 @@ std::int64_t SampleStream::skipRest() {
     auto skipped = static_cast<std::int64_t>(mSource.ahead.size());
     mSource.ahead.clear();
     std::vector<char> ignored(kSkippedBytes);
-    while (const std::size_t got =
-               readUpTo(mSource.file.get(), ignored.data(), ignored.size(), mSource.name, mSource.goOn)) {
+    while (skipped < kMostSkippedBytes) {
+        const std::size_t got =
+            readUpTo(mSource.file.get(), ignored.data(), ignored.size(), mSource.name, mSource.goOn);
+        if (got == 0) {
+            break;
+        }
         skipped += static_cast<std::int64_t>(got);
     }
     return skipped;

@@ -47,7 +47,8 @@ public:
     /// Decodes the frames that receive() has returned; owned by this object.
     SNDFILE* decoder() { return mDecoder.get(); }
 
-    /// Reads what follows the samples. @return bytes of it @throws AudioFileError
+    /// Reads what follows the samples, up to 64 MiB, so that the writer of a pipe can end. @return bytes of
+    /// it @throws AudioFileError
     std::int64_t skipRest();
 
 private:

@@ -4,6 +4,7 @@
 #include "AudioFile/Error.h"
 #include "AudioFile/OggPages.h"
 #include "AudioFile/Sndfile.h"
+#include "AudioFile/StreamSink.h"
 
 #include <algorithm>
 #include <bit>
@@ -83,7 +84,9 @@ bool hasCues(const FileMetadata& metadata) {
 
 struct AudioWriter::State {
     State(const std::string& path, const AudioFormat& outputFormat, const Options& options)
-        : file(path, options.overwrite, options.goOn),
+        : isAsWritten(options.delivery == Delivery::kAsWritten && isPipeOutput(path) &&
+                      StreamSink::canWrite(outputFormat.container)),
+          file(path, options.overwrite, options.goOn, isAsWritten ? Delivery::kAsWritten : Delivery::kWhole),
           sink(file.descriptor()),
           format(outputFormat),
           channels(static_cast<std::size_t>(outputFormat.channels)) {}
@@ -97,8 +100,10 @@ struct AudioWriter::State {
     sf_count_t writeWaiting(std::span<Sample> samples);
     void failUnlessWritten(bool written);
 
+    bool isAsWritten;
     AtomicFile file;
     SndfileSink sink;
+    std::optional<StreamSink> stream; // in place of `sink`, where `isAsWritten`
     AudioFormat format;
     std::size_t channels;
     Waiting waiting;
@@ -112,8 +117,11 @@ struct AudioWriter::State {
 
 void AudioWriter::State::open(const FileMetadata& metadata) {
     std::optional<SF_INFO> info = sndfileInfoOf(format);
+    if (isAsWritten) {
+        stream.emplace(format);
+    }
     if (info) {
-        sound = sink.open(*info);
+        sound = stream ? stream->open(*info) : sink.open(*info);
     }
     failUnlessWritten(sound != nullptr);
     sf_command(sound.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE); // it would hold the time of the run
@@ -122,6 +130,9 @@ void AudioWriter::State::open(const FileMetadata& metadata) {
         sf_command(sound.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
     }
     addMetadata(metadata);
+    if (stream) {
+        stream->setChunks(chunksAtEnd);
+    }
 }
 
 void AudioWriter::State::addMetadata(const FileMetadata& metadata) {
@@ -202,6 +213,9 @@ void AudioWriter::State::flush() {
         [&](auto& samples) { return writeWaiting(std::span(samples.data(), framesWaiting * channels)); },
         waiting);
     failUnlessWritten(written == static_cast<sf_count_t>(framesWaiting));
+    if (stream) {
+        file.write(stream->take(written));
+    }
     framesWaiting = 0;
 }
 
@@ -234,6 +248,9 @@ void AudioWriter::write(const AudioBlock& source, const float* const* processed)
             s.flush();
         }
     }
+    if (s.stream && s.framesWaiting > 0) {
+        s.flush();
+    }
 }
 
 AtomicFile& AudioWriter::finish() {
@@ -241,6 +258,10 @@ AtomicFile& AudioWriter::finish() {
     s.flush();
     s.sound.reset();
     s.failUnlessWritten(true);
+    if (s.stream) {
+        s.file.write(s.stream->takeEnd());
+        return s.file;
+    }
     appendChunks(s.file.descriptor(), familyOf(s.format.container), s.chunksAtEnd, s.file.name());
     if (s.format.container == Container::kOgg) {
         setOggSerial(s.file.descriptor(), s.file.name());
@@ -251,6 +272,10 @@ AtomicFile& AudioWriter::finish() {
 
 std::int64_t AudioWriter::clippedSamples() const {
     return mState->quantizer ? mState->quantizer->clipped() : 0;
+}
+
+bool AudioWriter::isAsWritten() const {
+    return mState->isAsWritten;
 }
 
 const std::vector<std::string>& AudioWriter::metadataLeftOut() const {

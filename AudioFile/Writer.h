@@ -25,8 +25,11 @@ public:
         Dither dither = Dither::kTpdf;
         /// Sample format that the samples come from.
         SampleFormat inputSample = SampleFormat::kFloat;
-        /// Called while commit() copies to a pipe or a device.
+        /// Called while a pipe or a device is waited for.
         GoOn goOn = {};
+        /// kAsWritten: a pipe or a device receives every block when it is written, where the container is
+        /// WAV. Of an unknown number of frames its header states unknown sizes.
+        Delivery delivery = Delivery::kWhole;
     };
 
     /// @param path of the output; "-" is standard output
@@ -60,6 +63,9 @@ public:
     /// Samples so far that lay more than half a step of an integer format beyond full scale, or were not a
     /// number.
     std::int64_t clippedSamples() const;
+
+    /// Whether blocks have left for a pipe when write() returns, so that a failure does not take them back.
+    bool isAsWritten() const;
 
     /// What of the metadata this container cannot hold, each in a word or two ("cue points"), for a message.
     const std::vector<std::string>& metadataLeftOut() const;

@@ -21,15 +21,13 @@
 namespace varno {
 namespace {
 
-constexpr int kReadFrames = 32768; // decoded, processed and encoded at a time
+constexpr int kReadFrames = 32768; // at a time, of files that are complete
 
-// The points of --automate as values for the instance. Points at or after the end of the audio are left out,
-// with a warning.
+// The points of --automate as values for the instance.
 std::vector<AutomationStep> automationSteps(const std::string& path, const Instance& instance,
-                                            const AudioFormat& format, RenderReport& report) {
+                                            double rateHz) {
     std::vector<AutomationStep> steps;
-    std::size_t late = 0;
-    std::vector<AutomationPoint> points = readAutomationFile(path, format.rateHz);
+    std::vector<AutomationPoint> points = readAutomationFile(path, rateHz);
     // Those of equal time that depend on others last, as on the command line.
     std::stable_sort(points.begin(), points.end(), [](const auto& left, const auto& right) {
         return std::pair(left.frame, dependsOnOthers(left.parameter)) <
@@ -45,17 +43,20 @@ std::vector<AutomationStep> automationSteps(const std::string& path, const Insta
         } else if (point.parameter == cDemoGain_UKID) {
             settings.mUK = static_cast<float>(normalized);
         }
-        if (point.frame < format.frames) {
-            steps.push_back({point.frame, point.parameter, normalized});
-        } else {
-            ++late;
-        }
+        steps.push_back({point.frame, point.parameter, normalized});
     }
+    return steps;
+}
+
+// Once the length of the output is known.
+void warnOfLateSteps(const std::vector<AutomationStep>& steps, const std::string& path,
+                     RenderReport& report) {
+    const auto late = std::ranges::count_if(
+        steps, [&](const AutomationStep& step) { return step.frame >= report.format.frames; });
     if (late > 0) {
         report.warnings.push_back(path + ": " + std::to_string(late) +
                                   " of its lines come after the end of " + report.task.output);
     }
-    return steps;
 }
 
 std::vector<std::string> meterNames(const Instance& instance) {
@@ -83,12 +84,12 @@ std::optional<double> gainReductionDB(const Instance& instance, const BlockProce
     return result;
 }
 
-// Input, then silence up to the length of the output.
+// Input, then silence.
 class Source {
 public:
-    Source(AudioReader& reader, std::int64_t frames)
+    Source(AudioReader& reader, std::int64_t tailFrames)
         : mReader(reader),
-          mTailFrames(frames - reader.format().frames) {}
+          mTailFrames(tailFrames) {}
 
     bool read(AudioBlock& block) {
         if (mReader.read(block) > 0) {
@@ -105,24 +106,39 @@ private:
     std::int64_t mTailFrames;
 };
 
-void renderFrames(FileProgress& progress, Source source, BlockProcessor& processor, AudioWriter& writer,
-                  RenderReport& report) {
-    AudioBlock block(report.format.channels, kReadFrames);
+// @param readFrames decoded, processed and encoded at a time
+void renderFrames(FileProgress& progress, Source source, int readFrames, BlockProcessor& processor,
+                  AudioWriter& writer, RenderReport& report) {
+    AudioBlock block(report.format.channels, readFrames);
     SampleLevels in;
     SampleLevels out;
+    std::int64_t frames = 0;
     while (source.read(block)) {
         throwIfInterrupted();
         in.add(block);
         processor.process(block.samples(), block.frames());
         out.add(block);
         writer.write(block, block.samples());
+        frames += block.frames();
         progress.advance(static_cast<double>(block.frames()) / report.format.rateHz,
                          report.format.durationS());
     }
     processor.finish();
+    report.format.frames = frames;
     report.peakIn = in.peak();
     report.peakOut = out.peak();
     report.unusableSamples = in.unusable();
+}
+
+// Of what lies behind the samples of a pipe there is nothing to be done: the output has left.
+void addWarningOfRest(AudioReader& reader, RenderReport& report) {
+    constexpr std::int64_t kPaddingBytes = 1;
+    const std::int64_t bytes = reader.skipRest();
+    if (bytes > kPaddingBytes) {
+        report.warnings.push_back(report.task.input + ": " + std::to_string(bytes) +
+                                  " bytes after its samples are not carried over, since " +
+                                  report.task.output + " is a pipe");
+    }
 }
 
 void addWarnings(const AudioWriter& writer, RenderReport& report) {
@@ -151,11 +167,16 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     const auto start = std::chrono::steady_clock::now();
     const auto& options = session.options();
     FileProgress progress(session.progress(), options.tasks.size());
-    AudioReader reader(task.input, {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated});
+    // A pipe receives the audio as it is made, and a pipe as input is read as it is written then.
+    const bool toPipe = !options.dryRun && isPipeOutput(task.output);
+    AudioReader reader(
+        task.input,
+        {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated, .whileWritten = toPipe});
     requireVariantFor(session.module(), reader);
 
     const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
-    const std::int64_t frames = reader.format().frames + tailFrames;
+    const bool hasLength = reader.format().frames != kUnknownFrames;
+    const std::int64_t frames = hasLength ? reader.format().frames + tailFrames : kUnknownFrames;
     const auto [format, note] = chooseOutputFormat(reader.format(), task.output, options.format, frames);
     RenderReport report;
     report.task = task;
@@ -172,22 +193,30 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     const auto instance = session.makeInstance(format.channels, format.rateHz);
     std::vector<AutomationStep> steps;
     if (options.automation) {
-        steps = automationSteps(*options.automation, *instance, report.format, report);
+        steps = automationSteps(*options.automation, *instance, format.rateHz);
     }
     AudioWriter writer(task.output, report.format, reader.metadata(),
-                       {options.overwrite, options.dither, reader.format().sample, throwIfInterrupted});
+                       {options.overwrite, options.dither, reader.format().sample, throwIfInterrupted,
+                        toPipe ? Delivery::kAsWritten : Delivery::kWhole});
     std::optional<MeterFile> meterFile;
-    BlockProcessor processor(*instance, std::move(steps), options.blockFrames);
+    BlockProcessor processor(*instance, steps, options.blockFrames);
     if (options.meters) {
         meterFile.emplace(*options.meters, options.overwrite, format.rateHz, meterNames(*instance));
         processor.setBlockListener(
             [&](std::int64_t frame, std::span<const float> meters) { meterFile->addRow(frame, meters); });
     }
     if (options.dryRun) {
+        warnOfLateSteps(steps, options.automation.value_or(""), report);
         return report;
     }
 
-    renderFrames(progress, Source(reader, frames), processor, writer, report);
+    const bool wasTruncated = !reader.truncation().empty();
+    renderFrames(progress, Source(reader, tailFrames),
+                 reader.isWhileWritten() ? options.blockFrames : kReadFrames, processor, writer, report);
+    warnOfLateSteps(steps, options.automation.value_or(""), report);
+    if (!wasTruncated && !reader.truncation().empty()) {
+        report.warnings.push_back(reader.truncation());
+    }
     std::vector<AtomicFile*> files = {&writer.finish()};
     if (meterFile) {
         files.push_back(&meterFile->finish());
@@ -197,6 +226,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     commitTogether(files);
     report.clippedSamples = writer.clippedSamples();
     report.gainReductionDB = gainReductionDB(*instance, processor);
+    addWarningOfRest(reader, report);
     addWarnings(writer, report);
     report.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return report;

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <exception>
 #include <list>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace varno {
 namespace {
@@ -38,7 +40,14 @@ constexpr std::string_view kRenderDescription[] = {
     "Settings are applied in this order, and the later wins: the defaults (for the demo, its own setting), "
     "--state, --preset, --set in the order given, and --automate at its times.",
     "The same input and settings give the same bytes on every run and with every --block. A render that "
-    "fails or is interrupted leaves no output, and the input is never touched.",
+    "fails or is interrupted leaves no output, except in a pipe, and the input is never touched.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "A pipe or a device as OUTPUT, also as standard output, receives a WAV file while it is rendered. A pipe "
+    "as INPUT is then rendered while it is written, if it is WAV, W64, RF64, AIFF, CAF or AU without "
+    "compression: the delay is --block frames and the effect's one. Where the input does not state its "
+    "length, the sizes in the output's header are all ones. Everything else is first kept in a temporary "
+    "file (in TMPDIR): other inputs from pipes, pipes rendered into files, and WAV of more than 4 GB for a "
+    "pipe.",
 };
 
 constexpr ArgumentEntry kRenderArguments[] = {
@@ -152,6 +161,7 @@ constexpr ExampleEntry kRenderExamples[] = {
     {"varno render --out-dir wet --container flac --skip-existing stems/*.wav",
      "To FLAC; only what is missing in the folder."},
     {"flac -dc song.flac | varno render --format pcm24 - - | flac - -o wet.flac", "In a pipe."},
+    {"arecord -f cd | varno render --block 128 - - | aplay", "Live, until Ctrl-C."},
 };
 
 // The demo's settings, over the defaults: as loud as the dry loop, half its crest factor, no sample clips.
@@ -209,10 +219,21 @@ private:
     std::list<AtomicFile> mFiles;
 };
 
+// Also under another name, such as /dev/stdout. Where both are one device, such as /dev/null, it does not
+// matter.
+bool isStandardOutput(const std::optional<std::string>& path) {
+    if (!path || *path == "-") {
+        return path.has_value();
+    }
+    struct stat named {};
+    struct stat standard {};
+    return ::stat(path->c_str(), &named) == 0 && ::fstat(STDOUT_FILENO, &standard) == 0 &&
+           !S_ISCHR(named.st_mode) && named.st_dev == standard.st_dev && named.st_ino == standard.st_ino;
+}
+
 bool writesToStandardOutput(const RenderOptions& options) {
-    const std::optional<std::string> standardOutput = "-";
-    return options.tasks.front().output == standardOutput || options.meters == standardOutput ||
-           options.savePreset == standardOutput || options.saveState == standardOutput;
+    return isStandardOutput(options.tasks.front().output) || isStandardOutput(options.meters) ||
+           isStandardOutput(options.savePreset) || isStandardOutput(options.saveState);
 }
 
 // Prints what the renders end with, each as it ends. A summary that cannot be printed is an error of its own,
