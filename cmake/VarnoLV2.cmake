@@ -5,15 +5,11 @@ set(VARNO_LV2_BUNDLE ${CMAKE_BINARY_DIR}/lv2/varno-s.lv2)
 add_custom_target(varno_lv2_bundle ALL)
 
 # varno_lv2_binary(TARGET NAME SYMBOL): the target, a MODULE library, becomes NAME.so of the bundle. It exports the one
-# function that hosts call and contains the C++ library, since a host or another plug-in may use another version of it.
+# function that hosts call.
 function(varno_lv2_binary target name symbol)
   varno_export_only(${target} ${symbol})
   set_target_properties(${target} PROPERTIES
     PREFIX "" SUFFIX .so OUTPUT_NAME ${name} LIBRARY_OUTPUT_DIRECTORY ${VARNO_LV2_BUNDLE})
-  if(NOT APPLE)
-    target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc)
-    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/Formats/LV2/ExceptionReserve.cpp)
-  endif()
   add_dependencies(varno_lv2_bundle ${target})
 endfunction()
 

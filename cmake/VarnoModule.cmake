@@ -15,7 +15,8 @@ else()
 endif()
 
 # varno_export_only(TARGET SYMBOLS...): the target's binary exports these C symbols and nothing else, lacks none (but
-# those of a sanitizer, which the program that loads it provides) and has no text relocations.
+# those of a sanitizer, which the program that loads it provides) and has no text relocations. It contains the C++
+# library, since a host or another plug-in may use another version of it.
 function(varno_export_only target)
   if(APPLE)
     list(TRANSFORM ARGN PREPEND _ OUTPUT_VARIABLE lines)
@@ -27,7 +28,8 @@ function(varno_export_only target)
     set(text "{ global: ${symbols}; local: *; };")
     set(list_file ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
     set(option -Wl,--version-script=${list_file})
-    target_link_options(${target} PRIVATE -Wl,-z,text)
+    target_link_options(${target} PRIVATE -Wl,-z,text -static-libstdc++ -static-libgcc)
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/Libs/AAXLibrary/source/ExceptionReserve_Linux.cpp)
     if(NOT VARNO_SANITIZE)
       target_link_options(${target} PRIVATE -Wl,--no-undefined)
     endif()

@@ -19,6 +19,19 @@ if(NOT DEFINED CMAKE_UNITY_BUILD)
 endif()
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 
+# For all that is handed on, libraries from source as well: what is not used is left out, also of what would be loaded;
+# the addresses of functions are found when a binary is loaded and cannot be written afterwards. The compiler's checks
+# of stack and buffers are those of Debian's own packages. (A sanitizer checks more.) Tests and measurements are compiled
+# without.
+if(NOT APPLE)
+  add_compile_options(-ffunction-sections -fdata-sections)
+  add_link_options(-Wl,--gc-sections -Wl,--as-needed -Wl,-z,relro -Wl,-z,now)
+endif()
+if(NOT VARNO_SANITIZE)
+  add_compile_options(-fstack-protector-strong
+    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+endif()
+
 add_library(varno_settings INTERFACE)
 # That warnings are errors, the presets of the tests state (CMAKE_COMPILE_WARNING_AS_ERROR): a compiler of later years
 # warns of more, and must still build the program.
@@ -81,7 +94,7 @@ function(varno_check_headers target)
   if(alone)
     add_library(${target}_headers OBJECT EXCLUDE_FROM_ALL ${alone})
     set_target_properties(${target}_headers PROPERTIES UNITY_BUILD OFF EXPORT_COMPILE_COMMANDS OFF)
-    target_compile_options(${target}_headers PRIVATE -O0)
+    target_compile_options(${target}_headers PRIVATE -O0 -U_FORTIFY_SOURCE)
     target_link_libraries(${target}_headers PRIVATE ${target} varno_settings)
     add_dependencies(varno_headers ${target}_headers)
   endif()

@@ -11,6 +11,8 @@ if(NOT EXISTS ${vstgui_folder}/vstgui/CMakeLists.txt)
   message(FATAL_ERROR "VSTGUI_SOURCE_DIR: ${vstgui_folder} holds no vstgui/CMakeLists.txt")
 endif()
 
+set(VARNO_VSTGUI_FOLDER ${vstgui_folder})
+
 set(VSTGUI_STANDALONE OFF)
 set(VSTGUI_TOOLS OFF)
 set(VSTGUI_DISABLE_UNITTESTS 1)

@@ -3,6 +3,7 @@
 #include "Alg/DemoGain_AlgSettings.h"
 #include "Alg/DemoGain_ChunkRows.h"
 #include "Alg/DemoGain_DenormalMode.h"
+#include "Alg/DemoGain_Processor.h"
 #include "Alg/DemoGain_State.h"
 
 #include <algorithm>
@@ -324,7 +325,7 @@ std::span<const SDemoGain_Routine> DemoGain_Routines() {
 }
 
 bool DemoGain_CanRun(const SDemoGain_Routine& routine) {
-    return (HWY_SUPPORTED_TARGETS & routine.mTarget) != 0;
+    return (DemoGain_ProcessorTargets() & routine.mTarget) != 0;
 }
 
 void DemoGain_ProcessInstances(const SDemoGain_Routine& routine, std::size_t channels,

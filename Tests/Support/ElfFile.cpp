@@ -1,6 +1,7 @@
 #include "Tests/Support/ElfFile.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -66,37 +67,93 @@ std::set<std::string> ElfFile::importedSymbols() const {
     return dynamicSymbols(true);
 }
 
+std::vector<Elf64_Dyn> ElfFile::dynamicEntries() const {
+    std::vector<Elf64_Dyn> entries;
+    for (const Elf64_Shdr& section : sections()) {
+        for (std::size_t at = 0; section.sh_type == SHT_DYNAMIC && at + sizeof(Elf64_Dyn) <= section.sh_size;
+             at += sizeof(Elf64_Dyn)) {
+            entries.push_back(read<Elf64_Dyn>(section.sh_offset + at));
+        }
+    }
+    return entries;
+}
+
+std::vector<Elf64_Phdr> ElfFile::segments() const {
+    const auto header = read<Elf64_Ehdr>(0);
+    std::vector<Elf64_Phdr> segments;
+    for (std::size_t i = 0; i < header.e_phnum; ++i) {
+        segments.push_back(read<Elf64_Phdr>(header.e_phoff + i * header.e_phentsize));
+    }
+    return segments;
+}
+
 std::set<std::string> ElfFile::neededLibraries() const {
     const std::vector<Elf64_Shdr> all = sections();
+    const auto dynamic = std::find_if(
+        all.begin(), all.end(), [](const Elf64_Shdr& section) { return section.sh_type == SHT_DYNAMIC; });
     std::set<std::string> names;
-    for (const Elf64_Shdr& section : all) {
-        if (section.sh_type != SHT_DYNAMIC) {
-            continue;
-        }
-        for (std::size_t at = 0; at + sizeof(Elf64_Dyn) <= section.sh_size; at += sizeof(Elf64_Dyn)) {
-            const auto entry = read<Elf64_Dyn>(section.sh_offset + at);
-            if (entry.d_tag == DT_NEEDED) {
-                names.insert(textAt(all.at(section.sh_link).sh_offset + entry.d_un.d_val));
-            }
+    for (const Elf64_Dyn& entry : dynamicEntries()) {
+        if (entry.d_tag == DT_NEEDED) {
+            names.insert(textAt(all.at(dynamic->sh_link).sh_offset + entry.d_un.d_val));
         }
     }
     return names;
 }
 
-bool ElfFile::hasTextRelocations() const {
-    for (const Elf64_Shdr& section : sections()) {
-        if (section.sh_type != SHT_DYNAMIC) {
+int ElfFile::neededGlibc() const {
+    const std::vector<Elf64_Shdr> all = sections();
+    int highest = 0;
+    for (const Elf64_Shdr& section : all) {
+        if (section.sh_type != SHT_GNU_verneed) {
             continue;
         }
-        for (std::size_t at = 0; at + sizeof(Elf64_Dyn) <= section.sh_size; at += sizeof(Elf64_Dyn)) {
-            const auto entry = read<Elf64_Dyn>(section.sh_offset + at);
-            if (entry.d_tag == DT_TEXTREL ||
-                (entry.d_tag == DT_FLAGS && (entry.d_un.d_val & DF_TEXTREL) != 0)) {
-                return true;
+        const std::size_t names = all.at(section.sh_link).sh_offset;
+        std::size_t file = section.sh_offset;
+        for (std::size_t i = 0; i < section.sh_info; ++i) {
+            const auto need = read<Elf64_Verneed>(file);
+            std::size_t version = file + need.vn_aux;
+            for (std::size_t k = 0; k < need.vn_cnt; ++k) {
+                const auto part = read<Elf64_Vernaux>(version);
+                const std::string name = textAt(names + part.vna_name);
+                int major = 0;
+                int minor = 0;
+                if (std::sscanf(name.c_str(), "GLIBC_%d.%d", &major, &minor) == 2) {
+                    highest = std::max(highest, 100 * major + minor);
+                }
+                version += part.vna_next;
             }
+            file += need.vn_next;
         }
     }
-    return false;
+    return highest;
+}
+
+bool ElfFile::hasDynamicFlag(Elf64_Sxword tag, Elf64_Xword flag) const {
+    const std::vector<Elf64_Dyn> entries = dynamicEntries();
+    return std::any_of(entries.begin(), entries.end(), [&](const Elf64_Dyn& entry) {
+        return entry.d_tag == tag && (entry.d_un.d_val & flag) != 0;
+    });
+}
+
+bool ElfFile::hasTextRelocations() const {
+    const std::vector<Elf64_Dyn> entries = dynamicEntries();
+    return hasDynamicFlag(DT_FLAGS, DF_TEXTREL) ||
+           std::any_of(entries.begin(), entries.end(),
+                       [](const Elf64_Dyn& entry) { return entry.d_tag == DT_TEXTREL; });
+}
+
+bool ElfFile::hasFixedAddresses() const {
+    const std::vector<Elf64_Phdr> all = segments();
+    const bool isReadOnly = std::any_of(
+        all.begin(), all.end(), [](const Elf64_Phdr& segment) { return segment.p_type == PT_GNU_RELRO; });
+    return isReadOnly && (hasDynamicFlag(DT_FLAGS, DF_BIND_NOW) || hasDynamicFlag(DT_FLAGS_1, DF_1_NOW));
+}
+
+bool ElfFile::hasExecutableStack() const {
+    const std::vector<Elf64_Phdr> all = segments();
+    return std::none_of(all.begin(), all.end(), [](const Elf64_Phdr& segment) {
+        return segment.p_type == PT_GNU_STACK && (segment.p_flags & PF_X) == 0;
+    });
 }
 
 } // namespace varno::test

@@ -1,4 +1,4 @@
-/// The symbols and libraries that a linked ELF file names.
+/// The symbols and libraries that a linked ELF file names, and how it is protected.
 #ifndef VARNO_TESTS_SUPPORT_ELFFILE_H
 #define VARNO_TESTS_SUPPORT_ELFFILE_H
 
@@ -21,10 +21,21 @@ public:
     std::set<std::string> importedSymbols() const;
     /// Names of the libraries that are loaded with it.
     std::set<std::string> neededLibraries() const;
+    /// The highest version of the C library that it needs, as 100 * major + minor: 236 for "GLIBC_2.36"; 0
+    /// for none.
+    int neededGlibc() const;
     /// Whether it has text relocations: the loader must write to its code.
     bool hasTextRelocations() const;
+    /// Whether all functions of others are found when it is loaded, and their addresses cannot be written
+    /// afterwards.
+    bool hasFixedAddresses() const;
+    /// Whether data on its stack can be executed.
+    bool hasExecutableStack() const;
 
 private:
+    bool hasDynamicFlag(Elf64_Sxword tag, Elf64_Xword flag) const;
+    std::vector<Elf64_Dyn> dynamicEntries() const;
+    std::vector<Elf64_Phdr> segments() const;
     template<class T>
     T read(std::size_t offset) const;
     std::string textAt(std::size_t offset) const;
