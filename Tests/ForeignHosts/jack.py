@@ -64,7 +64,25 @@ class JackTest(HostTest):
         self.eventually(lambda: set(names) <= set(self.ports()), f"the ports {names}")
 
     def connect(self, source, destination):
+        """Ports can be seen a moment before their client takes connections."""
         self.jack_program("jack_connect", source, destination)
+
+    def start_ecasound(self, name, channels, *chain, log):
+        """A client that plays a file into JACK or records one from it; its ports are name:out_1 or name:in_1 and so on.
+        It does not wait for a transport."""
+        return self.start("ecasound", "-q", f"-G:jack,{name},notransport", f"-f:f32_le,{channels},{RATE_HZ}", *chain,
+                          environment=self.jack, log=log)
+
+    def start_player(self, path, channels):
+        player = self.start_ecasound("player", channels, "-i", path, "-o", "jack", log="player.log")
+        self.wait_for_ports(f"player:out_{channels}")
+        return player
+
+    def start_recorder(self, path, channels, *options):
+        """Records from the first call on. Returns the process and the recorder's ports, which are not connected."""
+        recorder = self.start_ecasound("recorder", channels, "-i", "jack", "-o", path, *options, log="recorder.log")
+        self.wait_for_ports(f"recorder:in_{channels}")
+        return recorder, [f"recorder:in_{number + 1}" for number in range(channels)]
 
     def reported_latency(self, port):
         """Least and most frames from the port to the next one that is a terminal, as JACK keeps them."""

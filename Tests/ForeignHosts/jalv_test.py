@@ -52,11 +52,9 @@ class JalvTest(JackTest):
         jalv = self.start_jalv(2, "-c", "gain=1.0")
         # They start at any value and fall while the input is silent.
         self.eventually(lambda: all(self.meter(jalv, meter) < 0.001 for meter in METERS), "meters at rest")
-        self.start("jack-play", self.stimulus(2), log="play.log",
-                   environment={**self.jack, "JACK_PLAY_CONNECT_TO": "Fx:in_%d"})
-        name = self.eventually(lambda: [port for port in self.ports() if "out_1" in port], "the player")[0]
-        self.connect(name, "Fx:in_l")
-        self.connect(name, "Fx:in_r")
+        self.start_player(self.stimulus(2), 2)
+        self.connect("player:out_1", "Fx:in_l")
+        self.connect("player:out_1", "Fx:in_r")
         for meter in METERS:
             self.eventually(lambda: self.meter(jalv, meter) > 0.01, f"{meter} above its rest")
 

@@ -62,16 +62,13 @@ class LiveTest(JackTest):
     def recorded(self, channels, client="varno"):
         """Plays music into the running effect. Returns its input and its output, frame by frame."""
         inputs, outputs = PORTS[channels]
-        player = self.start("jack-play", "-b", "65536", "-n", "player", self.music_in_silence(channels),
-                            environment=self.jack, log="player.log")
-        sources = self.eventually(
-            lambda: [line for line in (self.list_ports() or "").split() if line.startswith("player")], "the player")
-        ports = [word for port in sources + [f"{client}:{port}" for port in outputs] for word in ("--port", port)]
-        recorder = self.start("jack_capture", "--no-stdin", "-b", "FLOAT", "-c", str(2 * channels), "-B", "30", *ports,
-                              self.path("heard.wav"), environment=self.jack, log="capture.log")
-        self.eventually(lambda: "jack_capture:input" in (self.list_ports("-c") or ""), "the recorder")
-        for source, target in zip(sources, inputs):
-            self.tool("jack_connect", source, f"{client}:{target}")
+        recorder, ports = self.start_recorder(self.path("heard.wav"), 2 * channels)
+        for source, target in zip(outputs, ports[channels:]):
+            self.connect(f"{client}:{source}", target)
+        player = self.start_player(self.music_in_silence(channels), channels)
+        for number, (dry, target) in enumerate(zip(ports, inputs), 1):
+            self.connect(f"player:out_{number}", dry)
+            self.connect(f"player:out_{number}", f"{client}:{target}")
         player.wait(PATIENCE_S)
         self.end(recorder, signal.SIGINT)
         heard = read_wav(self.path("heard.wav")).channels
@@ -349,8 +346,9 @@ class EditorTest(LiveTest):
         process = self.start(PROGRAM, "edit", "--sound", "jack", "loop.wav",
                              environment={**self.jack, **self.display}, log="edit.log")
         self.eventually(lambda: "varno:out_l\n   system:playback_1" in (self.list_ports("-c") or ""), "the sound")
-        recorder = self.start("jack_capture", "--no-stdin", "-b", "FLOAT", "-c", "2", "-d", "3", "--port", "varno:out_l",
-                              "--port", "varno:out_r", self.path("heard.wav"), environment=self.jack, log="capture.log")
+        recorder, ports = self.start_recorder(self.path("heard.wav"), 2, "-t:4")
+        for source, target in zip(PORTS[2][1], ports):
+            self.connect(f"varno:{source}", target)
         recorder.wait(PATIENCE_S)
         self.run_program(PROGRAM, "render", "--quiet", "--format", "float", self.path("rounds.wav"),
                          self.path("expected.wav"))
