@@ -1,42 +1,48 @@
 #include "AudioFile/Metadata.h"
 
+#include "AudioFile/Id3.h"
+#include "AudioFile/OggTags.h"
 #include "AudioFile/Transfer.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace varno {
 
 namespace {
 
-constexpr std::string_view kRiffIds[] = {
-    "bext", "cue ", "LIST", "iXML", "axml", "chna", "cart",
-    "smpl", "inst", "acid", "DISP", "ID3 ", "id3 ", "_PMX",
-};
-constexpr std::string_view kCarriedLists[] = {"INFO", "adtl"};
-constexpr std::string_view kAiffIds[] = {
-    "MARK", "INST", "COMT", "NAME", "AUTH", "(c) ", "ANNO", "APPL", "MIDI", "ID3 ",
-};
-constexpr std::string_view kCafIds[] = {"info", "mark", "strg", "regn", "inst", "midi", "umid"};
+// What the container's writer makes, which is not carried.
+constexpr std::string_view kRiffMade[] = {"fmt ", "fact", "data", "ds64", "PEAK",
+                                          "JUNK", "junk", "PAD ", "FLLR"};
+constexpr std::string_view kAiffMade[] = {"FVER", "COMM", "SSND", "PEAK"};
+constexpr std::string_view kCafMade[] = {"desc", "data", "pakt", "kuki", "chan", "free", "peak"};
+
+// What describes the samples before the effect: levels, and parts of the samples in the order of playing.
+constexpr std::string_view kOfSamples[] = {"levl", "wavl", "plst", "slnt", "SAXL", "ovvw"};
+
+constexpr std::size_t kListTypeBytes = 4;
+constexpr std::int64_t kAuTextOffset = 24; // of the text between the header's fields and the samples
 
 // The format of a family's chunks: identifier, size, data, and a zero where the next would have an odd
 // offset. Not written by libsndfile's own calls (sf_set_chunk): version 1.2 rounds sizes up to multiples of 4
 // and damages files whose chunks have tens of kilobytes.
 struct FamilyRow {
     ChunkFamily family;
-    std::span<const std::string_view> carriedIds;
+    std::span<const std::string_view> madeIds;
     int sizeBytes;
     bool bigEndian;
     bool padded;
 };
 
 constexpr FamilyRow kFamilies[] = {
-    {ChunkFamily::kRiff, kRiffIds, 4, false, true},
-    {ChunkFamily::kAiff, kAiffIds, 4, true, true},
-    {ChunkFamily::kCaf, kCafIds, 8, true, false},
+    {ChunkFamily::kRiff, kRiffMade, 4, false, true},
+    {ChunkFamily::kAiff, kAiffMade, 4, true, true},
+    {ChunkFamily::kCaf, kCafMade, 8, true, false},
 };
 
 constexpr std::int64_t kFileSizeOffset = 4;     // RIFF and AIFF: 32 bits, counts the bytes after it
@@ -53,13 +59,6 @@ bool contains(std::span<const std::string_view> texts, std::string_view text) {
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-bool isCarried(const CarriedChunk& chunk) {
-    if (chunk.id != "LIST") {
-        return true;
-    }
-    return chunk.data.size() >= 4 && contains(kCarriedLists, std::string_view(chunk.data.data(), 4));
-}
-
 std::string number(std::uint64_t value, int bytes, bool bigEndian) {
     std::string text;
     for (int i = 0; i < bytes; ++i) {
@@ -72,11 +71,7 @@ std::string little32(std::uint64_t value) {
     return number(value, 4, false);
 }
 
-CarriedChunk makeChunk(const char* id, const std::string& data) {
-    return {id, {data.begin(), data.end()}};
-}
-
-std::string chunkBytes(const FamilyRow& row, std::string_view id, std::string_view data) {
+std::string bytesIn(const FamilyRow& row, std::string_view id, std::string_view data) {
     std::string bytes(id);
     bytes += number(data.size(), row.sizeBytes, row.bigEndian);
     bytes += data;
@@ -95,7 +90,7 @@ std::vector<CarriedChunk> riffCues(const std::vector<CuePoint>& cues) {
         points +=
             little32(id) + little32(cue.frame) + "data" + little32(0) + little32(0) + little32(cue.frame);
         if (!cue.name.empty()) {
-            labels += chunkBytes(*rowOf(ChunkFamily::kRiff), "labl", little32(id) + cue.name + '\0');
+            labels += chunkBytes(ChunkFamily::kRiff, "labl", little32(id) + cue.name + '\0');
         }
     }
     std::vector<CarriedChunk> chunks{makeChunk("cue ", points)};
@@ -136,6 +131,85 @@ void correctLength(int descriptor, const FamilyRow& row, std::int64_t fileBytes,
     }
 }
 
+// What is left of the bytes that may be read from a file.
+struct ByteBudget {
+    int descriptor;
+    std::int64_t left;
+
+    // Nothing where the bytes are not there.
+    std::optional<std::vector<char>> read(std::int64_t offset, std::int64_t count) {
+        std::vector<char> bytes(static_cast<std::size_t>(count));
+        if (!readAt(descriptor, offset, bytes.data(), bytes.size())) {
+            return std::nullopt;
+        }
+        left -= count;
+        return bytes;
+    }
+};
+
+bool describesSamples(const std::string& id, const std::vector<char>& data) {
+    const std::string_view listType(data.data(), std::min(data.size(), kListTypeBytes));
+    return contains(kOfSamples, id) || (id == "LIST" && contains(kOfSamples, listType));
+}
+
+void readChunk(ByteBudget& budget, const ContainerChunk& chunk, std::int64_t fileBytes,
+               FileMetadata& metadata) {
+    const auto leaveOut = [&](LeftOutReason reason) {
+        addLeftOut(metadata.leftOut, reason, LeftOutKind::kChunk, chunk.id);
+    };
+    if (chunk.dataBytes < 0 || chunk.dataBytes > fileBytes - chunk.dataOffset) {
+        leaveOut(LeftOutReason::kUnreadable);
+        return;
+    }
+    if (chunk.dataBytes > budget.left) {
+        leaveOut(LeftOutReason::kTooLarge);
+        return;
+    }
+    std::optional<std::vector<char>> data = budget.read(chunk.dataOffset, chunk.dataBytes);
+    if (!data) {
+        leaveOut(LeftOutReason::kUnreadable);
+    } else if (describesSamples(chunk.id, *data)) {
+        leaveOut(LeftOutReason::kDescribesSamples);
+    } else {
+        metadata.chunks.push_back({chunk.id, std::move(*data)});
+    }
+}
+
+void readChunks(ByteBudget& budget, const ContainerChunks& container, FileMetadata& metadata) {
+    const FamilyRow* row = rowOf(container.family);
+    for (const ContainerChunk& chunk : container.chunks) {
+        if (row != nullptr && !contains(row->madeIds, chunk.id)) {
+            readChunk(budget, chunk, container.fileBytes, metadata);
+        } else if (row == nullptr && !contains(kRiffMade, chunk.id)) { // W64, or RIFF in the other byte order
+            addLeftOut(metadata.leftOut, LeftOutReason::kUnreadable, LeftOutKind::kChunk, chunk.id);
+        }
+    }
+}
+
+void readAuText(ByteBudget& budget, const ContainerChunks& container, FileMetadata& metadata) {
+    const std::int64_t bytes = container.chunks.empty() ? 0 : container.chunks[0].dataOffset - kAuTextOffset;
+    if (bytes <= 0 || bytes > budget.left) {
+        return;
+    }
+    if (const std::optional<std::vector<char>> data = budget.read(kAuTextOffset, bytes)) {
+        const std::string_view text(data->data(), data->size());
+        if (const std::string_view used = text.substr(0, text.find('\0')); !used.empty()) {
+            metadata.texts.push_back({"COMMENT", toUtf8(used)});
+        }
+    }
+}
+
+void readId3Around(ByteBudget& budget, FileMetadata& metadata) {
+    Mp3Tags tags = readMp3Tags(budget.descriptor, budget.left, metadata.leftOut);
+    metadata.id3 = std::move(tags.id3);
+    metadata.texts = std::move(tags.texts);
+    budget.left -= static_cast<std::int64_t>(metadata.id3.size());
+}
+
+bool isVorbisOrOpus(SampleFormat sample) {
+    return sample == SampleFormat::kVorbis || sample == SampleFormat::kOpus;
+}
+
 } // namespace
 
 ChunkFamily familyOf(Container container) {
@@ -152,29 +226,37 @@ ChunkFamily familyOf(Container container) {
     }
 }
 
-void readCarriedChunks(int descriptor, const ContainerChunks& container, FileMetadata& metadata) {
-    const FamilyRow* row = rowOf(container.family);
-    if (row == nullptr) {
-        return;
-    }
+std::string_view bytesOf(const CarriedChunk& chunk) {
+    return {chunk.data.data(), chunk.data.size()};
+}
+
+CarriedChunk makeChunk(std::string_view id, std::string_view data) {
+    return {std::string(id), {data.begin(), data.end()}};
+}
+
+std::string chunkBytes(ChunkFamily family, std::string_view id, std::string_view data) {
+    return bytesIn(*rowOf(family), id, data);
+}
+
+FileMetadata readFileMetadata(int descriptor, const ContainerChunks& container, const AudioFormat& format) {
+    FileMetadata metadata;
     metadata.family = container.family;
-    std::int64_t left = kMostCarriedBytes;
-    for (const ContainerChunk& chunk : container.chunks) {
-        if (!contains(row->carriedIds, chunk.id) ||
-            chunk.dataBytes > container.fileBytes - chunk.dataOffset) {
-            continue;
-        }
-        if (chunk.dataBytes > left) {
-            metadata.tooLarge.push_back(chunk.id);
-            continue;
-        }
-        CarriedChunk copy{chunk.id, std::vector<char>(static_cast<std::size_t>(chunk.dataBytes))};
-        if (!readAt(descriptor, chunk.dataOffset, copy.data.data(), copy.data.size()) || !isCarried(copy)) {
-            continue;
-        }
-        left -= chunk.dataBytes;
-        metadata.chunks.push_back(std::move(copy));
+    ByteBudget budget{descriptor, kMostCarriedBytes};
+    readChunks(budget, container, metadata);
+    if (format.container == Container::kAu) {
+        readAuText(budget, container, metadata);
     }
+    if (format.sample == SampleFormat::kMpeg || format.container == Container::kFlac) {
+        readId3Around(budget, metadata);
+    }
+    if (format.container == Container::kFlac) {
+        metadata.flac = readFlacMetadata(descriptor, FlacStream::kNative, budget.left, metadata.leftOut);
+    } else if (format.container == Container::kOgg && isVorbisOrOpus(format.sample)) {
+        metadata.comments = readOggComments(descriptor, budget.left, metadata.leftOut);
+    } else if (format.container == Container::kOgg) {
+        metadata.flac = readFlacMetadata(descriptor, FlacStream::kOgg, budget.left, metadata.leftOut);
+    }
+    return metadata;
 }
 
 std::vector<CarriedChunk> cueChunks(ChunkFamily family, const std::vector<CuePoint>& cues) {
@@ -199,7 +281,7 @@ void appendChunks(int descriptor, ChunkFamily family, const std::vector<CarriedC
     }
     std::string bytes(row->padded ? static_cast<std::size_t>(before % 2) : 0, '\0');
     for (const CarriedChunk& chunk : chunks) {
-        bytes += chunkBytes(*row, chunk.id, {chunk.data.data(), chunk.data.size()});
+        bytes += bytesIn(*row, chunk.id, bytesOf(chunk));
     }
     writeAll(descriptor, bytes, name, {});
     correctLength(descriptor, *row, before + static_cast<std::int64_t>(bytes.size()), name);

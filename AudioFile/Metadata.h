@@ -2,10 +2,13 @@
 #define VARNO_AUDIOFILE_METADATA_H
 
 #include "AudioFile/ContainerChunks.h"
+#include "AudioFile/FlacBlocks.h"
 #include "AudioFile/Format.h"
+#include "AudioFile/LeftOut.h"
+#include "AudioFile/Tags.h"
+#include "AudioFile/XiphComments.h"
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -15,6 +18,8 @@ namespace varno {
 struct CarriedChunk {
     std::string id; ///< four characters
     std::vector<char> data;
+
+    bool operator==(const CarriedChunk&) const = default;
 };
 
 /// A marker of a file.
@@ -24,31 +29,43 @@ struct CuePoint {
     std::string name; ///< empty where the file has none
 };
 
-/// What an audio file holds beside its samples.
+/// What an audio file holds beside its samples, each as its container has it.
 struct FileMetadata {
-    /// Every chunk that stays valid when the samples change: markers, text, broadcast extension, sampler
-    /// loops and the like. A file of the same family takes these instead of the fields below.
+    /// Of RIFF, AIFF and CAF files, every chunk that stays valid when the samples change: markers, text,
+    /// tags, broadcast extension, sampler loops and the like.
     std::vector<CarriedChunk> chunks;
     ChunkFamily family = ChunkFamily::kNone;
-    std::vector<std::string>
-        tooLarge; ///< identifiers of chunks that are left out of `chunks` because of their size
 
-    std::map<int, std::string> tags; ///< text by libsndfile's SF_STR_ number
-    std::vector<CuePoint> cues;
-    bool hasSamplerLoops = false;
-    bool hasBroadcast = false;
+    FlacMetadata flac;          ///< of FLAC files, also within Ogg
+    XiphComments comments;      ///< of Ogg files of Vorbis and Opus; their pictures are among them
+    std::string id3;            ///< the ID3v2 tag before an MP3 or FLAC file, its bytes
+    std::vector<TextTag> texts; ///< of MP3 files, beside that tag; of AU files
+
+    std::vector<CuePoint> cues; ///< of the chunks, read
     std::vector<int>
-        channelMap; ///< libsndfile's SF_CHANNEL_MAP_ numbers, one per channel; empty if not known
+        channelMap;          ///< libsndfile's SF_CHANNEL_MAP_ numbers, one per channel; empty if not known
+    std::int64_t frames = 0; ///< of the file
+    LeftOutList leftOut;     ///< what could not be read
 };
 
-/// Most bytes of chunks that are carried from one file to another; they are held in memory.
-inline constexpr std::int64_t kMostCarriedBytes = 4 << 20;
+/// Most bytes of metadata that are carried from one file to another; they are held in memory.
+inline constexpr std::int64_t kMostCarriedBytes = 64 << 20;
 
 /// The family of the files that AudioWriter writes into a container.
 ChunkFamily familyOf(Container container);
 
-/// Fills `chunks`, `family` and `tooLarge` of the metadata from the file. @param descriptor open for reading
-void readCarriedChunks(int descriptor, const ContainerChunks& container, FileMetadata& metadata);
+/// Reads everything but cue points, channel map and the number of frames. @param descriptor open for reading;
+/// its position stays
+/// @param format of the file
+FileMetadata readFileMetadata(int descriptor, const ContainerChunks& container, const AudioFormat& format);
+
+/// Bytes of a chunk, as a text.
+std::string_view bytesOf(const CarriedChunk& chunk);
+
+CarriedChunk makeChunk(std::string_view id, std::string_view data);
+
+/// Header, data and padding of a chunk within a file or, for RIFF, within another chunk.
+std::string chunkBytes(ChunkFamily family, std::string_view id, std::string_view data);
 
 /// The chunks that hold these cue points in a WAV or AIFF file; none for other families.
 std::vector<CarriedChunk> cueChunks(ChunkFamily family, const std::vector<CuePoint>& cues);

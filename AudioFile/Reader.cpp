@@ -2,6 +2,7 @@
 
 #include "AudioFile/ContainerChunks.h"
 #include "AudioFile/Error.h"
+#include "AudioFile/FlacAudio.h"
 #include "AudioFile/MpegLength.h"
 #include "AudioFile/OggPages.h"
 #include "AudioFile/SampleStream.h"
@@ -19,6 +20,8 @@
 namespace varno {
 
 namespace {
+
+constexpr std::int64_t kMostFlacMetadataBytes = std::int64_t{1} << 30; // of the metadata of a FLAC file
 
 constexpr int kFramesPerCount = 4096; // per call of libsndfile while frames are counted
 
@@ -121,7 +124,8 @@ struct AudioReader::State {
     Options options;
     FileDescriptor file;
     std::optional<SndfileSource> source;
-    SndfileOwner sound;                 // closed before the source it reads through
+    std::optional<FlacAudio> flac;      // where libsndfile refuses the whole file
+    SndfileOwner sound;                 // closed before what it reads through
     std::optional<SampleStream> stream; // in place of `sound`
     bool isWhileWritten = false;
     AudioFormat format;
@@ -135,6 +139,7 @@ struct AudioReader::State {
     void openSeekable();
     void openSound(SndfileSource::End end);
     bool openStream(int descriptor, const ContainerChunks& container, StreamSource samples);
+    void readMetadata(int descriptor, const ContainerChunks& container, SNDFILE* opened);
     void acceptOrThrow(const std::string& text);
     void findLength();
     std::int64_t countFrames();
@@ -149,6 +154,12 @@ void AudioReader::State::acceptOrThrow(const std::string& text) {
     truncation = text;
 }
 
+void AudioReader::State::readMetadata(int descriptor, const ContainerChunks& container, SNDFILE* opened) {
+    metadata = readFileMetadata(descriptor, container, format);
+    metadata.cues = readCues(opened);
+    metadata.channelMap = readChannelMap(opened, format.channels);
+}
+
 // Takes samples from where the container has them, whatever libsndfile makes of their stated size. Returns
 // whether that is possible.
 bool AudioReader::State::openStream(int descriptor, const ContainerChunks& container, StreamSource samples) {
@@ -160,8 +171,7 @@ bool AudioReader::State::openStream(int descriptor, const ContainerChunks& conta
         return false;
     }
     format = audioFormatOf(info);
-    metadata = readMetadata(opened.get(), format.channels);
-    readCarriedChunks(descriptor, container, metadata);
+    readMetadata(descriptor, container, opened.get());
     stream.emplace(info, std::move(samples));
     return true;
 }
@@ -199,6 +209,11 @@ void AudioReader::State::openSound(SndfileSource::End end) {
     sound.reset();
     source.emplace(file.get(), end);
     sound = source->open(info);
+    if (!sound) {
+        info = {};
+        flac.emplace(file.get(), kMostFlacMetadataBytes);
+        sound = flac->open(info);
+    }
     format = audioFormatOf(info);
 }
 
@@ -227,8 +242,7 @@ void AudioReader::State::openSeekable() {
         acceptOrThrow(name + ": is truncated: its stream has no end; expected a whole file");
     }
     if (!stream) {
-        metadata = readMetadata(sound.get(), format.channels);
-        readCarriedChunks(file.get(), container, metadata);
+        readMetadata(file.get(), container, sound.get());
         findLength();
     }
 }
@@ -310,6 +324,7 @@ AudioReader::AudioReader(const std::string& path, Options options)
         throw AudioFileError(s.name + ": holds no frames; expected at least one");
     }
     s.decoded = decodedFor(s.format.sample);
+    s.metadata.frames = s.format.frames;
 }
 
 AudioReader::~AudioReader() = default;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <sndfile.h>
+#include <vector>
 
 namespace varno {
 
@@ -28,12 +29,15 @@ std::optional<SF_INFO> sndfileInfoOf(const AudioFormat& format);
 /// memory.
 bool canWrite(const AudioFormat& format);
 
-/// The metadata that libsndfile reads, which is everything but the chunks. @param file open for reading
-FileMetadata readMetadata(SNDFILE* file, int channels);
+/// The cue points of a file. @param file open for reading
+std::vector<CuePoint> readCues(SNDFILE* file);
 
-/// Sets text and channel map of a file that has just been opened for writing.
-/// @return whether the container holds all of the text
-bool writeMetadata(SNDFILE* file, Container container, const FileMetadata& metadata);
+/// The channel map of a file: libsndfile's SF_CHANNEL_MAP_ numbers, one per channel; empty where it has none.
+/// @param file open for reading
+std::vector<int> readChannelMap(SNDFILE* file, int channels);
+
+/// @param file open for writing, without samples so far
+void writeChannelMap(SNDFILE* file, std::vector<int> map);
 
 /// Lets libsndfile read an open file of the system without a claim to its descriptor, which libsndfile closes
 /// where it cannot open a file. It begins at the start, whatever the file's position. One thread at a time.

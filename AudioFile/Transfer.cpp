@@ -2,11 +2,13 @@
 
 #include "AudioFile/Error.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <span>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -17,6 +19,7 @@ namespace varno {
 namespace {
 
 constexpr std::size_t kCopyBytes = 64 * 1024;
+constexpr std::size_t kMoveBytes = 1 << 20;
 
 std::string reason(int error) {
     return std::generic_category().message(error);
@@ -39,6 +42,33 @@ std::size_t readSome(int descriptor, std::span<char> buffer, const std::string& 
             throwReadError(name, errno);
         }
         ask(goOn);
+    }
+}
+
+std::int64_t sizeOf(int descriptor, const std::string& name) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0) {
+        throwReadError(name, errno);
+    }
+    return status.st_size;
+}
+
+struct ByteRange {
+    std::int64_t offset;
+    std::int64_t bytes;
+};
+
+// Within a file. Begins at the end that the other place does not overwrite.
+void moveBytes(int descriptor, ByteRange range, std::int64_t to, const std::string& name) {
+    std::vector<char> buffer(kMoveBytes);
+    for (std::int64_t moved = 0; moved < range.bytes && to != range.offset;) {
+        const std::int64_t count = std::min<std::int64_t>(range.bytes - moved, kMoveBytes);
+        const std::int64_t at = to > range.offset ? range.bytes - moved - count : moved;
+        if (!readAt(descriptor, range.offset + at, buffer.data(), static_cast<std::size_t>(count))) {
+            throwReadError(name, errno);
+        }
+        writeAt(descriptor, to + at, {buffer.data(), static_cast<std::size_t>(count)}, name);
+        moved += count;
     }
 }
 
@@ -113,7 +143,25 @@ bool readAt(int descriptor, std::int64_t offset, void* bytes, std::size_t count)
 }
 
 void writeAt(int descriptor, std::int64_t offset, std::string_view bytes, const std::string& name) {
-    if (::pwrite(descriptor, bytes.data(), bytes.size(), offset) != static_cast<ssize_t>(bytes.size())) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::pwrite(descriptor, bytes.data(), bytes.size(), offset);
+        if (written > 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+            offset += written;
+        } else if (errno != EINTR) {
+            throwWriteError(name, errno);
+        }
+    }
+}
+
+void replaceRange(int descriptor, std::int64_t offset, std::int64_t oldBytes, std::string_view bytes,
+                  const std::string& name) {
+    const std::int64_t fileBytes = sizeOf(descriptor, name);
+    const std::int64_t from = std::min(offset + oldBytes, fileBytes);
+    moveBytes(descriptor, {from, fileBytes - from}, offset + static_cast<std::int64_t>(bytes.size()), name);
+    writeAt(descriptor, offset, bytes, name);
+    const std::int64_t newFileBytes = fileBytes + static_cast<std::int64_t>(bytes.size()) - (from - offset);
+    if (newFileBytes < fileBytes && ::ftruncate(descriptor, newFileBytes) != 0) {
         throwWriteError(name, errno);
     }
 }

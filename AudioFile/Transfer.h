@@ -67,6 +67,11 @@ bool readAt(int descriptor, std::int64_t offset, void* bytes, std::size_t count)
 /// Writes bytes at an offset; the position stays. @param name for messages @throws AudioFileError
 void writeAt(int descriptor, std::int64_t offset, std::string_view bytes, const std::string& name);
 
+/// Puts bytes in the place of `oldBytes` bytes at an offset; what follows moves. The position does not count.
+/// @param name for messages @throws AudioFileError
+void replaceRange(int descriptor, std::int64_t offset, std::int64_t oldBytes, std::string_view bytes,
+                  const std::string& name);
+
 /// Copies from the present position to the end of one file to the present position of another.
 /// @throws AudioFileError
 void copyAll(int from, const std::string& fromName, int to, const std::string& toName, const GoOn& goOn);

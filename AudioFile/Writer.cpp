@@ -1,5 +1,6 @@
 #include "AudioFile/Writer.h"
 
+#include "AudioFile/CarryOver.h"
 #include "AudioFile/ContainerChunks.h"
 #include "AudioFile/Error.h"
 #include "AudioFile/OggPages.h"
@@ -73,13 +74,6 @@ double keepUntouched(double exact, float processed) {
     return untouched ? exact : static_cast<double>(processed);
 }
 
-// libsndfile does not read the cue points of RF64 files; their chunk shows that there are some.
-bool hasCues(const FileMetadata& metadata) {
-    return !metadata.cues.empty() ||
-           std::any_of(metadata.chunks.begin(), metadata.chunks.end(),
-                       [](const CarriedChunk& chunk) { return chunk.id == "cue "; });
-}
-
 } // namespace
 
 struct AudioWriter::State {
@@ -92,7 +86,6 @@ struct AudioWriter::State {
           channels(static_cast<std::size_t>(outputFormat.channels)) {}
 
     void open(const FileMetadata& metadata);
-    void addMetadata(const FileMetadata& metadata);
     void gather(const AudioBlock& source, const float* const* processed, std::size_t first,
                 std::size_t count);
     void flush();
@@ -110,8 +103,7 @@ struct AudioWriter::State {
     std::size_t framesWaiting = 0;
     std::optional<SampleQuantizer> quantizer; // for integer formats
     Integers integers;
-    std::vector<CarriedChunk> chunksAtEnd;
-    std::vector<std::string> leftOut;
+    CarriedOver carried;
     SndfileOwner sound; // closed before the sink it writes through
 };
 
@@ -129,36 +121,10 @@ void AudioWriter::State::open(const FileMetadata& metadata) {
         double quality = format.sample == SampleFormat::kOpus ? kOpusQuality : kVorbisQuality;
         sf_command(sound.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
     }
-    addMetadata(metadata);
+    writeChannelMap(sound.get(), metadata.channelMap);
+    carried = carryOver(metadata, format);
     if (stream) {
-        stream->setChunks(chunksAtEnd);
-    }
-}
-
-void AudioWriter::State::addMetadata(const FileMetadata& metadata) {
-    const ChunkFamily family = familyOf(format.container);
-    for (const std::string& id : metadata.tooLarge) {
-        leftOut.push_back("oversized chunk " + id);
-    }
-    if (family != ChunkFamily::kNone && family == metadata.family) {
-        FileMetadata notInChunks;
-        notInChunks.channelMap = metadata.channelMap;
-        writeMetadata(sound.get(), format.container, notInChunks);
-        chunksAtEnd = metadata.chunks;
-        return;
-    }
-    if (!writeMetadata(sound.get(), format.container, metadata)) {
-        leftOut.push_back("text tags");
-    }
-    chunksAtEnd = cueChunks(family, metadata.cues);
-    if (hasCues(metadata) && chunksAtEnd.empty()) {
-        leftOut.push_back("cue points");
-    }
-    if (metadata.hasSamplerLoops) {
-        leftOut.push_back("sampler loops");
-    }
-    if (metadata.hasBroadcast) {
-        leftOut.push_back("broadcast chunk");
+        stream->setChunks(carried.chunks);
     }
 }
 
@@ -262,7 +228,7 @@ AtomicFile& AudioWriter::finish() {
         s.file.write(s.stream->takeEnd());
         return s.file;
     }
-    appendChunks(s.file.descriptor(), familyOf(s.format.container), s.chunksAtEnd, s.file.name());
+    writeCarriedOver(s.file.descriptor(), s.carried, s.format.container, s.file.name());
     if (s.format.container == Container::kOgg) {
         setOggSerial(s.file.descriptor(), s.file.name());
     }
@@ -278,8 +244,8 @@ bool AudioWriter::isAsWritten() const {
     return mState->isAsWritten;
 }
 
-const std::vector<std::string>& AudioWriter::metadataLeftOut() const {
-    return mState->leftOut;
+const LeftOutList& AudioWriter::metadataLeftOut() const {
+    return mState->carried.leftOut;
 }
 
 } // namespace varno

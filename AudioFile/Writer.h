@@ -4,6 +4,7 @@
 #include "AudioFile/AtomicFile.h"
 #include "AudioFile/Block.h"
 #include "AudioFile/Format.h"
+#include "AudioFile/LeftOut.h"
 #include "AudioFile/Metadata.h"
 #include "AudioFile/Quantizer.h"
 #include "AudioFile/Transfer.h"
@@ -11,7 +12,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace varno {
 
@@ -67,8 +67,8 @@ public:
     /// Whether blocks have left for a pipe when write() returns, so that a failure does not take them back.
     bool isAsWritten() const;
 
-    /// What of the metadata this container cannot hold, each in a word or two ("cue points"), for a message.
-    const std::vector<std::string>& metadataLeftOut() const;
+    /// What of the input's metadata is not in the output. Known from the start.
+    const LeftOutList& metadataLeftOut() const;
 
 private:
     struct State;

@@ -92,25 +92,56 @@ TEST_F(CarriedChunksTest, LengthsInTheHeaderStayTrue) {
               aiff.size() - 8);
 }
 
-TEST_F(CarriedChunksTest, WhatDescribesTheSamplesIsNotCarried) {
+TEST_F(CarriedChunksTest, WhatDescribesTheSamplesIsNotCarriedAndReported) {
     const std::string in = makeFile("in.wav", SF_FORMAT_WAV,
                                     {chunk("levl", "peaks"), chunk("LIST", "wavl"), chunk("iXML", "kept")});
     EXPECT_EQ(byId(AudioReader(in).metadata().chunks),
               (std::map<std::string, std::string>{{"iXML", "kept"}}));
+    EXPECT_THAT(
+        Copy().run(in, mFolder / "out.wav").leftOut,
+        ElementsAre("IN: not carried over, since it describes the samples as they were: 2 chunks (levl, "
+                    "LIST)"));
+}
+
+TEST_F(CarriedChunksTest, ChunksOfAnyNameAreCarried) {
+    const std::vector<CarriedChunk> chunks = {chunk("qrst", "unknown"), chunk("Zz01", ""),
+                                              chunk("qrst", "once more"), chunk("LIST", "exifabc")};
+    const std::string in = makeFile("in.wav", SF_FORMAT_WAV, chunks);
+    for (const char* name : {"out.wav", "out.rf64"}) {
+        EXPECT_THAT(Copy().run(in, mFolder / name).leftOut, IsEmpty()) << name;
+        EXPECT_EQ(AudioReader(mFolder / name).metadata().chunks, chunks) << name;
+    }
+    EXPECT_THAT(Copy().run(in, mFolder / "out.caf").leftOut,
+                ElementsAre("OUT: CAF has no place for: 4 chunks (qrst, Zz01, LIST exif)"));
 }
 
 TEST_F(CarriedChunksTest, OversizedChunksAreLeftOutAndReported) {
     const std::string large(kMostCarriedBytes + 1, 'x');
     const std::string in = makeFile("in.wav", SF_FORMAT_WAV, {chunk("ID3 ", large), chunk("iXML", "kept")});
-    EXPECT_THAT(Copy().run(in, mFolder / "out.wav").leftOut, ElementsAre("oversized chunk ID3 "));
+    EXPECT_THAT(Copy().run(in, mFolder / "out.wav").leftOut,
+                ElementsAre("IN: not carried over, beyond 64 MiB of metadata: 1 chunk (ID3 )"));
     EXPECT_EQ(AudioReader(mFolder / "out.wav").metadata().chunks.size(), 1U);
 }
 
-TEST_F(CarriedChunksTest, AChunkThatRunsPastTheEndIsNotCarried) {
+TEST_F(CarriedChunksTest, AChunkThatRunsPastTheEndIsNotCarriedAndReported) {
     std::string bytes = readFile(makeFile("in.wav", SF_FORMAT_WAV, {chunk("iXML", "cut off")}));
     bytes.resize(bytes.size() - 4);
     writeFile(mFolder / "cut.wav", bytes);
     EXPECT_THAT(AudioReader(mFolder / "cut.wav").metadata().chunks, IsEmpty());
+    EXPECT_THAT(Copy().run(mFolder / "cut.wav", mFolder / "out.wav").leftOut,
+                ElementsAre("IN: not carried over, since it cannot be read: 1 chunk (iXML)"));
+}
+
+TEST_F(CarriedChunksTest, ChunksOfContainersThatAreNotReadAreReported) {
+    const std::string in = makeFile("in.wav", SF_FORMAT_WAV, {});
+    std::string bytes = readFile(in);
+    Copy().run(in, mFolder / "in.w64");
+    // "bext" with the rest of W64's identifiers, and a size of 32 bytes with the header.
+    const std::string id("bext\xF3\xAC\xD3\x11\x8C\xD1\0\xC0\x4F\x8E\xDB\x8A", 16);
+    writeFile(mFolder / "in.w64",
+              readFile(mFolder / "in.w64") + id + std::string("\x20\0\0\0\0\0\0\0", 8) + std::string(8, 'x'));
+    EXPECT_THAT(Copy().run(mFolder / "in.w64", mFolder / "out.wav").leftOut,
+                ElementsAre("IN: not carried over, since it cannot be read: 1 chunk (bext)"));
 }
 
 TEST_F(CarriedChunksTest, MarkersCrossFamiliesWithTheirNames) {
@@ -133,7 +164,9 @@ TEST_F(CarriedChunksTest, ContainersWithoutMarkersReportIt) {
     const std::string in =
         makeFile("in.wav", SF_FORMAT_WAV, cueChunks(ChunkFamily::kRiff, {{1, 10, "verse"}}));
     for (const char* name : {"out.flac", "out.w64", "out.caf", "out.ogg"}) {
-        EXPECT_THAT(Copy().run(in, mFolder / name).leftOut, ElementsAre("cue points")) << name;
+        EXPECT_THAT(Copy().run(in, mFolder / name).leftOut,
+                    ElementsAre(testing::EndsWith(" has no place for: 1 cue point (verse)")))
+            << name;
     }
 }
 

@@ -99,6 +99,33 @@ TEST(TransferTest, TheCallbackIsCalledBetweenPieces) {
     EXPECT_EQ(calls, 2);
 }
 
+// The rest of the file moves by less and by more than is copied at a time, in both directions.
+TEST(ReplaceRange, MovesWhatFollows) {
+    const TemporaryFolder folder;
+    std::string rest;
+    for (int i = 0; rest.size() < 3'000'000; ++i) {
+        rest += std::to_string(i) + ' ';
+    }
+    for (const std::size_t replaced : {0U, 10U, 1'500'000U}) {
+        for (const std::size_t added : {0U, 10U, 7U, 2'000'000U}) {
+            const std::string path = folder / "file";
+            writeFile(path, "start" + std::string(replaced, 'o') + rest);
+            const FileDescriptor file = openFile(path, O_RDWR, {});
+            replaceRange(file.get(), 5, static_cast<std::int64_t>(replaced), std::string(added, 'n'), path);
+            EXPECT_TRUE(readFile(path) == "start" + std::string(added, 'n') + rest)
+                << replaced << ' ' << added;
+        }
+    }
+}
+
+TEST(ReplaceRange, EndsAtTheEndOfTheFile) {
+    const TemporaryFolder folder;
+    writeFile(folder / "file", "abcdef");
+    const FileDescriptor file = openFile(folder / "file", O_RDWR, {});
+    replaceRange(file.get(), 4, 100, "XYZ", "file");
+    EXPECT_EQ(readFile(folder / "file"), "abcdXYZ");
+}
+
 TEST(ReadWhole, ReadsUpToItsLimit) {
     const TemporaryFolder folder;
     const std::string path = folder / "file";

@@ -9,6 +9,7 @@
 #include "DemoGain_ParameterTable.h"
 #include "Render/BlockProcessor.h"
 #include "Render/CsvFiles.h"
+#include "Render/MetadataText.h"
 #include "Render/SampleLevels.h"
 #include "Settings/ModuleLoading.h"
 
@@ -141,22 +142,16 @@ void addWarningOfRest(AudioReader& reader, RenderReport& report) {
     }
 }
 
-void addWarnings(const AudioWriter& writer, RenderReport& report) {
+void addSampleWarnings(RenderReport& report) {
     if (report.unusableSamples > 0) {
         report.warnings.push_back(
             report.task.input + ": " + std::to_string(report.unusableSamples) +
             " samples are not a number, infinite or above 1e30 in magnitude; the effect "
             "processes them as silence");
     }
-    const std::string output = report.task.output + ": ";
     if (report.clippedSamples > 0) {
-        report.warnings.push_back(output + std::to_string(report.clippedSamples) +
+        report.warnings.push_back(report.task.output + ": " + std::to_string(report.clippedSamples) +
                                   " samples clipped; lower Volume, or use --format float");
-    }
-    const std::string reason =
-        std::string(" not carried over, since ") + containerName(report.format.container) + " cannot hold it";
-    for (const auto& item : writer.metadataLeftOut()) {
-        report.warnings.push_back(std::string(output).append(item).append(reason));
     }
 }
 
@@ -198,6 +193,8 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     AudioWriter writer(task.output, report.format, reader.metadata(),
                        {options.overwrite, options.dither, reader.format().sample, throwIfInterrupted,
                         toPipe ? Delivery::kAsWritten : Delivery::kWhole});
+    const auto lost = metadataWarnings(writer.metadataLeftOut(), task, report.format.container);
+    report.warnings.insert(report.warnings.end(), lost.begin(), lost.end());
     std::optional<MeterFile> meterFile;
     BlockProcessor processor(*instance, steps, options.blockFrames);
     if (options.meters) {
@@ -227,7 +224,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     report.clippedSamples = writer.clippedSamples();
     report.gainReductionDB = gainReductionDB(*instance, processor);
     addWarningOfRest(reader, report);
-    addWarnings(writer, report);
+    addSampleWarnings(report);
     report.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return report;
 }

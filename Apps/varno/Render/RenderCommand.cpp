@@ -29,8 +29,9 @@ constexpr std::string_view kRenderDescription[] = {
     "Renders INPUT through the effect into OUTPUT: a mono file through the mono variant, a stereo file "
     "through the stereo one, at sample rates from 16 to 384 kHz. OUTPUT has exactly the input's frames (and "
     "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
-    "selects another; tags, cue points and broadcast data are carried over. The processed signal comes one "
-    "sample later than the dry one; that is not compensated.",
+    "selects another. The processed signal comes one sample later than the dry one; that is not compensated.",
+    "Texts, pictures, cue sheets, markers and other data of INPUT are carried over as far as OUTPUT's "
+    "container holds them, 64 MiB at most. A warning names what is not.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "With --out-dir every INPUT is rendered to a file of the same name in DIR, several side by side with "
     "--jobs, and reported as it ends. One that fails does not stop the others.",

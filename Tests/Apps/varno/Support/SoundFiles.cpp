@@ -1,5 +1,6 @@
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 
+#include "Render/MetadataText.h"
 #include "Tests/Support/Subprocess.h"
 
 #include <algorithm>
@@ -95,7 +96,8 @@ Copy::Result Copy::run(const std::string& input, const std::string& output) cons
         writer.write(block, block.samples());
     }
     writer.commit();
-    return {chosen.note, writer.clippedSamples(), writer.metadataLeftOut()};
+    return {chosen.note, writer.clippedSamples(),
+            metadataWarnings(writer.metadataLeftOut(), {"IN", "OUT"}, chosen.format.container)};
 }
 
 std::string shell(const std::string& command) {

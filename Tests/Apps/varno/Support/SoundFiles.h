@@ -46,7 +46,7 @@ struct Copy {
     struct Result {
         std::string note;
         std::int64_t clipped = 0;
-        std::vector<std::string> leftOut;
+        std::vector<std::string> leftOut; // the warnings, of files named IN and OUT
     };
     Result run(const std::string& input, const std::string& output) const;
 };
