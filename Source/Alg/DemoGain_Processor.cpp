@@ -62,7 +62,11 @@ int64_t DemoGain_ProcessorTargets() {
 #else
 
 int64_t DemoGain_ProcessorTargets() {
-    return HWY_TARGETS;
+#if HWY_TARGETS & HWY_NEON
+    return HWY_NEON | HWY_EMU128;
+#else
+    return HWY_EMU128;
+#endif
 }
 
 #endif

@@ -6,8 +6,8 @@
 
 /// A bit for each instruction set that the routine can be built for and that may be used here, as Highway
 /// numbers it: of x86 processors HWY_SSSE3, HWY_AVX2 and HWY_AVX3, where the processor has and the system
-/// allows all that Highway generates for it, and always HWY_EMU128; of others what the whole build requires.
-/// Highway's own function for this is in a library that most systems lack. [any]
+/// allows all that Highway generates for it; of others HWY_NEON, where the whole build requires it; always
+/// HWY_EMU128. Highway's own function for this is in a library that most systems lack. [any]
 int64_t DemoGain_ProcessorTargets();
 
 #endif

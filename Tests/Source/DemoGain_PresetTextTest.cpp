@@ -392,7 +392,12 @@ TEST(PresetTextParse, readsEveryNumberAsTheCLibraryDoes) {
         const std::string text = textOf(values);
         const std::optional<Values> expected = scanned(text);
         const std::optional<Values> parsed = Parse(text);
-        ASSERT_EQ(parsed.has_value(), expected.has_value())
+        // GNU's library from 2.41 on refuses what an open bracket follows; before, it read what stands
+        // before.
+        const std::string& number = values.back();
+        const bool isOpenBracket = parsed && !expected && number.find('(') != std::string::npos &&
+                                   number.find(')') == std::string::npos;
+        ASSERT_TRUE(parsed.has_value() == expected.has_value() || isOpenBracket)
             << "text " << i << ": \"" << values.back() << "\"";
         if (expected) {
             ASSERT_PRED2(sameBits, parsed->back(), expected->back()) << "text " << i << ": " << values.back();
