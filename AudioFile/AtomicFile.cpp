@@ -1,11 +1,12 @@
 #include "AudioFile/AtomicFile.h"
 
 #include "AudioFile/Error.h"
+#include "AudioFile/HiddenFiles.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <random>
+#include <list>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -18,14 +19,11 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned kNewFileMode = 0666;     // the system removes the bits of the user's mask
-constexpr unsigned kPermissionBits = 07777; // of the mode that the system reports
+constexpr unsigned kReplacementMode = 0600; // until the file gets that of the one it replaces
+constexpr unsigned kModeBits = 07777;       // of the mode that the system reports
+constexpr unsigned kPermissionBits = 0777;  // without those that depend on owner and group
 
-std::string uniqueHiddenName() {
-    std::random_device random;
-    char name[32];
-    std::snprintf(name, sizeof name, ".varno-%08x%08x.part", random(), random());
-    return name;
-}
+constexpr const char* kKeptExtension = ".old";
 
 [[noreturn]] void throwExists(const std::string& name) {
     throw AudioFileError(name + ": exists already; expected a new name, or --force to replace it");
@@ -41,6 +39,16 @@ int renamed(const fs::path& from, const fs::path& to) {
     return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
+// Gives the file the owner and group of another, or at least its group. Returns whether anything has changed.
+bool giveOwner(int file, const struct stat& other) {
+    constexpr auto kSameOwner = static_cast<uid_t>(-1);
+    return ::fchown(file, other.st_uid, other.st_gid) == 0 || ::fchown(file, kSameOwner, other.st_gid) == 0;
+}
+
+bool isThere(const fs::path& path) {
+    return fs::exists(fs::symlink_status(path));
+}
+
 // Gives `temporary` the name `target` unless a file has that name, in one step where the file system offers
 // it.
 int renameToNew(const fs::path& temporary, const fs::path& target) {
@@ -50,10 +58,7 @@ int renameToNew(const fs::path& temporary, const fs::path& target) {
     if (errno != EINVAL && errno != ENOSYS) {
         return errno;
     }
-    if (fs::exists(fs::symlink_status(target))) {
-        return EEXIST;
-    }
-    return renamed(temporary, target);
+    return isThere(target) ? EEXIST : renamed(temporary, target);
 }
 
 } // namespace
@@ -70,6 +75,10 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn, 
       mGoOn(std::move(goOn)) {
     struct stat status {};
     const bool exists = path != "-" && ::stat(path.c_str(), &status) == 0;
+    if (path != "-" && overwrite == Overwrite::kReplaceFile) {
+        mTarget = path;
+        refuseOtherThanFile();
+    }
     if (path != "-" && !exists && fs::is_symlink(fs::path(path))) {
         throw AudioFileError(mName + ": is a link to a file that does not exist; expected a new name");
     }
@@ -87,30 +96,46 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn, 
     if (exists && overwrite == Overwrite::kRefuse) {
         throwExists(mName);
     }
-    openBeside(exists ? fs::canonical(path) : fs::path(path));
-    if (exists) { // the new file has the permissions of the old one
-        ::fchmod(mFile.get(), status.st_mode & kPermissionBits);
-    }
+    mReplacedStatus = status;
+    const bool isLinkFollowed = exists && overwrite != Overwrite::kReplaceFile;
+    openBeside(isLinkFollowed ? fs::canonical(path) : fs::path(path),
+               exists ? kReplacementMode : kNewFileMode);
 }
 
 AtomicFile::~AtomicFile() {
     removeHidden();
 }
 
-void AtomicFile::openBeside(const fs::path& target) {
+void AtomicFile::refuseOtherThanFile() const {
+    struct stat status {};
+    if (::lstat(mTarget.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        throw AudioFileError(mName + (S_ISLNK(status.st_mode) ? ": is a link" : ": is no file") +
+                             "; expected a file to replace, or nothing of this name");
+    }
+}
+
+void AtomicFile::openBeside(const fs::path& target, unsigned mode) {
     if (!target.has_filename()) {
         throw AudioFileError(mName + ": is no file name; expected one");
     }
     mTarget = target;
+    const fs::path folder = folderOf(target);
+    removeStaleFiles(folder);
+    mFile = openUnnamed(folder, mode);
+    mIsUnnamed = mFile.isOpen();
+    if (mIsUnnamed) {
+        return;
+    }
     fs::path temporary;
-    do {
-        temporary = target.parent_path() / uniqueHiddenName();
-        mFile = openFile(temporary, O_RDWR | O_CREAT | O_EXCL, mGoOn, kNewFileMode);
-    } while (!mFile.isOpen() && errno == EEXIST);
+    mFile = openHidden(target, mode, mGoOn, temporary);
     if (!mFile.isOpen()) {
         throwNoFolder(mName, errno);
     }
     mTemporary = temporary;
+}
+
+std::string AtomicFile::pathBeforeCommit() const {
+    return mIsUnnamed ? "/proc/self/fd/" + std::to_string(mFile.get()) : mTemporary.string();
 }
 
 void AtomicFile::write(std::string_view bytes) {
@@ -127,6 +152,7 @@ void AtomicFile::complete() {
     if (mIsStream) {
         return;
     }
+    keepAttributes();
     while (::fsync(mFile.get()) != 0) {
         if (errno == EINVAL || errno == EOPNOTSUPP) { // this file system cannot
             break;
@@ -138,23 +164,44 @@ void AtomicFile::complete() {
             mGoOn();
         }
     }
+    if (mIsUnnamed) { // gets its name while it is open
+        return;
+    }
     if (const int error = mFile.close()) {
         throwWriteError(mName, error);
     }
 }
 
-// With `keepReplaced` what had the name before stays under the temporary one.
+// After the last byte, since writing and a change of owner remove the special bits. Where the file system has
+// no owners or modes, there is nothing to keep.
+void AtomicFile::keepAttributes() {
+    struct stat replaced {};
+    if (::stat(mTarget.c_str(), &replaced) != 0 || !S_ISREG(replaced.st_mode)) {
+        replaced = mReplacedStatus;
+    }
+    struct stat own {};
+    if (replaced.st_mode == 0 || ::fstat(mFile.get(), &own) != 0) {
+        return;
+    }
+    const auto isKept = [&] { return own.st_uid == replaced.st_uid && own.st_gid == replaced.st_gid; };
+    if (!isKept() && giveOwner(mFile.get(), replaced)) {
+        ::fstat(mFile.get(), &own);
+    }
+    ::fchmod(mFile.get(), replaced.st_mode & (isKept() ? kModeBits : kPermissionBits));
+}
+
+// With `keepReplaced` what had the name before stays under a temporary one.
 void AtomicFile::giveName(bool keepReplaced) {
     if (mIsStream) {
         return;
     }
-    int error = 0;
-    if (mOverwrite == Overwrite::kRefuse) {
-        error = renameToNew(mTemporary, mTarget);
-    } else if (keepReplaced && fs::exists(fs::symlink_status(mTarget))) {
-        error = replaceAndKeep();
-    } else {
-        error = renamed(mTemporary, mTarget);
+    if (mOverwrite == Overwrite::kReplaceFile) {
+        refuseOtherThanFile();
+    }
+    const bool mayReplace = mOverwrite != Overwrite::kRefuse;
+    int error = mayReplace && isThere(mTarget) ? EEXIST : nameNew();
+    if (error == EEXIST && mayReplace) {
+        error = nameOver(keepReplaced);
     }
     if (error == EEXIST) {
         throwExists(mName);
@@ -163,9 +210,27 @@ void AtomicFile::giveName(bool keepReplaced) {
         throwWriteError(mName, error);
     }
     mTemporary.clear();
+    mIsUnnamed = false;
 }
 
-// In one step where the file system offers it.
+int AtomicFile::nameNew() {
+    return mIsUnnamed ? linkUnnamed(mFile, mTarget) : renameToNew(mTemporary, mTarget);
+}
+
+int AtomicFile::nameOver(bool keepReplaced) {
+    if (mIsUnnamed) {
+        const fs::path hidden = hiddenNameBeside(mTarget);
+        if (const int error = linkUnnamed(mFile, hidden)) {
+            return error;
+        }
+        mTemporary = hidden;
+        mIsUnnamed = false;
+    }
+    return keepReplaced && isThere(mTarget) ? replaceAndKeep() : renamed(mTemporary, mTarget);
+}
+
+// In one step where the file system offers it, else with a second link, so that the target always has a file.
+// Where there are no links either, what is replaced waits under a name that removeStaleFiles() leaves alone.
 int AtomicFile::replaceAndKeep() {
     if (::renameat2(AT_FDCWD, mTemporary.c_str(), AT_FDCWD, mTarget.c_str(), RENAME_EXCHANGE) == 0) {
         mReplaced = mTemporary;
@@ -174,7 +239,12 @@ int AtomicFile::replaceAndKeep() {
     if (errno != EINVAL && errno != ENOSYS) {
         return errno;
     }
-    const fs::path aside = mTarget.parent_path() / uniqueHiddenName();
+    fs::path aside = hiddenNameBeside(mTarget);
+    if (::link(mTarget.c_str(), aside.c_str()) == 0) {
+        mReplaced = aside;
+        return renamed(mTemporary, mTarget);
+    }
+    aside.replace_extension(kKeptExtension);
     if (const int error = renamed(mTarget, aside)) {
         return error;
     }
@@ -233,6 +303,12 @@ void AtomicFile::copyToStream() {
 }
 
 void commitTogether(std::span<AtomicFile* const> files) {
+    std::list<FolderInUse> folders;
+    for (AtomicFile* file : files) {
+        if (!file->mIsStream) {
+            folders.emplace_back(folderOf(file->mTarget), file->mGoOn);
+        }
+    }
     for (AtomicFile* file : files) {
         file->complete();
     }
@@ -256,6 +332,7 @@ void commitTogether(std::span<AtomicFile* const> files) {
     }
     for (AtomicFile* file : files) {
         file->removeHidden();
+        file->mFile.close(); // what it holds is on the disk
     }
 }
 

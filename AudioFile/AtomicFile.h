@@ -7,11 +7,16 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace varno {
 
 /// Whether an output may replace a file that exists already.
-enum class Overwrite { kRefuse, kReplace };
+enum class Overwrite {
+    kRefuse,
+    kReplace,     ///< of a symbolic link, the file that it names
+    kReplaceFile, ///< a regular file; refuses links and everything else
+};
 
 /// Whether an output is a pipe, a socket or a device, also where it is one under the name of standard output.
 /// @param path "-" is standard output
@@ -23,15 +28,17 @@ enum class Delivery {
     kAsWritten, ///< at once: a failure leaves a part of it
 };
 
-/// A file that appears whole or not at all. It is written under a hidden, unique name in the folder of its
-/// target and gets its own name by commit(); an object destroyed without that leaves nothing behind. Where
-/// the target is standard output, a pipe or a device, which cannot be renamed to, the content is kept in an
-/// unnamed temporary file and copied by commit(). One thread at a time; several objects, in several threads
-/// or programs, do not disturb each other. With Delivery::kAsWritten a pipe or a device receives the content
-/// at once.
+/// A file that appears whole or not at all. It is written without a name in the folder of its target, or
+/// where the file system has no such files under a hidden, unique name, and gets its own name by commit(). An
+/// object destroyed without that leaves nothing behind; a program that is killed leaves hidden names at most,
+/// which the next file in that folder removes. A replaced file's mode, owner and group are kept; where owner
+/// or group cannot be, without the special bits of the mode. Where the target is standard output, a pipe or a
+/// device, which cannot be renamed to, the content is kept in an unnamed temporary file and copied by
+/// commit(); with Delivery::kAsWritten a pipe or a device receives it at once. One thread at a time; several
+/// objects, in several threads or programs, do not disturb each other.
 class AtomicFile {
 public:
-    /// @param path of the target; "-" is standard output; a symbolic link is followed
+    /// @param path of the target; "-" is standard output
     /// @param goOn called while write() and commit() wait for a pipe or a device
     /// @throws AudioFileError where the target exists and may not be replaced, is a directory, or its folder
     ///         does not exist or cannot be written
@@ -48,6 +55,9 @@ public:
     /// The file being written, open for reading and writing; owned by this object.
     int descriptor() const { return mFile.get(); }
 
+    /// A path under which this process can open what has been written, until commit(); not of a stream.
+    std::string pathBeforeCommit() const;
+
     /// Appends at the present position. @throws AudioFileError with the reason, for instance a full disk
     void write(std::string_view bytes);
 
@@ -58,11 +68,15 @@ private:
     friend void commitTogether(std::span<AtomicFile* const> files);
 
     void complete();
+    void keepAttributes();
+    void refuseOtherThanFile() const;
     void giveName(bool keepReplaced);
+    int nameNew();
+    int nameOver(bool keepReplaced);
     int replaceAndKeep();
     void takeNameBack();
     void removeHidden();
-    void openBeside(const std::filesystem::path& target);
+    void openBeside(const std::filesystem::path& target, unsigned mode);
     FileDescriptor openStream();
     void copyToStream();
 
@@ -70,8 +84,10 @@ private:
     Overwrite mOverwrite;
     GoOn mGoOn;
     std::filesystem::path mTarget;    // empty for standard output
-    std::filesystem::path mTemporary; // of the content; empty once the file has its name
+    std::filesystem::path mTemporary; // of the content; empty where it has no name or its own
     std::filesystem::path mReplaced;  // what had the name before; empty for nothing
+    struct stat mReplacedStatus {};   // of a file that exists at the start; mode 0 for none
+    bool mIsUnnamed = false;          // the content has no name yet
     bool mIsStream = false;
     bool mIsDelivered = false; // a stream that has received everything
     FileDescriptor mFile;

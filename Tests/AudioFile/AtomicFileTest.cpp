@@ -4,9 +4,11 @@
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
+#include "Tests/AudioFile/FailingCalls.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <memory>
 #include <sys/resource.h>
@@ -45,11 +47,6 @@ TEST_F(AtomicFileTest, AppearsUnderItsNameOnlyWhenCommitted) {
     file.commit();
     EXPECT_EQ(readFile(mPath), "whole");
     EXPECT_EQ(mFolder.listing(), "out.txt");
-}
-
-TEST_F(AtomicFileTest, WaitsUnderAHiddenNameBesideItsTarget) {
-    const AtomicFile file(mPath, Overwrite::kRefuse);
-    EXPECT_THAT(mFolder.listing(), testing::StartsWith("."));
 }
 
 TEST_F(AtomicFileTest, LeavesNothingWithoutCommit) {
@@ -93,11 +90,66 @@ TEST_F(AtomicFileTest, ReplacesAndKeepsThePermissions) {
     EXPECT_EQ(modeOf(mPath), 0640U);
 }
 
+// Also while it is replaced, nobody may read what nobody could read.
+TEST_F(AtomicFileTest, AReplacementIsNeverMoreReadable) {
+    writeFile(mPath, "old");
+    fs::permissions(mPath, fs::perms(0400));
+    for (const bool hasUnnamed : {true, false}) {
+        failingCalls.hasUnnamed = hasUnnamed;
+        const AtomicFile file(mPath, Overwrite::kReplace);
+        EXPECT_EQ(modeOf(file.pathBeforeCommit()) & 0077U, 0U);
+    }
+    failingCalls = {};
+}
+
+// As the super user, of another owner; else of the user's own.
+TEST_F(AtomicFileTest, ReplacesAndKeepsOwnerAndSpecialBits) {
+    for (const bool hasUnnamed : {true, false}) {
+        failingCalls.hasUnnamed = hasUnnamed;
+        writeFile(mPath, "old");
+        if (::geteuid() == 0) {
+            ASSERT_EQ(::chown(mPath.c_str(), 1234, 2345), 0);
+        }
+        ASSERT_EQ(::chmod(mPath.c_str(), 07751), 0);
+        struct stat before {};
+        ASSERT_EQ(::stat(mPath.c_str(), &before), 0);
+        commitBytes(mPath, "new", Overwrite::kReplace);
+        struct stat after {};
+        ASSERT_EQ(::stat(mPath.c_str(), &after), 0);
+        EXPECT_NE(after.st_ino, before.st_ino);
+        EXPECT_EQ(after.st_uid, before.st_uid);
+        EXPECT_EQ(after.st_gid, before.st_gid);
+        EXPECT_EQ(after.st_mode, before.st_mode);
+    }
+    failingCalls = {};
+}
+
+// Who may write into the folder may replace a file of another owner, but not make a file of that owner.
+TEST_F(AtomicFileTest, SpecialBitsGoWithTheOwner) {
+    writeFile(mPath, "old");
+    ASSERT_EQ(::chmod(mPath.c_str(), 07755), 0);
+    fs::permissions(mFolder.path(), fs::perms(0777));
+    const bool losesOwner = ::geteuid() == 0;
+    const int status = inChildProcess([&] {
+        becomeOrdinaryUser();
+        commitBytes(mPath, "new", Overwrite::kReplace);
+        return 0;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(readFile(mPath), "new");
+    EXPECT_EQ(modeOf(mPath), losesOwner ? 0755U : 07755U);
+}
+
 TEST_F(AtomicFileTest, NewFilesFollowTheUsersMask) {
-    const mode_t before = ::umask(027);
-    commitBytes(mPath, "new");
-    ::umask(before);
-    EXPECT_EQ(modeOf(mPath), 0640U);
+    for (const bool hasUnnamed : {true, false}) {
+        failingCalls.hasUnnamed = hasUnnamed;
+        const mode_t before = ::umask(027);
+        commitBytes(mPath, "new");
+        ::umask(before);
+        EXPECT_EQ(modeOf(mPath), 0640U);
+        fs::remove(mPath);
+    }
+    failingCalls = {};
 }
 
 TEST_F(AtomicFileTest, FollowsASymbolicLink) {
@@ -107,6 +159,29 @@ TEST_F(AtomicFileTest, FollowsASymbolicLink) {
     fs::create_symlink(real, mPath);
     commitBytes(mPath, "new", Overwrite::kReplace);
     EXPECT_TRUE(fs::is_symlink(mPath));
+    EXPECT_EQ(readFile(real), "new");
+}
+
+// Neither at the start nor where it appears meanwhile.
+TEST_F(AtomicFileTest, MayBeToldToFollowNoLink) {
+    const std::string real = mFolder / "real.txt";
+    writeFile(real, "old");
+    const std::string reason = ": is a link; expected a file to replace, or nothing of this name";
+    for (const std::string& name : {real, mFolder / "missing"}) {
+        AtomicFile early(mPath, Overwrite::kReplaceFile);
+        fs::create_symlink(name, mPath);
+        EXPECT_EQ(errorText(kExitWorkFailed, [&] { AtomicFile(mPath, Overwrite::kReplaceFile); }),
+                  mPath + reason);
+        EXPECT_EQ(errorText(kExitWorkFailed, [&] { early.commit(); }), mPath + reason);
+        EXPECT_TRUE(fs::is_symlink(mPath));
+        fs::remove(mPath);
+    }
+    EXPECT_EQ(readFile(real), "old");
+    EXPECT_FALSE(fs::exists(mFolder / "missing"));
+    ASSERT_EQ(::mkfifo(mPath.c_str(), 0600), 0);
+    EXPECT_EQ(errorText(kExitWorkFailed, [&] { AtomicFile(mPath, Overwrite::kReplaceFile); }),
+              mPath + ": is no file; expected a file to replace, or nothing of this name");
+    commitBytes(real, "new", Overwrite::kReplaceFile);
     EXPECT_EQ(readFile(real), "new");
 }
 
@@ -197,6 +272,21 @@ TEST_F(AtomicFileTest, StandardOutputGetsEverythingAtCommit) {
     ::close(ends[0]);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(std::max<ssize_t>(got, 0))), "all of it");
+}
+
+TEST_F(AtomicFileTest, APipeMayReceiveBytesAtOnce) {
+    ASSERT_EQ(::mkfifo(mPath.c_str(), 0600), 0);
+    const FileDescriptor reader(::open(mPath.c_str(), O_RDONLY | O_NONBLOCK));
+    EXPECT_TRUE(isPipeOutput(mPath));
+    AtomicFile file(mPath, Overwrite::kRefuse, {}, Delivery::kAsWritten);
+    file.write("now");
+    char bytes[8] = {};
+    EXPECT_EQ(::read(reader.get(), bytes, sizeof bytes), 3);
+    file.write("more");
+    file.commit();
+    EXPECT_EQ(::read(reader.get(), bytes, sizeof bytes), 4);
+    EXPECT_EQ(::read(reader.get(), bytes, sizeof bytes), 0); // the end
+    EXPECT_FALSE(isPipeOutput(mFolder / "none"));
 }
 
 TEST_F(AtomicFileTest, ReportsAPipeThatNobodyReads) {

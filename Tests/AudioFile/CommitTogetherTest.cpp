@@ -1,49 +1,28 @@
 #include "AudioFile/AtomicFile.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/AudioFile/FailingCalls.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <sys/syscall.h>
-
-#include <cerrno>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <unistd.h>
 #include <vector>
 
-// Calls of the system that fail on demand: these definitions take the place of the C library's.
-namespace {
-
-int syncsUntilFailure = -1; // -1: none fails
-bool hasExchange = true;
-
-} // namespace
-
-extern "C" int fsync(int descriptor) {
-    if (syncsUntilFailure >= 0 && syncsUntilFailure-- == 0) {
-        errno = EIO;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_fsync, descriptor));
-}
-
-extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
-                         unsigned flags) noexcept {
-    if (flags == RENAME_EXCHANGE && !hasExchange) {
-        errno = EINVAL;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
-}
-
 namespace varno::test {
 namespace {
 
+// What file systems may lack.
+constexpr FailingCalls kFileSystems[] = {
+    {},
+    {.hasExchange = false},
+    {.hasUnnamed = false},
+    {.hasExchange = false, .hasUnnamed = false},
+    {.hasExchange = false, .hasLinks = false},
+    {.hasExchange = false, .hasUnnamed = false, .hasLinks = false},
+};
+
 class CommitTogetherTest : public testing::Test {
 protected:
-    ~CommitTogetherTest() override {
-        syncsUntilFailure = -1;
-        hasExchange = true;
-    }
+    ~CommitTogetherTest() override { failingCalls = {}; }
 
     void add(const std::string& path, Overwrite overwrite = Overwrite::kReplace) {
         mOwned.push_back(std::make_unique<AtomicFile>(path, overwrite));
@@ -63,8 +42,8 @@ protected:
 };
 
 TEST_F(CommitTogetherTest, AllAppearAndNothingElse) {
-    for (const bool exchange : {true, false}) {
-        hasExchange = exchange;
+    for (const FailingCalls& lacking : kFileSystems) {
+        failingCalls = lacking;
         writeFile(mFolder / "a", "old");
         add(mFolder / "a");
         add(mFolder / "b");
@@ -85,7 +64,7 @@ TEST_F(CommitTogetherTest, NoneAppearsBeforeAllAreOnTheDisk) {
         add(mFolder / "a");
         add(mFolder / "b");
         add(mFolder / "c");
-        syncsUntilFailure = failing;
+        failingCalls.syncsUntilFailure = failing;
         const std::string failed = mFiles[static_cast<std::size_t>(failing)]->name();
         EXPECT_EQ(refusal(), failed + ": cannot be written: Input/output error");
         EXPECT_EQ(mFolder.listing(), "a");
@@ -104,8 +83,8 @@ TEST_F(CommitTogetherTest, NoneAppearsWhereAStreamFails) {
 }
 
 TEST_F(CommitTogetherTest, NamesAreTakenBackWhereOneCannotBeGiven) {
-    for (const bool exchange : {true, false}) {
-        hasExchange = exchange;
+    for (const FailingCalls& lacking : kFileSystems) {
+        failingCalls = lacking;
         writeFile(mFolder / "a", "old");
         add(mFolder / "a");
         add(mFolder / "b");

@@ -165,7 +165,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     // A pipe receives the audio as it is made, and a pipe as input is read as it is written then.
     const bool toPipe = !options.dryRun && isPipeOutput(task.output);
     AudioReader reader(
-        task.input,
+        task.content.empty() ? task.input : task.content,
         {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated, .whileWritten = toPipe});
     requireVariantFor(session.module(), reader);
 
@@ -191,7 +191,8 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
         steps = automationSteps(*options.automation, *instance, format.rateHz);
     }
     AudioWriter writer(task.output, report.format, reader.metadata(),
-                       {options.overwrite, options.dither, reader.format().sample, throwIfInterrupted,
+                       {options.isDemo ? kDemoOverwrite : options.overwrite, options.dither,
+                        reader.format().sample, throwIfInterrupted,
                         toPipe ? Delivery::kAsWritten : Delivery::kWhole});
     const auto lost = metadataWarnings(writer.metadataLeftOut(), task, report.format.container);
     report.warnings.insert(report.warnings.end(), lost.begin(), lost.end());

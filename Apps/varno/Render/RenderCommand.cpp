@@ -37,7 +37,7 @@ constexpr std::string_view kRenderDescription[] = {
     "--jobs, and reported as it ends. One that fails does not stop the others.",
     "Without INPUT and OUTPUT a demo is made: varno-demo-dry.wav, a loop of drums and bass (8 s, stereo, "
     "48 kHz), and varno-demo.wav, the same through the effect at a setting that is easy to hear. Both "
-    "replace files of these names.",
+    "replace files of these names, but no links.",
     "Settings are applied in this order, and the later wins: the defaults (for the demo, its own setting), "
     "--state, --preset, --set in the order given, and --automate at its times.",
     "The same input and settings give the same bytes on every run and with every --block. A render that "
@@ -179,16 +179,26 @@ AudioFormat demoFormat() {
     return format;
 }
 
-void writeDemoLoop(const std::string& path) {
-    const auto loop = makeDemoLoop();
-    AudioBlock block(kDemoLoopChannels, static_cast<int>(kDemoLoopFrames));
-    const float* channels[] = {loop[0].data(), loop[1].data()};
-    block.setPlanar(channels, static_cast<int>(kDemoLoopFrames));
-    AudioWriter writer(path, demoFormat(), {},
-                       {Overwrite::kReplace, Dither::kNone, SampleFormat::kFloat, throwIfInterrupted});
-    writer.write(block, block.samples());
-    writer.commit();
-}
+// The loop as a file that appears with the render.
+class DemoFile {
+public:
+    DemoFile()
+        : mWriter(kDemoDryFile, demoFormat(), {},
+                  {kDemoOverwrite, Dither::kNone, SampleFormat::kFloat, throwIfInterrupted}) {
+        const auto loop = makeDemoLoop();
+        AudioBlock block(kDemoLoopChannels, static_cast<int>(kDemoLoopFrames));
+        const float* channels[] = {loop[0].data(), loop[1].data()};
+        block.setPlanar(channels, static_cast<int>(kDemoLoopFrames));
+        mWriter.write(block, block.samples());
+        mFile = &mWriter.finish();
+    }
+
+    AtomicFile& file() { return *mFile; }
+
+private:
+    AudioWriter mWriter;
+    AtomicFile* mFile;
+};
 
 // The settings that the render starts with, as files that appear once it has succeeded.
 class SavedSettings {
@@ -319,17 +329,19 @@ void commitSettings(SavedSettings& saved, ResultPrinter& printer) {
     }
 }
 
-int renderAndPrint(RenderSession& session) {
-    const auto& options = session.options();
+int renderAndPrint(RenderSession& session, RenderOptions& options) {
     // An instance of any format checks the settings before anything is written.
     const auto instance = session.makeInstance(kDemoLoopChannels, kDemoLoopRateHz);
     SavedSettings saved(options, *instance);
+    std::vector<AtomicFile*> others = saved.files();
+    std::optional<DemoFile> dry;
     if (options.isDemo) {
-        writeDemoLoop(kDemoDryFile);
+        others.push_back(&dry.emplace().file());
+        options.tasks.front().content = dry->file().pathBeforeCommit();
     }
     ResultPrinter printer(options);
     bool allSucceeded = true;
-    renderAll(session, saved.files(), [&](const RenderTask& task, const RenderResult& result) {
+    renderAll(session, others, [&](const RenderTask& task, const RenderResult& result) {
         allSucceeded = allSucceeded && result.report.has_value();
         printer.print(task, result);
     });
@@ -368,9 +380,6 @@ void checkRenderFiles(const RenderOptions& options, const Settings& settings) {
 
 int runRender(const CommandLine& line) {
     RenderOptions options = renderOptions(line);
-    if (options.isDemo) {
-        options.overwrite = Overwrite::kReplace;
-    }
     const Settings settings(line, options.isDemo ? kDemoSettings : std::vector<ParameterText>{});
     checkRenderFiles(options, settings);
     if (!options.quiet) {
@@ -380,7 +389,7 @@ int runRender(const CommandLine& line) {
     int status = kExitSuccess;
     {
         RenderSession session(options, settings, module);
-        status = renderAndPrint(session);
+        status = renderAndPrint(session, options);
     }
     unloadModule(std::move(module));
     return status;

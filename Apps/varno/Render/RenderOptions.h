@@ -16,10 +16,13 @@ namespace varno {
 struct RenderTask {
     std::string input;
     std::string output;
+    std::string content = {}; ///< Path of the input's content while it has no name yet; else empty.
 };
 
 inline constexpr const char* kDemoDryFile = "varno-demo-dry.wav";
 inline constexpr const char* kDemoFile = "varno-demo.wav";
+/// The user has not given these names, so what a link names is not the user's choice.
+inline constexpr Overwrite kDemoOverwrite = Overwrite::kReplaceFile;
 
 inline constexpr int kUsualBlockFrames = 512;
 inline constexpr int kUsualJobs = 1;

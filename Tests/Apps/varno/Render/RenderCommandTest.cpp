@@ -358,6 +358,42 @@ TEST_F(RenderCommand, DemoIsMadeAndReplacesItself) {
     EXPECT_EQ(content("varno-demo.wav"), wet);
 }
 
+// A demo that fails leaves no part of itself, and nobody's files are written through links.
+TEST_F(RenderCommand, DemoIsWholeOrNothing) {
+    std::filesystem::create_directory(path("varno-demo.wav"));
+    EXPECT_EQ(varno({"render"}).status, 1);
+    EXPECT_EQ(mFolder.listing(), "varno-demo.wav");
+    std::filesystem::remove(path("varno-demo.wav"));
+    EXPECT_EQ(varno({"render", "--meters", "none/m.csv"}).status, 1);
+    EXPECT_EQ(mFolder.listing(), "");
+}
+
+TEST_F(RenderCommand, DemoFollowsNoLink) {
+    writeFile(path("mine"), "old");
+    for (const std::string name : {"varno-demo-dry.wav", "varno-demo.wav"}) {
+        for (const std::string target : {"mine", "missing"}) {
+            std::filesystem::create_symlink(target, path(name));
+            const auto outcome = varno({"render"});
+            EXPECT_EQ(outcome.status, 1);
+            EXPECT_EQ(outcome.err, "varno: " + name +
+                                       ": is a link; expected a file to replace, or nothing of this name\n");
+            EXPECT_EQ(mFolder.listing(), "mine " + name);
+            EXPECT_TRUE(std::filesystem::is_symlink(path(name)));
+            EXPECT_EQ(content("mine"), Bytes{"old"});
+            std::filesystem::remove(path(name));
+        }
+    }
+}
+
+// Only the names that the user has not chosen are replaced unasked.
+TEST_F(RenderCommand, DemoReplacesNoOtherFile) {
+    writeFile(path("p.txt"), "old");
+    const auto outcome = varno({"render", "--save-preset", "p.txt"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(content("p.txt"), Bytes{"old"});
+    EXPECT_EQ(mFolder.listing(), "p.txt");
+}
+
 TEST_F(RenderCommand, DemoTakesSettings) {
     render({"--set", "MasterBypassID=on"});
     EXPECT_EQ(soxSamples("varno-demo.wav"), soxSamples("varno-demo-dry.wav"));

@@ -1,6 +1,7 @@
+#include "AudioFile/HiddenFiles.h"
 #include "Tests/Apps/varno/Support/ProgramTest.h"
+#include "Tests/Support/Eventually.h"
 
-#include <sys/inotify.h>
 #include <sys/stat.h>
 
 #include <csignal>
@@ -21,25 +22,18 @@ using testing::StartsWith;
 constexpr int kSignalStatus = 128;
 constexpr int kWaitMs = 60'000;
 
-// Reports when a file is created in a folder.
-class FolderWatch {
-public:
-    explicit FolderWatch(const std::filesystem::path& folder)
-        : mWatch(inotify_init1(IN_CLOEXEC)) {
-        EXPECT_GE(inotify_add_watch(mWatch, folder.c_str(), IN_CREATE), 0);
+// Whether a program has opened outputs in a folder, which have no names or hidden ones.
+bool hasUnfinishedOutput(const Subprocess& program, const std::string& folder) {
+    std::error_code error;
+    const auto files = "/proc/" + std::to_string(program.pid()) + "/fd";
+    for (const auto& file : std::filesystem::directory_iterator(files, error)) {
+        const auto target = std::filesystem::read_symlink(file.path(), error).string();
+        if (target.starts_with(folder + "/#") || target.starts_with(folder + "/.")) {
+            return true;
+        }
     }
-    FolderWatch(const FolderWatch&) = delete;
-    FolderWatch& operator=(const FolderWatch&) = delete;
-    ~FolderWatch() { close(mWatch); }
-
-    bool waitForNewFile() const {
-        pollfd poll{mWatch, POLLIN, 0};
-        return ::poll(&poll, 1, kWaitMs) == 1;
-    }
-
-private:
-    int mWatch;
-};
+    return false;
+}
 
 class RenderInterruption : public ProgramTest {
 protected:
@@ -61,12 +55,10 @@ protected:
     }
 
     Outcome signalledRender(int signal) const {
-        const FolderWatch watch(mFolder.path());
         Subprocess program(varnoWords({"render", "--block", "1", "--meters", "m.csv", "--save-preset",
                                        "p.txt", "long.wav", "out.wav"}),
                            {.folder = mFolder.path()});
-        // The first files to appear are the unfinished outputs.
-        EXPECT_TRUE(watch.waitForNewFile());
+        EXPECT_TRUE(eventually([&] { return hasUnfinishedOutput(program, mFolder.path()); }));
         kill(program.pid(), signal);
         return program.wait();
     }
@@ -81,6 +73,18 @@ TEST_F(RenderInterruption, LeavesNothingBehind) {
         EXPECT_EQ(outcome.err, "varno: interrupted\n");
         EXPECT_EQ(mFolder.listing(), "long.wav");
     }
+}
+
+// What nothing can react to.
+TEST_F(RenderInterruption, AKillLeavesNothingBehind) {
+    makeLongSilence("long.wav");
+    const auto outcome = signalledRender(SIGKILL);
+    EXPECT_EQ(outcome.status, kSignalStatus + SIGKILL);
+    // Where this file system has no files without names, the next render removes those with hidden ones.
+    EXPECT_EQ(mFolder.listing() == "long.wav", openUnnamed(mFolder.path(), 0600).isOpen());
+    makeMusic("in.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, 100);
+    varnoOut({"render", "-q", "in.wav", "out.wav"});
+    EXPECT_EQ(mFolder.listing(), "in.wav long.wav out.wav");
 }
 
 TEST_F(RenderInterruption, EndsTheWaitForAPipe) {
@@ -102,10 +106,9 @@ TEST_F(RenderInterruption, EndsSeveralJobs) {
     makeLongSilence("a.wav");
     makeLongSilence("b.wav");
     std::filesystem::create_directory(mFolder.path() / "wet");
-    const FolderWatch watch(mFolder.path() / "wet");
     Subprocess program(varnoWords({"render", "--jobs", "2", "--out-dir", "wet", "a.wav", "b.wav"}),
                        {.folder = mFolder.path()});
-    EXPECT_TRUE(watch.waitForNewFile());
+    EXPECT_TRUE(eventually([&] { return hasUnfinishedOutput(program, path("wet")); }));
     kill(program.pid(), SIGTERM);
     const auto outcome = program.wait();
     EXPECT_EQ(outcome.status, kSignalStatus + SIGTERM);
