@@ -28,7 +28,9 @@ const Libraries kWindow = {"libcairo.so.2",         "libfontconfig.so.1",    "li
                            "libxcb-keysyms.so.1",   "libxcb-util.so.1",      "libxcb-xkb.so.1",
                            "libxcb.so.1",           "libxkbcommon-x11.so.0", "libxkbcommon.so.0",
                            "libxcb-composite.so.0", "libX11.so.6",           "libX11-xcb.so.1"};
-const Libraries kSoundFiles = {"libsamplerate.so.0", "libsndfile.so.1"};
+// Of Debian 12 and 13.
+const Libraries kSoundFiles = {"libFLAC.so.12",   "libFLAC.so.14", "libsamplerate.so.0",
+                               "libsndfile.so.1", "libtag.so.1",   "libtag.so.2"};
 
 struct Binary {
     const char* path;
