@@ -89,6 +89,33 @@ int largestDifference(const Picture& one, const Picture& other) {
     return largest;
 }
 
+Picture softened(const Picture& picture) {
+    constexpr int kAround = 1;
+    constexpr unsigned kChannels[] = {0, 8, 16};
+    constexpr std::uint32_t kMost = 0xFF;
+    std::vector<std::uint32_t> pixels;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            std::uint32_t pixel = 0;
+            for (const unsigned channel : kChannels) {
+                std::uint32_t sum = 0;
+                std::uint32_t count = 0;
+                for (int j = std::max(y - kAround, 0); j <= std::min(y + kAround, picture.height() - 1);
+                     ++j) {
+                    for (int i = std::max(x - kAround, 0); i <= std::min(x + kAround, picture.width() - 1);
+                         ++i) {
+                        sum += picture.at({i, j}) >> channel & kMost;
+                        ++count;
+                    }
+                }
+                pixel |= sum / count << channel;
+            }
+            pixels.push_back(pixel);
+        }
+    }
+    return {picture.width(), picture.height(), std::move(pixels)};
+}
+
 std::optional<Area> differingArea(const Picture& one, const Picture& other) {
     std::optional<Area> area;
     for (int y = 0; y < one.height(); ++y) {

@@ -41,6 +41,8 @@ private:
 int channelDifference(std::uint32_t one, std::uint32_t other);
 /// The largest difference between a channel of two pictures' pixels; 255 where their sizes differ.
 int largestDifference(const Picture& one, const Picture& other);
+/// The picture with each pixel the mean of those around it and itself.
+Picture softened(const Picture& picture);
 /// The smallest rectangle that holds every difference between two pictures of one size; none where there is
 /// none.
 std::optional<Area> differingArea(const Picture& one, const Picture& other);
