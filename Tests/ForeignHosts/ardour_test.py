@@ -2,6 +2,7 @@
 button moves the plug-in's own switch."""
 import random
 import re
+import shutil
 
 from hosts import LATENCY_FRAMES, PARAMETERS, STEREO, HostTest
 
@@ -78,15 +79,30 @@ io.stdout:flush()
 """
 
 
+def program():
+    """Its number is that of the release: 7 in Debian 12, 8 in Debian 13."""
+    return next((name for name in ("ardour7-lua", "ardour8-lua") if shutil.which(name)), "ardour-lua")
+
+
+END = """
+print("the script has ended")
+io.stdout:flush()
+"""
+
+
 class ArdourTest(HostTest):
     def ardour(self, script, name, settings=()):
         """Returns what a script prints."""
         rows = ", ".join("{" + ", ".join(map(str, row)) + "}" for row in settings)
         facts = (f'local uri, folder = "{STEREO}", "{self.path("session")}"\n'
                  f"local enabled_index, settings = {len(PARAMETERS)}, {{{rows}}}\n")
-        (self.folder / name).write_text(facts + START + script)
+        (self.folder / name).write_text(facts + START + script + END)
         home = {"HOME": self.path("."), "XDG_CONFIG_HOME": self.path("config"), "XDG_CACHE_HOME": self.path("cache")}
-        return self.run_program("ardour7-lua", name, environment=home)
+        text = self.run_program("bash", "-c", '"$0" "$1"; echo "status $?"', program(), name, environment=home)
+        printed, _, end = text.partition("the script has ended\n")
+        # Ardour 8 now and then aborts at its end, also without a plug-in, when it ends its own threads; it then says so.
+        self.assertRegex(end, r"(^|\n)(status 0|FATAL: exception not rethrown\n(.*Aborted.*\n)?status 134)\n\Z", text)
+        return printed
 
     def test_settings_come_back_with_the_session(self):
         choice = random.Random(7)
