@@ -73,24 +73,25 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn, 
     : mName(path == "-" ? "standard output" : path),
       mOverwrite(overwrite),
       mGoOn(std::move(goOn)) {
-    struct stat status {};
-    const bool exists = path != "-" && ::stat(path.c_str(), &status) == 0;
-    if (path != "-" && overwrite == Overwrite::kReplaceFile) {
-        mTarget = path;
+    if (path == "-") {
+        openForStream(delivery);
+        return;
+    }
+    mTarget = path;
+    if (overwrite == Overwrite::kReplaceFile) {
         refuseOtherThanFile();
     }
-    if (path != "-" && !exists && fs::is_symlink(fs::path(path))) {
+    struct stat status {};
+    const bool exists = ::stat(path.c_str(), &status) == 0;
+    if (!exists && fs::is_symlink(mTarget)) {
         throw AudioFileError(mName + ": is a link to a file that does not exist; expected a new name");
     }
     if (exists && (S_ISDIR(status.st_mode) || S_ISBLK(status.st_mode))) {
         throw AudioFileError(mName + (S_ISDIR(status.st_mode) ? ": is a folder" : ": is a disk device") +
                              "; expected the name of a file");
     }
-    if (path == "-" || (exists && !S_ISREG(status.st_mode))) {
-        mIsStream = true;
-        mTarget = path == "-" ? "" : path;
-        mIsDelivered = delivery == Delivery::kAsWritten && isPipeOutput(path);
-        mFile = mIsDelivered ? openStream() : openUnnamedTemporary();
+    if (exists && !S_ISREG(status.st_mode)) {
+        openForStream(delivery);
         return;
     }
     if (exists && overwrite == Overwrite::kRefuse) {
@@ -100,6 +101,13 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn, 
     const bool isLinkFollowed = exists && overwrite != Overwrite::kReplaceFile;
     openBeside(isLinkFollowed ? fs::canonical(path) : fs::path(path),
                exists ? kReplacementMode : kNewFileMode);
+}
+
+// Of standard output `mTarget` is empty.
+void AtomicFile::openForStream(Delivery delivery) {
+    mIsStream = true;
+    mIsDelivered = delivery == Delivery::kAsWritten && isPipeOutput(mTarget.empty() ? "-" : mTarget.string());
+    mFile = mIsDelivered ? openStream() : openUnnamedTemporary();
 }
 
 AtomicFile::~AtomicFile() {

@@ -77,6 +77,7 @@ private:
     void takeNameBack();
     void removeHidden();
     void openBeside(const std::filesystem::path& target, unsigned mode);
+    void openForStream(Delivery delivery);
     FileDescriptor openStream();
     void copyToStream();
 

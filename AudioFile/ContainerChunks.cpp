@@ -65,12 +65,15 @@ std::int64_t asOffset(std::uint64_t bytes) {
 }
 
 std::uint64_t allOnes(int bytes) {
-    return bytes == 4 ? 0xFFFFFFFFU : ~std::uint64_t{0};
+    return ~std::uint64_t{0} >> (8 * (sizeof(std::uint64_t) - static_cast<std::size_t>(bytes)));
 }
 
-// The sizes from here on are a bound.
+// The sizes from here on are a bound, by the first byte of the field: programs leave values slightly below or
+// at the largest that is positive with a sign.
+constexpr std::uint64_t kFirstBoundByte = 0x7F;
+
 std::uint64_t firstBound(int bytes) {
-    return std::uint64_t{0x7F} << (8 * (bytes - 1));
+    return kFirstBoundByte << (8 * (bytes - 1));
 }
 
 struct ChunkHeader {

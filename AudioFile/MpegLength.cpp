@@ -17,6 +17,7 @@ namespace {
 // flags states a footer, as long as the header.
 constexpr std::int64_t kId3HeaderBytes = 10;
 constexpr unsigned kId3FooterFlag = 0x10;
+constexpr int kId3SizeBits = 0x7F; // of a byte
 
 // Where the sound is looked for: tags may be padded.
 constexpr std::size_t kSearchedBytes = 64 * 1024;
@@ -34,18 +35,31 @@ std::int64_t soundOffset(int descriptor) {
     while (readAt(descriptor, offset, header, sizeof header) && std::equal(header, header + 3, "ID3")) {
         std::int64_t size = 0;
         for (int i = 6; i < 10; ++i) {
-            size = size << 7 | (header[i] & 0x7F);
+            size = size << 7 | (header[i] & kId3SizeBits);
         }
         offset += kId3HeaderBytes + size + ((header[5] & kId3FooterFlag) != 0 ? kId3HeaderBytes : 0);
     }
     return offset;
 }
 
-// Eleven bits of ones, then no reserved version, layer, bit rate or sample rate.
+// The header of a frame, 32 bits: 11 ones, version, layer, protection; bit rate, sample rate, padding.
+constexpr std::uint32_t kSync = 0xFFE00000;
+constexpr std::uint32_t kVersion = 0x00180000;
+constexpr std::uint32_t kReservedVersion = 0x00080000;
+constexpr std::uint32_t kLayer = 0x00060000;      // 0 is reserved
+constexpr std::uint32_t kBitRate = 0x0000F000;    // all ones is no bit rate
+constexpr std::uint32_t kSampleRate = 0x00000C00; // all ones is reserved
+
 bool isFrameHeader(std::string_view bytes) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-    return bytes.size() >= 4 && byte(0) == 0xFF && (byte(1) & 0xE0) == 0xE0 && (byte(1) & 0x18) != 0x08 &&
-           (byte(1) & 0x06) != 0 && (byte(2) & 0xF0) != 0xF0 && (byte(2) & 0x0C) != 0x0C;
+    if (bytes.size() < sizeof(std::uint32_t)) {
+        return false;
+    }
+    std::uint32_t header = 0;
+    for (std::size_t i = 0; i < sizeof header; ++i) {
+        header = header << 8 | static_cast<unsigned char>(bytes[i]);
+    }
+    return (header & kSync) == kSync && (header & kVersion) != kReservedVersion && (header & kLayer) != 0 &&
+           (header & kBitRate) != kBitRate && (header & kSampleRate) != kSampleRate;
 }
 
 bool hasRecord(std::string_view frame) {

@@ -155,6 +155,34 @@ void addSampleWarnings(RenderReport& report) {
     }
 }
 
+// What the render is to write. The number of frames may still be unknown.
+RenderReport plannedReport(const RenderOptions& options, const RenderTask& task, const AudioReader& reader,
+                           std::int64_t tailFrames) {
+    const AudioFormat& input = reader.format();
+    const std::int64_t frames = input.frames == kUnknownFrames ? kUnknownFrames : input.frames + tailFrames;
+    const auto [format, note] = chooseOutputFormat(input, task.output, options.format, frames);
+    RenderReport report;
+    report.task = task;
+    report.format = format;
+    report.isDryRun = options.dryRun;
+    for (const std::string& warning : {reader.truncation(), note}) {
+        if (!warning.empty()) {
+            report.warnings.push_back(warning);
+        }
+    }
+    return report;
+}
+
+void commitOutputs(AudioWriter& writer, std::optional<MeterFile>& meterFile, OutputFiles others) {
+    std::vector<AtomicFile*> files = {&writer.finish()};
+    if (meterFile) {
+        files.push_back(&meterFile->finish());
+    }
+    files.insert(files.end(), others.begin(), others.end());
+    throwIfInterrupted();
+    commitTogether(files);
+}
+
 } // namespace
 
 RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFiles others) {
@@ -168,27 +196,14 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
         task.content.empty() ? task.input : task.content,
         {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated, .whileWritten = toPipe});
     requireVariantFor(session.module(), reader);
-
     const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
-    const bool hasLength = reader.format().frames != kUnknownFrames;
-    const std::int64_t frames = hasLength ? reader.format().frames + tailFrames : kUnknownFrames;
-    const auto [format, note] = chooseOutputFormat(reader.format(), task.output, options.format, frames);
-    RenderReport report;
-    report.task = task;
-    report.format = format;
-    report.format.frames = frames;
-    report.isDryRun = options.dryRun;
-    if (!reader.truncation().empty()) {
-        report.warnings.push_back(reader.truncation());
-    }
-    if (!note.empty()) {
-        report.warnings.push_back(note);
-    }
+    RenderReport report = plannedReport(options, task, reader, tailFrames);
 
-    const auto instance = session.makeInstance(format.channels, format.rateHz);
+    const double rateHz = report.format.rateHz;
+    const auto instance = session.makeInstance(report.format.channels, rateHz);
     std::vector<AutomationStep> steps;
     if (options.automation) {
-        steps = automationSteps(*options.automation, *instance, format.rateHz);
+        steps = automationSteps(*options.automation, *instance, rateHz);
     }
     AudioWriter writer(task.output, report.format, reader.metadata(),
                        {options.isDemo ? kDemoOverwrite : options.overwrite, options.dither,
@@ -199,7 +214,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     std::optional<MeterFile> meterFile;
     BlockProcessor processor(*instance, steps, options.blockFrames);
     if (options.meters) {
-        meterFile.emplace(*options.meters, options.overwrite, format.rateHz, meterNames(*instance));
+        meterFile.emplace(*options.meters, options.overwrite, rateHz, meterNames(*instance));
         processor.setBlockListener(
             [&](std::int64_t frame, std::span<const float> meters) { meterFile->addRow(frame, meters); });
     }
@@ -215,13 +230,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
     if (!wasTruncated && !reader.truncation().empty()) {
         report.warnings.push_back(reader.truncation());
     }
-    std::vector<AtomicFile*> files = {&writer.finish()};
-    if (meterFile) {
-        files.push_back(&meterFile->finish());
-    }
-    files.insert(files.end(), others.begin(), others.end());
-    throwIfInterrupted();
-    commitTogether(files);
+    commitOutputs(writer, meterFile, others);
     report.clippedSamples = writer.clippedSamples();
     report.gainReductionDB = gainReductionDB(*instance, processor);
     addWarningOfRest(reader, report);

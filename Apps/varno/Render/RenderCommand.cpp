@@ -26,13 +26,13 @@ constexpr std::string_view kRenderUsage[] = {
 };
 
 constexpr std::string_view kRenderDescription[] = {
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Renders INPUT through the effect into OUTPUT: a mono file through the mono variant, a stereo file "
     "through the stereo one, at sample rates from 16 to 384 kHz. OUTPUT has exactly the input's frames (and "
     "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
     "selects another. The processed signal comes one sample later than the dry one; that is not compensated.",
     "Texts, pictures, cue sheets, markers and other data of INPUT are carried over as far as OUTPUT's "
     "container holds them, 64 MiB at most. A warning names what is not.",
-    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "With --out-dir every INPUT is rendered to a file of the same name in DIR, several side by side with "
     "--jobs, and reported as it ends. One that fails does not stop the others.",
     "Without INPUT and OUTPUT a demo is made: varno-demo-dry.wav, a loop of drums and bass (8 s, stereo, "
@@ -42,7 +42,6 @@ constexpr std::string_view kRenderDescription[] = {
     "--state, --preset, --set in the order given, and --automate at its times.",
     "The same input and settings give the same bytes on every run and with every --block. A render that "
     "fails or is interrupted leaves no output, except in a pipe, and the input is never touched.",
-    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "A pipe or a device as OUTPUT, also as standard output, receives a WAV file while it is rendered. A pipe "
     "as INPUT is then rendered while it is written, if it is WAV, W64, RF64, AIFF, CAF or AU without "
     "compression: the delay is --block frames and the effect's one. Where the input does not state its "
