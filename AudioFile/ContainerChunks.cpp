@@ -188,6 +188,9 @@ void readAu(int descriptor, ContainerChunks& container) {
     const std::span<const unsigned char> fields(header);
     SampleExtent extent;
     extent.offset = static_cast<std::int64_t>(number(fields.subspan(4, 4), true));
+    if (extent.offset < kAuHeaderBytes) {
+        return; // damaged
+    }
     extent.limit = static_cast<std::int64_t>(number(fields.subspan(8, 4), true));
     const std::int64_t left = std::max<std::int64_t>(container.fileBytes - extent.offset, 0);
     if (number(fields.subspan(8, 4), true) == allOnes(4) || (extent.limit == 0 && left > 0)) {

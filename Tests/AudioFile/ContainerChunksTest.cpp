@@ -99,6 +99,12 @@ TEST_F(ContainerChunksTest, LargeSizesOfAuAreExact) {
     EXPECT_FALSE(samplesOf(patched(au, 8, "\xFF\xFF\xFF\xFF")).isStated);
 }
 
+TEST_F(ContainerChunksTest, SamplesOfAuBeginBehindItsHeader) {
+    const std::string au = soundBytes(SF_FORMAT_AU);
+    EXPECT_FALSE(chunksOf(patched(au, 4, std::string("\0\0\0\x17\xFF\xFF\xFF\xFF", 8))).samples);
+    EXPECT_TRUE(chunksOf(patched(au, 4, std::string("\0\0\0\x18\xFF\xFF\xFF\xFF", 8))).samples);
+}
+
 // Behind samples of size 0: nothing, a chunk, or samples.
 TEST_F(ContainerChunksTest, WhatFollowsAnEmptyChunkDecides) {
     const std::string wav = soundBytes(SF_FORMAT_WAV);

@@ -354,6 +354,31 @@ INSTANTIATE_TEST_SUITE_P(Formats, TruncatedTest,
                                          Truncated{"mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III}),
                          [](const auto& test) { return test.param.name; });
 
+// Whatever a damaged header holds, the file is read or refused.
+TEST_F(LengthTest, DamagedHeadersAreReadOrRefused) {
+    constexpr std::size_t kMostHeaderBytes = 120;
+    int refused = 0;
+    for (const int major : std::initializer_list<int>{SF_FORMAT_WAV, SF_FORMAT_RF64, SF_FORMAT_W64,
+                                                      SF_FORMAT_AIFF, SF_FORMAT_AU}) {
+        writeSound(mPath, {major | SF_FORMAT_PCM_16, 1, 48'000, testIntegers(16, 100), {}});
+        const std::string bytes = readFile(mPath);
+        for (std::size_t offset = 0; offset + 4 < std::min(bytes.size(), kMostHeaderBytes); ++offset) {
+            for (const char fill : {'\0', '\xFF'}) {
+                std::string damaged = bytes;
+                damaged.replace(offset, 4, 4, fill);
+                try {
+                    AudioReader reader = opened(damaged, {.acceptTruncated = true});
+                    EXPECT_LE(reader.format().frames * reader.format().channels, 400);
+                    EXPECT_LE(integersOf(reader).size(), 400U);
+                } catch (const AudioFileError&) {
+                    ++refused;
+                }
+            }
+        }
+    }
+    EXPECT_GT(refused, 100);
+}
+
 TEST_F(LengthTest, NothingIsSaidOfAWholeFile) {
     AudioReader reader = opened(soundBytes(SF_FORMAT_WAV), {.acceptTruncated = true});
     EXPECT_EQ(integersOf(reader), mIntegers);
