@@ -23,7 +23,7 @@ T ElfFile::read(std::size_t offset) const {
     if (offset > mBytes.size() || mBytes.size() - offset < sizeof(T)) {
         throw std::runtime_error("the ELF file is cut short");
     }
-    T value;
+    T value{};
     std::memcpy(&value, mBytes.data() + offset, sizeof(T));
     return value;
 }
