@@ -18,6 +18,7 @@ PRESET = "mutants"
 TEST_FOLDERS = ("Tests/Interfaces", "Tests/Libs", "Tests/Source", "Tests/Integration")
 LAST_FOLDER = "Tests/Integration"
 LIMIT_FACTOR = 10.0
+FIRST_LIMIT_SECONDS = 600.0  # of a program that has not passed yet
 MEMORY_BYTES = 8 << 30
 SUITE = re.compile(r"\b(?:TEST|TEST_F|TEST_P|TYPED_TEST|TYPED_TEST_P|RC_GTEST_PROP|RC_GTEST_FIXTURE_PROP)\(\s*(\w+)")
 
@@ -190,19 +191,22 @@ class Project:
         for program in programs:
             yield program, "*"
 
-    def measure(self, file):
-        """Runs the programs of a file without any change, for their limits of time. Those that fail are left out."""
-        for program in self.programs_of(file):
-            if program not in self.limits:
-                self.report(f"running {os.path.basename(program)} without any change")
-                started = time.monotonic()
-                failed = self.run_tests(program, "*", 600.0)
-                self.limits[program] = max(self.least_limit, LIMIT_FACTOR * (time.monotonic() - started))
-                if failed:
-                    self.report(f"{os.path.basename(program)} is left out: it fails without any change ({failed})")
-                    del self.programs[program]
-        if not self.programs_of(file):
-            raise BuildError(f"{file}: every test program fails without any change")
+    def is_sound(self, program):
+        """Whether a program passes without any change; where it does not, it is left out from now on."""
+        if program not in self.limits:
+            self.report(f"running {os.path.basename(program)} without any change")
+            started = time.monotonic()
+            failed = self.run_tests(program, "*", FIRST_LIMIT_SECONDS)
+            if failed:
+                self.report(f"{os.path.basename(program)} is left out: it fails without any change ({failed})")
+                del self.programs[program]
+                return False
+            self.limit(program, time.monotonic() - started)
+        return True
+
+    def limit(self, program, seconds):
+        """Takes what a program took when it passed."""
+        self.limits.setdefault(program, max(self.least_limit, LIMIT_FACTOR * seconds))
 
     def run_tests(self, program, tests, limit):
         """The first test that fails, "timed out", or nothing."""
@@ -223,6 +227,15 @@ class Project:
 
     def judge(self, change):
         """("killed", test), ("timed out", program), ("does not compile", "") or ("survived", "")."""
+        while programs := self.programs_of(change.file):
+            if self.is_sound(programs[0]):
+                verdict, by, program = self.judged_once(change)
+                if program is None or self.is_sound(program):
+                    return verdict, by
+        raise BuildError(f"{change.file}: every test program fails without any change")
+
+    def judged_once(self, change):
+        """The verdict and the program that killed, if one did."""
         stages = list(self.stages(change.file))
         source = self.copy / change.file
         original, times = source.read_bytes(), os.stat(source)
@@ -237,13 +250,16 @@ class Project:
     def first_failure(self, stages):
         for program, tests in stages:
             if self.ninja([program]).returncode != 0:
-                return "does not compile", ""
-            failed = self.run_tests(program, tests, self.limits[program])
+                return "does not compile", "", None
+            started = time.monotonic()
+            failed = self.run_tests(program, tests, self.limits.get(program, FIRST_LIMIT_SECONDS))
             if failed == "timed out":
-                return failed, os.path.basename(program)
+                return failed, os.path.basename(program), program
             if failed:
-                return "killed", failed
-        return "survived", ""
+                return "killed", failed, program
+            if tests == "*":
+                self.limit(program, time.monotonic() - started)
+        return "survived", "", None
 
 
 class Aside:
