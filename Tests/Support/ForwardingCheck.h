@@ -9,6 +9,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -172,6 +173,30 @@ void expectForwarding(const std::vector<acfIID>& versions,
     for (const auto& operation : operations) {
         EXPECT_EQ(operation.call(*alone), operation.whenAbsent) << operation.name;
     }
+}
+
+/// A host that throws whenever it is released.
+class HostThrowingAtRelease : public FakeHost {
+public:
+    std::uint32_t Release() override {
+        FakeHost::Release();
+        throw std::runtime_error("released");
+    }
+};
+
+/// Expects the ReleaseHost of a Wrapper, which holds each of these interfaces of its host, to release them
+/// all and to throw what the host throws.
+template<class Wrapper>
+void expectReleaseOfAll(const std::vector<acfIID>& interfaces) {
+    HostThrowingAtRelease host;
+    for (const acfIID& offered : interfaces) {
+        host.offer(offered, &host);
+    }
+    Wrapper wrapper(&host);
+    EXPECT_EQ(host.references(), static_cast<std::int32_t>(interfaces.size()));
+    EXPECT_THROW(wrapper.ReleaseHost(), std::runtime_error);
+    EXPECT_EQ(host.references(), 0);
+    EXPECT_NO_THROW(wrapper.ReleaseHost());
 }
 
 } // namespace varno

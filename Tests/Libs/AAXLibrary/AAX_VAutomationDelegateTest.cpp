@@ -29,6 +29,10 @@ TEST(AAX_VAutomationDelegateTest, ForwardsToTheHost) {
         [](IACFUnknown* host) { return std::make_unique<AAX_VAutomationDelegate>(host); });
 }
 
+TEST(AAX_VAutomationDelegateTest, ReleasesAHostThatThrows) {
+    expectReleaseOfAll<AAX_VAutomationDelegate>({IID_IAAXAutomationDelegateV1});
+}
+
 TEST(AAX_VAutomationDelegateTest, VirtualSlotsHaveTheirOrder) {
     expectConsecutive(slotsOf(automationOperations()));
 }

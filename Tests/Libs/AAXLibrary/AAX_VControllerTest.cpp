@@ -94,6 +94,12 @@ TEST(AAX_VControllerTest, AsksTheHostForEachInterfaceOnceInOrder) {
                                                    IID_IAAXPageTableControllerV2, IID_IACFComponentFactory}));
 }
 
+TEST(AAX_VControllerTest, ReleasesAllOfAHostThatThrows) {
+    expectReleaseOfAll<AAX_VController>({IID_IAAXControllerV1, IID_IAAXControllerV2, IID_IAAXControllerV3,
+                                         IID_IAAXPageTableController, IID_IAAXPageTableControllerV2,
+                                         IID_IACFComponentFactory});
+}
+
 TEST(AAX_VControllerTest, AutomationTimeIsTheHostsOwnWhereItHasOne) {
     VersionedHost<RecordingController> host(kControllerVersions, 0);
     const AAX_VController controller(host.object());

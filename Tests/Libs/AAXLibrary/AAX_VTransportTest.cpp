@@ -60,6 +60,10 @@ TEST(AAX_VTransportTest, AsksTheHostForEachVersionOnceInOrder) {
                 (std::vector<acfIID>{IID_IAAXTransportV1, IID_IAAXTransportV2, IID_IAAXTransportV3}));
 }
 
+TEST(AAX_VTransportTest, ReleasesAllOfAHostThatThrows) {
+    expectReleaseOfAll<AAX_VTransport>({IID_IAAXTransportV1, IID_IAAXTransportV2, IID_IAAXTransportV3});
+}
+
 TEST(AAX_VTransportTest, VirtualSlotsHaveTheirOrder) {
     expectConsecutive(slotsOf(transportOperations()));
 }
