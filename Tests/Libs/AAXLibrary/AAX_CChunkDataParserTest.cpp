@@ -133,6 +133,15 @@ TEST(ChunkDataParser, ReadsTheNameOnlyUpTo255Characters) {
     EXPECT_EQ(parser.mDataValues[0].mDataName.Get(), std::string(253, 'n'));
 }
 
+TEST(ChunkDataParser, ReadsTheNameOnlyUpToTheEndOfTheData) {
+    Parser parser;
+    ChunkRecord record(kChunkMarker + "x_Abcd\0\0"s);
+    record->fSize = static_cast<std::int32_t>(kChunkMarker.size() + 4);
+    parser.LoadChunk(record.get());
+    ASSERT_EQ(parser.mDataValues.size(), 1U);
+    EXPECT_STREQ(parser.mDataValues[0].mDataName.Get(), "Ab");
+}
+
 TEST(ChunkDataParser, TakesTheVersionFromTheHeader) {
     AAX_CChunkDataParser parser;
     EXPECT_EQ(parser.GetChunkVersion(), -1);
