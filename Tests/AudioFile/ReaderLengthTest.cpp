@@ -24,14 +24,16 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kFrames = 3000;
 
-// All samples, as 16-bit integers in the uppermost bits.
+// All samples, as integers in the uppermost bits; decoders may exceed full scale.
 std::vector<std::int32_t> integersOf(AudioReader& reader) {
     std::vector<std::int32_t> integers;
     AudioBlock block(reader.format().channels, 512);
     while (reader.read(block) > 0) {
         for (int frame = 0; frame < block.frames(); ++frame) {
             for (int channel = 0; channel < block.channels(); ++channel) {
-                integers.push_back(static_cast<std::int32_t>(block.samples()[channel][frame] * 2147483648.0));
+                const double scaled = block.samples()[channel][frame] * 2147483648.0;
+                integers.push_back(
+                    static_cast<std::int32_t>(std::clamp(scaled, -2147483648.0, 2147483647.0)));
             }
         }
     }
