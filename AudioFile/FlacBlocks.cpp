@@ -67,9 +67,9 @@ Iterator startOf(FLAC__Metadata_Chain* chain) {
 
 // The beginning of a file as libFLAC reads it: `endBytes` of it, and `leftBytes` in all.
 struct FileStart {
-    int descriptor;
-    std::int64_t endBytes;
-    std::int64_t leftBytes;
+    int descriptor = -1;
+    std::int64_t endBytes = 0;
+    std::int64_t leftBytes = 0;
     std::int64_t position = 0;
     bool isOverLimit = false;
 };
@@ -318,13 +318,10 @@ void replaceBlocks(FLAC__Metadata_Chain* chain, const FlacMetadata& metadata) {
 
 } // namespace
 
-FlacMetadata readFlacMetadata(int descriptor, FlacStream stream, std::int64_t mostBytes,
-                              LeftOutList& leftOut) {
+FlacMetadata readFlacMetadata(int descriptor, std::int64_t mostBytes, LeftOutList& leftOut) {
     const Chain chain(orBadAlloc(FLAC__metadata_chain_new()));
     FileStart start = wholeFile(descriptor, mostBytes);
-    const auto read = stream == FlacStream::kOgg ? FLAC__metadata_chain_read_ogg_with_callbacks
-                                                 : FLAC__metadata_chain_read_with_callbacks;
-    if (read(chain.get(), &start, kReadFlac) == 0) {
+    if (FLAC__metadata_chain_read_with_callbacks(chain.get(), &start, kReadFlac) == 0) {
         addLeftOut(leftOut, start.isOverLimit ? LeftOutReason::kTooLarge : LeftOutReason::kUnreadable,
                    LeftOutKind::kTags);
         return {};

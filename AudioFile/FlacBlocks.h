@@ -27,12 +27,9 @@ struct FlacMetadata {
     bool isEmpty() const { return comments.empty() && pictures.empty() && others.empty(); }
 };
 
-enum class FlacStream { kNative, kOgg };
-
-/// Reads the metadata of a FLAC file. @param descriptor open for reading; its position stays
+/// Reads the metadata of a native FLAC file. @param descriptor open for reading; its position stays
 /// @param mostBytes of the file that are read for it @param leftOut gets what cannot be read
-FlacMetadata readFlacMetadata(int descriptor, FlacStream stream, std::int64_t mostBytes,
-                              LeftOutList& leftOut);
+FlacMetadata readFlacMetadata(int descriptor, std::int64_t mostBytes, LeftOutList& leftOut);
 
 /// Adds what the block is to the list, with the identifier of an application's block.
 void leaveOutBlock(const FlacBlock& block, LeftOutReason reason, LeftOutList& leftOut);

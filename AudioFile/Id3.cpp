@@ -83,7 +83,6 @@ public:
     explicit Id3InMemory(std::string_view bytes)
         : mStream(byteVector(bytes)),
           mFile(&mStream) {
-        silenceTagLib();
         const bool isTag = bytes.size() >= kId3v2HeaderBytes && bytes.starts_with("ID3");
         if (isTag && !hasLargeCompressedFrames(bytes)) {
             mTag = std::make_unique<TagLib::ID3v2::Tag>(&mFile, 0);

@@ -2,6 +2,7 @@
 
 #include "AudioFile/Id3.h"
 #include "AudioFile/OggTags.h"
+#include "AudioFile/TagStream.h"
 #include "AudioFile/Transfer.h"
 
 #include <algorithm>
@@ -206,10 +207,6 @@ void readId3Around(ByteBudget& budget, FileMetadata& metadata) {
     budget.left -= static_cast<std::int64_t>(metadata.id3.size());
 }
 
-bool isVorbisOrOpus(SampleFormat sample) {
-    return sample == SampleFormat::kVorbis || sample == SampleFormat::kOpus;
-}
-
 } // namespace
 
 ChunkFamily familyOf(Container container) {
@@ -239,6 +236,7 @@ std::string chunkBytes(ChunkFamily family, std::string_view id, std::string_view
 }
 
 FileMetadata readFileMetadata(int descriptor, const ContainerChunks& container, const AudioFormat& format) {
+    silenceTagLib(); // also for what is made of the metadata later
     FileMetadata metadata;
     metadata.family = container.family;
     ByteBudget budget{descriptor, kMostCarriedBytes};
@@ -250,11 +248,9 @@ FileMetadata readFileMetadata(int descriptor, const ContainerChunks& container, 
         readId3Around(budget, metadata);
     }
     if (format.container == Container::kFlac) {
-        metadata.flac = readFlacMetadata(descriptor, FlacStream::kNative, budget.left, metadata.leftOut);
-    } else if (format.container == Container::kOgg && isVorbisOrOpus(format.sample)) {
-        metadata.comments = readOggComments(descriptor, budget.left, metadata.leftOut);
+        metadata.flac = readFlacMetadata(descriptor, budget.left, metadata.leftOut);
     } else if (format.container == Container::kOgg) {
-        metadata.flac = readFlacMetadata(descriptor, FlacStream::kOgg, budget.left, metadata.leftOut);
+        metadata.comments = readOggComments(descriptor, budget.left, metadata.leftOut);
     }
     return metadata;
 }

@@ -36,8 +36,8 @@ struct FileMetadata {
     std::vector<CarriedChunk> chunks;
     ChunkFamily family = ChunkFamily::kNone;
 
-    FlacMetadata flac;          ///< of FLAC files, also within Ogg
-    XiphComments comments;      ///< of Ogg files of Vorbis and Opus; their pictures are among them
+    FlacMetadata flac;          ///< of FLAC files
+    XiphComments comments;      ///< of Ogg files; their pictures are among them
     std::string id3;            ///< the ID3v2 tag before an MP3 or FLAC file, its bytes
     std::vector<TextTag> texts; ///< of MP3 files, beside that tag; of AU files
 

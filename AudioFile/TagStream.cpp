@@ -29,7 +29,6 @@ TagStream::TagStream(int descriptor, std::int64_t mostBytes, std::string name)
     : mDescriptor(descriptor),
       mLeftBytes(mostBytes),
       mName(std::move(name)) {
-    silenceTagLib();
 }
 
 void TagStream::throwIfFailed() const {

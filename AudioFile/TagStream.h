@@ -68,8 +68,8 @@ public:
     bool save() override { return false; }
 };
 
-/// Keeps what TagLib notes about damaged files off standard error. Once is enough; any number of times and
-/// threads is allowed.
+/// Keeps what builds of TagLib for its own developers note about damaged files off standard error. Once is
+/// enough; any number of times and threads is allowed.
 void silenceTagLib();
 
 } // namespace varno

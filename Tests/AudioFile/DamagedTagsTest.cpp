@@ -1,6 +1,7 @@
 #include "AudioFile/CarryOver.h"
 #include "AudioFile/Error.h"
 #include "AudioFile/OggPages.h"
+#include "AudioFile/OggTags.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -125,6 +126,34 @@ TEST_F(DamagedTagsTest, MetadataBeyondTheBoundIsNotReadAndReported) {
     EXPECT_THAT(copy("in.flac", "out.ogg"),
                 ElementsAre("IN: not carried over, beyond 64 MiB of metadata: the tags"));
     EXPECT_EQ(AudioReader(path("out.ogg")).format().frames, 2000);
+}
+
+TEST_F(DamagedTagsTest, OggCommentsBeyondTheBoundAreNotReadAndReported) {
+    makeTagged("in.ogg");
+    const FileDescriptor file(::open(path("in.ogg").c_str(), O_RDWR));
+    const XiphComments comments = {"A=1", "B=" + std::string(200'000, 'x')};
+    writeOggComments(file.get(), comments, "in.ogg");
+    LeftOutList leftOut;
+    EXPECT_EQ(readOggComments(file.get(), 1 << 20, leftOut), comments);
+    EXPECT_THAT(leftOut, IsEmpty());
+    EXPECT_THAT(readOggComments(file.get(), 100'000, leftOut), IsEmpty());
+    ASSERT_EQ(leftOut.size(), 1U);
+    EXPECT_EQ(leftOut[0].reason, LeftOutReason::kTooLarge);
+}
+
+TEST_F(DamagedTagsTest, AnId3TagBeyondTheBoundIsNotReadAndReported) {
+    writeSound(path("plain.mp3"),
+               {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 1, 48'000, {}, testReals(5000)});
+    constexpr std::size_t kBytes = std::size_t{65} << 20;
+    std::string tag = std::string("ID3\x04\0\0", 6);
+    for (int shift = 21; shift >= 0; shift -= 7) {
+        tag += static_cast<char>(kBytes >> shift & 0x7F);
+    }
+    writeFile(path("in.mp3"), tag + std::string(kBytes, '\0') + readFile(path("plain.mp3")));
+    EXPECT_THAT(copy("in.mp3", "out.flac"),
+                ElementsAre("IN: not carried over, beyond 64 MiB of metadata: the tags"));
+    copy("plain.mp3", "plain.flac");
+    EXPECT_EQ(readIntegers(path("out.flac")).integers, readIntegers(path("plain.flac")).integers);
 }
 
 TEST_F(DamagedTagsTest, APictureTooLargeForFlacIsReported) {
