@@ -137,9 +137,11 @@ std::string applicationId(const FLAC__StreamMetadata& block) {
     return textOf(id, sizeof id);
 }
 
+static_assert(sizeof(FLAC__StreamMetadata_Picture_Type) == sizeof(Picture::type));
+
 Picture pictureOf(const FLAC__StreamMetadata_Picture& block) {
     Picture picture;
-    picture.type = static_cast<unsigned>(block.type);
+    std::memcpy(&picture.type, &block.type, sizeof picture.type); // files have numbers that are no enumerator
     picture.mime = block.mime_type;
     picture.description = reinterpret_cast<const char*>(block.description);
     picture.width = block.width;
@@ -217,7 +219,7 @@ OwnedBlock commentBlock(const XiphComments& comments, const std::string& vendor)
 OwnedBlock pictureBlock(const Picture& picture) {
     OwnedBlock block = makeBlock(FLAC__METADATA_TYPE_PICTURE);
     auto& fields = block->data.picture;
-    fields.type = static_cast<FLAC__StreamMetadata_Picture_Type>(picture.type);
+    std::memcpy(&fields.type, &picture.type, sizeof fields.type);
     fields.width = picture.width;
     fields.height = picture.height;
     fields.depth = picture.depth;
