@@ -12,20 +12,21 @@ namespace {
 constexpr unsigned kFeatures = 1;
 constexpr unsigned kExtendedFeatures = 0x80000001U;
 
-bool canConvertHalves() {
+// Whether a bit of ECX is set in that leaf.
+bool hasInEcx(unsigned leaf, unsigned bit) {
     unsigned eax = 0;
     unsigned ebx = 0;
     unsigned ecx = 0;
     unsigned edx = 0;
-    return __get_cpuid(kFeatures, &eax, &ebx, &ecx, &edx) != 0 && (ecx & bit_F16C) != 0;
+    return __get_cpuid(leaf, &eax, &ebx, &ecx, &edx) != 0 && (ecx & bit) != 0;
+}
+
+bool canConvertHalves() {
+    return hasInEcx(kFeatures, bit_F16C);
 }
 
 bool canCountLeadingZeros() {
-    unsigned eax = 0;
-    unsigned ebx = 0;
-    unsigned ecx = 0;
-    unsigned edx = 0;
-    return __get_cpuid(kExtendedFeatures, &eax, &ebx, &ecx, &edx) != 0 && (ecx & bit_LZCNT) != 0;
+    return hasInEcx(kExtendedFeatures, bit_LZCNT);
 }
 
 // The compiler's names of features; with registers that the system must save, they include that it does.
