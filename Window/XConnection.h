@@ -1,4 +1,3 @@
-/// A connection to an X server, and the scale of the desktop on it.
 #ifndef VARNO_WINDOW_XCONNECTION_H
 #define VARNO_WINDOW_XCONNECTION_H
 
@@ -29,22 +28,6 @@ class WindowError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
-
-/// The smallest and largest factor by which a desktop enlarges what it shows.
-inline constexpr double kSmallestScale = 0.5;
-inline constexpr double kLargestScale = 8.0;
-
-/// Whether a number can be the factor of a desktop. [any]
-constexpr bool isScale(double factor) {
-    return factor >= kSmallestScale && factor <= kLargestScale;
-}
-
-/// The scale of a desktop: that of GDK_SCALE, which a user sets for one program; else the dots per inch of
-/// the X resource Xft.dpi over the 96 of the plain size; else 1. A value that is no number or outside the
-/// range of scales counts as not set. [any]
-/// @param gdkScale the environment variable, nothing where it is not set
-/// @param resources as the display's RESOURCE_MANAGER property has them: lines of "name:\tvalue"
-double desktopScale(std::optional<std::string_view> gdkScale, std::string_view resources);
 
 /// A connection to an X server and to the screen in its name. Requests are sent by flush() at the latest.
 /// [main]

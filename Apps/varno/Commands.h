@@ -7,8 +7,9 @@
 namespace varno {
 
 CommandEntry renderCommand();
-CommandEntry editCommand();
-CommandEntry playCommand();
+/// Those with a window, which varno-window runs. @param run what the command does in this program
+CommandEntry editCommand(RunCommand run);
+CommandEntry playCommand(RunCommand run);
 CommandEntry describeCommand();
 CommandEntry paramsCommand();
 CommandEntry presetsCommand();

@@ -4,8 +4,10 @@
 #include "CommandLine/CommandLine.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Help.h"
+#include "CommandLine/ProgramMain.h"
 #include "Commands.h"
 #include "Settings/ModuleLoading.h"
+#include "WindowProgram.h"
 
 #include <algorithm>
 
@@ -84,16 +86,6 @@ CommandEntry manCommand() {
             .run = runMan};
 }
 
-int runCommand(const CommandEntry& entry, const std::vector<std::string>& words) {
-    const CommandLine line(entry, words);
-    if (line.has("--help")) {
-        printOut(commandHelp(entry));
-        return kExitSuccess;
-    }
-    line.checkArguments();
-    return entry.run(line);
-}
-
 [[noreturn]] void refuseWord(const std::string& word) {
     if (word.starts_with('-')) {
         throw UsageError("unknown option " + inQuotes(word) + " (see varno --help)");
@@ -108,9 +100,14 @@ int runCommand(const CommandEntry& entry, const std::vector<std::string>& words)
 } // namespace
 
 const ProgramEntry& program() {
-    static const CommandEntry commands[] = {renderCommand(),     editCommand(),   playCommand(),
-                                            describeCommand(),   paramsCommand(), presetsCommand(),
-                                            completionCommand(), manCommand()};
+    static const CommandEntry commands[] = {renderCommand(),
+                                            editCommand(startWindowProgram),
+                                            playCommand(startWindowProgram),
+                                            describeCommand(),
+                                            paramsCommand(),
+                                            presetsCommand(),
+                                            completionCommand(),
+                                            manCommand()};
     static const ProgramEntry entry = {.summary = "saturation and dynamics for audio files and live sound",
                                        .description = kProgramDescription,
                                        .options = kProgramOptions,

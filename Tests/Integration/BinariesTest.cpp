@@ -29,8 +29,9 @@ const Libraries kWindow = {"libcairo.so.2",         "libfontconfig.so.1",    "li
                            "libxcb.so.1",           "libxkbcommon-x11.so.0", "libxkbcommon.so.0",
                            "libxcb-composite.so.0", "libX11.so.6",           "libX11-xcb.so.1"};
 // Of Debian 12 and 13.
-const Libraries kSoundFiles = {"libFLAC.so.12",   "libFLAC.so.14", "libsamplerate.so.0",
-                               "libsndfile.so.1", "libtag.so.1",   "libtag.so.2"};
+const Libraries kSoundFiles = {"libFLAC.so.12", "libFLAC.so.14", "libsndfile.so.1", "libtag.so.1",
+                               "libtag.so.2"};
+const Libraries kSampleRates = {"libsamplerate.so.0"};
 
 struct Binary {
     const char* path;
@@ -78,11 +79,11 @@ TEST_P(Binaries, areProtected) {
 #endif
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Binaries,
-                         testing::Values(Binary{VARNO_LV2_BINARY, kC},
-                                         Binary{VARNO_LV2_WINDOW_BINARY, kC + kWindow},
-                                         Binary{VARNO_MODULE_BINARY, kC + kWindow},
-                                         Binary{VARNO_PROGRAM, kC + kCxx + kSoundFiles + kWindow}));
+INSTANTIATE_TEST_SUITE_P(
+    All, Binaries,
+    testing::Values(Binary{VARNO_LV2_BINARY, kC}, Binary{VARNO_LV2_WINDOW_BINARY, kC + kWindow},
+                    Binary{VARNO_MODULE_BINARY, kC + kWindow}, Binary{VARNO_PROGRAM, kC + kCxx + kSoundFiles},
+                    Binary{VARNO_WINDOW_PROGRAM, kC + kCxx + kSoundFiles + kSampleRates + kWindow}));
 
 #ifdef VARNO_PROTECTED
 // Libraries that a binary contains may have such checks where its own code has none.

@@ -9,7 +9,9 @@ BUILD = pathlib.Path(os.environ["VARNO_BUILD"])
 BUNDLE = BUILD / "lv2/varno-s.lv2"
 MODULE = next((BUILD / "Varno-S.aaxplugin/Contents").glob("*-linux")) / "Varno-S.so"
 # List -> the binaries that it is about, with the names of their maps.
-LISTS = {BUILD / "THIRD-PARTY.txt": {BUILD / "Apps/varno/varno": "varno", MODULE: "Varno-S"},
+PROGRAM = BUILD / "Apps/varno"
+LISTS = {BUILD / "THIRD-PARTY.txt": {PROGRAM / "varno": "varno", PROGRAM / "varno-window": "varno_window_program",
+                                     MODULE: "Varno-S"},
          BUNDLE / "THIRD-PARTY.txt": {BUNDLE / "varno-s.so": "varno_lv2", BUNDLE / "varno-s-ui.so": "varno_lv2_window"}}
 # List -> what the binaries hold without an archive of its own, or with one of the build.
 OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++"}, {"VSTGUI", "Highway", "LV2"})))

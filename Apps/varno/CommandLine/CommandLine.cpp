@@ -113,7 +113,9 @@ const OptionEntry& readOption(const CommandEntry& command, int code, std::string
 } // namespace
 
 CommandLine::CommandLine(const CommandEntry& command, const std::vector<std::string>& words)
-    : mCommand(command) {
+    : mCommand(command),
+      mWords{std::string(command.name)} {
+    mWords.insert(mWords.end(), words.begin(), words.end());
     for (const auto& entry : command.options) {
         mValues[std::string(entry.name)];
     }

@@ -45,11 +45,15 @@ public:
 
     const std::vector<std::string>& arguments() const { return mArguments; }
 
+    /// The command's name and all words after it, as they were given.
+    const std::vector<std::string>& words() const { return mWords; }
+
 private:
     void readWords(const std::vector<std::string>& words);
     void checkOption(const OptionEntry& option) const;
 
     const CommandEntry& mCommand;
+    std::vector<std::string> mWords;
     std::map<std::string, std::vector<std::string>, std::less<>> mValues; ///< By option name.
     std::vector<std::string> mArguments;
 };

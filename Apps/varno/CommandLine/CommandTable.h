@@ -56,6 +56,9 @@ struct ExampleEntry {
     std::string_view help = {};
 };
 
+/// Does what a command line asks for. Returns the exit status; throws CommandError or HostError.
+using RunCommand = int (*)(const CommandLine& line);
+
 /// One command of the program.
 struct CommandEntry {
     std::string_view name = {};
@@ -67,8 +70,7 @@ struct CommandEntry {
     int mostArguments = 0; ///< kAnyNumber for no limit.
     std::span<const OptionEntry> options = {};
     std::span<const ExampleEntry> examples = {};
-    /// Does what the command line asks for. Returns the exit status; throws CommandError or HostError.
-    int (*run)(const CommandLine& line) = nullptr;
+    RunCommand run = nullptr;
 };
 
 inline constexpr int kAnyNumber = -1;

@@ -6,6 +6,8 @@
 namespace varno {
 namespace {
 
+constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
 std::atomic<int> interruptingSignal{0};
 static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may only touch lock-free atomics");
 
@@ -13,12 +15,16 @@ void noteSignal(int signal) {
     interruptingSignal.store(signal, std::memory_order_relaxed);
 }
 
+bool isIgnored(int signal) {
+    struct sigaction action {};
+    sigaction(signal, nullptr, &action);
+    return action.sa_handler == SIG_IGN;
+}
+
 // Without SA_RESTART, so that a read or write that waits for a pipe returns. A signal that was ignored from
 // the start (as nohup does) stays so.
 void noteWhenRaised(int signal) {
-    struct sigaction before {};
-    sigaction(signal, nullptr, &before);
-    if (before.sa_handler == SIG_IGN) {
+    if (isIgnored(signal)) {
         return;
     }
     struct sigaction action {};
@@ -30,11 +36,20 @@ void noteWhenRaised(int signal) {
 } // namespace
 
 void catchInterruptions() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : kEndingSignals) {
         noteWhenRaised(signal);
     }
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void letInterruptionsEnd() {
+    for (const int signal : kEndingSignals) {
+        if (!isIgnored(signal)) {
+            std::signal(signal, SIG_DFL);
+        }
+    }
+    throwIfInterrupted();
 }
 
 int interruptedBySignal() {

@@ -20,6 +20,10 @@ public:
 /// (SIGXFSZ) report errors as every other failed write does. Called once, before any thread starts.
 void catchInterruptions();
 
+/// Undoes that for the signals that ask for an end: from now on they end the program at once. For a program
+/// that is about to run another one in its place. @throws Interrupted where one came before
+void letInterruptionsEnd();
+
 /// The signal that asked the program to stop, 0 if none has. [any]
 int interruptedBySignal();
 

@@ -152,7 +152,7 @@ std::string answer(const CommandLine& line, const Instance& instance) {
 
 int runParams(const CommandLine& line) {
     const Settings settings(line);
-    auto module = loadModule(line);
+    auto module = loadEffect(line);
     {
         Instance instance(module, InstanceSetup{});
         settings.applyTo(instance);

@@ -2,8 +2,8 @@
 #define VARNO_APPS_VARNO_PLAY_PLAYOPTIONS_H
 
 #include "CommandLine/CommandLine.h"
-#include "Session/EditorSession.h"
 #include "Session/LiveBackend.h"
+#include "Session/WindowOptions.h"
 
 #include <optional>
 #include <string>

@@ -106,7 +106,7 @@ std::string list(const CommandLine& line, const std::vector<FactoryPreset>& pres
 
 void showOne(const CommandLine& line, const std::string& path) {
     const NamedPreset preset{std::filesystem::path(path).stem().string(), readPresetFile(path)};
-    auto module = loadModule(line);
+    auto module = loadEffect(line);
     {
         Instance instance(module, InstanceSetup{});
         DemoGain_PresetText::Apply(preset.file.values, instance.dataModel());

@@ -384,7 +384,7 @@ int runRender(const CommandLine& line) {
     if (!options.quiet) {
         printWarnings(settings.warnings());
     }
-    auto module = loadModule(line);
+    auto module = loadEffect(line);
     int status = kExitSuccess;
     {
         RenderSession session(options, settings, module);

@@ -2,56 +2,19 @@
 #define VARNO_APPS_VARNO_SESSION_EDITORSESSION_H
 
 #include "AudioFile/AtomicFile.h"
-#include "CommandLine/CommandLine.h"
 #include "Host/Editor.h"
 #include "Host/Instance.h"
 #include "Host/ViewContainer.h"
 #include "Session/EventLoop.h"
 #include "Session/SettingsKeeper.h"
+#include "Session/WindowOptions.h"
 #include "Session/WindowPicture.h"
-#include "Settings/Settings.h"
 #include "Window/EditorWindow.h"
 
 #include <optional>
 #include <string>
 
 namespace varno {
-
-inline constexpr OptionEntry kScaleOption = {
-    .name = "--scale",
-    .value = "FACTOR",
-    .kind = ValueKind::kNumber,
-    .numbers = {.least = kSmallestScale, .most = kLargestScale},
-    .group = "Window",
-    .help = "Enlarge the window. Default: GDK_SCALE, else the desktop's Xft.dpi over 96, else 1."};
-
-inline constexpr double kUsualPictureDelayS = 0.5;
-
-/// How an editor's window is shown and where its settings are saved.
-struct WindowOptions {
-    std::string command;         ///< That shows it: "edit".
-    std::string subject;         ///< What the effect processes, for the window's title; empty for none.
-    std::optional<double> scale; ///< Nothing: the desktop's.
-    std::optional<std::string> state;
-    std::optional<std::string> saveState; ///< Paths.
-    std::optional<std::string> screenshot;
-    double afterS = kUsualPictureDelayS; ///< Until the screenshot.
-    Overwrite overwrite = Overwrite::kRefuse;
-};
-
-/// Those of any command with a window: all but subject and screenshot. @param command its name
-/// @throws UsageError where a value is out of range
-WindowOptions windowOptions(const CommandLine& line, const std::string& command);
-
-/// Checks that no file to be written is one that is read. --save-state may name the state that is loaded.
-/// @param audio path of the input; nothing: there is none
-/// @throws UsageError
-void checkFiles(const WindowOptions& options, const Settings& settings,
-                const std::optional<std::string>& audio = {});
-
-/// Names the file of --save-state, else that of --state; the loaded one may be replaced.
-/// @throws AudioFileError where it could not be written
-void chooseSettingsFile(SettingsKeeper& settings, const WindowOptions& options);
 
 /// The desktop around a window, for the editor in it: the window's event loop and the scale. [main]
 class WindowDesktop : public Desktop {

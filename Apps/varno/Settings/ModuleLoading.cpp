@@ -5,44 +5,47 @@
 #include "DemoGain_SampleRates.h"
 #include "Host/HostError.h"
 #include "Host/HostOptions.h"
-
-#include <system_error>
+#include "Settings/InstalledFiles.h"
 
 namespace varno {
 namespace {
 
-// From the program's folder to the bundle's: beside each other, in the build tree, installed.
-constexpr const char* kPlaces[] = {".", VARNO_BUNDLE_FROM_BUILT_PROGRAM, VARNO_BUNDLE_FROM_INSTALLED_PROGRAM};
+// The bundle that is named, by the option or else by the environment.
+std::optional<std::filesystem::path> namedBundle(const std::optional<std::string>& asked,
+                                                 const std::optional<std::string>& fromEnvironment) {
+    if (asked) {
+        return *asked;
+    }
+    return fromEnvironment && !fromEnvironment->empty() ? fromEnvironment : std::nullopt;
+}
+
+HostOptions hostOptions() {
+    HostOptions options;
+    options.sampleRates = {DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz};
+    return options;
+}
+
+std::shared_ptr<Module> openBundle(const std::filesystem::path& bundle) {
+    try {
+        return Module::open(bundle, hostOptions());
+    } catch (const HostError& error) {
+        throw WorkError(error.what());
+    }
+}
 
 } // namespace
 
 std::filesystem::path moduleLocation(const std::optional<std::string>& asked,
                                      const std::optional<std::string>& fromEnvironment,
                                      const std::filesystem::path& programFolder) {
-    if (asked) {
-        return *asked;
+    if (const auto bundle = namedBundle(asked, fromEnvironment)) {
+        return *bundle;
     }
-    if (fromEnvironment && !fromEnvironment->empty()) {
-        return *fromEnvironment;
-    }
-    for (const char* place : kPlaces) {
-        auto bundle = (programFolder / place / kBundleName).lexically_normal();
-        std::error_code error;
-        if (std::filesystem::exists(bundle, error)) {
-            return bundle;
-        }
+    if (const auto bundle = installedFile(programFolder, kBundleName)) {
+        return *bundle;
     }
     throw WorkError(std::string(kBundleName) + ": not found beside the program in " + programFolder.string() +
                     "; expected its path in --module or VARNO_MODULE");
-}
-
-std::filesystem::path programFolder() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) {
-        throw WorkError("/proc/self/exe: cannot be read: " + error.message());
-    }
-    return program.parent_path();
 }
 
 std::filesystem::path moduleBundle(const CommandLine& line) {
@@ -50,13 +53,14 @@ std::filesystem::path moduleBundle(const CommandLine& line) {
 }
 
 std::shared_ptr<Module> loadModule(const CommandLine& line) {
-    try {
-        HostOptions options;
-        options.sampleRates = {DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz};
-        return Module::open(moduleBundle(line), options);
-    } catch (const HostError& error) {
-        throw WorkError(error.what());
+    return openBundle(moduleBundle(line));
+}
+
+std::shared_ptr<Module> loadEffect(const CommandLine& line) {
+    if (const auto bundle = namedBundle(line.value("--module"), environmentVariable(kModuleVariable))) {
+        return openBundle(*bundle);
     }
+    return Module::linked(linkedEntryPoints(), hostOptions());
 }
 
 void unloadModule(std::shared_ptr<Module> module) {

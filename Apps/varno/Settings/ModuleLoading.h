@@ -21,7 +21,7 @@ inline constexpr OptionEntry kModuleOption = {
     .kind = ValueKind::kDirectory,
     .group = "General",
     .help = "Use the effect of this bundle (Varno-S.aaxplugin). Default: what "
-            "VARNO_MODULE names, else the bundle that came with the program."};
+            "VARNO_MODULE names, else the effect that came with the program."};
 
 /// Of the commands that read an audio file.
 inline constexpr OptionEntry kTruncatedOption = {
@@ -43,9 +43,6 @@ std::filesystem::path moduleLocation(const std::optional<std::string>& asked,
                                      const std::optional<std::string>& fromEnvironment,
                                      const std::filesystem::path& programFolder);
 
-/// The folder of the running program. @throws WorkError where the system does not name it
-std::filesystem::path programFolder();
-
 /// The bundle for a command line: by --module, the environment or by default. Whether a named one exists is
 /// not checked. @throws WorkError where none is named and none came with the program
 std::filesystem::path moduleBundle(const CommandLine& line);
@@ -53,6 +50,11 @@ std::filesystem::path moduleBundle(const CommandLine& line);
 /// Loads the module for a command line: by --module, the environment or by default.
 /// @throws WorkError where it is missing or damaged
 std::shared_ptr<Module> loadModule(const CommandLine& line);
+
+/// The effect for a command without the editor: the module that --module or the environment names, else the
+/// effect that the program is linked with, which needs nothing of X. Both give the same sound to the bit.
+/// @throws WorkError where a named module is missing or damaged
+std::shared_ptr<Module> loadEffect(const CommandLine& line);
 
 /// Ends the use of a module and warns on standard error if it has broken a contract with its host.
 /// @param module the last one that holds it

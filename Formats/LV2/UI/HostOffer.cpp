@@ -1,6 +1,6 @@
 #include "LV2/UI/HostOffer.h"
 
-#include "Window/XConnection.h"
+#include "Window/Scale.h"
 
 #include <lv2/atom/atom.h>
 #include <lv2/options/options.h>

@@ -38,6 +38,36 @@ TEST_P(InterruptionTest, ASignalThatWasIgnoredStaysIgnored) {
     EXPECT_EQ(status, 0);
 }
 
+TEST_P(InterruptionTest, BeforeAnotherProgramASignalEndsTheProcess) {
+    const auto raiseAfterwards = [] {
+        catchInterruptions();
+        letInterruptionsEnd();
+        std::raise(GetParam());
+    };
+    EXPECT_EXIT(raiseAfterwards(), testing::KilledBySignal(GetParam()), "");
+}
+
+TEST_P(InterruptionTest, BeforeAnotherProgramNoSignalIsLost) {
+    const int status = inChildProcess([] {
+        catchInterruptions();
+        std::raise(GetParam());
+        EXPECT_EQ(errorText(kExitWorkFailed, letInterruptionsEnd), "interrupted");
+        return testing::Test::HasFailure() ? 1 : 0;
+    });
+    EXPECT_EQ(status, 0);
+}
+
+TEST_P(InterruptionTest, BeforeAnotherProgramAnIgnoredSignalStaysIgnored) {
+    const int status = inChildProcess([] {
+        std::signal(GetParam(), SIG_IGN);
+        catchInterruptions();
+        letInterruptionsEnd();
+        std::raise(GetParam());
+        return 0;
+    });
+    EXPECT_EQ(status, 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(Signals, InterruptionTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 TEST(InterruptionWaitTest, ASignalEndsTheWaitForAPipe) {

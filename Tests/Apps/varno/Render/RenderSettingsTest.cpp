@@ -68,6 +68,29 @@ TEST_F(RenderSettings, SavedSettingsComeBack) {
     EXPECT_EQ(bytesWith({"--state", "s.bin"}), expected);
 }
 
+// The effect that the program is linked with against that of the bundle.
+TEST_F(RenderSettings, TheBundleGivesTheSameToTheBit) {
+    makeMusic("mono.wav", kWav16, 1, kInputFrames);
+    const std::vector<std::vector<std::string>> cases = {
+        {"--preset", "drum-bus"},
+        {"--set", "Hot=1", "--set", "Ratio=#8", "--set", "HSw=on", "--set", "LinkSw=off"},
+        {"--set", "MasterBypassID=on"}};
+    for (const std::string input : {"in.wav", "mono.wav"}) {
+        for (const auto& settings : cases) {
+            const auto outputs = [&](const std::vector<std::string>& module) {
+                std::vector<std::string> words = {"render", "--force",      "--meters",
+                                                  "m.csv",  "--save-state", "s.bin"};
+                words.insert(words.end(), settings.begin(), settings.end());
+                words.insert(words.end(), module.begin(), module.end());
+                words.insert(words.end(), {input, "out.wav"});
+                varnoOut(words);
+                return std::vector{content("out.wav"), content("m.csv"), content("s.bin")};
+            };
+            EXPECT_EQ(outputs({}), outputs({"--module", VARNO_MODULE_BUNDLE}));
+        }
+    }
+}
+
 TEST_F(RenderSettings, StateOfAStereoFileFitsAMonoOne) {
     render({"--set", "Hot=0.75", "--save-state", "s.bin"});
     makeMusic("mono.wav", kWav16, 1, kInputFrames);

@@ -122,6 +122,11 @@ TEST_F(ModuleLoadingTest, InstalledProgramFindsItsModule) {
     const auto presets =
         run({elsewhere / "bin" / "varno", "presets", "--names"}, {.environment = {"VARNO_MODULE="}});
     EXPECT_THAT(presets.out, HasSubstr("drum-bus\n"));
+    const auto description =
+        run({elsewhere / "bin" / "varno", "describe"}, {.environment = {"VARNO_MODULE="}});
+    EXPECT_THAT(description.out, StartsWith("Module\n"));
+    const auto window = run({elsewhere / "bin" / "varno", "edit"}, {.environment = {"DISPLAY="}});
+    EXPECT_THAT(window.err, StartsWith("varno: cannot open a display: "));
     EXPECT_THAT(readFile(elsewhere / "lib" / "lv2" / "varno-s.lv2" / "manifest.ttl"), HasSubstr("varno-s"));
     EXPECT_THAT(readFile(elsewhere / "share" / "doc" / "Varno-S" / "LICENSE"), StartsWith("MIT License"));
     EXPECT_THAT(readFile(elsewhere / "share" / "man" / "man1" / "varno.1"), StartsWith(".TH VARNO 1 "));

@@ -1,0 +1,160 @@
+#include "CommandLine/CommandError.h"
+#include "CommandLine/Console.h"
+#include "CommandLine/Interruption.h"
+#include "CommandLine/NumberText.h"
+#include "CommandLine/VisibleText.h"
+#include "Play/LiveEffect.h"
+#include "Play/PlayOptions.h"
+#include "Play/TerminalSession.h"
+#include "Session/EditorSession.h"
+#include "Session/LiveStatus.h"
+#include "Settings/ModuleLoading.h"
+#include "Window/XConnection.h"
+#include "WindowCommands.h"
+
+namespace varno {
+namespace {
+
+// Without --edit, a display that cannot be opened is only a warning.
+std::unique_ptr<XConnection> connectionFor(const PlayOptions& options) {
+    const std::string display = environmentVariable("DISPLAY");
+    if (!options.editor.value_or(!display.empty())) {
+        return nullptr;
+    }
+    try {
+        return std::make_unique<XConnection>(display);
+    } catch (const WindowError& error) {
+        if (options.editor) {
+            throw;
+        }
+        printWarning(std::string("without the editor: ") + error.what());
+        return nullptr;
+    }
+}
+
+std::unique_ptr<LiveBackend> openPlayBackend(const PlayOptions& options) {
+    try {
+        return openBackend(options.backend, options.request);
+    } catch (const SoundUnavailable& error) {
+        throw WorkError(error.what());
+    }
+}
+
+// The effect in live use, from the start of the sound system to its end.
+class Play {
+public:
+    Play(const PlayOptions& options, LiveBackend& backend, LiveEffect& effect, XConnection* connection)
+        : mOptions(options),
+          mBackend(backend),
+          mEffect(effect),
+          mConnection(connection),
+          mWatch(backend.status(), backend.description()),
+          mSettings(effect.instance()) {
+        chooseSettingsFile(mSettings, options.window);
+    }
+
+    // A change of the sample rate ends a session and starts the next.
+    void run() {
+        runAndReportUnsaved(mSettings, mOptions.window.command, [this] {
+            runSession();
+            while (mWatch.hasNewRate()) {
+                mEffect.setRate(mWatch.followRate());
+                mSettings.follow(mEffect.instance());
+                announce();
+                runSession();
+            }
+        });
+    }
+
+    void announce() const {
+        if (!mOptions.isQuiet) {
+            const LiveStatus& status = mBackend.status();
+            printErr("playing: " + visibleLine(mBackend.description()) + ", " +
+                     textFromNumber(status.rateHz()) + " Hz, " + std::to_string(status.blockFrames()) +
+                     " frames" + endHint() + '\n');
+        }
+    }
+
+private:
+    void runSession() {
+        if (mConnection != nullptr) {
+            EditorSession session(mOptions.window, *mConnection, mEffect.instance(), mSettings);
+            watchAndRun(session);
+        } else {
+            TerminalSession session(mEffect.instance(), mSettings, mWatch);
+            watchAndRun(session);
+        }
+    }
+
+    template<class Session>
+    void watchAndRun(Session& session) {
+        session.loop().startTimer(kSoundCheckPeriod, this, [&] {
+            mBackend.check();
+            mWatch.requireRunning();
+            reportOverruns();
+            if (mWatch.hasNewRate()) {
+                session.loop().quit();
+            }
+        });
+        session.run();
+    }
+
+    // The line in the terminal shows them already.
+    void reportOverruns() {
+        const bool isShown = mConnection == nullptr && takesKeys(STDIN_FILENO);
+        if (const auto overruns = mWatch.newOverruns(); overruns && !isShown && !mOptions.isQuiet) {
+            printWarning(*overruns);
+        }
+    }
+
+    std::string endHint() const {
+        if (mConnection != nullptr) {
+            return "";
+        }
+        return takesKeys(STDIN_FILENO) ? "; ? shows the keys, q ends" : "; a signal ends it";
+    }
+
+    const PlayOptions& mOptions;
+    LiveBackend& mBackend;
+    LiveEffect& mEffect;
+    XConnection* mConnection;
+    LiveWatch mWatch;
+    SettingsKeeper mSettings;
+};
+
+void play(const PlayOptions& options, const Settings& settings, XConnection* connection,
+          const std::shared_ptr<Module>& module) {
+    std::optional<LiveEffect> effect; // outlives the sound system that processes with it
+    const auto backend = openPlayBackend(options);
+    effect.emplace(module, options.request.outputs, backend->status().rateHz());
+    settings.applyTo(effect->instance());
+    Play playing(options, *backend, *effect, connection);
+    try {
+        backend->start(effect->process());
+        playing.announce();
+        playing.run();
+    } catch (const SoundUnavailable& error) {
+        throw WorkError(backend->description() + ": " + error.what());
+    } catch (const Interrupted&) {
+        // A signal is the normal end of live use.
+        clearInterruption();
+    }
+}
+
+} // namespace
+
+int runPlay(const CommandLine& line) {
+    const PlayOptions options = playOptions(line);
+    const auto connection = connectionFor(options);
+    const Settings settings(line);
+    checkFiles(options.window, settings);
+    if (!options.isQuiet) {
+        printWarnings(settings.warnings());
+    }
+    auto module = loadModule(line);
+    play(options, settings, connection.get(), module);
+    unloadModule(std::move(module));
+    return kExitSuccess;
+}
+
+} // namespace varno
