@@ -3,7 +3,6 @@
 #include "AudioFile/Transfer.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <sys/stat.h>
 
 namespace varno {
@@ -34,7 +33,8 @@ std::int64_t firstFrame(int descriptor, std::int64_t mostBytes) {
 } // namespace
 
 FlacAudio::FlacAudio(int descriptor, std::int64_t mostBytes)
-    : mDescriptor(descriptor),
+    : VirtualFile(SFM_READ),
+      mDescriptor(descriptor),
       mStart(kStartBytes, '\0') {
     struct stat status {};
     if (::fstat(descriptor, &status) != 0 || !readAt(descriptor, 0, mStart.data(), mStart.size()) ||
@@ -50,50 +50,26 @@ FlacAudio::FlacAudio(int descriptor, std::int64_t mostBytes)
 }
 
 SndfileOwner FlacAudio::open(SF_INFO& info) {
-    if (mBytes == 0) {
-        return nullptr;
-    }
-    SF_VIRTUAL_IO io{length, seek, read, write, tell};
-    return SndfileOwner(sf_open_virtual(&io, SFM_READ, &info, this));
+    return mBytes == 0 ? nullptr : VirtualFile::open(info);
 }
 
-sf_count_t FlacAudio::length(void* user) {
-    return static_cast<FlacAudio*>(user)->mBytes;
+sf_count_t FlacAudio::seek(sf_count_t offset, int whence) noexcept {
+    mPosition = std::clamp<sf_count_t>(placeOf(offset, whence), 0, mBytes);
+    return mPosition;
 }
 
-sf_count_t FlacAudio::seek(sf_count_t offset, int whence, void* user) {
-    auto* audio = static_cast<FlacAudio*>(user);
-    if (whence == SEEK_CUR) {
-        offset += audio->mPosition;
-    } else if (whence == SEEK_END) {
-        offset += audio->mBytes;
-    }
-    audio->mPosition = std::clamp<sf_count_t>(offset, 0, audio->mBytes);
-    return audio->mPosition;
-}
-
-sf_count_t FlacAudio::read(void* data, sf_count_t count, void* user) {
-    auto* audio = static_cast<FlacAudio*>(user);
+sf_count_t FlacAudio::read(void* data, sf_count_t count) noexcept {
     auto* out = static_cast<char*>(data);
-    const auto startBytes = static_cast<std::int64_t>(audio->mStart.size());
-    const std::int64_t wanted = std::min<std::int64_t>(count, audio->mBytes - audio->mPosition);
-    const std::int64_t ofStart = std::clamp<std::int64_t>(startBytes - audio->mPosition, 0, wanted);
-    std::copy_n(audio->mStart.data() + std::min(audio->mPosition, startBytes), ofStart, out);
+    const auto startBytes = static_cast<std::int64_t>(mStart.size());
+    const std::int64_t wanted = std::min<std::int64_t>(count, mBytes - mPosition);
+    const std::int64_t ofStart = std::clamp<std::int64_t>(startBytes - mPosition, 0, wanted);
+    std::copy_n(mStart.data() + std::min(mPosition, startBytes), ofStart, out);
     const auto ofFile = static_cast<std::size_t>(wanted - ofStart);
-    if (ofFile > 0 && !readAt(audio->mDescriptor, audio->mPosition + ofStart + audio->mSkippedBytes,
-                              out + ofStart, ofFile)) {
+    if (ofFile > 0 && !readAt(mDescriptor, mPosition + ofStart + mSkippedBytes, out + ofStart, ofFile)) {
         return 0;
     }
-    audio->mPosition += wanted;
+    mPosition += wanted;
     return wanted;
-}
-
-sf_count_t FlacAudio::write(const void* /*data*/, sf_count_t /*count*/, void* /*user*/) {
-    return 0;
-}
-
-sf_count_t FlacAudio::tell(void* user) {
-    return static_cast<FlacAudio*>(user)->mPosition;
 }
 
 } // namespace varno

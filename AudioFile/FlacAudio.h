@@ -1,17 +1,16 @@
 #ifndef VARNO_AUDIOFILE_FLACAUDIO_H
 #define VARNO_AUDIOFILE_FLACAUDIO_H
 
-#include "AudioFile/Sndfile.h"
+#include "AudioFile/VirtualFile.h"
 
 #include <cstdint>
-#include <sndfile.h>
 #include <string>
 
 namespace varno {
 
 /// Lets libsndfile read a FLAC file as one without tags, pictures and cue sheets: it refuses files in which
 /// they are damaged or too many, although the samples can be read. One thread at a time.
-class FlacAudio {
+class FlacAudio final : VirtualFile {
 public:
     /// @param descriptor open for reading; stays the caller's @param mostBytes of metadata that is skipped
     FlacAudio(int descriptor, std::int64_t mostBytes);
@@ -21,11 +20,10 @@ public:
     SndfileOwner open(SF_INFO& info);
 
 private:
-    static sf_count_t length(void* user);
-    static sf_count_t seek(sf_count_t offset, int whence, void* user);
-    static sf_count_t read(void* data, sf_count_t count, void* user);
-    static sf_count_t write(const void* data, sf_count_t count, void* user);
-    static sf_count_t tell(void* user);
+    sf_count_t length() noexcept override { return mBytes; }
+    sf_count_t seek(sf_count_t offset, int whence) noexcept override;
+    sf_count_t read(void* data, sf_count_t count) noexcept override;
+    sf_count_t tell() noexcept override { return mPosition; }
 
     int mDescriptor;
     std::string mStart;             // magic and stream information, marked as the last block

@@ -1,6 +1,7 @@
 #include "AudioFile/SampleStream.h"
 
 #include "AudioFile/Error.h"
+#include "AudioFile/Sndfile.h"
 
 #include <algorithm>
 #include <cstring>
@@ -59,11 +60,11 @@ bool SampleStream::canDecode(const SF_INFO& info) {
 }
 
 SampleStream::SampleStream(const SF_INFO& info, StreamSource source)
-    : mSource(std::move(source)),
+    : VirtualFile(SFM_READ),
+      mSource(std::move(source)),
       mFrameBytes(bytesPerFrame(info)) {
-    SF_VIRTUAL_IO io{length, seek, read, write, tell};
     SF_INFO raw = rawInfo(info);
-    mDecoder.reset(sf_open_virtual(&io, SFM_READ, &raw, this));
+    mDecoder = open(raw);
     if (!mDecoder) {
         throw AudioFileError(mSource.name + ": cannot be decoded: " + sf_strerror(nullptr));
     }
@@ -114,29 +115,19 @@ std::int64_t SampleStream::skipRest() {
     return skipped;
 }
 
-sf_count_t SampleStream::length(void* /*user*/) {
+sf_count_t SampleStream::length() noexcept {
     return kEndlessBytes;
 }
 
-sf_count_t SampleStream::seek(sf_count_t offset, int /*whence*/, void* /*user*/) {
+sf_count_t SampleStream::seek(sf_count_t offset, int /*whence*/) noexcept {
     return offset; // the decoder only goes to its start
 }
 
-sf_count_t SampleStream::read(void* data, sf_count_t count, void* user) {
-    auto* stream = static_cast<SampleStream*>(user);
-    const std::size_t bytes =
-        std::min(static_cast<std::size_t>(count), stream->mBytes.size() - stream->mTaken);
-    std::memcpy(data, stream->mBytes.data() + stream->mTaken, bytes);
-    stream->mTaken += bytes;
+sf_count_t SampleStream::read(void* data, sf_count_t count) noexcept {
+    const std::size_t bytes = std::min(static_cast<std::size_t>(count), mBytes.size() - mTaken);
+    std::memcpy(data, mBytes.data() + mTaken, bytes);
+    mTaken += bytes;
     return static_cast<sf_count_t>(bytes);
-}
-
-sf_count_t SampleStream::write(const void* /*data*/, sf_count_t /*count*/, void* /*user*/) {
-    return 0;
-}
-
-sf_count_t SampleStream::tell(void* /*user*/) {
-    return 0;
 }
 
 } // namespace varno

@@ -1,8 +1,8 @@
 #ifndef VARNO_AUDIOFILE_SAMPLESTREAM_H
 #define VARNO_AUDIOFILE_SAMPLESTREAM_H
 
-#include "AudioFile/Sndfile.h"
 #include "AudioFile/Transfer.h"
+#include "AudioFile/VirtualFile.h"
 
 #include <cstdint>
 #include <optional>
@@ -23,16 +23,13 @@ struct StreamSource {
 /// Uncompressed samples of a file, read and decoded in the order of their bytes: a read takes no more bytes
 /// than it returns frames of. So pipes can be decoded while they are written, and samples that libsndfile
 /// does not find by the file's header. One thread at a time.
-class SampleStream {
+class SampleStream final : VirtualFile {
 public:
     /// Whether a format can be decoded here. @param info as libsndfile reports it of the file's header
     static bool canDecode(const SF_INFO& info);
 
     /// @param info for which canDecode() is true
     SampleStream(const SF_INFO& info, StreamSource source);
-
-    SampleStream(const SampleStream&) = delete;
-    SampleStream& operator=(const SampleStream&) = delete;
 
     int frameBytes() const { return mFrameBytes; }
 
@@ -52,11 +49,10 @@ public:
     std::int64_t skipRest();
 
 private:
-    static sf_count_t length(void* user);
-    static sf_count_t seek(sf_count_t offset, int whence, void* user);
-    static sf_count_t read(void* data, sf_count_t count, void* user);
-    static sf_count_t write(const void* data, sf_count_t count, void* user);
-    static sf_count_t tell(void* user);
+    sf_count_t length() noexcept override;
+    sf_count_t seek(sf_count_t offset, int whence) noexcept override;
+    sf_count_t read(void* data, sf_count_t count) noexcept override;
+    sf_count_t tell() noexcept override { return 0; }
 
     std::size_t fill(std::size_t bytes);
 

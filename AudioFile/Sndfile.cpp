@@ -161,64 +161,39 @@ void writeChannelMap(SNDFILE* file, std::vector<int> map) {
     }
 }
 
-SndfileOwner SndfileSource::open(SF_INFO& info) {
-    SF_VIRTUAL_IO io{length, seek, read, write, tell};
-    mPosition = 0;
-    return SndfileOwner(sf_open_virtual(&io, SFM_READ, &info, this));
-}
-
-sf_count_t SndfileSource::length(void* user) {
+sf_count_t SndfileSource::length() noexcept {
     struct stat status {};
-    return ::fstat(static_cast<SndfileSource*>(user)->mDescriptor, &status) == 0 ? status.st_size : 0;
+    return ::fstat(mDescriptor, &status) == 0 ? status.st_size : 0;
 }
 
-sf_count_t SndfileSource::seek(sf_count_t offset, int whence, void* user) {
-    auto* source = static_cast<SndfileSource*>(user);
-    if (whence == SEEK_CUR) {
-        offset += source->mPosition;
-    } else if (whence == SEEK_END) {
-        offset += length(user);
-    }
-    if (offset < 0 || (whence == SEEK_END && source->mEnd == End::kHidden)) {
+sf_count_t SndfileSource::seek(sf_count_t offset, int whence) noexcept {
+    const sf_count_t place = placeOf(offset, whence);
+    if (place < 0 || (whence == SEEK_END && mEnd == End::kHidden)) {
         return -1;
     }
-    source->mPosition = offset;
-    return offset;
+    mPosition = place;
+    return place;
 }
 
-sf_count_t SndfileSource::read(void* data, sf_count_t count, void* user) {
-    auto* source = static_cast<SndfileSource*>(user);
+sf_count_t SndfileSource::read(void* data, sf_count_t count) noexcept {
     auto* bytes = static_cast<char*>(data);
     sf_count_t done = 0;
     while (done < count) {
-        const ssize_t got = ::pread(source->mDescriptor, bytes + done, static_cast<std::size_t>(count - done),
-                                    source->mPosition);
+        const ssize_t got =
+            ::pread(mDescriptor, bytes + done, static_cast<std::size_t>(count - done), mPosition);
         if (got < 0 && errno == EINTR) {
             continue;
         }
-        if (got < 0 && source->mError == 0) {
-            source->mError = errno;
+        if (got < 0 && mError == 0) {
+            mError = errno;
         }
         if (got <= 0) {
             break;
         }
         done += got;
-        source->mPosition += got;
+        mPosition += got;
     }
     return done;
-}
-
-sf_count_t SndfileSource::write(const void* /*data*/, sf_count_t /*count*/, void* /*user*/) {
-    return 0;
-}
-
-sf_count_t SndfileSource::tell(void* user) {
-    return static_cast<SndfileSource*>(user)->mPosition;
-}
-
-SndfileOwner SndfileSink::open(SF_INFO& info) {
-    SF_VIRTUAL_IO io{length, seek, read, write, tell};
-    return SndfileOwner(sf_open_virtual(&io, SFM_WRITE, &info, this));
 }
 
 sf_count_t SndfileSink::remember(sf_count_t result) {
@@ -228,33 +203,28 @@ sf_count_t SndfileSink::remember(sf_count_t result) {
     return result;
 }
 
-sf_count_t SndfileSink::length(void* user) {
-    auto* sink = static_cast<SndfileSink*>(user);
+sf_count_t SndfileSink::length() noexcept {
     struct stat status {};
-    return sink->remember(::fstat(sink->mDescriptor, &status)) < 0 ? 0 : status.st_size;
+    return remember(::fstat(mDescriptor, &status)) < 0 ? 0 : status.st_size;
 }
 
-sf_count_t SndfileSink::seek(sf_count_t offset, int whence, void* user) {
-    auto* sink = static_cast<SndfileSink*>(user);
-    return sink->remember(::lseek(sink->mDescriptor, offset, whence));
+sf_count_t SndfileSink::seek(sf_count_t offset, int whence) noexcept {
+    return remember(::lseek(mDescriptor, offset, whence));
 }
 
-sf_count_t SndfileSink::read(void* data, sf_count_t count, void* user) {
-    auto* sink = static_cast<SndfileSink*>(user);
-    return sink->remember(::read(sink->mDescriptor, data, static_cast<std::size_t>(count)));
+sf_count_t SndfileSink::read(void* data, sf_count_t count) noexcept {
+    return remember(::read(mDescriptor, data, static_cast<std::size_t>(count)));
 }
 
-sf_count_t SndfileSink::write(const void* data, sf_count_t count, void* user) {
-    auto* sink = static_cast<SndfileSink*>(user);
+sf_count_t SndfileSink::write(const void* data, sf_count_t count) noexcept {
     const auto* bytes = static_cast<const char*>(data);
     sf_count_t done = 0;
     while (done < count) {
-        const ssize_t written =
-            ::write(sink->mDescriptor, bytes + done, static_cast<std::size_t>(count - done));
+        const ssize_t written = ::write(mDescriptor, bytes + done, static_cast<std::size_t>(count - done));
         if (written < 0 && errno == EINTR) {
             continue;
         }
-        if (sink->remember(written) < 0) {
+        if (remember(written) < 0) {
             break;
         }
         done += written;
@@ -262,8 +232,8 @@ sf_count_t SndfileSink::write(const void* data, sf_count_t count, void* user) {
     return done;
 }
 
-sf_count_t SndfileSink::tell(void* user) {
-    return seek(0, SEEK_CUR, user);
+sf_count_t SndfileSink::tell() noexcept {
+    return seek(0, SEEK_CUR);
 }
 
 } // namespace varno

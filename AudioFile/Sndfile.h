@@ -3,20 +3,13 @@
 
 #include "AudioFile/Format.h"
 #include "AudioFile/Metadata.h"
+#include "AudioFile/VirtualFile.h"
 
-#include <memory>
 #include <optional>
 #include <sndfile.h>
 #include <vector>
 
 namespace varno {
-
-struct SndfileCloser {
-    void operator()(SNDFILE* file) const { sf_close(file); }
-};
-
-/// Owns an open file of libsndfile and closes it.
-using SndfileOwner = std::unique_ptr<SNDFILE, SndfileCloser>;
 
 /// The format of a file that libsndfile has opened.
 AudioFormat audioFormatOf(const SF_INFO& info);
@@ -41,7 +34,7 @@ void writeChannelMap(SNDFILE* file, std::vector<int> map);
 
 /// Lets libsndfile read an open file of the system without a claim to its descriptor, which libsndfile closes
 /// where it cannot open a file. It begins at the start, whatever the file's position. One thread at a time.
-class SndfileSource {
+class SndfileSource final : public VirtualFile {
 public:
     /// Whether libsndfile can find out where the file ends before it has read so far. It reads no further
     /// than the length that it estimates from the size of an MPEG audio file without a stated length.
@@ -49,22 +42,18 @@ public:
 
     /// @param descriptor open for reading, able to seek; stays the caller's
     explicit SndfileSource(int descriptor, End end = End::kShown)
-        : mDescriptor(descriptor),
+        : VirtualFile(SFM_READ),
+          mDescriptor(descriptor),
           mEnd(end) {}
-
-    /// Opens the file for reading through this source, which must outlive it. @return null where libsndfile
-    /// does not know the file
-    SndfileOwner open(SF_INFO& info);
 
     /// The system's number of the first error, 0 if there was none.
     int error() const { return mError; }
 
 private:
-    static sf_count_t length(void* user);
-    static sf_count_t seek(sf_count_t offset, int whence, void* user);
-    static sf_count_t read(void* data, sf_count_t count, void* user);
-    static sf_count_t write(const void* data, sf_count_t count, void* user);
-    static sf_count_t tell(void* user);
+    sf_count_t length() noexcept override;
+    sf_count_t seek(sf_count_t offset, int whence) noexcept override;
+    sf_count_t read(void* data, sf_count_t count) noexcept override;
+    sf_count_t tell() noexcept override { return mPosition; }
 
     int mDescriptor;
     End mEnd;
@@ -74,25 +63,22 @@ private:
 
 /// Lets libsndfile write to an open file of the system and keeps the first error: libsndfile does not report
 /// every failed write, above all none while it closes a file. One thread at a time.
-class SndfileSink {
+class SndfileSink final : public VirtualFile {
 public:
     /// @param descriptor open for reading and writing; stays the caller's
     explicit SndfileSink(int descriptor)
-        : mDescriptor(descriptor) {}
-
-    /// Opens the file for writing through this sink, which must outlive it. @return null where libsndfile
-    /// refuses
-    SndfileOwner open(SF_INFO& info);
+        : VirtualFile(SFM_WRITE),
+          mDescriptor(descriptor) {}
 
     /// The system's number of the first error, 0 if there was none.
     int error() const { return mError; }
 
 private:
-    static sf_count_t length(void* user);
-    static sf_count_t seek(sf_count_t offset, int whence, void* user);
-    static sf_count_t read(void* data, sf_count_t count, void* user);
-    static sf_count_t write(const void* data, sf_count_t count, void* user);
-    static sf_count_t tell(void* user);
+    sf_count_t length() noexcept override;
+    sf_count_t seek(sf_count_t offset, int whence) noexcept override;
+    sf_count_t read(void* data, sf_count_t count) noexcept override;
+    sf_count_t write(const void* data, sf_count_t count) noexcept override;
+    sf_count_t tell() noexcept override;
 
     sf_count_t remember(sf_count_t result);
 

@@ -54,7 +54,8 @@ std::string bytesOf(const std::vector<CarriedChunk>& chunks) {
 } // namespace
 
 StreamSink::StreamSink(const AudioFormat& format)
-    : mFrames(format.frames),
+    : VirtualFile(SFM_WRITE),
+      mFrames(format.frames),
       mFrameBytes(std::int64_t{format.channels} * storedBytes(format.sample)) {
 }
 
@@ -62,9 +63,10 @@ void StreamSink::setChunks(const std::vector<CarriedChunk>& chunks) {
     mChunks = bytesOf(chunks);
 }
 
-SndfileOwner StreamSink::open(SF_INFO& info) {
-    SF_VIRTUAL_IO io{length, seek, read, write, tell};
-    return SndfileOwner(sf_open_virtual(&io, SFM_WRITE, &info, this));
+void StreamSink::throwIfFailed() const {
+    if (mFailure) {
+        std::rethrow_exception(mFailure);
+    }
 }
 
 std::string StreamSink::takeWaiting() {
@@ -114,42 +116,31 @@ std::string StreamSink::takeEnd() {
     return mFrames == kUnknownFrames ? std::string() : padding + mChunks;
 }
 
-sf_count_t StreamSink::length(void* user) {
-    const auto* sink = static_cast<StreamSink*>(user);
-    return sink->mTaken + static_cast<sf_count_t>(sink->mWaiting.size());
+sf_count_t StreamSink::length() noexcept {
+    return mTaken + static_cast<sf_count_t>(mWaiting.size());
 }
 
-sf_count_t StreamSink::seek(sf_count_t offset, int whence, void* user) {
-    auto* sink = static_cast<StreamSink*>(user);
-    if (whence == SEEK_CUR) {
-        offset += sink->mPosition;
-    } else if (whence == SEEK_END) {
-        offset += length(user);
-    }
-    sink->mPosition = offset;
-    return offset;
+sf_count_t StreamSink::seek(sf_count_t offset, int whence) noexcept {
+    mPosition = placeOf(offset, whence);
+    return mPosition;
 }
 
-sf_count_t StreamSink::read(void* /*data*/, sf_count_t /*count*/, void* /*user*/) {
-    return 0; // what is only written is not read
-}
-
-sf_count_t StreamSink::write(const void* data, sf_count_t count, void* user) {
-    auto* sink = static_cast<StreamSink*>(user);
-    const sf_count_t dropped = std::clamp<sf_count_t>(sink->mTaken - sink->mPosition, 0, count);
+sf_count_t StreamSink::write(const void* data, sf_count_t count) noexcept {
+    const sf_count_t dropped = std::clamp<sf_count_t>(mTaken - mPosition, 0, count);
     const std::string_view bytes(static_cast<const char*>(data) + dropped,
                                  static_cast<std::size_t>(count - dropped));
     if (!bytes.empty()) {
-        const auto at = static_cast<std::size_t>(sink->mPosition + dropped - sink->mTaken);
-        sink->mWaiting.resize(std::max(sink->mWaiting.size(), at + bytes.size()));
-        sink->mWaiting.replace(at, bytes.size(), bytes);
+        const auto at = static_cast<std::size_t>(mPosition + dropped - mTaken);
+        try {
+            mWaiting.resize(std::max(mWaiting.size(), at + bytes.size()));
+            mWaiting.replace(at, bytes.size(), bytes);
+        } catch (...) { // memory is short
+            mFailure = std::current_exception();
+            return 0;
+        }
     }
-    sink->mPosition += count;
+    mPosition += count;
     return count;
-}
-
-sf_count_t StreamSink::tell(void* user) {
-    return static_cast<StreamSink*>(user)->mPosition;
 }
 
 } // namespace varno

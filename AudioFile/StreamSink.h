@@ -3,9 +3,10 @@
 
 #include "AudioFile/Format.h"
 #include "AudioFile/Metadata.h"
-#include "AudioFile/Sndfile.h"
+#include "AudioFile/VirtualFile.h"
 
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,7 +16,7 @@ namespace varno {
 /// Lets libsndfile write a WAV file of which every byte is final as soon as it has been taken, for a pipe.
 /// What libsndfile writes at places that have been taken is dropped: it is the header once more, with the
 /// sizes of what came so far. The sizes are therefore set here, in advance. One thread at a time.
-class StreamSink {
+class StreamSink final : public VirtualFile {
 public:
     /// Whether a file of this container can be written so. The sizes of all others have more places, or their
     /// samples depend on what follows.
@@ -25,12 +26,8 @@ public:
     ///        readers take for unknown
     explicit StreamSink(const AudioFormat& format);
 
-    StreamSink(const StreamSink&) = delete;
-    StreamSink& operator=(const StreamSink&) = delete;
-
-    /// Opens the file for writing through this sink, which must outlive it. @return null where libsndfile
-    /// refuses
-    SndfileOwner open(SF_INFO& info);
+    /// @throws std::bad_alloc where there was no memory for what libsndfile has written
+    void throwIfFailed() const;
 
     /// Chunks to be written as well: after the samples, or before those of unknown number. Called before the
     /// first take(). @throws AudioFileError
@@ -44,11 +41,10 @@ public:
     std::string takeEnd();
 
 private:
-    static sf_count_t length(void* user);
-    static sf_count_t seek(sf_count_t offset, int whence, void* user);
-    static sf_count_t read(void* data, sf_count_t count, void* user);
-    static sf_count_t write(const void* data, sf_count_t count, void* user);
-    static sf_count_t tell(void* user);
+    sf_count_t length() noexcept override;
+    sf_count_t seek(sf_count_t offset, int whence) noexcept override;
+    sf_count_t write(const void* data, sf_count_t count) noexcept override;
+    sf_count_t tell() noexcept override { return mPosition; }
 
     std::string takeWaiting();
     void setSizes(std::string& header) const;
@@ -60,6 +56,7 @@ private:
     std::string mWaiting;     // not taken yet
     sf_count_t mTaken = 0;    // bytes
     sf_count_t mPosition = 0; // of libsndfile in the file
+    std::exception_ptr mFailure;
 };
 
 } // namespace varno

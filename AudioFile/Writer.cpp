@@ -129,6 +129,9 @@ void AudioWriter::State::open(const FileMetadata& metadata) {
 }
 
 void AudioWriter::State::failUnlessWritten(bool written) {
+    if (stream) {
+        stream->throwIfFailed();
+    }
     if (sink.error() != 0) {
         throwWriteError(file.name(), sink.error());
     }
