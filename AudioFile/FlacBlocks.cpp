@@ -114,7 +114,9 @@ int isFlacAtEnd(FLAC__IOHandle handle) {
     return start.position >= start.endBytes ? 1 : 0;
 }
 
-std::size_t appendFlac(const void* data, std::size_t size, std::size_t count, FLAC__IOHandle handle) {
+// The text has the capacity: nothing may throw through libFLAC.
+std::size_t appendFlac(const void* data, std::size_t size, std::size_t count,
+                       FLAC__IOHandle handle) noexcept {
     static_cast<std::string*>(handle)->append(static_cast<const char*>(data), size * count);
     return count;
 }
@@ -384,6 +386,7 @@ void writeFlacMetadata(int descriptor, const FlacMetadata& metadata, const std::
     start.position = 0;
     start.endBytes = oldBytes;
     std::string written;
+    written.reserve(static_cast<std::size_t>(metadataBytes(chain.get())));
     if (FLAC__metadata_chain_write_with_callbacks_and_tempfile(chain.get(), false, &start, kReadFlac,
                                                                &written, kAppendFlac) == 0) {
         throwDamaged(name);

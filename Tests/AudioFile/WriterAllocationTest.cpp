@@ -1,6 +1,7 @@
 // Memory of a writer: every allocation that it makes fails once.
 #include "AudioFile/Writer.h"
 
+#include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/TestAllocator.h"
 
 #include <gtest/gtest.h>
@@ -60,6 +61,15 @@ TEST(WriterAllocation, ThatFailsIsThrownToTheWriterOfAPipe) {
     Output output = outputOf("/dev/null", Container::kWav);
     output.options.delivery = Delivery::kAsWritten;
     EXPECT_GT(allocationsFor(output), 10);
+}
+
+// Metadata of FLAC files is gathered within calls of libFLAC.
+TEST(WriterAllocation, ThatFailsIsThrownToTheWriterOfAFlacFile) {
+    const TemporaryFolder folder;
+    Output output = outputOf(folder / "out.flac", Container::kFlac);
+    output.metadata.flac.comments = {"TITLE=Take seven, which is a long one", "ARTIST=The Band"};
+    EXPECT_GT(allocationsFor(output), 10);
+    EXPECT_EQ(folder.listing(), "out.flac");
 }
 
 } // namespace
