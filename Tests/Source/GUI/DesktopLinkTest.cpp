@@ -20,8 +20,10 @@ protected:
 
 TEST_F(DesktopLinkTest, ReturnsTheDesktopsScale) {
     const DesktopLink link(&container);
-    desktop.scale = 1.5;
-    EXPECT_EQ(link.scale(), 1.5);
+    for (const double scale : {0.5, 1.0, 1.5}) {
+        desktop.scale = scale;
+        EXPECT_EQ(link.scale(), scale);
+    }
     for (const double senseless :
          {0.0, -2.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
         desktop.scale = senseless;
