@@ -254,7 +254,7 @@ void AudioReader::State::findLength() {
     if (stated > 0 && !options.acceptTruncated) {
         return;
     }
-    const auto end = isStatedMpeg ? SndfileSource::End::kShown : SndfileSource::End::kHidden;
+    const auto end = isStatedMpeg ? SndfileSource::End::kShown : SndfileSource::End::kFar;
     openSound(end);
     const std::int64_t count = countFrames();
     openSound(end); // decoders do not go back from damage

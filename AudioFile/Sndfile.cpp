@@ -15,6 +15,11 @@ namespace varno {
 
 namespace {
 
+// The far end of a file: more than 800 years of MPEG audio, and little enough for what decoders compute with
+// it. They look for a tag before it and find zeros. libsndfile 1.2.2 refuses MPEG audio where it cannot seek
+// to an end at all.
+constexpr sf_count_t kFarBytes = sf_count_t{1} << 50;
+
 struct ContainerRow {
     Container container;
     int major;
@@ -163,12 +168,13 @@ void writeChannelMap(SNDFILE* file, std::vector<int> map) {
 
 sf_count_t SndfileSource::length() noexcept {
     struct stat status {};
-    return ::fstat(mDescriptor, &status) == 0 ? status.st_size : 0;
+    const sf_count_t bytes = ::fstat(mDescriptor, &status) == 0 ? status.st_size : 0;
+    return mEnd == End::kFar ? std::max(bytes, kFarBytes) : bytes;
 }
 
 sf_count_t SndfileSource::seek(sf_count_t offset, int whence) noexcept {
     const sf_count_t place = placeOf(offset, whence);
-    if (place < 0 || (whence == SEEK_END && mEnd == End::kHidden)) {
+    if (place < 0) {
         return -1;
     }
     mPosition = place;
@@ -177,6 +183,12 @@ sf_count_t SndfileSource::seek(sf_count_t offset, int whence) noexcept {
 
 sf_count_t SndfileSource::read(void* data, sf_count_t count) noexcept {
     auto* bytes = static_cast<char*>(data);
+    if (mEnd == End::kFar && mPosition >= kFarBytes / 2) {
+        const sf_count_t zeros = std::clamp<sf_count_t>(kFarBytes - mPosition, 0, count);
+        std::fill_n(bytes, zeros, '\0');
+        mPosition += zeros;
+        return zeros;
+    }
     sf_count_t done = 0;
     while (done < count) {
         const ssize_t got =

@@ -36,9 +36,10 @@ void writeChannelMap(SNDFILE* file, std::vector<int> map);
 /// where it cannot open a file. It begins at the start, whatever the file's position. One thread at a time.
 class SndfileSource final : public VirtualFile {
 public:
-    /// Whether libsndfile can find out where the file ends before it has read so far. It reads no further
-    /// than the length that it estimates from the size of an MPEG audio file without a stated length.
-    enum class End { kShown, kHidden };
+    /// Where libsndfile believes the file to end before it has read so far: where it does, or so far behind
+    /// that it never gets there. It reads no further than the length that it estimates from the size of an
+    /// MPEG audio file without a stated length.
+    enum class End { kShown, kFar };
 
     /// @param descriptor open for reading, able to seek; stays the caller's
     explicit SndfileSource(int descriptor, End end = End::kShown)

@@ -15,6 +15,7 @@
 namespace varno::test {
 namespace {
 
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -114,8 +115,10 @@ TEST_F(DamagedTagsTest, ADamagedBlockOfFlacLeavesTheSamples) {
     const std::size_t count = bytes.find("TITLE=one") - 8; // the number of comments, 32 bits
     bytes.replace(count, 4, std::string(4, '\xFF'));
     writeFile(path("damaged.flac"), bytes);
+    // libFLAC 1.5 reads no other block of such a file either.
+    const std::string refused = "IN: not carried over, since it cannot be read: ";
     EXPECT_THAT(copy("damaged.flac", "out.flac"),
-                ElementsAre("IN: not carried over, since it cannot be read: 1 comment"));
+                ElementsAre(AnyOf(refused + "1 comment", refused + "the tags")));
     EXPECT_EQ(readIntegers(path("out.flac")).integers, testIntegers(16, 2000));
 }
 
