@@ -3,6 +3,7 @@
 #include "AudioFile/Transfer.h"
 #include "CommandLine/CommandTable.h"
 #include "CommandLine/Interruption.h"
+#include "CommandLine/LibraryMessages.h"
 #include "CommandLine/VisibleText.h"
 
 #include <sys/ioctl.h>
@@ -43,7 +44,7 @@ void printErr(std::string_view text) noexcept {
 
 void drawOnTerminal(std::string_view text) noexcept {
     while (!text.empty()) {
-        const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+        const ssize_t written = ::write(standardError(), text.data(), text.size());
         if (written <= 0) {
             return;
         }

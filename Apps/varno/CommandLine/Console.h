@@ -28,7 +28,7 @@ void printError(const std::string& message) noexcept;
 /// "varno: warning: message" on standard error, as a visibleLine().
 void printWarning(const std::string& message) noexcept;
 
-/// Whether the open file is a terminal. @param descriptor for instance STDERR_FILENO
+/// Whether the open file is a terminal. @param descriptor for instance standardError()
 bool isTerminal(int descriptor);
 
 /// printWarning() of each.

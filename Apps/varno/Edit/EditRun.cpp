@@ -2,6 +2,7 @@
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
+#include "CommandLine/LibraryMessages.h"
 #include "Edit/EditOptions.h"
 #include "Edit/EditSound.h"
 #include "Session/EditorSession.h"
@@ -34,17 +35,22 @@ std::unique_ptr<LiveBackend> openEditBackend(const EditOptions& options, int cha
     }
 }
 
-Sound soundFor(const EditOptions& options, const Module& module) {
-    if (!options.audio) {
-        return {AudioLoop::silence(options.channels), options.rateHz, nullptr};
-    }
+Sound readSound(const EditOptions& options, const Module& module) {
+    const LibrariesSilenced whileItIsRead;
     AudioReader reader(*options.audio,
                        {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated});
     requireVariantFor(module, reader);
     if (!reader.truncation().empty()) {
         printWarning(reader.truncation());
     }
-    Sound sound{AudioLoop::of(reader), static_cast<double>(reader.format().rateHz), nullptr};
+    return {AudioLoop::of(reader), static_cast<double>(reader.format().rateHz), nullptr};
+}
+
+Sound soundFor(const EditOptions& options, const Module& module) {
+    if (!options.audio) {
+        return {AudioLoop::silence(options.channels), options.rateHz, nullptr};
+    }
+    Sound sound = readSound(options, module);
     sound.backend = openEditBackend(options, sound.loop.channels(), sound.rateHz);
     if (sound.backend != nullptr && sound.backend->status().rateHz() != sound.rateHz) {
         const double rateHz = sound.backend->status().rateHz();

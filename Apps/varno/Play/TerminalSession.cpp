@@ -1,6 +1,7 @@
 #include "Play/TerminalSession.h"
 
 #include "CommandLine/Console.h"
+#include "CommandLine/LibraryMessages.h"
 #include "Play/MeterLine.h"
 #include "Session/SettingsKeeper.h"
 #include "Settings/ParameterValue.h"
@@ -83,7 +84,7 @@ TerminalSession::TerminalSession(Instance& instance, SettingsKeeper& settings, c
     if (takesKeys(STDIN_FILENO)) {
         mMode.emplace(STDIN_FILENO);
     }
-    mHasLine = mMode && isTerminal(STDERR_FILENO);
+    mHasLine = mMode && isTerminal(standardError());
 }
 
 TerminalSession::~TerminalSession() {
@@ -167,7 +168,7 @@ void TerminalSession::act(LiveAction action) {
 void TerminalSession::drawLine() {
     const MeterLine line{meterLevels(mInstance), mDial.text(), mDial.isBypassed(), mWatch.overruns()};
     // A line that fills the last column would move on to the next.
-    std::string text = line.text(terminalColumns(STDERR_FILENO) - 1);
+    std::string text = line.text(terminalColumns(standardError()) - 1);
     if (text != mLine) {
         drawOnTerminal(kClearLine + text);
         mLine = std::move(text);

@@ -32,8 +32,8 @@ std::string clockText(double seconds) {
 
 } // namespace
 
-ProgressBar::ProgressBar(std::ostream& out, bool onTerminal, Columns columns, Clock clock)
-    : mOut(out),
+ProgressBar::ProgressBar(Draw draw, bool onTerminal, Columns columns, Clock clock)
+    : mDraw(std::move(draw)),
       mOnTerminal(onTerminal),
       mColumns(std::move(columns)),
       mClock(std::move(clock)),
@@ -72,14 +72,14 @@ void ProgressBar::finish() {
 
 void ProgressBar::clear() {
     if (mDrawn) {
-        mOut << kClearLine << std::flush;
+        mDraw(kClearLine);
     }
     mDrawn = false;
 }
 
 void ProgressBar::draw(TimePoint now) {
     // A line that fills the last column would move on to the next.
-    mOut << kClearLine << line(inSeconds(now - mStart), mColumns() - 1) << std::flush;
+    mDraw(kClearLine + line(inSeconds(now - mStart), mColumns() - 1));
     mNextDraw = now + kRedrawEvery;
     mDrawn = true;
 }

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <functional>
 #include <mutex>
-#include <ostream>
 #include <string>
+#include <string_view>
 
 namespace varno {
 
@@ -17,13 +17,13 @@ public:
     using TimePoint = std::chrono::steady_clock::time_point;
     using Clock = std::function<TimePoint()>;
     using Columns = std::function<std::size_t()>;
+    using Draw = std::function<void(std::string_view)>;
 
-    /// @param out outlives the bar
+    /// @param draw puts characters and sequences on the terminal
     /// @param onTerminal false: nothing is ever written
     /// @param columns gives the terminal's width whenever the line is drawn
     /// @param clock gives the time; tests pass their own
-    ProgressBar(std::ostream& out, bool onTerminal, Columns columns,
-                Clock clock = std::chrono::steady_clock::now);
+    ProgressBar(Draw draw, bool onTerminal, Columns columns, Clock clock = std::chrono::steady_clock::now);
 
     /// Clears the line.
     ~ProgressBar();
@@ -47,7 +47,7 @@ private:
     void draw(TimePoint now);
     void clear();
 
-    std::ostream& mOut;
+    Draw mDraw;
     bool mOnTerminal;
     Columns mColumns;
     Clock mClock;

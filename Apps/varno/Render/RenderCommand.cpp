@@ -4,6 +4,7 @@
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
+#include "CommandLine/LibraryMessages.h"
 #include "Render/BatchRender.h"
 #include "Render/DemoLoop.h"
 #include "Settings/FileRoles.h"
@@ -384,6 +385,7 @@ int runRender(const CommandLine& line) {
     if (!options.quiet) {
         printWarnings(settings.warnings());
     }
+    const LibrariesSilenced duringTheWork;
     auto module = loadEffect(line);
     int status = kExitSuccess;
     {

@@ -1,9 +1,7 @@
 #include "Render/RenderSession.h"
 
 #include "CommandLine/Console.h"
-
-#include <iostream>
-#include <unistd.h>
+#include "CommandLine/LibraryMessages.h"
 
 namespace varno {
 
@@ -17,8 +15,8 @@ RenderSession::RenderSession(const RenderOptions& options, const Settings& setti
     : mOptions(options),
       mSettings(settings),
       mModule(std::move(module)),
-      mProgress(std::cerr, !options.quiet && isTerminal(STDERR_FILENO),
-                [] { return terminalColumns(STDERR_FILENO); }) {
+      mProgress(drawOnTerminal, !options.quiet && isTerminal(standardError()),
+                [] { return terminalColumns(standardError()); }) {
 }
 
 SessionInstance RenderSession::makeInstance(int channels, double rateHz) {

@@ -1,5 +1,6 @@
 #include "Session/LiveBackend.h"
 
+#include "CommandLine/LibraryMessages.h"
 #include "Session/JackBackend.h"
 #include "Session/RtAudioBackend.h"
 
@@ -25,6 +26,7 @@ std::span<const BackendEntry> backends() {
 
 std::unique_ptr<LiveBackend> openBackend(std::string_view word, const LiveRequest& request,
                                          std::span<const BackendEntry> entries) {
+    const LibrariesSilenced whileTheyAreTried;
     std::string refusals;
     for (const auto& entry : entries) {
         if (word != kAnyBackend && word != entry.word) {

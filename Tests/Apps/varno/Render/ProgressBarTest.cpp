@@ -20,6 +20,10 @@ protected:
         return [this] { return mNow; };
     }
 
+    ProgressBar::Draw draw() {
+        return [this](std::string_view text) { mOut << text; };
+    }
+
     ProgressBar::Columns columns() {
         return [this] { return mColumns; };
     }
@@ -31,7 +35,7 @@ protected:
 
 TEST_F(ProgressBarTest, WritesNothingWhereThereIsNoTerminal) {
     {
-        ProgressBar bar(mOut, false, columns(), clock());
+        ProgressBar bar(draw(), false, columns(), clock());
         mNow += 5s;
         bar.advance(5.0, 0.5);
         bar.finish();
@@ -40,21 +44,21 @@ TEST_F(ProgressBarTest, WritesNothingWhereThereIsNoTerminal) {
 }
 
 TEST_F(ProgressBarTest, ShowsShareSpeedAndTimeLeft) {
-    ProgressBar bar(mOut, true, columns(), clock());
+    ProgressBar bar(draw(), true, columns(), clock());
     mNow += 2s;
     bar.advance(150.0, 0.25);
     EXPECT_EQ(mOut.str(), "\r\033[K[#######                       ] 25 %, 75 x real time, 0:06 left");
 }
 
 TEST_F(ProgressBarTest, ShowsLongTimesInHours) {
-    ProgressBar bar(mOut, true, columns(), clock());
+    ProgressBar bar(draw(), true, columns(), clock());
     mNow += 100s;
     bar.advance(100.0, 0.01);
     EXPECT_NE(mOut.str().find(" 1 x real time, 2:45:00 left"), std::string::npos) << mOut.str();
 }
 
 TEST_F(ProgressBarTest, RedrawsAtMostTenTimesASecond) {
-    ProgressBar bar(mOut, true, columns(), clock());
+    ProgressBar bar(draw(), true, columns(), clock());
     for (int i = 0; i < 1000; ++i) {
         mNow += 1ms;
         bar.advance(0.1, 0.001);
@@ -65,7 +69,7 @@ TEST_F(ProgressBarTest, RedrawsAtMostTenTimesASecond) {
 
 TEST_F(ProgressBarTest, ClearsItsLineAtTheEnd) {
     {
-        ProgressBar bar(mOut, true, columns(), clock());
+        ProgressBar bar(draw(), true, columns(), clock());
         mNow += 1s;
         bar.advance(0.5, 0.5);
         mOut.str("");
@@ -75,7 +79,7 @@ TEST_F(ProgressBarTest, ClearsItsLineAtTheEnd) {
 
 TEST_F(ProgressBarTest, AShortRenderShowsNothing) {
     {
-        ProgressBar bar(mOut, true, columns(), clock());
+        ProgressBar bar(draw(), true, columns(), clock());
         mNow += 50ms;
         bar.advance(1.0, 1.0);
     }
@@ -83,7 +87,7 @@ TEST_F(ProgressBarTest, AShortRenderShowsNothing) {
 }
 
 TEST_F(ProgressBarTest, DrawsNothingOnceFinished) {
-    ProgressBar bar(mOut, true, columns(), clock());
+    ProgressBar bar(draw(), true, columns(), clock());
     bar.finish();
     mNow += 1s;
     bar.advance(1.0, 1.0);
@@ -91,7 +95,7 @@ TEST_F(ProgressBarTest, DrawsNothingOnceFinished) {
 }
 
 TEST_F(ProgressBarTest, NeverGoesBeyondTheEnd) {
-    ProgressBar bar(mOut, true, columns(), clock());
+    ProgressBar bar(draw(), true, columns(), clock());
     mNow += 1s;
     bar.advance(5.0, 5.0);
     EXPECT_NE(mOut.str().find("[##############################] 100 %"), std::string::npos) << mOut.str();
@@ -109,7 +113,7 @@ TEST_F(ProgressBarTest, FitsTheTerminal) {
     };
     for (const auto& [width, line] : widths) {
         mColumns = width;
-        ProgressBar bar(mOut, true, columns(), clock());
+        ProgressBar bar(draw(), true, columns(), clock());
         mNow += 2s;
         mOut.str("");
         bar.advance(150.0, 0.25);
@@ -118,7 +122,7 @@ TEST_F(ProgressBarTest, FitsTheTerminal) {
 }
 
 TEST_F(ProgressBarTest, FollowsTheTerminalsWidth) {
-    ProgressBar bar(mOut, true, columns(), clock());
+    ProgressBar bar(draw(), true, columns(), clock());
     for (const std::size_t width : {80U, 20U, 50U}) {
         mColumns = width;
         mNow += 1s;
@@ -130,7 +134,7 @@ TEST_F(ProgressBarTest, FollowsTheTerminalsWidth) {
 }
 
 TEST_F(ProgressBarTest, PrintsAboveTheBar) {
-    ProgressBar bar(mOut, true, columns(), clock());
+    ProgressBar bar(draw(), true, columns(), clock());
     bar.printAbove([&] { mOut << "first\n"; });
     EXPECT_EQ(mOut.str(), "first\n") << "there was no line to clear";
     mNow += 1s;
@@ -154,7 +158,7 @@ std::string shownShare(ProgressBar& bar, std::ostringstream& out) {
 }
 
 TEST_F(ProgressBarTest, FilesHaveEqualShares) {
-    ProgressBar bar(mOut, true, columns(), [this] { return mNow += 1s; });
+    ProgressBar bar(draw(), true, columns(), [this] { return mNow += 1s; });
     {
         FileProgress first(bar, 3);
         first.advance(1.0, 2.0);
@@ -175,7 +179,7 @@ TEST_F(ProgressBarTest, FilesHaveEqualShares) {
 
 TEST_F(ProgressBarTest, SeveralThreadsMayAdvance) {
     mNow += 1s;
-    ProgressBar bar(mOut, true, columns(),
+    ProgressBar bar(draw(), true, columns(),
                     [start = mNow, calls = 0]() mutable { return start + 1s * calls++; });
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {

@@ -10,6 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 class RenderErrors : public ProgramTest {
 protected:
@@ -60,6 +61,15 @@ TEST_F(RenderErrors, TruncatedInput) {
     EXPECT_EQ(refusedRender(1, {"cut.wav", "out.wav"}),
               "cut.wav: is truncated: 4700 frames found, expected the 4800 that its header promises; "
               "--truncated reads what is there");
+}
+
+// The decoder prints a warning of its own.
+TEST_F(RenderErrors, ReportsATruncatedMp3InOneLine) {
+    const std::string path = mFolder / "in.mp3";
+    writeSound(path, {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 2, 48'000, {}, testReals(60'000)});
+    const std::string bytes = readFile(path);
+    writeFile(path, bytes.substr(0, bytes.size() / 2));
+    EXPECT_THAT(refusal(1, {"render", "in.mp3", "out.wav"}), StartsWith("in.mp3: is truncated: "));
 }
 
 TEST_F(RenderErrors, TruncatedInputThatIsAccepted) {

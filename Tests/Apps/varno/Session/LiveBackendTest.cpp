@@ -1,7 +1,11 @@
 #include "Session/LiveBackend.h"
 #include "Tests/Apps/varno/Session/FakeBackend.h"
+#include "Tests/Apps/varno/Support/ChildProcess.h"
+#include "Tests/Support/TemporaryFolder.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 namespace varno::test {
 namespace {
@@ -46,6 +50,23 @@ TEST(BackendChoice, ARefusalNamesWhatWasTried) {
     EXPECT_EQ(refusal(kAnyBackend, entries),
               "no sound system can be had (One: nobody answers varno; Two: nobody answers varno)");
     EXPECT_EQ(refusal("two", entries), "no sound system can be had (Two: nobody answers varno)");
+}
+
+std::unique_ptr<LiveBackend> talks(const LiveRequest& request) {
+    EXPECT_EQ(::write(STDERR_FILENO, "chatter\n", 8), 8);
+    return isMissing(request);
+}
+
+TEST(BackendChoice, WhatSoundSystemsPrintIsLost) {
+    const TemporaryFolder folder;
+    const int status = inChildProcess([&] {
+        ::dup2(::open((folder / "errors").c_str(), O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
+        const BackendEntry entries[] = {{"one", "One", talks}, {"two", "Two", isThere}};
+        openBackend(kAnyBackend, {}, entries);
+        return testing::Test::HasFailure() ? 1 : 0;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(readFile(folder / "errors"), "");
 }
 
 TEST(BackendChoice, JackComesFirst) {
