@@ -44,9 +44,12 @@ double NormalizedTime(EDemoGain_Conversion conversion, double ms, const Settings
     while (end < kIntervals && !isReached(static_cast<double>(end) / kIntervals)) {
         ++end;
     }
+    if (end == 0) {
+        return 0.0;
+    }
     double high = static_cast<double>(end) / kIntervals;
-    double low = end > 0 ? static_cast<double>(end - 1) / kIntervals : 0.0;
-    for (int i = 0; i < kHalvings && end > 0; ++i) {
+    double low = static_cast<double>(end - 1) / kIntervals;
+    for (int i = 0; i < kHalvings; ++i) {
         const double middle = (low + high) / 2.0;
         (isReached(middle) ? high : low) = middle;
     }
@@ -213,7 +216,8 @@ bool DependsOnOthers(const SDemoGain_Parameter& parameter) {
 }
 
 Range RangeInUnit(const SDemoGain_Parameter& parameter, const Settings& settings) {
-    Range range{InUnit(parameter, 0.0, settings), InUnit(parameter, 0.0, settings)};
+    const double first = InUnit(parameter, 0.0, settings);
+    Range range{first, first};
     const int last = static_cast<int>(parameter.mSteps) - 1;
     for (int step = 1; step <= last; ++step) {
         const double value = InUnit(parameter, static_cast<double>(step) / last, settings);
