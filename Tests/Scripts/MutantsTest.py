@@ -130,6 +130,22 @@ class MutantsTest(FixtureProject):
         self.assertEqual(again, out)
         self.assertLess(len(builds()), 5)
 
+        # Into the document, in the place of what stood there.
+        document = self.root / "docs/verification.md"
+        marked = "# A\n\n<!-- mutants: written by ./run mutants --record -->\n{}<!-- /mutants -->\n\nB\n"
+        self.write("docs/verification.md", marked.format("former\n"))
+        self.mutants("--record", "Libs")
+        text = document.read_text()
+        self.assertRegex(text, r"\A# A\n\n<!-- mutants.*-->\n\n\d{4}-\d\d-\d\d, commit \S+, seed 1: 10 of 10 changes\.\n"
+                               r"Killed: 90\.0 %, of 10 that compile; 0 of them by a time-out\. "
+                               r"95 % confidence: 59\.6 % to 98\.2 %\.\n")
+        self.assertIn("\n| `Libs/AAXLibrary/source` | 10 | 9 | 1 | 0 | 90.0 % |\n| together | 10 | 9 | 1 | 0 | 90.0 % |\n", text)
+        self.assertIn("\n- `Libs/AAXLibrary/source/Part.cpp`: `if (value > 10) {` -> `if (value > 11) {`\n", text)
+        self.assertTrue(text.endswith("<!-- /mutants -->\n\nB\n"))
+        self.assertNotIn("former", text)
+        self.write("docs/verification.md", "# A\n")
+        self.assertIn("are missing", self.mutants("--record", "Libs")[2])
+
         # A better test kills the survivor; nothing else is tested again.
         self.write("Tests/Libs/AAXLibrary/PartTest.cpp", STRICTER_TEST)
         _, better, err = self.mutants("Libs")

@@ -131,7 +131,9 @@ TEST_F(RenderPipe, OnlyWhatMustBeIsKeptInATemporaryFile) {
     }
     const std::string nowhere = "TMPDIR=/nonexistent VARNO render -q -f ";
     for (const std::string name : {"in.wav", "unknown.wav", "in.aiff", "in.au"}) {
-        EXPECT_EQ(inShell("cat " + name + " | " + nowhere + "- - | cat > out.wav").err, "") << name;
+        std::string command = "cat ";
+        command.append(name).append(" | ").append(nowhere).append("- - | cat > out.wav");
+        EXPECT_EQ(inShell(command).err, "") << name;
     }
     EXPECT_EQ(inShell(nowhere + "in.flac - | cat > out.wav").err, "");
     for (const std::string& rest : std::initializer_list<std::string>{
