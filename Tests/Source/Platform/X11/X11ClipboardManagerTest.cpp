@@ -76,8 +76,19 @@ private:
         }
     }
 
+    // Answers that are none to the request.
+    void refuseOthersLike(const xcb_selection_request_event_t& request) const {
+        auto other = request;
+        other.selection = XCB_ATOM_PRIMARY;
+        mClient.answer(other, XCB_ATOM_NONE);
+        other = request;
+        other.target = mClient.atom("TARGETS");
+        mClient.answer(other, XCB_ATOM_NONE);
+    }
+
     void begin(const xcb_selection_request_event_t& request) {
         if (mManner == Manner::kSaves) {
+            refuseOthersLike(request);
             mRequest = request;
             mClient.request("UTF8_STRING", "SAVED");
         } else if (mManner == Manner::kRefuses) {
