@@ -134,12 +134,14 @@ TEST(ChunkDataParser, ReadsTheNameOnlyUpTo255Characters) {
 }
 
 TEST(ChunkDataParser, ReadsTheNameOnlyUpToTheEndOfTheData) {
-    Parser parser;
-    ChunkRecord record(kChunkMarker + "x_Abcd\0\0"s);
-    record->fSize = static_cast<std::int32_t>(kChunkMarker.size() + 4);
-    parser.LoadChunk(record.get());
-    ASSERT_EQ(parser.mDataValues.size(), 1U);
-    EXPECT_STREQ(parser.mDataValues[0].mDataName.Get(), "Ab");
+    for (const std::string& before : {""s, "l_L\0\0\0\0\7"s}) {
+        Parser parser;
+        ChunkRecord record(kChunkMarker + before + "x_Abcd\0\0"s);
+        record->fSize = static_cast<std::int32_t>(kChunkMarker.size() + before.size() + 4);
+        parser.LoadChunk(record.get());
+        ASSERT_FALSE(parser.mDataValues.empty());
+        EXPECT_STREQ(parser.mDataValues.back().mDataName.Get(), "Ab");
+    }
 }
 
 TEST(ChunkDataParser, TakesTheVersionFromTheHeader) {

@@ -40,6 +40,8 @@ TEST(Latin1, PutsOneQuestionMarkForEachCharacterBeyond) {
 
 TEST(Latin1, PutsAQuestionMarkForWhatIsNoUtf8) {
     EXPECT_EQ(latin1FromUtf8("\x80"), "?");         // without a first byte
+    EXPECT_EQ(latin1FromUtf8("\x80\x80"), "??");    // two of them
+    EXPECT_EQ(latin1FromUtf8("a\x80"), "a?");       // one behind a character of one byte
     EXPECT_EQ(latin1FromUtf8("\xc3"), "?");         // cut off at the end
     EXPECT_EQ(latin1FromUtf8("\xc3 x"), "? x");     // cut off within
     EXPECT_EQ(latin1FromUtf8("\xe2\x82 x"), "? x"); // the same of three
