@@ -130,29 +130,28 @@ bool X11SelectionOwner::take(const std::string& text, X11Connection::Deadline de
     return true;
 }
 
-bool X11SelectionOwner::handOver(X11Connection::Deadline deadline) {
+void X11SelectionOwner::handOver(X11Connection::Deadline deadline) {
     xcb_connection_t* const xcb = mConnection.xcb();
     const auto asked = xcb_get_selection_owner(xcb, mAtoms.manager);
     const XcbOwned<xcb_get_selection_owner_reply_t> manager{
         xcb_get_selection_owner_reply(xcb, asked, nullptr)};
     if (!mText || !manager || manager->owner == XCB_WINDOW_NONE) {
-        return false;
+        return;
     }
     const auto now = mConnection.serverTime(mAtoms.ownTime, deadline);
     if (!now) {
-        return false;
+        return;
     }
     const std::array forms{mAtoms.utf8String, xcb_atom_t{XCB_ATOM_STRING}};
     put(mConnection.window(), mAtoms.toSave, XCB_ATOM_ATOM, forms.data(), forms.size());
     xcb_convert_selection(xcb, mConnection.window(), mAtoms.manager, mAtoms.saveTargets, mAtoms.toSave, *now);
-    const auto answer = mConnection.waitFor(
+    mConnection.waitFor(
         [this](const xcb_generic_event_t& event) {
             const auto& notice = eventAs<xcb_selection_notify_event_t>(event);
             return typeOf(event) == XCB_SELECTION_NOTIFY && notice.selection == mAtoms.manager &&
                    notice.target == mAtoms.saveTargets;
         },
         deadline);
-    return answer && eventAs<xcb_selection_notify_event_t>(*answer).property != XCB_ATOM_NONE;
 }
 
 void X11SelectionOwner::handle(const xcb_generic_event_t& event) {

@@ -64,9 +64,9 @@ public:
     const std::string* text() const { return mText.get(); }
 
     /// Has the clipboard manager save the text, by the protocol of freedesktop.org's clipboard managers:
-    /// answers its requests until it reports the end, at most until the deadline. False where the module does
-    /// not own the clipboard, there is no manager, or it refuses.
-    bool handOver(X11Connection::Deadline deadline);
+    /// answers its requests until it reports the end or refuses, at most until the deadline. Does nothing
+    /// where the module does not own the clipboard or there is no manager.
+    void handOver(X11Connection::Deadline deadline);
 
     /// Answers a request, continues a transfer, or drops the text when another program owns the clipboard.
     void handle(const xcb_generic_event_t& event);

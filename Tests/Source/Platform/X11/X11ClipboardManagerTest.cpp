@@ -6,6 +6,7 @@
 #include "Tests/Support/XServer.h"
 
 #include <atomic>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
@@ -76,7 +77,7 @@ private:
         }
     }
 
-    // Answers that are none to the request.
+    // Answers that are none to the request, long before that to it.
     void refuseOthersLike(const xcb_selection_request_event_t& request) const {
         auto other = request;
         other.selection = XCB_ATOM_PRIMARY;
@@ -84,6 +85,8 @@ private:
         other = request;
         other.target = mClient.atom("TARGETS");
         mClient.answer(other, XCB_ATOM_NONE);
+        mClient.flush();
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
 
     void begin(const xcb_selection_request_event_t& request) {

@@ -167,9 +167,19 @@ TEST_F(X11ClipboardServingTest, RefusesSeveralFormsThatAreNotNamed) {
     EXPECT_EQ(answerTo(client, "MULTIPLE", ""), XCB_ATOM_NONE);
     client.setText(client.window(), client.atom("INTO"), "ATOM_PAIR", "no numbers");
     EXPECT_EQ(answerTo(client, "MULTIPLE", "INTO"), XCB_ATOM_NONE);
-    client.setNumbers(client.window(), client.atom("INTO"), "ATOM_PAIR",
-                      std::vector<std::uint32_t>(10000, 1));
-    EXPECT_EQ(answerTo(client, "MULTIPLE", "INTO"), XCB_ATOM_NONE);
+    EXPECT_EQ(client.takeProperty("INTO").bytes, "no numbers") << "the receiver's own";
+}
+
+TEST_F(X11ClipboardServingTest, SendsSixtyFourFormsAtMost) {
+    ASSERT_TRUE(clipboard.setText("text"));
+    const auto answerToPairs = [&](std::size_t count) {
+        client.setNumbers(client.window(), client.atom("INTO"), "ATOM_PAIR",
+                          std::vector<std::uint32_t>(2 * count, client.atom("STRING")));
+        return answerTo(client, "MULTIPLE", "INTO");
+    };
+    EXPECT_EQ(answerToPairs(64), client.atom("INTO"));
+    EXPECT_EQ(answerToPairs(65), XCB_ATOM_NONE);
+    EXPECT_EQ(answerToPairs(10'000), XCB_ATOM_NONE);
 }
 
 TEST_F(X11ClipboardServingTest, RefusesWhatIsNoText) {

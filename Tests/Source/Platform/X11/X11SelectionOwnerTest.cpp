@@ -57,6 +57,11 @@ TEST_F(X11SelectionOwnerTest, KeepsWhatItTookAfterTheLoss) {
     EXPECT_EQ(*owner.text(), "new");
 }
 
+TEST_F(X11SelectionOwnerTest, TakesNothingWhereTheServerIsTooSlow) {
+    EXPECT_FALSE(owner.take("text", std::chrono::steady_clock::now() - std::chrono::seconds(1)));
+    EXPECT_EQ(owner.text(), nullptr);
+}
+
 TEST_F(X11SelectionOwnerTest, HasNothingAtFirst) {
     EXPECT_EQ(owner.text(), nullptr);
 }
