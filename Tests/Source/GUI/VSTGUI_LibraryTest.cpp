@@ -4,7 +4,9 @@
 #include "vstgui/lib/controls/ccontrol.h"
 #include "vstgui/lib/cresourcedescription.h"
 #include "vstgui/lib/events.h"
+#include "vstgui/lib/platform/platformfactory.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -22,6 +24,18 @@ TEST(VSTGUI_LibraryTest, FindsBitmapsInTheFolderOfTheLastCall) {
     EXPECT_FALSE(isFound("no such file.png"));
     UseVSTGUI("/nowhere");
     EXPECT_FALSE(isFound(file));
+}
+
+// In a process of its own, in which nothing has used the library before.
+TEST(VSTGUI_LibraryDeathTest, IsReadyWithoutAFolderForBitmaps) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto useAndEnd = [] {
+        UseVSTGUI();
+        VSTGUI::getPlatformFactory(); // ends the process where there is none
+        const bool isOff = VSTGUI::CControl::CheckDefaultValueEventFunc != nullptr;
+        std::exit(isOff && VSTGUI::CBitmap(VSTGUI::CCoord{2}, VSTGUI::CCoord{2}).isLoaded() ? 0 : 1);
+    };
+    EXPECT_EXIT(useAndEnd(), testing::ExitedWithCode(0), "");
 }
 
 TEST(VSTGUI_LibraryTest, SwitchesTheLibrarysOwnDefaultClickOff) {
