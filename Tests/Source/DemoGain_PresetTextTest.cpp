@@ -227,6 +227,18 @@ TEST_F(PresetTextOnModel, writesTenDigitsAsTheCLibraryDoes) {
     }
 }
 
+// A data model of another kind may return any number.
+TEST(PresetTextNumbers, haveRoomWhateverTheyAre) {
+    for (const double value : {std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest(),
+                               std::numeric_limits<double>::denorm_min(), 0.5}) {
+        char expected[400];
+        std::snprintf(expected, sizeof expected, " %.10f", value);
+        std::string text;
+        Detail::AppendValue(text, value);
+        EXPECT_EQ(text, expected);
+    }
+}
+
 TEST_F(PresetTextOnModel, writesAPointInEveryLocale) {
     const std::string plain = Write(*fixture.model);
     const std::locale before = std::locale::global(std::locale(std::locale(), new DecimalComma));
