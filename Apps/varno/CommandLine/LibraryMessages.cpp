@@ -31,6 +31,7 @@ bool keepOwn() {
     }
     ownDescriptor.store(kept);
     if (__sanitizer_set_report_fd != nullptr) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how it takes a number
         __sanitizer_set_report_fd(reinterpret_cast<void*>(static_cast<std::intptr_t>(kept)));
     }
     return true;

@@ -1,5 +1,6 @@
 #include "LV2/UI/PluginWindow.h"
 
+#include "Window/Scale.h"
 #include "Window/WindowProperties.h"
 #include "Window/XConnection.h"
 
