@@ -3,16 +3,6 @@
 #include "Window/XConnection.h"
 
 namespace varno {
-namespace {
-
-constexpr std::uint8_t kSentByClient = 0x80; // of an event's type
-
-template<class Event>
-Event& as(xcb_generic_event_t& event) {
-    return reinterpret_cast<Event&>(event);
-}
-
-} // namespace
 
 EditorWindow::EditorWindow(XConnection& connection, Kind kind, const WindowProperties& properties)
     : mConnection(connection),
@@ -25,6 +15,7 @@ EditorWindow::EditorWindow(XConnection& connection, Kind kind, const WindowPrope
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
     setWindowProperties(connection, mId, properties);
+    mEvents = connection.events().add(mId, [this](const auto& event) { handle(event); });
     // The child is made through another connection, which must find the window.
     connection.sync();
 }
@@ -60,34 +51,27 @@ void EditorWindow::setBindings(std::vector<KeyBinding> bindings) {
 }
 
 void EditorWindow::handleEvents() {
-    while (const auto event = mConnection.poll()) {
-        handle(*event);
-    }
-    mConnection.throwIfLost();
-    mConnection.flush();
+    mConnection.handleEvents();
 }
 
-// An error's type is 0: it answers a request about a child that no longer exists.
-void EditorWindow::handle(xcb_generic_event_t& event) {
-    switch (event.response_type & ~kSentByClient) {
+void EditorWindow::handle(const xcb_generic_event_t& event) {
+    switch (eventKind(event)) {
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
-        pressed(as<xcb_key_press_event_t>(event));
+        pressed(eventAs<xcb_key_press_event_t>(event));
         break;
     case XCB_FOCUS_IN:
-        focused(as<xcb_focus_in_event_t>(event));
+        focused(eventAs<xcb_focus_in_event_t>(event));
         break;
     case XCB_CLIENT_MESSAGE:
-        messageCame(as<xcb_client_message_event_t>(event));
-        break;
-    case XCB_MAPPING_NOTIFY:
-        if (mKeys) {
-            mKeys->keyboardChanged(as<xcb_mapping_notify_event_t>(event));
-        }
+        messageCame(eventAs<xcb_client_message_event_t>(event));
         break;
     case XCB_DESTROY_NOTIFY:
-        mIsDestroyed = true;
-        throw WindowError("the window was destroyed from outside");
+        if (eventAs<xcb_destroy_notify_event_t>(event).window == mId) {
+            mIsDestroyed = true;
+            throw WindowError("the window was destroyed from outside");
+        }
+        break;
     default:
         break;
     }
@@ -95,27 +79,27 @@ void EditorWindow::handle(xcb_generic_event_t& event) {
 
 // Keys arrive here where they are bound, and while the window itself has the focus.
 void EditorWindow::pressed(const xcb_key_press_event_t& event) {
-    const bool isDown = (event.response_type & ~kSentByClient) == XCB_KEY_PRESS;
-    if (!(isDown && mKeys && mKeys->press(event))) {
+    if (!(mKeys && mKeys->handle(event))) {
         forward(event);
     }
 }
 
 void EditorWindow::forward(xcb_key_press_event_t event) const {
-    if (const auto to = child(); to != XCB_WINDOW_NONE && event.child == XCB_WINDOW_NONE) {
+    const auto to = focusWindow();
+    if (to != XCB_WINDOW_NONE && to != mId && event.child == XCB_WINDOW_NONE) {
         event.event = to;
         xcb_send_event(mConnection.get(), 0, to, XCB_EVENT_MASK_NO_EVENT,
                        reinterpret_cast<const char*>(&event));
     }
 }
 
-// The desktop gives the focus to the window, which passes it on to the view.
+// The desktop gives the focus to the window, which passes it on.
 void EditorWindow::focused(const xcb_focus_in_event_t& event) const {
     const bool isOwn = event.detail == XCB_NOTIFY_DETAIL_ANCESTOR ||
                        event.detail == XCB_NOTIFY_DETAIL_INFERIOR ||
                        event.detail == XCB_NOTIFY_DETAIL_NONLINEAR;
     const bool isByGrab = event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
-    if (const auto to = child(); to != XCB_WINDOW_NONE && isOwn && !isByGrab) {
+    if (const auto to = focusWindow(); to != XCB_WINDOW_NONE && isOwn && !isByGrab) {
         xcb_set_input_focus(mConnection.get(), XCB_INPUT_FOCUS_PARENT, to, XCB_CURRENT_TIME);
     }
 }
@@ -137,7 +121,10 @@ void EditorWindow::messageCame(const xcb_client_message_event_t& message) {
     }
 }
 
-xcb_window_t EditorWindow::child() const {
+xcb_window_t EditorWindow::focusWindow() const {
+    if (mFocusWindow != XCB_WINDOW_NONE) {
+        return mFocusWindow;
+    }
     const auto children = mConnection.children(mId);
     return children.empty() ? xcb_window_t{XCB_WINDOW_NONE} : children.front();
 }

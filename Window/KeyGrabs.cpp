@@ -19,31 +19,70 @@ KeyGrabs::KeyGrabs(XConnection& connection, xcb_window_t window, std::vector<Key
     : mConnection(connection),
       mWindow(window),
       mBindings(std::move(bindings)),
-      mSymbols(xcb_key_symbols_alloc(connection.get())) {
+      mSymbols(xcb_key_symbols_alloc(connection.get())),
+      mKeyboardEvents(
+          connection.events().add(XCB_WINDOW_NONE, [this](const auto& event) { keyboardChanged(event); })) {
     grab();
 }
 
-bool KeyGrabs::press(const xcb_key_press_event_t& event) const {
+bool KeyGrabs::handle(const xcb_key_press_event_t& event) {
+    const bool isRepeat = isRepeated(event);
+    if (mAllKeys) {
+        const auto handler = mAllKeys; // which may end the grab
+        handler(event);
+        return true;
+    }
+    if (eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) != XCB_KEY_PRESS) {
+        return false;
+    }
     const auto modifiers = event.state & kModifierKeys & ~mLocks;
     for (const auto& grab : mGrabs) {
         if (grab.code == event.detail && grab.binding->modifiers == modifiers) {
-            grab.binding->action();
+            if (grab.binding->repeats || !isRepeat) {
+                grab.binding->action();
+            }
             return true;
         }
     }
     return false;
 }
 
-void KeyGrabs::keyboardChanged(xcb_mapping_notify_event_t& event) {
-    if (event.request == XCB_MAPPING_POINTER) {
+// A key that is held is reported as released and pressed again at the same time.
+bool KeyGrabs::isRepeated(const xcb_key_press_event_t& event) {
+    if (eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_RELEASE) {
+        mReleasedKey = event.detail;
+        mReleaseTime = event.time;
+        return false;
+    }
+    return event.detail == mReleasedKey && event.time == mReleaseTime;
+}
+
+void KeyGrabs::grabAll(KeyHandler handler) {
+    mAllKeys = std::move(handler);
+    grab();
+}
+
+void KeyGrabs::releaseAll() {
+    mAllKeys = nullptr;
+    grab();
+}
+
+void KeyGrabs::keyboardChanged(const xcb_generic_event_t& event) {
+    if (eventKind(event) != XCB_MAPPING_NOTIFY ||
+        eventAs<xcb_mapping_notify_event_t>(event).request == XCB_MAPPING_POINTER) {
         return;
     }
-    xcb_refresh_keyboard_mapping(mSymbols.get(), &event);
-    xcb_ungrab_key(mConnection.get(), XCB_GRAB_ANY, mWindow, XCB_MOD_MASK_ANY);
+    mSymbols.reset(xcb_key_symbols_alloc(mConnection.get()));
     grab();
 }
 
 void KeyGrabs::grab() {
+    xcb_ungrab_key(mConnection.get(), XCB_GRAB_ANY, mWindow, XCB_MOD_MASK_ANY);
+    if (mAllKeys) {
+        xcb_grab_key(mConnection.get(), 0, mWindow, XCB_MOD_MASK_ANY, XCB_GRAB_ANY, XCB_GRAB_MODE_ASYNC,
+                     XCB_GRAB_MODE_ASYNC);
+        return;
+    }
     const std::uint16_t numLock = numLockMask();
     mLocks = static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | numLock);
     mGrabs.clear();

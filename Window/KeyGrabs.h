@@ -16,6 +16,7 @@ struct KeyBinding {
     xcb_keysym_t key = 0;        ///< What is on the key without modifiers, in X.Org's numbers.
     std::uint16_t modifiers = 0; ///< XCB_MOD_MASK_... bits that must be down, and no others.
     std::function<void()> action;
+    bool repeats = true; ///< Whether the action is performed again and again while the key is held.
 };
 
 /// Key bindings of a window, which have priority over those of its children. They work with Caps Lock and Num
@@ -25,10 +26,17 @@ public:
     /// @param connection outlives this object, as `window` does
     KeyGrabs(XConnection& connection, xcb_window_t window, std::vector<KeyBinding> bindings);
 
-    /// Performs the action of a bound key. @return whether the key is bound
-    bool press(const xcb_key_press_event_t& event) const;
-    /// The keyboard's layout has changed.
-    void keyboardChanged(xcb_mapping_notify_event_t& event);
+    /// Performs the action of a bound key that is pressed; a release has none. While all keys are grabbed
+    /// their presses and releases are reported instead. @return whether the event is used
+    bool handle(const xcb_key_press_event_t& event);
+
+    /// Receives presses and releases.
+    using KeyHandler = std::function<void(const xcb_key_press_event_t&)>;
+    /// Grabs every key of the window with any modifiers, for as long as a text is entered: nothing is bound
+    /// meanwhile, and no window inside receives keys.
+    void grabAll(KeyHandler handler);
+    /// Ends grabAll: the bindings are in force again.
+    void releaseAll();
 
 private:
     struct FreeSymbols {
@@ -39,7 +47,9 @@ private:
         const KeyBinding* binding;
     };
 
+    void keyboardChanged(const xcb_generic_event_t& event);
     void grab();
+    bool isRepeated(const xcb_key_press_event_t& event);
     std::vector<xcb_keycode_t> codesOf(xcb_keysym_t key) const;
     std::vector<xcb_keycode_t> codesInColumn(xcb_keysym_t key, int column) const;
     std::uint16_t numLockMask() const;
@@ -50,6 +60,10 @@ private:
     std::unique_ptr<xcb_key_symbols_t, FreeSymbols> mSymbols;
     std::uint16_t mLocks = 0; ///< Modifiers that lock; bindings ignore them.
     std::vector<Grab> mGrabs;
+    KeyHandler mAllKeys; ///< Empty while the bindings are in force.
+    xcb_keycode_t mReleasedKey = 0;
+    xcb_timestamp_t mReleaseTime = 0;
+    WindowEvents::Registration mKeyboardEvents;
 };
 
 } // namespace varno

@@ -2,6 +2,7 @@
 #ifndef VARNO_WINDOW_WINDOWPROPERTIES_H
 #define VARNO_WINDOW_WINDOWPROPERTIES_H
 
+#include "Window/Geometry.h"
 #include "Window/XConnection.h"
 
 #include <cairo.h>
@@ -24,12 +25,6 @@ using CairoSurface = std::unique_ptr<cairo_surface_t, DestroySurface>;
 /// 0xAARRGGBB, row by row. Pictures that are missing or cannot be read are left out; empty without any.
 /// @param resources folder with icons/SIZExSIZE/varno-s.png; empty for none
 std::vector<std::uint32_t> windowIcon(const std::filesystem::path& resources);
-
-/// Pixels.
-struct WindowSize {
-    int width = 0;
-    int height = 0;
-};
 
 /// Properties of a window for the desktop.
 struct WindowProperties {

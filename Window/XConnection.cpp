@@ -19,10 +19,9 @@ XConnection::XConnection(const std::string& display)
         throw WindowError("cannot open a display: DISPLAY is not set; expected the name of an X server, such "
                           "as \":0\"");
     }
-    int screen = 0;
-    mConnection.reset(xcb_connect(display.c_str(), &screen));
+    mConnection.reset(xcb_connect(display.c_str(), &mScreenNumber));
     if (xcb_connection_has_error(get()) == 0) {
-        mScreen = xcb_aux_get_screen(get(), screen);
+        mScreen = xcb_aux_get_screen(get(), mScreenNumber);
     }
     if (mScreen == nullptr) {
         throw WindowError("cannot open a display: no X server answers at DISPLAY \"" + display + '"');
@@ -50,6 +49,23 @@ std::string XConnection::text(xcb_window_t window, xcb_atom_t property) const {
             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
 }
 
+std::vector<std::uint32_t> XConnection::words(xcb_window_t window, xcb_atom_t property) const {
+    constexpr int kWordBits = 32;
+    const auto cookie =
+        xcb_get_property(get(), 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, kLongestTextWords);
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(get(), cookie, nullptr));
+    if (!reply || reply->format != kWordBits) {
+        return {};
+    }
+    const auto* const first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {first, first + reply->value_len};
+}
+
+bool XConnection::hasExtension(xcb_extension_t& extension) const {
+    const auto* data = xcb_get_extension_data(get(), &extension);
+    return data != nullptr && data->present != 0;
+}
+
 bool XConnection::has(xcb_window_t window) const {
     const XReply<xcb_get_geometry_reply_t> reply(
         xcb_get_geometry_reply(get(), xcb_get_geometry(get(), window), nullptr));
@@ -66,6 +82,48 @@ std::vector<xcb_window_t> XConnection::children(xcb_window_t window) const {
     std::vector<xcb_window_t> windows(static_cast<std::size_t>(xcb_query_tree_children_length(reply.get())));
     std::copy_n(first, windows.size(), windows.begin());
     return windows;
+}
+
+xcb_window_t XConnection::parent(xcb_window_t window) const {
+    const XReply<xcb_query_tree_reply_t> reply(
+        xcb_query_tree_reply(get(), xcb_query_tree(get(), window), nullptr));
+    return reply ? reply->parent : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+bool XConnection::isWithin(xcb_window_t window, xcb_window_t outer) const {
+    while (window != XCB_WINDOW_NONE && window != outer) {
+        window = parent(window);
+    }
+    return window != XCB_WINDOW_NONE;
+}
+
+xcb_window_t XConnection::topLevel(xcb_window_t window) const {
+    for (auto outer = parent(window); outer != screen().root; outer = parent(window)) {
+        if (outer == XCB_WINDOW_NONE) {
+            return XCB_WINDOW_NONE;
+        }
+        window = outer;
+    }
+    return window;
+}
+
+void XConnection::select(xcb_window_t window, std::uint32_t events) const {
+    const XReply<xcb_get_window_attributes_reply_t> before(
+        xcb_get_window_attributes_reply(get(), xcb_get_window_attributes(get(), window), nullptr));
+    if (before) {
+        const std::uint32_t all = before->your_event_mask | events;
+        xcb_change_window_attributes(get(), window, XCB_CW_EVENT_MASK, &all);
+    }
+}
+
+void XConnection::handleEvents() {
+    while (const auto event = poll()) {
+        if (eventKind(*event) != 0) {
+            mEvents.dispatch(*event);
+        }
+    }
+    throwIfLost();
+    flush();
 }
 
 void XConnection::sync() const {

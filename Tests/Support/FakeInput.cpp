@@ -74,6 +74,14 @@ void Keyboard::tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held) cons
                   [this](auto other) { fakeKey(mClient, XCB_KEY_RELEASE, other); });
 }
 
+void Keyboard::press(xcb_keysym_t key) const {
+    fakeKey(mClient, XCB_KEY_PRESS, key);
+}
+
+void Keyboard::release(xcb_keysym_t key) const {
+    fakeKey(mClient, XCB_KEY_RELEASE, key);
+}
+
 Pointer::Pointer(const XClient& client)
     : mClient(withFakeInput(client)) {
 }

@@ -20,6 +20,9 @@ public:
 
     /// Presses and releases a key, with others held down meanwhile. Throws as keycodeOf does.
     void tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held = {}) const;
+    /// Presses a key alone, or releases it. Throws as keycodeOf does.
+    void press(xcb_keysym_t key) const;
+    void release(xcb_keysym_t key) const;
 
 private:
     const XClient& mClient;
@@ -27,7 +30,15 @@ private:
 
 enum class Modifier { kShift, kControl, kAlt };
 
-enum class Button { kLeft = 1, kMiddle = 2, kRight = 3, kWheelUp = 4, kWheelDown = 5 };
+enum class Button {
+    kLeft = 1,
+    kMiddle = 2,
+    kRight = 3,
+    kWheelUp = 4,
+    kWheelDown = 5,
+    kWheelLeft = 6,
+    kWheelRight = 7
+};
 
 /// The mouse, and the modifier keys that are held while it is used. Every operation returns when the server
 /// has sent its events to the clients. What is still down at the end is released.

@@ -4,6 +4,7 @@
 #include "Tests/Support/FakeInput.h"
 #include "Tests/Support/XServer.h"
 #include "Tests/Window/WindowErrorText.h"
+#include "Window/KeyFocus.h"
 
 #include <gmock/gmock.h>
 
@@ -226,6 +227,58 @@ TEST_F(EditorWindowTest, KeysThatComeBeforeTheViewHasTheFocusReachItToo) {
         return !keys.empty();
     }));
     EXPECT_THAT(keys, ElementsAre(keycodeOf(mPerson, XK_v)));
+}
+
+// A front end that takes all keys itself.
+TEST_F(EditorWindowTest, AnotherWindowMayTakeTheKeysOfTheView) {
+    makeChild();
+    std::vector<xcb_keycode_t> keys;
+    KeyFocus taking(mConnection, mWindow.id(), [&](const auto& event) {
+        if (eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_PRESS) {
+            keys.push_back(event.detail);
+        }
+    });
+    mWindow.setFocusWindow(taking.id());
+    mConnection.sync();
+    giveFocus(mWindow.id());
+    mKeyboard.tap(XK_v); // before it has the focus
+    EXPECT_TRUE(comes([&] { return focus() == taking.id() && !keys.empty(); }));
+    mKeyboard.tap(XK_c);
+    EXPECT_TRUE(comes([&] { return keys.size() == 2; }));
+    EXPECT_THAT(keys, ElementsAre(keycodeOf(mPerson, XK_v), keycodeOf(mPerson, XK_c)));
+    mPointer.move({10, 10}); // over the view
+    mKeyboard.tap(XK_s);
+    EXPECT_TRUE(comes([&] { return keys.size() == 3; }));
+    EXPECT_TRUE(keysOfView().empty());
+}
+
+TEST_F(EditorWindowTest, KeepsTheFocusWhereThatIsSet) {
+    makeChild();
+    int keys = 0;
+    mWindow.setFocusWindow(mWindow.id());
+    const auto events = mConnection.events().add(
+        mWindow.id(), [&](const auto& event) { keys += eventKind(event) == XCB_KEY_PRESS ? 1 : 0; });
+    giveFocus(mWindow.id());
+    mKeyboard.tap(XK_v);
+    EXPECT_TRUE(comes([&] { return keys == 1; }));
+    mConnection.sync();
+    mWindow.handleEvents();
+    EXPECT_EQ(keys, 1); // not sent to itself once more
+    EXPECT_EQ(focus(), mWindow.id());
+    EXPECT_TRUE(keysOfView().empty());
+}
+
+// Windows in it that go are not the window.
+TEST_F(EditorWindowTest, StaysWhereAWindowInItGoes) {
+    mConnection.select(mWindow.id(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    const auto child = makeChild();
+    mConnection.sync();
+    mPerson.destroyWindow(child);
+    bool isSeen = false;
+    const auto events = mConnection.events().add(
+        mWindow.id(), [&](const auto& event) { isSeen = isSeen || eventKind(event) == XCB_DESTROY_NOTIFY; });
+    EXPECT_TRUE(comes([&] { return isSeen; }));
+    EXPECT_TRUE(mConnection.has(mWindow.id()));
 }
 
 TEST_F(EditorWindowTest, WithoutAViewKeysGoNowhere) {

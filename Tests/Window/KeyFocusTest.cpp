@@ -1,0 +1,101 @@
+#include "Window/KeyFocus.h"
+
+#include "Tests/Window/WindowFixture.h"
+#include "Window/KeyGrabs.h"
+
+#include <X11/keysym.h>
+
+namespace varno::test {
+namespace {
+
+using testing::ElementsAre;
+
+class KeyFocusTest : public WindowFixture {
+protected:
+    KeyFocusTest() {
+        mFocus.setFocusHandler([this](bool hasFocus) { mChanges.push_back(hasFocus); });
+        settle();
+    }
+
+    std::vector<std::pair<int, int>> mKeys;
+    std::vector<bool> mChanges;
+    KeyFocus mFocus{mConnection, mShell, [this](const xcb_key_press_event_t& event) {
+                        mKeys.emplace_back(event.response_type, event.detail);
+                    }};
+};
+
+TEST_F(KeyFocusTest, ReceivesEveryKeyWhereverThePointerIs) {
+    const Picture before = picture();
+    EXPECT_FALSE(mFocus.hasFocus());
+    mFocus.take();
+    settle();
+    EXPECT_EQ(focus(), mFocus.id());
+    EXPECT_TRUE(mFocus.hasFocus());
+    EXPECT_EQ(picture(), before);
+    const int s = keycodeOf(mPerson, XK_s);
+    for (const Place place : {Place{0, 0}, onScreen({10, 10}), onScreen({0, 0})}) {
+        mKeys.clear();
+        mPointer.move(place);
+        mKeyboard.tap(XK_s);
+        settle();
+        EXPECT_EQ(mKeys, (std::vector<std::pair<int, int>>{{XCB_KEY_PRESS, s}, {XCB_KEY_RELEASE, s}}));
+    }
+    EXPECT_TRUE(viewEvents().empty());
+}
+
+TEST_F(KeyFocusTest, ReportsThatItCameAndWent) {
+    mFocus.take();
+    settle();
+    mFocus.take();
+    settle();
+    EXPECT_THAT(mChanges, ElementsAre(true));
+    giveFocus(mChild);
+    settle();
+    EXPECT_THAT(mChanges, ElementsAre(true, false));
+    EXPECT_FALSE(mFocus.hasFocus());
+}
+
+TEST_F(KeyFocusTest, IsTakenBackFromTheViewOnly) {
+    mFocus.take();
+    settle();
+    giveFocus(mChild);
+    mFocus.takeBack();
+    settle();
+    EXPECT_EQ(focus(), mFocus.id());
+    const XWindow other(mPerson, {600, 600, 20, 20});
+    giveFocus(other.id());
+    mFocus.takeBack();
+    settle();
+    EXPECT_EQ(focus(), other.id());
+    giveFocus(XCB_INPUT_FOCUS_POINTER_ROOT);
+    mFocus.takeBack();
+    settle();
+    EXPECT_EQ(focus(), xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT});
+}
+
+TEST_F(KeyFocusTest, IsTakenNoMoreThanTheEventAllows) {
+    giveFocus(mChild);
+    mFocus.take(1); // long ago
+    settle();
+    EXPECT_EQ(focus(), mChild);
+}
+
+TEST_F(KeyFocusTest, BoundKeysOfTheWindowGoFirst) {
+    int saves = 0;
+    KeyGrabs grabs(mConnection, mShell, {{XK_s, XCB_MOD_MASK_CONTROL, [&] { ++saves; }}});
+    const auto events = mConnection.events().add(mShell, [&](const auto& event) {
+        if (eventKind(event) == XCB_KEY_PRESS) {
+            grabs.handle(eventAs<xcb_key_press_event_t>(event));
+        }
+    });
+    mFocus.take();
+    settle();
+    mKeyboard.tap(XK_s, {XK_Control_L});
+    settle();
+    EXPECT_EQ(saves, 1);
+    EXPECT_THAT(
+        mKeys, testing::Not(testing::Contains(std::pair<int, int>{XCB_KEY_PRESS, keycodeOf(mPerson, XK_s)})));
+}
+
+} // namespace
+} // namespace varno::test

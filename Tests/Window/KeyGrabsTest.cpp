@@ -1,0 +1,137 @@
+#include "Window/KeyGrabs.h"
+
+#include "Tests/Window/WindowFixture.h"
+
+#include <X11/keysym.h>
+
+namespace varno::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::Pair;
+
+// How they work with locks and layouts is tested with the window of an editor.
+class KeyGrabsTest : public WindowFixture {
+protected:
+    KeyGrabsTest() {
+        settle();
+        giveFocus(mChild);
+    }
+
+    int key(xcb_keysym_t symbol) const { return keycodeOf(mPerson, symbol); }
+
+    int mSaves = 0;
+    int mToggles = 0;
+    std::vector<std::pair<int, int>> mKeys; // while all are grabbed
+    KeyGrabs mGrabs{
+        mConnection,
+        mShell,
+        {{XK_s, XCB_MOD_MASK_CONTROL, [this] { ++mSaves; }}, {XK_space, 0, [this] { ++mToggles; }, false}}};
+    const WindowEvents::Registration mEvents{mConnection.events().add(mShell, [this](const auto& event) {
+        if (eventKind(event) == XCB_KEY_PRESS || eventKind(event) == XCB_KEY_RELEASE) {
+            mGrabs.handle(eventAs<xcb_key_press_event_t>(event));
+        }
+    })};
+};
+
+TEST_F(KeyGrabsTest, AllKeysAreReportedWhileTheyAreGrabbed) {
+    mGrabs.grabAll([this](const xcb_key_press_event_t& event) {
+        mKeys.emplace_back(event.response_type, event.detail);
+    });
+    settle();
+    mKeyboard.tap(XK_Return);
+    mKeyboard.tap(XK_s, {XK_Control_L});
+    settle();
+    EXPECT_THAT(mKeys,
+                ElementsAre(Pair(XCB_KEY_PRESS, key(XK_Return)), Pair(XCB_KEY_RELEASE, key(XK_Return)),
+                            Pair(XCB_KEY_PRESS, key(XK_Control_L)), Pair(XCB_KEY_PRESS, key(XK_s)),
+                            Pair(XCB_KEY_RELEASE, key(XK_s)), Pair(XCB_KEY_RELEASE, key(XK_Control_L))));
+    EXPECT_EQ(mSaves, 0);
+    EXPECT_TRUE(viewEvents().empty());
+}
+
+TEST_F(KeyGrabsTest, AreGivenBackAfterwards) {
+    mGrabs.grabAll([](const auto&) { FAIL(); });
+    settle();
+    mGrabs.releaseAll();
+    settle();
+    mKeyboard.tap(XK_s, {XK_Control_L});
+    mKeyboard.tap(XK_Return);
+    settle();
+    EXPECT_EQ(mSaves, 1);
+    EXPECT_THAT(viewEvents(),
+                ElementsAre(Pair(XCB_KEY_PRESS, key(XK_Control_L)), Pair(XCB_KEY_RELEASE, key(XK_Control_L)),
+                            Pair(XCB_KEY_PRESS, key(XK_Return)), Pair(XCB_KEY_RELEASE, key(XK_Return))));
+}
+
+TEST_F(KeyGrabsTest, MayBeGivenBackByTheReport) {
+    mGrabs.grabAll([this](const auto& event) {
+        mKeys.emplace_back(event.response_type, event.detail);
+        mGrabs.releaseAll();
+    });
+    settle();
+    mKeyboard.press(XK_Escape);
+    settle();
+    mKeyboard.release(XK_Escape);
+    mKeyboard.tap(XK_Return);
+    settle();
+    EXPECT_THAT(mKeys, ElementsAre(Pair(XCB_KEY_PRESS, key(XK_Escape))));
+    EXPECT_THAT(viewEvents(), testing::Contains(Pair(XCB_KEY_PRESS, key(XK_Return))));
+}
+
+TEST_F(KeyGrabsTest, StayWithAnotherLayout) {
+    mGrabs.grabAll([this](const auto& event) { mKeys.emplace_back(event.response_type, event.detail); });
+    settle();
+    const xcb_keysym_t symbols[] = {XK_d, XK_D};
+    xcb_change_keyboard_mapping(mPerson.connection(), 1, keycodeOf(mPerson, XK_x), 2, symbols);
+    settle();
+    mKeyboard.tap(XK_Return);
+    settle();
+    EXPECT_EQ(mKeys.size(), 2U);
+}
+
+TEST_F(KeyGrabsTest, AHeldKeyRepeatsOnlyWhereThatIsMeant) {
+    const auto repeat = [&](xcb_keysym_t symbol, std::uint16_t state) {
+        xcb_key_press_event_t event{};
+        event.detail = static_cast<xcb_keycode_t>(key(symbol));
+        event.state = state;
+        event.event = mShell;
+        const auto send = [&](std::uint8_t kind, xcb_timestamp_t time) {
+            event.response_type = kind;
+            event.time = time;
+            mGrabs.handle(event);
+        };
+        send(XCB_KEY_PRESS, 1000);
+        send(XCB_KEY_RELEASE, 1300);
+        send(XCB_KEY_PRESS, 1300);
+        send(XCB_KEY_RELEASE, 1340);
+        send(XCB_KEY_PRESS, 1340);
+        send(XCB_KEY_RELEASE, 1350);
+        send(XCB_KEY_PRESS, 1500); // by the finger
+        send(XCB_KEY_RELEASE, 1600);
+    };
+    repeat(XK_s, XCB_MOD_MASK_CONTROL);
+    EXPECT_EQ(mSaves, 4);
+    repeat(XK_space, 0);
+    EXPECT_EQ(mToggles, 2);
+}
+
+// The server repeats a key that is held for about 0.7 s.
+TEST_F(KeyGrabsTest, TheServersRepeatsAreSeen) {
+    int count = 0;
+    const auto events = mConnection.events().add(
+        mShell, [&](const auto& event) { count += eventKind(event) == XCB_KEY_PRESS ? 1 : 0; });
+    mKeyboard.press(XK_space);
+    EXPECT_TRUE(comes([&] { return count >= 4; }));
+    mKeyboard.release(XK_space);
+    settle();
+    EXPECT_EQ(mToggles, 1);
+    // A finger is slower than a millisecond; these taps may not be.
+    EXPECT_TRUE(comes([&] {
+        mKeyboard.tap(XK_space);
+        return mToggles > 1;
+    }));
+}
+
+} // namespace
+} // namespace varno::test
