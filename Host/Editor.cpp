@@ -140,7 +140,9 @@ PixelSize EditorView::size() const {
 
 void EditorView::timer() {
     mInstance.timer();
-    mEditor->timer();
+    if (mEditor) {
+        mEditor->timer();
+    }
 }
 
 } // namespace varno

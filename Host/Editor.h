@@ -78,11 +78,15 @@ public:
     /// when the effect has no editor or the editor shows nothing. Throws HostError when the editor's
     /// initialisation fails.
     PixelSize open(std::uint32_t window);
+    /// Closes the open editor, which can be opened again.
+    void close() { mEditor.reset(); }
+    /// Answers mouse offers of the editor and reports modifier keys to it.
+    ViewContainer& container() { return *mContainer; }
     /// Whether the effect has made an editor.
     bool isOpen() const { return mEditor != nullptr; }
     /// The size of the open editor's view.
     PixelSize size() const;
-    /// The host's timer for data model and open editor, to be called about 30 times a second.
+    /// The host's timer for data model and editor, if one is open, to be called about 30 times a second.
     void timer();
 
 private:

@@ -59,7 +59,7 @@ void ViewContainer::setView(std::int32_t type, void* view) {
 }
 
 AAX_Result ViewContainer::GetModifiers(std::uint32_t* outModifiers) {
-    return writeOutput(outModifiers, mModifiers);
+    return writeOutput(outModifiers, mModifierSource ? mModifierSource() : 0U);
 }
 
 AAX_Result ViewContainer::SetViewSize(AAX_Point* size) {

@@ -70,6 +70,7 @@ class ViewContainer : public HostObject<AAX_IACFViewContainer_V2> {
 public:
     using MouseHandler = std::function<AAX_Result(const MouseOffer&)>;
     using SizeHandler = std::function<AAX_Result(const AAX_Point&)>;
+    using ModifierSource = std::function<std::uint32_t()>;
 
     /// A container without native view, which takes no mouse offer and any size.
     explicit ViewContainer(std::shared_ptr<HostContext> context);
@@ -79,8 +80,9 @@ public:
     /// The desktop around the view (borrowed, outlives the editor); without one the container does not offer
     /// the interface.
     void setDesktop(Desktop* desktop) { mDesktop.setDesktop(desktop); }
-    /// The modifier keys that are down.
-    void setModifiers(std::uint32_t modifiers) { mModifiers = modifiers; }
+    /// Answers which modifier keys are down (AAX_EModifiers bits), at each mouse action. Without a source, none
+    /// is.
+    void setModifierSource(ModifierSource source) { mModifierSource = std::move(source); }
     /// Answers mouse offers: AAX_SUCCESS takes one. Without a handler none is taken. Offers are not kept.
     void setMouseHandler(MouseHandler handler) { mMouseHandler = std::move(handler); }
     /// Answers requests for a size in pixels: AAX_SUCCESS grants it. Without a handler each is granted.
@@ -111,9 +113,9 @@ private:
 
     std::int32_t mType = AAX_eViewContainerType_None;
     void* mView = nullptr;
-    std::uint32_t mModifiers = 0;
     AAX_Point mSize;
     DesktopFacet mDesktop{*this};
+    ModifierSource mModifierSource;
     MouseHandler mMouseHandler;
     SizeHandler mSizeHandler;
 };

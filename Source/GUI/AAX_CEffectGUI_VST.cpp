@@ -2,8 +2,8 @@
 
 #include "AAX_CAutoreleasePool.h"
 #include "AAX_Guarded.h"
-#include "GUI/FrameOpening.h"
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/FrameOpening.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include "vstgui/lib/ccolor.h"
 
@@ -115,7 +115,12 @@ void AAX_CEffectGUI_VST::ShowView(VSTGUI_ContentView* view) {
     }
     mView = shown;
     mRunLoop = varno::RunLoop::shared();
-    if (varno::openFrame(*view, GetViewContainerType()) && desktop) {
+    auto opened = varno::openFrame(*view->getFrame(), view->getNativeView(), GetViewContainerType());
+    if (!opened) {
+        return;
+    }
+    view->SetOpened(std::move(*opened));
+    if (desktop) {
         view->getFrame()->setZoom(scale);
         desktop->connect(mRunLoop);
     }

@@ -45,11 +45,6 @@ void VSTGUI_ContentView::LeaveNativeView() {
     }
 }
 
-bool VSTGUI_ContentView::open(void* nativeView, VSTGUI::PlatformType type,
-                              VSTGUI::IPlatformFrameConfig* config) {
-    return mFrame->open(nativeView, type, config);
-}
-
 bool VSTGUI_ContentView::setPosition(VSTGUI::CCoord x, VSTGUI::CCoord y) {
     return mFrame->setPosition(x, y);
 }

@@ -3,7 +3,7 @@
 #define VARNO_SOURCE_GUI_VSTGUI_CONTENTVIEW_H
 
 #include "AAX_IACFEffectParameters.h"
-#include "GUI/OpenedFrame.h"
+#include "Toolkit/OpenedFrame.h"
 
 #include "vstgui/lib/cframe.h"
 #include "vstgui/lib/crect.h"
@@ -45,10 +45,6 @@ public:
     void SetOpened(varno::OpenedFrame opened) { mOpened = std::move(opened); }
     /// Takes the frame's window out of the host's native view. The frame stays open. [main]
     void LeaveNativeView();
-
-    /// CFrame::open. An X11 frame counts its uses of the connection wrongly when it is opened without the
-    /// configuration of its run loop: varno::openFrame does what each system needs. [main]
-    bool open(void* nativeView, VSTGUI::PlatformType type, VSTGUI::IPlatformFrameConfig* config = nullptr);
 
     /// CFrame's own of that name. [main]
     virtual bool setPosition(VSTGUI::CCoord x, VSTGUI::CCoord y);

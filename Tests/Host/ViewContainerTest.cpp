@@ -25,7 +25,7 @@ TEST_F(ViewContainerTest, StartsWithoutView) {
 
 TEST_F(ViewContainerTest, ReturnsWhatItReceived) {
     container->setView(5, this);
-    container->setModifiers(AAX_eModifiers_Control | AAX_eModifiers_Shift);
+    container->setModifierSource([] { return AAX_eModifiers_Control | AAX_eModifiers_Shift; });
     std::uint32_t modifiers = 0;
     EXPECT_EQ(5, container->GetType());
     EXPECT_EQ(this, container->GetPtr());

@@ -4,7 +4,7 @@
 #include "AAX_Guarded.h"
 #include "DemoGain_ParameterTable.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/VSTGUI_Library.h"
 #include "Platform/Bundle.h"
 #include "Platform/Clipboard.h"
 

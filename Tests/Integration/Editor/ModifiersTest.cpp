@@ -106,9 +106,9 @@ TEST_F(Modifiers, aDragGoesOnWhereTheKeysChange) {
 TEST_F(Modifiers, theHostsOwnKeysCount) {
     // The host has the keyboard's focus: only the host receives the key.
     instance->setNormalized("Hot", 1.0);
-    window->container().setModifiers(AAX_eModifiers_Option);
+    window->container().setModifierSource([] { return AAX_eModifiers_Option; });
     click(*window, "Hot");
-    window->container().setModifiers(0);
+    window->container().setModifierSource({});
     EXPECT_NEAR(instance->normalized("Hot"), defaultOf("Hot"), kRounding);
 }
 

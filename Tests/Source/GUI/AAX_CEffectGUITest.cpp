@@ -2,7 +2,7 @@
 
 #include "AAX_CString.h"
 #include "AAX_Exception.h"
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/FakeHostServices.h"
 #include "Tests/Support/ForwardingCheck.h"

@@ -1,6 +1,6 @@
 #include "GUI/AAX_CEffectGUI_VST.h"
 
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Source/GUI/FakeDesktop.h"
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/FakeHostServices.h"

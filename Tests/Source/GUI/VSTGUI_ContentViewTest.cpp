@@ -1,6 +1,6 @@
 #include "GUI/VSTGUI_ContentView.h"
 
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Support/TestEffect.h"
 
 #include "vstgui/lib/cview.h"
@@ -162,7 +162,6 @@ TEST_F(VSTGUI_ContentViewTest, UnopenedHasNoSize) {
     EXPECT_FALSE(view->getSize(&size));
     EXPECT_EQ(size, CRect(1, 2, 3, 4));
     EXPECT_FALSE(view->setPosition(5, 6));
-    EXPECT_FALSE(view->open(nullptr, VSTGUI::PlatformType::kX11EmbedWindowID));
 }
 
 TEST_F(VSTGUI_ContentViewTest, HandsDragsToTheContainerAfterAskingForTheSize) {

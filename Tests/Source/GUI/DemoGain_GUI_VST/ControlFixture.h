@@ -2,7 +2,7 @@
 #ifndef VARNO_TESTS_SOURCE_GUI_DEMOGAIN_GUI_VST_CONTROLFIXTURE_H
 #define VARNO_TESTS_SOURCE_GUI_DEMOGAIN_GUI_VST_CONTROLFIXTURE_H
 
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Source/GUI/HostMouse.h"
 
 #include "vstgui/lib/cbitmap.h"

@@ -5,7 +5,7 @@
 #include "ACF/ACFPtr.h"
 #include "DemoGain_Parameters.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/VSTGUI_Library.h"
 #include "Platform/Clipboard.h"
 #include "Tests/Support/FakeInstanceHost.h"
 

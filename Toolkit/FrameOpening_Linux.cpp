@@ -1,10 +1,10 @@
-#include "GUI/FrameOpening.h"
+#include "Toolkit/FrameOpening.h"
 
 #include "AAX_Enums.h"
-#include "GUI/VSTGUI_ContentView.h"
-#include "GUI/VSTGUI_RunLoop.h"
 #include "Platform/RunLoop.h"
+#include "Toolkit/VSTGUI_RunLoop.h"
 
+#include "vstgui/lib/cframe.h"
 #include "vstgui/lib/platform/linux/linuxfactory.h"
 #include "vstgui/lib/platform/linux/x11platform.h"
 #include "vstgui/lib/platform/platformfactory.h"
@@ -121,19 +121,18 @@ OpenedFrame openedFrame(const VSTGUI::CFrame& frame) {
 
 } // namespace
 
-bool openFrame(VSTGUI_ContentView& view, int32_t containerType) {
-    const auto window = windowOf(view.getNativeView());
+std::optional<OpenedFrame> openFrame(VSTGUI::CFrame& frame, void* nativeView, int32_t containerType) {
+    const auto window = windowOf(nativeView);
     if (containerType != AAX_eViewContainerType_X11 || !window || !windowExists(*window)) {
-        return false;
+        return std::nullopt;
     }
     VSTGUI::X11::FrameConfig config;
     config.runLoop = VSTGUI::makeOwned<VSTGUI_RunLoop>(RunLoop::shared());
-    if (!view.open(view.getNativeView(), VSTGUI::PlatformType::kX11EmbedWindowID, &config)) {
-        return false;
+    if (!frame.open(nativeView, VSTGUI::PlatformType::kX11EmbedWindowID, &config)) {
+        return std::nullopt;
     }
     setCairoDevice();
-    view.SetOpened(openedFrame(*view.getFrame()));
-    return true;
+    return openedFrame(frame);
 }
 
 } // namespace varno

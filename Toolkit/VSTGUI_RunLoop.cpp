@@ -1,4 +1,4 @@
-#include "GUI/VSTGUI_RunLoop.h"
+#include "Toolkit/VSTGUI_RunLoop.h"
 
 #include <chrono>
 

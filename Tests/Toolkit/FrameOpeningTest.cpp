@@ -1,11 +1,11 @@
-#include "GUI/FrameOpening.h"
+#include "Toolkit/FrameOpening.h"
 
-#include "GUI/VSTGUI_Library.h"
 #include "Tests/Source/GUI/FakeDesktop.h"
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Picture.h"
 #include "Tests/Support/XServer.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include "vstgui/lib/ccolor.h"
 

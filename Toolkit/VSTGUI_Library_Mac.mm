@@ -1,4 +1,4 @@
-#include "GUI/VSTGUI_Library.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 

@@ -1,6 +1,6 @@
 /// The run loop that VSTGUI requires on X11.
-#ifndef VARNO_SOURCE_GUI_VSTGUI_RUNLOOP_H
-#define VARNO_SOURCE_GUI_VSTGUI_RUNLOOP_H
+#ifndef VARNO_TOOLKIT_VSTGUI_RUNLOOP_H
+#define VARNO_TOOLKIT_VSTGUI_RUNLOOP_H
 
 #include "Platform/RunLoop.h"
 

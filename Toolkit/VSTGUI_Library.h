@@ -1,6 +1,6 @@
 /// Initialises VSTGUI for the module.
-#ifndef VARNO_SOURCE_GUI_VSTGUI_LIBRARY_H
-#define VARNO_SOURCE_GUI_VSTGUI_LIBRARY_H
+#ifndef VARNO_TOOLKIT_VSTGUI_LIBRARY_H
+#define VARNO_TOOLKIT_VSTGUI_LIBRARY_H
 
 #include "vstgui/lib/platform/platformfwd.h"
 

@@ -1,6 +1,6 @@
 /// What an open frame has in the host's native view.
-#ifndef VARNO_SOURCE_GUI_OPENEDFRAME_H
-#define VARNO_SOURCE_GUI_OPENEDFRAME_H
+#ifndef VARNO_TOOLKIT_OPENEDFRAME_H
+#define VARNO_TOOLKIT_OPENEDFRAME_H
 
 #include "Platform/RunLoop.h"
 
