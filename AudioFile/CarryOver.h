@@ -24,7 +24,7 @@ struct CarriedOver {
 CarriedOver carryOver(const FileMetadata& metadata, const AudioFormat& output);
 
 /// Adds it to a complete file. @param descriptor open for reading and writing
-/// @param name of the file for messages @throws AudioFileError
+/// @param name of the file for messages @throws FileError
 void writeCarriedOver(int descriptor, const CarriedOver& carried, Container container,
                       const std::string& name);
 

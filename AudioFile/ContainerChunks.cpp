@@ -1,7 +1,7 @@
 #include "AudioFile/ContainerChunks.h"
 
-#include "AudioFile/Error.h"
-#include "AudioFile/Transfer.h"
+#include "Files/FileError.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -281,8 +281,8 @@ ContainerChunks readContainerChunks(int descriptor) {
 FileDescriptor copyHead(int descriptor, const ContainerChunks& container, const std::string& name) {
     const std::int64_t bytes = container.samples->offset;
     if (bytes > std::min(container.fileBytes, kMostHeadBytes)) {
-        throw AudioFileError(name + ": is damaged: its samples are said to begin at byte " +
-                             std::to_string(bytes));
+        throw FileError(name + ": is damaged: its samples are said to begin at byte " +
+                        std::to_string(bytes));
     }
     std::string head(static_cast<std::size_t>(bytes), '\0');
     if (!readAt(descriptor, 0, head.data(), head.size())) {

@@ -1,7 +1,7 @@
 #ifndef VARNO_AUDIOFILE_CONTAINERCHUNKS_H
 #define VARNO_AUDIOFILE_CONTAINERCHUNKS_H
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <cstdint>
 #include <optional>
@@ -70,13 +70,13 @@ ContainerChunks readContainerChunks(int descriptor);
 
 /// The file from its start to its samples as libsndfile opens it whatever it states: followed by zeros, whose
 /// number is stated as the size of the samples.
-/// @param container with samples @return a file in memory, at its start @throws AudioFileError
+/// @param container with samples @return a file in memory, at its start @throws FileError
 FileDescriptor copyHead(int descriptor, const ContainerChunks& container, const std::string& name);
 
 /// Sets the time of day in the file's peak chunk to 0, where it has such a chunk. libsndfile 1.2 adds one to
 /// RF64 files of floats even with SFC_SET_ADD_PEAK_CHUNK off, and the time would make the bytes of every run
 /// differ.
-/// @param descriptor open for reading and writing @param name of the file for messages @throws AudioFileError
+/// @param descriptor open for reading and writing @param name of the file for messages @throws FileError
 void clearPeakTime(int descriptor, const std::string& name);
 
 } // namespace varno

@@ -1,21 +1,14 @@
 #ifndef VARNO_AUDIOFILE_ERROR_H
 #define VARNO_AUDIOFILE_ERROR_H
 
-#include <stdexcept>
+#include "Files/FileError.h"
 
 namespace varno {
 
-/// A file that cannot be opened, read, decoded or written. what() is one line without a line end: the file,
-/// what was found and, where it helps, what was expected.
-class AudioFileError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
 /// An output was requested in a format that it cannot have. No file was touched.
-class UnsupportedFormat : public AudioFileError {
+class UnsupportedFormat : public FileError {
 public:
-    using AudioFileError::AudioFileError;
+    using FileError::FileError;
 };
 
 } // namespace varno

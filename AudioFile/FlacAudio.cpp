@@ -1,6 +1,6 @@
 #include "AudioFile/FlacAudio.h"
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <sys/stat.h>

@@ -1,7 +1,7 @@
 #include "AudioFile/FlacBlocks.h"
 
-#include "AudioFile/Error.h"
-#include "AudioFile/Transfer.h"
+#include "Files/FileError.h"
+#include "Files/Transfer.h"
 
 #include <FLAC/metadata.h>
 #include <algorithm>
@@ -278,7 +278,7 @@ FlacBlock withEnd(const FlacBlock& block, std::uint64_t inputFrames, std::uint64
 }
 
 [[noreturn]] void throwDamaged(const std::string& name) {
-    throw AudioFileError(name + ": damaged while it was written: no metadata of FLAC");
+    throw FileError(name + ": damaged while it was written: no metadata of FLAC");
 }
 
 // The bytes of the metadata, from the start of the file to its first frame.

@@ -42,7 +42,7 @@ void fitFlacMetadata(FlacMetadata& metadata, std::int64_t inputFrames, std::int6
                      LeftOutList& leftOut);
 
 /// Gives a complete native FLAC file these blocks instead of its comments; the encoder's name stays.
-/// @param descriptor open for reading and writing @param name of the file for messages @throws AudioFileError
+/// @param descriptor open for reading and writing @param name of the file for messages @throws FileError
 void writeFlacMetadata(int descriptor, const FlacMetadata& metadata, const std::string& name);
 
 } // namespace varno

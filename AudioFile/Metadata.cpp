@@ -3,7 +3,7 @@
 #include "AudioFile/Id3.h"
 #include "AudioFile/OggTags.h"
 #include "AudioFile/TagStream.h"
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <cerrno>

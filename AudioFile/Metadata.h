@@ -71,7 +71,7 @@ std::string chunkBytes(ChunkFamily family, std::string_view id, std::string_view
 std::vector<CarriedChunk> cueChunks(ChunkFamily family, const std::vector<CuePoint>& cues);
 
 /// Adds chunks at the end of a complete file of a family and corrects its length field.
-/// @param descriptor open for reading and writing @param name of the file for messages @throws AudioFileError
+/// @param descriptor open for reading and writing @param name of the file for messages @throws FileError
 void appendChunks(int descriptor, ChunkFamily family, const std::vector<CarriedChunk>& chunks,
                   const std::string& name);
 

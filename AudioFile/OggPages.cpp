@@ -1,7 +1,7 @@
 #include "AudioFile/OggPages.h"
 
-#include "AudioFile/Error.h"
-#include "AudioFile/Transfer.h"
+#include "Files/FileError.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <array>
@@ -83,8 +83,8 @@ void setOggSerial(int descriptor, const std::string& name) {
     std::vector<unsigned char> page;
     for (std::int64_t offset = 0; offset < fileBytes; offset += static_cast<std::int64_t>(page.size())) {
         if (!readPage(page, descriptor, offset)) {
-            throw AudioFileError(name + ": damaged while it was written: no Ogg page at byte " +
-                                 std::to_string(offset));
+            throw FileError(name + ": damaged while it was written: no Ogg page at byte " +
+                            std::to_string(offset));
         }
         putWord(page.data() + kSerialOffset, kSerial);
         putWord(page.data() + kChecksumOffset, 0);

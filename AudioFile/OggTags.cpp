@@ -1,7 +1,7 @@
 #include "AudioFile/OggTags.h"
 
-#include "AudioFile/Error.h"
 #include "AudioFile/TagStream.h"
+#include "Files/FileError.h"
 
 #include <limits>
 #include <optional>
@@ -88,7 +88,7 @@ void writeOggComments(int descriptor, const XiphComments& comments, const std::s
         structure = readXiphComments(std::string_view(packet).substr(form->magic.size()));
     }
     if (!structure) {
-        throw AudioFileError(name + ": damaged while it was written: no comments of Vorbis or Opus");
+        throw FileError(name + ": damaged while it was written: no comments of Vorbis or Opus");
     }
     packets.setComments(std::string(form->magic) + writeXiphComments(structure->vendor, comments) +
                         std::string(form->end));

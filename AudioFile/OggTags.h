@@ -14,7 +14,7 @@ namespace varno {
 XiphComments readOggComments(int descriptor, std::int64_t mostBytes, LeftOutList& leftOut);
 
 /// Replaces the comments of a complete Ogg file of Vorbis or Opus, of which the encoder's name stays.
-/// @param descriptor open for reading and writing @param name of the file for messages @throws AudioFileError
+/// @param descriptor open for reading and writing @param name of the file for messages @throws FileError
 void writeOggComments(int descriptor, const XiphComments& comments, const std::string& name);
 
 } // namespace varno

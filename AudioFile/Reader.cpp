@@ -1,13 +1,13 @@
 #include "AudioFile/Reader.h"
 
 #include "AudioFile/ContainerChunks.h"
-#include "AudioFile/Error.h"
 #include "AudioFile/FlacAudio.h"
 #include "AudioFile/MpegLength.h"
 #include "AudioFile/OggPages.h"
 #include "AudioFile/SampleStream.h"
 #include "AudioFile/Sndfile.h"
 #include "AudioFile/StreamHead.h"
+#include "Files/FileError.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -44,11 +44,11 @@ FileDescriptor openInput(const std::string& path, const GoOn& goOn) {
 
 void refuseNoFile(const FileDescriptor& file, const struct stat& status, const std::string& name) {
     if (S_ISDIR(status.st_mode)) {
-        throw AudioFileError(name + ": is a folder; expected an audio file");
+        throw FileError(name + ": is a folder; expected an audio file");
     }
     if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) {
-        throw AudioFileError(name + (::isatty(file.get()) == 1 ? ": is a terminal" : ": is a device") +
-                             "; expected an audio file or a pipe");
+        throw FileError(name + (::isatty(file.get()) == 1 ? ": is a terminal" : ": is a device") +
+                        "; expected an audio file or a pipe");
     }
 }
 
@@ -149,7 +149,7 @@ struct AudioReader::State {
 
 void AudioReader::State::acceptOrThrow(const std::string& text) {
     if (!options.acceptTruncated) {
-        throw AudioFileError(text + kAcceptedHint);
+        throw FileError(text + kAcceptedHint);
     }
     truncation = text;
 }
@@ -232,8 +232,8 @@ void AudioReader::State::openSeekable() {
         }
     }
     if (!stream && !sound) {
-        throw AudioFileError(name + ": is no audio that can be read (" + reason +
-                             "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
+        throw FileError(name + ": is no audio that can be read (" + reason +
+                        "); expected WAV, W64, RF64, AIFF, CAF, FLAC, Ogg or the like");
     }
     if (extent && extent->isTruncated()) {
         acceptOrThrow(truncationText(name, format, *extent));
@@ -294,7 +294,7 @@ std::int64_t AudioReader::State::decodeNext(std::vector<Sample>& samples, std::i
     }
     framesRead += got;
     if (got < wanted && isKnown) {
-        throw AudioFileError(truncationText(name, framesText(framesRead), format.frames) + kAcceptedHint);
+        throw FileError(truncationText(name, framesText(framesRead), format.frames) + kAcceptedHint);
     }
     if (got < wanted && framesRead < statedFrames && truncation.empty()) {
         truncation = truncationText(name, framesText(framesRead), statedFrames);
@@ -316,12 +316,12 @@ AudioReader::AudioReader(const std::string& path, Options options)
         const struct stat now = statusOf(s.file, s.name); // of the copy, if a part of a pipe has been read
         s.file = makeSeekable(std::move(s.file), now, s.name, s.options.goOn);
         if (statusOf(s.file, s.name).st_size == 0) {
-            throw AudioFileError(s.name + ": is empty; expected an audio file");
+            throw FileError(s.name + ": is empty; expected an audio file");
         }
         s.openSeekable();
     }
     if (s.format.frames == 0) {
-        throw AudioFileError(s.name + ": holds no frames; expected at least one");
+        throw FileError(s.name + ": holds no frames; expected at least one");
     }
     s.decoded = decodedFor(s.format.sample);
     s.metadata.frames = s.format.frames;

@@ -4,7 +4,7 @@
 #include "AudioFile/Block.h"
 #include "AudioFile/Format.h"
 #include "AudioFile/Metadata.h"
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <cstdint>
 #include <memory>
@@ -29,7 +29,7 @@ public:
     };
 
     /// Opens a file, or standard input where `path` is "-".
-    /// @throws AudioFileError where there is no such file, it cannot be read, is a directory or a device, is
+    /// @throws FileError where there is no such file, it cannot be read, is a directory or a device, is
     ///         empty, is no audio that can be read, holds no frames, or holds fewer frames than its header
     ///         states
     AudioReader(const std::string& path, Options options);
@@ -50,7 +50,7 @@ public:
     /// Fills the block with the next frames, as many as it can hold or are left.
     /// @param block of as many channels as the file
     /// @return frames read; fewer than asked for only at the end, 0 after it
-    /// @throws AudioFileError where the file ends before the frames its header states or cannot be decoded
+    /// @throws FileError where the file ends before the frames its header states or cannot be decoded
     int read(AudioBlock& block);
 
     /// Whether a pipe is read while it is written.
@@ -60,7 +60,7 @@ public:
     const std::string& truncation() const;
 
     /// Reads the rest of a pipe whose last frame has been read, up to 64 MiB, so that its writer can end;
-    /// nothing for other files. @return its bytes @throws AudioFileError
+    /// nothing for other files. @return its bytes @throws FileError
     std::int64_t skipRest();
 
 private:

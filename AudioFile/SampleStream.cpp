@@ -1,7 +1,7 @@
 #include "AudioFile/SampleStream.h"
 
-#include "AudioFile/Error.h"
 #include "AudioFile/Sndfile.h"
+#include "Files/FileError.h"
 
 #include <algorithm>
 #include <cstring>
@@ -66,7 +66,7 @@ SampleStream::SampleStream(const SF_INFO& info, StreamSource source)
     SF_INFO raw = rawInfo(info);
     mDecoder = open(raw);
     if (!mDecoder) {
-        throw AudioFileError(mSource.name + ": cannot be decoded: " + sf_strerror(nullptr));
+        throw FileError(mSource.name + ": cannot be decoded: " + sf_strerror(nullptr));
     }
 }
 

@@ -1,8 +1,8 @@
 #ifndef VARNO_AUDIOFILE_SAMPLESTREAM_H
 #define VARNO_AUDIOFILE_SAMPLESTREAM_H
 
-#include "AudioFile/Transfer.h"
 #include "AudioFile/VirtualFile.h"
+#include "Files/Transfer.h"
 
 #include <cstdint>
 #include <optional>
@@ -33,19 +33,19 @@ public:
 
     int frameBytes() const { return mFrameBytes; }
 
-    /// Waits for the first frame. @return whether there is one @throws AudioFileError
+    /// Waits for the first frame. @return whether there is one @throws FileError
     bool waitForFrame();
 
     /// Waits for so many frames or the end, then makes them available to libsndfile's next read calls.
     /// @return how many have come; bytes at the end that are no whole frame are dropped @throws
-    /// AudioFileError
+    /// FileError
     std::int64_t receive(std::int64_t frames);
 
     /// Decodes the frames that receive() has returned; owned by this object.
     SNDFILE* decoder() { return mDecoder.get(); }
 
     /// Reads what follows the samples, up to 64 MiB, so that the writer of a pipe can end. @return bytes of
-    /// it @throws AudioFileError
+    /// it @throws FileError
     std::int64_t skipRest();
 
 private:

@@ -1,6 +1,6 @@
 #include "AudioFile/Sndfile.h"
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <cerrno>

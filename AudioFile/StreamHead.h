@@ -2,7 +2,7 @@
 #define VARNO_AUDIOFILE_STREAMHEAD_H
 
 #include "AudioFile/ContainerChunks.h"
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <string>
 
@@ -17,7 +17,7 @@ struct StreamHead {
 /// Reads a pipe up to the start of its samples where it has a container with chunks, or AU; of all others
 /// only a few bytes. Where the samples are of size 0, what follows is read too, since it decides what that
 /// means.
-/// @param goOn called while the pipe is waited for @throws AudioFileError
+/// @param goOn called while the pipe is waited for @throws FileError
 StreamHead readStreamHead(int pipe, const std::string& name, const GoOn& goOn);
 
 } // namespace varno

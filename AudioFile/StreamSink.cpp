@@ -1,6 +1,6 @@
 #include "AudioFile/StreamSink.h"
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -30,7 +30,7 @@ public:
     void throwIfFailed() const;
 
     /// Chunks to be written as well: after the samples, or before those of unknown number. Called before the
-    /// first take(). @throws AudioFileError
+    /// first take(). @throws FileError
     void setChunks(const std::vector<CarriedChunk>& chunks);
 
     /// @param newFrames that libsndfile has been given since the last call; at least one before the first

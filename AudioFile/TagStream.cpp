@@ -1,6 +1,6 @@
 #include "AudioFile/TagStream.h"
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <string_view>

@@ -30,7 +30,7 @@ public:
     /// Whether more than `mostBytes` were asked for.
     bool isOverLimit() const { return mIsOverLimit; }
 
-    /// @throws AudioFileError where a write has failed
+    /// @throws FileError where a write has failed
     void throwIfFailed() const;
 
     TagLib::FileName name() const override { return mName.c_str(); }

@@ -2,10 +2,10 @@
 
 #include "AudioFile/CarryOver.h"
 #include "AudioFile/ContainerChunks.h"
-#include "AudioFile/Error.h"
 #include "AudioFile/OggPages.h"
 #include "AudioFile/Sndfile.h"
 #include "AudioFile/StreamSink.h"
+#include "Files/FileError.h"
 
 #include <algorithm>
 #include <bit>
@@ -136,7 +136,7 @@ void AudioWriter::State::failUnlessWritten(bool written) {
         throwWriteError(file.name(), sink.error());
     }
     if (!written) {
-        throw AudioFileError(file.name() + ": cannot be written: " + sf_strerror(sound.get()));
+        throw FileError(file.name() + ": cannot be written: " + sf_strerror(sound.get()));
     }
 }
 
@@ -191,7 +191,7 @@ void AudioWriter::State::flush() {
 AudioWriter::AudioWriter(const std::string& path, const AudioFormat& format, const FileMetadata& metadata,
                          const Options& options) {
     if (path == "-" && ::isatty(STDOUT_FILENO) == 1) {
-        throw AudioFileError("standard output: is a terminal; expected a file or a pipe");
+        throw FileError("standard output: is a terminal; expected a file or a pipe");
     }
     mState = std::make_unique<State>(path, format, options);
     State& s = *mState;

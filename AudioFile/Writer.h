@@ -1,13 +1,13 @@
 #ifndef VARNO_AUDIOFILE_WRITER_H
 #define VARNO_AUDIOFILE_WRITER_H
 
-#include "AudioFile/AtomicFile.h"
 #include "AudioFile/Block.h"
 #include "AudioFile/Format.h"
 #include "AudioFile/LeftOut.h"
 #include "AudioFile/Metadata.h"
 #include "AudioFile/Quantizer.h"
-#include "AudioFile/Transfer.h"
+#include "Files/AtomicFile.h"
+#include "Files/Transfer.h"
 
 #include <cstdint>
 #include <memory>
@@ -35,7 +35,7 @@ public:
     /// @param path of the output; "-" is standard output
     /// @param format as chooseOutputFormat() returns it
     /// @param metadata of the input; what the container can hold of it is written
-    /// @throws AudioFileError where the file cannot be made
+    /// @throws FileError where the file cannot be made
     AudioWriter(const std::string& path, const AudioFormat& format, const FileMetadata& metadata,
                 const Options& options);
 
@@ -50,14 +50,14 @@ public:
     /// formats are rounded to nearest (after dither, if any) and limited to full scale, floating point is
     /// written as it is.
     /// @param processed may be source.samples(), where the effect worked in place
-    /// @throws AudioFileError where writing fails, for instance on a full disk
+    /// @throws FileError where writing fails, for instance on a full disk
     void write(const AudioBlock& source, const float* const* processed);
 
     /// Completes the content; nothing can be appended afterwards. @return the file, owned by this object, for
-    /// commitTogether() @throws AudioFileError
+    /// commitTogether() @throws FileError
     AtomicFile& finish();
 
-    /// Completes the file and gives it its name. @throws AudioFileError
+    /// Completes the file and gives it its name. @throws FileError
     void commit() { finish().commit(); }
 
     /// Samples so far that lay more than half a step of an integer format beyond full scale, or were not a

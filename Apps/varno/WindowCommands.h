@@ -6,7 +6,7 @@
 
 namespace varno {
 
-/// Each returns the exit status and throws CommandError, HostError, AudioFileError or WindowError. [main]
+/// Each returns the exit status and throws CommandError, HostError, FileError or WindowError. [main]
 int runEdit(const CommandLine& line);
 int runPlay(const CommandLine& line);
 

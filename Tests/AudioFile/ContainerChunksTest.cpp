@@ -1,6 +1,6 @@
 #include "AudioFile/ContainerChunks.h"
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 #include "Tests/Support/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
 #include "AudioFile/CarryOver.h"
-#include "AudioFile/Error.h"
 #include "AudioFile/OggPages.h"
 #include "AudioFile/OggTags.h"
+#include "Files/FileError.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -47,7 +47,7 @@ protected:
         if (readFile(path(name)).starts_with("OggS")) {
             try {
                 setOggSerial(file.get(), name);
-            } catch (const AudioFileError&) {
+            } catch (const FileError&) {
             }
         }
     }
@@ -82,7 +82,7 @@ TEST_P(RandomlyDamagedTagsTest, NeverEndTheProgram) {
             try {
                 copy(name, out);
                 ++rendered;
-            } catch (const AudioFileError&) {
+            } catch (const FileError&) {
             }
         }
     }

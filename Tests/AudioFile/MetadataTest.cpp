@@ -1,6 +1,6 @@
 #include "AudioFile/Metadata.h"
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 #include "Tests/Support/TemporaryFolder.h"
 

@@ -1,6 +1,6 @@
 #include "AudioFile/OggPages.h"
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
 #include "Tests/Support/TemporaryFolder.h"

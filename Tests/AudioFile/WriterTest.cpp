@@ -1,8 +1,8 @@
 #include "AudioFile/Writer.h"
 
 #include "AudioFile/ContainerChunks.h"
-#include "AudioFile/Transfer.h"
 #include "CommandLine/Interruption.h"
+#include "Files/Transfer.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"

@@ -1,10 +1,10 @@
 #include "CommandLine/Console.h"
 
-#include "AudioFile/Transfer.h"
 #include "CommandLine/CommandTable.h"
 #include "CommandLine/Interruption.h"
 #include "CommandLine/LibraryMessages.h"
 #include "CommandLine/VisibleText.h"
+#include "Files/Transfer.h"
 
 #include <sys/ioctl.h>
 

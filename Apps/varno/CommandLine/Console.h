@@ -12,7 +12,7 @@ namespace varno {
 /// their numbers. Reading and writing them fails, as before. To be called before anything else is opened.
 void occupyStandardStreams();
 
-/// Writes visibleText() to standard output. @throws AudioFileError where that fails, for instance on a full
+/// Writes visibleText() to standard output. @throws FileError where that fails, for instance on a full
 /// disk
 void printOut(std::string_view text);
 

@@ -33,7 +33,7 @@ RenderResult renderOne(RenderSession& session, const RenderTask& task, OutputFil
         throw;
     } catch (const CommandError& error) {
         return {{}, error.what(), exitStatusOf(error)};
-    } catch (const AudioFileError& error) {
+    } catch (const FileError& error) {
         return {{}, error.what(), exitStatusOf(error)};
     } catch (const std::bad_alloc&) {
         throw;

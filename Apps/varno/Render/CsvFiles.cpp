@@ -1,9 +1,9 @@
 #include "Render/CsvFiles.h"
 
-#include "AudioFile/Transfer.h"
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Interruption.h"
 #include "CommandLine/NumberText.h"
+#include "Files/Transfer.h"
 
 #include <algorithm>
 #include <array>

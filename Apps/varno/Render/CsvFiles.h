@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_RENDER_CSVFILES_H
 #define VARNO_APPS_VARNO_RENDER_CSVFILES_H
 
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 
 #include <cstdint>
 #include <span>
@@ -23,7 +23,7 @@ struct AutomationPoint {
 /// a point in every locale. Fields cannot hold commas.
 /// @param rateHz frames per second; a time means the nearest frame (halves are rounded up)
 /// @return the points by time, those of equal frame in the order of their lines
-/// @throws AudioFileError where it cannot be read; WorkError where it has more than 64 MiB, or with the file,
+/// @throws FileError where it cannot be read; WorkError where it has more than 64 MiB, or with the file,
 /// the line and what is wrong with it
 std::vector<AutomationPoint> readAutomationFile(const std::string& path, double rateHz);
 
@@ -33,15 +33,15 @@ std::vector<AutomationPoint> readAutomationFile(const std::string& path, double 
 class MeterFile {
 public:
     /// @param meters names for the heading, without commas
-    /// @throws AudioFileError where the file cannot be created
+    /// @throws FileError where the file cannot be created
     MeterFile(const std::string& path, Overwrite overwrite, double rateHz,
               const std::vector<std::string>& meters);
 
-    /// @param frame at which the block starts @param values one per meter @throws AudioFileError
+    /// @param frame at which the block starts @param values one per meter @throws FileError
     void addRow(std::int64_t frame, std::span<const float> values);
 
     /// Completes the content; nothing can be added afterwards. @return the file, owned by this object, for
-    /// commitTogether() @throws AudioFileError
+    /// commitTogether() @throws FileError
     AtomicFile& finish();
 
 private:

@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_RENDER_FILERENDER_H
 #define VARNO_APPS_VARNO_RENDER_FILERENDER_H
 
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 #include "Render/RenderReport.h"
 #include "Render/RenderSession.h"
 

@@ -308,7 +308,7 @@ private:
         }
         try {
             printOut(text);
-        } catch (const AudioFileError& error) {
+        } catch (const FileError& error) {
             mIsCutOff = true;
             fail(error.what(), kExitWorkFailed);
         }
@@ -324,7 +324,7 @@ private:
 void commitSettings(SavedSettings& saved, ResultPrinter& printer) {
     try {
         commitTogether(saved.files());
-    } catch (const AudioFileError& error) {
+    } catch (const FileError& error) {
         printer.fail(error.what(), kExitWorkFailed);
     }
 }

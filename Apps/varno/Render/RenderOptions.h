@@ -1,10 +1,10 @@
 #ifndef VARNO_APPS_VARNO_RENDER_RENDEROPTIONS_H
 #define VARNO_APPS_VARNO_RENDER_RENDEROPTIONS_H
 
-#include "AudioFile/AtomicFile.h"
 #include "AudioFile/Format.h"
 #include "AudioFile/Quantizer.h"
 #include "CommandLine/CommandLine.h"
+#include "Files/AtomicFile.h"
 
 #include <optional>
 #include <string>

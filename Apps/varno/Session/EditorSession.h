@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_SESSION_EDITORSESSION_H
 #define VARNO_APPS_VARNO_SESSION_EDITORSESSION_H
 
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 #include "Host/Editor.h"
 #include "Host/Instance.h"
 #include "Host/ViewContainer.h"

@@ -18,7 +18,7 @@ namespace varno {
 class AudioLoop {
 public:
     /// Reads a file to its end.
-    /// @throws AudioFileError where it cannot be decoded; WorkError where it does not fit kMostSamples
+    /// @throws FileError where it cannot be decoded; WorkError where it does not fit kMostSamples
     static AudioLoop of(AudioReader& reader);
     /// Silence. @param channels at least 1
     static AudioLoop silence(int channels);

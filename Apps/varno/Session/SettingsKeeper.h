@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_SESSION_SETTINGSKEEPER_H
 #define VARNO_APPS_VARNO_SESSION_SETTINGSKEEPER_H
 
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 #include "Host/Instance.h"
 
 #include <functional>
@@ -23,10 +23,10 @@ public:
     /// Names the file that save() writes. Without one it is kStateName in the working folder, or the first of
     /// its numbered kind that does not exist.
     /// @param overwrite whether the first save may replace a file; those after it replace their own
-    /// @throws AudioFileError where the file could not be written or replaced now
+    /// @throws FileError where the file could not be written or replaced now
     void setFile(const std::string& path, Overwrite overwrite);
 
-    /// Writes the settings as a state. @return the file's path @throws AudioFileError
+    /// Writes the settings as a state. @return the file's path @throws FileError
     std::string save();
 
     /// The options that restore the present settings ("--set Gain=0.25 --set Hot=1"), where they have

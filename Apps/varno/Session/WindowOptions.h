@@ -1,8 +1,8 @@
 #ifndef VARNO_APPS_VARNO_SESSION_WINDOWOPTIONS_H
 #define VARNO_APPS_VARNO_SESSION_WINDOWOPTIONS_H
 
-#include "AudioFile/AtomicFile.h"
 #include "CommandLine/CommandLine.h"
+#include "Files/AtomicFile.h"
 #include "Session/SettingsKeeper.h"
 #include "Settings/Settings.h"
 #include "Window/Scale.h"
@@ -45,7 +45,7 @@ void checkFiles(const WindowOptions& options, const Settings& settings,
                 const std::optional<std::string>& audio = {});
 
 /// Names the file of --save-state, else that of --state; the loaded one may be replaced.
-/// @throws AudioFileError where it could not be written
+/// @throws FileError where it could not be written
 void chooseSettingsFile(SettingsKeeper& settings, const WindowOptions& options);
 
 } // namespace varno

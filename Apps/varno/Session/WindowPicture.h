@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_SESSION_WINDOWPICTURE_H
 #define VARNO_APPS_VARNO_SESSION_WINDOWPICTURE_H
 
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 #include "Window/XConnection.h"
 
 namespace varno {
@@ -19,7 +19,7 @@ public:
     bool isDrawn() const;
 
     /// Appends the picture to the file.
-    /// @throws WorkError where the window is not shown; AudioFileError where the file cannot be written
+    /// @throws WorkError where the window is not shown; FileError where the file cannot be written
     void write(AtomicFile& file) const;
 
 private:

@@ -1,8 +1,8 @@
 #include "Settings/SettingsFiles.h"
 
-#include "AudioFile/Transfer.h"
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Interruption.h"
+#include "Files/Transfer.h"
 #include "Host/HostError.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ constexpr std::size_t kMostPresetBytes = 64 * 1024;
 constexpr std::size_t kMostStateBytes = 1024 * 1024;
 
 // The content of a file that is known to be small. More than `mostBytes` is refused, so that a file of
-// another kind is not read whole. Throws AudioFileError where it cannot be read, WorkError with what was
+// another kind is not read whole. Throws FileError where it cannot be read, WorkError with what was
 // expected ("a preset") where it is empty or too large.
 std::string readSmallFile(const std::string& path, std::size_t mostBytes, const std::string& expected) {
     std::optional<std::string> content = readWhole(path, mostBytes, throwIfInterrupted);

@@ -15,11 +15,11 @@ struct PresetFile {
     DemoGain_PresetText::Values values{};
 };
 
-/// @throws AudioFileError where the file cannot be read; WorkError where it holds no preset
+/// @throws FileError where the file cannot be read; WorkError where it holds no preset
 PresetFile readPresetFile(const std::string& path);
 
 /// The record of a state file.
-/// @throws AudioFileError where the file cannot be read; WorkError where it holds no state
+/// @throws FileError where the file cannot be read; WorkError where it holds no state
 StoredChunk readState(const std::string& path);
 
 /// The settings of an instance as the text of a preset file.

@@ -1,5 +1,5 @@
 #include "CommandLine/Interruption.h"
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 

@@ -1,4 +1,4 @@
-#include "AudioFile/HiddenFiles.h"
+#include "Files/HiddenFiles.h"
 #include "Tests/Apps/varno/Support/ProgramTest.h"
 #include "Tests/Support/Eventually.h"
 

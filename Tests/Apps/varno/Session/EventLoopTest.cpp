@@ -1,6 +1,6 @@
 #include "Session/EventLoop.h"
-#include "AudioFile/Transfer.h"
 #include "CommandLine/Interruption.h"
+#include "Files/Transfer.h"
 #include "Session/EditorSession.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 

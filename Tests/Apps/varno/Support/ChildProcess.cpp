@@ -19,7 +19,7 @@ int statusOf(const std::function<int()>& work) {
     } catch (const CommandError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return error.exitStatus();
-    } catch (const AudioFileError& error) {
+    } catch (const FileError& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return exitStatusOf(error);
     } catch (...) {

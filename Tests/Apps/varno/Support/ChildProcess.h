@@ -7,7 +7,7 @@ namespace varno::test {
 
 /// Runs `work` in a child process, so that what it does to the process (limits, users, streams, signals) ends
 /// with it.
-/// @return the exit status that `work` returns, or that of the CommandError or AudioFileError it ends with;
+/// @return the exit status that `work` returns, or that of the CommandError or FileError it ends with;
 /// -1 where it ends in another way
 int inChildProcess(const std::function<int()>& work);
 

@@ -22,7 +22,7 @@ std::string errorText(int exitStatus, Work work) {
         work();
     } catch (const CommandError& error) {
         return judge(error);
-    } catch (const AudioFileError& error) {
+    } catch (const FileError& error) {
         return judge(error);
     }
     ADD_FAILURE() << "no error";

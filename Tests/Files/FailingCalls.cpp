@@ -1,4 +1,4 @@
-#include "Tests/AudioFile/FailingCalls.h"
+#include "Tests/Files/FailingCalls.h"
 
 #include <sys/syscall.h>
 

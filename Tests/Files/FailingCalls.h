@@ -1,6 +1,6 @@
 /// Calls of the system that fail on demand: definitions of this program take the place of the C library's.
-#ifndef VARNO_TESTS_AUDIOFILE_FAILINGCALLS_H
-#define VARNO_TESTS_AUDIOFILE_FAILINGCALLS_H
+#ifndef VARNO_TESTS_FILES_FAILINGCALLS_H
+#define VARNO_TESTS_FILES_FAILINGCALLS_H
 
 namespace varno::test {
 

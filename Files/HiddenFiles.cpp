@@ -1,4 +1,4 @@
-#include "AudioFile/HiddenFiles.h"
+#include "Files/HiddenFiles.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -105,6 +105,20 @@ FileDescriptor openHidden(const fs::path& target, unsigned mode, const GoOn& goO
         ::flock(file.get(), LOCK_EX | LOCK_NB);
     }
     return file;
+}
+
+int renameOver(const fs::path& from, const fs::path& to) {
+    return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+}
+
+int renameToNew(const fs::path& from, const fs::path& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return errno;
+    }
+    return fs::exists(fs::symlink_status(to)) ? EEXIST : renameOver(from, to);
 }
 
 void removeStaleFiles(const fs::path& folder) {

@@ -1,7 +1,7 @@
 #ifndef VARNO_AUDIOFILE_HIDDENFILES_H
 #define VARNO_AUDIOFILE_HIDDENFILES_H
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <filesystem>
 
@@ -39,6 +39,13 @@ int linkUnnamed(const FileDescriptor& file, const std::filesystem::path& name);
 /// @param name receives the name @return nothing open where that fails, with the reason in errno
 FileDescriptor openHidden(const std::filesystem::path& target, unsigned mode, const GoOn& goOn,
                           std::filesystem::path& name);
+
+/// Gives a file another name, which replaces what has it. @return 0 or the system's error number
+int renameOver(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// Gives a file another name unless something has that, in one step where the file system offers it.
+/// @return 0 or the system's error number, EEXIST where the name is taken
+int renameToNew(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Removes the user's files of hidden names from a folder that no program holds, where no program uses the
 /// folder. Nothing is reported.

@@ -1,6 +1,6 @@
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
-#include "Tests/AudioFile/FailingCalls.h"
+#include "Tests/Files/FailingCalls.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

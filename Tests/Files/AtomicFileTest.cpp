@@ -1,10 +1,10 @@
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 
 #include "CommandLine/Interruption.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
 #include "Tests/Apps/varno/Support/SoundFiles.h"
-#include "Tests/AudioFile/FailingCalls.h"
+#include "Tests/Files/FailingCalls.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"

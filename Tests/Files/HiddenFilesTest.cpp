@@ -1,8 +1,8 @@
-#include "AudioFile/HiddenFiles.h"
+#include "Files/HiddenFiles.h"
 
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
-#include "Tests/AudioFile/FailingCalls.h"
+#include "Tests/Files/FailingCalls.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/TemporaryFolder.h"
 

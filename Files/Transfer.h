@@ -41,10 +41,10 @@ private:
     int mDescriptor = -1;
 };
 
-/// Throws the AudioFileError "NAME: cannot be read: REASON". @param error number of the system
+/// Throws the FileError "NAME: cannot be read: REASON". @param error number of the system
 [[noreturn]] void throwReadError(const std::string& name, int error);
 
-/// Throws the AudioFileError "NAME: cannot be written: REASON". @param error number of the system
+/// Throws the FileError "NAME: cannot be written: REASON". @param error number of the system
 [[noreturn]] void throwWriteError(const std::string& name, int error);
 
 /// Opens with `flags` of the system, closed in child processes. Waits on after a signal if `goOn` returns.
@@ -53,35 +53,35 @@ private:
 FileDescriptor openFile(const std::string& path, int flags, const GoOn& goOn, unsigned mode = 0);
 
 /// Reads from the present position until all bytes have arrived or the file has ended. @return bytes read
-/// @throws AudioFileError
+/// @throws FileError
 std::size_t readUpTo(int descriptor, char* bytes, std::size_t count, const std::string& name,
                      const GoOn& goOn);
 
-/// Writes all bytes at the present position. @param name for messages @throws AudioFileError
+/// Writes all bytes at the present position. @param name for messages @throws FileError
 void writeAll(int descriptor, std::string_view bytes, const std::string& name, const GoOn& goOn);
 
 /// Reads bytes at an offset; the position stays. @return whether all of them could be read; else errno has
 /// the reason
 bool readAt(int descriptor, std::int64_t offset, void* bytes, std::size_t count);
 
-/// Writes bytes at an offset; the position stays. @param name for messages @throws AudioFileError
+/// Writes bytes at an offset; the position stays. @param name for messages @throws FileError
 void writeAt(int descriptor, std::int64_t offset, std::string_view bytes, const std::string& name);
 
 /// Puts bytes in the place of `oldBytes` bytes at an offset; what follows moves. The position does not count.
-/// @param name for messages @throws AudioFileError
+/// @param name for messages @throws FileError
 void replaceRange(int descriptor, std::int64_t offset, std::int64_t oldBytes, std::string_view bytes,
                   const std::string& name);
 
 /// Copies from the present position to the end of one file to the present position of another.
-/// @throws AudioFileError
+/// @throws FileError
 void copyAll(int from, const std::string& fromName, int to, const std::string& toName, const GoOn& goOn);
 
 /// The whole content of a file or a pipe. @return nothing where it has more than `mostBytes`
-/// @throws AudioFileError
+/// @throws FileError
 std::optional<std::string> readWhole(const std::string& path, std::size_t mostBytes, const GoOn& goOn);
 
 /// A file without a name in the folder for temporary files (TMPDIR, else /tmp), deleted when it is closed.
-/// @throws AudioFileError
+/// @throws FileError
 FileDescriptor openUnnamedTemporary();
 
 } // namespace varno

@@ -1,7 +1,7 @@
 #ifndef VARNO_AUDIOFILE_ATOMICFILE_H
 #define VARNO_AUDIOFILE_ATOMICFILE_H
 
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
 #include <filesystem>
 #include <span>
@@ -40,7 +40,7 @@ class AtomicFile {
 public:
     /// @param path of the target; "-" is standard output
     /// @param goOn called while write() and commit() wait for a pipe or a device
-    /// @throws AudioFileError where the target exists and may not be replaced, is a directory, or its folder
+    /// @throws FileError where the target exists and may not be replaced, is a directory, or its folder
     ///         does not exist or cannot be written
     AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn = {},
                Delivery delivery = Delivery::kWhole);
@@ -58,7 +58,7 @@ public:
     /// A path under which this process can open what has been written, until commit(); not of a stream.
     std::string pathBeforeCommit() const;
 
-    /// Appends at the present position. @throws AudioFileError with the reason, for instance a full disk
+    /// Appends at the present position. @throws FileError with the reason, for instance a full disk
     void write(std::string_view bytes);
 
     /// Gives the file its name, or copies it to its target: commitTogether() of this file alone.
@@ -98,7 +98,7 @@ private:
 /// first gets its name, and what goes to streams has been copied. Where a name cannot be given, those given
 /// before are taken back and replaced files restored. Nothing can be written afterwards.
 /// @param files in different places
-/// @throws AudioFileError where that fails, or where a file has appeared under a name and may not be replaced
+/// @throws FileError where that fails, or where a file has appeared under a name and may not be replaced
 void commitTogether(std::span<AtomicFile* const> files);
 
 } // namespace varno

@@ -1,7 +1,7 @@
-#include "AudioFile/AtomicFile.h"
+#include "Files/AtomicFile.h"
 
-#include "AudioFile/Error.h"
-#include "AudioFile/HiddenFiles.h"
+#include "Files/FileError.h"
+#include "Files/HiddenFiles.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -26,17 +26,12 @@ constexpr unsigned kPermissionBits = 0777;  // without those that depend on owne
 constexpr const char* kKeptExtension = ".old";
 
 [[noreturn]] void throwExists(const std::string& name) {
-    throw AudioFileError(name + ": exists already; expected a new name, or --force to replace it");
+    throw FileError(name + ": exists already; expected a new name, or --force to replace it");
 }
 
 [[noreturn]] void throwNoFolder(const std::string& name, int error) {
-    throw AudioFileError(name + ": cannot be written: " + std::generic_category().message(error) +
-                         "; expected a folder that exists and can be written to");
-}
-
-// Returns 0 or the system's error number, as the other renames here do.
-int renamed(const fs::path& from, const fs::path& to) {
-    return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+    throw FileError(name + ": cannot be written: " + std::generic_category().message(error) +
+                    "; expected a folder that exists and can be written to");
 }
 
 // Gives the file the owner and group of another, or at least its group. Returns whether anything has changed.
@@ -47,18 +42,6 @@ bool giveOwner(int file, const struct stat& other) {
 
 bool isThere(const fs::path& path) {
     return fs::exists(fs::symlink_status(path));
-}
-
-// Gives `temporary` the name `target` unless a file has that name, in one step where the file system offers
-// it.
-int renameToNew(const fs::path& temporary, const fs::path& target) {
-    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
-        return 0;
-    }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return errno;
-    }
-    return isThere(target) ? EEXIST : renamed(temporary, target);
 }
 
 } // namespace
@@ -84,11 +67,11 @@ AtomicFile::AtomicFile(const std::string& path, Overwrite overwrite, GoOn goOn, 
     struct stat status {};
     const bool exists = ::stat(path.c_str(), &status) == 0;
     if (!exists && fs::is_symlink(mTarget)) {
-        throw AudioFileError(mName + ": is a link to a file that does not exist; expected a new name");
+        throw FileError(mName + ": is a link to a file that does not exist; expected a new name");
     }
     if (exists && (S_ISDIR(status.st_mode) || S_ISBLK(status.st_mode))) {
-        throw AudioFileError(mName + (S_ISDIR(status.st_mode) ? ": is a folder" : ": is a disk device") +
-                             "; expected the name of a file");
+        throw FileError(mName + (S_ISDIR(status.st_mode) ? ": is a folder" : ": is a disk device") +
+                        "; expected the name of a file");
     }
     if (exists && !S_ISREG(status.st_mode)) {
         openForStream(delivery);
@@ -117,14 +100,14 @@ AtomicFile::~AtomicFile() {
 void AtomicFile::refuseOtherThanFile() const {
     struct stat status {};
     if (::lstat(mTarget.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
-        throw AudioFileError(mName + (S_ISLNK(status.st_mode) ? ": is a link" : ": is no file") +
-                             "; expected a file to replace, or nothing of this name");
+        throw FileError(mName + (S_ISLNK(status.st_mode) ? ": is a link" : ": is no file") +
+                        "; expected a file to replace, or nothing of this name");
     }
 }
 
 void AtomicFile::openBeside(const fs::path& target, unsigned mode) {
     if (!target.has_filename()) {
-        throw AudioFileError(mName + ": is no file name; expected one");
+        throw FileError(mName + ": is no file name; expected one");
     }
     mTarget = target;
     const fs::path folder = folderOf(target);
@@ -234,7 +217,7 @@ int AtomicFile::nameOver(bool keepReplaced) {
         mTemporary = hidden;
         mIsUnnamed = false;
     }
-    return keepReplaced && isThere(mTarget) ? replaceAndKeep() : renamed(mTemporary, mTarget);
+    return keepReplaced && isThere(mTarget) ? replaceAndKeep() : renameOver(mTemporary, mTarget);
 }
 
 // In one step where the file system offers it, else with a second link, so that the target always has a file.
@@ -250,14 +233,14 @@ int AtomicFile::replaceAndKeep() {
     fs::path aside = hiddenNameBeside(mTarget);
     if (::link(mTarget.c_str(), aside.c_str()) == 0) {
         mReplaced = aside;
-        return renamed(mTemporary, mTarget);
+        return renameOver(mTemporary, mTarget);
     }
     aside.replace_extension(kKeptExtension);
-    if (const int error = renamed(mTarget, aside)) {
+    if (const int error = renameOver(mTarget, aside)) {
         return error;
     }
-    if (const int error = renamed(mTemporary, mTarget)) {
-        renamed(aside, mTarget);
+    if (const int error = renameOver(mTemporary, mTarget)) {
+        renameOver(aside, mTarget);
         return error;
     }
     mReplaced = aside;
@@ -271,7 +254,7 @@ void AtomicFile::takeNameBack() {
     if (mReplaced.empty()) {
         ::unlink(mTarget.c_str());
     } else {
-        renamed(mReplaced, mTarget);
+        renameOver(mReplaced, mTarget);
         mReplaced.clear(); // where that fails it stays, since it is the only copy
     }
 }

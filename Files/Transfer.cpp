@@ -1,6 +1,6 @@
-#include "AudioFile/Transfer.h"
+#include "Files/Transfer.h"
 
-#include "AudioFile/Error.h"
+#include "Files/FileError.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -94,11 +94,11 @@ int FileDescriptor::close() {
 }
 
 void throwReadError(const std::string& name, int error) {
-    throw AudioFileError(name + ": cannot be read: " + reason(error));
+    throw FileError(name + ": cannot be read: " + reason(error));
 }
 
 void throwWriteError(const std::string& name, int error) {
-    throw AudioFileError(name + ": cannot be written: " + reason(error));
+    throw FileError(name + ": cannot be written: " + reason(error));
 }
 
 FileDescriptor openFile(const std::string& path, int flags, const GoOn& goOn, unsigned mode) {
