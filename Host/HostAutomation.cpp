@@ -1,6 +1,8 @@
 #include "Host/HostAutomation.h"
 
 #include "Host/InstanceHost.h"
+
+#include <algorithm>
 #include <utility>
 
 namespace varno {
@@ -22,6 +24,32 @@ HostAutomation::HostAutomation(IACFUnknown& owner, InstanceState& state)
 
 void HostAutomation::report(Contract contract, const std::string& text) const {
     mState.context->monitor->report(contract, text);
+}
+
+void HostAutomation::addListener(AutomationListener& listener) {
+    mListeners.push_back(&listener);
+}
+
+void HostAutomation::removeListener(AutomationListener& listener) {
+    std::ranges::replace(mListeners, &listener, nullptr);
+    if (mNotifications == 0) {
+        std::erase(mListeners, nullptr);
+    }
+}
+
+// By place: a listener may add and remove some within its call. Places are freed after the last one.
+template<class Call>
+void HostAutomation::notify(Call call) {
+    ++mNotifications;
+    const std::size_t count = mListeners.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (mListeners[i] != nullptr) {
+            call(*mListeners[i]);
+        }
+    }
+    if (--mNotifications == 0) {
+        std::erase(mListeners, nullptr);
+    }
 }
 
 HostAutomation::Parameter* HostAutomation::requireRegistered(AAX_CParamID paramID, const char* operation) {
@@ -71,10 +99,8 @@ AAX_Result HostAutomation::PostSetValueRequest(AAX_CParamID paramID, double norm
     if (!requireNormalized(paramID, normalizedValue, "PostSetValueRequest")) {
         return AAX_ERROR_INVALID_ARGUMENT;
     }
+    notify([&](AutomationListener& listener) { listener.valueRequested(paramID, normalizedValue); });
     request({paramID, normalizedValue});
-    if (mListener != nullptr) {
-        mListener->valueRequested(paramID, normalizedValue);
-    }
     return AAX_SUCCESS;
 }
 
@@ -97,9 +123,7 @@ AAX_Result HostAutomation::PostTouchRequest(AAX_CParamID paramID) {
     }
     ++parameter->touches;
     ++mTotalTouches;
-    if (mListener != nullptr) {
-        mListener->touched(paramID);
-    }
+    notify([&](AutomationListener& listener) { listener.touched(paramID); });
     return AAX_SUCCESS;
 }
 
@@ -113,9 +137,7 @@ AAX_Result HostAutomation::PostReleaseRequest(AAX_CParamID paramID) {
         return AAX_SUCCESS;
     }
     --parameter->touches;
-    if (mListener != nullptr) {
-        mListener->released(paramID);
-    }
+    notify([&](AutomationListener& listener) { listener.released(paramID); });
     return AAX_SUCCESS;
 }
 
@@ -138,6 +160,12 @@ std::set<std::string> HostAutomation::registered() const {
         }
     }
     return ids;
+}
+
+std::optional<double> HostAutomation::requestedValue(std::string_view id) const {
+    const auto found = std::find_if(mRequests.rbegin(), mRequests.rend(),
+                                    [&](const ValueRequest& queued) { return queued.id == id; });
+    return found == mRequests.rend() ? std::nullopt : std::optional(found->normalized);
 }
 
 std::optional<double> HostAutomation::currentValue(const std::string& id) const {

@@ -17,12 +17,13 @@ namespace varno {
 
 struct InstanceState;
 
-/// Called for every accepted call of the automation delegate, within that call: a front end whose own host
-/// keeps the values forwards it. Must not throw. [main]
+/// Called for every accepted call of the automation delegate, within that call: a front end forwards it to
+/// its own host, or keeps what the user did. Must not throw. [main]
 class AutomationListener {
 public:
     virtual ~AutomationListener() = default;
-    /// The module requests this value, 0 to 1, for a parameter. Not called for the host's own requests.
+    /// The module requests this value, 0 to 1, for a parameter. Called before the request is queued, so that
+    /// HostAutomation::requestedValue() still is the one before. Not called for the host's own requests.
     virtual void valueRequested(const std::string& id, double normalized) = 0;
     /// A gesture on a parameter begins or ends; several may overlap.
     virtual void touched(const std::string& id) = 0;
@@ -49,8 +50,12 @@ public:
     AAX_Result PostTouchRequest(AAX_CParamID paramID) override;
     AAX_Result PostReleaseRequest(AAX_CParamID paramID) override;
 
-    /// Sets the listener (borrowed) for requests and gestures; null for none.
-    void setListener(AutomationListener* listener) { mListener = listener; }
+    /// Adds a listener (borrowed) for requests and gestures; it is called after those added before it. One
+    /// that is added within a call of another receives the next call first. Each is added once.
+    void addListener(AutomationListener& listener);
+    /// Removes a listener, also within a call of any listener; it receives nothing afterwards. One that was
+    /// not added is ignored.
+    void removeListener(AutomationListener& listener);
     /// Queues a request of the host's own.
     void request(ValueRequest request) { mRequests.push_back(std::move(request)); }
     /// Returns all requests in their order and removes them.
@@ -59,6 +64,8 @@ public:
     void recycle(std::vector<ValueRequest> answered);
     /// The registered parameters.
     std::set<std::string> registered() const;
+    /// The value that was requested last for a parameter and is not answered yet; nothing for none.
+    std::optional<double> requestedValue(std::string_view id) const;
     /// The value that a parameter has reported last; nothing if it never did.
     std::optional<double> currentValue(const std::string& id) const;
     /// Open gestures on a parameter.
@@ -80,9 +87,12 @@ private:
     Parameter* requireRegistered(AAX_CParamID paramID, const char* operation);
     bool requireNormalized(AAX_CParamID paramID, double value, const char* operation) const;
     void report(Contract contract, const std::string& text) const;
+    template<class Call>
+    void notify(Call call);
 
     InstanceState& mState;
-    AutomationListener* mListener = nullptr;
+    std::vector<AutomationListener*> mListeners; ///< Null in the place of one removed within a call.
+    int mNotifications = 0;                      ///< Calls of listeners under way, one within another.
     std::map<std::string, Parameter, std::less<>> mParameters; ///< All parameters that were ever registered.
     std::vector<ValueRequest> mRequests;
     std::int64_t mTotalTouches = 0;

@@ -19,11 +19,11 @@ HostPorts::HostPorts(Instance& instance, const HostCalls& calls)
     for (const PortInfo& info : portsOf(instance)) {
         mPorts.push_back({info});
     }
-    mInstance.host().automation().setListener(this);
+    mInstance.host().automation().addListener(*this);
 }
 
 HostPorts::~HostPorts() {
-    mInstance.host().automation().setListener(nullptr);
+    mInstance.host().automation().removeListener(*this);
 }
 
 void HostPorts::arrived(std::uint32_t index, float value) {
