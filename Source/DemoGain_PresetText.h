@@ -49,6 +49,8 @@ using Values = std::array<float, std::size(kItems)>;
 /// The current settings as text, without a line feed at the end. A value that cannot be read is written as
 /// 0. [main]
 inline std::string Write(const AAX_IACFEffectParameters& parameters);
+/// The same of values in the order of kItems, which are finite. [any]
+inline std::string Write(const Values& values);
 
 /// The values of a text, or nothing when it is no preset. A text is one when a scan with the C format
 /// "%s %f" and thirteen times " %*s %f" assigns every item, and the version is kVersion or later. Labels and
@@ -164,19 +166,31 @@ inline void AppendValue(std::string& text, double value) {
     text.append(" ").append(digits.data(), written.ptr);
 }
 
+/// The text of the values that `read` returns for the place of an item.
+template<class Read>
+std::string WriteWith(Read read) {
+    std::string text(kHeader);
+    bool startsLine = true;
+    for (std::size_t i = 0; i < kItems.size(); ++i) {
+        text.append(startsLine ? "\n" : " ").append(kItems[i].mLabel);
+        AppendValue(text, read(i));
+        startsLine = kItems[i].mEndsLine;
+    }
+    return text;
+}
+
 } // namespace Detail
 
 inline std::string Write(const AAX_IACFEffectParameters& parameters) {
-    std::string text(kHeader);
-    bool startsLine = true;
-    for (const Item& item : kItems) {
+    return Detail::WriteWith([&parameters](std::size_t i) {
         double value = 0.0;
-        parameters.GetParameterNormalizedValue(item.mParameterID, &value);
-        text.append(startsLine ? "\n" : " ").append(item.mLabel);
-        Detail::AppendValue(text, value);
-        startsLine = item.mEndsLine;
-    }
-    return text;
+        parameters.GetParameterNormalizedValue(kItems[i].mParameterID, &value);
+        return value;
+    });
+}
+
+inline std::string Write(const Values& values) {
+    return Detail::WriteWith([&values](std::size_t i) { return double{values[i]}; });
 }
 
 inline std::optional<Values> Parse(std::string_view text) {

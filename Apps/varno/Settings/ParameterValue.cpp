@@ -18,37 +18,16 @@ std::string prefix(const std::string& where) {
 
 constexpr char kChoiceMark = '#'; // "Ratio=#5": the bare number 5 would be a normalized value
 
-bool isChoice(const SDemoGain_Parameter& row) {
-    return row.mUnit.mConversion == EDemoGain_Conversion::kChoice;
-}
-
-// A choice whose texts are numbers is written with the mark, "#5"; a switch has texts of its own.
-bool hasNumberedChoices(const SDemoGain_Parameter& row) {
-    return isChoice(row) && numberFromText<int>(row.mUnit.mTexts.front()).has_value();
-}
-
-// Whether a value is out of range by more than what rounding in the texts of the range can make.
-bool isBeyond(const SDemoGain_Parameter& row, double inUnit, const DemoGain_ValueText::Range& range) {
-    using DemoGain_ValueText::WriteInUnit;
-    const double nearest = std::clamp(inUnit, range.mLow, range.mHigh);
-    return inUnit != nearest && WriteInUnit(row, inUnit) != WriteInUnit(row, nearest);
-}
-
-// The normalized value for a true value; nothing where the text is none or is out of range.
-std::optional<double> normalizedFromTrueText(const SDemoGain_Parameter& row, std::string_view text,
-                                             const DemoGain_ValueText::Settings& settings) {
+// A bare number is a normalized value: a true value has its unit, and the number of a choice the mark.
+std::optional<double> normalizedFromMarkedText(const SDemoGain_Parameter& row, std::string_view text,
+                                               const DemoGain_ValueText::Settings& settings) {
     if (hasNumberedChoices(row)) {
-        return text.starts_with(kChoiceMark) ? DemoGain_ValueText::Parse(row, text.substr(1)) : std::nullopt;
+        if (!text.starts_with(kChoiceMark)) {
+            return std::nullopt;
+        }
+        text.remove_prefix(1);
     }
-    if (isChoice(row)) {
-        return DemoGain_ValueText::Parse(row, text);
-    }
-    const auto quantity = DemoGain_ValueText::ParseInUnit(row, text);
-    if (!quantity || !quantity->mHasUnit ||
-        isBeyond(row, quantity->mValue, DemoGain_ValueText::RangeInUnit(row, settings))) {
-        return std::nullopt;
-    }
-    return DemoGain_ValueText::Normalized(row, quantity->mValue, settings);
+    return normalizedFromTrueText(row, text, settings, UnitText::kRequired);
 }
 
 // The true values that a parameter takes: `"-20.0 dB" to "+20.0 dB"`.
@@ -78,7 +57,7 @@ std::string expectedValues(const Instance& instance, const ParameterInfo& parame
             add(inQuotes(instance.textOf(parameter.id, normalizedOfStep(step, parameter.steps))));
         }
     }
-    if (row != nullptr && isChoice(*row) && !hasNumberedChoices(*row)) {
+    if (row != nullptr && hasNamedChoices(*row)) {
         for (const char* const choice : row->mUnit.mTexts) {
             add(inQuotes(choice));
         }
@@ -117,20 +96,6 @@ const ParameterInfo& requireParameter(const Instance& instance, const std::strin
                        exitStatus);
 }
 
-DemoGain_ValueText::Settings unitSettings(const Instance& instance) {
-    DemoGain_ValueText::Settings settings{.mSampleRateHz = instance.setup().sampleRateHz};
-    if (instance.parameter(cDemoGain_RatioID) != nullptr && instance.parameter(cDemoGain_UKID) != nullptr) {
-        settings.mRatio = static_cast<float>(instance.normalized(cDemoGain_RatioID));
-        settings.mUK = static_cast<float>(instance.normalized(cDemoGain_UKID));
-    }
-    return settings;
-}
-
-bool dependsOnOthers(const std::string& id) {
-    const auto* const row = DemoGain_FindParameter(id);
-    return row != nullptr && DemoGain_ValueText::DependsOnOthers(*row);
-}
-
 double normalizedFromText(const Instance& instance, const ParameterText& text,
                           const DemoGain_ValueText::Settings& settings, const std::string& where,
                           int exitStatus) {
@@ -146,7 +111,7 @@ double normalizedFromText(const Instance& instance, const ParameterText& text,
             return *normalized;
         }
         const auto* const row = DemoGain_FindParameter(text.id);
-        if (const auto value = row != nullptr ? normalizedFromTrueText(*row, text.value, settings)
+        if (const auto value = row != nullptr ? normalizedFromMarkedText(*row, text.value, settings)
                                               : std::optional<double>()) {
             return *value;
         }
@@ -167,10 +132,6 @@ std::string trueText(const std::string& id, double normalized, const DemoGain_Va
 
 std::string trueText(const Instance& instance, const std::string& id) {
     return trueText(id, instance.normalized(id), unitSettings(instance));
-}
-
-double normalizedOfStep(int step, int steps) {
-    return static_cast<double>(step) / (steps - 1);
 }
 
 } // namespace varno

@@ -3,6 +3,7 @@
 
 #include "DemoGain_ValueText.h"
 #include "Host/Instance.h"
+#include "Surround/Settings/TrueValue.h"
 
 #include <string>
 
@@ -16,12 +17,6 @@ struct ParameterText {
 
 /// Splits "ID=VALUE". @throws UsageError where it is none
 ParameterText parameterTextFromOption(const std::string& text);
-
-/// What the true values of an instance's times depend on, as it is now.
-DemoGain_ValueText::Settings unitSettings(const Instance& instance);
-
-/// Whether the true value of a parameter depends on other parameters, so that those must be set first.
-bool dependsOnOthers(const std::string& id);
 
 /// The normalized value that a text means. A number is that normalized value, 0 to 1; a number with a unit is
 /// a true value ("-3 dB", "2.4 ms", "40 %"), "#5" the fifth curve, and other texts are those that the
@@ -46,9 +41,6 @@ std::string trueText(const Instance& instance, const std::string& id);
 /// @param where as above; empty for none
 const ParameterInfo& requireParameter(const Instance& instance, const std::string& id,
                                       const std::string& where, int exitStatus);
-
-/// The normalized value of a step. @param step 0 to steps - 1 @param steps of the parameter, at least 2
-double normalizedOfStep(int step, int steps);
 
 } // namespace varno
 
