@@ -94,6 +94,10 @@ public:
 
     // Returns whether anything was read anew or is no longer there.
     bool run() {
+        struct stat status {};
+        if (::stat(mScan.mFolder.c_str(), &status) == 0) {
+            mFolders.emplace(status.st_dev, status.st_ino);
+        }
         mLevel = {{mScan.mFolder, {}}};
         for (int level = 0; level < kMostLevels && !mLevel.empty(); ++level) {
             for (const Folder& folder : std::exchange(mLevel, {})) {
@@ -119,7 +123,9 @@ private:
             look(file->path(), folder.group);
         }
         if (error && !isAbsent) {
-            add(folder.path, {}, entryOf(folder.path, folder.group, "cannot be read: " + error.message()));
+            const std::size_t slash = folder.group.rfind('/');
+            const std::string above = slash == std::string::npos ? "" : folder.group.substr(0, slash);
+            add(folder.path, {}, entryOf(folder.path, above, "cannot be read: " + error.message()));
         }
     }
 
