@@ -1,5 +1,7 @@
 #include "Window/KeyGrabs.h"
 
+#include "Window/KeyboardChanges.h"
+
 #include <X11/keysym.h>
 
 #include <algorithm>
@@ -68,12 +70,10 @@ void KeyGrabs::releaseAll() {
 }
 
 void KeyGrabs::keyboardChanged(const xcb_generic_event_t& event) {
-    if (eventKind(event) != XCB_MAPPING_NOTIFY ||
-        eventAs<xcb_mapping_notify_event_t>(event).request == XCB_MAPPING_POINTER) {
-        return;
+    if (isKeyboardChange(mConnection, event)) {
+        mSymbols.reset(xcb_key_symbols_alloc(mConnection.get()));
+        grab();
     }
-    mSymbols.reset(xcb_key_symbols_alloc(mConnection.get()));
-    grab();
 }
 
 void KeyGrabs::grab() {

@@ -1,5 +1,6 @@
 #include "Window/KeyText.h"
 
+#include "Window/KeyboardChanges.h"
 #include "Window/PointerEvents.h"
 
 #include <xkbcommon/xkbcommon-x11.h>
@@ -43,12 +44,15 @@ KeyText::KeyText(XConnection& connection)
     : mConnection(connection),
       mContext(xkb_context_new(XKB_CONTEXT_NO_FLAGS)),
       mKeyboardEvents(connection.events().add(XCB_WINDOW_NONE, [this](const auto& event) {
-          mIsKeyboardOld = mIsKeyboardOld || eventKind(event) == XCB_MAPPING_NOTIFY;
+          mIsKeyboardOld = mIsKeyboardOld || isKeyboardChange(mConnection, event);
       })) {
     readCompositions();
 }
 
 void KeyText::readCompositions() {
+    if (mContext) {
+        xkb_context_set_log_level(mContext.get(), XKB_LOG_LEVEL_CRITICAL); // no words about a locale
+    }
     for (const char* const locale : {localeName(), kPlainLocale}) {
         if (mContext && !mCompose) {
             const std::unique_ptr<xkb_compose_table, Free> table(
@@ -70,6 +74,7 @@ void KeyText::readKeyboard() {
                          XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr) == 0) {
         return;
     }
+    selectKeyboardChanges(mConnection);
     const auto keyboard = xkb_x11_get_core_keyboard_device_id(server);
     const std::unique_ptr<xkb_keymap, Free> keymap(
         xkb_x11_keymap_new_from_device(mContext.get(), server, keyboard, XKB_KEYMAP_COMPILE_NO_FLAGS));

@@ -64,7 +64,9 @@ std::vector<WindowArea> monitors(const XConnection& connection) {
     return areas;
 }
 
-WindowArea monitorOf(const XConnection& connection, const WindowArea& area) {
+// An area without pixels counts as the pixel at its place.
+WindowArea monitorOf(const XConnection& connection, const WindowArea& wanted) {
+    const WindowArea area{wanted.x, wanted.y, std::max(wanted.width, 1), std::max(wanted.height, 1)};
     const auto all = monitors(connection);
     return *std::min_element(all.begin(), all.end(), [&](const auto& one, const auto& other) {
         const auto shownByOne = pixels(common(one, area));

@@ -1,6 +1,7 @@
 #include "Window/KeyGrabs.h"
 
 #include "Tests/Window/WindowFixture.h"
+#include "Window/KeyText.h"
 
 #include <X11/keysym.h>
 
@@ -88,6 +89,27 @@ TEST_F(KeyGrabsTest, StayWithAnotherLayout) {
     mKeyboard.tap(XK_Return);
     settle();
     EXPECT_EQ(mKeys.size(), 2U);
+}
+
+// The server reports changes of the keyboard otherwise to a connection that reads texts.
+TEST_F(KeyGrabsTest, AreFoundAgainWhileTextsAreRead) {
+    KeyText text(mConnection);
+    xcb_key_press_event_t event{};
+    event.response_type = XCB_KEY_PRESS;
+    event.detail = static_cast<xcb_keycode_t>(key(XK_x));
+    EXPECT_EQ(text.press(event).text, "x");
+    const auto before = keycodeOf(mPerson, XK_s);
+    const auto after = keycodeOf(mPerson, XK_x);
+    const xcb_keysym_t s[] = {XK_s, XK_S};
+    const xcb_keysym_t d[] = {XK_d, XK_D};
+    xcb_change_keyboard_mapping(mPerson.connection(), 1, after, 2, s);
+    xcb_change_keyboard_mapping(mPerson.connection(), 1, before, 2, d);
+    settle();
+    ASSERT_EQ(keycodeOf(mPerson, XK_s), after);
+    mKeyboard.tap(XK_s, {XK_Control_L});
+    settle();
+    EXPECT_EQ(mSaves, 1);
+    EXPECT_EQ(text.press(event).text, "s");
 }
 
 TEST_F(KeyGrabsTest, AHeldKeyRepeatsOnlyWhereThatIsMeant) {
