@@ -86,10 +86,12 @@ std::vector<AAX_CFieldIndex> PacketExchange::portsNeverPosted() const {
     return fields;
 }
 
-MeterBank::MeterBank(std::vector<AAX_CTypeID> ids, double sampleRateHz)
+MeterBank::MeterBank(std::vector<AAX_CTypeID> ids, double sampleRateHz,
+                     std::vector<std::size_t> reductionTaps)
     : mIDs(std::move(ids)),
       mTaps(mIDs.size(), 0.0F),
       mReadings(mIDs.size()),
+      mReductionTaps(std::move(reductionTaps)),
       mFallPerFrame(-kMeterFallDBPerSecond / 20.0 * std::log(10.0) / sampleRateHz) {
 }
 
@@ -115,6 +117,11 @@ void MeterBank::beforeBuffer() noexcept {
 
 void MeterBank::afterBuffer(std::int32_t frames) noexcept {
     mLastFrames = frames;
+    if (mIsBypassed) {
+        for (const std::size_t tap : mReductionTaps) {
+            mTaps[tap] = 0.0F;
+        }
+    }
     for (std::size_t i = 0; i < mTaps.size(); ++i) {
         Readings& readings = mReadings[i];
         readings.value.store(mTaps[i], std::memory_order_relaxed);

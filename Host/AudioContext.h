@@ -109,8 +109,8 @@ inline constexpr float kMeterFloor = 1.0e-6F;
 /// depends on the time that a buffer lasts, not on the number of buffers.
 class MeterBank {
 public:
-    /// One tap per identifier, all at 0.
-    MeterBank(std::vector<AAX_CTypeID> ids, double sampleRateHz);
+    /// One tap per identifier, all at 0. @param reductionTaps those that show gain reduction
+    MeterBank(std::vector<AAX_CTypeID> ids, double sampleRateHz, std::vector<std::size_t> reductionTaps = {});
 
     /// The identifiers in the order of the taps. [any]
     const std::vector<AAX_CTypeID>& ids() const { return mIDs; }
@@ -119,6 +119,8 @@ public:
 
     /// The taps for the routine to raise; null when there are none. [audio]
     float* taps() noexcept { return mTaps.data(); }
+    /// While the effect is bypassed, taps of gain reduction stay at 0. From the next buffer on. [audio]
+    void setBypassed(bool isBypassed) noexcept { mIsBypassed = isBypassed; }
     /// Lets the taps fall by the time of the last buffer, before the next one. [audio]
     void beforeBuffer() noexcept;
     /// Makes the taps readable, after a buffer of `frames` frames. [audio]
@@ -148,6 +150,8 @@ private:
     std::vector<AAX_CTypeID> mIDs;
     std::vector<float> mTaps;
     std::vector<Readings> mReadings;
+    std::vector<std::size_t> mReductionTaps;
+    bool mIsBypassed = false;
     double mFallPerFrame; ///< Natural logarithm of the factor of one frame, negative.
     std::int32_t mLastFrames = 0;
     std::int32_t mFactorFrames =

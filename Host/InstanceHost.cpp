@@ -1,5 +1,6 @@
 #include "Host/InstanceHost.h"
 
+#include <algorithm>
 #include <string>
 
 namespace varno {
@@ -12,6 +13,18 @@ thread_local bool tIsAudioThread = false;
 std::vector<AAX_CTypeID> meterIDs(const VariantDescription& variant) {
     const FieldDescription* field = variant.firstField(FieldKind::kMeters);
     return field == nullptr ? std::vector<AAX_CTypeID>() : field->meterIDs;
+}
+
+// The effect describes its meters in the order of the taps.
+std::vector<std::size_t> reductionTapsOf(const EffectDescription& effect, std::size_t taps) {
+    std::vector<std::size_t> found;
+    for (std::size_t tap = 0; tap < std::min(effect.meters.size(), taps); ++tap) {
+        if (integerProperty(effect.meters[tap].properties, AAX_eProperty_Meter_Kind) ==
+            AAX_eMeterKind_GainReduction) {
+            found.push_back(tap);
+        }
+    }
+    return found;
 }
 
 std::string pageTableFileOf(const EffectDescription& effect) {
@@ -114,7 +127,7 @@ InstanceState::InstanceState(std::shared_ptr<HostContext> sharedContext, const E
       setup(itsSetup),
       gate(context->monitor),
       packets(variant),
-      meters(meterIDs(variant), setup.sampleRateHz) {
+      meters(meterIDs(variant), setup.sampleRateHz, reductionTapsOf(itsEffect, meterIDs(variant).size())) {
 }
 
 std::int32_t InstanceState::nativeProperty(AAX_EProperty property) const {

@@ -2,6 +2,7 @@
 #ifndef VARNO_FORMATS_LV2_PLUGIN_H
 #define VARNO_FORMATS_LV2_PLUGIN_H
 
+#include "Host/Bypass.h"
 #include "Host/Instance.h"
 #include "Host/Module.h"
 #include "LV2/ControlValues.h"
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <vector>
 
 namespace varno {
@@ -18,37 +18,6 @@ namespace varno {
 /// Latency of the processed sound in frames: the detector looks that far ahead. The bypassed sound has the
 /// same latency.
 inline constexpr std::int32_t kLatencyFrames = 1;
-/// How long the change between the processed and the bypassed sound takes.
-inline constexpr double kFadeSeconds = 0.010;
-
-/// Fades linearly between what was processed and the input delayed by kLatencyFrames. Outside a fade both
-/// pass bit for bit. The inaudible one is computed too, so that the load hardly depends on the bypass.
-/// [audio]
-class BypassFade {
-public:
-    /// Buffers of up to `maximumFrames`. [main]
-    BypassFade(std::size_t channels, std::int32_t maximumFrames, double sampleRateHz);
-
-    /// Clears the sound so far; the state of the next `keep` is in force at once.
-    void restart() noexcept;
-    /// Keeps what it needs of a buffer of each channel, of at least one frame, before it is processed: the
-    /// output may take its memory.
-    void keep(std::span<const float* const> inputs, std::int32_t frames, bool isEnabled) noexcept;
-    /// Replaces the processed sound by the bypassed one, or fades between them, in the outputs of the buffer
-    /// that was kept.
-    void blend(std::span<float* const> outputs, std::int32_t frames) noexcept;
-
-private:
-    bool isAllProcessed() const noexcept { return mPosition == mFadeFrames && mEnd == mFadeFrames; }
-    void fade(float* output, const float* bypassed, std::int32_t frames) const noexcept;
-
-    /// Per channel the last frame of the buffer before, then the present buffer.
-    std::vector<std::vector<float>> mKept;
-    std::int32_t mFadeFrames;
-    std::int32_t mPosition = 0; ///< 0: bypassed, mFadeFrames: processed.
-    std::int32_t mEnd = 0;      ///< Where the fade leads to, or has led.
-    bool mIsStarting = true;
-};
 
 /// Least time for which a peak stays: windows of hosts read meters about 25 times a second.
 inline constexpr double kMeterHoldSeconds = 0.040;
@@ -104,13 +73,12 @@ private:
     std::size_t firstPort(PortKind kind) const;
     void unconnect();
     void point(std::uint32_t offset) noexcept;
-    void process(std::int32_t frames, bool isEnabled) noexcept;
     void showMeters(std::int32_t frames) noexcept;
 
     Instance mInstance;
     std::vector<PortInfo> mPorts;
     ControlValues mValues;
-    BypassFade mBypass;
+    Bypass mBypass;
     std::vector<MeterHold> mMeters;
 
     std::vector<float*> mConnected;   ///< By port.

@@ -189,6 +189,22 @@ TEST(MeterBankTest, ClipsAboveFullScaleOnly) {
     EXPECT_FALSE(meters.clipped(0));
 }
 
+TEST(MeterBankTest, ABypassedEffectReducesNothing) {
+    MeterBank meters({1, 2, 3}, kRate, {0, 2});
+    const auto play = [&] {
+        meters.beforeBuffer();
+        std::fill_n(meters.taps(), 3, 0.5F);
+        meters.afterBuffer(64);
+        return std::vector<float>{meters.value(0), meters.value(1), meters.value(2)};
+    };
+    EXPECT_EQ(play(), (std::vector<float>{0.5F, 0.5F, 0.5F}));
+    meters.setBypassed(true);
+    EXPECT_EQ(play(), (std::vector<float>{0.0F, 0.5F, 0.0F}));
+    EXPECT_EQ(meters.taps()[0], 0.0F) << "a value from before would fall slowly afterwards";
+    meters.setBypassed(false);
+    EXPECT_EQ(play(), (std::vector<float>{0.5F, 0.5F, 0.5F}));
+}
+
 TEST(MeterBankTest, EndsAtZero) {
     MeterBank meters({1, 2}, kRate);
     meters.taps()[0] = 2.0F * kMeterFloor;

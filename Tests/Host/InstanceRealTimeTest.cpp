@@ -1,3 +1,4 @@
+#include "Host/Bypass.h"
 #include "Host/Instance.h"
 
 #include "Tests/Host/FixtureAlgorithm.h"
@@ -26,6 +27,19 @@ TEST_F(InstanceRealTimeTest, ProcessNeitherLocksNorAllocates) {
     for (const std::int32_t frames : {0, 1, 32, 64, 500}) {
         instance->setNormalized("Gain", frames / 500.0);
         EXPECT_EQ("", test::textOf(process(*instance, frames)));
+    }
+}
+
+TEST_F(InstanceRealTimeTest, NorDoesABypass) {
+    const auto instance = makeInstance({.maximumFrames = 64});
+    Bypass bypass(*instance, 1);
+    std::vector<float> buffer(500, 0.5F);
+    float* channels[] = {buffer.data(), buffer.data()};
+    for (const std::int32_t frames : {64, 0, 1, 500, 64, 500}) {
+        bypass.set(!bypass.isBypassed());
+        test::RealTimeScope scope;
+        bypass.process(channels, channels, frames);
+        EXPECT_EQ("", test::textOf(scope.finish())) << frames;
     }
 }
 

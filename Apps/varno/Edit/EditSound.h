@@ -23,6 +23,10 @@ public:
     /// its rate, warns and continues by the clock.
     void check();
 
+    /// The bypass without clicks; the effect's own master bypass is a parameter.
+    void setBypassed(bool isBypassed) { mLoop.bypass().set(isBypassed); }
+    bool isBypassed() const { return mLoop.bypass().isBypassed(); }
+
 private:
     void playByTheClock();
     void continueWithoutOutput(const std::string& reason);

@@ -11,10 +11,8 @@ namespace {
 // coefficients and meters change once per buffer.
 constexpr int kLiveBlockFrames = 512;
 
-std::unique_ptr<Instance> makeInstance(const std::shared_ptr<Module>& module, int channels, double rateHz) {
-    return std::make_unique<Instance>(
-        module,
-        InstanceSetup{.channels = channels, .sampleRateHz = rateHz, .maximumFrames = kLiveBlockFrames});
+InstanceSetup setupFor(int channels, double rateHz) {
+    return {.channels = channels, .sampleRateHz = rateHz, .maximumFrames = kLiveBlockFrames};
 }
 
 void copyValues(const Instance& from, Instance& to) {
@@ -27,19 +25,19 @@ void copyValues(const Instance& from, Instance& to) {
 
 void EffectSlot::take() {
     mIsWanted.store(true, std::memory_order_release);
-    while (mInstance.exchange(nullptr, std::memory_order_acquire) == nullptr) {
+    while (mEffect.exchange(nullptr, std::memory_order_acquire) == nullptr) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1)); // the audio thread has it
     }
 }
 
 void EffectSlot::process(const float* const* inputs, float* const* outputs, int channels,
                          int frames) noexcept {
-    Instance* const instance = mIsWanted.load(std::memory_order_acquire)
-                                   ? nullptr
-                                   : mInstance.exchange(nullptr, std::memory_order_acquire);
-    if (instance != nullptr) {
-        instance->process(inputs, outputs, frames);
-        mInstance.store(instance, std::memory_order_release);
+    Bypass* const effect = mIsWanted.load(std::memory_order_acquire)
+                               ? nullptr
+                               : mEffect.exchange(nullptr, std::memory_order_acquire);
+    if (effect != nullptr) {
+        effect->process(inputs, outputs, frames);
+        mEffect.store(effect, std::memory_order_release);
         return;
     }
     for (int channel = 0; channel < channels; ++channel) {
@@ -47,25 +45,31 @@ void EffectSlot::process(const float* const* inputs, float* const* outputs, int 
     }
 }
 
+LiveEffect::Running::Running(const std::shared_ptr<Module>& module, int channels, double rateHz)
+    : instance(module, setupFor(channels, rateHz)),
+      bypass(instance, kEffectLatencyFrames) {
+}
+
 LiveEffect::LiveEffect(std::shared_ptr<Module> module, int channels, double rateHz)
     : mModule(std::move(module)),
-      mInstance(makeInstance(mModule, channels, rateHz)) {
-    mSlot.give(*mInstance);
+      mRunning(std::make_unique<Running>(mModule, channels, rateHz)) {
+    mSlot.give(mRunning->bypass);
 }
 
 LiveProcess LiveEffect::process() {
-    return [this, channels = mInstance->setup().channels](const float* const* inputs, float* const* outputs,
-                                                          int frames) {
+    return [this, channels = mRunning->instance.setup().channels](const float* const* inputs,
+                                                                  float* const* outputs, int frames) {
         mSlot.process(inputs, outputs, channels, frames);
     };
 }
 
 void LiveEffect::setRate(double rateHz) {
-    auto next = makeInstance(mModule, mInstance->setup().channels, rateHz);
-    copyValues(*mInstance, *next);
+    auto next = std::make_unique<Running>(mModule, mRunning->instance.setup().channels, rateHz);
+    copyValues(mRunning->instance, next->instance);
+    next->bypass.set(isBypassed());
     mSlot.take();
-    mInstance = std::move(next);
-    mSlot.give(*mInstance);
+    mRunning = std::move(next);
+    mSlot.give(mRunning->bypass);
 }
 
 } // namespace varno

@@ -1,6 +1,7 @@
 #ifndef VARNO_APPS_VARNO_PLAY_LIVEEFFECT_H
 #define VARNO_APPS_VARNO_PLAY_LIVEEFFECT_H
 
+#include "Host/Bypass.h"
 #include "Host/Instance.h"
 #include "Session/LiveBackend.h"
 
@@ -10,13 +11,13 @@
 
 namespace varno {
 
-/// Hands an instance to a sound system's thread and takes it back. The thread that uses the instance has
-/// removed it from the slot meanwhile; the audio thread never waits.
+/// Hands an instance with its bypass to a sound system's thread and takes it back. The thread that uses it
+/// has removed it from the slot meanwhile; the audio thread never waits.
 class EffectSlot {
 public:
     /// Puts an instance into the empty slot. It must exist until take() has returned. [main]
-    void give(Instance& instance) {
-        mInstance.store(&instance, std::memory_order_release);
+    void give(Bypass& effect) {
+        mEffect.store(&effect, std::memory_order_release);
         mIsWanted.store(false, std::memory_order_release);
     }
     /// Empties the slot; returns once the audio thread no longer uses the instance, after one block at most.
@@ -26,7 +27,7 @@ public:
     void process(const float* const* inputs, float* const* outputs, int channels, int frames) noexcept;
 
 private:
-    std::atomic<Instance*> mInstance{nullptr};
+    std::atomic<Bypass*> mEffect{nullptr};
     std::atomic<bool> mIsWanted{false}; ///< By the main thread: the audio thread then outputs silence.
 };
 
@@ -38,17 +39,29 @@ public:
     LiveEffect(std::shared_ptr<Module> module, int channels, double rateHz);
 
     /// The present one, until setRate().
-    Instance& instance() { return *mInstance; }
+    Instance& instance() { return mRunning->instance; }
+    /// The bypass without clicks, which a change of the rate does not end; the effect's own master bypass is
+    /// a parameter.
+    void setBypassed(bool isBypassed) { mRunning->bypass.set(isBypassed); }
+    bool isBypassed() const { return mRunning->bypass.isBypassed(); }
     /// What the sound system calls; only while this object lives. [main], the call itself [audio]
     LiveProcess process();
-    /// Continues at another rate with the same values; silence meanwhile. Nothing else may use instance().
+    /// Continues at another rate with the same values and the same bypass; silence meanwhile. Nothing else
+    /// may use instance().
     /// @throws HostError where the rate is refused
     void setRate(double rateHz);
 
 private:
+    struct Running {
+        Running(const std::shared_ptr<Module>& module, int channels, double rateHz);
+
+        Instance instance;
+        Bypass bypass;
+    };
+
     std::shared_ptr<Module> mModule;
     EffectSlot mSlot;
-    std::unique_ptr<Instance> mInstance;
+    std::unique_ptr<Running> mRunning;
 };
 
 } // namespace varno

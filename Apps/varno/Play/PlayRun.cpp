@@ -81,7 +81,7 @@ private:
             EditorSession session(mOptions.window, *mConnection, mEffect.instance(), mSettings);
             watchAndRun(session);
         } else {
-            TerminalSession session(mEffect.instance(), mSettings, mWatch);
+            TerminalSession session(mEffect, mSettings, mWatch);
             watchAndRun(session);
         }
     }

@@ -15,7 +15,7 @@ struct KeyEntry {
 constexpr KeyEntry kKeys[] = {
     {"q", LiveAction::kQuit, "q              ends the program"},
     {"\x04", LiveAction::kQuit}, // Ctrl-D
-    {"b", LiveAction::kBypass, "b              bypass, on and off"},
+    {"b", LiveAction::kBypass, "b              bypass without clicks, on and off"},
     {"\x1b[A", LiveAction::kPrevious, "up, down       choose a parameter (or k, j)"},
     {"\x1bOA", LiveAction::kPrevious},
     {"k", LiveAction::kPrevious},

@@ -21,15 +21,15 @@ constexpr int kFarSteps = 10;
 
 } // namespace
 
-ParameterDial::ParameterDial(Instance& instance)
-    : mInstance(instance) {
+ParameterDial::ParameterDial(LiveEffect& effect)
+    : mEffect(effect) {
     if (chosen().isMasterBypass) {
         choose(1);
     }
 }
 
 void ParameterDial::choose(int by) {
-    const auto count = static_cast<int>(mInstance.parameters().size());
+    const auto count = static_cast<int>(instance().parameters().size());
     const auto move = [&](int step) {
         mChosen = static_cast<std::size_t>((static_cast<int>(mChosen) + step % count + count) % count);
     };
@@ -44,7 +44,7 @@ void ParameterDial::turn(int steps) {
     if (last < 1) {
         return;
     }
-    const auto step = static_cast<int>(std::lround(mInstance.normalized(chosen().id) * last)) + steps;
+    const auto step = static_cast<int>(std::lround(instance().normalized(chosen().id) * last)) + steps;
     set(normalizedOfStep(std::clamp(step, 0, last), chosen().steps));
 }
 
@@ -53,34 +53,40 @@ void ParameterDial::reset() {
 }
 
 void ParameterDial::set(double normalized) {
-    mInstance.setNormalized(chosen().id, normalized);
+    instance().setNormalized(chosen().id, normalized);
 }
 
-const ParameterInfo* ParameterDial::bypass() const {
-    const auto found = std::ranges::find(mInstance.parameters(), true, &ParameterInfo::isMasterBypass);
-    return found == mInstance.parameters().end() ? nullptr : &*found;
+const ParameterInfo* ParameterDial::masterBypass() const {
+    const auto found = std::ranges::find(instance().parameters(), true, &ParameterInfo::isMasterBypass);
+    return found == instance().parameters().end() ? nullptr : &*found;
+}
+
+bool ParameterDial::isMasterBypassed() const {
+    const auto* parameter = masterBypass();
+    return parameter != nullptr && instance().normalized(parameter->id) >= 0.5;
 }
 
 bool ParameterDial::isBypassed() const {
-    const auto* parameter = bypass();
-    return parameter != nullptr && mInstance.normalized(parameter->id) >= 0.5;
+    return mEffect.isBypassed() || isMasterBypassed();
 }
 
 void ParameterDial::toggleBypass() {
-    if (const auto* parameter = bypass()) {
-        mInstance.setNormalized(parameter->id, isBypassed() ? 0.0 : 1.0);
+    const bool shallBypass = !isBypassed();
+    if (isMasterBypassed()) {
+        instance().setNormalized(masterBypass()->id, 0.0);
     }
+    mEffect.setBypassed(shallBypass);
 }
 
 std::string ParameterDial::text() const {
-    return chosen().name + ' ' + mInstance.text(chosen().id);
+    return chosen().name + ' ' + instance().text(chosen().id);
 }
 
-TerminalSession::TerminalSession(Instance& instance, SettingsKeeper& settings, const LiveWatch& watch)
-    : mInstance(instance),
+TerminalSession::TerminalSession(LiveEffect& effect, SettingsKeeper& settings, const LiveWatch& watch)
+    : mEffect(effect),
       mSettings(settings),
       mWatch(watch),
-      mDial(instance) {
+      mDial(effect) {
     if (takesKeys(STDIN_FILENO)) {
         mMode.emplace(STDIN_FILENO);
     }
@@ -104,8 +110,8 @@ void TerminalSession::run() {
 }
 
 void TerminalSession::tick() {
-    mInstance.timer();
-    mInstance.idle();
+    mEffect.instance().timer();
+    mEffect.instance().idle();
 }
 
 // The end of the terminal ends the program, as its signal would.
@@ -166,7 +172,8 @@ void TerminalSession::act(LiveAction action) {
 }
 
 void TerminalSession::drawLine() {
-    const MeterLine line{meterLevels(mInstance), mDial.text(), mDial.isBypassed(), mWatch.overruns()};
+    const MeterLine line{meterLevels(mEffect.instance()), mDial.text(), mDial.isBypassed(),
+                         mWatch.overruns()};
     // A line that fills the last column would move on to the next.
     std::string text = line.text(terminalColumns(standardError()) - 1);
     if (text != mLine) {

@@ -2,6 +2,7 @@
 #define VARNO_APPS_VARNO_PLAY_TERMINALSESSION_H
 
 #include "Host/Instance.h"
+#include "Play/LiveEffect.h"
 #include "Play/Terminal.h"
 #include "Session/EventLoop.h"
 #include "Session/LiveStatus.h"
@@ -12,12 +13,12 @@
 
 namespace varno {
 
-/// Chooses one of an instance's parameters and changes it. [main]
+/// Chooses one of an effect's parameters and changes it, or bypasses the effect. [main]
 class ParameterDial {
 public:
-    /// Starts with the first parameter that is no master bypass. @param instance outlives this object; has
-    /// parameters
-    explicit ParameterDial(Instance& instance);
+    /// Starts with the first parameter that is no master bypass. @param effect outlives this object and keeps
+    /// its rate; has parameters
+    explicit ParameterDial(LiveEffect& effect);
 
     /// Moves by this many parameters, wrapping at the ends and skipping the master bypass.
     void choose(int by);
@@ -25,19 +26,23 @@ public:
     void turn(int steps);
     /// Sets it to its default.
     void reset();
-    /// Toggles the master bypass. Does nothing where the effect has none.
+    /// Whether it is bypassed, without clicks or by its own master bypass.
+    bool isBypassed() const;
+    /// Bypasses it without clicks; otherwise ends both bypasses, so that one key always brings the effect
+    /// back.
     void toggleBypass();
 
-    bool isBypassed() const;
     /// "Hot 0.0700": name and value.
     std::string text() const;
 
 private:
-    const ParameterInfo& chosen() const { return mInstance.parameters()[mChosen]; }
-    const ParameterInfo* bypass() const;
+    Instance& instance() const { return mEffect.instance(); }
+    const ParameterInfo& chosen() const { return instance().parameters()[mChosen]; }
+    const ParameterInfo* masterBypass() const;
+    bool isMasterBypassed() const;
     void set(double normalized);
 
-    Instance& mInstance;
+    LiveEffect& mEffect;
     std::size_t mChosen = 0;
 };
 
@@ -45,8 +50,8 @@ private:
 /// else it only waits. [main]
 class TerminalSession {
 public:
-    /// @param instance, settings, watch outlive this object
-    TerminalSession(Instance& instance, SettingsKeeper& settings, const LiveWatch& watch);
+    /// @param effect, settings, watch outlive this object; the effect keeps its rate
+    TerminalSession(LiveEffect& effect, SettingsKeeper& settings, const LiveWatch& watch);
     TerminalSession(const TerminalSession&) = delete;
     TerminalSession& operator=(const TerminalSession&) = delete;
     /// Clears the line and restores the terminal.
@@ -64,7 +69,7 @@ private:
     void drawLine();
     void clearLine();
 
-    Instance& mInstance;
+    LiveEffect& mEffect;
     SettingsKeeper& mSettings;
     const LiveWatch& mWatch;
     EventLoop mLoop;

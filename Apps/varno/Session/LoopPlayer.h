@@ -2,7 +2,9 @@
 #define VARNO_APPS_VARNO_SESSION_LOOPPLAYER_H
 
 #include "AudioFile/Reader.h"
+#include "Host/Bypass.h"
 #include "Host/Instance.h"
+#include "Session/LiveBackend.h"
 
 #include <atomic>
 #include <chrono>
@@ -46,18 +48,20 @@ class EffectLoop {
 public:
     /// @param instance of as many channels; outlives this object, nothing else processes it
     EffectLoop(Instance& instance, AudioLoop loop)
-        : mInstance(instance),
+        : mBypass(instance, kEffectLatencyFrames),
           mLoop(std::move(loop)) {}
 
+    Bypass& bypass() noexcept { return mBypass; }
+    const Bypass& bypass() const noexcept { return mBypass; }
     /// Writes the next frames to one pointer per channel. No lock, no allocation, no system call, no
     /// exception. [audio]
     void pull(float* const* channels, int frames) noexcept {
         mLoop.read(channels, frames);
-        mInstance.process(channels, channels, frames);
+        mBypass.process(channels, channels, frames);
     }
 
 private:
-    Instance& mInstance;
+    Bypass mBypass;
     AudioLoop mLoop;
 };
 

@@ -148,6 +148,24 @@ TEST(Bypass, doesNotClick) {
     }
 }
 
+TEST(Bypass, reducesNothing) {
+    const Signal input = noise(2, 9600, 7, 12.0);
+    HostedPlugin plugin(2);
+    plugin.set({{"gain", 1.0F}, {"ratio", 1.0F}});
+    renderChecked(plugin.processor(), input);
+    ASSERT_GT(plugin.port("grl"), 0.1F);
+    ASSERT_GT(plugin.port("grr"), 0.1F);
+    plugin.port("enabled") = 0.0F;
+    renderChecked(plugin.processor(), input);
+    EXPECT_EQ(plugin.port("grl"), 0.0F);
+    EXPECT_EQ(plugin.port("grr"), 0.0F);
+    EXPECT_GT(plugin.port("inrms"), 0.0F);
+    EXPECT_GT(plugin.port("outrms"), 0.0F);
+    plugin.port("enabled") = 1.0F;
+    renderChecked(plugin.processor(), input);
+    EXPECT_GT(plugin.port("grl"), 0.1F);
+}
+
 TEST(Bypass, canTurnRoundOnItsWay) {
     const Signal input = sine(4800, 100.0, 0.5F);
     HostedPlugin plugin(2);

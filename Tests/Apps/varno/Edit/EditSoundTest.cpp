@@ -49,6 +49,27 @@ TEST_F(EditSoundTest, TheSoundSystemReceivesTheProcessedLoop) {
     mSound.reset();
 }
 
+TEST_F(EditSoundTest, BypassedItPlaysTheLoopOneFrameLater) {
+    const auto instance = makeInstance();
+    open(*instance);
+    EXPECT_FALSE(mSound->isBypassed());
+    mSound->setBypassed(true);
+    EXPECT_TRUE(mSound->isBypassed());
+    std::vector<float> left(4);
+    std::vector<float> right(4);
+    float* outputs[] = {left.data(), right.data()};
+    mBackend->run(nullptr, outputs, 4);
+    EXPECT_THAT(left, ElementsAre(0, 2, 4, 6));
+    EXPECT_THAT(right, ElementsAre(0, -2, -4, -6));
+    mSound->setBypassed(false);
+    std::vector<float> faded(600);
+    float* further[] = {faded.data(), faded.data()};
+    mBackend->run(nullptr, further, 600);
+    mBackend->run(nullptr, outputs, 4);
+    EXPECT_THAT(left, ElementsAre(2, 3, 1, 2)) << "604 frames into the loop, processed again";
+    mSound.reset();
+}
+
 TEST_F(EditSoundTest, OverrunsAreReported) {
     const auto instance = makeInstance();
     open(*instance);

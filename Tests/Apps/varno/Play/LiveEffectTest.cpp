@@ -54,6 +54,26 @@ TEST_F(LiveEffectTest, ARateThatIsRefusedLeavesItAsItWas) {
     EXPECT_THAT(play(process, 64), Each(0.5F));
 }
 
+// The fixture halves; bypassed, its output is the input one frame later.
+TEST_F(LiveEffectTest, KeepsItsBypassOverAChangeOfTheRate) {
+    LiveEffect effect(module(), 2, 48'000.0);
+    const auto process = effect.process();
+    EXPECT_FALSE(effect.isBypassed());
+    EXPECT_THAT(play(process, 64), Each(0.5F));
+    effect.setBypassed(true);
+    EXPECT_TRUE(effect.isBypassed());
+    const auto fading = play(process, 600);
+    EXPECT_LT(fading.front(), 0.51F) << "a click";
+    EXPECT_EQ(fading.back(), 1.0F);
+    effect.setRate(96'000.0);
+    EXPECT_TRUE(effect.isBypassed());
+    const auto bypassed = play(process, 64);
+    EXPECT_EQ(bypassed.front(), 0.0F) << "the new instance has no frame before";
+    EXPECT_THAT(std::vector<float>(bypassed.begin() + 1, bypassed.end()), Each(1.0F));
+    effect.setBypassed(false);
+    EXPECT_EQ(play(process, 1200).back(), 0.5F);
+}
+
 TEST_F(LiveEffectTest, AnEmptySlotIsSilent) {
     EffectSlot slot;
     const auto process = [&](const float* const* inputs, float* const* outputs, int frames) {
@@ -61,7 +81,8 @@ TEST_F(LiveEffectTest, AnEmptySlotIsSilent) {
     };
     EXPECT_THAT(play(process, 64), Each(0.0F));
     const auto instance = makeInstance();
-    slot.give(*instance);
+    Bypass effect(*instance, 0);
+    slot.give(effect);
     EXPECT_THAT(play(process, 64), Each(0.5F));
     slot.take();
     EXPECT_THAT(play(process, 64), Each(0.0F));

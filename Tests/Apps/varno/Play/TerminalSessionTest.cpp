@@ -8,8 +8,9 @@ namespace {
 class ParameterDialTest : public testing::Test {
 protected:
     std::shared_ptr<Module> mModule = Module::open(VARNO_MODULE_BUNDLE);
-    Instance mInstance{mModule, InstanceSetup{}};
-    ParameterDial mDial{mInstance};
+    LiveEffect mEffect{mModule, 2, 48'000.0};
+    Instance& mInstance{mEffect.instance()};
+    ParameterDial mDial{mEffect};
 };
 
 TEST_F(ParameterDialTest, ChoosesInAllDirectionsPastTheBypass) {
@@ -50,7 +51,21 @@ TEST_F(ParameterDialTest, TurnsTheBypassOver) {
     EXPECT_FALSE(mDial.isBypassed());
     mDial.toggleBypass();
     EXPECT_TRUE(mDial.isBypassed());
-    EXPECT_EQ(mInstance.normalized("MasterBypassID"), 1.0);
+    EXPECT_TRUE(mEffect.isBypassed());
+    EXPECT_EQ(mInstance.normalized("MasterBypassID"), 0.0) << "a click, and a change of the settings";
+    mDial.toggleBypass();
+    EXPECT_FALSE(mDial.isBypassed());
+    EXPECT_FALSE(mEffect.isBypassed());
+}
+
+TEST_F(ParameterDialTest, BringsTheEffectBackFromItsOwnBypassToo) {
+    mInstance.setNormalized("MasterBypassID", 1.0);
+    EXPECT_TRUE(mDial.isBypassed());
+    mDial.toggleBypass();
+    EXPECT_FALSE(mDial.isBypassed());
+    EXPECT_EQ(mInstance.normalized("MasterBypassID"), 0.0);
+    mEffect.setBypassed(true);
+    mInstance.setNormalized("MasterBypassID", 1.0);
     mDial.toggleBypass();
     EXPECT_FALSE(mDial.isBypassed());
 }
