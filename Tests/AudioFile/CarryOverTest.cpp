@@ -22,7 +22,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-constexpr std::size_t kFrames = 48'000;
+constexpr std::size_t kSourceFrames = 48'000;
 
 // Runs Debian's interpreter, which has mutagen.
 std::string tags(const std::string& command, const std::string& path) {
@@ -40,10 +40,10 @@ protected:
         const std::string extension = name.substr(name.rfind('.'));
         if (extension == ".mp3") {
             writeSound(path(name),
-                       {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 1, 48'000, {}, testReals(kFrames)});
+                       {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 1, 48'000, {}, testReals(kSourceFrames)});
             return;
         }
-        writeSound(path("plain.wav"), {kWav16, 1, 48'000, testIntegers(16, kFrames), {}});
+        writeSound(path("plain.wav"), {kWav16, 1, 48'000, testIntegers(16, kSourceFrames), {}});
         Copy{.options = {.overwrite = Overwrite::kReplace}}.run(path("plain.wav"), path(name));
     }
 
@@ -182,7 +182,7 @@ TEST_F(CueSheetTest, EndsWhereALongerOutputEnds) {
     FileMetadata metadata = AudioReader(path("in.flac")).metadata();
     AudioFormat output;
     output.container = Container::kFlac;
-    for (const std::int64_t frames : {std::int64_t{kFrames}, std::int64_t{kFrames} + 100}) {
+    for (const std::int64_t frames : {std::int64_t{kSourceFrames}, std::int64_t{kSourceFrames} + 100}) {
         output.frames = frames;
         const FlacMetadata carried = carryOver(metadata, output).flac;
         makePlain("out.flac");
