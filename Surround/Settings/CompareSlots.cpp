@@ -17,6 +17,7 @@ void CompareSlots::copyToOther(const SettingValues& now) {
         step.changes.push_back({i, target.values[i], now[i]});
     }
     target.values = now;
+    target.preset = preset();
     target.history.add(std::move(step));
 }
 

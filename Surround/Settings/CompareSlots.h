@@ -6,6 +6,7 @@
 #include "Surround/Settings/StepHistory.h"
 
 #include <array>
+#include <filesystem>
 
 namespace varno {
 
@@ -17,7 +18,7 @@ class CompareSlots {
 public:
     /// Both begin with these values; the effect has A.
     explicit CompareSlots(const SettingValues& values)
-        : mSlots{Slot{values, {}}, Slot{values, {}}} {}
+        : mSlots{Slot{values, {}, {}}, Slot{values, {}, {}}} {}
 
     /// The slot whose settings the effect has.
     CompareSlot present() const { return mPresent; }
@@ -30,13 +31,17 @@ public:
     /// Keeps the effect's settings in the present slot and makes the other one present.
     /// @return its settings, which the effect is to receive
     const SettingValues& change(const SettingValues& now);
-    /// Gives the effect's settings to the other slot, as a step of that slot.
+    /// The file of the preset that the present slot has received last, for the front end; empty for none.
+    const std::filesystem::path& preset() const { return mSlots[static_cast<std::size_t>(mPresent)].preset; }
+    void setPreset(const std::filesystem::path& preset) { at(mPresent).preset = preset; }
+    /// Gives the effect's settings to the other slot, as a step of that slot, and the preset as well.
     void copyToOther(const SettingValues& now);
 
 private:
     struct Slot {
         SettingValues values; // of the present slot: when it was left last
         StepHistory history;
+        std::filesystem::path preset;
     };
 
     CompareSlot other() const { return mPresent == CompareSlot::kA ? CompareSlot::kB : CompareSlot::kA; }

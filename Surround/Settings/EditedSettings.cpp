@@ -70,6 +70,7 @@ void EditedSettings::endStep() {
     const bool isAutoGain = step.name == kAutoGainName;
     if (isAutoGain) {
         step.series = kAutoGainName;
+        ++mAutoGainTurns;
     }
     for (std::size_t i = 0; i < mEdits.size(); ++i) {
         if (mEdits[i]) {
@@ -122,6 +123,19 @@ void EditedSettings::settle() {
     if (!mGesture && mName.empty()) {
         endStep();
     }
+}
+
+// The requests belong to the gesture, which then has changed nothing.
+void EditedSettings::takeBackGesture() {
+    if (!mGesture) {
+        return;
+    }
+    mInstance.idle();
+    SettingValues before = values();
+    for (std::size_t i = 0; i < mEdits.size(); ++i) {
+        before.at(i) = mEdits.at(i) ? mEdits.at(i)->before : before.at(i);
+    }
+    requestSettings(mInstance, before);
 }
 
 // Named steps.

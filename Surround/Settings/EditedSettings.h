@@ -47,6 +47,11 @@ public:
     SettingValues values() const { return settingsOf(mInstance); }
     /// Whether a gesture is under way.
     bool isTouched() const { return mTouches > 0; }
+    /// Gives everything that the gesture under way has changed its value from before, so that it is no step
+    /// unless it goes on. Nothing happens without a gesture.
+    void takeBackGesture();
+    /// How many turns of the event loop had volumes of automatic gain: grows while a volume is matched.
+    unsigned autoGainTurns() const { return mAutoGainTurns; }
 
     /// Everything that is requested while this exists becomes one step. Such scopes do not nest.
     class NamedStep {
@@ -113,7 +118,8 @@ private:
     std::optional<std::size_t> mGesture; ///< What the gesture under way touched first; else nothing.
     std::optional<std::size_t> mTouched; ///< The first touch since nothing was touched.
     int mTouches = 0;                    ///< Touches of settings that are not released.
-    std::string mName;                   ///< Of the scope that is open; empty for none.
+    unsigned mAutoGainTurns = 0;
+    std::string mName; ///< Of the scope that is open; empty for none.
     std::string mSeries;
     bool mIsRecording = true;
 };

@@ -55,6 +55,20 @@ TEST(CompareSlots, aCopyIsAStepOfTheOtherSlot) {
     EXPECT_EQ(slots.history().undoName(), "Copy of B");
 }
 
+TEST(CompareSlots, eachHasItsPreset) {
+    CompareSlots slots(all(0.0F));
+    EXPECT_EQ(slots.preset(), "");
+    slots.setPreset("one");
+    slots.change(all(0.0F));
+    EXPECT_EQ(slots.preset(), "");
+    slots.setPreset("two");
+    slots.change(all(0.0F));
+    EXPECT_EQ(slots.preset(), "one");
+    slots.copyToOther(all(0.0F));
+    slots.change(all(0.0F));
+    EXPECT_EQ(slots.preset(), "one");
+}
+
 TEST(CompareSlots, aCopyOfEqualSettingsIsNoStep) {
     CompareSlots slots(all(0.5F));
     slots.copyToOther(all(0.5F));

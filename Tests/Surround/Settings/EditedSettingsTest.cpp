@@ -347,6 +347,43 @@ TEST_F(EditedSettingsTest, undoWithinAGestureTakesBackWhatItDidSoFar) {
     EXPECT_EQ(value("Gain"), 0.5);
 }
 
+TEST_F(EditedSettingsTest, takesAGestureBack) {
+    gesture("Mix", {1.0});
+    edited.takeBackGesture();
+    EXPECT_EQ(value("Mix"), 1.0) << "it is over";
+    model().TouchParameter("Gain");
+    edited.takeBackGesture();
+    request("Gain", 0.75);
+    request("Volume", 0.25);
+    edited.takeBackGesture(); // before the requests are answered
+    EXPECT_EQ(value("Gain"), 0.5);
+    EXPECT_EQ(value("Volume"), 0.5);
+    model().ReleaseParameter("Gain");
+    EXPECT_THAT(undoAll(), ElementsAre("Mix 100.0 %"));
+}
+
+TEST_F(EditedSettingsTest, aGestureMayGoOnAfterItWasTakenBack) {
+    model().TouchParameter("Gain");
+    request("Gain", 0.75);
+    edited.takeBackGesture();
+    request("Gain", 1.0);
+    model().ReleaseParameter("Gain");
+    EXPECT_THAT(undoAll(), ElementsAre("Gain +20.0 dB"));
+    EXPECT_EQ(value("Gain"), 0.5);
+}
+
+TEST_F(EditedSettingsTest, countsTheTurnsOfAutomaticGain) {
+    gesture("Volume", {0.6, 0.7});
+    edited.set(*settingOf("Volume"), 0.5F);
+    EXPECT_EQ(edited.autoGainTurns(), 0U);
+    glide({0.6, 0.7, 0.8});
+    EXPECT_EQ(edited.autoGainTurns(), 3U);
+    edited.undo();
+    EXPECT_EQ(edited.autoGainTurns(), 3U);
+    glide({0.6});
+    EXPECT_EQ(edited.autoGainTurns(), 4U) << "also where it is no step";
+}
+
 TEST_F(EditedSettingsTest, beginsWithinAGesture) {
     auto& automation = instance->host().automation();
     model().TouchParameter("Gain");
