@@ -6,8 +6,8 @@
 
 namespace varno {
 
-/// Has the server report changes to a connection for which the keyboard extension is set up: such a connection
-/// does not receive the core protocol's events of them. [main]
+/// Has the server report changes to a connection for which the keyboard extension is set up: such a
+/// connection does not receive the core protocol's events of them. [main]
 void selectKeyboardChanges(const XConnection& connection);
 
 /// Whether an event (of no window) reports that the keyboard, its layout or its modifiers are others now.

@@ -14,7 +14,7 @@ struct PanelStyle {
     double scale = 1.0;        ///< More than 0.
 
     std::uint32_t panel = 0x26292D;
-    std::uint32_t edge = 0x6C6F74; ///< Around the panel, and lines within.
+    std::uint32_t edge = 0x75787D; ///< Around the panel, and lines within.
     std::uint32_t text = 0xEFEBE4;
     std::uint32_t quietText = 0xC1BEB8; ///< Headings, details and explanations.
     std::uint32_t offText = 0x94979B;   ///< Of rows that cannot be chosen.

@@ -41,10 +41,16 @@ TipWindow::TipWindow(XConnection& connection, xcb_window_t owner, PanelStyle sty
               {[this](cairo_t* context, WindowSize size) { draw(context, size); }, {}, {}, {}}) {
 }
 
+void TipWindow::setStyle(PanelStyle style) {
+    mStyle = std::move(style);
+    mIsStyleNew = true;
+}
+
 void TipWindow::show(const WindowArea& anchor, const std::string& value, const std::string& help) {
-    if (isShown() && anchor == mAnchor && value == mValue && help == mHelp) {
+    if (isShown() && !mIsStyleNew && anchor == mAnchor && value == mValue && help == mHelp) {
         return;
     }
+    mIsStyleNew = false;
     mAnchor = anchor;
     mValue = value;
     mHelp = help;

@@ -17,8 +17,8 @@ public:
     TipWindow(const TipWindow&) = delete;
     TipWindow& operator=(const TipWindow&) = delete;
 
-    /// For the next text.
-    void setStyle(PanelStyle style) { mStyle = std::move(style); }
+    /// For the next time that it is shown.
+    void setStyle(PanelStyle style);
     /// Shows it, or another text at another place, without flicker; a text that is shown already costs
     /// nothing. @param anchor on the screen, below or above which it is
     /// @param value UTF-8, one line @param help UTF-8, wrapped into several lines; empty for none
@@ -36,6 +36,7 @@ private:
     WindowArea mAnchor;
     std::string mValue;
     std::string mHelp;
+    bool mIsStyleNew = false;
     PopupWindow mWindow;
 };
 
