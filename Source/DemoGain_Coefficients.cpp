@@ -158,6 +158,12 @@ SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& valu
     return result;
 }
 
+DemoGain::GainCurve DemoGain_ComputeCurve(const SDemoGain_DynamicsValues& values) {
+    const SDemoGain_Dynamics dynamics = DemoGain_ComputeDynamics(values, DemoGain_SampleRates::kReferenceHz);
+    const auto& c = dynamics.mCurve;
+    return DemoGain::GainCurve::of(dynamics.mThreshold, c[0], c[1], c[2], c[3]);
+}
+
 SDemoGain_Times DemoGain_ComputeTimes(const SDemoGain_DynamicsValues& values, double sampleRate) {
     const FollowerCoefs coefs = followerCoefs(values, DemoGain_SampleRates::kReferenceHz / sampleRate);
     constexpr double kMsPerSecond = 1000.0;

@@ -3,6 +3,8 @@
 #ifndef VARNO_SOURCE_DEMOGAIN_COEFFICIENTS_H
 #define VARNO_SOURCE_DEMOGAIN_COEFFICIENTS_H
 
+#include "DemoGain_CurveLaw.h"
+
 /// Normalized value (0 to 1) of "Gain" or "Volume" in dB: -20 to +20, 0 at 0.5. Single precision. [any]
 float DemoGain_LevelDB(float normalized);
 
@@ -32,6 +34,9 @@ int DemoGain_CurveIndex(float ratio);
 
 /// Time constants and curve at `sampleRate` (Hz, positive and finite). [any]
 SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& values, double sampleRate);
+
+/// The curve of DemoGain_ComputeDynamics, which no sample rate changes. [any]
+DemoGain::GainCurve DemoGain_ComputeCurve(const SDemoGain_DynamicsValues& values);
 
 /// Time constants of the two adjustable followers, in milliseconds: after one of them, 37 % of a change
 /// remains.

@@ -3,6 +3,7 @@
 #define VARNO_SOURCE_ALG_DEMOGAIN_ALGSETTINGS_H
 
 #include "DemoGain_Alg.h"
+#include "DemoGain_CurveLaw.h"
 
 #include <cstddef>
 
@@ -12,12 +13,6 @@ namespace DemoGain {
 /// replaced by silence, so that no later stage overflows.
 inline constexpr float kLargestInput = 1e30F;
 
-/// Width of the knee in dB.
-inline constexpr float kKneeDB = 45.0F;
-inline constexpr float kPerKnee = 1.0F / kKneeDB;
-/// Gain reduction below the knee in dB; keeps the gain below 0 dB everywhere.
-inline constexpr float kLeastReductionDB = 0.000001F;
-
 /// The drive is linear in the field "Hot", from kLeastDrive at 0 to 20 at 1.
 inline constexpr float kLeastDrive = 0.001F;
 inline constexpr float kDriveRange = 19.999F;
@@ -25,21 +20,6 @@ inline constexpr float kDriveRange = 19.999F;
 inline constexpr float kHighBandEmphasis = 2.5F;
 /// Added to the driven signal where the clip level is measured, while the harmonics switch is on.
 inline constexpr float kClipBias = 0.2F;
-
-/// The soft-knee curve from level to gain, both in dB.
-struct GainCurve {
-    float mThreshold; ///< Start of the knee, dB.
-    float mTop;       ///< End of the knee, dB.
-    float mC[4];      ///< Coefficients of u^0 to u^3; u = t^2, t runs from 0 to 1 across the knee.
-    float mTopGain;   ///< Gain above the knee, dB.
-
-    /// Gain in dB within the knee, at a level in dB.
-    float knee(float level) const {
-        const float t = (level - mThreshold) * kPerKnee;
-        const float u = t * t;
-        return (((mC[3] * u + mC[2]) * u + mC[1]) * u + mC[0]) * (t * -kKneeDB) - kLeastReductionDB;
-    }
-};
 
 struct Settings {
     bool mBypass;
@@ -77,15 +57,8 @@ inline Settings readSettings(const SDemoGain_Alg_Context& context) {
     settings.mAttack = *context.mAttackCoef;
     settings.mRelease = *context.mReleaseCoef;
     settings.mSlow = *context.mSlowCoef;
-
-    GainCurve& curve = settings.mCurve;
-    curve.mThreshold = *context.mThreshold;
-    curve.mTop = curve.mThreshold + kKneeDB;
-    curve.mC[0] = *context.mCurve0;
-    curve.mC[1] = *context.mCurve1;
-    curve.mC[2] = *context.mCurve2;
-    curve.mC[3] = *context.mCurve3;
-    curve.mTopGain = curve.knee(curve.mTop);
+    settings.mCurve = GainCurve::of(*context.mThreshold, *context.mCurve0, *context.mCurve1, *context.mCurve2,
+                                    *context.mCurve3);
     return settings;
 }
 
