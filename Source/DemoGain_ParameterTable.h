@@ -106,8 +106,8 @@ struct SDemoGain_Parameter {
     bool mRestartsMatching = false; ///< With automatic gain on, a gesture has the volume matched anew.
 
     std::array<const char*, 2> mLegend = {}; ///< Name of the control on the panel, in one line or two.
-    const char* mScaleLow = nullptr;         ///< A knob's scale: the texts at its ends.
-    const char* mScaleHigh = nullptr;
+    const char* mScaleLow = nullptr;         ///< What the ends of a knob's scale mean, where the
+    const char* mScaleHigh = nullptr;        ///< numbers and the name do not say it.
 
     const char* mHelp; ///< What it does, in one sentence.
 };
@@ -156,7 +156,7 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
      .mPacketPlace = 1, .mControlPlace = 0, .mUpdatePlace = 1, .mPresetPlace = 0,
      .mUnit = kDemoGain_Level, .mPresetLabel = "Gain",
      .mStatus = "Gain", .mStatusScale = kDemoGain_Bipolar, .mRestartsMatching = true,
-     .mLegend = {"Gain"}, .mScaleLow = "−20", .mScaleHigh = "+20",
+     .mLegend = {"Gain"},
      .mHelp = "Input gain, -20 to +20 dB."},
 
     {.mIdentifier = "HP", .mName = "HP",
@@ -186,7 +186,7 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
      .mPacketPlace = 8, .mControlPlace = 2, .mUpdatePlace = 5, .mPresetPlace = 4,
      .mUnit = kDemoGain_AttackTime, .mPresetLabel = "Attack",
      .mStatus = "Attack", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
-     .mLegend = {"Attack"}, .mScaleLow = "fast", .mScaleHigh = "slow",
+     .mLegend = {"Attack"},
      .mHelp = "Attack of the gain reduction."},
 
     {.mIdentifier = cDemoGain_ReleaseID, .mName = "Rls",
@@ -196,7 +196,7 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
      .mPacketPlace = 9, .mControlPlace = 3, .mUpdatePlace = 6, .mPresetPlace = 5,
      .mUnit = kDemoGain_ReleaseTime, .mPresetLabel = "Release",
      .mStatus = "Release", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
-     .mLegend = {"Release"}, .mScaleLow = "fast", .mScaleHigh = "slow",
+     .mLegend = {"Release"},
      .mHelp = "Release of the gain reduction."},
 
     {.mIdentifier = cDemoGain_AutoGainID, .mName = "Auto",
@@ -226,7 +226,7 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
      .mPacketPlace = 2, .mControlPlace = 1, .mUpdatePlace = 2, .mPresetPlace = 1,
      .mUnit = kDemoGain_Level, .mPresetLabel = "Volume",
      .mStatus = "Volume", .mStatusScale = kDemoGain_Bipolar,
-     .mLegend = {"Volume"}, .mScaleLow = "−20", .mScaleHigh = "+20",
+     .mLegend = {"Volume"},
      .mHelp = "Output volume, -20 to +20 dB."},
 
     {.mIdentifier = "Hot", .mName = "Hot",
@@ -236,7 +236,7 @@ inline constexpr SDemoGain_Parameter kDemoGain_Parameters[] = {
      .mPacketPlace = 6, .mControlPlace = 4, .mUpdatePlace = 10, .mPresetPlace = 7,
      .mUnit = kDemoGain_Percent, .mPresetLabel = "Hottitude", .mEndsPresetLine = true,
      .mStatus = "Hottitude", .mStatusScale = kDemoGain_Hundred, .mRestartsMatching = true,
-     .mLegend = {"Hottitude"}, .mScaleLow = "0", .mScaleHigh = "100",
+     .mLegend = {"Hottitude"},
      .mHelp = "Drive into the clipper and shaper."},
 
     {.mIdentifier = cDemoGain_RatioID, .mName = "Ratio",

@@ -21,7 +21,7 @@ enum class Art { kBackground, kKnob, kMeterOff, kMeterOn, kSwitch, kRatio, kCopy
 /// A bitmap in the bundle's resources: pictures of one size stacked vertically.
 struct Bitmap {
     Art mArt;
-    const char* mFile; ///< Its double-size variant carries kDoubleSizeMark before the extension.
+    const char* mFile; ///< At scale 1; other scales carry their mark before the extension.
     int mWidth;        ///< Of one picture.
     int mHeight;       ///< Of one picture.
     int mPictures;
@@ -39,8 +39,33 @@ inline constexpr Bitmap kBitmaps[] = {
     {Art::kPaste, "Varno_PresetPulsPaste.png", 120, 20, 2},
 };
 
-/// What a file of twice the size is marked with: name#2.0x.png.
-inline constexpr char kDoubleSizeMark[] = "#2.0x";
+/// A size in which each bitmap is drawn: pixels to one of the view, and what marks its files.
+struct ArtScale {
+    double mFactor;
+    const char* mMark;
+};
+
+/// The scales of the artwork; the first is that of the layout.
+inline constexpr ArtScale kArtScales[] = {
+    {1.0, ""}, {0.75, "#0.75x"}, {1.25, "#1.25x"}, {1.5, "#1.5x"}, {2.0, "#2.0x"}, {3.0, "#3.0x"},
+};
+
+/// Transparent rows of pixels after each picture of several at a scale other than 1: where it is drawn at a
+/// size between the scales, no picture mixes with its neighbour.
+inline constexpr int kSeparatorRows = 4;
+
+/// Pixels that a length of the layout takes at a scale. [any]
+constexpr int PixelsAt(double scale, int length) {
+    const double exact = scale * length;
+    const int whole = static_cast<int>(exact);
+    return exact > whole ? whole + 1 : whole;
+}
+
+/// Rows of pixels from one picture of a bitmap to the next, at a scale of the artwork. [any]
+constexpr int PictureRowsAt(double scale, const Bitmap& bitmap) {
+    const bool isAlone = bitmap.mPictures == 1 || scale == kArtScales[0].mFactor;
+    return PixelsAt(scale, bitmap.mHeight) + (isAlone ? 0 : kSeparatorRows);
+}
 
 /// The row of kBitmaps that holds `art`. [any]
 constexpr const Bitmap& BitmapOf(Art art) {
@@ -127,6 +152,9 @@ struct Edges {
     int mRight;
     int mBottom;
 };
+
+/// The part of the plate that the artwork leaves free.
+inline constexpr Edges kFreeArea = {262, 166, 520, 214};
 
 /// The line that names what was changed last.
 inline constexpr Edges kStatusLabel = {10, 362, 150, 380};

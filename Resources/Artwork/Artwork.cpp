@@ -70,20 +70,28 @@ void drawPicture(Painter& painter, DemoGain_ViewLayout::Art art, int picture) {
     throw std::logic_error("unknown bitmap");
 }
 
-Canvas drawBitmap(const DemoGain_ViewLayout::Bitmap& bitmap, const Typeface& typeface, int scale) {
-    Canvas canvas(bitmap.mWidth, bitmap.mHeight * bitmap.mPictures, scale);
+Canvas drawOne(const DemoGain_ViewLayout::Bitmap& bitmap, const Typeface& typeface, double scale,
+               int picture) {
+    Canvas canvas(bitmap.mWidth, bitmap.mHeight, scale);
     Painter painter(canvas.cairo(), typeface);
-    for (int picture = 0; picture < bitmap.mPictures; ++picture) {
-        const SavedState saved(painter);
-        cairo_translate(canvas.cairo(), 0, static_cast<double>(bitmap.mHeight) * picture);
-        drawPicture(painter, bitmap.mArt, picture);
-    }
+    drawPicture(painter, bitmap.mArt, picture);
     return canvas;
 }
 
-std::string fileName(const DemoGain_ViewLayout::Bitmap& bitmap, int scale) {
+Canvas drawBitmap(const DemoGain_ViewLayout::Bitmap& bitmap, const Typeface& typeface, double scale) {
+    const int rows = DemoGain_ViewLayout::PictureRowsAt(scale, bitmap);
+    Canvas strip(DemoGain_ViewLayout::PixelsAt(scale, bitmap.mWidth), rows * bitmap.mPictures, 1.0);
+    for (int picture = 0; picture < bitmap.mPictures; ++picture) {
+        const Canvas one = drawOne(bitmap, typeface, scale, picture);
+        cairo_set_source_surface(strip.cairo(), one.surface(), 0, rows * picture);
+        cairo_paint(strip.cairo());
+    }
+    return strip;
+}
+
+std::string fileName(const DemoGain_ViewLayout::Bitmap& bitmap, const DemoGain_ViewLayout::ArtScale& scale) {
     std::string name = bitmap.mFile;
-    return scale == 1 ? name : name.insert(name.rfind('.'), DemoGain_ViewLayout::kDoubleSizeMark);
+    return name.insert(name.rfind('.'), scale.mMark);
 }
 
 Canvas drawIcon(const Typeface& typeface, int size) {

@@ -10,17 +10,18 @@
 
 namespace varno {
 
-/// Scales in which every bitmap is drawn.
-inline constexpr int kScales[] = {1, 2};
-
 /// Draws one picture of a bitmap with its corner at the origin.
 void drawPicture(Painter& painter, DemoGain_ViewLayout::Art art, int picture);
 
-/// A bitmap with all its pictures.
-Canvas drawBitmap(const DemoGain_ViewLayout::Bitmap& bitmap, const Typeface& typeface, int scale);
+/// One picture of a bitmap.
+Canvas drawOne(const DemoGain_ViewLayout::Bitmap& bitmap, const Typeface& typeface, double scale,
+               int picture);
+
+/// A bitmap with all its pictures, each as it is drawn alone.
+Canvas drawBitmap(const DemoGain_ViewLayout::Bitmap& bitmap, const Typeface& typeface, double scale);
 
 /// The file of a bitmap at one of the scales.
-std::string fileName(const DemoGain_ViewLayout::Bitmap& bitmap, int scale);
+std::string fileName(const DemoGain_ViewLayout::Bitmap& bitmap, const DemoGain_ViewLayout::ArtScale& scale);
 
 /// The sizes of icons that desktops ask for, in pixels.
 inline constexpr int kIconSizes[] = {16, 32, 48, 64, 128, 256};

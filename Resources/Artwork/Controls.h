@@ -17,7 +17,7 @@ double knobDegrees(int picture);
 
 void drawKnob(Painter& painter, int picture);
 
-/// The scales around the knobs of the panel: ticks, and the texts at both ends.
+/// The scales around the knobs of the panel: ticks, unit, and the values at both ends and in the middle.
 void drawKnobScales(Painter& painter);
 
 // Switches and keys (Switches.cpp).

@@ -4,7 +4,6 @@
 #include "Artwork/Controls.h"
 #include "DemoGain_ValueText.h"
 
-#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <stdexcept>
@@ -13,66 +12,79 @@
 namespace varno {
 namespace {
 
-// The preview.
+// The editor with its controls.
 
-// A parameter's value in the preview, from 0 to 1; those that are not listed show 0.
-struct Shown {
-    std::string_view id;
-    double value;
-};
+double shownValue(const ShownEditor& shown, std::string_view id) {
+    const auto found = shown.values.find(id);
+    return found != shown.values.end() ? found->second : 0.0;
+}
 
-constexpr Shown kShown[] = {
-    {"Gain", 0.62}, {"Volume", 0.45}, {"Atk", 0.3},    {"Rls", 0.5},   {"Hot", 0.78},
-    {"HP", 1.0},    {"ASw", 1.0},     {"LinkSw", 1.0}, {"Ratio", 0.5},
-};
-static_assert(std::ranges::all_of(kShown,
-                                  [](const Shown& shown) { return DemoGain_FindParameter(shown.id); }));
-constexpr double kShownReductionDB = 7.0;
-
-double shownValue(std::string_view id) {
-    for (const Shown& shown : kShown) {
-        if (shown.id == id) {
-            return shown.value;
-        }
-    }
-    return 0.0;
+// Draws one picture of a bitmap as it lies in the bitmap's file, between two columns in pixels of the editor.
+void showPicture(Painter& painter, const Typeface& typeface, DemoGain_ViewLayout::Art art, int picture,
+                 const Box& place, double left, double right) {
+    const Canvas canvas = drawOne(DemoGain_ViewLayout::BitmapOf(art), typeface, painter.scale(), picture);
+    const SavedState saved(painter);
+    painter.box(
+        {left, place.y, right - left, cairo_image_surface_get_height(canvas.surface()) / painter.scale()});
+    cairo_clip(painter.cairo());
+    cairo_translate(painter.cairo(), place.x, place.y);
+    cairo_scale(painter.cairo(), 1 / painter.scale(), 1 / painter.scale());
+    cairo_set_source_surface(painter.cairo(), canvas.surface(), 0, 0);
+    cairo_paint(painter.cairo());
 }
 
 // As the editor's meter does it: whole steps, dark ones from the left.
-void drawShownMeter(Painter& painter, const Box& meter) {
+void showMeter(Painter& painter, const Typeface& typeface, const Box& meter, double reductionDB) {
     constexpr int kSteps = DemoGain_ViewLayout::kMeterSteps;
-    const double dark = std::floor(kSteps * (1.0 - litPart(kShownReductionDB)) + 0.5) / kSteps * meter.width;
-    const SavedState saved(painter);
-    drawPicture(painter, DemoGain_ViewLayout::Art::kMeterOff, 0);
-    painter.box({dark, 0, meter.width - dark, meter.height});
-    cairo_clip(painter.cairo());
-    drawPicture(painter, DemoGain_ViewLayout::Art::kMeterOn, 0);
+    const double lit = std::floor(kSteps * (1.0 - litPart(reductionDB)) + 0.5) / kSteps * meter.width;
+    const Box place = painter.placed(meter);
+    const double border = painter.snapped(meter.x + lit);
+    showPicture(painter, typeface, DemoGain_ViewLayout::Art::kMeterOff, 0, place, place.x, border);
+    showPicture(painter, typeface, DemoGain_ViewLayout::Art::kMeterOn, 0, place, border,
+                painter.snapped(meter.right()));
 }
 
-void drawShownControl(Painter& painter, const DemoGain_ViewLayout::Control& control) {
-    const SavedState saved(painter);
+void showControl(Painter& painter, const Typeface& typeface, const DemoGain_ViewLayout::Control& control,
+                 const ShownEditor& shown) {
     const Box box = controlBox(control);
-    cairo_translate(painter.cairo(), box.x, box.y);
     if (control.mKind == DemoGain_ViewLayout::Kind::kMeter) {
-        drawShownMeter(painter, box);
+        showMeter(painter, typeface, box, shown.reductionDB);
         return;
     }
     const int last = DemoGain_ViewLayout::BitmapOf(control.mArt).mPictures - 1;
-    drawPicture(painter, control.mArt, static_cast<int>(std::lround(shownValue(control.mID) * last)));
+    const Box place = painter.placed(box);
+    showPicture(painter, typeface, control.mArt,
+                static_cast<int>(std::lround(shownValue(shown, control.mID) * last)), place, place.x,
+                place.right() + 1);
 }
 
-void drawShownStatus(Painter& painter) {
+void showStatus(Painter& painter, const std::string& status) {
     constexpr Color kStatusText = rgb(0xE6E6E6);
     constexpr TextStyle kStyle = {Weight::kRegular, 12.0, 0.0};
     constexpr double kMargin = 2.0;
     constexpr double kBaseline = 13.0;
-    const SDemoGain_Parameter& changed = *DemoGain_FindParameter("Hot");
-    const std::string status = DemoGain_ValueText::WriteStatus(changed.mStatus, changed.mStatusScale,
-                                                               static_cast<float>(shownValue("Hot")));
     painter.box(statusBox());
     painter.fill(palette::kBlack);
     painter.text(status, kStyle, {statusBox().x + kMargin, statusBox().y + kBaseline}, Align::kLeft,
                  kStatusText);
+}
+
+// What the preview shows.
+ShownEditor previewed() {
+    constexpr double kHot = 0.78;
+    const SDemoGain_Parameter& changed = *DemoGain_FindParameter("Hot");
+    return {.values = {{"Gain", 0.62},
+                       {"Volume", 0.45},
+                       {"Atk", 0.3},
+                       {"Rls", 0.5},
+                       {"Hot", kHot},
+                       {"HP", 1.0},
+                       {"ASw", 1.0},
+                       {"LinkSw", 1.0},
+                       {"Ratio", 0.5}},
+            .reductionDB = 7.0,
+            .status = DemoGain_ValueText::WriteStatus(changed.mStatus, changed.mStatusScale,
+                                                      static_cast<float>(kHot))};
 }
 
 // Numbers on a picture.
@@ -127,16 +139,20 @@ void drawBadge(Painter& painter, const Box& control, std::size_t number) {
 
 } // namespace
 
-Canvas drawPreview(const Typeface& typeface, int scale) {
+Canvas drawEditor(const Typeface& typeface, double scale, const ShownEditor& shown) {
     const Box view = viewBox();
-    Canvas canvas(static_cast<int>(view.width), static_cast<int>(view.height), scale);
+    Canvas canvas(view.width, view.height, scale);
     Painter painter(canvas.cairo(), typeface);
     drawPicture(painter, DemoGain_ViewLayout::Art::kBackground, 0);
-    drawShownStatus(painter);
+    showStatus(painter, shown.status);
     for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {
-        drawShownControl(painter, control);
+        showControl(painter, typeface, control, shown);
     }
     return canvas;
+}
+
+Canvas drawPreview(const Typeface& typeface, double scale) {
+    return drawEditor(typeface, scale, previewed());
 }
 
 Canvas drawNumbered(const Typeface& typeface, const std::filesystem::path& file) {

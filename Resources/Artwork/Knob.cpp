@@ -1,5 +1,10 @@
 #include "Artwork/Controls.h"
 
+#include "DemoGain_ValueText.h"
+
+#include <cmath>
+#include <string>
+
 namespace varno {
 namespace {
 
@@ -65,28 +70,62 @@ void drawPointer(Painter& painter, double degrees) {
     painter.stroke(palette::kName, kKnobPointerWidth);
 }
 
-// The scales around the knobs. Radii and widths in pixels.
+// The scales around the knobs. Radii, widths and distances in pixels.
 
 constexpr int kTicks = 11;
 constexpr double kTickInner = 33.0;
-constexpr double kTickOuter = 36.0;
-constexpr double kMajorOuter = 38.0;
+constexpr double kTickOuter = 35.5;
+constexpr double kMajorOuter = 37.0;
 constexpr double kTickWidth = 1.0;
+// From the knob's middle to the texts at the ends, and from its edges to the baselines of the texts.
+constexpr double kOutwards = 27.0;
+constexpr double kAbove = 8.5;
+constexpr double kBelow = 10.0;
+constexpr double kWordsBelow = 22.0;
 
-// `low` and `high` are the texts at the ends.
-void drawKnobScale(Painter& painter, const Box& knob, const char* low, const char* high) {
-    constexpr double kOutwards = 27.0;
-    constexpr double kBaseline = 9.0;
-    const Point center = knob.center();
+// The value at a place of a knob, 0 to 1, in the unit that stands in the middle of the scale; with a sign
+// where values have two.
+std::string scaleNumber(const SDemoGain_Parameter& parameter, double normalized) {
+    constexpr double kWithDecimalBelow = 10.0;
+    const double value = DemoGain_ValueText::InUnit(parameter, normalized);
+    const double magnitude = std::fabs(value);
+    const double tenths = std::round(magnitude * 10.0);
+    const bool isWhole = magnitude >= kWithDecimalBelow || std::fmod(tenths, 10.0) == 0.0;
+    const auto digits = static_cast<int>(isWhole ? std::round(magnitude) : tenths);
+    std::string text =
+        isWhole ? std::to_string(digits) : std::to_string(digits / 10) + '.' + std::to_string(digits % 10);
+    if (digits != 0 && parameter.mUnit.mLow < 0.0) {
+        text.insert(0, value < 0.0 ? "−" : "+");
+    }
+    return text;
+}
+
+void drawKnobTicks(Painter& painter, Point center) {
     for (int tick = 0; tick < kTicks; ++tick) {
         const double degrees = kKnobTravelDegrees * (2.0 * tick / (kTicks - 1) - 1.0);
         const bool major = tick % (kTicks / 2) == 0;
         painter.dialRay(center, kTickInner, major ? kMajorOuter : kTickOuter, degrees);
-        painter.stroke(major ? palette::kName : palette::kHint, kTickWidth, major ? 1.0 : 0.7);
+        painter.stroke(major ? palette::kName : palette::kHint, kTickWidth);
     }
-    const double y = knob.bottom() + kBaseline;
-    painter.text(low, lettering::kValue, {center.x - kOutwards, y}, Align::kCenter, palette::kHint);
-    painter.text(high, lettering::kValue, {center.x + kOutwards, y}, Align::kCenter, palette::kHint);
+}
+
+// All knobs share their pictures: what the ends and the middle are worth stands around each.
+void drawKnobScale(Painter& painter, const Box& knob, const SDemoGain_Parameter& parameter) {
+    const Point center = knob.center();
+    const auto write = [&](const std::string& text, double x, double y, Color color) {
+        painter.text(text, lettering::kValue, {x, y}, Align::kCenter, color);
+    };
+    drawKnobTicks(painter, center);
+    const double below = knob.bottom() + kBelow;
+    write(scaleNumber(parameter, 0.5), center.x, knob.y - kAbove, palette::kHint);
+    write(scaleNumber(parameter, 0.0), center.x - kOutwards, below, palette::kHint);
+    write(scaleNumber(parameter, 1.0), center.x + kOutwards, below, palette::kHint);
+    write(parameter.mUnit.mSymbol, center.x, below, palette::kHint);
+    if (parameter.mScaleLow != nullptr) {
+        const double words = knob.bottom() + kWordsBelow;
+        write(parameter.mScaleLow, center.x - kOutwards, words, palette::kName);
+        write(parameter.mScaleHigh, center.x + kOutwards, words, palette::kName);
+    }
 }
 
 } // namespace
@@ -108,7 +147,7 @@ void drawKnobScales(Painter& painter) {
     for (const DemoGain_ViewLayout::Control& control : DemoGain_ViewLayout::kControls) {
         if (control.mKind == DemoGain_ViewLayout::Kind::kKnob) {
             const SDemoGain_Parameter& parameter = *DemoGain_FindParameter(control.mID);
-            drawKnobScale(painter, controlBox(control), parameter.mScaleLow, parameter.mScaleHigh);
+            drawKnobScale(painter, painter.placed(controlBox(control)), parameter);
         }
     }
 }

@@ -15,8 +15,8 @@ constexpr int kWrongUsage = 2;
 void drawBitmaps(const Typeface& typeface, const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder);
     for (const auto& bitmap : DemoGain_ViewLayout::kBitmaps) {
-        for (const int scale : kScales) {
-            drawBitmap(bitmap, typeface, scale).write(folder / fileName(bitmap, scale));
+        for (const auto& scale : DemoGain_ViewLayout::kArtScales) {
+            drawBitmap(bitmap, typeface, scale.mFactor).write(folder / fileName(bitmap, scale));
         }
     }
 }

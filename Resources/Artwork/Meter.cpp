@@ -15,9 +15,12 @@ constexpr double kLampWidth = kMeterPicture.width / kLamps;
 constexpr double kLampGap = 2.0;
 constexpr double kLampCorner = 1.5;
 
-Box lampBox(int lamp) {
-    return {lamp * kLampWidth + kLampGap / 2, kLampGap, kLampWidth - kLampGap,
-            kMeterPicture.height - 2 * kLampGap};
+// Its edges lie between pixels.
+Box lampBox(const Painter& painter, int lamp) {
+    const double margin = painter.snapped(kLampGap / 2);
+    const double left = painter.snapped(lamp * kLampWidth) + margin;
+    const double right = painter.snapped((lamp + 1) * kLampWidth) - margin;
+    return {left, kLampGap, right - left, kMeterPicture.height - 2 * kLampGap};
 }
 
 // The first lamps to light are at the right; the last ones are lit by strong reduction.
@@ -45,10 +48,23 @@ void drawMeterHollow(Painter& painter, const Box& meter) {
     recess(painter, meter.inset(-kRim), kCorner, palette::kRecess);
 }
 
-void drawChannelName(Painter& painter, const Box& meter, const char* name) {
-    constexpr double kNameGap = 8.0;
-    const double y = meter.center().y + lettering::halfCapitals(lettering::kName);
-    painter.text(name, lettering::kName, {meter.x - kNameGap, y}, Align::kRight, palette::kName);
+// Both meters show one reading: that of the left channel, which is that of both where they are linked.
+void drawMeterName(Painter& painter) {
+    constexpr double kBraceX = kUpperMeter.x - 7.5;
+    constexpr double kTurn = 3.0;
+    constexpr double kBraceWidth = 1.0;
+    constexpr double kNameGap = 6.0;
+    constexpr double kLineHeight = 12.0;
+    const double top = kUpperMeter.center().y;
+    const double bottom = kLowerMeter.center().y;
+    painter.crispLine({{kBraceX + kTurn, top}, {kBraceX, top}, {kBraceX, bottom}, {kBraceX + kTurn, bottom}},
+                      kBraceWidth, palette::kLine);
+    const double first = (top + bottom - kLineHeight) / 2 + lettering::halfCapitals(lettering::kValue);
+    const auto write = [&](const char* text, double y) {
+        painter.text(text, lettering::kValue, {kBraceX - kNameGap, y}, Align::kRight, palette::kName);
+    };
+    write("left,", first);
+    write("or linked", first + kLineHeight);
 }
 
 // Ticks stand between the meters.
@@ -66,7 +82,7 @@ void drawDarkMeter(Painter& painter) {
     constexpr double kDark = 0.86;
     drawMeterFloor(painter);
     for (int lamp = 0; lamp < kLamps; ++lamp) {
-        painter.roundedBox(lampBox(lamp), kLampCorner);
+        painter.roundedBox(lampBox(painter, lamp), kLampCorner);
         painter.fill(between(lampColor(lamp), palette::kRecess, kDark));
     }
 }
@@ -75,7 +91,7 @@ void drawLitMeter(Painter& painter) {
     constexpr double kCore = 0.35;
     drawMeterFloor(painter);
     for (int lamp = 0; lamp < kLamps; ++lamp) {
-        const Box box = lampBox(lamp);
+        const Box box = lampBox(painter, lamp);
         painter.roundedBox(box, kLampCorner);
         painter.fillDown(box.y, box.bottom(), between(lampColor(lamp), palette::kWhite, kCore),
                          lampColor(lamp));
@@ -95,10 +111,9 @@ double meterScaleX(double reductionDB) {
 void drawMeterScale(Painter& painter) {
     constexpr double kBaseline = kLowerMeter.bottom() + 12.0;
     constexpr double kUnitX = kUpperMeter.x - 13.0;
-    drawMeterHollow(painter, kUpperMeter);
-    drawMeterHollow(painter, kLowerMeter);
-    drawChannelName(painter, kUpperMeter, "L");
-    drawChannelName(painter, kLowerMeter, "R");
+    drawMeterHollow(painter, painter.placed(kUpperMeter));
+    drawMeterHollow(painter, painter.placed(kLowerMeter));
+    drawMeterName(painter);
     for (const int reductionDB : kMeterScaleDB) {
         const double x = meterScaleX(reductionDB);
         drawMeterTick(painter, x);

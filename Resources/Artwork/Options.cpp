@@ -5,13 +5,13 @@
 namespace varno {
 namespace {
 
-int parseScale(const std::string& text) {
-    int scale = 0;
+double parseScale(const std::string& text) {
+    double scale = 0;
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, scale);
-    if (error != std::errc() || rest != end || scale < 1 || scale > kLargestPreviewScale) {
-        throw UsageError("--scale: \"" + text + "\" is not a whole number from 1 to " +
-                         std::to_string(kLargestPreviewScale));
+    if (error != std::errc() || rest != end || !(scale >= kSmallestPreviewScale) ||
+        scale > kLargestPreviewScale) {
+        throw UsageError("--scale: \"" + text + "\" is not a number from 0.5 to 4");
     }
     return scale;
 }
@@ -24,11 +24,11 @@ usage: varno_artwork FOLDER
        varno_artwork --preview FILE [--scale N]
        varno_artwork --number PICTURE FILE
 
-FOLDER is where every bitmap goes, as NAME.png and, at twice the size, as NAME#2.0x.png; below it,
-icons/SIZExSIZE/varno-s.png is the product's icon. The folder is made if it is not there.
+FOLDER is where every bitmap goes, as NAME.png and, at other scales, as NAME#0.75x.png to NAME#3.0x.png; below
+it, icons/SIZExSIZE/varno-s.png is the product's icon. The folder is made if it is not there.
 
   --preview FILE  draws one picture of the whole editor, some of its controls moved, to look at
-  --scale N       pixels of the preview for one of the editor, 1 to 4; 1 unless given
+  --scale N       pixels of the preview for one of the editor, 0.5 to 4; 1 unless given
   --number PICTURE FILE
                   draws PICTURE, a screenshot of the editor, with a number on each control
   --help          prints this

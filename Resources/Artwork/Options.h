@@ -21,12 +21,13 @@ struct Options {
     bool help = false;
     std::filesystem::path folder;
     std::optional<std::filesystem::path> preview;
-    int scale = 1;                                     ///< Of the preview.
+    double scale = 1.0;                                ///< Of the preview.
     std::optional<std::filesystem::path> numberedFrom; ///< Where the numbers go into numbered.
     std::filesystem::path numbered;
 };
 
-inline constexpr int kLargestPreviewScale = 4;
+inline constexpr double kSmallestPreviewScale = 0.5;
+inline constexpr double kLargestPreviewScale = 4.0;
 
 /// What `--help` prints.
 extern const char* const kHelp;

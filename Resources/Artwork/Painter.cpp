@@ -1,5 +1,6 @@
 #include "Artwork/Painter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <stdexcept>
@@ -25,6 +26,12 @@ Gradient downwards(double fromY, double toY, Color top, Color bottom) {
     return pattern;
 }
 
+// The pixels that a length in pixels touches; what a division leaves beyond a whole number does not count.
+int wholePixels(double length) {
+    constexpr double kRest = 1e-6;
+    return static_cast<int>(std::ceil(length - kRest));
+}
+
 // Share of the light that a full shadow takes, and that an edge towards the light adds.
 constexpr double kShadowStrength = 0.55;
 constexpr double kShineStrength = 0.14;
@@ -37,8 +44,9 @@ constexpr double kEdgeWidth = 1.0;
 
 // Images.
 
-Canvas::Canvas(int width, int height, int scale)
-    : mSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width * scale, height * scale)),
+Canvas::Canvas(double width, double height, double scale)
+    : mSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, wholePixels(width * scale),
+                                          wholePixels(height * scale))),
       mCairo(cairo_create(mSurface.get())) {
     checkCairo(cairo_status(mCairo.get()), "cannot make an image");
     cairo_scale(mCairo.get(), scale, scale);
@@ -60,6 +68,10 @@ double Painter::scale() const {
 
 double Painter::snapped(double length) const {
     return std::round(length * scale()) / scale();
+}
+
+Box Painter::placed(const Box& box) const {
+    return {snapped(box.x), snapped(box.y), box.width, box.height};
 }
 
 void Painter::box(const Box& box) {
@@ -98,6 +110,19 @@ void Painter::line(const std::vector<Point>& points) {
     for (const Point& point : points) {
         cairo_line_to(mCairo, point.x, point.y);
     }
+}
+
+void Painter::crispLine(const std::vector<Point>& points, double width, Color color) {
+    const double pixels = std::max(1.0, std::round(width * scale()));
+    // The middle of an odd width lies within a pixel, that of an even one between two.
+    const double shift = std::fmod(pixels, 2.0) / 2 / scale();
+    const SavedState saved(*this);
+    cairo_set_line_cap(mCairo, CAIRO_LINE_CAP_SQUARE);
+    cairo_new_path(mCairo);
+    for (const Point& point : points) {
+        cairo_line_to(mCairo, snapped(point.x - shift) + shift, snapped(point.y - shift) + shift);
+    }
+    stroke(color, pixels / scale());
 }
 
 void Painter::fill(Color color, double alpha) {

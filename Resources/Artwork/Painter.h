@@ -18,8 +18,8 @@ namespace varno {
 /// many in each direction.
 class Canvas {
 public:
-    /// Throws std::runtime_error where cairo cannot make it.
-    Canvas(int width, int height, int scale);
+    /// Throws std::runtime_error where cairo cannot make it. A length that ends within a pixel has it whole.
+    Canvas(double width, double height, double scale);
 
     /// Owned by the canvas, like the surface.
     cairo_t* cairo() const { return mCairo.get(); }
@@ -58,6 +58,8 @@ public:
     double scale() const;
     /// The edge between pixels that is nearest to a length, measured from an origin on such an edge.
     double snapped(double length) const;
+    /// A box moved to where its corner lies between pixels; its size stays.
+    Box placed(const Box& box) const;
 
     // Paths. Each replaces the one before.
     void box(const Box& box);
@@ -68,6 +70,8 @@ public:
     /// From `inner` to `outer` at one of a dial's degrees.
     void dialRay(Point center, double inner, double outer, double degrees);
     void line(const std::vector<Point>& points);
+    /// A line of straight parts along the pixels, about `width` wide, that no pixel holds in part.
+    void crispLine(const std::vector<Point>& points, double width, Color color);
 
     // Each paints the current path and ends it.
     void fill(Color color, double alpha = 1.0);

@@ -38,8 +38,8 @@ inline constexpr Color kRecess = rgb(0x0E0F10);
 
 // Lettering: what a control is called, and what explains it.
 inline constexpr Color kName = rgb(0xEFEBE4);
-inline constexpr Color kHint = rgb(0xC1BEB8);
-inline constexpr Color kLine = rgb(0x6C6F74);
+inline constexpr Color kHint = rgb(0xCFCCC6);
+inline constexpr Color kLine = rgb(0x8C8F94);
 
 // Everything that is lit, from the faintest to the brightest.
 inline constexpr Color kUnlit = rgb(0x2B2623);

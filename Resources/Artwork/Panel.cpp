@@ -1,9 +1,11 @@
 #include "Artwork/Panel.h"
 
 #include "Artwork/Controls.h"
+#include "DemoGain_Coefficients.h"
 
 #include <cmath>
 #include <cstdint>
+#include <string>
 
 namespace varno {
 namespace {
@@ -11,7 +13,7 @@ namespace {
 // The bare material: the sheet, the plate let into it and the product's name.
 
 // The plate that carries the dynamics section.
-constexpr Box kPlate = {116, 33, 418, 313};
+constexpr Box kPlate = {116, 24, 418, 326};
 constexpr double kPlateCorner = 6.0;
 
 // A random-looking number from 0 to 1 that is the same on every run.
@@ -29,7 +31,7 @@ double grain(std::uint32_t seed) {
 void brush(Painter& painter, const Box& area) {
     constexpr double kStrength = 0.015;
     const double row = 1.0 / painter.scale();
-    const int rows = static_cast<int>(area.height * painter.scale());
+    const int rows = static_cast<int>(std::ceil(area.height * painter.scale()));
     for (int n = 0; n < rows; ++n) {
         const double shade = grain(static_cast<std::uint32_t>(n)) * 2.0 - 1.0;
         painter.box({area.x, area.y + n * row, area.width, row});
@@ -48,7 +50,7 @@ void drawProductName(Painter& painter) {
     constexpr double kBaseline = 24.0;
     constexpr double kMargin = 16.0;
     painter.text("Varno-S", lettering::kProduct, {kMargin, kBaseline}, Align::kLeft, palette::kName);
-    painter.text("SATURATION  &  DYNAMICS", lettering::kMotto, {viewBox().width - kMargin, kBaseline},
+    painter.text("SATURATION & DYNAMICS", lettering::kMotto, {viewBox().width - kMargin, kBaseline},
                  Align::kRight, palette::kHint);
 }
 
@@ -67,78 +69,135 @@ void drawSheet(Painter& painter) {
 
 // Sections: their titles, and lines from a switch to what it changes.
 
-constexpr double kUpperBaseline = 47.0;
-constexpr double kLowerBaseline = 198.0;
+constexpr double kUpperBaseline = 37.0;
+constexpr double kLowerBaseline = 189.0;
+constexpr double kMeterBaseline = 227.0;
 // From a title's baseline up to the lines at its sides, in pixels.
 constexpr double kRise = 3.5;
-constexpr double kBracketWidth = 1.0;
+constexpr double kTurn = 4.0;
+constexpr double kLineWidth = 1.0;
 // How far scales and names reach beyond the controls that they belong to, in pixels.
 constexpr double kScaleReach = 7.0;
 constexpr double kNameReach = 6.0;
-constexpr double kMeterNameReach = 20.0;
+constexpr double kWideNameReach = 11.0;
+constexpr double kMeterNameReach = 52.0;
 constexpr double kMeterRim = 2.0;
+// Below the switches of the detector and their names.
+constexpr double kDetectorBottom = 129.5;
 
-// A group of controls: the title stands in a gap of the bracket over them.
+// A group of controls: the title stands in a gap of the line over them, whose ends go down to `bottom`. Where
+// they are long, a line joins them.
 struct Section {
     const char* title;
     double left;
     double right;
     double baseline;
+    double bottom;
+
+    constexpr double line() const { return baseline - kRise; }
+    constexpr bool isFramed() const { return bottom > line() + kTurn; }
 };
 
+constexpr Section bracket(const char* title, double left, double right, double baseline) {
+    return {title, left, right, baseline, baseline - kRise + kTurn};
+}
+
+constexpr Section kDetector = {"DETECTOR", controlBox("HP").x - kWideNameReach,
+                               controlBox("Band").right() + kWideNameReach, kUpperBaseline, kDetectorBottom};
+constexpr Section kTiming = bracket("TIMING", controlBox("Atk").x, controlBox("Rls").right(), kUpperBaseline);
+constexpr Section kDrive = bracket("DRIVE", controlBox("Hot").x - kScaleReach,
+                                   controlBox("Hot").right() + kScaleReach, kLowerBaseline);
 constexpr Section kSections[] = {
-    {"INPUT", controlBox("Gain").x - kScaleReach, controlBox("Gain").right() + kScaleReach, kUpperBaseline},
-    {"DETECTOR", controlBox("HP").x - kNameReach, controlBox("Band").right() + kNameReach, kUpperBaseline},
-    {"TIMING", controlBox("Atk").x - kScaleReach, controlBox("Rls").right() + kScaleReach, kUpperBaseline},
-    {"OUTPUT", controlBox("ASw").x - kNameReach, controlBox("Volume").right() + kScaleReach, kUpperBaseline},
-    {"DRIVE", controlBox("Hot").x - kScaleReach, controlBox("Hot").right() + kScaleReach, kLowerBaseline},
-    {"BLEND", controlBox("LinkSw").x - kNameReach, controlBox("Mix").right() + kScaleReach, kLowerBaseline},
-    {"GAIN REDUCTION", controlBox("METERGR1").x - kMeterNameReach, controlBox("METERGR1").right() + kMeterRim,
-     kLowerBaseline},
+    bracket("INPUT", controlBox("Gain").x - kScaleReach, controlBox("Gain").right() + kScaleReach,
+            kUpperBaseline),
+    kDetector,
+    kTiming,
+    bracket("OUTPUT", controlBox("ASw").x - kNameReach, controlBox("Volume").right() + kScaleReach,
+            kUpperBaseline),
+    kDrive,
+    bracket("BLEND", controlBox("Mix").x - kScaleReach, controlBox("Mix").right() + kScaleReach,
+            kLowerBaseline),
+    bracket("GAIN REDUCTION", controlBox("METERGR1").x - kMeterNameReach,
+            controlBox("METERGR1").right() + kMeterRim, kMeterBaseline),
 };
 
-void drawBracketLine(Painter& painter, const std::vector<Point>& points) {
-    painter.line(points);
-    painter.stroke(palette::kLine, kBracketWidth);
+void drawPanelLine(Painter& painter, const std::vector<Point>& points) {
+    painter.crispLine(points, kLineWidth, palette::kLine);
 }
 
 void drawSection(Painter& painter, const Section& section) {
     constexpr double kGap = 6.0;
-    constexpr double kTurn = 4.0;
     painter.text(section.title, lettering::kTitle, {(section.left + section.right) / 2, section.baseline},
                  Align::kCenter, palette::kHint);
     const Box title = painter.texts().back().box;
-    const double y = section.baseline - kRise;
-    const double left = section.left + kBracketWidth / 2;
-    const double right = section.right - kBracketWidth / 2;
-    drawBracketLine(painter, {{left, y + kTurn}, {left, y}, {std::floor(title.x - kGap), y}});
-    drawBracketLine(painter, {{right, y + kTurn}, {right, y}, {std::ceil(title.right() + kGap), y}});
+    const Point leftGap = {std::floor(title.x - kGap), section.line()};
+    const Point rightGap = {std::ceil(title.right() + kGap), section.line()};
+    const Point left = {section.left, section.line()};
+    const Point right = {section.right, section.line()};
+    const Point leftEnd = {section.left, section.bottom};
+    const Point rightEnd = {section.right, section.bottom};
+    if (section.isFramed()) {
+        drawPanelLine(painter, {leftGap, left, leftEnd, rightEnd, right, rightGap});
+    } else {
+        drawPanelLine(painter, {leftGap, left, leftEnd});
+        drawPanelLine(painter, {rightGap, right, rightEnd});
+    }
 }
 
-// Two switches lie apart from what they change; a line from each leads there.
+// Three switches lie apart from what they change; a line from each leads there and ends in a dot.
 constexpr double kSwitchGap = 4.0;
 
-// "UK Mode" changes the release.
+void drawLink(Painter& painter, const std::vector<Point>& points) {
+    constexpr double kDot = 2.25;
+    drawPanelLine(painter, points);
+    painter.circle(points.back(), kDot);
+    painter.fill(palette::kLine);
+}
+
+// "UK Mode" changes the release: the line ends beside its name.
 void drawReleaseLink(Painter& painter) {
     constexpr Box kFrom = controlBox("UK");
     constexpr Box kTo = controlBox("Rls");
     constexpr double kElbowX = 500.5;
-    constexpr Point kEnd = {kTo.center().x + 27.5, kTo.bottom() + 19.5};
-    constexpr double kDot = 1.75;
-    const double y = kFrom.center().y + kBracketWidth / 2;
-    drawBracketLine(painter, {{kFrom.x - kSwitchGap, y}, {kElbowX, y}, {kElbowX, kEnd.y}, kEnd});
-    painter.circle(kEnd, kDot);
-    painter.fill(palette::kLine);
+    constexpr Point kEnd = {kTo.center().x + 31.5, kTo.bottom() + 18.5};
+    constexpr double kY = kFrom.center().y + kLineWidth / 2;
+    drawLink(painter, {{kFrom.x - kSwitchGap, kY}, {kElbowX, kY}, {kElbowX, kEnd.y}, kEnd});
 }
 
 // "Harmonic Select" changes the drive.
 void drawDriveLink(Painter& painter) {
     constexpr Box kFrom = controlBox("HSw");
     constexpr double kElbowX = 104.5;
-    constexpr double kEndX = controlBox("Hot").right() + kScaleReach;
-    constexpr double kEndY = kLowerBaseline - kRise;
-    const double y = kFrom.center().y + kBracketWidth / 2;
-    drawBracketLine(painter, {{kFrom.x - kSwitchGap, y}, {kElbowX, y}, {kElbowX, kEndY}, {kEndX, kEndY}});
+    constexpr double kY = kFrom.center().y + kLineWidth / 2;
+    drawLink(
+        painter,
+        {{kFrom.x - kSwitchGap, kY}, {kElbowX, kY}, {kElbowX, kDrive.line()}, {kDrive.right, kDrive.line()}});
+}
+
+// "Stereo Link" has the detectors of both channels work as one.
+void drawDetectorLink(Painter& painter) {
+    constexpr Box kFrom = controlBox("LinkSw");
+    constexpr double kElbowX = 526.5;
+    constexpr double kBelowNames = 160.5;
+    constexpr double kY = kFrom.center().y + kLineWidth / 2;
+    constexpr double kEndX = kDetector.right;
+    drawLink(painter, {{kFrom.x - kSwitchGap, kY},
+                       {kElbowX, kY},
+                       {kElbowX, kBelowNames},
+                       {kEndX, kBelowNames},
+                       {kEndX, kDetectorBottom}});
+}
+
+// The times on the scales are those of one curve: the one that is chosen at first.
+void drawTimesNote(Painter& painter) {
+    constexpr double kLineHeight = 13.0;
+    constexpr Point kFirst = {(kTiming.left + kTiming.right) / 2, 84.0};
+    const int curve = DemoGain_CurveIndex(DemoGain_FindParameter(cDemoGain_RatioID)->mDefault);
+    const auto write = [&](const std::string& text, double y) {
+        painter.text(text, lettering::kValue, {kFirst.x, y}, Align::kCenter, palette::kHint);
+    };
+    write("times at", kFirst.y);
+    write(std::string("ratio ") + kDemoGain_CurveTexts[curve], kFirst.y + kLineHeight);
 }
 
 void drawSections(Painter& painter) {
@@ -147,6 +206,8 @@ void drawSections(Painter& painter) {
     }
     drawReleaseLink(painter);
     drawDriveLink(painter);
+    drawDetectorLink(painter);
+    drawTimesNote(painter);
 }
 
 // Small curves over the detector's switches: which frequencies each passes or raises.
@@ -178,12 +239,12 @@ void drawResponseCurves(Painter& painter) {
 
 using DemoGain_ViewLayout::NameSide;
 
-constexpr double kNameLineHeight = 12.0;
+constexpr double kNameLineHeight = 12.5;
 
 // From a control to its name, in pixels. The names of knobs are below the end values of their scales.
 constexpr double kBelowKnob = 23.0;
 constexpr double kBelowSwitch = 12.0;
-constexpr double kBeside = 8.0;
+constexpr double kBeside = 6.0;
 
 struct NamePlace {
     Point anchor; ///< Of the first line.

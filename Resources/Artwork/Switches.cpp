@@ -1,6 +1,8 @@
 // Switches that slide, the keys of the ratio switch and the preset buttons.
 #include "Artwork/Controls.h"
 
+#include "DemoGain_Coefficients.h"
+
 #include <iterator>
 
 namespace varno {
@@ -39,13 +41,17 @@ void drawMark(Painter& painter, bool on) {
     }
 }
 
+// Whatever the hollow's colour, a dark edge keeps the slider apart from it.
 void drawSlider(Painter& painter, bool on) {
+    constexpr double kRim = 1.0;
     constexpr int kGrips = 3;
     constexpr double kGripSpacing = 3.0;
     constexpr double kGripMargin = 5.0;
     constexpr double kGripAlpha = 0.35;
     const Box slider = sliderBox(on);
     castShadow(painter, slider, kSliderCorner, kSliderHeight);
+    painter.roundedBox(slider.inset(-kRim), kSliderCorner + kRim);
+    painter.fill(palette::kRecess);
     raised(painter, slider, kSliderCorner, palette::kMetalLight, palette::kMetalDark);
     for (int grip = 0; grip < kGrips; ++grip) {
         const double x = slider.center().x + (grip - (kGrips - 1) / 2.0) * kGripSpacing - 0.5;
@@ -65,11 +71,39 @@ constexpr double kRatioKeyWidth = kRatioPicture.width / kRatioPositions;
 constexpr double kRatioCorner = 4.0;
 constexpr double kRatioKeyCorner = 3.0;
 constexpr double kRatioKeyGap = 2.0;
+// From a key's edges to its number and to its curve.
+constexpr double kNumberMargin = 3.5;
+constexpr double kTransferMargin = 4.0;
 
 Box ratioKeyBox(int position) {
     const Box cell{kRatioKeyWidth * position, 0, kRatioKeyWidth, kRatioPicture.height};
     return {cell.x + kRatioKeyGap / 2, cell.y + kRatioKeyGap, cell.width - kRatioKeyGap,
             cell.height - 2 * kRatioKeyGap};
+}
+
+// The curve of a key: how loud a level that lasts comes out of the gain reduction. Attack and Release have
+// their defaults.
+void drawTransfer(Painter& painter, const Box& area, int position, Color ink) {
+    constexpr float kFromDB = -24.0F;
+    constexpr float kToDB = 3.0F;
+    constexpr float kLeastDB = -27.0F;
+    constexpr float kMostDB = -3.0F;
+    constexpr int kSteps = 30;
+    constexpr double kWidth = 1.5;
+    const DemoGain::GainCurve curve = DemoGain_ComputeCurve(
+        {.mAttack = DemoGain_FindParameter(cDemoGain_AttackID)->mDefault,
+         .mRelease = DemoGain_FindParameter(cDemoGain_ReleaseID)->mDefault,
+         .mUK = 0.0F,
+         .mRatio = static_cast<float>(position) / static_cast<float>(kRatioPositions - 1)});
+    cairo_new_path(painter.cairo());
+    for (int step = 0; step <= kSteps; ++step) {
+        const double share = static_cast<double>(step) / kSteps;
+        const float level = kFromDB + (kToDB - kFromDB) * static_cast<float>(share);
+        const double height =
+            static_cast<double>((curve.settledLevel(level) - kLeastDB) / (kMostDB - kLeastDB));
+        cairo_line_to(painter.cairo(), area.x + area.width * share, area.bottom() - area.height * height);
+    }
+    painter.stroke(ink, kWidth);
 }
 
 void drawRatioKey(Painter& painter, int position, bool chosen) {
@@ -80,9 +114,12 @@ void drawRatioKey(Painter& painter, int position, bool chosen) {
     } else {
         raised(painter, key, kRatioKeyCorner, palette::kKeyLight, palette::kKeyDark);
     }
-    painter.text(kDemoGain_CurveTexts[position], lettering::kKeyNumber,
-                 {key.center().x, key.center().y + lettering::halfCapitals(lettering::kKeyNumber)},
-                 Align::kCenter, chosen ? palette::kInkOnLit : palette::kHint);
+    const Color ink = chosen ? palette::kInkOnLit : palette::kName;
+    drawTransfer(painter, key.inset(kTransferMargin), position, ink);
+    painter.text(
+        kDemoGain_CurveTexts[position], lettering::kKeyNumber,
+        {key.x + kNumberMargin, key.y + kNumberMargin + 2 * lettering::halfCapitals(lettering::kKeyNumber)},
+        Align::kLeft, ink);
 }
 
 // The preset buttons.

@@ -21,10 +21,6 @@ int fontconfigWeight(Weight weight) {
     switch (weight) {
     case Weight::kRegular:
         return FC_WEIGHT_REGULAR;
-    case Weight::kMedium:
-        return FC_WEIGHT_MEDIUM;
-    case Weight::kSemiBold:
-        return FC_WEIGHT_DEMIBOLD;
     case Weight::kBold:
         return FC_WEIGHT_BOLD;
     }
@@ -86,7 +82,7 @@ cairo_scaled_font_t* scaledFont(cairo_t* cairo, const Typeface& typeface, const 
 Typeface::Typeface() {
     if (!std::any_of(std::begin(kFamilies), std::end(kFamilies),
                      [this](const Family& family) { return load(family); })) {
-        throw std::runtime_error("no known font is installed: install Inter or DejaVu Sans");
+        throw std::runtime_error("no known font is installed: install Liberation Sans or DejaVu Sans");
     }
 }
 
@@ -99,7 +95,7 @@ Typeface::Typeface(const Family& family) {
 bool Typeface::load(const Family& family) {
     // Of its own: the one that is shared by everything in a program is never freed.
     const FontConfig config(FcInitLoadConfigAndFonts());
-    for (const Weight weight : {Weight::kRegular, Weight::kMedium, Weight::kSemiBold, Weight::kBold}) {
+    for (const Weight weight : {Weight::kRegular, Weight::kBold}) {
         const FontPattern found = match(config, family.name, weight);
         if (!found) {
             return false;

@@ -12,16 +12,17 @@
 
 namespace varno {
 
-enum class Weight { kRegular, kMedium, kSemiBold, kBold };
+enum class Weight { kRegular, kBold };
 
-/// A family of fonts, and the factor that makes its letters as wide as those of the first family.
+/// A family of fonts, and the factor that makes its letters about as wide as those of the first family.
 struct Family {
     const char* name;
     double scale;
 };
 
-/// In the order of preference.
-inline constexpr Family kFamilies[] = {{"Inter", 1.0}, {"DejaVu Sans", 0.87}};
+/// In the order of preference. The first is what "Arial", the face of the editor's line of text, resolves to
+/// where its package is installed, and the second where it is not: lettering and line are of one hand.
+inline constexpr Family kFamilies[] = {{"Liberation Sans", 1.0}, {"DejaVu Sans", 0.9}};
 
 /// The fonts of one family, found by name: no setting of the user's desktop changes which, or how they look.
 class Typeface {
@@ -59,20 +60,20 @@ namespace lettering {
 /// The product's name.
 inline constexpr TextStyle kProduct = {Weight::kBold, 19.0, 0.4};
 /// What the product is, in one line.
-inline constexpr TextStyle kMotto = {Weight::kMedium, 9.0, 1.4};
+inline constexpr TextStyle kMotto = {Weight::kRegular, 10.0, 0.3};
 /// Titles of sections.
-inline constexpr TextStyle kTitle = {Weight::kSemiBold, 8.5, 1.2};
+inline constexpr TextStyle kTitle = {Weight::kBold, 10.0, 0.9};
 /// Names of controls.
-inline constexpr TextStyle kName = {Weight::kMedium, 11.0, 0.1};
+inline constexpr TextStyle kName = {Weight::kRegular, 12.0, 0.0};
 /// Values on scales.
-inline constexpr TextStyle kValue = {Weight::kMedium, 9.0, 0.0};
+inline constexpr TextStyle kValue = {Weight::kRegular, 10.0, 0.0};
 /// Numbers and words on keys.
-inline constexpr TextStyle kKeyNumber = {Weight::kSemiBold, 12.0, 0.0};
-inline constexpr TextStyle kKeyText = {Weight::kMedium, 11.0, 0.2};
+inline constexpr TextStyle kKeyNumber = {Weight::kBold, 11.0, 0.0};
+inline constexpr TextStyle kKeyText = {Weight::kRegular, 12.0, 0.0};
 
 /// From the middle of capitals down to their baseline, in pixels: half of their height. [any]
 constexpr double halfCapitals(const TextStyle& style) {
-    constexpr double kCapitalHeight = 0.727; // of the size
+    constexpr double kCapitalHeight = 0.716; // of the size
     return style.size * kCapitalHeight / 2;
 }
 

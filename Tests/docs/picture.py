@@ -40,9 +40,9 @@ class Picture:
             self.pixels[self.row(target[1] + y, target[0], target[0] + width)] = line
 
 
-def differences(one, other, cell):
-    """The mean difference of two pictures of one size, 0 to 1, and the largest mean within a square of `cell` pixels
-    with its corner (x, y)."""
+def cells(one, other, cell):
+    """How much two pictures of one size differ in the mean, 0 to 1, by squares of `cell` pixels: by their corners
+    (x, y)."""
     sums = {}
     for y in range(one.height):
         for left in range(0, one.width, cell):
@@ -51,5 +51,31 @@ def differences(one, other, cell):
             total = sum(abs(a - b) for a, b in zip(one.pixels[part], other.pixels[part]))
             before = sums.get(corner, (0, 0))
             sums[corner] = (before[0] + total, before[1] + part.stop - part.start)
-    mean = sum(total for total, _ in sums.values()) / (FULL * len(one.pixels))
-    return mean, max((total / (FULL * count), corner) for corner, (total, count) in sums.items())
+    return {corner: total / (FULL * count) for corner, (total, count) in sums.items()}
+
+
+def differences(one, other, cell):
+    """The mean difference of two pictures of one size, 0 to 1, and the largest mean within a square of `cell` pixels
+    with its corner (x, y)."""
+    means = cells(one, other, cell)
+    total = sum(abs(a - b) for a, b in zip(one.pixels, other.pixels))
+    return total / (FULL * len(one.pixels)), max((mean, corner) for corner, mean in means.items())
+
+
+def changed_areas(one, other, cell, most):
+    """Where two pictures of one size differ by more than `most` in the mean of a square: rectangles around squares that
+    touch, as edges (left, top, right, bottom)."""
+    left_over = {corner for corner, mean in cells(one, other, cell).items() if mean > most}
+    areas = []
+    while left_over:
+        found, new = set(), [left_over.pop()]
+        while new:
+            x, y = corner = new.pop()
+            found.add(corner)
+            near = {(x + dx, y + dy) for dx in (-cell, 0, cell) for dy in (-cell, 0, cell)} & left_over
+            left_over -= near
+            new += near
+        areas.append((min(x for x, _ in found), min(y for _, y in found),
+                      min(max(x for x, _ in found) + cell, one.width),
+                      min(max(y for _, y in found) + cell, one.height)))
+    return sorted(areas)

@@ -78,8 +78,8 @@ public:
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwPr1;
     static VSTGUI::SharedPointer<VSTGUI::CBitmap> m_hSwPr2;
 
-    /// Loads the bitmaps that are not loaded yet, each with its variant of twice the size. Requires
-    /// UseVSTGUI.
+    /// Loads the bitmaps that are not loaded yet, at scale 1; those of other scales are loaded when they are
+    /// drawn. Requires UseVSTGUI.
     static void LoadViewResources();
 
     /// Builds the frame, unopened, and every control in it, showing the parameters' values. Everything is

@@ -1,10 +1,8 @@
 // Bitmaps and fonts of the view.
+#include "GUI/DemoGain_GUI_VST/DemoGain_ScaledBitmap.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
 
-#include "vstgui/lib/cdrawcontext.h"
-#include "vstgui/lib/cresourcedescription.h"
 #include "vstgui/lib/platform/iplatformbitmap.h"
-#include "vstgui/lib/platform/platformfactory.h"
 
 namespace {
 
@@ -13,53 +11,10 @@ using DemoGain_ViewLayout::Bitmap;
 using VSTGUI::CBitmap;
 using VSTGUI::SharedPointer;
 
-constexpr double kDoubleSize = 2.0;
-
-// Fills the rectangle that it is drawn in. The library scales the content of a frame by the frame's zoom, but
-// not the frame's background.
-class Backdrop : public CBitmap {
-public:
-    using CBitmap::CBitmap;
-
-    void draw(VSTGUI::CDrawContext* context, const VSTGUI::CRect& rect, const VSTGUI::CPoint& offset,
-              float alpha) override {
-        if (!isLoaded()) {
-            return;
-        }
-        const auto stretch =
-            VSTGUI::CGraphicsTransform().scale(rect.getWidth() / getWidth(), rect.getHeight() / getHeight());
-        VSTGUI::CRect place = rect;
-        stretch.inverse().transform(place);
-        const VSTGUI::CDrawContext::Transform scope(*context, stretch);
-        CBitmap::draw(context, place, offset, alpha);
-    }
-};
-
-// The name of the double-size variant of a file.
-std::string DoubleSizeName(const std::string& file) {
-    std::string name = file;
-    return name.insert(name.rfind('.'), DemoGain_ViewLayout::kDoubleSizeMark);
-}
-
-// The library selects the variant that fits the screen, but does not load it.
-void AddDoubleSize(CBitmap& bitmap, const std::string& file) {
-    const std::string name = DoubleSizeName(file);
-    const auto variant =
-        VSTGUI::getPlatformFactory().createBitmap(VSTGUI::CResourceDescription(name.c_str()));
-    if (variant) {
-        variant->setScaleFactor(kDoubleSize);
-        bitmap.addBitmap(variant);
-    }
-}
-
 SharedPointer<CBitmap> Load(const Bitmap& row) {
-    const VSTGUI::CResourceDescription file(row.mFile);
-    SharedPointer<CBitmap> bitmap =
-        VSTGUI::owned(row.mArt == Art::kBackground ? new Backdrop(file) : new CBitmap(file));
-    if (bitmap->isLoaded()) {
-        AddDoubleSize(*bitmap, row.mFile);
-    }
-    return bitmap;
+    using Place = DemoGain_ScaledBitmap::Place;
+    return VSTGUI::makeOwned<DemoGain_ScaledBitmap>(row, row.mArt == Art::kBackground ? Place::kFrame
+                                                                                      : Place::kPart);
 }
 
 constexpr char kFace[] = "Verdana";

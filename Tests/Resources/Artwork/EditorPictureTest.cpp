@@ -13,8 +13,9 @@ namespace {
 using test::Image;
 
 TEST(Preview, ShowsEveryControlOnThePanel) {
-    const Image preview = Image::of(drawPreview(Typeface(), 1));
-    const Image panel = test::bundlePictures(DemoGain_ViewLayout::Art::kBackground, 1)[0];
+    const Image preview = Image::of(drawPreview(test::typeface(), 1));
+    const Image& panel =
+        test::bundlePictures(DemoGain_ViewLayout::Art::kBackground, DemoGain_ViewLayout::kArtScales[0])[0];
     ASSERT_EQ(panel.width(), preview.width());
     ASSERT_EQ(panel.height(), preview.height());
     for (const auto& control : DemoGain_ViewLayout::kControls) {
@@ -30,7 +31,7 @@ TEST(Preview, ShowsEveryControlOnThePanel) {
 }
 
 TEST(Preview, IsAsLargeAsItsScale) {
-    EXPECT_EQ(3 * static_cast<int>(viewBox().width), Image::of(drawPreview(Typeface(), 3)).width());
+    EXPECT_EQ(3 * static_cast<int>(viewBox().width), Image::of(drawPreview(test::typeface(), 3)).width());
 }
 
 using testing::HasSubstr;
@@ -42,7 +43,7 @@ protected:
 
     const std::filesystem::path mFile =
         std::filesystem::temp_directory_path() / ("varno-numbered-" + std::to_string(::getpid()) + ".png");
-    Typeface mTypeface;
+    const Typeface& mTypeface = test::typeface();
 };
 
 bool differ(const Image& a, const Image& b, int fromX, int fromY, int size) {

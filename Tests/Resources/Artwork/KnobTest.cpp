@@ -16,7 +16,7 @@ using test::Image;
 constexpr int kLast = DemoGain_ViewLayout::BitmapOf(Art::kKnob).mPictures - 1;
 
 // The strip at one of the scales; polar coordinates are in pixels at scale 1 and a dial's degrees.
-class KnobTest : public testing::TestWithParam<int> {
+class KnobTest : public testing::TestWithParam<DemoGain_ViewLayout::ArtScale> {
 protected:
     KnobTest()
         : pictures(test::bundlePictures(Art::kKnob, GetParam())) {}
@@ -25,7 +25,7 @@ protected:
     static double degreesOf(double x, double y) { return std::atan2(x, -y) * 180 / std::numbers::pi; }
     // Of a pixel's middle from the knob's.
     static double offset(int pixel) {
-        return (pixel + 0.5) / GetParam() - DemoGain_ViewLayout::BitmapOf(Art::kKnob).mWidth / 2.0;
+        return (pixel + 0.5) / GetParam().mFactor - DemoGain_ViewLayout::BitmapOf(Art::kKnob).mWidth / 2.0;
     }
 
     // The brightness that a pixel has in most pictures: what is there without the pointer.
@@ -72,15 +72,15 @@ protected:
         int lit = 0;
         for (int degrees = -180; degrees < 180; ++degrees) {
             const double angle = degrees * std::numbers::pi / 180;
-            const double middle = picture.width() / 2.0;
-            const auto x = static_cast<int>(middle + kRing * GetParam() * std::sin(angle));
-            const auto y = static_cast<int>(middle - kRing * GetParam() * std::cos(angle));
+            const double middle = DemoGain_ViewLayout::BitmapOf(Art::kKnob).mWidth / 2.0 * GetParam().mFactor;
+            const auto x = static_cast<int>(middle + kRing * GetParam().mFactor * std::sin(angle));
+            const auto y = static_cast<int>(middle - kRing * GetParam().mFactor * std::cos(angle));
             lit += picture.luminance(x, y) > kBright ? 1 : 0;
         }
         return lit;
     }
 
-    std::vector<Image> pictures;
+    const std::vector<Image>& pictures;
 };
 
 TEST_P(KnobTest, PointsToItsEndsAndStraightUp) {
@@ -134,7 +134,8 @@ TEST_P(KnobTest, LeavesThePanelToBeSeenInItsCorners) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Scale, KnobTest, testing::Values(1, 2));
+INSTANTIATE_TEST_SUITE_P(Scale, KnobTest, testing::ValuesIn(test::kSomeScales),
+                         [](const auto& tested) { return test::nameOf(tested.param); });
 
 } // namespace
 } // namespace varno

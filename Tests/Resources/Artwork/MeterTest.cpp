@@ -12,7 +12,7 @@ using test::Image;
 
 constexpr int kSteps = DemoGain_ViewLayout::kMeterSteps;
 
-class MeterTest : public testing::TestWithParam<int> {
+class MeterTest : public testing::TestWithParam<DemoGain_ViewLayout::ArtScale> {
 protected:
     MeterTest()
         : dark(test::bundlePictures(Art::kMeterOff, GetParam())[0]),
@@ -20,8 +20,8 @@ protected:
 
     static double brightness(const Image& meter, int x) { return meter.luminance(x, meter.height() / 2); }
 
-    Image dark;
-    Image lit;
+    const Image& dark;
+    const Image& lit;
 };
 
 TEST_P(MeterTest, BothPicturesAreOfOneSizeAndCoverEverything) {
@@ -45,9 +45,9 @@ TEST_P(MeterTest, HasOneLampForEachStep) {
 }
 
 TEST_P(MeterTest, CanBeCutBetweenAnyTwoLamps) {
-    const int width = lit.width() / kSteps;
     for (int step = 0; step <= kSteps; ++step) {
-        for (const int x : {step * width - 1, step * width}) {
+        const auto cut = static_cast<int>(std::lround(static_cast<double>(step) * lit.width() / kSteps));
+        for (const int x : {cut - 1, cut}) {
             for (int y = 0; y < lit.height() && x >= 0 && x < lit.width(); ++y) {
                 ASSERT_NEAR(dark.luminance(x, y), lit.luminance(x, y), 0.01) << "step " << step;
             }
@@ -56,15 +56,15 @@ TEST_P(MeterTest, CanBeCutBetweenAnyTwoLamps) {
 }
 
 TEST_P(MeterTest, LitLampsAreFarBrighterThanDarkOnes) {
-    const int width = lit.width() / kSteps;
     for (int step = 0; step < kSteps; ++step) {
-        const int x = step * width + width / 2;
+        const int x = (2 * step + 1) * lit.width() / (2 * kSteps);
         EXPECT_GT(test::contrast(lit.color(x, lit.height() / 2), dark.color(x, dark.height() / 2)), 4.5)
             << step;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Scale, MeterTest, testing::Values(1, 2));
+INSTANTIATE_TEST_SUITE_P(Scale, MeterTest, testing::ValuesIn(test::kSomeScales),
+                         [](const auto& tested) { return test::nameOf(tested.param); });
 
 // Where the editor's meter begins to be lit: it draws whole steps of the dark picture from the left.
 double litFrom(double reductionDB) {

@@ -14,9 +14,9 @@ TEST(ArtworkOptions, TakeAFolder) {
 
 TEST(ArtworkOptions, TakeAPreviewAndItsScale) {
     EXPECT_EQ(1, parseOptions({"--preview", "a.png"}).scale);
-    const Options options = parseOptions({"--scale", "2", "--preview", "a.png"});
+    const Options options = parseOptions({"--scale", "1.25", "--preview", "a.png"});
     EXPECT_EQ("a.png", options.preview);
-    EXPECT_EQ(2, options.scale);
+    EXPECT_EQ(1.25, options.scale);
 }
 
 TEST(ArtworkOptions, TakeAPictureToNumber) {
@@ -55,8 +55,9 @@ INSTANTIATE_TEST_SUITE_P(All, WrongArtworkOptions,
                                          Wrong{{"--number", "a"}, "--number needs"},
                                          Wrong{{"--number", "a", "b", "c"}, "--number"},
                                          Wrong{{"a", "--scale", "2"}, "--scale"},
-                                         Wrong{{"--preview", "a", "--scale", "0"}, "\"0\""},
-                                         Wrong{{"--preview", "a", "--scale", "5"}, "1 to 4"},
+                                         Wrong{{"--preview", "a", "--scale", "0.4"}, "\"0.4\""},
+                                         Wrong{{"--preview", "a", "--scale", "nan"}, "\"nan\""},
+                                         Wrong{{"--preview", "a", "--scale", "5"}, "0.5 to 4"},
                                          Wrong{{"--preview", "a", "--scale", "2x"}, "\"2x\""}),
                          [](const auto& tested) { return "Case" + std::to_string(tested.index); });
 

@@ -1,6 +1,7 @@
 #include "Tests/Resources/Artwork/Support/Image.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -15,10 +16,16 @@ double linear(double component) {
     return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
 }
 
+double luminanceOfLinear(double red, double green, double blue) {
+    return 0.2126 * red + 0.7152 * green + 0.0722 * blue;
+}
+
+constexpr std::uint32_t kOpaque = 0xFF000000;
+
 } // namespace
 
 double luminance(Color color) {
-    return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
+    return luminanceOfLinear(linear(color.red), linear(color.green), linear(color.blue));
 }
 
 double contrast(Color a, Color b) {
@@ -47,20 +54,40 @@ Image Image::of(cairo_surface_t* surface) {
     Image image(cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface));
     const unsigned char* const data = cairo_image_surface_get_data(surface);
     const int stride = cairo_image_surface_get_stride(surface);
-    constexpr double kFull = 255.0;
+    const auto width = static_cast<std::size_t>(image.mWidth);
+    image.mPixels.resize(width * static_cast<std::size_t>(image.mHeight));
     for (int y = 0; y < image.mHeight; ++y) {
-        for (int x = 0; x < image.mWidth; ++x) {
-            std::uint32_t pixel = 0;
-            std::memcpy(&pixel,
-                        data + static_cast<std::ptrdiff_t>(y) * stride + static_cast<std::ptrdiff_t>(x) * 4,
-                        sizeof pixel);
-            image.mPixels.push_back({rgb(pixel), opaque ? 1.0 : (pixel >> 24U) / kFull});
+        std::memcpy(image.mPixels.data() + static_cast<std::size_t>(y) * width,
+                    data + static_cast<std::ptrdiff_t>(y) * stride, width * sizeof(std::uint32_t));
+    }
+    if (opaque) {
+        for (std::uint32_t& pixel : image.mPixels) {
+            pixel |= kOpaque;
         }
     }
     return image;
 }
 
-const Image::Pixel& Image::at(int x, int y) const {
+double Image::alpha(int x, int y) const {
+    constexpr double kFull = 255.0;
+    return (at(x, y) >> 24U) / kFull;
+}
+
+// Luminances are asked for by the million: each byte is converted once.
+double Image::luminance(int x, int y) const {
+    static const std::array<double, 256> kLinear = [] {
+        std::array<double, 256> table{};
+        for (std::size_t byte = 0; byte < table.size(); ++byte) {
+            table[byte] = linear(static_cast<double>(byte) / 255.0);
+        }
+        return table;
+    }();
+    const std::uint32_t pixel = at(x, y);
+    return luminanceOfLinear(kLinear[(pixel >> 16U) & 0xFFU], kLinear[(pixel >> 8U) & 0xFFU],
+                             kLinear[pixel & 0xFFU]);
+}
+
+std::uint32_t Image::at(int x, int y) const {
     if (x < 0 || y < 0 || x >= mWidth || y >= mHeight) {
         throw std::out_of_range("a pixel outside of the picture");
     }
@@ -68,20 +95,14 @@ const Image::Pixel& Image::at(int x, int y) const {
                    static_cast<std::size_t>(x)];
 }
 
-Image Image::picture(int n, int count) const {
-    Image part(mWidth, mHeight / count);
-    const auto size = static_cast<std::ptrdiff_t>(part.mWidth) * part.mHeight;
-    part.mPixels.assign(mPixels.begin() + n * size, mPixels.begin() + (n + 1) * size);
+Image Image::rows(int first, int count) const {
+    if (first < 0 || count < 0 || first + count > mHeight) {
+        throw std::out_of_range("rows outside of the picture");
+    }
+    Image part(mWidth, count);
+    const auto start = mPixels.begin() + static_cast<std::ptrdiff_t>(first) * mWidth;
+    part.mPixels.assign(start, start + static_cast<std::ptrdiff_t>(count) * mWidth);
     return part;
-}
-
-bool operator==(const Image& a, const Image& b) {
-    const auto same = [](const Image::Pixel& p, const Image::Pixel& q) {
-        return p.color.red == q.color.red && p.color.green == q.color.green && p.color.blue == q.color.blue &&
-               p.alpha == q.alpha;
-    };
-    return a.mWidth == b.mWidth &&
-           std::equal(a.mPixels.begin(), a.mPixels.end(), b.mPixels.begin(), b.mPixels.end(), same);
 }
 
 } // namespace varno::test

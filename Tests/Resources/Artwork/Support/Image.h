@@ -4,6 +4,7 @@
 
 #include "Artwork/Painter.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <vector>
 
@@ -24,29 +25,26 @@ public:
 
     int width() const { return mWidth; }
     int height() const { return mHeight; }
-    Color color(int x, int y) const { return at(x, y).color; }
-    double alpha(int x, int y) const { return at(x, y).alpha; }
-    double luminance(int x, int y) const { return test::luminance(color(x, y)); }
-    /// The n-th of `count` pictures of one height, stacked vertically.
-    Image picture(int n, int count) const;
+    Color color(int x, int y) const { return rgb(at(x, y)); }
+    double alpha(int x, int y) const;
+    double luminance(int x, int y) const;
+    /// Whether a pixel is the same in another picture of this size.
+    bool isSame(const Image& other, int x, int y) const { return at(x, y) == other.at(x, y); }
+    /// The rows from `first` on.
+    Image rows(int first, int count) const;
 
-    friend bool operator==(const Image& a, const Image& b);
+    friend bool operator==(const Image& a, const Image& b) = default;
 
 private:
-    struct Pixel {
-        Color color;
-        double alpha;
-    };
-
     Image(int width, int height)
         : mWidth(width),
           mHeight(height) {}
     static Image of(cairo_surface_t* surface);
-    const Pixel& at(int x, int y) const;
+    std::uint32_t at(int x, int y) const;
 
     int mWidth;
     int mHeight;
-    std::vector<Pixel> mPixels;
+    std::vector<std::uint32_t> mPixels; // 0xAARRGGBB, premultiplied
 };
 
 } // namespace varno::test
