@@ -1,13 +1,9 @@
 #ifndef VARNO_SURROUND_SETTINGS_NAMEORDER_H
 #define VARNO_SURROUND_SETTINGS_NAMEORDER_H
 
-#include <string>
 #include <string_view>
 
 namespace varno {
-
-/// A name as UTF-8: each byte that does not belong to a character is replaced by U+FFFD. [any]
-std::string validUtf8(std::string_view bytes);
 
 /// Whether a name stands before another in a list for people: letters whatever their case, those of Western
 /// European languages beside the letters that they are made of, and digits as numbers, so that "Kick 2"

@@ -1,5 +1,6 @@
 #include "Surround/Settings/PresetScan.h"
 
+#include "Surround/Settings/Characters.h"
 #include "Surround/Settings/NameOrder.h"
 #include "Surround/Settings/TextFile.h"
 
@@ -144,7 +145,7 @@ private:
             }
         } else if (S_ISDIR(status.st_mode)) {
             if (mFolders.emplace(status.st_dev, status.st_ino).second) {
-                const std::string name = validUtf8(fileName);
+                const std::string name = safeText(fileName);
                 mLevel.push_back({path, group.empty() ? name : group + '/' + name});
             }
         } else if (isPreset && S_ISREG(status.st_mode)) {
@@ -169,7 +170,7 @@ private:
     PresetEntry entryOf(const fs::path& path, const std::string& group, const std::string& damage) const {
         PresetEntry entry;
         entry.name =
-            validUtf8(path.extension() == kPresetSuffix ? path.stem().native() : path.filename().native());
+            safeText(path.extension() == kPresetSuffix ? path.stem().native() : path.filename().native());
         entry.name = mScan.mIsFactory ? inWords(entry.name) : entry.name;
         entry.group = group;
         entry.path = path;

@@ -18,7 +18,7 @@ inline constexpr const char* kPresetSuffix = ".txt";
 
 /// A preset, or a file or folder in its place that cannot be used.
 struct PresetEntry {
-    std::string name;  ///< As people read it, valid UTF-8: the file's without its extension.
+    std::string name;  ///< As people read it, by safeText(): the file's without its extension.
     std::string group; ///< The same of the folders that it is in, "Drums/Rooms"; empty for none.
     std::filesystem::path path;
     bool isFactory = false;

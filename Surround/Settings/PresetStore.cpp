@@ -2,7 +2,7 @@
 
 #include "Files/FileError.h"
 #include "Files/HiddenFiles.h"
-#include "Surround/Settings/NameOrder.h"
+#include "Surround/Settings/Characters.h"
 #include "Surround/Settings/TextFile.h"
 
 #include <algorithm>
@@ -18,11 +18,6 @@ namespace fs = std::filesystem;
 
 // What file systems take as a name, in bytes, without the extension.
 constexpr std::size_t kMostNameBytes = 255 - std::string_view(kPresetSuffix).size();
-
-bool isControl(char c) {
-    constexpr char kDelete = 0x7F;
-    return (c >= 0 && c < ' ') || c == kDelete;
-}
 
 // The parts of "Drums/Rooms".
 std::vector<std::string> foldersOf(const std::string& group) {
@@ -55,7 +50,7 @@ std::string presetNameRefusal(std::string_view name) {
     if (name.starts_with(' ') || name.ends_with(' ')) {
         return "The name of a preset cannot begin or end with a blank.";
     }
-    if (std::ranges::any_of(name, isControl) || validUtf8(name) != name) {
+    if (safeText(name) != name) {
         return "The name of a preset can have letters, digits and signs alone.";
     }
     if (name.size() > kMostNameBytes) {

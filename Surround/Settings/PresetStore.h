@@ -14,8 +14,8 @@
 
 namespace varno {
 
-/// Why a user's preset cannot have a name, as a sentence; empty where it can. Names are valid UTF-8 without
-/// control characters and slashes, begin and end with no blank and begin with no point. [any]
+/// Why a user's preset cannot have a name, as a sentence; empty where it can. Names are UTF-8 without slashes
+/// and unsafe characters (isUnsafe()), begin and end with no blank and begin with no point. [any]
 std::string presetNameRefusal(std::string_view name);
 
 /// The factory's presets and the user's, and which of them the effect has received last. Loading one is the

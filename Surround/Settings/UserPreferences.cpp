@@ -72,7 +72,7 @@ std::optional<double> UserPreferences::size() const {
 void UserPreferences::setSize(double size) {
     std::array<char, 32> text{};
     const auto written = std::to_chars(text.data(), text.data() + text.size(), size);
-    set(kSizeKey, {text.data(), written.ptr});
+    set(kSizeKey, std::string_view(text.data(), static_cast<std::size_t>(written.ptr - text.data())));
 }
 
 bool UserPreferences::isCurveShown() const {
@@ -89,10 +89,10 @@ std::string UserPreferences::valueOf(std::string_view key) const {
     return found == mLines.end() ? std::string() : std::string(split(*found).value);
 }
 
-void UserPreferences::set(std::string_view key, std::string value) {
+void UserPreferences::set(std::string_view key, std::string_view value) {
     reread();
     const auto isOfKey = [&](const std::string& line) { return split(line).key == key; };
-    std::string line = std::string(key) + ' ' + value;
+    std::string line = std::string(key).append(" ").append(value);
     const auto found = std::ranges::find_if(mLines, isOfKey);
     if (found == mLines.end()) {
         mLines.push_back(std::move(line));

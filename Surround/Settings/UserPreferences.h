@@ -38,7 +38,7 @@ public:
 
 private:
     std::string valueOf(std::string_view key) const;
-    void set(std::string_view key, std::string value);
+    void set(std::string_view key, std::string_view value);
 
     std::filesystem::path mFile;
     std::vector<std::string> mLines;

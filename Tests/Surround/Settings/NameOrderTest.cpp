@@ -54,29 +54,5 @@ TEST(NameOrder, isAnOrder) {
     }
 }
 
-TEST(NameOrder, keepsValidUtf8) {
-    for (const char* text :
-         {"", "plain", "Straße", "日本語", "\xF0\x9F\xA5\x81", "\xED\x9F\xBF", "\xEF\xBF\xBF",
-          "\xF4\x8F\xBF\xBF", "\xC2\x80", "\xE0\xA0\x80", "\xF0\x90\x80\x80"}) {
-        EXPECT_EQ(validUtf8(text), text);
-    }
-}
-
-TEST(NameOrder, replacesWhatIsNoUtf8) {
-    const std::string mark = "\xEF\xBF\xBD";
-    EXPECT_EQ(validUtf8("a\xFFz"), "a" + mark + "z");
-    EXPECT_EQ(validUtf8("\x80"), mark) << "a continuation alone";
-    EXPECT_EQ(validUtf8("\xC3"), mark) << "cut off";
-    EXPECT_EQ(validUtf8("\xC3z"), mark + "z");
-    EXPECT_EQ(validUtf8("\xE2\x82"), mark + mark);
-    EXPECT_EQ(validUtf8("\xC0\x80"), mark + mark) << "longer than necessary";
-    EXPECT_EQ(validUtf8("\xC1\xBF"), mark + mark);
-    EXPECT_EQ(validUtf8("\xE0\x9F\xBF"), mark + mark + mark);
-    EXPECT_EQ(validUtf8("\xF0\x8F\xBF\xBF"), mark + mark + mark + mark);
-    EXPECT_EQ(validUtf8("\xED\xA0\x80"), mark + mark + mark) << "a surrogate";
-    EXPECT_EQ(validUtf8("\xF4\x90\x80\x80"), mark + mark + mark + mark) << "beyond the last character";
-    EXPECT_EQ(validUtf8("\xF5\x80\x80\x80"), mark + mark + mark + mark);
-}
-
 } // namespace
 } // namespace varno::test
