@@ -49,8 +49,7 @@ void KeyFocus::handle(const xcb_generic_event_t& event) {
     case XCB_FOCUS_OUT: {
         const auto& change = eventAs<xcb_focus_in_event_t>(event);
         const bool isByGrab = change.mode == XCB_NOTIFY_MODE_GRAB || change.mode == XCB_NOTIFY_MODE_UNGRAB;
-        const bool isByPointer = change.detail == XCB_NOTIFY_DETAIL_POINTER;
-        if (!isByGrab && !isByPointer) {
+        if (!isByGrab) {
             setFocus(eventKind(event) == XCB_FOCUS_IN);
         }
         break;

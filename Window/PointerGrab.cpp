@@ -6,13 +6,15 @@ namespace varno {
 namespace {
 
 constexpr std::int16_t kBesideScreen = -1; // of the screen
-constexpr unsigned kButtonMask = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
-constexpr unsigned kAllButtons = kButtonMask | XCB_BUTTON_MASK_4 | XCB_BUTTON_MASK_5;
+constexpr unsigned kAllButtons =
+    XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3 | XCB_BUTTON_MASK_4 | XCB_BUTTON_MASK_5;
+constexpr int kLastButton = 5; // of those that a state tells of
 
 // The buttons that are down after a release, whose state is that before.
 unsigned buttonsAfter(const xcb_button_release_event_t& event) {
     constexpr int kBitBeforeFirst = 7;
-    return event.state & kAllButtons & ~(1U << (event.detail + kBitBeforeFirst));
+    const unsigned released = event.detail <= kLastButton ? 1U << (event.detail + kBitBeforeFirst) : 0;
+    return event.state & kAllButtons & ~released;
 }
 
 } // namespace

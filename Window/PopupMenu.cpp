@@ -41,14 +41,14 @@ void PopupMenu::open(std::vector<MenuItem> items, const WindowArea& anchor, Hand
     const auto monitor = monitorOf(mConnection, anchor);
     mPanel.emplace(std::move(items), mStyle, std::min(mStyle.pixels(kMostWidth), monitor.width));
     mHandler = std::move(handler);
-    mHighlighted = highlighted;
+    mHighlighted = highlighted && *highlighted < mPanel->count() ? highlighted : std::nullopt;
     mSize = {mPanel->size().width, std::min(mPanel->size().height, monitor.height)};
     mScrolled = 0;
     mPointer.reset();
     mFirstPlace.reset();
     mMayChoose = false;
-    if (highlighted) {
-        show(*highlighted);
+    if (mHighlighted) {
+        show(*mHighlighted);
     }
     mWindow.open(anchor, mSize);
 }

@@ -289,6 +289,20 @@ TEST_F(PopupMenuTest, StartsWhereTheHighlightedRowIsSeen) {
     mMenu->dismiss(); // nobody wants to know
 }
 
+TEST_F(PopupMenuTest, ARowThatIsNotThereIsNotHighlighted) {
+    open(5);
+    EXPECT_EQ(mMenu->highlighted(), std::nullopt);
+    EXPECT_EQ(after({XK_Down}), 0U);
+}
+
+TEST_F(PopupMenuTest, WithoutEntriesItCanOnlyBeDismissed) {
+    mMenu->open({}, kMenuAnchor, [this](Choice choice) { mChoices.push_back(choice); });
+    settle();
+    EXPECT_EQ(after({XK_Down, XK_End, XK_Page_Down, XK_a, XK_Return}), std::nullopt);
+    mMenu->key(XK_Escape);
+    EXPECT_THAT(mChoices, ElementsAre(std::nullopt));
+}
+
 TEST_F(PopupMenuTest, AnotherOpeningDismissesTheFirst) {
     open();
     open();

@@ -214,6 +214,28 @@ TEST_F(PopupWindowTest, TakesThePointerAsSoonAsAnotherClientGivesItBack) {
     EXPECT_EQ(mDismissals, 1);
 }
 
+// Until the pointer is taken it is reported as to any window.
+TEST_F(PopupWindowTest, ReportsThePointerBeforeItIsTaken) {
+    mPointer.move(onScreen({200, 150}));
+    mPointer.press();
+    open();
+    mPointer.release();
+    mPointer.move({125, 147});
+    settle();
+    EXPECT_THAT(mPlaces, ElementsAre(WindowPlace{5, 7}));
+    mPointer.move(onScreen({200, 150}));
+    settle();
+    EXPECT_THAT(mPlaces, ElementsAre(WindowPlace{5, 7}, std::nullopt));
+    mPointer.move({125, 147});
+    settle();
+    tick(); // which is no leaving
+    EXPECT_EQ(mPlaces.size(), 3U);
+    EXPECT_EQ(mPlaces.back(), (WindowPlace{5, 7}));
+    mPointer.press();
+    settle();
+    EXPECT_EQ(mButtons.size(), 1U);
+}
+
 TEST_F(PopupWindowTest, ClosedBeforeItHadThePointerItTakesItNoMore) {
     mPointer.move(onScreen({200, 150}));
     mPointer.press();
@@ -286,6 +308,23 @@ TEST_F(PopupWindowTest, ClosesWhenAnotherProgramGetsTheFocus) {
     open(); // by a pointer whose clicks do not move the focus
     tick();
     EXPECT_TRUE(mPopup->isOpen());
+}
+
+// As with a window manager: what is in one frame is one program's.
+TEST_F(PopupWindowTest, StaysWhileTheFocusIsInTheFrameOfItsOwner) {
+    const XWindow frame(mPerson, {90, 90, 400, 300});
+    const XWindow button(mPerson, {0, 0, 20, 20});
+    xcb_reparent_window(mPerson.connection(), mShell, frame.id(), 10, 10);
+    xcb_reparent_window(mPerson.connection(), button.id(), frame.id(), 350, 10);
+    giveFocus(mShell);
+    open();
+    giveFocus(button.id());
+    tick();
+    EXPECT_TRUE(mPopup->isOpen());
+    const XWindow other(mPerson, {600, 600, 20, 20});
+    giveFocus(other.id());
+    tick();
+    EXPECT_FALSE(mPopup->isOpen());
 }
 
 TEST_F(PopupWindowTest, ATipDoesNotTakeThePointer) {
