@@ -1,9 +1,16 @@
 #include "Window/KeyboardChanges.h"
 
-// Its header has a member that is a keyword of C++.
+// The header has a member that is a keyword of C++.
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define explicit explicit_
 #include <xcb/xkb.h>
 #undef explicit
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
 
 namespace varno {
 

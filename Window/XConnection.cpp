@@ -50,11 +50,11 @@ std::string XConnection::text(xcb_window_t window, xcb_atom_t property) const {
 }
 
 std::vector<std::uint32_t> XConnection::words(xcb_window_t window, xcb_atom_t property) const {
-    constexpr int kWordBits = 32;
+    constexpr int kFormat = 32; // bits
     const auto cookie =
         xcb_get_property(get(), 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, kLongestTextWords);
     const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(get(), cookie, nullptr));
-    if (!reply || reply->format != kWordBits) {
+    if (!reply || reply->format != kFormat) {
         return {};
     }
     const auto* const first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));

@@ -60,8 +60,9 @@ TEST_F(KeyTextTest, TheKeypadFollowsNumLock) {
 }
 
 TEST_F(KeyTextTest, OtherKeysAndCommandsAddNothing) {
-    for (const xcb_keysym_t key :
-         {XK_Return, XK_Escape, XK_BackSpace, XK_Delete, XK_Tab, XK_Left, XK_F1, XK_Shift_L, XK_Control_L}) {
+    for (const auto key :
+         std::initializer_list<xcb_keysym_t>{XK_Return, XK_Escape, XK_BackSpace, XK_Delete, XK_Tab, XK_Left,
+                                             XK_F1, XK_Shift_L, XK_Control_L}) {
         EXPECT_EQ(press(key).symbol, key);
         EXPECT_EQ(text(key), "") << key;
     }

@@ -200,7 +200,7 @@ TEST_F(PopupMenuTest, KeysMoveAndChoose) {
     EXPECT_THAT(mChoices, IsEmpty());
     mMenu->key(XK_Return);
     EXPECT_THAT(mChoices, ElementsAre(Choice(1)));
-    for (const xcb_keysym_t key : {XK_space, XK_KP_Enter}) {
+    for (const auto key : std::initializer_list<xcb_keysym_t>{XK_space, XK_KP_Enter}) {
         open(3);
         EXPECT_EQ(mMenu->highlighted(), 3U);
         mMenu->key(key);

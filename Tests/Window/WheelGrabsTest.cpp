@@ -49,7 +49,7 @@ TEST_F(WheelGrabsTest, ReportEachStepInPlaceOfTheView) {
 }
 
 TEST_F(WheelGrabsTest, WorkWithAnyModifiersAndLocks) {
-    for (const auto lock : {XK_Caps_Lock, XK_Num_Lock}) {
+    for (const auto lock : std::initializer_list<xcb_keysym_t>{XK_Caps_Lock, XK_Num_Lock}) {
         mKeyboard.tap(lock);
         mPointer.hold({Modifier::kShift, Modifier::kControl});
         turn(Button::kWheelUp);
