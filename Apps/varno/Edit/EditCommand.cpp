@@ -64,6 +64,7 @@ constexpr OptionEntry kEditOptions[] = {
      .group = "Sound",
      .help = "Channels without AUDIO."},
     kScaleOption,
+    kNoBarOption,
     {.name = "--screenshot",
      .value = "FILE",
      .kind = ValueKind::kFile,

@@ -63,7 +63,13 @@ Sound soundFor(const EditOptions& options, const Module& module) {
 void runSession(const EditOptions& options, XConnection& connection, Instance& instance, EditSound& sound) {
     SettingsKeeper keeper(instance);
     chooseSettingsFile(keeper, options.window);
-    EditorSession session(options.window, connection, instance, keeper);
+    CompareSlots slots(settingsOf(instance));
+    EditorSession session(
+        options.window, connection,
+        {instance,
+         slots,
+         keeper,
+         {[&] { return sound.isBypassed(); }, [&](bool isOn) { sound.setBypassed(isOn); }}});
     session.loop().startTimer(kSoundCheckPeriod, &sound, [&] { sound.check(); });
     if (options.window.screenshot) {
         session.run();

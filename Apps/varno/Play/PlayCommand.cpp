@@ -87,6 +87,7 @@ constexpr OptionEntry kPlayOptions[] = {
      .help = "Open the editor (the default where DISPLAY is set)."},
     {.name = "--no-edit", .excludes = "--scale", .group = "Window", .help = "Stay in the terminal."},
     kScaleOption,
+    kNoBarOption,
     {.name = "--quiet",
      .shortName = "-q",
      .group = "General",

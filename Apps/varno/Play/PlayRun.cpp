@@ -49,7 +49,8 @@ public:
           mEffect(effect),
           mConnection(connection),
           mWatch(backend.status(), backend.description()),
-          mSettings(effect.instance()) {
+          mSettings(effect.instance()),
+          mSlots(settingsOf(effect.instance())) {
         chooseSettingsFile(mSettings, options.window);
     }
 
@@ -78,7 +79,12 @@ public:
 private:
     void runSession() {
         if (mConnection != nullptr) {
-            EditorSession session(mOptions.window, *mConnection, mEffect.instance(), mSettings);
+            EditorSession session(mOptions.window, *mConnection,
+                                  {mEffect.instance(),
+                                   mSlots,
+                                   mSettings,
+                                   {[this] { return mEffect.isBypassed(); },
+                                    [this](bool isOn) { mEffect.setBypassed(isOn); }}});
             watchAndRun(session);
         } else {
             TerminalSession session(mEffect, mSettings, mWatch);
@@ -120,6 +126,7 @@ private:
     XConnection* mConnection;
     LiveWatch mWatch;
     SettingsKeeper mSettings;
+    CompareSlots mSlots; // stay where the rate changes
 };
 
 void play(const PlayOptions& options, const Settings& settings, XConnection* connection,

@@ -40,18 +40,16 @@ double scaleFor(const WindowOptions& options, const XConnection& connection) {
 
 } // namespace
 
-EditorSession::EditorSession(const WindowOptions& options, XConnection& connection, Instance& instance,
-                             SettingsKeeper& settings)
+EditorSession::EditorSession(const WindowOptions& options, XConnection& connection,
+                             const EditorSubject& subject)
     : mOptions(options),
       mConnection(connection),
-      mInstance(instance),
-      mSettings(settings),
+      mSubject(subject),
       mWindow(connection, options.screenshot ? EditorWindow::Kind::kUnmanaged : EditorWindow::Kind::kManaged,
-              {titleFor(options, instance), windowIcon(instance.module().resourcePath(""))}),
+              {titleFor(options, subject.instance), windowIcon(subject.instance.module().resourcePath(""))}),
       mDesktop(mLoop, scaleFor(options, connection)),
-      mEditor(instance, mDesktop, [this](PixelSize size) {
-          mWindow.resize({size.width, size.height});
-      }) {
+      mSurround(connection, mWindow.id(), subject.instance, subject.slots, mDesktop, *this,
+                {.hasBar = options.hasBar}) {
     if (options.screenshot) {
         planScreenshot(*options.screenshot);
     }
@@ -60,21 +58,24 @@ EditorSession::EditorSession(const WindowOptions& options, XConnection& connecti
 }
 
 void EditorSession::openEditor() {
-    const PixelSize size = mEditor.open(mWindow.id());
-    if (!mEditor.isOpen()) {
-        throw WorkError("the module has no editor for effect \"" + mInstance.effect().id + '"');
+    const PixelSize size = mSurround.open();
+    if (!mSurround.hasEditor()) {
+        throw WorkError("the module has no editor for effect \"" + mSubject.instance.effect().id + '"');
     }
     if (size.isEmpty()) {
         throw WorkError("the module's editor shows no view in an X11 window");
     }
-    mWindow.resize({size.width, size.height});
 }
 
 void EditorSession::bindKeys() {
     mWindow.setCloseHandler([this] { mLoop.quit(); });
     mWindow.setBindings({{XK_Escape, 0, [this] { mLoop.quit(); }},
                          {XK_q, XCB_MOD_MASK_CONTROL, [this] { mLoop.quit(); }},
-                         {XK_s, XCB_MOD_MASK_CONTROL, [this] { saveAndTell(mSettings); }}});
+                         {XK_s, XCB_MOD_MASK_CONTROL, [this] { save(); }}});
+}
+
+void EditorSession::save() {
+    mSurround.showMessage(saveAndTell(mSubject.settings));
 }
 
 void EditorSession::planScreenshot(const std::string& path) {
@@ -94,11 +95,11 @@ void EditorSession::planScreenshot(const std::string& path) {
 
 void EditorSession::run() {
     mLoop.watch(mConnection.descriptor(), this, [] {});
-    mLoop.startTimer(kHostTimerPeriod, this, [this] { mEditor.timer(); });
+    mLoop.startTimer(kHostTimerPeriod, this, [this] { mSurround.timer(); });
     mLoop.setBeforeWait([this] {
         mWindow.handleEvents();
         // What the editor has requested since.
-        mInstance.idle();
+        mSurround.settle();
     });
     mWindow.show();
     mLoop.run();

@@ -2,15 +2,16 @@
 #define VARNO_APPS_VARNO_SESSION_EDITORSESSION_H
 
 #include "Files/AtomicFile.h"
-#include "Host/Editor.h"
 #include "Host/Instance.h"
 #include "Host/ViewContainer.h"
 #include "Session/EventLoop.h"
 #include "Session/SettingsKeeper.h"
 #include "Session/WindowOptions.h"
 #include "Session/WindowPicture.h"
+#include "Surround/Surround.h"
 #include "Window/EditorWindow.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -40,15 +41,29 @@ private:
     double mScale;
 };
 
+/// The bypass of what a window's effect is part of.
+struct BypassSwitch {
+    std::function<bool()> isOn;
+    std::function<void(bool)> set;
+};
+
+/// What a window is opened for; everything outlives it.
+struct EditorSubject {
+    Instance& instance; ///< Has its settings.
+    CompareSlots& slots;
+    SettingsKeeper& settings;
+    BypassSwitch bypass;
+};
+
 /// An editor in its window, for an instance that another thread processes with. [main]
-class EditorSession {
+class EditorSession : private SurroundOwner {
 public:
-    /// Opens everything but shows nothing yet. @param options, connection, instance, settings outlive this
-    /// object; the instance has its settings @throws CommandError, HostError
-    EditorSession(const WindowOptions& options, XConnection& connection, Instance& instance,
-                  SettingsKeeper& settings);
+    /// Opens everything but shows nothing yet. @param options, connection outlive this object
+    /// @throws CommandError, HostError
+    EditorSession(const WindowOptions& options, XConnection& connection, const EditorSubject& subject);
     EditorSession(const EditorSession&) = delete;
     EditorSession& operator=(const EditorSession&) = delete;
+    ~EditorSession() override = default;
 
     /// For further watches and timers while the window is shown.
     EventLoop& loop() { return mLoop; }
@@ -57,20 +72,24 @@ public:
     void run();
 
 private:
+    void resize(PixelSize size) override { mWindow.resize({size.width, size.height}); }
+    bool isBypassed() const override { return mSubject.bypass.isOn(); }
+    void setBypassed(bool isBypassed) override { mSubject.bypass.set(isBypassed); }
+    void save();
+
     void openEditor();
     void bindKeys();
     void planScreenshot(const std::string& path);
 
     const WindowOptions& mOptions;
     XConnection& mConnection;
-    Instance& mInstance;
-    SettingsKeeper& mSettings;
+    EditorSubject mSubject;
     EventLoop mLoop;
     EditorWindow mWindow;
     std::optional<WindowPicture> mPicture;
     std::optional<AtomicFile> mScreenshot;
     WindowDesktop mDesktop;
-    EditorView mEditor;
+    Surround mSurround;
 };
 
 } // namespace varno

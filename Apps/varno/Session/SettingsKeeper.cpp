@@ -84,11 +84,14 @@ void SettingsKeeper::chooseFreeFile() {
     mPath = path;
 }
 
-void saveAndTell(SettingsKeeper& settings) {
+std::string saveAndTell(SettingsKeeper& settings) {
     try {
-        printErr(visibleLine("saved " + settings.save()) + '\n');
+        const std::string message = visibleLine("saved " + settings.save());
+        printErr(message + '\n');
+        return message;
     } catch (const std::runtime_error& error) {
         printError(error.what());
+        return visibleLine(error.what());
     }
 }
 

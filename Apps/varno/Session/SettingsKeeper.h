@@ -47,7 +47,8 @@ private:
 };
 
 /// Saves and prints on standard error the file, or why that failed; a failure changes nothing.
-void saveAndTell(SettingsKeeper& settings);
+/// @return what was printed, without its line end
+std::string saveAndTell(SettingsKeeper& settings);
 
 /// Runs a session and then warns of settings that are not saved, with the command line that restores them,
 /// also where the session ends by an exception. @param command that runs it: "edit"

@@ -19,6 +19,7 @@ WindowOptions windowOptions(const CommandLine& line, const std::string& command)
     WindowOptions options;
     options.command = command;
     options.scale = line.number<double>("--scale");
+    options.hasBar = !line.has(kNoBarOption.name);
     options.state = line.value("--state");
     options.saveState = line.value("--save-state");
     options.overwrite = line.has("--force") ? Overwrite::kReplace : Overwrite::kRefuse;

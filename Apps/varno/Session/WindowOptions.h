@@ -20,6 +20,9 @@ inline constexpr OptionEntry kScaleOption = {
     .group = "Window",
     .help = "Enlarge the window. Default: GDK_SCALE, else the desktop's Xft.dpi over 96, else 1."};
 
+inline constexpr OptionEntry kNoBarOption = {
+    .name = "--no-bar", .group = "Window", .help = "Leave out the bar above the editor."};
+
 inline constexpr double kUsualPictureDelayS = 0.5;
 
 /// How an editor's window is shown and where its settings are saved.
@@ -27,6 +30,7 @@ struct WindowOptions {
     std::string command;         ///< That shows it: "edit".
     std::string subject;         ///< What the effect processes, for the window's title; empty for none.
     std::optional<double> scale; ///< Nothing: the desktop's.
+    bool hasBar = true;          ///< Above the editor.
     std::optional<std::string> state;
     std::optional<std::string> saveState; ///< Paths.
     std::optional<std::string> screenshot;

@@ -17,6 +17,7 @@ HostPorts::HostPorts(Instance& instance, const HostCalls& calls)
     : mInstance(instance),
       mCalls(calls) {
     for (const PortInfo& info : portsOf(instance)) {
+        mEnabled = info.kind == PortKind::kEnabled ? mPorts.size() : mEnabled;
         mPorts.push_back({info});
     }
     mInstance.host().automation().addListener(*this);
@@ -36,6 +37,8 @@ void HostPorts::arrived(std::uint32_t index, float value) {
     } else if (port.info.kind == PortKind::kParameter) {
         port.known = value;
         port.arrived = std::clamp(value, 0.0F, 1.0F);
+    } else if (port.info.kind == PortKind::kEnabled) {
+        port.known = value;
     }
 }
 
@@ -60,14 +63,25 @@ void HostPorts::showMeter(std::uint32_t tap, float value) {
 void HostPorts::valueRequested(const std::string& id, double normalized) {
     Port* const port = portOf(id);
     const auto value = static_cast<float>(normalized);
-    if (port == nullptr || port->known == value) {
-        return;
+    if (port != nullptr && port->known != value) {
+        port->arrived.reset();
+        write(*port, value);
     }
-    port->known = value;
-    port->arrived.reset();
+}
+
+void HostPorts::write(Port& port, float value) const {
+    port.known = value;
     if (mCalls.write != nullptr) {
-        mCalls.write(mCalls.controller, port->info.index, sizeof value, kFloatProtocol, &value);
+        mCalls.write(mCalls.controller, port.info.index, sizeof value, kFloatProtocol, &value);
     }
+}
+
+bool HostPorts::isBypassed() const {
+    return mPorts.at(mEnabled).known.value_or(1.0F) <= 0.0F;
+}
+
+void HostPorts::setBypassed(bool isBypassed) {
+    write(mPorts.at(mEnabled), isBypassed ? 0.0F : 1.0F);
 }
 
 void HostPorts::touched(const std::string& id) {

@@ -27,8 +27,8 @@ struct HostCalls {
 /// received from the host is not written back. One that arrives for a parameter under a gesture waits for the
 /// end of the gesture: a host that repeats what it received would otherwise move the control back.
 ///
-/// The window does not use `enabled` and `latency`: the editor shows no bypass, and the module's own one has
-/// no port. [main]
+/// The bypass is the port `enabled`; the module's own one has no port. The window does not use `latency`.
+/// [main]
 class HostPorts : public AutomationListener {
 public:
     /// @param instance outlives this object and reports the editor's requests to it
@@ -43,6 +43,10 @@ public:
     /// Gives the received values to the instance.
     void apply();
 
+    /// Whether the port `enabled` bypasses the effect, as host or window wrote it last; at first it does not.
+    bool isBypassed() const;
+    void setBypassed(bool isBypassed);
+
     void valueRequested(const std::string& id, double normalized) override;
     void touched(const std::string& id) override;
     void released(const std::string& id) override;
@@ -56,12 +60,14 @@ private:
     };
 
     Port* portOf(const std::string& parameterID);
+    void write(Port& port, float value) const;
     void reportTouch(const Port& port, bool isTouched) const;
     void showMeter(std::uint32_t tap, float value);
 
     Instance& mInstance;
     HostCalls mCalls;
     std::vector<Port> mPorts; ///< By their indices.
+    std::size_t mEnabled = 0; ///< Index of the port of the bypass.
 };
 
 } // namespace varno

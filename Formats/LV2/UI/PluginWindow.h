@@ -2,11 +2,11 @@
 #ifndef VARNO_FORMATS_LV2_UI_PLUGINWINDOW_H
 #define VARNO_FORMATS_LV2_UI_PLUGINWINDOW_H
 
-#include "Host/Editor.h"
 #include "Host/Instance.h"
 #include "Host/ViewContainer.h"
 #include "LV2/UI/HostOffer.h"
 #include "LV2/UI/HostPorts.h"
+#include "Surround/Surround.h"
 #include "Window/EditorWindow.h"
 #include "Window/XConnection.h"
 
@@ -41,9 +41,9 @@ struct WindowSource {
     std::filesystem::path resources; ///< The folder of the pictures, for the icon of a window of its own.
 };
 
-/// The module's own editor, with an instance that holds settings and meters and processes no audio: in the
-/// host's window, or in a window of its own where the host offers none. [main]
-class PluginWindow {
+/// The module's own editor with the bar above it, for an instance that holds settings and meters and
+/// processes no audio: in the host's window, or in a window of its own where the host offers none. [main]
+class PluginWindow : private SurroundOwner {
 public:
     /// Opens it; a window of its own is not shown yet. Requests the size from a host that can resize its
     /// window.
@@ -53,9 +53,10 @@ public:
                  const HostCalls& calls);
     PluginWindow(const PluginWindow&) = delete;
     PluginWindow& operator=(const PluginWindow&) = delete;
+    ~PluginWindow() override = default;
 
-    /// The X11 window for the host: the editor's in the host's window, else its own.
-    xcb_window_t id() const { return mID; }
+    /// The X11 window for the host: what it shows in the host's window, else its own.
+    xcb_window_t id() const { return mShell ? mShell->id() : mSurround->id(); }
     /// See HostPorts::arrived.
     void portChanged(std::uint32_t index, float value) { mPorts.arrived(index, value); }
     /// Handles what has arrived since the last call. Returns whether it is still open: the user may have
@@ -66,21 +67,23 @@ public:
     bool hide();
 
 private:
-    void openIn(xcb_window_t parent);
-    void openInShell(const HostOffer& offer, const std::filesystem::path& resources);
-    void openEditor(xcb_window_t parent);
-    void resize(PixelSize size);
+    void resize(PixelSize size) override;
+    bool isBypassed() const override { return mPorts.isBypassed(); }
+    void setBypassed(bool isBypassed) override { mPorts.setBypassed(isBypassed); }
 
-    std::optional<XConnection> mConnection; ///< Kept open for a window of its own only.
+    xcb_window_t openShell(const HostOffer& offer, const std::filesystem::path& resources);
+    void handleEvents();
+
+    XConnection mConnection;
     Instance mInstance;
     HostPorts mPorts;
+    CompareSlots mSlots;
     const LV2UI_Resize* mResize;
     std::optional<EditorWindow> mShell; ///< The window of its own, where the host offers none.
     bool mIsClosed = false;             ///< By the user.
     bool mIsLost = false;               ///< The window of its own or its display is lost.
     IdleDesktop mDesktop;
-    EditorView mEditor;
-    xcb_window_t mID = XCB_WINDOW_NONE;
+    std::optional<Surround> mSurround;
 };
 
 } // namespace varno

@@ -1,3 +1,4 @@
+#include "Surround/BarLayout.h"
 #include "Tests/Apps/varno/Support/EditTest.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Picture.h"
@@ -17,15 +18,15 @@
 namespace varno::test {
 namespace {
 
-// The plain size of the view, in pixels.
+// The plain size of the view with the bar above it, in pixels.
 constexpr int kWidth = 690;
-constexpr int kHeight = 390;
+constexpr int kHeight = BarLayout::kHeight + 390;
 // Longer than a view takes to be drawn.
 constexpr std::chrono::milliseconds kDrawing(100);
 
-constexpr Place kGainKnob = {55, 90};
+constexpr Place kGainKnob = {55, BarLayout::kHeight + 90};
 constexpr double kWheelStep = 2.0 / 130.0; // two pictures of a knob, normalized
-constexpr Area kMeters = {180, 275, 338, 45};
+constexpr Area kMeters = {180, BarLayout::kHeight + 275, 338, 45};
 
 class EditEffect : public EditTest {
 protected:
@@ -38,10 +39,10 @@ protected:
     }
 
     // Whether the view is drawn completely: before, it has one colour or still changes. The meters, in the
-    // lower third, may move.
+    // bar and in the lower third, may move.
     bool showsView() const {
         const auto [width, height] = size();
-        const Area still = {0, 0, width, height * 2 / 3};
+        const Area still = {0, height / 5, width, height / 2};
         const auto first = picture(still);
         std::this_thread::sleep_for(kDrawing);
         return first.countColours() > 1 && picture(still) == first;

@@ -1,5 +1,6 @@
 #include "Tests/Formats/LV2/UI/WindowTest.h"
 
+#include "Surround/BarLayout.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
 #include "Tests/Support/XServer.h"
@@ -12,6 +13,13 @@ namespace {
 
 // What two ways of blending the same colours may differ by, of 255.
 constexpr int kRounding = 2;
+
+// Below the bar.
+Area shownAreaOf(const std::string& id) {
+    Area area = areaOf(id);
+    area.y += BarLayout::kHeight;
+    return area;
+}
 
 } // namespace
 
@@ -43,7 +51,7 @@ void WindowTest::point(WindowHost& host, const std::string& id, Place inControl)
     const XReply<xcb_translate_coordinates_reply_t> corner(xcb_translate_coordinates_reply(
         client.connection(),
         xcb_translate_coordinates(client.connection(), host.widget(), client.screen().root, 0, 0), nullptr));
-    const Area area = areaOf(id);
+    const Area area = shownAreaOf(id);
     pointer.move(Place{corner->dst_x, corner->dst_y} + Place{area.x, area.y} + inControl);
     settle(host);
 }
@@ -83,7 +91,7 @@ void WindowTest::turnKnob(WindowHost& host, const std::string& id, double change
 
 ::testing::AssertionResult WindowTest::shows(WindowHost& host, const std::string& id,
                                              const Picture& expected) {
-    const auto difference = [&] { return largestDifference(expected, host.picture(areaOf(id))); };
+    const auto difference = [&] { return largestDifference(expected, host.picture(shownAreaOf(id))); };
     if (await(host, [&] { return difference() <= kRounding; })) {
         return ::testing::AssertionSuccess();
     }

@@ -1,0 +1,118 @@
+/// The window around an editor: the bar above it and what a host adds to it.
+#ifndef VARNO_SURROUND_SURROUND_H
+#define VARNO_SURROUND_SURROUND_H
+
+#include "Host/Editor.h"
+#include "Host/Instance.h"
+#include "Host/ViewContainer.h"
+#include "Platform/RunLoop.h"
+#include "Surround/Bar.h"
+#include "Surround/BarControl.h"
+#include "Surround/MeterReader.h"
+#include "Surround/Settings/EditedSettings.h"
+#include "Surround/Settings/PresetStore.h"
+#include "Surround/Settings/UserPreferences.h"
+#include "Window/HolderWindow.h"
+#include "Window/XConnection.h"
+
+#include <optional>
+#include <string>
+
+namespace varno {
+
+/// What a front end does for the surround in its window. [main]
+class SurroundOwner : public BarOwner {
+public:
+    /// Gives the window around the surround this size, never an empty one.
+    virtual void resize(PixelSize size) = 0;
+};
+
+/// The parameters of a surround.
+struct SurroundSetup {
+    bool hasBar = true; ///< Above the editor, if the effect is Varno-S.
+};
+
+/// A desktop with another scale.
+class ScaledDesktop : public Desktop {
+public:
+    /// @param desktop outlives this object
+    explicit ScaledDesktop(Desktop& desktop)
+        : mDesktop(desktop),
+          mScale(desktop.scale()) {}
+
+    void setScale(double scale) { mScale = scale; }
+    double scale() const override { return mScale; }
+    AAX_EKnobMode knobMode() const override { return mDesktop.knobMode(); }
+    void watch(int descriptor, const void* owner, Wake wake) override {
+        mDesktop.watch(descriptor, owner, std::move(wake));
+    }
+    void unwatch(int descriptor, const void* owner) override { mDesktop.unwatch(descriptor, owner); }
+    void startTimer(std::chrono::milliseconds period, const void* owner, Wake wake) override {
+        mDesktop.startTimer(period, owner, std::move(wake));
+    }
+    void stopTimer(const void* owner) override { mDesktop.stopTimer(owner); }
+
+private:
+    Desktop& mDesktop;
+    double mScale;
+};
+
+/// An editor with the bar above it, in a window of its own within one of a front end. [main]
+class Surround {
+public:
+    /// Nothing is open yet.
+    /// @param connection, instance, slots, desktop, owner outlive this object
+    /// @param parent the front end's window
+    /// @throws WindowError where the connection is lost
+    Surround(XConnection& connection, xcb_window_t parent, Instance& instance, CompareSlots& slots,
+             Desktop& desktop, SurroundOwner& owner, const SurroundSetup& setup);
+    Surround(const Surround&) = delete;
+    Surround& operator=(const Surround&) = delete;
+    ~Surround();
+
+    /// Opens editor and bar, and requests the size from the owner. @return the size, which is empty where the
+    /// effect has no editor or it shows nothing @throws HostError where its initialisation fails
+    PixelSize open();
+    /// Whether the effect has made an editor.
+    bool hasEditor() const { return mEditor.isOpen(); }
+    /// The size of everything.
+    PixelSize size() const;
+    /// The window that holds everything.
+    xcb_window_t id() const { return mFrame.id(); }
+    /// The host's timer, to be called about 30 times a second.
+    void timer();
+    /// Answers what the editor has requested, in the place of Instance::idle(), once in each turn of an event
+    /// loop.
+    void settle() { mEdited.settle(); }
+    /// Shows a message in the bar until the next.
+    void showMessage(const std::string& message) { mControl.showMessage(message); }
+
+private:
+    void setSize(double size);
+    void arrange();
+    void pressed(BarLayout::Button button);
+    void showState();
+    double scale() const;
+    int barHeight() const;
+
+    Instance& mInstance;
+    SurroundOwner& mOwner;
+    Desktop& mOuterDesktop;
+    ScaledDesktop mDesktop;
+    EditedSettings mEdited;
+    PresetStore mPresets;
+    UserPreferences mPreferences;
+    BarControl mControl;
+    MeterReader mMeters;
+    double mSize; ///< Relative to the plain size on the desktop, one of kWindowSizes.
+    HolderWindow mFrame;
+    HolderWindow mHolder; ///< Of the editor.
+    std::optional<Bar> mBar;
+    EditorView mEditor;
+    std::shared_ptr<RunLoop> mLoop;
+    Registration mWatcher;
+};
+
+} // namespace varno
+
+#endif
