@@ -47,7 +47,7 @@ void drawIconDial(Painter& painter) {
 void drawPicture(Painter& painter, DemoGain_ViewLayout::Art art, int picture) {
     using DemoGain_ViewLayout::Art;
     const SavedState saved(painter);
-    painter.box(pictureBox(art));
+    painter.box(painter.covered(pictureBox(art)));
     cairo_clip(painter.cairo());
     switch (art) {
     case Art::kBackground:

@@ -74,6 +74,11 @@ Box Painter::placed(const Box& box) const {
     return {snapped(box.x), snapped(box.y), box.width, box.height};
 }
 
+Box Painter::covered(const Box& box) const {
+    return {box.x, box.y, wholePixels(box.width * scale()) / scale(),
+            wholePixels(box.height * scale()) / scale()};
+}
+
 void Painter::box(const Box& box) {
     cairo_new_path(mCairo);
     cairo_rectangle(mCairo, box.x, box.y, box.width, box.height);

@@ -61,6 +61,9 @@ public:
     /// A box moved to where its corner lies between pixels; its size stays.
     Box placed(const Box& box) const;
 
+    /// All of the pixels that a box touches, where its corner lies between pixels.
+    Box covered(const Box& box) const;
+
     // Paths. Each replaces the one before.
     void box(const Box& box);
     void roundedBox(const Box& box, double radius);

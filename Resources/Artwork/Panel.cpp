@@ -55,7 +55,7 @@ void drawProductName(Painter& painter) {
 }
 
 void drawSheet(Painter& painter) {
-    const Box view = viewBox();
+    const Box view = painter.covered(viewBox());
     painter.box(view);
     painter.fillDown(view.y, view.bottom(), palette::kSheetTop, palette::kSheetBottom);
     brush(painter, view);

@@ -130,6 +130,18 @@ TEST(Panel, LeavesTheFreeAreaFree) {
     }
 }
 
+TEST(Panel, CoversEveryPixelAtEveryScale) {
+    for (const auto& scale : DemoGain_ViewLayout::kArtScales) {
+        const test::Image& panel = test::bundlePictures(DemoGain_ViewLayout::Art::kBackground, scale)[0];
+        for (int y = 0; y < panel.height(); ++y) {
+            ASSERT_EQ(1.0, panel.alpha(panel.width() - 1, y)) << scale.mFactor << ": " << y;
+        }
+        for (int x = 0; x < panel.width(); ++x) {
+            ASSERT_EQ(1.0, panel.alpha(x, panel.height() - 1)) << scale.mFactor << ": " << x;
+        }
+    }
+}
+
 // WCAG's demand on what is no text: the lines that show what belongs together, and the ticks.
 TEST(Panel, LinesAndTicksStandOutFromTheirGrounds) {
     constexpr double kMark = 3.0;
