@@ -63,14 +63,22 @@ function(varno_bundle_resources target)
   add_dependencies(${target} ${target}_resources)
 endfunction()
 
-# varno_drawings(TARGET PROGRAM FOLDER): the program fills the folder before the target is built; it receives the folder
-# and names its drawings itself.
-function(varno_drawings target program folder)
-  set(done ${CMAKE_CURRENT_BINARY_DIR}/${program}.done)
+# varno_draw(PROGRAM): the program draws into a folder of the build, whose path it receives, and names its drawings itself.
+function(varno_draw program)
+  add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/drawings.done
+    COMMAND ${program} ${PROJECT_BINARY_DIR}/drawings
+    COMMAND ${CMAKE_COMMAND} -E touch ${PROJECT_BINARY_DIR}/drawings.done
+    DEPENDS ${program} COMMENT "Drawing the bitmaps of the bundles" VERBATIM)
+  add_custom_target(varno_drawn DEPENDS ${PROJECT_BINARY_DIR}/drawings.done)
+endfunction()
+
+# varno_drawings(TARGET FOLDER): the drawings are copied into the folder before the target is built.
+function(varno_drawings target folder)
+  set(done ${CMAKE_CURRENT_BINARY_DIR}/drawings_copied.done)
   add_custom_command(OUTPUT ${done}
-    COMMAND ${program} ${folder}
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_BINARY_DIR}/drawings ${folder}
     COMMAND ${CMAKE_COMMAND} -E touch ${done}
-    DEPENDS ${program} COMMENT "Drawing the bitmaps of the bundle" VERBATIM)
+    DEPENDS varno_drawn ${PROJECT_BINARY_DIR}/drawings.done VERBATIM)
   add_custom_target(${target}_drawings DEPENDS ${done})
   add_dependencies(${target} ${target}_drawings)
 endfunction()

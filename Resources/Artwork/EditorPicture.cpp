@@ -161,7 +161,7 @@ Canvas drawNumbered(const Typeface& typeface, const std::filesystem::path& file)
     if (scale == 0) {
         throw std::runtime_error(file.string() + " is no picture of the whole editor: it has another size");
     }
-    Canvas canvas(picture.width() / scale, picture.height() / scale, scale);
+    Canvas canvas(viewBox().width, viewBox().height, scale);
     Painter painter(canvas.cairo(), typeface);
     {
         const SavedState saved(painter);

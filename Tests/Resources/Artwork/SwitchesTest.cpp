@@ -1,3 +1,4 @@
+#include "DemoGain_Coefficients.h"
 #include "Tests/Resources/Artwork/Support/Bitmaps.h"
 
 #include <algorithm>
@@ -131,6 +132,39 @@ TEST_P(RatioSwitchTest, LeavesTheOtherKeysAsTheyAre) {
     for (int x = 2 * pictures[0].width() / kPositions + 1; x < pictures[0].width(); ++x) {
         for (int y = 0; y < pictures[0].height(); ++y) {
             ASSERT_EQ(pictures[0].luminance(x, y), pictures[1].luminance(x, y)) << x << ", " << y;
+        }
+    }
+}
+
+// The height of the ink in a column of a key, in pixels from its upper edge; below its number.
+double inkHeight(const Image& picture, int position, double share, double scale) {
+    constexpr double kKeyWidth = 29.0;
+    constexpr double kFirstX = 5.0;
+    constexpr double kPlotWidth = 19.0;
+    const auto x = static_cast<int>((position * kKeyWidth + kFirstX + share * kPlotWidth) * scale);
+    double weight = 0.0;
+    double sum = 0.0;
+    for (int y = static_cast<int>(14 * scale); y < static_cast<int>(27 * scale); ++y) {
+        const double ink = picture.luminance(x, y) > 0.3 ? picture.luminance(x, y) : 0.0;
+        weight += ink;
+        sum += ink * (y + 0.5) / scale;
+    }
+    return weight > 0.0 ? sum / weight : 0.0;
+}
+
+// What comes out of a level from -24 dB at the left end to +3 dB at the right one, from -27 dB at the lower
+// end to -3 dB at the upper one.
+TEST_P(RatioSwitchTest, DrawsTheCurveOfEachKey) {
+    constexpr double kClose = 0.75;
+    for (int position = 0; position < kPositions; ++position) {
+        const DemoGain::GainCurve curve =
+            DemoGain_ComputeCurve({0.5F, 0.5F, 0.0F, static_cast<float>(position) / 7.0F});
+        const Image& picture = pictures[position == 0 ? 1 : 0];
+        for (const double share : {0.3, 0.5, 0.7, 0.9}) {
+            const double out = curve.settledLevel(static_cast<float>(-24.0 + 27.0 * share));
+            const double height = 6.0 + 18.0 * (-3.0 - out) / 24.0;
+            EXPECT_NEAR(height, inkHeight(picture, position, share, GetParam().mFactor), kClose)
+                << "curve " << position + 1 << " at " << share;
         }
     }
 }
