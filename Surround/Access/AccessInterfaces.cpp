@@ -1,0 +1,143 @@
+#include "Surround/Access/AccessInterfaces.h"
+
+namespace varno {
+namespace {
+
+constexpr const char kDescription[] = R"xml(<node>
+<interface name="org.a11y.atspi.Accessible">
+ <property name="Name" type="s" access="read"/>
+ <property name="Description" type="s" access="read"/>
+ <property name="Parent" type="(so)" access="read"/>
+ <property name="ChildCount" type="i" access="read"/>
+ <property name="Locale" type="s" access="read"/>
+ <property name="AccessibleId" type="s" access="read"/>
+ <method name="GetChildAtIndex"><arg type="i" direction="in"/><arg type="(so)" direction="out"/></method>
+ <method name="GetChildren"><arg type="a(so)" direction="out"/></method>
+ <method name="GetIndexInParent"><arg type="i" direction="out"/></method>
+ <method name="GetRelationSet"><arg type="a(ua(so))" direction="out"/></method>
+ <method name="GetRole"><arg type="u" direction="out"/></method>
+ <method name="GetRoleName"><arg type="s" direction="out"/></method>
+ <method name="GetLocalizedRoleName"><arg type="s" direction="out"/></method>
+ <method name="GetState"><arg type="au" direction="out"/></method>
+ <method name="GetAttributes"><arg type="a{ss}" direction="out"/></method>
+ <method name="GetApplication"><arg type="(so)" direction="out"/></method>
+ <method name="GetInterfaces"><arg type="as" direction="out"/></method>
+</interface>
+<interface name="org.a11y.atspi.Application">
+ <property name="ToolkitName" type="s" access="read"/>
+ <property name="Version" type="s" access="read"/>
+ <property name="ToolkitVersion" type="s" access="read"/>
+ <property name="AtspiVersion" type="s" access="read"/>
+ <property name="InterfaceVersion" type="u" access="read"/>
+ <property name="Id" type="i" access="readwrite"/>
+ <method name="GetLocale"><arg type="u" direction="in"/><arg type="s" direction="out"/></method>
+</interface>
+<interface name="org.a11y.atspi.Component">
+ <method name="Contains">
+  <arg type="i" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="in"/>
+  <arg type="b" direction="out"/>
+ </method>
+ <method name="GetAccessibleAtPoint">
+  <arg type="i" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="in"/>
+  <arg type="(so)" direction="out"/>
+ </method>
+ <method name="GetExtents"><arg type="u" direction="in"/><arg type="(iiii)" direction="out"/></method>
+ <method name="GetPosition">
+  <arg type="u" direction="in"/><arg type="i" direction="out"/><arg type="i" direction="out"/>
+ </method>
+ <method name="GetSize"><arg type="i" direction="out"/><arg type="i" direction="out"/></method>
+ <method name="GetLayer"><arg type="u" direction="out"/></method>
+ <method name="GetMDIZOrder"><arg type="n" direction="out"/></method>
+ <method name="GetAlpha"><arg type="d" direction="out"/></method>
+ <method name="GrabFocus"><arg type="b" direction="out"/></method>
+</interface>
+<interface name="org.a11y.atspi.Value">
+ <property name="MinimumValue" type="d" access="read"/>
+ <property name="MaximumValue" type="d" access="read"/>
+ <property name="MinimumIncrement" type="d" access="read"/>
+ <property name="CurrentValue" type="d" access="readwrite"/>
+ <property name="Text" type="s" access="read"/>
+</interface>
+<interface name="org.a11y.atspi.Action">
+ <property name="NActions" type="i" access="read"/>
+ <method name="GetName"><arg type="i" direction="in"/><arg type="s" direction="out"/></method>
+ <method name="GetLocalizedName"><arg type="i" direction="in"/><arg type="s" direction="out"/></method>
+ <method name="GetDescription"><arg type="i" direction="in"/><arg type="s" direction="out"/></method>
+ <method name="GetKeyBinding"><arg type="i" direction="in"/><arg type="s" direction="out"/></method>
+ <method name="GetActions"><arg type="a(sss)" direction="out"/></method>
+ <method name="DoAction"><arg type="i" direction="in"/><arg type="b" direction="out"/></method>
+</interface>
+<interface name="org.a11y.atspi.Text">
+ <property name="CharacterCount" type="i" access="read"/>
+ <property name="CaretOffset" type="i" access="read"/>
+ <method name="GetText">
+  <arg type="i" direction="in"/><arg type="i" direction="in"/><arg type="s" direction="out"/>
+ </method>
+ <method name="GetNSelections"><arg type="i" direction="out"/></method>
+</interface>
+<interface name="org.a11y.atspi.EditableText">
+ <method name="SetTextContents"><arg type="s" direction="in"/><arg type="b" direction="out"/></method>
+</interface>
+<interface name="org.a11y.atspi.Cache">
+ <method name="GetItems"><arg type="a((so)(so)(so)iiassusau)" direction="out"/></method>
+ <signal name="AddAccessible"><arg type="((so)(so)(so)iiassusau)"/></signal>
+ <signal name="RemoveAccessible"><arg type="(so)"/></signal>
+</interface>
+</node>)xml";
+
+} // namespace
+
+AccessRoleEntry accessRole(AccessRole role) {
+    switch (role) {
+    case AccessRole::kWindow:
+        return {23, "frame"};
+    case AccessRole::kPanel:
+        return {39, "panel"};
+    case AccessRole::kLabel:
+        return {29, "label"};
+    case AccessRole::kPushButton:
+        return {43, "push button"};
+    case AccessRole::kToggleButton:
+        return {62, "toggle button"};
+    case AccessRole::kCheckBox:
+        return {7, "check box"};
+    case AccessRole::kRadioButton:
+        return {44, "radio button"};
+    case AccessRole::kComboBox:
+        return {11, "combo box"};
+    case AccessRole::kSlider:
+        return {51, "slider"};
+    case AccessRole::kDial:
+        return {15, "dial"};
+    case AccessRole::kEntry:
+        return {79, "entry"};
+    case AccessRole::kLevelBar:
+        return {103, "level bar"};
+    case AccessRole::kStatusBar:
+        return {54, "status bar"};
+    }
+    return {67, "unknown"};
+}
+
+std::vector<const char*> accessInterfaces(const AccessNode* node) {
+    if (node == nullptr) {
+        return {access::kAccessible, access::kApplication};
+    }
+    std::vector<const char*> interfaces{access::kAccessible, access::kComponent};
+    if (node->range) {
+        interfaces.push_back(access::kValue);
+    }
+    if (!node->action.empty()) {
+        interfaces.push_back(access::kAction);
+    }
+    if (node->isTextSettable) {
+        interfaces.insert(interfaces.end(), {access::kText, access::kEditableText});
+    }
+    return interfaces;
+}
+
+GLibPtr<GDBusNodeInfo> describeAccessInterfaces() {
+    return GLibPtr<GDBusNodeInfo>(g_dbus_node_info_new_for_xml(kDescription, nullptr));
+}
+
+} // namespace varno
