@@ -156,7 +156,7 @@ private:
     void addFile(const fs::path& path, const std::string& group, const struct stat& status) {
         const Version version{status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim),
                               nanoseconds(status.st_ctim)};
-        const auto known = mScan.mKnown.find(path);
+        const auto known = mScan.mKnown.find(path.native());
         if (known != mScan.mKnown.end() && known->second.version == version) {
             mFound.insert(mScan.mKnown.extract(known));
             return;
@@ -181,7 +181,7 @@ private:
 
     void add(const fs::path& path, const Version& version, PresetEntry entry) {
         mIsAllKnown = false;
-        mFound.insert_or_assign(path, Known{version, std::move(entry)});
+        mFound.insert_or_assign(path.native(), Known{version, std::move(entry)});
     }
 
     PresetScan& mScan;

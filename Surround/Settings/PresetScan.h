@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <map>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace varno {
@@ -66,7 +66,7 @@ private:
         Version version;
         PresetEntry entry;
     };
-    using KnownFiles = std::map<std::filesystem::path, Known>;
+    using KnownFiles = std::unordered_map<std::string, Known>; ///< By their paths.
     class Walk;
 
     std::filesystem::path mFolder;

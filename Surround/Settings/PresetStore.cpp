@@ -77,7 +77,8 @@ bool PresetStore::rescan() {
 }
 
 const PresetEntry* PresetStore::find(const fs::path& path) const {
-    const auto found = std::ranges::find(mEntries, path, &PresetEntry::path);
+    const auto found = std::ranges::find_if(
+        mEntries, [&](const PresetEntry& entry) { return entry.path.native() == path.native(); });
     return path.empty() || found == mEntries.end() ? nullptr : &*found;
 }
 

@@ -28,6 +28,7 @@ public:
 
     /// The size of the window, one of kWindowSizes; nothing where none is chosen.
     std::optional<double> size() const;
+    /// @param size one of kWindowSizes
     /// @throws FileError where the file cannot be written; the choice holds for this object nevertheless
     void setSize(double size);
 

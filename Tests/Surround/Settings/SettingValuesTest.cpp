@@ -141,5 +141,25 @@ TEST_F(SettingValuesTest, areTheSameWithinWhatAPresetKeeps) {
     }
 }
 
+// A module of another kind, of which the window shows the editor all the same.
+class SettingValuesOfOthers : public HostFixture {
+protected:
+    SettingValuesOfOthers()
+        : HostFixture(VARNO_FIXTURE_BUNDLE) {}
+};
+
+TEST_F(SettingValuesOfOthers, areZeroWhereThereIsNoSuchParameter) {
+    const auto instance = makeInstance(module());
+    const auto gain = *settingOf("Gain");
+    SettingValues expected{};
+    expected[gain] = static_cast<float>(instance->parameter("Gain")->defaultNormalized);
+    EXPECT_EQ(defaultSettings(*instance), expected);
+    SettingValues values{};
+    values.fill(0.75F);
+    requestSettings(*instance, values);
+    expected[gain] = 0.75F;
+    EXPECT_EQ(settingsOf(*instance), expected);
+}
+
 } // namespace
 } // namespace varno::test
