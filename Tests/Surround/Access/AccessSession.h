@@ -6,6 +6,7 @@
 #include "Surround/Access/BusContext.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Surround/Access/TestWindow.h"
 
 #include <functional>
 #include <memory>
@@ -79,29 +80,6 @@ private:
     std::function<void()> mMeanwhile;
     std::vector<BusEvent> mEvents;
     guint mSubscription = 0;
-};
-
-/// A window with a part of each kind, which does what it is asked to and keeps notes.
-class TestWindow : public AccessWindow {
-public:
-    TestWindow();
-
-    AccessNode describe() override {
-        ++descriptions;
-        return root;
-    }
-    bool setValue(const std::string& id, double value) override;
-    bool setValueText(const std::string& id, const std::string& text) override;
-    bool press(const std::string& id) override;
-    bool grabFocus(const std::string& id) override;
-
-    /// The part of that identifier, which must exist.
-    AccessNode& part(const std::string& id);
-
-    AccessNode root;
-    std::vector<std::string> notes;
-    int descriptions = 0;
-    bool isWilling = true; ///< Otherwise it refuses everything.
 };
 
 /// A window with its bridge, and a screen reader that has found it.
