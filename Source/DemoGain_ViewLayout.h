@@ -153,6 +153,46 @@ struct Edges {
     int mBottom;
 };
 
+/// Where the name of a control is lettered, with some room around it: what people take for a part of the
+/// control. Empty for a control without a name of its own. [any]
+constexpr Edges LegendOf(const Control& control) {
+    constexpr int kKnobReach = 27; // To either side of the control's middle.
+    constexpr int kSwitchReach = 28;
+    constexpr int kPairReach = 25; // Where two switches lie side by side, and their names in two lines.
+    constexpr int kKnobAbove = 13; // From the control's edge to the room's upper edge and lower edge.
+    constexpr int kKnobBelow = 27;
+    constexpr int kSwitchBelow = 16;
+    constexpr int kLine = 13; // Added by a second line.
+    constexpr int kGap = 2;   // From the control's edge to the room beside it, and to the room's far edge.
+    constexpr int kLeftWidth = 42;
+    constexpr int kRightWidth = 60;
+    constexpr int kHalfLine = 8;
+    const Bitmap& picture = BitmapOf(control.mArt);
+    const SDemoGain_Parameter* const parameter = DemoGain_FindParameter(control.mID);
+    const bool hasTwoLines = parameter != nullptr && parameter->mLegend[1] != nullptr;
+    const int middleX = control.mX + picture.mWidth / 2;
+    const int middleY = control.mY + picture.mHeight / 2;
+    const int right = control.mX + picture.mWidth;
+    const int bottom = control.mY + picture.mHeight;
+    const int halfHeight = kHalfLine + (hasTwoLines ? kLine / 2 : 0);
+    switch (control.mNameSide) {
+    case NameSide::kLeft:
+        return {control.mX - kLeftWidth, middleY - halfHeight, control.mX - kGap, middleY + halfHeight};
+    case NameSide::kRight:
+        return {right + kGap, middleY - halfHeight, right + kRightWidth, middleY + halfHeight};
+    case NameSide::kBelow:
+        if (control.mKind == Kind::kKnob) {
+            return {middleX - kKnobReach, bottom + kKnobAbove, middleX + kKnobReach, bottom + kKnobBelow};
+        }
+        return {middleX - (hasTwoLines ? kPairReach : kSwitchReach), bottom + 1,
+                middleX + (hasTwoLines ? kPairReach : kSwitchReach),
+                bottom + kSwitchBelow + (hasTwoLines ? kLine : 0)};
+    case NameSide::kNone:
+        break;
+    }
+    return {};
+}
+
 /// The part of the plate that the artwork leaves free.
 inline constexpr Edges kFreeArea = {262, 166, 520, 214};
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <numbers>
+#include <utility>
 
 namespace varno {
 namespace {
@@ -82,6 +83,63 @@ protected:
 
     const std::vector<Image>& pictures;
 };
+
+// WCAG's demand on what is no text.
+constexpr double kMarkContrast = 3.0;
+
+// The brightest pixel within one of a place in a picture, and the darkest.
+std::pair<double, double> rangeAround(const Image& picture, double x, double y, int reach) {
+    double darkest = 1.0;
+    double brightest = 0.0;
+    for (int dy = -reach; dy <= reach; ++dy) {
+        for (int dx = -reach; dx <= reach; ++dx) {
+            const double luminance =
+                picture.luminance(static_cast<int>(std::floor(x)) + dx, static_cast<int>(std::floor(y)) + dy);
+            darkest = std::min(darkest, luminance);
+            brightest = std::max(brightest, luminance);
+        }
+    }
+    return {darkest, brightest};
+}
+
+double contrastOf(std::pair<double, double> range) {
+    constexpr double kFlare = 0.05;
+    return (range.second + kFlare) / (range.first + kFlare);
+}
+
+// As it is drawn, at whatever angle, and not only as its colour is chosen.
+TEST_P(KnobTest, TheTicksOfTheScalesStandOutFromThePanel) {
+    constexpr double kTickRadius = 34.25;
+    constexpr int kTicks = 11;
+    const double scale = GetParam().mFactor;
+    const Image& panel = test::bundlePictures(Art::kBackground, GetParam())[0];
+    for (const auto& control : DemoGain_ViewLayout::kControls) {
+        if (control.mKind != DemoGain_ViewLayout::Kind::kKnob) {
+            continue;
+        }
+        const double x = std::round(control.mX * scale) + 31 * scale;
+        const double y = std::round(control.mY * scale) + 31 * scale;
+        for (int tick = 0; tick < kTicks; ++tick) {
+            const double angle = (-135.0 + 27.0 * tick) * std::numbers::pi / 180;
+            const auto range = rangeAround(panel, x + kTickRadius * scale * std::sin(angle),
+                                           y - kTickRadius * scale * std::cos(angle),
+                                           static_cast<int>(std::lround(2 * scale)));
+            EXPECT_GE(contrastOf(range), kMarkContrast) << control.mID << ", tick " << tick;
+        }
+    }
+}
+
+TEST_P(KnobTest, ThePointerStandsOutFromTheCap) {
+    constexpr double kPointerRadius = 14.0;
+    const double scale = GetParam().mFactor;
+    for (int n = 0; n <= kLast; ++n) {
+        const double angle = knobDegrees(n) * std::numbers::pi / 180;
+        const auto range = rangeAround(
+            pictures[static_cast<std::size_t>(n)], (31 + kPointerRadius * std::sin(angle)) * scale,
+            (31 - kPointerRadius * std::cos(angle)) * scale, static_cast<int>(std::lround(2 * scale)));
+        EXPECT_GE(contrastOf(range), kMarkContrast) << n;
+    }
+}
 
 TEST_P(KnobTest, PointsToItsEndsAndStraightUp) {
     constexpr double kExact = 0.25;

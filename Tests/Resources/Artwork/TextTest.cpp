@@ -115,6 +115,37 @@ TEST_P(LetteringTest, KeepsOffTheControlsAndTheEdges) {
     }
 }
 
+// Whoever clicks a name clicks its control.
+TEST_P(LetteringTest, NamesLieWhereTheLayoutSays) {
+    std::vector<Box> legends;
+    for (const auto& control : kControls) {
+        const auto edges = DemoGain_ViewLayout::LegendOf(control);
+        const Box legend = {static_cast<double>(edges.mLeft), static_cast<double>(edges.mTop),
+                            static_cast<double>(edges.mRight - edges.mLeft),
+                            static_cast<double>(edges.mBottom - edges.mTop)};
+        const SDemoGain_Parameter* const parameter = DemoGain_FindParameter(control.mID);
+        if (parameter == nullptr) {
+            EXPECT_EQ(0.0, legend.width) << control.mID;
+            continue;
+        }
+        for (const char* line : parameter->mLegend) {
+            EXPECT_TRUE(line == nullptr || std::ranges::any_of(panel().texts,
+                                                               [&](const DrawnText& text) {
+                                                                   return text.text == line &&
+                                                                          legend.contains(text.box);
+                                                               }))
+                << control.mID << ": " << line;
+        }
+        for (const auto& other : kControls) {
+            EXPECT_FALSE(legend.overlaps(controlBox(other))) << control.mID << " at " << other.mID;
+        }
+        for (const Box& other : legends) {
+            EXPECT_FALSE(legend.overlaps(other)) << control.mID;
+        }
+        legends.push_back(legend);
+    }
+}
+
 TEST_P(LetteringTest, TextsKeepApart) {
     constexpr double kAir = 1.0;
     for (const Lettered& picture : everyPicture()) {

@@ -1,9 +1,12 @@
 #include "Surround/Settings/UserPreferences.h"
 
+#include "DemoGain_ViewLayout.h"
 #include "Files/FileError.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 namespace varno::test {
 namespace {
@@ -38,6 +41,14 @@ TEST_F(UserPreferencesTest, areKept) {
     first.setCurveShown(false);
     EXPECT_FALSE(first.isCurveShown());
     EXPECT_EQ(readFile(mFolder / "sub/window.txt"), "size 3\ncurve hidden\n");
+}
+
+TEST(WindowSizes, areThoseThatTheEditorIsDrawnFor) {
+    std::set<double> drawn;
+    for (const auto& scale : DemoGain_ViewLayout::kArtScales) {
+        drawn.insert(scale.mFactor);
+    }
+    EXPECT_EQ(std::set<double>(kWindowSizes.begin(), kWindowSizes.end()), drawn);
 }
 
 TEST_F(UserPreferencesTest, areReadWithBlanks) {
