@@ -27,12 +27,8 @@ public:
     /// Ends as soon as no button is down: no other window receives the release of a button alone. Nothing is
     /// reported any more.
     void end();
-    /// Tries again what had to wait. To be called some 30 times a second between begin() and isIdle().
+    /// Tries again what had to wait. To be called some 30 times a second; costs nothing where nothing waits.
     void tick();
-    /// Whether the pointer is taken.
-    bool isHeld() const { return mIsHeld; }
-    /// Whether there is nothing to wait for: it has not begun, or has ended.
-    bool isIdle() const { return !mIsWanted && !mIsHeld; }
 
 private:
     void handle(const xcb_generic_event_t& event);

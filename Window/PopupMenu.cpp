@@ -99,12 +99,15 @@ void PopupMenu::scrollTo(int scrolled) {
     }
 }
 
+// With the first row that can be chosen, what is above it is seen too, and with the last what is below.
 void PopupMenu::show(std::size_t row) {
     const auto area = mPanel->areaOf(row);
-    if (area.y < mScrolled) {
-        scrollTo(area.y);
-    } else if (area.bottom() > mScrolled + viewHeight()) {
-        scrollTo(area.bottom() - viewHeight());
+    const int top = row == mPanel->next({}, true) ? 0 : area.y;
+    const int bottom = row == mPanel->next({}, false) ? mPanel->size().height : area.bottom();
+    if (top < mScrolled) {
+        scrollTo(top);
+    } else if (bottom > mScrolled + viewHeight()) {
+        scrollTo(bottom - viewHeight());
     }
 }
 

@@ -179,6 +179,23 @@ TEST(MenuPanelTest, MarksDifferInShape) {
                           {0, 0, 28, 20}, PanelStyle().warning));
 }
 
+TEST(MenuPanelTest, MarksGrowWithTheScale) {
+    const auto pixels = [](double scale) {
+        const PanelStyle style = scaled(scale);
+        const MenuPanel panel({row("", {}, Mark::kCheck)}, style, kWide);
+        const Picture picture = drawn(panel);
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                count += picture.at({x, y}) != style.panel ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    // As wide as it is long: four times the area.
+    EXPECT_NEAR(pixels(4), 4 * pixels(2), pixels(2));
+}
+
 double luminance(std::uint32_t colour) {
     const auto part = [&](int shift) {
         const double value = (colour >> shift & 0xFF) / 255.0;

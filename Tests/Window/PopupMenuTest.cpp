@@ -1,5 +1,6 @@
 #include "Window/PopupMenu.h"
 
+#include "Tests/Window/PaintedPicture.h"
 #include "Tests/Window/WindowFixture.h"
 
 #include <X11/keysym.h>
@@ -224,7 +225,8 @@ TEST_F(PopupMenuTest, ALongOneFillsTheMonitorAndScrolls) {
     EXPECT_NE(first, last);
     const WindowArea row = mPanel->areaOf(kManyRows - 1);
     // The last row lies above the arrow at the end.
-    EXPECT_EQ(last.at({3, 900 - 16 - row.height / 2}), PanelStyle().highlight);
+    const int end = mPanel->size().height - row.bottom();
+    EXPECT_EQ(last.at({3, 900 - 16 - end - row.height / 2}), PanelStyle().highlight);
     EXPECT_EQ(after({XK_Home}), 0U);
     settle();
     EXPECT_EQ(shown().at({3, 16 + mPanel->areaOf(0).y / 2 + row.height / 2}), PanelStyle().highlight);
@@ -273,6 +275,48 @@ TEST_F(PopupMenuTest, TheWheelAndTheArrowsScroll) {
     EXPECT_EQ(mMenu->highlighted(), 0U);
     click();
     EXPECT_THAT(mChoices, ElementsAre(Choice(0)));
+}
+
+TEST_F(PopupMenuTest, ScrollsAtItsArrowsOnly) {
+    openLong();
+    const Area menu = area();
+    for (const int y : {20, 450, 900 - 16 - 1}) {
+        point({menu.x + 40, y});
+        ASSERT_TRUE(mMenu->highlighted()) << y;
+        const Picture before = shown();
+        for (int i = 0; i < 5; ++i) {
+            mMenu->tick();
+        }
+        settle();
+        EXPECT_EQ(shown(), before) << y;
+    }
+    point({menu.x + 40, 900 - 16});
+    EXPECT_EQ(mMenu->highlighted(), std::nullopt);
+    point({menu.x + 40, 15});
+    EXPECT_EQ(mMenu->highlighted(), std::nullopt);
+}
+
+// The arrow at an end of the list is faint.
+TEST_F(PopupMenuTest, ArrowsTellWhereMoreIs) {
+    const PanelStyle style;
+    openLong();
+    const Area menu = area();
+    const auto has = [&](const WindowArea& strip, std::uint32_t colour) {
+        return hasColour(shown(), strip, colour);
+    };
+    const WindowArea top{2, 2, menu.width - 4, 12};
+    const WindowArea bottom{2, 900 - 14, menu.width - 4, 12};
+    EXPECT_TRUE(has(top, style.edge));
+    EXPECT_FALSE(has(top, style.text));
+    EXPECT_TRUE(has(bottom, style.text));
+    mMenu->key(XK_End);
+    settle();
+    EXPECT_TRUE(has(top, style.text));
+    EXPECT_TRUE(has(bottom, style.edge));
+    EXPECT_FALSE(has(bottom, style.text));
+    mMenu->dismiss();
+    open(); // with room for all
+    EXPECT_FALSE(hasColour(shown(), {2, 2, 100, 2}, style.text));
 }
 
 TEST_F(PopupMenuTest, StartsWhereTheHighlightedRowIsSeen) {

@@ -48,6 +48,28 @@ TEST_F(WheelGrabsTest, ReportEachStepInPlaceOfTheView) {
     EXPECT_TRUE(viewEvents().empty());
 }
 
+TEST_F(WheelGrabsTest, ReportAStepWhenItIsMade) {
+    mPointer.press(Button::kWheelUp);
+    settle();
+    EXPECT_EQ(mSteps.size(), 1U);
+    mPointer.release(Button::kWheelUp);
+    settle();
+    EXPECT_EQ(mSteps.size(), 1U);
+}
+
+// Others may have selected the buttons of the window.
+TEST_F(WheelGrabsTest, OtherButtonsOfTheWindowAreNoSteps) {
+    mPerson.destroyWindow(mChild);
+    mConnection.select(mShell, XCB_EVENT_MASK_BUTTON_PRESS);
+    int presses = 0;
+    const auto events = mConnection.events().add(
+        mShell, [&](const auto& event) { presses += eventKind(event) == XCB_BUTTON_PRESS ? 1 : 0; });
+    settle();
+    turn(Button::kRight);
+    EXPECT_EQ(presses, 1);
+    EXPECT_TRUE(mSteps.empty());
+}
+
 TEST_F(WheelGrabsTest, WorkWithAnyModifiersAndLocks) {
     for (const auto lock : std::initializer_list<xcb_keysym_t>{XK_Caps_Lock, XK_Num_Lock}) {
         mKeyboard.tap(lock);
