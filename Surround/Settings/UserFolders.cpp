@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 constexpr const char* kOwnFolder = "varno-s";
 
 fs::path folderFrom(const char* variable) {
-    const char* const value = std::getenv(variable); // NOLINT(concurrency-mt-unsafe): nothing sets variables
+    const char* const value = std::getenv(variable);
     const fs::path folder = value == nullptr ? "" : value;
     return folder.is_absolute() ? folder : fs::path();
 }
