@@ -67,7 +67,6 @@ void KeyText::readCompositions() {
 // Changes of the keyboard arrive in numbers: it is read again when it is needed.
 void KeyText::readKeyboard() {
     mIsKeyboardOld = false;
-    mState.reset();
     auto* const server = mConnection.get();
     if (!mContext || xkb_x11_setup_xkb_extension(
                          server, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,

@@ -24,7 +24,6 @@ std::unique_ptr<PangoContext, Unref> textContext() {
     // Grey edges: right on every order of a screen's colours.
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
-    cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_ON);
     pango_cairo_context_set_font_options(context.get(), options.get());
     return context;
 }

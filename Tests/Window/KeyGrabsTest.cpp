@@ -112,6 +112,23 @@ TEST_F(KeyGrabsTest, AreFoundAgainWhileTextsAreRead) {
     EXPECT_EQ(text.press(event).text, "s");
 }
 
+TEST_F(KeyGrabsTest, ReportWhatTheyUse) {
+    const auto isUsed = [&](std::uint8_t kind, xcb_keysym_t symbol, std::uint16_t state) {
+        xcb_key_press_event_t event{};
+        event.response_type = kind;
+        event.detail = static_cast<xcb_keycode_t>(key(symbol));
+        event.state = state;
+        return mGrabs.handle(event);
+    };
+    EXPECT_TRUE(isUsed(XCB_KEY_PRESS, XK_s, XCB_MOD_MASK_CONTROL));
+    EXPECT_FALSE(isUsed(XCB_KEY_RELEASE, XK_s, XCB_MOD_MASK_CONTROL));
+    EXPECT_FALSE(isUsed(XCB_KEY_PRESS, XK_s, 0));
+    EXPECT_EQ(mSaves, 1);
+    mGrabs.grabAll([](const auto&) {});
+    EXPECT_TRUE(isUsed(XCB_KEY_PRESS, XK_s, 0));
+    EXPECT_TRUE(isUsed(XCB_KEY_RELEASE, XK_s, 0));
+}
+
 TEST_F(KeyGrabsTest, AHeldKeyRepeatsOnlyWhereThatIsMeant) {
     const auto repeat = [&](xcb_keysym_t symbol, std::uint16_t state) {
         xcb_key_press_event_t event{};
