@@ -1,5 +1,7 @@
 #include "Surround/Access/AccessInterfaces.h"
 
+#include <algorithm>
+
 namespace varno {
 namespace {
 
@@ -85,38 +87,31 @@ constexpr const char kDescription[] = R"xml(<node>
 </interface>
 </node>)xml";
 
+struct RoleRow {
+    AccessRole role;
+    AccessRoleEntry entry;
+};
+
+constexpr RoleRow kRoles[] = {
+    {AccessRole::kWindow, {23, "frame"}},
+    {AccessRole::kPanel, {39, "panel"}},
+    {AccessRole::kLabel, {29, "label"}},
+    {AccessRole::kPushButton, {43, "push button"}},
+    {AccessRole::kToggleButton, {62, "toggle button"}},
+    {AccessRole::kCheckBox, {7, "check box"}},
+    {AccessRole::kRadioButton, {44, "radio button"}},
+    {AccessRole::kComboBox, {11, "combo box"}},
+    {AccessRole::kSlider, {51, "slider"}},
+    {AccessRole::kDial, {15, "dial"}},
+    {AccessRole::kEntry, {79, "entry"}},
+    {AccessRole::kLevelBar, {103, "level bar"}},
+    {AccessRole::kStatusBar, {54, "status bar"}},
+};
+
 } // namespace
 
 AccessRoleEntry accessRole(AccessRole role) {
-    switch (role) {
-    case AccessRole::kWindow:
-        return {23, "frame"};
-    case AccessRole::kPanel:
-        return {39, "panel"};
-    case AccessRole::kLabel:
-        return {29, "label"};
-    case AccessRole::kPushButton:
-        return {43, "push button"};
-    case AccessRole::kToggleButton:
-        return {62, "toggle button"};
-    case AccessRole::kCheckBox:
-        return {7, "check box"};
-    case AccessRole::kRadioButton:
-        return {44, "radio button"};
-    case AccessRole::kComboBox:
-        return {11, "combo box"};
-    case AccessRole::kSlider:
-        return {51, "slider"};
-    case AccessRole::kDial:
-        return {15, "dial"};
-    case AccessRole::kEntry:
-        return {79, "entry"};
-    case AccessRole::kLevelBar:
-        return {103, "level bar"};
-    case AccessRole::kStatusBar:
-        return {54, "status bar"};
-    }
-    return {67, "unknown"};
+    return std::ranges::find(kRoles, role, &RoleRow::role)->entry;
 }
 
 std::vector<const char*> accessInterfaces(const AccessNode* node) {

@@ -200,7 +200,10 @@ gchar** AccessObjects::onEnumerate(GDBusConnection* /*connection*/, const gchar*
 GDBusInterfaceInfo** AccessObjects::onIntrospect(GDBusConnection* /*connection*/, const gchar* /*sender*/,
                                                  const gchar* /*path*/, const gchar* name, gpointer data) {
     const AccessObjects* const objects = **static_cast<Self*>(data);
-    const auto part = objects == nullptr || name == nullptr ? std::nullopt : objects->mAnswers.partOf(name);
+    if (objects == nullptr || name == nullptr) {
+        return nullptr;
+    }
+    const auto part = objects->mAnswers.partOf(name);
     if (!part) {
         return nullptr;
     }

@@ -43,16 +43,16 @@ inline constexpr AccessNumber kAccessApplication = 0;
 
 /// A part and its place.
 struct AccessEntry {
-    const AccessNode* node;
-    AccessNumber parent;
-    int index; ///< Among the parent's children.
+    const AccessNode* node = nullptr;
+    AccessNumber parent = kAccessApplication;
+    int index = 0; ///< Among the parent's children.
 };
 
 struct AccessChange {
     enum class Kind { kName, kDescription, kValue, kState, kAdded, kRemoved };
 
-    Kind kind;
-    AccessNumber part;
+    Kind kind = Kind::kName;
+    AccessNumber part = kAccessApplication;
     std::size_t state = 0; ///< kState: which.
     bool isOn = false;     ///< kState: now.
     AccessEntry place{};   ///< kAdded, kRemoved: where; the node is null.

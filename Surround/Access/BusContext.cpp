@@ -42,7 +42,7 @@ public:
     ~Closing() { g_weak_ref_clear(&mReference); }
 
     bool isGone() {
-        gpointer const connection = g_weak_ref_get(&mReference);
+        auto* const connection = static_cast<GObject*>(g_weak_ref_get(&mReference));
         if (connection != nullptr) {
             g_object_unref(connection);
         }

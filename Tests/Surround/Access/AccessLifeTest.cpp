@@ -4,13 +4,10 @@
 #include "Tests/Surround/Access/AccessSession.h"
 
 #include <csignal>
-#include <gmock/gmock.h>
 #include <poll.h>
 
 namespace varno::test {
 namespace {
-
-using testing::HasSubstr;
 
 class AccessLifeTest : public AccessFixture {
 protected:

@@ -9,6 +9,7 @@
 #include "Tests/Surround/Access/TestWindow.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <string>

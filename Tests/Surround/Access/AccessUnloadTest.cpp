@@ -3,6 +3,7 @@
 #include "Tests/Surround/Access/AccessSession.h"
 
 #include <dlfcn.h>
+#include <gtest/gtest.h>
 
 namespace varno::test {
 namespace {
