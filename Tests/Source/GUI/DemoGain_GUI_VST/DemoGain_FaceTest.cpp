@@ -138,6 +138,37 @@ TEST_P(DemoGain_FaceAtScaleTest, IsDrawnPixelByPixel) {
     }
 }
 
+// A control that moves is drawn again and again within its own pixels; nothing of it may add up or be left.
+TEST_P(DemoGain_FaceAtScaleTest, IsTheSameAfterManyPartsWereDrawnAgain) {
+    const double scale = GetParam().mFactor;
+    VSTGUI::CFrame* const frame = view->getFrame();
+    const Picture once = drawn(scale);
+    const auto context = VSTGUI::COffscreenContext::create(CPoint(once.width(), once.height()));
+    context->beginDraw();
+    frame->drawRect(context, frame->getViewSize());
+    for (const float value : {1.0F, 0.0F, 0.3F, 0.8F}) {
+        for (const auto& control : DemoGain_ViewLayout::kControls) {
+            VSTGUI::CControl* const shown = view->GetControl(control.mID);
+            const float before = shown->getValue();
+            // A meter falls slowly from what it has shown.
+            const bool isMeter = control.mKind == DemoGain_ViewLayout::Kind::kMeter;
+            for (const float each : {isMeter ? before : value, before}) {
+                shown->setValue(each);
+                // As the library invalidates it.
+                CRect part = shown->getViewSize();
+                frame->getTransform().transform(part);
+                part.makeIntegral();
+                frame->drawRect(context, part);
+                // As where a window moves away from above one half.
+                part.right = std::floor(part.getCenter().x);
+                frame->drawRect(context, part);
+            }
+        }
+    }
+    context->endDraw();
+    EXPECT_EQ(largestDifference(once, pictureOf(*context->getBitmap())), 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(Scales, DemoGain_FaceAtScaleTest, testing::ValuesIn(DemoGain_ViewLayout::kArtScales),
                          [](const auto& tested) {
                              return "At" + std::to_string(std::lround(100 * tested.param.mFactor));
