@@ -73,6 +73,24 @@ TEST_F(KeyFocusTest, IsTakenBackFromTheViewOnly) {
     EXPECT_EQ(focus(), xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT});
 }
 
+TEST_F(KeyFocusTest, MayBeTakenBackAsSoonAsItIsLost) {
+    mFocus.setFocusHandler([this](bool hasFocus) {
+        if (!hasFocus) {
+            mFocus.takeBack();
+        }
+    });
+    mFocus.take();
+    settle();
+    giveFocus(mChild);
+    settle();
+    EXPECT_EQ(focus(), mFocus.id());
+    const XWindow other(mPerson, {600, 600, 20, 20});
+    giveFocus(other.id());
+    settle();
+    EXPECT_EQ(focus(), other.id());
+    EXPECT_FALSE(mFocus.hasFocus());
+}
+
 TEST_F(KeyFocusTest, IsTakenNoMoreThanTheEventAllows) {
     giveFocus(mChild);
     mFocus.take(1); // long ago

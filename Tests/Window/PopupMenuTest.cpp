@@ -2,6 +2,7 @@
 
 #include "Tests/Window/PaintedPicture.h"
 #include "Tests/Window/WindowFixture.h"
+#include "Window/InputArea.h"
 
 #include <X11/keysym.h>
 
@@ -138,18 +139,52 @@ TEST_F(PopupMenuTest, AClickBesideItDismisses) {
     EXPECT_THAT(mChoices, ElementsAre(std::nullopt)); // once
 }
 
-// Opened by a press, with the button held: over a row the release chooses.
+// Opened by a press of this program's own window, which has the pointer then.
 TEST_F(PopupMenuTest, PressDragAndReleaseChoose) {
-    point(placeOf(0));
-    mPointer.press();
-    mConnection.handleEvents();
-    open();
-    EXPECT_TRUE(mMenu->isOpen());
-    mPointer.release(); // of the view, which has had the press
-    mMenu->tick();
+    InputArea button(mConnection, mShell, [this](const ButtonEvent& event) {
+        if (event.isDown) {
+            open();
+        }
+    });
+    button.setArea({20, 20, 60, 20}); // the anchor
+    button.show();
     settle();
+    point(onScreen({30, 30}));
+    mPointer.press();
+    settle();
+    ASSERT_TRUE(mMenu->isOpen());
+    for (const std::size_t row : {0U, 1U, 3U}) {
+        point(placeOf(row));
+        EXPECT_EQ(mMenu->highlighted(), row);
+    }
+    mPointer.release();
+    settle();
+    EXPECT_THAT(mChoices, ElementsAre(Choice(3)));
+}
+
+TEST_F(PopupMenuTest, AClickOpensAndAnotherChooses) {
+    InputArea button(mConnection, mShell, [this](const ButtonEvent& event) {
+        if (event.isDown) {
+            open();
+        }
+    });
+    button.setArea({20, 20, 60, 20});
+    button.show();
+    settle();
+    point(onScreen({30, 30}));
+    click();
+    EXPECT_TRUE(mMenu->isOpen());
+    point(placeOf(3));
+    click();
+    EXPECT_THAT(mChoices, ElementsAre(Choice(3)));
+}
+
+// A press within may move before its release.
+TEST_F(PopupMenuTest, ADragWithinChoosesWhereItEnds) {
+    open();
     point(placeOf(3));
     mPointer.press();
+    settle();
     point(placeOf(4));
     mPointer.release();
     settle();
