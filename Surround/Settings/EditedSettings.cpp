@@ -156,19 +156,16 @@ EditedSettings::NamedStep::~NamedStep() {
 }
 
 void EditedSettings::set(std::size_t setting, float normalized, Join join) {
-    settle();
     const NamedStep step(*this, valueName(setting, normalized), join == Join::kYes ? settingID(setting) : "");
     requestSetting(mInstance, setting, normalized);
 }
 
 void EditedSettings::reset(std::size_t setting) {
-    settle();
     const NamedStep step(*this, "Reset of " + settingName(setting));
     requestSetting(mInstance, setting, defaultSettings(mInstance).at(setting));
 }
 
 void EditedSettings::setAll(const SettingValues& values, const std::string& name) {
-    settle();
     const NamedStep step(*this, name);
     requestSettings(mInstance, values);
 }
@@ -244,7 +241,6 @@ void EditedSettings::changeSlot() {
 
 void EditedSettings::copyToOtherSlot() {
     settle();
-    endStep();
     mSlots.copyToOther(values());
 }
 

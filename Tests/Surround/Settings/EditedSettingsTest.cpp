@@ -347,6 +347,40 @@ TEST_F(EditedSettingsTest, undoWithinAGestureTakesBackWhatItDidSoFar) {
     EXPECT_EQ(value("Gain"), 0.5);
 }
 
+TEST_F(EditedSettingsTest, aGestureUnderWayLeavesNothingToRedo) {
+    gesture("Mix", {1.0});
+    edited.undo();
+    model().TouchParameter("Gain");
+    request("Gain", 0.75);
+    EXPECT_FALSE(edited.redo());
+    model().ReleaseParameter("Gain");
+    EXPECT_THAT(undoAll(), ElementsAre("Gain +10.0 dB"));
+}
+
+TEST_F(EditedSettingsTest, aGestureUnderWayBelongsToTheSlotThatItChanged) {
+    model().TouchParameter("Gain");
+    request("Gain", 0.75);
+    edited.changeSlot();
+    EXPECT_EQ(value("Gain"), 0.5);
+    EXPECT_FALSE(edited.canUndo());
+    request("Gain", 1.0);
+    model().ReleaseParameter("Gain");
+    EXPECT_EQ(edited.undoName(), "Gain +20.0 dB");
+    edited.changeSlot();
+    EXPECT_EQ(value("Gain"), 0.75);
+    EXPECT_EQ(edited.undoName(), "Gain +10.0 dB");
+}
+
+TEST_F(EditedSettingsTest, aCopyWithinAGestureHasItsValues) {
+    model().TouchParameter("Gain");
+    request("Gain", 0.75);
+    edited.copyToOtherSlot();
+    request("Gain", 1.0);
+    model().ReleaseParameter("Gain");
+    EXPECT_EQ(slots.otherValues()[*settingOf("Gain")], 0.75F);
+    EXPECT_THAT(undoAll(), ElementsAre("Gain +20.0 dB"));
+}
+
 TEST_F(EditedSettingsTest, takesAGestureBack) {
     gesture("Mix", {1.0});
     edited.takeBackGesture();

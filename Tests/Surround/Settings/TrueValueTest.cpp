@@ -65,7 +65,7 @@ TEST(TrueValue, readsCurves) {
 }
 
 TEST(TrueValue, readsSwitches) {
-    for (const char* text : {"on", "ON", " on ", "1"}) {
+    for (const char* text : {"on", "ON", " on ", "1", " 1 "}) {
         EXPECT_EQ(typed("HP", text), 1.0) << text;
     }
     for (const char* text : {"off", "Off", "0"}) {
