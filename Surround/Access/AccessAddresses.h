@@ -6,7 +6,7 @@
 
 namespace varno {
 
-/// Where buses may be found; an empty address stands for none.
+/// Where buses may be found, the first first; an empty address stands for none, as one where nobody answers.
 struct AccessAddresses {
     std::string bus;     ///< Of the accessibility bus itself: it counts as switched on.
     std::string session; ///< Of the session bus, which has the accessibility bus's address and its switch.

@@ -21,19 +21,31 @@ AccessBus::AccessBus(BusContext& context, AccessAddresses addresses, Found found
       mAddresses(std::move(addresses)),
       mFound(std::move(found)),
       mLost(std::move(lost)) {
-    if (!mAddresses.bus.empty()) {
-        open(mAddresses.bus);
-    } else if (!mAddresses.session.empty()) {
-        mContext.connect(mAddresses.session, [this](GLibPtr<GDBusConnection> session) {
-            if (session != nullptr) {
-                useSession(std::move(session));
-            } else {
-                open(mAddresses.root);
-            }
-        });
-    } else {
-        open(mAddresses.root);
+    if (mAddresses.bus.empty()) {
+        findSession();
+        return;
     }
+    mContext.connect(mAddresses.bus, [this](GLibPtr<GDBusConnection> connection) {
+        if (connection != nullptr) {
+            use(std::move(connection));
+        } else {
+            findSession();
+        }
+    });
+}
+
+void AccessBus::findSession() {
+    if (mAddresses.session.empty()) {
+        open(mAddresses.root);
+        return;
+    }
+    mContext.connect(mAddresses.session, [this](GLibPtr<GDBusConnection> session) {
+        if (session != nullptr) {
+            useSession(std::move(session));
+        } else {
+            open(mAddresses.root);
+        }
+    });
 }
 
 AccessBus::~AccessBus() {

@@ -27,6 +27,7 @@ public:
     ~AccessBus();
 
 private:
+    void findSession();
     void useSession(GLibPtr<GDBusConnection> session);
     void leaveSession();
     void askWhetherEnabled();

@@ -74,6 +74,13 @@ TEST_F(AccessLifeTest, IsThereWhereTheSwitchWasOnBefore) {
     EXPECT_NE(applicationName(), "");
 }
 
+TEST_F(AccessLifeTest, AnAddressWhereNobodyAnswersIsNone) {
+    setEnabled(true);
+    mBridge.emplace("Test effect", mWindow,
+                    AccessAddresses{"unix:path=/nonexistent/bus", mSession.address(), {}});
+    EXPECT_NE(applicationName(), "");
+}
+
 TEST_F(AccessLifeTest, ItsEndIsSeen) {
     open();
     mBridge.reset();
