@@ -179,6 +179,42 @@ TEST(MenuPanelTest, MarksDifferInShape) {
                           {0, 0, 28, 20}, PanelStyle().warning));
 }
 
+TEST(MenuPanelTest, MarksStandLeftOfTheTexts) {
+    const PanelStyle style;
+    const Picture plain = drawn(MenuPanel({row("Drums")}, style, kWide));
+    for (const Mark mark : {Mark::kCheck, Mark::kBullet, Mark::kDamaged}) {
+        const MenuPanel panel({row("Drums", {}, mark)}, style, kWide);
+        const auto area = differingArea(plain, drawn(panel));
+        ASSERT_TRUE(area);
+        EXPECT_GE(area->x, 9);
+        EXPECT_LE(area->x + area->width, 20);
+        EXPECT_GE(area->width, mark == Mark::kBullet ? 6 : 8);
+        EXPECT_GE(area->y, panel.areaOf(0).y);
+        EXPECT_LE(area->y + area->height, panel.areaOf(0).bottom());
+        EXPECT_NEAR(area->y + area->height / 2, panel.areaOf(0).y + panel.areaOf(0).height / 2, 2);
+    }
+}
+
+TEST(MenuPanelTest, OnlyWhatIsDamagedHasTheColourOfAWarning) {
+    const PanelStyle style;
+    for (const Mark mark : {Mark::kCheck, Mark::kBullet}) {
+        const MenuPanel panel({row("Drums", {}, mark)}, style, kWide);
+        EXPECT_FALSE(hasColour(drawn(panel), panel.areaOf(0), style.warning));
+    }
+    const MenuPanel damaged({row("Drums", {}, Mark::kDamaged)}, style, kWide);
+    EXPECT_TRUE(hasColour(drawn(damaged), damaged.areaOf(0), style.warning));
+    EXPECT_FALSE(hasColour(drawn(damaged, 0), damaged.areaOf(0), style.warning));
+}
+
+TEST(MenuPanelTest, DetailsEndAtTheRightSide) {
+    const MenuPanel without({row("On")}, PanelStyle(), kWide);
+    const MenuPanel with({row("On", "E")}, PanelStyle(), kWide);
+    ASSERT_EQ(with.size(), without.size()); // the least width
+    const auto area = differingArea(drawn(without), drawn(with));
+    ASSERT_TRUE(area);
+    EXPECT_NEAR(area->x + area->width, with.size().width - 10, 2);
+}
+
 TEST(MenuPanelTest, MarksGrowWithTheScale) {
     const auto pixels = [](double scale) {
         const PanelStyle style = scaled(scale);

@@ -127,6 +127,7 @@ protected:
 TEST_F(WithoutMonitors, TheScreenIsOne) {
     ASSERT_FALSE(mConnection.hasExtension(xcb_randr_id));
     EXPECT_THAT(monitors(mConnection), ElementsAre(kScreen));
+    mConnection.throwIfLost(); // as after a request that the server does not know
 }
 
 } // namespace
