@@ -191,7 +191,9 @@ TEST(MenuPanelTest, MarksStandLeftOfTheTexts) {
         EXPECT_GE(area->width, mark == Mark::kBullet ? 6 : 8);
         EXPECT_GE(area->y, panel.areaOf(0).y);
         EXPECT_LE(area->y + area->height, panel.areaOf(0).bottom());
-        EXPECT_NEAR(area->y + area->height / 2, panel.areaOf(0).y + panel.areaOf(0).height / 2, 2);
+        const int above = area->y - panel.areaOf(0).y;
+        const int below = panel.areaOf(0).bottom() - (area->y + area->height);
+        EXPECT_NEAR(above, below, 3);
     }
 }
 

@@ -329,6 +329,9 @@ TEST_F(PopupMenuTest, ScrollsAtItsArrowsOnly) {
     EXPECT_EQ(mMenu->highlighted(), std::nullopt);
     point({menu.x + 40, 15});
     EXPECT_EQ(mMenu->highlighted(), std::nullopt);
+    mMenu->key(XK_End);
+    point({menu.x + 40, 16}); // below the arrow, with rows up to there
+    EXPECT_TRUE(mMenu->highlighted());
 }
 
 // The arrow at an end of the list is faint.
