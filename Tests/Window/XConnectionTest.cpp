@@ -47,6 +47,24 @@ TEST(XConnectionTest, ReadsTextsOfWindows) {
     EXPECT_EQ(connection.poll(), nullptr);
 }
 
+TEST(XConnectionTest, ReadsNumbersOfWindows) {
+    const XServer server;
+    const XClient person(server.display());
+    XConnection connection(server.display());
+    const auto root = connection.screen().root;
+    const auto property = connection.atom("VARNO_NUMBERS");
+    const std::vector<std::uint32_t> numbers = {1, 0xFFFFFFFF, 3};
+    xcb_change_property(person.connection(), XCB_PROP_MODE_REPLACE, root, property, XCB_ATOM_CARDINAL, 32, 3,
+                        numbers.data());
+    person.synchronise();
+    EXPECT_EQ(connection.words(root, property), numbers);
+    EXPECT_TRUE(connection.words(root, connection.atom("VARNO_NOTHING")).empty());
+    xcb_change_property(person.connection(), XCB_PROP_MODE_REPLACE, root, property, XCB_ATOM_STRING, 8, 12,
+                        "twelve bytes");
+    person.synchronise();
+    EXPECT_TRUE(connection.words(root, property).empty());
+}
+
 TEST(XConnectionTest, FindsWindowsInAWindow) {
     const XServer server;
     const XClient person(server.display());
