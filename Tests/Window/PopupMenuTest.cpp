@@ -99,6 +99,9 @@ TEST_F(PopupMenuTest, OpensBelowItsAnchorAsLargeAsItsEntries) {
     const Picture picture = shown();
     EXPECT_EQ(picture.at({0, 0}), PanelStyle().edge);
     EXPECT_EQ(picture.at({1, 1}), PanelStyle().panel);
+    EXPECT_EQ(picture.at({picture.width() - 2, picture.height() - 2}), PanelStyle().panel);
+    EXPECT_EQ(picture.at({picture.width() - 1, 5}), PanelStyle().edge);
+    EXPECT_EQ(picture.at({5, picture.height() - 1}), PanelStyle().edge);
     EXPECT_THAT(mChoices, IsEmpty());
 }
 
