@@ -6,13 +6,13 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 
 namespace varno {
 namespace {
 
+// As the library's windows do it: what ends within a pixel ends before it.
 int scaled(int length, double scale) {
-    return static_cast<int>(std::lround(length * scale));
+    return static_cast<int>(length * scale);
 }
 
 // Whether the effect is the one that the bar is made for.

@@ -7,6 +7,7 @@
 
 #include "vstgui/lib/ccolor.h"
 
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -47,9 +48,11 @@ AAX_Result AAX_CEffectGUI_VST::SetViewContainer(IACFUnknown* container) {
 
 AAX_Result AAX_CEffectGUI_VST::GetViewSize(AAX_Point* outSize) const {
     if (outSize != nullptr && mView) {
+        // The library's window has the whole pixels of the frame: a part of one at the far edges is not
+        // drawn.
         const VSTGUI::CRect& size = mView->getFrame()->getViewSize();
-        outSize->vert = static_cast<float>(size.getHeight());
-        outSize->horz = static_cast<float>(size.getWidth());
+        outSize->vert = static_cast<float>(std::trunc(size.getHeight()));
+        outSize->horz = static_cast<float>(std::trunc(size.getWidth()));
     }
     return AAX_SUCCESS;
 }

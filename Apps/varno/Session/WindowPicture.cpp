@@ -121,12 +121,15 @@ bool WindowPicture::isDrawn() const {
         xcb_query_tree_reply(connection, xcb_query_tree(connection, mWindow), nullptr));
     bool drawn = tree && tree->children_len == 0;
     withPicture([&](xcb_pixmap_t picture, const xcb_get_geometry_reply_t& geometry) {
-        const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, picture,
-                                          static_cast<std::int16_t>(geometry.width - 1),
-                                          static_cast<std::int16_t>(geometry.height - 1), 1, 1, kAllPlanes);
-        const XReply<xcb_get_image_reply_t> pixel(xcb_get_image_reply(connection, cookie, nullptr));
-        const auto* bytes = pixel ? xcb_get_image_data(pixel.get()) : nullptr;
-        drawn = drawn || (bytes != nullptr && std::any_of(bytes, bytes + kColourBytes, isSet));
+        const auto isLit = [&](int y) {
+            const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, picture,
+                                              static_cast<std::int16_t>(geometry.width - 1),
+                                              static_cast<std::int16_t>(y), 1, 1, kAllPlanes);
+            const XReply<xcb_get_image_reply_t> pixel(xcb_get_image_reply(connection, cookie, nullptr));
+            const auto* bytes = pixel ? xcb_get_image_data(pixel.get()) : nullptr;
+            return bytes != nullptr && std::any_of(bytes, bytes + kColourBytes, isSet);
+        };
+        drawn = drawn || (isLit(0) && isLit(geometry.height - 1));
     });
     return drawn;
 }

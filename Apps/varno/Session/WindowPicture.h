@@ -14,8 +14,9 @@ public:
     /// @throws WorkError where the display cannot keep pictures of windows
     WindowPicture(XConnection& connection, xcb_window_t window);
 
-    /// Whether the windows within this one have been drawn to the last pixel: until then it is black. With no
-    /// window within there is nothing to wait for.
+    /// Whether the windows within this one, one above the other, have been drawn to the first and the last
+    /// pixel at the right edge: until then these are black. With no window within there is nothing to wait
+    /// for.
     bool isDrawn() const;
 
     /// Appends the picture to the file.

@@ -146,18 +146,28 @@ TEST_F(EditEffect, IsEnlargedAsTheDesktopIs) {
 
 // Larger than the screen.
 TEST_F(EditEffect, AScreenshotIsWholeAtEveryScale) {
-    for (const int scale : {1, 2, 3}) {
+    for (const double scale : {0.75, 1.0, 1.25, 2.0, 3.0}) {
         const auto outcome = runEdit({"--module", VARNO_MODULE_BUNDLE, "--scale", std::to_string(scale),
                                       "--screenshot", "editor.png", "--force"});
         EXPECT_EQ(outcome.err, "");
         const CairoSurface shown(cairo_image_surface_create_from_png(path("editor.png").c_str()));
-        ASSERT_EQ(cairo_image_surface_get_width(shown.get()), kWidth * scale);
-        ASSERT_EQ(cairo_image_surface_get_height(shown.get()), kHeight * scale);
-        // The panel reaches the far corner: no part of the window has stayed black.
-        const unsigned char* corner = cairo_image_surface_get_data(shown.get()) +
-                                      (kHeight * scale - 10) * cairo_image_surface_get_stride(shown.get()) +
-                                      (kWidth * scale - 10) * 4;
-        EXPECT_GT(corner[0] + corner[1] + corner[2], 30) << scale;
+        const int barHeight = static_cast<int>(BarLayout::kHeight * scale);
+        const int width = static_cast<int>(kWidth * scale);
+        const int height = barHeight + static_cast<int>((kHeight - BarLayout::kHeight) * scale);
+        ASSERT_EQ(cairo_image_surface_get_width(shown.get()), width);
+        ASSERT_EQ(cairo_image_surface_get_height(shown.get()), height);
+        // Bar and panel reach each other and the far edges: no part of the window has stayed black.
+        const auto isLit = [&](int x, int y) {
+            const unsigned char* const pixel = cairo_image_surface_get_data(shown.get()) +
+                                               y * cairo_image_surface_get_stride(shown.get()) + x * 4;
+            return pixel[0] + pixel[1] + pixel[2] > 30;
+        };
+        EXPECT_TRUE(isLit(width - 1, height - 1)) << scale;
+        EXPECT_TRUE(isLit(width - 1, barHeight / 2)) << scale;
+        EXPECT_TRUE(isLit(width / 2, height - 1)) << scale;
+        for (const int y : {barHeight - 1, barHeight}) {
+            EXPECT_TRUE(isLit(width / 2, y)) << scale << ": " << y;
+        }
     }
 }
 
