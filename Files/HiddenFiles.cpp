@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cinttypes>
+#include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
-#include <random>
 #include <string>
 #include <string_view>
 #include <sys/file.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -72,9 +74,13 @@ fs::path folderOf(const fs::path& file) {
 }
 
 fs::path hiddenNameBeside(const fs::path& target) {
-    std::random_device random;
+    // The C++ library's own source of random numbers requires a newer C library than the plug-in may.
+    std::uint64_t random = 0;
+    if (::getrandom(&random, sizeof random, 0) < 0) {
+        throw std::system_error(errno, std::generic_category(), "no random number");
+    }
     char digits[kNameDigits + 1];
-    std::snprintf(digits, sizeof digits, "%08x%08x", random(), random());
+    std::snprintf(digits, sizeof digits, "%016" PRIx64, random);
     return folderOf(target) / std::string(kNameStart).append(digits).append(kNameEnd);
 }
 

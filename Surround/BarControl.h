@@ -24,29 +24,43 @@ public:
 /// Between the bar and what it is for: settings, presets, bypass. Nothing of windows. [main]
 class BarControl {
 public:
-    /// @param edited, presets, owner outlive this object
-    BarControl(EditedSettings& edited, PresetStore& presets, BarOwner& owner)
-        : mEdited(edited),
-          mPresets(presets),
-          mOwner(owner) {}
+    /// @param edited, presets, slots, owner outlive this object; the slots are those of edited
+    BarControl(EditedSettings& edited, PresetStore& presets, CompareSlots& slots, BarOwner& owner);
 
     /// Does what a button is for. @return false for a button that is not of settings, presets or bypass
     bool press(BarLayout::Button button);
     /// Gives a preset's settings to the effect, as a step. @param preset a sound one of the store
     void load(const PresetEntry& preset);
 
+    /// Saves over the present preset.
+    void savePreset();
+    /// Saves under a name, "NAME" or "GROUP/NAME"; never over another preset.
+    void savePresetAs(const std::string& name);
+    /// Gives the present preset of the user's another name.
+    void renamePreset(const std::string& name);
+    /// Removes it; undoRemovePreset() brings it back.
+    void removePreset();
+    void undoRemovePreset();
+
     /// The state of the buttons that press() is for, and of the message.
     BarState state(const Instance& instance);
+    /// What a button would do beyond its help: "Gain +3.0 dB" is undone; empty for nothing.
+    std::string tip(BarLayout::Button button);
     /// A message stays until the next one.
     void showMessage(const std::string& message) { mMessage = message; }
 
 private:
     void loadNeighbour(const PresetEntry* preset);
+    void keepPreset();
+    /// Does what changes a file, and shows what was done or why that failed.
+    void change(const std::function<void()>& what, const std::string& done);
 
     EditedSettings& mEdited;
     PresetStore& mPresets;
+    CompareSlots& mSlots; ///< Keep which preset each has received.
     BarOwner& mOwner;
     std::string mMessage;
+    unsigned mAutoGainTurns = 0; ///< At the last state().
 };
 
 } // namespace varno

@@ -25,7 +25,7 @@ namespace BarLayout {
 
 /// As wide as the editor.
 inline constexpr int kWidth = 690;
-inline constexpr int kHeight = 62;
+inline constexpr int kHeight = 64; ///< Whole pixels at every size of a window.
 
 /// What is pressed in the bar, in reading order.
 enum class Button {
@@ -60,7 +60,7 @@ struct ButtonRow {
 
 inline constexpr int kRow = 6;     ///< Top of the buttons.
 inline constexpr int kTall = 24;   ///< Their height.
-inline constexpr int kSecond = 38; ///< Top of the line of meters and messages.
+inline constexpr int kSecond = 39; ///< Top of the line of meters and messages.
 inline constexpr int kLine = 18;   ///< Its height.
 
 inline constexpr ButtonRow kButtons[] = {

@@ -38,6 +38,7 @@ struct LevelReading {
 /// The state of the meters.
 struct BarMeters {
     std::array<LevelReading, BarLayout::kLevelMeters> levels; ///< In the order of the bar.
+    double reductionNowDB = 0.0;                              ///< 0 or negative.
     double reductionDB = 0.0; ///< 0 or negative, the largest of the last time.
 
     bool operator==(const BarMeters&) const = default;

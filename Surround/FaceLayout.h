@@ -24,6 +24,12 @@ constexpr Box boxOf(const Control& control) {
     return {control.mX, control.mY, picture.mWidth, picture.mHeight};
 }
 
+/// Where its name is lettered; empty where it has none. [any]
+constexpr Box legendOf(const Control& control) {
+    const auto edges = DemoGain_ViewLayout::LegendOf(control);
+    return {edges.mLeft, edges.mTop, edges.mRight - edges.mLeft, edges.mBottom - edges.mTop};
+}
+
 /// Whether a control changes a parameter. [any]
 constexpr bool isOfParameter(const Control& control) {
     return control.mKind == Kind::kKnob || control.mKind == Kind::kOnOffButton ||

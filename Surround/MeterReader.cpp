@@ -20,6 +20,10 @@ std::optional<double> decibelsOf(double linear) {
     return std::round(kDecibels * std::log10(linear) * 10.0) / 10.0;
 }
 
+double reductionDB(double tap) {
+    return -std::round(tap * double{DemoGain::kMeterRangeDB} * 10.0) / 10.0;
+}
+
 std::optional<std::size_t> tapOf(const EffectDescription& effect, std::int32_t kind) {
     for (std::size_t tap = 0; tap < effect.meters.size(); ++tap) {
         if (integerProperty(effect.meters[tap].properties, AAX_eProperty_Meter_Kind) == kind) {
@@ -54,8 +58,9 @@ BarMeters MeterReader::read(const MeterBank& meters, PeakHold::TimePoint now) {
         const double level = valueOf(meters, mLevelTaps.at(i));
         shown.levels.at(i) = {decibelsOf(level), decibelsOf(mLevels.at(i).follow(level, now))};
     }
-    const double held = mReduction.follow(valueOf(meters, mReductionTap), now);
-    shown.reductionDB = -std::round(held * double{DemoGain::kMeterRangeDB} * 10.0) / 10.0;
+    const double reduction = valueOf(meters, mReductionTap);
+    shown.reductionNowDB = reductionDB(reduction);
+    shown.reductionDB = reductionDB(mReduction.follow(reduction, now));
     return shown;
 }
 

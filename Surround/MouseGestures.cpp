@@ -45,18 +45,15 @@ bool MouseGestures::down(const std::string& id, std::uint32_t modifiers, const s
         mTaken = mOpensMenu ? std::optional(id) : std::nullopt;
         return mOpensMenu;
     }
-    if ((modifiers & kHeldKeys) == 0 && completesDoubleClick(id, pointer, now)) {
+    const bool isPlain = (modifiers & kHeldKeys) == 0;
+    if (isPlain && completesDoubleClick(id, pointer, now)) {
         mLastPress.reset();
         mTaken = id;
-        mActions.reset(id);
         return true;
     }
-    if (pointer) {
-        mLastPress = Press{id, *pointer, now};
-    }
+    mLastPress = isPlain && pointer ? std::optional(Press{id, *pointer, now}) : std::nullopt;
     mDragged = id;
     mIsCancelled = false;
-    mActions.begin(id);
     return false;
 }
 
@@ -70,14 +67,11 @@ bool MouseGestures::completesDoubleClick(const std::string& id, const std::optio
 
 bool MouseGestures::up() {
     if (const auto taken = std::exchange(mTaken, std::nullopt)) {
-        if (std::exchange(mOpensMenu, false)) {
-            mActions.openMenu(*taken);
-        }
+        (std::exchange(mOpensMenu, false) ? mActions.openMenu : mActions.reset)(*taken);
         return true;
     }
     mDragged.reset();
     mIsCancelled = false;
-    mActions.end();
     return false;
 }
 

@@ -16,11 +16,8 @@ namespace varno {
 struct MouseGestureActions {
     std::function<void(const std::string& id)> reset;    ///< After a double click.
     std::function<void(const std::string& id)> openMenu; ///< After a right click was completed.
-    /// A drag begins: the values that giveBack() may have to restore are those of now.
-    std::function<void(const std::string& id)> begin;
-    /// A drag was cancelled: the values of its begin are to be restored.
+    /// A drag was cancelled: the values from before it are to be restored.
     std::function<void()> giveBack;
-    std::function<void()> end; ///< The button is up again.
 };
 
 /// Answers the mouse offers of the editor: takes right clicks and the second press of a double click on a
@@ -48,6 +45,8 @@ public:
 
     /// Whether a control is held by the left button and can be given back.
     bool isDragging() const { return mDragged.has_value() && !mIsCancelled; }
+    /// The control that the left button holds; nothing where it holds none.
+    const std::optional<std::string>& dragged() const { return mDragged; }
     /// Ends the drag under way and gives the old value back: the editor receives nothing of it any more but
     /// the release of the button. Does nothing where there is no drag.
     void cancel();

@@ -1,6 +1,7 @@
 #include "Surround/Surround.h"
 
 #include "DemoGain_ParameterTable.h"
+#include "Files/FileError.h"
 #include "Surround/Settings/UserFolders.h"
 #include "Surround/SizeSteps.h"
 
@@ -9,6 +10,8 @@
 
 namespace varno {
 namespace {
+
+constexpr std::uint32_t kDimming = 0x0E0F10;
 
 // As the library's windows do it: what ends within a pixel ends before it.
 int scaled(int length, double scale) {
@@ -33,22 +36,77 @@ Surround::Surround(XConnection& connection, xcb_window_t parent, Instance& insta
       mEdited(instance, slots),
       mPresets(instance.module().resourcePath("presets"), userPresetFolder()),
       mPreferences(userPreferencesFile()),
-      mControl(mEdited, mPresets, owner),
+      mControl(mEdited, mPresets, slots, owner),
       mMeters(instance.effect()),
       mSize(mPreferences.size().value_or(SizeSteps::kPlain)),
       mFrame(connection, parent),
       mHolder(connection, mFrame.id()),
+      mDimming(connection, mFrame.id(), kDimming),
       mEditor(instance, mDesktop, [this](PixelSize) { arrange(); }),
+      mPlace{connection, mFrame.id()},
+      mEditorInput(connection, mHolder.id()),
+      mControls(instance, mEdited, mEditorInput),
       mLoop(RunLoop::shared()),
       mWatcher(mLoop->addWatcher(
           {[this](int descriptor) { mOuterDesktop.watch(descriptor, this, [this] { mLoop->tick(); }); },
            [this](int descriptor) { mOuterDesktop.unwatch(descriptor, this); }})) {
-    if (setup.hasBar && hasAllSettings(instance)) {
-        mBar.emplace([this](BarLayout::Button button) { pressed(button); });
+    if (hasAllSettings(instance)) {
+        if (setup.hasBar) {
+            mBar.emplace([this](BarLayout::Button button) { pressed(button); });
+        }
+        addInput();
+        addAccess();
     }
 }
 
-Surround::~Surround() = default;
+Surround::~Surround() {
+    if (mBridge) {
+        mOuterDesktop.unwatch(mBridge->descriptor(), &mBridge);
+    }
+}
+
+void Surround::addAccess() {
+    XConnection& connection = mPlace.connection;
+    mAccess.emplace(mInstance, mEdited, static_cast<SurroundAccess::Owner&>(*this));
+    mBridge.emplace(
+        mInstance.effect().names.front(), *mAccess,
+        accessAddresses(connection.text(connection.screen().root, connection.atom("AT_SPI_BUS"))));
+    mOuterDesktop.watch(mBridge->descriptor(), &mBridge, [this] { mBridge->dispatch(); });
+}
+
+SurroundView Surround::accessView() {
+    const WindowArea whole = areaOnScreen(mPlace.connection, mFrame.id()).value_or(WindowArea{});
+    const FocusItem* const chosen = mInput->chosen();
+    SurroundView view{.title = mInstance.effect().names.front(),
+                      .place = {whole.x, whole.y, whole.width, whole.height},
+                      .scale = scale(),
+                      .barHeight = mPlace.barHeight,
+                      .isActive = mInput->hasKeys()};
+    if (chosen != nullptr) {
+        view.focused = chosen->button != nullptr ? accessIDOf(chosen->button->button) : chosen->control->mID;
+    }
+    view.bar = mState;
+    view.meters = mReadings;
+    return view;
+}
+
+bool Surround::focus(const std::string& id) {
+    return mInput->choose([&](const FocusItem& item) {
+        return id == (item.button != nullptr ? accessIDOf(item.button->button) : item.control->mID);
+    });
+}
+
+void Surround::addInput() {
+    mMenus.emplace(mPlace, MenuSubject{mEdited, mPresets, mControl, mControls, [this] { return mSize; },
+                                       [this](double size) { chooseSize(size); }});
+    mInput.emplace(mPlace, mHolder.id(), mEditor.container(),
+                   InputSubject{mEdited, mControls, mEditorInput, *mMenus,
+                                [this](BarLayout::Button button) { pressed(button); },
+                                [this](BarLayout::Button button) { return mControl.tip(button); },
+                                [this](int direction) { chooseSize(SizeSteps::next(mSize, direction)); },
+                                [this] { mOwner.save(); }},
+                   mBar.has_value());
+}
 
 PixelSize Surround::open() {
     mDesktop.setScale(scale());
@@ -59,6 +117,7 @@ PixelSize Surround::open() {
     if (mBar && !mBar->open(mFrame.id(), scale())) {
         mBar.reset();
     }
+    showCurve(mPreferences.isCurveShown());
     arrange();
     showState();
     return size();
@@ -74,7 +133,21 @@ int Surround::barHeight() const {
 
 PixelSize Surround::size() const {
     const PixelSize editor = mEditor.isOpen() ? mEditor.size() : PixelSize{};
-    return editor.isEmpty() ? PixelSize{} : PixelSize{editor.width, editor.height + barHeight()};
+    return editor.isEmpty() ? PixelSize{}
+                            : PixelSize{editor.width, editor.height + barHeight() + curveHeight()};
+}
+
+int Surround::curveHeight() const {
+    return mCurve ? scaled(CurvePane::kHeight, scale()) : 0;
+}
+
+void Surround::showCurve(bool isShown) {
+    mCurve.reset();
+    if (isShown && mBar) {
+        const auto width = scaled(BarLayout::kWidth, scale());
+        const auto height = scaled(CurvePane::kHeight, scale());
+        mCurve.emplace(mPlace.connection, mFrame.id(), WindowArea{0, barHeight(), width, height}, scale());
+    }
 }
 
 void Surround::arrange() {
@@ -82,8 +155,17 @@ void Surround::arrange() {
     if (all.isEmpty()) {
         return;
     }
+    const int top = barHeight() + curveHeight();
     mFrame.setArea({0, 0, all.width, all.height});
-    mHolder.setArea({0, barHeight(), all.width, all.height - barHeight()});
+    mHolder.setArea({0, top, all.width, all.height - top});
+    mDimming.setRows({0, top, all.width, all.height - top});
+    mPlace.scale = scale();
+    mPlace.barHeight = top;
+    mPlace.style.scale = scale();
+    mEditorInput.setScale(scale());
+    if (mInput) {
+        mInput->arrange();
+    }
     mOwner.resize(all);
 }
 
@@ -91,35 +173,90 @@ void Surround::timer() {
     mEditor.timer();
     mLoop->tick();
     settle();
-    if (mBar) {
-        mBar->show(mMeters.read(mInstance.meters(), std::chrono::steady_clock::now()));
-        showState();
+    if (mInput) {
+        mMenus->tick();
+        mInput->tick();
+    }
+    showMeters();
+    showState();
+    if (mBridge) {
+        mBridge->tick();
     }
 }
 
-void Surround::setSize(double size) {
+void Surround::showMeters() {
+    if (!mBar) {
+        return;
+    }
+    mReadings = mMeters.read(mInstance.meters(), std::chrono::steady_clock::now());
+    mBar->show(mReadings);
+    if (mCurve) {
+        CurveState curve{.ratio = static_cast<float>(mInstance.normalized(cDemoGain_RatioID)),
+                         .nowDB = mReadings.levels.front().nowDB,
+                         .reductionDB = mReadings.reductionNowDB};
+        if (curve.nowDB) {
+            *curve.nowDB +=
+                double{DemoGain_LevelDB(static_cast<float>(mInstance.normalized(cDemoGain_GainID)))};
+        }
+        mCurve->show(curve);
+    }
+}
+
+void Surround::chooseSize(double size) {
+    if (size == mSize) {
+        return;
+    }
     mSize = size;
+    try {
+        mPreferences.setSize(size);
+    } catch (const FileError& error) {
+        showMessage(error.what());
+    }
     mDesktop.setScale(scale());
     mEditor.close();
     mEditor.open(mHolder.id());
     if (mBar) {
         mBar->setScale(scale());
     }
+    showCurve(mCurve.has_value());
     arrange();
 }
 
+bool Surround::escape() {
+    return mInput && mInput->escape();
+}
+
 void Surround::pressed(BarLayout::Button button) {
-    mControl.press(button);
+    if (button == BarLayout::Button::kPresets) {
+        mMenus->openPresets();
+    } else if (button == BarLayout::Button::kSize) {
+        mMenus->openSizes();
+    } else if (button == BarLayout::Button::kCurve) {
+        showCurve(!mCurve);
+        try {
+            mPreferences.setCurveShown(mCurve.has_value());
+        } catch (const FileError& error) {
+            showMessage(error.what());
+        }
+        arrange();
+    } else {
+        mControl.press(button);
+    }
     showState();
 }
 
 void Surround::showState() {
+    const bool isBypassed = mOwner.isBypassed();
+    if (isBypassed != mDimming.isShown()) {
+        isBypassed ? mDimming.show() : mDimming.hide();
+    }
     if (!mBar) {
         return;
     }
-    BarState state = mControl.state(mInstance);
-    state.size = SizeSteps::text(mSize);
-    mBar->show(state);
+    mState = mControl.state(mInstance);
+    mState.size = SizeSteps::text(mSize);
+    mState.isCurveShown = mCurve.has_value();
+    mBar->show(mState);
 }
 
 } // namespace varno

@@ -6,13 +6,22 @@
 #include "Host/Instance.h"
 #include "Host/ViewContainer.h"
 #include "Platform/RunLoop.h"
+#include "Surround/Access/AccessBridge.h"
 #include "Surround/Bar.h"
 #include "Surround/BarControl.h"
+#include "Surround/ControlActions.h"
+#include "Surround/CurvePane.h"
+#include "Surround/EditorInput.h"
 #include "Surround/MeterReader.h"
 #include "Surround/Settings/EditedSettings.h"
 #include "Surround/Settings/PresetStore.h"
 #include "Surround/Settings/UserPreferences.h"
+#include "Surround/SurroundAccess.h"
+#include "Surround/SurroundInput.h"
+#include "Surround/SurroundMenus.h"
+#include "Surround/SurroundPlace.h"
 #include "Window/HolderWindow.h"
+#include "Window/OverlayWindow.h"
 #include "Window/XConnection.h"
 
 #include <optional>
@@ -25,6 +34,9 @@ class SurroundOwner : public BarOwner {
 public:
     /// Gives the window around the surround this size, never an empty one.
     virtual void resize(PixelSize size) = 0;
+    /// Saves the settings where the front end keeps them, and shows what came of it; nothing where it does
+    /// not.
+    virtual void save() = 0;
 };
 
 /// The parameters of a surround.
@@ -58,7 +70,7 @@ private:
 };
 
 /// An editor with the bar above it, in a window of its own within one of a front end. [main]
-class Surround {
+class Surround : private SurroundAccess::Owner {
 public:
     /// Nothing is open yet.
     /// @param connection, instance, slots, desktop, owner outlive this object
@@ -68,13 +80,16 @@ public:
              Desktop& desktop, SurroundOwner& owner, const SurroundSetup& setup);
     Surround(const Surround&) = delete;
     Surround& operator=(const Surround&) = delete;
-    ~Surround();
+    ~Surround() override;
 
     /// Opens editor and bar, and requests the size from the owner. @return the size, which is empty where the
     /// effect has no editor or it shows nothing @throws HostError where its initialisation fails
     PixelSize open();
+    /// Whether the editor's view has windows of its own, which take a while to be drawn.
+    bool showsWindows() const { return !mPlace.connection.children(mHolder.id()).empty(); }
     /// Whether the effect has made an editor.
     bool hasEditor() const { return mEditor.isOpen(); }
+    bool hasBar() const { return mBar.has_value(); }
     /// The size of everything.
     PixelSize size() const;
     /// The window that holds everything.
@@ -86,14 +101,31 @@ public:
     void settle() { mEdited.settle(); }
     /// Shows a message in the bar until the next.
     void showMessage(const std::string& message) { mControl.showMessage(message); }
+    /// Where the input focus belongs while the front end's window has it; none where the editor keeps its
+    /// keys.
+    xcb_window_t focusWindow() const {
+        return mInput ? mInput->focusWindow() : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    /// The Escape key: closes a menu or a field, or ends a drag and gives the old value back, or takes the
+    /// keyboard's mark away. @return false where there is nothing of that
+    bool escape();
 
 private:
-    void setSize(double size);
+    SurroundView accessView() override;
+    void press(BarLayout::Button button) override { pressed(button); }
+    bool focus(const std::string& id) override;
+
+    void addInput();
+    void addAccess();
+    void showCurve(bool isShown);
+    void showMeters();
+    void chooseSize(double size);
     void arrange();
     void pressed(BarLayout::Button button);
     void showState();
     double scale() const;
     int barHeight() const;
+    int curveHeight() const;
 
     Instance& mInstance;
     SurroundOwner& mOwner;
@@ -106,9 +138,20 @@ private:
     MeterReader mMeters;
     double mSize; ///< Relative to the plain size on the desktop, one of kWindowSizes.
     HolderWindow mFrame;
-    HolderWindow mHolder; ///< Of the editor.
+    HolderWindow mHolder;   ///< Of the editor.
+    OverlayWindow mDimming; ///< Over the editor while it is bypassed.
     std::optional<Bar> mBar;
+    std::optional<CurvePane> mCurve;
+    BarState mState;     ///< As shown last.
+    BarMeters mReadings; ///< Likewise.
     EditorView mEditor;
+    SurroundPlace mPlace;
+    EditorInput mEditorInput;
+    ControlActions mControls;
+    std::optional<SurroundMenus> mMenus;   ///< With the settings of Varno-S.
+    std::optional<SurroundInput> mInput;   ///< Likewise.
+    std::optional<SurroundAccess> mAccess; ///< Likewise.
+    std::optional<AccessBridge> mBridge;   ///< Likewise.
     std::shared_ptr<RunLoop> mLoop;
     Registration mWatcher;
 };

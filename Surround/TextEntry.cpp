@@ -45,22 +45,51 @@ void TextEntry::open(const WindowArea& area, double scale, const std::string& te
     field->edit->takeFocus();
     mField = std::move(field);
     mHandler = std::move(handler);
+    releaseModifiers();
+}
+
+// The library follows the modifiers by their presses and releases. Others may have received a release.
+void TextEntry::releaseModifiers() const {
+    constexpr int kModifiers = 8;
+    const auto cookie = xcb_get_modifier_mapping(mConnection.get());
+    const XReply<xcb_get_modifier_mapping_reply_t> reply(
+        xcb_get_modifier_mapping_reply(mConnection.get(), cookie, nullptr));
+    if (!reply) {
+        return;
+    }
+    const xcb_keycode_t* const codes = xcb_get_modifier_mapping_keycodes(reply.get());
+    for (int i = 0; i < kModifiers * reply->keycodes_per_modifier; ++i) {
+        // Those of the second modifier lock.
+        if (codes[i] != 0 && i / reply->keycodes_per_modifier != XCB_MAP_INDEX_LOCK) {
+            xcb_key_press_event_t release{};
+            release.response_type = XCB_KEY_RELEASE;
+            release.detail = codes[i];
+            release.root = mConnection.screen().root;
+            release.same_screen = 1;
+            pass(release);
+        }
+    }
+}
+
+void TextEntry::pass(xcb_key_press_event_t event) const {
+    event.event = mField->frame.window();
+    xcb_send_event(mConnection.get(), 0, event.event, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&event));
+    mConnection.flush();
 }
 
 void TextEntry::key(const xcb_key_press_event_t& event, xcb_keysym_t symbol) {
     if (!mField) {
         return;
     }
-    if (symbol == XK_Return || symbol == XK_KP_Enter) {
+    if (eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_RELEASE) {
+        pass(event);
+    } else if (symbol == XK_Return || symbol == XK_KP_Enter) {
         finish(mField->edit->getText().getString());
     } else if (symbol == XK_Escape || symbol == XK_Tab || symbol == XK_ISO_Left_Tab) {
         finish(std::nullopt);
     } else {
-        xcb_key_press_event_t passed = event;
-        passed.event = mField->frame.window();
-        xcb_send_event(mConnection.get(), 0, passed.event, XCB_EVENT_MASK_NO_EVENT,
-                       reinterpret_cast<const char*>(&passed));
-        mConnection.flush();
+        pass(event);
     }
 }
 

@@ -36,8 +36,8 @@ public:
     /// @param area in the parent, in pixels @param scale of the text
     void open(const WindowArea& area, double scale, const std::string& text, Handler handler);
     bool isOpen() const { return mField != nullptr; }
-    /// Return and Enter end it with its text, Escape and Tab give it up; every other key is the field's.
-    /// @param symbol of the key, see KeyText
+    /// A press or a release. Return and Enter end it with its text, Escape and Tab give it up; every other
+    /// key is the field's. @param symbol of a press, see KeyText
     void key(const xcb_key_press_event_t& event, xcb_keysym_t symbol);
     /// Gives it up, if it is open.
     void cancel() { finish(std::nullopt); }
@@ -54,6 +54,8 @@ private:
     };
 
     void finish(std::optional<std::string> text);
+    void pass(xcb_key_press_event_t event) const;
+    void releaseModifiers() const;
 
     XConnection& mConnection;
     xcb_window_t mParent;

@@ -76,27 +76,32 @@ void KeyGrabs::keyboardChanged(const xcb_generic_event_t& event) {
     }
 }
 
+// Everything is known before the old grabs are released: a key that is pressed meanwhile would be lost, for
+// as long as the server takes to answer.
 void KeyGrabs::grab() {
-    xcb_ungrab_key(mConnection.get(), XCB_GRAB_ANY, mWindow, XCB_MOD_MASK_ANY);
-    if (mAllKeys) {
-        xcb_grab_key(mConnection.get(), 0, mWindow, XCB_MOD_MASK_ANY, XCB_GRAB_ANY, XCB_GRAB_MODE_ASYNC,
-                     XCB_GRAB_MODE_ASYNC);
-        return;
-    }
     const std::uint16_t numLock = numLockMask();
     mLocks = static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | numLock);
     mGrabs.clear();
     for (const auto& binding : mBindings) {
         for (const auto code : codesOf(binding.key)) {
             mGrabs.push_back({code, &binding});
-            // A grab is for one state of the locks.
-            for (const int locks : {0, int{XCB_MOD_MASK_LOCK}, int{numLock}, int{mLocks}}) {
-                xcb_grab_key(mConnection.get(), 0, mWindow,
-                             static_cast<std::uint16_t>(binding.modifiers | locks), code, XCB_GRAB_MODE_ASYNC,
-                             XCB_GRAB_MODE_ASYNC);
-            }
         }
     }
+    xcb_ungrab_key(mConnection.get(), XCB_GRAB_ANY, mWindow, XCB_MOD_MASK_ANY);
+    if (mAllKeys) {
+        grabKey(XCB_GRAB_ANY, XCB_MOD_MASK_ANY);
+        return;
+    }
+    for (const auto& grab : mGrabs) {
+        // A grab is for one state of the locks.
+        for (const int locks : {0, int{XCB_MOD_MASK_LOCK}, int{numLock}, int{mLocks}}) {
+            grabKey(grab.code, static_cast<std::uint16_t>(grab.binding->modifiers | locks));
+        }
+    }
+}
+
+void KeyGrabs::grabKey(xcb_keycode_t code, std::uint16_t modifiers) const {
+    xcb_grab_key(mConnection.get(), 0, mWindow, modifiers, code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
 }
 
 std::vector<xcb_keycode_t> KeyGrabs::codesOf(xcb_keysym_t key) const {

@@ -49,6 +49,7 @@ private:
 
     void keyboardChanged(const xcb_generic_event_t& event);
     void grab();
+    void grabKey(xcb_keycode_t code, std::uint16_t modifiers) const;
     bool isRepeated(const xcb_key_press_event_t& event);
     std::vector<xcb_keycode_t> codesOf(xcb_keysym_t key) const;
     std::vector<xcb_keycode_t> codesInColumn(xcb_keysym_t key, int column) const;

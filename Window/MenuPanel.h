@@ -29,8 +29,8 @@ struct MenuItem {
     };
 
     Kind kind = Kind::kRow;
-    std::string text;   ///< UTF-8, one line.
-    std::string detail; ///< UTF-8, at the right: a shortcut or a value.
+    std::string text{};   ///< UTF-8, one line.
+    std::string detail{}; ///< UTF-8, at the right: a shortcut or a value.
     Mark mark = Mark::kNone;
     bool isEnabled = true;
 };

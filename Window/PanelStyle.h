@@ -9,9 +9,9 @@ namespace varno {
 
 /// Font, size and colours (0xRRGGBB) of a panel. The colours from the start are of a dark one.
 struct PanelStyle {
-    std::string font = "Sans"; ///< A family of fonts, or several with commas between.
-    double textSize = 12.0;    ///< Pixels of the letters' height, at scale 1.
-    double scale = 1.0;        ///< More than 0.
+    std::string font = "Arial"; ///< A family of fonts, or several with commas between.
+    double textSize = 12.0;     ///< Pixels of the letters' height, at scale 1.
+    double scale = 1.0;         ///< More than 0.
 
     std::uint32_t panel = 0x26292D;
     std::uint32_t edge = 0x75787D; ///< Around the panel, and lines within.

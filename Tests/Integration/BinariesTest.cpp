@@ -23,11 +23,12 @@ const Libraries kC = {"ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1", "libc.so.
 const Libraries kCxx = {"libgcc_s.so.1", "libstdc++.so.6"};
 // A window, what is drawn in it, and its keyboard.
 const Libraries kWindow = {
-    "libcairo.so.2",     "libfontconfig.so.1",     "libglib-2.0.so.0",     "libgobject-2.0.so.0",
-    "libpango-1.0.so.0", "libpangocairo-1.0.so.0", "libpangoft2-1.0.so.0", "libxcb-cursor.so.0",
-    "libxcb-icccm.so.4", "libxcb-keysyms.so.1",    "libxcb-util.so.1",     "libxcb-xkb.so.1",
-    "libxcb-shape.so.0", "libxcb-randr.so.0",      "libxcb.so.1",          "libxkbcommon-x11.so.0",
-    "libxkbcommon.so.0", "libxcb-composite.so.0",  "libX11.so.6",          "libX11-xcb.so.1"};
+    "libcairo.so.2",         "libfontconfig.so.1", "libglib-2.0.so.0",       "libgobject-2.0.so.0",
+    "libgio-2.0.so.0",       "libpango-1.0.so.0",  "libpangocairo-1.0.so.0", "libpangoft2-1.0.so.0",
+    "libxcb-cursor.so.0",    "libxcb-icccm.so.4",  "libxcb-keysyms.so.1",    "libxcb-util.so.1",
+    "libxcb-xkb.so.1",       "libxcb-shape.so.0",  "libxcb-randr.so.0",      "libxcb.so.1",
+    "libxkbcommon-x11.so.0", "libxkbcommon.so.0",  "libxcb-composite.so.0",  "libX11.so.6",
+    "libX11-xcb.so.1"};
 // Of Debian 12 and 13.
 const Libraries kSoundFiles = {"libFLAC.so.12", "libFLAC.so.14", "libsndfile.so.1", "libtag.so.1",
                                "libtag.so.2"};

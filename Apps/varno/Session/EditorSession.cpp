@@ -18,6 +18,9 @@ namespace {
 // How long a screenshot waits for an editor that has not been drawn yet.
 constexpr std::chrono::seconds kLongestDrawing(20);
 
+// How long after Escape has asked, a second one closes.
+constexpr std::chrono::seconds kAnswerTime(10);
+
 // The longest of the effect's names, and the subject.
 std::string titleFor(const WindowOptions& options, const Instance& instance) {
     std::string title;
@@ -69,9 +72,25 @@ void EditorSession::openEditor() {
 
 void EditorSession::bindKeys() {
     mWindow.setCloseHandler([this] { mLoop.quit(); });
-    mWindow.setBindings({{XK_Escape, 0, [this] { mLoop.quit(); }},
+    mWindow.setFocusWindow(mSurround.focusWindow());
+    mWindow.setBindings({{XK_Escape, 0, [this] { escape(); }},
                          {XK_q, XCB_MOD_MASK_CONTROL, [this] { mLoop.quit(); }},
                          {XK_s, XCB_MOD_MASK_CONTROL, [this] { save(); }}});
+}
+
+// Closing asks once where something would be lost; without a bar there is no place to ask.
+void EditorSession::escape() {
+    if (mSurround.escape()) {
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    const bool hasAsked = mAskedAt && now - *mAskedAt < kAnswerTime;
+    if (hasAsked || !mSurround.hasBar() || !mSubject.settings.unsavedOptions()) {
+        mLoop.quit();
+        return;
+    }
+    mAskedAt = now;
+    mSurround.showMessage("not saved: Ctrl-S saves, Escape closes");
 }
 
 void EditorSession::save() {
@@ -84,7 +103,7 @@ void EditorSession::planScreenshot(const std::string& path) {
     const auto after = std::chrono::duration<double>(mOptions.afterS);
     const auto latest = std::chrono::steady_clock::now() + after + kLongestDrawing;
     mLoop.startTimer(std::chrono::round<TimerQueue::Period>(after), &mScreenshot, [this, latest] {
-        if (!mPicture->isDrawn() && std::chrono::steady_clock::now() < latest) {
+        if (mSurround.showsWindows() && !mPicture->isDrawn() && std::chrono::steady_clock::now() < latest) {
             return; // a busy machine: checked again after the same time
         }
         mPicture->write(*mScreenshot);

@@ -11,6 +11,7 @@
 #include "Surround/Surround.h"
 #include "Window/EditorWindow.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -75,7 +76,8 @@ private:
     void resize(PixelSize size) override { mWindow.resize({size.width, size.height}); }
     bool isBypassed() const override { return mSubject.bypass.isOn(); }
     void setBypassed(bool isBypassed) override { mSubject.bypass.set(isBypassed); }
-    void save();
+    void save() override;
+    void escape();
 
     void openEditor();
     void bindKeys();
@@ -90,6 +92,7 @@ private:
     std::optional<AtomicFile> mScreenshot;
     WindowDesktop mDesktop;
     Surround mSurround;
+    std::optional<std::chrono::steady_clock::time_point> mAskedAt; ///< Whether to close without saving.
 };
 
 } // namespace varno

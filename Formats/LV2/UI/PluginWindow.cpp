@@ -55,6 +55,9 @@ PluginWindow::PluginWindow(std::shared_ptr<Module> module, const WindowSource& s
         throw WindowError(
             "the editor has nothing to show: its pictures are expected in the bundle's resources");
     }
+    if (mShell) {
+        mShell->setFocusWindow(mSurround->focusWindow());
+    }
     mConnection.sync();
 }
 

@@ -70,6 +70,7 @@ private:
     void resize(PixelSize size) override;
     bool isBypassed() const override { return mPorts.isBypassed(); }
     void setBypassed(bool isBypassed) override { mPorts.setBypassed(isBypassed); }
+    void save() override {} ///< The host saves.
 
     xcb_window_t openShell(const HostOffer& offer, const std::filesystem::path& resources);
     void handleEvents();

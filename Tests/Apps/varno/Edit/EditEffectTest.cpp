@@ -1,5 +1,5 @@
 #include "Surround/BarLayout.h"
-#include "Tests/Apps/varno/Support/EditTest.h"
+#include "Tests/Apps/varno/Support/EffectWindowTest.h"
 #include "Tests/Support/Eventually.h"
 #include "Tests/Support/Picture.h"
 #include "Window/EditorWindow.h"
@@ -18,38 +18,12 @@
 namespace varno::test {
 namespace {
 
-// The plain size of the view with the bar above it, in pixels.
-constexpr int kWidth = 690;
-constexpr int kHeight = BarLayout::kHeight + 390;
-// Longer than a view takes to be drawn.
-constexpr std::chrono::milliseconds kDrawing(100);
-
 constexpr Place kGainKnob = {55, BarLayout::kHeight + 90};
 constexpr double kWheelStep = 2.0 / 130.0; // two pictures of a knob, normalized
 constexpr Area kMeters = {180, BarLayout::kHeight + 275, 338, 45};
 
-class EditEffect : public EditTest {
+class EditEffect : public EffectWindowTest {
 protected:
-    // Starts the program with the module that it comes with and waits until the view is there.
-    std::unique_ptr<Subprocess> editEffect(std::vector<std::string> arguments = {}) const {
-        arguments.insert(arguments.begin(), {"--module", VARNO_MODULE_BUNDLE});
-        auto program = edit(arguments);
-        EXPECT_TRUE(eventually([&] { return showsView(); }));
-        return program;
-    }
-
-    // Whether the view is drawn completely: before, it has one colour or still changes. The meters, in the
-    // bar and in the lower third, may move.
-    bool showsView() const {
-        const auto [width, height] = size();
-        const Area still = {0, height / 5, width, height / 2};
-        const auto first = picture(still);
-        std::this_thread::sleep_for(kDrawing);
-        return first.countColours() > 1 && picture(still) == first;
-    }
-    Picture picture() const { return picture({0, 0, size().width, size().height}); }
-    Picture picture(const Area& area) const { return Picture::ofWindow(mPerson, window(), area); }
-
     void turnGain() {
         mPointer.move(kGainKnob);
         mPointer.press(Button::kWheelUp);
@@ -58,14 +32,6 @@ protected:
     double gainIn(const std::string& settings, const std::string& file) const {
         return nlohmann::json::parse(varnoOut({"params", settings, file, "--json", "Gain"}))["value"];
     }
-
-    WindowSize size() const {
-        const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
-            mPerson.connection(), xcb_get_geometry(mPerson.connection(), window()), nullptr));
-        return {geometry->width, geometry->height};
-    }
-
-    Pointer mPointer{mPerson};
 };
 
 TEST_F(EditEffect, OpensAndCloses) {
@@ -83,6 +49,7 @@ TEST_F(EditEffect, UnsavedChangesAreReported) {
     const auto before = picture();
     turnGain();
     EXPECT_TRUE(eventually([&] { return picture() != before; }));
+    tap(XK_Escape); // asks
     tap(XK_Escape);
     const auto outcome = program->wait();
     EXPECT_EQ(outcome.status, 0);

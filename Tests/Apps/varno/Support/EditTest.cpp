@@ -76,6 +76,7 @@ std::vector<std::string> EditTest::words(const std::vector<std::string>& argumen
 Surroundings EditTest::surroundings() const {
     return {.folder = mFolder.path(),
             .environment = {"DISPLAY=" + mServer.display(), "VARNO_MODULE=" + bundle("Fixture"),
+                            "XDG_DATA_HOME=" + path("data"), "XDG_CONFIG_HOME=" + path("config"),
                             "GDK_SCALE=", "JACK_DEFAULT_SERVER=varno-no-server", "PULSE_SERVER=unix:/nowhere",
                             "ALSA_CONFIG_PATH=/nowhere"}};
 }

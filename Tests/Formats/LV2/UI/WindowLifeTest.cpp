@@ -79,7 +79,7 @@ TEST(WindowBinary, showsNothingElseOfItself) {
 
 TEST_F(WindowLife, isAsLargeAsItsLayoutAndTheScale) {
     for (const auto& [scale, width, height] :
-         {std::tuple(1.0F, 690, 452), std::tuple(1.5F, 1035, 678), std::tuple(2.0F, 1380, 904)}) {
+         {std::tuple(1.0F, 690, 454), std::tuple(1.5F, 1035, 681), std::tuple(2.0F, 1380, 908)}) {
         WindowHost host(client, {.scale = scale});
         ASSERT_TRUE(host.isOpen());
         host.turn();
@@ -98,9 +98,9 @@ TEST_F(WindowLife, isAsLargeAsItsLayoutAndTheScale) {
 TEST_F(WindowLife, takesTheDesktopsScaleWhereTheHostReportsNoValidOne) {
     setResources("Xft.dpi:\t144\n");
     for (const auto& scale : {std::optional<float>(), std::optional(0.0F), std::optional(-2.0F)}) {
-        EXPECT_EQ(WindowHost(client, {.scale = scale}).askedSize(), (Area{0, 0, 1035, 678}));
+        EXPECT_EQ(WindowHost(client, {.scale = scale}).askedSize(), (Area{0, 0, 1035, 681}));
     }
-    EXPECT_EQ(WindowHost(client, {.scale = 1.0F}).askedSize(), (Area{0, 0, 690, 452}));
+    EXPECT_EQ(WindowHost(client, {.scale = 1.0F}).askedSize(), (Area{0, 0, 690, 454}));
     setResources("");
 }
 
@@ -108,7 +108,7 @@ TEST_F(WindowLife, needsNoHostThatResizes) {
     WindowHost host(client, {.offersResize = false});
     ASSERT_TRUE(host.isOpen());
     host.turn();
-    EXPECT_EQ(host.areaOf(host.widget()), (Area{0, 0, 690, 452}));
+    EXPECT_EQ(host.areaOf(host.widget()), (Area{0, 0, 690, 454}));
 }
 
 TEST_F(WindowLife, isOnItsOwnWhereTheHostHasNoWindow) {

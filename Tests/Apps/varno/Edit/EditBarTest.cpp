@@ -1,0 +1,298 @@
+#include "Surround/CurvePane.h"
+#include "Surround/FaceLayout.h"
+#include "Tests/Apps/varno/Support/EffectWindowTest.h"
+
+#include <X11/keysym.h>
+
+#include <filesystem>
+#include <gmock/gmock.h>
+
+// The window around the editor, used with mouse and keys.
+
+namespace varno::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class EditBar : public EffectWindowTest {
+protected:
+    static Place middleOf(BarLayout::Button button) {
+        const Box box = BarLayout::row(button).place;
+        return {box.x + box.width / 2, box.y + box.height / 2};
+    }
+    static Place middleOf(const std::string& id) {
+        const Box box = FaceLayout::boxOf(*FaceLayout::controlOf(id));
+        return {box.x + box.width / 2, BarLayout::kHeight + box.y + box.height / 2};
+    }
+    // Lets the program answer what has happened: its clock has 30 ticks a second.
+    static void pause() { std::this_thread::sleep_for(std::chrono::milliseconds(120)); }
+
+    // Until what has happened is seen: the face's controls do not change any more.
+    void settle() const {
+        constexpr Area kStill = {0, BarLayout::kHeight, kWidth, 200};
+        Picture last = picture(kStill);
+        eventually([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(250));
+            const Picture now = picture(kStill);
+            const bool isStill = now == last;
+            last = now;
+            return isStill;
+        });
+    }
+
+    void click(Place place, Button button = Button::kLeft) {
+        mPointer.move(place);
+        mPointer.press(button);
+        pause();
+        mPointer.release(button);
+        pause();
+    }
+    void wheel(Place place, Button direction, int steps = 1) {
+        mPointer.move(place);
+        for (int i = 0; i < steps; ++i) {
+            mPointer.press(direction);
+            mPointer.release(direction);
+        }
+        pause();
+        // The library ends the gesture of a wheel after half a second.
+        std::this_thread::sleep_for(std::chrono::milliseconds(600));
+    }
+    // As with the focus on the window, where it stays.
+    std::unique_ptr<Subprocess> editFocused(const std::vector<std::string>& arguments = {}) const {
+        auto program = editEffect(arguments);
+        xcb_set_input_focus(mPerson.connection(), XCB_INPUT_FOCUS_PARENT, window(), XCB_CURRENT_TIME);
+        mPerson.synchronise();
+        pause();
+        return program;
+    }
+    void key(xcb_keysym_t symbol, const std::vector<xcb_keysym_t>& held = {}) const {
+        mKeyboard.tap(symbol, held);
+        pause();
+    }
+    void type(const std::string& letters) const {
+        for (const char letter : letters) {
+            key(static_cast<xcb_keysym_t>(letter));
+        }
+    }
+    // The options that the program prints for settings that are not saved.
+    std::string settingsOf(Subprocess& program) const {
+        constexpr std::string_view kBefore = "they come back with: varno edit ";
+        settle();
+        close();
+        const std::string err = program.wait().err;
+        const auto at = err.find(kBefore);
+        return at == std::string::npos ? err : err.substr(at + kBefore.size());
+    }
+
+    static constexpr Area kUpperFace = {0, BarLayout::kHeight, kWidth, 150};
+};
+
+TEST_F(EditBar, BypassIsSeenAndUndoesItself) {
+    const auto program = editFocused();
+    const auto before = picture(kUpperFace);
+    click(middleOf(BarLayout::Button::kBypass));
+    mPointer.move({300, 500});
+    EXPECT_TRUE(eventually([&] { return picture(kUpperFace) != before; }));
+    click(middleOf(BarLayout::Button::kBypass));
+    mPointer.move({300, 500});
+    EXPECT_TRUE(eventually([&] { return picture(kUpperFace) == before; }));
+    EXPECT_EQ(settingsOf(*program), "");
+}
+
+TEST_F(EditBar, UndoAndRedoByKeysAndButtons) {
+    auto program = editFocused();
+    wheel(middleOf("Gain"), Button::kWheelUp, 2);
+    wheel(middleOf("Mix"), Button::kWheelUp);
+    key(XK_z, {XK_Control_L});
+    click(middleOf(BarLayout::Button::kUndo));
+    EXPECT_EQ(settingsOf(*program), "");
+    program = editFocused();
+    wheel(middleOf("Gain"), Button::kWheelUp, 2); // one step
+    key(XK_z, {XK_Control_L});
+    key(XK_y, {XK_Control_L});
+    EXPECT_EQ(settingsOf(*program), "--set Gain=0.5307692\n");
+}
+
+TEST_F(EditBar, TwoSettingsAreCompared) {
+    const auto program = editFocused();
+    wheel(middleOf("Gain"), Button::kWheelUp);
+    click(middleOf(BarLayout::Button::kSlotB));
+    wheel(middleOf("Mix"), Button::kWheelUp);
+    click(middleOf(BarLayout::Button::kSlotA));
+    click(middleOf(BarLayout::Button::kCopySlot));
+    click(middleOf(BarLayout::Button::kSlotB));
+    EXPECT_EQ(settingsOf(*program), "--set Gain=0.5153846\n");
+}
+
+TEST_F(EditBar, PresetsAreLoadedSavedAndShownAgain) {
+    auto program = editFocused();
+    click(middleOf(BarLayout::Button::kNextPreset));
+    key(XK_z, {XK_Control_L});
+    wheel(middleOf("Gain"), Button::kWheelUp);
+    click(middleOf(BarLayout::Button::kPresets));
+    key(XK_Down);
+    key(XK_Return); // "Save as"
+    type("mine");
+    key(XK_Return);
+    const std::string file = path("data/varno-s/presets/mine.txt");
+    EXPECT_TRUE(eventually([&] { return std::filesystem::exists(file); }));
+    EXPECT_THAT(shell("cat '" + file + '\''), StartsWith("Varno-S 030001\nGain 0.5153846145 "));
+    EXPECT_THAT(settingsOf(*program), StartsWith("--set Gain=0.5153846"));
+    program = editFocused();
+    click(middleOf(BarLayout::Button::kPreviousPreset)); // the last one, which is the user's
+    EXPECT_THAT(settingsOf(*program), StartsWith("--set Gain=0.5153846"));
+}
+
+TEST_F(EditBar, SizesAreChosenByKeysAndKept) {
+    auto program = editFocused();
+    key(XK_plus, {XK_Control_L});
+    EXPECT_TRUE(eventually([&] { return size() == WindowSize{862, 567}; })) << size().height;
+    EXPECT_EQ(settingsOf(*program), "");
+    program = editFocused();
+    EXPECT_EQ(size().width, 862);
+    key(XK_minus, {XK_Control_L});
+    EXPECT_TRUE(eventually([&] { return size() == WindowSize{kWidth, kHeight}; }));
+    EXPECT_EQ(settingsOf(*program), "");
+}
+
+TEST_F(EditBar, TheCurveFoldsOutAndStays) {
+    auto program = editFocused();
+    click(middleOf(BarLayout::Button::kCurve));
+    EXPECT_TRUE(eventually([&] { return size() == WindowSize{kWidth, kHeight + CurvePane::kHeight}; }));
+    EXPECT_EQ(settingsOf(*program), "");
+    program = editFocused();
+    EXPECT_EQ(size().height, kHeight + CurvePane::kHeight);
+    EXPECT_GT(picture({0, BarLayout::kHeight, kWidth, CurvePane::kHeight}).countColours(), 10);
+    click(middleOf(BarLayout::Button::kCurve));
+    EXPECT_TRUE(eventually([&] { return size().height == kHeight; }));
+    EXPECT_EQ(settingsOf(*program), "");
+}
+
+TEST_F(EditBar, CanBeLeftOut) {
+    const auto program = editFocused({"--no-bar"});
+    EXPECT_EQ(size(), (WindowSize{kWidth, kFaceHeight}));
+    EXPECT_EQ(settingsOf(*program), "");
+}
+
+TEST_F(EditBar, ADoubleClickResetsAKnob) {
+    const auto program = editFocused({"--set", "Gain=0.75"});
+    mPointer.move(middleOf("Gain"));
+    for (int i = 0; i < 2; ++i) {
+        mPointer.press();
+        mPointer.release();
+        pause();
+    }
+    pause();
+    // Switches count every click.
+    mPointer.move(middleOf("HP"));
+    for (int i = 0; i < 3; ++i) {
+        mPointer.press();
+        mPointer.release();
+        pause();
+    }
+    EXPECT_EQ(settingsOf(*program), "--set HP=1\n");
+}
+
+TEST_F(EditBar, ARightClickOpensAMenu) {
+    const auto program = editFocused({"--set", "Mix=0.75"});
+    click(middleOf("Mix"), Button::kRight);
+    key(XK_Down);
+    key(XK_Down); // "Reset"
+    key(XK_Return);
+    pause();
+    EXPECT_THAT(settingsOf(*program), HasSubstr("they come back with: varno edit\n")); // with the defaults
+}
+
+TEST_F(EditBar, EscapeGivesBackWhatADragHasChanged) {
+    const auto program = editFocused();
+    const Place knob = middleOf("Hot");
+    mPointer.move(knob);
+    mPointer.press();
+    mPointer.move({knob.x, knob.y - 40});
+    pause();
+    key(XK_Escape);
+    mPointer.move({knob.x, knob.y - 60});
+    pause();
+    mPointer.release();
+    pause();
+    EXPECT_EQ(settingsOf(*program), "");
+}
+
+TEST_F(EditBar, TheWheelWorksOnEveryControl) {
+    const auto program = editFocused();
+    wheel(middleOf("HP"), Button::kWheelUp, 2);
+    wheel(middleOf("Ratio"), Button::kWheelDown);
+    EXPECT_THAT(settingsOf(*program), testing::AllOf(HasSubstr("HP=1"), HasSubstr("Ratio=0.42857")));
+}
+
+TEST_F(EditBar, ControlMakesADragFineFromItsFirstPixel) {
+    const auto dragged = [&](const std::set<Modifier>& held) {
+        const auto program = editFocused();
+        const Place knob = middleOf("Gain");
+        mPointer.move(knob);
+        mPointer.hold(held);
+        mPointer.press();
+        for (int pixels = 5; pixels <= 20; pixels += 5) {
+            mPointer.move({knob.x, knob.y - pixels});
+            pause(); // the library asks for each next motion
+        }
+        settle();
+        mPointer.release();
+        mPointer.hold({});
+        pause();
+        const std::string settings = settingsOf(*program);
+        return std::stod(settings.substr(std::string("--set Gain=").size())) - 0.5;
+    };
+    const double plain = dragged({});
+    EXPECT_GT(plain, 0.05);
+    constexpr double kFiner = 6.0; // by which the editor's knobs turn less with Shift
+    EXPECT_NEAR(dragged({Modifier::kControl}), plain / kFiner, 1e-4);
+}
+
+TEST_F(EditBar, TheNameOfASwitchIsAPartOfIt) {
+    const auto program = editFocused();
+    const Box name = FaceLayout::legendOf(*FaceLayout::controlOf("UK"));
+    click({name.x + name.width / 2, BarLayout::kHeight + name.y + name.height / 2});
+    EXPECT_EQ(settingsOf(*program), "--set UK=1\n");
+}
+
+TEST_F(EditBar, EverythingIsReachedByKeys) {
+    auto program = editFocused();
+    for (std::size_t i = 0; i <= std::size(BarLayout::kButtons); ++i) {
+        key(XK_Tab); // to the first control after the bar
+    }
+    key(XK_End);
+    key(XK_Tab);
+    key(XK_space); // High Pass
+    EXPECT_EQ(settingsOf(*program), "--set Gain=1 --set HP=1\n");
+    program = editFocused();
+    key(XK_Tab, {XK_Shift_L});
+    for (int i = 0; i < 2; ++i) {
+        key(XK_Tab, {XK_Shift_L}); // before Paste and Copy: Mix
+    }
+    type("40");
+    key(XK_Return);
+    EXPECT_EQ(settingsOf(*program), "--set Mix=0.4\n");
+}
+
+TEST_F(EditBar, ANumberIsTypedOverWhatThePointerIsOn) {
+    const auto program = editFocused();
+    mPointer.move(middleOf("Gain"));
+    pause();
+    type("-3");
+    key(XK_Return);
+    EXPECT_EQ(settingsOf(*program), "--set Gain=0.425\n");
+}
+
+TEST_F(EditBar, EscapeAsksOnceBeforeSettingsAreLost) {
+    const auto program = editFocused();
+    wheel(middleOf("Gain"), Button::kWheelUp);
+    key(XK_Escape);
+    EXPECT_NE(window(), xcb_window_t{XCB_WINDOW_NONE});
+    key(XK_Escape);
+    EXPECT_THAT(program->wait().err, HasSubstr("--set Gain=0.5153846"));
+}
+
+} // namespace
+} // namespace varno::test
