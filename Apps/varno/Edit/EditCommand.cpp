@@ -19,8 +19,9 @@ constexpr std::string_view kEditDescription[] = {
     "sets the sample rate, and AUDIO is converted to it. Where nothing answers, the effect runs without "
     "sound output. varno play processes live sound instead of a file.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
-    "Keys: Ctrl-S saves the settings as a state, Ctrl-C copies them and Ctrl-V pastes them as a preset, "
-    "Escape and Ctrl-Q close the window.",
+    "Keys: Ctrl-Z and Ctrl-Y undo and redo, Tab walks through the controls, Ctrl with plus and minus changes "
+    "the size. Ctrl-S saves the settings as a state, Ctrl-C copies them and Ctrl-V pastes them as a preset, "
+    "Escape and Ctrl-Q close the window; Escape asks first where settings are not saved.",
     "Ctrl-S writes the file of --save-state, else that of --state, else varno-s.state in the working folder, "
     "or varno-s-2.state and so on where that exists already. Settings that are not saved when the window "
     "closes are printed on standard error, as options that bring them back.",
