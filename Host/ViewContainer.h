@@ -80,8 +80,8 @@ public:
     /// The desktop around the view (borrowed, outlives the editor); without one the container does not offer
     /// the interface.
     void setDesktop(Desktop* desktop) { mDesktop.setDesktop(desktop); }
-    /// Answers which modifier keys are down (AAX_EModifiers bits), at each mouse action. Without a source, none
-    /// is.
+    /// Answers which modifier keys are down (AAX_EModifiers bits), at each mouse action. Without a source,
+    /// none is.
     void setModifierSource(ModifierSource source) { mModifierSource = std::move(source); }
     /// Answers mouse offers: AAX_SUCCESS takes one. Without a handler none is taken. Offers are not kept.
     void setMouseHandler(MouseHandler handler) { mMouseHandler = std::move(handler); }

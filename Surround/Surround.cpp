@@ -34,7 +34,7 @@ Surround::Surround(XConnection& connection, xcb_window_t parent, Instance& insta
       mOuterDesktop(desktop),
       mDesktop(desktop),
       mEdited(instance, slots),
-      mPresets(instance.module().resourcePath("presets"), userPresetFolder()),
+      mPresets(setup.factoryPresets, userPresetFolder()),
       mPreferences(userPreferencesFile()),
       mControl(mEdited, mPresets, slots, owner),
       mMeters(instance.effect()),

@@ -24,6 +24,7 @@
 #include "Window/OverlayWindow.h"
 #include "Window/XConnection.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -41,7 +42,8 @@ public:
 
 /// The parameters of a surround.
 struct SurroundSetup {
-    bool hasBar = true; ///< Above the editor, if the effect is Varno-S.
+    bool hasBar = true;                     ///< Above the editor, if the effect is Varno-S.
+    std::filesystem::path factoryPresets{}; ///< The folder of the factory's presets; empty for none.
 };
 
 /// A desktop with another scale.

@@ -13,10 +13,10 @@ function(varno_lv2_binary target name symbol)
   add_dependencies(varno_lv2_bundle ${target})
 endfunction()
 
-# varno_lv2_file(FILE): the file (full path) is copied into the bundle.
+# varno_lv2_file(FILE [FOLDER]): the file (full path) is copied into the bundle, or into a folder of it.
 function(varno_lv2_file file)
   cmake_path(GET file FILENAME name)
-  set(copy ${VARNO_LV2_BUNDLE}/${name})
+  set(copy ${VARNO_LV2_BUNDLE}/${ARGV1}/${name})
   add_custom_command(OUTPUT ${copy} COMMAND ${CMAKE_COMMAND} -E copy ${file} ${copy} DEPENDS ${file} VERBATIM)
   add_custom_target(varno_lv2_${name} DEPENDS ${copy})
   add_dependencies(varno_lv2_bundle varno_lv2_${name})

@@ -70,7 +70,11 @@ void runSession(const EditOptions& options, XConnection& connection, Instance& i
          slots,
          keeper,
          {[&] { return sound.isBypassed(); }, [&](bool isOn) { sound.setBypassed(isOn); }}});
-    session.loop().startTimer(kSoundCheckPeriod, &sound, [&] { sound.check(); });
+    session.loop().startTimer(kSoundCheckPeriod, &sound, [&] {
+        if (const auto warning = sound.check()) {
+            session.showMessage(*warning);
+        }
+    });
     if (options.window.screenshot) {
         session.run();
     } else {

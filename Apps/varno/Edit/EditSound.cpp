@@ -28,30 +28,33 @@ void EditSound::playByTheClock() {
                     [this](float* const* channels, int frames) { mLoop.pull(channels, frames); });
 }
 
-void EditSound::check() {
+std::optional<std::string> EditSound::check() {
     if (mBackend == nullptr) {
-        return;
+        return std::nullopt;
     }
     mBackend->check();
-    if (const auto overruns = mWatch->newOverruns()) {
+    const auto overruns = mWatch->newOverruns();
+    if (overruns) {
         printWarning(*overruns);
     }
     if (mWatch->hasNewRate()) {
-        continueWithoutOutput(mBackend->description() + ": the sample rate has changed");
-        return;
+        return continueWithoutOutput(mBackend->description() + ": the sample rate has changed");
     }
     try {
         mWatch->requireRunning();
     } catch (const WorkError& error) {
-        continueWithoutOutput(error.what());
+        return continueWithoutOutput(error.what());
     }
+    return overruns;
 }
 
-void EditSound::continueWithoutOutput(const std::string& reason) {
-    printWarning(reason + "; the file is no longer played");
+std::string EditSound::continueWithoutOutput(const std::string& reason) {
+    const std::string warning = reason + "; the file is no longer played";
+    printWarning(warning);
     mWatch.reset();
     mBackend.reset();
     playByTheClock();
+    return warning;
 }
 
 } // namespace varno

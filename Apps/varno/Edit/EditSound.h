@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace varno {
 
@@ -21,7 +22,8 @@ public:
 
     /// To be called every kSoundCheckPeriod: warns of overruns; where the sound system has ended or changed
     /// its rate, warns and continues by the clock.
-    void check();
+    /// @return the warning that it has printed; nothing for none
+    std::optional<std::string> check();
 
     /// The bypass without clicks; the effect's own master bypass is a parameter.
     void setBypassed(bool isBypassed) { mLoop.bypass().set(isBypassed); }
@@ -29,7 +31,7 @@ public:
 
 private:
     void playByTheClock();
-    void continueWithoutOutput(const std::string& reason);
+    std::string continueWithoutOutput(const std::string& reason);
 
     Instance& mInstance;
     EffectLoop mLoop;

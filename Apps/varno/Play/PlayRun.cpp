@@ -97,7 +97,9 @@ private:
         session.loop().startTimer(kSoundCheckPeriod, this, [&] {
             mBackend.check();
             mWatch.requireRunning();
-            reportOverruns();
+            if (const auto overruns = mWatch.newOverruns()) {
+                report(*overruns, session);
+            }
             if (mWatch.hasNewRate()) {
                 session.loop().quit();
             }
@@ -106,10 +108,15 @@ private:
     }
 
     // The line in the terminal shows them already.
-    void reportOverruns() {
-        const bool isShown = mConnection == nullptr && takesKeys(STDIN_FILENO);
-        if (const auto overruns = mWatch.newOverruns(); overruns && !isShown && !mOptions.isQuiet) {
-            printWarning(*overruns);
+    void report(const std::string& overruns, const TerminalSession&) const {
+        if (!takesKeys(STDIN_FILENO) && !mOptions.isQuiet) {
+            printWarning(overruns);
+        }
+    }
+    void report(const std::string& overruns, EditorSession& session) const {
+        session.showMessage(overruns);
+        if (!mOptions.isQuiet) {
+            printWarning(overruns);
         }
     }
 

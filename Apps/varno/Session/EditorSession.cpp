@@ -51,8 +51,9 @@ EditorSession::EditorSession(const WindowOptions& options, XConnection& connecti
       mWindow(connection, options.screenshot ? EditorWindow::Kind::kUnmanaged : EditorWindow::Kind::kManaged,
               {titleFor(options, subject.instance), windowIcon(subject.instance.module().resourcePath(""))}),
       mDesktop(mLoop, scaleFor(options, connection)),
-      mSurround(connection, mWindow.id(), subject.instance, subject.slots, mDesktop, *this,
-                {.hasBar = options.hasBar}) {
+      mSurround(
+          connection, mWindow.id(), subject.instance, subject.slots, mDesktop, *this,
+          {.hasBar = options.hasBar, .factoryPresets = subject.instance.module().resourcePath("presets")}) {
     if (options.screenshot) {
         planScreenshot(*options.screenshot);
     }

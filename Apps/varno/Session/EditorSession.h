@@ -68,6 +68,8 @@ public:
 
     /// For further watches and timers while the window is shown.
     EventLoop& loop() { return mLoop; }
+    /// Shows a message in the bar, until the next.
+    void showMessage(const std::string& message) { mSurround.showMessage(message); }
     /// Shows the window until it is closed, the screenshot is made or the loop quits.
     /// @throws WindowError, Interrupted, WorkError where the screenshot cannot be written
     void run();

@@ -29,6 +29,11 @@ double scaleFor(const HostOffer& offer, const XConnection& connection) {
                : desktopScale({}, connection.text(connection.screen().root, XCB_ATOM_RESOURCE_MANAGER));
 }
 
+// As the build copies them beside the pictures.
+std::filesystem::path presetsIn(const std::filesystem::path& resources) {
+    return resources.empty() ? std::filesystem::path() : resources / "presets";
+}
+
 // The host's window, if it offers one.
 void requireParent(const XConnection& connection, xcb_window_t parent) {
     if (!connection.has(parent)) {
@@ -50,7 +55,7 @@ PluginWindow::PluginWindow(std::shared_ptr<Module> module, const WindowSource& s
         offer.parent == XCB_WINDOW_NONE ? openShell(offer, source.resources) : offer.parent;
     requireParent(mConnection, parent);
     mSurround.emplace(mConnection, parent, mInstance, mSlots, mDesktop, static_cast<SurroundOwner&>(*this),
-                      SurroundSetup{});
+                      SurroundSetup{.factoryPresets = presetsIn(source.resources)});
     if (mSurround->open().isEmpty()) {
         throw WindowError(
             "the editor has nothing to show: its pictures are expected in the bundle's resources");

@@ -4,9 +4,9 @@
 #include "AAX_Guarded.h"
 #include "DemoGain_ParameterTable.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
-#include "Toolkit/VSTGUI_Library.h"
 #include "Platform/Bundle.h"
 #include "Platform/Clipboard.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include <optional>
 #include <string_view>

@@ -2,10 +2,10 @@
 
 #include "AAX_CString.h"
 #include "AAX_Exception.h"
-#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/FakeHostServices.h"
 #include "Tests/Support/ForwardingCheck.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

@@ -1,9 +1,9 @@
 #include "GUI/AAX_CEffectGUI_VST.h"
 
-#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Source/GUI/FakeDesktop.h"
 #include "Tests/Source/GUI/TestEditor.h"
 #include "Tests/Support/FakeHostServices.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include "vstgui/lib/ccolor.h"
 

@@ -1,7 +1,7 @@
 #include "GUI/VSTGUI_ContentView.h"
 
-#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Support/TestEffect.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include "vstgui/lib/cview.h"
 #include "vstgui/lib/events.h"

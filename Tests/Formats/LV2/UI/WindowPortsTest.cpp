@@ -53,6 +53,30 @@ TEST_F(WindowPorts, hearOfADraggedKnob) {
                   {Kind::Touch, kHighPass}, {Kind::Write, kHighPass, 1.0F}, {Kind::Release, kHighPass}}));
 }
 
+TEST_F(WindowPorts, bypassIsThePortOfThatName) {
+    const auto host = show();
+    click(*host, varno::BarLayout::Button::kBypass);
+    EXPECT_EQ(host->takeEvents(), (std::vector<HostEvent>{{Kind::Write, kEnabled, 0.0F}}));
+    click(*host, varno::BarLayout::Button::kBypass);
+    EXPECT_EQ(host->takeEvents(), (std::vector<HostEvent>{{Kind::Write, kEnabled, 1.0F}}));
+    // What the host has written is known to the button.
+    host->tell(kEnabled, 0.0F);
+    host->turn();
+    click(*host, varno::BarLayout::Button::kBypass);
+    EXPECT_EQ(host->takeEvents(), (std::vector<HostEvent>{{Kind::Write, kEnabled, 1.0F}}));
+}
+
+TEST_F(WindowPorts, hearOfAPresetAndOfWhatTakesItBack) {
+    const auto host = show();
+    click(*host, varno::BarLayout::Button::kNextPreset);
+    const auto loaded = only(writesOf(host->takeEvents()), kGain);
+    ASSERT_EQ(loaded.size(), 1U);
+    EXPECT_NE(loaded.front().value, 0.5F);
+    click(*host, varno::BarLayout::Button::kUndo);
+    EXPECT_EQ(only(writesOf(host->takeEvents()), kGain),
+              (std::vector<HostEvent>{{Kind::Write, kGain, 0.5F}}));
+}
+
 TEST_F(WindowPorts, ofTheMonoPluginHaveOtherNumbers) {
     const auto host = show({.plugin = "urn:morvak:varno-s#mono"});
     turnKnob(*host, "Gain", -0.25);

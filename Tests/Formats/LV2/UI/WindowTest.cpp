@@ -1,6 +1,5 @@
 #include "Tests/Formats/LV2/UI/WindowTest.h"
 
-#include "Surround/BarLayout.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
 #include "Tests/Support/XServer.h"
@@ -51,11 +50,15 @@ void WindowTest::settle(WindowHost& host) {
 }
 
 void WindowTest::point(WindowHost& host, const std::string& id, Place inControl) {
+    const Area area = shownAreaOf(id);
+    pointAt(host, Place{area.x, area.y} + inControl);
+}
+
+void WindowTest::pointAt(WindowHost& host, Place inWindow) {
     const XReply<xcb_translate_coordinates_reply_t> corner(xcb_translate_coordinates_reply(
         client.connection(),
         xcb_translate_coordinates(client.connection(), host.widget(), client.screen().root, 0, 0), nullptr));
-    const Area area = shownAreaOf(id);
-    pointer.move(Place{corner->dst_x, corner->dst_y} + Place{area.x, area.y} + inControl);
+    pointer.move(Place{corner->dst_x, corner->dst_y} + inWindow);
     settle(host);
 }
 
@@ -74,6 +77,13 @@ void WindowTest::click(WindowHost& host, const std::string& id) {
     point(host, "METERGR1", {0, 0});
     const Area area = areaOf(id);
     point(host, id, {area.width / 2, area.height / 2});
+    press(host);
+    release(host);
+}
+
+void WindowTest::click(WindowHost& host, BarLayout::Button button) {
+    const Box box = BarLayout::row(button).place;
+    pointAt(host, {box.x + box.width / 2, box.y + box.height / 2});
     press(host);
     release(host);
 }

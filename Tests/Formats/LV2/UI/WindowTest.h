@@ -2,6 +2,7 @@
 #ifndef VARNO_TESTS_FORMATS_LV2_UI_WINDOWTEST_H
 #define VARNO_TESTS_FORMATS_LV2_UI_WINDOWTEST_H
 
+#include "Surround/BarLayout.h"
 #include "Tests/Formats/LV2/UI/WindowHost.h"
 #include "Tests/Integration/Editor/BundleArt.h"
 #include "Tests/Support/FakeInput.h"
@@ -41,6 +42,7 @@ protected:
     void press(WindowHost& host);
     void release(WindowHost& host);
     void click(WindowHost& host, const std::string& id);
+    void click(WindowHost& host, BarLayout::Button button);
     /// Turns a knob by a change of its value.
     void turnKnob(WindowHost& host, const std::string& id, double change);
 
@@ -53,6 +55,7 @@ protected:
     const BundleArt art;
 
 private:
+    void pointAt(WindowHost& host, Place inWindow);
     static void settle(WindowHost& host);
 
     Place mOnScreen;

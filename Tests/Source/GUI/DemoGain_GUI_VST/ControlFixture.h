@@ -2,8 +2,8 @@
 #ifndef VARNO_TESTS_SOURCE_GUI_DEMOGAIN_GUI_VST_CONTROLFIXTURE_H
 #define VARNO_TESTS_SOURCE_GUI_DEMOGAIN_GUI_VST_CONTROLFIXTURE_H
 
-#include "Toolkit/VSTGUI_Library.h"
 #include "Tests/Source/GUI/HostMouse.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include "vstgui/lib/cbitmap.h"
 #include "vstgui/lib/cframe.h"

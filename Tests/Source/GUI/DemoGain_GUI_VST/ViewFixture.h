@@ -5,9 +5,9 @@
 #include "ACF/ACFPtr.h"
 #include "DemoGain_Parameters.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
-#include "Toolkit/VSTGUI_Library.h"
 #include "Platform/Clipboard.h"
 #include "Tests/Support/FakeInstanceHost.h"
+#include "Toolkit/VSTGUI_Library.h"
 
 #include <gtest/gtest.h>
 
