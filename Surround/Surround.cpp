@@ -212,6 +212,11 @@ void Surround::chooseSize(double size) {
     } catch (const FileError& error) {
         showMessage(error.what());
     }
+    reopen();
+}
+
+// An editor takes the scale when it opens.
+void Surround::reopen() {
     mDesktop.setScale(scale());
     mEditor.close();
     mEditor.open(mHolder.id());

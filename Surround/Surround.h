@@ -101,6 +101,8 @@ public:
     /// Answers what the editor has requested, in the place of Instance::idle(), once in each turn of an event
     /// loop.
     void settle() { mEdited.settle(); }
+    /// The desktop has another scale.
+    void desktopScaled() { reopen(); }
     /// Shows a message in the bar until the next.
     void showMessage(const std::string& message) { mControl.showMessage(message); }
     /// Where the input focus belongs while the front end's window has it; none where the editor keeps its
@@ -122,6 +124,7 @@ private:
     void showCurve(bool isShown);
     void showMeters();
     void chooseSize(double size);
+    void reopen();
     void arrange();
     void pressed(BarLayout::Button button);
     void showState();

@@ -4,7 +4,6 @@
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
 #include "Session/SettingsKeeper.h"
-#include "Window/Scale.h"
 #include "Window/WindowProperties.h"
 #include "Window/XConnection.h"
 
@@ -33,12 +32,10 @@ std::string titleFor(const WindowOptions& options, const Instance& instance) {
     return title;
 }
 
-double scaleFor(const WindowOptions& options, const XConnection& connection) {
-    if (options.scale) {
-        return *options.scale;
-    }
-    return desktopScale(environmentVariable("GDK_SCALE"),
-                        connection.text(connection.screen().root, XCB_ATOM_RESOURCE_MANAGER));
+// The user's choice for one program; nothing where it is not set.
+std::optional<std::string> gdkScale() {
+    std::string text = environmentVariable("GDK_SCALE");
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
 } // namespace
@@ -48,9 +45,10 @@ EditorSession::EditorSession(const WindowOptions& options, XConnection& connecti
     : mOptions(options),
       mConnection(connection),
       mSubject(subject),
+      mSystem(connection, gdkScale()),
       mWindow(connection, options.screenshot ? EditorWindow::Kind::kUnmanaged : EditorWindow::Kind::kManaged,
               {titleFor(options, subject.instance), windowIcon(subject.instance.module().resourcePath(""))}),
-      mDesktop(mLoop, scaleFor(options, connection)),
+      mDesktop(mLoop, options.scale.value_or(mSystem.scale())),
       mSurround(
           connection, mWindow.id(), subject.instance, subject.slots, mDesktop, *this,
           {.hasBar = options.hasBar, .factoryPresets = subject.instance.module().resourcePath("presets")}) {
@@ -59,6 +57,12 @@ EditorSession::EditorSession(const WindowOptions& options, XConnection& connecti
     }
     openEditor();
     bindKeys();
+    if (!options.scale) {
+        mSystem.setScaleHandler([this](double scale) {
+            mDesktop.setScale(scale);
+            mSurround.desktopScaled();
+        });
+    }
 }
 
 void EditorSession::openEditor() {

@@ -9,6 +9,7 @@
 #include "Session/WindowOptions.h"
 #include "Session/WindowPicture.h"
 #include "Surround/Surround.h"
+#include "Window/DesktopSettings.h"
 #include "Window/EditorWindow.h"
 
 #include <chrono>
@@ -27,6 +28,7 @@ public:
         : mLoop(loop),
           mScale(scale) {}
 
+    void setScale(double scale) { mScale = scale; }
     double scale() const override { return mScale; }
     void watch(int descriptor, const void* owner, Wake wake) override {
         mLoop.watch(descriptor, owner, std::move(wake));
@@ -89,6 +91,7 @@ private:
     XConnection& mConnection;
     EditorSubject mSubject;
     EventLoop mLoop;
+    DesktopSettings mSystem;
     EditorWindow mWindow;
     std::optional<WindowPicture> mPicture;
     std::optional<AtomicFile> mScreenshot;

@@ -29,6 +29,13 @@ protected:
         mPointer.press(Button::kWheelUp);
         mPointer.release(Button::kWheelUp);
     }
+    void setDotsPerInch(const std::string& number) const {
+        const std::string resources = "Xft.dpi:\t" + number + '\n';
+        xcb_change_property(mPerson.connection(), XCB_PROP_MODE_REPLACE, mPerson.screen().root,
+                            XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
+                            static_cast<std::uint32_t>(resources.size()), resources.c_str());
+        mPerson.synchronise();
+    }
     double gainIn(const std::string& settings, const std::string& file) const {
         return nlohmann::json::parse(varnoOut({"params", settings, file, "--json", "Gain"}))["value"];
     }
@@ -96,11 +103,7 @@ TEST_F(EditEffect, ItsMetersFollowTheFile) {
 }
 
 TEST_F(EditEffect, IsEnlargedAsTheDesktopIs) {
-    const std::string resources = "Xft.dpi:\t144\n";
-    xcb_change_property(mPerson.connection(), XCB_PROP_MODE_REPLACE, mPerson.screen().root,
-                        XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
-                        static_cast<std::uint32_t>(resources.size()), resources.c_str());
-    mPerson.synchronise();
+    setDotsPerInch("144");
     for (const auto& [arguments, scale] : std::vector<std::pair<std::vector<std::string>, double>>{
              {{}, 1.5}, {{"--scale", "1"}, 1.0}, {{"--scale", "0.5"}, 0.5}}) {
         const auto program = editEffect(arguments);
@@ -109,6 +112,18 @@ TEST_F(EditEffect, IsEnlargedAsTheDesktopIs) {
         close();
         EXPECT_EQ(program->wait().err, "");
     }
+}
+
+TEST_F(EditEffect, FollowsAnotherScaleOfTheDesktop) {
+    const auto program = editEffect();
+    EXPECT_EQ(size().width, kWidth);
+    setDotsPerInch("144");
+    EXPECT_TRUE(eventually([&] { return size() == WindowSize{1035, 681}; }));
+    EXPECT_TRUE(eventually([&] { return showsView(); }));
+    setDotsPerInch("96");
+    EXPECT_TRUE(eventually([&] { return size() == WindowSize{kWidth, kHeight}; }));
+    close();
+    EXPECT_EQ(program->wait().err, "");
 }
 
 // Larger than the screen.
