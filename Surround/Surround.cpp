@@ -109,6 +109,7 @@ void Surround::addInput() {
 }
 
 PixelSize Surround::open() {
+    mSize = fitting(mSize);
     mDesktop.setScale(scale());
     mEditor.open(mHolder.id());
     if (size().isEmpty()) {
@@ -202,13 +203,28 @@ void Surround::showMeters() {
     }
 }
 
+// Not larger than the screen, but the plain size at least.
+double Surround::fitting(double size) const {
+    const WindowArea room = workAreaOf(mPlace.connection, mPlace.onScreen({0, 0, 1, 1}));
+    const double plain = mOuterDesktop.scale();
+    const int height =
+        FaceLayout::kHeight + (mBar ? BarLayout::kHeight : 0) + (mCurve ? CurvePane::kHeight : 0);
+    const double fits =
+        SizeSteps::fitting(size, FaceLayout::kWidth * plain, height * plain, room.width, room.height);
+    return std::max(fits, std::min(size, SizeSteps::kPlain));
+}
+
 void Surround::chooseSize(double size) {
-    if (size == mSize) {
+    const double fits = fitting(size);
+    if (fits != size) {
+        showMessage(SizeSteps::text(size) + " does not fit the screen");
+    }
+    if (fits == mSize) {
         return;
     }
-    mSize = size;
+    mSize = fits;
     try {
-        mPreferences.setSize(size);
+        mPreferences.setSize(fits);
     } catch (const FileError& error) {
         showMessage(error.what());
     }

@@ -124,6 +124,7 @@ private:
     void showCurve(bool isShown);
     void showMeters();
     void chooseSize(double size);
+    double fitting(double size) const;
     void reopen();
     void arrange();
     void pressed(BarLayout::Button button);

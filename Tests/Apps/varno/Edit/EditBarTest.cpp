@@ -156,6 +156,19 @@ TEST_F(EditBar, SizesAreChosenByKeysAndKept) {
     EXPECT_EQ(settingsOf(*program), "");
 }
 
+TEST_F(EditBar, IsNeverMadeLargerThanTheScreen) {
+    const auto program = editFocused();
+    for (int i = 0; i < 5; ++i) {
+        key(XK_plus, {XK_Control_L});
+    }
+    pause();
+    const auto screen = mPerson.screen();
+    EXPECT_GT(size().width, kWidth);
+    EXPECT_LE(size().width, screen.width_in_pixels);
+    EXPECT_LE(size().height, screen.height_in_pixels);
+    EXPECT_EQ(settingsOf(*program), "");
+}
+
 TEST_F(EditBar, TheCurveFoldsOutAndStays) {
     auto program = editFocused();
     click(middleOf(BarLayout::Button::kCurve));
