@@ -1,5 +1,7 @@
 #include "Surround/TextEntry.h"
 
+#include "Platform/RunLoop.h"
+
 #include "vstgui/lib/cframe.h"
 #include "vstgui/lib/controls/ctextedit.h"
 
@@ -85,12 +87,19 @@ void TextEntry::key(const xcb_key_press_event_t& event, xcb_keysym_t symbol) {
     if (eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_RELEASE) {
         pass(event);
     } else if (symbol == XK_Return || symbol == XK_KP_Enter) {
+        awaitKeys();
         finish(mField->edit->getText().getString());
     } else if (symbol == XK_Escape || symbol == XK_Tab || symbol == XK_ISO_Left_Tab) {
         finish(std::nullopt);
     } else {
         pass(event);
     }
+}
+
+// The keys before Return are on their way to the library's connection.
+void TextEntry::awaitKeys() const {
+    mConnection.sync();
+    RunLoop::shared()->tick();
 }
 
 void TextEntry::finish(std::optional<std::string> text) {

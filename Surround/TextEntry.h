@@ -56,6 +56,7 @@ private:
     void finish(std::optional<std::string> text);
     void pass(xcb_key_press_event_t event) const;
     void releaseModifiers() const;
+    void awaitKeys() const;
 
     XConnection& mConnection;
     xcb_window_t mParent;
