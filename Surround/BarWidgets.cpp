@@ -33,7 +33,7 @@ VSTGUI::SharedPointer<VSTGUI::CFontDesc> fontOf(double points) {
     return VSTGUI::makeOwned<VSTGUI::CFontDesc>(VSTGUI::kNormalFont->getName(), points);
 }
 
-void setFace(VSTGUI::CTextButton& button, CColor top, CColor bottom) {
+void setFace(VSTGUI::CTextButton& button, const CColor& top, const CColor& bottom) {
     const auto plain = VSTGUI::owned(VSTGUI::CGradient::create(0.0, 1.0, top, bottom));
     const auto pressed = VSTGUI::owned(VSTGUI::CGradient::create(0.0, 1.0, bottom, top));
     button.setGradient(plain);
@@ -132,7 +132,7 @@ void LevelMeter::draw(VSTGUI::CDrawContext* context) {
     context->setFillColor(kRecess);
     context->drawRect(all, VSTGUI::kDrawFilled);
     const int fullScale = stepsOf(0.0);
-    const auto fill = [&](int from, int to, CColor colour) {
+    const auto fill = [&](int from, int to, const CColor& colour) {
         if (from < to) {
             VSTGUI::CRect part(all.left + from, all.top + 1, all.left + to, all.bottom - 1);
             context->setFillColor(colour);

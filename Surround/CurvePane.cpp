@@ -22,7 +22,7 @@ constexpr VSTGUI::CColor kCurve(0xFF, 0x9D, 0x33);
 constexpr VSTGUI::CColor kDot(0xEF, 0xEB, 0xE4);
 constexpr VSTGUI::CColor kText(0xC1, 0xBE, 0xB8);
 
-constexpr double kGridStepDB = 20.0;
+constexpr int kGridLines = 4; // at every 20 dB, after the first
 constexpr double kDotRadius = 4.0;
 constexpr double kTextPoints = 10.5;
 constexpr double kMargin = 6.0;
@@ -85,7 +85,8 @@ private:
 
     void drawGrid(VSTGUI::CDrawContext& context) const {
         context.setLineWidth(1.0);
-        for (double levelDB = kLowestDB; levelDB <= kHighestDB; levelDB += kGridStepDB) {
+        for (int line = 0; line <= kGridLines; ++line) {
+            const double levelDB = kLowestDB + (kHighestDB - kLowestDB) * line / kGridLines;
             const std::string text = std::to_string(std::lround(levelDB));
             context.setFrameColor(kGrid);
             context.drawLine({xOf(levelDB), plot().top}, {xOf(levelDB), plot().bottom});
@@ -101,10 +102,10 @@ private:
         }
         context.setFrameColor(kUnity);
         context.drawLine({plot().left, plot().bottom}, {plot().right, plot().top});
-        context.drawString(
-            "dB behind Gain \u2192 dB after gain reduction",
-            VSTGUI::CRect(plot().left + kMargin, plot().top + 2.0, plot().right, plot().top + 16.0),
-            VSTGUI::kLeftText);
+        context.drawString("dB behind Gain \u2192 dB after gain reduction",
+                           VSTGUI::CRect(plot().left + kMargin, plot().top + 2.0, plot().right,
+                                         plot().top + 2.0 + kLineText),
+                           VSTGUI::kLeftText);
     }
 
     void drawCurve(VSTGUI::CDrawContext& context) const {

@@ -84,12 +84,11 @@ void TextEntry::key(const xcb_key_press_event_t& event, xcb_keysym_t symbol) {
     if (!mField) {
         return;
     }
-    if (eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_RELEASE) {
-        pass(event);
-    } else if (symbol == XK_Return || symbol == XK_KP_Enter) {
+    const bool isPress = eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_PRESS;
+    if (isPress && (symbol == XK_Return || symbol == XK_KP_Enter)) {
         awaitKeys();
         finish(mField->edit->getText().getString());
-    } else if (symbol == XK_Escape || symbol == XK_Tab || symbol == XK_ISO_Left_Tab) {
+    } else if (isPress && (symbol == XK_Escape || symbol == XK_Tab || symbol == XK_ISO_Left_Tab)) {
         finish(std::nullopt);
     } else {
         pass(event);

@@ -86,7 +86,7 @@ void SettingsKeeper::chooseFreeFile() {
 
 std::string saveAndTell(SettingsKeeper& settings) {
     try {
-        const std::string message = visibleLine("saved " + settings.save());
+        std::string message = visibleLine("saved " + settings.save());
         printErr(message + '\n');
         return message;
     } catch (const std::runtime_error& error) {
