@@ -21,7 +21,7 @@ SILENCE_S = 3
 MUSIC_S = 3
 PORTS = {1: (["in"], ["out"]), 2: (["in_l", "in_r"], ["out_l", "out_r"])}
 # A knob of the editor and how far it is dragged, in pixels.
-GAIN_KNOB = (55, 87)
+GAIN_KNOB = (55, 64 + 87)
 DRAG = -40
 # Rounds of a loop, of a second each: more than pass until it is recorded.
 ROUNDS = 120
