@@ -33,7 +33,7 @@ std::optional<std::string> EditSound::check() {
         return std::nullopt;
     }
     mBackend->check();
-    const auto overruns = mWatch->newOverruns();
+    auto overruns = mWatch->newOverruns();
     if (overruns) {
         printWarning(*overruns);
     }
@@ -49,7 +49,7 @@ std::optional<std::string> EditSound::check() {
 }
 
 std::string EditSound::continueWithoutOutput(const std::string& reason) {
-    const std::string warning = reason + "; the file is no longer played";
+    std::string warning = reason + "; the file is no longer played";
     printWarning(warning);
     mWatch.reset();
     mBackend.reset();
