@@ -248,6 +248,9 @@ bool Surround::escape() {
 }
 
 void Surround::pressed(BarLayout::Button button) {
+    if (mMenus) {
+        mMenus->dismiss();
+    }
     if (button == BarLayout::Button::kPresets) {
         mMenus->openPresets();
     } else if (button == BarLayout::Button::kSize) {

@@ -137,6 +137,7 @@ void SurroundInput::legendPressed(const FaceLayout::Control& control, const Butt
     constexpr int kLeft = 1;
     constexpr int kRight = 3;
     if (event.isDown && event.button == kLeft) {
+        mSubject.menus.dismiss();
         mSubject.controls.press(control);
     } else if (!event.isDown && event.button == kRight) {
         mSubject.menus.openControl(control);
@@ -346,6 +347,9 @@ void SurroundInput::tick() {
     }
     if (const auto pointer = mHover.answer()) {
         mHovered = pointer->isInside && pointer->buttons == 0 ? itemAt(pointer->place) : nullptr;
+        if (pointer->isInside && pointer->buttons != 0) {
+            mSubject.menus.pressed(pointer->place);
+        }
     }
     mHover.ask();
     mKeys.takeBack();

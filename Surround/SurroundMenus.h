@@ -45,6 +45,8 @@ public:
     bool isEntryOpen() const { return mEntry.isOpen(); }
     /// A key for what is open. @param symbol of it
     void key(const xcb_key_press_event_t& event, xcb_keysym_t symbol);
+    /// A press of a mouse button in the frame, seen while it is held. Menus see those themselves.
+    void pressed(WindowPlace place) { mEntry.pressed(place); }
     /// Closes what is open.
     void dismiss();
     /// To be called some 30 times a second.

@@ -46,6 +46,7 @@ void TextEntry::open(const WindowArea& area, double scale, const std::string& te
     }
     field->edit->takeFocus();
     mField = std::move(field);
+    mArea = area;
     mHandler = std::move(handler);
     releaseModifiers();
 }

@@ -36,6 +36,12 @@ public:
     /// @param area in the parent, in pixels @param scale of the text
     void open(const WindowArea& area, double scale, const std::string& text, Handler handler);
     bool isOpen() const { return mField != nullptr; }
+    /// A press of a mouse button in the parent: one beside the field gives it up.
+    void pressed(WindowPlace place) {
+        if (!mArea.contains(place)) {
+            cancel();
+        }
+    }
     /// A press or a release. Return and Enter end it with its text, Escape and Tab give it up; every other
     /// key is the field's. @param symbol of a press, see KeyText
     void key(const xcb_key_press_event_t& event, xcb_keysym_t symbol);
@@ -61,6 +67,7 @@ private:
     XConnection& mConnection;
     xcb_window_t mParent;
     std::unique_ptr<Field> mField;
+    WindowArea mArea; ///< Of the field, in the parent.
     Handler mHandler;
 };
 

@@ -1,6 +1,5 @@
 #include "Surround/CurvePane.h"
-#include "Surround/FaceLayout.h"
-#include "Tests/Apps/varno/Support/EffectWindowTest.h"
+#include "Tests/Apps/varno/Support/BarTest.h"
 
 #include <X11/keysym.h>
 
@@ -15,49 +14,8 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class EditBar : public EffectWindowTest {
+class EditBar : public BarTest {
 protected:
-    static Place middleOf(BarLayout::Button button) {
-        const Box box = BarLayout::row(button).place;
-        return {box.x + box.width / 2, box.y + box.height / 2};
-    }
-    static Place middleOf(const std::string& id) {
-        const Box box = FaceLayout::boxOf(*FaceLayout::controlOf(id));
-        return {box.x + box.width / 2, BarLayout::kHeight + box.y + box.height / 2};
-    }
-    // Lets the program answer what has happened: its clock has 30 ticks a second.
-    static void pause() { std::this_thread::sleep_for(std::chrono::milliseconds(120)); }
-
-    // Until what has happened is seen: the face's controls do not change any more.
-    void settle() const {
-        constexpr Area kStill = {0, BarLayout::kHeight, kWidth, 200};
-        Picture last = picture(kStill);
-        eventually([&] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(250));
-            const Picture now = picture(kStill);
-            const bool isStill = now == last;
-            last = now;
-            return isStill;
-        });
-    }
-
-    void click(Place place, Button button = Button::kLeft) {
-        mPointer.move(place);
-        mPointer.press(button);
-        pause();
-        mPointer.release(button);
-        pause();
-    }
-    void wheel(Place place, Button direction, int steps = 1) {
-        mPointer.move(place);
-        for (int i = 0; i < steps; ++i) {
-            mPointer.press(direction);
-            mPointer.release(direction);
-        }
-        pause();
-        // The library ends the gesture of a wheel after half a second.
-        std::this_thread::sleep_for(std::chrono::milliseconds(600));
-    }
     // As with the focus on the window, where it stays.
     std::unique_ptr<Subprocess> editFocused(const std::vector<std::string>& arguments = {}) const {
         auto program = editEffect(arguments);
@@ -66,36 +24,16 @@ protected:
         pause();
         return program;
     }
-    void key(xcb_keysym_t symbol, const std::vector<xcb_keysym_t>& held = {}) const {
-        mKeyboard.tap(symbol, held);
-        pause();
-    }
-    void type(const std::string& letters) const {
-        for (const char letter : letters) {
-            key(static_cast<xcb_keysym_t>(letter));
-        }
-    }
-    // The options that the program prints for settings that are not saved.
-    std::string settingsOf(Subprocess& program) const {
-        constexpr std::string_view kBefore = "they come back with: varno edit ";
-        settle();
-        close();
-        const std::string err = program.wait().err;
-        const auto at = err.find(kBefore);
-        return at == std::string::npos ? err : err.substr(at + kBefore.size());
-    }
-
-    static constexpr Area kUpperFace = {0, BarLayout::kHeight, kWidth, 150};
 };
 
 TEST_F(EditBar, BypassIsSeenAndUndoesItself) {
     const auto program = editFocused();
     const auto before = picture(kUpperFace);
     click(middleOf(BarLayout::Button::kBypass));
-    mPointer.move({300, 500});
+    point({300, 500});
     EXPECT_TRUE(eventually([&] { return picture(kUpperFace) != before; }));
     click(middleOf(BarLayout::Button::kBypass));
-    mPointer.move({300, 500});
+    point({300, 500});
     EXPECT_TRUE(eventually([&] { return picture(kUpperFace) == before; }));
     EXPECT_EQ(settingsOf(*program), "");
 }
@@ -190,7 +128,7 @@ TEST_F(EditBar, CanBeLeftOut) {
 
 TEST_F(EditBar, ADoubleClickResetsAKnob) {
     const auto program = editFocused({"--set", "Gain=0.75"});
-    mPointer.move(middleOf("Gain"));
+    point(middleOf("Gain"));
     for (int i = 0; i < 2; ++i) {
         mPointer.press();
         mPointer.release();
@@ -198,7 +136,7 @@ TEST_F(EditBar, ADoubleClickResetsAKnob) {
     }
     pause();
     // Switches count every click.
-    mPointer.move(middleOf("HP"));
+    point(middleOf("HP"));
     for (int i = 0; i < 3; ++i) {
         mPointer.press();
         mPointer.release();
@@ -220,12 +158,12 @@ TEST_F(EditBar, ARightClickOpensAMenu) {
 TEST_F(EditBar, EscapeGivesBackWhatADragHasChanged) {
     const auto program = editFocused();
     const Place knob = middleOf("Hot");
-    mPointer.move(knob);
+    point(knob);
     mPointer.press();
-    mPointer.move({knob.x, knob.y - 40});
+    point({knob.x, knob.y - 40});
     pause();
     key(XK_Escape);
-    mPointer.move({knob.x, knob.y - 60});
+    point({knob.x, knob.y - 60});
     pause();
     mPointer.release();
     pause();
@@ -243,11 +181,11 @@ TEST_F(EditBar, ControlMakesADragFineFromItsFirstPixel) {
     const auto dragged = [&](const std::set<Modifier>& held) {
         const auto program = editFocused();
         const Place knob = middleOf("Gain");
-        mPointer.move(knob);
+        point(knob);
         mPointer.hold(held);
         mPointer.press();
         for (int pixels = 5; pixels <= 20; pixels += 5) {
-            mPointer.move({knob.x, knob.y - pixels});
+            point({knob.x, knob.y - pixels});
             pause(); // the library asks for each next motion
         }
         settle();
@@ -291,11 +229,33 @@ TEST_F(EditBar, EverythingIsReachedByKeys) {
 
 TEST_F(EditBar, ANumberIsTypedOverWhatThePointerIsOn) {
     const auto program = editFocused();
-    mPointer.move(middleOf("Gain"));
+    point(middleOf("Gain"));
     pause();
     type("-3");
     key(XK_Return);
     EXPECT_EQ(settingsOf(*program), "--set Gain=0.425\n");
+}
+
+TEST_F(EditBar, AClickBesideAFieldClosesIt) {
+    const auto program = editFocused();
+    const Place places[] = {{300, kHeight - 10}, // the plate
+                            {300, BarLayout::kSecond + 10},
+                            middleOf(BarLayout::Button::kUndo)};
+    for (const Place place : places) {
+        point(middleOf("Mix"));
+        pause();
+        type("40");
+        click(place);
+        key(XK_Return);
+    }
+    point(middleOf("Gain"));
+    pause();
+    type("-");
+    click(middleOf("Gain") + Place{0, 40}); // in the field
+    point({300, kHeight - 10});
+    type("6");
+    key(XK_Return);
+    EXPECT_EQ(settingsOf(*program), "--set Gain=0.35\n");
 }
 
 TEST_F(EditBar, EscapeAsksOnceBeforeSettingsAreLost) {

@@ -21,28 +21,44 @@ std::string EditTest::refusedEdit(int status, const std::vector<std::string>& ar
 }
 
 xcb_window_t EditTest::window() const {
+    return windowIn(mPerson.screen().root);
+}
+
+// Of the windows on the screen, those of programs state what they do when they are closed. Some are within
+// the frame of a window manager.
+xcb_window_t EditTest::windowIn(xcb_window_t parent) const {
     auto* connection = mPerson.connection();
-    const XReply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(connection, xcb_query_tree(connection, mPerson.screen().root), nullptr));
-    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
-        const auto candidate = xcb_query_tree_children(tree.get())[i];
+    for (const xcb_window_t candidate : mPerson.children(parent)) {
         const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
             connection, xcb_get_window_attributes(connection, candidate), nullptr));
-        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
-            return candidate;
+        if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE) {
+            continue;
+        }
+        const auto found = property(candidate, "WM_PROTOCOLS").empty() ? windowIn(candidate) : candidate;
+        if (found != XCB_WINDOW_NONE) {
+            return found;
         }
     }
     return XCB_WINDOW_NONE;
 }
 
-std::string EditTest::text(const std::string& property) const {
+Place EditTest::corner() const {
+    const auto cookie =
+        xcb_translate_coordinates(mPerson.connection(), window(), mPerson.screen().root, 0, 0);
+    const XReply<xcb_translate_coordinates_reply_t> reply(
+        xcb_translate_coordinates_reply(mPerson.connection(), cookie, nullptr));
+    return reply ? Place{reply->dst_x, reply->dst_y} : Place{};
+}
+
+std::string EditTest::property(xcb_window_t window, const std::string& name) const {
     constexpr std::uint32_t kMostWords = 1U << 20;
-    const auto cookie = xcb_get_property(mPerson.connection(), 0, window(), atom(property),
+    const auto cookie = xcb_get_property(mPerson.connection(), 0, window, atom(name),
                                          XCB_GET_PROPERTY_TYPE_ANY, 0, kMostWords);
     const XReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(mPerson.connection(), cookie, nullptr));
-    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+    return reply ? std::string(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                               static_cast<std::size_t>(xcb_get_property_value_length(reply.get())))
+                 : std::string();
 }
 
 void EditTest::close() const {

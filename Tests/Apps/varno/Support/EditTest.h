@@ -26,8 +26,13 @@ protected:
 
     /// The program's window; none where it has none on the screen.
     xcb_window_t window() const;
+    /// Where its upper left corner is on the screen, within the frame of a window manager.
+    Place corner() const;
+    /// The bytes of a property of a window; empty where it has none.
+    std::string property(xcb_window_t window, const std::string& name) const;
     /// A text property of the program's window.
-    std::string text(const std::string& property) const;
+    std::string text(const std::string& name) const { return property(window(), name); }
+    xcb_atom_t atom(const std::string& name) const;
     /// Requests that the window closes, as a window manager does.
     void close() const;
     /// Gives the program's window the keyboard focus and taps a key while others are held.
@@ -42,7 +47,7 @@ protected:
 private:
     std::vector<std::string> words(const std::vector<std::string>& arguments) const;
     Surroundings surroundings() const;
-    xcb_atom_t atom(const std::string& name) const;
+    xcb_window_t windowIn(xcb_window_t parent) const;
 };
 
 } // namespace varno::test
