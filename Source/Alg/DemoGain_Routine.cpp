@@ -3,8 +3,8 @@
 #include "Alg/DemoGain_AlgSettings.h"
 #include "Alg/DemoGain_ChunkRows.h"
 #include "Alg/DemoGain_DenormalMode.h"
-#include "Alg/DemoGain_Processor.h"
 #include "Alg/DemoGain_State.h"
+#include "Simd/Processor.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -325,7 +325,7 @@ std::span<const SDemoGain_Routine> DemoGain_Routines() {
 }
 
 bool DemoGain_CanRun(const SDemoGain_Routine& routine) {
-    return (DemoGain_ProcessorTargets() & routine.mTarget) != 0;
+    return (varno::processorTargets() & routine.mTarget) != 0;
 }
 
 void DemoGain_ProcessInstances(const SDemoGain_Routine& routine, std::size_t channels,

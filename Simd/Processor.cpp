@@ -1,4 +1,4 @@
-#include "Alg/DemoGain_Processor.h"
+#include "Simd/Processor.h"
 
 #include <hwy/highway.h>
 
@@ -6,6 +6,7 @@
 
 #include <cpuid.h>
 
+namespace varno {
 namespace {
 
 // Clang 14 has no names for these two. Leaves and bits of the instruction CPUID.
@@ -50,24 +51,30 @@ bool hasAvx512() {
 
 } // namespace
 
-int64_t DemoGain_ProcessorTargets() {
+std::int64_t processorTargets() {
     // Needed by what runs before the constructors of the C library's support for this.
     __builtin_cpu_init();
-    int64_t targets = HWY_EMU128;
+    std::int64_t targets = HWY_EMU128;
     targets |= hasSsse3() ? HWY_SSSE3 : 0;
     targets |= hasAvx2() ? HWY_AVX2 : 0;
     targets |= hasAvx512() ? HWY_AVX3 : 0;
     return targets;
 }
 
+} // namespace varno
+
 #else
 
-int64_t DemoGain_ProcessorTargets() {
+namespace varno {
+
+std::int64_t processorTargets() {
 #if HWY_TARGETS & HWY_NEON
     return HWY_NEON | HWY_EMU128;
 #else
     return HWY_EMU128;
 #endif
 }
+
+} // namespace varno
 
 #endif
