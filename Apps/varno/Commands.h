@@ -12,6 +12,7 @@ CommandEntry editCommand(RunCommand run);
 CommandEntry playCommand(RunCommand run);
 CommandEntry describeCommand();
 CommandEntry paramsCommand();
+CommandEntry measureCommand();
 CommandEntry presetsCommand();
 
 } // namespace varno

@@ -106,6 +106,7 @@ const ProgramEntry& program() {
                                             describeCommand(),
                                             paramsCommand(),
                                             presetsCommand(),
+                                            measureCommand(),
                                             completionCommand(),
                                             manCommand()};
     static const ProgramEntry entry = {.summary = "saturation and dynamics for audio files and live sound",

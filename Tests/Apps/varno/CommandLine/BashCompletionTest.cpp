@@ -37,7 +37,7 @@ std::string proposals(const std::vector<std::string>& words) {
 
 TEST(BashCompletion, ProposesCommands) {
     EXPECT_EQ(proposals({"varno", ""}),
-              "render\nedit\nplay\ndescribe\nparams\npresets\ncompletion\nman\n--help\n--version\n");
+              "render\nedit\nplay\ndescribe\nparams\npresets\nmeasure\ncompletion\nman\n--help\n--version\n");
     EXPECT_EQ(proposals({"varno", "re"}), "render\n");
     EXPECT_EQ(proposals({"varno", "--v"}), "--version\n");
 }

@@ -1,0 +1,105 @@
+#include "CommandLine/CommandLine.h"
+#include "CommandLine/Console.h"
+#include "Commands.h"
+#include "DemoGain_SampleRates.h"
+#include "Measure/Measurements.h"
+#include "Settings/ModuleLoading.h"
+#include "Settings/Settings.h"
+
+#include <algorithm>
+
+namespace varno {
+namespace {
+
+// A measurement by the name that it is asked for.
+struct Measurement {
+    std::string_view name;
+    Figure (*measure)(const EffectMaker& effect);
+};
+
+constexpr Measurement kMeasurements[] = {{"curves", measureCurves},
+                                         {"times", measureTimes},
+                                         {"detector", measureDetector},
+                                         {"drive", measureDrive},
+                                         {"aliasing", measureAliasing}};
+
+constexpr std::string_view kMeasureUsage[] = {"[OPTIONS] [FIGURE...]"};
+constexpr std::string_view kMeasureDescription[] = {
+    "Measures the effect: runs it over tones and steps that it makes, and prints what came out. Without a "
+    "FIGURE all of them. The numbers of the manual are these.",
+    "Settings apply to every measurement, except for those that a measurement makes itself, as its "
+    "explanation says. Levels are peak levels of one channel in dBFS; they are not clipped at 0."};
+constexpr ArgumentEntry kMeasureArguments[] = {
+    {.name = "FIGURE",
+     .kind = ValueKind::kChoice,
+     .choices = "curves times detector drive aliasing",
+     .help = "curves: level by ratio. times: attack and release. detector: High Pass and Band. drive: level "
+             "and harmonics. aliasing: what is no harmonic."}};
+constexpr OptionEntry kMeasureOptions[] = {
+    {.name = "--rate",
+     .value = "HZ",
+     .kind = ValueKind::kNumber,
+     .numbers = {.least = DemoGain_SampleRates::kLowestHz,
+                 .most = DemoGain_SampleRates::kHighestHz,
+                 .usual = kDefaultSampleRateHz},
+     .group = "Settings",
+     .help = "The sample rate in Hz."},
+    kSetOption,
+    kPresetOption,
+    kStateOption,
+    kJsonOption,
+    kModuleOption,
+    kHelpOption,
+};
+constexpr ExampleEntry kMeasureExamples[] = {
+    {"varno measure curves", "What each ratio makes of a level."},
+    {"varno measure drive --set HP=on --rate 96000", "Level and harmonics over the drive at 96 kHz."},
+    {"varno measure --json > figures.json", "Everything, for a script."},
+};
+
+// A blank line stands between figures.
+void print(const std::vector<Figure>& figures) {
+    for (const auto& figure : figures) {
+        printOut(&figure == figures.data() ? figureText(figure) : '\n' + figureText(figure));
+    }
+}
+
+int runMeasure(const CommandLine& line) {
+    const Settings settings(line);
+    const double rateHz = line.number<int>("--rate").value_or(static_cast<int>(kDefaultSampleRateHz));
+    const auto& asked = line.arguments();
+    std::vector<Figure> figures;
+    auto module = loadEffect(line);
+    {
+        const EffectMaker effect(module, settings, rateHz);
+        for (const auto& measurement : kMeasurements) {
+            if (asked.empty() || std::ranges::find(asked, measurement.name) != asked.end()) {
+                figures.push_back(measurement.measure(effect));
+            }
+        }
+    }
+    unloadModule(std::move(module));
+    if (line.has("--json")) {
+        printOut(jsonText(Json::Object{{"rate_hz", rateHz}, {"figures", jsonArray(figures, figureJson)}}));
+    } else {
+        print(figures);
+    }
+    return kExitSuccess;
+}
+
+} // namespace
+
+CommandEntry measureCommand() {
+    return {.name = "measure",
+            .summary = "Measure curves, times, filters, drive and aliasing",
+            .usage = kMeasureUsage,
+            .description = kMeasureDescription,
+            .arguments = kMeasureArguments,
+            .leastArguments = 0,
+            .mostArguments = kAnyNumber,
+            .options = kMeasureOptions,
+            .examples = kMeasureExamples,
+            .run = runMeasure};
+}
+
+} // namespace varno
