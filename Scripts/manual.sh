@@ -1,5 +1,6 @@
 # shellcheck shell=bash
-# The pictures of the documents, which are committed: see Scripts/draw-pictures, and the window of a host.
+# What of the documents is made: the numbers of the manual (see Scripts/manual-figures) and the pictures, which are
+# committed (see Scripts/draw-pictures), with the window of a host.
 
 pictures=$root/docs/pictures
 
@@ -7,7 +8,8 @@ manual_command() {
     (($# == 0)) || usage_error "manual takes no arguments"
     need_packages program manual || return
     build_preset program varno Varno-S varno_artwork varno_lv2_bundle || return
-    "$root/Scripts/draw-pictures" "$root/build/program" "$pictures" && draw_host || return
+    "$root/Scripts/manual-figures" "$root/build/program/Apps/varno/varno" "$root/docs/manual.md" &&
+        "$root/Scripts/draw-pictures" "$root/build/program" "$pictures" && draw_host || return
     printf '%s\n' "$pictures"/*.png
 }
 

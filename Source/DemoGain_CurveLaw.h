@@ -8,7 +8,8 @@ namespace DemoGain {
 /// Width of the knee in dB.
 inline constexpr float kKneeDB = 45.0F;
 inline constexpr float kPerKnee = 1.0F / kKneeDB;
-/// Gain reduction below the knee in dB; keeps the gain below 0 dB everywhere.
+/// Gain reduction below the knee in dB. Within the first part of the knee most curves amplify by some tenths
+/// of a dB: their polynomials are positive there.
 inline constexpr float kLeastReductionDB = 0.000001F;
 /// Each follows the curve, and their sum is the reduction: a steady level is reduced by as many times what
 /// the curve yields.

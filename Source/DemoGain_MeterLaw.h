@@ -6,7 +6,8 @@ namespace DemoGain {
 
 /// Gain reduction at which a reduction tap reads 1.
 inline constexpr float kMeterRangeDB = 32.0F;
-/// Value of a reduction tap per dB of gain; gains are negative.
+/// Value of a reduction tap per dB of gain: positive for a reduction, which is a negative gain. Where a curve
+/// amplifies, the tap stays at 0.
 inline constexpr float kMeterPerDB = -1.0F / kMeterRangeDB;
 
 } // namespace DemoGain

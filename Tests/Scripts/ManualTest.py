@@ -53,6 +53,8 @@ class ManualTest(FixtureProject):
                    "add_custom_target(Varno-S)\nadd_custom_target(varno_lv2_bundle)\nadd_subdirectory(../../Resources/Artwork ${CMAKE_BINARY_DIR}/Resources/Artwork)\n")
         self.write("Resources/Artwork/CMakeLists.txt",
                    CMAKE.format(name="varno_artwork", source="../../Apps/varno/main.cpp", calls=self.calls))
+        # What it holds the manual to is tested with the real one.
+        self.write("Scripts/manual-figures", f'#!/bin/bash\nprintf "%s\\n" "$@" >"{self.folder}/figures"\nexit "${{FIGURES_FAIL:-0}}"\n')
         # A host need not be installed to test the script.
         (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
         self.write("Tests/ForeignHosts/run", HOSTS)
@@ -95,6 +97,17 @@ class ManualTest(FixtureProject):
             done = self.run_script("manual")
             self.assertEqual((done.returncode, done.stdout), (1, ""), part)
             self.assert_server_ended()
+
+    def test_holds_the_manual_to_the_built_program(self):
+        self.assertEqual(self.run_script("manual").returncode, 0)
+        self.assertEqual((self.folder / "figures").read_text().splitlines(),
+                         [str(self.root / "build/program/Apps/varno/varno"), str(self.root / "docs/manual.md")])
+
+    def test_fails_with_the_figures(self):
+        os.environ["FIGURES_FAIL"] = "1"
+        self.addCleanup(os.environ.pop, "FIGURES_FAIL")
+        done = self.run_script("manual")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
 
     def test_fails_with_the_host(self):
         os.environ["HOSTS_FAIL"] = "1"

@@ -340,7 +340,7 @@ TEST_F(Parameters, chooseTheCurveByTruncation) {
     }
 }
 
-TEST_F(Parameters, lengthenTheReleaseWithUK) {
+TEST_F(Parameters, shortenTheReleaseWithUK) {
     fixture.generate();
     const double plain = fixture.posted(17);
     fixture.automate("UK", 1.0);

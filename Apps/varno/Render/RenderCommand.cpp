@@ -155,8 +155,8 @@ constexpr OptionEntry kRenderOptions[] = {
 
 constexpr ExampleEntry kRenderExamples[] = {
     {"varno render", "Make the demo: varno-demo-dry.wav and varno-demo.wav."},
-    {"varno render --set Hot=0.4 --set Ratio=1 drums.wav drums-hot.wav",
-     "More drive and the steepest curve."},
+    {"varno render --set Hot=40% --set 'Ratio=#8' drums.wav drums-hot.wav",
+     "More drive, and the curve with the fastest attack."},
     {"varno render --preset drum-bus --out-dir wet --jobs 4 stems/*.wav",
      "A folder of stems, four at a time."},
     {"varno render --out-dir wet --container flac --skip-existing stems/*.wav",
