@@ -1,7 +1,8 @@
-/// The values that the stages use, computed from the context's fields once per buffer.
+/// The values that the stages use, computed from the fields of the contexts once per buffer.
 #ifndef VARNO_SOURCE_ALG_DEMOGAIN_ALGSETTINGS_H
 #define VARNO_SOURCE_ALG_DEMOGAIN_ALGSETTINGS_H
 
+#include "Alg/DemoGain_Lanes.h"
 #include "DemoGain_Alg.h"
 #include "DemoGain_CurveLaw.h"
 
@@ -21,6 +22,7 @@ inline constexpr float kHighBandEmphasis = 2.5F;
 /// Added to the driven signal where the clip level is measured, while the harmonics switch is on.
 inline constexpr float kClipBias = 0.2F;
 
+/// The settings of one instance.
 struct Settings {
     bool mBypass;
     bool mHighPass;  ///< The detector input is high-passed.
@@ -39,13 +41,14 @@ struct Settings {
     GainCurve mCurve;
 };
 
-/// Reads the fields of `context`. [audio]
-inline Settings readSettings(const SDemoGain_Alg_Context& context) {
+/// Reads the fields of the context of an instance of `kChannels` channels. [audio]
+template<std::size_t kChannels>
+Settings readSettings(const SDemoGain_Alg_Context& context) {
     const auto isOn = [](const float* field) { return *field > kAlgSwitchThreshold; };
     Settings settings{};
     settings.mBypass = *context.mBypass != 0;
     settings.mHighPass = isOn(context.mHP);
-    settings.mLink = isOn(context.mLinkSw);
+    settings.mLink = kChannels == 2 && isOn(context.mLinkSw);
     settings.mGain = *context.mGainLin;
     settings.mVolume = *context.mVolumeLin;
     settings.mDrive = *context.mHot * kDriveRange + kLeastDrive;
@@ -61,6 +64,31 @@ inline Settings readSettings(const SDemoGain_Alg_Context& context) {
                                     *context.mCurve3);
     return settings;
 }
+
+/// The settings of a group, for each lane those of its instance. A switch is 1 where it is on, else 0.
+struct LaneSettings {
+    bool mAnyBypass;   ///< Whether an instance is bypassed.
+    bool mAnyHighPass; ///< Whether an instance has its detector high-passed.
+    bool mAnyLink;     ///< Whether an instance has linked channels.
+    LaneValues mBypass;
+    LaneValues mHighPass;
+    LaneValues mLink;
+    LaneValues mGain;
+    LaneValues mVolume;
+    LaneValues mDrive;
+    LaneValues mInvDrive;
+    LaneValues mBandGain;
+    LaneValues mBias;
+    LaneValues mDry;
+    LaneValues mWet;
+    LaneValues mAttack;
+    LaneValues mRelease;
+    LaneValues mSlow;
+    LaneValues mThreshold; ///< Of the gain curve, as all that follow.
+    LaneValues mTop;
+    LaneValues mTopGain;
+    LaneValues mC[4];
+};
 
 } // namespace DemoGain
 

@@ -13,16 +13,16 @@ namespace DemoGain {
 /// costs more in short buffers.
 inline constexpr std::size_t kChunkFrames = 8;
 /// Samples of a chunk.
-template<std::size_t kChannels>
-inline constexpr std::size_t kRowSize = kChunkFrames* kChannels;
+template<std::size_t kLanes>
+inline constexpr std::size_t kRowSize = kChunkFrames* kLanes;
 
 /// Bytes that a row is aligned to: a cache line.
 inline constexpr std::size_t kRowAlignment = 64;
 
-/// One value per sample of a chunk, interleaved: the samples of a frame stand side by side, left then right.
-template<std::size_t kChannels>
+/// One value per sample of a chunk, frame after frame: the lanes of a frame stand side by side.
+template<std::size_t kLanes>
 struct alignas(kRowAlignment) Row {
-    float v[kRowSize<kChannels>];
+    float v[kRowSize<kLanes>];
 };
 
 /// Chunks that a ring holds: more than the pipeline has stages, and enough for the post sections, which read
@@ -30,21 +30,21 @@ struct alignas(kRowAlignment) Row {
 inline constexpr std::size_t kRingChunks = 8;
 
 /// A ring buffer of the last chunks' rows. Chunk i is there until chunk i + kRingChunks overwrites it.
-template<std::size_t kChannels>
+template<std::size_t kLanes>
 class RowRing {
 public:
     float* operator[](std::size_t chunk) { return mRows[chunk % kRingChunks].v; }
     const float* operator[](std::size_t chunk) const { return mRows[chunk % kRingChunks].v; }
 
 private:
-    Row<kChannels> mRows[kRingChunks];
+    Row<kLanes> mRows[kRingChunks];
 };
 
 /// Delay of the longest feed-forward sum, in frames.
 inline constexpr std::size_t kHistoryFrames = 2;
 
 /// A ring buffer from which a chunk can also be read with a delay.
-template<std::size_t kChannels>
+template<std::size_t kLanes>
 class DelayRing {
 public:
     // Only what is read before it is written gets a value: clearing the rest would cost time in every buffer.
@@ -54,9 +54,9 @@ public:
     float* operator[](std::size_t chunk) { return mSamples + kLead + place(chunk); }
     const float* operator[](std::size_t chunk) const { return mSamples + kLead + place(chunk); }
     /// The chunk delayed by one frame: it begins with the last frame of the previous chunk. Not aligned.
-    const float* delayed(std::size_t chunk) const { return (*this)[chunk] - kChannels; }
+    const float* delayed(std::size_t chunk) const { return (*this)[chunk] - kLanes; }
     /// The kHistoryFrames frames before the first chunk.
-    float* history() { return mSamples + kLead - kHistoryFrames * kChannels; }
+    float* history() { return mSamples + kLead - kHistoryFrames * kLanes; }
     /// To be called when the samples of `chunk` are complete: behind the last chunk of the ring follows the
     /// first, which needs the end of the last as its history.
     void close(std::size_t chunk) {
@@ -67,37 +67,38 @@ public:
 
 private:
     static constexpr std::size_t kLead = kRowAlignment / sizeof(float);
-    static std::size_t place(std::size_t chunk) { return chunk % kRingChunks * kRowSize<kChannels>; }
+    static std::size_t place(std::size_t chunk) { return chunk % kRingChunks * kRowSize<kLanes>; }
 
-    alignas(kRowAlignment) float mSamples[kLead + kRingChunks * kRowSize<kChannels>];
+    alignas(kRowAlignment) float mSamples[kLead + kRingChunks * kRowSize<kLanes>];
 };
 
 /// The rows between the stages, in the order of the signal path. A row without a ring holds one chunk: it is
 /// read before the next chunk is written to it. What has no initialiser is written before it is read.
-template<std::size_t kChannels>
+template<std::size_t kLanes>
 // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing costs time in every buffer
 struct ChunkRows {
-    RowRing<kChannels> mRaw;          ///< The host's input.
-    DelayRing<kChannels> mInput;      ///< The input, sanitised.
-    Row<kChannels> mInputHistory{};   ///< Its last frames as the high-pass keeps them, at the end of the row.
-    Row<kChannels> mHighPassForward;  ///< Feed-forward sum of the high-pass.
-    Row<kChannels> mHighPassed;       ///< Output of the high-pass.
-    DelayRing<kChannels> mDetectorIn; ///< Detector input: the sanitised input, high-passed or not.
-    Row<kChannels> mAllPassForward;   ///< Feed-forward sum of the all-pass.
-    Row<kChannels> mAllPassed;        ///< Output of the all-pass.
-    Row<kChannels> mLevel;            ///< Level of the detector signal, linear, then in dB.
-    Row<kChannels> mGain;             ///< Output of the gain computer, dB.
-    Row<kChannels> mReduction;        ///< Gain reduction, dB.
-    Row<kChannels> mDriven;           ///< Delayed input after input gain, gain reduction and drive.
-    Row<kChannels> mClipTarget;       ///< Clip target: the clip gain that the level calls for.
-    Row<kChannels> mClipTargetTerm;   ///< The target's term in the recovery of the clip gain.
-    Row<kChannels> mClipGain;         ///< Smoothed clip gain, linear.
-    RowRing<kChannels> mClipped;      ///< The driven signal after the clip gain.
-    Row<kChannels> mShaped{};         ///< Output of the waveshaper.
-    Row<kChannels> mShapedDifference; ///< Each shaped sample less the one before it.
-    Row<kChannels> mDcBlocked;        ///< Output of the DC blocker.
-    /// Per frame the terms that the first channel's input and output add to the level averages.
-    alignas(kRowAlignment) float mLevels[2 * kChunkFrames];
+    RowRing<kLanes> mRaw;          ///< The host's input.
+    DelayRing<kLanes> mInput;      ///< The input, sanitised.
+    Row<kLanes> mInputHistory{};   ///< Its last frames as the high-pass keeps them, at the end of the row.
+    Row<kLanes> mHighPassForward;  ///< Feed-forward sum of the high-pass.
+    Row<kLanes> mHighPassed;       ///< Output of the high-pass.
+    DelayRing<kLanes> mDetectorIn; ///< Detector input: the sanitised input, high-passed or not.
+    Row<kLanes> mAllPassForward;   ///< Feed-forward sum of the all-pass.
+    Row<kLanes> mAllPassed;        ///< Output of the all-pass.
+    Row<kLanes> mLevel;            ///< Level of the detector signal, linear, then in dB.
+    Row<kLanes> mGain;             ///< Output of the gain computer, dB.
+    Row<kLanes> mReduction;        ///< Gain reduction, dB.
+    Row<kLanes> mDriven;           ///< Delayed input after input gain, gain reduction and drive.
+    Row<kLanes> mClipTarget;       ///< Clip target: the clip gain that the level calls for.
+    Row<kLanes> mClipTargetTerm;   ///< The target's term in the recovery of the clip gain.
+    Row<kLanes> mClipGain;         ///< Smoothed clip gain, linear.
+    RowRing<kLanes> mClipped;      ///< The driven signal after the clip gain.
+    Row<kLanes> mShaped{};         ///< Output of the waveshaper.
+    Row<kLanes> mShapedDifference; ///< Each shaped sample less the one before it.
+    Row<kLanes> mDcBlocked;        ///< Output of the DC blocker.
+    /// Per frame, for each instance the terms that its first channel's input and output add to the level
+    /// averages.
+    alignas(kRowAlignment) float mLevels[2 * kLanes * kChunkFrames];
 };
 
 } // namespace DemoGain

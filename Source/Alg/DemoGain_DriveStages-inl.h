@@ -49,7 +49,7 @@ HWY_INLINE hn::Vec<D> clipTarget(D d, hn::Vec<D> level) {
     return hn::IfThenElse(hn::Le(level, start), one, limited);
 }
 
-// Stereo link: both channels get the mean of their gain reductions.
+// Stereo link: both channels of an instance get the mean of their gain reductions.
 template<class D>
 HWY_INLINE hn::Vec<D> linked(D d, hn::Vec<D> reduction) {
     return hn::Mul(hn::Add(reduction, hn::Shuffle2301(reduction)), hn::Set(d, 0.5F));
@@ -57,133 +57,152 @@ HWY_INLINE hn::Vec<D> linked(D d, hn::Vec<D> reduction) {
 
 // From the gain reduction to the driven signal. The gain computed from a sample is applied to the sample
 // before it: the detector looks ahead by one sample.
-template<std::size_t kChannels>
-HWY_INLINE void drive(const Settings& settings, std::size_t chunk, ReductionTap<kChannels>& ioTap,
-                      ChunkRows<kChannels>& rows) {
-    const Samples<kChannels> d;
+template<std::size_t kInstances, std::size_t kChannels>
+HWY_INLINE void drive(const LaneSettings& settings, std::size_t chunk,
+                      ReductionTap<kInstances, kChannels>& ioTap, ChunkRows<kInstances * kChannels>& rows) {
+    constexpr std::size_t kLanes = kInstances * kChannels;
+    const Samples d;
     const float* delayedIn = rows.mInput.delayed(chunk);
-    for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
-        auto reduction = loadBlocks<kChannels>(d, rows.mReduction.v + i);
+    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+        auto reduction = loadBlocks<kLanes>(d, rows.mReduction.v + i);
         if constexpr (kChannels == 2) {
-            if (settings.mLink) {
-                reduction = linked(d, reduction);
+            if (settings.mAnyLink) {
+                reduction = hn::IfThenElse(isOn(d, settings.mLink), linked(d, reduction), reduction);
             }
         }
         ioTap.raise(reduction);
-        const auto amplified = hn::Mul(hn::Set(d, settings.mGain), hn::LoadU(d, delayedIn + i));
-        const auto driven = hn::Mul(hn::Mul(amplified, DbToLin(d, reduction)), hn::Set(d, settings.mDrive));
+        const auto amplified = hn::Mul(lanes(d, settings.mGain), hn::LoadU(d, delayedIn + i));
+        const auto driven = hn::Mul(hn::Mul(amplified, DbToLin(d, reduction)), lanes(d, settings.mDrive));
         hn::Store(driven, d, rows.mDriven.v + i);
     }
 }
 
 // From the driven signal to its clip target.
-template<std::size_t kChannels>
-HWY_INLINE void computeClipTarget(const Settings& settings, float recovery, ChunkRows<kChannels>& rows) {
-    const Samples<kChannels> d;
+template<std::size_t kLanes>
+HWY_INLINE void computeClipTarget(const LaneSettings& settings, float recovery, ChunkRows<kLanes>& rows) {
+    const Samples d;
     const auto rest = hn::Set(d, 1.0F - recovery);
-    for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
         const auto driven = hn::Load(d, rows.mDriven.v + i);
-        const auto target = clipTarget(d, ClipLevel(d, driven, hn::Set(d, settings.mBias)));
+        const auto target = clipTarget(d, ClipLevel(d, driven, lanes(d, settings.mBias)));
         hn::Store(target, d, rows.mClipTarget.v + i);
         hn::Store(hn::Mul(rest, target), d, rows.mClipTargetTerm.v + i);
     }
 }
 
 // Smoothing of the clip gain: instant attack, one-pole recovery.
-template<std::size_t kChannels>
+template<std::size_t kLanes>
 class ClipGain {
 public:
-    explicit ClipGain(const SDemoGain_Alg_State& state)
-        : mCoef(hn::Set(Frame<kChannels>(), state.mClipCoef)),
-          mGain(loadFrame<kChannels>(state.mClipGain, [](float gain) { return gain; })) {}
+    template<class LaneGroup>
+    explicit ClipGain(const LaneGroup& group)
+        : mCoef(hn::Set(Frame<kLanes>(), group.mStates[0]->mClipCoef)),
+          mGain(loadFrame(group, gain)) {}
 
-    static Row<kChannels>& output(ChunkRows<kChannels>& rows) { return rows.mClipGain; }
+    static Row<kLanes>& output(ChunkRows<kLanes>& rows) { return rows.mClipGain; }
 
-    HWY_INLINE hn::Vec<Frame<kChannels>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        const auto target = frameOf<kChannels>(rows.mClipTarget.v, frame);
+    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes>& rows, std::size_t frame) {
+        const auto target = frameOf<kLanes>(rows.mClipTarget.v, frame);
         const auto recovering =
-            hn::Add(hn::Mul(mCoef, mGain), frameOf<kChannels>(rows.mClipTargetTerm.v, frame));
+            hn::Add(hn::Mul(mCoef, mGain), frameOf<kLanes>(rows.mClipTargetTerm.v, frame));
         mGain = hn::IfThenElse(hn::Lt(mGain, target), recovering, target);
         return mGain;
     }
 
-    void store(SDemoGain_Alg_State& ioState) const {
-        storeFrame<kChannels>(mGain, ioState.mClipGain, [](float& gain) -> float& { return gain; });
+    template<class LaneGroup>
+    void store(const LaneGroup& group) const {
+        storeFrame(mGain, group, gain);
     }
 
 private:
-    hn::Vec<Frame<kChannels>> mCoef;
-    hn::Vec<Frame<kChannels>> mGain;
+    static float& gain(SDemoGain_Alg_State& state, std::size_t channel) { return state.mClipGain[channel]; }
+
+    hn::Vec<Frame<kLanes>> mCoef;
+    hn::Vec<Frame<kLanes>> mGain;
 };
 
 // Cubic coefficient of the waveshaper, fixed by definition.
 inline constexpr float kShaperCubic = -0.49611F;
 
 // Applies the clip gain, then the waveshaper y + kShaperCubic * y^3, which also compensates the drive.
-template<std::size_t kChannels>
-HWY_INLINE void shape(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows) {
-    const Samples<kChannels> d;
+template<std::size_t kLanes>
+HWY_INLINE void shape(const LaneSettings& settings, std::size_t chunk, ChunkRows<kLanes>& rows) {
+    const Samples d;
     const auto cubic = hn::Set(d, kShaperCubic);
-    const auto invDrive = hn::Set(d, settings.mInvDrive);
+    const auto invDrive = lanes(d, settings.mInvDrive);
     float* clipped = rows.mClipped[chunk];
-    auto before = hn::Load(d, rows.mShaped.v + kRowSize<kChannels> - hn::Lanes(d));
-    for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
-        const auto y =
-            hn::Mul(hn::Load(d, rows.mDriven.v + i), loadBlocks<kChannels>(d, rows.mClipGain.v + i));
+    VectorsBefore<Samples> before{hn::Load(d, rows.mShaped.v + kRowSize<kLanes> - hn::Lanes(d)), hn::Zero(d)};
+    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+        const auto y = hn::Mul(hn::Load(d, rows.mDriven.v + i), loadBlocks<kLanes>(d, rows.mClipGain.v + i));
         hn::Store(y, d, clipped + i);
         const auto bent = hn::Add(hn::Mul(hn::Mul(hn::Mul(y, y), y), cubic), y);
         const auto shaped = hn::Mul(bent, invDrive);
         hn::Store(shaped, d, rows.mShaped.v + i);
-        hn::Store(hn::Sub(shaped, delayed<kChannels, 1>(d, shaped, before)), d, rows.mShapedDifference.v + i);
-        before = shaped;
+        hn::Store(hn::Sub(shaped, delayed<kLanes, 1>(d, shaped, before)), d, rows.mShapedDifference.v + i);
+        before.push(shaped);
     }
 }
 
 // DC blocker: o = o1*coef + (z - z1).
-template<std::size_t kChannels>
+template<std::size_t kLanes>
 class DcBlocker {
 public:
-    explicit DcBlocker(const SDemoGain_Alg_State& state)
-        : mCoef(loadFrame<kChannels>(state.mDc, [](const auto& blocker) { return blocker.mDcCoef; })),
-          mY1(loadFrame<kChannels>(state.mDc, [](const auto& blocker) { return blocker.mDcY1; })) {}
+    template<class LaneGroup>
+    explicit DcBlocker(const LaneGroup& group)
+        : mCoef(loadFrame(group, word<&SDemoGain_DcBlocker::mDcCoef>)),
+          mY1(loadFrame(group, word<&SDemoGain_DcBlocker::mDcY1>)) {}
 
-    static Row<kChannels>& output(ChunkRows<kChannels>& rows) { return rows.mDcBlocked; }
+    static Row<kLanes>& output(ChunkRows<kLanes>& rows) { return rows.mDcBlocked; }
 
-    HWY_INLINE hn::Vec<Frame<kChannels>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        mY1 = hn::Add(hn::Mul(mY1, mCoef), frameOf<kChannels>(rows.mShapedDifference.v, frame));
+    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes>& rows, std::size_t frame) {
+        mY1 = hn::Add(hn::Mul(mY1, mCoef), frameOf<kLanes>(rows.mShapedDifference.v, frame));
         return mY1;
     }
 
     // `x`: the last frame that went in.
-    void store(SDemoGain_Alg_State& ioState, const float* x) const {
-        for (std::size_t channel = 0; channel < kChannels; ++channel) {
-            ioState.mDc[channel].mDcX1 = x[channel];
-        }
-        storeFrame<kChannels>(mY1, ioState.mDc, [](auto& blocker) -> float& { return blocker.mDcY1; });
-        storeFrame<kChannels>(mY1, ioState.mLastOut, [](float& last) -> float& { return last; });
+    template<class LaneGroup>
+    void store(const LaneGroup& group, const float* x) const {
+        storeFrame(x, group, word<&SDemoGain_DcBlocker::mDcX1>);
+        storeFrame(mY1, group, word<&SDemoGain_DcBlocker::mDcY1>);
+        storeFrame(mY1, group, [](SDemoGain_Alg_State& state, std::size_t channel) -> float& {
+            return state.mLastOut[channel];
+        });
     }
 
 private:
-    hn::Vec<Frame<kChannels>> mCoef;
-    hn::Vec<Frame<kChannels>> mY1;
+    template<float SDemoGain_DcBlocker::*kMember>
+    static float& word(SDemoGain_Alg_State& state, std::size_t channel) {
+        return state.mDc[channel].*kMember;
+    }
+
+    hn::Vec<Frame<kLanes>> mCoef;
+    hn::Vec<Frame<kLanes>> mY1;
 };
 
 // Mixes dry (the delayed input) and wet, applies the volume and writes the level meters' terms. An output
-// sample that broken coefficients have made non-finite is replaced by silence.
-template<std::size_t kChannels>
-HWY_INLINE void mix(const Settings& settings, std::size_t chunk, ChunkRows<kChannels>& rows,
-                    Row<kChannels>& output) {
-    const Samples<kChannels> d;
+// sample that broken coefficients have made non-finite is replaced by silence. Output that is bypassed is the
+// input as it came.
+template<std::size_t kChannels, std::size_t kLanes>
+HWY_INLINE void mix(const LaneSettings& settings, std::size_t chunk, ChunkRows<kLanes>& rows,
+                    Row<kLanes>& output) {
+    const Samples d;
     const float* input = rows.mInput[chunk];
     const float* delayedIn = rows.mInput.delayed(chunk);
-    for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
-        const auto dry = hn::Mul(hn::LoadU(d, delayedIn + i), hn::Set(d, settings.mDry));
+    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+        const auto dry = hn::Mul(hn::LoadU(d, delayedIn + i), lanes(d, settings.mDry));
         const auto sum =
-            hn::Add(dry, hn::Mul(hn::Set(d, settings.mWet), loadBlocks<kChannels>(d, rows.mDcBlocked.v + i)));
-        const auto sample = hn::Mul(hn::Set(d, settings.mVolume), sum);
+            hn::Add(dry, hn::Mul(lanes(d, settings.mWet), loadBlocks<kLanes>(d, rows.mDcBlocked.v + i)));
+        const auto sample = hn::Mul(lanes(d, settings.mVolume), sum);
         const auto isFinite = hn::Le(hn::Abs(sample), hn::Set(d, FLT_MAX));
         hn::Store(hn::IfThenElseZero(isFinite, sample), d, output.v + i);
         storeLevels<kChannels>(d, hn::Load(d, input + i), sum, rows.mLevels + i / kChannels * 2);
+    }
+    if (HWY_UNLIKELY(settings.mAnyBypass)) {
+        const auto isBypassed = isOn(d, settings.mBypass);
+        for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+            const auto raw = hn::Load(d, rows.mRaw[chunk] + i);
+            hn::Store(hn::IfThenElse(isBypassed, raw, hn::Load(d, output.v + i)), d, output.v + i);
+        }
     }
 }
 

@@ -1,4 +1,4 @@
-// The meter taps of one instance while a buffer is processed. The routine raises a tap and never lowers it;
+// The meter taps of a group while a buffer is processed. The routine raises a tap and never lowers it;
 // the host lowers it.
 #if defined(DEMOGAIN_METERTAPS_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef DEMOGAIN_METERTAPS_INL_H
@@ -48,36 +48,43 @@ HWY_INLINE V raised(V tap, V value) {
     return hn::IfThenElse(raises, value, tap);
 }
 
-// The gain reduction of the left (or only) channel.
-template<std::size_t kChannels>
+// The gain reduction of each instance's left (or only) channel.
+template<std::size_t kInstances, std::size_t kChannels>
 class ReductionTap {
 public:
-    explicit ReductionTap(const float* taps)
-        : mHighest(hn::Set(mD, loadTap(taps[eMeterTap_GainReductionLeft]))) {}
+    explicit ReductionTap(const Group<kInstances, kChannels>& group) {
+        LaneValues highest;
+        for (std::size_t i = 0; i < kMostSamples; ++i) {
+            highest.v[i] = loadTap(group.mTaps[i / kChannels % kInstances][eMeterTap_GainReductionLeft]);
+        }
+        mHighest = lanes(mD, highest);
+    }
 
-    HWY_INLINE void raise(hn::Vec<Samples<kChannels>> reductionDB) {
+    HWY_INLINE void raise(hn::Vec<Samples> reductionDB) {
         mHighest = raised(mHighest, hn::Mul(reductionDB, hn::Set(mD, kMeterPerDB)));
     }
 
     // The right tap shows the left channel's reduction, in stereo too; intended.
-    void store(float* taps) const {
-        HWY_ALIGN float highest[kRowSize<kChannels>];
+    void store(const Group<kInstances, kChannels>& group) const {
+        HWY_ALIGN float highest[kMostSamples];
         hn::Store(mHighest, mD, highest);
-        float left = highest[0];
-        for (std::size_t i = kChannels; i < hn::Lanes(mD); i += kChannels) {
-            left = highest[i] > left ? highest[i] : left;
+        for (std::size_t instance = 0; instance < kInstances; ++instance) {
+            float left = highest[instance * kChannels];
+            for (std::size_t i = instance * kChannels; i < hn::Lanes(mD); i += kInstances * kChannels) {
+                left = highest[i] > left ? highest[i] : left;
+            }
+            group.mTaps[instance][eMeterTap_GainReductionLeft] = storedTap(left);
+            group.mTaps[instance][eMeterTap_GainReductionRight] = storedTap(left);
         }
-        taps[eMeterTap_GainReductionLeft] = storedTap(left);
-        taps[eMeterTap_GainReductionRight] = storedTap(left);
     }
 
 private:
-    static constexpr Samples<kChannels> mD{};
-    hn::Vec<Samples<kChannels>> mHighest;
+    static constexpr Samples mD{};
+    hn::Vec<Samples> mHighest;
 };
 
-// Writes the terms that the first channel adds to the averages: per frame that of the input, then that of the
-// output before volume.
+// Writes the terms that each instance's first channel adds to its averages: per frame that of the input, then
+// that of the output before volume.
 template<std::size_t kChannels, class D>
 HWY_INLINE void storeLevels(D d, hn::Vec<D> input, hn::Vec<D> sum, float* levels) {
     const auto weight = hn::Set(d, kAverageWeight);
@@ -88,46 +95,52 @@ HWY_INLINE void storeLevels(D d, hn::Vec<D> input, hn::Vec<D> sum, float* levels
     }
 }
 
-// The level averages of input and output and their taps, side by side in one vector.
+// The level averages of input and output and their taps, side by side in one vector for all instances.
+template<std::size_t kInstances>
 class LevelTaps {
 public:
-    LevelTaps(const SDemoGain_Alg_State& state, const float* taps)
-        : mCoef(hn::Set(Pair(), kAverageCoef)),
-          mAverages(pair(state.mInAvg, state.mOutAvg)),
-          mBefore(pair(loadTap(taps[eMeterTap_Input]), loadTap(taps[eMeterTap_Output]))),
+    template<std::size_t kChannels>
+    explicit LevelTaps(const Group<kInstances, kChannels>& group)
+        : mCoef(hn::Set(Pairs(), kAverageCoef)),
+          mAverages(collect<2 * kInstances>([&](std::size_t i) HWY_ATTR {
+              const SDemoGain_Alg_State& state = *group.mStates[i / 2];
+              return i % 2 == 0 ? state.mInAvg : state.mOutAvg;
+          })),
+          mBefore(collect<2 * kInstances>([&](std::size_t i) HWY_ATTR {
+              return loadTap(group.mTaps[i / 2][i % 2 == 0 ? eMeterTap_Input : eMeterTap_Output]);
+          })),
           mHighest(mBefore) {}
 
-    template<std::size_t kChannels>
-    HWY_INLINE hn::Vec<hn::FixedTag<float, 2>> step(const ChunkRows<kChannels>& rows, std::size_t frame) {
-        mAverages = hn::Add(hn::Mul(mAverages, mCoef), frameOf<2>(rows.mLevels, frame));
+    template<std::size_t kLanes>
+    HWY_INLINE hn::Vec<hn::FixedTag<float, 2 * kInstances>> step(const ChunkRows<kLanes>& rows,
+                                                                 std::size_t frame) {
+        mAverages = hn::Add(hn::Mul(mAverages, mCoef), frameOf<2 * kInstances>(rows.mLevels, frame));
         mHighest = hn::Max(mAverages, mHighest);
         return mAverages;
     }
 
-    void store(SDemoGain_Alg_State& ioState, float* taps) const {
-        float averages[2];
-        float highest[2];
-        hn::StoreU(mAverages, Pair(), averages);
+    template<std::size_t kChannels>
+    void store(const Group<kInstances, kChannels>& group) const {
+        float averages[2 * kInstances];
+        float highest[2 * kInstances];
+        hn::StoreU(mAverages, Pairs(), averages);
         // A tap that broken coefficients have made non-finite keeps its value.
-        hn::StoreU(raised(mBefore, mHighest), Pair(), highest);
-        ioState.mInAvg = averages[0];
-        ioState.mOutAvg = averages[1];
-        taps[eMeterTap_Input] = storedTap(highest[0]);
-        taps[eMeterTap_Output] = storedTap(highest[1]);
+        hn::StoreU(raised(mBefore, mHighest), Pairs(), highest);
+        for (std::size_t i = 0; i < kInstances; ++i) {
+            group.mStates[i]->mInAvg = averages[2 * i];
+            group.mStates[i]->mOutAvg = averages[2 * i + 1];
+            group.mTaps[i][eMeterTap_Input] = storedTap(highest[2 * i]);
+            group.mTaps[i][eMeterTap_Output] = storedTap(highest[2 * i + 1]);
+        }
     }
 
 private:
-    using Pair = hn::FixedTag<float, 2>;
+    using Pairs = hn::FixedTag<float, 2 * kInstances>;
 
-    static HWY_INLINE hn::Vec<Pair> pair(float first, float second) {
-        const float values[2] = {first, second};
-        return hn::LoadU(Pair(), values);
-    }
-
-    hn::Vec<Pair> mCoef;
-    hn::Vec<Pair> mAverages;
-    hn::Vec<Pair> mBefore; // The taps at the start of the buffer.
-    hn::Vec<Pair> mHighest;
+    hn::Vec<Pairs> mCoef;
+    hn::Vec<Pairs> mAverages;
+    hn::Vec<Pairs> mBefore; // The taps at the start of the buffer.
+    hn::Vec<Pairs> mHighest;
 };
 
 } // namespace HWY_NAMESPACE

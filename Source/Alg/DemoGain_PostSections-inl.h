@@ -1,6 +1,8 @@
 // The post sections. No output depends on them, only their state at the end of a buffer is needed. Their
 // responses decay within a few dozen frames, so this state is a weighted sum of the last samples and, in
-// short buffers, of the state before.
+// short buffers, of the state before. The weights are computed while compiling, from the coefficients that a
+// reset puts into every state and nothing else changes. Their sums round differently from the sections: the
+// state agrees to 2e-6.
 #if defined(DEMOGAIN_POSTSECTIONS_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef DEMOGAIN_POSTSECTIONS_INL_H
 #undef DEMOGAIN_POSTSECTIONS_INL_H
@@ -67,23 +69,23 @@ inline constexpr PostZeroInputResponse kPostZeroInput = [] {
     return decay;
 }();
 
-// Impulse responses of A and of A and B in series, reversed in time, with each value once per channel so that
+// Impulse responses of A and of A and B in series, reversed in time, with each value once per lane so that
 // their layout is that of the samples of rows. Entry kPostFrames - 1 is the response to the last frame; zeros
 // follow.
-template<std::size_t kChannels>
+template<std::size_t kLanes>
 struct PostImpulseResponse {
     static constexpr std::size_t kFrames = kPostFrames + kChunkFrames;
-    alignas(kRowAlignment) float mA[kFrames * kChannels];
-    alignas(kRowAlignment) float mB[kFrames * kChannels];
+    alignas(kRowAlignment) float mA[kFrames * kLanes];
+    alignas(kRowAlignment) float mB[kFrames * kLanes];
 };
 
-template<std::size_t kChannels>
-inline constexpr PostImpulseResponse<kChannels> kPostImpulse = [] {
-    PostImpulseResponse<kChannels> impulse{};
+template<std::size_t kLanes>
+inline constexpr PostImpulseResponse<kLanes> kPostImpulse = [] {
+    PostImpulseResponse<kLanes> impulse{};
     PostWords state = stepPostSections({}, 1.0);
     for (std::size_t age = 0; age < kPostFrames; ++age) {
-        const std::size_t first = (kPostFrames - 1 - age) * kChannels;
-        for (std::size_t i = first; i < first + kChannels; ++i) {
+        const std::size_t first = (kPostFrames - 1 - age) * kLanes;
+        for (std::size_t i = first; i < first + kLanes; ++i) {
             impulse.mA[i] = static_cast<float>(state[eAy1]);
             impulse.mB[i] = static_cast<float>(state[eBy1]);
         }
@@ -93,29 +95,28 @@ inline constexpr PostImpulseResponse<kChannels> kPostImpulse = [] {
 }();
 
 // Sum of the frames that a vector holds.
-template<std::size_t kChannels, class D>
-HWY_INLINE hn::Vec<Frame<kChannels>> sumOverFrames(D /*d*/, hn::Vec<D> frames) {
-    if constexpr (hn::MaxLanes(D()) == kChannels) {
+template<std::size_t kLanes, class D>
+HWY_INLINE hn::Vec<Frame<kLanes>> sumOverFrames(D /*d*/, hn::Vec<D> frames) {
+    if constexpr (hn::MaxLanes(D()) == kLanes) {
         return frames;
     } else {
         const hn::Half<D> half;
-        return sumOverFrames<kChannels>(half,
-                                        hn::Add(hn::LowerHalf(half, frames), hn::UpperHalf(half, frames)));
+        return sumOverFrames<kLanes>(half, hn::Add(hn::LowerHalf(half, frames), hn::UpperHalf(half, frames)));
     }
 }
 
 // The last two outputs of both sections; index 0 is the last one.
-template<std::size_t kChannels>
+template<std::size_t kLanes>
 struct PostOutputs {
-    float mA[2][kChannels];
-    float mB[2][kChannels];
+    float mA[2][kLanes];
+    float mB[2][kLanes];
 };
 
 // Zero-state response: the outputs at the end of a buffer of `frames` frames, had the state before been 0.
-template<std::size_t kChannels>
-HWY_INLINE PostOutputs<kChannels> zeroStateResponse(const RowRing<kChannels>& clipped, std::size_t frames) {
-    const Samples<kChannels> d;
-    const PostImpulseResponse<kChannels>& impulse = kPostImpulse<kChannels>;
+template<std::size_t kLanes>
+HWY_INLINE PostOutputs<kLanes> zeroStateResponse(const RowRing<kLanes>& clipped, std::size_t frames) {
+    const Samples d;
+    const PostImpulseResponse<kLanes>& impulse = kPostImpulse<kLanes>;
     const std::size_t chunks = (frames + kChunkFrames - 1) / kChunkFrames;
     const std::size_t first = chunks - std::min(chunks, kPostChunks);
     // The last frame of the buffer is weighted with entry kPostFrames - 1, wherever in its chunk it is.
@@ -126,25 +127,25 @@ HWY_INLINE PostOutputs<kChannels> zeroStateResponse(const RowRing<kChannels>& cl
     auto b2 = hn::Zero(d);
     for (std::size_t chunk = first; chunk < chunks; ++chunk) {
         const float* row = clipped[chunk];
-        const std::size_t start = (shift + (chunk - first) * kChunkFrames) * kChannels;
-        for (std::size_t i = 0; i < kRowSize<kChannels>; i += hn::Lanes(d)) {
+        const std::size_t start = (shift + (chunk - first) * kChunkFrames) * kLanes;
+        for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
             const auto y = hn::Load(d, row + i);
             const float* a = impulse.mA + start + i;
             const float* b = impulse.mB + start + i;
             a1 = hn::Add(a1, hn::Mul(y, hn::LoadU(d, a)));
             b1 = hn::Add(b1, hn::Mul(y, hn::LoadU(d, b)));
             // The output one frame earlier: the response is shifted by a frame.
-            a2 = hn::Add(a2, hn::Mul(y, hn::LoadU(d, a + kChannels)));
-            b2 = hn::Add(b2, hn::Mul(y, hn::LoadU(d, b + kChannels)));
+            a2 = hn::Add(a2, hn::Mul(y, hn::LoadU(d, a + kLanes)));
+            b2 = hn::Add(b2, hn::Mul(y, hn::LoadU(d, b + kLanes)));
         }
     }
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): every word is stored below
-    PostOutputs<kChannels> outputs;
-    const Frame<kChannels> frame;
-    hn::StoreU(sumOverFrames<kChannels>(d, a1), frame, outputs.mA[0]);
-    hn::StoreU(sumOverFrames<kChannels>(d, a2), frame, outputs.mA[1]);
-    hn::StoreU(sumOverFrames<kChannels>(d, b1), frame, outputs.mB[0]);
-    hn::StoreU(sumOverFrames<kChannels>(d, b2), frame, outputs.mB[1]);
+    PostOutputs<kLanes> outputs;
+    const Frame<kLanes> frame;
+    hn::StoreU(sumOverFrames<kLanes>(d, a1), frame, outputs.mA[0]);
+    hn::StoreU(sumOverFrames<kLanes>(d, a2), frame, outputs.mA[1]);
+    hn::StoreU(sumOverFrames<kLanes>(d, b1), frame, outputs.mB[0]);
+    hn::StoreU(sumOverFrames<kLanes>(d, b2), frame, outputs.mB[1]);
     return outputs;
 }
 
@@ -164,22 +165,23 @@ inline void addZeroInputResponse(const SDemoGain_PostStates& before, std::size_t
 
 // Advances the states of the post sections over a buffer of `frames` frames, whose last clipped samples are
 // in the ring.
-template<std::size_t kChannels>
-HWY_INLINE void advancePostSections(const RowRing<kChannels>& clipped, std::size_t frames,
-                                    SDemoGain_PostStates (&ioStates)[2]) {
-    const PostOutputs<kChannels> outputs = zeroStateResponse(clipped, frames);
-    const auto sample = [&](std::size_t frame, std::size_t channel) {
-        return clipped[frame / kChunkFrames][frame % kChunkFrames * kChannels + channel];
+template<std::size_t kInstances, std::size_t kChannels>
+HWY_INLINE void advancePostSections(const RowRing<kInstances * kChannels>& clipped, std::size_t frames,
+                                    const Group<kInstances, kChannels>& group) {
+    constexpr std::size_t kLanes = kInstances * kChannels;
+    const PostOutputs<kLanes> outputs = zeroStateResponse(clipped, frames);
+    const auto sample = [&](std::size_t frame, std::size_t lane) {
+        return clipped[frame / kChunkFrames][frame % kChunkFrames * kLanes + lane];
     };
-    for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        SDemoGain_PostStates& state = ioStates[channel];
-        float a[2] = {outputs.mA[0][channel], outputs.mA[1][channel]};
-        float b[2] = {outputs.mB[0][channel], outputs.mB[1][channel]};
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        SDemoGain_PostStates& state = group.stateOf(lane).mPost[group.channelOf(lane)];
+        float a[2] = {outputs.mA[0][lane], outputs.mA[1][lane]};
+        float b[2] = {outputs.mB[0][lane], outputs.mB[1][lane]};
         if (frames <= kPostFrames) {
             addZeroInputResponse(state, frames, a, b);
         }
-        const float x2 = frames > 1 ? sample(frames - 2, channel) : state.mA.x1;
-        state.mA = {sample(frames - 1, channel), x2, a[0], a[1]};
+        const float x2 = frames > 1 ? sample(frames - 2, lane) : state.mA.x1;
+        state.mA = {sample(frames - 1, lane), x2, a[0], a[1]};
         state.mB = {a[0], a[1], b[0], b[1]};
     }
 }

@@ -111,18 +111,22 @@ void setUnread(SDemoGain_Alg_State& ioState, double sampleRate) {
         std::exp(DemoGain_SampleRates::kReferenceHz / sampleRate * kClipRateFactor * kUnusedExponent));
 }
 
-// Whether every float of a record is finite: its exponent is not all ones.
+// Whether the floats of a record from byte kBegin to before byte kEnd are finite: no exponent is all ones.
+template<std::size_t kBegin, std::size_t kEnd, class Record>
+bool areFinite(const Record& record) {
+    constexpr uint32_t kExponent = 0x7F800000U;
+    uint32_t words[(kEnd - kBegin) / sizeof(uint32_t)];
+    std::memcpy(words, reinterpret_cast<const unsigned char*>(&record) + kBegin, sizeof(words));
+    uint32_t found = 0;
+    for (const uint32_t word : words) {
+        found |= static_cast<uint32_t>((word & kExponent) == kExponent);
+    }
+    return found == 0;
+}
+
 template<class Record>
 bool isFinite(const Record& record) {
-    constexpr uint32_t kExponent = 0x7F800000U;
-    constexpr std::size_t kBytes = sizeof(Record);
-    uint32_t words[kBytes / sizeof(uint32_t)];
-    std::memcpy(words, &record, kBytes);
-    bool finite = true;
-    for (const uint32_t word : words) {
-        finite = finite && (word & kExponent) != kExponent;
-    }
-    return finite;
+    return areFinite<0, sizeof(Record)>(record);
 }
 
 template<class Record>
@@ -148,11 +152,15 @@ void DemoGain_ResetState(SDemoGain_Alg_State& ioState, double sampleRate) {
 }
 
 bool DemoGain_IsStateFinite(const SDemoGain_Alg_State& state) {
-    return isFinite(state.mFollowers) && isFinite(state.mLastOut) && isFinite(state.mDc) &&
-           isFinite(state.mPostA) && isFinite(state.mPostB) && isFinite(state.mPost) && isFinite(state.mHp) &&
-           isFinite(state.mAp) && isFinite(state.mDetector) && isFinite(state.mPrevIn) &&
-           isFinite(state.mClipGain) && isFinite(state.mInAvg) && isFinite(state.mOutAvg) &&
-           isFinite(state.mClipCoef);
+    // In runs of words, which compilers check several at a time; what lies between them is not read by the
+    // routine.
+    constexpr std::size_t kFirst = offsetof(SDemoGain_Alg_State, mFollowers);
+    constexpr std::size_t kUnread = offsetof(SDemoGain_Alg_State, mUnread);
+    constexpr std::size_t kPost = offsetof(SDemoGain_Alg_State, mPostA);
+    constexpr std::size_t kUnused = offsetof(SDemoGain_Alg_State, mUnusedZero);
+    constexpr std::size_t kDetector = offsetof(SDemoGain_Alg_State, mHp);
+    return areFinite<kFirst, kUnread>(state) && areFinite<kPost, kUnused>(state) &&
+           areFinite<kDetector, sizeof(SDemoGain_Alg_State)>(state);
 }
 
 void DemoGain_RecoverState(SDemoGain_Alg_State& ioState) {

@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <deque>
 #include <limits>
 #include <random>
+#include <vector>
 
 namespace varno::test {
 namespace {
@@ -47,6 +50,26 @@ TEST_P(DemoGain_AlgRealTime, BadInputAndRecovery) {
     instance.field(eAlgFieldID_GainLin) = std::numeric_limits<float>::quiet_NaN();
     instance.state().mHp.b0 = std::numeric_limits<float>::infinity();
     const RealTimeReport report = reportOf(instance, input, 64);
+    EXPECT_TRUE(report.clean()) << textOf(report);
+}
+
+TEST_P(DemoGain_AlgRealTime, InstancesSideBySide) {
+    constexpr std::size_t kInstances = 7;
+    std::deque<AlgInstance> instances;
+    std::vector<SDemoGain_Alg_Context*> contexts;
+    Signal audio = noise(2 * kInstances, 64, 4, 0.0);
+    std::vector<std::array<float*, 2>> buffers;
+    for (std::size_t i = 0; i < kInstances; ++i) {
+        buffers.push_back({audio[2 * i].data(), audio[2 * i + 1].data()});
+    }
+    for (std::size_t i = 0; i < kInstances; ++i) {
+        AlgInstance& instance = instances.emplace_back(GetParam(), 48000.0);
+        instance.attach(buffers[i].data(), buffers[i].data(), 64);
+        contexts.push_back(&instance.context());
+    }
+    RealTimeScope scope;
+    DemoGain_ProcessInstances(*GetParam().routine, GetParam(), contexts.data(), contexts.data() + kInstances);
+    const RealTimeReport report = scope.finish();
     EXPECT_TRUE(report.clean()) << textOf(report);
 }
 

@@ -20,7 +20,7 @@ using StateWords = std::array<float, sizeof(SDemoGain_Alg_State) / sizeof(float)
 std::vector<float> wordsOf(SDemoGain_Alg_State state, const SDemoGain_Alg_State& expected) {
     constexpr std::size_t kSectionWords = sizeof(SDemoGain_SectionState) / sizeof(float);
     using SectionWords = std::array<float, kSectionWords>;
-    constexpr float kTolerance = 1e-6F;
+    constexpr float kTolerance = 2e-6F;
     for (std::size_t channel = 0; channel < 2; ++channel) {
         for (const auto section : {&SDemoGain_PostStates::mA, &SDemoGain_PostStates::mB}) {
             auto found = std::bit_cast<SectionWords>(state.mPost[channel].*section);

@@ -105,7 +105,7 @@ private:
 };
 
 /// Where two instances differ in state or taps, as text; empty where they do not. The states of the post
-/// sections, which no output depends on, may differ by 1e-6, everything else by nothing.
+/// sections, which no output depends on, may differ by 2e-6, everything else by nothing.
 std::string firstDifference(AlgInstance& expected, AlgInstance& found);
 
 } // namespace varno::test

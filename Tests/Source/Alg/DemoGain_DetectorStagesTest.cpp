@@ -1,6 +1,7 @@
 #include "Alg/DemoGain_DetectorStages-inl.h"
 
 #include "Alg/DemoGain_DriveStages-inl.h"
+#include "Alg/DemoGain_LaneSettings-inl.h"
 #include "Alg/DemoGain_State.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +45,7 @@ std::complex<double> highPassAt(double hertz) {
     DemoGain_ResetState(state, kRate);
     return answerAt(hertz, [&](const float* in, float* out, std::size_t frames) {
         ChunkRows<1> rows;
-        HighPass<1> highPass(state);
+        HighPass<1> highPass(Group<1, 1>{{&state}, {}});
         for (std::size_t start = 0; start < frames; start += kChunkFrames) {
             const std::size_t chunk = start / kChunkFrames;
             std::copy_n(in + start, kChunkFrames, rows.mRaw[chunk]);
@@ -60,11 +61,11 @@ std::complex<double> allPassAt(double hertz) {
     DemoGain_ResetState(state, kRate);
     return answerAt(hertz, [&](const float* in, float* out, std::size_t frames) {
         ChunkRows<1> rows;
-        AllPass<1> allPass(state);
+        AllPass<1> allPass(Group<1, 1>{{&state}, {}});
         for (std::size_t start = 0; start < frames; start += kChunkFrames) {
             const std::size_t chunk = start / kChunkFrames;
             std::copy_n(in + start, kChunkFrames, rows.mInput[chunk]);
-            selectDetectorInput(Settings{}, state.mAp, chunk, rows);
+            selectDetectorInput(LaneSettings{}, state.mAp, chunk, rows);
             stepThrough(allPass, rows, kChunkFrames);
             std::copy_n(rows.mAllPassed.v, kChunkFrames, out + start);
         }
@@ -80,9 +81,10 @@ float gainOf(const GainCurve& curve, float detector) {
     ChunkRows<1> rows;
     std::fill_n(rows.mDetectorIn[0], kChunkFrames, detector);
     std::fill_n(rows.mAllPassed.v, kChunkFrames, 0.0F);
-    measureLevel(settings, 0, rows);
+    const LaneSettings lanes = spread<1>({settings});
+    measureLevel(lanes, 0, rows);
     convertLevel(rows);
-    computeGain(settings, rows);
+    computeGain(lanes, rows);
     return rows.mGain.v[3];
 }
 
@@ -131,9 +133,9 @@ TEST(DemoGain_DetectorStages, WeightingLeavesTheSignalWithoutEmphasis) {
     const auto allPassed = hn::Set(d, 0.25F);
     float detector[2];
     settings.mBandGain = 1.0F;
-    detector[0] = hn::GetLane(emphasiseBand(d, settings, input, allPassed));
+    detector[0] = hn::GetLane(emphasiseBand(d, spread<1>({settings}), input, allPassed));
     settings.mBandGain = 2.5F;
-    detector[1] = hn::GetLane(emphasiseBand(d, settings, input, allPassed));
+    detector[1] = hn::GetLane(emphasiseBand(d, spread<1>({settings}), input, allPassed));
     EXPECT_EQ(detector[0], 1.5F);
     EXPECT_EQ(detector[1], (0.5F * 2.5F + 1.0F) * 0.5F * 2.0F);
 }

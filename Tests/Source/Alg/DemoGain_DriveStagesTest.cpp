@@ -1,5 +1,7 @@
 #include "Alg/DemoGain_DriveStages-inl.h"
 
+#include "Alg/DemoGain_LaneSettings-inl.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,9 +35,10 @@ float clipGainAfter(float clipGain, float recovery, float target) {
     ChunkRows<1> rows;
     rows.mClipTarget.v[0] = target;
     rows.mClipTargetTerm.v[0] = (1.0F - recovery) * target;
-    ClipGain<1> stage(state);
+    const Group<1, 1> group{{&state}, {}};
+    ClipGain<1> stage(group);
     stepThrough(stage, rows, 1);
-    stage.store(state);
+    stage.store(group);
     EXPECT_EQ(state.mClipGain[0], rows.mClipGain.v[0]);
     return state.mClipGain[0];
 }
@@ -85,7 +88,7 @@ TEST(DemoGain_DriveStages, ShapeIsACubicOverTheDrive) {
         ChunkRows<1> rows{};
         std::fill_n(rows.mDriven.v, kChunkFrames, y);
         std::fill_n(rows.mClipGain.v, kChunkFrames, 1.0F);
-        shape(settings, 0, rows);
+        shape(spread<1>({settings}), 0, rows);
         EXPECT_EQ(rows.mClipped[0][5], y);
         EXPECT_NEAR(rows.mShaped.v[5], (y - 0.49611F * y * y * y) * 0.05F, 1e-7F);
         EXPECT_EQ(rows.mShapedDifference.v[0], rows.mShaped.v[0]) << "from silence";
@@ -104,7 +107,7 @@ TEST(DemoGain_DriveStages, OutputThatIsNotFiniteLeavesAsSilence) {
     std::fill_n(rows.mInput.history(), 1 + kChunkFrames, 0.0F);
     std::copy_n(sums, kChunkFrames, rows.mDcBlocked.v);
     Row<1> row;
-    mix(settings, 0, rows, row);
+    mix<1>(spread<1>({settings}), 0, rows, row);
     const float* output = row.v;
     EXPECT_EQ(output[0], 2.0F);
     EXPECT_EQ(output[1], 0.0F);
