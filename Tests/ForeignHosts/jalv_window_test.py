@@ -9,11 +9,12 @@ from jack import JackTest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "Tests/docs"))
+from layout import control_middle
 from picture import Picture, differences
 
 EDITOR_SIZE = "690x454"  # with the bar above it
 # The middle of the Gain knob in the editor, and how far it is dragged upwards, in pixels.
-GAIN_KNOB = (55, 64 + 87)
+GAIN_KNOB = control_middle("Gain")
 DRAG = 60
 # What the picture of docs/hosts.md may differ by in the mean, of full scale; as edges in the editor, what moves and the
 # status text.

@@ -20,11 +20,6 @@ from jack import JackTest
 SILENCE_S = 3
 MUSIC_S = 3
 PORTS = {1: (["in"], ["out"]), 2: (["in_l", "in_r"], ["out_l", "out_r"])}
-# A knob of the editor and how far it is dragged, in pixels.
-GAIN_KNOB = (55, 64 + 87)
-DRAG = -40
-# Rounds of a loop, of a second each: more than pass until it is recorded.
-ROUNDS = 120
 
 
 class LiveTest(JackTest):
@@ -281,84 +276,6 @@ class TerminalTest(LiveTest):
         self.end(self.server, signal.SIGKILL)
         self.assertEqual(process.wait(PATIENCE_S), 1)
         self.assert_restored()
-
-
-class EditorTest(LiveTest):
-    """The editor around the running effect, on a display without a screen."""
-
-    def setUp(self):
-        super().setUp()
-        self.start_server()
-        readable, writable = os.pipe()
-        server = subprocess.Popen(["Xvfb", "-displayfd", str(writable), "-screen", "0", "1024x768x24", "-nolisten",
-                                   "tcp"], pass_fds=[writable], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.addCleanup(self.end, server)
-        os.close(writable)
-        with os.fdopen(readable) as numbers:
-            self.display = {"DISPLAY": ":" + numbers.readline().strip()}
-
-    def start_editor(self):
-        process = self.start(PROGRAM, "play", "--no-connect", "--save-state", "my.state",
-                             environment={**self.jack, **self.display, "GDK_SCALE": "1"}, log="play.log")
-        window = self.eventually(lambda: self.windows() or process.poll() is not None and self.fail(self.log("play.log")),
-                                 "the window")
-        return process, window[0]
-
-    def windows(self):
-        done = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "Varno"], stdout=subprocess.PIPE,
-                              stderr=subprocess.DEVNULL, env={**os.environ, **self.display}, check=False)
-        return done.stdout.decode().split()
-
-    def xdotool(self, *words):
-        self.run_program("xdotool", *map(str, words), environment=self.display)
-
-    def save(self, window):
-        state = self.folder / "my.state"
-        state.unlink(missing_ok=True)
-        self.xdotool("windowfocus", "--sync", window, "key", "ctrl+s")
-        self.eventually(state.exists, "the saved state")
-
-    def gain(self):
-        return json.loads(self.run_program(PROGRAM, "params", "--state", self.path("my.state"), "--json",
-                                           "Gain"))["value"]
-
-    def test_a_knob_changes_the_sound(self):
-        process, window = self.start_editor()
-        self.save(window)
-        before = self.gain()
-        x, y = GAIN_KNOB
-        self.xdotool("mousemove", "--window", window, x, y, "mousedown", 1, "mousemove_relative", "--sync", "--", 0,
-                     DRAG // 2, "mousemove_relative", "--sync", "--", 0, DRAG // 2, "mouseup", 1)
-        self.save(window)
-        self.assertGreater(self.gain(), before)
-        self.assert_is_rendered(*self.recorded(2), "--state", self.path("my.state"))
-        self.xdotool("windowfocus", "--sync", window, "key", "Escape")
-        self.assertEqual(process.wait(PATIENCE_S), 0)
-
-    def test_a_signal_ends_it(self):
-        process, _ = self.start_editor()
-        self.assertEqual(self.end(process, signal.SIGINT), 0)
-
-    def test_a_file_in_a_loop_is_heard(self):
-        music = make_music(2, 1)
-        write_wav(self.path("loop.wav"), music, 32)
-        write_wav(self.path("rounds.wav"), Sound(RATE_HZ, [ROUNDS * channel for channel in music.channels]), 32)
-        process = self.start(PROGRAM, "edit", "--sound", "jack", "loop.wav",
-                             environment={**self.jack, **self.display}, log="edit.log")
-        self.eventually(lambda: "varno:out_l\n   system:playback_1" in (self.list_ports("-c") or ""), "the sound")
-        recorder, ports = self.start_recorder(self.path("heard.wav"), 2, "-t:4")
-        for source, target in zip(PORTS[2][1], ports):
-            self.connect(f"varno:{source}", target)
-        recorder.wait(PATIENCE_S)
-        self.run_program(PROGRAM, "render", "--quiet", "--format", "float", self.path("rounds.wav"),
-                         self.path("expected.wav"))
-        heard, expected = read_wav(self.path("heard.wav")), read_wav(self.path("expected.wav"))
-        self.assertGreaterEqual(heard.frames, 2 * RATE_HZ)
-        for actual, whole in zip(heard.channels, expected.channels):
-            # From the first sound on: before it nothing may have been recorded.
-            start = next(frame for frame, sample in enumerate(actual) if sample != 0.0)
-            self.assertIn(actual[start:2 * RATE_HZ].tobytes(), whole.tobytes())
-        self.end(process)
 
 
 class PipeWireTest(LiveTest):

@@ -10,6 +10,7 @@ import subprocess
 import tempfile
 import unittest
 
+from layout import controls
 from picture import Picture, changed_areas, differences
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -41,17 +42,6 @@ GAIN, VOLUME, KNOB = (24, 56), (604, 56), 62
 
 def scaled(edges, scale):
     return tuple(scale * edge for edge in edges)
-
-
-def controls():
-    """The controls by their identifiers, as edges at scale 1: from the layout's tables."""
-    layout = (ROOT / "Source/DemoGain_ViewLayout.h").read_text()
-    sizes = {art: (int(width), int(height)) for art, width, height
-             in re.findall(r"\{Art::(\w+), \"[^\"]+\", (\d+), (\d+), \d+\}", layout)}
-    found = {}
-    for x, y, art, name in re.findall(r"\{Kind::\w+, (\d+), (\d+), Art::(\w+), \w+, \"(\w+)\"", layout):
-        found[name] = (int(x), int(y), int(x) + sizes[art][0], int(y) + sizes[art][1])
-    return found
 
 
 def where(area, scale):

@@ -24,6 +24,10 @@ class Picture:
     def size(self):
         return self.width, self.height
 
+    def colours(self):
+        """Each as its three bytes."""
+        return {bytes(self.pixels[at:at + BYTES_PER_PIXEL]) for at in range(0, len(self.pixels), BYTES_PER_PIXEL)}
+
     def row(self, y, left, right):
         """The bytes of a row from pixel `left` up to, not with, `right`."""
         start = BYTES_PER_PIXEL * self.width * y

@@ -24,8 +24,10 @@ constexpr std::string_view kPlayDescription[] = {
     "down choose a parameter, left and right change it, b bypasses, s saves, q ends, ? lists all keys. Where "
     "standard input is no terminal, it plays until it receives a signal.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "SIGINT (Ctrl-C), SIGTERM and SIGHUP end it with exit status 0. It ends with 1 where no sound system "
-    "answers, and when the sound system ends.",
+    "answers, and when the sound system ends; a window with the bar then shows that and stays until it is "
+    "closed, so that the settings can be saved.",
     "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
     "order given. Those that are not saved at the end are printed on standard error, as options that bring "
     "them back.",

@@ -8,6 +8,7 @@
 #include "Play/TerminalSession.h"
 #include "Session/EditorSession.h"
 #include "Session/LiveStatus.h"
+#include "Session/LoopPlayer.h"
 #include "Settings/ModuleLoading.h"
 #include "Window/XConnection.h"
 #include "WindowCommands.h"
@@ -54,8 +55,8 @@ public:
         chooseSettingsFile(mSettings, options.window);
     }
 
-    // A change of the sample rate ends a session and starts the next.
-    void run() {
+    // A change of the sample rate ends a session and starts the next. Returns the exit status.
+    int run() {
         runAndReportUnsaved(mSettings, mOptions.window.command, [this] {
             runSession();
             while (mWatch.hasNewRate()) {
@@ -65,6 +66,7 @@ public:
                 runSession();
             }
         });
+        return mSilence ? kExitWorkFailed : kExitSuccess;
     }
 
     void announce() const {
@@ -95,8 +97,15 @@ private:
     template<class Session>
     void watchAndRun(Session& session) {
         session.loop().startTimer(kSoundCheckPeriod, this, [&] {
+            if (mSilence) {
+                return;
+            }
             mBackend.check();
-            mWatch.requireRunning();
+            try {
+                mWatch.requireRunning();
+            } catch (const WorkError& error) {
+                soundEnded(error, session);
+            }
             if (const auto overruns = mWatch.newOverruns()) {
                 report(*overruns, session);
             }
@@ -120,6 +129,23 @@ private:
         }
     }
 
+    void soundEnded(const WorkError& error, const TerminalSession&) const { throw error; }
+    // A window that can show it stays, with silence in the place of the input: its settings can be saved.
+    void soundEnded(const WorkError& error, EditorSession& session) {
+        if (!session.hasBar()) {
+            throw error;
+        }
+        printError(error.what());
+        session.showMessage("the sound system has ended"); // the bar has no room for more
+        const InstanceSetup& setup = mEffect.instance().setup();
+        mSilence.emplace(PlayerFormat{mWatch.rateHz(), setup.channels, setup.maximumFrames},
+                         [process = mEffect.process(), silence = AudioLoop::silence(setup.channels)](
+                             float* const* channels, int frames) mutable {
+                             silence.read(channels, frames);
+                             process(channels, channels, frames);
+                         });
+    }
+
     std::string endHint() const {
         if (mConnection != nullptr) {
             return "";
@@ -133,11 +159,13 @@ private:
     XConnection* mConnection;
     LiveWatch mWatch;
     SettingsKeeper mSettings;
-    CompareSlots mSlots; // stay where the rate changes
+    CompareSlots mSlots;                   // stay where the rate changes
+    std::optional<ClockedPlayer> mSilence; // processed once the sound system has ended
 };
 
-void play(const PlayOptions& options, const Settings& settings, XConnection* connection,
-          const std::shared_ptr<Module>& module) {
+// Returns the exit status.
+int play(const PlayOptions& options, const Settings& settings, XConnection* connection,
+         const std::shared_ptr<Module>& module) {
     std::optional<LiveEffect> effect; // outlives the sound system that processes with it
     const auto backend = openPlayBackend(options);
     effect.emplace(module, options.request.outputs, backend->status().rateHz());
@@ -146,12 +174,13 @@ void play(const PlayOptions& options, const Settings& settings, XConnection* con
     try {
         backend->start(effect->process());
         playing.announce();
-        playing.run();
+        return playing.run();
     } catch (const SoundUnavailable& error) {
         throw WorkError(backend->description() + ": " + error.what());
     } catch (const Interrupted&) {
         // A signal is the normal end of live use.
         clearInterruption();
+        return kExitSuccess;
     }
 }
 
@@ -166,9 +195,9 @@ int runPlay(const CommandLine& line) {
         printWarnings(settings.warnings());
     }
     auto module = loadModule(line);
-    play(options, settings, connection.get(), module);
+    const int status = play(options, settings, connection.get(), module);
     unloadModule(std::move(module));
-    return kExitSuccess;
+    return status;
 }
 
 } // namespace varno

@@ -70,6 +70,8 @@ public:
 
     /// For further watches and timers while the window is shown.
     EventLoop& loop() { return mLoop; }
+    /// Whether the window has the bar, which shows messages.
+    bool hasBar() const { return mSurround.hasBar(); }
     /// Shows a message in the bar, until the next.
     void showMessage(const std::string& message) { mSurround.showMessage(message); }
     /// Shows the window until it is closed, the screenshot is made or the loop quits.
