@@ -2,6 +2,7 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
+#include "CommandLine/Completion.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Help.h"
 #include "CommandLine/ProgramMain.h"
@@ -17,12 +18,16 @@ namespace {
 constexpr std::string_view kCompletionUsage[] = {"SHELL"};
 constexpr std::string_view kCompletionDescription[] = {
     "Prints a script that completes commands, options, values, files and parameters in a shell."};
-constexpr ArgumentEntry kCompletionArguments[] = {
-    {.name = "SHELL", .kind = ValueKind::kChoice, .choices = "bash", .help = "The shell: bash."}};
+constexpr ArgumentEntry kCompletionArguments[] = {{.name = "SHELL",
+                                                   .kind = ValueKind::kChoice,
+                                                   .choices = "bash zsh fish",
+                                                   .help = "The shell: bash, zsh or fish."}};
 constexpr OptionEntry kHelpOnly[] = {kHelpOption};
 constexpr ExampleEntry kCompletionExamples[] = {
     {"source <(varno completion bash)", "For the running shell."},
-    {"varno completion bash > ~/.local/share/bash-completion/completions/varno", "For every shell to come."},
+    {"varno completion bash > ~/.local/share/bash-completion/completions/varno", "For every bash to come."},
+    {"varno completion zsh > ~/.zfunc/_varno", "For zsh, with ~/.zfunc in fpath."},
+    {"varno completion fish > ~/.config/fish/completions/varno.fish", "For fish."},
 };
 
 constexpr std::string_view kManUsage[] = {""};
@@ -53,8 +58,11 @@ constexpr NoteEntry kEnvironmentNotes[] = {
     {"JACK_DEFAULT_SERVER", "The name of the JACK server."},
     {"GDK_SCALE", "The scale of the editor, instead of the desktop's own."}};
 
-int runCompletion(const CommandLine&) {
-    printOut(bashCompletion(program()));
+int runCompletion(const CommandLine& line) {
+    const std::string& shell = line.arguments().front();
+    printOut(shell == "bash"  ? bashCompletion(program())
+             : shell == "zsh" ? zshCompletion(program())
+                              : fishCompletion(program()));
     return kExitSuccess;
 }
 

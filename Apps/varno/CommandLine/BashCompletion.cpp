@@ -1,5 +1,5 @@
 #include "CommandLine/CommandTable.h"
-#include "CommandLine/Help.h"
+#include "CommandLine/Completion.h"
 
 namespace varno {
 namespace {

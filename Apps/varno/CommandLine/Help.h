@@ -29,10 +29,6 @@ std::string optionText(const OptionEntry& option);
 /// @param version of the program: "1.0.0"
 std::string manPage(const ProgramEntry& program, const std::string& version);
 
-/// A script for bash that completes commands, options, values, files and parameters. It needs nothing but
-/// bash itself; it runs the program for the names of parameters and presets.
-std::string bashCompletion(const ProgramEntry& program);
-
 } // namespace varno
 
 #endif

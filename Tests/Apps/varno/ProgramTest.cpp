@@ -46,7 +46,7 @@ TEST_F(ProgramHelp, RefusesWhatItDoesNotKnow) {
     EXPECT_EQ(refusal(2, {"describe", "--jsn"}),
               R"(unknown option "--jsn" of describe; did you mean "--json"?)");
     EXPECT_EQ(refusal(2, {"man", "page"}), R"(unexpected argument "page" of man)");
-    EXPECT_EQ(refusal(2, {"completion", "fish"}), R"(SHELL: expected bash, found "fish")");
+    EXPECT_EQ(refusal(2, {"completion", "tcsh"}), R"(SHELL: expected bash, zsh or fish, found "tcsh")");
 }
 
 TEST_F(ProgramHelp, FullDiskIsAnError) {

@@ -136,7 +136,7 @@ TEST(CommandLine, RefusesOtherChoices) {
               "\"pcm16\"?");
     EXPECT_EQ(refusal("render", {"--dither=rectangle"}),
               "option --dither: expected tpdf or none, found \"rectangle\"");
-    EXPECT_EQ(refusal("completion", {"tcsh"}), "SHELL: expected bash, found \"tcsh\"");
+    EXPECT_EQ(refusal("completion", {"tcsh"}), "SHELL: expected bash, zsh or fish, found \"tcsh\"");
 }
 
 TEST(CommandLine, RefusesTheWrongNumberOfArguments) {

@@ -132,6 +132,10 @@ TEST_F(ModuleLoadingTest, InstalledProgramFindsItsModule) {
     EXPECT_THAT(readFile(elsewhere / "share" / "man" / "man1" / "varno.1"), StartsWith(".TH VARNO 1 "));
     EXPECT_THAT(readFile(elsewhere / "share" / "bash-completion" / "completions" / "varno"),
                 HasSubstr("complete -F _varno varno"));
+    EXPECT_THAT(readFile(elsewhere / "share" / "zsh" / "site-functions" / "_varno"),
+                StartsWith("#compdef varno"));
+    EXPECT_THAT(readFile(elsewhere / "share" / "fish" / "vendor_completions.d" / "varno.fish"),
+                HasSubstr("complete --command varno"));
 }
 
 } // namespace
