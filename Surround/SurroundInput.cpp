@@ -165,7 +165,7 @@ void SurroundInput::keyCame(const xcb_key_press_event_t& event) {
     if (shortcut(event, key) || move(key)) {
         return;
     }
-    if (const auto* const typed = typedControl(); typed != nullptr && beginsValue(key.text)) {
+    if (const auto* const typed = beginsValue(key.text) ? typedControl() : nullptr; typed != nullptr) {
         mSubject.menus.openValue(*typed, "");
         mSubject.menus.key(event, key.symbol);
         return;
@@ -256,8 +256,8 @@ void SurroundInput::control(const FaceLayout::Control& control, const TypedKey& 
 }
 
 // What a number that is typed is for.
-const FaceLayout::Control* SurroundInput::typedControl() const {
-    const FocusItem* const item = mFocus.present() != nullptr ? mFocus.present() : mHovered;
+const FaceLayout::Control* SurroundInput::typedControl() {
+    const FocusItem* const item = mFocus.present() != nullptr ? mFocus.present() : pointedAt(mPointer.now());
     const bool isValue =
         item != nullptr && item->control != nullptr && FaceLayout::isOfParameter(*item->control);
     return isValue ? item->control : nullptr;
@@ -318,6 +318,10 @@ const FocusItem* SurroundInput::itemAt(WindowPlace place) const {
     return found == mFocus.items().end() ? nullptr : &*found;
 }
 
+const FocusItem* SurroundInput::pointedAt(const std::optional<PointerState>& pointer) const {
+    return pointer && pointer->isInside && pointer->buttons == 0 ? itemAt(pointer->place) : nullptr;
+}
+
 void SurroundInput::showTip(ValueTips::TimePoint now) {
     std::optional<std::size_t> hovered;
     if (mHovered != nullptr && !mSubject.menus.isOpen()) {
@@ -346,13 +350,13 @@ void SurroundInput::tick() {
         action();
     }
     if (const auto pointer = mHover.answer()) {
-        mHovered = pointer->isInside && pointer->buttons == 0 ? itemAt(pointer->place) : nullptr;
+        mHovered = pointedAt(pointer);
         if (pointer->isInside && pointer->buttons != 0) {
             mSubject.menus.pressed(pointer->place);
         }
     }
-    mHover.ask();
     mKeys.takeBack();
+    mHover.ask(); // sends both questions
     showTip(std::chrono::steady_clock::now());
 }
 

@@ -71,7 +71,8 @@ private:
     bool shortcut(const xcb_key_press_event_t& event, const TypedKey& key);
     bool move(const TypedKey& key);
     void control(const FaceLayout::Control& control, const TypedKey& key);
-    const FaceLayout::Control* typedControl() const;
+    const FaceLayout::Control* typedControl();
+    const FocusItem* pointedAt(const std::optional<PointerState>& pointer) const;
     AAX_Result offered(const MouseOffer& offer);
     void wheelCame(const WheelStep& step);
     std::uint32_t heldKeys();

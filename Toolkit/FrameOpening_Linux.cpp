@@ -2,6 +2,7 @@
 
 #include "AAX_Enums.h"
 #include "Platform/RunLoop.h"
+#include "Toolkit/DisplayBitmaps.h"
 #include "Toolkit/VSTGUI_RunLoop.h"
 
 #include "vstgui/lib/cframe.h"
@@ -48,15 +49,6 @@ bool windowExists(xcb_window_t window) {
     return reply != nullptr;
 }
 
-const xcb_visualtype_t* anyVisual(xcb_screen_t* screen) {
-    for (auto depth = xcb_screen_allowed_depths_iterator(screen); depth.rem > 0; xcb_depth_next(&depth)) {
-        if (const auto visual = xcb_depth_visuals_iterator(depth.data); visual.rem > 0) {
-            return visual.data;
-        }
-    }
-    return nullptr;
-}
-
 // Gives VSTGUI cairo's device for its connection. When the last frame closes, VSTGUI finishes the device and
 // closes the connection, but 4.13 does not set the device any more; cairo then keeps the closed connection
 // in its cache and aborts as soon as another connection has the same address. A device that is already
@@ -65,9 +57,8 @@ void setCairoDevice() {
     auto& loop = VSTGUI::X11::RunLoop::instance();
     xcb_connection_t* connection = loop.getXcbConnection();
     xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
-    // Nothing is drawn: any surface of the connection leads to its device. Cairo only reads the visual.
-    auto* visual = const_cast<xcb_visualtype_t*>(anyVisual(screen));
-    const Surface surface(cairo_xcb_surface_create(connection, screen->root, visual, 1, 1),
+    // Nothing is drawn: any surface of the connection leads to its device.
+    const Surface surface(cairo_xcb_surface_create_for_bitmap(connection, screen, screen->root, 1, 1),
                           &cairo_surface_destroy);
     // VSTGUI adds a reference of its own and releases it after finishing the device.
     loop.setDevice(cairo_surface_get_device(surface.get()));
@@ -114,6 +105,7 @@ OpenedFrame openedFrame(const VSTGUI::CFrame& frame) {
                 if (VSTGUI::X11::RunLoop::get() != nullptr) {
                     destroyWindow(VSTGUI::X11::RunLoop::instance().getXcbConnection(), window);
                 } else {
+                    forgetDisplayBitmaps();
                     forgetCairoDevices();
                 }
             })};

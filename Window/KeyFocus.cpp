@@ -24,6 +24,9 @@ KeyFocus::KeyFocus(XConnection& connection, xcb_window_t parent, KeyHandler hand
 }
 
 KeyFocus::~KeyFocus() {
+    if (mQuestion) {
+        xcb_discard_reply(mConnection.get(), *mQuestion);
+    }
     xcb_destroy_window(mConnection.get(), mId);
 }
 
@@ -31,12 +34,33 @@ void KeyFocus::take(xcb_timestamp_t timeMs) const {
     xcb_set_input_focus(mConnection.get(), XCB_INPUT_FOCUS_PARENT, mId, timeMs);
 }
 
-void KeyFocus::takeBack() const {
-    const XReply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(mConnection.get(), xcb_get_input_focus(mConnection.get()), nullptr));
-    if (focus && focus->focus != mId && mConnection.isWithin(focus->focus, mParent)) {
+void KeyFocus::takeBack() {
+    XReply<xcb_get_input_focus_reply_t> answer;
+    if (mQuestion && !mConnection.pollReply(*mQuestion, answer)) {
+        return;
+    }
+    // The answer is as old as the last call: another program may have got the focus since.
+    if (answer && isStolen(answer->focus) && isStolen(focusNow())) {
         take();
     }
+    mQuestion = xcb_get_input_focus(mConnection.get()).sequence;
+}
+
+xcb_window_t KeyFocus::focusNow() const {
+    const XReply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(mConnection.get(), xcb_get_input_focus(mConnection.get()), nullptr));
+    return focus ? focus->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+bool KeyFocus::isStolen(xcb_window_t focus) {
+    if (focus == mId || focus == mElsewhere) {
+        return false;
+    }
+    if (!mConnection.isWithin(focus, mParent)) {
+        mElsewhere = focus;
+        return false;
+    }
+    return true;
 }
 
 void KeyFocus::handle(const xcb_generic_event_t& event) {

@@ -4,6 +4,7 @@
 #include "Window/XConnection.h"
 
 #include <functional>
+#include <optional>
 
 namespace varno {
 
@@ -25,9 +26,10 @@ public:
     /// Takes the focus, which the server refuses while the parent is not shown.
     /// @param timeMs of the event that is the reason; focus that was given later stays
     void take(xcb_timestamp_t timeMs = XCB_CURRENT_TIME) const;
-    /// Takes the focus where another window within the parent has it, as after a click on one that takes it
-    /// for itself. One round trip; some more while another window has the focus.
-    void takeBack() const;
+    /// Takes the focus where another window within the parent had it at the last call, as after a click on
+    /// one that takes it for itself. To be called often: without waiting, it asks for the next call. Waits
+    /// for some answers only when a window has got the focus that did not have it before.
+    void takeBack();
     /// As the last events have it.
     bool hasFocus() const { return mHasFocus; }
     /// Called when it has got or lost the focus.
@@ -35,12 +37,16 @@ public:
 
 private:
     void handle(const xcb_generic_event_t& event);
+    xcb_window_t focusNow() const;
+    bool isStolen(xcb_window_t focus);
     void setFocus(bool hasFocus);
 
     XConnection& mConnection;
     xcb_window_t mParent;
     xcb_window_t mId;
     bool mHasFocus = false;
+    std::optional<unsigned> mQuestion;         ///< Number of the request for who has the focus.
+    xcb_window_t mElsewhere = XCB_WINDOW_NONE; ///< A window that is not within the parent.
     KeyHandler mKeyHandler;
     std::function<void(bool)> mFocusHandler;
     WindowEvents::Registration mEvents;

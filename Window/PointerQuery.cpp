@@ -2,23 +2,11 @@
 
 #include "Window/PointerEvents.h"
 
-#include <xcb/xcbext.h>
-
 namespace varno {
 namespace {
 
 constexpr int kFirstButtonBit = 8; // of a pointer's mask
 constexpr unsigned kButtons = 0x1F;
-
-// The reply if it has arrived; of a request that failed, none.
-template<class Reply>
-XReply<Reply> arrived(xcb_connection_t* connection, unsigned sequence, bool& isThere) {
-    void* reply = nullptr;
-    xcb_generic_error_t* error = nullptr;
-    isThere = xcb_poll_for_reply(connection, sequence, &reply, &error) != 0;
-    const XReply<xcb_generic_error_t> ignored(error);
-    return XReply<Reply>(static_cast<Reply*>(reply));
-}
 
 } // namespace
 
@@ -94,15 +82,15 @@ std::optional<PointerState> PointerQuery::answer() {
     if (!mQuestion) {
         return {};
     }
-    auto* const connection = mConnection.get();
-    bool isThere = false;
-    const auto above = arrived<xcb_query_pointer_reply_t>(connection, mQuestion->above.sequence, isThere);
-    if (!isThere) {
+    XReply<xcb_query_pointer_reply_t> above;
+    if (!mConnection.pollReply(mQuestion->above.sequence, above)) {
         return {};
     }
     // The answers before have arrived before.
-    const auto tree = arrived<xcb_query_tree_reply_t>(connection, mQuestion->parent.sequence, isThere);
-    const auto inside = arrived<xcb_query_pointer_reply_t>(connection, mQuestion->inside.sequence, isThere);
+    XReply<xcb_query_tree_reply_t> tree;
+    XReply<xcb_query_pointer_reply_t> inside;
+    mConnection.pollReply(mQuestion->parent.sequence, tree);
+    mConnection.pollReply(mQuestion->inside.sequence, inside);
     mQuestion.reset();
     return evaluate(tree.get(), inside.get(), above.get());
 }

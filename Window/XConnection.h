@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 #include <xcb/xcb.h>
+#include <xcb/xcbext.h>
 
 namespace varno {
 
@@ -78,6 +79,18 @@ public:
     /// passes through; the events after it remain for the next call.
     /// @throws WindowError once the server has ended or has closed the connection
     void handleEvents();
+
+    /// The reply to a request, without waiting. @param sequence the cookie's number
+    /// @return whether the answer is there; `reply` is null where the request failed
+    template<class T>
+    bool pollReply(unsigned sequence, XReply<T>& reply) const {
+        void* answer = nullptr;
+        xcb_generic_error_t* error = nullptr;
+        const bool isThere = xcb_poll_for_reply(get(), sequence, &answer, &error) != 0;
+        const XReply<xcb_generic_error_t> ignored(error);
+        reply.reset(static_cast<T*>(answer));
+        return isThere;
+    }
 
     void flush() const { xcb_flush(get()); }
     /// Returns when the server has processed all requests.

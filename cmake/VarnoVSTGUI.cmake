@@ -20,24 +20,32 @@ set(VSTGUI_ENABLE_XMLPARSER OFF)
 set(VSTGUI_ENABLE_OPENGL_SUPPORT OFF)
 add_subdirectory(${vstgui_folder}/vstgui ${PROJECT_BINARY_DIR}/vstgui EXCLUDE_FROM_ALL SYSTEM)
 
-# Pango's font maps never release the configuration of fonts that they were given last, so that each loading of the
-# module that shows text would leave 200 KB behind. The one font map of the library gives it back before its end.
-set(font_source ${vstgui_folder}/vstgui/lib/platform/linux/cairofont.cpp)
-if(LINUX)
-  file(READ ${font_source} font_code)
-  string(REPLACE "\t\tif (fontMap)\n\t\t\tg_object_unref (fontMap);"
-    "\t\tpango_fc_font_map_set_config (PANGO_FC_FONT_MAP (fontMap), nullptr);\n\t\tg_object_unref (fontMap);"
-    changed_font_code "${font_code}")
-  if(changed_font_code STREQUAL font_code)
-    message(FATAL_ERROR "${font_source}: the end of the font map was not found; expected that of VSTGUI 4.13.3")
+# Builds a changed copy of one of the library's files for X11, in whose code `from` becomes `to`.
+function(correct_vstgui name from to)
+  set(source ${vstgui_folder}/vstgui/lib/platform/linux/${name}.cpp)
+  file(READ ${source} code)
+  string(REPLACE "${from}" "${to}" changed_code "${code}")
+  if(changed_code STREQUAL code)
+    message(FATAL_ERROR "${source}: what is corrected was not found; expected that of VSTGUI 4.13.3:\n${from}")
   endif()
-  set(changed_font_source ${PROJECT_BINARY_DIR}/vstgui/cairofont.cpp)
-  file(CONFIGURE OUTPUT ${changed_font_source} CONTENT "${changed_font_code}" @ONLY)
-  get_target_property(vstgui_sources vstgui SOURCES)
-  list(TRANSFORM vstgui_sources REPLACE "^.*platform/linux/cairofont\\.cpp$" ${changed_font_source})
-  set_target_properties(vstgui PROPERTIES SOURCES "${vstgui_sources}")
-  set_property(SOURCE ${changed_font_source} TARGET_DIRECTORY vstgui
+  set(changed_source ${PROJECT_BINARY_DIR}/vstgui/${name}.cpp)
+  file(CONFIGURE OUTPUT ${changed_source} CONTENT "${changed_code}" @ONLY)
+  get_target_property(sources vstgui SOURCES)
+  list(TRANSFORM sources REPLACE "^.*platform/linux/${name}\\.cpp$" ${changed_source})
+  set_target_properties(vstgui PROPERTIES SOURCES "${sources}")
+  set_property(SOURCE ${changed_source} TARGET_DIRECTORY vstgui
     PROPERTY INCLUDE_DIRECTORIES ${vstgui_folder}/vstgui/lib/platform/linux)
+endfunction()
+
+if(LINUX)
+  # Pango's font maps never release the configuration of fonts that they were given last, so that each loading of the
+  # module that shows text would leave 200 KB behind. The one font map of the library gives it back before its end.
+  correct_vstgui(cairofont "\t\tif (fontMap)\n\t\t\tg_object_unref (fontMap);"
+    "\t\tpango_fc_font_map_set_config (PANGO_FC_FONT_MAP (fontMap), nullptr);\n\t\tg_object_unref (fontMap);")
+  # Whenever it has looked for events, also where there were none, the library waits until the server has done all that
+  # was requested: about a hundred times a second for each window that is open. What is requested is only sent.
+  correct_vstgui(x11platform "\t\txcb_aux_sync (xcbConnection);\n\t\txcb_flush (xcbConnection);"
+    "\t\txcb_flush (xcbConnection);")
 endif()
 
 # The library's headers declare other classes under other definitions: the same ones for it and for all that include

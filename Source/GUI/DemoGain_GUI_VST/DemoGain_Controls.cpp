@@ -4,6 +4,8 @@
 #include "vstgui/lib/cgraphicspath.h"
 #include "vstgui/lib/clinestyle.h"
 
+#include <algorithm>
+
 namespace {
 
 // Width of the highlight's ring, in the view's units.
@@ -55,4 +57,17 @@ void DemoGain_KickButtonVST::endEdit() {
         invalid();
     }
     DemoGain_HostGestures::endEdit();
+}
+
+void DemoGain_VuMeterVST::invalid() {
+    if (!mShown || *mShown != std::clamp(value, getMin(), getMax())) {
+        CVuMeter::invalid();
+    }
+}
+
+// The first drawing of a value may have been of a part of the meter.
+void DemoGain_VuMeterVST::draw(VSTGUI::CDrawContext* context) {
+    const float before = getOldValue();
+    CVuMeter::draw(context);
+    mShown = before == value && getOldValue() == value ? std::optional(value) : std::nullopt;
 }

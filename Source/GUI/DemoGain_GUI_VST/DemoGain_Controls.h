@@ -13,6 +13,8 @@
 #include "vstgui/lib/controls/cswitch.h"
 #include "vstgui/lib/controls/cvumeter.h"
 
+#include <optional>
+
 /// The part of a control that refers to the host, a second base beside the VSTGUI one. [main]
 class DemoGain_HostedControl {
 public:
@@ -267,8 +269,16 @@ public:
     /// limits it to 0 to 1. The library's setter would limit it here already.
     void setValue(float newValue) override { value = newValue; }
 
+    /// Does nothing while what was drawn last still holds: the view requests it on every tick of its timer.
+    void invalid() override;
+    void draw(VSTGUI::CDrawContext* context) override;
+
 protected:
     ~DemoGain_VuMeterVST() noexcept override = default;
+
+private:
+    /// The value that was drawn twice in the same place; nothing while the display moves towards its value.
+    std::optional<float> mShown;
 };
 
 #endif

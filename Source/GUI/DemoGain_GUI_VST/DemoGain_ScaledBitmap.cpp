@@ -1,5 +1,7 @@
 #include "GUI/DemoGain_GUI_VST/DemoGain_ScaledBitmap.h"
 
+#include "Toolkit/DisplayBitmaps.h"
+
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/lib/cgraphicstransform.h"
 #include "vstgui/lib/cresourcedescription.h"
@@ -170,5 +172,6 @@ void DemoGain_ScaledBitmap::DrawPixels(CDrawContext& context, const Pixels& pixe
     const int firstRow =
         pixels.mPicture * (file.mBitmap == this ? static_cast<int>(getHeight()) / mRow.mPictures
                                                 : DemoGain_ViewLayout::PictureRowsAt(file.mScale, mRow));
-    context.drawBitmap(file.mBitmap, place, place.getTopLeft() - origin + CPoint(0, firstRow), alpha);
+    context.drawBitmap(&varno::displayBitmap(*file.mBitmap), place,
+                       place.getTopLeft() - origin + CPoint(0, firstRow), alpha);
 }

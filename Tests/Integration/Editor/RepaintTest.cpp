@@ -51,7 +51,7 @@ protected:
 };
 
 TEST_F(Repaint, isOfTheMetersAloneWhileTheyMove) {
-    for (const float x : {0.0F, 0.3F, 0.9F}) {
+    for (const float x : {0.1F, 0.3F, 0.9F}) {
         paintOver();
         setMeter(*instance, eMeterTap_GainReductionLeft, x);
         setMeter(*instance, eMeterTap_GainReductionRight, 1.0F - x);

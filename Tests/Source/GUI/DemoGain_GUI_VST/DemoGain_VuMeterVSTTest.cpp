@@ -4,6 +4,8 @@
 
 #include "vstgui/lib/coffscreencontext.h"
 
+#include <algorithm>
+
 namespace varno::test {
 namespace {
 
@@ -31,6 +33,34 @@ TEST_F(DemoGain_VuMeterVSTTest, KeepsAValueBeyondItsBoundsUntilItIsDrawn) {
     meter->draw(context);
     context->endDraw();
     EXPECT_EQ(meter->getValue(), 0.0F);
+}
+
+// The view requests it on every tick. The display falls a tenth of its scale with each drawing.
+TEST_F(DemoGain_VuMeterVSTTest, IsDrawnAgainOnlyWhereItWouldLookDifferent) {
+    const auto meter = make<DemoGain_VuMeterVST>();
+    const auto context = VSTGUI::COffscreenContext::create(VSTGUI::CPoint(100, 100));
+    const auto drawingsOf = [&](float value) {
+        int drawings = 0;
+        for (int tick = 0; tick < 30; ++tick) {
+            meter->setValue(value);
+            meter->setDirty(true);
+            meter->invalid(); // takes the mark away where it requests a drawing
+            if (!meter->CView::isDirty()) {
+                context->beginDraw();
+                meter->draw(context);
+                context->endDraw();
+                ++drawings;
+            }
+        }
+        EXPECT_EQ(meter->getOldValue(), std::clamp(value, 0.0F, 1.0F));
+        return drawings;
+    };
+    EXPECT_EQ(drawingsOf(0.75F), 2); // from 0
+    EXPECT_EQ(drawingsOf(0.75F), 0);
+    EXPECT_EQ(drawingsOf(0.875F), 2);
+    EXPECT_EQ(drawingsOf(-0.0051F), 2 + 8); // drawn as 0
+    EXPECT_EQ(drawingsOf(-0.01F), 0);
+    EXPECT_EQ(drawingsOf(1.5F), 2);
 }
 
 TEST_F(DemoGain_VuMeterVSTTest, LeavesTheMouseAlone) {
