@@ -31,6 +31,12 @@ class Desktop:
         number = test.eventually(lambda: re.search(r"^(\d+)\n", test.log("xvfb.log"), re.MULTILINE), "the X server")
         self.environment = {"DISPLAY": ":" + number.group(1), "GDK_SCALE": "1"}
 
+    def manage(self):
+        """Starts a window manager, which frames windows and gives them the focus."""
+        homes = {name: str(self.test.folder) for name in ("HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME")}
+        self.test.start("openbox", "--sm-disable", environment={**self.environment, **homes}, log="openbox.log")
+        self.test.eventually(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "openbox")
+
     def run(self, *command):
         return self.test.run_program(*map(str, command), environment=self.environment)
 
