@@ -222,9 +222,20 @@ void AudioContext::bindPorts() noexcept {
 
 void AudioContext::run(const float* const* inputs, float* const* outputs, std::int32_t offset,
                        std::int32_t frames) noexcept {
+    takeUpPackets();
+    void* const instances[] = {begin(inputs, outputs, offset, frames)};
+    mProcess(instances, instances + 1);
+    end();
+}
+
+void AudioContext::takeUpPackets() noexcept {
     if (mState.packets.acquire()) {
         bindPorts();
     }
+}
+
+void* AudioContext::begin(const float* const* inputs, float* const* outputs, std::int32_t offset,
+                          std::int32_t frames) noexcept {
     for (std::size_t channel = 0; channel < mInputs.size(); ++channel) {
         mInputs[channel] = inputs[channel] + offset;
     }
@@ -234,12 +245,12 @@ void AudioContext::run(const float* const* inputs, float* const* outputs, std::i
     mFrames = frames;
     mClock = mState.positionFrames.load(std::memory_order_relaxed);
     mState.meters.beforeBuffer();
+    return mPointers.data();
+}
 
-    void* const instances[] = {mPointers.data()};
-    mProcess(instances, instances + 1);
-
-    mState.meters.afterBuffer(frames);
-    mState.positionFrames.store(mClock + frames, std::memory_order_relaxed);
+void AudioContext::end() noexcept {
+    mState.meters.afterBuffer(mFrames);
+    mState.positionFrames.store(mClock + mFrames, std::memory_order_relaxed);
 }
 
 std::span<std::byte> AudioContext::privateData(AAX_CFieldIndex field) const {

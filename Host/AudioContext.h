@@ -186,6 +186,12 @@ public:
     /// position move by one buffer. [audio]
     void run(const float* const* inputs, float* const* outputs, std::int32_t offset,
              std::int32_t frames) noexcept;
+    /// The parts of `run`, for a routine that is called with several contexts: the packets; what leads to the
+    /// call, with the context for it; what follows it. [audio]
+    void takeUpPackets() noexcept;
+    void* begin(const float* const* inputs, float* const* outputs, std::int32_t offset,
+                std::int32_t frames) noexcept;
+    void end() noexcept;
     /// The bytes of a private-data field; empty for a field that is none. While nothing runs. [main]
     std::span<std::byte> privateData(AAX_CFieldIndex field) const;
 

@@ -266,8 +266,7 @@ bool Instance::setBeforeBuffer(std::span<const BufferValue> values) noexcept {
 
 void Instance::process(const float* const* inputs, float* const* outputs, std::int32_t frames) noexcept {
     const AudioThreadScope audioThread;
-    if (mIsProcessing.exchange(true, std::memory_order_acquire)) {
-        mTicket.module().monitor()->report(Contract::kThread, "two threads process one instance at once");
+    if (!beginProcessing()) {
         return;
     }
     std::int32_t done = 0;
@@ -276,6 +275,18 @@ void Instance::process(const float* const* inputs, float* const* outputs, std::i
         mAudio->run(inputs, outputs, done, length);
         done += length;
     } while (done < frames);
+    endProcessing();
+}
+
+bool Instance::beginProcessing() noexcept {
+    if (mIsProcessing.exchange(true, std::memory_order_acquire)) {
+        mTicket.module().monitor()->report(Contract::kThread, "two threads process one instance at once");
+        return false;
+    }
+    return true;
+}
+
+void Instance::endProcessing() noexcept {
     mIsProcessing.store(false, std::memory_order_release);
 }
 

@@ -51,7 +51,7 @@ struct BufferValue {
 ///
 /// Threads: operations marked [main] are serialised by the instance itself; they may be called on any thread
 /// but the audio thread. `process` is called on one audio thread at a time, concurrently with all others; so
-/// is `setBeforeBuffer`, on the same thread before it.
+/// is `setBeforeBuffer`, on the same thread before it. InstanceGroup processes several instances in one call.
 class Instance {
 public:
     /// Longest text requested of a parameter, in characters.
@@ -153,8 +153,12 @@ public:
 
 private:
     friend class Editor;
+    friend class InstanceGroup;
     using DataModel = PlugInObject<AAX_IACFEffectParameters>;
 
+    // False, and reported, where another thread processes it. [audio]
+    bool beginProcessing() noexcept;
+    void endProcessing() noexcept;
     void createDataModel();
     void readParameters();
     void resetPrivateData();

@@ -111,8 +111,8 @@ private:
     }
 
     std::size_t mFrames;
-    const float* mInputs[kLanes];
-    float* mOutputs[kLanes];
+    const float* mInputs[kLanes]{};
+    float* mOutputs[kLanes]{};
 };
 
 } // namespace HWY_NAMESPACE

@@ -33,7 +33,7 @@ inline constexpr LaneValues kInstanceOfLane = [] {
 template<std::size_t kChannels, std::size_t kInstances>
 HWY_INLINE LaneValues spread(const float (&values)[kInstances]) {
     const Samples d;
-    LaneValues result;
+    LaneValues result{};
     for (std::size_t i = 0; i < kMostSamples; i += hn::Lanes(d)) {
         auto all = hn::Set(d, values[0]);
         for (std::size_t instance = 1; instance < kInstances; ++instance) {

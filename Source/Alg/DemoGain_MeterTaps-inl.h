@@ -53,7 +53,7 @@ template<std::size_t kInstances, std::size_t kChannels>
 class ReductionTap {
 public:
     explicit ReductionTap(const Group<kInstances, kChannels>& group) {
-        LaneValues highest;
+        LaneValues highest{};
         for (std::size_t i = 0; i < kMostSamples; ++i) {
             highest.v[i] = loadTap(group.mTaps[i / kChannels % kInstances][eMeterTap_GainReductionLeft]);
         }

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
-#include <cstring>
 #include <iterator>
 
 namespace {
@@ -28,7 +28,8 @@ bool overlap(const MemoryRange& left, const MemoryRange& right) {
 constexpr std::size_t kMostChannels = 2;
 
 // What an instance reads besides its audio: its context and what most of its fields point to.
-using Records = std::array<MemoryRange, 21>;
+constexpr std::size_t kRecords = 21;
+using Records = std::array<MemoryRange, kRecords>;
 
 Records recordsOf(const SDemoGain_Alg_Context& context, std::size_t channels) {
     constexpr std::size_t kPort = kAlgDataInPortSize;
@@ -103,10 +104,15 @@ bool touches(const Footprint& instance, const Footprint& writer) {
     });
 }
 
+// The bits of a filter's coefficients.
+template<class Section>
+auto bitsOf(const Section& section) {
+    return std::bit_cast<std::array<uint32_t, sizeof(Section) / sizeof(uint32_t)>>(section);
+}
+
 bool haveEqualFilters(const SDemoGain_Alg_State& left, const SDemoGain_Alg_State& right) {
-    return std::memcmp(&left.mHp, &right.mHp, sizeof(left.mHp)) == 0 &&
-           std::memcmp(&left.mAp, &right.mAp, sizeof(left.mAp)) == 0 &&
-           std::memcmp(&left.mClipCoef, &right.mClipCoef, sizeof(left.mClipCoef)) == 0;
+    return bitsOf(left.mHp) == bitsOf(right.mHp) && bitsOf(left.mAp) == bitsOf(right.mAp) &&
+           bitsOf(left.mClipCoef) == bitsOf(right.mClipCoef);
 }
 
 } // namespace
@@ -117,6 +123,7 @@ std::size_t DemoGain_CountNeighbours(std::size_t channels, SDemoGain_Alg_Context
     if (candidates == 1) {
         return 1;
     }
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): each is written before it is read
     std::array<Footprint, DemoGain::kMostLanes> found;
     found[0] = footprintOf(**begin, channels);
     std::size_t count = 1;

@@ -106,7 +106,7 @@ private:
     static constexpr std::size_t kLanes = kInstances * kChannels;
 
     static Group<kInstances, kChannels> groupOf(const SDemoGain_Alg_Context* const (&contexts)[kInstances]) {
-        Group<kInstances, kChannels> group;
+        Group<kInstances, kChannels> group{};
         for (std::size_t instance = 0; instance < kInstances; ++instance) {
             group.mStates[instance] = contexts[instance]->mState;
             group.mTaps[instance] = contexts[instance]->mMeters;

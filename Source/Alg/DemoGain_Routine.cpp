@@ -79,12 +79,18 @@ std::size_t processFirst(const SDemoGain_Processes& processes, std::size_t chann
     if (*(*begin)->mBufferSize < 1) {
         return 1;
     }
-    const std::size_t most = processes.mFour != nullptr ? 4 : 2;
+    constexpr std::size_t kPair = 2;
+    const std::size_t most = processes.mFour != nullptr ? DemoGain::kMostLanes : kPair;
     const std::size_t neighbours = DemoGain_CountNeighbours(channels, begin, end, most);
-    const std::size_t count = neighbours == 3 ? 2 : neighbours;
-    const DemoGain_ProcessGroup process = count == 4   ? processes.mFour
-                                          : count == 2 ? processes.mTwo
-                                                       : processes.mOne;
+    std::size_t count = 1;
+    DemoGain_ProcessGroup process = processes.mOne;
+    if (processes.mFour != nullptr && neighbours == DemoGain::kMostLanes) {
+        count = DemoGain::kMostLanes;
+        process = processes.mFour;
+    } else if (neighbours >= kPair) {
+        count = kPair;
+        process = processes.mTwo;
+    }
     process(begin);
     for (SDemoGain_Alg_Context* const* instance = begin; instance != begin + count; ++instance) {
         SDemoGain_Alg_State& state = *(*instance)->mState;

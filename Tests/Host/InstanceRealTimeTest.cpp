@@ -1,5 +1,6 @@
 #include "Host/Bypass.h"
 #include "Host/Instance.h"
+#include "Host/InstanceGroup.h"
 
 #include "Tests/Host/FixtureAlgorithm.h"
 #include "Tests/Host/FixtureTest.h"
@@ -39,6 +40,22 @@ TEST_F(InstanceRealTimeTest, NorDoesABypass) {
         bypass.set(!bypass.isBypassed());
         test::RealTimeScope scope;
         bypass.process(channels, channels, frames);
+        EXPECT_EQ("", test::textOf(scope.finish())) << frames;
+    }
+}
+
+TEST_F(InstanceRealTimeTest, NorDoesAGroup) {
+    const auto first = makeInstance({.maximumFrames = 64});
+    const auto second = makeInstance({.maximumFrames = 100});
+    InstanceGroup group({first.get(), second.get()});
+    std::vector<float> buffer(500, 0.5F);
+    const float* inputs[] = {buffer.data(), buffer.data()};
+    float* outputs[] = {buffer.data(), buffer.data()};
+    for (const std::int32_t frames : {64, 0, 1, 500}) {
+        second->setNormalized("Gain", frames / 500.0);
+        const MemberBuffer buffers[] = {{inputs, outputs, frames}, {inputs, outputs, 50}};
+        test::RealTimeScope scope;
+        group.process(buffers);
         EXPECT_EQ("", test::textOf(scope.finish())) << frames;
     }
 }

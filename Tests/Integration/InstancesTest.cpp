@@ -1,4 +1,5 @@
 // Many instances of the effect at once and after each other.
+#include "Host/InstanceGroup.h"
 #include "Tests/Integration/HostedEffect.h"
 #include "Tests/Support/Signal.h"
 
@@ -45,6 +46,68 @@ TEST_F(Instances, doNotAffectEachOther) {
     }
     for (std::size_t i = 0; i < kInstances; ++i) {
         ASSERT_EQ(firstDifference(alone[i], signals[i]), "") << "instance " << i;
+    }
+}
+
+// In groups of one variant: equal and different lengths, settings that change, members that feed others.
+TEST_F(Instances, haveTheSameBitsInAGroup) {
+    constexpr std::size_t kInstances = 16;
+    constexpr std::size_t kFrames = 3000;
+    constexpr std::size_t kLongest = 300; // more than an instance takes at a time
+    for (const std::int32_t channels : {1, 2}) {
+        std::mt19937 random(20260106);
+        const auto below = [&](std::size_t limit) { return static_cast<std::uint32_t>(random()) % limit; };
+        std::vector<std::unique_ptr<Instance>> grouped;
+        std::vector<std::unique_ptr<Instance>> alone;
+        std::vector<Instance*> members;
+        Signal audio = swell(kInstances * static_cast<std::size_t>(channels), kFrames, 7, 0.0);
+        Signal expected = audio;
+        for (std::size_t i = 0; i < kInstances; ++i) {
+            for (auto* instances : {&grouped, &alone}) {
+                instances->push_back(makeInstance(module(), channels, i < 12 ? 48000.0 : 96000.0));
+            }
+            members.push_back(grouped.back().get());
+        }
+        InstanceGroup group(members);
+        std::size_t usual = 64;
+        for (std::size_t start = 0; start + kLongest <= kFrames; start += usual) {
+            usual = below(4) == 0 ? kLongest : 64;
+            std::vector<std::vector<float*>> in(kInstances);
+            std::vector<std::vector<float*>> out(kInstances);
+            std::vector<MemberBuffer> buffers;
+            for (std::size_t i = 0; i < kInstances; ++i) {
+                if (below(8) == 0) {
+                    ParameterValues values = randomValues(random);
+                    values["Gain"] *= 0.5; // 0 dB at most, so that members in a row stay finite
+                    values["Volume"] *= 0.5;
+                    automate(*grouped[i], values);
+                    automate(*alone[i], values);
+                }
+                const std::size_t feeder = below(6) == 0 ? below(kInstances) : i;
+                const std::size_t frames = below(10) == 0 ? below(usual + 1) : usual;
+                const auto channelsOf = [&](Signal& signal, std::size_t instance) {
+                    std::vector<float*> pointers;
+                    for (std::size_t channel = 0; channel < static_cast<std::size_t>(channels); ++channel) {
+                        pointers.push_back(
+                            signal[instance * static_cast<std::size_t>(channels) + channel].data() + start);
+                    }
+                    return pointers;
+                };
+                in[i] = channelsOf(audio, feeder);
+                out[i] = channelsOf(audio, i);
+                buffers.push_back({in[i].data(), out[i].data(), static_cast<std::int32_t>(frames)});
+                alone[i]->process(channelsOf(expected, feeder).data(), channelsOf(expected, i).data(),
+                                  static_cast<std::int32_t>(frames));
+            }
+            group.process(buffers);
+            ASSERT_EQ(firstDifference(expected, audio), "") << channels << " channels, from frame " << start;
+        }
+        for (std::size_t i = 0; i < kInstances; ++i) {
+            EXPECT_EQ(alone[i]->position(), grouped[i]->position()) << i;
+            for (std::size_t tap = 0; tap < eMeterTap_Count; ++tap) {
+                EXPECT_EQ(alone[i]->meters().value(tap), grouped[i]->meters().value(tap)) << i;
+            }
+        }
     }
 }
 
