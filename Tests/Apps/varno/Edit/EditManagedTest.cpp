@@ -38,14 +38,16 @@ protected:
                std::ranges::any_of(children, [&](xcb_window_t child) { return isWithin(inner, child); });
     }
     // The open menu, on the screen; empty for none.
-    Area menu() const {
+    Area menu() const { return popup("_NET_WM_WINDOW_TYPE_POPUP_MENU"); }
+    bool isTipShown() const { return popup("_NET_WM_WINDOW_TYPE_TOOLTIP").width > 0; }
+    Area popup(const std::string& typeName) const {
+        const xcb_atom_t wanted = atom(typeName);
         for (const xcb_window_t candidate : mPerson.children(mPerson.screen().root)) {
             const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
                 mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), candidate), nullptr));
             const std::string type = property(candidate, "_NET_WM_WINDOW_TYPE");
-            const xcb_atom_t menuType = atom("_NET_WM_WINDOW_TYPE_POPUP_MENU");
             if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-                type.size() == sizeof menuType && std::memcmp(type.data(), &menuType, type.size()) == 0) {
+                type.size() == sizeof wanted && std::memcmp(type.data(), &wanted, type.size()) == 0) {
                 const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
                     mPerson.connection(), xcb_get_geometry(mPerson.connection(), candidate), nullptr));
                 return {geometry->x, geometry->y, geometry->width, geometry->height};
@@ -198,6 +200,23 @@ TEST_F(EditManaged, AnotherWindowClosesAMenuAndLeavesAField) {
     mPerson.destroyWindow(next);
     EXPECT_TRUE(eventually([&] { return isFocused(); }));
     key(XK_Return);
+    EXPECT_EQ(settingsOf(*program), "--set Mix=0.04\n");
+}
+
+TEST_F(EditManaged, NoTipCoversAField) {
+    const auto program = editManaged();
+    key(XK_Tab, {XK_Shift_L});
+    key(XK_Tab, {XK_Shift_L});
+    key(XK_Tab, {XK_Shift_L}); // Mix: its value is shown
+    EXPECT_TRUE(eventually([&] { return isTipShown(); }));
+    type("4");
+    EXPECT_TRUE(eventually([&] { return !isTipShown(); }, std::chrono::milliseconds(300)));
+    point(middleOf("Mix"));
+    std::this_thread::sleep_for(
+        std::chrono::milliseconds(700)); // long enough for the tip of what is pointed at
+    EXPECT_FALSE(isTipShown());
+    key(XK_Return);
+    EXPECT_TRUE(eventually([&] { return isTipShown(); })); // the new value
     EXPECT_EQ(settingsOf(*program), "--set Mix=0.04\n");
 }
 
