@@ -30,22 +30,30 @@ BlockProcessor::BlockProcessor(Instance& instance, std::vector<AutomationStep> s
 void BlockProcessor::process(float* const* channels, int frames) {
     std::copy_n(channels, mChannels.size(), mChannels.begin());
     for (int left = frames; left > 0;) {
-        applySteps();
-        std::int64_t end = std::min(mBlockStart + mBlockFrames, mPosition + left);
-        if (mNextStep < mSteps.size()) {
-            end = std::min(end, mSteps[mNextStep].frame);
-        }
-        const int length = static_cast<int>(end - mPosition);
+        const int length = begin(left);
         mInstance.process(mChannels.data(), mChannels.data(), length);
-        mIsBlockActive = mIsBlockActive || !mIsBypassed;
         for (float*& channel : mChannels) {
             channel += length;
         }
-        mPosition = end;
         left -= length;
-        if (mPosition == mBlockStart + mBlockFrames) {
-            endBlock();
-        }
+        end(length);
+    }
+}
+
+int BlockProcessor::begin(int most) {
+    applySteps();
+    std::int64_t end = std::min(mBlockStart + mBlockFrames, mPosition + most);
+    if (mNextStep < mSteps.size()) {
+        end = std::min(end, mSteps[mNextStep].frame);
+    }
+    return static_cast<int>(end - mPosition);
+}
+
+void BlockProcessor::end(int frames) {
+    mIsBlockActive = mIsBlockActive || !mIsBypassed;
+    mPosition += frames;
+    if (mPosition == mBlockStart + mBlockFrames) {
+        endBlock();
     }
 }
 

@@ -35,6 +35,13 @@ public:
     /// Processes the next frames in place. @param channels one pointer per channel
     void process(float* const* channels, int frames);
 
+    /// The parts of process(), for an instance that others process with theirs: the frames up to the end of
+    /// the block or to the next change, whose values are then set; what follows their processing.
+    /// @param most at least 1 @return 1 to `most`
+    int begin(int most);
+    void end(int frames);
+    Instance& instance() { return mInstance; }
+
     /// Ends the last block, which may be shorter.
     void finish();
 

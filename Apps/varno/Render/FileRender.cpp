@@ -85,52 +85,6 @@ std::optional<double> gainReductionDB(const Instance& instance, const BlockProce
     return result;
 }
 
-// Input, then silence.
-class Source {
-public:
-    Source(AudioReader& reader, std::int64_t tailFrames)
-        : mReader(reader),
-          mTailFrames(tailFrames) {}
-
-    bool read(AudioBlock& block) {
-        if (mReader.read(block) > 0) {
-            return true;
-        }
-        const auto frames = std::min<std::int64_t>(mTailFrames, block.capacityFrames());
-        mTailFrames -= frames;
-        block.setSilence(static_cast<int>(frames));
-        return frames > 0;
-    }
-
-private:
-    AudioReader& mReader;
-    std::int64_t mTailFrames;
-};
-
-// @param readFrames decoded, processed and encoded at a time
-void renderFrames(FileProgress& progress, Source source, int readFrames, BlockProcessor& processor,
-                  AudioWriter& writer, RenderReport& report) {
-    AudioBlock block(report.format.channels, readFrames);
-    SampleLevels in;
-    SampleLevels out;
-    std::int64_t frames = 0;
-    while (source.read(block)) {
-        throwIfInterrupted();
-        in.add(block);
-        processor.process(block.samples(), block.frames());
-        out.add(block);
-        writer.write(block, block.samples());
-        frames += block.frames();
-        progress.advance(static_cast<double>(block.frames()) / report.format.rateHz,
-                         report.format.durationS());
-    }
-    processor.finish();
-    report.format.frames = frames;
-    report.peakIn = in.peak();
-    report.peakOut = out.peak();
-    report.unusableSamples = in.unusable();
-}
-
 // Of what lies behind the samples of a pipe there is nothing to be done: the output has left.
 void addWarningOfRest(AudioReader& reader, RenderReport& report) {
     constexpr std::int64_t kPaddingBytes = 1;
@@ -185,58 +139,107 @@ void commitOutputs(AudioWriter& writer, std::optional<MeterFile>& meterFile, Out
 
 } // namespace
 
+FileRender::FileRender(RenderSession& session, const RenderTask& task)
+    : mOptions(session.options()),
+      mTask(task),
+      mProgress(session.progress(), mOptions.tasks.size()),
+      // A pipe receives the audio as it is made, and a pipe as input is read as it is written then.
+      mIsToPipe(!mOptions.dryRun && isPipeOutput(task.output)),
+      mReader(task.content.empty() ? task.input : task.content, {.goOn = throwIfInterrupted,
+                                                                 .acceptTruncated = mOptions.acceptTruncated,
+                                                                 .whileWritten = mIsToPipe}) {
+    requireVariantFor(session.module(), mReader);
+    mTailFrames = std::llround(mOptions.tailS * mReader.format().rateHz);
+    mReport = plannedReport(mOptions, task, mReader, mTailFrames);
+    const double rateHz = mReport.format.rateHz;
+    mInstance = session.makeInstance(mReport.format.channels, rateHz);
+    if (mOptions.automation) {
+        mSteps = automationSteps(*mOptions.automation, *mInstance, rateHz);
+    }
+    mWriter.emplace(task.output, mReport.format, mReader.metadata(),
+                    AudioWriter::Options{mOptions.isDemo ? kDemoOverwrite : mOptions.overwrite,
+                                         mOptions.dither, mReader.format().sample, throwIfInterrupted,
+                                         mIsToPipe ? Delivery::kAsWritten : Delivery::kWhole});
+    const auto lost = metadataWarnings(mWriter->metadataLeftOut(), task, mReport.format.container);
+    mReport.warnings.insert(mReport.warnings.end(), lost.begin(), lost.end());
+    mProcessor.emplace(*mInstance, mSteps, mOptions.blockFrames);
+    if (mOptions.meters) {
+        mMeterFile.emplace(*mOptions.meters, mOptions.overwrite, rateHz, meterNames(*mInstance));
+        mProcessor->setBlockListener(
+            [this](std::int64_t frame, std::span<const float> meters) { mMeterFile->addRow(frame, meters); });
+    }
+    if (!mOptions.dryRun) {
+        mBlock.emplace(mReport.format.channels,
+                       mReader.isWhileWritten() ? mOptions.blockFrames : kReadFrames);
+    }
+    mWasTruncated = !mReader.truncation().empty();
+}
+
+FileRender::~FileRender() = default;
+
+bool FileRender::read() {
+    if (!readInputOrTail()) {
+        return false;
+    }
+    throwIfInterrupted();
+    mIn.add(*mBlock);
+    return true;
+}
+
+// Input, then silence.
+bool FileRender::readInputOrTail() {
+    if (mReader.read(*mBlock) > 0) {
+        return true;
+    }
+    const auto frames = std::min<std::int64_t>(mTailFrames, mBlock->capacityFrames());
+    mTailFrames -= frames;
+    mBlock->setSilence(static_cast<int>(frames));
+    return frames > 0;
+}
+
+void FileRender::write() {
+    mOut.add(*mBlock);
+    mWriter->write(*mBlock, mBlock->samples());
+    mFrames += mBlock->frames();
+    mProgress.advance(static_cast<double>(mBlock->frames()) / mReport.format.rateHz,
+                      mReport.format.durationS());
+}
+
+RenderReport FileRender::plan() {
+    warnOfLateSteps(mSteps, mOptions.automation.value_or(""), mReport);
+    return mReport;
+}
+
+RenderReport FileRender::finish(OutputFiles others) {
+    mProcessor->finish();
+    mReport.format.frames = mFrames;
+    mReport.peakIn = mIn.peak();
+    mReport.peakOut = mOut.peak();
+    mReport.unusableSamples = mIn.unusable();
+    warnOfLateSteps(mSteps, mOptions.automation.value_or(""), mReport);
+    if (!mWasTruncated && !mReader.truncation().empty()) {
+        mReport.warnings.push_back(mReader.truncation());
+    }
+    commitOutputs(*mWriter, mMeterFile, others);
+    mReport.clippedSamples = mWriter->clippedSamples();
+    mReport.gainReductionDB = gainReductionDB(*mInstance, *mProcessor);
+    addWarningOfRest(mReader, mReport);
+    addSampleWarnings(mReport);
+    mReport.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - mStart).count();
+    return std::move(mReport); // copying could fail now that the output is there
+}
+
 RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFiles others) {
     throwIfInterrupted();
-    const auto start = std::chrono::steady_clock::now();
-    const auto& options = session.options();
-    FileProgress progress(session.progress(), options.tasks.size());
-    // A pipe receives the audio as it is made, and a pipe as input is read as it is written then.
-    const bool toPipe = !options.dryRun && isPipeOutput(task.output);
-    AudioReader reader(
-        task.content.empty() ? task.input : task.content,
-        {.goOn = throwIfInterrupted, .acceptTruncated = options.acceptTruncated, .whileWritten = toPipe});
-    requireVariantFor(session.module(), reader);
-    const auto tailFrames = std::llround(options.tailS * reader.format().rateHz);
-    RenderReport report = plannedReport(options, task, reader, tailFrames);
-
-    const double rateHz = report.format.rateHz;
-    const auto instance = session.makeInstance(report.format.channels, rateHz);
-    std::vector<AutomationStep> steps;
-    if (options.automation) {
-        steps = automationSteps(*options.automation, *instance, rateHz);
+    FileRender render(session, task);
+    if (session.options().dryRun) {
+        return render.plan();
     }
-    AudioWriter writer(task.output, report.format, reader.metadata(),
-                       {options.isDemo ? kDemoOverwrite : options.overwrite, options.dither,
-                        reader.format().sample, throwIfInterrupted,
-                        toPipe ? Delivery::kAsWritten : Delivery::kWhole});
-    const auto lost = metadataWarnings(writer.metadataLeftOut(), task, report.format.container);
-    report.warnings.insert(report.warnings.end(), lost.begin(), lost.end());
-    std::optional<MeterFile> meterFile;
-    BlockProcessor processor(*instance, steps, options.blockFrames);
-    if (options.meters) {
-        meterFile.emplace(*options.meters, options.overwrite, rateHz, meterNames(*instance));
-        processor.setBlockListener(
-            [&](std::int64_t frame, std::span<const float> meters) { meterFile->addRow(frame, meters); });
+    while (render.read()) {
+        render.processor().process(render.samples(), render.frames());
+        render.write();
     }
-    if (options.dryRun) {
-        warnOfLateSteps(steps, options.automation.value_or(""), report);
-        return report;
-    }
-
-    const bool wasTruncated = !reader.truncation().empty();
-    renderFrames(progress, Source(reader, tailFrames),
-                 reader.isWhileWritten() ? options.blockFrames : kReadFrames, processor, writer, report);
-    warnOfLateSteps(steps, options.automation.value_or(""), report);
-    if (!wasTruncated && !reader.truncation().empty()) {
-        report.warnings.push_back(reader.truncation());
-    }
-    commitOutputs(writer, meterFile, others);
-    report.clippedSamples = writer.clippedSamples();
-    report.gainReductionDB = gainReductionDB(*instance, processor);
-    addWarningOfRest(reader, report);
-    addSampleWarnings(report);
-    report.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    return report;
+    return render.finish(others);
 }
 
 } // namespace varno

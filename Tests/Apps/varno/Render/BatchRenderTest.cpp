@@ -1,9 +1,12 @@
+#include "Render/GroupRender.h"
 #include "Tests/Apps/varno/Support/ProgramTest.h"
 #include "Tests/Support/Eventually.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
+#include <map>
 #include <sndfile.h>
 #include <sys/stat.h>
 
@@ -56,6 +59,111 @@ TEST_F(RenderJobs, ProduceWhatSingleRendersProduce) {
         varnoOut({"render", "--set", "Hot=0.5", input, "single-" + input});
         EXPECT_EQ(content("wet/" + input), content("single-" + input)) << input;
     }
+}
+
+TEST(FilesTogether, AreAsManyAsLeaveNoThreadWithoutWork) {
+    using Numbers = std::vector<std::size_t>;
+    EXPECT_EQ(filesTogether(0, 2), Numbers{});
+    EXPECT_EQ(filesTogether(16, 2), (Numbers{4, 4, 4, 2, 2}));
+    EXPECT_EQ(filesTogether(6, 2), (Numbers{3, 2, 1}));
+    EXPECT_EQ(filesTogether(2, 2), (Numbers{1, 1}));
+    EXPECT_EQ(filesTogether(10, 2), (Numbers{4, 3, 2, 1}));
+    EXPECT_EQ(filesTogether(3, 4), (Numbers{1, 1, 1}));
+    EXPECT_EQ(filesTogether(9, 1), (Numbers{4, 4, 1}));
+}
+
+// Files that two threads render side by side: of two rates, one and two channels, and several lengths, some
+// of which are those of others.
+class RenderTogether : public ProgramTest {
+protected:
+    static constexpr int kTogether = 14;
+
+    RenderTogether() {
+        for (int i = 0; i < kTogether; ++i) {
+            mNames.push_back("in" + std::to_string(i) + ".wav");
+            makeMusic(mNames.back(), kWav16, i % 5 == 4 ? 1 : 2, 33'000 + 4000 * (i % 3),
+                      i % 6 == 5 ? 44'100 : 48'000);
+        }
+        std::filesystem::create_directory(mFolder.path() / "alone");
+        std::filesystem::create_directory(mFolder.path() / "together");
+        writeFile(path("steps.csv"), "0,Hot,0.4\n0.02,Gain,0.7\n0.7,Mix,0.5\n");
+    }
+
+    std::vector<std::string> words(const std::string& folder, const std::vector<std::string>& options) const {
+        std::vector<std::string> result = {"render", "--out-dir", folder};
+        result.insert(result.end(), options.begin(), options.end());
+        result.insert(result.end(), mNames.begin(), mNames.end());
+        return result;
+    }
+
+    void expectEqualOutputs(const std::vector<std::string>& names) const {
+        for (const std::string& name : names) {
+            EXPECT_EQ(content("together/" + name), content("alone/" + name)) << name;
+        }
+    }
+
+    std::vector<std::string> mNames;
+};
+
+TEST_F(RenderTogether, HaveTheBytesThatTheyHaveAlone) {
+    for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
+             {"--set", "Hot=0.4"}, {"--automate", "steps.csv", "--tail", "0.1", "--block", "480"}}) {
+        std::vector<std::string> more = options;
+        more.insert(more.end(), {"--force", "--jobs", "1"});
+        varnoOut(words("alone", more));
+        more.back() = "2";
+        varnoOut(words("together", more));
+        expectEqualOutputs(mNames);
+    }
+}
+
+TEST_F(RenderTogether, ReportTheSameButForTheTime) {
+    const auto reports = [&](const std::string& folder, const std::string& jobs) {
+        std::map<std::string, json> result;
+        std::istringstream lines(varnoOut(words(folder, {"--json", "--jobs", jobs})));
+        for (std::string line; std::getline(lines, line);) {
+            json report = json::parse(line);
+            report.erase("output");
+            report.erase("elapsed_s");
+            report.erase("speed_x");
+            result[report["input"]] = report;
+        }
+        return result;
+    };
+    const auto alone = reports("alone", "1");
+    EXPECT_EQ(alone.size(), mNames.size());
+    EXPECT_EQ(reports("together", "2"), alone);
+}
+
+TEST_F(RenderTogether, AFileThatFailsLeavesTheOthersAlone) {
+    makeMusic("in1.wav", kWav16, 2, 100'000); // fails when it has been written in part
+    varnoOut(words("alone", {"--jobs", "1"}));
+    std::string command = "ulimit -f 200 && exec";
+    for (const auto& word : varnoWords(words("together", {"--jobs", "2"}))) {
+        command += " '" + word + "'";
+    }
+    const auto outcome = run({"bash", "-c", command}, {.folder = mFolder.path()});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "varno: together/in1.wav: cannot be written: File too large\n");
+    EXPECT_FALSE(std::filesystem::exists(path("together/in1.wav")));
+    std::vector<std::string> others = mNames;
+    std::erase(others, "in1.wav");
+    expectEqualOutputs(others);
+}
+
+// Pipes are rendered alone: one that waits for its content keeps no other file waiting.
+TEST_F(RenderTogether, APipeKeepsNoOtherFileWaiting) {
+    std::filesystem::rename(path("in0.wav"), path("content.wav"));
+    ASSERT_EQ(mkfifo(path("in0.wav").c_str(), 0600), 0);
+    Subprocess program(varnoWords(words("together", {"--jobs", "2"})), {.folder = mFolder.path()});
+    EXPECT_TRUE(eventually([&] {
+        return std::ranges::all_of(mNames, [&](const std::string& name) {
+            return name == "in0.wav" || std::filesystem::exists(path("together/" + name));
+        });
+    }));
+    EXPECT_EQ(run({"cp", path("content.wav"), path("in0.wav")}).status, 0);
+    const auto outcome = program.wait();
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 
 TEST_F(RenderJobs, ReportEveryInputOnce) {

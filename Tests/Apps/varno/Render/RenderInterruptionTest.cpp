@@ -103,11 +103,14 @@ TEST_F(RenderInterruption, EndsTheWaitForAPipe) {
 }
 
 TEST_F(RenderInterruption, EndsSeveralJobs) {
-    makeLongSilence("a.wav");
-    makeLongSilence("b.wav");
+    std::vector<std::string> words = {"render", "--jobs", "2", "--out-dir", "wet"};
+    for (const std::string name :
+         {"a.wav", "b.wav", "c.wav", "d.wav", "e.wav"}) { // two side by side, and others
+        makeLongSilence(name);
+        words.push_back(name);
+    }
     std::filesystem::create_directory(mFolder.path() / "wet");
-    Subprocess program(varnoWords({"render", "--jobs", "2", "--out-dir", "wet", "a.wav", "b.wav"}),
-                       {.folder = mFolder.path()});
+    Subprocess program(varnoWords(words), {.folder = mFolder.path()});
     EXPECT_TRUE(eventually([&] { return hasUnfinishedOutput(program, path("wet")); }));
     kill(program.pid(), SIGTERM);
     const auto outcome = program.wait();
