@@ -44,6 +44,13 @@ exit "${HOSTS_FAIL:-0}"
 """
 
 
+WINDOW = """#!/bin/bash
+mkdir -p "$2"
+for state in plain changed bypassed menu typed curve; do echo "$state of $1" >"$2/$state.png"; done
+exit "${WINDOW_FAIL:-0}"
+"""
+
+
 class ManualTest(FixtureProject):
     def setUp(self):
         super().setUp()
@@ -55,6 +62,9 @@ class ManualTest(FixtureProject):
                    CMAKE.format(name="varno_artwork", source="../../Apps/varno/main.cpp", calls=self.calls))
         # What it holds the manual to is tested with the real one.
         self.write("Scripts/manual-figures", f'#!/bin/bash\nprintf "%s\\n" "$@" >"{self.folder}/figures"\nexit "${{FIGURES_FAIL:-0}}"\n')
+        # The window is used in Tests/Apps/varno; here it matters what becomes of its pictures.
+        self.write("Scripts/draw-window", WINDOW)
+        (self.root / "Scripts/draw-window").chmod(0o755)
         # A host need not be installed to test the script.
         (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
         self.write("Tests/ForeignHosts/run", HOSTS)
@@ -78,8 +88,9 @@ class ManualTest(FixtureProject):
         self.assertEqual(done.returncode, 0, done.stderr)
         pictures = self.root / "docs/pictures"
         names = ["controls.png", "editor-2x.png", "editor.png", "jalv.png", "render.png"]
-        self.assertEqual(done.stdout.splitlines(), [str(pictures / name) for name in names])
-        for name in names[:-1]:
+        windows = [f"window-{state}.png" for state in ("bypassed", "changed", "curve", "menu", "typed")]
+        self.assertEqual(done.stdout.splitlines(), [str(pictures / name) for name in names + windows])
+        for name in names[:-1] + windows:
             self.assertEqual((pictures / name).read_text().strip(), "a picture")
         calls = self.calls.read_text().splitlines()
         self.assertEqual([call.split()[:2] for call in calls],
@@ -108,6 +119,13 @@ class ManualTest(FixtureProject):
         self.addCleanup(os.environ.pop, "FIGURES_FAIL")
         done = self.run_script("manual")
         self.assertEqual((done.returncode, done.stdout), (1, ""))
+
+    def test_fails_with_the_window(self):
+        os.environ["WINDOW_FAIL"] = "1"
+        self.addCleanup(os.environ.pop, "WINDOW_FAIL")
+        done = self.run_script("manual")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertFalse((self.root / "docs/pictures/window-changed.png").exists())
 
     def test_fails_with_the_host(self):
         os.environ["HOSTS_FAIL"] = "1"
