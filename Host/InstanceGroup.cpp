@@ -5,7 +5,6 @@
 #include "Host/InstanceHost.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace varno {
 
@@ -29,7 +28,7 @@ const std::vector<Instance*>& requireGroup(const std::vector<Instance*>& members
 
 } // namespace
 
-InstanceGroup::InstanceGroup(std::vector<Instance*> members)
+InstanceGroup::InstanceGroup(const std::vector<Instance*>& members)
     : mProcess(requireGroup(members).front()->variant().natives.front().process) {
     for (Instance* const member : members) {
         mMembers.push_back({member, {}});

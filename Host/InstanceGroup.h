@@ -27,7 +27,7 @@ public:
     /// Allocates all that `process` needs. Throws HostError where there is no instance, where one is there
     /// twice, or where they are not of one module and variant. @param members borrowed, alive for as long as
     /// this is; in the order in which they are processed [main]
-    explicit InstanceGroup(std::vector<Instance*> members);
+    explicit InstanceGroup(const std::vector<Instance*>& members);
 
     std::size_t size() const { return mMembers.size(); }
 

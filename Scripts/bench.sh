@@ -10,7 +10,8 @@ usage: ./run bench [--long | --check]
        ./run bench --filter REGEX [OPTIONS OF GOOGLE BENCHMARK...]
 
 Measures everything, prints the table of required figures, and writes all results into docs/performance.md. A quiet
-machine is needed for figures that mean something; it takes about five minutes.
+machine is needed for figures that mean something; it takes about five minutes. The document has a section for each model of
+processor; those of others stay.
 
   --long           also renders a file of three hours, which takes 2 GB in the folder for temporary files (TMPDIR)
   --check          measures only what is required, in less than four minutes; names what was missed and fails if
@@ -59,13 +60,13 @@ measure_everything() {
         measure model model . &&
         measure_once editor editor . || return
     [[ $1 == song ]] || measure_once memory render '^memory/' || return
-    report_results --document "$bench_document" --machine "$(describe_measurement "$load")" &&
+    report_results --document "$bench_document" --processor "$(processor)" --machine "$(describe_measurement "$load")" &&
         say "all results are in $bench_document"
 }
 
 check_required() {
     forget_results &&
-        measure_required '^routine/(product|literal)|^(minute|instances)/product' '^settings/(dearest|typical$)' \
+        measure_required '^(routine|instances)/(product|literal)|^minute/product' '^settings/(dearest|typical$)' \
             '^render/(program|sndfile|routine)/' &&
         report_results --check
 }

@@ -96,12 +96,18 @@ def nanoseconds(cost):
     return f"{cost.middle * 1e9:.3g}"
 
 
-def write_into(document, command, text):
-    """Replaces what stands between the two marks of the command that writes it."""
+def write_into(document, command, heading, text):
+    """Replaces the section with this heading (a line that begins with "## " or the like) between the two marks of the
+    command that writes it, or adds it behind the others. Deeper headings belong to the sections."""
     begin, end = (f"<!-- {place} this line: written by {command}. -->" for place in ("Below", "Above"))
     path = pathlib.Path(document)
     old = path.read_text(encoding="utf-8")
     if old.count(begin + "\n") != 1 or old.count(end + "\n") != 1 or old.index(begin) > old.index(end):
         sys.exit(f"{document}: expected one line {begin} and below it one line {end}")
     before, after = old[:old.index(begin)], old[old.index(end):]
-    path.write_text(f"{before}{begin}\n\n{text}\n\n{after}", encoding="utf-8")
+    written = old[old.index(begin) + len(begin):old.index(end)]
+    level = re.escape(heading.split(" ", 1)[0])
+    parts = re.split(rf"^(?={level} )", written, flags=re.MULTILINE)
+    sections = {part.split("\n", 1)[0]: part.strip() for part in parts if part.strip()}
+    sections[heading] = f"{heading}\n\n{text}"
+    path.write_text(f"{before}{begin}\n\n" + "\n\n".join(sections.values()) + f"\n\n{after}", encoding="utf-8")

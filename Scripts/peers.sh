@@ -28,6 +28,6 @@ compare_with_peers() {
     local load bench_results=$root/build/bench-peers
     load=$(cut -d ' ' -f 1 /proc/loadavg)
     forget_results && measure peers peers . LV2_PATH="$root/build/release/lv2:/usr/lib/lv2" &&
-        Scripts/peers-report --document "$bench_document" --machine "$(describe_measurement "$load")" "$bench_results" &&
+        Scripts/peers-report --document "$bench_document" --processor "$(processor)" --machine "$(describe_measurement "$load")" "$bench_results" &&
         say "the table is in $bench_document"
 }

@@ -69,7 +69,7 @@ class BenchTest(FixtureProject):
                           ("routine", "avx2"), ("routine", "avx512"), ("model", ""), ("editor", "")])
         self.assertIn("--benchmark_enable_random_interleaving=true --benchmark_repetitions=15", self.called()[0][2])
         document = (self.root / "docs/performance.md").read_text()
-        self.assertRegex(document, r"\n\d{4}-\d\d-\d\d \d\d:\d\d UTC, commit .*\. .* processors?, .*kernel .*; load before: [\d.]+\. "
+        self.assertRegex(document, r"\n\n## \S.*\n\n\d{4}-\d\d-\d\d \d\d:\d\d UTC, commit .*\. .* processors?, .*kernel .*; load before: [\d.]+\. "
                                    r"Built by g\+\+ ")
         self.assertIn("| figure | required |", document)
 

@@ -12,7 +12,13 @@ DOCUMENT = """By hand.
 
 <!-- Below this line: written by ./run bench-peers. -->
 
+### Chip 1
+
 old results
+
+### Chip 2
+
+other results
 
 <!-- Above this line: written by ./run bench-peers. -->
 """
@@ -48,7 +54,7 @@ class PeersReportTest(unittest.TestCase):
 
     def test_what_is_aimed_at_comes_first(self):
         lines = self.report().stdout.splitlines()
-        self.assertIn("| Varno-S / x42 darc compressor, 64 frames | 1.25 | 1.00 | 1.25 (1.25 to 1.25) |", lines[:6])
+        self.assertIn("| Varno-S / x42 darc compressor, 64 frames | 1.10 | 0.95 | 1.25 (1.25 to 1.25) |", lines[:6])
         self.assertIn("| Varno-S as an LV2 effect / the routine alone, 64 frames | 1.15 | 1.05 | 1.10 (1.10 to 1.10) |",
                       lines[:6])
 
@@ -61,13 +67,14 @@ class PeersReportTest(unittest.TestCase):
     def test_the_document_keeps_what_is_written_by_hand(self):
         document = self.folder / "performance.md"
         document.write_text(DOCUMENT)
-        result = self.report("--document", document, "--machine", "A machine.")
+        result = self.report("--document", document, "--processor", "Chip 1", "--machine", "A machine.")
         self.assertEqual(result.returncode, 0, result.stderr)
         text = document.read_text()
         self.assertTrue(text.startswith("By hand.\n"))
-        self.assertIn("A machine.\n", text)
+        self.assertIn("\n\n### Chip 1\n\nA machine.\n", text)
         self.assertIn("| A tube |", text)
         self.assertNotIn("old results", text)
+        self.assertIn("\n\n### Chip 2\n\nother results\n\n<!-- Above", text)
 
     def test_a_document_without_marks_is_left_alone(self):
         document = self.folder / "performance.md"

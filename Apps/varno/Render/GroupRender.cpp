@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <utility>
 
 namespace varno {
 namespace {
@@ -106,7 +105,7 @@ private:
             for (const Member& member : mMembers) {
                 instances.push_back(&member.file->processor().instance());
             }
-            mGroup.emplace(std::move(instances));
+            mGroup.emplace(instances);
         }
         return *mGroup;
     }
