@@ -29,11 +29,6 @@ KeyGrabs::KeyGrabs(XConnection& connection, xcb_window_t window, std::vector<Key
 
 bool KeyGrabs::handle(const xcb_key_press_event_t& event) {
     const bool isRepeat = isRepeated(event);
-    if (mAllKeys) {
-        const auto handler = mAllKeys; // which may end the grab
-        handler(event);
-        return true;
-    }
     if (eventKind(reinterpret_cast<const xcb_generic_event_t&>(event)) != XCB_KEY_PRESS) {
         return false;
     }
@@ -59,16 +54,6 @@ bool KeyGrabs::isRepeated(const xcb_key_press_event_t& event) {
     return event.detail == mReleasedKey && event.time == mReleaseTime;
 }
 
-void KeyGrabs::grabAll(KeyHandler handler) {
-    mAllKeys = std::move(handler);
-    grab();
-}
-
-void KeyGrabs::releaseAll() {
-    mAllKeys = nullptr;
-    grab();
-}
-
 void KeyGrabs::keyboardChanged(const xcb_generic_event_t& event) {
     if (isKeyboardChange(mConnection, event)) {
         mSymbols.reset(xcb_key_symbols_alloc(mConnection.get()));
@@ -88,10 +73,6 @@ void KeyGrabs::grab() {
         }
     }
     xcb_ungrab_key(mConnection.get(), XCB_GRAB_ANY, mWindow, XCB_MOD_MASK_ANY);
-    if (mAllKeys) {
-        grabKey(XCB_GRAB_ANY, XCB_MOD_MASK_ANY);
-        return;
-    }
     for (const auto& grab : mGrabs) {
         // A grab is for one state of the locks.
         for (const int locks : {0, int{XCB_MOD_MASK_LOCK}, int{numLock}, int{mLocks}}) {

@@ -26,17 +26,9 @@ public:
     /// @param connection outlives this object, as `window` does
     KeyGrabs(XConnection& connection, xcb_window_t window, std::vector<KeyBinding> bindings);
 
-    /// Performs the action of a bound key that is pressed; a release has none. While all keys are grabbed
-    /// their presses and releases are reported instead. @return whether the event is used
+    /// Performs the action of a bound key that is pressed; a release has none. @return whether the event is
+    /// used
     bool handle(const xcb_key_press_event_t& event);
-
-    /// Receives presses and releases.
-    using KeyHandler = std::function<void(const xcb_key_press_event_t&)>;
-    /// Grabs every key of the window with any modifiers, for as long as a text is entered: nothing is bound
-    /// meanwhile, and no window inside receives keys.
-    void grabAll(KeyHandler handler);
-    /// Ends grabAll: the bindings are in force again.
-    void releaseAll();
 
 private:
     struct FreeSymbols {
@@ -61,7 +53,6 @@ private:
     std::unique_ptr<xcb_key_symbols_t, FreeSymbols> mSymbols;
     std::uint16_t mLocks = 0; ///< Modifiers that lock; bindings ignore them.
     std::vector<Grab> mGrabs;
-    KeyHandler mAllKeys; ///< Empty while the bindings are in force.
     xcb_keycode_t mReleasedKey = 0;
     xcb_timestamp_t mReleaseTime = 0;
     WindowEvents::Registration mKeyboardEvents;

@@ -8,9 +8,6 @@
 namespace varno::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::Pair;
-
 // How they work with locks and layouts is tested with the window of an editor.
 class KeyGrabsTest : public WindowFixture {
 protected:
@@ -23,7 +20,6 @@ protected:
 
     int mSaves = 0;
     int mToggles = 0;
-    std::vector<std::pair<int, int>> mKeys; // while all are grabbed
     KeyGrabs mGrabs{
         mConnection,
         mShell,
@@ -34,62 +30,6 @@ protected:
         }
     })};
 };
-
-TEST_F(KeyGrabsTest, AllKeysAreReportedWhileTheyAreGrabbed) {
-    mGrabs.grabAll([this](const xcb_key_press_event_t& event) {
-        mKeys.emplace_back(event.response_type, event.detail);
-    });
-    settle();
-    mKeyboard.tap(XK_Return);
-    mKeyboard.tap(XK_s, {XK_Control_L});
-    settle();
-    EXPECT_THAT(mKeys,
-                ElementsAre(Pair(XCB_KEY_PRESS, key(XK_Return)), Pair(XCB_KEY_RELEASE, key(XK_Return)),
-                            Pair(XCB_KEY_PRESS, key(XK_Control_L)), Pair(XCB_KEY_PRESS, key(XK_s)),
-                            Pair(XCB_KEY_RELEASE, key(XK_s)), Pair(XCB_KEY_RELEASE, key(XK_Control_L))));
-    EXPECT_EQ(mSaves, 0);
-    EXPECT_TRUE(viewEvents().empty());
-}
-
-TEST_F(KeyGrabsTest, AreGivenBackAfterwards) {
-    mGrabs.grabAll([](const auto&) { FAIL(); });
-    settle();
-    mGrabs.releaseAll();
-    settle();
-    mKeyboard.tap(XK_s, {XK_Control_L});
-    mKeyboard.tap(XK_Return);
-    settle();
-    EXPECT_EQ(mSaves, 1);
-    EXPECT_THAT(viewEvents(),
-                ElementsAre(Pair(XCB_KEY_PRESS, key(XK_Control_L)), Pair(XCB_KEY_RELEASE, key(XK_Control_L)),
-                            Pair(XCB_KEY_PRESS, key(XK_Return)), Pair(XCB_KEY_RELEASE, key(XK_Return))));
-}
-
-TEST_F(KeyGrabsTest, MayBeGivenBackByTheReport) {
-    mGrabs.grabAll([this](const auto& event) {
-        mKeys.emplace_back(event.response_type, event.detail);
-        mGrabs.releaseAll();
-    });
-    settle();
-    mKeyboard.press(XK_Escape);
-    settle();
-    mKeyboard.release(XK_Escape);
-    mKeyboard.tap(XK_Return);
-    settle();
-    EXPECT_THAT(mKeys, ElementsAre(Pair(XCB_KEY_PRESS, key(XK_Escape))));
-    EXPECT_THAT(viewEvents(), testing::Contains(Pair(XCB_KEY_PRESS, key(XK_Return))));
-}
-
-TEST_F(KeyGrabsTest, StayWithAnotherLayout) {
-    mGrabs.grabAll([this](const auto& event) { mKeys.emplace_back(event.response_type, event.detail); });
-    settle();
-    const xcb_keysym_t symbols[] = {XK_d, XK_D};
-    xcb_change_keyboard_mapping(mPerson.connection(), 1, keycodeOf(mPerson, XK_x), 2, symbols);
-    settle();
-    mKeyboard.tap(XK_Return);
-    settle();
-    EXPECT_EQ(mKeys.size(), 2U);
-}
 
 // The server reports changes of the keyboard otherwise to a connection that reads texts.
 TEST_F(KeyGrabsTest, AreFoundAgainWhileTextsAreRead) {
@@ -124,9 +64,6 @@ TEST_F(KeyGrabsTest, ReportWhatTheyUse) {
     EXPECT_FALSE(isUsed(XCB_KEY_RELEASE, XK_s, XCB_MOD_MASK_CONTROL));
     EXPECT_FALSE(isUsed(XCB_KEY_PRESS, XK_s, 0));
     EXPECT_EQ(mSaves, 1);
-    mGrabs.grabAll([](const auto&) {});
-    EXPECT_TRUE(isUsed(XCB_KEY_PRESS, XK_s, 0));
-    EXPECT_TRUE(isUsed(XCB_KEY_RELEASE, XK_s, 0));
 }
 
 TEST_F(KeyGrabsTest, AHeldKeyRepeatsOnlyWhereThatIsMeant) {
