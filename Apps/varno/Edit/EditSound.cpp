@@ -22,6 +22,17 @@ EditSound::EditSound(Instance& instance, AudioLoop loop, std::unique_ptr<LiveBac
     }
 }
 
+EditSound::~EditSound() {
+    printLaterOverruns();
+}
+
+void EditSound::printLaterOverruns() const {
+    const auto overruns = mWatch ? mWatch->laterOverruns() : std::nullopt;
+    if (overruns) {
+        printWarning(*overruns);
+    }
+}
+
 void EditSound::playByTheClock() {
     const InstanceSetup& setup = mInstance.setup();
     mPlayer.emplace(PlayerFormat{setup.sampleRateHz, setup.channels, setup.maximumFrames},
@@ -33,8 +44,7 @@ std::optional<std::string> EditSound::check() {
         return std::nullopt;
     }
     mBackend->check();
-    auto overruns = mWatch->newOverruns();
-    if (overruns) {
+    if (const auto overruns = mWatch->firstOverruns()) {
         printWarning(*overruns);
     }
     if (mWatch->hasNewRate()) {
@@ -45,10 +55,11 @@ std::optional<std::string> EditSound::check() {
     } catch (const WorkError& error) {
         return continueWithoutOutput(error.what());
     }
-    return overruns;
+    return mWatch->newOverruns();
 }
 
 std::string EditSound::continueWithoutOutput(const std::string& reason) {
+    printLaterOverruns();
     std::string warning = reason + "; the file is no longer played";
     printWarning(warning);
     mWatch.reset();

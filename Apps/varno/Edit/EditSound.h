@@ -19,10 +19,14 @@ public:
     /// @param backend with as many outputs and no inputs; null: no sound output
     /// @throws WorkError where the sound system refuses
     EditSound(Instance& instance, AudioLoop loop, std::unique_ptr<LiveBackend> backend);
+    EditSound(const EditSound&) = delete;
+    EditSound& operator=(const EditSound&) = delete;
+    /// Prints how many overruns there were, if more than it has warned of.
+    ~EditSound();
 
-    /// To be called every kSoundCheckPeriod: warns of overruns; where the sound system has ended or changed
-    /// its rate, warns and continues by the clock.
-    /// @return the warning that it has printed; nothing for none
+    /// To be called every kSoundCheckPeriod: prints a warning of the first overrun; where the sound system
+    /// has ended or changed its rate, prints one and continues by the clock.
+    /// @return what there is to show: the overruns so far, or that warning; nothing where nothing is new
     std::optional<std::string> check();
 
     /// The bypass without clicks; the effect's own master bypass is a parameter.
@@ -31,6 +35,7 @@ public:
 
 private:
     void playByTheClock();
+    void printLaterOverruns() const;
     std::string continueWithoutOutput(const std::string& reason);
 
     Instance& mInstance;

@@ -66,6 +66,9 @@ public:
                 runSession();
             }
         });
+        if (const auto overruns = warns() ? mWatch.laterOverruns() : std::nullopt) {
+            printWarning(*overruns);
+        }
         return mSilence ? kExitWorkFailed : kExitSuccess;
     }
 
@@ -106,8 +109,11 @@ private:
             } catch (const WorkError& error) {
                 soundEnded(error, session);
             }
+            if (const auto overruns = warns() ? mWatch.firstOverruns() : std::nullopt) {
+                printWarning(*overruns);
+            }
             if (const auto overruns = mWatch.newOverruns()) {
-                report(*overruns, session);
+                show(*overruns, session);
             }
             if (mWatch.hasNewRate()) {
                 session.loop().quit();
@@ -117,17 +123,9 @@ private:
     }
 
     // The line in the terminal shows them already.
-    void report(const std::string& overruns, const TerminalSession&) const {
-        if (!takesKeys(STDIN_FILENO) && !mOptions.isQuiet) {
-            printWarning(overruns);
-        }
-    }
-    void report(const std::string& overruns, EditorSession& session) const {
-        session.showMessage(overruns);
-        if (!mOptions.isQuiet) {
-            printWarning(overruns);
-        }
-    }
+    static void show(const std::string& /*overruns*/, const TerminalSession&) {}
+    static void show(const std::string& overruns, EditorSession& session) { session.showMessage(overruns); }
+    bool warns() const { return !mOptions.isQuiet && (mConnection != nullptr || !takesKeys(STDIN_FILENO)); }
 
     void soundEnded(const WorkError& error, const TerminalSession&) const { throw error; }
     // A window that can show it stays, with silence in the place of the input: its settings can be saved.

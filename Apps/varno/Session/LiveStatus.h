@@ -68,8 +68,13 @@ public:
     double followRate() { return mRateHz = mStatus.rateHz(); }
     /// @throws WorkError "JACK client varno: ..." once the sound system has ended
     void requireRunning() const;
-    /// A message if there were overruns since the last call; else nothing.
+    /// A message with the number so far if there were overruns since the last call; else nothing. For a place
+    /// that shows one message, in which the number grows.
     std::optional<std::string> newOverruns();
+    /// The same for a terminal, where each line stays: the first time only.
+    std::optional<std::string> firstOverruns();
+    /// The number in the end; nothing where there were no more than firstOverruns() has reported.
+    std::optional<std::string> laterOverruns() const;
     int overruns() const { return mStatus.overruns(); }
 
 private:
@@ -77,6 +82,7 @@ private:
     std::string mDescription;
     double mRateHz;
     int mToldOverruns = 0;
+    int mFirstOverruns = 0; ///< As firstOverruns() has reported them; 0 before.
 };
 
 /// "1 overrun", "2 overruns"

@@ -70,13 +70,44 @@ TEST_F(EditSoundTest, BypassedItPlaysTheLoopOneFrameLater) {
     mSound.reset();
 }
 
-TEST_F(EditSoundTest, OverrunsAreReported) {
+// The bar's one message grows; lines of the terminal, which stay, are two at most.
+TEST_F(EditSoundTest, OverrunsAreCounted) {
     const auto instance = makeInstance();
     open(*instance);
     mBackend->changeableStatus().countOverrun();
     EXPECT_EQ(toldAtCheck(), "varno: warning: 1 overrun so far: the sound was interrupted\n");
     EXPECT_EQ(toldAtCheck(), "");
+    for (const char* const shown : {"2 overruns", "3 overruns"}) {
+        mBackend->changeableStatus().countOverrun();
+        CaptureStderr();
+        EXPECT_EQ(mSound->check(), std::string(shown) + " so far: the sound was interrupted");
+        EXPECT_EQ(mSound->check(), std::nullopt);
+        EXPECT_EQ(GetCapturedStderr(), "");
+    }
+    CaptureStderr();
     mSound.reset();
+    EXPECT_EQ(GetCapturedStderr(), "varno: warning: 3 overruns in all\n");
+}
+
+TEST_F(EditSoundTest, ALostSoundSystemIsReportedOnceAfterItsOverruns) {
+    const auto instance = makeInstance();
+    open(*instance);
+    for (int i = 0; i < 2; ++i) {
+        mBackend->changeableStatus().countOverrun();
+    }
+    mBackend->changeableStatus().end("unplugged");
+    CaptureStderr();
+    const auto shown = mSound->check();
+    const std::string lost =
+        "Fake client varno: the sound system has ended (unplugged); the file is no longer played";
+    EXPECT_EQ(shown, lost);
+    EXPECT_EQ(GetCapturedStderr(), "varno: warning: 2 overruns so far: the sound was interrupted\n"
+                                   "varno: warning: " +
+                                       lost + "\n");
+    EXPECT_EQ(toldAtCheck(), "");
+    CaptureStderr();
+    mSound.reset();
+    EXPECT_EQ(GetCapturedStderr(), "");
 }
 
 TEST_F(EditSoundTest, GoesOnByTheClockWhereTheSoundSystemEnds) {

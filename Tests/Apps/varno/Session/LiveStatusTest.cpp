@@ -19,6 +19,21 @@ TEST(LiveWatch, ReportsOverrunsOnce) {
     EXPECT_EQ(watch.overruns(), 3);
 }
 
+// Lines of a terminal stay.
+TEST(LiveWatch, CountsOverrunsInTwoLines) {
+    LiveStatus status(48'000.0, 256);
+    LiveWatch watch(status, "Fake");
+    EXPECT_EQ(watch.firstOverruns(), std::nullopt);
+    EXPECT_EQ(watch.laterOverruns(), std::nullopt);
+    status.countOverrun();
+    EXPECT_EQ(watch.firstOverruns(), "1 overrun so far: the sound was interrupted");
+    EXPECT_EQ(watch.laterOverruns(), std::nullopt);
+    status.countOverrun();
+    EXPECT_EQ(watch.firstOverruns(), std::nullopt);
+    EXPECT_EQ(watch.laterOverruns(), "2 overruns in all");
+    EXPECT_EQ(watch.newOverruns(), "2 overruns so far: the sound was interrupted");
+}
+
 TEST(LiveWatch, FollowsTheRate) {
     LiveStatus status(48'000.0, 256);
     LiveWatch watch(status, "Fake");
