@@ -129,6 +129,9 @@ constexpr const ButtonRow& row(Button button) {
 
 /// The meters of levels.
 inline constexpr int kLevelMeters = 2;
+/// What the ends of their scales mean.
+inline constexpr double kLowestDB = -60.0;
+inline constexpr double kHighestDB = 6.0;
 struct MeterRow {
     const char* text; ///< Before it.
     const char* name;

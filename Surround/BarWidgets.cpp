@@ -113,7 +113,7 @@ int LevelMeter::stepsOf(const std::optional<double>& levelDB) const {
     if (!levelDB) {
         return 0;
     }
-    const double share = (*levelDB - kLowestDB) / (kHighestDB - kLowestDB);
+    const double share = (*levelDB - BarLayout::kLowestDB) / (BarLayout::kHighestDB - BarLayout::kLowestDB);
     return static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * getWidth()));
 }
 

@@ -56,10 +56,6 @@ public:
     void show(const LevelReading& reading);
     void draw(VSTGUI::CDrawContext* context) override;
 
-    /// What the ends of the scale mean.
-    static constexpr double kLowestDB = -60.0;
-    static constexpr double kHighestDB = 6.0;
-
 private:
     /// Steps of the display, one to a pixel at scale 1.
     int stepsOf(const std::optional<double>& levelDB) const;

@@ -117,6 +117,7 @@ public:
 private:
     SurroundView accessView() override;
     void press(BarLayout::Button button) override { pressed(button); }
+    void press(const FaceLayout::Control& control) override { mControls.press(control); }
     bool focus(const std::string& id) override;
 
     void addInput();

@@ -1,14 +1,13 @@
 #include "Surround/SurroundAccess.h"
 
 #include "DemoGain_ParameterTable.h"
-#include "Surround/FaceLayout.h"
+#include "Surround/FocusList.h"
 #include "Surround/Settings/SettingValues.h"
 #include "Surround/Settings/TrueValue.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <vector>
 
 namespace varno {
 namespace {
@@ -16,9 +15,6 @@ namespace {
 using DemoGain_ViewLayout::Control;
 
 constexpr std::string_view kBarPart = "bar.";
-// Between which the level bars move.
-constexpr double kFloorDB = -60.0;
-constexpr double kCeilingDB = 6.0;
 constexpr double kMostReductionDB = 32.0;
 
 std::string decibelText(double levelDB) {
@@ -31,33 +27,6 @@ std::string decibelText(double levelDB) {
 AccessRectangle placeOf(const Box& box, const SurroundView& view, int top) {
     const auto at = [&](int length) { return static_cast<int>(std::lround(length * view.scale)); };
     return {view.place.x + at(box.x), view.place.y + top + at(box.y), at(box.width), at(box.height)};
-}
-
-int middleOf(const Control& control) {
-    const Box box = FaceLayout::boxOf(control);
-    return box.y + box.height / 2;
-}
-
-// Row by row, each from left to right. Controls of a row differ little in the height of their middles.
-std::vector<const Control*> controlsInReadingOrder() {
-    constexpr int kRowGap = 20;
-    std::vector<const Control*> controls;
-    for (const Control& control : DemoGain_ViewLayout::kControls) {
-        if (FaceLayout::isOfParameter(control)) {
-            controls.push_back(&control);
-        }
-    }
-    std::ranges::stable_sort(controls, {}, [](const Control* control) { return middleOf(*control); });
-    const auto isRowEnd = [](const Control* before, const Control* next) {
-        return middleOf(*next) - middleOf(*before) > kRowGap;
-    };
-    for (auto row = controls.begin(); row != controls.end();) {
-        const auto last = std::adjacent_find(row, controls.end(), isRowEnd);
-        const auto end = last == controls.end() ? last : last + 1;
-        std::ranges::sort(row, end, {}, &Control::mX);
-        row = end;
-    }
-    return controls;
 }
 
 AccessNode settingNode(const Control& control, const SurroundView& view, const Instance& instance,
@@ -80,6 +49,19 @@ AccessNode settingNode(const Control& control, const SurroundView& view, const I
     node.role = control.mKind == FaceLayout::Kind::kKnob ? AccessRole::kDial : AccessRole::kSlider;
     node.range = AccessRange{0.0, lastStep, 1.0, std::round(value * lastStep)};
     node.isTextSettable = true;
+    return node;
+}
+
+// Copy and Paste.
+AccessNode pushNode(const FocusItem& item, const SurroundView& view) {
+    AccessNode node{.id = item.control->mID,
+                    .role = AccessRole::kPushButton,
+                    .name = item.name(),
+                    .description = item.help()};
+    node.action = "press";
+    node.rectangle = placeOf(FaceLayout::boxOf(*item.control), view, view.barHeight);
+    node.states.isFocusable = true;
+    node.states.isFocused = view.focused == node.id;
     return node;
 }
 
@@ -149,8 +131,9 @@ AccessNode buttonNode(const BarLayout::ButtonRow& row, const SurroundView& view)
 AccessNode levelNode(const BarLayout::MeterRow& row, const LevelReading& level, const SurroundView& view) {
     AccessNode node{.id = std::string(kBarPart) + row.name, .role = AccessRole::kLevelBar, .name = row.name};
     node.valueText = level.nowDB ? decibelText(*level.nowDB) : "silence";
-    node.range = AccessRange{kFloorDB, kCeilingDB, 0.0,
-                             std::clamp(level.nowDB.value_or(kFloorDB), kFloorDB, kCeilingDB)};
+    node.range = AccessRange{
+        BarLayout::kLowestDB, BarLayout::kHighestDB, 0.0,
+        std::clamp(level.nowDB.value_or(BarLayout::kLowestDB), BarLayout::kLowestDB, BarLayout::kHighestDB)};
     node.rectangle = placeOf(row.meter, view, 0);
     return node;
 }
@@ -206,8 +189,11 @@ AccessNode describeSurround(const SurroundView& view, const Instance& instance) 
     face.rectangle = {view.place.x, view.place.y + view.barHeight, view.place.width,
                       view.place.height - view.barHeight};
     const DemoGain_ValueText::Settings units = unitSettings(instance);
-    for (const Control* const control : controlsInReadingOrder()) {
-        face.children.push_back(settingNode(*control, view, instance, units));
+    const FocusList controls(false);
+    for (const FocusItem& item : controls.items()) {
+        face.children.push_back(FaceLayout::isOfParameter(*item.control)
+                                    ? settingNode(*item.control, view, instance, units)
+                                    : pushNode(item, view));
     }
     window.children.push_back(std::move(face));
     return window;
@@ -238,11 +224,13 @@ bool SurroundAccess::press(const std::string& id) {
         mOwner.press(*button);
         return true;
     }
-    const auto setting = settingOf(id);
-    if (setting) {
-        mEdited.set(*setting, mInstance.normalized(id) >= 0.5 ? 0.0F : 1.0F);
+    const Control* const control = FaceLayout::controlOf(id);
+    if (control == nullptr || (control->mKind != FaceLayout::Kind::kOnOffButton &&
+                               control->mKind != FaceLayout::Kind::kKickButton)) {
+        return false;
     }
-    return setting.has_value();
+    mOwner.press(*control);
+    return true;
 }
 
 } // namespace varno

@@ -5,6 +5,7 @@
 #include "Host/Instance.h"
 #include "Surround/Access/AccessModel.h"
 #include "Surround/BarState.h"
+#include "Surround/FaceLayout.h"
 #include "Surround/Settings/EditedSettings.h"
 
 #include <optional>
@@ -43,6 +44,9 @@ public:
         virtual ~Owner() = default;
         virtual SurroundView accessView() = 0;
         virtual void press(BarLayout::Button button) = 0;
+        /// Presses a switch or a button of the editor, as a click does: that starts what the editor alone can
+        /// do, such as Auto Gain.
+        virtual void press(const FaceLayout::Control& control) = 0;
         /// Moves the focus mark. @param id of a button or a parameter @return whether it is there
         virtual bool focus(const std::string& id) = 0;
     };

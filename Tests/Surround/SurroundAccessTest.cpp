@@ -4,6 +4,7 @@
 #include "Tests/Integration/HostedEffect.h"
 
 #include <gmock/gmock.h>
+#include <utility>
 
 namespace varno::test {
 namespace {
@@ -14,6 +15,7 @@ class SurroundAccessTest : public HostedEffect, private SurroundAccess::Owner {
 protected:
     SurroundView accessView() override { return view; }
     void press(BarLayout::Button button) override { pressed.push_back(button); }
+    void press(const FaceLayout::Control& control) override { clicked.emplace_back(control.mID); }
     bool focus(const std::string& id) override {
         focused.push_back(id);
         return id != "bar";
@@ -45,6 +47,7 @@ protected:
 
     SurroundView view{.title = "Varno-S", .place = {100, 200, 690, 452}, .barHeight = 62};
     std::vector<BarLayout::Button> pressed;
+    std::vector<std::string> clicked;
     std::vector<std::string> focused;
 };
 
@@ -54,8 +57,9 @@ TEST_F(SurroundAccessTest, HasTheControlsInReadingOrder) {
     EXPECT_EQ(window.role, AccessRole::kWindow);
     EXPECT_EQ(window.name, "Varno-S");
     EXPECT_THAT(idsOf(window), ElementsAre("bar", "face"));
-    EXPECT_THAT(idsOf(part(window, "face")), ElementsAre("Gain", "HP", "Band", "Atk", "Rls", "ASw", "Volume",
-                                                         "HSw", "UK", "Hot", "Ratio", "LinkSw", "Mix"));
+    EXPECT_THAT(idsOf(part(window, "face")),
+                ElementsAre("Gain", "HP", "Band", "Atk", "Rls", "ASw", "Volume", "HSw", "UK", "Hot", "Ratio",
+                            "LinkSw", "Mix", "PR1K", "PR2K"));
     view.barHeight = 0;
     EXPECT_THAT(idsOf(describeSurround(view, *instance)), ElementsAre("face"));
 }
@@ -159,15 +163,25 @@ TEST_F(SurroundAccessTest, SwitchesAndButtonsArePressed) {
     CompareSlots slots(settingsOf(*instance));
     EditedSettings edited(*instance, slots);
     SurroundAccess access(*instance, edited, owner());
-    EXPECT_TRUE(access.press("HP"));
-    EXPECT_EQ(instance->normalized("HP"), 1.0);
-    EXPECT_TRUE(access.press("HP"));
-    EXPECT_EQ(instance->normalized("HP"), 0.0);
+    EXPECT_TRUE(access.press("ASw"));
+    EXPECT_THAT(std::exchange(clicked, {}), ElementsAre("ASw"));
+    EXPECT_FALSE(access.press("Gain"));
     for (const BarLayout::ButtonRow& row : BarLayout::kButtons) {
         EXPECT_TRUE(access.press(accessIDOf(row.button)));
         EXPECT_EQ(pressed.back(), row.button);
     }
+    for (const char* const button : {"PR1K", "PR2K"}) {
+        const AccessNode node = part(access.describe(), button);
+        EXPECT_EQ(node.role, AccessRole::kPushButton);
+        EXPECT_EQ(node.action, "press");
+        EXPECT_EQ(node.name, clicked.empty() ? "Copy Preset" : "Paste Preset");
+        EXPECT_TRUE(node.states.isFocusable);
+        EXPECT_TRUE(access.press(button));
+        EXPECT_EQ(clicked.back(), button);
+    }
     EXPECT_FALSE(access.press("bar.message"));
+    EXPECT_FALSE(access.press("METERGR1"));
+    EXPECT_EQ(clicked.size(), 2U);
     EXPECT_TRUE(access.grabFocus("Gain"));
     EXPECT_FALSE(access.grabFocus("bar"));
     EXPECT_THAT(focused, ElementsAre("Gain", "bar"));

@@ -1,79 +1,17 @@
 #!/usr/bin/python3
 """The window as the library finds it by which screen readers use the accessibility bus, on a bus of its own."""
 import os
-import pathlib
-import subprocess
-import tempfile
-import time
 import unittest
 
-PROGRAM = os.environ["VARNO_ACCESSIBLE_PROGRAM"]
-# How long something may take on a loaded machine.
-DEADLINE_S = 30
+from screen_reader import ScreenReaderTest, eventually
 
 
-def eventually(find):
-    """The first result of find() that is true; the last one at the deadline."""
-    end = time.monotonic() + DEADLINE_S
-    while not (found := find()) and time.monotonic() < end:
-        time.sleep(0.01)
-    return found
-
-
-class AtspiTest(unittest.TestCase):
+class AtspiTest(ScreenReaderTest):
     @classmethod
     def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(cls.folder.cleanup)
-        runtime = pathlib.Path(cls.folder.name, "run")
-        runtime.mkdir(mode=0o700)
-        for name in ("DISPLAY", "AT_SPI_BUS_ADDRESS"):
-            os.environ.pop(name, None)
-        os.environ.update(HOME=cls.folder.name, XDG_RUNTIME_DIR=str(runtime), GSETTINGS_BACKEND="memory",
-                          **{f"XDG_{kind}_HOME": cls.folder.name for kind in ("CACHE", "CONFIG", "DATA")})
-        daemon = cls.start(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address",
-                            f"--address=unix:dir={runtime}"])
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = daemon.stdout.readline().strip()
-
-        # The library finds its bus when it is loaded.
-        import gi
-        gi.require_version("Atspi", "2.0")
-        from gi.repository import Atspi, Gio, GLib
-        cls.atspi, cls.glib = Atspi, GLib
-        bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-        bus.set_exit_on_close(False)
-        bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
-                      GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
-                      None, Gio.DBusCallFlags.NONE, -1)
-        Atspi.init()
-        cls.program = cls.start([PROGRAM])
-        cls.application = eventually(cls.find_application)
-
-    @classmethod
-    def start(cls, words):
-        program = subprocess.Popen(words, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-
-        def end():
-            program.stdin.close()
-            program.terminate()
-            program.wait()
-            program.stdout.close()
-        cls.addClassCleanup(end)
-        return program
-
-    @classmethod
-    def find_application(cls):
-        desktop = cls.atspi.get_desktop(0)
-        found = [desktop.get_child_at_index(i) for i in range(desktop.get_child_count())]
-        return next((each for each in found if each and each.get_name() == "Accessible program"), None)
-
-    def part(self, name, within=None):
-        """The part of that name, by walking the tree."""
-        within = within or self.application
-        if within.get_name() == name:
-            return within
-        found = (self.part(name, within.get_child_at_index(i)) for i in range(within.get_child_count()))
-        return next((each for each in found if each), None)
+        super().setUpClass()
+        cls.program = cls.start([os.environ["VARNO_ACCESSIBLE_PROGRAM"]])
+        cls.application = eventually(lambda: cls.find_application("Accessible program"))
 
     def change(self, line):
         print(line, file=self.program.stdin, flush=True)
@@ -130,24 +68,15 @@ class AtspiTest(unittest.TestCase):
         self.change("focus Gain 0")
 
     def test_events_arrive(self):
-        events = []
-        listener = self.atspi.EventListener.new(
-            lambda event: events.append((event.type, event.source.get_name(), event.detail1)))
-        for kind in ("object:property-change:accessible-value", "object:property-change:accessible-name",
-                     "object:state-changed:focused"):
-            self.assertTrue(listener.register(kind))
-
-        def arrived(count):
-            while self.glib.MainContext.default().iteration(False):
-                pass
-            return len(events) >= count
+        events, fetch = self.listen("object:property-change:accessible-value",
+                                    "object:property-change:accessible-name", "object:state-changed:focused")
         self.part("Gain")  # the library has the window's parts
         self.change("value Gain 3.0 3.0 dB")
-        eventually(lambda: arrived(1))
+        eventually(lambda: len(fetch()) >= 1)
         self.change("focus Gain 1")
-        eventually(lambda: arrived(2))
+        eventually(lambda: len(fetch()) >= 2)
         self.change("name message saved")
-        eventually(lambda: arrived(3))
+        eventually(lambda: len(fetch()) >= 3)
         self.assertEqual(events, [("object:property-change:accessible-value", "Gain", 0),
                                   ("object:state-changed:focused", "Gain", 1),
                                   ("object:property-change:accessible-name", "saved", 0)])
