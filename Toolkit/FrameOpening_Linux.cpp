@@ -124,6 +124,8 @@ std::optional<OpenedFrame> openFrame(VSTGUI::CFrame& frame, void* nativeView, in
         return std::nullopt;
     }
     setCairoDevice();
+    // From here on, other connections know the frame's window: keys may be sent to it.
+    awaitDisplay(VSTGUI::X11::RunLoop::instance().getXcbConnection());
     return openedFrame(frame);
 }
 

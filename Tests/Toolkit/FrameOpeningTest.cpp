@@ -94,6 +94,7 @@ std::unique_ptr<XServer> FrameOpeningTest::server;
 TEST_F(FrameOpeningTest, DrawsInTheHostsWindow) {
     Place place(client);
     place.open();
+    EXPECT_EQ(client.countChildren(place.window), 1U) << "not known to other clients at once";
     ASSERT_TRUE(place.isDrawn());
     EXPECT_FALSE(place.isRed({kWidth, kHeight - 1}));
     AAX_Point size;

@@ -187,6 +187,7 @@ class EditScreenReaderTest(ScreenReaderTest):
         changed = ("object:property-change:accessible-value", "Volume", 0)
         eventually(lambda: changed in fetch())
         self.assertIn(changed, events)
+        eventually(lambda: volume.get_value_iface().get_current_value() != 65.0)
         self.assertNotEqual(volume.get_value_iface().get_current_value(), 65.0)
         told = ("object:property-change:accessible-name", "matching volume", 0)
         eventually(lambda: told in fetch())
