@@ -125,8 +125,12 @@ std::vector<const char*> accessInterfaces(const AccessNode* node) {
     if (!node->action.empty()) {
         interfaces.push_back(access::kAction);
     }
+    // Readers find in the text of such a box what is chosen.
+    if (node->isTextSettable || node->role == AccessRole::kComboBox) {
+        interfaces.push_back(access::kText);
+    }
     if (node->isTextSettable) {
-        interfaces.insert(interfaces.end(), {access::kText, access::kEditableText});
+        interfaces.push_back(access::kEditableText);
     }
     return interfaces;
 }

@@ -37,6 +37,7 @@ class EditScreenReaderTest(ScreenReaderTest):
              "--sound", "off", str(tone)], env={**os.environ, "DISPLAY": display}, stderr=subprocess.DEVNULL)
         cls.application = eventually(lambda: cls.find_application("Varno-S"))
         cls.parts = {}
+        cls.beginning = {}
 
     def part(self, name):
         """Found once: parts stay as long as the window."""
@@ -46,21 +47,21 @@ class EditScreenReaderTest(ScreenReaderTest):
 
     def setUp(self):
         self.assertIsNotNone(self.application, "no application on the bus")
-        self.undo_all()
+        # Also the proof that each change of a test before was a step.
+        self.assertTrue(eventually(self.is_undone), self.values())
+
+    def is_undone(self):
+        if self.values() == self.beginning.setdefault("values", self.values()):
+            return True
+        if self.has(self.part("Undo"), self.atspi.StateType.ENABLED):
+            self.press("Undo")
+        return False
 
     def press(self, name):
         self.assertTrue(self.part(name).get_action_iface().do_action(0), name)
 
-    def undo_all(self):
-        """Also the proof that each change of a test before was a step."""
-        undo = self.part("Undo")
-        while self.has(undo, self.atspi.StateType.ENABLED):
-            before = self.values()
-            self.press("Undo")
-            eventually(lambda: self.values() != before)
-
     def values(self):
-        return [self.value(name) for name in KNOBS] + [self.is_checked(name) for name in CONTROLS]
+        return [self.value(name) for name in (*KNOBS, "Ratio")] + [self.is_checked(name) for name in CONTROLS]
 
     def value(self, name):
         return self.part(name).get_value_iface().get_current_value()
@@ -150,16 +151,22 @@ class EditScreenReaderTest(ScreenReaderTest):
         before = self.values()
         self.press("Next preset")
         self.assert_becomes(True, lambda: self.values() != before)
-        self.assertRegex(self.part("Presets").get_attributes().get("valuetext", ""), r"\w")
+        self.assertRegex(self.text("Presets"), r"^\w")
+        self.assertEqual(self.part("Presets").get_attributes()["valuetext"], self.text("Presets"))
+        self.assertIsNone(self.part("Presets").get_editable_text_iface())
+        self.assertEqual(self.text("Size"), "100 %")
 
     def test_settings_are_copied_and_pasted(self):
         self.part("Gain").get_value_iface().set_current_value(90.0)
         self.press("Copy Preset")
-        # The editor's button is clicked in its window, beside the calls.
+        # Clicks take their turn in the editor: after this one, the settings are copied.
+        self.press("High Pass")
+        self.assert_becomes(True, lambda: self.is_checked("High Pass"))
         self.part("Gain").get_value_iface().set_current_value(10.0)
         self.assert_becomes(10.0, lambda: self.value("Gain"))
         self.press("Paste Preset")
         self.assert_becomes(90.0, lambda: self.value("Gain"))
+        self.assert_becomes(False, lambda: self.is_checked("High Pass"))
 
     def test_menus_open_without_holding_up_the_window(self):
         for name in ("Presets", "Size"):
