@@ -135,7 +135,8 @@ struct SDemoGain_Alg_Context {
 };
 
 /// Processes one buffer of each instance from inInstancesBegin up to, and not including, inInstancesEnd (the
-/// end of the same array), one instance after the other. Exists for <1, 1> (mono) and <2, 2> (stereo).
+/// end of the same array), with the result of one instance after the other: an instance may be passed twice,
+/// and may read what an earlier one has put out. Exists for <1, 1> (mono) and <2, 2> (stereo).
 ///
 /// Real-time safe: no allocation, no lock, no call out of the routine, bounded time. The processor's
 /// floating-point mode is the routine's own while it runs (round to nearest, no traps, denormals are zero)
