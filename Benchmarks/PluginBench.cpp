@@ -30,6 +30,24 @@ void plugin(benchmark::State& state, float enabled) {
     countFrames(state, signal.bufferFrames());
 }
 
+// A stereo plug-in at a factor of oversampling.
+void quality(benchmark::State& state) {
+    if (!canMeasure<Way::kProduct>(state)) {
+        return;
+    }
+    constexpr std::int32_t kQualityFrames = 512;
+    test::HostedPlugin hosted(2, kRate);
+    hosted.set(portValues(musicSettings()));
+    hosted.port("quality") = static_cast<float>(state.range(0));
+    LoopedSignal signal(music(2), kQualityFrames);
+    for ([[maybe_unused]] auto _ : state) {
+        hosted.process(signal.inputs(), signal.outputs(), signal.bufferFrames());
+        benchmark::ClobberMemory();
+        signal.next();
+    }
+    countFrames(state, signal.bufferFrames());
+}
+
 void routine(benchmark::State& state) {
     if (!canMeasure<Way::kProduct>(state)) {
         return;
@@ -51,6 +69,7 @@ void channelsAndFrames(benchmark::internal::Benchmark* benchmark) {
 
 BENCHMARK_CAPTURE(plugin, enabled, 1.0F)->Name("plugin/enabled")->Apply(channelsAndFrames);
 BENCHMARK_CAPTURE(plugin, bypassed, 0.0F)->Name("plugin/bypassed")->Apply(channelsAndFrames);
+BENCHMARK(quality)->Name("plugin/quality")->ArgName("factor")->Arg(1)->Arg(2)->Arg(4)->Arg(8);
 BENCHMARK(routine)->Name("plugin/routine")->Apply(channelsAndFrames);
 
 } // namespace

@@ -35,10 +35,43 @@ constexpr std::align_val_t kCacheLine{64};
 
 } // namespace
 
-PacketExchange::PacketExchange(const VariantDescription& variant)
+PacketExchange::PacketExchange(const VariantDescription& variant, std::int32_t oversampling,
+                               const std::vector<UnscaledCoefficient>& coefficients)
     : mPorts(layOut(variant)),
+      mOversampling(oversampling),
       mStaging(imageSize(mPorts)),
       mBuffer(mStaging) {
+    for (const UnscaledCoefficient& coefficient : coefficients) {
+        const auto field = floatPort(coefficient.field);
+        const auto choice = floatPort(coefficient.choice);
+        if (oversampling > 1 && field && choice) {
+            mUnscaled.push_back({*field, *choice, coefficient.isUnscaled});
+        }
+    }
+}
+
+std::optional<std::size_t> PacketExchange::floatPort(AAX_CFieldIndex field) const {
+    const auto port = std::ranges::find(mPorts, field, &Port::field);
+    const bool isFloat = port != mPorts.end() && port->size == sizeof(float);
+    return isFloat ? std::optional(port->offset) : std::nullopt;
+}
+
+// By square roots, which every machine rounds alike.
+void PacketExchange::scale(Image& image) const {
+    for (const Unscaled& unscaled : mUnscaled) {
+        float choice = 0.0F;
+        std::memcpy(&choice, image.data() + unscaled.choice, sizeof choice);
+        if (unscaled.isUnscaled(choice)) {
+            float coefficient = 0.0F;
+            std::memcpy(&coefficient, image.data() + unscaled.field, sizeof coefficient);
+            double root = coefficient;
+            for (std::int32_t order = mOversampling; order > 1; order /= 2) {
+                root = std::sqrt(root);
+            }
+            coefficient = static_cast<float>(root);
+            std::memcpy(image.data() + unscaled.field, &coefficient, sizeof coefficient);
+        }
+    }
 }
 
 AAX_Result PacketExchange::post(AAX_CFieldIndex field, const void* payload, std::uint32_t size) {
@@ -72,6 +105,7 @@ void PacketExchange::endSet() {
 void PacketExchange::publish() {
     // The whole image is copied, so that a value is kept however many images the reader skips.
     std::copy(mStaging.begin(), mStaging.end(), mBuffer.back().begin());
+    scale(mBuffer.back());
     mBuffer.publish();
     mIsChanged = false;
 }
@@ -180,7 +214,10 @@ AudioContext::AudioContext(InstanceState& state)
     for (const FieldDescription& field : state.variant.fields) {
         mPointers[static_cast<std::size_t>(field.index)] = pointerFor(field);
     }
-    bindPorts();
+    if (state.setup.coefficientDelayFrames > 0) {
+        mDelay.emplace(state.packets.imageBytes(), state.setup.coefficientDelayFrames);
+    }
+    bindPorts(mDelay ? mDelay->inForce() : state.packets.image());
 }
 
 void* AudioContext::pointerFor(const FieldDescription& field) {
@@ -212,8 +249,7 @@ void* AudioContext::pointerFor(const FieldDescription& field) {
     return nullptr;
 }
 
-void AudioContext::bindPorts() noexcept {
-    const std::byte* image = mState.packets.image();
+void AudioContext::bindPorts(const std::byte* image) noexcept {
     for (const Port& port : mState.packets.ports()) {
         // The routine reads its ports; the context block has no type of its own for that.
         mPointers[static_cast<std::size_t>(port.field)] = const_cast<std::byte*>(image + port.offset);
@@ -224,33 +260,70 @@ void AudioContext::run(const float* const* inputs, float* const* outputs, std::i
                        std::int32_t frames) noexcept {
     takeUpPackets();
     void* const instances[] = {begin(inputs, outputs, offset, frames)};
-    mProcess(instances, instances + 1);
+    if (mDelay) {
+        runParts(inputs, outputs, offset, frames);
+    } else {
+        mProcess(instances, instances + 1);
+    }
     end();
 }
 
 void AudioContext::takeUpPackets() noexcept {
-    if (mState.packets.acquire()) {
-        bindPorts();
+    if (!mState.packets.acquire()) {
+        return;
+    }
+    if (mDelay) {
+        mDelay->take({mState.packets.image(), mState.packets.imageBytes()},
+                     mState.positionFrames.load(std::memory_order_relaxed));
+    } else {
+        bindPorts(mState.packets.image());
     }
 }
 
 void* AudioContext::begin(const float* const* inputs, float* const* outputs, std::int32_t offset,
                           std::int32_t frames) noexcept {
-    for (std::size_t channel = 0; channel < mInputs.size(); ++channel) {
-        mInputs[channel] = inputs[channel] + offset;
-    }
-    for (std::size_t channel = 0; channel < mOutputs.size(); ++channel) {
-        mOutputs[channel] = outputs[channel] + offset;
-    }
+    point(inputs, outputs, offset);
     mFrames = frames;
     mClock = mState.positionFrames.load(std::memory_order_relaxed);
     mState.meters.beforeBuffer();
     return mPointers.data();
 }
 
+void AudioContext::point(const float* const* inputs, float* const* outputs, std::int32_t offset) noexcept {
+    for (std::size_t channel = 0; channel < mInputs.size(); ++channel) {
+        mInputs[channel] = inputs[channel] + offset;
+    }
+    for (std::size_t channel = 0; channel < mOutputs.size(); ++channel) {
+        mOutputs[channel] = outputs[channel] + offset;
+    }
+}
+
+// A call of the routine for each run of frames with the same coefficients.
+void AudioContext::runParts(const float* const* inputs, float* const* outputs, std::int32_t offset,
+                            std::int32_t frames) noexcept {
+    const std::int64_t position = mClock;
+    void* const instances[] = {mPointers.data()};
+    std::int32_t done = 0;
+    do {
+        mClock = position + done;
+        mFrames = mDelay->begin(mClock, frames - done);
+        point(inputs, outputs, offset + done);
+        mProcess(instances, instances + 1);
+        done += mFrames;
+    } while (done < frames);
+    mClock = position;
+    mFrames = frames;
+}
+
 void AudioContext::end() noexcept {
     mState.meters.afterBuffer(mFrames);
     mState.positionFrames.store(mClock + mFrames, std::memory_order_relaxed);
+}
+
+void AudioContext::restartCoefficients() noexcept {
+    if (mDelay) {
+        mDelay->restart();
+    }
 }
 
 std::span<std::byte> AudioContext::privateData(AAX_CFieldIndex field) const {

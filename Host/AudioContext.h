@@ -3,8 +3,11 @@
 #define VARNO_HOST_AUDIOCONTEXT_H
 
 #include "AAX.h"
+#include "Host/CoefficientDelay.h"
+#include "Host/HostOptions.h"
 #include "Host/ModuleDescription.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -68,8 +71,10 @@ class PacketExchange {
 public:
     using Image = std::vector<std::byte>;
 
-    /// Ports of a variant; every packet is zero until posted.
-    explicit PacketExchange(const VariantDescription& variant);
+    /// Ports of a variant; every packet is zero until posted. Above an `oversampling` of 1, each of the
+    /// coefficients is published as its root of that order, a power of 2, while it is unscaled.
+    explicit PacketExchange(const VariantDescription& variant, std::int32_t oversampling = 1,
+                            const std::vector<UnscaledCoefficient>& coefficients = {});
 
     /// Takes a packet of `size` bytes (copied) for a port. It is published at once, unless a set is open.
     /// Returns AAX_SUCCESS; AAX_ERROR_INVALID_FIELD_INDEX for a field that is no port;
@@ -86,13 +91,26 @@ public:
     bool acquire() noexcept { return mBuffer.acquire(); }
     /// The image acquired last, unchanged until the next `acquire`. [audio]
     const std::byte* image() const noexcept { return mBuffer.front().data(); }
+    /// Bytes of every image. [any]
+    std::size_t imageBytes() const noexcept { return mStaging.size(); }
     /// All ports in field order of declaration. [any]
     const std::vector<Port>& ports() const { return mPorts; }
 
 private:
+    /// An unscaled coefficient by the places of its ports in the image.
+    struct Unscaled {
+        std::size_t field;
+        std::size_t choice;
+        bool (*isUnscaled)(float choice);
+    };
+
     void publish();
+    std::optional<std::size_t> floatPort(AAX_CFieldIndex field) const;
+    void scale(Image& image) const;
 
     std::vector<Port> mPorts;
+    std::int32_t mOversampling;
+    std::vector<Unscaled> mUnscaled;
     Image mStaging; ///< Each port's last packet.
     TripleBuffer<Image> mBuffer;
     bool mIsSetOpen = false;
@@ -121,6 +139,10 @@ public:
     float* taps() noexcept { return mTaps.data(); }
     /// While the effect is bypassed, taps of gain reduction stay at 0. From the next buffer on. [audio]
     void setBypassed(bool isBypassed) noexcept { mIsBypassed = isBypassed; }
+    /// Takes over the taps of another bank of the same meters. [audio]
+    void copyTaps(const MeterBank& other) noexcept {
+        std::copy(other.mTaps.begin(), other.mTaps.end(), mTaps.begin());
+    }
     /// Lets the taps fall by the time of the last buffer, before the next one. [audio]
     void beforeBuffer() noexcept;
     /// Makes the taps readable, after a buffer of `frames` frames. [audio]
@@ -187,11 +209,14 @@ public:
     void run(const float* const* inputs, float* const* outputs, std::int32_t offset,
              std::int32_t frames) noexcept;
     /// The parts of `run`, for a routine that is called with several contexts: the packets; what leads to the
-    /// call, with the context for it; what follows it. [audio]
+    /// call, with the context for it; what follows it. Not for an instance whose coefficients are delayed.
+    /// [audio]
     void takeUpPackets() noexcept;
     void* begin(const float* const* inputs, float* const* outputs, std::int32_t offset,
                 std::int32_t frames) noexcept;
     void end() noexcept;
+    /// The settings that have arrived, and those before the next frame, come into force at once. [audio]
+    void restartCoefficients() noexcept;
     /// The bytes of a private-data field; empty for a field that is none. While nothing runs. [main]
     std::span<std::byte> privateData(AAX_CFieldIndex field) const;
 
@@ -202,7 +227,10 @@ private:
     };
 
     void* pointerFor(const FieldDescription& field);
-    void bindPorts() noexcept;
+    void bindPorts(const std::byte* image) noexcept;
+    void point(const float* const* inputs, float* const* outputs, std::int32_t offset) noexcept;
+    void runParts(const float* const* inputs, float* const* outputs, std::int32_t offset,
+                  std::int32_t frames) noexcept;
 
     InstanceState& mState;
     AAX_CProcessProc mProcess;
@@ -211,6 +239,7 @@ private:
     std::vector<AlignedBlock> mTemporary;
     std::vector<const float*> mInputs;
     std::vector<float*> mOutputs;
+    std::optional<CoefficientDelay> mDelay; ///< Nothing: coefficients come into force as they arrive.
     std::int32_t mFrames = 0;
     float mSampleRateHz;
     std::int64_t mClock = 0;

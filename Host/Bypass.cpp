@@ -7,16 +7,18 @@ namespace varno {
 
 namespace {
 
-BypassFormat formatOf(const InstanceSetup& setup, std::int32_t latencyFrames) {
-    return {static_cast<std::size_t>(setup.channels), setup.maximumFrames, setup.sampleRateHz, latencyFrames};
+BypassFormat formatOf(const Oversampling& effect) {
+    const InstanceSetup& setup = effect.instance().setup();
+    return {static_cast<std::size_t>(setup.channels), setup.maximumFrames, setup.sampleRateHz,
+            effect.mostLatencyFrames()};
 }
 
 } // namespace
 
 BypassFade::BypassFade(const BypassFormat& format)
     : mKept(format.channels,
-            std::vector<float>(static_cast<std::size_t>(format.latencyFrames + format.maximumFrames))),
-      mLatencyFrames(format.latencyFrames),
+            std::vector<float>(static_cast<std::size_t>(format.mostLatencyFrames + format.maximumFrames))),
+      mHistoryFrames(format.mostLatencyFrames),
       // The ends of a fade are two states at any rate.
       mFadeFrames(
           std::max(1, static_cast<std::int32_t>(std::lround(kBypassFadeSeconds * format.sampleRateHz)))) {
@@ -25,7 +27,7 @@ BypassFade::BypassFade(const BypassFormat& format)
 void BypassFade::restart() noexcept {
     mIsStarting = true;
     for (std::vector<float>& kept : mKept) {
-        std::fill_n(kept.begin(), mLatencyFrames, 0.0F);
+        std::fill_n(kept.begin(), mHistoryFrames, 0.0F);
     }
 }
 
@@ -39,14 +41,14 @@ void BypassFade::keep(std::span<const float* const> inputs, std::int32_t frames,
         if (isAllProcessed()) {
             keepEnd(mKept[channel], inputs[channel], frames);
         } else {
-            std::copy_n(inputs[channel], frames, mKept[channel].begin() + mLatencyFrames);
+            std::copy_n(inputs[channel], frames, mKept[channel].begin() + mHistoryFrames);
         }
     }
 }
 
 void BypassFade::keepEnd(std::vector<float>& kept, const float* input, std::int32_t frames) const noexcept {
-    const std::int32_t arriving = std::min(frames, mLatencyFrames);
-    const std::int32_t staying = mLatencyFrames - arriving;
+    const std::int32_t arriving = std::min(frames, mHistoryFrames);
+    const std::int32_t staying = mHistoryFrames - arriving;
     std::copy_n(kept.begin() + arriving, staying, kept.begin());
     std::copy_n(input + (frames - arriving), arriving, kept.begin() + staying);
 }
@@ -57,12 +59,13 @@ void BypassFade::blend(std::span<float* const> outputs, std::int32_t frames) noe
     }
     for (std::size_t channel = 0; channel < mKept.size(); ++channel) {
         std::vector<float>& kept = mKept[channel];
+        const float* const bypassed = kept.data() + (mHistoryFrames - mLatencyFrames);
         if (mPosition != mEnd) {
-            fade(outputs[channel], kept.data(), frames);
+            fade(outputs[channel], bypassed, frames);
         } else {
-            std::copy_n(kept.begin(), frames, outputs[channel]);
+            std::copy_n(bypassed, frames, outputs[channel]);
         }
-        std::copy_n(kept.begin() + frames, mLatencyFrames, kept.begin());
+        std::copy_n(kept.begin() + frames, mHistoryFrames, kept.begin());
     }
     mPosition += std::clamp(mEnd - mPosition, -frames, frames);
 }
@@ -80,28 +83,37 @@ void BypassFade::fade(float* output, const float* bypassed, std::int32_t frames)
     }
 }
 
-Bypass::Bypass(Instance& instance, std::int32_t latencyFrames)
-    : mInstance(instance),
-      mFade(formatOf(instance.setup(), latencyFrames)),
-      mInputs(static_cast<std::size_t>(instance.setup().channels)),
+Bypass::Bypass(Oversampling& effect)
+    : mEffect(effect),
+      mFade(formatOf(effect)),
+      mInputs(static_cast<std::size_t>(effect.instance().setup().channels)),
       mOutputs(mInputs.size()) {
+}
+
+void Bypass::reset() {
+    mEffect.reset();
+    mFade.restart();
 }
 
 void Bypass::process(const float* const* inputs, float* const* outputs, std::int32_t frames) noexcept {
     const bool isBypassed = this->isBypassed();
-    mInstance.meters().setBypassed(isBypassed);
+    Instance& instance = mEffect.instance();
+    instance.meters().setBypassed(isBypassed);
     if (frames == 0) {
-        mInstance.process(inputs, outputs, 0);
+        mEffect.process(inputs, outputs, 0);
     }
     for (std::int32_t done = 0; done < frames;) {
-        const std::int32_t length = std::min(frames - done, mInstance.setup().maximumFrames);
+        const std::int32_t length =
+            std::min({frames - done, instance.setup().maximumFrames, mEffect.framesHeld()});
         for (std::size_t channel = 0; channel < mInputs.size(); ++channel) {
             mInputs[channel] = inputs[channel] + done;
             mOutputs[channel] = outputs[channel] + done;
         }
+        mFade.setLatency(mEffect.latencyFrames());
         mFade.keep(mInputs, length, isBypassed);
-        mInstance.process(mInputs.data(), mOutputs.data(), length);
+        mEffect.process(mInputs.data(), mOutputs.data(), length);
         mFade.blend(mOutputs, length);
+        mEffect.fade(mOutputs.data(), length);
         done += length;
     }
 }

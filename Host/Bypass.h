@@ -2,7 +2,7 @@
 #ifndef VARNO_HOST_BYPASS_H
 #define VARNO_HOST_BYPASS_H
 
-#include "Host/Instance.h"
+#include "Host/Oversampling/Oversampling.h"
 
 #include <atomic>
 #include <cstdint>
@@ -19,7 +19,7 @@ struct BypassFormat {
     std::size_t channels = 2;
     std::int32_t maximumFrames = 512; ///< Largest buffer, at least 1.
     double sampleRateHz = kDefaultSampleRateHz;
-    std::int32_t latencyFrames = 0; ///< Of the processed sound; the bypassed one is delayed by as much.
+    std::int32_t mostLatencyFrames = 0; ///< The largest of setLatency.
 };
 
 /// Fades linearly between what was processed and the delayed input. Outside a fade both pass bit for bit. The
@@ -30,6 +30,9 @@ public:
     /// Allocates for the largest buffer. [main]
     explicit BypassFade(const BypassFormat& format);
 
+    /// The latency of the processed sound: the bypassed one is delayed by as much, from the next `blend` on.
+    /// It is 0 at the start.
+    void setLatency(std::int32_t frames) noexcept { mLatencyFrames = frames; }
     /// Clears the sound so far; the state of the next `keep` is in force at once.
     void restart() noexcept;
     /// Keeps what it needs of a buffer of each channel, of 1 to maximumFrames frames, before it is processed:
@@ -44,38 +47,39 @@ private:
     void keepEnd(std::vector<float>& kept, const float* input, std::int32_t frames) const noexcept;
     void fade(float* output, const float* bypassed, std::int32_t frames) const noexcept;
 
-    /// Per channel the last mLatencyFrames frames before the present buffer, then that buffer.
+    /// Per channel the last mHistoryFrames frames before the present buffer, then that buffer.
     std::vector<std::vector<float>> mKept;
-    std::int32_t mLatencyFrames;
+    std::int32_t mHistoryFrames;
+    std::int32_t mLatencyFrames = 0;
     std::int32_t mFadeFrames;
     std::int32_t mPosition = 0; ///< 0: bypassed, mFadeFrames: processed.
     std::int32_t mEnd = 0;      ///< Where the fade leads to, or has led.
     bool mIsStarting = true;
 };
 
-/// An instance that can be bypassed while it processes. It goes on processing meanwhile, so that it can be
+/// An effect that can be bypassed while it processes. It goes on processing meanwhile, so that it can be
 /// heard again at any time; its meters of gain reduction read 0 then. The effect's own master bypass is
 /// another one, which this class leaves alone.
 class Bypass {
 public:
-    /// Not bypassed. @param instance outlives this object; nothing else processes it
-    /// @param latencyFrames of the processed sound, 0 or more [main]
-    Bypass(Instance& instance, std::int32_t latencyFrames);
+    /// Not bypassed. @param effect outlives this object; nothing else processes it [main]
+    explicit Bypass(Oversampling& effect);
 
-    Instance& instance() noexcept { return mInstance; }
+    Oversampling& effect() noexcept { return mEffect; }
+    const Oversampling& effect() const noexcept { return mEffect; }
 
     /// In force from the next block on. [any]
     void set(bool isBypassed) noexcept { mIsBypassed.store(isBypassed, std::memory_order_relaxed); }
     bool isBypassed() const noexcept { return mIsBypassed.load(std::memory_order_relaxed); }
-    /// Puts the fade back to its start: the state at the next block is in force at once. While nothing
-    /// processes. [main]
-    void restart() noexcept { mFade.restart(); }
-    /// Instance::process, then the fade. Channels may share memory as those of the instance may. No lock, no
-    /// allocation, no system call, no exception. [audio]
+    /// Resets the effect and puts the fade back to its start: the state at the next block is in force at
+    /// once. While nothing processes. [main]
+    void reset();
+    /// Processes, then fades where the bypass changes, then where the oversampling does. Channels may share
+    /// memory as those of an instance may. No lock, no allocation, no system call, no exception. [audio]
     void process(const float* const* inputs, float* const* outputs, std::int32_t frames) noexcept;
 
 private:
-    Instance& mInstance;
+    Oversampling& mEffect;
     BypassFade mFade;
     std::vector<const float*> mInputs; ///< Of the present buffer.
     std::vector<float*> mOutputs;

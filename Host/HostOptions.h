@@ -6,6 +6,7 @@
 #include "Host/ContractMonitor.h"
 #include "Host/ModuleDescription.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -27,6 +28,26 @@ struct SampleRateRange {
 /// text. [any]
 std::optional<std::string> sampleRateRefusal(const SampleRateRange& range, double sampleRateHz);
 
+/// A coefficient per sample that a module does not scale to the rate while another field has certain values.
+struct UnscaledCoefficient {
+    AAX_CFieldIndex field = 0;  ///< A data-in port of one float, 0 to 1.
+    AAX_CFieldIndex choice = 0; ///< Another one, which decides.
+    bool (*isUnscaled)(float choice) = nullptr;
+};
+
+/// What a host that oversamples knows of its module; it knows no field by itself.
+struct OversamplingRules {
+    std::vector<UnscaledCoefficient> coefficients;
+    /// The private-data field of which instances at two rates share parts.
+    AAX_CFieldIndex stateField = 0;
+    struct Bytes {
+        std::size_t offset = 0;
+        std::size_t size = 0;
+    };
+    /// Those parts.
+    std::vector<Bytes> carriedState;
+};
+
 /// The rate in Hz where nothing else decides.
 inline constexpr double kDefaultSampleRateHz = 48000.0;
 
@@ -37,6 +58,11 @@ struct InstanceSetup {
     std::int32_t maximumFrames = 512;           ///< Largest buffer passed to the routine, at least 1.
     bool offline = false;                       ///< What the controller reports about rendering offline.
     std::string effectID{};                     ///< Which effect of the module; empty for the first.
+    /// How many times the sound's own rate sampleRateHz is: above 1, OversamplingRules apply.
+    std::int32_t oversampling = 1;
+    /// Coefficients come into force this many frames after the start of the buffer that they arrive before,
+    /// but for the first ones. An instance above 0 is in no InstanceGroup.
+    std::int32_t coefficientDelayFrames = 0;
 };
 
 /// What the host reports about one of its features.
@@ -56,6 +82,8 @@ struct HostOptions {
         {AAX_FeatureUID_ExtendedStemFormats, AAX_eSupportLevel_Unsupported, {}}};
     /// The sample rates at which the module's effects are used; an instance at another rate is refused.
     SampleRateRange sampleRates;
+    /// For instances that run at a multiple of the sound's rate.
+    OversamplingRules oversampling;
     /// The folder of a linked-in module's resources; a bundle has its own.
     std::filesystem::path resources;
     /// Called with every trace line, on the thread of the module that writes it; may be empty.

@@ -230,6 +230,15 @@ void Instance::answer(const std::vector<ValueRequest>& requests) {
         update(request.id, request.normalized);
     }
     generateCoefficients();
+    if (mFollower != nullptr) {
+        std::vector<BufferValue> values;
+        for (const ValueRequest& request : requests) {
+            if (const ParameterInfo* info = parameter(request.id)) {
+                values.push_back({static_cast<std::size_t>(info->index), request.normalized});
+            }
+        }
+        mFollower->follow(values);
+    }
     for (auto request = requests.begin(); mEditor != nullptr && request != requests.end(); ++request) {
         // Once for each parameter, however often it was requested.
         if (std::ranges::find(requests.begin(), request, request->id, &ValueRequest::id) == request) {
@@ -261,6 +270,9 @@ bool Instance::setBeforeBuffer(std::span<const BufferValue> values) noexcept {
         }
     }
     generateCoefficients();
+    if (mFollower != nullptr) {
+        mFollower->follow(values);
+    }
     return true;
 }
 
@@ -290,6 +302,31 @@ void Instance::endProcessing() noexcept {
     mIsProcessing.store(false, std::memory_order_release);
 }
 
+void Instance::passBy(std::int32_t frames, const MeterBank& meters) noexcept {
+    InstanceState& state = mHost->state();
+    state.meters.copyTaps(meters);
+    state.meters.afterBuffer(frames);
+    state.positionFrames.store(state.positionFrames.load(std::memory_order_relaxed) + frames,
+                               std::memory_order_relaxed);
+}
+
+void Instance::continueFrom(const Instance& other) noexcept {
+    const OversamplingRules& rules = mTicket.module().options().oversampling;
+    const std::span<const std::byte> from = other.privateData(rules.stateField);
+    const std::span<std::byte> to = mAudio->privateData(rules.stateField);
+    for (const OversamplingRules::Bytes& part : rules.carriedState) {
+        if (part.offset + part.size <= std::min(from.size(), to.size())) {
+            std::ranges::copy(from.subspan(part.offset, part.size), to.begin() + part.offset);
+        }
+    }
+    mAudio->restartCoefficients();
+}
+
+void Instance::setFollower(ValueFollower* follower) {
+    const MainGate::Scope scope(mHost->state().gate, "Instance::setFollower");
+    mFollower = follower;
+}
+
 void Instance::reset() {
     const MainGate::Scope scope(mHost->state().gate, "Instance::reset");
     if (mIsProcessing.load(std::memory_order_acquire)) {
@@ -297,6 +334,7 @@ void Instance::reset() {
         return;
     }
     resetPrivateData();
+    mAudio->restartCoefficients();
     mHost->state().meters.reset();
     mHost->state().positionFrames.store(0);
 }

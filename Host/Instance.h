@@ -47,6 +47,17 @@ struct BufferValue {
     double normalized = 0.0;   ///< 0 to 1.
 };
 
+/// Receives what the parameters of an instance are set to.
+class ValueFollower {
+public:
+    /// The values of this call are in force from the instance's next buffer on. On the audio thread, or on
+    /// another one during a [main] call; one call at a time. Allocates nothing and never waits. [any]
+    virtual void follow(std::span<const BufferValue> values) noexcept = 0;
+
+protected:
+    ~ValueFollower() = default;
+};
+
 /// One instance of an effect: data model, algorithm and, if asked for, editor.
 ///
 /// Threads: operations marked [main] are serialised by the instance itself; they may be called on any thread
@@ -70,6 +81,8 @@ public:
     // What it is. [any]
 
     const Module& module() const { return mTicket.module(); }
+    /// To make another instance of it.
+    const std::shared_ptr<Module>& sharedModule() const { return mTicket.sharedModule(); }
     const EffectDescription& effect() const { return *mEffect; }
     const VariantDescription& variant() const { return *mVariant; }
     const InstanceSetup& setup() const { return mSetup; }
@@ -110,6 +123,12 @@ public:
     /// processed in several buffers. Coefficients, meters and the transport move once per buffer. No lock, no
     /// allocation, no system call, no exception. [audio]
     void process(const float* const* inputs, float* const* outputs, std::int32_t frames) noexcept;
+    /// In the place of `process`, where another instance has processed the buffer: the position moves, and
+    /// the meters show that instance's. [audio]
+    void passBy(std::int32_t frames, const MeterBank& meters) noexcept;
+    /// Copies what OversamplingRules name of the private state of another instance, and has settings come
+    /// into force at once (see InstanceSetup::coefficientDelayFrames), as at the start. [audio]
+    void continueFrom(const Instance& other) noexcept;
     /// Puts algorithm, meters and transport back to their start, parameters stay; while nothing processes.
     /// [main]
     void reset();
@@ -150,6 +169,8 @@ public:
     AAX_IACFEffectParameters& dataModel();
     /// The host object that the module has received, borrowed.
     InstanceHost& host() { return *mHost; }
+    /// Has another object follow the values, until null is set. It is borrowed. [main]
+    void setFollower(ValueFollower* follower);
 
 private:
     friend class Editor;
@@ -180,6 +201,7 @@ private:
     std::vector<ParameterInfo> mParameters;
     std::unique_ptr<AudioContext> mAudio;
     Editor* mEditor = nullptr; ///< The open editor, which is the caller's.
+    ValueFollower* mFollower = nullptr;
     std::atomic<bool> mIsProcessing{false};
 };
 

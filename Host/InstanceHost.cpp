@@ -126,7 +126,7 @@ InstanceState::InstanceState(std::shared_ptr<HostContext> sharedContext, const E
       variant(itsVariant),
       setup(itsSetup),
       gate(context->monitor),
-      packets(variant),
+      packets(variant, setup.oversampling, context->options.oversampling.coefficients),
       meters(meterIDs(variant), setup.sampleRateHz, reductionTapsOf(itsEffect, meterIDs(variant).size())) {
 }
 

@@ -117,6 +117,7 @@ public:
         ~InstanceTicket();
 
         const Module& module() const { return *mModule; }
+        const std::shared_ptr<Module>& sharedModule() const { return mModule; }
 
     private:
         std::shared_ptr<Module> mModule;

@@ -76,6 +76,7 @@ measure_required() {
     measure routine routine "$1" &&
         measure_set baseline &&
         measure settings settings "$2" &&
+        measure plugin plugin '^plugin/quality' &&
         measure render render "$3" &&
         measure_once memory render '^memory/song'
 }

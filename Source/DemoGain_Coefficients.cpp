@@ -52,14 +52,12 @@ constexpr int kLastCurve = static_cast<int>(std::size(kCurves)) - 1;
 
 // The curve with the longest times.
 constexpr int kLongCurve = 5;
-// The curve whose attack does not scale with the sample rate; intended.
-constexpr int kFixedAttackCurve = 7;
 
 // Attack: exponent of the coefficient per sample at the reference rate, ln 0.95 (of the single-precision
 // number) at the shortest attack, rising by kAttackRange to ln 0.9995 at the longest.
 constexpr double kShortestAttack = -0.051293306;
 constexpr double kAttackRange = 0.050793156;
-// The same of kFixedAttackCurve, as a coefficient: 0.6 to 0.999.
+// The same of kDemoGain_FixedAttackCurve, as a coefficient: 0.6 to 0.999.
 constexpr double kShortestFixedAttack = 0.6;
 constexpr double kFixedAttackRange = 0.399;
 
@@ -81,7 +79,7 @@ constexpr double kLongSlow = 0.99998;
 
 // Attack coefficient per sample. `q` is the fourth root of the normalized attack.
 double attackCoef(double q, int curve, double rateScale) {
-    if (curve == kFixedAttackCurve) {
+    if (curve == kDemoGain_FixedAttackCurve) {
         return kShortestFixedAttack + kFixedAttackRange * q;
     }
     return std::exp((kAttackRange * q + kShortestAttack) * rateScale);

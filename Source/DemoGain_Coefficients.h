@@ -32,6 +32,9 @@ struct SDemoGain_Dynamics {
 /// Single precision. [any]
 int DemoGain_CurveIndex(float ratio);
 
+/// The curve whose attack coefficient is the same at every sample rate; intended.
+inline constexpr int kDemoGain_FixedAttackCurve = 7;
+
 /// Time constants and curve at `sampleRate` (Hz, positive and finite). [any]
 SDemoGain_Dynamics DemoGain_ComputeDynamics(const SDemoGain_DynamicsValues& values, double sampleRate);
 

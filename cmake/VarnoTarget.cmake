@@ -55,7 +55,7 @@ if(VARNO_COVERAGE)
   target_link_options(varno_settings INTERFACE --coverage)
 endif()
 
-# varno_offer(TARGET FOLDER): whoever links the target may include the folder's headers by the folder's name and theirs
+# varno_offer(TARGET FOLDER [FOLDERS BELOW...]): whoever links the target may include the folder's headers by the folder's name and theirs
 # ("Host/Instance.h"), and none of the folders beside it: a link to the folder stands in an include directory of its own.
 function(varno_offer target folder)
   cmake_path(GET folder FILENAME name)
@@ -63,7 +63,8 @@ function(varno_offer target folder)
   file(MAKE_DIRECTORY ${directory})
   file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${directory}/${name} SYMBOLIC)
   target_include_directories(${target} PUBLIC ${directory})
-  varno_check_headers(${target} ${PROJECT_SOURCE_DIR}/${folder})
+  list(TRANSFORM ARGN PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE below)
+  varno_check_headers(${target} ${PROJECT_SOURCE_DIR}/${folder} ${below})
 endfunction()
 
 # varno_headers(TARGET DIRECTORY FOLDERS...): whoever links the target may include the directory's headers by their names

@@ -1,5 +1,7 @@
 #include "LV2/Plugin.h"
 
+#include "DemoGain_Oversampling.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -30,7 +32,8 @@ Plugin::Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sam
     : mInstance(std::move(module), setupFor(channels, sampleRateHz)),
       mPorts(portsOf(mInstance)),
       mValues(mInstance, mPorts),
-      mBypass(mInstance, kLatencyFrames),
+      mEffect(mInstance, {.routineLatencyFrames = kDemoGain_LatencyFrames, .canChange = true}),
+      mBypass(mEffect),
       mMeters(mInstance.meters().ids().size(), MeterHold(sampleRateHz)),
       mUnconnected(mPorts.size()),
       mOwnValues(mPorts.size()),
@@ -40,6 +43,7 @@ Plugin::Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sam
       mEnabledPort(firstPort(PortKind::kEnabled)),
       mMeterPort(firstPort(PortKind::kMeter)),
       mLatencyPort(firstPort(PortKind::kLatency)),
+      mQualityPort(firstPort(PortKind::kQuality)),
       mInputs(static_cast<std::size_t>(channels)),
       mOutputs(static_cast<std::size_t>(channels)),
       mSilence(kBufferFrames),
@@ -61,6 +65,7 @@ void Plugin::unconnect() {
         }
     }
     mOwnValues[mEnabledPort] = 1.0F;
+    mOwnValues[mQualityPort] = 1.0F;
     mConnected = mUnconnected;
 }
 
@@ -71,9 +76,8 @@ void Plugin::connect(std::uint32_t port, void* data) noexcept {
 }
 
 void Plugin::activate() {
-    mInstance.reset();
+    mBypass.reset();
     mValues.restart();
-    mBypass.restart();
     for (MeterHold& meter : mMeters) {
         meter.restart();
     }
@@ -83,6 +87,7 @@ void Plugin::run(std::uint32_t frames) noexcept {
     // Written so that what is not a number counts as the default.
     mBypass.set(*mConnected[mEnabledPort] <= 0.0F);
     if (frames > 0) {
+        readQuality();
         mValues.read(&mConnected[mControlPort]);
     }
     for (std::uint32_t done = 0; done < frames;) {
@@ -98,7 +103,22 @@ void Plugin::run(std::uint32_t frames) noexcept {
     if (frames == 0) {
         showMeters(0);
     }
-    *mConnected[mLatencyPort] = static_cast<float>(kLatencyFrames);
+    *mConnected[mLatencyPort] = static_cast<float>(mEffect.latencyFrames());
+}
+
+// Where the module is busy, the next run tries again.
+void Plugin::readQuality() noexcept {
+    const float found = *mConnected[mQualityPort];
+    if (found == mSeenQuality || std::isnan(found)) {
+        return;
+    }
+    std::int32_t quality = 1;
+    for (const std::int32_t factor : kOversamplingFactors) {
+        quality = static_cast<float>(factor) <= found ? factor : quality;
+    }
+    if (mEffect.setFactorBeforeBuffer(quality)) {
+        mSeenQuality = found;
+    }
 }
 
 void Plugin::point(std::uint32_t offset) noexcept {

@@ -15,10 +15,6 @@
 
 namespace varno {
 
-/// Latency of the processed sound in frames: the detector looks that far ahead. The bypassed sound has the
-/// same latency.
-inline constexpr std::int32_t kLatencyFrames = 1;
-
 /// Least time for which a peak stays: windows of hosts read meters about 25 times a second.
 inline constexpr double kMeterHoldSeconds = 0.040;
 
@@ -74,10 +70,12 @@ private:
     void unconnect();
     void point(std::uint32_t offset) noexcept;
     void showMeters(std::int32_t frames) noexcept;
+    void readQuality() noexcept;
 
     Instance mInstance;
     std::vector<PortInfo> mPorts;
     ControlValues mValues;
+    Oversampling mEffect;
     Bypass mBypass;
     std::vector<MeterHold> mMeters;
 
@@ -90,6 +88,8 @@ private:
     std::size_t mEnabledPort;
     std::size_t mMeterPort;
     std::size_t mLatencyPort;
+    std::size_t mQualityPort;
+    float mSeenQuality = 1.0F; ///< The last value of its port that was given to the effect.
 
     std::vector<const float*> mInputs; ///< Of the present buffer.
     std::vector<float*> mOutputs;

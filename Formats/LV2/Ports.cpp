@@ -52,6 +52,7 @@ std::vector<PortInfo> portsOf(const Instance& instance) {
         list.add(portText(kMeterPorts, meters[tap].name).symbol, PortKind::kMeter, tap);
     }
     list.add("latency", PortKind::kLatency);
+    list.add("quality", PortKind::kQuality);
     return list.take();
 }
 

@@ -34,6 +34,7 @@ enum class PortKind {
     kEnabled,   ///< Input: the host's bypass; 0 or less bypasses.
     kMeter,     ///< Output: what a meter of the effect shows, 1.0 is its full scale.
     kLatency,   ///< Output: latency of the sound in frames.
+    kQuality,   ///< Input: the factor of oversampling; of one that there is not, the next lower one.
 };
 
 /// One port. Hosts save symbols and some go by indices: neither may ever change.
@@ -46,8 +47,8 @@ struct PortInfo {
 };
 
 /// The ports of the instance's variant in the order of their indices: audio inputs, audio outputs, every
-/// parameter but the master bypass, enabled, meters, latency. Throws std::out_of_range for a parameter or
-/// meter without a row in PortTexts.h. [any]
+/// parameter but the master bypass, enabled, meters, latency, quality. Throws std::out_of_range for a
+/// parameter or meter without a row in PortTexts.h. [any]
 std::vector<PortInfo> portsOf(const Instance& instance);
 
 /// The port of this symbol, null when there is none. [any]

@@ -1,7 +1,7 @@
 #include "LV2/SharedModule.h"
 
-#include "DemoGain_SampleRates.h"
 #include "Host/Module.h"
+#include "Surround/Settings/EffectHost.h"
 
 namespace varno {
 
@@ -19,9 +19,7 @@ SharedModule::SharedModule()
 std::shared_ptr<Module> SharedModule::get() const {
     std::shared_ptr<Module> module = gModule.lock();
     if (module == nullptr) {
-        HostOptions options;
-        options.sampleRates = {DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz};
-        module = Module::linked(linkedEntryPoints(), options);
+        module = Module::linked(linkedEntryPoints(), effectHostOptions());
         gModule = module;
     }
     return module;

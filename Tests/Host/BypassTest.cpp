@@ -50,7 +50,8 @@ protected:
     Signal switchedAt(std::int32_t start, bool toBypass, const Signal& input,
                       const std::vector<std::int32_t>& blocks) {
         const auto instance = makeInstance({.channels = static_cast<std::int32_t>(input.size())});
-        Bypass bypass(*instance, 1);
+        Oversampling effect(*instance, {.routineLatencyFrames = 1});
+        Bypass bypass(effect);
         bypass.set(!toBypass);
         std::int32_t done = 0;
         const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
@@ -73,7 +74,8 @@ TEST_F(BypassTest, EitherEndIsExact) {
                     continue; // the fixture processes one channel after the other
                 }
                 const auto instance = makeInstance({.channels = channels});
-                Bypass bypass(*instance, 1);
+                Oversampling effect(*instance, {.routineLatencyFrames = 1});
+                Bypass bypass(effect);
                 EXPECT_FALSE(bypass.isBypassed());
                 bypass.set(isBypassed);
                 const auto outcome =
@@ -91,7 +93,8 @@ TEST_F(BypassTest, TheInputIsDelayedByTheLatencyWhateverTheBlocks) {
     for (const std::int32_t latency : {0, 1, 7, 600}) {
         for (const std::int32_t block : {1, 5, 7, 8, 512, 2000}) {
             const auto instance = makeInstance();
-            Bypass bypass(*instance, latency);
+            Oversampling effect(*instance, {.routineLatencyFrames = latency});
+            Bypass bypass(effect);
             bypass.set(true);
             const auto outcome = renderChecked(processorOf(bypass), input, {.blocks = {block}});
             ASSERT_EQ(firstDifference(delayed(input, latency), outcome.output), "")
@@ -106,7 +109,8 @@ TEST_F(BypassTest, NoFrameIsLostWhereTheFadeBegins) {
     for (const std::int32_t latency : {0, 1, 7, 600}) {
         for (const std::int32_t block : {1, 3, 500}) {
             const auto instance = makeInstance({.channels = 1});
-            Bypass bypass(*instance, latency);
+            Oversampling effect(*instance, {.routineLatencyFrames = latency});
+            Bypass bypass(effect);
             std::int32_t done = 0;
             const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
                 bypass.set(done >= 999);
@@ -172,26 +176,29 @@ TEST_F(BypassTest, DoesNotClick) {
 
 TEST_F(BypassTest, ItsEffectGoesOnMeanwhile) {
     const auto instance = makeInstance();
-    Bypass bypass(*instance, 1);
+    Oversampling effect(*instance, {.routineLatencyFrames = 1});
+    Bypass bypass(effect);
     bypass.set(true);
     renderChecked(processorOf(bypass), noise(2, 777, 5, 0.0), {.blocks = {100}});
     EXPECT_EQ(instance->position(), 777);
 }
 
-TEST_F(BypassTest, ARestartAppliesTheStateAtOnceToSilence) {
+TEST_F(BypassTest, AResetAppliesTheStateAtOnceToSilence) {
     const auto instance = makeInstance({.channels = 1});
-    Bypass bypass(*instance, 1);
+    Oversampling effect(*instance, {.routineLatencyFrames = 1});
+    Bypass bypass(effect);
     const Signal ones(1, std::vector<float>(100, 1.0F));
     renderChecked(processorOf(bypass), ones);
     bypass.set(true);
-    bypass.restart();
+    bypass.reset();
     EXPECT_EQ(firstDifference(delayed(ones, 1), renderChecked(processorOf(bypass), ones).output), "");
 }
 
 // 1 Hz is the lowest rate of the host: 10 ms are less than a frame.
 TEST_F(BypassTest, SwitchesAtTheLowestRateToo) {
     const auto instance = makeInstance({.channels = 1, .sampleRateHz = 1.0});
-    Bypass bypass(*instance, 0);
+    Oversampling effect(*instance, {.routineLatencyFrames = 0});
+    Bypass bypass(effect);
     bypass.set(true);
     const Signal ones(1, std::vector<float>(4, 1.0F));
     EXPECT_EQ(firstDifference(ones, renderChecked(processorOf(bypass), ones).output), "");

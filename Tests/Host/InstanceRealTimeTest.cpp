@@ -33,7 +33,8 @@ TEST_F(InstanceRealTimeTest, ProcessNeitherLocksNorAllocates) {
 
 TEST_F(InstanceRealTimeTest, NorDoesABypass) {
     const auto instance = makeInstance({.maximumFrames = 64});
-    Bypass bypass(*instance, 1);
+    Oversampling effect(*instance, {.routineLatencyFrames = 1});
+    Bypass bypass(effect);
     std::vector<float> buffer(500, 0.5F);
     float* channels[] = {buffer.data(), buffer.data()};
     for (const std::int32_t frames : {64, 0, 1, 500, 64, 500}) {
@@ -57,6 +58,24 @@ TEST_F(InstanceRealTimeTest, NorDoesAGroup) {
         test::RealTimeScope scope;
         group.process(buffers);
         EXPECT_EQ("", test::textOf(scope.finish())) << frames;
+    }
+}
+
+TEST_F(InstanceRealTimeTest, NorDoesOversamplingWhileItChanges) {
+    const auto instance = makeInstance({.maximumFrames = 64});
+    Oversampling effect(*instance, {.canChange = true});
+    Bypass bypass(effect);
+    std::vector<float> buffer(500, 0.5F);
+    float* channels[] = {buffer.data(), buffer.data()};
+    const BufferValue value{static_cast<std::size_t>(instance->parameter("Gain")->index), 0.25};
+    for (const std::int32_t factor : {8, 2, 1, 4}) {
+        for (const std::int32_t frames : {64, 0, 1, 500, 64, 500, 500}) {
+            test::RealTimeScope scope;
+            EXPECT_TRUE(effect.setFactorBeforeBuffer(factor));
+            EXPECT_TRUE(instance->setBeforeBuffer({&value, 1}));
+            bypass.process(channels, channels, frames);
+            EXPECT_EQ("", test::textOf(scope.finish())) << factor << ' ' << frames;
+        }
     }
 }
 

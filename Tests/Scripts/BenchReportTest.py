@@ -70,6 +70,8 @@ def good_results():
         + repeated("settings/dearest/rank:1", 10.5, label="drums: dearest"),
         "render": [timed("render/program", 1.0), timed("render/sndfile", 0.7), timed("render/routine", 0.29)],
         "memory": [timed("memory/song", 1.0, resident_MiB=14.0)],
+        "plugin": repeated("plugin/quality/factor:1", 10.0) + repeated("plugin/quality/factor:2", 26.0)
+        + repeated("plugin/quality/factor:4", 48.0) + repeated("plugin/quality/factor:8", 96.0),
         "model": [case("model/chunk/save/manual_time", 1e-6, allocations=3.0)],
         "editor": [timed("openToFirstPaint", 0.1)],
     }
@@ -108,6 +110,8 @@ class BenchReportTest(unittest.TestCase):
         self.assertEqual(self.row(done, "dearest")[3:], ["1.05", "aim reached"])
         self.assertEqual(self.row(done, "60 s of silence")[3:], ["0.90", "aim reached"])
         self.assertEqual(self.row(done, "per instance")[3:], ["1.08", "aim reached"])
+        self.assertEqual(self.row(done, "quality 2x")[1:], ["1.70 at most", "1.35", "1.30", "aim reached"])
+        self.assertEqual(self.row(done, "quality 8x")[3:], ["1.20", "aim reached"])
         self.assertEqual(self.row(done, "`varno render`")[3:], ["1.01", "aim reached"])
         self.assertEqual(self.row(done, "resident memory of that")[1:],
                          ["48 MiB at most", "25 MiB", "14 MiB", "aim reached"])

@@ -41,7 +41,7 @@ class BenchTest(FixtureProject):
         self.write("docs/performance.md", (ROOT / "docs/performance.md").read_text())
         self.calls = self.folder / "calls"
         results = json.dumps({"benchmarks": [{"run_name": "x", "run_type": "iteration", "items_per_second": 1.0}]})
-        for name in ("routine", "settings", "render", "model", "editor"):
+        for name in ("routine", "settings", "plugin", "render", "model", "editor"):
             path = self.root / f"build/release/Benchmarks/varno_bench_{name}"
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(PROGRAM.format(calls=self.calls, results=results))
@@ -65,7 +65,7 @@ class BenchTest(FixtureProject):
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertTrue(done.stdout.startswith("| figure | required |"), done.stdout)
         self.assertEqual([call[:2] for call in self.called()],
-                         [("routine", ""), ("routine", "baseline"), ("settings", ""), ("render", ""), ("render", ""),
+                         [("routine", ""), ("routine", "baseline"), ("settings", ""), ("plugin", ""), ("render", ""), ("render", ""),
                           ("routine", "avx2"), ("routine", "avx512"), ("model", ""), ("editor", "")])
         self.assertIn("--benchmark_enable_random_interleaving=true --benchmark_repetitions=15", self.called()[0][2])
         document = (self.root / "docs/performance.md").read_text()
@@ -87,7 +87,7 @@ class BenchTest(FixtureProject):
         done = self.run_script("bench", "--check")
         self.assertEqual(done.returncode, 1)
         self.assertIn("\nmissed: stereo, 512-frame buffers, AVX2 or better, against literal: not measured", done.stderr)
-        self.assertEqual([call[0] for call in self.called()], ["routine", "routine", "settings", "render", "render"])
+        self.assertEqual([call[0] for call in self.called()], ["routine", "routine", "settings", "plugin", "render", "render"])
         self.assertEqual((self.root / "docs/performance.md").read_text(), before)
 
     def test_a_program_that_fails_ends_it(self):

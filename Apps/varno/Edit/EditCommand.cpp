@@ -3,6 +3,7 @@
 #include "Edit/EditOptions.h"
 #include "Session/LiveBackend.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 
 namespace varno {
 namespace {
@@ -39,6 +40,7 @@ constexpr OptionEntry kEditOptions[] = {
     kSetOption,
     kPresetOption,
     kStateOption,
+    kQualityOption,
     {.name = "--save-state",
      .value = "FILE",
      .kind = ValueKind::kFile,

@@ -3,6 +3,7 @@
 #include "CommandLine/CommandError.h"
 #include "Session/LiveBackend.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 
 #include <filesystem>
 
@@ -27,6 +28,7 @@ EditOptions editOptions(const CommandLine& line) {
     }
     options.rateHz = line.number<double>("--rate").value_or(options.rateHz);
     options.channels = line.number<int>("--channels").value_or(options.channels);
+    options.quality = qualityOption(line).value_or(options.quality);
     options.acceptTruncated = line.has(kTruncatedOption.name);
     window.screenshot = line.value("--screenshot");
     window.afterS = line.number<double>("--after").value_or(window.afterS);

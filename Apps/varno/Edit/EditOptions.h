@@ -5,6 +5,7 @@
 #include "Host/HostOptions.h"
 #include "Session/WindowOptions.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,7 @@ struct EditOptions {
     std::optional<std::string> audio;     ///< Path; nothing: silence.
     double rateHz = kDefaultSampleRateHz; ///< Of the silence.
     int channels = kUsualChannels;        ///< Likewise.
+    std::int32_t quality = 1;             ///< Factor of oversampling.
     bool acceptTruncated = false;
     std::string sound = kSoundOff; ///< A backend's word, kAnyBackend or kSoundOff.
     WindowOptions window;

@@ -3,11 +3,13 @@
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
 #include "CommandLine/LibraryMessages.h"
+#include "DemoGain_Oversampling.h"
 #include "Edit/EditOptions.h"
 #include "Edit/EditSound.h"
 #include "Session/EditorSession.h"
 #include "Session/LiveBackend.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 #include "WindowCommands.h"
 
 namespace varno {
@@ -90,7 +92,12 @@ void edit(const EditOptions& options, const Settings& settings, XConnection& con
     setup.sampleRateHz = sound.rateHz;
     Instance instance(module, setup);
     settings.applyTo(instance);
-    EditSound playing(instance, std::move(sound.loop), std::move(sound.backend));
+    Oversampling effect(instance,
+                        {.routineLatencyFrames = kDemoGain_LatencyFrames, .factor = options.quality});
+    if (effect.factor() != effect.wish()) {
+        printWarning(qualityText(effect));
+    }
+    EditSound playing(effect, std::move(sound.loop), std::move(sound.backend));
     runSession(options, connection, instance, playing);
 }
 

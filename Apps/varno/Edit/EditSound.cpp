@@ -5,15 +5,16 @@
 
 namespace varno {
 
-EditSound::EditSound(Instance& instance, AudioLoop loop, std::unique_ptr<LiveBackend> backend)
-    : mInstance(instance),
-      mLoop(instance, std::move(loop)),
+EditSound::EditSound(Oversampling& effect, AudioLoop loop, std::unique_ptr<LiveBackend> backend)
+    : mEffect(effect),
+      mLoop(effect, std::move(loop)),
       mBackend(std::move(backend)) {
     if (mBackend == nullptr) {
         playByTheClock();
         return;
     }
     mWatch.emplace(mBackend->status(), mBackend->description());
+    mBackend->setLatency(mEffect.latencyFrames());
     try {
         mBackend->start(
             [this](const float* const*, float* const* outputs, int frames) { mLoop.pull(outputs, frames); });
@@ -34,7 +35,7 @@ void EditSound::printLaterOverruns() const {
 }
 
 void EditSound::playByTheClock() {
-    const InstanceSetup& setup = mInstance.setup();
+    const InstanceSetup& setup = mEffect.instance().setup();
     mPlayer.emplace(PlayerFormat{setup.sampleRateHz, setup.channels, setup.maximumFrames},
                     [this](float* const* channels, int frames) { mLoop.pull(channels, frames); });
 }

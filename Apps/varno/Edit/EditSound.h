@@ -14,11 +14,11 @@ namespace varno {
 /// Plays a loop through an edited effect: to a sound system, or without output by the clock. [main]
 class EditSound {
 public:
-    /// Plays from construction to destruction. @param instance outlives this object, nothing else processes
+    /// Plays from construction to destruction. @param effect outlives this object, nothing else processes
     /// it
     /// @param backend with as many outputs and no inputs; null: no sound output
     /// @throws WorkError where the sound system refuses
-    EditSound(Instance& instance, AudioLoop loop, std::unique_ptr<LiveBackend> backend);
+    EditSound(Oversampling& effect, AudioLoop loop, std::unique_ptr<LiveBackend> backend);
     EditSound(const EditSound&) = delete;
     EditSound& operator=(const EditSound&) = delete;
     /// Prints how many overruns there were, if more than it has warned of.
@@ -38,7 +38,7 @@ private:
     void printLaterOverruns() const;
     std::string continueWithoutOutput(const std::string& reason);
 
-    Instance& mInstance;
+    Oversampling& mEffect;
     EffectLoop mLoop;
     std::unique_ptr<LiveBackend> mBackend;
     std::optional<LiveWatch> mWatch;

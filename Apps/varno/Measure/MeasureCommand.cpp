@@ -1,9 +1,11 @@
+#include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
 #include "CommandLine/Console.h"
 #include "Commands.h"
 #include "DemoGain_SampleRates.h"
 #include "Measure/Measurements.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 #include "Settings/Settings.h"
 
 #include <algorithm>
@@ -28,7 +30,8 @@ constexpr std::string_view kMeasureDescription[] = {
     "Measures the effect: runs it over tones and steps that it makes, and prints what came out. Without a "
     "FIGURE all of them. The numbers of the manual are these.",
     "Settings apply to every measurement, except for those that a measurement makes itself, as its "
-    "explanation says. Levels are peak levels of one channel in dBFS; they are not clipped at 0."};
+    "explanation says; --quality applies to curves, drive and aliasing. Levels are peak levels of one "
+    "channel in dBFS; they are not clipped at 0."};
 constexpr ArgumentEntry kMeasureArguments[] = {
     {.name = "FIGURE",
      .kind = ValueKind::kChoice,
@@ -44,6 +47,7 @@ constexpr OptionEntry kMeasureOptions[] = {
                  .usual = kDefaultSampleRateHz},
      .group = "Settings",
      .help = "The sample rate in Hz."},
+    kQualityOption,
     kSetOption,
     kPresetOption,
     kStateOption,
@@ -54,6 +58,7 @@ constexpr OptionEntry kMeasureOptions[] = {
 constexpr ExampleEntry kMeasureExamples[] = {
     {"varno measure curves", "What each ratio makes of a level."},
     {"varno measure drive --set HP=on --rate 96000", "Level and harmonics over the drive at 96 kHz."},
+    {"varno measure aliasing --quality 4x", "What folds at four times the sample rate."},
     {"varno measure --json > figures.json", "Everything, for a script."},
 };
 
@@ -70,8 +75,12 @@ int runMeasure(const CommandLine& line) {
     const auto& asked = line.arguments();
     std::vector<Figure> figures;
     auto module = loadEffect(line);
+    const std::int32_t quality = qualityOption(line).value_or(1);
+    if (const auto refusal = qualityRefusal(quality, module->options().sampleRates, rateHz)) {
+        throw UsageError("option --quality: " + *refusal);
+    }
     {
-        const EffectMaker effect(module, settings, rateHz);
+        const EffectMaker effect(module, settings, rateHz, quality);
         for (const auto& measurement : kMeasurements) {
             if (asked.empty() || std::ranges::find(asked, measurement.name) != asked.end()) {
                 figures.push_back(measurement.measure(effect));

@@ -1,5 +1,7 @@
 #include "Measure/MeasuredEffect.h"
 
+#include "DemoGain_Oversampling.h"
+#include "Host/Oversampling/Oversampling.h"
 #include "Surround/Settings/TrueValue.h"
 
 #include <algorithm>
@@ -44,10 +46,12 @@ double rms(std::span<const float> samples) {
     return std::sqrt(sum / static_cast<double>(samples.size()));
 }
 
-EffectMaker::EffectMaker(std::shared_ptr<Module> module, const Settings& settings, double rateHz)
+EffectMaker::EffectMaker(std::shared_ptr<Module> module, const Settings& settings, double rateHz,
+                         std::int32_t quality)
     : mModule(std::move(module)),
       mSettings(settings),
-      mRateHz(rateHz) {
+      mRateHz(rateHz),
+      mQuality(quality) {
 }
 
 std::unique_ptr<Instance> EffectMaker::make(const std::vector<ParameterText>& changes) const {
@@ -63,8 +67,9 @@ std::unique_ptr<Instance> EffectMaker::make(const std::vector<ParameterText>& ch
 
 Samples EffectMaker::processed(const std::vector<ParameterText>& changes, Samples samples) const {
     const auto instance = make(changes);
+    Oversampling effect(*instance, {.routineLatencyFrames = kDemoGain_LatencyFrames, .factor = mQuality});
     float* channel = samples.data();
-    instance->process(&channel, &channel, static_cast<std::int32_t>(samples.size()));
+    effect.process(&channel, &channel, static_cast<std::int32_t>(samples.size()));
     return samples;
 }
 

@@ -6,6 +6,7 @@
 #include "Settings/Settings.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <vector>
@@ -31,7 +32,9 @@ double rms(std::span<const float> samples);
 class EffectMaker {
 public:
     /// @param settings outlives this object
-    EffectMaker(std::shared_ptr<Module> module, const Settings& settings, double rateHz);
+    /// @param quality factor of oversampling of `processed`, which fits the rate
+    EffectMaker(std::shared_ptr<Module> module, const Settings& settings, double rateHz,
+                std::int32_t quality = 1);
 
     double rateHz() const { return mRateHz; }
 
@@ -39,13 +42,14 @@ public:
     /// @throws HostError where the rate is refused; UsageError as Settings::applyTo()
     std::unique_ptr<Instance> make(const std::vector<ParameterText>& changes) const;
 
-    /// What a new instance makes of samples: as many.
+    /// What a new instance makes of samples at the quality: as many.
     Samples processed(const std::vector<ParameterText>& changes, Samples samples) const;
 
 private:
     std::shared_ptr<Module> mModule;
     const Settings& mSettings;
     double mRateHz;
+    std::int32_t mQuality;
 };
 
 /// The gain reduction in dB, 0 and more, after each of the next frames of a constant input. [main]

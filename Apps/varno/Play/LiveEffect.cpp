@@ -45,14 +45,16 @@ void EffectSlot::process(const float* const* inputs, float* const* outputs, int 
     }
 }
 
-LiveEffect::Running::Running(const std::shared_ptr<Module>& module, int channels, double rateHz)
+LiveEffect::Running::Running(const std::shared_ptr<Module>& module, int channels, double rateHz,
+                             std::int32_t quality)
     : instance(module, setupFor(channels, rateHz)),
-      bypass(instance, kEffectLatencyFrames) {
+      effect(instance, {.routineLatencyFrames = kEffectLatencyFrames, .factor = quality, .canChange = true}),
+      bypass(effect) {
 }
 
-LiveEffect::LiveEffect(std::shared_ptr<Module> module, int channels, double rateHz)
+LiveEffect::LiveEffect(std::shared_ptr<Module> module, int channels, double rateHz, std::int32_t quality)
     : mModule(std::move(module)),
-      mRunning(std::make_unique<Running>(mModule, channels, rateHz)) {
+      mRunning(std::make_unique<Running>(mModule, channels, rateHz, quality)) {
     mSlot.give(mRunning->bypass);
 }
 
@@ -64,7 +66,8 @@ LiveProcess LiveEffect::process() {
 }
 
 void LiveEffect::setRate(double rateHz) {
-    auto next = std::make_unique<Running>(mModule, mRunning->instance.setup().channels, rateHz);
+    auto next = std::make_unique<Running>(mModule, mRunning->instance.setup().channels, rateHz,
+                                          mRunning->effect.wish());
     copyValues(mRunning->instance, next->instance);
     next->bypass.set(isBypassed());
     mSlot.take();

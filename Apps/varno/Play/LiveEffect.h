@@ -6,6 +6,7 @@
 #include "Session/LiveBackend.h"
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -35,8 +36,9 @@ private:
 /// the rate changes. [main]
 class LiveEffect {
 public:
-    /// @param channels of the module's variant @throws HostError where the rate is refused
-    LiveEffect(std::shared_ptr<Module> module, int channels, double rateHz);
+    /// @param channels of the module's variant @param quality factor of oversampling
+    /// @throws HostError where the rate is refused
+    LiveEffect(std::shared_ptr<Module> module, int channels, double rateHz, std::int32_t quality = 1);
 
     /// The present one, until setRate().
     Instance& instance() { return mRunning->instance; }
@@ -44,18 +46,21 @@ public:
     /// a parameter.
     void setBypassed(bool isBypassed) { mRunning->bypass.set(isBypassed); }
     bool isBypassed() const { return mRunning->bypass.isBypassed(); }
+    /// The factor of oversampling, and the latency that it brings; see Oversampling.
+    Oversampling& oversampling() { return mRunning->effect; }
     /// What the sound system calls; only while this object lives. [main], the call itself [audio]
     LiveProcess process();
-    /// Continues at another rate with the same values and the same bypass; silence meanwhile. Nothing else
-    /// may use instance().
+    /// Continues at another rate with the same values, bypass and wish for a quality; silence meanwhile.
+    /// Nothing else may use instance().
     /// @throws HostError where the rate is refused
     void setRate(double rateHz);
 
 private:
     struct Running {
-        Running(const std::shared_ptr<Module>& module, int channels, double rateHz);
+        Running(const std::shared_ptr<Module>& module, int channels, double rateHz, std::int32_t quality);
 
         Instance instance;
+        Oversampling effect;
         Bypass bypass;
     };
 

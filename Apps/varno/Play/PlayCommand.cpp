@@ -3,6 +3,7 @@
 #include "Session/LiveBackend.h"
 #include "Session/WindowOptions.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 
 namespace varno {
 namespace {
@@ -37,6 +38,7 @@ constexpr OptionEntry kPlayOptions[] = {
     kSetOption,
     kPresetOption,
     kStateOption,
+    kQualityOption,
     {.name = "--save-state",
      .value = "FILE",
      .kind = ValueKind::kFile,

@@ -2,6 +2,7 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
+#include "Settings/Quality.h"
 
 namespace varno {
 namespace {
@@ -36,6 +37,7 @@ PlayOptions playOptions(const CommandLine& line) {
     request.shallConnect = !line.has("--no-connect");
     request.rateHz = line.number<double>("--rate").value_or(request.rateHz);
     request.blockFrames = line.number<int>("--period").value_or(request.blockFrames);
+    options.quality = qualityOption(line).value_or(options.quality);
     options.editor = editorOption(line);
     options.isQuiet = line.has("--quiet");
     options.window = windowOptions(line, "play");

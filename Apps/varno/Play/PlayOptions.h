@@ -5,6 +5,7 @@
 #include "Session/LiveBackend.h"
 #include "Session/WindowOptions.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -14,6 +15,7 @@ namespace varno {
 struct PlayOptions {
     std::string backend; ///< A backend's word, or kAnyBackend.
     LiveRequest request;
+    std::int32_t quality = 1;   ///< Factor of oversampling.
     std::optional<bool> editor; ///< Nothing: where there is a display.
     bool isQuiet = false;
     WindowOptions window;

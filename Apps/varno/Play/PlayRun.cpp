@@ -10,6 +10,7 @@
 #include "Session/LiveStatus.h"
 #include "Session/LoopPlayer.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 #include "Window/XConnection.h"
 #include "WindowCommands.h"
 
@@ -77,7 +78,7 @@ public:
             const LiveStatus& status = mBackend.status();
             printErr("playing: " + visibleLine(mBackend.description()) + ", " +
                      textFromNumber(status.rateHz()) + " Hz, " + std::to_string(status.blockFrames()) +
-                     " frames" + endHint() + '\n');
+                     " frames" + qualityHint() + endHint() + '\n');
         }
     }
 
@@ -104,6 +105,7 @@ private:
                 return;
             }
             mBackend.check();
+            mBackend.setLatency(mEffect.oversampling().latencyFrames());
             try {
                 mWatch.requireRunning();
             } catch (const WorkError& error) {
@@ -144,6 +146,11 @@ private:
                          });
     }
 
+    std::string qualityHint() const {
+        const Oversampling& effect = mEffect.oversampling();
+        return effect.wish() == 1 ? "" : "; " + qualityText(effect);
+    }
+
     std::string endHint() const {
         if (mConnection != nullptr) {
             return "";
@@ -166,10 +173,11 @@ int play(const PlayOptions& options, const Settings& settings, XConnection* conn
          const std::shared_ptr<Module>& module) {
     std::optional<LiveEffect> effect; // outlives the sound system that processes with it
     const auto backend = openPlayBackend(options);
-    effect.emplace(module, options.request.outputs, backend->status().rateHz());
+    effect.emplace(module, options.request.outputs, backend->status().rateHz(), options.quality);
     settings.applyTo(effect->instance());
     Play playing(options, *backend, *effect, connection);
     try {
+        backend->setLatency(effect->oversampling().latencyFrames());
         backend->start(effect->process());
         playing.announce();
         return playing.run();

@@ -16,6 +16,7 @@ constexpr KeyEntry kKeys[] = {
     {"q", LiveAction::kQuit, "q              ends the program"},
     {"\x04", LiveAction::kQuit}, // Ctrl-D
     {"b", LiveAction::kBypass, "b              bypass without clicks, on and off"},
+    {"x", LiveAction::kQuality, "x              quality 1x, 2x, 4x, 8x in turn"},
     {"\x1b[A", LiveAction::kPrevious, "up, down       choose a parameter (or k, j)"},
     {"\x1bOA", LiveAction::kPrevious},
     {"k", LiveAction::kPrevious},

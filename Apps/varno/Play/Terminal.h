@@ -13,6 +13,7 @@ namespace varno {
 enum class LiveAction {
     kQuit,
     kBypass,
+    kQuality,
     kPrevious,
     kNext,
     kDown,

@@ -139,6 +139,9 @@ void TerminalSession::act(LiveAction action) {
     case LiveAction::kBypass:
         mDial.toggleBypass();
         break;
+    case LiveAction::kQuality:
+        chooseNextQuality();
+        break;
     case LiveAction::kPrevious:
         mDial.choose(-1);
         break;
@@ -169,6 +172,14 @@ void TerminalSession::act(LiveAction action) {
         printErr(terminalKeysHelp());
         break;
     }
+}
+
+void TerminalSession::chooseNextQuality() {
+    Oversampling& effect = mEffect.oversampling();
+    const std::int32_t highest = kOversamplingFactors.back();
+    effect.setFactor(effect.wish() == highest ? 1 : 2 * effect.wish());
+    clearLine();
+    printErr(qualityText(effect) + '\n');
 }
 
 void TerminalSession::drawLine() {

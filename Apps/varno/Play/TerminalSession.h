@@ -65,6 +65,7 @@ public:
 private:
     void readKeys();
     void act(LiveAction action);
+    void chooseNextQuality();
     void tick();
     void drawLine();
     void clearLine();

@@ -12,18 +12,19 @@ bool isOn(double normalized) {
 
 } // namespace
 
-BlockProcessor::BlockProcessor(Instance& instance, std::vector<AutomationStep> steps, int blockFrames)
-    : mInstance(instance),
+BlockProcessor::BlockProcessor(Oversampling& effect, std::vector<AutomationStep> steps, int blockFrames)
+    : mEffect(effect),
+      mInstance(effect.instance()),
       mSteps(std::move(steps)),
       mBlockFrames(blockFrames),
-      mChannels(static_cast<std::size_t>(instance.setup().channels)),
-      mMeters(instance.meters().ids().size()),
+      mChannels(static_cast<std::size_t>(mInstance.setup().channels)),
+      mMeters(mInstance.meters().ids().size()),
       mLargest(mMeters.size()) {
-    const auto& parameters = instance.parameters();
+    const auto& parameters = mInstance.parameters();
     const auto bypass = std::ranges::find(parameters, true, &ParameterInfo::isMasterBypass);
     if (bypass != parameters.end()) {
         mBypassParameter = bypass->id;
-        mIsBypassed = isOn(instance.normalized(bypass->id));
+        mIsBypassed = isOn(mInstance.normalized(bypass->id));
     }
 }
 
@@ -31,7 +32,7 @@ void BlockProcessor::process(float* const* channels, int frames) {
     std::copy_n(channels, mChannels.size(), mChannels.begin());
     for (int left = frames; left > 0;) {
         const int length = begin(left);
-        mInstance.process(mChannels.data(), mChannels.data(), length);
+        mEffect.process(mChannels.data(), mChannels.data(), length);
         for (float*& channel : mChannels) {
             channel += length;
         }

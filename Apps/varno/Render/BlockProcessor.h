@@ -1,7 +1,7 @@
 #ifndef VARNO_APPS_VARNO_RENDER_BLOCKPROCESSOR_H
 #define VARNO_APPS_VARNO_RENDER_BLOCKPROCESSOR_H
 
-#include "Host/Instance.h"
+#include "Host/Oversampling/Oversampling.h"
 
 #include <cstdint>
 #include <functional>
@@ -18,17 +18,17 @@ struct AutomationStep {
     double normalized = 0.0;
 };
 
-/// Runs an instance over a stream in blocks of fixed length, independent of the lengths passed to process().
+/// Runs an effect over a stream in blocks of fixed length, independent of the lengths passed to process().
 /// A block is split where a parameter changes, so that it changes at the exact sample.
 class BlockProcessor {
 public:
     /// Called at the end of each block with its first frame and the largest value of each meter in it.
     using BlockListener = std::function<void(std::int64_t frame, std::span<const float> meters)>;
 
-    /// @param instance at its start; outlives this object
+    /// @param effect at its start; outlives this object
     /// @param steps by frame
-    /// @param blockFrames 1 to the instance's maximum
-    BlockProcessor(Instance& instance, std::vector<AutomationStep> steps, int blockFrames);
+    /// @param blockFrames 1 to its instance's maximum
+    BlockProcessor(Oversampling& effect, std::vector<AutomationStep> steps, int blockFrames);
 
     void setBlockListener(BlockListener listener) { mListener = std::move(listener); }
 
@@ -41,6 +41,7 @@ public:
     int begin(int most);
     void end(int frames);
     Instance& instance() { return mInstance; }
+    Oversampling& effect() { return mEffect; }
 
     /// Ends the last block, which may be shorter.
     void finish();
@@ -56,6 +57,7 @@ private:
     void applySteps();
     void endBlock();
 
+    Oversampling& mEffect;
     Instance& mInstance;
     std::vector<AutomationStep> mSteps;
     std::size_t mNextStep = 0;

@@ -12,6 +12,7 @@
 #include "Render/MetadataText.h"
 #include "Render/SampleLevels.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 
 #include <algorithm>
 #include <chrono>
@@ -118,6 +119,7 @@ RenderReport plannedReport(const RenderOptions& options, const RenderTask& task,
     RenderReport report;
     report.task = task;
     report.format = format;
+    report.quality = options.quality;
     report.isDryRun = options.dryRun;
     for (const std::string& warning : {reader.truncation(), note}) {
         if (!warning.empty()) {
@@ -149,12 +151,22 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
                                                                  .acceptTruncated = mOptions.acceptTruncated,
                                                                  .whileWritten = mIsToPipe}) {
     requireVariantFor(session.module(), mReader);
+    if (const auto refusal = qualityRefusal(mOptions.quality, session.module().options().sampleRates,
+                                            mReader.format().rateHz)) {
+        throw WorkError(mReader.name() + ": " + *refusal);
+    }
     mTailFrames = std::llround(mOptions.tailS * mReader.format().rateHz);
     mReport = plannedReport(mOptions, task, mReader, mTailFrames);
     const double rateHz = mReport.format.rateHz;
-    mInstance = session.makeInstance(mReport.format.channels, rateHz);
+    mEffect = session.makeEffect(mReport.format.channels, rateHz);
+    const Instance& instance = mEffect->instance;
+    mReport.latencyFrames = mEffect->effect.latencyFrames();
+    if (mOptions.compensate) {
+        mLatencyFrames = std::exchange(mReport.latencyFrames, 0);
+        mTailFrames += mLatencyFrames;
+    }
     if (mOptions.automation) {
-        mSteps = automationSteps(*mOptions.automation, *mInstance, rateHz);
+        mSteps = automationSteps(*mOptions.automation, instance, rateHz);
     }
     mWriter.emplace(task.output, mReport.format, mReader.metadata(),
                     AudioWriter::Options{mOptions.isDemo ? kDemoOverwrite : mOptions.overwrite,
@@ -162,9 +174,9 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
                                          mIsToPipe ? Delivery::kAsWritten : Delivery::kWhole});
     const auto lost = metadataWarnings(mWriter->metadataLeftOut(), task, mReport.format.container);
     mReport.warnings.insert(mReport.warnings.end(), lost.begin(), lost.end());
-    mProcessor.emplace(*mInstance, mSteps, mOptions.blockFrames);
+    mProcessor.emplace(mEffect->effect, mSteps, mOptions.blockFrames);
     if (mOptions.meters) {
-        mMeterFile.emplace(*mOptions.meters, mOptions.overwrite, rateHz, meterNames(*mInstance));
+        mMeterFile.emplace(*mOptions.meters, mOptions.overwrite, rateHz, meterNames(instance));
         mProcessor->setBlockListener(
             [this](std::int64_t frame, std::span<const float> meters) { mMeterFile->addRow(frame, meters); });
     }
@@ -197,11 +209,28 @@ bool FileRender::readInputOrTail() {
     return frames > 0;
 }
 
+// What remains of the block without the first frames of the output.
+const AudioBlock& FileRender::withoutLatency() {
+    const auto frames = static_cast<int>(std::min<std::int64_t>(mLatencyFrames, mBlock->frames()));
+    if (frames == 0) {
+        return *mBlock;
+    }
+    mLatencyFrames -= frames;
+    std::vector<const float*> channels;
+    for (int channel = 0; channel < mBlock->channels(); ++channel) {
+        channels.push_back(mBlock->samples()[channel] + frames);
+    }
+    mRest.emplace(mBlock->channels(), mBlock->capacityFrames());
+    mRest->setPlanar(channels.data(), mBlock->frames() - frames);
+    return *mRest;
+}
+
 void FileRender::write() {
-    mOut.add(*mBlock);
-    mWriter->write(*mBlock, mBlock->samples());
-    mFrames += mBlock->frames();
-    mProgress.advance(static_cast<double>(mBlock->frames()) / mReport.format.rateHz,
+    const AudioBlock& block = withoutLatency();
+    mOut.add(block);
+    mWriter->write(block, block.samples());
+    mFrames += block.frames();
+    mProgress.advance(static_cast<double>(block.frames()) / mReport.format.rateHz,
                       mReport.format.durationS());
 }
 
@@ -222,7 +251,7 @@ RenderReport FileRender::finish(OutputFiles others) {
     }
     commitOutputs(*mWriter, mMeterFile, others);
     mReport.clippedSamples = mWriter->clippedSamples();
-    mReport.gainReductionDB = gainReductionDB(*mInstance, *mProcessor);
+    mReport.gainReductionDB = gainReductionDB(mEffect->instance, *mProcessor);
     addWarningOfRest(mReader, mReport);
     addSampleWarnings(mReport);
     mReport.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - mStart).count();

@@ -52,6 +52,7 @@ public:
 
 private:
     bool readInputOrTail();
+    const AudioBlock& withoutLatency();
 
     std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
     const RenderOptions& mOptions;
@@ -61,7 +62,9 @@ private:
     AudioReader mReader;
     std::int64_t mTailFrames = 0; ///< Still to come.
     RenderReport mReport;
-    SessionInstance mInstance;
+    SessionEffect mEffect;
+    std::int64_t mLatencyFrames = 0; ///< Of the effect, still to be left out of the output.
+    std::optional<AudioBlock> mRest; ///< What remains of a block after that.
     std::vector<AutomationStep> mSteps;
     std::optional<AudioWriter> mWriter;
     std::optional<MeterFile> mMeterFile;

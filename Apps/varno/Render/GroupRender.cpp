@@ -85,7 +85,7 @@ private:
         if (mMembers.empty()) {
             return;
         }
-        group().process(mBuffers);
+        processTogether();
         for (std::size_t i = 0; i < mMembers.size(); ++i) {
             const int frames = mBuffers[i].frames;
             if (frames > 0) {
@@ -95,6 +95,18 @@ private:
             for (float*& channel : mMembers[i].channels) {
                 channel += frames;
             }
+        }
+    }
+
+    // Oversampled ones have filters around their instances, and are processed one after the other.
+    void processTogether() {
+        if (mMembers.front().file->processor().effect().factor() == 1) {
+            group().process(mBuffers);
+            return;
+        }
+        for (std::size_t i = 0; i < mMembers.size(); ++i) {
+            const MemberBuffer& buffer = mBuffers[i];
+            mMembers[i].file->processor().effect().process(buffer.inputs, buffer.outputs, buffer.frames);
         }
     }
 

@@ -9,6 +9,7 @@
 #include "Render/DemoLoop.h"
 #include "Settings/FileRoles.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 #include "Settings/SettingsFiles.h"
 
 #include <algorithm>
@@ -31,7 +32,8 @@ constexpr std::string_view kRenderDescription[] = {
     "Renders INPUT through the effect into OUTPUT: a mono file through the mono variant, a stereo file "
     "through the stereo one, at sample rates from 16 to 384 kHz. OUTPUT has exactly the input's frames (and "
     "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
-    "selects another. The processed signal comes one sample later than the dry one; that is not compensated.",
+    "selects another. The processed signal comes one sample later than the dry one, or more with --quality; "
+    "--compensate removes this.",
     "Texts, pictures, cue sheets, markers and other data of INPUT are carried over as far as OUTPUT's "
     "container holds them, 64 MiB at most. A warning names what is not.",
     "With --out-dir every INPUT is rendered to a file of the same name in DIR, several side by side with "
@@ -65,6 +67,7 @@ constexpr OptionEntry kRenderOptions[] = {
     kSetOption,
     kPresetOption,
     kStateOption,
+    kQualityOption,
     {.name = "--automate",
      .value = "FILE",
      .kind = ValueKind::kFile,
@@ -112,6 +115,9 @@ constexpr OptionEntry kRenderOptions[] = {
      .numbers = {.least = 0, .most = 3600, .usual = 0},
      .group = "Output",
      .help = "Go on for this long after the end of the input, with silence going in."},
+    {.name = "--compensate",
+     .group = "Output",
+     .help = "Remove the latency: OUTPUT begins with what becomes of INPUT's first frame."},
     {.name = "--force", .shortName = "-f", .group = "Output", .help = "Replace outputs that exist."},
     {.name = "--skip-existing",
      .excludes = "--force",
@@ -331,8 +337,8 @@ void commitSettings(SavedSettings& saved, ResultPrinter& printer) {
 
 int renderAndPrint(RenderSession& session, RenderOptions& options) {
     // An instance of any format checks the settings before anything is written.
-    const auto instance = session.makeInstance(kDemoLoopChannels, kDemoLoopRateHz);
-    SavedSettings saved(options, *instance);
+    const auto effect = session.makeEffect(kDemoLoopChannels, kDemoLoopRateHz);
+    SavedSettings saved(options, effect->instance);
     std::vector<AtomicFile*> others = saved.files();
     std::optional<DemoFile> dry;
     if (options.isDemo) {

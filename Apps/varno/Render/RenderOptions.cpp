@@ -3,6 +3,7 @@
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandLine.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 
 #include <filesystem>
 
@@ -66,6 +67,8 @@ RenderOptions renderOptions(const CommandLine& line) {
     }
     options.blockFrames = line.number<int>("--block").value_or(options.blockFrames);
     options.jobs = line.number<int>("--jobs").value_or(options.jobs);
+    options.quality = qualityOption(line).value_or(options.quality);
+    options.compensate = line.has("--compensate");
     options.tailS = line.number<double>("--tail").value_or(options.tailS);
     if (line.has("--container") && !line.has("--out-dir")) {
         throw UsageError("option --container needs --out-dir; the extension of OUTPUT selects its container");

@@ -6,6 +6,7 @@
 #include "CommandLine/CommandLine.h"
 #include "Files/AtomicFile.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,6 +34,8 @@ struct RenderOptions {
     bool isDemo = false; ///< The one task is the demo, whose input is still to be made.
     int blockFrames = kUsualBlockFrames;
     int jobs = kUsualJobs;
+    std::int32_t quality = 1; ///< Factor of oversampling.
+    bool compensate = false;  ///< Outputs without the latency.
     double tailS = 0.0;
     std::optional<SampleFormat> format; ///< Nothing: the input's.
     Dither dither = Dither::kTpdf;

@@ -4,6 +4,7 @@
 #include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
 #include "CommandLine/VisibleText.h"
+#include "Settings/Quality.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -36,6 +37,11 @@ double speed(const RenderReport& report) {
     return report.elapsedS > 0.0 ? report.format.durationS() / report.elapsedS : 0.0;
 }
 
+// At another quality than the usual: "; quality 4x"
+std::string qualityNote(const RenderReport& report) {
+    return report.quality == 1 ? "" : "; quality " + qualityName(report.quality);
+}
+
 // What the file is: "8.000 s, stereo, 48 kHz, WAV pcm24"
 std::string formatText(const AudioFormat& format) {
     return formatted("%.3f s, %s, %g kHz, %s %s", format.durationS(), variantName(format.channels).c_str(),
@@ -63,10 +69,12 @@ std::string reportText(const RenderReport& report) {
         return text + paragraph("exists already: skipped", kReportIndent);
     }
     if (report.isDryRun) {
-        return text + paragraph("would be written: " + formatText(report.format), kReportIndent);
+        return text + paragraph("would be written: " + formatText(report.format) + qualityNote(report),
+                                kReportIndent);
     }
-    text +=
-        paragraph(formatText(report.format) + formatted("; %.0f x real time", speed(report)), kReportIndent);
+    text += paragraph(formatText(report.format) + qualityNote(report) +
+                          formatted("; %.0f x real time", speed(report)),
+                      kReportIndent);
     return text + paragraph(measuredText(report), kReportIndent);
 }
 
@@ -84,6 +92,8 @@ std::string reportJson(const RenderReport& report) {
                          {"duration_s", report.format.durationS()},
                          {"container", containerName(report.format.container)},
                          {"sample_format", sampleFormatName(report.format.sample)},
+                         {"quality", qualityName(report.quality)},
+                         {"latency_frames", report.latencyFrames},
                          {"dry_run", report.isDryRun},
                          {"skipped", false}};
     if (!report.isDryRun) {

@@ -14,7 +14,9 @@ namespace varno {
 /// The result of rendering one file.
 struct RenderReport {
     RenderTask task;
-    AudioFormat format; ///< Of the output.
+    AudioFormat format;             ///< Of the output.
+    std::int32_t quality = 1;       ///< Factor of oversampling.
+    std::int64_t latencyFrames = 0; ///< Of the output against the input.
     bool isDryRun = false;
     bool isSkipped = false; ///< The output existed; all that follows is as it was made.
     double elapsedS = 0.0;  ///< From opening the input to completing the output.

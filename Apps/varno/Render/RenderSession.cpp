@@ -2,10 +2,17 @@
 
 #include "CommandLine/Console.h"
 #include "CommandLine/LibraryMessages.h"
+#include "DemoGain_Oversampling.h"
 
 namespace varno {
 
-void InstanceEnd::operator()(Instance* instance) const {
+SessionInstance::SessionInstance(const std::shared_ptr<Module>& module, const InstanceSetup& setup,
+                                 std::int32_t quality)
+    : instance(module, setup),
+      effect(instance, {.routineLatencyFrames = kDemoGain_LatencyFrames, .factor = quality}) {
+}
+
+void InstanceEnd::operator()(SessionInstance* instance) const {
     const std::lock_guard lock(*moduleCalls);
     delete instance;
 }
@@ -19,7 +26,7 @@ RenderSession::RenderSession(const RenderOptions& options, const Settings& setti
                 [] { return terminalColumns(standardError()); }) {
 }
 
-SessionInstance RenderSession::makeInstance(int channels, double rateHz) {
+SessionEffect RenderSession::makeEffect(int channels, double rateHz) {
     InstanceSetup setup;
     setup.channels = channels;
     setup.sampleRateHz = rateHz;
@@ -27,10 +34,10 @@ SessionInstance RenderSession::makeInstance(int channels, double rateHz) {
     setup.offline = true;
     // InstanceEnd takes the lock too, so it is released before applyTo() can throw.
     std::unique_lock lock(mModuleCalls);
-    SessionInstance instance(new Instance(mModule, setup), InstanceEnd{&mModuleCalls});
+    SessionEffect effect(new SessionInstance(mModule, setup, mOptions.quality), InstanceEnd{&mModuleCalls});
     lock.unlock();
-    mSettings.applyTo(*instance);
-    return instance;
+    mSettings.applyTo(effect->instance);
+    return effect;
 }
 
 } // namespace varno

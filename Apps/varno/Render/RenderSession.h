@@ -2,6 +2,7 @@
 #define VARNO_APPS_VARNO_RENDER_RENDERSESSION_H
 
 #include "Host/Module.h"
+#include "Host/Oversampling/Oversampling.h"
 #include "Render/ProgressBar.h"
 #include "Render/RenderOptions.h"
 #include "Settings/Settings.h"
@@ -11,12 +12,20 @@
 
 namespace varno {
 
+/// An instance, and what processes it at the quality of the command.
+struct SessionInstance {
+    SessionInstance(const std::shared_ptr<Module>& module, const InstanceSetup& setup, std::int32_t quality);
+
+    Instance instance;
+    Oversampling effect;
+};
+
 /// Ends an instance while no other thread calls its module.
 struct InstanceEnd {
     std::mutex* moduleCalls;
-    void operator()(Instance* instance) const;
+    void operator()(SessionInstance* instance) const;
 };
-using SessionInstance = std::unique_ptr<Instance, InstanceEnd>;
+using SessionEffect = std::unique_ptr<SessionInstance, InstanceEnd>;
 
 /// What all renders of one command share. [any]
 class RenderSession {
@@ -26,7 +35,7 @@ public:
     const RenderOptions& options() const { return mOptions; }
 
     /// An instance brought to the settings. @throws CommandError, HostError
-    SessionInstance makeInstance(int channels, double rateHz);
+    SessionEffect makeEffect(int channels, double rateHz);
 
     const Module& module() const { return *mModule; }
 

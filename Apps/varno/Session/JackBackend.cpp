@@ -49,6 +49,7 @@ JackFunctions loadJack() {
     library.find("jack_port_name", jack.port_name);
     library.find("jack_port_get_latency_range", jack.port_get_latency_range);
     library.find("jack_port_set_latency_range", jack.port_set_latency_range);
+    library.find("jack_recompute_total_latencies", jack.recompute_total_latencies);
     library.find("jack_activate", jack.activate);
     library.find("jack_get_ports", jack.get_ports);
     library.find("jack_connect", jack.connect);
@@ -79,7 +80,8 @@ std::vector<std::pair<int, int>> portPairs(PortDirection direction, int channels
 
 JackBackend::JackBackend(const JackFunctions& jack, const LiveRequest& request)
     : mJack(jack),
-      mRequest(request) {
+      mRequest(request),
+      mLatencyFrames(request.latencyFrames) {
     const SignalsBlocked inItsThreads;
     openClient();
     try {
@@ -168,9 +170,16 @@ void JackBackend::start(LiveProcess process) {
     if (mJack.activate(mClient) != kJackSuccess) {
         throw SoundUnavailable("the server does not start the client");
     }
+    mIsStarted = true;
     if (mRequest.shallConnect) {
         connect(PortDirection::kInput);
         connect(PortDirection::kOutput);
+    }
+}
+
+void JackBackend::setLatency(int frames) {
+    if (mLatencyFrames.exchange(frames) != frames && mIsStarted) {
+        mJack.recompute_total_latencies(mClient);
     }
 }
 
@@ -205,8 +214,9 @@ void JackBackend::reportLatency(jack_latency_callback_mode_t mode) const {
         mJack.port_get_latency_range(port, mode, &range);
         all = {std::min(all.min, range.min), std::max(all.max, range.max)};
     }
-    all.min += static_cast<jack_nframes_t>(mRequest.latencyFrames);
-    all.max += static_cast<jack_nframes_t>(mRequest.latencyFrames);
+    const auto own = static_cast<jack_nframes_t>(mLatencyFrames.load());
+    all.min += own;
+    all.max += own;
     for (auto* port : to) {
         mJack.port_set_latency_range(port, mode, &all);
     }

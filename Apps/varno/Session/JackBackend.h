@@ -3,6 +3,7 @@
 
 #include "Session/LiveBackend.h"
 
+#include <atomic>
 #include <jack/jack.h>
 
 #include <optional>
@@ -32,6 +33,7 @@ struct JackFunctions {
     decltype(&::jack_port_name) port_name;
     decltype(&::jack_port_get_latency_range) port_get_latency_range;
     decltype(&::jack_port_set_latency_range) port_set_latency_range;
+    decltype(&::jack_recompute_total_latencies) recompute_total_latencies;
     decltype(&::jack_activate) activate;
     decltype(&::jack_get_ports) get_ports;
     decltype(&::jack_connect) connect;
@@ -63,6 +65,7 @@ public:
     std::string description() const override;
     const LiveStatus& status() const override { return *mStatus; }
     void start(LiveProcess process) override;
+    void setLatency(int frames) override;
 
 private:
     void openClient();
@@ -74,6 +77,8 @@ private:
 
     JackFunctions mJack;
     LiveRequest mRequest;
+    std::atomic<int> mLatencyFrames; ///< The server asks for it on a thread of its own.
+    bool mIsStarted = false;
     jack_client_t* mClient = nullptr;
     std::optional<LiveStatus> mStatus;
     std::vector<jack_port_t*> mInputs;

@@ -2,6 +2,7 @@
 #define VARNO_APPS_VARNO_SESSION_LIVEBACKEND_H
 
 #include "CommandLine/CommandTable.h"
+#include "DemoGain_Oversampling.h"
 #include "DemoGain_SampleRates.h"
 #include "Host/HostOptions.h"
 #include "Session/LiveStatus.h"
@@ -23,7 +24,7 @@ using LiveProcess = std::function<void(const float* const* inputs, float* const*
 inline constexpr int kMostLiveChannels = 2;
 
 /// The processed signal comes one frame late: the main path is delayed by one sample against the detector.
-inline constexpr int kEffectLatencyFrames = 1;
+inline constexpr int kEffectLatencyFrames = kDemoGain_LatencyFrames;
 
 /// The sample rates of --rate.
 inline constexpr NumberRange kSampleRates = {.least = DemoGain_SampleRates::kLowestHz,
@@ -37,9 +38,9 @@ struct LiveRequest {
     int inputs = 2;             ///< Channels, 0 to kMostLiveChannels.
     int outputs = 2;            ///< Channels, 1 to kMostLiveChannels.
     bool shallConnect = true;   ///< To the system's capture and playback, where connections are optional.
-    int latencyFrames = kEffectLatencyFrames;
-    double rateHz = kDefaultSampleRateHz; ///< Where the sound system leaves the choice.
-    int blockFrames = kUsualPeriodFrames; ///< Likewise.
+    int latencyFrames = kEffectLatencyFrames; ///< Of what is processed, until setLatency().
+    double rateHz = kDefaultSampleRateHz;     ///< Where the sound system leaves the choice.
+    int blockFrames = kUsualPeriodFrames;     ///< Likewise.
 };
 
 /// How often a session calls LiveBackend::check().
@@ -67,6 +68,8 @@ public:
     /// Starts processing, on a thread of the sound system. Called once.
     /// @throws SoundUnavailable where the sound system refuses
     virtual void start(LiveProcess process) = 0;
+    /// The latency of what is processed from now on, in frames, for sound systems that report it.
+    virtual void setLatency(int /*frames*/) {}
     /// Detects what the sound system does not report itself. To be called every kSoundCheckPeriod after
     /// start().
     virtual void check() {}

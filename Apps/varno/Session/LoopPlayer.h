@@ -46,9 +46,9 @@ private:
 /// A loop processed by an effect, from which a player takes its blocks.
 class EffectLoop {
 public:
-    /// @param instance of as many channels; outlives this object, nothing else processes it
-    EffectLoop(Instance& instance, AudioLoop loop)
-        : mBypass(instance, kEffectLatencyFrames),
+    /// @param effect of as many channels; outlives this object, nothing else processes it
+    EffectLoop(Oversampling& effect, AudioLoop loop)
+        : mBypass(effect),
           mLoop(std::move(loop)) {}
 
     Bypass& bypass() noexcept { return mBypass; }

@@ -2,10 +2,9 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Console.h"
-#include "DemoGain_SampleRates.h"
 #include "Host/HostError.h"
-#include "Host/HostOptions.h"
 #include "Settings/InstalledFiles.h"
+#include "Surround/Settings/EffectHost.h"
 
 namespace varno {
 namespace {
@@ -19,15 +18,9 @@ std::optional<std::filesystem::path> namedBundle(const std::optional<std::string
     return fromEnvironment && !fromEnvironment->empty() ? fromEnvironment : std::nullopt;
 }
 
-HostOptions hostOptions() {
-    HostOptions options;
-    options.sampleRates = {DemoGain_SampleRates::kLowestHz, DemoGain_SampleRates::kHighestHz};
-    return options;
-}
-
 std::shared_ptr<Module> openBundle(const std::filesystem::path& bundle) {
     try {
-        return Module::open(bundle, hostOptions());
+        return Module::open(bundle, effectHostOptions());
     } catch (const HostError& error) {
         throw WorkError(error.what());
     }
@@ -60,7 +53,7 @@ std::shared_ptr<Module> loadEffect(const CommandLine& line) {
     if (const auto bundle = namedBundle(line.value("--module"), environmentVariable(kModuleVariable))) {
         return openBundle(*bundle);
     }
-    return Module::linked(linkedEntryPoints(), hostOptions());
+    return Module::linked(linkedEntryPoints(), effectHostOptions());
 }
 
 void unloadModule(std::shared_ptr<Module> module) {

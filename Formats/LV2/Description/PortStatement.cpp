@@ -1,5 +1,6 @@
 #include "LV2/Description/PortStatement.h"
 
+#include "DemoGain_Oversampling.h"
 #include "LV2/ControlValues.h"
 #include "LV2/Description/Turtle.h"
 #include "LV2/Plugin.h"
@@ -113,12 +114,29 @@ void addEnabled(TurtleSubject& subject) {
 
 void addLatency(TurtleSubject& subject) {
     subject.add("lv2:name", turtleText("Latency"));
-    const auto frames = static_cast<float>(kLatencyFrames);
-    addRange(subject, 0.0F, frames, frames);
+    const std::int32_t most = oversampledLatency(kOversamplingFactors.back(), kDemoGain_LatencyFrames);
+    addRange(subject, 0.0F, static_cast<float>(kDemoGain_LatencyFrames), static_cast<float>(most));
     subject.add("lv2:portProperty", {"lv2:reportsLatency", "lv2:integer", "pprops:notOnGUI"});
     subject.add("lv2:designation", "lv2:latency");
     subject.add("units:unit", "units:frame");
     subject.add("rdfs:comment", turtleText("Frames by which the sound comes out later than it went in."));
+}
+
+void addQuality(TurtleSubject& subject) {
+    subject.add("lv2:name", turtleText("Quality"));
+    const auto least = static_cast<float>(kOversamplingFactors.front());
+    addRange(subject, least, least, static_cast<float>(kOversamplingFactors.back()));
+    subject.add("lv2:portProperty",
+                {"lv2:integer", "lv2:enumeration", "pprops:expensive", "pprops:notAutomatic"});
+    std::vector<std::string> points;
+    for (const std::int32_t factor : kOversamplingFactors) {
+        points.push_back(scalePoint(std::to_string(factor) + "x", static_cast<float>(factor)));
+    }
+    subject.add("lv2:scalePoint", points);
+    subject.add(
+        "rdfs:comment",
+        turtleText("At how many times the sample rate the effect computes, 384 kHz at most: the more, "
+                   "the fewer false tones. A change fades out and in, and changes the latency."));
 }
 
 std::string typesOf(PortKind kind) {
@@ -157,6 +175,9 @@ std::string portStatement(const Instance& instance, const PluginUri& plugin, con
         break;
     case PortKind::kLatency:
         addLatency(subject);
+        break;
+    case PortKind::kQuality:
+        addQuality(subject);
         break;
     }
     return subject.object();

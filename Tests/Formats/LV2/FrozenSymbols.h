@@ -15,8 +15,8 @@ inline std::vector<std::string> frozenSymbols(std::size_t channels) {
                                            ? std::vector<std::string>{"in", "out"}
                                            : std::vector<std::string>{"in_l", "in_r", "out_l", "out_r"};
     for (const char* symbol :
-         {"gain", "hp", "band", "atk", "rls", "asw", "uk", "volume", "hot", "ratio", "mix", "hsw", "linksw",
-          "enabled", "grl", "grr", "inrms", "outrms", "latency"}) {
+         {"gain", "hp",  "band",   "atk",     "rls", "asw", "uk",    "volume", "hot",     "ratio",
+          "mix",  "hsw", "linksw", "enabled", "grl", "grr", "inrms", "outrms", "latency", "quality"}) {
         symbols.emplace_back(symbol);
     }
     return symbols;

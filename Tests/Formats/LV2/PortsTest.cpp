@@ -61,6 +61,7 @@ TEST_F(Ports, tellWhichItemOfTheModuleTheyStandFor) {
     EXPECT_EQ(portWithSymbol(ports, "out_l")->item, 0U);
     EXPECT_EQ(portWithSymbol(ports, "enabled")->kind, PortKind::kEnabled);
     EXPECT_EQ(portWithSymbol(ports, "latency")->kind, PortKind::kLatency);
+    EXPECT_EQ(portWithSymbol(ports, "quality")->kind, PortKind::kQuality);
     EXPECT_EQ(portWithSymbol(ports, "outrms")->kind, PortKind::kMeter);
     EXPECT_EQ(portWithSymbol(ports, "outrms")->item, static_cast<std::uint32_t>(eMeterTap_Output));
     EXPECT_EQ(portWithSymbol(ports, "volume")->kind, PortKind::kParameter);

@@ -18,7 +18,8 @@ protected:
     void open(Instance& instance) {
         auto backend = std::make_unique<FakeBackend>(LiveRequest{.inputs = 0});
         mBackend = backend.get();
-        mSound.emplace(instance, AudioLoop({{2, 4, 6}, {-2, -4, -6}}), std::move(backend));
+        mEffect.emplace(instance, OversamplingSetup{});
+        mSound.emplace(*mEffect, AudioLoop({{2, 4, 6}, {-2, -4, -6}}), std::move(backend));
     }
     std::string toldAtCheck() {
         CaptureStderr();
@@ -33,6 +34,7 @@ protected:
     }
 
     FakeBackend* mBackend = nullptr; // destroyed together with mSound
+    std::optional<Oversampling> mEffect;
     std::optional<EditSound> mSound;
 };
 
@@ -132,7 +134,8 @@ TEST_F(EditSoundTest, AndWhereItsRateChanges) {
 
 TEST_F(EditSoundTest, WithoutASoundSystemItGoesByTheClock) {
     const auto instance = makeInstance();
-    mSound.emplace(*instance, AudioLoop::silence(2), nullptr);
+    mEffect.emplace(*instance, OversamplingSetup{});
+    mSound.emplace(*mEffect, AudioLoop::silence(2), nullptr);
     expectToGoOn(*instance);
 }
 

@@ -20,6 +20,7 @@ TEST_F(MeasureCommand, RefusesWhatItCannotMeasure) {
     EXPECT_THAT(refusal(2, {"measure", "loudness"}), HasSubstr("loudness"));
     EXPECT_THAT(refusal(2, {"measure", "--rate", "8000"}), HasSubstr("16000"));
     EXPECT_THAT(refusal(2, {"measure", "--set", "Hot=2"}), HasSubstr("Hot"));
+    EXPECT_THAT(refusal(2, {"measure", "--rate", "96000", "--quality", "8x"}), HasSubstr("768000 Hz"));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Play/LiveEffect.h"
 #include "Play/MeterLine.h"
+#include "Settings/Quality.h"
 #include "Tests/Apps/varno/Session/FakeBackend.h"
 #include "Tests/Host/FixtureTest.h"
 
@@ -74,6 +75,19 @@ TEST_F(LiveEffectTest, KeepsItsBypassOverAChangeOfTheRate) {
     EXPECT_EQ(play(process, 1200).back(), 0.5F);
 }
 
+TEST_F(LiveEffectTest, KeepsTheWishForAQualityWhereTheRateChanges) {
+    options.sampleRates = {1.0, 384'000.0};
+    LiveEffect effect(module(), 1, 48'000.0, 8);
+    EXPECT_EQ(effect.oversampling().factor(), 8);
+    effect.setRate(96'000.0);
+    EXPECT_EQ(effect.oversampling().wish(), 8);
+    EXPECT_EQ(effect.oversampling().factor(), 4);
+    EXPECT_EQ(qualityText(effect.oversampling()), "quality 4x, since 8x needs 768000 Hz");
+    effect.setRate(44'100.0);
+    EXPECT_EQ(effect.oversampling().factor(), 8);
+    EXPECT_EQ(qualityText(effect.oversampling()), "quality 8x");
+}
+
 TEST_F(LiveEffectTest, AnEmptySlotIsSilent) {
     EffectSlot slot;
     const auto process = [&](const float* const* inputs, float* const* outputs, int frames) {
@@ -81,7 +95,8 @@ TEST_F(LiveEffectTest, AnEmptySlotIsSilent) {
     };
     EXPECT_THAT(play(process, 64), Each(0.0F));
     const auto instance = makeInstance();
-    Bypass effect(*instance, 0);
+    Oversampling oversampling(*instance, {});
+    Bypass effect(oversampling);
     slot.give(effect);
     EXPECT_THAT(play(process, 64), Each(0.5F));
     slot.take();

@@ -25,7 +25,8 @@ protected:
     // The noise processed by a new instance, in portions of that many frames.
     std::vector<float> processed(const std::vector<AutomationStep>& steps, int blockFrames, int portion) {
         Instance instance(mModule, mSetup);
-        BlockProcessor processor(instance, steps, blockFrames);
+        Oversampling effect(instance, {});
+        BlockProcessor processor(effect, steps, blockFrames);
         mBlockStarts.clear();
         processor.setBlockListener([&](std::int64_t frame, std::span<const float> meters) {
             mBlockStarts.push_back(frame);
@@ -89,7 +90,8 @@ TEST_F(BlockProcessorTest, StepsOfOneFrameApplyInOrder) {
 
 TEST_F(BlockProcessorTest, WithoutFramesThereIsNoBlock) {
     Instance instance(mModule, mSetup);
-    BlockProcessor processor(instance, {}, 512);
+    Oversampling effect(instance, {});
+    BlockProcessor processor(effect, {}, 512);
     bool wasTold = false;
     processor.setBlockListener([&](std::int64_t, std::span<const float>) { wasTold = true; });
     float* channels[] = {mNoise.data()};

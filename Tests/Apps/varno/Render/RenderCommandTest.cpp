@@ -237,6 +237,7 @@ TEST_F(RenderCommand, JsonSummaryHoldsEverything) {
     EXPECT_EQ(summary,
               json::parse(R"({"input": "in.wav", "output": "out.wav", "variant": "mono", "channels": 1,
         "rate_hz": 48000, "frames": 24000, "duration_s": 0.5, "container": "WAV", "sample_format": "pcm24",
+        "quality": "1x", "latency_frames": 1,
         "dry_run": false, "skipped": false, "clipped_samples": 0, "unusable_samples": 0, "warnings": []})"));
 }
 

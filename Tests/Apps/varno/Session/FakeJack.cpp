@@ -105,6 +105,12 @@ JackFunctions FakeJack::functions() {
     jack.port_register = registerPort;
     jack.port_get_buffer = buffer;
     jack.port_name = [](const jack_port_t* port) { return as(port).name.c_str(); };
+    jack.recompute_total_latencies = [](jack_client_t*) {
+        FakeJack& self = *server;
+        self.latency(JackCaptureLatency, self.self);
+        self.latency(JackPlaybackLatency, self.self);
+        return 0;
+    };
     jack.port_get_latency_range = [](jack_port_t* port, jack_latency_callback_mode_t mode,
                                      jack_latency_range_t* out) { *out = range(as(port), mode); };
     jack.port_set_latency_range = [](jack_port_t* port, jack_latency_callback_mode_t mode,

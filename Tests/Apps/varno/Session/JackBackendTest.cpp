@@ -143,6 +143,20 @@ TEST_F(JackBackendTest, AClientWithoutInputsReportsItsOwnLatency) {
     EXPECT_EQ(mJack.port("varno:out_l").capture.max, 1U);
 }
 
+TEST_F(JackBackendTest, ReportsALatencyThatChanges) {
+    JackBackend backend(FakeJack::functions(), {.inputs = 0});
+    backend.setLatency(41);
+    EXPECT_EQ(mJack.port("varno:out_l").capture.min, 0U); // the server asks once it is started
+    mJack.latency(JackCaptureLatency, mJack.self);
+    EXPECT_EQ(mJack.port("varno:out_l").capture.min, 41U);
+    backend.start({});
+    backend.setLatency(46);
+    EXPECT_EQ(mJack.port("varno:out_l").capture.min, 46U);
+    mJack.port("varno:out_l").capture = {};
+    backend.setLatency(46);
+    EXPECT_EQ(mJack.port("varno:out_l").capture.min, 0U); // not asked for again
+}
+
 TEST_F(JackBackendTest, ReportsWhatTheServerDoes) {
     const JackBackend backend(FakeJack::functions(), {});
     mJack.bufferSize(512, mJack.self);

@@ -9,7 +9,8 @@ class EffectLoopRealTime : public FixtureTest {};
 
 TEST_F(EffectLoopRealTime, PullingNeitherLocksNorAllocates) {
     const auto instance = makeInstance({.maximumFrames = 64});
-    EffectLoop loop(*instance, AudioLoop({{0.5F, 0.25F, 1.0F}, {-0.5F, -0.25F, -1.0F}}));
+    Oversampling effect(*instance, {.routineLatencyFrames = kEffectLatencyFrames});
+    EffectLoop loop(effect, AudioLoop({{0.5F, 0.25F, 1.0F}, {-0.5F, -0.25F, -1.0F}}));
     std::vector<float> left(500);
     std::vector<float> right(500);
     float* channels[] = {left.data(), right.data()};
@@ -26,7 +27,8 @@ TEST_F(EffectLoopRealTime, IsTheLoopThroughTheEffect) {
     const auto other = makeInstance({.maximumFrames = 64});
     instance->setNormalized("Gain", 0.25);
     other->setNormalized("Gain", 0.25);
-    EffectLoop loop(*instance, AudioLoop({{0.5F, 0.25F, 1.0F}, {-0.5F, -0.25F, -1.0F}}));
+    Oversampling effect(*instance, {.routineLatencyFrames = kEffectLatencyFrames});
+    EffectLoop loop(effect, AudioLoop({{0.5F, 0.25F, 1.0F}, {-0.5F, -0.25F, -1.0F}}));
     std::vector<float> left(4);
     std::vector<float> right(4);
     float* channels[] = {left.data(), right.data()};
