@@ -155,11 +155,11 @@ bool DemoGain_IsStateFinite(const SDemoGain_Alg_State& state) {
     // In runs of words, which compilers check several at a time; what lies between them is not read by the
     // routine.
     constexpr std::size_t kFirst = offsetof(SDemoGain_Alg_State, mFollowers);
-    constexpr std::size_t kUnread = offsetof(SDemoGain_Alg_State, mUnread);
+    constexpr std::size_t kUnreadPlace = offsetof(SDemoGain_Alg_State, mUnread);
     constexpr std::size_t kPost = offsetof(SDemoGain_Alg_State, mPostA);
     constexpr std::size_t kUnused = offsetof(SDemoGain_Alg_State, mUnusedZero);
     constexpr std::size_t kDetector = offsetof(SDemoGain_Alg_State, mHp);
-    return areFinite<kFirst, kUnread>(state) && areFinite<kPost, kUnused>(state) &&
+    return areFinite<kFirst, kUnreadPlace>(state) && areFinite<kPost, kUnused>(state) &&
            areFinite<kDetector, sizeof(SDemoGain_Alg_State)>(state);
 }
 
