@@ -105,7 +105,7 @@ TEST_F(PresetStoreTest, refusesNamesThatNoFileCanHave) {
     EXPECT_EQ(presetNameRefusal(" a"), "The name of a preset cannot begin or end with a blank.");
     EXPECT_EQ(presetNameRefusal("a "), "The name of a preset cannot begin or end with a blank.");
     for (const std::string& name : {std::string("a\nb"), std::string("a\0b", 3), std::string("a\x7F"),
-                                    std::string("a\xFF"), std::string("a\xE2\x80\xAE")}) {
+                                    std::string("a\xFF"), std::string("a\xE2\x80") + "\xAE"}) {
         EXPECT_EQ(presetNameRefusal(name), "The name of a preset can have letters, digits and signs alone.");
     }
     const std::string longest(251, 'x');

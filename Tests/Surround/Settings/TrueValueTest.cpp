@@ -101,8 +101,9 @@ TEST(TrueValue, namesBothUnitsOfARangeOfTimes) {
             const std::string high = DemoGain_ValueText::WriteInUnit(row, range.mHigh);
             const std::string shown =
                 low.substr(low.find(' ')) == high.substr(high.find(' ')) ? low.substr(0, low.find(' ')) : low;
-            EXPECT_EQ(refusal("Rls", "x", settings),
-                      "Release: expected a time from " + shown + " to " + high + ", found \"x\"");
+            std::string expected = "Release: expected a time from ";
+            expected.append(shown).append(" to ").append(high).append(", found \"x\"");
+            EXPECT_EQ(refusal("Rls", "x", settings), expected);
         }
     }
 }
