@@ -6,7 +6,6 @@
 #include <X11/keysym.h>
 
 #include <algorithm>
-#include <cstring>
 #include <gmock/gmock.h>
 #include <xcb/xcb_icccm.h>
 
@@ -36,24 +35,6 @@ protected:
         const auto children = mPerson.children(outer);
         return inner == outer ||
                std::ranges::any_of(children, [&](xcb_window_t child) { return isWithin(inner, child); });
-    }
-    // The open menu, on the screen; empty for none.
-    Area menu() const { return popup("_NET_WM_WINDOW_TYPE_POPUP_MENU"); }
-    bool isTipShown() const { return popup("_NET_WM_WINDOW_TYPE_TOOLTIP").width > 0; }
-    Area popup(const std::string& typeName) const {
-        const xcb_atom_t wanted = atom(typeName);
-        for (const xcb_window_t candidate : mPerson.children(mPerson.screen().root)) {
-            const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-                mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), candidate), nullptr));
-            const std::string type = property(candidate, "_NET_WM_WINDOW_TYPE");
-            if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-                type.size() == sizeof wanted && std::memcmp(type.data(), &wanted, type.size()) == 0) {
-                const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
-                    mPerson.connection(), xcb_get_geometry(mPerson.connection(), candidate), nullptr));
-                return {geometry->x, geometry->y, geometry->width, geometry->height};
-            }
-        }
-        return {};
     }
     bool isMenuOpen() const { return menu().width > 0; }
     bool opensMenu() const {

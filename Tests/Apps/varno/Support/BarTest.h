@@ -5,6 +5,8 @@
 #include "Surround/FaceLayout.h"
 #include "Tests/Apps/varno/Support/EffectWindowTest.h"
 
+#include <cstring>
+
 namespace varno::test {
 
 /// Places are in the program's window, wherever it lies on the screen.
@@ -61,6 +63,26 @@ protected:
             key(static_cast<xcb_keysym_t>(letter));
         }
     }
+    /// The open menu, on the screen; empty for none.
+    Area menu() const { return popup("_NET_WM_WINDOW_TYPE_POPUP_MENU"); }
+    bool isTipShown() const { return popup("_NET_WM_WINDOW_TYPE_TOOLTIP").width > 0; }
+    /// The popup of a kind, on the screen; empty for none.
+    Area popup(const std::string& typeName) const {
+        const xcb_atom_t wanted = atom(typeName);
+        for (const xcb_window_t candidate : mPerson.children(mPerson.screen().root)) {
+            const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+                mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), candidate), nullptr));
+            const std::string type = property(candidate, "_NET_WM_WINDOW_TYPE");
+            if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+                type.size() == sizeof wanted && std::memcmp(type.data(), &wanted, type.size()) == 0) {
+                const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
+                    mPerson.connection(), xcb_get_geometry(mPerson.connection(), candidate), nullptr));
+                return {geometry->x, geometry->y, geometry->width, geometry->height};
+            }
+        }
+        return {};
+    }
+
     /// The options that an ended program has printed for settings that are not saved.
     static std::string settingsIn(const Outcome& outcome) {
         constexpr std::string_view kBefore = "they come back with: varno edit ";
