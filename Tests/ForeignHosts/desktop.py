@@ -16,6 +16,8 @@ from picture import Picture
 # What the program takes to answer: its clock has 30 ticks a second. A gesture of the wheel ends half a second later.
 ANSWER_S = 0.12
 WHEEL_S = 0.6
+# What openbox takes from stating that it is there to answering requests of windows.
+MANAGER_S = 1
 # More colours than a window has before the editor is drawn.
 DRAWN_COLOURS = 500
 
@@ -36,6 +38,7 @@ class Desktop:
         homes = {name: str(self.test.folder) for name in ("HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME")}
         self.test.start("openbox", "--sm-disable", environment={**self.environment, **homes}, log="openbox.log")
         self.test.eventually(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "openbox")
+        time.sleep(MANAGER_S)
 
     def run(self, *command):
         return self.test.run_program(*map(str, command), environment=self.environment)

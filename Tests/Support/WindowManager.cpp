@@ -20,6 +20,25 @@ bool isManaged(const XClient& client) {
     return reply && xcb_get_property_value_length(reply.get()) > 0;
 }
 
+bool isViewable(const XClient& client, xcb_window_t window) {
+    const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        client.connection(), xcb_get_window_attributes(client.connection(), window), nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+// Openbox states its window before it answers requests, and those that come between are lost: it is ready
+// when a window that requests to be shown is shown.
+bool showsWindows(const XClient& client) {
+    constexpr std::chrono::milliseconds kAnswer(500);
+    const xcb_window_t window = xcb_generate_id(client.connection());
+    xcb_create_window(client.connection(), XCB_COPY_FROM_PARENT, window, client.screen().root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(client.connection(), window);
+    const bool isShown = eventually([&] { return isViewable(client, window); }, kAnswer);
+    client.destroyWindow(window);
+    return isShown;
+}
+
 std::vector<std::string> homesIn(const std::filesystem::path& folder) {
     std::vector<std::string> homes;
     for (const std::string name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
@@ -37,7 +56,8 @@ WindowManager::WindowManager(const XClient& client, const std::string& display,
           surroundings.environment.push_back("DISPLAY=" + display);
           return surroundings;
       }()) {
-    if (!eventually([&] { return isManaged(client) || mProcess.status(); }) || mProcess.status()) {
+    if (!eventually([&] { return (isManaged(client) && showsWindows(client)) || mProcess.status(); }) ||
+        mProcess.status()) {
         throw std::runtime_error("openbox does not begin to manage windows");
     }
 }

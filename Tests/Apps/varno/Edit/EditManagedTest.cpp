@@ -219,10 +219,14 @@ TEST_F(EditManaged, AClickGivesItTheFocusAndIsNotLost) {
 TEST_F(EditManaged, StaysUsableWhereItIsMovedTo) {
     const auto program = editManaged();
     const Place before = corner();
-    mPointer.move(titleBar());
+    const Place grip = titleBar();
+    mPointer.move(grip);
     mPointer.press();
-    mPointer.move(titleBar() + Place{60, 40});
-    mPointer.move(titleBar() + Place{120, 80});
+    for (int step = 1; step <= 4; ++step) {
+        pause();
+        mPointer.move(grip + Place{30 * step, 20 * step});
+    }
+    pause();
     mPointer.release();
     EXPECT_TRUE(eventually([&] { return corner().x != before.x && corner().y != before.y; }));
     pause();
