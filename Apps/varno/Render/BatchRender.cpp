@@ -154,10 +154,8 @@ private:
                                     report(task, {made, {}, kExitSuccess});
                                 },
                             .failed = [&](FileRender& file) { endFailed(piece, *tasks.at(&file)); }});
-        } catch (const Interrupted&) {
-            return; // as are the renders that are left
-        } catch (const std::bad_alloc&) {
-            return;
+        } catch (const std::exception&) {
+            return; // an interruption, which ends every further render, or no memory
         }
     }
 

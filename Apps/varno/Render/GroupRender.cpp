@@ -15,9 +15,9 @@ bool isAlike(const FileRender& left, const FileRender& right) {
 // Files of equal rate and number of channels.
 class Group {
 public:
-    Group(std::vector<FileRender*> files, const GroupListener& listener)
+    Group(const std::vector<FileRender*>& files, const GroupListener& listener)
         : mListener(listener) {
-        for (FileRender* file : files) {
+        for (FileRender* const file : files) {
             mMembers.push_back({file});
         }
     }
