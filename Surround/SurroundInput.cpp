@@ -328,10 +328,11 @@ void SurroundInput::showTip(ValueTips::TimePoint now) {
         hovered = static_cast<std::size_t>(mHovered - mFocus.items().data());
     }
     const auto held = mGestures.dragged() ? settingOf(*mGestures.dragged()) : std::nullopt;
-    const auto shown = mTips.follow(hovered, held, mSubject.edited.values(), now);
+    auto shown = mTips.follow(hovered, held, mSubject.edited.values(), now);
     if (mSubject.menus.isOpen()) {
-        mTip.hide(); // it would cover what is typed or chosen
-    } else if (shown.hovered) {
+        shown = {}; // it would cover what is typed or chosen
+    }
+    if (shown.hovered) {
         const FocusItem& item = mFocus.items().at(*shown.hovered);
         const std::string value = item.control != nullptr ? mSubject.controls.value(*item.control)
                                                           : mSubject.barTip(item.button->button);
