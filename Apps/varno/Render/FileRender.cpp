@@ -143,7 +143,6 @@ void commitOutputs(AudioWriter& writer, std::optional<MeterFile>& meterFile, Out
 
 FileRender::FileRender(RenderSession& session, const RenderTask& task)
     : mOptions(session.options()),
-      mTask(task),
       mProgress(session.progress(), mOptions.tasks.size()),
       // A pipe receives the audio as it is made, and a pipe as input is read as it is written then.
       mIsToPipe(!mOptions.dryRun && isPipeOutput(task.output)),

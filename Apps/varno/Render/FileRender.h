@@ -56,7 +56,6 @@ private:
 
     std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
     const RenderOptions& mOptions;
-    const RenderTask& mTask;
     FileProgress mProgress;
     bool mIsToPipe;
     AudioReader mReader;
