@@ -5,6 +5,7 @@
 #include "Play/MeterLine.h"
 #include "Session/SettingsKeeper.h"
 #include "Settings/ParameterValue.h"
+#include "Settings/Quality.h"
 
 #include <algorithm>
 #include <array>
