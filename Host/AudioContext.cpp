@@ -214,6 +214,7 @@ AudioContext::AudioContext(InstanceState& state)
     for (const FieldDescription& field : state.variant.fields) {
         mPointers[static_cast<std::size_t>(field.index)] = pointerFor(field);
     }
+    findLevels();
     if (state.setup.coefficientDelayFrames > 0) {
         mDelay.emplace(state.packets.imageBytes(), state.setup.coefficientDelayFrames);
     }
@@ -261,7 +262,9 @@ void AudioContext::run(const float* const* inputs, float* const* outputs, std::i
     takeUpPackets();
     void* const instances[] = {begin(inputs, outputs, offset, frames)};
     if (mDelay) {
+        keepLevels();
         runParts(inputs, outputs, offset, frames);
+        scaleLevels(frames);
     } else {
         mProcess(instances, instances + 1);
     }
@@ -313,6 +316,41 @@ void AudioContext::runParts(const float* const* inputs, float* const* outputs, s
     } while (done < frames);
     mClock = position;
     mFrames = frames;
+}
+
+void AudioContext::findLevels() {
+    const OversamplingRules& rules = mState.context->options.oversampling;
+    const std::span<std::byte> state = privateData(rules.stateField);
+    for (const AveragedLevel& level : rules.levels) {
+        if (mState.setup.oversampling > 1 && level.tap < mState.meters.ids().size() &&
+            level.stateOffset + sizeof(float) <= state.size()) {
+            auto* const average = reinterpret_cast<float*>(state.data() + level.stateOffset);
+            mLevels.push_back({mState.meters.taps() + level.tap, average, level.coefficient});
+        }
+    }
+}
+
+void AudioContext::keepLevels() noexcept {
+    for (Level& level : mLevels) {
+        level.tapBefore = *level.tap;
+        level.averageBefore = *level.average;
+    }
+}
+
+// From what the buffer has added to an average that runs too fast follows what it adds to one that does not.
+void AudioContext::scaleLevels(std::int32_t frames) noexcept {
+    if (frames == 0) {
+        return;
+    }
+    for (Level& level : mLevels) {
+        const double fast = std::pow(level.coefficient, frames);
+        const double slow =
+            std::pow(level.coefficient, static_cast<double>(frames) / mState.setup.oversampling);
+        const double before = level.averageBefore;
+        const double mean = (*level.average - before * fast) / (1.0 - fast);
+        *level.average = static_cast<float>(before * slow + mean * (1.0 - slow));
+        *level.tap = std::max(level.tapBefore, *level.average);
+    }
 }
 
 void AudioContext::end() noexcept {

@@ -221,6 +221,15 @@ public:
     std::span<std::byte> privateData(AAX_CFieldIndex field) const;
 
 private:
+    /// An average that runs as many times too fast as the sound is oversampled, and its meter.
+    struct Level {
+        float* tap;
+        float* average;
+        double coefficient;
+        float tapBefore = 0.0F; ///< The present buffer.
+        float averageBefore = 0.0F;
+    };
+
     struct PrivateField {
         AAX_CFieldIndex field;
         AlignedBlock memory;
@@ -229,6 +238,9 @@ private:
     void* pointerFor(const FieldDescription& field);
     void bindPorts(const std::byte* image) noexcept;
     void point(const float* const* inputs, float* const* outputs, std::int32_t offset) noexcept;
+    void findLevels();
+    void keepLevels() noexcept;
+    void scaleLevels(std::int32_t frames) noexcept;
     void runParts(const float* const* inputs, float* const* outputs, std::int32_t offset,
                   std::int32_t frames) noexcept;
 
@@ -239,6 +251,7 @@ private:
     std::vector<AlignedBlock> mTemporary;
     std::vector<const float*> mInputs;
     std::vector<float*> mOutputs;
+    std::vector<Level> mLevels;
     std::optional<CoefficientDelay> mDelay; ///< Nothing: coefficients come into force as they arrive.
     std::int32_t mFrames = 0;
     float mSampleRateHz;

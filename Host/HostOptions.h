@@ -35,6 +35,13 @@ struct UnscaledCoefficient {
     bool (*isUnscaled)(float choice) = nullptr;
 };
 
+/// A level that a module averages by a coefficient per sample that it does not scale to the rate.
+struct AveragedLevel {
+    std::size_t tap = 0;         ///< The meter that the average raises.
+    std::size_t stateOffset = 0; ///< Bytes before the average, a float, in the private state.
+    double coefficient = 0.0;    ///< What remains of the average after a sample, 0 to 1.
+};
+
 /// What a host that oversamples knows of its module; it knows no field by itself.
 struct OversamplingRules {
     std::vector<UnscaledCoefficient> coefficients;
@@ -46,6 +53,7 @@ struct OversamplingRules {
     };
     /// Those parts.
     std::vector<Bytes> carriedState;
+    std::vector<AveragedLevel> levels;
 };
 
 /// The rate in Hz where nothing else decides.

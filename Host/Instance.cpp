@@ -316,7 +316,7 @@ void Instance::continueFrom(const Instance& other) noexcept {
     const std::span<std::byte> to = mAudio->privateData(rules.stateField);
     for (const OversamplingRules::Bytes& part : rules.carriedState) {
         if (part.offset + part.size <= std::min(from.size(), to.size())) {
-            std::ranges::copy(from.subspan(part.offset, part.size), to.begin() + part.offset);
+            std::ranges::copy(from.subspan(part.offset, part.size), to.subspan(part.offset).begin());
         }
     }
     mAudio->restartCoefficients();

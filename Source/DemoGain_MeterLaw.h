@@ -4,6 +4,10 @@
 
 namespace DemoGain {
 
+/// The level averages are one-pole means of absolute samples at every sample rate: what a sample leaves of
+/// the average (fixed by definition; a time constant of 0.12 s at 48 kHz).
+inline constexpr float kAverageCoef = 0.99983F;
+
 /// Gain reduction at which a reduction tap reads 1.
 inline constexpr float kMeterRangeDB = 32.0F;
 /// Value of a reduction tap per dB of gain: positive for a reduction, which is a negative gain. Where a curve

@@ -27,6 +27,15 @@ struct SDemoGain_StateBytes {
     uint32_t mSize;
 };
 
+/// A level that is averaged by a coefficient per sample that stays as it is at any rate.
+struct SDemoGain_AveragedLevel {
+    uint32_t mTap;    ///< The meter that shows it.
+    uint32_t mOffset; ///< Of the average, a float, in the private state.
+};
+
+/// The averages of input and output. [any]
+std::span<const SDemoGain_AveragedLevel> DemoGain_AveragedLevels();
+
 /// What the field eAlgFieldID_State holds that means the same at any rate and takes long to build up: gain
 /// reductions, clip gains and level averages. [any]
 std::span<const SDemoGain_StateBytes> DemoGain_CarriedState();

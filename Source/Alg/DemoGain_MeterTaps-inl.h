@@ -22,9 +22,7 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// The level averages are one-pole means of absolute samples at every sample rate: coefficient of the old
-// average (fixed by definition; a time constant of 0.12 s at 48 kHz) and weight of a sample.
-inline constexpr float kAverageCoef = 0.99983F;
+// Weight of a sample in the level averages.
 inline constexpr float kAverageWeight = 1.0F - kAverageCoef;
 
 // Stands for a tap that the host left non-finite: any value raises it.

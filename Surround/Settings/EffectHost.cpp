@@ -1,5 +1,6 @@
 #include "Surround/Settings/EffectHost.h"
 
+#include "DemoGain_MeterLaw.h"
 #include "DemoGain_Oversampling.h"
 #include "DemoGain_SampleRates.h"
 
@@ -13,6 +14,9 @@ HostOptions effectHostOptions() {
     rules.stateField = eAlgFieldID_State;
     for (const SDemoGain_StateBytes& bytes : DemoGain_CarriedState()) {
         rules.carriedState.push_back({bytes.mOffset, bytes.mSize});
+    }
+    for (const SDemoGain_AveragedLevel& level : DemoGain_AveragedLevels()) {
+        rules.levels.push_back({level.mTap, level.mOffset, DemoGain::kAverageCoef});
     }
     return options;
 }

@@ -101,11 +101,11 @@ TEST_F(OversamplingDynamicsTest, TimesAreThoseOfOne) {
     }
 }
 
-// A series of measurements of the editor, on a steady sound.
+// A series of measurements of the editor, on bursts of noise and bass.
 TEST_F(OversamplingDynamicsTest, AutoGainFindsTheSame) {
     constexpr std::uint32_t kTickMs = 30;
     constexpr std::size_t kTickFrames = 1440;
-    const Signal music = {sine(440.0, -12.0, 3.0, kRateHz)};
+    const Signal music = drums(1, 100 * kTickFrames, kRateHz, 7);
     const auto matchedDB = [&](std::int32_t factor) {
         OversampledInstance effect(module(), factor, 1, kRateHz, {{"Hot", 0.3}, {"Gain", 0.5}});
         Instance& instance = effect->instance();
