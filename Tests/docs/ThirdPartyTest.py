@@ -14,7 +14,7 @@ LISTS = {BUILD / "THIRD-PARTY.txt": {PROGRAM / "varno": "varno", PROGRAM / "varn
                                      MODULE: "Varno-S"},
          BUNDLE / "THIRD-PARTY.txt": {BUNDLE / "varno-s.so": "varno_lv2", BUNDLE / "varno-s-ui.so": "varno_lv2_window"}}
 # List -> what the binaries hold without an archive of its own, or with one of the build.
-OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++"}, {"VSTGUI", "Highway", "LV2"})))
+OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT"}, {"VSTGUI", "Highway", "LV2"})))
 # A sentence of each notice.
 NOTICES = {"VSTGUI": "Neither the name of the Steinberg Media Technologies nor the names of its",
            "libpugixml.a": "Permission is hereby granted, free of charge, to any person obtaining a",
@@ -23,6 +23,7 @@ NOTICES = {"VSTGUI": "Neither the name of the Steinberg Media Technologies nor t
            "libgcc_eh.a": "You have permission to propagate a work of Target Code",
            "Highway": "TERMS AND CONDITIONS FOR USE, REPRODUCTION, AND DISTRIBUTION",
            "JSON for Modern C++": "The above copyright notice and this permission notice shall be included in",
+           "KISS FFT": "Redistribution and use in source and binary forms, with or without",
            "LV2": "Permission to use, copy, modify, and/or distribute this software for any"}
 
 

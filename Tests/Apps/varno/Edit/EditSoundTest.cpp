@@ -21,6 +21,11 @@ protected:
         mEffect.emplace(instance, OversamplingSetup{});
         mSound.emplace(*mEffect, AudioLoop({{2, 4, 6}, {-2, -4, -6}}), std::move(backend));
     }
+    // Before the instance ends, which a test holds.
+    void close() {
+        mSound.reset();
+        mEffect.reset();
+    }
     std::string toldAtCheck() {
         CaptureStderr();
         mSound->check();
@@ -30,7 +35,7 @@ protected:
         const auto before = instance.position();
         EXPECT_TRUE(eventually([&] { return instance.position() > before; }));
         EXPECT_EQ(toldAtCheck(), "");
-        mSound.reset();
+        close();
     }
 
     FakeBackend* mBackend = nullptr; // destroyed together with mSound
@@ -48,7 +53,7 @@ TEST_F(EditSoundTest, TheSoundSystemReceivesTheProcessedLoop) {
     EXPECT_THAT(left, ElementsAre(1, 2, 3, 1));
     EXPECT_THAT(right, ElementsAre(-1, -2, -3, -1));
     EXPECT_EQ(toldAtCheck(), "");
-    mSound.reset();
+    close();
 }
 
 TEST_F(EditSoundTest, BypassedItPlaysTheLoopOneFrameLater) {
@@ -69,7 +74,7 @@ TEST_F(EditSoundTest, BypassedItPlaysTheLoopOneFrameLater) {
     mBackend->run(nullptr, further, 600);
     mBackend->run(nullptr, outputs, 4);
     EXPECT_THAT(left, ElementsAre(2, 3, 1, 2)) << "604 frames into the loop, processed again";
-    mSound.reset();
+    close();
 }
 
 // The bar's one message grows; lines of the terminal, which stay, are two at most.
@@ -87,7 +92,7 @@ TEST_F(EditSoundTest, OverrunsAreCounted) {
         EXPECT_EQ(GetCapturedStderr(), "");
     }
     CaptureStderr();
-    mSound.reset();
+    close();
     EXPECT_EQ(GetCapturedStderr(), "varno: warning: 3 overruns in all\n");
 }
 
@@ -108,7 +113,7 @@ TEST_F(EditSoundTest, ALostSoundSystemIsReportedOnceAfterItsOverruns) {
                                        lost + "\n");
     EXPECT_EQ(toldAtCheck(), "");
     CaptureStderr();
-    mSound.reset();
+    close();
     EXPECT_EQ(GetCapturedStderr(), "");
 }
 
