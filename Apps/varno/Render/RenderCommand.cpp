@@ -27,8 +27,8 @@ constexpr std::string_view kRenderUsage[] = {
     "[OPTIONS]",
 };
 
+// NOLINTBEGIN(bugprone-suspicious-missing-comma): a paragraph goes over several lines
 constexpr std::string_view kRenderDescription[] = {
-    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Renders INPUT through the effect into OUTPUT: a mono file through the mono variant, a stereo file "
     "through the stereo one, at sample rates from 16 to 384 kHz. OUTPUT has exactly the input's frames (and "
     "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
@@ -52,6 +52,7 @@ constexpr std::string_view kRenderDescription[] = {
     "file (in TMPDIR): other inputs from pipes, pipes rendered into files, and WAV of more than 4 GB for a "
     "pipe.",
 };
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 constexpr ArgumentEntry kRenderArguments[] = {
     {.name = "INPUT",
