@@ -18,7 +18,7 @@ protected:
     void open(Instance& instance) {
         auto backend = std::make_unique<FakeBackend>(LiveRequest{.inputs = 0});
         mBackend = backend.get();
-        mEffect.emplace(instance, OversamplingSetup{});
+        mEffect.emplace(instance, OversamplingSetup{.routineLatencyFrames = 1});
         mSound.emplace(*mEffect, AudioLoop({{2, 4, 6}, {-2, -4, -6}}), std::move(backend));
     }
     // Before the instance ends, which a test holds.
