@@ -37,7 +37,7 @@ struct OversamplingSetup {
 /// are followed, and its meters and position move. At factor 1 the sound is the instance's own, bit for bit.
 /// At any other, all processors and all divisions into buffers give the same bits. A setting that is given
 /// before a buffer acts on the sound of that buffer's first frame.
-class Oversampling : private ValueFollower {
+class Oversampling final : private ValueFollower {
 public:
     /// Makes the instances that the factors need. A factor that does not fit the rate is lowered.
     /// @param instance at its start; outlives this object, and nothing else processes it

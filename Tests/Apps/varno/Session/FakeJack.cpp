@@ -106,9 +106,8 @@ JackFunctions FakeJack::functions() {
     jack.port_get_buffer = buffer;
     jack.port_name = [](const jack_port_t* port) { return as(port).name.c_str(); };
     jack.recompute_total_latencies = [](jack_client_t*) {
-        FakeJack& self = *server;
-        self.latency(JackCaptureLatency, self.self);
-        self.latency(JackPlaybackLatency, self.self);
+        server->latency(JackCaptureLatency, server->self);
+        server->latency(JackPlaybackLatency, server->self);
         return 0;
     };
     jack.port_get_latency_range = [](jack_port_t* port, jack_latency_callback_mode_t mode,
