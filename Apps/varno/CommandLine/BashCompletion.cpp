@@ -44,28 +44,15 @@ constexpr const char* kEpilog = R"bash(    esac
 complete -F _varno varno
 )bash";
 
-// The shell command that completes a value; empty where nothing can be proposed.
+// The shell command that completes a value.
 std::string completer(ValueKind kind, std::string_view choices) {
-    switch (kind) {
-    case ValueKind::kFile:
-        return "_varno_files";
-    case ValueKind::kDirectory:
-        return "_varno_directories";
-    case ValueKind::kChoice:
-        return "_varno_words '" + std::string(choices) + "'";
-    case ValueKind::kParameter:
-        return "_varno_parameters";
-    case ValueKind::kSetting:
-        return "_varno_settings";
-    case ValueKind::kPreset:
-        return "_varno_presets";
-    case ValueKind::kText:
-    case ValueKind::kNumber:
-        return ":";
-    case ValueKind::kNone:
-        break;
-    }
-    return {};
+    constexpr ValueActions kActions = {.files = "_varno_files",
+                                       .folders = "_varno_directories",
+                                       .parameters = "_varno_parameters",
+                                       .settings = "_varno_settings",
+                                       .presets = "_varno_presets",
+                                       .nothing = ":"};
+    return actionOf(kind, "_varno_words '" + std::string(choices) + '\'', kActions);
 }
 
 std::string optionWords(std::span<const OptionEntry> options) {

@@ -32,27 +32,15 @@ std::string fishQuoted(std::string_view text) {
     return quoted + "'";
 }
 
-// What follows "complete" for a value. "--exclusive" leaves out files, "--force-files" proposes them.
+// What follows "complete" for a value.
 std::string fishValue(ValueKind kind, std::string_view choices) {
-    switch (kind) {
-    case ValueKind::kFile:
-        return " --force-files";
-    case ValueKind::kDirectory:
-        return " --no-files --arguments '(__fish_complete_directories)'";
-    case ValueKind::kChoice:
-        return " --no-files --arguments " + fishQuoted(choices);
-    case ValueKind::kParameter:
-        return " --no-files --arguments '(__varno_parameters)'";
-    case ValueKind::kSetting:
-        return " --no-files --arguments '(__varno_settings)'";
-    case ValueKind::kPreset:
-        return " --force-files --arguments '(__varno_presets)'";
-    case ValueKind::kText:
-    case ValueKind::kNumber:
-    case ValueKind::kNone:
-        break;
-    }
-    return " --no-files";
+    constexpr ValueActions kActions = {.files = " --force-files",
+                                       .folders = " --no-files --arguments '(__fish_complete_directories)'",
+                                       .parameters = " --no-files --arguments '(__varno_parameters)'",
+                                       .settings = " --no-files --arguments '(__varno_settings)'",
+                                       .presets = " --force-files --arguments '(__varno_presets)'",
+                                       .nothing = " --no-files"};
+    return actionOf(kind, " --no-files --arguments " + fishQuoted(choices), kActions);
 }
 
 // Where a line of the script proposes something: with that command, or before any.

@@ -43,29 +43,17 @@ fi
 
 // What _arguments does for a value; a blank proposes nothing.
 std::string action(ValueKind kind, std::string_view choices) {
-    switch (kind) {
-    case ValueKind::kFile:
-        return "_files";
-    case ValueKind::kDirectory:
-        return "_files -/";
-    case ValueKind::kChoice:
-        return "(" + std::string(choices) + ")";
-    case ValueKind::kParameter:
-        return "_varno_parameters";
-    case ValueKind::kSetting:
-        return "_varno_settings";
-    case ValueKind::kPreset:
-        return "_varno_presets";
-    case ValueKind::kText:
-    case ValueKind::kNumber:
-    case ValueKind::kNone:
-        break;
-    }
-    return " ";
+    constexpr ValueActions kActions = {.files = "_files",
+                                       .folders = "_files -/",
+                                       .parameters = "_varno_parameters",
+                                       .settings = "_varno_settings",
+                                       .presets = "_varno_presets",
+                                       .nothing = " "};
+    return actionOf(kind, '(' + std::string(choices) + ')', kActions);
 }
 
-// Text within a specification in single quotes: colons and brackets have a meaning there.
-std::string specified(std::string_view text) {
+// Text within an argument of _arguments in single quotes: colons and brackets have a meaning there.
+std::string quotedText(std::string_view text) {
     std::string quoted;
     for (const char character : text) {
         if (character == '\'') {
@@ -81,7 +69,7 @@ std::string specified(std::string_view text) {
 }
 
 // '--format=[Sample format.]:FORMAT:(pcm16 pcm24)', for each of its names.
-std::string specifications(const OptionEntry& option) {
+std::string optionArguments(const OptionEntry& option) {
     std::string text;
     for (const auto name : {option.name, option.shortName}) {
         if (name.empty()) {
@@ -92,9 +80,9 @@ std::string specifications(const OptionEntry& option) {
         if (option.kind != ValueKind::kNone) {
             text.append(isLong ? "=" : "+");
         }
-        text.append("[").append(specified(firstSentence(option.help))).append("]");
+        text.append("[").append(quotedText(firstSentence(option.help))).append("]");
         if (option.kind != ValueKind::kNone) {
-            text.append(":").append(specified(option.value)).append(":");
+            text.append(":").append(quotedText(option.value)).append(":");
             text.append(action(option.kind, option.choices));
         }
         text.append("'");
@@ -105,11 +93,11 @@ std::string specifications(const OptionEntry& option) {
 std::string zshCaseOf(const CommandEntry& command) {
     std::string text = "    " + std::string(command.name) + ")\n        _arguments";
     for (const auto& option : command.options) {
-        text += specifications(option);
+        text += optionArguments(option);
     }
     if (!command.arguments.empty()) {
         const auto& argument = command.arguments.front();
-        text.append(" \\\n            '*:").append(specified(argument.name)).append(":");
+        text.append(" \\\n            '*:").append(quotedText(argument.name)).append(":");
         text.append(action(argument.kind, argument.choices)).append("'");
     }
     return text + "\n        ;;\n";
@@ -118,13 +106,13 @@ std::string zshCaseOf(const CommandEntry& command) {
 std::string zshCommands(const ProgramEntry& program) {
     std::string text = "    '')\n        local -a commands=(";
     for (const auto& command : program.commands) {
-        text.append("\n            '").append(specified(command.name)).append(":");
-        text.append(specified(command.summary)).append("'");
+        text.append("\n            '").append(quotedText(command.name)).append(":");
+        text.append(quotedText(command.summary)).append("'");
     }
     text += ")\n        _describe command commands\n        local -a options=(";
     for (const auto& option : program.options) {
-        text.append("\n            '").append(specified(option.name)).append(":");
-        text.append(specified(firstSentence(option.help))).append("'");
+        text.append("\n            '").append(quotedText(option.name)).append(":");
+        text.append(quotedText(firstSentence(option.help))).append("'");
     }
     return text + ")\n        _describe -o option options\n        ;;\n";
 }
