@@ -31,17 +31,23 @@ void ask(const GoOn& goOn) {
     }
 }
 
-// Waits until some bytes have arrived. Returns 0 at the end.
+// Waits until some bytes have arrived. Returns 0 at the end. A signal to several programs (Ctrl-C) can end
+// the one that writes a pipe first, so that the end is seen before the signal: the end is also a reason to
+// ask.
 std::size_t readSome(int descriptor, std::span<char> buffer, const std::string& name, const GoOn& goOn) {
     for (;;) {
         const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
-        if (got >= 0) {
+        if (got > 0) {
             return static_cast<std::size_t>(got);
         }
-        if (errno != EINTR) {
-            throwReadError(name, errno);
-        }
+        const int error = got < 0 ? errno : 0;
         ask(goOn);
+        if (got == 0) {
+            return 0;
+        }
+        if (error != EINTR) {
+            throwReadError(name, error);
+        }
     }
 }
 
@@ -130,10 +136,11 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& name, c
         if (written >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
         } else {
-            if (errno != EINTR) {
-                throwWriteError(name, errno);
+            const int error = errno;
+            ask(goOn); // also where the program that read a pipe was ended by the same signal
+            if (error != EINTR) {
+                throwWriteError(name, error);
             }
-            ask(goOn);
         }
     }
 }

@@ -10,8 +10,8 @@
 
 namespace varno {
 
-/// Called during long transfers, and after a signal has interrupted a wait for a pipe. It throws to end the
-/// work; the exception passes through to the caller. An empty one never ends it.
+/// Called during long transfers, after a signal has interrupted a wait for a pipe, and where a pipe has
+/// ended. It throws to end the work; the exception passes through to the caller. An empty one never ends it.
 using GoOn = std::function<void()>;
 
 /// Owns an open file descriptor of the system and closes it.

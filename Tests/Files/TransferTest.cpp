@@ -1,5 +1,6 @@
 #include "Files/Transfer.h"
 
+#include "Files/FileError.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -81,6 +82,28 @@ TEST(TransferTest, WithoutACallbackTheWaitGoesOn) {
         return signals >= 3 ? 0 : 1;
     });
     EXPECT_EQ(status, 0);
+}
+
+// The program at the other end of a pipe may have been ended by the signal that this one is about to receive.
+TEST(TransferTest, TheCallbackIsCalledAtTheEndOfAPipe) {
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const FileDescriptor pipe(ends[0]);
+    ::close(ends[1]);
+    char byte = 0;
+    EXPECT_THROW(readUpTo(pipe.get(), &byte, 1, "pipe", [] { throw Ended(); }), Ended);
+    EXPECT_EQ(readUpTo(pipe.get(), &byte, 1, "pipe", [] {}), 0U);
+}
+
+TEST(TransferTest, TheCallbackIsCalledWhereAPipeHasNoReader) {
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    ::close(ends[0]);
+    const FileDescriptor pipe(ends[1]);
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    EXPECT_THROW(writeAll(pipe.get(), "x", "pipe", [] { throw Ended(); }), Ended);
+    EXPECT_THROW(writeAll(pipe.get(), "x", "pipe", [] {}), FileError);
+    std::signal(SIGPIPE, before);
 }
 
 TEST(TransferTest, TheCallbackIsCalledBetweenPieces) {
