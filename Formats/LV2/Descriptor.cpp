@@ -2,7 +2,7 @@
 #include "LV2/HostFeatures.h"
 #include "LV2/Plugin.h"
 #include "LV2/Ports.h"
-#include "LV2/SharedModule.h"
+#include "Shared/SharedModule.h"
 
 #include <exception>
 #include <iterator>

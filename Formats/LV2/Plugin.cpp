@@ -1,40 +1,15 @@
 #include "LV2/Plugin.h"
 
-#include "DemoGain_Oversampling.h"
-
 #include <algorithm>
 #include <cmath>
 
 namespace varno {
 
-namespace {
-
-InstanceSetup setupFor(std::int32_t channels, double sampleRateHz) {
-    InstanceSetup setup;
-    setup.channels = channels;
-    setup.sampleRateHz = sampleRateHz;
-    setup.maximumFrames = kBufferFrames;
-    return setup;
-}
-
-} // namespace
-
-MeterHold::MeterHold(double sampleRateHz)
-    : mHoldFrames(static_cast<std::int32_t>(std::ceil(kMeterHoldSeconds * sampleRateHz))) {
-}
-
-void MeterHold::restart() noexcept {
-    mFramesLeft = 0;
-    mShown = 0.0F;
-}
-
 Plugin::Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sampleRateHz)
-    : mInstance(std::move(module), setupFor(channels, sampleRateHz)),
-      mPorts(portsOf(mInstance)),
-      mValues(mInstance, mPorts),
-      mEffect(mInstance, {.routineLatencyFrames = kDemoGain_LatencyFrames, .canChange = true}),
-      mBypass(mEffect),
-      mMeters(mInstance.meters().ids().size(), MeterHold(sampleRateHz)),
+    : mEffect(std::move(module),
+              {.channels = channels, .sampleRateHz = sampleRateHz, .canChangeQuality = true}),
+      mPorts(portsOf(instance())),
+      mValues(mEffect.values()),
       mUnconnected(mPorts.size()),
       mOwnValues(mPorts.size()),
       mInputPort(firstPort(PortKind::kAudioIn)),
@@ -61,7 +36,7 @@ void Plugin::unconnect() {
             mUnconnected[port.index] = &mOwnValues[port.index];
         }
         if (port.kind == PortKind::kParameter) {
-            mOwnValues[port.index] = static_cast<float>(mInstance.parameters()[port.item].defaultNormalized);
+            mOwnValues[port.index] = static_cast<float>(instance().parameters()[port.item].defaultNormalized);
         }
     }
     mOwnValues[mEnabledPort] = 1.0F;
@@ -76,34 +51,29 @@ void Plugin::connect(std::uint32_t port, void* data) noexcept {
 }
 
 void Plugin::activate() {
-    mBypass.reset();
+    mEffect.reset();
     mValues.restart();
-    for (MeterHold& meter : mMeters) {
-        meter.restart();
-    }
 }
 
 void Plugin::run(std::uint32_t frames) noexcept {
     // Written so that what is not a number counts as the default.
-    mBypass.set(*mConnected[mEnabledPort] <= 0.0F);
+    mEffect.bypass().set(*mConnected[mEnabledPort] <= 0.0F);
     if (frames > 0) {
         readQuality();
         mValues.read(&mConnected[mControlPort]);
     }
     for (std::uint32_t done = 0; done < frames;) {
-        mValues.giveTo(mInstance);
-        const auto atMost = static_cast<std::uint32_t>(std::min(kBufferFrames, mValues.framesHeld()));
-        const auto length = static_cast<std::int32_t>(std::min(frames - done, atMost));
+        const auto most = static_cast<std::int32_t>(std::min<std::uint32_t>(frames - done, kBufferFrames));
+        const std::int32_t length = mEffect.begin(most);
         point(done);
-        mBypass.process(mInputs.data(), mOutputs.data(), length);
+        mEffect.process(mInputs.data(), mOutputs.data(), length);
         showMeters(length);
-        mValues.passed(length);
         done += static_cast<std::uint32_t>(length);
     }
     if (frames == 0) {
         showMeters(0);
     }
-    *mConnected[mLatencyPort] = static_cast<float>(mEffect.latencyFrames());
+    *mConnected[mLatencyPort] = static_cast<float>(mEffect.oversampling().latencyFrames());
 }
 
 // Where the module is busy, the next run tries again.
@@ -116,7 +86,7 @@ void Plugin::readQuality() noexcept {
     for (const std::int32_t factor : kOversamplingFactors) {
         quality = static_cast<float>(factor) <= found ? factor : quality;
     }
-    if (mEffect.setFactorBeforeBuffer(quality)) {
+    if (mEffect.oversampling().setFactorBeforeBuffer(quality)) {
         mSeenQuality = found;
     }
 }
@@ -131,9 +101,8 @@ void Plugin::point(std::uint32_t offset) noexcept {
 }
 
 void Plugin::showMeters(std::int32_t frames) noexcept {
-    const MeterBank& meters = mInstance.meters();
-    for (std::size_t tap = 0; tap < mMeters.size(); ++tap) {
-        *mConnected[mMeterPort + tap] = mMeters[tap].show(meters.value(tap), frames);
+    for (std::size_t tap = 0; tap < mEffect.meters(); ++tap) {
+        *mConnected[mMeterPort + tap] = mEffect.showMeter(tap, frames);
     }
 }
 

@@ -2,50 +2,17 @@
 #ifndef VARNO_FORMATS_LV2_PLUGIN_H
 #define VARNO_FORMATS_LV2_PLUGIN_H
 
-#include "Host/Bypass.h"
 #include "Host/Instance.h"
 #include "Host/Module.h"
 #include "LV2/ControlValues.h"
 #include "LV2/Ports.h"
+#include "Shared/RunningEffect.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
 namespace varno {
-
-/// Least time for which a peak stays: windows of hosts read meters about 25 times a second.
-inline constexpr double kMeterHoldSeconds = 0.040;
-
-/// Holds a meter's peaks. A higher value shows at once; a lower one, from the meter's own fall, once the peak
-/// has been shown for kMeterHoldSeconds. [audio]
-class MeterHold {
-public:
-    explicit MeterHold(double sampleRateHz);
-
-    /// What to show after a buffer of `frames` frames at whose end the meter stood at `value`: 0 to 1, the
-    /// declared range of the port.
-    float show(float value, std::int32_t frames) noexcept {
-        mFramesLeft -= frames;
-        if (value >= mShown || mFramesLeft <= 0) {
-            mShown = std::clamp(value, 0.0F, 1.0F);
-            mFramesLeft = mHoldFrames;
-        }
-        return mShown;
-    }
-    /// Shows 0 again, and holds nothing.
-    void restart() noexcept;
-
-private:
-    std::int32_t mHoldFrames;
-    std::int32_t mFramesLeft = 0;
-    float mShown = 0.0F;
-};
-
-/// Longest buffer that the module receives; a longer run is divided. The buffers of both channels, before and
-/// after, and the bypassed sound together lie in a processor's first cache.
-inline constexpr std::int32_t kBufferFrames = 512;
 
 /// Connects the ports of a host with an instance of the module. An unconnected input is silent or has its
 /// default; an unconnected output is discarded. Hosts call on one thread at a time.
@@ -63,7 +30,7 @@ public:
     /// lock that another thread may hold, no allocation, no system call. [audio]
     void run(std::uint32_t frames) noexcept;
 
-    const Instance& instance() const { return mInstance; }
+    const Instance& instance() const { return mEffect.instance(); }
 
 private:
     std::size_t firstPort(PortKind kind) const;
@@ -72,12 +39,9 @@ private:
     void showMeters(std::int32_t frames) noexcept;
     void readQuality() noexcept;
 
-    Instance mInstance;
+    RunningEffect mEffect;
     std::vector<PortInfo> mPorts;
     ControlValues mValues;
-    Oversampling mEffect;
-    Bypass mBypass;
-    std::vector<MeterHold> mMeters;
 
     std::vector<float*> mConnected;   ///< By port.
     std::vector<float*> mUnconnected; ///< Without a connection: null for sound, else an own value.

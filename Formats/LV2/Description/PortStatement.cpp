@@ -1,10 +1,10 @@
 #include "LV2/Description/PortStatement.h"
 
 #include "DemoGain_Oversampling.h"
-#include "LV2/ControlValues.h"
+#include "Host/Oversampling/Oversampling.h"
 #include "LV2/Description/Turtle.h"
-#include "LV2/Plugin.h"
 #include "LV2/PortTexts.h"
+#include "Shared/GlidingValues.h"
 
 #include <cmath>
 #include <cstdio>

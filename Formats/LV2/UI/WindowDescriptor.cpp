@@ -1,6 +1,6 @@
 // The entry point of the window's binary: one function, which describes one window.
 #include "LV2/Ports.h"
-#include "LV2/SharedModule.h"
+#include "Shared/SharedModule.h"
 #include "LV2/UI/PluginWindow.h"
 
 #include <algorithm>

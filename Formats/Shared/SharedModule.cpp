@@ -1,4 +1,4 @@
-#include "LV2/SharedModule.h"
+#include "Shared/SharedModule.h"
 
 #include "Host/Module.h"
 #include "Surround/Settings/EffectHost.h"

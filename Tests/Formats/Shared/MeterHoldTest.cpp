@@ -1,4 +1,4 @@
-#include "LV2/Plugin.h"
+#include "Shared/MeterHold.h"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +41,7 @@ TEST(MeterHold, keepsAPeakAsLongAtEveryRate) {
 }
 
 // A reduction reads a little below 0 and a level above 1 where the effect goes beyond its scale.
-TEST(MeterHold, staysWithinTheRangeOfItsPort) {
+TEST(MeterHold, staysWithinItsRange) {
     MeterHold hold(48000.0);
     EXPECT_EQ(hold.show(1.5F, 512), 1.0F);
     EXPECT_EQ(hold.show(-0.1F, 48000), 0.0F);

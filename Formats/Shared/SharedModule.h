@@ -1,6 +1,6 @@
 /// The module that this binary is linked with, shared by all plug-ins of it.
-#ifndef VARNO_FORMATS_LV2_SHAREDMODULE_H
-#define VARNO_FORMATS_LV2_SHAREDMODULE_H
+#ifndef VARNO_FORMATS_SHARED_SHAREDMODULE_H
+#define VARNO_FORMATS_SHARED_SHAREDMODULE_H
 
 #include "Host/Module.h"
 
