@@ -6,8 +6,8 @@ checks=$root/build/checks
 
 quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
-default_steps=(format guards includes comments text shell scripts gcc headers tidy asan-ubsan tsan)
-full_steps=("${default_steps[@]}" hosts clang tidy-tests coverage aarch64 libcxx fetch "$other_release"
+default_steps=(format guards includes comments text shell scripts 'tidy&' gcc headers asan-ubsan tsan hosts)
+full_steps=("${default_steps[@]}" clang tidy-tests coverage aarch64 libcxx fetch "$other_release"
     long long-threads)
 
 # Steps whose result depends on the version of a tool. Where Scripts/packages.txt has the tool for another release alone,

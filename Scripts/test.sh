@@ -48,13 +48,13 @@ usage_error() {
 
 list_steps() {
     local name
-    for name in "${full_steps[@]}"; do printf '%-14s %s\n' "$name" "${step_title[$name]}"; done
+    for name in "${full_steps[@]%&}"; do printf '%-14s %s\n' "$name" "${step_title[$name]}"; done
 }
 
 require_steps() {
     local name
     for name in "$@"; do
-        [[ -n ${step_title[$name]-} ]] || usage_error "'$name' is no step of the tests; there are: ${full_steps[*]}"
+        [[ -n ${step_title[$name]-} ]] || usage_error "'$name' is no step of the tests; there are: ${full_steps[*]%&}"
     done
 }
 

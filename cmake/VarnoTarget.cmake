@@ -131,6 +131,10 @@ endfunction()
 function(varno_test_settings name)
   # Test cases are most of what a build compiles; unoptimised they take two thirds of the time.
   target_compile_options(${name} PRIVATE -O0)
+  if(VARNO_SANITIZE MATCHES undefined)
+    # A sixth of the time, and found in other ways: the address sanitizer reports null pointers that are used.
+    target_compile_options(${name} PRIVATE -fno-sanitize=null,alignment)
+  endif()
   target_link_libraries(${name} PRIVATE varno_settings GTest::gtest_main GTest::gmock)
 endfunction()
 

@@ -1,5 +1,7 @@
 """./run test runs every step that is named, counts, and reports at the end what failed and how to repeat it."""
+import pathlib
 import subprocess
+import time
 import unittest
 
 from fixture import FixtureProject
@@ -106,11 +108,45 @@ int main() {
                      "libcxx", "fetch", "long", "long-threads"):
             self.assertIn(name, names)
 
-    def test_continuous_integration_runs_both(self):
-        self.write("run", '#!/usr/bin/env bash\nprintf "%s in %s\\n" "$*" "$PWD"\n[[ $* != "$broken" ]]\n')
-        for broken, status in (("nothing", 0), ("test", 1), ("test --hosts", 1)):
-            done = self.run_script(script=self.root / ".ci/run", prefix=["env", f"broken={broken}"])
-            self.assertEqual((done.returncode, done.stdout), (status, f"test in {self.root}\ntest --hosts in {self.root}\n"))
+    def test_continuous_integration_runs_them(self):
+        self.write("run", '#!/usr/bin/env bash\nprintf "%s in %s\\n" "$*" "$PWD"\nexit "$status"\n')
+        for status in (0, 1):
+            done = self.run_script(script=self.root / ".ci/run", prefix=["env", f"status={status}"])
+            self.assertEqual((done.returncode, done.stdout), (status, f"test in {self.root}\n"))
+
+    def run_steps(self, steps, *names):
+        """Runs steps of the test's own. Returns the shell's result."""
+        script = (f'root=$1; source "$root/Scripts/console.sh"; source "$root/Scripts/checks.sh"; '
+                  f'source "$root/Scripts/steps.sh"; checks=$root/checks; {steps}; run_steps "${{@:2}}"')
+        return subprocess.run(["bash", "-c", script, "steps", self.root, *names], env=self.environment(),
+                              capture_output=True, text=True, check=False, timeout=60)
+
+    def test_a_step_goes_on_beside_others(self):
+        # Each of the two waits for a file of the other.
+        steps = """step_one() { touch "$root/one"; until [[ -f $root/two ]]; do sleep 0.01; done; }
+                   step_two() { touch "$root/two"; until [[ -f $root/one ]]; do sleep 0.01; done; }"""
+        done = self.run_steps(steps, "one&", "two")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertRegex(done.stdout, r"\Atwo +1 passed +\d+ s\none +1 passed +\d+ s\n2 passed, 0 failed\n\Z")
+
+    def test_the_step_beside_others_has_idle_priority_and_counts(self):
+        steps = """step_one() { chrt --pid 0 | grep -q SCHED_IDLE && echo '<testcase name="A" status="run"/>' >"$step_report"; }
+                   step_two() { ! chrt --pid 0 | grep -q SCHED_IDLE; }"""
+        self.assertEqual(self.last_line(self.run_steps(steps, "one&", "two")), "2 passed, 0 failed")
+        done = self.run_steps("step_one() { false; }; step_two() { true; }", "one&", "two")
+        self.assertEqual((done.returncode, self.last_line(done)), (1, "1 passed, 1 failed"))
+        self.assertIn("\n  ./run test one\n", done.stdout)
+
+    def test_the_step_beside_others_ends_with_them(self):
+        steps = """step_one() { sleep 50 & echo $! >"$root/id"; wait; }
+                   step_two() { until [[ -s $root/id ]]; do sleep 0.01; done; kill -TERM $$; sleep 1; }"""
+        done = self.run_steps(steps, "one&", "two")
+        self.assertNotEqual(done.returncode, 0)
+        process = pathlib.Path("/proc", (self.root / "id").read_text().strip())
+        end = time.monotonic() + 20
+        while process.exists() and time.monotonic() < end:
+            time.sleep(0.01)
+        self.assertFalse(process.exists())
 
 
 if __name__ == "__main__":
