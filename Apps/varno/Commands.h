@@ -14,6 +14,7 @@ CommandEntry describeCommand();
 CommandEntry paramsCommand();
 CommandEntry measureCommand();
 CommandEntry presetsCommand();
+CommandEntry doctorCommand();
 
 } // namespace varno
 

@@ -115,6 +115,7 @@ const ProgramEntry& program() {
                                             paramsCommand(),
                                             presetsCommand(),
                                             measureCommand(),
+                                            doctorCommand(),
                                             completionCommand(),
                                             manCommand()};
     static const ProgramEntry entry = {.summary = "saturation and dynamics for audio files and live sound",

@@ -10,6 +10,10 @@ namespace varno {
 int runEdit(const CommandLine& line);
 int runPlay(const CommandLine& line);
 
+/// What varno-window contributes to varno doctor: prints the display and each sound system as a findingLine()
+/// as soon as it is known. [main]
+int answerDoctor(const CommandLine& line);
+
 } // namespace varno
 
 #endif

@@ -20,7 +20,7 @@ TEST_F(ProgramHelp, OfTheProgram) {
 
 TEST_F(ProgramHelp, OfEachCommand) {
     for (const std::string command :
-         {"render", "edit", "play", "describe", "params", "presets", "completion", "man"}) {
+         {"render", "edit", "play", "describe", "params", "presets", "doctor", "completion", "man"}) {
         expectGolden({command, "--help"}, command + ".txt");
     }
 }

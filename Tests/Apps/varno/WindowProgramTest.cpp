@@ -88,7 +88,7 @@ TEST_F(LoneProgram, ReportsAWindowProgramThatCannotBeStarted) {
 
 TEST(WindowProgram, RunsTheCommandsWithAWindowAlone) {
     const std::string expected =
-        "varno: varno edit and varno play start this program; expected one of these commands\n";
+        "varno: varno edit, play and doctor start this program; expected one of these commands\n";
     for (const std::vector<std::string>& words : {std::vector<std::string>{}, {"render"}, {"--help"}}) {
         std::vector<std::string> all = {VARNO_WINDOW_PROGRAM};
         all.insert(all.end(), words.begin(), words.end());
