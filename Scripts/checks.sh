@@ -29,7 +29,7 @@ declare -A step_title=(
     [tidy-tests]="clang-tidy finds nothing in the tests and the measurements"
     [asan-ubsan]="all tests of the product under the address and undefined-behaviour sanitizers"
     [tsan]="the threaded tests under the thread sanitizer"
-    [hosts]="LV2 hosts, Ardour and JACK, as Debian has them, load the effect and give the samples of its own program"
+    [hosts]="LV2 and CLAP hosts and JACK, as Debian has them, load the effect and give the samples of its own program"
     [coverage]="line coverage of Interfaces, Libs and Source"
     [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
     [libcxx]="the tests of signal path, library layer and data model, clang with LLVM's standard library"
@@ -108,7 +108,7 @@ step_long() { build_preset release all && VARNO_TEST_SCALE=$long_scale run_tests
 step_long-threads() {
     build_preset tsan threaded_tests && VARNO_TEST_SCALE=$long_scale run_tests tsan --label-regex "$threaded_label"
 }
-step_hosts() { build_preset release varno Varno-S varno_lv2_bundle && run_hosts; }
+step_hosts() { build_preset release varno Varno-S varno_lv2_bundle varno_clap_folder && run_hosts; }
 step_coverage() {
     build_preset coverage all && forget_coverage &&
         run_tests coverage --label-exclude "$scripts_label|$program_label" && measure_coverage

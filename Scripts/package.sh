@@ -14,8 +14,9 @@ Builds into build/packages, for the Debian release that this machine runs:
   varno_*.deb           the program without its window, with the factory presets, manual page and completion
   varno-editor_*.deb    its window, the module bundle, an entry in menus
   varno-s-lv2_*.deb     the plug-ins for LV2 hosts
+  varno-s-clap_*.deb    the plug-ins for CLAP hosts
   varno-doc_*.deb       the manual
-  varno-s-*.tar.xz      program, module and LV2 bundle in one folder, which works wherever it is unpacked
+  varno-s-*.tar.xz      program, module and plug-ins in one folder, which works wherever it is unpacked
 
 The same sources make the same bytes in every folder.
 END

@@ -7,14 +7,16 @@ import unittest
 
 BUILD = pathlib.Path(os.environ["VARNO_BUILD"])
 BUNDLE = BUILD / "lv2/varno-s.lv2"
+CLAP = BUILD / "clap/varno-s"
 MODULE = next((BUILD / "Varno-S.aaxplugin/Contents").glob("*-linux")) / "Varno-S.so"
 # List -> the binaries that it is about, with the names of their maps.
 PROGRAM = BUILD / "Apps/varno"
 LISTS = {BUILD / "THIRD-PARTY.txt": {PROGRAM / "varno": "varno", PROGRAM / "varno-window": "varno_window_program",
                                      MODULE: "Varno-S"},
-         BUNDLE / "THIRD-PARTY.txt": {BUNDLE / "varno-s.so": "varno_lv2", BUNDLE / "varno-s-ui.so": "varno_lv2_window"}}
+         BUNDLE / "THIRD-PARTY.txt": {BUNDLE / "varno-s.so": "varno_lv2", BUNDLE / "varno-s-ui.so": "varno_lv2_window"},
+         CLAP / "THIRD-PARTY.txt": {CLAP / "varno-s.clap": "varno_clap"}}
 # List -> what the binaries hold without an archive of its own, or with one of the build.
-OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT"}, {"VSTGUI", "Highway", "LV2"})))
+OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT"}, {"VSTGUI", "Highway", "LV2"}, {"Highway"})))
 # A sentence of each notice.
 NOTICES = {"VSTGUI": "Neither the name of the Steinberg Media Technologies nor the names of its",
            "libpugixml.a": "Permission is hereby granted, free of charge, to any person obtaining a",

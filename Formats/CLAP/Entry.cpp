@@ -1,0 +1,58 @@
+// The symbol that a host looks for, and the factory of the plug-ins.
+#include "CLAP/Clap/Plugin.h"
+#include "CLAP/PluginTable.h"
+#include "CLAP/Plugins.h"
+
+#include <exception>
+#include <string_view>
+
+namespace varno {
+
+namespace {
+
+std::uint32_t pluginCount(const clap_plugin_factory_t* /*factory*/) noexcept {
+    return static_cast<std::uint32_t>(kClapPlugins.size());
+}
+
+const clap_plugin_descriptor_t* pluginDescriptor(const clap_plugin_factory_t* /*factory*/,
+                                                 std::uint32_t index) noexcept {
+    return index < kClapPlugins.size() ? &kClapPlugins[index].descriptor : nullptr;
+}
+
+const clap_plugin_t* createPlugin(const clap_plugin_factory_t* /*factory*/, const clap_host_t* host,
+                                  const char* id) noexcept {
+    if (host == nullptr || id == nullptr || !clap_version_is_compatible(host->clap_version)) {
+        return nullptr;
+    }
+    try {
+        for (const OfferedPlugin& plugin : kClapPlugins) {
+            if (std::string_view(id) == plugin.descriptor.id) {
+                return makePlugin(plugin.descriptor, *host, plugin.channels);
+            }
+        }
+    } catch (const std::exception&) {
+        // Without memory there is no plug-in, and a host is not called from here.
+    }
+    return nullptr;
+}
+
+constexpr clap_plugin_factory_t kFactory = {pluginCount, pluginDescriptor, createPlugin};
+
+// Nothing is made here, so that hosts may call both as often as they like.
+bool initEntry(const char* /*path*/) noexcept {
+    return true;
+}
+
+void deinitEntry() noexcept {
+}
+
+const void* factory(const char* id) noexcept {
+    return id != nullptr && std::string_view(id) == CLAP_PLUGIN_FACTORY_ID ? &kFactory : nullptr;
+}
+
+} // namespace
+
+} // namespace varno
+
+extern "C" __attribute__((visibility("default")))
+const clap_plugin_entry_t clap_entry = {CLAP_VERSION, varno::initEntry, varno::deinitEntry, varno::factory};

@@ -1,0 +1,84 @@
+#include "CLAP/ValueEvents.h"
+
+#include <cmath>
+
+namespace varno {
+
+namespace {
+
+using Change = ValueExchange::Change;
+
+constexpr std::uint32_t kOfHost = Change::kForHost | Change::kTouched;
+
+template<class Event>
+clap_event_header_t headerOf(std::uint16_t type) noexcept {
+    return {sizeof(Event), 0, CLAP_CORE_EVENT_SPACE_ID, type, 0};
+}
+
+bool sendGesture(const clap_output_events_t& out, clap_id id, std::uint16_t type) noexcept {
+    const clap_event_param_gesture_t event{headerOf<clap_event_param_gesture_t>(type), id};
+    return out.try_push(&out, &event.header);
+}
+
+bool sendValue(const clap_output_events_t& out, clap_id id, double value) noexcept {
+    const clap_event_param_value_t event{.header = headerOf<clap_event_param_value_t>(CLAP_EVENT_PARAM_VALUE),
+                                         .param_id = id,
+                                         .cookie = nullptr,
+                                         .note_id = -1,
+                                         .port_index = -1,
+                                         .channel = -1,
+                                         .key = -1,
+                                         .value = value};
+    return out.try_push(&out, &event.header);
+}
+
+} // namespace
+
+std::optional<std::size_t> receiveEvent(const clap_event_header_t& event, const ParameterList& parameters,
+                                        ValueExchange& values) noexcept {
+    if (event.space_id != CLAP_CORE_EVENT_SPACE_ID || event.type != CLAP_EVENT_PARAM_VALUE ||
+        event.size < sizeof(clap_event_param_value_t)) {
+        return std::nullopt;
+    }
+    const auto& change = reinterpret_cast<const clap_event_param_value_t&>(event);
+    const std::optional<std::size_t> index = parameters.indexOf(change.param_id);
+    if (!index || !std::isfinite(change.value)) {
+        return std::nullopt;
+    }
+    values.set(*index, normalizedOf(parameters[*index], change.value, values.value(*index)),
+               Change::kForWindow);
+    return index;
+}
+
+void EventSender::send(const ParameterList& parameters, ValueExchange& values,
+                       const clap_output_events_t* out) noexcept {
+    if (out == nullptr || !values.takeAny(kOfHost)) {
+        return;
+    }
+    for (std::size_t index = 0; index < parameters.size(); ++index) {
+        const std::uint32_t changes = values.take(index, kOfHost | Change::kHeld);
+        const clap_id id = parameters[index].id;
+        std::uint32_t left = changes & kOfHost;
+        bool hasRoom = true;
+        if ((changes & Change::kTouched) != 0 && mIsTouched[index] == 0) {
+            hasRoom = sendGesture(*out, id, CLAP_EVENT_PARAM_GESTURE_BEGIN);
+            mIsTouched[index] = hasRoom ? 1 : 0;
+        }
+        if (hasRoom) {
+            left &= ~std::uint32_t{Change::kTouched};
+        }
+        if (hasRoom && (changes & Change::kForHost) != 0) {
+            hasRoom = sendValue(*out, id, hostValueOf(parameters[index], values.value(index)));
+            left &= hasRoom ? ~std::uint32_t{Change::kForHost} : left;
+        }
+        if (hasRoom && (changes & Change::kHeld) == 0 && mIsTouched[index] != 0) {
+            hasRoom = sendGesture(*out, id, CLAP_EVENT_PARAM_GESTURE_END);
+            mIsTouched[index] = hasRoom ? 0 : 1;
+        }
+        if (!hasRoom) {
+            values.mark(index, left | (left == 0 ? std::uint32_t{Change::kTouched} : 0));
+        }
+    }
+}
+
+} // namespace varno

@@ -1,0 +1,8 @@
+// The declarations of this tree.
+#include "CLAP/Clap/Extensions.h"
+#include "CLAP/Clap/Plugin.h"
+#include "Tests/Formats/CLAP/LayoutRows.h"
+
+varno::test::ClapLayout varno::test::ownLayout() {
+    return layoutOfIncluded();
+}
