@@ -7,7 +7,7 @@ checks=$root/build/checks
 quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
 default_steps=(format guards includes comments text shell scripts 'tidy&' gcc headers asan-ubsan tsan hosts)
-full_steps=("${default_steps[@]}" clang tidy-tests coverage aarch64 libcxx fetch "$other_release"
+full_steps=("${default_steps[@]}" clang sources tidy-tests coverage aarch64 libcxx fetch "$other_release"
     long long-threads)
 
 # Steps whose result depends on the version of a tool. Where Scripts/packages.txt has the tool for another release alone,
@@ -26,6 +26,7 @@ declare -A step_title=(
     [headers]="every public header compiles alone"
     [clang]="all tests of the product, clang, Release"
     [tidy]="clang-tidy finds nothing in the product, the host and the program"
+    [sources]="every source compiles alone"
     [tidy-tests]="clang-tidy finds nothing in the tests and the measurements"
     [asan-ubsan]="all tests of the product under the address and undefined-behaviour sanitizers"
     [tsan]="the threaded tests under the thread sanitizer"
@@ -73,6 +74,11 @@ step_tidy() {
     mapfile -t folders < <(cpp_folders | grep -vxF -e Tests -e Benchmarks)
     run_tidy "${folders[@]}"
 }
+step_sources() {
+    local folders
+    mapfile -t folders < <(cpp_folders)
+    run_tidy --compile "${folders[@]}"
+}
 # Tests are most of the code and have few of the findings: checking them takes too long for every day.
 step_tidy-tests() {
     local folders
@@ -80,11 +86,13 @@ step_tidy-tests() {
     run_tidy "${folders[@]}"
 }
 
-# run_tidy FOLDER...
+# run_tidy [--compile] FOLDER...
 run_tidy() {
+    local options=()
+    [[ $1 != --* ]] || { options=("$1") && shift; }
     # Nothing is compiled: what is brought up to date is the compilation database.
     build_preset tidy build.ninja &&
-        run_logged "$step_log" tidy_progress tidy_reason Scripts/tidy build/tidy "$@"
+        run_logged "$step_log" tidy_progress tidy_reason Scripts/tidy "${options[@]}" build/tidy "$@"
 }
 
 tidy_progress() {

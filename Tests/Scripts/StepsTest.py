@@ -104,7 +104,7 @@ int main() {
     def test_names_its_steps(self):
         done = self.run_script("test", "--list")
         names = [line.split()[0] for line in done.stdout.splitlines()]
-        for name in ("format", "guards", "scripts", "gcc", "clang", "tidy", "tidy-tests", "asan-ubsan", "tsan", "hosts", "coverage", "aarch64",
+        for name in ("format", "guards", "scripts", "gcc", "clang", "tidy", "sources", "tidy-tests", "asan-ubsan", "tsan", "hosts", "coverage", "aarch64",
                      "libcxx", "fetch", "long", "long-threads"):
             self.assertIn(name, names)
 

@@ -80,9 +80,13 @@ class TidyTest(FixtureProject):
     def test_each_source_includes_what_it_uses(self):
         self.write("Apps/varno/main.cpp", f"#include <string>\n\nstd::string text() {{\n    return {{}};\n}}\n{SOUND}")
         self.add("more.cpp", "std::string more() {\n    return {};\n}\n")
-        last_line, said, _ = self.tidy()
-        self.assertEqual(last_line, "0 passed, 1 failed")
-        self.assertRegex(said, r"/more\.cpp:1:1: error: use of undeclared identifier 'std'")
+        for _ in range(2):  # a fault is found again
+            last_line, said, _ = self.tidy("sources")
+            self.assertEqual(last_line, "0 passed, 1 failed")
+            self.assertRegex(said, r"/more\.cpp:1:1: error: use of undeclared identifier 'std'")
+        self.write("Apps/varno/more.cpp", "#include <string>\n\nstd::string more() {\n    return {};\n}\n")
+        self.assertEqual(self.tidy("sources")[::2], ("1 passed, 0 failed", []))
+        self.assertEqual(self.tidy()[0], "1 passed, 0 failed")
 
     def test_sources_that_do_not_stand_together_are_looked_at_alone(self):
         part = "namespace {\nint one() {\n    return 1;\n}\n} // namespace\n"
