@@ -57,12 +57,12 @@ void MenuPanel::layOut(int mostWidth) {
     int y = mStyle.pixels(kEnds);
     for (Entry& entry : mItems) {
         if (entry.text) {
-            // The detail has at most half of the room.
+            // The detail has what the text leaves, and half of the room at least.
             const int room = std::max(mSize.width - fixed, 1);
             int detail = 0;
             if (entry.detail) {
-                entry.detail->limit(std::min(entry.detail->size().width, room / 2),
-                                    PanelText::Overlong::kCut);
+                const int left = std::max(room - gap - entry.text->size().width, room / 2);
+                entry.detail->limit(std::min(entry.detail->size().width, left), PanelText::Overlong::kCut);
                 detail = entry.detail->size().width + gap;
             }
             entry.text->limit(std::max(room - detail, 1), PanelText::Overlong::kCut);

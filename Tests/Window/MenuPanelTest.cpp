@@ -75,6 +75,25 @@ TEST(MenuPanelTest, GrowsWithTheScaleAndTheTexts) {
     EXPECT_GT(widest.size().width, wider.size().width);
 }
 
+TEST(MenuPanelTest, ADetailBesideAShortTextIsWhole) {
+    const auto detailOf = [](const MenuPanel& panel) {
+        constexpr int kRoom = 66; // for the detail
+        const WindowArea area = panel.areaOf(0);
+        const Picture picture = drawn(panel);
+        std::vector<std::uint32_t> pixels;
+        for (int y = area.y; y < area.bottom(); ++y) {
+            for (int x = area.width - kRoom; x < area.width; ++x) {
+                pixels.push_back(picture.at({x, y}));
+            }
+        }
+        return pixels;
+    };
+    const MenuPanel narrow({row("1x", "46 frames")}, scaled(1), kWide);
+    const MenuPanel wide({row("1x", "46 frames"), row(std::string(40, 'm'))}, scaled(1), kWide);
+    ASSERT_GT(wide.size().width, 2 * narrow.size().width);
+    EXPECT_EQ(detailOf(narrow), detailOf(wide));
+}
+
 TEST(MenuPanelTest, LongTextsAreCutToTheWidth) {
     const MenuPanel panel({row(std::string(500, 'E'), std::string(500, 'E')), row("Short")}, scaled(1), 300);
     EXPECT_EQ(panel.size().width, 300);
