@@ -37,6 +37,11 @@ std::string presetText(const BarState& state) {
     return state.isPresetChanged ? state.preset + " *" : state.preset;
 }
 
+// What is used, with a mark where it is less than what was chosen.
+std::string buttonText(const Quality& quality) {
+    return qualityName(quality.used) + (quality.used == quality.wish ? "" : " *");
+}
+
 } // namespace
 
 // The frame owns the widgets.
@@ -118,6 +123,7 @@ void Bar::show(const BarState& state) {
     widgets.button(Button::kUndo).setCanPress(state.canUndo);
     widgets.button(Button::kRedo).setCanPress(state.canRedo);
     widgets.button(Button::kPresets).setText(presetText(state));
+    widgets.button(Button::kQuality).setText(buttonText(state.quality));
     widgets.button(Button::kCurve).setOn(state.isCurveShown);
     widgets.button(Button::kSize).setText(state.size);
     widgets.message->show(state.message);

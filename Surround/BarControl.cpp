@@ -52,11 +52,17 @@ bool BarControl::press(Button button) {
         loadNeighbour(mPresets.next());
         return true;
     case Button::kPresets:
+    case Button::kQuality:
     case Button::kCurve:
     case Button::kSize:
         break;
     }
     return false;
+}
+
+void BarControl::chooseQuality(std::int32_t factor) {
+    mOwner.setQuality(factor);
+    showMessage("quality " + qualityText(mOwner.quality()));
 }
 
 void BarControl::loadNeighbour(const PresetEntry* preset) {
@@ -131,6 +137,7 @@ BarState BarControl::state(const Instance& instance) {
     BarState state;
     state.isBypassed = mOwner.isBypassed();
     state.isModuleBypassed = instance.normalized(cDemoGain_MasterBypassID) > double{kAlgSwitchThreshold};
+    state.quality = mOwner.quality();
     state.isB = mEdited.slot() == CompareSlot::kB;
     state.canUndo = mEdited.canUndo();
     state.canRedo = mEdited.canRedo();
@@ -149,6 +156,8 @@ std::string BarControl::tip(Button button) {
         return mEdited.undoName();
     case Button::kRedo:
         return mEdited.redoName();
+    case Button::kQuality:
+        return qualityText(mOwner.quality());
     default:
         return "";
     }

@@ -6,7 +6,9 @@
 #include "Surround/BarState.h"
 #include "Surround/Settings/EditedSettings.h"
 #include "Surround/Settings/PresetStore.h"
+#include "Surround/Settings/QualityText.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -19,6 +21,10 @@ public:
     /// Whether the sound passes unchanged; not the module's own bypass.
     virtual bool isBypassed() const = 0;
     virtual void setBypassed(bool isBypassed) = 0;
+    /// The quality of the sound. It belongs to the front end: it is in no setting, and no step of undo.
+    virtual Quality quality() const = 0;
+    /// @param factor of kOversamplingFactors; the highest that fits the sample rate is used
+    virtual void setQuality(std::int32_t factor) = 0;
 };
 
 /// Between the bar and what it is for: settings, presets, bypass. Nothing of windows. [main]
@@ -31,6 +37,10 @@ public:
     bool press(BarLayout::Button button);
     /// Gives a preset's settings to the effect, as a step. @param preset a sound one of the store
     void load(const PresetEntry& preset);
+
+    Quality quality() const { return mOwner.quality(); }
+    /// Changes the quality, and shows what is used of it and how late the sound comes.
+    void chooseQuality(std::int32_t factor);
 
     /// Saves over the present preset.
     void savePreset();

@@ -3,6 +3,7 @@
 #define VARNO_SURROUND_BARSTATE_H
 
 #include "Surround/BarLayout.h"
+#include "Surround/Settings/QualityText.h"
 
 #include <array>
 #include <optional>
@@ -20,6 +21,7 @@ struct BarState {
     bool canRedo = false;
     std::string preset; ///< Name of the present one; empty for none.
     bool isPresetChanged = false;
+    Quality quality;
     bool isCurveShown = false;
     std::string size; ///< "100 %".
     std::string message;

@@ -255,6 +255,8 @@ void Surround::pressed(BarLayout::Button button) {
         mMenus->openPresets();
     } else if (button == BarLayout::Button::kSize) {
         mMenus->openSizes();
+    } else if (button == BarLayout::Button::kQuality) {
+        mMenus->openQualities();
     } else if (button == BarLayout::Button::kCurve) {
         showCurve(!mCurve);
         try {

@@ -104,6 +104,9 @@ void putState(AccessNode& node, BarLayout::Button button, const BarState& state)
     case BarButton::kPresets:
         node.valueText = state.preset + (state.isPresetChanged ? ", changed" : "");
         break;
+    case BarButton::kQuality:
+        node.valueText = qualityText(state.quality);
+        break;
     case BarButton::kCurve:
         node.states.isChecked = state.isCurveShown;
         break;

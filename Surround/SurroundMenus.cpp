@@ -1,5 +1,6 @@
 #include "Surround/SurroundMenus.h"
 
+#include "DemoGain_Oversampling.h"
 #include "DemoGain_ParameterTable.h"
 #include "Platform/Clipboard.h"
 #include "Surround/Settings/SettingValues.h"
@@ -16,6 +17,12 @@ MenuItem heading(const std::string& text) {
 
 MenuItem separator() {
     return {.kind = MenuItem::Kind::kSeparator};
+}
+
+// "1 frame".
+std::string latencyText(std::int32_t factor) {
+    const std::int32_t frames = oversampledLatency(factor, kDemoGain_LatencyFrames);
+    return std::to_string(frames) + (frames == 1 ? " frame" : " frames");
 }
 
 // Where a value is typed: below the control, wide enough for "curve 5" and "-20.0 dB".
@@ -136,6 +143,17 @@ void SurroundMenus::openSizes() {
             {{.text = SizeSteps::text(size), .mark = mark}, [this, size] { mSubject.setSize(size); }});
     }
     open(std::move(rows), mPlace.ofBar(BarLayout::row(BarLayout::Button::kSize).place));
+}
+
+void SurroundMenus::openQualities() {
+    const std::int32_t wish = mSubject.bar.quality().wish;
+    std::vector<Row> rows{{heading("Quality and latency"), {}}};
+    for (const std::int32_t factor : kOversamplingFactors) {
+        const auto mark = factor == wish ? MenuItem::Mark::kBullet : MenuItem::Mark::kNone;
+        rows.push_back({{.text = qualityName(factor), .detail = latencyText(factor), .mark = mark},
+                        [this, factor] { mSubject.bar.chooseQuality(factor); }});
+    }
+    open(std::move(rows), mPlace.ofBar(BarLayout::row(BarLayout::Button::kQuality).place));
 }
 
 void SurroundMenus::openControl(const FaceLayout::Control& control) {

@@ -1,4 +1,4 @@
-/// Menus and fields of a surround: presets, sizes, values.
+/// Menus and fields of a surround: presets, sizes, qualities, values.
 #ifndef VARNO_SURROUND_SURROUNDMENUS_H
 #define VARNO_SURROUND_SURROUNDMENUS_H
 
@@ -35,6 +35,7 @@ public:
 
     void openPresets();
     void openSizes();
+    void openQualities();
     /// What can be done with a control of a parameter.
     void openControl(const FaceLayout::Control& control);
     /// A field for a value. @param text that it begins with

@@ -82,11 +82,7 @@ void Plugin::readQuality() noexcept {
     if (found == mSeenQuality || std::isnan(found)) {
         return;
     }
-    std::int32_t quality = 1;
-    for (const std::int32_t factor : kOversamplingFactors) {
-        quality = static_cast<float>(factor) <= found ? factor : quality;
-    }
-    if (mEffect.oversampling().setFactorBeforeBuffer(quality)) {
+    if (mEffect.oversampling().setFactorBeforeBuffer(factorOfPort(found))) {
         mSeenQuality = found;
     }
 }

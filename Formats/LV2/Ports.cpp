@@ -1,5 +1,6 @@
 #include "LV2/Ports.h"
 
+#include "Host/Oversampling/Oversampling.h"
 #include "LV2/PortTexts.h"
 
 #include <algorithm>
@@ -54,6 +55,14 @@ std::vector<PortInfo> portsOf(const Instance& instance) {
     list.add("latency", PortKind::kLatency);
     list.add("quality", PortKind::kQuality);
     return list.take();
+}
+
+std::int32_t factorOfPort(float value) noexcept {
+    std::int32_t chosen = kOversamplingFactors.front();
+    for (const std::int32_t factor : kOversamplingFactors) {
+        chosen = static_cast<float>(factor) <= value ? factor : chosen;
+    }
+    return chosen;
 }
 
 const PortInfo* portWithSymbol(std::span<const PortInfo> ports, std::string_view symbol) {

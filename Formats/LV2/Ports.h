@@ -34,7 +34,7 @@ enum class PortKind {
     kEnabled,   ///< Input: the host's bypass; 0 or less bypasses.
     kMeter,     ///< Output: what a meter of the effect shows, 1.0 is its full scale.
     kLatency,   ///< Output: latency of the sound in frames.
-    kQuality,   ///< Input: the factor of oversampling; of one that there is not, the next lower one.
+    kQuality,   ///< Input: the factor of oversampling; see factorOfPort.
 };
 
 /// One port. Hosts save symbols and some go by indices: neither may ever change.
@@ -50,6 +50,10 @@ struct PortInfo {
 /// parameter but the master bypass, enabled, meters, latency, quality. Throws std::out_of_range for a
 /// parameter or meter without a row in PortTexts.h. [any]
 std::vector<PortInfo> portsOf(const Instance& instance);
+
+/// The factor of oversampling that a value of the port `quality` means: of one that there is not, the next
+/// lower one, 1 at least. [any]
+std::int32_t factorOfPort(float value) noexcept;
 
 /// The port of this symbol, null when there is none. [any]
 const PortInfo* portWithSymbol(std::span<const PortInfo> ports, std::string_view symbol);

@@ -8,6 +8,8 @@ from hosts import LATENCY_FRAMES, RATE_HZ, STEREO, Sound, difference
 from layout import BAR_HEIGHT, BAR_WIDTH, EDITOR_HEIGHT
 from play_test import LiveTest
 
+# At quality 2x.
+LATENCY_FRAMES_2X = 41
 # Longer than a host takes to lay out its window.
 REST_S = 0.5
 PLAIN_SIZE = BAR_WIDTH, BAR_HEIGHT + EDITOR_HEIGHT
@@ -65,6 +67,14 @@ class SoundTest(JalvBarTest):
         self.assertGreater(max(map(max, delayed)), 0.1)
         self.assertEqual(difference(Sound(RATE_HZ, [channel[LATENCY_FRAMES:] for channel in wet.channels]),
                                     Sound(RATE_HZ, delayed)), "")
+
+    def test_quality_is_the_port(self):
+        """What the bar chooses is heard, at the latency that the plug-in reports then."""
+        self.window.press("Quality")
+        self.eventually(self.desktop.menu, "the menu")
+        self.desktop.keys("Down", "Down", "Return")  # 2x
+        self.eventually(lambda: (LATENCY_FRAMES_2X,) * 2 in self.reported_latency("Fx:out_l"), "the latency")
+        self.assert_is_rendered(*self.recorded(2, "Fx"), "--quality", "2x")
 
     def test_preset_typed_value_and_undo(self):
         self.choose_preset(("End", "Return"))  # the last of the factory's presets

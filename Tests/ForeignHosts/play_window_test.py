@@ -12,6 +12,8 @@ from play_test import PORTS, LiveTest
 ROUNDS = 120
 # Upwards, in pixels.
 DRAG = -40
+# At quality 4x.
+LATENCY_FRAMES_4X = 46
 # The colour of a level.
 LIT = bytes((0xFF, 0x9D, 0x33))
 
@@ -77,6 +79,17 @@ class SoundTest(WindowTest):
         self.assertGreater(max(map(max, delayed)), 0.1)
         self.assertEqual(difference(Sound(RATE_HZ, [channel[LATENCY_FRAMES:] for channel in wet.channels]),
                                     Sound(RATE_HZ, delayed)), "")
+
+    def test_quality(self):
+        """It is heard, and its latency is reported."""
+        process, window = self.start_window("--set", "Hot=0.5")
+        window.press("Quality")
+        self.eventually(self.desktop.menu, "the menu")
+        self.desktop.keys("Down", "Down", "Down", "Return")  # 4x
+        self.eventually(lambda: not self.desktop.menu(), "the end of the menu")
+        self.eventually(lambda: (LATENCY_FRAMES_4X,) * 2 in self.reported_latency("varno:out_l"), "the latency")
+        self.assert_is_rendered(*self.recorded(2), "--set", "Hot=0.5", "--quality", "4x")
+        self.assertEqual(self.close(process), 0)
 
     def test_a_file_in_a_loop_is_heard(self):
         music = make_music(2, 1)

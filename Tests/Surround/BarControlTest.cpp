@@ -3,6 +3,7 @@
 #include "Tests/Integration/HostedEffect.h"
 #include "Tests/Support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
 
@@ -16,6 +17,8 @@ class BarControlTest : public HostedEffect, public BarOwner {
 protected:
     bool isBypassed() const override { return bypassed; }
     void setBypassed(bool isBypassed) override { bypassed = isBypassed; }
+    Quality quality() const override { return {wish, std::min(wish, 4), 96'000.0}; }
+    void setQuality(std::int32_t factor) override { wish = factor; }
 
     void setGain(float value) { parts->edited.set(*settingOf("Gain"), value); }
     double gain() const { return parts->instance->normalized("Gain"); }
@@ -45,6 +48,7 @@ protected:
     };
 
     bool bypassed = false;
+    std::int32_t wish = 1;
     TemporaryFolder folder;
     std::unique_ptr<Parts> parts =
         std::make_unique<Parts>(module(), std::filesystem::path(folder.path()) / "presets", *this);
@@ -60,6 +64,25 @@ TEST_F(BarControlTest, BypassIsTheOwners) {
     parts->instance->setNormalized("MasterBypassID", 1.0);
     EXPECT_TRUE(state().isModuleBypassed);
     EXPECT_FALSE(state().isBypassed);
+}
+
+TEST_F(BarControlTest, TheQualityIsTheOwnersAndNoStepOfUndo) {
+    EXPECT_EQ(state().quality, (Quality{1, 1, 96'000.0}));
+    parts->control.chooseQuality(4);
+    EXPECT_EQ(wish, 4);
+    EXPECT_EQ(state().message, "quality 4x");
+    EXPECT_EQ(parts->control.tip(Button::kQuality), "4x");
+    parts->control.chooseQuality(8);
+    EXPECT_EQ(state().quality, (Quality{8, 4, 96'000.0}));
+    EXPECT_EQ(state().message, "quality 4x, since 8x needs 768000 Hz");
+    EXPECT_EQ(parts->control.tip(Button::kQuality), "4x, since 8x needs 768000 Hz");
+    parts->control.press(Button::kNextPreset);
+    parts->control.press(Button::kSlotB);
+    EXPECT_EQ(wish, 8);
+    parts->control.press(Button::kSlotA);
+    parts->control.press(Button::kUndo);
+    EXPECT_FALSE(state().canUndo);
+    EXPECT_EQ(wish, 8);
 }
 
 TEST_F(BarControlTest, UndoAndRedoNameWhatTheyDo) {
@@ -157,7 +180,7 @@ TEST_F(BarControlTest, ShowsThatAVolumeIsMatched) {
 }
 
 TEST_F(BarControlTest, OtherButtonsAreNotItsOwn) {
-    for (const Button button : {Button::kPresets, Button::kCurve, Button::kSize}) {
+    for (const Button button : {Button::kPresets, Button::kQuality, Button::kCurve, Button::kSize}) {
         EXPECT_FALSE(parts->control.press(button));
     }
 }

@@ -113,6 +113,7 @@ TEST_F(SurroundAccessTest, TheBarHasItsState) {
                 .canRedo = false,
                 .preset = "Drum Bus",
                 .isPresetChanged = true,
+                .quality = {.wish = 8, .used = 4, .rateHz = 96'000.0},
                 .isCurveShown = false,
                 .size = "100 %",
                 .message = "saved"};
@@ -127,6 +128,8 @@ TEST_F(SurroundAccessTest, TheBarHasItsState) {
     EXPECT_TRUE(part(window, "bar.Undo").states.isEnabled);
     EXPECT_FALSE(part(window, "bar.Redo").states.isEnabled);
     EXPECT_EQ(part(window, "bar.Presets").valueText, "Drum Bus, changed");
+    EXPECT_EQ(part(window, "bar.Quality").valueText, "4x, since 8x needs 768000 Hz");
+    EXPECT_EQ(part(window, "bar.Quality").role, AccessRole::kComboBox);
     EXPECT_EQ(part(window, "bar.Size").valueText, "100 %");
     EXPECT_FALSE(part(window, "bar.Curve").states.isChecked);
     EXPECT_EQ(part(window, "bar.Input level").valueText, "-12.3 dB");

@@ -4,10 +4,13 @@
 #include "CommandLine/CommandLine.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Json.h"
+#include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
+#include "DemoGain_Oversampling.h"
 #include "Describe/PageTableReport.h"
 #include "Describe/PropertyText.h"
 #include "Settings/ModuleLoading.h"
+#include "Settings/Quality.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -19,7 +22,10 @@ constexpr std::string_view kDescribeUsage[] = {"[OPTIONS]"};
 constexpr std::string_view kDescribeDescription[] = {
     "Prints what the module reports to a host: names, identifiers, category, variants with every "
     "field of their processing context, properties, meters, procedures and resources. With --page-table it "
-    "prints instead which parameters the module's page tables put on the controls of a control surface."};
+    "prints instead which parameters the module's page tables put on the controls of a control surface.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "The qualities are this program's own: at so many times the sample rate --quality computes, with this "
+    "latency, at sample rates up to the one named."};
 constexpr OptionEntry kDescribeOptions[] = {
     {.name = "--page-table",
      .group = "Reports",
@@ -183,7 +189,39 @@ Json::Object effectJson(const EffectDescription& effect) {
         {"variants", jsonArray(effect.variants, variantJson)}};
 }
 
-std::string descriptionText(const ModuleDescription& description) {
+// What the program makes of an effect's latency, and the highest sample rate of a sound.
+struct QualityRow {
+    std::int32_t factor;
+    std::int32_t latencyFrames;
+    double highestHz;
+};
+
+std::vector<QualityRow> qualityRows(const SampleRateRange& rates) {
+    std::vector<QualityRow> rows;
+    for (const std::int32_t factor : kOversamplingFactors) {
+        rows.push_back(
+            {factor, oversampledLatency(factor, kDemoGain_LatencyFrames), rates.highestHz / factor});
+    }
+    return rows;
+}
+
+std::string qualitiesText(const SampleRateRange& rates) {
+    std::string text = "\nQualities of this program\n";
+    for (const auto& [factor, latencyFrames, highestHz] : qualityRows(rates)) {
+        text += fact(qualityName(factor), "latency " + std::to_string(latencyFrames) +
+                                              (latencyFrames == 1 ? " frame" : " frames") + ", up to " +
+                                              textFromNumber(highestHz) + " Hz");
+    }
+    return text;
+}
+
+Json::Object qualityJson(const QualityRow& row) {
+    return {{"name", qualityName(row.factor)},
+            {"latency_frames", row.latencyFrames},
+            {"highest_rate_hz", row.highestHz}};
+}
+
+std::string descriptionText(const ModuleDescription& description, const SampleRateRange& rates) {
     std::string text = "Module\n" + fact("manufacturer", description.manufacturerName) +
                        fact("package names", joined(description.packageNames)) +
                        fact("package version", std::to_string(description.packageVersion)) +
@@ -194,16 +232,17 @@ std::string descriptionText(const ModuleDescription& description) {
     for (const auto& effect : description.effects) {
         text += effectText(effect);
     }
-    return text;
+    return text + qualitiesText(rates);
 }
 
-std::string descriptionJson(const ModuleDescription& description) {
+std::string descriptionJson(const ModuleDescription& description, const SampleRateRange& rates) {
     const Json::Object json = {{"manufacturer", description.manufacturerName},
                                {"package_names", jsonArray(description.packageNames)},
                                {"package_version", description.packageVersion},
                                {"interface_version", description.sdkVersion},
                                {"properties", propertiesJson(description.properties)},
-                               {"effects", jsonArray(description.effects, effectJson)}};
+                               {"effects", jsonArray(description.effects, effectJson)},
+                               {"qualities", jsonArray(qualityRows(rates), qualityJson)}};
     return jsonText(json);
 }
 
@@ -220,7 +259,8 @@ int runDescribe(const CommandLine& line) {
         printOut(pageTables(module, asJson));
     } else {
         const auto& description = module->description();
-        printOut(asJson ? descriptionJson(description) : descriptionText(description));
+        const SampleRateRange& rates = module->options().sampleRates;
+        printOut(asJson ? descriptionJson(description, rates) : descriptionText(description, rates));
     }
     unloadModule(std::move(module));
     return kExitSuccess;

@@ -14,7 +14,8 @@ constexpr std::string_view kEditDescription[] = {
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Opens the effect's editor in a window of its own (X11, or Wayland through XWayland). The effect "
     "processes AUDIO in real time, in a loop: a mono file through the mono variant, a stereo file through "
-    "the stereo one. Without AUDIO it processes silence. Its meters and its automatic volume follow.",
+    "the stereo one. Without AUDIO it processes silence. Its meters and its automatic volume follow. The bar "
+    "changes the quality meanwhile; the next window begins with that of --quality again.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "The result is played through JACK or, where no JACK server answers, through PulseAudio or ALSA. JACK "
     "sets the sample rate, and AUDIO is converted to it. Where nothing answers, the effect runs without "

@@ -66,12 +66,13 @@ void runSession(const EditOptions& options, XConnection& connection, Instance& i
     SettingsKeeper keeper(instance);
     chooseSettingsFile(keeper, options.window);
     CompareSlots slots(settingsOf(instance));
-    EditorSession session(
-        options.window, connection,
-        {instance,
-         slots,
-         keeper,
-         {[&] { return sound.isBypassed(); }, [&](bool isOn) { sound.setBypassed(isOn); }}});
+    EditorSession session(options.window, connection,
+                          {instance,
+                           slots,
+                           keeper,
+                           {[&] { return sound.isBypassed(); }, [&](bool isOn) { sound.setBypassed(isOn); }},
+                           {[&] { return qualityOf(sound.effect()); },
+                            [&](std::int32_t factor) { sound.effect().setFactor(factor); }}});
     session.loop().startTimer(kSoundCheckPeriod, &sound, [&] {
         if (const auto warning = sound.check()) {
             session.showMessage(*warning);
@@ -92,8 +93,9 @@ void edit(const EditOptions& options, const Settings& settings, XConnection& con
     setup.sampleRateHz = sound.rateHz;
     Instance instance(module, setup);
     settings.applyTo(instance);
-    Oversampling effect(instance,
-                        {.routineLatencyFrames = kDemoGain_LatencyFrames, .factor = options.quality});
+    Oversampling effect(instance, {.routineLatencyFrames = kDemoGain_LatencyFrames,
+                                   .factor = options.quality,
+                                   .canChange = !options.window.screenshot});
     if (effect.factor() != effect.wish()) {
         printWarning(qualityText(effect));
     }

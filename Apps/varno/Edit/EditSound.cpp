@@ -45,6 +45,7 @@ std::optional<std::string> EditSound::check() {
         return std::nullopt;
     }
     mBackend->check();
+    mBackend->setLatency(mEffect.latencyFrames());
     if (const auto overruns = mWatch->firstOverruns()) {
         printWarning(*overruns);
     }

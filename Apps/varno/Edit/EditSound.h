@@ -24,11 +24,14 @@ public:
     /// Prints how many overruns there were, if more than it has warned of.
     ~EditSound();
 
-    /// To be called every kSoundCheckPeriod: prints a warning of the first overrun; where the sound system
-    /// has ended or changed its rate, prints one and continues by the clock.
+    /// To be called every kSoundCheckPeriod: reports the latency, which changes with the quality; prints a
+    /// warning of the first overrun; where the sound system has ended or changed its rate, prints one and
+    /// continues by the clock.
     /// @return what there is to show: the overruns so far, or that warning; nothing where nothing is new
     std::optional<std::string> check();
 
+    /// What processes; its factor may be changed meanwhile.
+    Oversampling& effect() { return mEffect; }
     /// The bypass without clicks; the effect's own master bypass is a parameter.
     void setBypassed(bool isBypassed) { mLoop.bypass().set(isBypassed); }
     bool isBypassed() const { return mLoop.bypass().isBypassed(); }

@@ -17,11 +17,13 @@ constexpr std::string_view kPlayDescription[] = {
     "ALSA by way of RtAudio.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Under JACK the ports are named in_l, in_r, out_l and out_r, with --mono in and out, and report "
-    "a latency of one frame. The server may change its period and its sample rate meanwhile. Blocks that "
+    "the latency, one frame at quality 1x. The server may change its period and its sample rate meanwhile. "
+    "Blocks that "
     "came too late are counted and reported.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "Where there is a display the effect's editor opens, and closing it ends the program; Ctrl-S saves the "
-    "settings as a state. Otherwise single keys work in the terminal, below a line with the meters: up and "
+    "settings as a state, and the bar changes the quality meanwhile. Otherwise single keys work in the "
+    "terminal, below a line with the meters: up and "
     "down choose a parameter, left and right change it, b bypasses, s saves, q ends, ? lists all keys. Where "
     "standard input is no terminal, it plays until it receives a signal.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines

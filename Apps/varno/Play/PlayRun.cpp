@@ -85,12 +85,14 @@ public:
 private:
     void runSession() {
         if (mConnection != nullptr) {
-            EditorSession session(mOptions.window, *mConnection,
-                                  {mEffect.instance(),
-                                   mSlots,
-                                   mSettings,
-                                   {[this] { return mEffect.isBypassed(); },
-                                    [this](bool isOn) { mEffect.setBypassed(isOn); }}});
+            EditorSession session(
+                mOptions.window, *mConnection,
+                {mEffect.instance(),
+                 mSlots,
+                 mSettings,
+                 {[this] { return mEffect.isBypassed(); }, [this](bool isOn) { mEffect.setBypassed(isOn); }},
+                 {[this] { return qualityOf(mEffect.oversampling()); },
+                  [this](std::int32_t factor) { mEffect.oversampling().setFactor(factor); }}});
             watchAndRun(session);
         } else {
             TerminalSession session(mEffect, mSettings, mWatch);

@@ -13,6 +13,7 @@
 #include "Window/EditorWindow.h"
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -50,12 +51,19 @@ struct BypassSwitch {
     std::function<void(bool)> set;
 };
 
+/// The quality of the sound; see BarOwner.
+struct QualitySwitch {
+    std::function<Quality()> present;
+    std::function<void(std::int32_t factor)> choose;
+};
+
 /// What a window is opened for; everything outlives it.
 struct EditorSubject {
     Instance& instance; ///< Has its settings.
     CompareSlots& slots;
     SettingsKeeper& settings;
     BypassSwitch bypass;
+    QualitySwitch quality;
 };
 
 /// An editor in its window, for an instance that another thread processes with. [main]
@@ -82,6 +90,8 @@ private:
     void resize(PixelSize size) override { mWindow.resize({size.width, size.height}); }
     bool isBypassed() const override { return mSubject.bypass.isOn(); }
     void setBypassed(bool isBypassed) override { mSubject.bypass.set(isBypassed); }
+    Quality quality() const override { return mSubject.quality.present(); }
+    void setQuality(std::int32_t factor) override { mSubject.quality.choose(factor); }
     void save() override;
     void escape();
 

@@ -14,17 +14,8 @@ std::optional<std::int32_t> qualityOption(const CommandLine& line) {
     return std::nullopt;
 }
 
-std::string qualityName(std::int32_t factor) {
-    return std::to_string(factor) + 'x';
-}
-
 std::string qualityText(const Oversampling& effect) {
-    std::string text = "quality " + qualityName(effect.factor());
-    if (effect.factor() != effect.wish()) {
-        text += ", since " + qualityName(effect.wish()) + " needs " +
-                textFromNumber(effect.wish() * effect.instance().setup().sampleRateHz) + " Hz";
-    }
-    return text;
+    return "quality " + qualityText(qualityOf(effect));
 }
 
 std::optional<std::string> qualityRefusal(std::int32_t factor, const SampleRateRange& range, double rateHz) {

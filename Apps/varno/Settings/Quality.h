@@ -2,7 +2,7 @@
 #define VARNO_APPS_VARNO_SETTINGS_QUALITY_H
 
 #include "CommandLine/CommandLine.h"
-#include "Host/Oversampling/Oversampling.h"
+#include "Surround/Settings/QualityText.h"
 
 #include <cstdint>
 #include <optional>
@@ -25,9 +25,6 @@ inline constexpr OptionEntry kQualityOption = {
 /// The factor that --quality names; nothing where the option was not given. @throws nothing: a choice not
 /// offered is refused with the command line
 std::optional<std::int32_t> qualityOption(const CommandLine& line);
-
-/// A factor as --quality takes it: "4x".
-std::string qualityName(std::int32_t factor);
 
 /// What is used of a wish: "quality 4x", or "quality 2x, since 8x needs 768000 Hz".
 std::string qualityText(const Oversampling& effect);

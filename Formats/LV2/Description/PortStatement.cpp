@@ -5,6 +5,7 @@
 #include "LV2/Description/Turtle.h"
 #include "LV2/PortTexts.h"
 #include "Shared/GlidingValues.h"
+#include "Surround/Settings/QualityText.h"
 
 #include <cmath>
 #include <cstdio>
@@ -130,7 +131,7 @@ void addQuality(TurtleSubject& subject) {
                 {"lv2:integer", "lv2:enumeration", "pprops:expensive", "pprops:notAutomatic"});
     std::vector<std::string> points;
     for (const std::int32_t factor : kOversamplingFactors) {
-        points.push_back(scalePoint(std::to_string(factor) + "x", static_cast<float>(factor)));
+        points.push_back(scalePoint(qualityName(factor), static_cast<float>(factor)));
     }
     subject.add("lv2:scalePoint", points);
     subject.add(

@@ -4,6 +4,7 @@
 
 #include <lv2/atom/atom.h>
 #include <lv2/options/options.h>
+#include <lv2/parameters/parameters.h>
 #include <lv2/urid/urid.h>
 
 #include <cstdint>
@@ -83,6 +84,7 @@ HostOffer readHostOffer(const HostFeatures& features) {
     const Options options(features);
     const auto scale = options.number(LV2_UI__scaleFactor);
     offer.scale = scale && isScale(*scale) ? scale : std::nullopt;
+    offer.rateHz = options.number(LV2_PARAMETERS__sampleRate);
     offer.title = options.text(LV2_UI__windowTitle);
     return offer;
 }

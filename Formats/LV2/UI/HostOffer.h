@@ -18,6 +18,7 @@ struct HostOffer {
     const LV2UI_Resize* resize = nullptr;  ///< Borrowed; null, or with a function.
     const LV2UI_Touch* touch = nullptr;    ///< Borrowed; null, or with a function.
     std::optional<double> scale;           ///< The host's factor, where it is valid.
+    std::optional<double> rateHz;          ///< Of the plug-in's sound.
     std::string title;                     ///< For a window of its own; empty for none.
 };
 

@@ -18,6 +18,7 @@ HostPorts::HostPorts(Instance& instance, const HostCalls& calls)
       mCalls(calls) {
     for (const PortInfo& info : portsOf(instance)) {
         mEnabled = info.kind == PortKind::kEnabled ? mPorts.size() : mEnabled;
+        mQuality = info.kind == PortKind::kQuality ? mPorts.size() : mQuality;
         mPorts.push_back({info});
     }
     mInstance.host().automation().addListener(*this);
@@ -37,7 +38,7 @@ void HostPorts::arrived(std::uint32_t index, float value) {
     } else if (port.info.kind == PortKind::kParameter) {
         port.known = value;
         port.arrived = std::clamp(value, 0.0F, 1.0F);
-    } else if (port.info.kind == PortKind::kEnabled) {
+    } else if (port.info.kind == PortKind::kEnabled || port.info.kind == PortKind::kQuality) {
         port.known = value;
     }
 }
@@ -82,6 +83,14 @@ bool HostPorts::isBypassed() const {
 
 void HostPorts::setBypassed(bool isBypassed) {
     write(mPorts.at(mEnabled), isBypassed ? 0.0F : 1.0F);
+}
+
+std::int32_t HostPorts::quality() const {
+    return factorOfPort(mPorts.at(mQuality).known.value_or(1.0F));
+}
+
+void HostPorts::setQuality(std::int32_t factor) {
+    write(mPorts.at(mQuality), static_cast<float>(factor));
 }
 
 void HostPorts::touched(const std::string& id) {

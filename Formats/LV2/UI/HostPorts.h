@@ -27,8 +27,8 @@ struct HostCalls {
 /// received from the host is not written back. One that arrives for a parameter under a gesture waits for the
 /// end of the gesture: a host that repeats what it received would otherwise move the control back.
 ///
-/// The bypass is the port `enabled`; the module's own one has no port. The window does not use `latency`.
-/// [main]
+/// The bypass is the port `enabled`; the module's own one has no port. The quality is the port `quality`. The
+/// window does not use `latency`. [main]
 class HostPorts : public AutomationListener {
 public:
     /// @param instance outlives this object and reports the editor's requests to it
@@ -46,6 +46,10 @@ public:
     /// Whether the port `enabled` bypasses the effect, as host or window wrote it last; at first it does not.
     bool isBypassed() const;
     void setBypassed(bool isBypassed);
+    /// The factor of oversampling that the port `quality` chooses, as host or window wrote it last; at
+    /// first 1.
+    std::int32_t quality() const;
+    void setQuality(std::int32_t factor);
 
     void valueRequested(const std::string& id, double normalized) override;
     void touched(const std::string& id) override;
@@ -68,6 +72,7 @@ private:
     HostCalls mCalls;
     std::vector<Port> mPorts; ///< By their indices.
     std::size_t mEnabled = 0; ///< Index of the port of the bypass.
+    std::size_t mQuality = 0; ///< Of that of the quality.
 };
 
 } // namespace varno

@@ -17,9 +17,13 @@ std::string displayName() {
     return name == nullptr ? "" : name;
 }
 
-InstanceSetup setupFor(std::int32_t channels) {
+// The rate is that of the plug-in, where the host offers it: it decides which qualities there are.
+InstanceSetup setupFor(std::int32_t channels, const Module& module, const HostOffer& offer) {
     InstanceSetup setup;
     setup.channels = channels;
+    if (offer.rateHz && !sampleRateRefusal(module.options().sampleRates, *offer.rateHz)) {
+        setup.sampleRateHz = *offer.rateHz;
+    }
     return setup;
 }
 
@@ -43,10 +47,10 @@ void requireParent(const XConnection& connection, xcb_window_t parent) {
 
 } // namespace
 
-PluginWindow::PluginWindow(std::shared_ptr<Module> module, const WindowSource& source, const HostOffer& offer,
-                           const HostCalls& calls)
+PluginWindow::PluginWindow(const std::shared_ptr<Module>& module, const WindowSource& source,
+                           const HostOffer& offer, const HostCalls& calls)
     : mConnection(displayName()),
-      mInstance(std::move(module), setupFor(source.channels)),
+      mInstance(module, setupFor(source.channels, *module, offer)),
       mPorts(mInstance, calls),
       mSlots(settingsOf(mInstance)),
       mResize(offer.resize),
@@ -84,6 +88,12 @@ void PluginWindow::resize(PixelSize size) {
     if (mResize != nullptr) {
         mResize->ui_resize(mResize->handle, size.width, size.height);
     }
+}
+
+Quality PluginWindow::quality() const {
+    const double rateHz = mInstance.setup().sampleRateHz;
+    const std::int32_t wish = mPorts.quality();
+    return {wish, fittingFactor(wish, mInstance.module().options().sampleRates, rateHz), rateHz};
 }
 
 bool PluginWindow::idle() {

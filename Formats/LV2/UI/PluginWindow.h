@@ -49,7 +49,7 @@ public:
     /// window.
     /// @throws std::runtime_error where there is no display or no such window of the host's, or nothing to
     /// show
-    PluginWindow(std::shared_ptr<Module> module, const WindowSource& source, const HostOffer& offer,
+    PluginWindow(const std::shared_ptr<Module>& module, const WindowSource& source, const HostOffer& offer,
                  const HostCalls& calls);
     PluginWindow(const PluginWindow&) = delete;
     PluginWindow& operator=(const PluginWindow&) = delete;
@@ -70,6 +70,8 @@ private:
     void resize(PixelSize size) override;
     bool isBypassed() const override { return mPorts.isBypassed(); }
     void setBypassed(bool isBypassed) override { mPorts.setBypassed(isBypassed); }
+    Quality quality() const override;
+    void setQuality(std::int32_t factor) override { mPorts.setQuality(factor); }
     void save() override {} ///< The host saves.
 
     xcb_window_t openShell(const HostOffer& offer, const std::filesystem::path& resources);

@@ -39,6 +39,11 @@ TEST_F(DescribeCommand, PrintsJson) {
     EXPECT_EQ(stereo["native"][0]["properties"]["13"], "VDRs");
     EXPECT_EQ(stereo["ti"][0]["file"], "VarnoDSP_SS_TI.dll");
     EXPECT_EQ(stereo["ti"][0]["properties"]["63"], "3622");
+    EXPECT_EQ(module["qualities"],
+              json::parse(R"([{"name": "1x", "latency_frames": 1, "highest_rate_hz": 384000.0},
+                              {"name": "2x", "latency_frames": 41, "highest_rate_hz": 192000.0},
+                              {"name": "4x", "latency_frames": 46, "highest_rate_hz": 96000.0},
+                              {"name": "8x", "latency_frames": 48, "highest_rate_hz": 48000.0}])"));
 }
 
 TEST_F(DescribeCommand, PrintsThePageTables) {

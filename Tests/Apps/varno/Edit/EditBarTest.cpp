@@ -82,6 +82,47 @@ TEST_F(EditBar, PresetsAreLoadedSavedAndShownAgain) {
     EXPECT_THAT(settingsOf(*program), StartsWith("--set Gain=0.5153846"));
 }
 
+// The button's picture is that of a window which begins with the quality.
+TEST_F(EditBar, AQualityIsChosenWithMouseAndKeys) {
+    const Box box = BarLayout::row(BarLayout::Button::kQuality).place;
+    const auto button = [&] { return picture({box.x, box.y, box.width, box.height}); };
+    auto program = editFocused({"--quality", "4x"});
+    const Picture four = button();
+    close();
+    program->wait();
+    program = editFocused();
+    const Picture one = button();
+    EXPECT_NE(one, four);
+    click(middleOf(BarLayout::Button::kQuality));
+    ASSERT_TRUE(opensMenu());
+    const Area area = menu();
+    constexpr int kRows = 5; // a heading, 1x, 2x, 4x, 8x
+    mPointer.move({area.middle().x, area.y + area.height * 7 / (2 * kRows)});
+    mPointer.press();
+    pause();
+    mPointer.release();
+    EXPECT_TRUE(closesMenu());
+    point({300, 500});
+    EXPECT_TRUE(eventually([&] { return button() == four; }));
+    key(XK_z, {XK_Control_L}); // it is no step of undo
+    EXPECT_EQ(button(), four);
+    constexpr int kTabs = static_cast<int>(BarLayout::Button::kQuality) + 1;
+    for (int i = 0; i < kTabs; ++i) {
+        key(XK_Tab);
+    }
+    key(XK_Return);
+    ASSERT_TRUE(opensMenu());
+    key(XK_Down);
+    key(XK_Return); // 1x
+    EXPECT_TRUE(closesMenu());
+    key(XK_Escape); // the mark
+    EXPECT_TRUE(eventually([&] { return button() == one; }));
+    EXPECT_EQ(settingsOf(*program), "");
+    program = editFocused();
+    EXPECT_EQ(button(), one) << "kept from the window before";
+    EXPECT_EQ(settingsOf(*program), "");
+}
+
 TEST_F(EditBar, SizesAreChosenByKeysAndKept) {
     auto program = editFocused();
     key(XK_plus, {XK_Control_L});

@@ -36,13 +36,6 @@ protected:
         return inner == outer ||
                std::ranges::any_of(children, [&](xcb_window_t child) { return isWithin(inner, child); });
     }
-    bool isMenuOpen() const { return menu().width > 0; }
-    bool opensMenu() const {
-        return eventually([&] { return isMenuOpen(); });
-    }
-    bool closesMenu() const {
-        return eventually([&] { return !isMenuOpen(); });
-    }
     // Clicks on the screen.
     void clickAt(Place place) {
         mPointer.move(place);

@@ -15,7 +15,7 @@ KNOBS = {"Gain": "0.0 dB", "Attack": "2.43 ms", "Release": "210 ms", "Volume": "
 CONTROLS = ["Gain", "High Pass", "Band Pass", "Attack", "Release", "Auto Gain", "Volume", "Harmonic Select", "UK Mode",
             "Hottitude", "Ratio", "Stereo Link", "Mix", "Copy Preset", "Paste Preset"]
 BUTTONS = ["Bypass", "Settings A", "Settings B", "Copy to the other settings", "Undo", "Redo", "Previous preset",
-           "Presets", "Next preset", "Curve", "Size"]
+           "Presets", "Next preset", "Quality", "Curve", "Size"]
 METERS = ["Input level", "Output level", "Gain reduction"]
 LAST_STEP = 130.0
 
@@ -155,6 +155,7 @@ class EditScreenReaderTest(ScreenReaderTest):
         self.assertEqual(self.part("Presets").get_attributes()["valuetext"], self.text("Presets"))
         self.assertIsNone(self.part("Presets").get_editable_text_iface())
         self.assertEqual(self.text("Size"), "100 %")
+        self.assertEqual(self.text("Quality"), "1x")
 
     def test_settings_are_copied_and_pasted(self):
         self.part("Gain").get_value_iface().set_current_value(90.0)
@@ -169,7 +170,7 @@ class EditScreenReaderTest(ScreenReaderTest):
         self.assert_becomes(False, lambda: self.is_checked("High Pass"))
 
     def test_menus_open_without_holding_up_the_window(self):
-        for name in ("Presets", "Size"):
+        for name in ("Presets", "Quality", "Size"):
             self.press(name)
             self.assertEqual(self.text("Gain"), KNOBS["Gain"])
 

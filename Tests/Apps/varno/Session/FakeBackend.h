@@ -16,7 +16,10 @@ public:
     std::string description() const override { return "Fake client " + mRequest.name; }
     const LiveStatus& status() const override { return mStatus; }
     void start(LiveProcess process) override { mProcess = std::move(process); }
+    void setLatency(int frames) override { mLatencyFrames = frames; }
 
+    /// As last reported; -1 before.
+    int latencyFrames() const { return mLatencyFrames; }
     LiveStatus& changeableStatus() { return mStatus; }
     const LiveRequest& request() const { return mRequest; }
     /// Processes one block, as the sound system does.
@@ -28,6 +31,7 @@ private:
     LiveRequest mRequest;
     LiveStatus mStatus;
     LiveProcess mProcess;
+    int mLatencyFrames = -1;
 };
 
 } // namespace varno::test

@@ -4,8 +4,7 @@
 
 #include "Surround/FaceLayout.h"
 #include "Tests/Apps/varno/Support/EffectWindowTest.h"
-
-#include <cstring>
+#include "Tests/Support/Popups.h"
 
 namespace varno::test {
 
@@ -64,24 +63,15 @@ protected:
         }
     }
     /// The open menu, on the screen; empty for none.
-    Area menu() const { return popup("_NET_WM_WINDOW_TYPE_POPUP_MENU"); }
-    bool isTipShown() const { return popup("_NET_WM_WINDOW_TYPE_TOOLTIP").width > 0; }
-    /// The popup of a kind, on the screen; empty for none.
-    Area popup(const std::string& typeName) const {
-        const xcb_atom_t wanted = atom(typeName);
-        for (const xcb_window_t candidate : mPerson.children(mPerson.screen().root)) {
-            const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-                mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), candidate), nullptr));
-            const std::string type = property(candidate, "_NET_WM_WINDOW_TYPE");
-            if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-                type.size() == sizeof wanted && std::memcmp(type.data(), &wanted, type.size()) == 0) {
-                const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
-                    mPerson.connection(), xcb_get_geometry(mPerson.connection(), candidate), nullptr));
-                return {geometry->x, geometry->y, geometry->width, geometry->height};
-            }
-        }
-        return {};
+    Area menu() const { return shownPopup(mPerson, kMenuType); }
+    bool isMenuOpen() const { return menu().width > 0; }
+    bool opensMenu() const {
+        return eventually([&] { return isMenuOpen(); });
     }
+    bool closesMenu() const {
+        return eventually([&] { return !isMenuOpen(); });
+    }
+    bool isTipShown() const { return shownPopup(mPerson, kTipType).width > 0; }
 
     /// The options that an ended program has printed for settings that are not saved.
     static std::string settingsIn(const Outcome& outcome) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <lv2/atom/atom.h>
 #include <lv2/options/options.h>
+#include <lv2/parameters/parameters.h>
 #include <lv2/urid/urid.h>
 
 #include <limits>
@@ -104,6 +105,17 @@ TEST_F(HostOfferTest, readsNoOptionWithoutTheirNumbers) {
     EXPECT_FALSE(offerOf({optionsFeature(options)}).scale);
     EXPECT_FALSE(offerOf({optionsFeature(options), {LV2_URID__map, nullptr}}).scale);
     EXPECT_EQ(offerOf({optionsFeature(options), {LV2_URID__map, &mMap}}).scale, 2.0);
+}
+
+TEST_F(HostOfferTest, holdsTheSampleRate) {
+    const float rateHz = 96'000.0F;
+    const LV2_Options_Option options[] = {{LV2_OPTIONS_INSTANCE, 0, number(LV2_PARAMETERS__sampleRate),
+                                           sizeof rateHz, number(LV2_ATOM__Float), &rateHz},
+                                          {}};
+    const HostOffer offer = offerOf({{LV2_URID__map, &mMap}, optionsFeature(options)});
+    EXPECT_EQ(offer.rateHz, 96'000.0);
+    EXPECT_FALSE(offer.scale);
+    EXPECT_FALSE(offerOf({{LV2_URID__map, &mMap}}).rateHz);
 }
 
 TEST_F(HostOfferTest, holdsATitle) {

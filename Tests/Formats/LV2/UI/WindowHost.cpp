@@ -1,6 +1,7 @@
 #include "Tests/Formats/LV2/UI/WindowHost.h"
 
 #include <lv2/atom/atom.h>
+#include <lv2/parameters/parameters.h>
 
 #include <cstring>
 #include <dlfcn.h>
@@ -52,6 +53,11 @@ void WindowHost::open() {
     if (mManners.scale) {
         options.push_back({LV2_OPTIONS_INSTANCE, 0, mUrids(LV2_UI__scaleFactor), sizeof scale,
                            mUrids(LV2_ATOM__Float), &scale});
+    }
+    const float rateHz = mManners.rateHz.value_or(0.0F);
+    if (mManners.rateHz) {
+        options.push_back({LV2_OPTIONS_INSTANCE, 0, mUrids(LV2_PARAMETERS__sampleRate), sizeof rateHz,
+                           mUrids(LV2_ATOM__Float), &rateHz});
     }
     if (!mManners.title.empty()) {
         options.push_back({LV2_OPTIONS_INSTANCE, 0, mUrids(LV2_UI__windowTitle),

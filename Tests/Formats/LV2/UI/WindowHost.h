@@ -43,6 +43,7 @@ struct HostManners {
     bool offersTouch = true;
     bool offersResize = true;
     std::optional<float> scale{};
+    std::optional<float> rateHz{}; ///< Of the plug-in's sound.
     std::string title{};
     bool repeatsWrites = false; ///< Reports a port's value back while it is being written.
     Place onScreen{};

@@ -2,6 +2,7 @@
 #include "Tests/Formats/LV2/UI/WindowTest.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Support/Popups.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,6 +40,22 @@ protected:
         }
         EXPECT_NEAR(events[events.size() - 2].value, last, kRounding);
     }
+    static Picture picture(WindowHost& host, varno::BarLayout::Button button) {
+        const varno::Box box = varno::BarLayout::row(button).place;
+        return host.picture({box.x, box.y, box.width, box.height});
+    }
+    // By a row of the menu: its heading is the first.
+    void chooseQuality(WindowHost& host, int row) {
+        constexpr int kRows = 5;
+        click(host, varno::BarLayout::Button::kQuality);
+        ASSERT_TRUE(await(host, [&] { return shownPopup(client, kMenuType).width > 0; }));
+        const Area menu = shownPopup(client, kMenuType);
+        pointer.move({menu.middle().x, menu.y + menu.height * (2 * row + 1) / (2 * kRows)});
+        press(host);
+        release(host);
+        EXPECT_TRUE(await(host, [&] { return shownPopup(client, kMenuType).width == 0; }));
+        host.turn();
+    }
 };
 
 TEST_F(WindowPorts, hearOfADraggedKnob) {
@@ -64,6 +81,35 @@ TEST_F(WindowPorts, bypassIsThePortOfThatName) {
     host->turn();
     click(*host, varno::BarLayout::Button::kBypass);
     EXPECT_EQ(host->takeEvents(), (std::vector<HostEvent>{{Kind::Write, kEnabled, 1.0F}}));
+}
+
+TEST_F(WindowPorts, qualityIsThePortOfThatName) {
+    const auto host = show();
+    const Picture one = picture(*host, varno::BarLayout::Button::kQuality);
+    chooseQuality(*host, 3);
+    EXPECT_EQ(host->takeEvents(), (std::vector<HostEvent>{{Kind::Write, kQuality, 4.0F}}));
+    EXPECT_TRUE(await(*host, [&] { return picture(*host, varno::BarLayout::Button::kQuality) != one; }));
+    // What the host has written is shown; of a factor that there is not, the next lower one.
+    host->tell(kQuality, 1.9F);
+    EXPECT_TRUE(await(*host, [&] { return picture(*host, varno::BarLayout::Button::kQuality) == one; }));
+    EXPECT_TRUE(host->takeEvents().empty());
+}
+
+TEST_F(WindowPorts, qualityIsWhatTheSampleRateAllows) {
+    const auto host = show({.rateHz = 96'000.0F});
+    host->tell(kQuality, 4.0F);
+    host->turn();
+    const Picture four = picture(*host, varno::BarLayout::Button::kQuality);
+    host->tell(kQuality, 8.0F);
+    EXPECT_TRUE(await(*host, [&] { return picture(*host, varno::BarLayout::Button::kQuality) != four; }))
+        << "a mark";
+    const Picture limited = picture(*host, varno::BarLayout::Button::kQuality);
+    chooseQuality(*host, 4); // the wish is the port's
+    EXPECT_EQ(host->takeEvents(), (std::vector<HostEvent>{{Kind::Write, kQuality, 8.0F}}));
+    const auto unlimited = show();
+    unlimited->tell(kQuality, 8.0F);
+    unlimited->turn();
+    EXPECT_NE(picture(*unlimited, varno::BarLayout::Button::kQuality), limited);
 }
 
 TEST_F(WindowPorts, hearOfAPresetAndOfWhatTakesItBack) {

@@ -22,6 +22,7 @@ inline constexpr std::uint32_t kVolume = 11;
 inline constexpr std::uint32_t kMix = 14;
 inline constexpr std::uint32_t kEnabled = 17;
 inline constexpr std::uint32_t kReductionLeft = 18;
+inline constexpr std::uint32_t kQuality = 23;
 
 /// On an X server that all tests of the program share.
 class WindowTest : public ::testing::Test {
