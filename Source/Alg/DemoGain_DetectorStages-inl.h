@@ -22,18 +22,18 @@ namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 // Replaces samples that cannot be processed by silence, and computes the feed-forward sum of the high-pass.
-template<std::size_t kLanes>
+template<std::size_t kLanes, std::size_t kFrames>
 HWY_INLINE void sanitiseInput(const SDemoGain_DetectorSection& highPass, std::size_t chunk,
-                              ChunkRows<kLanes>& rows) {
+                              ChunkRows<kLanes, kFrames>& rows) {
     const Samples d;
     const auto largest = hn::Set(d, kLargestInput);
     const auto b0 = hn::Set(d, highPass.b0);
     const auto b1 = hn::Set(d, highPass.b1);
     const float* raw = rows.mRaw[chunk];
     float* input = rows.mInput[chunk];
-    float* lastBefore = rows.mInputHistory.v + kRowSize<kLanes> - hn::Lanes(d);
+    float* lastBefore = rows.mInputHistory.v + kRowSize<kLanes, kFrames> - hn::Lanes(d);
     VectorsBefore<Samples> before{hn::Load(d, lastBefore), hn::Zero(d)};
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         const auto sample = hn::Load(d, raw + i);
         const auto x = hn::IfThenElseZero(hn::Le(hn::Abs(sample), largest), sample);
         hn::Store(x, d, input + i);
@@ -55,9 +55,13 @@ public:
           mGain(hn::Set(Frame<kLanes>(), group.mStates[0]->mHp.gain)),
           mY1(loadFrame(group, y1)) {}
 
-    static Row<kLanes>& output(ChunkRows<kLanes>& rows) { return rows.mHighPassed; }
+    template<std::size_t kFrames>
+    static Row<kLanes, kFrames>& output(ChunkRows<kLanes, kFrames>& rows) {
+        return rows.mHighPassed;
+    }
 
-    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes>& rows, std::size_t frame) {
+    template<std::size_t kFrames>
+    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes, kFrames>& rows, std::size_t frame) {
         const auto forward = frameOf<kLanes>(rows.mHighPassForward.v, frame);
         mY1 = hn::Mul(hn::Sub(forward, hn::Mul(mA1, mY1)), mGain);
         return mY1;
@@ -83,9 +87,9 @@ private:
 };
 
 // Selects the detector input, and computes the feed-forward sum of the all-pass.
-template<std::size_t kLanes>
+template<std::size_t kLanes, std::size_t kFrames>
 HWY_INLINE void selectDetectorInput(const LaneSettings& settings, const SDemoGain_DetectorSection& allPass,
-                                    std::size_t chunk, ChunkRows<kLanes>& rows) {
+                                    std::size_t chunk, ChunkRows<kLanes, kFrames>& rows) {
     const Samples d;
     const auto b0 = hn::Set(d, allPass.b0);
     const auto b1 = hn::Set(d, allPass.b1);
@@ -93,7 +97,7 @@ HWY_INLINE void selectDetectorInput(const LaneSettings& settings, const SDemoGai
     float* const input = rows.mDetectorIn[chunk];
     VectorsBefore<Samples> before{hn::Load(d, input - hn::Lanes(d)), hn::Load(d, input - 2 * hn::Lanes(d))};
     const auto isHighPassed = isOn(d, settings.mHighPass);
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         auto x = hn::Load(d, rows.mInput[chunk] + i);
         if (settings.mAnyHighPass) {
             x = hn::IfThenElse(isHighPassed, loadBlocks<kLanes>(d, rows.mHighPassed.v + i), x);
@@ -118,9 +122,13 @@ public:
           mY1(loadFrame(group, word<&SDemoGain_SectionState::y1>)),
           mY2(loadFrame(group, word<&SDemoGain_SectionState::y2>)) {}
 
-    static Row<kLanes>& output(ChunkRows<kLanes>& rows) { return rows.mAllPassed; }
+    template<std::size_t kFrames>
+    static Row<kLanes, kFrames>& output(ChunkRows<kLanes, kFrames>& rows) {
+        return rows.mAllPassed;
+    }
 
-    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes>& rows, std::size_t frame) {
+    template<std::size_t kFrames>
+    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes, kFrames>& rows, std::size_t frame) {
         const auto forward = frameOf<kLanes>(rows.mAllPassForward.v, frame);
         const auto y = hn::Mul(hn::Sub(hn::Sub(forward, hn::Mul(mA1, mY1)), hn::Mul(mA2, mY2)), mGain);
         mY2 = mY1;
@@ -174,11 +182,12 @@ HWY_INLINE hn::Vec<D> curveGain(D d, const LaneSettings& settings, hn::Vec<D> le
 }
 
 // Level of the detector signal, linear.
-template<std::size_t kLanes>
-HWY_INLINE void measureLevel(const LaneSettings& settings, std::size_t chunk, ChunkRows<kLanes>& rows) {
+template<std::size_t kLanes, std::size_t kFrames>
+HWY_INLINE void measureLevel(const LaneSettings& settings, std::size_t chunk,
+                             ChunkRows<kLanes, kFrames>& rows) {
     const Samples d;
     const float* input = rows.mDetectorIn[chunk];
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         const auto detector =
             emphasiseBand(d, settings, hn::Load(d, input + i), loadBlocks<kLanes>(d, rows.mAllPassed.v + i));
         hn::Store(Level(d, detector), d, rows.mLevel.v + i);
@@ -186,19 +195,19 @@ HWY_INLINE void measureLevel(const LaneSettings& settings, std::size_t chunk, Ch
 }
 
 // The same level in dB.
-template<std::size_t kLanes>
-HWY_INLINE void convertLevel(ChunkRows<kLanes>& rows) {
+template<std::size_t kLanes, std::size_t kFrames>
+HWY_INLINE void convertLevel(ChunkRows<kLanes, kFrames>& rows) {
     const Samples d;
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         hn::Store(LinToDb(d, hn::Load(d, rows.mLevel.v + i)), d, rows.mLevel.v + i);
     }
 }
 
 // From the level to the output of the gain computer.
-template<std::size_t kLanes>
-HWY_INLINE void computeGain(const LaneSettings& settings, ChunkRows<kLanes>& rows) {
+template<std::size_t kLanes, std::size_t kFrames>
+HWY_INLINE void computeGain(const LaneSettings& settings, ChunkRows<kLanes, kFrames>& rows) {
     const Samples d;
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         hn::Store(curveGain(d, settings, hn::Load(d, rows.mLevel.v + i)), d, rows.mGain.v + i);
     }
 }
@@ -217,9 +226,13 @@ public:
           mEnvelope(loadFrame(group, word<&SDemoGain_Followers::mGrEnvAR>)),
           mSlowEnvelope(loadFrame(group, word<&SDemoGain_Followers::mGrEnvSlow>)) {}
 
-    static Row<kLanes>& output(ChunkRows<kLanes>& rows) { return rows.mReduction; }
+    template<std::size_t kFrames>
+    static Row<kLanes, kFrames>& output(ChunkRows<kLanes, kFrames>& rows) {
+        return rows.mReduction;
+    }
 
-    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes>& rows, std::size_t frame) {
+    template<std::size_t kFrames>
+    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes, kFrames>& rows, std::size_t frame) {
         const auto gain = frameOf<kLanes>(rows.mGain.v, frame);
         const auto coef = hn::IfThenElse(hn::Lt(gain, mEnvelope), mAttack, mRelease);
         mEnvelope = hn::Add(hn::Mul(hn::Sub(mEnvelope, gain), coef), gain);

@@ -57,13 +57,14 @@ HWY_INLINE hn::Vec<D> linked(D d, hn::Vec<D> reduction) {
 
 // From the gain reduction to the driven signal. The gain computed from a sample is applied to the sample
 // before it: the detector looks ahead by one sample.
-template<std::size_t kInstances, std::size_t kChannels>
+template<std::size_t kInstances, std::size_t kChannels, std::size_t kFrames>
 HWY_INLINE void drive(const LaneSettings& settings, std::size_t chunk,
-                      ReductionTap<kInstances, kChannels>& ioTap, ChunkRows<kInstances * kChannels>& rows) {
+                      ReductionTap<kInstances, kChannels>& ioTap,
+                      ChunkRows<kInstances * kChannels, kFrames>& rows) {
     constexpr std::size_t kLanes = kInstances * kChannels;
     const Samples d;
     const float* delayedIn = rows.mInput.delayed(chunk);
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         auto reduction = loadBlocks<kLanes>(d, rows.mReduction.v + i);
         if constexpr (kChannels == 2) {
             if (settings.mAnyLink) {
@@ -78,11 +79,12 @@ HWY_INLINE void drive(const LaneSettings& settings, std::size_t chunk,
 }
 
 // From the driven signal to its clip target.
-template<std::size_t kLanes>
-HWY_INLINE void computeClipTarget(const LaneSettings& settings, float recovery, ChunkRows<kLanes>& rows) {
+template<std::size_t kLanes, std::size_t kFrames>
+HWY_INLINE void computeClipTarget(const LaneSettings& settings, float recovery,
+                                  ChunkRows<kLanes, kFrames>& rows) {
     const Samples d;
     const auto rest = hn::Set(d, 1.0F - recovery);
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         const auto driven = hn::Load(d, rows.mDriven.v + i);
         const auto target = clipTarget(d, ClipLevel(d, driven, lanes(d, settings.mBias)));
         hn::Store(target, d, rows.mClipTarget.v + i);
@@ -99,9 +101,13 @@ public:
         : mCoef(hn::Set(Frame<kLanes>(), group.mStates[0]->mClipCoef)),
           mGain(loadFrame(group, gain)) {}
 
-    static Row<kLanes>& output(ChunkRows<kLanes>& rows) { return rows.mClipGain; }
+    template<std::size_t kFrames>
+    static Row<kLanes, kFrames>& output(ChunkRows<kLanes, kFrames>& rows) {
+        return rows.mClipGain;
+    }
 
-    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes>& rows, std::size_t frame) {
+    template<std::size_t kFrames>
+    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes, kFrames>& rows, std::size_t frame) {
         const auto target = frameOf<kLanes>(rows.mClipTarget.v, frame);
         const auto recovering =
             hn::Add(hn::Mul(mCoef, mGain), frameOf<kLanes>(rows.mClipTargetTerm.v, frame));
@@ -125,14 +131,15 @@ private:
 inline constexpr float kShaperCubic = -0.49611F;
 
 // Applies the clip gain, then the waveshaper y + kShaperCubic * y^3, which also compensates the drive.
-template<std::size_t kLanes>
-HWY_INLINE void shape(const LaneSettings& settings, std::size_t chunk, ChunkRows<kLanes>& rows) {
+template<std::size_t kLanes, std::size_t kFrames>
+HWY_INLINE void shape(const LaneSettings& settings, std::size_t chunk, ChunkRows<kLanes, kFrames>& rows) {
     const Samples d;
     const auto cubic = hn::Set(d, kShaperCubic);
     const auto invDrive = lanes(d, settings.mInvDrive);
     float* clipped = rows.mClipped[chunk];
-    VectorsBefore<Samples> before{hn::Load(d, rows.mShaped.v + kRowSize<kLanes> - hn::Lanes(d)), hn::Zero(d)};
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    VectorsBefore<Samples> before{hn::Load(d, rows.mShaped.v + kRowSize<kLanes, kFrames> - hn::Lanes(d)),
+                                  hn::Zero(d)};
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         const auto y = hn::Mul(hn::Load(d, rows.mDriven.v + i), loadBlocks<kLanes>(d, rows.mClipGain.v + i));
         hn::Store(y, d, clipped + i);
         const auto bent = hn::Add(hn::Mul(hn::Mul(hn::Mul(y, y), y), cubic), y);
@@ -152,9 +159,13 @@ public:
         : mCoef(loadFrame(group, word<&SDemoGain_DcBlocker::mDcCoef>)),
           mY1(loadFrame(group, word<&SDemoGain_DcBlocker::mDcY1>)) {}
 
-    static Row<kLanes>& output(ChunkRows<kLanes>& rows) { return rows.mDcBlocked; }
+    template<std::size_t kFrames>
+    static Row<kLanes, kFrames>& output(ChunkRows<kLanes, kFrames>& rows) {
+        return rows.mDcBlocked;
+    }
 
-    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes>& rows, std::size_t frame) {
+    template<std::size_t kFrames>
+    HWY_INLINE hn::Vec<Frame<kLanes>> step(const ChunkRows<kLanes, kFrames>& rows, std::size_t frame) {
         mY1 = hn::Add(hn::Mul(mY1, mCoef), frameOf<kLanes>(rows.mShapedDifference.v, frame));
         return mY1;
     }
@@ -182,13 +193,13 @@ private:
 // Mixes dry (the delayed input) and wet, applies the volume and writes the level meters' terms. An output
 // sample that broken coefficients have made non-finite is replaced by silence. Output that is bypassed is the
 // input as it came.
-template<std::size_t kChannels, std::size_t kLanes>
-HWY_INLINE void mix(const LaneSettings& settings, std::size_t chunk, ChunkRows<kLanes>& rows,
-                    Row<kLanes>& output) {
+template<std::size_t kChannels, std::size_t kLanes, std::size_t kFrames>
+HWY_INLINE void mix(const LaneSettings& settings, std::size_t chunk, ChunkRows<kLanes, kFrames>& rows,
+                    Row<kLanes, kFrames>& output) {
     const Samples d;
     const float* input = rows.mInput[chunk];
     const float* delayedIn = rows.mInput.delayed(chunk);
-    for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+    for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
         const auto dry = hn::Mul(hn::LoadU(d, delayedIn + i), lanes(d, settings.mDry));
         const auto sum =
             hn::Add(dry, hn::Mul(lanes(d, settings.mWet), loadBlocks<kLanes>(d, rows.mDcBlocked.v + i)));
@@ -199,7 +210,7 @@ HWY_INLINE void mix(const LaneSettings& settings, std::size_t chunk, ChunkRows<k
     }
     if (HWY_UNLIKELY(settings.mAnyBypass)) {
         const auto isBypassed = isOn(d, settings.mBypass);
-        for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+        for (std::size_t i = 0; i < kRowSize<kLanes, kFrames>; i += hn::Lanes(d)) {
             const auto raw = hn::Load(d, rows.mRaw[chunk] + i);
             hn::Store(hn::IfThenElse(isBypassed, raw, hn::Load(d, output.v + i)), d, output.v + i);
         }

@@ -21,7 +21,7 @@ namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 // The buffers of all lanes.
-template<std::size_t kLanes>
+template<std::size_t kLanes, std::size_t kFrames>
 class HostBuffers {
 public:
     template<std::size_t kInstances>
@@ -36,22 +36,20 @@ public:
 
     std::size_t frames() const { return mFrames; }
     // Also of a chunk that the buffer's end has cut off.
-    std::size_t chunks() const { return (mFrames + kChunkFrames - 1) / kChunkFrames; }
-    std::size_t wholeChunks() const { return mFrames / kChunkFrames; }
-    // Frames of a chunk, kChunkFrames or fewer.
-    std::size_t framesOf(std::size_t chunk) const {
-        return std::min(kChunkFrames, mFrames - chunk * kChunkFrames);
-    }
+    std::size_t chunks() const { return (mFrames + kFrames - 1) / kFrames; }
+    std::size_t wholeChunks() const { return mFrames / kFrames; }
+    // Frames of a chunk, kFrames or fewer.
+    std::size_t framesOf(std::size_t chunk) const { return std::min(kFrames, mFrames - chunk * kFrames); }
 
     // Reads a chunk of every lane before anything of it is written: inputs and outputs of an instance may be
     // the same memory. Behind the last frame follows silence.
     HWY_INLINE void read(std::size_t chunk, float* row) const {
         const std::size_t frames = framesOf(chunk);
         const float* inputs[kLanes];
-        float padded[kLanes][kChunkFrames];
+        float padded[kLanes][kFrames];
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
-            inputs[lane] = mInputs[lane] + chunk * kChunkFrames;
-            if (HWY_UNLIKELY(frames < kChunkFrames)) {
+            inputs[lane] = mInputs[lane] + chunk * kFrames;
+            if (HWY_UNLIKELY(frames < kFrames)) {
                 std::fill(std::copy_n(inputs[lane], frames, padded[lane]), std::end(padded[lane]), 0.0F);
                 inputs[lane] = padded[lane];
             }
@@ -62,15 +60,15 @@ public:
     HWY_INLINE void write(std::size_t chunk, const float* row) const {
         const std::size_t frames = framesOf(chunk);
         float* outputs[kLanes];
-        float padded[kLanes][kChunkFrames];
+        float padded[kLanes][kFrames];
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
-            float* const whole = mOutputs[lane] + chunk * kChunkFrames;
-            outputs[lane] = HWY_UNLIKELY(frames < kChunkFrames) ? padded[lane] : whole;
+            float* const whole = mOutputs[lane] + chunk * kFrames;
+            outputs[lane] = HWY_UNLIKELY(frames < kFrames) ? padded[lane] : whole;
         }
         deinterleave(row, outputs);
-        if (HWY_UNLIKELY(frames < kChunkFrames)) {
+        if (HWY_UNLIKELY(frames < kFrames)) {
             for (std::size_t lane = 0; lane < kLanes; ++lane) {
-                std::copy_n(padded[lane], frames, mOutputs[lane] + chunk * kChunkFrames);
+                std::copy_n(padded[lane], frames, mOutputs[lane] + chunk * kFrames);
             }
         }
     }
@@ -80,7 +78,7 @@ private:
 
     static HWY_INLINE void interleave(const float* const (&lanes)[kLanes], float* row) {
         const LaneFrames d;
-        for (std::size_t i = 0; i < kChunkFrames; i += hn::Lanes(d)) {
+        for (std::size_t i = 0; i < kFrames; i += hn::Lanes(d)) {
             const auto first = hn::LoadU(d, lanes[0] + i);
             if constexpr (kLanes == 1) {
                 hn::StoreU(first, d, row + i);
@@ -95,7 +93,7 @@ private:
 
     static HWY_INLINE void deinterleave(const float* row, float* const (&lanes)[kLanes]) {
         const LaneFrames d;
-        for (std::size_t i = 0; i < kChunkFrames; i += hn::Lanes(d)) {
+        for (std::size_t i = 0; i < kFrames; i += hn::Lanes(d)) {
             hn::Vec<LaneFrames> v[kLanes];
             if constexpr (kLanes == 1) {
                 v[0] = hn::LoadU(d, row + i);

@@ -109,8 +109,8 @@ public:
           })),
           mHighest(mBefore) {}
 
-    template<std::size_t kLanes>
-    HWY_INLINE hn::Vec<hn::FixedTag<float, 2 * kInstances>> step(const ChunkRows<kLanes>& rows,
+    template<std::size_t kLanes, std::size_t kFrames>
+    HWY_INLINE hn::Vec<hn::FixedTag<float, 2 * kInstances>> step(const ChunkRows<kLanes, kFrames>& rows,
                                                                  std::size_t frame) {
         mAverages = hn::Add(hn::Mul(mAverages, mCoef), frameOf<2 * kInstances>(rows.mLevels, frame));
         mHighest = hn::Max(mAverages, mHighest);

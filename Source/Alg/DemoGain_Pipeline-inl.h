@@ -43,8 +43,9 @@ enum EStage : std::size_t {
 // that of the previous stage. A recursion has to wait for the result of its last frame; since nothing in a
 // turn depends on any other stage, the processor overlaps this waiting with the work of the other stages.
 //
-// The instances of a group have equal filters and buffers of the same number of frames.
-template<std::size_t kInstances, std::size_t kChannels>
+// The instances of a group have equal filters and buffers of the same number of frames. A chunk has kFrames
+// frames.
+template<std::size_t kInstances, std::size_t kChannels, std::size_t kFrames = kChunkFrames>
 class Pipeline {
 public:
     explicit Pipeline(const SDemoGain_Alg_Context* const (&contexts)[kInstances])
@@ -61,7 +62,7 @@ public:
           mDcBlocker(mGroup),
           mReductionTap(mGroup),
           mLevelTaps(mGroup) {
-        constexpr std::size_t kLastFrame = kRowSize<kLanes> - kLanes;
+        constexpr std::size_t kLastFrame = kRowSize<kLanes, kFrames> - kLanes;
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
             const SDemoGain_Alg_State& state = mGroup.stateOf(lane);
             const std::size_t channel = mGroup.channelOf(lane);
@@ -78,7 +79,9 @@ public:
         const std::size_t filled = std::min<std::size_t>(eStage_Count - 1, chunks);
         const std::size_t wholly = std::max(filled, mBuffers.wholeChunks());
         runPartly(0, filled, chunks);
-        runWholly(filled, wholly, mHighPass, mAllPass, mFollowers, mClipGain, mDcBlocker, mLevelTaps);
+        if (filled < wholly) {
+            runWholly(filled, wholly, mHighPass, mAllPass, mFollowers, mClipGain, mDcBlocker, mLevelTaps);
+        }
         runPartly(wholly, chunks + eStage_Count - 1, chunks);
     }
 
@@ -122,8 +125,9 @@ private:
         return spread<kChannels>(each);
     }
 
-    // The turns from `turn` to `end`, in which stages may have no chunk or a part of one.
-    HWY_INLINE void runPartly(std::size_t turn, std::size_t end, std::size_t chunks) {
+    // The turns from `turn` to `end`, in which stages may have no chunk or a part of one. Not inlined: it is
+    // called twice, and holds every stage.
+    HWY_NOINLINE void runPartly(std::size_t turn, std::size_t end, std::size_t chunks) {
         for (; turn < end; ++turn) {
             runVectorStages(turn, [&](EStage stage) { return works(stage, turn, chunks); });
             runRecursions(turn, chunks);
@@ -201,13 +205,13 @@ private:
 
     HWY_INLINE void mixAndWrite(std::size_t chunk) {
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): mix() writes the whole row
-        Row<kLanes> output;
+        Row<kLanes, kFrames> output;
         mix<kChannels>(mSettings, chunk, mRows, output);
         mBuffers.write(chunk, output.v);
     }
 
     const Group<kInstances, kChannels> mGroup;
-    const HostBuffers<kLanes> mBuffers;
+    const HostBuffers<kLanes, kFrames> mBuffers;
     const LaneSettings mSettings;
     const SDemoGain_DetectorSection mHighPassSection;
     const SDemoGain_DetectorSection mAllPassSection;
@@ -219,7 +223,7 @@ private:
     DcBlocker<kLanes> mDcBlocker;
     ReductionTap<kInstances, kChannels> mReductionTap;
     LevelTaps<kInstances> mLevelTaps;
-    ChunkRows<kLanes> mRows;
+    ChunkRows<kLanes, kFrames> mRows;
 };
 
 } // namespace HWY_NAMESPACE

@@ -27,7 +27,8 @@ namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 // Chunks at the end of a buffer that the state is computed from. The slowest pole of the two sections lies at
-// 0.665: after 49 frames, the fewest that these chunks hold, a response is below 1e-8.
+// 0.665: after 49 frames, the fewest that these chunks hold, a response is below 1e-8. They have kChunkFrames
+// frames each, also where the pipeline has longer ones, so that the state has the same bits.
 inline constexpr std::size_t kPostChunks = kRingChunks - 1;
 inline constexpr std::size_t kPostFrames = kPostChunks * kChunkFrames;
 
@@ -113,8 +114,9 @@ struct PostOutputs {
 };
 
 // Zero-state response: the outputs at the end of a buffer of `frames` frames, had the state before been 0.
-template<std::size_t kLanes>
-HWY_INLINE PostOutputs<kLanes> zeroStateResponse(const RowRing<kLanes>& clipped, std::size_t frames) {
+template<std::size_t kLanes, std::size_t kFrames>
+HWY_INLINE PostOutputs<kLanes> zeroStateResponse(const RowRing<kLanes, kFrames>& clipped,
+                                                 std::size_t frames) {
     const Samples d;
     const PostImpulseResponse<kLanes>& impulse = kPostImpulse<kLanes>;
     const std::size_t chunks = (frames + kChunkFrames - 1) / kChunkFrames;
@@ -126,9 +128,9 @@ HWY_INLINE PostOutputs<kLanes> zeroStateResponse(const RowRing<kLanes>& clipped,
     auto b1 = hn::Zero(d);
     auto b2 = hn::Zero(d);
     for (std::size_t chunk = first; chunk < chunks; ++chunk) {
-        const float* row = clipped[chunk];
+        const float* row = clipped.frame(chunk * kChunkFrames);
         const std::size_t start = (shift + (chunk - first) * kChunkFrames) * kLanes;
-        for (std::size_t i = 0; i < kRowSize<kLanes>; i += hn::Lanes(d)) {
+        for (std::size_t i = 0; i < kRowSize<kLanes, kChunkFrames>; i += hn::Lanes(d)) {
             const auto y = hn::Load(d, row + i);
             const float* a = impulse.mA + start + i;
             const float* b = impulse.mB + start + i;
@@ -165,14 +167,12 @@ inline void addZeroInputResponse(const SDemoGain_PostStates& before, std::size_t
 
 // Advances the states of the post sections over a buffer of `frames` frames, whose last clipped samples are
 // in the ring.
-template<std::size_t kInstances, std::size_t kChannels>
-HWY_INLINE void advancePostSections(const RowRing<kInstances * kChannels>& clipped, std::size_t frames,
-                                    const Group<kInstances, kChannels>& group) {
+template<std::size_t kInstances, std::size_t kChannels, std::size_t kFrames>
+HWY_INLINE void advancePostSections(const RowRing<kInstances * kChannels, kFrames>& clipped,
+                                    std::size_t frames, const Group<kInstances, kChannels>& group) {
     constexpr std::size_t kLanes = kInstances * kChannels;
     const PostOutputs<kLanes> outputs = zeroStateResponse(clipped, frames);
-    const auto sample = [&](std::size_t frame, std::size_t lane) {
-        return clipped[frame / kChunkFrames][frame % kChunkFrames * kLanes + lane];
-    };
+    const auto sample = [&](std::size_t frame, std::size_t lane) { return clipped.frame(frame)[lane]; };
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
         SDemoGain_PostStates& state = group.stateOf(lane).mPost[group.channelOf(lane)];
         float a[2] = {outputs.mA[0][lane], outputs.mA[1][lane]};

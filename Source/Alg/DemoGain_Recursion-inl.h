@@ -135,8 +135,8 @@ HWY_INLINE hn::Vec<D> delayed(D d, hn::Vec<D> now, const VectorsBefore<D>& befor
 }
 
 // Runs a recursion over the frames of one vector, one after the other.
-template<std::size_t kLanes, class D, class Recursion>
-HWY_INLINE hn::Vec<D> stepThroughVector(D d, Recursion& ioRecursion, const ChunkRows<kLanes>& rows,
+template<std::size_t kLanes, std::size_t kFrames, class D, class Recursion>
+HWY_INLINE hn::Vec<D> stepThroughVector(D d, Recursion& ioRecursion, const ChunkRows<kLanes, kFrames>& rows,
                                         std::size_t frame) {
     if constexpr (hn::MaxLanes(D()) == kLanes) {
         return ioRecursion.step(rows, frame);
@@ -149,8 +149,9 @@ HWY_INLINE hn::Vec<D> stepThroughVector(D d, Recursion& ioRecursion, const Chunk
 }
 
 // Runs a recursion over a block of frames.
-template<std::size_t kLanes, class Recursion>
-HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kLanes>& rows, std::size_t frame) {
+template<std::size_t kLanes, std::size_t kFrames, class Recursion>
+HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kLanes, kFrames>& rows,
+                                 std::size_t frame) {
     if constexpr (requires { Recursion::output(rows); }) {
         const Block<kLanes> block;
         hn::StoreU(stepThroughVector(block, ioRecursion, rows, frame), block,
@@ -164,10 +165,11 @@ HWY_INLINE void stepThroughBlock(Recursion& ioRecursion, ChunkRows<kLanes>& rows
 
 // Runs a recursion over fewer frames than a chunk has. The rest of its output row repeats the last frame, so
 // that later stages process only values that occur in the signal.
-template<std::size_t kLanes, class Recursion>
-HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kLanes>& rows, std::size_t frames) {
+template<std::size_t kLanes, std::size_t kFrames, class Recursion>
+HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kLanes, kFrames>& rows,
+                                std::size_t frames) {
     auto last = ioRecursion.step(rows, 0);
-    for (std::size_t frame = 0; frame < kChunkFrames; ++frame) {
+    for (std::size_t frame = 0; frame < kFrames; ++frame) {
         last = frame > 0 && frame < frames ? ioRecursion.step(rows, frame) : last;
         if constexpr (requires { Recursion::output(rows); }) {
             hn::StoreU(last, Frame<kLanes>(), Recursion::output(rows).v + frame * kLanes);
@@ -176,11 +178,11 @@ HWY_INLINE void stepThroughPart(Recursion& ioRecursion, ChunkRows<kLanes>& rows,
 }
 
 // Runs a recursion over the first `frames` frames of a chunk, 1 at least.
-template<std::size_t kLanes, class Recursion>
-HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kLanes>& rows, std::size_t frames) {
+template<std::size_t kLanes, std::size_t kFrames, class Recursion>
+HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kLanes, kFrames>& rows, std::size_t frames) {
     Recursion recursion = ioRecursion;
-    if (HWY_LIKELY(frames == kChunkFrames)) {
-        for (std::size_t frame = 0; frame < kChunkFrames; frame += kBlockFrames<kLanes>) {
+    if (HWY_LIKELY(frames == kFrames)) {
+        for (std::size_t frame = 0; frame < kFrames; frame += kBlockFrames<kLanes>) {
             stepThroughBlock(recursion, rows, frame);
         }
     } else {
@@ -191,9 +193,9 @@ HWY_INLINE void stepThrough(Recursion& ioRecursion, ChunkRows<kLanes>& rows, std
 
 // Runs several recursions at the same time, each over a chunk of its own: while one waits for its last
 // result, the processor works on the others.
-template<std::size_t kLanes, class... Recursions>
-HWY_INLINE void stepTogether(ChunkRows<kLanes>& rows, Recursions&... ioRecursions) {
-    for (std::size_t frame = 0; frame < kChunkFrames; frame += kBlockFrames<kLanes>) {
+template<std::size_t kLanes, std::size_t kFrames, class... Recursions>
+HWY_INLINE void stepTogether(ChunkRows<kLanes, kFrames>& rows, Recursions&... ioRecursions) {
+    for (std::size_t frame = 0; frame < kFrames; frame += kBlockFrames<kLanes>) {
         (stepThroughBlock(ioRecursions, rows, frame), ...);
     }
 }

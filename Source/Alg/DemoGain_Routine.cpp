@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <string_view>
 
 // This file is compiled once for each instruction set, each time with the stages.
@@ -26,25 +27,52 @@ namespace DemoGain {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-template<std::size_t kInstances, std::size_t kChannels>
+template<std::size_t kInstances, std::size_t kChannels, std::size_t kFrames = kChunkFrames>
 void processGroup(const SDemoGain_Alg_Context* const* contexts) {
     const SDemoGain_Alg_Context* group[kInstances];
     std::copy_n(contexts, kInstances, group);
-    Pipeline<kInstances, kChannels> pipeline(group);
+    Pipeline<kInstances, kChannels, kFrames> pipeline(group);
     pipeline.run();
     pipeline.store();
 }
 
+// Whether a vector over time holds as many samples as it may. Vectors of 128 bits hold half.
+inline constexpr bool kHasWideVectors = hn::MaxLanes(Samples()) == kMostSamples;
+
+// Frames of a buffer from which on long chunks gain more in the turns of all stages than they cost in the
+// first and last ones.
+inline constexpr int32_t kLongBufferFrames = 192;
+
+// Whether the output of a mono instance lies in its input's memory, but not in its place.
+inline bool isOutputShifted(const SDemoGain_Alg_Context& context) {
+    const float* const in = context.mAudioIn[0];
+    const float* const out = context.mAudioOut[0];
+    const std::less<> isBefore;
+    return in != out && isBefore(in, out + *context.mBufferSize) && isBefore(out, in + *context.mBufferSize);
+}
+
+// One mono instance. A chunk is a single wide vector, or two of 128 bits, which need no longer chunks. A
+// shifted output depends on how many frames are read before they are written: as many as in a group.
+void processMono(const SDemoGain_Alg_Context* const* contexts) {
+    if constexpr (kHasWideVectors) {
+        if (*contexts[0]->mBufferSize >= kLongBufferFrames && !isOutputShifted(*contexts[0])) {
+            processGroup<1, 1, kLongChunkFrames>(contexts);
+            return;
+        }
+    }
+    processGroup<1, 1>(contexts);
+}
+
 // The level averages of four mono instances take eight lanes, which vectors of 128 bits do not have.
 constexpr DemoGain_ProcessGroup chooseFourMono() {
-    if constexpr (hn::MaxLanes(Samples()) == kMostSamples) {
+    if constexpr (kHasWideVectors) {
         return &processGroup<4, 1>;
     } else {
         return nullptr;
     }
 }
 
-constexpr SDemoGain_Processes kProcesses[2] = {{&processGroup<1, 1>, &processGroup<2, 1>, chooseFourMono()},
+constexpr SDemoGain_Processes kProcesses[2] = {{&processMono, &processGroup<2, 1>, chooseFourMono()},
                                                {&processGroup<1, 2>, &processGroup<2, 2>, nullptr}};
 
 } // namespace HWY_NAMESPACE

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -20,7 +21,7 @@ namespace varno::test::algGroups {
 namespace {
 
 constexpr std::size_t kMostInstances = 17;
-constexpr std::size_t kLongest = 200;
+constexpr std::size_t kLongest = 260;
 
 class Dice {
 public:
@@ -239,6 +240,36 @@ TEST_P(DemoGain_AlgGroups, TogetherAsOneByOneAndAsTheLiteralEvaluation) {
         }
     }
     EXPECT_GT(literallyDefined, 150) << "most worlds should be compared with the literal evaluation";
+}
+
+// Output that lies in the input's memory, shifted so that short chunks read what has been written and long
+// ones what has not.
+TEST_P(DemoGain_AlgGroups, AShiftedOutputIsTheSameAloneAndTogether) {
+    constexpr std::size_t kFrames = 256;
+    constexpr std::size_t kShift = 60;
+    const auto render = [](bool isTogether) {
+        std::deque<AlgInstance> instances;
+        std::deque<std::vector<float>> audio;
+        std::deque<std::array<const float*, 2>> inputs;
+        std::deque<std::array<float*, 2>> outputs;
+        std::vector<SDemoGain_Alg_Context*> contexts;
+        const std::size_t channels = GetParam();
+        for (std::uint32_t i = 0; i < 2; ++i) {
+            AlgInstance& instance = instances.emplace_back(GetParam(), 48000.0);
+            float* const memory = audio.emplace_back(noise(1, 2 * (kFrames + kShift), i, 0.0)[0]).data();
+            float* const second = memory + (channels - 1) * (kFrames + kShift);
+            instance.attach(inputs.emplace_back(std::array<const float*, 2>{memory, second}).data(),
+                            outputs.emplace_back(std::array{memory + kShift, second + kShift}).data(),
+                            static_cast<std::int32_t>(kFrames));
+            contexts.push_back(&instance.context());
+        }
+        const std::size_t count = isTogether ? 2 : 1;
+        for (std::size_t i = 0; i < contexts.size(); i += count) {
+            DemoGain_ProcessInstances(*GetParam().routine, channels, &contexts[i], &contexts[i] + count);
+        }
+        return audio;
+    };
+    EXPECT_EQ(render(true), render(false));
 }
 
 INSTANTIATE_TEST_SUITE_P(Variants, DemoGain_AlgGroups, testing::ValuesIn(algVariants()),

@@ -118,6 +118,27 @@ TEST_P(DemoGain_AlgReference, RandomParameters) {
     }
 }
 
+// Chunks of either length, and a part of one at the end.
+TEST_P(DemoGain_AlgReference, EveryLengthOfBuffer) {
+    constexpr std::size_t kLongest = 240;
+    AlgParameters parameters = withSwitches({}, 3);
+    parameters.mix = 0.25F;
+    for (std::size_t frames = 1; frames <= kLongest; ++frames) {
+        AlgInstance literal(GetParam(), 48000.0);
+        AlgInstance product(GetParam(), 48000.0);
+        literal.set(parameters);
+        product.set(parameters);
+        const RenderPlan plan{.blocks = {static_cast<std::int32_t>(frames)}};
+        const Signal input = swell(GetParam(), 3 * frames, 21, 24.0);
+        const RenderOutcome expected = renderChecked(literal.literalProcessor(), input, plan);
+        const RenderOutcome found = renderChecked(product.processor(), input, plan);
+        ASSERT_EQ(firstDifference(expected.output, found.output) + firstDifference(literal, product) +
+                      textOf(found.complaints),
+                  "")
+            << frames << " frames";
+    }
+}
+
 TEST_P(DemoGain_AlgReference, EveryCornerOfTheParameters) {
     const Signal input = swell(GetParam(), 300, 77, 24.0);
     for (unsigned corner = 0; corner < 128; ++corner) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 
 namespace varno::test::postSections {
@@ -70,6 +71,27 @@ TEST(DemoGain_PostSections, EveryLengthOfBufferEndsWhereTheSectionsDo) {
             EXPECT_NEAR(found[channel].mB.y1, expected[channel].mB.y1, kTolerance);
             EXPECT_NEAR(found[channel].mB.y2, expected[channel].mB.y2, kTolerance);
         }
+    }
+}
+
+TEST(DemoGain_PostSections, LongChunksChangeNoBit) {
+    std::mt19937 engine(4);
+    std::uniform_real_distribution<float> sample(-1.25F, 1.25F);
+    for (std::size_t frames = 1; frames < 300; ++frames) {
+        SDemoGain_Alg_State states[2] = {};
+        RowRing<1> rows{};
+        RowRing<1, kLongChunkFrames> longRows{};
+        for (std::size_t frame = 0; frame < frames; ++frame) {
+            const float y = sample(engine);
+            rows[frame / kChunkFrames][frame % kChunkFrames] = y;
+            longRows[frame / kLongChunkFrames][frame % kLongChunkFrames] = y;
+        }
+        for (SDemoGain_Alg_State& state : states) {
+            state.mPost[0].mB.y1 = 0.5F;
+        }
+        advancePostSections(rows, frames, Group<1, 1>{{&states[0]}, {}});
+        advancePostSections(longRows, frames, Group<1, 1>{{&states[1]}, {}});
+        ASSERT_EQ(std::memcmp(&states[0], &states[1], sizeof(SDemoGain_Alg_State)), 0) << frames << " frames";
     }
 }
 
