@@ -14,10 +14,8 @@ namespace {
 constexpr std::string_view kDoctorUsage[] = {"[OPTIONS]"};
 constexpr std::string_view kDoctorDescription[] = {
     "Prints what this machine offers to the effect: which of its parts are installed and where, the "
-    "instruction "
-    "set in use, the display and its scale, the sound systems; and for what is missing the Debian package "
-    "that "
-    "brings it.",
+    "instruction set in use, the display and its scale, the sound systems; and for what is missing the "
+    "Debian package that brings it.",
     "The exit status is 0 unless the effect itself does not work. Everything else is needed by some commands "
     "only: varno-window and a display by edit, a sound system by play, the module by describe."};
 constexpr OptionEntry kDoctorOptions[] = {kJsonOption, kModuleOption, kHelpOption};
