@@ -8,6 +8,7 @@
 #include "CommandLine/ProgramMain.h"
 #include "Commands.h"
 #include "Settings/ModuleLoading.h"
+#include "Surround/Settings/Suggestion.h"
 #include "WindowProgram.h"
 
 #include <algorithm>

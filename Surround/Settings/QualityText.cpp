@@ -1,16 +1,14 @@
 #include "Surround/Settings/QualityText.h"
 
-#include <array>
-#include <charconv>
+#include "Surround/Settings/NumberText.h"
+
+#include <algorithm>
 
 namespace varno {
 namespace {
 
-// In every locale the shortest text that is this number.
 std::string hertz(double rateHz) {
-    std::array<char, 32> text{};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), rateHz);
-    return std::string(text.data(), result.ptr) + " Hz";
+    return textFromNumber(rateHz) + " Hz";
 }
 
 } // namespace
@@ -28,6 +26,20 @@ std::string qualityText(const Quality& quality) {
     return quality.used == quality.wish ? used
                                         : used + ", since " + qualityName(quality.wish) + " needs " +
                                               hertz(quality.wish * quality.rateHz);
+}
+
+std::optional<std::int32_t> qualityNamed(std::string_view name) {
+    const auto found = std::ranges::find(kOversamplingFactors, name, qualityName);
+    return found == kOversamplingFactors.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<std::string> qualityRefusal(std::int32_t factor, const SampleRateRange& range, double rateHz) {
+    const std::int32_t fitting = fittingFactor(factor, range, rateHz);
+    if (fitting == factor) {
+        return std::nullopt;
+    }
+    return "quality " + qualityName(factor) + " needs " + hertz(factor * rateHz) + "; expected at most " +
+           hertz(range.highestHz) + ": " + qualityName(fitting) + " at the sample rate " + hertz(rateHz);
 }
 
 } // namespace varno

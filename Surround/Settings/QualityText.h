@@ -5,7 +5,9 @@
 #include "Host/Oversampling/Oversampling.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace varno {
 
@@ -24,8 +26,14 @@ Quality qualityOf(const Oversampling& effect);
 /// A factor as people write it: "4x". [any]
 std::string qualityName(std::int32_t factor);
 
+/// The factor with this name; nothing where none has it. [any]
+std::optional<std::int32_t> qualityNamed(std::string_view name);
+
 /// What is used of a wish: "4x", or "2x, since 8x needs 768000 Hz". [any]
 std::string qualityText(const Quality& quality);
+
+/// Why a quality is not possible at a sample rate, in one line; nothing where it is. [any]
+std::optional<std::string> qualityRefusal(std::int32_t factor, const SampleRateRange& range, double rateHz);
 
 } // namespace varno
 

@@ -1,10 +1,9 @@
 #include "Surround/Settings/TrueValue.h"
 
+#include "Surround/Settings/NumberText.h"
 #include "Surround/Settings/SettingValues.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <system_error>
 
 namespace varno {
@@ -67,13 +66,6 @@ std::optional<double> normalizedFromTyped(const SDemoGain_Parameter& row, std::s
     return normalizedFromTrueText(row, text, settings, UnitText::kOptional);
 }
 
-// The shortest text of a number.
-std::string shortest(double number) {
-    std::array<char, 32> text{};
-    const auto written = std::to_chars(text.data(), text.data() + text.size(), number);
-    return {text.data(), written.ptr};
-}
-
 // "2.43 to 83.3 ms", or with both units where they differ.
 std::string timeRange(const SDemoGain_Parameter& row, const DemoGain_ValueText::Range& range) {
     std::string low = DemoGain_ValueText::WriteInUnit(row, range.mLow);
@@ -104,8 +96,8 @@ std::string expected(const SDemoGain_Parameter& row, const DemoGain_ValueText::S
         break;
     }
     const bool isLevel = unit.mSymbol == std::string_view("dB");
-    return std::string(isLevel ? "a level" : "a share") + " from " + shortest(unit.mLow) + " to " +
-           shortest(unit.mHigh) + ' ' + unit.mSymbol;
+    return std::string(isLevel ? "a level" : "a share") + " from " + textFromNumber(unit.mLow) + " to " +
+           textFromNumber(unit.mHigh) + ' ' + unit.mSymbol;
 }
 
 std::string nameOf(const SDemoGain_Parameter& row) {

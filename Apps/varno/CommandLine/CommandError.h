@@ -7,7 +7,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace varno {
 
@@ -56,10 +55,6 @@ inline int exitStatusOf(const std::exception& error) {
 inline std::string inQuotes(std::string_view text) {
     return '"' + std::string(text) + '"';
 }
-
-/// The end of a message about an unknown name: `; did you mean "x"?` where one of the known names is similar,
-/// empty otherwise. Case does not count as a difference.
-std::string suggestion(std::string_view unknown, const std::vector<std::string>& known);
 
 } // namespace varno
 

@@ -1,6 +1,7 @@
 #include "CommandLine/CommandLine.h"
 
 #include "CommandLine/CommandError.h"
+#include "Surround/Settings/Suggestion.h"
 
 #include <algorithm>
 #include <getopt.h>

@@ -3,7 +3,7 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/CommandTable.h"
-#include "CommandLine/NumberText.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <algorithm>
 #include <map>

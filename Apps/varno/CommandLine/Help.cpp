@@ -1,7 +1,7 @@
 #include "CommandLine/Help.h"
 
-#include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <algorithm>
 

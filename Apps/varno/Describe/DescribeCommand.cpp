@@ -4,13 +4,13 @@
 #include "CommandLine/CommandLine.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Json.h"
-#include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
 #include "DemoGain_Oversampling.h"
 #include "Describe/PageTableReport.h"
 #include "Describe/PropertyText.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/Quality.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <cinttypes>
 #include <cstdio>

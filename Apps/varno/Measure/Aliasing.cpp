@@ -1,6 +1,6 @@
-#include "CommandLine/NumberText.h"
 #include "Measure/Measurements.h"
 #include "Measure/Spectrum.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "Measure/Figure.h"
 
-#include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <algorithm>
 

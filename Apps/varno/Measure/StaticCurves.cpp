@@ -1,5 +1,5 @@
-#include "CommandLine/NumberText.h"
 #include "Measure/Measurements.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <cstddef>
 

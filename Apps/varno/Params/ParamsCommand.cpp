@@ -4,11 +4,11 @@
 #include "CommandLine/CommandLine.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Json.h"
-#include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/ParameterValue.h"
 #include "Settings/Settings.h"
+#include "Surround/Settings/NumberText.h"
 
 namespace varno {
 namespace {

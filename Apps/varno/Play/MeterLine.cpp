@@ -1,8 +1,8 @@
 #include "Play/MeterLine.h"
 
-#include "CommandLine/NumberText.h"
 #include "DemoGain_MeterLaw.h"
 #include "Session/LiveStatus.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <algorithm>
 #include <set>

@@ -1,7 +1,6 @@
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
-#include "CommandLine/NumberText.h"
 #include "CommandLine/VisibleText.h"
 #include "Play/LiveEffect.h"
 #include "Play/PlayOptions.h"
@@ -11,6 +10,7 @@
 #include "Session/LoopPlayer.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/Quality.h"
+#include "Surround/Settings/NumberText.h"
 #include "Window/XConnection.h"
 #include "WindowCommands.h"
 

@@ -2,8 +2,8 @@
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Interruption.h"
-#include "CommandLine/NumberText.h"
 #include "Files/Transfer.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <algorithm>
 #include <array>

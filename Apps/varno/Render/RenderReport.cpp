@@ -1,10 +1,10 @@
 #include "Render/RenderReport.h"
 
 #include "CommandLine/Json.h"
-#include "CommandLine/NumberText.h"
 #include "CommandLine/TextLayout.h"
 #include "CommandLine/VisibleText.h"
 #include "Settings/Quality.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <cstdarg>
 #include <cstdio>

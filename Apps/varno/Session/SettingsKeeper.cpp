@@ -2,9 +2,9 @@
 
 #include "CommandLine/Console.h"
 #include "CommandLine/Interruption.h"
-#include "CommandLine/NumberText.h"
 #include "CommandLine/VisibleText.h"
 #include "Settings/SettingsFiles.h"
+#include "Surround/Settings/NumberText.h"
 
 #include <filesystem>
 #include <system_error>

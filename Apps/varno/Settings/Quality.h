@@ -29,9 +29,6 @@ std::optional<std::int32_t> qualityOption(const CommandLine& line);
 /// What is used of a wish: "quality 4x", or "quality 2x, since 8x needs 768000 Hz".
 std::string qualityText(const Oversampling& effect);
 
-/// Why a quality is not possible at a sample rate, in one line; nothing where it is.
-std::optional<std::string> qualityRefusal(std::int32_t factor, const SampleRateRange& range, double rateHz);
-
 } // namespace varno
 
 #endif

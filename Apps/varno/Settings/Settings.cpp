@@ -1,13 +1,12 @@
 #include "Settings/Settings.h"
 
 #include "CommandLine/CommandError.h"
-#include "CommandLine/NumberText.h"
 #include "Host/HostError.h"
 #include "Settings/FactoryPresets.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/SettingsFiles.h"
+#include "Surround/Settings/NumberText.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace varno {
@@ -19,11 +18,8 @@ void set(Instance& instance, const ParameterText& text) {
         text.id, normalizedFromText(instance, text, unitSettings(instance), where, kExitWrongUsage));
 }
 
-// Those that depend on others last: --set Atk='2 ms' means the curve and UK of the same call, wherever they
-// stand in it.
 void set(Instance& instance, std::vector<ParameterText> texts) {
-    std::stable_partition(texts.begin(), texts.end(),
-                          [](const ParameterText& text) { return !dependsOnOthers(text.id); });
+    sortForSetting(texts);
     for (const auto& text : texts) {
         set(instance, text);
     }

@@ -1,4 +1,4 @@
-#include "CommandLine/NumberText.h"
+#include "Surround/Settings/NumberText.h"
 #include "Tests/Apps/varno/Support/ProgramTest.h"
 
 #include <nlohmann/json.hpp>

@@ -1,4 +1,4 @@
-#include "CommandLine/CommandError.h"
+#include "Surround/Settings/Suggestion.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,6 @@
-#include "CommandLine/CommandError.h"
+#include "Surround/Settings/Suggestion.h"
+
+#include "Host/HostError.h"
 
 #include <algorithm>
 #include <cctype>
@@ -47,7 +49,7 @@ std::string suggestion(std::string_view unknown, const std::vector<std::string>&
             best = &name;
         }
     }
-    return best == nullptr ? std::string() : "; did you mean " + inQuotes(*best) + "?";
+    return best == nullptr ? std::string() : "; did you mean " + quoted(*best) + "?";
 }
 
 } // namespace varno

@@ -1,5 +1,6 @@
-#ifndef VARNO_APPS_VARNO_COMMANDLINE_NUMBERTEXT_H
-#define VARNO_APPS_VARNO_COMMANDLINE_NUMBERTEXT_H
+/// Numbers as text, the same in every locale.
+#ifndef VARNO_SURROUND_SETTINGS_NUMBERTEXT_H
+#define VARNO_SURROUND_SETTINGS_NUMBERTEXT_H
 
 #include <array>
 #include <charconv>
