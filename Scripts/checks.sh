@@ -44,7 +44,7 @@ declare -A step_title=(
 # The folders that hold C++ of this project, as far as they are there.
 cpp_folders() {
     local folder
-    for folder in Simd Interfaces Libs Source Toolkit Files AudioFile Host Window Surround Apps Formats Resources Tests Benchmarks; do
+    for folder in Simd Interfaces Libs Source Toolkit Files AudioFile Host Window Surround Apps Formats Bindings Resources Tests Benchmarks; do
         [[ ! -d $root/$folder ]] || printf '%s\n' "$folder"
     done
 }
