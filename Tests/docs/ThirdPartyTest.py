@@ -16,7 +16,8 @@ LISTS = {BUILD / "THIRD-PARTY.txt": {PROGRAM / "varno": "varno", PROGRAM / "varn
          BUNDLE / "THIRD-PARTY.txt": {BUNDLE / "varno-s.so": "varno_lv2", BUNDLE / "varno-s-ui.so": "varno_lv2_window"},
          CLAP / "THIRD-PARTY.txt": {CLAP / "varno-s.clap": "varno_clap"}}
 # List -> what the binaries hold without an archive of its own, or with one of the build.
-OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT"}, {"VSTGUI", "Highway", "LV2"}, {"Highway"})))
+OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT", "xxHash"}, {"VSTGUI", "Highway", "LV2"},
+                          {"Highway"})))
 # The Python package, where it is built.
 for binary in BUILD.glob("python/varno/_varno.*.so"):
     LISTS[BUILD / "THIRD-PARTY.txt"][binary] = "varno_python"
@@ -30,6 +31,7 @@ NOTICES = {"VSTGUI": "Neither the name of the Steinberg Media Technologies nor t
            "Highway": "TERMS AND CONDITIONS FOR USE, REPRODUCTION, AND DISTRIBUTION",
            "JSON for Modern C++": "The above copyright notice and this permission notice shall be included in",
            "KISS FFT": "Redistribution and use in source and binary forms, with or without",
+           "xxHash": "Redistribution and use in source and binary forms, with or without modification,",
            "pybind11": "Redistribution and use in source and binary forms, with or without",
            "LV2": "Permission to use, copy, modify, and/or distribute this software for any"}
 

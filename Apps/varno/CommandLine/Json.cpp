@@ -35,6 +35,29 @@ LibraryJson toLibrary(const Json& json) {
         json.value());
 }
 
+Json fromLibrary(const LibraryJson& json) {
+    if (json.is_object()) {
+        Json::Object object;
+        for (const auto& [key, element] : json.items()) {
+            object.emplace_back(key, fromLibrary(element));
+        }
+        return object;
+    }
+    if (json.is_array()) {
+        return jsonArray(json, fromLibrary);
+    }
+    if (json.is_string()) {
+        return json.get<std::string>();
+    }
+    if (json.is_boolean()) {
+        return json.get<bool>();
+    }
+    if (json.is_number_integer()) {
+        return json.get<std::int64_t>();
+    }
+    return json.is_number() ? Json(json.get<double>()) : Json();
+}
+
 } // namespace
 
 std::string jsonText(const Json& json) {
@@ -43,6 +66,14 @@ std::string jsonText(const Json& json) {
 
 std::string jsonLine(const Json& json) {
     return toLibrary(json).dump(kOneLine, ' ', false, LibraryJson::error_handler_t::replace) + '\n';
+}
+
+std::optional<Json::Object> jsonObject(const std::string& text) {
+    const auto json = LibraryJson::parse(text, nullptr, false);
+    if (!json.is_object()) {
+        return std::nullopt;
+    }
+    return std::get<Json::Object>(fromLibrary(json).value());
 }
 
 } // namespace varno

@@ -4,6 +4,7 @@
 #include <concepts>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -59,6 +60,9 @@ std::string jsonText(const Json& json);
 
 /// The same on one line.
 std::string jsonLine(const Json& json);
+
+/// The object that a text is, as scripts gave it back to us; nothing where it is none.
+std::optional<Json::Object> jsonObject(const std::string& text);
 
 } // namespace varno
 

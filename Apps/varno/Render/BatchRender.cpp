@@ -120,7 +120,11 @@ private:
     }
 
     bool isSkipped(const RenderTask& task) const {
-        return mSession.options().skipExisting && isMade(task.output);
+        if (!mSession.options().skipExisting || !isMade(task.output)) {
+            return false;
+        }
+        const RenderRecord* const record = mSession.record();
+        return record == nullptr || record->isUpToDate(task);
     }
 
     // What is left to do afterwards is rendered alone: pipes, which would keep the others waiting, and what

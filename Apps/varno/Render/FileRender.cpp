@@ -146,6 +146,7 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
       mProgress(session.progress(), mOptions.tasks.size()),
       // A pipe receives the audio as it is made, and a pipe as input is read as it is written then.
       mIsToPipe(!mOptions.dryRun && isPipeOutput(task.output)),
+      mOrigin(session.record() == nullptr ? std::nullopt : std::optional(session.record()->originOf(task))),
       mReader(task.content.empty() ? task.input : task.content, {.goOn = throwIfInterrupted,
                                                                  .acceptTruncated = mOptions.acceptTruncated,
                                                                  .whileWritten = mIsToPipe}) {
@@ -156,6 +157,7 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
     }
     mTailFrames = std::llround(mOptions.tailS * mReader.format().rateHz);
     mReport = plannedReport(mOptions, task, mReader, mTailFrames);
+    mReport.origin = std::move(mOrigin);
     const double rateHz = mReport.format.rateHz;
     mEffect = session.makeEffect(mReport.format.channels, rateHz);
     const Instance& instance = mEffect->instance;

@@ -58,6 +58,8 @@ private:
     const RenderOptions& mOptions;
     FileProgress mProgress;
     bool mIsToPipe;
+    /// Of the input before it is read: where it changes meanwhile, it is rendered again the next time.
+    std::optional<RenderOrigin> mOrigin;
     AudioReader mReader;
     std::int64_t mTailFrames = 0; ///< Still to come.
     RenderReport mReport;

@@ -125,7 +125,15 @@ constexpr OptionEntry kRenderOptions[] = {
      .group = "Output",
      .help = "Leave out what has been rendered: inputs whose OUTPUT exists. Outputs appear whole or not at "
              "all, so that a command that was interrupted can be given again. Other settings than before "
-             "are not noticed."},
+             "are noticed with --record alone."},
+    {.name = "--record",
+     .value = "FILE",
+     .kind = ValueKind::kFile,
+     .group = "Output",
+     .help =
+         "Append the summary of each output to this file, as a line of JSON with what the output was made "
+         "of: version, settings, content of the input. --skip-existing then leaves out only what would "
+         "be made of the same, and renders all else again."},
     {.name = "--dry-run",
      .shortName = "-n",
      .group = "Output",
@@ -168,6 +176,8 @@ constexpr ExampleEntry kRenderExamples[] = {
      "A folder of stems, four at a time."},
     {"varno render --out-dir wet --container flac --skip-existing stems/*.wav",
      "To FLAC; only what is missing in the folder."},
+    {"varno render --out-dir wet --skip-existing --record wet.jsonl stems/*.wav",
+     "Only what has changed since the last time: stems, settings, program."},
     {"flac -dc song.flac | varno render --format pcm24 - - | flac - -o wet.flac", "In a pipe."},
     {"arecord -f cd | varno render --block 128 - - | aplay", "Live, until Ctrl-C."},
 };
@@ -229,7 +239,7 @@ public:
 
 private:
     void add(const RenderOptions& options, const std::string& path, const std::string& content) {
-        if (!(options.skipExisting && isMade(path))) {
+        if (!(options.skipExisting && !options.record && isMade(path))) {
             mFiles.emplace_back(path, options.overwrite, throwIfInterrupted).write(content);
         }
     }
@@ -258,8 +268,9 @@ bool writesToStandardOutput(const RenderOptions& options) {
 // after which no other is tried; the outputs stay.
 class ResultPrinter {
 public:
-    explicit ResultPrinter(const RenderOptions& options)
+    ResultPrinter(const RenderOptions& options, const RenderRecord* record)
         : mOptions(options),
+          mRecord(record),
           mToStandardError(writesToStandardOutput(options)) {}
 
     // Where there is no memory for the text, the exit status reports it alone.
@@ -286,6 +297,7 @@ private:
 
     void printResult(const RenderTask& task, const RenderResult& result) {
         if (result.report) {
+            keep(*result.report);
             printReport(*result.report);
             return;
         }
@@ -321,7 +333,20 @@ private:
         }
     }
 
+    // Afterwards the output counts as rendered, so nothing of it may be missing.
+    void keep(const RenderReport& report) {
+        if (mRecord == nullptr || report.isDryRun || report.isSkipped) {
+            return;
+        }
+        try {
+            mRecord->add(reportJson(report));
+        } catch (const FileError& error) {
+            fail(error.what(), kExitWorkFailed);
+        }
+    }
+
     const RenderOptions& mOptions;
+    const RenderRecord* mRecord;
     bool mToStandardError;
     bool mIsCutOff = false;
     int mStatus = kExitSuccess;
@@ -336,9 +361,15 @@ void commitSettings(SavedSettings& saved, ResultPrinter& printer) {
     }
 }
 
-int renderAndPrint(RenderSession& session, RenderOptions& options) {
+int renderAndPrint(RenderSession& session, RenderOptions& options, const Settings& settings,
+                   const std::string& bundle) {
     // An instance of any format checks the settings before anything is written.
     const auto effect = session.makeEffect(kDemoLoopChannels, kDemoLoopRateHz);
+    std::optional<RenderRecord> record;
+    if (options.record) {
+        record.emplace(*options.record, settingsDigest(options, settings, effect->instance, bundle));
+        session.setRecord(*record);
+    }
     SavedSettings saved(options, effect->instance);
     std::vector<AtomicFile*> others = saved.files();
     std::optional<DemoFile> dry;
@@ -346,7 +377,7 @@ int renderAndPrint(RenderSession& session, RenderOptions& options) {
         others.push_back(&dry.emplace().file());
         options.tasks.front().content = dry->file().pathBeforeCommit();
     }
-    ResultPrinter printer(options);
+    ResultPrinter printer(options, session.record());
     bool allSucceeded = true;
     renderAll(session, others, [&](const RenderTask& task, const RenderResult& result) {
         allSucceeded = allSucceeded && result.report.has_value();
@@ -378,7 +409,7 @@ void checkRenderFiles(const RenderOptions& options, const Settings& settings) {
     for (const auto& task : options.tasks) {
         files.addOutput(task.output);
     }
-    for (const auto* output : {&options.meters, &options.savePreset, &options.saveState}) {
+    for (const auto* output : {&options.meters, &options.record, &options.savePreset, &options.saveState}) {
         if (*output) {
             files.addOutput(**output);
         }
@@ -397,7 +428,7 @@ int runRender(const CommandLine& line) {
     int status = kExitSuccess;
     {
         RenderSession session(options, settings, module);
-        status = renderAndPrint(session, options);
+        status = renderAndPrint(session, options, settings, namedModule(line).value_or("").string());
     }
     unloadModule(std::move(module));
     return status;

@@ -47,8 +47,11 @@ void checkTogether(const RenderOptions& options) {
     if (options.meters && options.tasks.size() > 1) {
         throw UsageError("option --meters takes one INPUT, found " + std::to_string(options.tasks.size()));
     }
-    if (options.isDemo && (options.dryRun || options.skipExisting)) {
-        throw UsageError(std::string("option ") + (options.dryRun ? "--dry-run" : "--skip-existing") +
+    if (options.isDemo && (options.dryRun || options.skipExisting || options.record)) {
+        throw UsageError(std::string("option ") +
+                         (options.dryRun         ? "--dry-run"
+                          : options.skipExisting ? "--skip-existing"
+                                                 : "--record") +
                          " needs INPUT and OUTPUT, found none");
     }
 }
@@ -87,6 +90,10 @@ RenderOptions renderOptions(const CommandLine& line) {
     options.json = line.has("--json");
     options.automation = line.value("--automate");
     options.meters = line.value("--meters");
+    options.record = line.value("--record");
+    if (options.record && options.skipExisting) {
+        options.overwrite = Overwrite::kReplace; // outputs that are no longer what would be made
+    }
     options.savePreset = line.value("--save-preset");
     options.saveState = line.value("--save-state");
     checkTogether(options);

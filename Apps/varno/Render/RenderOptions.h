@@ -40,13 +40,14 @@ struct RenderOptions {
     std::optional<SampleFormat> format; ///< Nothing: the input's.
     Dither dither = Dither::kTpdf;
     Overwrite overwrite = Overwrite::kRefuse;
-    bool skipExisting = false;    ///< Tasks whose output exists are done.
+    bool skipExisting = false;    ///< Tasks whose output exists are done; with a record, those that it has.
     bool acceptTruncated = false; ///< Inputs that are shorter than their headers state.
     bool dryRun = false;
     bool quiet = false;
     bool json = false;
     std::optional<std::string> automation; ///< Paths of files.
     std::optional<std::string> meters;
+    std::optional<std::string> record;
     std::optional<std::string> savePreset;
     std::optional<std::string> saveState;
 };

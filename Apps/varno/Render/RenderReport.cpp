@@ -107,6 +107,13 @@ std::string reportJson(const RenderReport& report) {
         json.emplace_back("unusable_samples", report.unusableSamples);
     }
     json.emplace_back("warnings", jsonArray(report.warnings));
+    if (report.origin) {
+        const RenderOrigin& origin = *report.origin;
+        json.emplace_back("made_of",
+                          Json::Object{{"version", origin.version},
+                                       {"settings", origin.settings},
+                                       {"input", origin.input.empty() ? Json() : Json(origin.input)}});
+    }
     return jsonLine(json);
 }
 

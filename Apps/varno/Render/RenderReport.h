@@ -3,6 +3,7 @@
 
 #include "AudioFile/Format.h"
 #include "Render/RenderOptions.h"
+#include "Render/RenderRecord.h"
 
 #include <cstdint>
 #include <optional>
@@ -25,8 +26,9 @@ struct RenderReport {
     /// The largest; nothing where the effect has no such meter or is bypassed throughout.
     std::optional<double> gainReductionDB;
     std::int64_t clippedSamples = 0;
-    std::int64_t unusableSamples = 0;  ///< Of the input: not a number, infinite or above 1e30.
-    std::vector<std::string> warnings; ///< One line each.
+    std::int64_t unusableSamples = 0;   ///< Of the input: not a number, infinite or above 1e30.
+    std::vector<std::string> warnings;  ///< One line each.
+    std::optional<RenderOrigin> origin; ///< Where a record is kept.
 };
 
 /// The summary for people, lines of at most 80 columns unless a name is longer.

@@ -5,6 +5,7 @@
 #include "Host/Oversampling/Oversampling.h"
 #include "Render/ProgressBar.h"
 #include "Render/RenderOptions.h"
+#include "Render/RenderRecord.h"
 #include "Settings/Settings.h"
 
 #include <memory>
@@ -39,6 +40,11 @@ public:
 
     const Module& module() const { return *mModule; }
 
+    /// The record of the command's renders; null where none is kept. Set before the first render, and
+    /// borrowed.
+    const RenderRecord* record() const { return mRecord; }
+    void setRecord(const RenderRecord& record) { mRecord = &record; }
+
     /// Drawn where standard error is a terminal.
     ProgressBar& progress() { return mProgress; }
 
@@ -47,6 +53,7 @@ private:
     const Settings& mSettings;
     std::shared_ptr<Module> mModule;
     std::mutex mModuleCalls; ///< A module is called by one thread at a time.
+    const RenderRecord* mRecord = nullptr;
     ProgressBar mProgress;
 };
 

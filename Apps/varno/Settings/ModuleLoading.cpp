@@ -41,6 +41,10 @@ std::filesystem::path moduleLocation(const std::optional<std::string>& asked,
                     "; expected its path in --module or VARNO_MODULE");
 }
 
+std::optional<std::filesystem::path> namedModule(const CommandLine& line) {
+    return namedBundle(line.value("--module"), environmentVariable(kModuleVariable));
+}
+
 std::filesystem::path moduleBundle(const CommandLine& line) {
     return moduleLocation(line.value("--module"), environmentVariable(kModuleVariable), programFolder());
 }
@@ -50,7 +54,7 @@ std::shared_ptr<Module> loadModule(const CommandLine& line) {
 }
 
 std::shared_ptr<Module> loadEffect(const CommandLine& line) {
-    if (const auto bundle = namedBundle(line.value("--module"), environmentVariable(kModuleVariable))) {
+    if (const auto bundle = namedModule(line)) {
         return openBundle(*bundle);
     }
     return Module::linked(linkedEntryPoints(), effectHostOptions());

@@ -43,6 +43,9 @@ std::filesystem::path moduleLocation(const std::optional<std::string>& asked,
                                      const std::optional<std::string>& fromEnvironment,
                                      const std::filesystem::path& programFolder);
 
+/// The bundle that the user has named, by --module or the environment; nothing where none is named.
+std::optional<std::filesystem::path> namedModule(const CommandLine& line);
+
 /// The bundle for a command line: by --module, the environment or by default. Whether a named one exists is
 /// not checked. @throws WorkError where none is named and none came with the program
 std::filesystem::path moduleBundle(const CommandLine& line);

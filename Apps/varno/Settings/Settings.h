@@ -53,6 +53,9 @@ public:
     /// The files that were read.
     const std::vector<std::string>& files() const { return mFiles; }
 
+    /// What --set gave, in that order.
+    const std::vector<ParameterText>& sets() const { return mSets; }
+
     /// What is unusual about the files, one line each.
     const std::vector<std::string>& warnings() const { return mWarnings; }
 

@@ -29,5 +29,16 @@ TEST(Json, ReplacesWhatIsNotUtf8) {
     EXPECT_EQ(jsonText(Json("a\xff")), "\"a\xEF\xBF\xBD\"\n");
 }
 
+TEST(Json, IsReadAsItWasWritten) {
+    const Json::Object object = {
+        {"b", true}, {"a", Json::Array{1, 2.5, "x", Json()}}, {"c", Json::Object{{"d", -3}}}};
+    const auto read = jsonObject(jsonLine(object));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(jsonLine(*read), jsonLine(object));
+    for (const char* text : {"", "[]", "1", "{", "{\"a\":}", "{} {}"}) {
+        EXPECT_FALSE(jsonObject(text)) << text;
+    }
+}
+
 } // namespace
 } // namespace varno
