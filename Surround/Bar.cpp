@@ -1,5 +1,6 @@
 #include "Surround/Bar.h"
 
+#include "Surround/BarColours.h"
 #include "Surround/BarWidgets.h"
 
 #include "vstgui/lib/cframe.h"
@@ -15,8 +16,6 @@ namespace varno {
 namespace {
 
 using BarLayout::Button;
-
-constexpr VSTGUI::CColor kSheet(0x25, 0x27, 0x2A);
 
 constexpr std::size_t kButtonCount = std::size(BarLayout::kButtons);
 
@@ -91,7 +90,7 @@ void Bar::Widgets::valueChanged(VSTGUI::CControl* control) {
 Bar::Bar(Pressed pressed)
     : mFrame(BarLayout::kWidth, BarLayout::kHeight),
       mWidgets(std::make_unique<Widgets>(std::move(pressed))) {
-    mFrame.get().setBackgroundColor(kSheet);
+    mFrame.get().setBackgroundColor(BarColours::kSheet);
     mWidgets->addTo(mFrame.get());
     show(BarState());
     show(BarMeters());

@@ -133,10 +133,14 @@ void BarControl::undoRemovePreset() {
     change([&] { mPresets.undoRemove(); }, "brought back preset " + name);
 }
 
+bool BarControl::isModuleBypassed(const Instance& instance) {
+    return instance.normalized(cDemoGain_MasterBypassID) > double{kAlgSwitchThreshold};
+}
+
 BarState BarControl::state(const Instance& instance) {
     BarState state;
     state.isBypassed = mOwner.isBypassed();
-    state.isModuleBypassed = instance.normalized(cDemoGain_MasterBypassID) > double{kAlgSwitchThreshold};
+    state.isModuleBypassed = isModuleBypassed(instance);
     state.quality = mOwner.quality();
     state.isB = mEdited.slot() == CompareSlot::kB;
     state.canUndo = mEdited.canUndo();

@@ -52,6 +52,8 @@ public:
     void removePreset();
     void undoRemovePreset();
 
+    /// Whether the module's own bypass is on. @param instance of Varno-S
+    static bool isModuleBypassed(const Instance& instance);
     /// The state of the buttons that press() is for, and of the message.
     BarState state(const Instance& instance);
     /// What a button would do beyond its help: "Gain +3.0 dB" is undone; empty for nothing.

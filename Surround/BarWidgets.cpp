@@ -1,5 +1,7 @@
 #include "Surround/BarWidgets.h"
 
+#include "Surround/BarColours.h"
+
 #include "vstgui/lib/cdrawcontext.h"
 #include "vstgui/lib/cgradient.h"
 
@@ -10,20 +12,7 @@ namespace varno {
 namespace {
 
 using VSTGUI::CColor;
-
-// The colours of the editor's panel.
-constexpr CColor kKeyTop(0x47, 0x4B, 0x50);
-constexpr CColor kKeyBottom(0x30, 0x33, 0x38);
-constexpr CColor kLitTop(0xFF, 0xC2, 0x70);
-constexpr CColor kLitBottom(0xFF, 0x9D, 0x33);
-constexpr CColor kEdge(0x14, 0x15, 0x17);
-constexpr CColor kName(0xEF, 0xEB, 0xE4);
-constexpr CColor kHint(0xC1, 0xBE, 0xB8);
-constexpr CColor kPale(0x7C, 0x7D, 0x80);
-constexpr CColor kInkOnLit(0x22, 0x13, 0x04);
-constexpr CColor kRecess(0x0E, 0x0F, 0x10);
-constexpr CColor kLit(0xFF, 0x9D, 0x33);
-constexpr CColor kTooLoud(0xFF, 0x5A, 0x36);
+using namespace BarColours;
 
 constexpr double kButtonPoints = 11.5;
 constexpr double kLabelPoints = 11.0;
@@ -79,7 +68,7 @@ void BarButton::setCanPress(bool canPress) {
 }
 
 void BarButton::showColours() {
-    setFace(*this, mIsOn ? kLitTop : kKeyTop, mIsOn ? kLitBottom : kKeyBottom);
+    setFace(*this, mIsOn ? kLitTop : kKeyTop, mIsOn ? kLit : kKeyBottom);
     const CColor ink = mIsOn ? kInkOnLit : mCanPress ? kName : kPale;
     setTextColor(ink);
     setTextColorHighlighted(ink);

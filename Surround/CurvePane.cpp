@@ -1,5 +1,6 @@
 #include "Surround/CurvePane.h"
 
+#include "Surround/BarColours.h"
 #include "Surround/BarLayout.h"
 
 #include "vstgui/lib/cdrawcontext.h"
@@ -13,14 +14,6 @@
 
 namespace varno {
 namespace {
-
-constexpr VSTGUI::CColor kSheetOfPane(0x1F, 0x21, 0x24);
-constexpr VSTGUI::CColor kPlot(0x0E, 0x0F, 0x10);
-constexpr VSTGUI::CColor kGrid(0x3A, 0x3D, 0x42);
-constexpr VSTGUI::CColor kUnity(0x6C, 0x6F, 0x74);
-constexpr VSTGUI::CColor kCurve(0xFF, 0x9D, 0x33);
-constexpr VSTGUI::CColor kDot(0xEF, 0xEB, 0xE4);
-constexpr VSTGUI::CColor kText(0xC1, 0xBE, 0xB8);
 
 constexpr int kGridLines = 4; // at every 20 dB, after the first
 constexpr double kDotRadius = 4.0;
@@ -55,12 +48,12 @@ public:
 
     void draw(VSTGUI::CDrawContext* context) override {
         context->setDrawMode(VSTGUI::kAntiAliasing);
-        context->setFillColor(kSheetOfPane);
+        context->setFillColor(BarColours::kPlate);
         context->drawRect(getViewSize(), VSTGUI::kDrawFilled);
-        context->setFillColor(kPlot);
+        context->setFillColor(BarColours::kRecess);
         context->drawRect(plot(), VSTGUI::kDrawFilled);
         context->setFont(VSTGUI::makeOwned<VSTGUI::CFontDesc>(VSTGUI::kNormalFont->getName(), kTextPoints));
-        context->setFontColor(kText);
+        context->setFontColor(BarColours::kHint);
         drawGrid(*context);
         drawCurve(*context);
         drawDot(*context);
@@ -88,7 +81,7 @@ private:
         for (int line = 0; line <= kGridLines; ++line) {
             const double levelDB = kLowestDB + (kHighestDB - kLowestDB) * line / kGridLines;
             const std::string text = std::to_string(std::lround(levelDB));
-            context.setFrameColor(kGrid);
+            context.setFrameColor(BarColours::kGrid);
             context.drawLine({xOf(levelDB), plot().top}, {xOf(levelDB), plot().bottom});
             context.drawLine({plot().left, yOf(levelDB)}, {plot().right, yOf(levelDB)});
             context.drawString(text.c_str(),
@@ -100,7 +93,7 @@ private:
                                              plot().left - 4.0, yOf(levelDB) + kLineText / 2),
                                VSTGUI::kRightText);
         }
-        context.setFrameColor(kUnity);
+        context.setFrameColor(BarColours::kUnity);
         context.drawLine({plot().left, plot().bottom}, {plot().right, plot().top});
         context.drawString("dB behind Gain \u2192 dB after gain reduction",
                            VSTGUI::CRect(plot().left + kMargin, plot().top + 2.0, plot().right,
@@ -117,7 +110,7 @@ private:
             const VSTGUI::CPoint point(xOf(levelDB), yOf(curve.settledLevel(static_cast<float>(levelDB))));
             i == 0 ? path->beginSubpath(point) : path->addLine(point);
         }
-        context.setFrameColor(kCurve);
+        context.setFrameColor(BarColours::kLit);
         context.setLineWidth(2.0);
         context.drawGraphicsPath(path, VSTGUI::CDrawContext::kPathStroked);
     }
@@ -128,7 +121,7 @@ private:
             const auto path = VSTGUI::owned(context.createGraphicsPath());
             path->addEllipse(VSTGUI::CRect(middle.x - kDotRadius, middle.y - kDotRadius,
                                            middle.x + kDotRadius, middle.y + kDotRadius));
-            context.setFillColor(kDot);
+            context.setFillColor(BarColours::kName);
             context.drawGraphicsPath(path, VSTGUI::CDrawContext::kPathFilled);
         }
     }

@@ -11,8 +11,6 @@
 namespace varno {
 namespace {
 
-constexpr std::uint32_t kDimming = 0x0E0F10;
-
 // As the library's windows do it: what ends within a pixel ends before it.
 int scaled(int length, double scale) {
     return static_cast<int>(length * scale);
@@ -41,7 +39,6 @@ Surround::Surround(XConnection& connection, xcb_window_t parent, Instance& insta
       mSize(mPreferences.size().value_or(SizeSteps::kPlain)),
       mFrame(connection, parent),
       mHolder(connection, mFrame.id()),
-      mDimming(connection, mFrame.id(), kDimming),
       mEditor(instance, mDesktop, [this](PixelSize) { arrange(); }),
       mPlace{connection, mFrame.id()},
       mEditorInput(connection, mHolder.id()),
@@ -159,10 +156,10 @@ void Surround::arrange() {
     const int top = barHeight() + curveHeight();
     mFrame.setArea({0, 0, all.width, all.height});
     mHolder.setArea({0, top, all.width, all.height - top});
-    mDimming.setRows({0, top, all.width, all.height - top});
     mPlace.scale = scale();
     mPlace.barHeight = top;
     mPlace.style.scale = scale();
+    mPlate.reset(); // made anew where it belongs, with the state
     mEditorInput.setScale(scale());
     if (mInput) {
         mInput->arrange();
@@ -271,11 +268,27 @@ void Surround::pressed(BarLayout::Button button) {
     showState();
 }
 
-void Surround::showState() {
-    const bool isBypassed = mOwner.isBypassed();
-    if (isBypassed != mDimming.isShown()) {
-        isBypassed ? mDimming.show() : mDimming.hide();
+// Only the face of Varno-S has a place for it.
+void Surround::showBypass() {
+    if (!mMenus) {
+        return;
     }
+    std::string reason;
+    if (mOwner.isBypassed()) {
+        reason = "the sound passes unchanged";
+    } else if (BarControl::isModuleBypassed(mInstance)) {
+        reason = "the parameter Master Bypass is on";
+    }
+    if (reason != (mPlate ? mPlate->reason() : "")) {
+        mPlate.reset();
+        if (!reason.empty()) {
+            mPlate.emplace(mPlace, reason);
+        }
+    }
+}
+
+void Surround::showState() {
+    showBypass();
     if (!mBar) {
         return;
     }

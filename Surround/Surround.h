@@ -9,6 +9,7 @@
 #include "Surround/Access/AccessBridge.h"
 #include "Surround/Bar.h"
 #include "Surround/BarControl.h"
+#include "Surround/BypassPlate.h"
 #include "Surround/ControlActions.h"
 #include "Surround/CurvePane.h"
 #include "Surround/EditorInput.h"
@@ -21,7 +22,6 @@
 #include "Surround/SurroundMenus.h"
 #include "Surround/SurroundPlace.h"
 #include "Window/HolderWindow.h"
-#include "Window/OverlayWindow.h"
 #include "Window/XConnection.h"
 
 #include <filesystem>
@@ -130,6 +130,7 @@ private:
     void arrange();
     void pressed(BarLayout::Button button);
     void showState();
+    void showBypass();
     double scale() const;
     int barHeight() const;
     int curveHeight() const;
@@ -145,14 +146,14 @@ private:
     MeterReader mMeters;
     double mSize; ///< Relative to the plain size on the desktop, one of kWindowSizes.
     HolderWindow mFrame;
-    HolderWindow mHolder;   ///< Of the editor.
-    OverlayWindow mDimming; ///< Over the editor while it is bypassed.
+    HolderWindow mHolder; ///< Of the editor.
     std::optional<Bar> mBar;
     std::optional<CurvePane> mCurve;
     BarState mState;     ///< As shown last.
     BarMeters mReadings; ///< Likewise.
     EditorView mEditor;
     SurroundPlace mPlace;
+    std::optional<BypassPlate> mPlate; ///< Over the editor while it is bypassed.
     EditorInput mEditorInput;
     ControlActions mControls;
     std::optional<SurroundMenus> mMenus;   ///< With the settings of Varno-S.

@@ -65,14 +65,6 @@ void OverlayWindow::setFrame(const WindowArea& area, int width) {
                     rectangle(0, area.height - line, area.width, line)});
 }
 
-void OverlayWindow::setRows(const WindowArea& area) {
-    std::vector<xcb_rectangle_t> rows;
-    for (int y = 0; y < area.height; y += 2) {
-        rows.push_back(rectangle(0, y, area.width, 1));
-    }
-    setShape(area, rows);
-}
-
 void OverlayWindow::setShape(const WindowArea& area, const std::vector<xcb_rectangle_t>& parts) {
     moveTo(area);
     xcb_shape_rectangles(connection().get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,

@@ -19,9 +19,6 @@ public:
     /// @param area in the parent @param width of the lines, at least 1 pixel; what exceeds half of the
     /// rectangle fills it
     void setFrame(const WindowArea& area, int width);
-    /// Gives it the shape of every second row of a rectangle, the first one too: what is below is dimmed.
-    /// @param area in the parent
-    void setRows(const WindowArea& area);
     /// @param colour 0xRRGGBB
     void setColour(std::uint32_t colour);
 

@@ -20,22 +20,36 @@ protected:
     std::unique_ptr<Subprocess> editFocused(const std::vector<std::string>& arguments = {}) const {
         auto program = editEffect(arguments);
         xcb_set_input_focus(mPerson.connection(), XCB_INPUT_FOCUS_PARENT, window(), XCB_CURRENT_TIME);
-        mPerson.synchronise();
-        pause();
+        EXPECT_TRUE(eventually([&] { return receivesKeys(); }));
         return program;
     }
 };
 
 TEST_F(EditBar, BypassIsSeenAndUndoesItself) {
     const auto program = editFocused();
-    const auto before = picture(kUpperFace);
+    const auto before = picture(kFreeFace);
     click(middleOf(BarLayout::Button::kBypass));
     point({300, 500});
-    EXPECT_TRUE(eventually([&] { return picture(kUpperFace) != before; }));
+    EXPECT_TRUE(eventually([&] { return picture(kFreeFace) != before; }));
     click(middleOf(BarLayout::Button::kBypass));
     point({300, 500});
-    EXPECT_TRUE(eventually([&] { return picture(kUpperFace) == before; }));
+    EXPECT_TRUE(eventually([&] { return picture(kFreeFace) == before; }));
     EXPECT_EQ(settingsOf(*program), "");
+}
+
+TEST_F(EditBar, TheBypassOfTheModuleIsSeenToo) {
+    auto program = editFocused();
+    const auto plain = picture(kFreeFace);
+    close();
+    program->wait();
+    program = editFocused({"--set", "MasterBypassID=1"});
+    const auto ofModule = picture(kFreeFace);
+    EXPECT_NE(ofModule, plain);
+    click(middleOf(BarLayout::Button::kBypass)); // another reason
+    EXPECT_TRUE(eventually([&] { return picture(kFreeFace) != ofModule; }));
+    EXPECT_NE(picture(kFreeFace), plain);
+    close();
+    program->wait();
 }
 
 TEST_F(EditBar, UndoAndRedoByKeysAndButtons) {
@@ -169,13 +183,7 @@ TEST_F(EditBar, CanBeLeftOut) {
 
 TEST_F(EditBar, ADoubleClickResetsAKnob) {
     const auto program = editFocused({"--set", "Gain=0.75"});
-    point(middleOf("Gain"));
-    for (int i = 0; i < 2; ++i) {
-        mPointer.press();
-        mPointer.release();
-        pause();
-    }
-    pause();
+    doubleClick(middleOf("Gain"));
     // Switches count every click.
     point(middleOf("HP"));
     for (int i = 0; i < 3; ++i) {
@@ -229,11 +237,10 @@ TEST_F(EditBar, ControlMakesADragFineFromItsFirstPixel) {
             point({knob.x, knob.y - pixels});
             pause(); // the library asks for each next motion
         }
-        settle();
         mPointer.release();
-        mPointer.hold({});
-        pause();
+        // Held until the end: a late motion is fine too.
         const std::string settings = settingsOf(*program);
+        mPointer.hold({});
         return std::stod(settings.substr(std::string("--set Gain=").size())) - 0.5;
     };
     const double plain = dragged({});

@@ -6,6 +6,9 @@
 #include "Tests/Apps/varno/Support/EffectWindowTest.h"
 #include "Tests/Support/Popups.h"
 
+#include <algorithm>
+#include <fstream>
+
 namespace varno::test {
 
 /// Places are in the program's window, wherever it lies on the screen.
@@ -21,6 +24,37 @@ protected:
     }
     /// Lets the program answer what has happened: its clock has 30 ticks a second.
     static void pause() { std::this_thread::sleep_for(std::chrono::milliseconds(120)); }
+
+    /// Whether the keys reach the program: its unseen window has the focus. On the window around it, they
+    /// would go to the widget library's window under the pointer.
+    bool receivesKeys() const {
+        const XReply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
+            mPerson.connection(), xcb_get_input_focus(mPerson.connection()), nullptr));
+        if (!focus || !isWithin(focus->focus, window())) {
+            return false;
+        }
+        const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), focus->focus), nullptr));
+        return attributes && attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
+    }
+    bool isWithin(xcb_window_t inner, xcb_window_t outer) const {
+        const auto children = mPerson.children(outer);
+        return inner == outer ||
+               std::ranges::any_of(children, [&](xcb_window_t child) { return isWithin(inner, child); });
+    }
+
+    /// Waits until the program has handled all that the server has sent to it: it sleeps, time and again.
+    void awaitIdle(const Subprocess& program) const {
+        constexpr int kTimes = 5;
+        constexpr std::chrono::milliseconds kBetween(10);
+        int times = 0;
+        EXPECT_TRUE(eventually([&] {
+            mPerson.synchronise();
+            times = isAsleep(program) ? times + 1 : 0;
+            std::this_thread::sleep_for(kBetween);
+            return times == kTimes;
+        }));
+    }
 
     /// Waits until what has happened is seen: the face's controls do not change any more.
     void settle() const {
@@ -41,6 +75,15 @@ protected:
         mPointer.press(button);
         pause();
         mPointer.release(button);
+        pause();
+    }
+    void doubleClick(Place place) {
+        point(place);
+        for (int i = 0; i < 2; ++i) {
+            mPointer.press();
+            mPointer.release();
+            pause();
+        }
         pause();
     }
     void wheel(Place place, Button direction, int steps = 1) {
@@ -82,11 +125,25 @@ protected:
     /// Closes the window; what settingsIn() returns then.
     std::string settingsOf(Subprocess& program) const {
         settle();
+        awaitIdle(program);
         close();
         return settingsIn(program.wait());
     }
 
-    static constexpr Area kUpperFace = {0, BarLayout::kHeight, kWidth, 150};
+    /// Whether its window's thread waits.
+    static bool isAsleep(const Subprocess& program) {
+        std::ifstream file("/proc/" + std::to_string(program.pid()) + "/stat");
+        std::string text;
+        std::getline(file, text);
+        const auto nameEnd = text.rfind(')'); // the name may hold anything
+        return nameEnd != std::string::npos && text.compare(nameEnd, 3, ") S") == 0;
+    }
+
+    /// What the artwork leaves free, where the face shows that it is bypassed.
+    static constexpr Area kFreeFace = {
+        DemoGain_ViewLayout::kFreeArea.mLeft, BarLayout::kHeight + DemoGain_ViewLayout::kFreeArea.mTop,
+        DemoGain_ViewLayout::kFreeArea.mRight - DemoGain_ViewLayout::kFreeArea.mLeft,
+        DemoGain_ViewLayout::kFreeArea.mBottom - DemoGain_ViewLayout::kFreeArea.mTop};
 };
 
 } // namespace varno::test
