@@ -1,4 +1,5 @@
 // The automatic matching of the volume, in real time.
+#include "Surround/Settings/EditedSettings.h"
 #include "Tests/Integration/Editor/EditorTest.h"
 
 #include <cmath>
@@ -101,6 +102,23 @@ TEST_F(AutoGain, beginsWithTheNextGestureAndNotWithItsOwnSwitch) {
     pass(std::chrono::milliseconds(700));
     EXPECT_EQ(volume(), 0.5);
     click(*window, "HP");
+    EXPECT_TRUE(awaitVolume(targetOf(1.0, 0.5)));
+}
+
+// It begins with gestures in the editor: what a host sets, as for a value that is typed, may be automation.
+TEST_F(AutoGain, isNotStartedByValuesThatTheHostSets) {
+    CompareSlots slots(settingsOf(*instance));
+    EditedSettings edited(*instance, slots);
+    setLevels(1.0F, 0.5F);
+    edited.set(*settingOf("Hot"), 0.5F);
+    edited.set(*settingOf("HP"), 1.0F);
+    edited.set(*settingOf("Gain"), 0.25F);
+    EXPECT_TRUE(edited.undo());
+    edited.setAll(defaultSettings(*instance), "Preset");
+    instance->setNormalized("ASw", 1.0);
+    pass(std::chrono::milliseconds(700));
+    EXPECT_EQ(volume(), 0.5);
+    click(*window, "UK");
     EXPECT_TRUE(awaitVolume(targetOf(1.0, 0.5)));
 }
 
