@@ -101,7 +101,8 @@ xcb_atom_t EditTest::atom(const std::string& name) const {
     const auto cookie =
         xcb_intern_atom(mPerson.connection(), 0, static_cast<std::uint16_t>(name.size()), name.c_str());
     const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(mPerson.connection(), cookie, nullptr));
-    return reply->atom;
+    EXPECT_TRUE(reply) << "the X server does not answer";
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 } // namespace varno::test

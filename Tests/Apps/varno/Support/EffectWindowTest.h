@@ -48,6 +48,10 @@ protected:
     WindowSize size() const {
         const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
             mPerson.connection(), xcb_get_geometry(mPerson.connection(), window()), nullptr));
+        if (!geometry) {
+            ADD_FAILURE() << "the program has no window";
+            return {};
+        }
         return {geometry->width, geometry->height};
     }
 
