@@ -30,7 +30,7 @@ declare -A step_title=(
     [tidy-tests]="clang-tidy finds nothing in the tests and the measurements"
     [asan-ubsan]="all tests of the product under the address and undefined-behaviour sanitizers"
     [tsan]="the threaded tests under the thread sanitizer"
-    [hosts]="LV2 and CLAP hosts and JACK, as Debian has them, load the effect and give the samples of its own program"
+    [hosts]="LV2 and CLAP hosts and JACK, as Debian has them, load the effect and give the samples of its own program; Dask, parallel and Slurm share a batch"
     [coverage]="line coverage of Interfaces, Libs and Source"
     [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
     [libcxx]="the tests of signal path, library layer and data model, clang with LLVM's standard library"
@@ -67,7 +67,7 @@ step_guards() { lint Scripts/check-guards .; }
 step_includes() { lint Scripts/check-includes .; }
 step_comments() { lint Scripts/check-interface-comments Interfaces; }
 step_text() { lint Scripts/check-text .; }
-step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/draw-pictures Scripts/fetch-vstgui Scripts/make-debian; }
+step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/draw-pictures Scripts/fetch-vstgui Scripts/make-debian examples/batch/slurm-batch.sh; }
 step_headers() { build_preset release varno_headers; }
 step_tidy() {
     local folders

@@ -68,7 +68,7 @@ class FixtureProject(unittest.TestCase):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="varno-run-")).resolve()
         self.addCleanup(shutil.rmtree, self.folder)
         self.root = self.folder / "project"
-        for folder in ("Scripts", "cmake"):
+        for folder in ("Scripts", "cmake", "examples"):
             shutil.copytree(ROOT / folder, self.root / folder)
         for file in ("run", "CMakePresets.json", ".clang-format", ".clang-tidy"):
             shutil.copy(ROOT / file, self.root / file)

@@ -43,8 +43,10 @@ def read_wav(path):
         offset += 8 + size + size % 2
 
 
-def varno(*arguments, **options):
-    return subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, text=True, check=True, **options).stdout
+def varno(*arguments):
+    # Under sanitizers the program contains what Python has to load before.
+    environment = {name: value for name, value in os.environ.items() if name not in ("LD_PRELOAD", "ASAN_OPTIONS")}
+    return subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, text=True, check=True, env=environment).stdout
 
 
 def rendered(folder, sound, *options, rate=RATE):
