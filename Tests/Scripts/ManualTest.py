@@ -62,6 +62,7 @@ class ManualTest(FixtureProject):
                    CMAKE.format(name="varno_artwork", source="../../Apps/varno/main.cpp", calls=self.calls))
         # What it holds the manual to is tested with the real one.
         self.write("Scripts/manual-figures", f'#!/bin/bash\nprintf "%s\\n" "$@" >"{self.folder}/figures"\nexit "${{FIGURES_FAIL:-0}}"\n')
+        self.write("Scripts/preset-figures", f'#!/bin/bash\nprintf "%s\\n" "$@" >"{self.folder}/presets"\nexit "${{PRESETS_FAIL:-0}}"\n')
         # The window is used in Tests/Apps/varno; here it matters what becomes of its pictures.
         self.write("Scripts/draw-window", WINDOW)
         (self.root / "Scripts/draw-window").chmod(0o755)
@@ -113,12 +114,18 @@ class ManualTest(FixtureProject):
         self.assertEqual(self.run_script("manual").returncode, 0)
         self.assertEqual((self.folder / "figures").read_text().splitlines(),
                          [str(self.root / "build/program/Apps/varno/varno"), str(self.root / "docs/manual.md")])
+        self.assertEqual((self.folder / "presets").read_text().splitlines(),
+                         [str(self.root / "build/program/Apps/varno/varno"), str(self.root / "docs/presets.md")])
 
     def test_fails_with_the_figures(self):
-        os.environ["FIGURES_FAIL"] = "1"
-        self.addCleanup(os.environ.pop, "FIGURES_FAIL")
-        done = self.run_script("manual")
-        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        for part in ("FIGURES_FAIL", "PRESETS_FAIL"):
+            with self.subTest(part):
+                os.environ[part] = "1"
+                try:
+                    done = self.run_script("manual")
+                finally:
+                    del os.environ[part]
+                self.assertEqual((done.returncode, done.stdout), (1, ""))
 
     def test_fails_with_the_window(self):
         os.environ["WINDOW_FAIL"] = "1"
