@@ -62,6 +62,7 @@ struct PixelSize {
 
     /// Whether there is nothing to show.
     bool isEmpty() const { return width < 1 || height < 1; }
+    bool operator==(const PixelSize&) const = default;
 };
 
 /// An editor in an X11 window of a front end: view container, editor and timer calls. [main]

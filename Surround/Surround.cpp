@@ -211,6 +211,27 @@ double Surround::fitting(double size) const {
     return std::max(fits, std::min(size, SizeSteps::kPlain));
 }
 
+// As the library's windows take it.
+PixelSize Surround::sizeAt(double size) const {
+    const double factor = mOuterDesktop.scale() * size;
+    return {scaled(FaceLayout::kWidth, factor), scaled(FaceLayout::kHeight, factor) +
+                                                    (mBar ? scaled(BarLayout::kHeight, factor) : 0) +
+                                                    (mCurve ? scaled(CurvePane::kHeight, factor) : 0)};
+}
+
+double Surround::stepWithin(PixelSize room) const {
+    double chosen = kWindowSizes.front();
+    for (const double size : kWindowSizes) {
+        const PixelSize needed = sizeAt(size);
+        chosen = needed.width <= room.width && needed.height <= room.height ? size : chosen;
+    }
+    return chosen;
+}
+
+PixelSize Surround::sizeWithin(PixelSize room) const {
+    return sizeAt(stepWithin(room));
+}
+
 void Surround::chooseSize(double size) {
     const double fits = fitting(size);
     if (fits != size) {

@@ -101,6 +101,10 @@ public:
     /// Answers what the editor has requested, in the place of Instance::idle(), once in each turn of an event
     /// loop.
     void settle() { mEdited.settle(); }
+    /// The size of everything at the largest of kWindowSizes that fits into a room, or at the smallest.
+    PixelSize sizeWithin(PixelSize room) const;
+    /// Takes that size, for a front end whose user resizes the window around it.
+    void resizeWithin(PixelSize room) { chooseSize(stepWithin(room)); }
     /// The desktop has another scale.
     void desktopScaled() { reopen(); }
     /// Shows a message in the bar until the next.
@@ -126,6 +130,8 @@ private:
     void showMeters();
     void chooseSize(double size);
     double fitting(double size) const;
+    PixelSize sizeAt(double size) const;
+    double stepWithin(PixelSize room) const;
     void reopen();
     void arrange();
     void pressed(BarLayout::Button button);

@@ -112,9 +112,7 @@ std::vector<std::uint32_t> windowIcon(const fs::path& resources) {
 }
 
 void setWindowProperties(XConnection& connection, xcb_window_t window, const WindowProperties& properties) {
-    const auto utf8 = connection.atom("UTF8_STRING");
-    setText(connection, window, connection.atom("_NET_WM_NAME"), utf8, properties.title);
-    setText(connection, window, XCB_ATOM_WM_NAME, utf8, properties.title);
+    setWindowTitle(connection, window, properties.title);
     setText(connection, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, {kClass, std::size(kClass)});
     setProcess(connection, window);
     setTakesFocus(connection, window);
@@ -125,6 +123,16 @@ void setWindowProperties(XConnection& connection, xcb_window_t window, const Win
     if (!properties.icon.empty()) {
         setWords(connection, window, connection.atom("_NET_WM_ICON"), XCB_ATOM_CARDINAL, properties.icon);
     }
+}
+
+void setWindowTitle(XConnection& connection, xcb_window_t window, const std::string& title) {
+    const auto utf8 = connection.atom("UTF8_STRING");
+    setText(connection, window, connection.atom("_NET_WM_NAME"), utf8, title);
+    setText(connection, window, XCB_ATOM_WM_NAME, utf8, title);
+}
+
+void setTransientFor(XConnection& connection, xcb_window_t window, xcb_window_t other) {
+    setWords(connection, window, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, {other});
 }
 
 void setOnlySize(XConnection& connection, xcb_window_t window, WindowSize size) {

@@ -37,6 +37,12 @@ struct WindowProperties {
 /// close and checks that it responds.
 void setWindowProperties(XConnection& connection, xcb_window_t window, const WindowProperties& properties);
 
+/// Changes a window's title. @param title UTF-8
+void setWindowTitle(XConnection& connection, xcb_window_t window, const std::string& title);
+
+/// Has the desktop keep a window above another one, which it belongs to.
+void setTransientFor(XConnection& connection, xcb_window_t window, xcb_window_t other);
+
 /// Sets this size as the only one of the window.
 void setOnlySize(XConnection& connection, xcb_window_t window, WindowSize size);
 

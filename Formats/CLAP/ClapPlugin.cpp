@@ -2,6 +2,8 @@
 
 #include "Shared/SharedModule.h"
 
+#include <utility>
+
 namespace varno {
 
 namespace {
@@ -16,6 +18,7 @@ InstanceSetup settingsSetup(std::int32_t channels) {
 
 ClapPlugin::~ClapPlugin() {
     const SharedModule shared;
+    mWindow.reset();
     mAudio.reset();
     mSettings.reset();
 }
@@ -31,14 +34,16 @@ void ClapPlugin::init() {
     }
 }
 
-std::int32_t ClapPlugin::quality() const {
-    return qualityFactor(mValues->value(mParameters->quality()));
+Quality ClapPlugin::quality() const {
+    const std::int32_t wish = qualityFactor(mValues->value(mParameters->quality()));
+    const SampleRateRange& rates = mSettings->module().options().sampleRates;
+    return {wish, fittingFactor(wish, rates, mSampleRateHz), mSampleRateHz};
 }
 
 void ClapPlugin::activate(double sampleRateHz) {
     const SharedModule shared;
     const RunSetup setup{
-        .channels = mChannels, .sampleRateHz = sampleRateHz, .quality = quality(), .isOffline = mIsOffline};
+        .channels = mChannels, .sampleRateHz = sampleRateHz, .quality = quality().wish, .isOffline = mIsOffline};
     mAudio = std::make_unique<AudioSide>(mSettings->sharedModule(), setup,
                                          AudioSide::Surroundings{*mParameters, *mValues, mHost});
     mSampleRateHz = sampleRateHz;
@@ -91,10 +96,28 @@ void ClapPlugin::takeHostValues() {
         return;
     }
     for (std::size_t index = 0; index < mParameters->effectParameters(); ++index) {
-        if (mValues->take(index, ValueExchange::kForWindow) != 0) {
+        if (mValues->take(index, ValueExchange::kForWindow) == 0) {
+            continue;
+        }
+        if (mValues->isHeld(index)) {
+            mValues->mark(index, ValueExchange::kForWindow);
+        } else {
             mSettings->setNormalized((*mParameters)[index].row->mIdentifier, double{mValues->value(index)});
         }
     }
+}
+
+// Nothing processes the settings, so that the meters' taps belong to this thread.
+void ClapPlugin::showMeters() {
+    MeterBank& meters = mSettings->meters();
+    for (std::size_t tap = 0; tap < meters.ids().size(); ++tap) {
+        meters.taps()[tap] = isActive() ? mAudio->meter(tap) : 0.0F;
+    }
+    meters.afterBuffer(0);
+}
+
+void ClapPlugin::setWindow(std::unique_ptr<PluginWindowBase> window) {
+    mWindow = std::move(window);
 }
 
 void ClapPlugin::set(std::size_t parameter, float value) {
@@ -106,7 +129,7 @@ std::vector<std::byte> ClapPlugin::save(Extent extent) {
     takeHostValues();
     StateRecord record{mSettings->save(), {}};
     if (extent == Extent::kAll) {
-        record.plugin = {isOn(mValues->value(mParameters->bypass())), quality()};
+        record.plugin = {isOn(mValues->value(mParameters->bypass())), quality().wish};
     }
     return bytesOf(record);
 }

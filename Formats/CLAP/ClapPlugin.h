@@ -7,10 +7,12 @@
 #include "CLAP/Clap/Plugin.h"
 #include "CLAP/HostCalls.h"
 #include "CLAP/ParameterList.h"
+#include "CLAP/PluginWindowBase.h"
 #include "CLAP/StateRecord.h"
 #include "CLAP/ValueExchange.h"
 #include "DemoGain_ValueText.h"
 #include "Host/Instance.h"
+#include "Surround/Settings/QualityText.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -69,6 +71,22 @@ public:
     /// @throws HostError where it is refused [main]
     void load(std::span<const std::byte> bytes, Extent extent);
 
+    // What a window works with.
+
+    /// The instance on the main thread. [main]
+    Instance& settings() { return *mSettings; }
+    ValueExchange& values() { return *mValues; }
+    /// The quality that was chosen, and what of it the rate of the last activation allows. [main]
+    Quality quality() const;
+    /// Gives the settings what the host has changed. What the user holds waits until it is let go. [main]
+    void takeHostValues();
+    /// Has the meters of the settings show those of the audio thread. [main]
+    void showMeters();
+    /// The window, null for none. [main]
+    PluginWindowBase* window() { return mWindow.get(); }
+    /// Takes a window, or ends the present one. [main]
+    void setWindow(std::unique_ptr<PluginWindowBase> window);
+
     /// Frames of latency while it is active; before, of the last time. [main]
     std::int32_t latencyFrames() const { return isActive() ? mAudio->latencyFrames() : mLatencyFrames; }
     /// Whether the next activation is for a file instead of listeners. [main]
@@ -76,8 +94,6 @@ public:
 
 private:
     DemoGain_ValueText::Settings unitSettings() const;
-    std::int32_t quality() const;
-    void takeHostValues();
     void set(std::size_t parameter, float value);
 
     HostCalls mHost;
@@ -86,6 +102,7 @@ private:
     std::optional<ParameterList> mParameters;
     std::optional<ValueExchange> mValues;
     std::unique_ptr<AudioSide> mAudio;
+    std::unique_ptr<PluginWindowBase> mWindow;
     double mSampleRateHz = kDefaultSampleRateHz; ///< Of the last activation.
     std::int32_t mLatencyFrames = 0;             ///< Likewise.
     bool mIsOffline = false;

@@ -1,4 +1,5 @@
 // The symbol that a host looks for, and the factory of the plug-ins.
+#include "CLAP/BinaryFolder.h"
 #include "CLAP/Clap/Plugin.h"
 #include "CLAP/PluginTable.h"
 #include "CLAP/Plugins.h"
@@ -39,8 +40,13 @@ const clap_plugin_t* createPlugin(const clap_plugin_factory_t* /*factory*/, cons
 constexpr clap_plugin_factory_t kFactory = {pluginCount, pluginDescriptor, createPlugin};
 
 // Nothing is made here, so that hosts may call both as often as they like.
-bool initEntry(const char* /*path*/) noexcept {
-    return true;
+bool initEntry(const char* path) noexcept {
+    try {
+        setBinaryPath(path == nullptr ? "" : path);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 void deinitEntry() noexcept {

@@ -24,6 +24,12 @@ void HostCalls::requestRestart() const noexcept {
     }
 }
 
+void HostCalls::requestCallback() const noexcept {
+    if (mHost.request_callback != nullptr) {
+        mHost.request_callback(&mHost);
+    }
+}
+
 void HostCalls::requestFlush() const noexcept {
     if (mParams != nullptr && mParams->request_flush != nullptr) {
         mParams->request_flush(&mHost);

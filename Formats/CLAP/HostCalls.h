@@ -16,6 +16,8 @@ public:
 
     /// Looks for what the host offers, once, within the plug-in's init(). [main]
     void connect() noexcept;
+    /// The host itself, for the functions of its extensions. [any]
+    const clap_host_t& table() const noexcept { return mHost; }
     /// An extension's functions; null where the host has none. [any]
     template<class Extension>
     const Extension* extension(const char* id) const noexcept {
@@ -28,6 +30,8 @@ public:
     void logError(const char* text) const noexcept;
     /// Has the plug-in deactivated and activated. [any]
     void requestRestart() const noexcept;
+    /// Has on_main_thread() called. [any]
+    void requestCallback() const noexcept;
     /// Has the host exchange events with the plug-in. [any], not [audio]
     void requestFlush() const noexcept;
     /// Has the host read all values again. [main]

@@ -2,6 +2,7 @@
 
 #include "CLAP/Clap/Extensions.h"
 #include "CLAP/StateStreams.h"
+#include "CLAP/Window/WindowExtensions.h"
 
 #include <cmath>
 #include <cstring>
@@ -197,7 +198,7 @@ const void* pluginExtension(std::string_view id) noexcept {
             return row.table;
         }
     }
-    return nullptr;
+    return windowExtension(id);
 }
 
 } // namespace varno

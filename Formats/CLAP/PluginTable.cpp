@@ -55,7 +55,12 @@ const void* extension(const clap_plugin_t* /*table*/, const char* id) noexcept {
     return id == nullptr ? nullptr : pluginExtension(id);
 }
 
-void onMainThread(const clap_plugin_t* /*table*/) noexcept {
+void onMainThread(const clap_plugin_t* table) noexcept {
+    guarded(table, [](ClapPlugin& plugin) {
+        if (plugin.window() != nullptr) {
+            plugin.window()->turn();
+        }
+    });
 }
 
 } // namespace

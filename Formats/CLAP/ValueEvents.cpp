@@ -57,28 +57,33 @@ void EventSender::send(const ParameterList& parameters, ValueExchange& values,
     }
     for (std::size_t index = 0; index < parameters.size(); ++index) {
         const std::uint32_t changes = values.take(index, kOfHost | Change::kHeld);
-        const clap_id id = parameters[index].id;
-        std::uint32_t left = changes & kOfHost;
-        bool hasRoom = true;
-        if ((changes & Change::kTouched) != 0 && mIsTouched[index] == 0) {
-            hasRoom = sendGesture(*out, id, CLAP_EVENT_PARAM_GESTURE_BEGIN);
-            mIsTouched[index] = hasRoom ? 1 : 0;
-        }
-        if (hasRoom) {
-            left &= ~std::uint32_t{Change::kTouched};
-        }
-        if (hasRoom && (changes & Change::kForHost) != 0) {
-            hasRoom = sendValue(*out, id, hostValueOf(parameters[index], values.value(index)));
-            left &= hasRoom ? ~std::uint32_t{Change::kForHost} : left;
-        }
-        if (hasRoom && (changes & Change::kHeld) == 0 && mIsTouched[index] != 0) {
-            hasRoom = sendGesture(*out, id, CLAP_EVENT_PARAM_GESTURE_END);
-            mIsTouched[index] = hasRoom ? 0 : 1;
-        }
-        if (!hasRoom) {
-            values.mark(index, left | (left == 0 ? std::uint32_t{Change::kTouched} : 0));
+        const double value = hostValueOf(parameters[index], values.value(index));
+        if (const std::uint32_t left = sendOne(*out, index, {parameters[index].id, value}, changes)) {
+            values.mark(index, left);
         }
     }
+}
+
+// Returns what found no room.
+std::uint32_t EventSender::sendOne(const clap_output_events_t& out, std::size_t index, const Present& present,
+                                   std::uint32_t changes) noexcept {
+    char& isTouched = mIsTouched[index];
+    if ((changes & Change::kTouched) != 0 && isTouched == 0) {
+        if (!sendGesture(out, present.id, CLAP_EVENT_PARAM_GESTURE_BEGIN)) {
+            return changes & kOfHost;
+        }
+        isTouched = 1;
+    }
+    if ((changes & Change::kForHost) != 0 && !sendValue(out, present.id, present.value)) {
+        return Change::kForHost;
+    }
+    if ((changes & Change::kHeld) == 0 && isTouched != 0) {
+        if (!sendGesture(out, present.id, CLAP_EVENT_PARAM_GESTURE_END)) {
+            return Change::kTouched; // has it called again
+        }
+        isTouched = 0;
+    }
+    return 0;
 }
 
 } // namespace varno

@@ -7,6 +7,7 @@
 #include "CLAP/ValueExchange.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -30,6 +31,14 @@ public:
               const clap_output_events_t* out) noexcept;
 
 private:
+    struct Present {
+        clap_id id;
+        double value;
+    };
+
+    std::uint32_t sendOne(const clap_output_events_t& out, std::size_t index, const Present& present,
+                          std::uint32_t changes) noexcept;
+
     std::vector<char> mIsTouched; ///< As the host was told.
 };
 

@@ -19,8 +19,8 @@ class QtractorScanTest(HostTest):
                          [["Varno-S Mono", "1:1", "0:0", "15:0"], ["Varno-S Stereo", "2:2", "0:0", "15:0"]])
         self.assertEqual([row[6:8] for row in found], [[BINARY, "0"], [BINARY, "1"]])
         for row in found:
-            # A state of its own, and real time.
-            self.assertEqual(row[5].split(","), ["EXT", "RT"])
+            # A window, a state of its own, and real time.
+            self.assertEqual(row[5].split(","), ["GUI", "EXT", "RT"])
 
     def test_finds_nothing_in_another_binary(self):
         self.assertEqual([line for line in self.scan(SCANNER) if line.startswith("CLAP|")], [])

@@ -82,7 +82,7 @@ TEST_P(Binaries, areProtected) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, Binaries,
-    testing::Values(Binary{VARNO_LV2_BINARY, kC}, Binary{VARNO_CLAP_BINARY, kC},
+    testing::Values(Binary{VARNO_LV2_BINARY, kC}, Binary{VARNO_CLAP_BINARY, kC + kWindow},
                     Binary{VARNO_LV2_WINDOW_BINARY, kC + kWindow}, Binary{VARNO_MODULE_BINARY, kC + kWindow},
                     Binary{VARNO_PROGRAM, kC + kCxx + kSoundFiles},
                     Binary{VARNO_WINDOW_PROGRAM, kC + kCxx + kSoundFiles + kSampleRates + kWindow}));

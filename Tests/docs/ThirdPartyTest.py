@@ -17,7 +17,7 @@ LISTS = {BUILD / "THIRD-PARTY.txt": {PROGRAM / "varno": "varno", PROGRAM / "varn
          CLAP / "THIRD-PARTY.txt": {CLAP / "varno-s.clap": "varno_clap"}}
 # List -> what the binaries hold without an archive of its own, or with one of the build.
 OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT", "xxHash"}, {"VSTGUI", "Highway", "LV2"},
-                          {"Highway"})))
+                          {"VSTGUI", "Highway"})))
 # The Python package, where it is built.
 for binary in BUILD.glob("python/varno/_varno.*.so"):
     LISTS[BUILD / "THIRD-PARTY.txt"][binary] = "varno_python"

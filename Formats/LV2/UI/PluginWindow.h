@@ -6,8 +6,7 @@
 #include "Host/ViewContainer.h"
 #include "LV2/UI/HostOffer.h"
 #include "LV2/UI/HostPorts.h"
-#include "Surround/Surround.h"
-#include "Window/EditorWindow.h"
+#include "Shared/Window/EffectWindow.h"
 #include "Window/XConnection.h"
 
 #include <filesystem>
@@ -43,7 +42,7 @@ struct WindowSource {
 
 /// The module's own editor with the bar above it, for an instance that holds settings and meters and
 /// processes no audio: in the host's window, or in a window of its own where the host offers none. [main]
-class PluginWindow : private SurroundOwner {
+class PluginWindow : private EffectWindowOwner {
 public:
     /// Opens it; a window of its own is not shown yet. Requests the size from a host that can resize its
     /// window.
@@ -56,37 +55,28 @@ public:
     ~PluginWindow() override = default;
 
     /// The X11 window for the host: what it shows in the host's window, else its own.
-    xcb_window_t id() const { return mShell ? mShell->id() : mSurround->id(); }
+    xcb_window_t id() const { return mWindow->id(); }
     /// See HostPorts::arrived.
     void portChanged(std::uint32_t index, float value) { mPorts.arrived(index, value); }
-    /// Handles what has arrived since the last call. Returns whether it is still open: the user may have
-    /// closed a window of its own, which can be shown again, or the display may be lost.
+    /// See EffectWindow::idle.
     bool idle();
     /// Shows and hides a window of its own; false for one in the host's window.
-    bool show();
-    bool hide();
+    bool show() { return mWindow->show(); }
+    bool hide() { return mWindow->hide(); }
 
 private:
-    void resize(PixelSize size) override;
+    void resized(xcb_window_t window, PixelSize size) override;
     bool isBypassed() const override { return mPorts.isBypassed(); }
     void setBypassed(bool isBypassed) override { mPorts.setBypassed(isBypassed); }
     Quality quality() const override;
     void setQuality(std::int32_t factor) override { mPorts.setQuality(factor); }
-    void save() override {} ///< The host saves.
-
-    xcb_window_t openShell(const HostOffer& offer, const std::filesystem::path& resources);
-    void handleEvents();
 
     XConnection mConnection;
     Instance mInstance;
     HostPorts mPorts;
-    CompareSlots mSlots;
     const LV2UI_Resize* mResize;
-    std::optional<EditorWindow> mShell; ///< The window of its own, where the host offers none.
-    bool mIsClosed = false;             ///< By the user.
-    bool mIsLost = false;               ///< The window of its own or its display is lost.
     IdleDesktop mDesktop;
-    std::optional<Surround> mSurround;
+    std::optional<EffectWindow> mWindow;
 };
 
 } // namespace varno

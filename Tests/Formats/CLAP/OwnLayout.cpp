@@ -1,5 +1,6 @@
 // The declarations of this tree.
 #include "CLAP/Clap/Extensions.h"
+#include "CLAP/Clap/Gui.h"
 #include "CLAP/Clap/Plugin.h"
 #include "Tests/Formats/CLAP/LayoutRows.h"
 
