@@ -42,8 +42,10 @@ Quality ClapPlugin::quality() const {
 
 void ClapPlugin::activate(double sampleRateHz) {
     const SharedModule shared;
-    const RunSetup setup{
-        .channels = mChannels, .sampleRateHz = sampleRateHz, .quality = quality().wish, .isOffline = mIsOffline};
+    const RunSetup setup{.channels = mChannels,
+                         .sampleRateHz = sampleRateHz,
+                         .quality = quality().wish,
+                         .isOffline = mIsOffline};
     mAudio = std::make_unique<AudioSide>(mSettings->sharedModule(), setup,
                                          AudioSide::Surroundings{*mParameters, *mValues, mHost});
     mSampleRateHz = sampleRateHz;

@@ -2,6 +2,7 @@
 
 #include "Host/Oversampling/RateConverter.h"
 #include "Shared/GlidingValues.h"
+#include "Surround/Settings/QualityText.h"
 #include "Surround/Settings/SettingValues.h"
 
 #include <algorithm>
@@ -25,10 +26,6 @@ ListedParameter listed(const ParameterInfo& info) {
 
 double placeOf(const ListedParameter& parameter, double value) noexcept {
     return std::clamp(std::round(value), 0.0, parameter.highest());
-}
-
-std::string qualityText(std::int32_t factor) {
-    return std::to_string(factor) + "x";
 }
 
 // As "on" and "off" are read elsewhere.
@@ -104,7 +101,7 @@ std::string hostText(const ListedParameter& parameter, double value,
                      const DemoGain_ValueText::Settings& settings) {
     const double normalized = parameter.isStepped() ? placeOf(parameter, value) / parameter.highest() : value;
     if (parameter.kind == ListedParameter::Kind::kQuality) {
-        return qualityText(qualityFactor(static_cast<float>(normalized)));
+        return qualityName(qualityFactor(static_cast<float>(normalized)));
     }
     return DemoGain_ValueText::Write(rowOf(parameter), normalized, settings);
 }
@@ -112,12 +109,8 @@ std::string hostText(const ListedParameter& parameter, double value,
 std::optional<double> hostValueFromText(const ListedParameter& parameter, std::string_view text,
                                         const DemoGain_ValueText::Settings& settings) {
     if (parameter.kind == ListedParameter::Kind::kQuality) {
-        for (const std::int32_t factor : kOversamplingFactors) {
-            if (text == qualityText(factor) || text == std::to_string(factor)) {
-                return static_cast<double>(stagesOf(factor));
-            }
-        }
-        return std::nullopt;
+        const auto factor = qualityNamed(text);
+        return factor ? std::optional(static_cast<double>(stagesOf(*factor))) : std::nullopt;
     }
     const std::optional<double> normalized = DemoGain_ValueText::Parse(rowOf(parameter), text, settings);
     if (!normalized) {

@@ -1,7 +1,7 @@
 // The entry point of the window's binary: one function, which describes one window.
 #include "LV2/Ports.h"
-#include "Shared/SharedModule.h"
 #include "LV2/UI/PluginWindow.h"
+#include "Shared/SharedModule.h"
 
 #include <algorithm>
 #include <cstdint>

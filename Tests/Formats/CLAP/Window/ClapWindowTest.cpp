@@ -1,9 +1,9 @@
 // What a host and a person see of the window, and what the host receives of what the person does.
 #include "Tests/Formats/CLAP/Window/ClapWindowTest.h"
 
-#include "Surround/BarLayout.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Support/Popups.h"
 #include "Tests/Support/XServer.h"
 
 #include <cstdlib>
@@ -77,9 +77,16 @@ void ClapWindowTest::click(ClapWindowHost& host, const std::string& id) {
     release(host);
 }
 
+void ClapWindowTest::clickBar(ClapWindowHost& host, BarLayout::Button button) {
+    const Box box = BarLayout::row(button).place;
+    pointAt(host, {box.x + box.width / 2, box.y + box.height / 2});
+    press(host);
+    release(host);
+}
+
 namespace {
 
-// Values of the plug-in's own sound.
+// A buffer of silence.
 void processOnce(HostedClap& plugin) {
     std::vector<float> left(64);
     std::vector<float> right(64);
@@ -137,13 +144,31 @@ TEST_F(ClapWindowTest, showsALoadedState) {
 TEST_F(ClapWindowTest, bypassesWithTheBar) {
     ClapWindowHost host(client);
     expectShown(host);
-    const Box box = BarLayout::row(BarLayout::Button::kBypass).place;
-    pointAt(host, {box.x + box.width / 2, box.y + box.height / 2});
-    press(host);
-    release(host);
+    clickBar(host, BarLayout::Button::kBypass);
     processOnce(host.plugin());
     EXPECT_EQ(host.plugin().takeSent(), SentEvents{"0=1."});
     EXPECT_EQ(host.plugin().value("Bypass"), 1.0);
+}
+
+// By a row of the menu: its heading is the first.
+TEST_F(ClapWindowTest, changesTheQualityWithTheBarAndHasTheHostRestartIt) {
+    constexpr int kRows = 5;
+    constexpr int kFourTimes = 3;
+    ClapWindowHost host(client);
+    expectShown(host);
+    clickBar(host, BarLayout::Button::kQuality);
+    ASSERT_TRUE(await(host, [&] { return shownPopup(client, kMenuType).width > 0; }));
+    const Area menu = shownPopup(client, kMenuType);
+    pointer.move({menu.middle().x, menu.y + menu.height * (2 * kFourTimes + 1) / (2 * kRows)});
+    press(host);
+    release(host);
+    EXPECT_TRUE(await(host, [&] { return host.plugin().value("Quality") == 2.0; }));
+    EXPECT_EQ(host.plugin().latency(), 1U);
+    processOnce(host.plugin());
+    EXPECT_EQ(host.plugin().takeSent(), SentEvents{"1000=2."});
+    EXPECT_EQ(host.host().restarts, 1);
+    host.plugin().activate();
+    EXPECT_EQ(host.plugin().latency(), 46U);
 }
 
 // The host's value for a control waits while the user holds it.

@@ -2,6 +2,7 @@
 #ifndef VARNO_TESTS_FORMATS_CLAP_WINDOW_CLAPWINDOWTEST_H
 #define VARNO_TESTS_FORMATS_CLAP_WINDOW_CLAPWINDOWTEST_H
 
+#include "Surround/BarLayout.h"
 #include "Tests/Formats/CLAP/Window/ClapWindowHost.h"
 #include "Tests/Support/Eventually.h"
 
@@ -35,6 +36,7 @@ protected:
     void press(ClapWindowHost& host);
     void release(ClapWindowHost& host);
     void click(ClapWindowHost& host, const std::string& id);
+    void clickBar(ClapWindowHost& host, BarLayout::Button button);
 
     const XClient client;
     Pointer pointer{client};
