@@ -1,5 +1,6 @@
 #include "Tests/Support/XClient.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 
@@ -69,6 +70,23 @@ void XClient::fill(xcb_window_t window, const Area& area, std::uint32_t colour) 
     xcb_poly_fill_rectangle(mConnection, window, context, 1, &rectangle);
     xcb_free_gc(mConnection, context);
     synchronise();
+}
+
+xcb_window_t XClient::focus() const {
+    const XReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(mConnection, xcb_get_input_focus(mConnection), nullptr));
+    return reply != nullptr ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+void XClient::giveFocus(xcb_window_t window) const {
+    xcb_set_input_focus(mConnection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+    synchronise();
+}
+
+bool XClient::isWithin(xcb_window_t inner, xcb_window_t outer) const {
+    const auto inside = children(outer);
+    return inner == outer ||
+           std::ranges::any_of(inside, [&](xcb_window_t child) { return isWithin(inner, child); });
 }
 
 xcb_atom_t XClient::clipboard() const {

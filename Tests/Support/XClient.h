@@ -61,6 +61,13 @@ public:
     /// Paints over a part of any client's window.
     void fill(xcb_window_t window, const Area& area, std::uint32_t colour) const;
 
+    /// The window that has the input focus.
+    xcb_window_t focus() const;
+    /// Gives it to a window.
+    void giveFocus(xcb_window_t window) const;
+    /// Whether a window is another one or lies within it, at any depth.
+    bool isWithin(xcb_window_t inner, xcb_window_t outer) const;
+
     /// The window that owns the clipboard; none where there is no owner.
     xcb_window_t clipboardOwner() const;
     /// Makes a window the clipboard's owner; XCB_WINDOW_NONE: no owner.

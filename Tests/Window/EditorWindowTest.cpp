@@ -60,16 +60,8 @@ protected:
         return keys;
     }
 
-    xcb_window_t focus() const {
-        const XReply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
-            mPerson.connection(), xcb_get_input_focus(mPerson.connection()), nullptr));
-        return reply->focus;
-    }
-
-    void giveFocus(xcb_window_t window) const {
-        xcb_set_input_focus(mPerson.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
-        mPerson.synchronise();
-    }
+    xcb_window_t focus() const { return mPerson.focus(); }
+    void giveFocus(xcb_window_t window) const { mPerson.giveFocus(window); }
 
     std::vector<std::uint32_t> words(std::string_view property) {
         const auto cookie =

@@ -1,5 +1,7 @@
 #include "Play/LiveEffect.h"
 
+#include "DemoGain_Oversampling.h"
+
 #include <algorithm>
 #include <chrono>
 #include <thread>
@@ -48,7 +50,8 @@ void EffectSlot::process(const float* const* inputs, float* const* outputs, int 
 LiveEffect::Running::Running(const std::shared_ptr<Module>& module, int channels, double rateHz,
                              std::int32_t quality)
     : instance(module, setupFor(channels, rateHz)),
-      effect(instance, {.routineLatencyFrames = kEffectLatencyFrames, .factor = quality, .canChange = true}),
+      effect(instance,
+             {.routineLatencyFrames = kDemoGain_LatencyFrames, .factor = quality, .canChange = true}),
       bypass(effect) {
 }
 

@@ -23,9 +23,6 @@ using LiveProcess = std::function<void(const float* const* inputs, float* const*
 /// Most channels in each direction.
 inline constexpr int kMostLiveChannels = 2;
 
-/// The processed signal comes one frame late: the main path is delayed by one sample against the detector.
-inline constexpr int kEffectLatencyFrames = kDemoGain_LatencyFrames;
-
 /// The sample rates of --rate.
 inline constexpr NumberRange kSampleRates = {.least = DemoGain_SampleRates::kLowestHz,
                                              .most = DemoGain_SampleRates::kHighestHz,
@@ -38,9 +35,9 @@ struct LiveRequest {
     int inputs = 2;             ///< Channels, 0 to kMostLiveChannels.
     int outputs = 2;            ///< Channels, 1 to kMostLiveChannels.
     bool shallConnect = true;   ///< To the system's capture and playback, where connections are optional.
-    int latencyFrames = kEffectLatencyFrames; ///< Of what is processed, until setLatency().
-    double rateHz = kDefaultSampleRateHz;     ///< Where the sound system leaves the choice.
-    int blockFrames = kUsualPeriodFrames;     ///< Likewise.
+    int latencyFrames = kDemoGain_LatencyFrames; ///< Of what is processed, until setLatency().
+    double rateHz = kDefaultSampleRateHz;        ///< Where the sound system leaves the choice.
+    int blockFrames = kUsualPeriodFrames;        ///< Likewise.
 };
 
 /// How often a session calls LiveBackend::check().

@@ -19,7 +19,7 @@ protected:
     // As with the focus on the window, where it stays.
     std::unique_ptr<Subprocess> editFocused(const std::vector<std::string>& arguments = {}) const {
         auto program = editEffect(arguments);
-        xcb_set_input_focus(mPerson.connection(), XCB_INPUT_FOCUS_PARENT, window(), XCB_CURRENT_TIME);
+        mPerson.giveFocus(window());
         EXPECT_TRUE(eventually([&] { return receivesKeys(); }));
         return program;
     }

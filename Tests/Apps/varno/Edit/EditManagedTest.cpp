@@ -25,11 +25,7 @@ protected:
         EXPECT_TRUE(eventually([&] { return receivesKeys(); })) << "the desktop gives no focus";
         return program;
     }
-    bool hasFocusWithin(xcb_window_t window) const {
-        const XReply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
-            mPerson.connection(), xcb_get_input_focus(mPerson.connection()), nullptr));
-        return focus && isWithin(focus->focus, window);
-    }
+    bool hasFocusWithin(xcb_window_t window) const { return mPerson.isWithin(mPerson.focus(), window); }
     // Clicks on the screen.
     void clickAt(Place place) {
         mPointer.move(place);

@@ -26,8 +26,8 @@ class EditPicture : public BarTest, public Scale {
 protected:
     std::unique_ptr<Subprocess> editScaled() {
         auto program = editEffect({"--scale", GetParam()});
-        xcb_set_input_focus(mPerson.connection(), XCB_INPUT_FOCUS_PARENT, window(), XCB_CURRENT_TIME);
-        mPerson.synchronise();
+        mPerson.giveFocus(window());
+        EXPECT_TRUE(eventually([&] { return receivesKeys(); }));
         // The averaged level begins above silence, and falls.
         const Box number = BarLayout::kMeters[0].number;
         const Place corner = scaled({number.x, number.y});

@@ -1,3 +1,4 @@
+#include "DemoGain_Oversampling.h"
 #include "Session/LoopPlayer.h"
 #include "Tests/Host/FixtureTest.h"
 #include "Tests/Support/RealTimeGuard.h"
@@ -9,7 +10,7 @@ class EffectLoopRealTime : public FixtureTest {};
 
 TEST_F(EffectLoopRealTime, PullingNeitherLocksNorAllocates) {
     const auto instance = makeInstance({.maximumFrames = 64});
-    Oversampling effect(*instance, {.routineLatencyFrames = kEffectLatencyFrames});
+    Oversampling effect(*instance, {.routineLatencyFrames = kDemoGain_LatencyFrames});
     EffectLoop loop(effect, AudioLoop({{0.5F, 0.25F, 1.0F}, {-0.5F, -0.25F, -1.0F}}));
     std::vector<float> left(500);
     std::vector<float> right(500);
@@ -27,7 +28,7 @@ TEST_F(EffectLoopRealTime, IsTheLoopThroughTheEffect) {
     const auto other = makeInstance({.maximumFrames = 64});
     instance->setNormalized("Gain", 0.25);
     other->setNormalized("Gain", 0.25);
-    Oversampling effect(*instance, {.routineLatencyFrames = kEffectLatencyFrames});
+    Oversampling effect(*instance, {.routineLatencyFrames = kDemoGain_LatencyFrames});
     EffectLoop loop(effect, AudioLoop({{0.5F, 0.25F, 1.0F}, {-0.5F, -0.25F, -1.0F}}));
     std::vector<float> left(4);
     std::vector<float> right(4);

@@ -6,7 +6,6 @@
 #include "Tests/Apps/varno/Support/EffectWindowTest.h"
 #include "Tests/Support/Popups.h"
 
-#include <algorithm>
 #include <fstream>
 
 namespace varno::test {
@@ -28,19 +27,13 @@ protected:
     /// Whether the keys reach the program: its unseen window has the focus. On the window around it, they
     /// would go to the widget library's window under the pointer.
     bool receivesKeys() const {
-        const XReply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
-            mPerson.connection(), xcb_get_input_focus(mPerson.connection()), nullptr));
-        if (!focus || !isWithin(focus->focus, window())) {
+        const xcb_window_t focus = mPerson.focus();
+        if (!mPerson.isWithin(focus, window())) {
             return false;
         }
         const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-            mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), focus->focus), nullptr));
+            mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), focus), nullptr));
         return attributes && attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
-    }
-    bool isWithin(xcb_window_t inner, xcb_window_t outer) const {
-        const auto children = mPerson.children(outer);
-        return inner == outer ||
-               std::ranges::any_of(children, [&](xcb_window_t child) { return isWithin(inner, child); });
     }
 
     /// Waits until the program has handled all that the server has sent to it: it sleeps, time and again.

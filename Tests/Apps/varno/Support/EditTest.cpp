@@ -74,7 +74,7 @@ void EditTest::close() const {
 }
 
 void EditTest::tap(xcb_keysym_t key, const std::vector<xcb_keysym_t>& held) const {
-    xcb_set_input_focus(mPerson.connection(), XCB_INPUT_FOCUS_PARENT, window(), XCB_CURRENT_TIME);
+    mPerson.giveFocus(window());
     mKeyboard.tap(key, held);
 }
 
