@@ -1,6 +1,9 @@
 #include "CLAP/ClapPlugin.h"
 
+#include "Host/HostError.h"
 #include "Shared/SharedModule.h"
+#include "Surround/Settings/PresetScan.h"
+#include "Surround/Settings/SettingValues.h"
 
 #include <utility>
 
@@ -107,6 +110,22 @@ void ClapPlugin::takeHostValues() {
             mSettings->setNormalized((*mParameters)[index].row->mIdentifier, double{mValues->value(index)});
         }
     }
+}
+
+void ClapPlugin::loadPreset(const std::filesystem::path& file) {
+    const PresetEntry preset = readPreset(file, false);
+    if (!preset.isSound()) {
+        throw HostError(file.string() + " " + preset.damage);
+    }
+    takeHostValues();
+    for (std::size_t setting = 0; setting < kSettingCount; ++setting) {
+        const char* const identifier = settingID(setting);
+        if (const auto index = mParameters->indexOf(std::string_view(identifier))) {
+            mSettings->setNormalized(identifier, double{preset.values.at(setting)});
+            set(*index, preset.values.at(setting));
+        }
+    }
+    mHost.valuesChanged();
 }
 
 // Nothing processes the settings, so that the meters' taps belong to this thread.

@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <span>
@@ -70,6 +71,10 @@ public:
     /// Restores a state, or leaves everything as it was. @param extent kSettingsOnly: bypass and quality stay
     /// @throws HostError where it is refused [main]
     void load(std::span<const std::byte> bytes, Extent extent);
+
+    /// Takes the settings of a preset's file; bypass and quality stay. @throws HostError where it is refused
+    /// [main]
+    void loadPreset(const std::filesystem::path& file);
 
     // What a window works with.
 

@@ -3,6 +3,7 @@
 #include "CLAP/Clap/Plugin.h"
 #include "CLAP/PluginTable.h"
 #include "CLAP/Plugins.h"
+#include "CLAP/Presets.h"
 
 #include <exception>
 #include <string_view>
@@ -53,7 +54,11 @@ void deinitEntry() noexcept {
 }
 
 const void* factory(const char* id) noexcept {
-    return id != nullptr && std::string_view(id) == CLAP_PLUGIN_FACTORY_ID ? &kFactory : nullptr;
+    const std::string_view wanted = id == nullptr ? "" : id;
+    if (wanted == CLAP_PRESET_DISCOVERY_FACTORY_ID || wanted == CLAP_PRESET_DISCOVERY_FACTORY_ID_COMPAT) {
+        return &presetFactory();
+    }
+    return wanted == CLAP_PLUGIN_FACTORY_ID ? &kFactory : nullptr;
 }
 
 } // namespace

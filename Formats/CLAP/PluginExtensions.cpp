@@ -1,6 +1,7 @@
 #include "CLAP/PluginExtensions.h"
 
 #include "CLAP/Clap/Extensions.h"
+#include "CLAP/Presets.h"
 #include "CLAP/StateStreams.h"
 #include "CLAP/Window/WindowExtensions.h"
 
@@ -198,7 +199,8 @@ const void* pluginExtension(std::string_view id) noexcept {
             return row.table;
         }
     }
-    return windowExtension(id);
+    const void* const presets = presetExtension(id);
+    return presets != nullptr ? presets : windowExtension(id);
 }
 
 } // namespace varno

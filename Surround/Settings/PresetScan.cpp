@@ -77,6 +77,16 @@ void readInto(PresetEntry& entry) {
     entry.note = noteOf(file.text);
 }
 
+PresetEntry namedEntry(const fs::path& path, bool isFactory) {
+    PresetEntry entry;
+    entry.name =
+        safeText(path.extension() == kPresetSuffix ? path.stem().native() : path.filename().native());
+    entry.name = isFactory ? inWords(entry.name) : entry.name;
+    entry.path = path;
+    entry.isFactory = isFactory;
+    return entry;
+}
+
 bool isBefore(const PresetEntry& left, const PresetEntry& right) {
     if (left.group != right.group) {
         return left.group.empty() || (!right.group.empty() && standsBefore(left.group, right.group));
@@ -168,13 +178,8 @@ private:
     }
 
     PresetEntry entryOf(const fs::path& path, const std::string& group, const std::string& damage) const {
-        PresetEntry entry;
-        entry.name =
-            safeText(path.extension() == kPresetSuffix ? path.stem().native() : path.filename().native());
-        entry.name = mScan.mIsFactory ? inWords(entry.name) : entry.name;
+        PresetEntry entry = namedEntry(path, mScan.mIsFactory);
         entry.group = group;
-        entry.path = path;
-        entry.isFactory = mScan.mIsFactory;
         entry.damage = damage;
         return entry;
     }
@@ -192,6 +197,12 @@ private:
     std::set<std::pair<dev_t, ino_t>> mFolders; // that were met
     KnownFiles mFound;
 };
+
+PresetEntry readPreset(const fs::path& file, bool isFactory) {
+    PresetEntry entry = namedEntry(file, isFactory);
+    readInto(entry);
+    return entry;
+}
 
 PresetScan::PresetScan(fs::path folder, bool isFactory)
     : mFolder(std::move(folder)),

@@ -31,6 +31,9 @@ struct PresetEntry {
     bool operator==(const PresetEntry&) const = default;
 };
 
+/// Reads one file, which is in no group. @param isFactory as PresetScan has it [any]
+PresetEntry readPreset(const std::filesystem::path& file, bool isFactory);
+
 /// Reads what is in a folder and those below it, and again only what has changed. Hidden files are left out,
 /// links to files and folders followed. At most kMostEntries files and folders are looked at, level by level,
 /// so that a link out of the folder does not read a disk. [main]
