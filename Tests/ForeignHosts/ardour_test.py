@@ -10,7 +10,7 @@ SWITCHES = ("HP", "Band", "ASw", "UK", "HSw", "LinkSw")
 SETTINGS = 10
 
 START = """
-AudioEngine:set_backend("None (Dummy)", "", "")
+AudioEngine:set_backend(backend, "", "")
 AudioEngine:set_sample_rate(48000)
 AudioEngine:set_buffer_size(256)
 assert(AudioEngine:start(false) == 0)
@@ -90,20 +90,27 @@ io.stdout:flush()
 """
 
 
-class ArdourTest(HostTest):
-    def ardour(self, script, name, settings=()):
+class ArdourHost(HostTest):
+    def homes(self):
+        """Of a user of the test's own."""
+        return {"HOME": self.path("."), "XDG_CONFIG_HOME": self.path("config"), "XDG_CACHE_HOME": self.path("cache")}
+
+    def ardour(self, script, name, settings=(), backend="None (Dummy)", environment=()):
         """Returns what a script prints."""
         rows = ", ".join("{" + ", ".join(map(str, row)) + "}" for row in settings)
         facts = (f'local uri, folder = "{STEREO}", "{self.path("session")}"\n'
+                 f'local backend = "{backend}"\n'
                  f"local enabled_index, settings = {len(PARAMETERS)}, {{{rows}}}\n")
         (self.folder / name).write_text(facts + START + script + END)
-        home = {"HOME": self.path("."), "XDG_CONFIG_HOME": self.path("config"), "XDG_CACHE_HOME": self.path("cache")}
-        text = self.run_program("bash", "-c", '"$0" "$1"; echo "status $?"', program(), name, environment=home)
+        text = self.run_program("bash", "-c", '"$0" "$1"; echo "status $?"', program(), name,
+                                environment={**self.homes(), **dict(environment)})
         printed, _, end = text.partition("the script has ended\n")
         # Ardour 8 now and then aborts at its end, also without a plug-in, when it ends its own threads; it then says so.
         self.assertRegex(end, r"(^|\n)(status 0|FATAL: exception not rethrown\n(.*Aborted.*\n)?status 134)\n\Z", text)
         return printed
 
+
+class ArdourTest(ArdourHost):
     def test_settings_come_back_with_the_session(self):
         choice = random.Random(7)
         settings = [[choice.randrange(2) if name in SWITCHES else choice.randrange(65) / 64 for name in PARAMETERS]

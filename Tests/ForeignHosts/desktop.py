@@ -80,6 +80,12 @@ class Desktop:
                                 capture_output=True).stdout
         return Picture(width, height, pixels)
 
+    def inner_window(self, width, height):
+        """Where on the screen a window of this size lies inside of those of other programs: left, top."""
+        tree = self.run("xwininfo", "-root", "-tree")
+        found = re.search(rf"^ {{8,}}0x\w+ .*{width}x{height}\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)$", tree, re.MULTILINE)
+        return found and (int(found.group(1)), int(found.group(2)))
+
     def menu(self):
         """The area of the effect's menu on the screen: left, top, width, height; None where it has none."""
         for line in self.run("xwininfo", "-root", "-children").splitlines():

@@ -29,14 +29,8 @@ class JalvBarTest(LiveTest):
         self.eventually(self.is_placed, "the editor inside jalv's window")
         self.window = EffectWindow(self.desktop, self.corner())
 
-    def surround(self, width, height):
-        """Where on the screen the window of editor and bar lies, if it is inside of jalv's and has this size."""
-        tree = self.desktop.run("xwininfo", "-root", "-tree")
-        found = re.search(rf"^ {{8,}}0x\w+ .*{width}x{height}\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)$", tree, re.MULTILINE)
-        return found and (int(found.group(1)), int(found.group(2)))
-
     def corner(self):
-        return self.surround(*PLAIN_SIZE)
+        return self.desktop.inner_window(*PLAIN_SIZE)
 
     def is_placed(self):
         """Whether the window manager has placed and framed jalv's window: the corner is below a title bar and a menu."""
@@ -124,9 +118,9 @@ class SizeTest(JalvBarTest):
         """It grows with the editor. Where the editor shrinks, jalv keeps its size."""
         self.choose(3)
         large = BAR_WIDTH * 5 // 4, BAR_HEIGHT * 5 // 4 + EDITOR_HEIGHT * 5 // 4
-        self.eventually(lambda: self.surround(*large) and self.host_width() == large[0], "125 %")
+        self.eventually(lambda: self.desktop.inner_window(*large) and self.host_width() == large[0], "125 %")
         self.desktop.keys("ctrl+minus")
         self.window.corner = self.eventually(self.resting_corner, "100 %")
         small = BAR_WIDTH * 3 // 4, BAR_HEIGHT * 3 // 4 + EDITOR_HEIGHT * 3 // 4
         self.choose(1)
-        self.eventually(lambda: self.surround(*small), "75 %")
+        self.eventually(lambda: self.desktop.inner_window(*small), "75 %")

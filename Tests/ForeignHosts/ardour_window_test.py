@@ -1,0 +1,80 @@
+"""The window of the effect in Ardour's own, over a JACK server: what the bar changes is what Ardour saves."""
+import re
+from xml.etree import ElementTree
+
+from ardour_test import ArdourHost, program
+from desktop import Desktop, EffectWindow
+from jack import JackTest
+from layout import BAR_HEIGHT, BAR_WIDTH, EDITOR_HEIGHT
+
+ONE_TRACK = """
+local session = create_session(folder, "s", 48000)
+for track in add_tracks(session, 1):iter() do
+    add_effect(session, track)
+end
+assert(session:save_state("") == 0)
+close_session()
+"""
+
+# Without it, Ardour asks at its start which sound system to use.
+CONFIGURATION = """<Ardour><Extra><AudioMIDISetup><EngineStates>
+<State backend="JACK" driver="" device="" input-device="" output-device="" sample-rate="48000" buffer-size="1024"
+ n-periods="2" input-latency="0" output-latency="0" lm-input="" lm-output="" active="1" use-buffered-io="0"
+ midi-option="" lru="1"><MIDIDevices/></State>
+</EngineStates></AudioMIDISetup></Extra></Ardour>
+"""
+
+
+class ArdourWindowTest(ArdourHost, JackTest):
+    def setUp(self):
+        super().setUp()
+        self.start_server()
+        self.desktop = Desktop(self)
+        self.desktop.manage()
+
+    def session(self):
+        """The file of the session, as it was saved last."""
+        return self.folder / "session/s.ardour"
+
+    def open_effects_window(self):
+        """Writes into the session that the window is open."""
+        tree = ElementTree.parse(self.session())
+        track, effect = next((route.get("id"), processor.get("id")) for route in tree.iter("Route")
+                             for processor in route.iter("Processor") if processor.get("type") == "lv2")
+        windows = ElementTree.SubElement(ElementTree.SubElement(tree.getroot(), "Extra"), "UI")
+        ElementTree.SubElement(windows, "Window", {
+            "name": f"P-{track}-{effect}", "visible": "1", "x-off": "20", "y-off": "40", "x-size": "-1", "y-size": "-1",
+            "custom-ui": "1"})
+        tree.write(self.session(), "UTF-8", xml_declaration=True)
+
+    def start_ardour(self):
+        release = re.search(r"\d+", program()).group()
+        configuration = self.folder / f"config/ardour{release}"
+        configuration.mkdir(parents=True, exist_ok=True)
+        (configuration / f".a{release}").touch()  # the user is no new one, whom it would ask more
+        (configuration / "config").write_text(CONFIGURATION)
+        return self.start("ardour", "--no-announcements", "--no-splash", str(self.session()),
+                          environment={**self.jack, **self.homes(), **self.desktop.environment}, log="ardour.log")
+
+    def saved(self, *symbols):
+        """Values of ports, as Ardour saves them now."""
+        found = self.desktop.run("xdotool", "search", "--onlyvisible", "--name", "^s - Ardour|^\\*s - Ardour").split()[0]
+        self.desktop.xdotool("windowfocus", "--sync", found, "key", "ctrl+s")
+        ports = {port.get("symbol"): port.get("value") for port in ElementTree.parse(self.session()).iter("Port")}
+        return tuple(float(ports[symbol]) for symbol in symbols)
+
+    def test_bypass_and_quality_are_ports(self):
+        self.ardour(ONE_TRACK, "session.lua", backend="JACK", environment=self.jack)
+        self.open_effects_window()
+        process = self.start_ardour()
+        corner = self.eventually(lambda: self.desktop.inner_window(BAR_WIDTH, BAR_HEIGHT + EDITOR_HEIGHT), "the window")
+        window = EffectWindow(self.desktop, corner)
+        window.press("Bypass")
+        window.press("Quality")
+        self.eventually(self.desktop.menu, "the menu")
+        self.desktop.keys("Down", "Down", "Down", "Return")  # 4x
+        self.eventually(lambda: not self.desktop.menu(), "the end of the menu")
+        self.eventually(lambda: self.saved("enabled", "quality") == (0.0, 4.0), "the ports")
+        window.press("Bypass")
+        self.eventually(lambda: self.saved("enabled", "quality") == (1.0, 4.0), "the ports")
+        self.assertIsNone(process.poll())
