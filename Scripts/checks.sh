@@ -8,7 +8,7 @@ quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
 default_steps=(format guards includes comments text shell scripts 'tidy&' gcc headers asan-ubsan tsan hosts)
 full_steps=("${default_steps[@]}" clang sources tidy-tests coverage aarch64 libcxx fetch "$other_release"
-    long long-threads)
+    packages "packages-${other_release#debian-}" long long-threads)
 
 # Steps whose result depends on the version of a tool. Where Scripts/packages.txt has the tool for another release alone,
 # these steps are left out.
@@ -37,6 +37,9 @@ declare -A step_title=(
     [fetch]="the source of VSTGUI is fetched into an empty cache and is the pinned one"
     [debian-12]="Debian 12, made in a folder: the bare system renders with ./run and passes ./run test --quick"
     [debian-13]="Debian 13, made in a folder: the bare system renders with ./run and passes ./run test --quick"
+    [packages]="packages and archive: twice the same bytes, nothing for lintian to find, in use on a bare Debian and removed without a rest"
+    [packages-12]="the packages made on Debian 12: in use on a bare Debian 12 and removed without a rest"
+    [packages-13]="the packages made on Debian 13: in use on a bare Debian 13 and removed without a rest"
     [long]="all tests of the product with 50 times the usual work"
     [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
 )
@@ -67,7 +70,8 @@ step_guards() { lint Scripts/check-guards .; }
 step_includes() { lint Scripts/check-includes .; }
 step_comments() { lint Scripts/check-interface-comments Interfaces; }
 step_text() { lint Scripts/check-text .; }
-step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/draw-pictures Scripts/fetch-vstgui Scripts/make-debian examples/batch/slurm-batch.sh; }
+step_shell() { lint shellcheck --external-sources --check-sourced run .ci/run Scripts/draw-pictures Scripts/fetch-vstgui Scripts/make-debian Scripts/manual-html Scripts/try-packages \
+    Scripts/use-packages examples/batch/slurm-batch.sh; }
 step_headers() { build_preset release varno_headers; }
 step_tidy() {
     local folders
@@ -133,6 +137,9 @@ step_fetch() {
 
 step_debian-12() { lint Scripts/make-debian 12 "$root/build"; }
 step_debian-13() { lint Scripts/make-debian 13 "$root/build"; }
+step_packages() { make_packages >/dev/null && check_packages; }
+step_packages-12() { lint Scripts/try-packages 12 "$root/build"; }
+step_packages-13() { lint Scripts/try-packages 13 "$root/build"; }
 
 # Where there is no apt, they are not installed.
 can_run_aarch64() {

@@ -32,29 +32,43 @@ package_command() {
 
 make_packages() {
     need_packages program package || return
-    rm -rf "$packages" && mkdir -p "$packages" || return
+    rm -rf "$packages" "$root/build/package" && mkdir -p "$packages" || return
+    # A cache of compilations may give objects that were made in another folder, or name files by other paths.
+    local -x CCACHE_DISABLE=1
     make_debian_packages && make_archive && printf '%s\n' "$packages"/*.deb "$packages"/*.tar.xz
 }
 
 project_version() { sed -n 's/^project(Varno-S VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt"; }
 
-# The time that files in packages have: that of the last change of the sources, in seconds since 1970.
-source_time() { git -C "$root" log -1 --format=%ct 2>/dev/null || stat --format=%Y "$root/CHANGELOG.md"; }
+# The day of a version by the list of changes; empty where it has none yet.
+release_day() { sed -n "s/^## \\[${1//./\\.}\\] - \\([0-9]\\{4\\}-[0-9][0-9]-[0-9][0-9]\\)\$/\\1/p" "$root/CHANGELOG.md"; }
+
+# The time that files in packages have, in seconds since 1970: what the environment states, as for all reproducible
+# builds; else the day of the release; before it, the last change of the sources.
+source_time() {
+    local day
+    day=$(release_day "$(project_version)")
+    if [[ -n ${SOURCE_DATE_EPOCH-} ]]; then
+        printf '%s\n' "$SOURCE_DATE_EPOCH"
+    elif [[ -n $day ]]; then
+        date --utc --date="$day" +%s
+    else
+        git -C "$root" log -1 --format=%ct 2>/dev/null || stat --format=%Y "$root/CHANGELOG.md"
+    fi
+}
 
 make_debian_packages() {
     local version folder this_release
     this_release=$(release)
     version=$(project_version)+${this_release/debian-/deb}
     folder=$root/build/package/varno-s-$version
-    rm -rf "$root/build/package" && mkdir -p "$folder" && copy_sources "$folder" || return
+    mkdir -p "$folder" && copy_sources "$folder" || return
     cp -R "$root/Packaging/debian" "$folder/debian" &&
         printf 'varno-s (%s) unstable; urgency=medium\n\n  * See changelog.gz for what has changed.\n\n -- %s  %s\n' "$version" \
             "$(sed -n 's/^Maintainer: //p' "$folder/debian/control")" "$(date --utc --rfc-email --date="@$(source_time)")" \
             >"$folder/debian/changelog" || return
     cd "$root" && need_vstgui || return
     VSTGUI_SOURCE_DIR=${VSTGUI_SOURCE_DIR:-$(Scripts/fetch-vstgui)} || return
-    # Tools that debhelper calls get a home folder of their own.
-    ! command -v ccache >/dev/null || export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)}
     export VSTGUI_SOURCE_DIR
     cd "$folder" || return
     build_title="building packages"
@@ -73,16 +87,40 @@ copy_sources() {
     fi
 }
 
+# Built anew, since another build's objects may be of a cache.
 make_archive() {
-    build_preset program varno Varno-S varno_lv2_bundle varno_documents || return
-    local name folder
+    local name folder built=$root/build/package/program log=$root/build/package-archive.log
     name=varno-s-$(project_version)-linux-$(uname -m)
     folder=$root/build/package/$name
-    run_logged "$root/build/package-install.log" discard tail_reason \
-        cmake --install "$root/build/program" --strip --prefix "$folder" &&
+    cd "$root" && need_vstgui || return
+    run_logged "$log" discard configure_reason cmake --preset program -B "$built" || return
+    build_title="building the archive"
+    NINJA_STATUS='[%f/%t] ' run_logged "$log" build_progress build_reason \
+        cmake --build "$built" --parallel "$(nproc)" --target varno_installed || return
+    run_logged "$log" discard tail_reason cmake --install "$built" --strip --prefix "$folder" &&
         "$root/Scripts/manual-html" "$root/docs" "$folder/share/doc/Varno-S/html" &&
         tar --create --xz --sort=name --owner=0 --group=0 --numeric-owner --mode=u=rwX,go=rX --mtime="@$(source_time)" \
             --directory="$root/build/package" --file="$packages/$name.tar.xz" "$name"
 }
 
 tail_reason() { tail -n 40 "$1"; }
+
+# check_packages: what was made, judged. Another build, in another folder with a longer name, gives the same bytes; lintian
+# finds nothing; the packages work on a bare Debian and leave nothing there.
+check_packages() {
+    local this_release
+    this_release=$(release)
+    lint lintian --allow-root --fail-on error,warning "$packages"/*.deb &&
+        lint "$root/Scripts/try-packages" "${this_release#debian-}" "$root/build" "$packages" &&
+        make_again_and_compare
+}
+
+# The folder is outside of this tree, and goes however this ends.
+make_again_and_compare() (
+    elsewhere=$(mktemp -d "${TMPDIR:-/tmp}/varno-packages.XXXXXX") || return
+    trap 'rm -rf "$elsewhere"' EXIT
+    again=$elsewhere/in-a-folder-whose-name-is-longer
+    mkdir "$again" && copy_sources "$again" &&
+        lint env SOURCE_DATE_EPOCH="$(source_time)" "$again/run" --no-install package &&
+        lint diff --recursive --brief "$packages" "$again/build/packages"
+)

@@ -65,7 +65,8 @@ need_packages_of() {
     [[ " $* " != *" aarch64 "* ]] || purposes+=(aarch64)
     [[ " $* " != *" libcxx "* ]] || purposes+=(libcxx)
     [[ " $* " != *" hosts "* ]] || purposes+=(hosts)
-    [[ " $* " != *" debian-1"* ]] || purposes+=(release)
+    [[ " $* " != *" debian-1"* && " $* " != *" packages"* ]] || purposes+=(release)
+    [[ " $* " != *" packages "* ]] || purposes+=(package)
     need_packages "${purposes[@]}"
 }
 

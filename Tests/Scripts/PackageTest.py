@@ -18,12 +18,52 @@ class PackageTest(FixtureProject):
         self.assertEqual((done.returncode, done.stderr),
                          (2, "run: package takes no arguments; ./run package --help tells more\n"))
 
-    def test_has_the_version_of_the_project_and_the_time_of_its_sources(self):
-        done = subprocess.run(["bash", "-c", f'root="{ROOT}"; source "$root/Scripts/package.sh"; project_version; source_time'],
-                              capture_output=True, text=True, check=True)
-        version, time = done.stdout.split()
-        self.assertIn(f"project(Varno-S VERSION {version} ", (ROOT / "CMakeLists.txt").read_text())
-        self.assertGreater(int(time), 1_700_000_000)
+    def call(self, commands, **environment):
+        return subprocess.run(["bash", "-c", f'root="{self.root}"; source "$root/Scripts/console.sh"; '
+                                             f'source "$root/Scripts/package.sh"; {commands}'],
+                              env={**self.environment(), **environment}, capture_output=True, text=True, check=False)
+
+    def test_files_have_the_time_of_the_release_or_of_the_last_change(self):
+        self.write("CMakeLists.txt", "project(Varno-S VERSION 2.3.4 LANGUAGES CXX)\n")
+        self.write("CHANGELOG.md", "## [2.3.4] - unreleased\n\n## [2.3.3] - 2020-01-01\n")
+        for command in (["init", "-q"], ["add", "--all"], ["-c", "user.name=A", "-c", "user.email=a@b", "commit", "-q", "-m", "All"]):
+            subprocess.run(["git", "-C", self.root, *command], env={**self.environment(), "GIT_COMMITTER_DATE": "1234567890 +0000"},
+                           check=True)
+        self.assertEqual(self.call("project_version; source_time").stdout, "2.3.4\n1234567890\n")
+        self.write("CHANGELOG.md", "## [2.3.4] - 2026-12-01\n\n## [2.3.3] - 2020-01-01\n")
+        self.assertEqual(self.call("source_time").stdout, "1796083200\n")
+        self.assertEqual(self.call("source_time", SOURCE_DATE_EPOCH="5").stdout, "5\n")
+
+    def test_nothing_is_taken_from_a_cache_of_compilations(self):
+        done = self.call('need_packages() { :; }; make_debian_packages() { show debian; }; make_archive() { show archive; }; '
+                         'show() { bash -c \'echo "$0 ${CCACHE_DISABLE-}"\' "$1" >&2; }; make_packages; show after')
+        self.assertEqual(done.stderr, "debian 1\narchive 1\nafter \n")
+
+    def compare(self, script):
+        """Compares the package that the project's ./run makes by this script in its build folder with another one."""
+        self.write("run", "#!/usr/bin/env bash\ncd \"$(dirname \"$0\")\" && mkdir -p build/packages\n" + script)
+        self.write("CMakeLists.txt", "project(Varno-S VERSION 2.3.4 LANGUAGES CXX)\n")
+        self.write("CHANGELOG.md", "## [2.3.4] - 2026-12-01\n")
+        (self.root / "run").chmod(0o755)
+        subprocess.run([self.root / "run"], check=True)
+        return self.call('lint() { "$@"; }; make_again_and_compare', TMPDIR=str(self.folder))
+
+    def test_another_build_must_give_the_same_bytes(self):
+        done = self.compare('echo same >build/packages/a.deb\n')
+        self.assertEqual((done.returncode, done.stdout), (0, ""), done.stderr)
+        self.assertEqual([path.name for path in self.folder.glob("varno-packages*")], [])
+        for script in ('pwd >build/packages/a.deb\n',
+                       '[[ $PWD == */project ]] || touch build/packages/b.deb\n'):
+            done = self.compare(script)
+            self.assertEqual(done.returncode, 1, script)
+            self.assertRegex(done.stdout, "(a.deb differ|Only in .*: b.deb)\n")
+
+    def test_another_build_has_the_time_of_the_first(self):
+        done = self.compare('echo "${SOURCE_DATE_EPOCH-1796083200}" >build/packages/a.deb\n')
+        self.assertEqual((done.returncode, done.stdout), (0, ""), done.stderr)
+
+    def test_fails_where_the_other_build_fails(self):
+        self.assertNotEqual(self.compare('[[ $PWD == */project ]]\n').returncode, 0)
 
 
 class ManualHtmlTest(unittest.TestCase):
