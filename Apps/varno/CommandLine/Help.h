@@ -26,7 +26,7 @@ std::string optionTerm(const OptionEntry& option);
 std::string optionText(const OptionEntry& option);
 
 /// The manual page varno(1), in roff with the macros of man(7).
-/// @param version of the program: "1.0.0"
+/// @param version of the program: "1.2.3"
 std::string manPage(const ProgramEntry& program, const std::string& version);
 
 } // namespace varno
