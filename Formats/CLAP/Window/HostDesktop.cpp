@@ -13,7 +13,7 @@ HostDesktop::HostDesktop(const HostCalls& host, double scale)
 
 HostDesktop::~HostDesktop() {
     while (!mWatches.empty()) {
-        unwatch(mWatches.back().descriptor, mWatches.back().owner);
+        HostDesktop::unwatch(mWatches.back().descriptor, mWatches.back().owner);
     }
 }
 

@@ -13,7 +13,7 @@ namespace varno {
 /// Has the scale of a window, and watches descriptors where the host does. Its timers never fire: the
 /// window's own clock serves what the editor has timers for, and descriptors where the host watches none.
 /// [main]
-class HostDesktop : public Desktop {
+class HostDesktop final : public Desktop {
 public:
     /// @param host outlives this object @param scale 1 is the plain size
     HostDesktop(const HostCalls& host, double scale);

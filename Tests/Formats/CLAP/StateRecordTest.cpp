@@ -2,6 +2,7 @@
 #include "CLAP/StateRecord.h"
 #include "Host/HostError.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace varno::test {
@@ -12,9 +13,7 @@ using Bytes = std::vector<std::byte>;
 // A chunk of a marker and four bytes more.
 StoredChunk chunk() {
     StoredChunk made(8, {1, 2, 3, 4});
-    for (int i = 0; i < 8; ++i) {
-        made.record()->fData[i] = i < 4 ? 1 : static_cast<char>(i);
-    }
+    std::copy_n("\1\1\1\1abcd", 8, made.record()->fData);
     return made;
 }
 
