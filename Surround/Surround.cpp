@@ -95,7 +95,8 @@ bool Surround::focus(const std::string& id) {
 
 void Surround::addInput() {
     mMenus.emplace(mPlace, MenuSubject{mEdited, mPresets, mControl, mControls, [this] { return mSize; },
-                                       [this](double size) { chooseSize(size); }});
+                                       [this](double size) { chooseSize(size); },
+                                       [this](const std::string& id) { return mOwner.menuItems(id); }});
     mInput.emplace(mPlace, mHolder.id(), mEditor.container(),
                    InputSubject{mEdited, mControls, mEditorInput, *mMenus,
                                 [this](BarLayout::Button button) { pressed(button); },

@@ -27,6 +27,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace varno {
 
@@ -38,6 +39,8 @@ public:
     /// Saves the settings where the front end keeps them, and shows what came of it; nothing where it does
     /// not.
     virtual void save() = 0;
+    /// What the front end's host has for the menu of a parameter.
+    virtual std::vector<HostMenuItem> menuItems(const std::string& /*id*/) { return {}; }
 };
 
 /// The parameters of a surround.

@@ -178,7 +178,26 @@ void SurroundMenus::openControl(const FaceLayout::Control& control) {
     rows.push_back(
         {{.text = undo.empty() ? "Undo" : "Undo " + undo, .detail = "Ctrl-Z", .isEnabled = !undo.empty()},
          [this] { mSubject.bar.press(BarLayout::Button::kUndo); }});
+    addHostItems(rows, control.mID);
     open(std::move(rows), mPlace.ofFace(FaceLayout::boxOf(control)));
+}
+
+// Behind what every host has.
+void SurroundMenus::addHostItems(std::vector<Row>& rows, const std::string& id) const {
+    const std::vector<HostMenuItem> items = mSubject.hostItems(id);
+    if (!items.empty()) {
+        rows.push_back({separator(), {}});
+    }
+    for (const HostMenuItem& item : items) {
+        if (item.kind == HostMenuItem::Kind::kSeparator) {
+            rows.push_back({separator(), {}});
+        } else if (item.kind == HostMenuItem::Kind::kHeading) {
+            rows.push_back({heading(item.text), {}});
+        } else {
+            const auto mark = item.isChecked ? MenuItem::Mark::kBullet : MenuItem::Mark::kNone;
+            rows.push_back({{.text = item.text, .mark = mark, .isEnabled = item.isEnabled}, item.run});
+        }
+    }
 }
 
 void SurroundMenus::openValue(const FaceLayout::Control& control, const std::string& text) {

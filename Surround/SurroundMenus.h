@@ -15,6 +15,17 @@
 
 namespace varno {
 
+/// An item that a front end's host has for a parameter.
+struct HostMenuItem {
+    enum class Kind { kEntry, kHeading, kSeparator };
+
+    Kind kind = Kind::kEntry;
+    std::string text{};
+    bool isEnabled = true;
+    bool isChecked = false;
+    std::function<void()> run{}; ///< Of an entry; not called from within a menu's events.
+};
+
 /// What menus act on; everything outlives them.
 struct MenuSubject {
     EditedSettings& edited;
@@ -23,6 +34,8 @@ struct MenuSubject {
     ControlActions& controls;
     std::function<double()> size;        ///< Of the window, one of kWindowSizes.
     std::function<void(double)> setSize; ///< Not called from within a menu's events.
+    /// What the host has for a parameter.
+    std::function<std::vector<HostMenuItem>(const std::string& id)> hostItems;
 };
 
 /// Opens them below what they belong to, one at a time. [main]
@@ -61,6 +74,7 @@ private:
 
     void open(std::vector<Row> rows, const WindowArea& below);
     void addPresets(std::vector<Row>& rows) const;
+    void addHostItems(std::vector<Row>& rows, const std::string& id) const;
     void openName(const std::string& text, const std::function<void(const std::string&)>& use);
     std::string ownName() const;
 

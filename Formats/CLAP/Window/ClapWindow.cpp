@@ -1,6 +1,7 @@
 #include "CLAP/Window/ClapWindow.h"
 
 #include "CLAP/BinaryFolder.h"
+#include "CLAP/Window/HostMenu.h"
 #include "Window/Scale.h"
 #include "Window/WindowProperties.h"
 
@@ -34,6 +35,12 @@ void ClapWindow::resized(xcb_window_t /*window*/, PixelSize size) {
         mHostGui->request_resize(&mPlugin.host().table(), static_cast<std::uint32_t>(size.width),
                                  static_cast<std::uint32_t>(size.height));
     }
+}
+
+std::vector<HostMenuItem> ClapWindow::menuItems(const std::string& id) {
+    const auto parameter = mPlugin.parameters().indexOf(std::string_view(id));
+    return parameter ? hostMenuOf(mPlugin.host(), mPlugin.parameters()[*parameter].id)
+                     : std::vector<HostMenuItem>();
 }
 
 bool ClapWindow::setScale(double scale) {

@@ -12,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace varno {
 
@@ -59,6 +60,7 @@ private:
     void resized(xcb_window_t window, PixelSize size) override;
     bool isBypassed() const override { return mValues.isBypassed(); }
     void setBypassed(bool isBypassed) override { mValues.setBypassed(isBypassed); }
+    std::vector<HostMenuItem> menuItems(const std::string& id) override;
     Quality quality() const override { return mPlugin.quality(); }
     void setQuality(std::int32_t factor) override { mValues.setQuality(factor); }
 

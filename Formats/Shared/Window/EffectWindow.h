@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace varno {
 
@@ -21,6 +22,8 @@ class EffectWindowOwner : public BarOwner {
 public:
     /// The window within another one has this size, never an empty one; called while it is made, too.
     virtual void resized(xcb_window_t window, PixelSize size) = 0;
+    /// What the host has for the menu of a parameter.
+    virtual std::vector<HostMenuItem> menuItems(const std::string& /*id*/) { return {}; }
 };
 
 /// The name of the display that the environment names; empty for none. [main]
@@ -67,6 +70,7 @@ private:
     void setBypassed(bool isBypassed) override { mOwner.setBypassed(isBypassed); }
     Quality quality() const override { return mOwner.quality(); }
     void setQuality(std::int32_t factor) override { mOwner.setQuality(factor); }
+    std::vector<HostMenuItem> menuItems(const std::string& id) override { return mOwner.menuItems(id); }
     void save() override {} ///< The host saves.
 
     xcb_window_t openShell(const Setup& setup);

@@ -1,4 +1,5 @@
 // The declarations of this tree.
+#include "CLAP/Clap/ContextMenu.h"
 #include "CLAP/Clap/Extensions.h"
 #include "CLAP/Clap/Gui.h"
 #include "CLAP/Clap/Plugin.h"

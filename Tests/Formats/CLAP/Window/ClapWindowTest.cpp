@@ -1,6 +1,7 @@
 // What a host and a person see of the window, and what the host receives of what the person does.
 #include "Tests/Formats/CLAP/Window/ClapWindowTest.h"
 
+#include "CLAP/Clap/ContextMenu.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
 #include "Tests/Support/Popups.h"
@@ -169,6 +170,49 @@ TEST_F(ClapWindowTest, changesTheQualityWithTheBarAndHasTheHostRestartIt) {
     EXPECT_EQ(host.host().restarts, 1);
     host.plugin().activate();
     EXPECT_EQ(host.plugin().latency(), 46U);
+}
+
+// A host with a menu for parameters.
+constexpr clap_host_context_menu_t kHostMenu = {
+    [](const clap_host_t* host, const clap_context_menu_target_t* target,
+       const clap_context_menu_builder_t* builder) {
+        hostOf(host).log += "menu of " + std::to_string(target->id) + '\n';
+        const clap_context_menu_submenu_t inner{"MIDI", true};
+        const clap_context_menu_entry_t learn{"Learn", true, 17};
+        const clap_context_menu_check_entry_t follow{"Follow", true, true, 18};
+        return !builder->supports(builder, 99) && !builder->add_item(builder, 99, &learn) &&
+               builder->add_item(builder, CLAP_CONTEXT_MENU_ITEM_BEGIN_SUBMENU, &inner) &&
+               builder->add_item(builder, CLAP_CONTEXT_MENU_ITEM_ENTRY, &learn) &&
+               builder->add_item(builder, CLAP_CONTEXT_MENU_ITEM_SEPARATOR, nullptr) &&
+               builder->add_item(builder, CLAP_CONTEXT_MENU_ITEM_END_SUBMENU, nullptr) &&
+               builder->add_item(builder, CLAP_CONTEXT_MENU_ITEM_CHECK_ENTRY, &follow);
+    },
+    [](const clap_host_t* host, const clap_context_menu_target_t* target, clap_id action) {
+        hostOf(host).log += "action " + std::to_string(action) + " of " + std::to_string(target->id) + '\n';
+        return true;
+    },
+    [](const clap_host_t*) { return false; },
+    [](const clap_host_t*, const clap_context_menu_target_t*, std::int32_t, std::int32_t, std::int32_t) {
+        return false;
+    },
+};
+
+TEST_F(ClapWindowTest, hasTheHostsItemsInTheMenuOfAControl) {
+    constexpr int kInTheLastRow = 12; // pixels above the menu's end
+    ClapWindowHost host(client);
+    host.host().offer(CLAP_EXT_CONTEXT_MENU, &kHostMenu);
+    expectShown(host);
+    point(host, "Gain", pullOf(0.0));
+    pointer.press(Button::kRight);
+    pointer.release(Button::kRight);
+    ASSERT_TRUE(await(host, [&] { return shownPopup(client, kMenuType).width > 0; }));
+    EXPECT_EQ(host.host().log, "menu of 1\n");
+    const Area menu = shownPopup(client, kMenuType);
+    pointer.move({menu.middle().x, menu.y + menu.height - kInTheLastRow});
+    press(host);
+    release(host);
+    EXPECT_TRUE(await(host, [&] { return host.host().log == "menu of 1\naction 18 of 1\n"; }))
+        << host.host().log;
 }
 
 // The host's value for a control waits while the user holds it.
