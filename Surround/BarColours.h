@@ -1,30 +1,41 @@
-/// The colours of what the surround draws with the widget library: those of the editor's panel.
+/// The colours of what the surround draws with the widget library: those of the editor's palette, and between
+/// them.
 #ifndef VARNO_SURROUND_BARCOLOURS_H
 #define VARNO_SURROUND_BARCOLOURS_H
 
+#include "DemoGain_Palette.h"
+
 #include "vstgui/lib/ccolor.h"
+
+#include <cstdint>
 
 namespace varno::BarColours {
 
 using VSTGUI::CColor;
 
-inline constexpr CColor kSheet(0x25, 0x27, 0x2A);
-inline constexpr CColor kKeyTop(0x47, 0x4B, 0x50);
-inline constexpr CColor kKeyBottom(0x30, 0x33, 0x38);
-inline constexpr CColor kLitTop(0xFF, 0xC2, 0x70);
-inline constexpr CColor kLit(0xFF, 0x9D, 0x33);
-inline constexpr CColor kEdge(0x14, 0x15, 0x17);
-inline constexpr CColor kName(0xEF, 0xEB, 0xE4);
-inline constexpr CColor kHint(0xC1, 0xBE, 0xB8);
-inline constexpr CColor kPale(0x7C, 0x7D, 0x80);
-inline constexpr CColor kInkOnLit(0x22, 0x13, 0x04);
-inline constexpr CColor kRecess(0x0E, 0x0F, 0x10);
-inline constexpr CColor kTooLoud(0xFF, 0x5A, 0x36);
+/// A colour written 0xRRGGBB. [any]
+constexpr CColor colour(std::uint32_t code) {
+    return {static_cast<std::uint8_t>(code >> 16U), static_cast<std::uint8_t>(code >> 8U),
+            static_cast<std::uint8_t>(code)};
+}
+
+inline constexpr CColor kSheet = colour(0x25272A);
+inline constexpr CColor kKeyTop = colour(DemoGain_Palette::kKeyLight);
+inline constexpr CColor kKeyBottom = colour(DemoGain_Palette::kKeyDark);
+inline constexpr CColor kLitTop = colour(0xFFC270);
+inline constexpr CColor kLit = colour(DemoGain_Palette::kLit);
+inline constexpr CColor kEdge = colour(DemoGain_Palette::kSkirtDark);
+inline constexpr CColor kName = colour(DemoGain_Palette::kName);
+inline constexpr CColor kHint = colour(0xC1BEB8);
+inline constexpr CColor kPale = colour(0x7C7D80);
+inline constexpr CColor kInkOnLit = colour(DemoGain_Palette::kInkOnLit);
+inline constexpr CColor kRecess = colour(DemoGain_Palette::kRecess);
+inline constexpr CColor kTooLoud = colour(DemoGain_Palette::kLitHot);
 
 // The curve's picture.
-inline constexpr CColor kPlate(0x1F, 0x21, 0x24);
-inline constexpr CColor kGrid(0x3A, 0x3D, 0x42);
-inline constexpr CColor kUnity(0x6C, 0x6F, 0x74);
+inline constexpr CColor kPlate = colour(DemoGain_Palette::kPlateTop);
+inline constexpr CColor kGrid = colour(DemoGain_Palette::kSheetTop);
+inline constexpr CColor kUnity = colour(0x6C6F74);
 
 } // namespace varno::BarColours
 

@@ -1,6 +1,8 @@
-/// The colours of the editor, each named after what it is the colour of.
+/// The colours of the editor as the artwork is drawn with them.
 #ifndef VARNO_RESOURCES_ARTWORK_PALETTE_H
 #define VARNO_RESOURCES_ARTWORK_PALETTE_H
+
+#include "DemoGain_Palette.h"
 
 namespace varno {
 
@@ -26,37 +28,33 @@ constexpr Color between(Color from, Color to, double share) {
 
 namespace palette {
 
-inline constexpr Color kWhite = rgb(0xFFFFFF);
-inline constexpr Color kBlack = rgb(0x000000);
+inline constexpr Color kWhite = rgb(DemoGain_Palette::kWhite);
+inline constexpr Color kBlack = rgb(DemoGain_Palette::kBlack);
 
-// The panel: a matte sheet, and the plate let into it.
-inline constexpr Color kSheetTop = rgb(0x3A3D42);
-inline constexpr Color kSheetBottom = rgb(0x2D3034);
-inline constexpr Color kPlateTop = rgb(0x1F2124);
-inline constexpr Color kPlateBottom = rgb(0x26292D);
-inline constexpr Color kRecess = rgb(0x0E0F10);
+inline constexpr Color kSheetTop = rgb(DemoGain_Palette::kSheetTop);
+inline constexpr Color kSheetBottom = rgb(DemoGain_Palette::kSheetBottom);
+inline constexpr Color kPlateTop = rgb(DemoGain_Palette::kPlateTop);
+inline constexpr Color kPlateBottom = rgb(DemoGain_Palette::kPlateBottom);
+inline constexpr Color kRecess = rgb(DemoGain_Palette::kRecess);
 
-// Lettering: what a control is called, and what explains it.
-inline constexpr Color kName = rgb(0xEFEBE4);
-inline constexpr Color kHint = rgb(0xCFCCC6);
-inline constexpr Color kLine = rgb(0x8C8F94);
+inline constexpr Color kName = rgb(DemoGain_Palette::kName);
+inline constexpr Color kHint = rgb(DemoGain_Palette::kHint);
+inline constexpr Color kLine = rgb(DemoGain_Palette::kLine);
 
-// Everything that is lit, from the faintest to the brightest.
-inline constexpr Color kUnlit = rgb(0x2B2623);
-inline constexpr Color kLit = rgb(0xFF9D33);
-inline constexpr Color kLitHot = rgb(0xFF5A36);
-inline constexpr Color kLitCore = rgb(0xFFD9A0);
-inline constexpr Color kInkOnLit = rgb(0x221304);
+inline constexpr Color kUnlit = rgb(DemoGain_Palette::kUnlit);
+inline constexpr Color kLit = rgb(DemoGain_Palette::kLit);
+inline constexpr Color kLitHot = rgb(DemoGain_Palette::kLitHot);
+inline constexpr Color kLitCore = rgb(DemoGain_Palette::kLitCore);
+inline constexpr Color kInkOnLit = rgb(DemoGain_Palette::kInkOnLit);
 
-// Metal and plastic of the controls.
-inline constexpr Color kSkirtLight = rgb(0x4E5258);
-inline constexpr Color kSkirtDark = rgb(0x141517);
-inline constexpr Color kCapLight = rgb(0x575C63);
-inline constexpr Color kCapDark = rgb(0x2A2D31);
-inline constexpr Color kMetalLight = rgb(0xB8BBBE);
-inline constexpr Color kMetalDark = rgb(0x6C7074);
-inline constexpr Color kKeyLight = rgb(0x474B50);
-inline constexpr Color kKeyDark = rgb(0x303338);
+inline constexpr Color kSkirtLight = rgb(DemoGain_Palette::kSkirtLight);
+inline constexpr Color kSkirtDark = rgb(DemoGain_Palette::kSkirtDark);
+inline constexpr Color kCapLight = rgb(DemoGain_Palette::kCapLight);
+inline constexpr Color kCapDark = rgb(DemoGain_Palette::kCapDark);
+inline constexpr Color kMetalLight = rgb(DemoGain_Palette::kMetalLight);
+inline constexpr Color kMetalDark = rgb(DemoGain_Palette::kMetalDark);
+inline constexpr Color kKeyLight = rgb(DemoGain_Palette::kKeyLight);
+inline constexpr Color kKeyDark = rgb(DemoGain_Palette::kKeyDark);
 
 } // namespace palette
 } // namespace varno
