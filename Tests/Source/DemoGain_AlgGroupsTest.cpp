@@ -109,8 +109,7 @@ public:
         for (std::size_t i = 0; text.empty() && i < mInstances.size(); ++i) {
             text = firstDifference(expected.mInstances[i], mInstances[i]);
             if (!text.empty()) {
-                text = "instance " + std::to_string(i) + " of " + std::to_string(mInstances.size()) + ": " +
-                       text;
+                text.insert(0, "instance " + std::to_string(i) + ": ");
             }
         }
         return text;

@@ -3,6 +3,9 @@
 #include "DemoGain_Alg.h"
 #include "DemoGain_Coefficients.h"
 
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <vector>
@@ -41,7 +44,8 @@ TEST(DemoGain_Oversampling, CarriesFollowersClipGainsAndAverages) {
         std::memcpy(reinterpret_cast<char*>(&to) + bytes.mOffset,
                     reinterpret_cast<const char*>(&from) + bytes.mOffset, bytes.mSize);
     }
-    EXPECT_EQ(std::memcmp(&to, &expected, sizeof to), 0);
+    using Words = std::array<std::uint32_t, sizeof to / sizeof(std::uint32_t)>;
+    EXPECT_EQ(std::bit_cast<Words>(to), std::bit_cast<Words>(expected));
 }
 
 } // namespace

@@ -62,7 +62,7 @@ TEST(DemoGain_DenormalMode, FlushesDenormalsWhileItLivesOnly) {
     volatile float subnormal = std::numeric_limits<float>::denorm_min() * 64.0F;
     const CallersMode caller(kDemoGain_StartFloatMode);
     volatile float scale = 1e30F;
-    SDemoGain_FloatMode mode;
+    SDemoGain_FloatMode mode{};
     float result = 1.0F;
     float product = 1.0F;
     EXPECT_NE(halved(smallest), 0.0F);
@@ -82,8 +82,8 @@ TEST(DemoGain_DenormalMode, FlushesDenormalsWhileItLivesOnly) {
 
 TEST(DemoGain_DenormalMode, RestoresTheCallersModeToTheBit) {
     for (const SDemoGain_FloatMode& mode : callersModes()) {
-        SDemoGain_FloatMode before;
-        SDemoGain_FloatMode after;
+        SDemoGain_FloatMode before{};
+        SDemoGain_FloatMode after{};
         {
             const CallersMode caller(mode);
             before = DemoGain_ReadFloatMode();
@@ -110,7 +110,7 @@ TEST(DemoGain_DenormalMode, TheRoutineSoundsTheSameInEveryCallersModeAndRestores
     for (const SDemoGain_FloatMode& mode : callersModes()) {
         AlgInstance instance(2, 48000.0);
         instance.set(withSwitches({}, 7));
-        SDemoGain_FloatMode after;
+        SDemoGain_FloatMode after{};
         const auto process = [&](const float* const* inputs, float* const* outputs, std::int32_t frames) {
             const CallersMode caller(mode);
             instance.process(inputs, outputs, frames);

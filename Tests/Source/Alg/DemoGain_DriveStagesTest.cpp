@@ -106,7 +106,7 @@ TEST(DemoGain_DriveStages, OutputThatIsNotFiniteLeavesAsSilence) {
     ChunkRows<1> rows;
     std::fill_n(rows.mInput.history(), 1 + kChunkFrames, 0.0F);
     std::copy_n(sums, kChunkFrames, rows.mDcBlocked.v);
-    Row<1> row;
+    Row<1> row{};
     mix<1>(spread<1>({settings}), 0, rows, row);
     const float* output = row.v;
     EXPECT_EQ(output[0], 2.0F);

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <random>
 
 namespace varno::test::postSections {
@@ -50,7 +52,7 @@ TEST(DemoGain_PostSections, EveryLengthOfBufferEndsWhereTheSectionsDo) {
     std::mt19937 engine(3);
     std::uniform_real_distribution<float> sample(-1.25F, 1.25F);
     for (std::size_t frames = 1; frames < 150; ++frames) {
-        RowRing<2> clipped;
+        RowRing<2> clipped{};
         for (std::size_t frame = 0; frame < frames; ++frame) {
             for (std::size_t channel = 0; channel < 2; ++channel) {
                 const float y = sample(engine);
@@ -91,7 +93,8 @@ TEST(DemoGain_PostSections, LongChunksChangeNoBit) {
         }
         advancePostSections(rows, frames, Group<1, 1>{{&states[0]}, {}});
         advancePostSections(longRows, frames, Group<1, 1>{{&states[1]}, {}});
-        ASSERT_EQ(std::memcmp(&states[0], &states[1], sizeof(SDemoGain_Alg_State)), 0) << frames << " frames";
+        using Words = std::array<std::uint32_t, sizeof(SDemoGain_Alg_State) / sizeof(std::uint32_t)>;
+        ASSERT_EQ(std::bit_cast<Words>(states[0]), std::bit_cast<Words>(states[1])) << frames << " frames";
     }
 }
 
