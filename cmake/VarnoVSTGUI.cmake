@@ -56,6 +56,9 @@ set_target_properties(vstgui PROPERTIES COMPILE_DEFINITIONS "NDEBUG;RELEASE;${vs
 set_target_properties(vstgui PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
 # Its warnings are not ours to fix, and its build requests debug information even in a release.
 target_compile_options(vstgui PRIVATE -w $<$<CONFIG:Release>:-g0>)
+# Its assertions name the files that they are in, for whoever includes its headers too. No binary shall hold the folder of
+# one user.
+target_compile_options(vstgui PUBLIC -ffile-prefix-map=${vstgui_folder}/=)
 # A constructor that nothing uses calls a bool instead of setting it, which gcc 14 refuses. The macro makes it set the
 # bool; all that has a function of that name is included before.
 set(vstgui_correction ${PROJECT_BINARY_DIR}/vstgui_correction.h)

@@ -67,6 +67,18 @@ TEST_P(Binaries, needNoNewCLibrary) {
     EXPECT_GE(mFile.neededGlibc(), 202) << "every 64-bit binary needs that of the first";
 }
 
+#ifdef VARNO_PROTECTED
+// They are the same wherever they are built. (Those for debuggers name their sources.)
+TEST_P(Binaries, holdNoFolderOfTheirBuild) {
+    std::ifstream file(GetParam().path, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_FALSE(bytes.empty());
+    for (const char* folder : {VARNO_SOURCE_FOLDER, VARNO_VSTGUI_FOLDER}) {
+        EXPECT_EQ(bytes.find(folder), std::string::npos) << bytes.substr(bytes.find(folder), 100);
+    }
+}
+#endif
+
 TEST_P(Binaries, areProtected) {
     EXPECT_TRUE(mFile.hasFixedAddresses());
     EXPECT_FALSE(mFile.hasExecutableStack());
