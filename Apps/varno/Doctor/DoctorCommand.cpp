@@ -26,8 +26,12 @@ constexpr ExampleEntry kDoctorExamples[] = {
 
 std::vector<Finding> examine(const CommandLine& line) {
     std::vector<Finding> findings = {
-        effectFinding(line), instructionSetFinding(), moduleFinding(line), presetsFinding(line),
-        lv2Finding(environmentVariable("LV2_PATH"), environmentVariable("HOME"))};
+        effectFinding(line),
+        instructionSetFinding(),
+        moduleFinding(line),
+        presetsFinding(line),
+        lv2Finding(environmentVariable("LV2_PATH"), environmentVariable("HOME")),
+        clapFinding(environmentVariable("CLAP_PATH"), environmentVariable("HOME"))};
     for (auto& finding : askWindowProgram()) {
         findings.push_back(std::move(finding));
     }

@@ -25,6 +25,39 @@ constexpr const char* kEditorPackage = "varno-editor";
 constexpr const char* kProgramPackage = "varno";
 constexpr const char* kLv2Package = "varno-s-lv2";
 constexpr const char* kLv2Bundle = "varno-s.lv2";
+constexpr const char* kClapPackage = "varno-s-clap";
+constexpr const char* kClapFolder = "varno-s";
+
+// Folders with a colon between them.
+std::vector<fs::path> foldersOf(const std::string& text) {
+    std::vector<fs::path> folders;
+    std::istringstream path(text);
+    for (std::string folder; std::getline(path, folder, ':');) {
+        if (!folder.empty()) {
+            folders.emplace_back(folder);
+        }
+    }
+    return folders;
+}
+
+// A folder of plug-ins, which a file in it shows to be there.
+struct PluginFolder {
+    const char* name;
+    const char* file;
+};
+
+Finding pluginFinding(const char* part, const char* package, const std::vector<fs::path>& folders,
+                      const PluginFolder& plugins) {
+    std::string searched;
+    for (const auto& folder : folders) {
+        std::error_code error;
+        if (fs::exists(folder / plugins.name / plugins.file, error)) {
+            return {.part = part, .detail = (folder / plugins.name).string()};
+        }
+        searched += (searched.empty() ? "" : ", ") + folder.string();
+    }
+    return {part, PartState::kMissing, std::string(plugins.name) + " is not in " + searched, package};
+}
 
 std::string contentOf(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
@@ -143,38 +176,36 @@ Finding presetsFinding(const CommandLine& line) {
 }
 
 std::vector<fs::path> lv2Folders(const std::string& lv2Path, const std::string& home) {
-    std::vector<fs::path> folders;
-    if (lv2Path.empty()) {
-        if (!home.empty()) {
-            folders.push_back(fs::path(home) / ".lv2");
-        }
-        for (const char* folder :
-             {"/usr/lib/" VARNO_ARCHITECTURE "/lv2", "/usr/lib/lv2", "/usr/local/lib/lv2"}) {
-            folders.emplace_back(folder);
-        }
-        return folders;
+    if (!lv2Path.empty()) {
+        return foldersOf(lv2Path);
     }
-    std::istringstream path(lv2Path);
-    for (std::string folder; std::getline(path, folder, ':');) {
-        if (!folder.empty()) {
-            folders.emplace_back(folder);
-        }
+    std::vector<fs::path> folders;
+    if (!home.empty()) {
+        folders.push_back(fs::path(home) / ".lv2");
+    }
+    for (const char* folder : {"/usr/lib/" VARNO_ARCHITECTURE "/lv2", "/usr/lib/lv2", "/usr/local/lib/lv2"}) {
+        folders.emplace_back(folder);
     }
     return folders;
 }
 
-Finding lv2Finding(const std::string& lv2Path, const std::string& home) {
-    const auto folders = lv2Folders(lv2Path, home);
-    std::string searched;
-    for (const auto& folder : folders) {
-        std::error_code error;
-        if (fs::exists(folder / kLv2Bundle / "manifest.ttl", error)) {
-            return {.part = "LV2 plug-ins", .detail = (folder / kLv2Bundle).string()};
-        }
-        searched += (searched.empty() ? "" : ", ") + folder.string();
+std::vector<fs::path> clapFolders(const std::string& clapPath, const std::string& home) {
+    std::vector<fs::path> folders = foldersOf(clapPath);
+    if (!home.empty()) {
+        folders.push_back(fs::path(home) / ".clap");
     }
-    return {"LV2 plug-ins", PartState::kMissing, std::string(kLv2Bundle) + " is not in " + searched,
-            kLv2Package};
+    folders.emplace_back("/usr/lib/clap");
+    return folders;
+}
+
+Finding lv2Finding(const std::string& lv2Path, const std::string& home) {
+    return pluginFinding("LV2 plug-ins", kLv2Package, lv2Folders(lv2Path, home),
+                         {kLv2Bundle, "manifest.ttl"});
+}
+
+Finding clapFinding(const std::string& clapPath, const std::string& home) {
+    return pluginFinding("CLAP plug-ins", kClapPackage, clapFolders(clapPath, home),
+                         {kClapFolder, "varno-s.clap"});
 }
 
 } // namespace varno

@@ -32,6 +32,11 @@ Finding lv2Finding(const std::string& lv2Path, const std::string& home);
 /// The folders where LV2 hosts look, the first one first. [any]
 std::vector<std::filesystem::path> lv2Folders(const std::string& lv2Path, const std::string& home);
 
+/// The same for CLAP hosts, which look where CLAP_PATH says and in their usual folders too. [main]
+Finding clapFinding(const std::string& clapPath, const std::string& home);
+/// [any]
+std::vector<std::filesystem::path> clapFolders(const std::string& clapPath, const std::string& home);
+
 } // namespace varno
 
 #endif

@@ -23,9 +23,9 @@ protected:
                    const std::string& program = VARNO_PROGRAM) const {
         // Of two values of a variable the first counts.
         Surroundings around{.folder = mFolder.path(), .environment = environment};
-        for (const char* unset :
-             {"VARNO_MODULE=", "DISPLAY=", "LV2_PATH=", "XDG_RUNTIME_DIR=", "PIPEWIRE_RUNTIME_DIR=",
-              "PULSE_RUNTIME_PATH=", "PULSE_SERVER=", "JACK_DEFAULT_SERVER=varno-no-server"}) {
+        for (const char* unset : {"VARNO_MODULE=", "DISPLAY=", "LV2_PATH=", "CLAP_PATH=", "XDG_RUNTIME_DIR=",
+                                  "PIPEWIRE_RUNTIME_DIR=", "PULSE_RUNTIME_PATH=", "PULSE_SERVER=",
+                                  "JACK_DEFAULT_SERVER=varno-no-server"}) {
             around.environment.emplace_back(unset);
         }
         around.environment.push_back("HOME=" + path("home"));
@@ -91,7 +91,7 @@ TEST_F(DoctorCommand, PrintsTheSameAsText) {
     EXPECT_THAT(outcome.out, StartsWith("varno " VARNO_VERSION "\n\nPART"));
     EXPECT_THAT(outcome.out, HasSubstr("\nmodule           ok       " VARNO_MODULE_BUNDLE "\n"));
     EXPECT_THAT(outcome.out, HasSubstr("\nDebian's packages that bring what is missing:\n\nPART"));
-    EXPECT_THAT(outcome.out, HasSubstr("\nLV2 plug-ins  varno-s-lv2\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("\nLV2 plug-ins   varno-s-lv2\nCLAP plug-ins  varno-s-clap\n"));
 }
 
 TEST_F(DoctorCommand, NamesTheInstructionSetInUse) {
@@ -174,6 +174,24 @@ TEST(Lv2Folders, AreThoseOfDebiansHosts) {
     EXPECT_THAT(lv2Folders("", ""),
                 testing::IsSupersetOf({fs::path("/usr/lib/lv2"), fs::path("/usr/local/lib/lv2")}));
     EXPECT_THAT(lv2Folders("/a:/b", "/me"), ElementsAre(fs::path("/a"), fs::path("/b")));
+}
+
+TEST_F(DoctorCommand, FindsTheClapPluginsWhereHostsDo) {
+    fs::create_directories(path("home/.clap/varno-s"));
+    const auto found = [&](const std::vector<std::string>& environment) {
+        return parts(0, {}, environment).at("CLAP plug-ins")["detail"].get<std::string>();
+    };
+    EXPECT_EQ(found({"CLAP_PATH=" + path("one")}),
+              "varno-s is not in " + path("one") + ", " + path("home/.clap") + ", /usr/lib/clap");
+    writeFile(path("home/.clap/varno-s/varno-s.clap"), "");
+    EXPECT_EQ(found({}), path("home/.clap/varno-s"));
+    EXPECT_EQ(found({"CLAP_PATH=" + path("one")}), path("home/.clap/varno-s"));
+}
+
+TEST(ClapFolders, AreThoseOfTheUserAndOfAll) {
+    EXPECT_THAT(clapFolders("/a::/b", "/me"), ElementsAre(fs::path("/a"), fs::path("/b"),
+                                                          fs::path("/me/.clap"), fs::path("/usr/lib/clap")));
+    EXPECT_THAT(clapFolders("", ""), ElementsAre(fs::path("/usr/lib/clap")));
 }
 
 TEST_F(DoctorCommand, TakesNoArguments) {
