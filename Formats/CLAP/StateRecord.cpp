@@ -4,7 +4,6 @@
 #include "Host/Oversampling/RateConverter.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 
 namespace varno {
@@ -75,7 +74,8 @@ std::vector<std::byte> bytesOf(const StateRecord& record) {
 
 StateRecord recordFrom(std::span<const std::byte> bytes) {
     std::int32_t dataBytes = 0;
-    std::memcpy(&dataBytes, bytes.data(), std::min(bytes.size(), sizeof dataBytes));
+    std::copy_n(bytes.begin(), std::min(bytes.size(), sizeof dataBytes),
+                std::as_writable_bytes(std::span(&dataBytes, 1)).begin());
     const std::size_t whole =
         kAAX_PlugInChunkHeaderSize + static_cast<std::size_t>(std::max(dataBytes, std::int32_t{0}));
     // The chunk refuses what is not as long as it says.
