@@ -67,6 +67,8 @@ make_debian_packages() {
         printf 'varno-s (%s) unstable; urgency=medium\n\n  * See changelog.gz for what has changed.\n\n -- %s  %s\n' "$version" \
             "$(sed -n 's/^Maintainer: //p' "$folder/debian/control")" "$(date --utc --rfc-email --date="@$(source_time)")" \
             >"$folder/debian/changelog" || return
+    # debhelper sets later times to this one and keeps earlier ones, which differ by checkout.
+    find "$folder" -exec touch --no-dereference --date="@$(source_time)" {} + || return
     cd "$root" && need_vstgui || return
     VSTGUI_SOURCE_DIR=${VSTGUI_SOURCE_DIR:-$(Scripts/fetch-vstgui)} || return
     export VSTGUI_SOURCE_DIR
