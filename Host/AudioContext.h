@@ -223,9 +223,9 @@ public:
 private:
     /// An average that runs as many times too fast as the sound is oversampled, and its meter.
     struct Level {
-        float* tap;
-        float* average;
-        double coefficient;
+        float* tap = nullptr;
+        float* average = nullptr;
+        double coefficient = 0.0;
         float tapBefore = 0.0F; ///< The present buffer.
         float averageBefore = 0.0F;
     };
