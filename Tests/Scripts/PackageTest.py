@@ -36,8 +36,8 @@ class PackageTest(FixtureProject):
 
     def test_nothing_is_taken_from_a_cache_of_compilations(self):
         done = self.call('need_packages() { :; }; make_debian_packages() { show debian; }; make_archive() { show archive; }; '
-                         'show() { bash -c \'echo "$0 ${CCACHE_DISABLE-}"\' "$1" >&2; }; make_packages; show after')
-        self.assertEqual(done.stderr, "debian 1\narchive 1\nafter \n")
+                         'show() { bash -c \'echo "$0 ${CCACHE_DISABLE-}"\' "$1" >&2; }; make_packages; show after', CCACHE_DISABLE="before")
+        self.assertEqual(done.stderr, "debian 1\narchive 1\nafter before\n")
 
     def compare(self, script):
         """Compares the package that the project's ./run makes by this script in its build folder with another one."""
