@@ -28,6 +28,7 @@ NOTICES = {"VSTGUI": "Neither the name of the Steinberg Media Technologies nor t
            "libstdc++.a": "You have permission to propagate a work of Target Code",
            "libgcc.a": "You have permission to propagate a work of Target Code",
            "libgcc_eh.a": "You have permission to propagate a work of Target Code",
+           "libc_nonshared.a": "modify it under the terms of the GNU Lesser General Public",
            "Highway": "TERMS AND CONDITIONS FOR USE, REPRODUCTION, AND DISTRIBUTION",
            "JSON for Modern C++": "The above copyright notice and this permission notice shall be included in",
            "KISS FFT": "Redistribution and use in source and binary forms, with or without",

@@ -1,6 +1,7 @@
 // What editors leave behind when they are opened and closed many times.
 #include "Tests/Integration/Editor/EditorTest.h"
 
+#include "Tests/Support/ResidentGrowth.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TestRun.h"
 #include "Tests/Support/XServer.h"
@@ -65,16 +66,15 @@ protected:
         constexpr std::ptrdiff_t kGrowth = 1 << 20;
         round(0);
         Holdings baseline = holdings();
-        std::ptrdiff_t resident = 0;
+        ResidentGrowth growth(kWarmUp, rounds);
         for (int i = 1; i < rounds; ++i) {
             round(i);
             ASSERT_TRUE(isBackAt(baseline)) << "round " << i;
-            resident = i == kWarmUp ? residentBytes() : resident;
+            growth.after(i);
         }
-        const std::ptrdiff_t growth = residentBytes() - resident;
-        RecordProperty("growth_bytes", std::to_string(growth));
+        RecordProperty("growth_bytes", std::to_string(growth.bytes()));
         if (!kIsSanitized) { // sanitizers keep what was freed
-            EXPECT_LT(growth, kGrowth) << "bytes of memory more after " << rounds - kWarmUp << " rounds";
+            EXPECT_LT(growth.bytes(), kGrowth) << "bytes of memory more after " << rounds - kWarmUp << " rounds";
         }
     }
 

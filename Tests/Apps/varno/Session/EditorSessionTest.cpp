@@ -3,6 +3,7 @@
 #include "DemoGain_Oversampling.h"
 #include "Surround/Settings/EffectHost.h"
 #include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/ResidentGrowth.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TestRun.h"
 #include "Tests/Support/XServer.h"
@@ -72,28 +73,27 @@ TEST_F(EditorSessionLife, LeavesNothingBehindHoweverOftenItIsOpened) {
     const auto module = Module::open(VARNO_SESSION_BUNDLE, effectHostOptions());
     std::ptrdiff_t descriptors = 0;
     std::ptrdiff_t threads = 0;
-    std::ptrdiff_t resident = 0;
     std::ptrdiff_t allocated = 0;
+    ResidentGrowth growth(kWarmUp, rounds);
     for (int round = 0; round < rounds; ++round) {
         openOnce(module);
         if (round == kWarmUp) {
             EXPECT_TRUE(reader().eventually([&] { return applications() == "([],)"; }));
             descriptors = openDescriptors();
             threads = threadsOfTheTest();
-            resident = residentBytes();
             allocated = allocatedBytes();
         }
+        growth.after(round);
     }
     EXPECT_TRUE(reader().eventually([&] { return applications() == "([],)"; }));
     EXPECT_TRUE(reader().eventually([&] { return openDescriptors() <= descriptors; })) << openDescriptors();
     EXPECT_LE(threadsOfTheTest(), threads);
     EXPECT_TRUE(reader().eventually([&] { return isNoMore(countResources(mClient), resources); }));
-    const std::ptrdiff_t growth = residentBytes() - resident;
     RecordProperty("rounds", rounds);
     RecordProperty("allocated_bytes", std::to_string(allocatedBytes() - allocated));
-    RecordProperty("growth_bytes", std::to_string(growth));
+    RecordProperty("growth_bytes", std::to_string(growth.bytes()));
     if (!kIsSanitized) { // sanitizers keep what was freed
-        EXPECT_LT(growth, kGrowth);
+        EXPECT_LT(growth.bytes(), kGrowth);
     }
 }
 

@@ -2,6 +2,7 @@
 #include "Tests/Formats/CLAP/Window/ClapWindowTest.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Support/ResidentGrowth.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TestRun.h"
 #include "Tests/Support/XServer.h"
@@ -261,7 +262,7 @@ TEST_F(ClapWindowLife, leavesNothingBehindHoweverOftenItIsOpened) {
     constexpr std::ptrdiff_t kGrowth = 1 << 20; // bytes, of which caches may take some
     const auto resources = countResources(client);
     std::ptrdiff_t descriptors = 0;
-    std::ptrdiff_t resident = 0;
+    ResidentGrowth growth(kWarmUp, rounds);
     for (int round = 0; round < rounds; ++round) {
         {
             ClapWindowHost host(client, {.hasTimers = round % 2 == 0, .isFloating = round % 4 == 3});
@@ -274,16 +275,15 @@ TEST_F(ClapWindowLife, leavesNothingBehindHoweverOftenItIsOpened) {
         }
         if (round == kWarmUp) {
             descriptors = openDescriptors();
-            resident = residentBytes();
         }
+        growth.after(round);
     }
     EXPECT_LE(openDescriptors(), descriptors);
     // The server notices that a client has disconnected some time later.
     EXPECT_TRUE(eventually([&] { return isNoMore(countResources(client), resources); }));
-    const std::ptrdiff_t growth = residentBytes() - resident;
-    RecordProperty("growth_bytes", std::to_string(growth));
+    RecordProperty("growth_bytes", std::to_string(growth.bytes()));
     if (!kIsSanitized) { // sanitizers keep what was freed
-        EXPECT_LT(growth, kGrowth);
+        EXPECT_LT(growth.bytes(), kGrowth);
     }
 }
 

@@ -1,6 +1,7 @@
 // Windows that are opened and closed, in hosts of all kinds.
 #include "Tests/Formats/LV2/UI/WindowTest.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
+#include "Tests/Support/ResidentGrowth.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TestRun.h"
 #include "Tests/Support/XServer.h"
@@ -232,7 +233,7 @@ TEST_F(WindowLife, leavesNothingBehindHoweverOftenItIsOpened) {
     const auto resources = countResources(client);
     std::ptrdiff_t descriptors = 0;
     std::ptrdiff_t threads = 0;
-    std::ptrdiff_t resident = 0;
+    ResidentGrowth growth(kWarmUp, rounds);
     for (int round = 0; round < rounds; ++round) {
         {
             WindowHost host(client, {.parent = round % 4 == 3 ? Parent::Null : Parent::Window});
@@ -247,17 +248,16 @@ TEST_F(WindowLife, leavesNothingBehindHoweverOftenItIsOpened) {
         if (round == kWarmUp) {
             descriptors = openDescriptors();
             threads = threadsOfThisProcess();
-            resident = residentBytes();
         }
+        growth.after(round);
     }
     EXPECT_LE(openDescriptors(), descriptors);
     EXPECT_LE(threadsOfThisProcess(), threads);
     // The server notices that a client has disconnected some time later.
     EXPECT_TRUE(eventually([&] { return isNoMore(countResources(client), resources); }));
-    const std::ptrdiff_t growth = residentBytes() - resident;
-    RecordProperty("growth_bytes", std::to_string(growth));
+    RecordProperty("growth_bytes", std::to_string(growth.bytes()));
     if (!kIsSanitized) { // sanitizers keep what was freed
-        EXPECT_LT(growth, kGrowth);
+        EXPECT_LT(growth.bytes(), kGrowth);
     }
 }
 
