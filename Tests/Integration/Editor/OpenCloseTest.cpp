@@ -74,7 +74,8 @@ protected:
         }
         RecordProperty("growth_bytes", std::to_string(growth.bytes()));
         if (!kIsSanitized) { // sanitizers keep what was freed
-            EXPECT_LT(growth.bytes(), kGrowth) << "bytes of memory more after " << rounds - kWarmUp << " rounds";
+            EXPECT_LT(growth.bytes(), kGrowth)
+                << "bytes of memory more after " << rounds - kWarmUp << " rounds";
         }
     }
 
