@@ -10,6 +10,7 @@
 #include "Render/BlockProcessor.h"
 #include "Render/CsvFiles.h"
 #include "Render/MetadataText.h"
+#include "Render/MidSide.h"
 #include "Render/SampleLevels.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/Quality.h"
@@ -24,6 +25,7 @@ namespace varno {
 namespace {
 
 constexpr int kReadFrames = 32768; // at a time, of files that are complete
+constexpr int kMidSideChannels = 2;
 
 // The points of --automate as values for the instance.
 std::vector<AutomationStep> automationSteps(const std::string& path, const Instance& instance,
@@ -151,6 +153,9 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
                                                                  .acceptTruncated = mOptions.acceptTruncated,
                                                                  .whileWritten = mIsToPipe}) {
     requireVariantFor(session.module(), mReader);
+    if (mOptions.midSide && mReader.format().channels != kMidSideChannels) {
+        throw WorkError(mReader.name() + ": has 1 channel; option --mid-side needs 2 (stereo)");
+    }
     if (const auto refusal = qualityRefusal(mOptions.quality, session.module().options().sampleRates,
                                             mReader.format().rateHz)) {
         throw WorkError(mReader.name() + ": " + *refusal);
@@ -196,6 +201,9 @@ bool FileRender::read() {
     }
     throwIfInterrupted();
     mIn.add(*mBlock);
+    if (mOptions.midSide) {
+        toMidSide(samples()[0], samples()[1], frames());
+    }
     return true;
 }
 
@@ -227,6 +235,9 @@ const AudioBlock& FileRender::withoutLatency() {
 }
 
 void FileRender::write() {
+    if (mOptions.midSide) {
+        toLeftRight(samples()[0], samples()[1], frames());
+    }
     const AudioBlock& block = withoutLatency();
     mOut.add(block);
     mWriter->write(block, block.samples());

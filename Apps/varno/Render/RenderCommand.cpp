@@ -164,6 +164,12 @@ constexpr OptionEntry kRenderOptions[] = {
      .numbers = {.least = 1, .most = 256, .usual = kUsualJobs},
      .group = "Processing",
      .help = "Inputs rendered at the same time."},
+    {.name = "--mid-side",
+     .group = "Processing",
+     .help =
+         "Process the middle and the sides of stereo files: half the sum of the channels as left, half "
+         "their difference as right, and back after the effect. With LinkSw off, each has a gain reduction "
+         "of its own."},
     kModuleOption,
     kHelpOption,
 };

@@ -72,6 +72,7 @@ RenderOptions renderOptions(const CommandLine& line) {
     options.jobs = line.number<int>("--jobs").value_or(options.jobs);
     options.quality = qualityOption(line).value_or(options.quality);
     options.compensate = line.has("--compensate");
+    options.midSide = line.has("--mid-side");
     options.tailS = line.number<double>("--tail").value_or(options.tailS);
     if (line.has("--container") && !line.has("--out-dir")) {
         throw UsageError("option --container needs --out-dir; the extension of OUTPUT selects its container");

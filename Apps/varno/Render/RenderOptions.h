@@ -36,6 +36,7 @@ struct RenderOptions {
     int jobs = kUsualJobs;
     std::int32_t quality = 1; ///< Factor of oversampling.
     bool compensate = false;  ///< Outputs without the latency.
+    bool midSide = false;     ///< The effect processes mid and side in the place of left and right.
     double tailS = 0.0;
     std::optional<SampleFormat> format; ///< Nothing: the input's.
     Dither dither = Dither::kTpdf;

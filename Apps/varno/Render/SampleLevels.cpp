@@ -5,11 +5,6 @@
 #include <cmath>
 
 namespace varno {
-namespace {
-
-constexpr float kLargestUsable = 1e30F;
-
-} // namespace
 
 void SampleLevels::add(const AudioBlock& block) {
     for (int channel = 0; channel < block.channels(); ++channel) {
@@ -25,7 +20,7 @@ void SampleLevels::add(const float* samples, int count) {
     std::array<std::int32_t, kLanes> unusable{};
     const auto take = [&](int i, std::size_t lane) {
         const float magnitude = std::fabs(samples[i]);
-        const bool isUsable = magnitude <= kLargestUsable; // false for not-a-number
+        const bool isUsable = isUsableSample(samples[i]);
         peaks[lane] = std::max(peaks[lane], isUsable ? magnitude : 0.0F);
         unusable[lane] += isUsable ? 0 : 1;
     };

@@ -3,9 +3,17 @@
 
 #include "AudioFile/Block.h"
 
+#include <cmath>
 #include <cstdint>
 
 namespace varno {
+
+/// Whether the effect processes a sample as it is. What is not a number, infinite or above 1e30 in magnitude
+/// it processes as silence. [any]
+inline bool isUsableSample(float sample) {
+    constexpr float kLargest = 1e30F;
+    return std::fabs(sample) <= kLargest; // false for not-a-number
+}
 
 /// What is measured of a signal's samples.
 class SampleLevels {
@@ -16,8 +24,7 @@ public:
     /// The largest magnitude of usable samples, full scale 1.
     double peak() const { return mPeak; }
 
-    /// How many samples are not usable: not a number, infinite or above 1e30 in magnitude. The effect
-    /// processes them as silence.
+    /// How many samples are not usable; see isUsableSample().
     std::int64_t unusable() const { return mUnusable; }
 
 private:

@@ -99,6 +99,20 @@ TEST_F(RenderRecordTest, OtherSettingsAreRenderedAgainAndSoAreTheFormerOnes) {
     }
 }
 
+// An option for stereo files alone.
+TEST_F(RenderRecordTest, MidAndSideAreAnotherSetting) {
+    const auto isSkipped = [this](std::vector<std::string> options) {
+        options.insert(options.begin(), {"render", "--out-dir", ".", "--container", "flac", "--record",
+                                         "record", "--json", "--skip-existing"});
+        options.emplace_back("a.wav");
+        return linesOf(varnoOut(options)).at(0).at("skipped").get<bool>();
+    };
+    EXPECT_FALSE(isSkipped({}));
+    EXPECT_FALSE(isSkipped({"--mid-side"}));
+    EXPECT_TRUE(isSkipped({"--mid-side"}));
+    EXPECT_FALSE(isSkipped({}));
+}
+
 TEST_F(RenderRecordTest, TheOutputIsThatOfTheNewSettings) {
     varnoOut(words({}));
     varnoOut(words({"--skip-existing", "--set", "Hot=0.9"}));
