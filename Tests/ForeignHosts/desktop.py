@@ -43,6 +43,10 @@ class Desktop:
     def run(self, *command):
         return self.test.run_program(*map(str, command), environment=self.environment)
 
+    def look(self, *command):
+        """What a program prints of windows. One that goes meanwhile ends it, with an error."""
+        return self.test.run_program(*command, status=(0, 1), environment=self.environment)
+
     def xdotool(self, *words):
         """Mouse and keyboard, and an answer to it."""
         self.run("xdotool", *words)
@@ -82,16 +86,16 @@ class Desktop:
 
     def inner_window(self, width, height):
         """Where on the screen a window of this size lies inside of those of other programs: left, top."""
-        tree = self.run("xwininfo", "-root", "-tree")
+        tree = self.look("xwininfo", "-root", "-tree")
         found = re.search(rf"^ {{8,}}0x\w+ .*{width}x{height}\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)$", tree, re.MULTILINE)
         return found and (int(found.group(1)), int(found.group(2)))
 
     def menu(self):
         """The area of the effect's menu on the screen: left, top, width, height; None where it has none."""
-        for line in self.run("xwininfo", "-root", "-children").splitlines():
+        for line in self.look("xwininfo", "-root", "-children").splitlines():
             found = re.match(r"^ +(0x\w+) .*\(\"varno\" \"Varno\"\) +(\d+)x(\d+)\+(-?\d+)\+(-?\d+) ", line)
-            if found and "_NET_WM_WINDOW_TYPE_POPUP_MENU" in self.run("xprop", "-id", found.group(1)):
-                if "IsViewable" in self.run("xwininfo", "-id", found.group(1)):
+            if found and "_NET_WM_WINDOW_TYPE_POPUP_MENU" in self.look("xprop", "-id", found.group(1)):
+                if "IsViewable" in self.look("xwininfo", "-id", found.group(1)):
                     width, height, left, top = map(int, found.groups()[1:])
                     return left, top, width, height
         return None
