@@ -1,25 +1,17 @@
 """The numbers of the manual are those that the built program measures, and others are found."""
-import importlib.machinery
-import importlib.util
 import os
 import pathlib
 import unittest
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+from script import ROOT, script
+
 MANUAL = (ROOT / "docs/manual.md").read_text()
-
-
-def script():
-    loader = importlib.machinery.SourceFileLoader("manual_figures", str(ROOT / "Scripts/manual-figures"))
-    module = importlib.util.module_from_spec(importlib.util.spec_from_loader(loader.name, loader))
-    loader.exec_module(module)
-    return module
 
 
 class FiguresTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.figures = script()
+        cls.figures = script("manual-figures")
         # Measures once for all tests.
         cls.effect = cls.figures.Effect(pathlib.Path(os.environ["VARNO_BUILD"]) / "Apps/varno/varno")
 

@@ -1,25 +1,17 @@
 """The numbers of the presets are those that the built program gives, and others are found."""
-import importlib.machinery
-import importlib.util
 import os
 import pathlib
 import unittest
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+from script import ROOT, script
+
 DOCUMENT = (ROOT / "docs/presets.md").read_text()
-
-
-def script():
-    loader = importlib.machinery.SourceFileLoader("preset_figures", str(ROOT / "Scripts/preset-figures"))
-    module = importlib.util.module_from_spec(importlib.util.spec_from_loader(loader.name, loader))
-    loader.exec_module(module)
-    return module
 
 
 class PresetFiguresTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.script = script()
+        cls.script = script("preset-figures")
         # Measures once for all tests.
         cls.presets = cls.script.Presets(pathlib.Path(os.environ["VARNO_BUILD"]) / "Apps/varno/varno")
 
