@@ -3,46 +3,34 @@ import os
 import subprocess
 import unittest
 
-from fixture import FixtureProject
+from debian_fixture import DebianProject
 from InstallTest import AS_NOBODY
-from MakeDebianTest import MMDEBSTRAP, UNSHARE
 
 # Makes packages where the command would.
 MAKING = """
-[[ ${{@: -1}} != *"run package" ]] || {{
-    mkdir -p "${{@: -3:1}}/varno/build/packages"
-    touch "${{@: -3:1}}/varno/build/packages/made.deb"
-}}
+[[ ${@: -1} != *"run package" ]] || {
+    mkdir -p "${@: -3:1}/varno/build/packages"
+    touch "${@: -3:1}/varno/build/packages/made.deb"
+}
 """
 
 
-class TryPackagesTest(FixtureProject):
+class TryPackagesTest(DebianProject):
+    script_name = "try-packages"
+    in_the_release = MAKING
+
     def setUp(self):
         super().setUp()
-        self.script = self.root / "Scripts/try-packages"
-        self.calls, self.broken, self.into = self.folder / "calls", self.folder / "broken", self.folder / "into"
         self.made = self.folder / "made"
         self.made.mkdir()
         for name in ("a_1.deb", "a-dbgsym_1.deb", "a.tar.xz", "a.changes"):
             (self.made / name).write_text(name)
-        self.broken.write_text("nothing\n")
-        self.command("mmdebstrap", MMDEBSTRAP.format(calls=self.calls))
-        self.command("unshare", MAKING.format() + UNSHARE.format(calls=self.calls, broken=self.broken))
-        self.command("apt-get", "echo mirror\n")
-
-    def try_packages(self, *arguments):
-        # Nothing here needs root, since nothing is mounted.
-        system = self.root / "Scripts/debian-system.sh"
-        system.write_text(system.read_text().replace("((EUID == 0))", "true"))
-        self.calls.write_text("")
-        done = self.run_script(*arguments, script=self.script)
-        return done, self.calls.read_text().splitlines()
 
     def test_uses_the_packages_in_a_new_system(self):
         for number, suite in (("12", "bookworm"), ("13", "trixie")):
             system = self.into / f"packages-{number}"
             for _ in range(2):  # the one of before makes room
-                done, calls = self.try_packages(number, str(self.into), str(self.made))
+                done, calls = self.make(number, str(self.into), str(self.made))
                 self.assertEqual((done.returncode, calls),
                                  (0, [f"mmdebstrap {suite} {system} mirror",
                                       f"in {system} with {self.into}/debian-{number}-packages: /tried/use-packages /tried"]),
@@ -54,7 +42,7 @@ class TryPackagesTest(FixtureProject):
         system = self.into / "packages-13"
         inside = f"in {system} with {self.into}/debian-13-packages: "
         made = f"mmdebstrap trixie {system} mirror"
-        done, calls = self.try_packages("13", str(self.into))
+        done, calls = self.make("13", str(self.into))
         self.assertEqual((done.returncode, calls),
                          (0, [made, inside + "/varno/run package", made, inside + "/tried/use-packages /tried"]), done.stderr)
         self.assertEqual(sorted(os.listdir(system / "tried")), ["made.deb", "use-packages"])
@@ -63,7 +51,7 @@ class TryPackagesTest(FixtureProject):
     def test_fails_where_a_command_fails(self):
         for command, count in (("run package", 2), ("/tried", 4)):
             self.broken.write_text(command)
-            done, calls = self.try_packages("13", str(self.into))
+            done, calls = self.make("13", str(self.into))
             self.assertEqual((done.returncode, len(calls)), (3, count))
 
     def test_needs_root(self):
