@@ -1,5 +1,5 @@
-#ifndef VARNO_AUDIOFILE_TRANSFER_H
-#define VARNO_AUDIOFILE_TRANSFER_H
+#ifndef VARNO_FILES_TRANSFER_H
+#define VARNO_FILES_TRANSFER_H
 
 #include <cstddef>
 #include <cstdint>

@@ -62,6 +62,10 @@ class LintTest(FixtureProject):
             self.assert_step("guards", passes=False, said=r"Host/Thing\.h:1: .*" + said)
             subprocess.run([self.root / "Scripts/check-guards", "--fix", self.root], check=True)
             self.assertEqual((self.root / "Host/Thing.h").read_text(), guarded)
+        # In every folder, but not in copies of the tree in the build folder.
+        self.write("Anywhere/Else.h", guarded)
+        self.write("build/package/Else.h", "int thing();\n")
+        self.assert_step("guards", passes=False, said=r"Anywhere/Else\.h:1: .*VARNO_ANYWHERE_ELSE_H\nrun:")
 
     def test_includes(self):
         self.write("Host/Host.h", "\n")

@@ -7,6 +7,7 @@
 #include "Settings/Quality.h"
 #include "Surround/Settings/NumberText.h"
 
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -100,6 +101,14 @@ const std::string* textIn(const Json::Object& object, const std::string& key) {
     return found == object.end() ? nullptr : std::get_if<std::string>(&found->second.value());
 }
 
+// Waits until no other process appends, and keeps it so while the file is open. Without locks in the file
+// system nothing holds.
+void lockFile(const FileDescriptor& file) {
+    while (::flock(file.get(), LOCK_EX) != 0 && errno == EINTR) {
+        throwIfInterrupted();
+    }
+}
+
 } // namespace
 
 std::string settingsDigest(const RenderOptions& options, const Settings& settings, const Instance& instance,
@@ -189,6 +198,8 @@ void RenderRecord::add(const std::string& line) const {
     if (!file.isOpen()) {
         throwWriteError(mPath, errno);
     }
+    // Else the size could be one that a line has halfway.
+    lockFile(file);
     struct stat status {};
     char last = '\n';
     if (::fstat(file.get(), &status) != 0 ||

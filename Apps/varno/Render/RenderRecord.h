@@ -40,7 +40,8 @@ public:
     /// Whether the last report about a task's output has what it would be made of now. @throws as above [any]
     bool isUpToDate(const RenderTask& task) const;
 
-    /// Appends a report. Several processes may append to one file of a local file system. @throws FileError
+    /// Appends a report. Several processes may append to one file where the file system has locks.
+    /// @throws FileError; Interrupted
     void add(const std::string& line) const;
 
 private:

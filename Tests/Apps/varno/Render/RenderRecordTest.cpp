@@ -1,5 +1,7 @@
 #include "Tests/Apps/varno/Support/ProgramTest.h"
 
+#include "Render/RenderRecord.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -7,6 +9,8 @@
 #include <fstream>
 #include <sstream>
 #include <sys/stat.h>
+#include <thread>
+#include <vector>
 
 // What varno render --record keeps, and what --skip-existing makes of it.
 
@@ -205,6 +209,30 @@ TEST_F(RenderRecordTest, PipesAreRenderedEachTime) {
         EXPECT_EQ(json::parse(outcome.out).at("skipped"), false);
         EXPECT_TRUE(json::parse(outcome.out).at("made_of").at("input").is_null());
     }
+}
+
+TEST_F(RenderRecordTest, SeveralAppendAtOnce) {
+    constexpr int kThreads = 4;
+    constexpr int kLines = 500;
+    // Many pages of memory: the system shows the size that the file has between two pages.
+    const std::string line(20000, 'x');
+    {
+        std::vector<std::jthread> threads;
+        for (int thread = 0; thread < kThreads; ++thread) {
+            threads.emplace_back([&] {
+                const RenderRecord record(path("record"), "");
+                for (int number = 0; number < kLines; ++number) {
+                    record.add(line + "\n");
+                }
+            });
+        }
+    }
+    int count = 0;
+    std::istringstream lines(record());
+    for (std::string written; std::getline(lines, written); ++count) {
+        ASSERT_TRUE(written == line) << "line " << count << " has " << written.size() << " characters";
+    }
+    EXPECT_EQ(count, kThreads * kLines);
 }
 
 TEST_F(RenderRecordTest, AFileIsNeeded) {
