@@ -15,6 +15,8 @@ CommandEntry paramsCommand();
 CommandEntry measureCommand();
 CommandEntry presetsCommand();
 CommandEntry doctorCommand();
+/// Which varno-validate runs. @param run what the command does in this program
+CommandEntry validateCommand(RunCommand run);
 
 } // namespace varno
 

@@ -7,9 +7,9 @@
 #include "CommandLine/Help.h"
 #include "CommandLine/ProgramMain.h"
 #include "Commands.h"
+#include "OtherPrograms.h"
 #include "Settings/ModuleLoading.h"
 #include "Surround/Settings/Suggestion.h"
-#include "WindowProgram.h"
 
 #include <algorithm>
 
@@ -116,6 +116,7 @@ const ProgramEntry& program() {
                                             paramsCommand(),
                                             presetsCommand(),
                                             measureCommand(),
+                                            validateCommand(startValidateProgram),
                                             doctorCommand(),
                                             completionCommand(),
                                             manCommand()};

@@ -12,7 +12,7 @@ MODULE = next((BUILD / "Varno-S.aaxplugin/Contents").glob("*-linux")) / "Varno-S
 # List -> the binaries that it is about, with the names of their maps.
 PROGRAM = BUILD / "Apps/varno"
 LISTS = {BUILD / "THIRD-PARTY.txt": {PROGRAM / "varno": "varno", PROGRAM / "varno-window": "varno_window_program",
-                                     MODULE: "Varno-S"},
+                                     PROGRAM / "varno-validate": "varno_validate_program", MODULE: "Varno-S"},
          BUNDLE / "THIRD-PARTY.txt": {BUNDLE / "varno-s.so": "varno_lv2", BUNDLE / "varno-s-ui.so": "varno_lv2_window"},
          CLAP / "THIRD-PARTY.txt": {CLAP / "varno-s.clap": "varno_clap"}}
 # List -> what the binaries hold without an archive of its own, or with one of the build.

@@ -19,8 +19,8 @@ TEST_F(ProgramHelp, OfTheProgram) {
 }
 
 TEST_F(ProgramHelp, OfEachCommand) {
-    for (const std::string command :
-         {"render", "edit", "play", "describe", "params", "presets", "doctor", "completion", "man"}) {
+    for (const std::string command : {"render", "edit", "play", "describe", "params", "presets", "measure",
+                                      "validate", "doctor", "completion", "man"}) {
         expectGolden({command, "--help"}, command + ".txt");
     }
 }

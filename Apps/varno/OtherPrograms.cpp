@@ -1,4 +1,4 @@
-#include "WindowProgram.h"
+#include "OtherPrograms.h"
 
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Interruption.h"
@@ -11,15 +11,11 @@
 namespace varno {
 namespace {
 
-constexpr const char* kWindowProgram = "varno-window";
-
-} // namespace
-
-int startWindowProgram(const CommandLine& line) {
+[[noreturn]] void startProgram(const std::string& name, const CommandLine& line) {
     const auto folder = programFolder();
-    const auto program = installedFile(folder, kWindowProgram);
+    const auto program = installedFile(folder, name);
     if (!program) {
-        throw WorkError(std::string(kWindowProgram) + ": not found beside the program in " + folder.string() +
+        throw WorkError(name + ": not found beside the program in " + folder.string() +
                         "; expected it where the program was built or installed");
     }
     std::vector<std::string> words = line.words();
@@ -32,6 +28,16 @@ int startWindowProgram(const CommandLine& line) {
     letInterruptionsEnd();
     ::execv(program->c_str(), pointers.data());
     throw WorkError(program->string() + ": cannot be started: " + std::generic_category().message(errno));
+}
+
+} // namespace
+
+int startWindowProgram(const CommandLine& line) {
+    startProgram("varno-window", line);
+}
+
+int startValidateProgram(const CommandLine& line) {
+    startProgram("varno-validate", line);
 }
 
 } // namespace varno

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-// varno without what comes with it, and how it starts varno-window.
+// varno without what comes with it, and how it starts other programs.
 
 namespace varno::test {
 namespace {
@@ -45,6 +45,8 @@ TEST_F(LoneProgram, NamesWhatIsMissing) {
         EXPECT_EQ(onlyLine(outcome),
                   "varno-window: " + place + "it where the program was built or installed");
     }
+    EXPECT_EQ(onlyLine(lone({"validate"})),
+              "varno-validate: " + place + "it where the program was built or installed");
     EXPECT_EQ(onlyLine(lone({"describe"})),
               "Varno-S.aaxplugin: " + place + "its path in --module or VARNO_MODULE");
 }
@@ -95,6 +97,16 @@ TEST(WindowProgram, RunsTheCommandsWithAWindowAlone) {
         const auto outcome = run(all);
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.err, expected);
+    }
+}
+
+TEST(ValidateProgram, RunsItsCommandAlone) {
+    for (const std::vector<std::string>& words : {std::vector<std::string>{}, {"render"}, {"--help"}}) {
+        std::vector<std::string> all = {VARNO_VALIDATE_PROGRAM};
+        all.insert(all.end(), words.begin(), words.end());
+        const auto outcome = run(all);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.err, "varno: varno validate starts this program; expected that command\n");
     }
 }
 

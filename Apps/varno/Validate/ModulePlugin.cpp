@@ -1,0 +1,178 @@
+// Modules of this architecture, over the reference host.
+#include "Host/Editor.h"
+#include "Host/HostError.h"
+#include "Host/Instance.h"
+#include "Host/Module.h"
+#include "Validate/Plugin.h"
+
+#include <utility>
+
+namespace varno::validate {
+namespace {
+
+PluginError pluginErrorOf(const HostError& error) {
+    return PluginError(error.what());
+}
+
+class ModuleInstance final : public PluginInstance {
+public:
+    ModuleInstance(std::shared_ptr<Module> module, const InstanceSetup& setup)
+        : mInstance(std::move(module), setup) {
+        for (const ParameterInfo& info : mInstance.parameters()) {
+            mParameters.push_back({.id = info.id,
+                                   .name = info.name,
+                                   .defaultValue = info.defaultNormalized,
+                                   .steps = info.type == AAX_eParameterType_Discrete ? info.steps : 0,
+                                   .isBypass = info.isMasterBypass,
+                                   .isAutomatable = info.isAutomatable});
+        }
+    }
+
+    Capabilities capabilities() const override {
+        return {.hasValueTexts = true,
+                .readsTexts = true,
+                .hasState = true,
+                .hasReset = true,
+                .hasLatency = true,
+                .hasEditor = mInstance.effect().procedure(kAAX_ProcPtrID_Create_EffectGUI) != nullptr};
+    }
+    const std::vector<Parameter>& parameters() const override { return mParameters; }
+
+    void set(std::size_t index, double value) override {
+        mInstance.setNormalized(mParameters.at(index).id, value);
+    }
+    double get(std::size_t index) override { return mInstance.normalized(mParameters.at(index).id); }
+    std::optional<std::string> text(std::size_t index, double value) override {
+        try {
+            return mInstance.textOf(mParameters.at(index).id, value);
+        } catch (const HostError&) {
+            return std::nullopt;
+        }
+    }
+    std::optional<double> value(std::size_t index, const std::string& text) override {
+        return mInstance.fromText(mParameters.at(index).id, text);
+    }
+
+    void process(const float* const* inputs, float* const* outputs, std::int32_t frames) override {
+        mInstance.process(inputs, outputs, frames);
+    }
+
+    std::optional<std::vector<std::byte>> saveState() override {
+        try {
+            return mInstance.save().toBytes();
+        } catch (const HostError&) {
+            return std::nullopt;
+        }
+    }
+    bool restoreState(std::span<const std::byte> state) override {
+        try {
+            mInstance.restore(StoredChunk::fromBytes(state));
+            return true;
+        } catch (const HostError&) {
+            return false;
+        }
+    }
+    void reset() override { mInstance.reset(); }
+    std::int32_t latencyFrames() override { return mInstance.latencyFrames(); }
+
+    std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) override;
+
+private:
+    Instance mInstance;
+    std::vector<Parameter> mParameters;
+};
+
+// An editor in a plain container without an event loop: it lives by the host's timer alone.
+class ModuleEditor final : public PluginEditor {
+public:
+    ModuleEditor(Instance& instance, std::uint32_t window)
+        : mInstance(instance),
+          mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))) {
+        // The architecture hands a native view over as a pointer.
+        // NOLINTNEXTLINE(performance-no-int-to-ptr)
+        mContainer->setView(AAX_eViewContainerType_X11, reinterpret_cast<void*>(std::uintptr_t{window}));
+        mEditor = instance.openEditor(*mContainer);
+        if (mEditor == nullptr) {
+            throw PluginError("the effect has no editor");
+        }
+        mEditor->setContainer(mContainer.Get());
+    }
+
+    void idle() override {
+        mInstance.idle();
+        mInstance.timer();
+        mEditor->timer();
+    }
+
+private:
+    Instance& mInstance;
+    ACFPtr<ViewContainer> mContainer;
+    std::unique_ptr<Editor> mEditor;
+};
+
+std::unique_ptr<PluginEditor> ModuleInstance::openEditor(std::uint32_t window) {
+    try {
+        return std::make_unique<ModuleEditor>(mInstance, window);
+    } catch (const HostError& error) {
+        throw pluginErrorOf(error);
+    }
+}
+
+class ModulePlugin final : public Plugin {
+public:
+    explicit ModulePlugin(std::filesystem::path path)
+        : mPath(std::move(path)),
+          mModule(Module::open(mPath)) {
+        for (const EffectDescription& effect : mModule->description().effects) {
+            for (const VariantDescription& variant : effect.variants) {
+                if (!variant.natives.empty()) {
+                    mPlugins.push_back({.id = effect.id,
+                                        .name = effect.names.empty() ? std::string() : effect.names.front(),
+                                        .inputs = variant.inputChannels(),
+                                        .outputs = variant.outputChannels()});
+                }
+            }
+        }
+    }
+
+    Format format() const override { return Format::kModule; }
+    const std::filesystem::path& path() const override { return mPath; }
+    const std::vector<PluginInfo>& plugins() const override { return mPlugins; }
+
+    std::unique_ptr<PluginInstance> create(const PluginInfo& info, double rateHz,
+                                           std::int32_t mostFrames) override {
+        try {
+            return std::make_unique<ModuleInstance>(mModule, InstanceSetup{.channels = info.inputs,
+                                                                           .sampleRateHz = rateHz,
+                                                                           .maximumFrames = mostFrames,
+                                                                           .effectID = info.id});
+        } catch (const HostError& error) {
+            throw pluginErrorOf(error);
+        }
+    }
+
+    std::vector<std::string> takeComplaints() override {
+        std::vector<std::string> complaints;
+        for (const Violation& violation : mModule->monitor()->takeViolations()) {
+            complaints.push_back(std::string(contractName(violation.contract)) + ": " + violation.text);
+        }
+        return complaints;
+    }
+
+private:
+    std::filesystem::path mPath;
+    std::shared_ptr<Module> mModule;
+    std::vector<PluginInfo> mPlugins;
+};
+
+} // namespace
+
+std::unique_ptr<Plugin> openModulePlugin(const std::filesystem::path& path) {
+    try {
+        return std::make_unique<ModulePlugin>(path);
+    } catch (const HostError& error) {
+        throw pluginErrorOf(error);
+    }
+}
+
+} // namespace varno::validate
