@@ -15,8 +15,10 @@ Builds into build/packages, for the Debian release that this machine runs:
   varno-editor_*.deb    its window, the module bundle, an entry in menus
   varno-s-lv2_*.deb     the plug-ins for LV2 hosts
   varno-s-clap_*.deb    the plug-ins for CLAP hosts
+  python3-varno_*.deb   the effect for Python, of the version that is this release's default
   varno-doc_*.deb       the manual
-  varno-s-*.tar.xz      program, module and plug-ins in one folder, which works wherever it is unpacked
+  varno-s-*.tar.xz      all of this in one folder, which works wherever it is unpacked; the Python package in it is for
+                        the same version of Python
 
 The same sources make the same bytes in every folder.
 END
@@ -95,7 +97,7 @@ make_archive() {
     name=varno-s-$(project_version)-linux-$(uname -m)
     folder=$root/build/package/$name
     cd "$root" && need_vstgui || return
-    run_logged "$log" discard configure_reason cmake --preset program -B "$built" || return
+    run_logged "$log" discard configure_reason cmake --preset program -B "$built" -DVARNO_PYTHON=ON || return
     build_title="building the archive"
     NINJA_STATUS='[%f/%t] ' run_logged "$log" build_progress build_reason \
         cmake --build "$built" --parallel "$(nproc)" --target varno_installed || return
