@@ -1,5 +1,4 @@
 """The commands of docs/hosts.md and of the README, as they stand there."""
-import os
 import pathlib
 import re
 import shutil
@@ -15,7 +14,7 @@ SETTINGS = {"Hot": 0.4, "Ratio": 1}
 STEP_24, STEP_16 = 2.0 ** -23, 2.0 ** -15
 # GStreamer's dither, in steps of what it writes.
 DITHER = 2
-# Those that other tests run: the installer, and jalv at its prompt.
+# Those that other tests run: the installers, and jalv at its prompt.
 TRIED_ELSEWHERE = ("./run", "jalv")
 
 
@@ -55,16 +54,9 @@ class DocumentedCommands(HostTest):
         # It names the bundle that a user builds; the tests have theirs elsewhere.
         self.check(commands("README.md")["lv2apply"].replace("$PWD/build/program/lv2", str(BUNDLE.parent)))
 
-    def test_clap_is_copied(self):
-        folder = pathlib.Path(os.environ["VARNO_CLAP"]).parent
-        self.run_program("bash", "-c", self.commands["mkdir"].replace("build/program/clap/varno-s", str(folder)),
-                         environment={"HOME": self.path(".")})
-        self.assertEqual({path.name for path in (self.folder / ".clap/varno-s").iterdir()},
-                         {path.name for path in folder.iterdir()})
-
     def test_no_other_is_documented(self):
         self.assertEqual(set(self.commands),
-                         {"mkdir", "ffmpeg", "gst-launch-1.0", "lv2apply", "lv2file", "ecasound", *TRIED_ELSEWHERE})
+                         {"ffmpeg", "gst-launch-1.0", "lv2apply", "lv2file", "ecasound", *TRIED_ELSEWHERE})
 
 
 class DocumentedJalv(JackTest):
