@@ -3,11 +3,13 @@
 # unpacked anywhere. debhelper makes the packages and not CPack, since it does what Debian asks of every package:
 # dependencies by the symbols that are used, symbols for debugging apart, compressed documents, the same bytes each time.
 
+source "$root/Scripts/machine.sh"
+
 packages=$root/build/packages
 
 package_usage() {
     cat <<'END'
-usage: ./run package
+usage: ./run package [--record]
 
 Builds into build/packages, for the Debian release that this machine runs:
 
@@ -21,14 +23,18 @@ Builds into build/packages, for the Debian release that this machine runs:
                         the same version of Python
 
 The same sources make the same bytes in every folder.
+
+  --record    also writes into docs/packages.md what each package depends on, and the size and the libraries of each
+              binary in them
 END
 }
 
 package_command() {
     case "$#:${1-}" in
     1:--help) package_usage ;;
+    1:--record) make_packages && record_packages ;;
     0:) make_packages ;;
-    *) usage_error "package takes no arguments; ./run package --help tells more" ;;
+    *) usage_error "package does not take '$*'; ./run package --help tells more" ;;
     esac
 }
 
@@ -39,6 +45,15 @@ make_packages() {
     local -x CCACHE_DISABLE=1
     make_debian_packages && make_archive && printf '%s\n' "$packages"/*.deb "$packages"/*.tar.xz
 }
+
+# The section of another release is written where that one runs.
+record_packages() {
+    "$root/Scripts/packages-report" --document "$root/docs/packages.md" --made "$(date -u +%Y-%m-%d), commit $(commit)." \
+        "$packages" >/dev/null
+}
+
+# The names of the packages, one per line.
+package_names() { sed -n 's/^Package: //p' "$root/Packaging/debian/control"; }
 
 project_version() { sed -n 's/^project(Varno-S VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt"; }
 

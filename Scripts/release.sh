@@ -50,7 +50,8 @@ release_changes() { awk -v start="## [$1]" 'index($0, "## ") == 1 { inside = ind
 plan_release() {
     local obstacles
     printf 'The release of %s:\n' "$(project_version)"
-    printf '  1. ./run test --full, which takes hours: all checks, the packages, docs/verification.md\n'
+    printf '  1. ./run test --full, which takes hours: all checks, docs/verification.md, and for both releases of Debian\n'
+    printf '     the archive and the packages %s\n' "$(package_names | paste -sd ' ')"
     what_to_tag 2
     mapfile -t obstacles < <(release_obstacles)
     ((${#obstacles[@]} > 0)) || return 0

@@ -1,5 +1,6 @@
 """What ./run package takes, and the pages of HTML that it makes of the manual."""
 import pathlib
+import re
 import subprocess
 import tempfile
 import unittest
@@ -13,10 +14,28 @@ class PackageTest(FixtureProject):
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         self.assertIn("varno-editor_*.deb", done.stdout)
 
-    def test_takes_no_arguments(self):
-        done = self.run_script("package", "all")
-        self.assertEqual((done.returncode, done.stderr),
-                         (2, "run: package takes no arguments; ./run package --help tells more\n"))
+    def test_every_package_is_named_where_users_look(self):
+        names = set(re.findall(r"(?m)^Package: (.*)$", (ROOT / "Packaging/debian/control").read_text()))
+        self.assertEqual(set(re.findall(r"(?m)^  (\S+)_\*\.deb ", self.run_script("package", "--help").stdout)), names)
+        self.assertLessEqual(names, set(re.findall(r"`([\w-]+)`", (ROOT / "README.md").read_text())))
+        self.assertEqual(set(re.findall(r"(?m)^\| `([\w-]+)` \| [A-Za-z]", (ROOT / "docs/packages.md").read_text())), names)
+
+    def test_takes_no_other_arguments(self):
+        for arguments in (["all"], ["--record", "x"]):
+            done = self.run_script("package", *arguments)
+            self.assertEqual((done.returncode, done.stderr),
+                             (2, f"run: package does not take '{' '.join(arguments)}'; ./run package --help tells more\n"))
+
+    def test_records_what_it_has_made(self):
+        self.write("Scripts/packages-report", "#!/bin/sh\nprintf '<%s>' \"$@\"\n")
+        (self.root / "Scripts/packages-report").chmod(0o755)
+        script = 'make_packages() {{ printf made; {0}; }}; commit() {{ printf abc; }}; package_command --record'
+        self.assertEqual(self.call(script.format("false")).stdout, "made")
+        # What is written goes into the document alone.
+        self.assertEqual(self.call(script.format("true")).stdout, "made")
+        (self.root / "Scripts/packages-report").write_text("#!/bin/sh\nprintf '<%s>' \"$@\" >&2\n")
+        self.assertRegex(self.call(script.format("true")).stderr,
+                         rf"\A<--document><{self.root}/docs/packages\.md><--made><\d{{4}}-\d\d-\d\d, commit abc\.><{self.root}/build/packages>\Z")
 
     def call(self, commands, **environment):
         return subprocess.run(["bash", "-c", f'root="{self.root}"; source "$root/Scripts/console.sh"; '

@@ -27,6 +27,7 @@ class ReleaseTest(FixtureProject):
         super().setUp()
         self.write("CMakeLists.txt", "project(Varno-S VERSION 2.3.4 LANGUAGES CXX)\n")
         self.write("CHANGELOG.md", CHANGES)
+        self.write("Packaging/debian/control", "Source: all\n\nPackage: one-lib\nArchitecture: any\n\nPackage: two\n")
         self.write(".gitignore", "build/\n")
         self.write("build/packages/varno_2.3.4.deb", "package\n")
         self.write("build/packages-13-made/varno-s.tar.xz", "archive\n")
@@ -70,7 +71,7 @@ class ReleaseTest(FixtureProject):
         done = self.release("--dry-run")
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         self.assertNotIn("tested", done.stdout)
-        self.assertRegex(done.stdout, r"  1\. \./run test --full.*\n  2\. git commit .*\n  3\. git tag -a v2\.3\.4 .*\n  4\. git push ")
+        self.assertRegex(done.stdout, r"  1\. \./run test --full.*\n     the archive and the packages one-lib two\n  2\. git commit .*\n  3\. git tag -a v2\.3\.4 .*\n  4\. git push ")
 
     def test_refuses_what_is_not_committed(self):
         self.write("new.txt", "new\n")
