@@ -16,7 +16,7 @@ LISTS = {BUILD / "THIRD-PARTY.txt": {PROGRAM / "varno": "varno", PROGRAM / "varn
          BUNDLE / "THIRD-PARTY.txt": {BUNDLE / "varno-s.so": "varno_lv2", BUNDLE / "varno-s-ui.so": "varno_lv2_window"},
          CLAP / "THIRD-PARTY.txt": {CLAP / "varno-s.clap": "varno_clap"}}
 # List -> what the binaries hold without an archive of its own, or with one of the build.
-OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT", "xxHash"}, {"VSTGUI", "Highway", "LV2"},
+OTHERS = dict(zip(LISTS, ({"VSTGUI", "Highway", "JSON for Modern C++", "KISS FFT", "xxHash", "LV2"}, {"VSTGUI", "Highway", "LV2"},
                           {"VSTGUI", "Highway"})))
 # The Python package, where it is built.
 for binary in BUILD.glob("python/varno/_varno.*.so"):

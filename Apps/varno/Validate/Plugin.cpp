@@ -33,9 +33,13 @@ std::optional<Format> formatOf(const std::filesystem::path& path) {
 }
 
 std::unique_ptr<Plugin> openPlugin(const std::filesystem::path& path) {
-    const auto format = formatOf(path);
-    if (format == Format::kModule) {
+    switch (formatOf(path).value_or(Format{})) {
+    case Format::kModule:
         return openModulePlugin(path);
+    case Format::kLv2:
+        return openLv2Plugin(path);
+    case Format::kClap:
+        return openClapPlugin(path);
     }
     throw PluginError(path.string() + ": no plug-in of a known format");
 }

@@ -1,0 +1,257 @@
+#include "Validate/Clap/ClapInstance.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+namespace varno::validate {
+namespace {
+
+template<class Extension>
+const Extension* extensionOf(const clap_plugin_t* plugin, const char* id) {
+    return static_cast<const Extension*>(plugin->get_extension(plugin, id));
+}
+
+using ValueEvents = std::vector<clap_event_param_value_t>;
+
+clap_input_events_t eventsOf(ValueEvents& events) {
+    return {&events,
+            [](const clap_input_events_t* list) {
+                return static_cast<std::uint32_t>(static_cast<ValueEvents*>(list->ctx)->size());
+            },
+            [](const clap_input_events_t* list, std::uint32_t index) -> const clap_event_header_t* {
+                const ValueEvents& all = *static_cast<ValueEvents*>(list->ctx);
+                return index < all.size() ? &all[index].header : nullptr;
+            }};
+}
+
+// What a plug-in sends is taken and forgotten.
+constexpr clap_output_events_t kTakesAll = {
+    nullptr, [](const clap_output_events_t*, const clap_event_header_t*) { return true; }};
+
+// One buffer for each port, over channels that follow each other.
+std::vector<clap_audio_buffer_t> buffersOf(const ClapPorts& ports, float** channels) {
+    std::vector<clap_audio_buffer_t> buffers;
+    for (const std::uint32_t count : ports.channels) {
+        buffers.push_back({.data32 = channels,
+                           .data64 = nullptr,
+                           .channel_count = count,
+                           .latency = 0,
+                           .constant_mask = 0});
+        channels += count;
+    }
+    return buffers;
+}
+
+} // namespace
+
+int ClapPorts::allChannels() const {
+    return static_cast<int>(std::accumulate(channels.begin(), channels.end(), 0U));
+}
+
+ClapPorts readClapPorts(const clap_plugin_t* plugin, bool isInput) {
+    ClapPorts ports;
+    const auto* const extension = extensionOf<clap_plugin_audio_ports_t>(plugin, CLAP_EXT_AUDIO_PORTS);
+    const std::uint32_t count = extension == nullptr ? 0 : extension->count(plugin, isInput);
+    for (std::uint32_t index = 0; index < count; ++index) {
+        clap_audio_port_info_t info{};
+        if (!extension->get(plugin, index, isInput, &info)) {
+            throw PluginError("audio port " + std::to_string(index) + " cannot be read");
+        }
+        ports.channels.push_back(info.channel_count);
+        ports.runInPlace = ports.runInPlace && info.in_place_pair != CLAP_INVALID_ID;
+    }
+    return ports;
+}
+
+ClapInstance::ClapInstance(std::unique_ptr<ClapHost> host, OwnedClap plugin, double rateHz,
+                           std::int32_t mostFrames)
+    : mHost(std::move(host)),
+      mPlugin(std::move(plugin)),
+      mParams(extensionOf<clap_plugin_params_t>(mPlugin.get(), CLAP_EXT_PARAMS)),
+      mState(extensionOf<clap_plugin_state_t>(mPlugin.get(), CLAP_EXT_STATE)),
+      mLatency(extensionOf<clap_plugin_latency_t>(mPlugin.get(), CLAP_EXT_LATENCY)),
+      mInputs(readClapPorts(mPlugin.get(), true)),
+      mOutputs(readClapPorts(mPlugin.get(), false)) {
+    readParameters();
+    if (!mPlugin->activate(mPlugin.get(), rateHz, 1, static_cast<std::uint32_t>(std::max(mostFrames, 1)))) {
+        throw PluginError("the plug-in cannot be activated");
+    }
+}
+
+ClapInstance::~ClapInstance() {
+    stopProcessing();
+    mPlugin->deactivate(mPlugin.get());
+}
+
+void ClapInstance::readParameters() {
+    const std::uint32_t count = mParams == nullptr ? 0 : mParams->count(mPlugin.get());
+    for (std::uint32_t index = 0; index < count; ++index) {
+        clap_param_info_t info{};
+        if (!mParams->get_info(mPlugin.get(), index, &info)) {
+            throw PluginError("parameter " + std::to_string(index) + " cannot be read");
+        }
+        const bool isStepped = (info.flags & CLAP_PARAM_IS_STEPPED) != 0;
+        constexpr double kMostSteps = 100000.0;
+        const double span = info.max_value - info.min_value;
+        mInfos.push_back(info);
+        mParameters.push_back(
+            {.id = std::to_string(info.id),
+             .name = info.name,
+             .minimum = info.min_value,
+             .maximum = info.max_value,
+             .defaultValue = info.default_value,
+             .steps = isStepped && span < kMostSteps ? static_cast<int>(std::lround(span)) + 1 : 0,
+             .isBypass = (info.flags & CLAP_PARAM_IS_BYPASS) != 0,
+             .isAutomatable = (info.flags & CLAP_PARAM_IS_AUTOMATABLE) != 0});
+    }
+}
+
+Capabilities ClapInstance::capabilities() const {
+    return {.hasValueTexts = mParams != nullptr,
+            .readsTexts = mParams != nullptr,
+            .hasState = mState != nullptr,
+            .hasReset = true,
+            .hasLatency = mLatency != nullptr,
+            .runsInPlace = mInputs.runInPlace && mOutputs.runInPlace};
+}
+
+void ClapInstance::set(std::size_t index, double value) {
+    const clap_param_info_t& info = mInfos.at(index);
+    const std::lock_guard lock(mMutex);
+    mWaiting.push_back(
+        {.header = {sizeof(clap_event_param_value_t), 0, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0},
+         .param_id = info.id,
+         .cookie = info.cookie,
+         .note_id = -1,
+         .port_index = -1,
+         .channel = -1,
+         .key = -1,
+         .value = value});
+}
+
+void ClapInstance::flush() {
+    const std::lock_guard lock(mMutex);
+    if (!mWaiting.empty() && mParams != nullptr) {
+        ValueEvents events = std::exchange(mWaiting, {});
+        const clap_input_events_t in = eventsOf(events);
+        mParams->flush(mPlugin.get(), &in, &kTakesAll);
+    }
+}
+
+double ClapInstance::get(std::size_t index) {
+    flush();
+    double value = 0.0;
+    if (!mParams->get_value(mPlugin.get(), mInfos.at(index).id, &value)) {
+        throw PluginError("the value of " + mParameters.at(index).name + " cannot be read");
+    }
+    return value;
+}
+
+std::optional<std::string> ClapInstance::text(std::size_t index, double value) {
+    std::array<char, CLAP_NAME_SIZE> text{};
+    const bool isGiven = mParams->value_to_text(mPlugin.get(), mInfos.at(index).id, value, text.data(),
+                                                static_cast<std::uint32_t>(text.size()));
+    text.back() = '\0';
+    return isGiven ? std::optional<std::string>(text.data()) : std::nullopt;
+}
+
+std::optional<double> ClapInstance::value(std::size_t index, const std::string& text) {
+    double value = 0.0;
+    const bool isGiven = mParams->text_to_value(mPlugin.get(), mInfos.at(index).id, text.c_str(), &value);
+    return isGiven ? std::optional<double>(value) : std::nullopt;
+}
+
+void ClapInstance::startProcessing() {
+    if (!mIsProcessing && !mPlugin->start_processing(mPlugin.get())) {
+        throw PluginError("start_processing() failed");
+    }
+    mIsProcessing = true;
+}
+
+void ClapInstance::stopProcessing() {
+    if (std::exchange(mIsProcessing, false)) {
+        mPlugin->stop_processing(mPlugin.get());
+    }
+}
+
+void ClapInstance::process(const float* const* inputs, float* const* outputs, std::int32_t frames) {
+    if (frames < 1) {
+        // The format has no empty buffers.
+        flush();
+        return;
+    }
+    ValueEvents events;
+    {
+        const std::lock_guard lock(mMutex);
+        startProcessing();
+        events = std::exchange(mWaiting, {});
+    }
+    std::vector<clap_audio_buffer_t> in = buffersOf(mInputs, const_cast<float**>(inputs));
+    std::vector<clap_audio_buffer_t> out = buffersOf(mOutputs, const_cast<float**>(outputs));
+    const clap_input_events_t inEvents = eventsOf(events);
+    const clap_process_t process{.steady_time = -1,
+                                 .frames_count = static_cast<std::uint32_t>(frames),
+                                 .transport = nullptr,
+                                 .audio_inputs = in.data(),
+                                 .audio_outputs = out.data(),
+                                 .audio_inputs_count = static_cast<std::uint32_t>(in.size()),
+                                 .audio_outputs_count = static_cast<std::uint32_t>(out.size()),
+                                 .in_events = &inEvents,
+                                 .out_events = &kTakesAll};
+    if (mPlugin->process(mPlugin.get(), &process) == CLAP_PROCESS_ERROR) {
+        mHost->complain("process() failed");
+    }
+}
+
+void ClapInstance::answerCallbacks() {
+    if (mHost->takeCallback()) {
+        mPlugin->on_main_thread(mPlugin.get());
+    }
+}
+
+std::optional<std::vector<std::byte>> ClapInstance::saveState() {
+    flush();
+    std::vector<std::byte> kept;
+    const clap_ostream_t stream{&kept, [](const clap_ostream_t* to, const void* buffer, std::uint64_t size) {
+                                    const auto* const begin = static_cast<const std::byte*>(buffer);
+                                    auto& all = *static_cast<std::vector<std::byte>*>(to->ctx);
+                                    all.insert(all.end(), begin, begin + size);
+                                    return static_cast<std::int64_t>(size);
+                                }};
+    return mState->save(mPlugin.get(), &stream) ? std::optional(kept) : std::nullopt;
+}
+
+bool ClapInstance::restoreState(std::span<const std::byte> state) {
+    flush();
+    const clap_istream_t stream{&state, [](const clap_istream_t* from, void* buffer, std::uint64_t size) {
+                                    auto& rest = *static_cast<std::span<const std::byte>*>(from->ctx);
+                                    const auto taken = rest.first(std::min<std::size_t>(size, rest.size()));
+                                    std::ranges::copy(taken, static_cast<std::byte*>(buffer));
+                                    rest = rest.subspan(taken.size());
+                                    return static_cast<std::int64_t>(taken.size());
+                                }};
+    const bool isTaken = mState->load(mPlugin.get(), &stream);
+    answerCallbacks();
+    return isTaken;
+}
+
+void ClapInstance::reset() {
+    flush();
+    const std::lock_guard lock(mMutex);
+    startProcessing();
+    mPlugin->reset(mPlugin.get());
+}
+
+std::int32_t ClapInstance::latencyFrames() {
+    answerCallbacks();
+    return mLatency == nullptr ? 0 : static_cast<std::int32_t>(mLatency->get(mPlugin.get()));
+}
+
+std::unique_ptr<PluginEditor> ClapInstance::openEditor(std::uint32_t /*window*/) {
+    throw PluginError("windows of CLAP plug-ins are not opened");
+}
+
+} // namespace varno::validate

@@ -1,0 +1,206 @@
+#include "Validate/Lv2/Lv2Instance.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <lv2/atom/atom.h>
+#include <utility>
+
+namespace varno::validate {
+namespace {
+
+// What a plug-in stores, or is given back.
+struct StoreAccess {
+    UriNumbers& numbers;
+    Lv2State& state;
+};
+
+LV2_State_Status storeProperty(LV2_State_Handle handle, std::uint32_t key, const void* value,
+                               std::size_t size, std::uint32_t type, std::uint32_t flags) {
+    const StoreAccess& access = *static_cast<StoreAccess*>(handle);
+    const char* const keyUri = access.numbers.uriOf(key);
+    const char* const typeUri = access.numbers.uriOf(type);
+    if (keyUri == nullptr || typeUri == nullptr || (value == nullptr && size > 0)) {
+        return LV2_STATE_ERR_UNKNOWN;
+    }
+    const auto* const begin = static_cast<const std::byte*>(value);
+    access.state.properties[keyUri] = {typeUri, flags, {begin, begin + size}};
+    return LV2_STATE_SUCCESS;
+}
+
+const void* findProperty(LV2_State_Handle handle, std::uint32_t key, std::size_t* size, std::uint32_t* type,
+                         std::uint32_t* flags) {
+    const StoreAccess& access = *static_cast<StoreAccess*>(handle);
+    const char* const keyUri = access.numbers.uriOf(key);
+    const auto found = access.state.properties.find(keyUri == nullptr ? "" : keyUri);
+    if (found == access.state.properties.end()) {
+        return nullptr;
+    }
+    const auto put = [](auto* to, auto value) {
+        if (to != nullptr) {
+            *to = value;
+        }
+    };
+    put(size, found->second.value.size());
+    put(type, access.numbers.numberOf(found->second.type));
+    put(flags, found->second.flags);
+    static constexpr std::byte kNothing{};
+    return found->second.value.empty() ? &kNothing : found->second.value.data();
+}
+
+} // namespace
+
+Lv2Instance::Lv2Instance(const LilvPlugin* plugin, UriNumbers& numbers, PortList ports, bool runsInPlace,
+                         double rateHz, std::int32_t mostFrames)
+    : mNumbers(numbers),
+      mPorts(std::move(ports)),
+      mRunsInPlace(runsInPlace),
+      mHost(numbers, rateHz, mostFrames),
+      mValues(mPorts.ports.size()),
+      mModulation(mPorts.ports.size()),
+      mEvents(mPorts.ports.size()),
+      mInstance(lilv_plugin_instantiate(plugin, rateHz, mHost.features())) {
+    if (mInstance == nullptr) {
+        throw PluginError("the plug-in makes no instance");
+    }
+    const auto extension = [&](const char* uri) { return lilv_instance_get_extension_data(mInstance, uri); };
+    mWorker = static_cast<const LV2_Worker_Interface*>(extension(LV2_WORKER__interface));
+    mState = static_cast<const LV2_State_Interface*>(extension(LV2_STATE__interface));
+    connectPorts(mostFrames);
+    mHost.work().doRequests(lilv_instance_get_handle(mInstance), mWorker);
+    lilv_instance_activate(mInstance);
+}
+
+Lv2Instance::~Lv2Instance() {
+    lilv_instance_deactivate(mInstance);
+    lilv_instance_free(mInstance);
+}
+
+void Lv2Instance::connectPorts(std::int32_t mostFrames) {
+    for (const Port& port : mPorts.ports) {
+        void* data = nullptr;
+        if (port.kind == PortKind::kControl) {
+            mValues[port.index] = port.defaultValue;
+            data = &mValues[port.index];
+        } else if (port.kind == PortKind::kModulation) {
+            mModulation[port.index].resize(static_cast<std::size_t>(std::max(mostFrames, 1)));
+            data = mModulation[port.index].data();
+        } else if (port.kind == PortKind::kEvents) {
+            mEvents[port.index].resize(kEventBytes / sizeof(std::uint64_t));
+            data = mEvents[port.index].data();
+        }
+        if (port.kind != PortKind::kAudio) {
+            lilv_instance_connect_port(mInstance, port.index, data);
+        }
+    }
+}
+
+// An output states its room; an input is a sequence of no events.
+void Lv2Instance::clearEvents() {
+    for (const Port& port : mPorts.ports) {
+        if (port.kind == PortKind::kEvents) {
+            const LV2_Atom room{kEventBytes - sizeof(LV2_Atom), mNumbers.numberOf(LV2_ATOM__Chunk)};
+            const LV2_Atom_Sequence none{
+                {sizeof(LV2_Atom_Sequence_Body), mNumbers.numberOf(LV2_ATOM__Sequence)}, {0, 0}};
+            if (port.isInput) {
+                std::memcpy(mEvents[port.index].data(), &none, sizeof none);
+            } else {
+                std::memcpy(mEvents[port.index].data(), &room, sizeof room);
+            }
+        }
+    }
+}
+
+Capabilities Lv2Instance::capabilities() const {
+    return {.hasState = true,
+            .hasReset = lilv_instance_get_descriptor(mInstance)->activate != nullptr,
+            .hasLatency = std::ranges::any_of(mPorts.ports, &Port::isLatency),
+            .runsInPlace = mRunsInPlace};
+}
+
+void Lv2Instance::set(std::size_t index, double value) {
+    mValues[mPorts.parameterPorts.at(index)] = static_cast<float>(value);
+}
+
+double Lv2Instance::get(std::size_t index) {
+    return static_cast<double>(mValues[mPorts.parameterPorts.at(index)]);
+}
+
+std::optional<std::string> Lv2Instance::text(std::size_t /*index*/, double /*value*/) {
+    return std::nullopt;
+}
+
+std::optional<double> Lv2Instance::value(std::size_t /*index*/, const std::string& /*text*/) {
+    return std::nullopt;
+}
+
+void Lv2Instance::process(const float* const* inputs, float* const* outputs, std::int32_t frames) {
+    clearEvents();
+    std::size_t input = 0;
+    std::size_t output = 0;
+    for (const Port& port : mPorts.ports) {
+        if (port.kind == PortKind::kAudio) {
+            // The ports of a plug-in are all connected in the same way; it must not write to an input.
+            void* const data = port.isInput ? const_cast<float*>(inputs[input]) : outputs[output];
+            ++(port.isInput ? input : output);
+            lilv_instance_connect_port(mInstance, port.index, data);
+        }
+    }
+    lilv_instance_run(mInstance, static_cast<std::uint32_t>(std::max(frames, 0)));
+    const LV2_Handle handle = lilv_instance_get_handle(mInstance);
+    mHost.work().doRequests(handle, mWorker);
+    mHost.work().endRun(handle, mWorker);
+}
+
+std::optional<std::vector<std::byte>> Lv2Instance::saveState() {
+    Lv2State state;
+    for (std::size_t index = 0; index < mPorts.parameters.size(); ++index) {
+        state.values[mPorts.parameters[index].id] = mValues[mPorts.parameterPorts[index]];
+    }
+    StoreAccess access{mNumbers, state};
+    if (mState != nullptr && mState->save != nullptr &&
+        mState->save(lilv_instance_get_handle(mInstance), storeProperty, &access,
+                     LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE, mHost.features()) != LV2_STATE_SUCCESS) {
+        return std::nullopt;
+    }
+    return bytesOf(state);
+}
+
+bool Lv2Instance::restoreState(std::span<const std::byte> bytes) {
+    std::optional<Lv2State> state = stateOf(bytes);
+    if (!state ||
+        std::ranges::any_of(state->values, [](const auto& entry) { return !std::isfinite(entry.second); })) {
+        return false;
+    }
+    StoreAccess access{mNumbers, *state};
+    if (mState != nullptr && mState->restore != nullptr) {
+        const LV2_Handle handle = lilv_instance_get_handle(mInstance);
+        if (mState->restore(handle, findProperty, &access, 0, mHost.features()) != LV2_STATE_SUCCESS) {
+            return false;
+        }
+        mHost.work().doRequests(handle, mWorker);
+    }
+    for (std::size_t index = 0; index < mPorts.parameters.size(); ++index) {
+        const Parameter& parameter = mPorts.parameters[index];
+        if (const auto found = state->values.find(parameter.id); found != state->values.end()) {
+            set(index, std::clamp(static_cast<double>(found->second), parameter.minimum, parameter.maximum));
+        }
+    }
+    return true;
+}
+
+void Lv2Instance::reset() {
+    lilv_instance_deactivate(mInstance);
+    lilv_instance_activate(mInstance);
+}
+
+std::int32_t Lv2Instance::latencyFrames() {
+    const auto port = std::ranges::find_if(mPorts.ports, &Port::isLatency);
+    return port == mPorts.ports.end() ? 0 : static_cast<std::int32_t>(std::lround(mValues[port->index]));
+}
+
+std::unique_ptr<PluginEditor> Lv2Instance::openEditor(std::uint32_t /*window*/) {
+    throw PluginError("windows of LV2 plug-ins are not opened");
+}
+
+} // namespace varno::validate

@@ -1,0 +1,62 @@
+/// A running LV2 plug-in.
+#ifndef VARNO_APPS_VARNO_VALIDATE_LV2_LV2INSTANCE_H
+#define VARNO_APPS_VARNO_VALIDATE_LV2_LV2INSTANCE_H
+
+#include "Validate/Lv2/HostSide.h"
+#include "Validate/Lv2/Ports.h"
+#include "Validate/Lv2/StateRecord.h"
+#include "Validate/Plugin.h"
+
+#include <cstdint>
+#include <lilv/lilv.h>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace varno::validate {
+
+/// Made, connected and active. Audio ports are connected for each buffer, control ports once; ports of
+/// modulation have silence, those of events an empty sequence or room to write to.
+class Lv2Instance final : public PluginInstance {
+public:
+    /// @param plugin,numbers outlive this object @throws PluginError where the plug-in refuses
+    Lv2Instance(const LilvPlugin* plugin, UriNumbers& numbers, PortList ports, bool runsInPlace,
+                double rateHz, std::int32_t mostFrames);
+    ~Lv2Instance() override;
+
+    Capabilities capabilities() const override;
+    const std::vector<Parameter>& parameters() const override { return mPorts.parameters; }
+    void set(std::size_t index, double value) override;
+    double get(std::size_t index) override;
+    std::optional<std::string> text(std::size_t index, double value) override;
+    std::optional<double> value(std::size_t index, const std::string& text) override;
+    void process(const float* const* inputs, float* const* outputs, std::int32_t frames) override;
+    std::optional<std::vector<std::byte>> saveState() override;
+    /// As hosts do: values for the control ports that there are, then what the plug-in stored.
+    bool restoreState(std::span<const std::byte> state) override;
+    void reset() override;
+    /// As its port stated it in the last buffer.
+    std::int32_t latencyFrames() override;
+    std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) override;
+
+private:
+    void connectPorts(std::int32_t mostFrames);
+    void clearEvents();
+
+    UriNumbers& mNumbers;
+    PortList mPorts;
+    bool mRunsInPlace;
+    HostSide mHost;
+    std::vector<float> mValues;                      ///< Of the control ports, by port.
+    std::vector<std::vector<float>> mModulation;     ///< By port.
+    std::vector<std::vector<std::uint64_t>> mEvents; ///< By port.
+    LilvInstance* mInstance;
+    const LV2_Worker_Interface* mWorker = nullptr;
+    const LV2_State_Interface* mState = nullptr;
+};
+
+} // namespace varno::validate
+
+#endif

@@ -1,0 +1,85 @@
+// LV2 bundles, described by lilv.
+#include "Validate/Lv2/HostSide.h"
+#include "Validate/Lv2/Lv2Instance.h"
+#include "Validate/Lv2/Ports.h"
+#include "Validate/Plugin.h"
+
+#include <algorithm>
+#include <lilv/lilv.h>
+#include <lv2/core/lv2.h>
+#include <memory>
+#include <utility>
+
+namespace varno::validate {
+namespace {
+
+struct FreesLilv {
+    void operator()(LilvNode* node) const { lilv_node_free(node); }
+    void operator()(LilvWorld* world) const { lilv_world_free(world); }
+};
+using LilvText = std::unique_ptr<LilvNode, FreesLilv>;
+
+constexpr double kDescribedRateHz = 48000.0;
+
+class Lv2Plugin final : public Plugin {
+public:
+    // Only this bundle is read, whatever else is installed.
+    explicit Lv2Plugin(std::filesystem::path path)
+        : mPath(std::move(path)),
+          mWorld(lilv_world_new()) {
+        const std::string folder = (std::filesystem::absolute(mPath) / "").string();
+        const LilvText bundle(lilv_new_file_uri(mWorld.get(), nullptr, folder.c_str()));
+        lilv_world_load_bundle(mWorld.get(), bundle.get());
+        const LilvPlugins* const plugins = lilv_world_get_all_plugins(mWorld.get());
+        LILV_FOREACH(plugins, i, plugins) {
+            add(lilv_plugins_get(plugins, i));
+        }
+    }
+
+    Format format() const override { return Format::kLv2; }
+    const std::filesystem::path& path() const override { return mPath; }
+    const std::vector<PluginInfo>& plugins() const override { return mPlugins; }
+
+    std::unique_ptr<PluginInstance> create(const PluginInfo& info, double rateHz,
+                                           std::int32_t mostFrames) override {
+        const auto found = std::ranges::find(mPlugins, info.id, &PluginInfo::id);
+        const LilvPlugin* const plugin = mHandles.at(static_cast<std::size_t>(found - mPlugins.begin()));
+        PortList ports = readPorts(mWorld.get(), plugin, rateHz);
+        if (!ports.obstacle.empty()) {
+            throw PluginError(ports.obstacle);
+        }
+        const LilvText broken(lilv_new_uri(mWorld.get(), LV2_CORE__inPlaceBroken));
+        return std::make_unique<Lv2Instance>(plugin, mNumbers, std::move(ports),
+                                             !lilv_plugin_has_feature(plugin, broken.get()), rateHz,
+                                             mostFrames);
+    }
+
+    std::vector<std::string> takeComplaints() override { return {}; }
+
+private:
+    void add(const LilvPlugin* plugin) {
+        const PortList ports = readPorts(mWorld.get(), plugin, kDescribedRateHz);
+        const LilvText name(lilv_plugin_get_name(plugin));
+        const int inputs = ports.count(PortKind::kAudio, true);
+        mHandles.push_back(plugin);
+        mPlugins.push_back({.id = lilv_node_as_uri(lilv_plugin_get_uri(plugin)),
+                            .name = name == nullptr ? "" : lilv_node_as_string(name.get()),
+                            .inputs = inputs,
+                            .outputs = ports.count(PortKind::kAudio, false),
+                            .isInstrument = inputs == 0 || !ports.obstacle.empty()});
+    }
+
+    std::filesystem::path mPath;
+    UriNumbers mNumbers;
+    std::unique_ptr<LilvWorld, FreesLilv> mWorld;
+    std::vector<const LilvPlugin*> mHandles;
+    std::vector<PluginInfo> mPlugins;
+};
+
+} // namespace
+
+std::unique_ptr<Plugin> openLv2Plugin(const std::filesystem::path& path) {
+    return std::make_unique<Lv2Plugin>(path);
+}
+
+} // namespace varno::validate
