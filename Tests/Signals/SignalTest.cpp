@@ -1,11 +1,11 @@
-#include "Tests/Support/Signal.h"
+#include "Signals/Signal.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 
-using namespace varno::test;
+using namespace varno::signals;
 
 namespace {
 

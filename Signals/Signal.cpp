@@ -1,4 +1,4 @@
-#include "Tests/Support/Signal.h"
+#include "Signals/Signal.h"
 
 #include <bit>
 #include <cmath>
@@ -8,7 +8,7 @@
 #include <random>
 #include <sstream>
 
-namespace varno::test {
+namespace varno::signals {
 
 std::string bitsText(float value) {
     std::ostringstream text;
@@ -148,4 +148,4 @@ Signal subnormals(std::size_t channels, std::size_t frames, std::uint32_t seed) 
     return signal;
 }
 
-} // namespace varno::test
+} // namespace varno::signals

@@ -1,7 +1,7 @@
 // The checker accepts a correct processor and names each kind of fault.
-#include "Tests/Support/RenderChecker.h"
+#include "Signals/RenderChecker.h"
 
-#include "Tests/Support/Signal.h"
+#include "Signals/Signal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include <limits>
 #include <stdexcept>
 
-using namespace varno::test;
+using namespace varno::signals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -54,6 +54,19 @@ TEST(RenderChecker, SharedInputHandsTheFirstChannelToAll) {
     const RenderOutcome outcome = renderChecked(halve, input, {.layout = BufferLayout::kSharedInput});
     EXPECT_THAT(outcome.complaints, IsEmpty());
     EXPECT_EQ(firstDifference(halved({input[0], input[0]}), outcome.output), "");
+}
+
+TEST(RenderChecker, HasAsManyOutputsAsPlanned) {
+    const auto sum = [](const float* const* inputs, float* const* outputs, std::int32_t frames) {
+        for (std::int32_t n = 0; n < frames; ++n) {
+            outputs[0][n] = inputs[0][n] + inputs[1][n];
+        }
+    };
+    const RenderOutcome outcome = renderChecked(sum, {{1.0F, 2.0F}, {3.0F, 5.0F}}, {.outputs = 1});
+    EXPECT_THAT(outcome.complaints, IsEmpty());
+    EXPECT_EQ(firstDifference({{4.0F, 7.0F}}, outcome.output), "");
+    EXPECT_THROW(renderChecked(sum, {{1.0F}, {3.0F}}, {.layout = BufferLayout::kInPlace, .outputs = 1}),
+                 std::invalid_argument);
 }
 
 TEST(RenderChecker, HandsOverThePlannedBlocks) {

@@ -1,11 +1,11 @@
-#include "Tests/Support/RenderChecker.h"
+#include "Signals/RenderChecker.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <stdexcept>
 
-namespace varno::test {
+namespace varno::signals {
 namespace {
 
 // A quiet NaN that no arithmetic makes: what is not yet written.
@@ -55,7 +55,13 @@ public:
         : mLayout(plan.layout) {
         for (const std::vector<float>& samples : input) {
             mIn.emplace_back(samples.size(), plan.offset).fill(samples);
-            mOut.emplace_back(samples.size(), plan.offset);
+        }
+        const std::size_t outputs = plan.outputs == 0 ? input.size() : plan.outputs;
+        if (outputs != input.size() && !hasOutputsOfItsOwn(plan.layout)) {
+            throw std::invalid_argument("inputs and outputs that share memory are as many");
+        }
+        for (std::size_t channel = 0; channel < outputs; ++channel) {
+            mOut.emplace_back(framesOf(input), plan.offset);
         }
     }
 
@@ -64,6 +70,8 @@ public:
         std::vector<float*> outputs;
         for (std::size_t channel = 0; channel < mIn.size(); ++channel) {
             inputs.push_back(inputOf(channel).data() + start);
+        }
+        for (std::size_t channel = 0; channel < mOut.size(); ++channel) {
             outputs.push_back(outputOf(channel).data() + start);
         }
         processor(inputs.data(), outputs.data(), frames);
@@ -73,9 +81,12 @@ public:
         RenderOutcome result;
         bool canaries = true;
         bool unchanged = true;
-        for (std::size_t channel = 0; channel < mIn.size(); ++channel) {
+        for (std::size_t channel = 0; channel < mOut.size(); ++channel) {
             result.output.push_back(outputOf(channel).samples());
-            canaries = canaries && mIn[channel].canariesLive() && mOut[channel].canariesLive();
+            canaries = canaries && mOut[channel].canariesLive();
+        }
+        for (std::size_t channel = 0; channel < mIn.size(); ++channel) {
+            canaries = canaries && mIn[channel].canariesLive();
             unchanged = unchanged && firstDifference(input[channel], mIn[channel].samples()).empty();
         }
         if (!canaries) {
@@ -149,4 +160,4 @@ std::string textOf(const std::vector<std::string>& complaints) {
     return text;
 }
 
-} // namespace varno::test
+} // namespace varno::signals
