@@ -53,6 +53,7 @@ install_packages() {
         as_root=(sudo)
         sudo -v || fail "sudo refused; as root: apt-get install ${missing[*]}"
     fi
+    mask_services "${missing[@]}" || return
     say "installing ${missing[*]}"
     compgen -G '/var/lib/apt/lists/*_Packages*' >/dev/null || update_package_lists || return
     # The usual reason of a failure is an outdated list, which names versions that the archive no longer has.
@@ -60,6 +61,22 @@ install_packages() {
         say "trying again with fresh package lists"
         update_package_lists && apt_get install -y --no-install-recommends "${missing[@]}"
     }
+}
+
+# Packages that start a service of their name when they are installed, and at each start of the system.
+packages_with_service=(munge slurmctld slurmd)
+
+# mask_services PACKAGE...: keeps the services of those that will be installed off, whatever their installation asks for.
+# The tests start what they need by themselves. A package that is there already keeps its service.
+mask_services() {
+    local package services=()
+    command -v systemctl >/dev/null || return 0
+    for package in "${packages_with_service[@]}"; do
+        [[ " $* " != *" $package "* ]] || services+=("$package.service")
+    done
+    ((${#services[@]} > 0)) || return 0
+    say "these services stay off until systemctl unmask: ${services[*]}"
+    run_logged "$root/build/run-install.log" discard apt_reason "${as_root[@]}" systemctl mask "${services[@]}"
 }
 
 update_package_lists() {

@@ -64,10 +64,15 @@ class InstallTest(FixtureProject):
         names = {"installed": self.installed, "calls": self.calls, "failures": self.failures}
         self.command("dpkg-query", DPKG_QUERY.format(**names))
         self.command("apt-get", APT_GET.format(**names))
+        # The machine's own services are not touched.
+        self.systemctl("")
         self.command("sudo", f'echo "sudo $*" >>"{self.calls}"\n[[ $1 == -v ]] || exec "$@"\n')
 
+    def systemctl(self, end):
+        self.command("systemctl", f'echo "systemctl $*" >>"{self.calls}"\n{end}\n')
+
     def apt_calls(self):
-        return [call for call in self.calls.read_text().splitlines() if not call.startswith(("sudo", "update"))]
+        return [call for call in self.calls.read_text().splitlines() if not call.startswith(("sudo", "update", "systemctl"))]
 
     def test_only_the_missing_packages_of_the_purpose(self):
         done = self.run_script("render")
@@ -91,6 +96,23 @@ class InstallTest(FixtureProject):
     def test_foreign_hosts_are_installed_to_be_tested_alone(self):
         self.run_script("test", "hosts")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha delta-host gamma"])
+
+    def test_services_of_new_packages_stay_off(self):
+        self.write("Scripts/packages.txt", PACKAGES + "munge\nslurmd\n")
+        self.installed.write_text("alpha\nbeta-dev\ngamma\nmunge\n")
+        done = self.run_script("test", "hosts")
+        calls = [call for call in self.calls.read_text().splitlines() if not call.startswith("sudo")]
+        self.assertEqual(calls[0], "systemctl mask slurmd.service", "before they are installed, and those that are there keep theirs")
+        self.assertEqual(calls[-1], "install -y --no-install-recommends delta-host slurmd")
+        self.assertIn("run: these services stay off until systemctl unmask: slurmd.service\n", done.stderr)
+
+    def test_installs_nothing_whose_service_would_start(self):
+        self.write("Scripts/packages.txt", PACKAGES + "slurmd\n")
+        self.systemctl("echo no bus >&2\nexit 1")
+        done = self.run_script("test", "hosts")
+        self.assertNotEqual(done.returncode, 0)
+        self.assertIn("systemctl mask slurmd.service\nno bus\n", done.stderr)
+        self.assertEqual(self.apt_calls(), [])
 
     def test_what_is_for_one_release_is_installed_there_alone(self):
         this = platform.freedesktop_os_release()
