@@ -65,10 +65,39 @@ void AudioBlock::setPlanar(const float* const* samples, int frames) {
     mHasExact = false;
 }
 
+// What follows exact samples is held a second time as well: a delay may move some of them into it.
 void AudioBlock::setSilence(int frames) {
     std::fill(mSamples.begin(), mSamples.end(), 0.0F);
+    if (mHasExact) {
+        std::fill(mExact.begin(), mExact.end(), 0.0);
+    }
     mFrames = frames;
-    mHasExact = false;
+}
+
+void AudioBlock::delay(int channel, HeldSamples& held) {
+    float* const singles = mChannels[static_cast<std::size_t>(channel)];
+    double* const exacts = mHasExact ? mExact.data() + (singles - mSamples.data()) : nullptr;
+    std::vector<double>& line = held.samples;
+    if (exacts != nullptr) {
+        line.insert(line.end(), exacts, exacts + mFrames);
+        std::copy_n(line.begin(), mFrames, exacts);
+    } else {
+        line.insert(line.end(), singles, singles + mFrames);
+    }
+    std::transform(line.begin(), line.begin() + mFrames, singles,
+                   [](double sample) { return static_cast<float>(sample); });
+    line.erase(line.begin(), line.begin() + mFrames);
+}
+
+void AudioBlock::removeFirst(int frames) {
+    for (float* const singles : mChannels) {
+        std::copy(singles + frames, singles + mFrames, singles);
+        if (mHasExact) {
+            double* const exacts = mExact.data() + (singles - mSamples.data());
+            std::copy(exacts + frames, exacts + mFrames, exacts);
+        }
+    }
+    mFrames -= frames;
 }
 
 } // namespace varno

@@ -7,6 +7,13 @@
 
 namespace varno {
 
+/// The samples of one channel that AudioBlock::delay() holds back, at first silence. @param frames of delay
+struct HeldSamples {
+    explicit HeldSamples(int frames)
+        : samples(static_cast<std::size_t>(frames)) {}
+    std::vector<double> samples;
+};
+
 /// A run of frames between reader, effect and writer, in planar order, as single precision samples. Where the
 /// source has a format that single precision cannot hold, 32-bit integers or doubles, each sample is held a
 /// second time, exactly as in the file: the writer compares both to find the samples that the effect left
@@ -45,6 +52,13 @@ public:
 
     /// Digital silence, for the tail after the end of a file. @param frames 0 to capacityFrames()
     void setSilence(int frames);
+
+    /// Delays one channel, also its exact samples, which therefore stay exact. @param held of this channel,
+    /// the same for all blocks of a file
+    void delay(int channel, HeldSamples& held);
+
+    /// Removes the first frames. @param frames 0 to frames()
+    void removeFirst(int frames);
 
 private:
     int mCapacityFrames;

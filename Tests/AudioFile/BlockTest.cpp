@@ -89,14 +89,74 @@ TEST(AudioBlockTest, TakesPlanarSamples) {
 
 TEST(AudioBlockTest, SilenceFollowsSound) {
     AudioBlock block(1, 3);
-    const double interleaved[] = {1.0, 1.0, 1.0};
-    block.setInterleaved(interleaved, 3);
+    const float singles[] = {1.0F, 1.0F, 1.0F};
+    block.setInterleaved(singles, 3);
     block.setSilence(2);
     EXPECT_EQ(block.frames(), 2);
     EXPECT_EQ(block.exact(0), nullptr);
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(block.samples()[0][i], 0.0F);
     }
+    const double interleaved[] = {1.0, 1.0, 1.0};
+    block.setInterleaved(interleaved, 3);
+    block.setSilence(2);
+    EXPECT_EQ(block.frames(), 2);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(block.exact(0)[i], 0.0);
+        EXPECT_EQ(block.samples()[0][i], 0.0F);
+    }
+}
+
+constexpr double kFine = 1.0 / 1'000'000'000.0; // what single precision does not hold beside 0.5
+
+TEST(AudioBlockTest, DelaysAChannelWithItsExactSamples) {
+    AudioBlock block(2, 4);
+    HeldSamples held(3);
+    const double first[] = {0.1, 0.5 + kFine, 0.2, 0.6, 0.3, 0.7, 0.4, 0.8 + kFine};
+    block.setInterleaved(first, 4);
+    block.delay(1, held);
+    EXPECT_EQ(std::vector(block.exact(1), block.exact(1) + 4), (std::vector{0.0, 0.0, 0.0, 0.5 + kFine}));
+    EXPECT_EQ(block.samples()[1][3], 0.5F);
+    EXPECT_EQ(std::vector(block.exact(0), block.exact(0) + 4), (std::vector{0.1, 0.2, 0.3, 0.4}));
+    block.setSilence(2);
+    block.delay(1, held);
+    EXPECT_EQ(std::vector(block.exact(1), block.exact(1) + 2), (std::vector{0.6, 0.7}));
+    block.setSilence(2);
+    block.delay(1, held);
+    EXPECT_EQ(std::vector(block.exact(1), block.exact(1) + 2), (std::vector{0.8 + kFine, 0.0}));
+    EXPECT_EQ(block.samples()[1][0], 0.8F);
+    EXPECT_EQ(block.samples()[0][0], 0.0F);
+}
+
+TEST(AudioBlockTest, DelaysWhatSinglePrecisionHolds) {
+    AudioBlock block(1, 2);
+    HeldSamples held(3);
+    HeldSamples none(0);
+    std::vector<float> out;
+    for (const float sample : {1.0F, 3.0F, 5.0F, 7.0F}) {
+        const float samples[] = {sample, sample + 1.0F};
+        block.setInterleaved(samples, 2);
+        block.delay(0, held);
+        block.delay(0, none);
+        out.insert(out.end(), block.samples()[0], block.samples()[0] + 2);
+    }
+    EXPECT_EQ(out, (std::vector{0.0F, 0.0F, 0.0F, 1.0F, 2.0F, 3.0F, 4.0F, 5.0F}));
+    EXPECT_EQ(block.exact(0), nullptr);
+}
+
+TEST(AudioBlockTest, RemovesTheFirstFramesOfAllChannels) {
+    AudioBlock block(2, 4);
+    const double samples[] = {0.1, -0.1, 0.2, -0.2, 0.3, -0.3};
+    block.setInterleaved(samples, 3);
+    block.removeFirst(0);
+    EXPECT_EQ(block.frames(), 3);
+    block.removeFirst(2);
+    EXPECT_EQ(block.frames(), 1);
+    EXPECT_EQ(block.exact(0)[0], 0.3);
+    EXPECT_EQ(block.exact(1)[0], -0.3);
+    EXPECT_EQ(block.samples()[1][0], -0.3F);
+    block.removeFirst(1);
+    EXPECT_EQ(block.frames(), 0);
 }
 
 } // namespace

@@ -53,7 +53,7 @@ public:
           mOnResult(onResult) {
         const RenderOptions& options = session.options();
         const auto threads = std::min(mTasks.size(), static_cast<std::size_t>(options.jobs));
-        const bool oneByOne = options.jobs == 1 || options.dryRun;
+        const bool oneByOne = options.jobs == 1 || options.dryRun || !options.channels.empty();
         std::size_t next = 0;
         for (const std::size_t files : filesTogether(mTasks.size(), oneByOne ? mTasks.size() : threads)) {
             Piece& piece = mPieces.emplace_back();

@@ -5,13 +5,10 @@
 #include "AudioFile/Writer.h"
 #include "CommandLine/CommandError.h"
 #include "CommandLine/Interruption.h"
-#include "DemoGain_MeterLaw.h"
 #include "DemoGain_ParameterTable.h"
 #include "Render/BlockProcessor.h"
 #include "Render/CsvFiles.h"
 #include "Render/MetadataText.h"
-#include "Render/MidSide.h"
-#include "Render/SampleLevels.h"
 #include "Settings/ModuleLoading.h"
 #include "Settings/Quality.h"
 
@@ -25,7 +22,26 @@ namespace varno {
 namespace {
 
 constexpr int kReadFrames = 32768; // at a time, of files that are complete
-constexpr int kMidSideChannels = 2;
+
+// Also the rate, which is the same for all channels.
+void requireChannels(const Module& module, const AudioReader& reader, const RenderOptions& options) {
+    const int channels = reader.format().channels;
+    const std::string has =
+        reader.name() + ": has " + std::to_string(channels) + (channels == 1 ? " channel; " : " channels; ");
+    if (options.channels.empty()) {
+        requireVariantFor(module, reader, "; option --channels processes groups of them");
+        if (options.midSide && channels == 1) {
+            throw WorkError(has + "option --mid-side needs 2 (stereo)");
+        }
+        return;
+    }
+    requireRateFor(module, reader);
+    for (const ChannelGroup& group : options.channels) {
+        if (const int most = std::ranges::max(group); most >= channels) {
+            throw WorkError(has + "option --channels names " + std::to_string(most + 1));
+        }
+    }
+}
 
 // The points of --automate as values for the instance.
 std::vector<AutomationStep> automationSteps(const std::string& path, const Instance& instance,
@@ -71,23 +87,6 @@ std::vector<std::string> meterNames(const Instance& instance) {
     return names;
 }
 
-// Nothing for a render that is bypassed throughout. The effect describes its meters in the order of the taps.
-std::optional<double> gainReductionDB(const Instance& instance, const BlockProcessor& processor) {
-    if (!processor.wasActive()) {
-        return std::nullopt;
-    }
-    std::optional<double> result;
-    const auto& largest = processor.largestMeters();
-    const auto& meters = instance.effect().meters;
-    for (std::size_t tap = 0; tap < std::min(meters.size(), largest.size()); ++tap) {
-        if (integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind) ==
-            AAX_eMeterKind_GainReduction) {
-            result = std::max(result.value_or(0.0), largest[tap] / -double{DemoGain::kMeterPerDB});
-        }
-    }
-    return result;
-}
-
 // Of what lies behind the samples of a pipe there is nothing to be done: the output has left.
 void addWarningOfRest(AudioReader& reader, RenderReport& report) {
     constexpr std::int64_t kPaddingBytes = 1;
@@ -100,9 +99,9 @@ void addWarningOfRest(AudioReader& reader, RenderReport& report) {
 }
 
 void addSampleWarnings(RenderReport& report) {
-    if (report.unusableSamples > 0) {
+    if (const std::int64_t unusable = ofAllGroups(report).unusableSamples; unusable > 0) {
         report.warnings.push_back(
-            report.task.input + ": " + std::to_string(report.unusableSamples) +
+            report.task.input + ": " + std::to_string(unusable) +
             " samples are not a number, infinite or above 1e30 in magnitude; the effect "
             "processes them as silence");
     }
@@ -123,6 +122,7 @@ RenderReport plannedReport(const RenderOptions& options, const RenderTask& task,
     report.format = format;
     report.quality = options.quality;
     report.isDryRun = options.dryRun;
+    report.hasChosenGroups = !options.channels.empty();
     for (const std::string& warning : {reader.truncation(), note}) {
         if (!warning.empty()) {
             report.warnings.push_back(warning);
@@ -152,10 +152,7 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
       mReader(task.content.empty() ? task.input : task.content, {.goOn = throwIfInterrupted,
                                                                  .acceptTruncated = mOptions.acceptTruncated,
                                                                  .whileWritten = mIsToPipe}) {
-    requireVariantFor(session.module(), mReader);
-    if (mOptions.midSide && mReader.format().channels != kMidSideChannels) {
-        throw WorkError(mReader.name() + ": has 1 channel; option --mid-side needs 2 (stereo)");
-    }
+    requireChannels(session.module(), mReader, mOptions);
     if (const auto refusal = qualityRefusal(mOptions.quality, session.module().options().sampleRates,
                                             mReader.format().rateHz)) {
         throw WorkError(mReader.name() + ": " + *refusal);
@@ -164,9 +161,9 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
     mReport = plannedReport(mOptions, task, mReader, mTailFrames);
     mReport.origin = std::move(mOrigin);
     const double rateHz = mReport.format.rateHz;
-    mEffect = session.makeEffect(mReport.format.channels, rateHz);
-    const Instance& instance = mEffect->instance;
-    mReport.latencyFrames = mEffect->effect.latencyFrames();
+    makeEffects(session);
+    const Instance& instance = mEffects.front().instance();
+    mReport.latencyFrames = mEffects.front().latencyFrames();
     if (mOptions.compensate) {
         mLatencyFrames = std::exchange(mReport.latencyFrames, 0);
         mTailFrames += mLatencyFrames;
@@ -180,10 +177,12 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
                                          mIsToPipe ? Delivery::kAsWritten : Delivery::kWhole});
     const auto lost = metadataWarnings(mWriter->metadataLeftOut(), task, mReport.format.container);
     mReport.warnings.insert(mReport.warnings.end(), lost.begin(), lost.end());
-    mProcessor.emplace(mEffect->effect, mSteps, mOptions.blockFrames);
+    for (ChannelEffect& effect : mEffects) {
+        effect.start(mSteps);
+    }
     if (mOptions.meters) {
         mMeterFile.emplace(*mOptions.meters, mOptions.overwrite, rateHz, meterNames(instance));
-        mProcessor->setBlockListener(
+        processor().setBlockListener(
             [this](std::int64_t frame, std::span<const float> meters) { mMeterFile->addRow(frame, meters); });
     }
     if (!mOptions.dryRun) {
@@ -195,16 +194,36 @@ FileRender::FileRender(RenderSession& session, const RenderTask& task)
 
 FileRender::~FileRender() = default;
 
+void FileRender::makeEffects(RenderSession& session) {
+    const AudioFormat& format = mReport.format;
+    std::vector<ChannelGroup> groups = mOptions.channels;
+    if (groups.empty()) {
+        groups.push_back(allChannels(format.channels));
+    }
+    for (const ChannelGroup& group : groups) {
+        mEffects.emplace_back(session, group, format.rateHz);
+        mReport.groups.emplace_back().channels = group;
+    }
+    for (const int channel : channelsOfNoGroup(groups, format.channels)) {
+        mCopied.emplace(channel, mEffects.front().latencyFrames());
+    }
+}
+
 bool FileRender::read() {
     if (!readInputOrTail()) {
         return false;
     }
     throwIfInterrupted();
-    mIn.add(*mBlock);
-    if (mOptions.midSide) {
-        toMidSide(samples()[0], samples()[1], frames());
+    for (ChannelEffect& effect : mEffects) {
+        effect.prepare(*mBlock);
     }
     return true;
+}
+
+void FileRender::process() {
+    for (ChannelEffect& effect : mEffects) {
+        effect.process(*mBlock);
+    }
 }
 
 // Input, then silence.
@@ -218,31 +237,22 @@ bool FileRender::readInputOrTail() {
     return frames > 0;
 }
 
-// What remains of the block without the first frames of the output.
-const AudioBlock& FileRender::withoutLatency() {
-    const auto frames = static_cast<int>(std::min<std::int64_t>(mLatencyFrames, mBlock->frames()));
-    if (frames == 0) {
-        return *mBlock;
-    }
-    mLatencyFrames -= frames;
-    std::vector<const float*> channels;
-    for (int channel = 0; channel < mBlock->channels(); ++channel) {
-        channels.push_back(mBlock->samples()[channel] + frames);
-    }
-    mRest.emplace(mBlock->channels(), mBlock->capacityFrames());
-    mRest->setPlanar(channels.data(), mBlock->frames() - frames);
-    return *mRest;
-}
-
 void FileRender::write() {
-    if (mOptions.midSide) {
-        toLeftRight(samples()[0], samples()[1], frames());
+    for (ChannelEffect& effect : mEffects) {
+        effect.restore(*mBlock);
     }
-    const AudioBlock& block = withoutLatency();
-    mOut.add(block);
-    mWriter->write(block, block.samples());
-    mFrames += block.frames();
-    mProgress.advance(static_cast<double>(block.frames()) / mReport.format.rateHz,
+    for (auto& [channel, held] : mCopied) {
+        mBlock->delay(channel, held);
+    }
+    const auto early = static_cast<int>(std::min<std::int64_t>(mLatencyFrames, mBlock->frames()));
+    mLatencyFrames -= early;
+    mBlock->removeFirst(early);
+    for (ChannelEffect& effect : mEffects) {
+        effect.measure(*mBlock);
+    }
+    mWriter->write(*mBlock, mBlock->samples());
+    mFrames += mBlock->frames();
+    mProgress.advance(static_cast<double>(mBlock->frames()) / mReport.format.rateHz,
                       mReport.format.durationS());
 }
 
@@ -252,18 +262,17 @@ RenderReport FileRender::plan() {
 }
 
 RenderReport FileRender::finish(OutputFiles others) {
-    mProcessor->finish();
+    for (ChannelEffect& effect : mEffects) {
+        effect.processor().finish();
+    }
     mReport.format.frames = mFrames;
-    mReport.peakIn = mIn.peak();
-    mReport.peakOut = mOut.peak();
-    mReport.unusableSamples = mIn.unusable();
     warnOfLateSteps(mSteps, mOptions.automation.value_or(""), mReport);
     if (!mWasTruncated && !mReader.truncation().empty()) {
         mReport.warnings.push_back(mReader.truncation());
     }
+    std::ranges::transform(mEffects, mReport.groups.begin(), &ChannelEffect::report);
     commitOutputs(*mWriter, mMeterFile, others);
     mReport.clippedSamples = mWriter->clippedSamples();
-    mReport.gainReductionDB = gainReductionDB(mEffect->instance, *mProcessor);
     addWarningOfRest(mReader, mReport);
     addSampleWarnings(mReport);
     mReport.elapsedS = std::chrono::duration<double>(std::chrono::steady_clock::now() - mStart).count();
@@ -277,7 +286,7 @@ RenderReport renderFile(RenderSession& session, const RenderTask& task, OutputFi
         return render.plan();
     }
     while (render.read()) {
-        render.processor().process(render.samples(), render.frames());
+        render.process();
         render.write();
     }
     return render.finish(others);

@@ -6,14 +6,16 @@
 #include "AudioFile/Writer.h"
 #include "Files/AtomicFile.h"
 #include "Render/BlockProcessor.h"
+#include "Render/ChannelEffect.h"
 #include "Render/CsvFiles.h"
 #include "Render/ProgressBar.h"
 #include "Render/RenderReport.h"
 #include "Render/RenderSession.h"
-#include "Render/SampleLevels.h"
 
 #include <chrono>
 #include <cstdint>
+#include <list>
+#include <map>
 #include <optional>
 #include <span>
 #include <vector>
@@ -43,7 +45,10 @@ public:
     /// The frames just read, to be processed in place by the processor or together with those of others.
     float* const* samples() { return mBlock->samples(); }
     int frames() const { return mBlock->frames(); }
-    BlockProcessor& processor() { return *mProcessor; }
+    BlockProcessor& processor() { return mEffects.front().processor(); }
+    /// Processes them, in the place of others that use samples() and processor(). Files with --channels are
+    /// processed by this alone.
+    void process();
     /// Writes them. @throws as read()
     void write();
 
@@ -52,7 +57,7 @@ public:
 
 private:
     bool readInputOrTail();
-    const AudioBlock& withoutLatency();
+    void makeEffects(RenderSession& session);
 
     std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
     const RenderOptions& mOptions;
@@ -63,17 +68,14 @@ private:
     AudioReader mReader;
     std::int64_t mTailFrames = 0; ///< Still to come.
     RenderReport mReport;
-    SessionEffect mEffect;
-    std::int64_t mLatencyFrames = 0; ///< Of the effect, still to be left out of the output.
-    std::optional<AudioBlock> mRest; ///< What remains of a block after that.
+    std::list<ChannelEffect> mEffects;
+    std::map<int, HeldSamples> mCopied; ///< The channels that no effect processes.
+    std::int64_t mLatencyFrames = 0;    ///< Of the effect, still to be left out of the output.
     std::vector<AutomationStep> mSteps;
     std::optional<AudioWriter> mWriter;
     std::optional<MeterFile> mMeterFile;
-    std::optional<BlockProcessor> mProcessor;
     std::optional<AudioBlock> mBlock;
     bool mWasTruncated = false;
-    SampleLevels mIn;
-    SampleLevels mOut;
     std::int64_t mFrames = 0;
 };
 

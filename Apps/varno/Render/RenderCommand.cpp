@@ -32,7 +32,8 @@ constexpr std::string_view kRenderDescription[] = {
     "Renders INPUT through the effect into OUTPUT: a mono file through the mono variant, a stereo file "
     "through the stereo one, at sample rates from 16 to 384 kHz. OUTPUT has exactly the input's frames (and "
     "those of --tail), its sample rate, and its sample format unless --format or the extension of OUTPUT "
-    "selects another. The processed signal comes one sample later than the dry one, or more with --quality; "
+    "selects another. Files of more channels need --channels. The processed signal comes one sample later "
+    "than the dry one, or more with --quality; "
     "--compensate removes this.",
     "Texts, pictures, cue sheets, markers and other data of INPUT are carried over as far as OUTPUT's "
     "container holds them, 64 MiB at most. A warning names what is not.",
@@ -164,6 +165,14 @@ constexpr OptionEntry kRenderOptions[] = {
      .numbers = {.least = 1, .most = 256, .usual = kUsualJobs},
      .group = "Processing",
      .help = "Inputs rendered at the same time."},
+    {.name = "--channels",
+     .value = "GROUPS",
+     .kind = ValueKind::kText,
+     .group = "Processing",
+     .help = "Process groups of channels, each with an effect of its own: 1-2,3,4 is channels 1 and 2 as "
+             "stereo, 3 "
+             "and 4 as mono. For files of any number of channels. The others are copied, as late as the "
+             "processed ones."},
     {.name = "--mid-side",
      .group = "Processing",
      .help =
@@ -180,6 +189,8 @@ constexpr ExampleEntry kRenderExamples[] = {
      "More drive, and the curve with the fastest attack."},
     {"varno render --preset drum-bus --out-dir wet --jobs 4 stems/*.wav",
      "A folder of stems, four at a time."},
+    {"varno render --channels 1-2,3,5-6 film.wav film-hot.wav",
+     "Of a 5.1 file the pairs in front and behind and the centre; channel 4 is copied."},
     {"varno render --out-dir wet --container flac --skip-existing stems/*.wav",
      "To FLAC; only what is missing in the folder."},
     {"varno render --out-dir wet --skip-existing --record wet.jsonl stems/*.wav",

@@ -5,6 +5,7 @@
 #include "Settings/ModuleLoading.h"
 #include "Settings/Quality.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace varno {
@@ -47,6 +48,15 @@ void checkTogether(const RenderOptions& options) {
     if (options.meters && options.tasks.size() > 1) {
         throw UsageError("option --meters takes one INPUT, found " + std::to_string(options.tasks.size()));
     }
+    if (options.meters && options.channels.size() > 1) {
+        throw UsageError("option --meters takes one group of --channels, found " +
+                         std::to_string(options.channels.size()));
+    }
+    if (options.midSide && !options.channels.empty() &&
+        std::ranges::none_of(options.channels, [](const ChannelGroup& group) { return group.size() > 1; })) {
+        throw UsageError("option --mid-side needs a pair such as 1-2 in --channels, found " +
+                         inQuotes(channelGroupsText(options.channels)));
+    }
     if (options.isDemo && (options.dryRun || options.skipExisting || options.record)) {
         throw UsageError(std::string("option ") +
                          (options.dryRun         ? "--dry-run"
@@ -73,6 +83,9 @@ RenderOptions renderOptions(const CommandLine& line) {
     options.quality = qualityOption(line).value_or(options.quality);
     options.compensate = line.has("--compensate");
     options.midSide = line.has("--mid-side");
+    if (const auto channels = line.value("--channels")) {
+        options.channels = channelGroups(*channels);
+    }
     options.tailS = line.number<double>("--tail").value_or(options.tailS);
     if (line.has("--container") && !line.has("--out-dir")) {
         throw UsageError("option --container needs --out-dir; the extension of OUTPUT selects its container");

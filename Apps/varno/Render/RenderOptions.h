@@ -5,6 +5,7 @@
 #include "AudioFile/Quantizer.h"
 #include "CommandLine/CommandLine.h"
 #include "Files/AtomicFile.h"
+#include "Render/ChannelGroups.h"
 
 #include <cstdint>
 #include <optional>
@@ -37,6 +38,8 @@ struct RenderOptions {
     std::int32_t quality = 1; ///< Factor of oversampling.
     bool compensate = false;  ///< Outputs without the latency.
     bool midSide = false;     ///< The effect processes mid and side in the place of left and right.
+    std::vector<ChannelGroup>
+        channels; ///< What is processed of each file; none: all, of mono and stereo files.
     double tailS = 0.0;
     std::optional<SampleFormat> format; ///< Nothing: the input's.
     Dither dither = Dither::kTpdf;

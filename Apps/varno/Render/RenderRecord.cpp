@@ -127,6 +127,7 @@ std::string settingsDigest(const RenderOptions& options, const Settings& setting
     add("quality", qualityName(options.quality));
     add("compensate", options.compensate ? "yes" : "no");
     add("mid-side", options.midSide ? "yes" : "no");
+    add("channels", channelGroupsText(options.channels));
     add("tail", textFromNumber(options.tailS));
     add("format", options.format ? sampleFormatName(*options.format) : "");
     add("dither", textFromNumber(static_cast<int>(options.dither)));

@@ -6,12 +6,6 @@
 
 namespace varno {
 
-void SampleLevels::add(const AudioBlock& block) {
-    for (int channel = 0; channel < block.channels(); ++channel) {
-        add(block.samples()[channel], block.frames());
-    }
-}
-
 // Many independent maxima let the compiler make vector code: it may not reorder the search for a single
 // maximum, and keeps a few in separate variables.
 void SampleLevels::add(const float* samples, int count) {

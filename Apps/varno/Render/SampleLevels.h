@@ -1,8 +1,6 @@
 #ifndef VARNO_APPS_VARNO_RENDER_SAMPLELEVELS_H
 #define VARNO_APPS_VARNO_RENDER_SAMPLELEVELS_H
 
-#include "AudioFile/Block.h"
-
 #include <cmath>
 #include <cstdint>
 
@@ -18,8 +16,8 @@ inline bool isUsableSample(float sample) {
 /// What is measured of a signal's samples.
 class SampleLevels {
 public:
-    /// Adds the single precision samples of a block.
-    void add(const AudioBlock& block);
+    /// Adds samples of one channel.
+    void add(const float* samples, int count);
 
     /// The largest magnitude of usable samples, full scale 1.
     double peak() const { return mPeak; }
@@ -28,8 +26,6 @@ public:
     std::int64_t unusable() const { return mUnusable; }
 
 private:
-    void add(const float* samples, int count);
-
     float mPeak = 0.0F;
     std::int64_t mUnusable = 0;
 };

@@ -69,14 +69,18 @@ void unloadModule(std::shared_ptr<Module> module) {
     }
 }
 
-void requireVariantFor(const Module& module, const AudioReader& reader) {
+void requireVariantFor(const Module& module, const AudioReader& reader, const std::string& otherwise) {
     const auto& format = reader.format();
     const auto* effect = module.description().effect({});
     if (effect == nullptr || effect->variantFor(format.channels) == nullptr) {
         throw WorkError(reader.name() + ": has " + std::to_string(format.channels) +
-                        " channels; expected 1 (mono) or 2 (stereo)");
+                        " channels; expected 1 (mono) or 2 (stereo)" + otherwise);
     }
-    if (const auto refusal = sampleRateRefusal(module.options().sampleRates, format.rateHz)) {
+    requireRateFor(module, reader);
+}
+
+void requireRateFor(const Module& module, const AudioReader& reader) {
+    if (const auto refusal = sampleRateRefusal(module.options().sampleRates, reader.format().rateHz)) {
         throw WorkError(reader.name() + ": " + *refusal);
     }
 }

@@ -64,8 +64,11 @@ std::shared_ptr<Module> loadEffect(const CommandLine& line);
 void unloadModule(std::shared_ptr<Module> module);
 
 /// Checks that the module's effect has a variant for a file's channels and accepts its sample rate. [any]
-/// @throws WorkError where it does not
-void requireVariantFor(const Module& module, const AudioReader& reader);
+/// @param otherwise what the message for too many channels ends with @throws WorkError where it does not
+void requireVariantFor(const Module& module, const AudioReader& reader, const std::string& otherwise = {});
+
+/// Checks that alone which requireVariantFor() checks of the sample rate. @throws WorkError [any]
+void requireRateFor(const Module& module, const AudioReader& reader);
 
 } // namespace varno
 

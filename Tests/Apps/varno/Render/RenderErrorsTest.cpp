@@ -97,9 +97,11 @@ TEST_F(RenderErrors, OtherChannelCounts) {
     makeMusic("three.wav", kWav16, 3, 480);
     makeMusic("six.wav", kWav16, 6, 480);
     EXPECT_EQ(refusedRender(1, {"three.wav", "out.wav"}),
-              "three.wav: has 3 channels; expected 1 (mono) or 2 (stereo)");
+              "three.wav: has 3 channels; expected 1 (mono) or 2 (stereo); option --channels processes "
+              "groups of them");
     EXPECT_EQ(refusedRender(1, {"six.wav", "out.wav"}),
-              "six.wav: has 6 channels; expected 1 (mono) or 2 (stereo)");
+              "six.wav: has 6 channels; expected 1 (mono) or 2 (stereo); option --channels processes groups "
+              "of them");
 }
 
 TEST_F(RenderErrors, OtherSampleRates) {

@@ -103,8 +103,8 @@ TEST_F(RenderRecordTest, OtherSettingsAreRenderedAgainAndSoAreTheFormerOnes) {
     }
 }
 
-// An option for stereo files alone.
-TEST_F(RenderRecordTest, MidAndSideAreAnotherSetting) {
+// Options that need stereo.
+TEST_F(RenderRecordTest, MidAndSideAndChannelsAreOtherSettings) {
     const auto isSkipped = [this](std::vector<std::string> options) {
         options.insert(options.begin(), {"render", "--out-dir", ".", "--container", "flac", "--record",
                                          "record", "--json", "--skip-existing"});
@@ -115,6 +115,9 @@ TEST_F(RenderRecordTest, MidAndSideAreAnotherSetting) {
     EXPECT_FALSE(isSkipped({"--mid-side"}));
     EXPECT_TRUE(isSkipped({"--mid-side"}));
     EXPECT_FALSE(isSkipped({}));
+    EXPECT_FALSE(isSkipped({"--channels", "1,2"}));
+    EXPECT_TRUE(isSkipped({"--channels", "1,2"}));
+    EXPECT_FALSE(isSkipped({"--channels", "1-2"}));
 }
 
 TEST_F(RenderRecordTest, TheOutputIsThatOfTheNewSettings) {
