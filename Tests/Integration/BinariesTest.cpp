@@ -1,5 +1,6 @@
 // What the binaries that are handed on need of a system, and how they are protected.
-#include "Tests/Support/ElfFile.h"
+
+#include "Validate/ElfFile.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -11,6 +12,8 @@
 
 namespace varno::test {
 namespace {
+
+using validate::ElfFile;
 
 using Libraries = std::set<std::string>;
 

@@ -1,10 +1,11 @@
-#include "Tests/Support/ElfFile.h"
+
+#include "Validate/ElfFile.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using varno::test::ElfFile;
+using varno::validate::ElfFile;
 
 TEST(ModuleSymbols, areTheSevenEntryPointsAlone) {
     const std::set<std::string> expected = {

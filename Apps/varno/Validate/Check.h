@@ -25,6 +25,7 @@ struct CheckSetup {
     Format format{};
     Level level = Level::kQuick;
     std::uint64_t seed = 0;
+    int timeLimitS = 0; ///< Of every check; 0 for that of each.
 };
 
 /// One statement of a check.

@@ -281,7 +281,8 @@ std::string_view verdictWord(Verdict verdict) {
 
 CheckResult runInChild(const Check& check, const CheckSetup& setup) {
     const auto start = Clock::now();
-    const int limitS = check.timeLimitS * (setup.level == Level::kFull ? kFullLevelFactor : 1);
+    const int ownLimitS = check.timeLimitS * (setup.level == Level::kFull ? kFullLevelFactor : 1);
+    const int limitS = setup.timeLimitS > 0 ? setup.timeLimitS : ownLimitS;
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         failSystem("a pipe for a check");

@@ -1,10 +1,10 @@
 // The binary as a host loads it, beside what the program renders.
 #include "Tests/Formats/CLAP/EventPlan.h"
 #include "Tests/Formats/CLAP/HostedClap.h"
-#include "Tests/Support/ElfFile.h"
 #include "Tests/Support/Signal.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Validate/ElfFile.h"
 
 #include <cstring>
 #include <dlfcn.h>
@@ -15,6 +15,8 @@
 
 namespace varno::test {
 namespace {
+
+using validate::ElfFile;
 
 constexpr std::uint32_t kRateHz = 48000;
 

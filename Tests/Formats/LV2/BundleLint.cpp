@@ -1,6 +1,5 @@
 #include "Tests/Formats/LV2/BundleLint.h"
-
-#include "Tests/Support/ElfFile.h"
+#include "Validate/ElfFile.h"
 
 #include <cmath>
 #include <lilv/lilv.h>
@@ -190,7 +189,7 @@ std::vector<std::string> faultsOfBundle(const std::filesystem::path& bundle) {
 }
 
 std::vector<std::string> faultsOfBinary(const std::filesystem::path& binary, const std::string& symbol) {
-    const ElfFile file(binary.string());
+    const validate::ElfFile file(binary.string());
     std::vector<std::string> faults;
     const std::set<std::string> exported = file.exportedSymbols();
     if (!exported.contains(symbol)) {

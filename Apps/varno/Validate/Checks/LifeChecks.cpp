@@ -4,14 +4,14 @@
 namespace varno::validate {
 namespace {
 
-constexpr double kRateHz = 48000.0;
-constexpr std::int32_t kFrames = 64;
+constexpr double kLifeRateHz = 48000.0;
+constexpr std::int32_t kLifeFrames = 64;
 
 void checkInstance(Context& context) {
     const auto plugin = context.open();
     for (const PluginInfo& info : plugin->plugins()) {
         context.step("create " + info.id);
-        (void)plugin->create(info, kRateHz, kFrames);
+        (void)plugin->create(info, kLifeRateHz, kLifeFrames);
     }
     for (const std::string& complaint : plugin->takeComplaints()) {
         context.fail(complaint, "nothing against the rules of the format");

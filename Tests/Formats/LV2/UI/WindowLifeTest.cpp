@@ -5,9 +5,9 @@
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TestRun.h"
 #include "Tests/Support/XServer.h"
+#include "Validate/ElfFile.h"
 
 #include "Tests/Integration/Editor/EditorWindow.h"
-#include "Tests/Support/ElfFile.h"
 
 #include <array>
 #include <cstddef>
@@ -82,8 +82,9 @@ TEST(WindowBinary, offersOneWindow) {
 }
 
 TEST(WindowBinary, showsNothingElseOfItself) {
-    EXPECT_EQ(ElfFile(VARNO_WINDOW_BINARY).exportedSymbols(), std::set<std::string>{"lv2ui_descriptor"});
-    EXPECT_FALSE(ElfFile(VARNO_WINDOW_BINARY).hasTextRelocations());
+    EXPECT_EQ(varno::validate::ElfFile(VARNO_WINDOW_BINARY).exportedSymbols(),
+              std::set<std::string>{"lv2ui_descriptor"});
+    EXPECT_FALSE(varno::validate::ElfFile(VARNO_WINDOW_BINARY).hasTextRelocations());
 }
 
 TEST_F(WindowLife, isAsLargeAsItsLayoutAndTheScale) {

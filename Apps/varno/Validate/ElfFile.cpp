@@ -1,4 +1,4 @@
-#include "Tests/Support/ElfFile.h"
+#include "Validate/ElfFile.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,7 +7,7 @@
 #include <iterator>
 #include <stdexcept>
 
-namespace varno::test {
+namespace varno::validate {
 
 ElfFile::ElfFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -88,12 +88,20 @@ std::vector<Elf64_Phdr> ElfFile::segments() const {
 }
 
 std::set<std::string> ElfFile::neededLibraries() const {
+    return dynamicTexts({DT_NEEDED});
+}
+
+std::set<std::string> ElfFile::searchFolders() const {
+    return dynamicTexts({DT_RPATH, DT_RUNPATH});
+}
+
+std::set<std::string> ElfFile::dynamicTexts(const std::set<Elf64_Sxword>& tags) const {
     const std::vector<Elf64_Shdr> all = sections();
     const auto dynamic = std::find_if(
         all.begin(), all.end(), [](const Elf64_Shdr& section) { return section.sh_type == SHT_DYNAMIC; });
     std::set<std::string> names;
     for (const Elf64_Dyn& entry : dynamicEntries()) {
-        if (entry.d_tag == DT_NEEDED) {
+        if (tags.contains(entry.d_tag)) {
             names.insert(textAt(all.at(dynamic->sh_link).sh_offset + entry.d_un.d_val));
         }
     }
@@ -142,11 +150,25 @@ bool ElfFile::hasTextRelocations() const {
                        [](const Elf64_Dyn& entry) { return entry.d_tag == DT_TEXTREL; });
 }
 
-bool ElfFile::hasFixedAddresses() const {
+bool ElfFile::hasReadOnlyRelocations() const {
     const std::vector<Elf64_Phdr> all = segments();
-    const bool isReadOnly = std::any_of(
-        all.begin(), all.end(), [](const Elf64_Phdr& segment) { return segment.p_type == PT_GNU_RELRO; });
-    return isReadOnly && (hasDynamicFlag(DT_FLAGS, DF_BIND_NOW) || hasDynamicFlag(DT_FLAGS_1, DF_1_NOW));
+    return std::any_of(all.begin(), all.end(),
+                       [](const Elf64_Phdr& segment) { return segment.p_type == PT_GNU_RELRO; });
+}
+
+bool ElfFile::isBoundWhenLoaded() const {
+    return hasDynamicFlag(DT_FLAGS, DF_BIND_NOW) || hasDynamicFlag(DT_FLAGS_1, DF_1_NOW);
+}
+
+bool ElfFile::hasFixedAddresses() const {
+    return hasReadOnlyRelocations() && isBoundWhenLoaded();
+}
+
+bool ElfFile::hasWritableCode() const {
+    const std::vector<Elf64_Phdr> all = segments();
+    return std::any_of(all.begin(), all.end(), [](const Elf64_Phdr& segment) {
+        return segment.p_type == PT_LOAD && (segment.p_flags & PF_W) != 0 && (segment.p_flags & PF_X) != 0;
+    });
 }
 
 bool ElfFile::hasExecutableStack() const {
@@ -156,4 +178,4 @@ bool ElfFile::hasExecutableStack() const {
     });
 }
 
-} // namespace varno::test
+} // namespace varno::validate

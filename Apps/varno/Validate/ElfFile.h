@@ -1,6 +1,6 @@
 /// The symbols and libraries that a linked ELF file names, and how it is protected.
-#ifndef VARNO_TESTS_SUPPORT_ELFFILE_H
-#define VARNO_TESTS_SUPPORT_ELFFILE_H
+#ifndef VARNO_APPS_VARNO_VALIDATE_ELFFILE_H
+#define VARNO_APPS_VARNO_VALIDATE_ELFFILE_H
 
 #include <cstddef>
 #include <elf.h>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace varno::test {
+namespace varno::validate {
 
 /// A 64-bit ELF file of this machine's byte order. Reading anything else throws std::runtime_error.
 class ElfFile {
@@ -31,10 +31,19 @@ public:
     bool hasFixedAddresses() const;
     /// Whether data on its stack can be executed.
     bool hasExecutableStack() const;
+    /// Whether a part of it can be both written and executed.
+    bool hasWritableCode() const;
+    /// Whether the addresses of others that it has found cannot be written afterwards.
+    bool hasReadOnlyRelocations() const;
+    /// Whether all functions of others are found when it is loaded, not at their first call.
+    bool isBoundWhenLoaded() const;
+    /// The folders that it has the loader search for libraries first.
+    std::set<std::string> searchFolders() const;
 
 private:
     bool hasDynamicFlag(Elf64_Sxword tag, Elf64_Xword flag) const;
     std::vector<Elf64_Dyn> dynamicEntries() const;
+    std::set<std::string> dynamicTexts(const std::set<Elf64_Sxword>& tags) const;
     std::vector<Elf64_Phdr> segments() const;
     template<class T>
     T read(std::size_t offset) const;
@@ -45,6 +54,6 @@ private:
     std::string mBytes;
 };
 
-} // namespace varno::test
+} // namespace varno::validate
 
 #endif

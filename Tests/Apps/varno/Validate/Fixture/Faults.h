@@ -1,0 +1,45 @@
+/// What is wrong with a plug-in that a check must find.
+#ifndef VARNO_TESTS_APPS_VARNO_VALIDATE_FIXTURE_FAULTS_H
+#define VARNO_TESTS_APPS_VARNO_VALIDATE_FIXTURE_FAULTS_H
+
+namespace varno::fixture {
+
+enum class Planted {
+    kNothing,
+    // When it is loaded and describes itself.
+    kLeavesThread,
+    kLeavesHandler,
+    kSetsVariable,
+    kSetsLocale,
+    kLeavesDescriptor,
+    kLeavesMemory,
+    kTakesLong,
+    kNeedsDisplay,
+    // The description.
+    kHasNoName,
+    kHasNoManufacturer,
+    kDescribesVariantTwice,
+    kChangesItsName,
+    kHasParameterTwice,
+    kHasNamelessParameter,
+    kStartsElsewhere,
+    kPostsNoPacket,
+    kPostsToOtherField,
+    // Its life.
+    kLosesMemoryPerInstance,
+    kKeepsItself,
+    kCrashesInSecondLife,
+    kHangsInSecondLife,
+    kCrashesBeforeItsLife,
+    kNeedsTransport,
+    kNeedsTwoServices,
+    kThrows,
+    kIgnoresFailedAllocation,
+};
+
+/// What this binary has. Defined in Fault.cpp, which is compiled once for each.
+extern const Planted kPlanted;
+
+} // namespace varno::fixture
+
+#endif

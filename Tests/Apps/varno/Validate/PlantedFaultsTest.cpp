@@ -1,0 +1,72 @@
+#include "Tests/Apps/varno/Validate/PlantedFaults.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string_view>
+
+// Each check fails on a plug-in that has the fault it looks for, and every other check of its group passes
+// there.
+
+namespace varno::test {
+namespace {
+
+const PlantedFault kFaults[] = {
+    {"exported.aaxplugin", {"binary-symbols"}, "binary"},
+    {"search-folder.aaxplugin", {"binary-dependencies"}, "binary"},
+    {"lazy.aaxplugin", {"binary-binding"}, "binary"},
+    {"writable-relocations.aaxplugin", {"binary-hardening"}, "binary"},
+    {"executable-stack.aaxplugin", {"binary-hardening"}, "binary"},
+    {"text-relocation.aaxplugin", {"binary-hardening"}, "binary"},
+    {"thread.aaxplugin", {"binary-reloading"}, "binary"},
+    {"handler.aaxplugin", {"binary-reloading"}, "binary"},
+    {"variable.aaxplugin", {"binary-reloading"}, "binary"},
+    {"locale.aaxplugin", {"binary-reloading"}, "binary"},
+    {"descriptor.aaxplugin", {"binary-reloading"}, "binary"},
+    {"memory.aaxplugin", {"binary-reloading"}, "binary"},
+    {"slow.aaxplugin", {"binary-cold-start"}, "binary"},
+    {"display.aaxplugin", {"binary-no-display"}, "binary"},
+    // What cannot be opened fails all that open it.
+    {"no-name.aaxplugin",
+     {"binary-cold-start", "binary-no-display", "binary-opens", "binary-reloading"},
+     "binary"},
+    {"no-manufacturer.aaxplugin", {"description-contracts"}, "description"},
+    {"variant-twice.aaxplugin", {"description-unique"}, "description"},
+    {"changing-name.aaxplugin", {"description-same-twice"}, "description"},
+    {"parameter-twice.aaxplugin", {"description-unique"}, "description"},
+    {"nameless.aaxplugin", {"description-complete"}, "description"},
+    {"starts-elsewhere.aaxplugin", {"description-defaults"}, "description"},
+    {"no-packet.aaxplugin", {"description-contracts"}, "description"},
+    {"other-field.aaxplugin", {"description-contracts"}, "description"},
+    {"keeps-itself.aaxplugin", {"life-instance"}, "life"},
+};
+
+class PlantedFaults : public testing::TestWithParam<PlantedFault> {
+protected:
+    // So that a check without a display finds nothing that the machine lacks.
+    PlantedFaults() { ::setenv("DISPLAY", ":987", 0); }
+};
+
+TEST_P(PlantedFaults, areFoundByTheirChecksAlone) {
+    std::string report;
+    EXPECT_EQ(failedChecks(GetParam().plugin, GetParam().group, report), GetParam().found) << report;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, PlantedFaults, testing::ValuesIn(kFaults));
+
+TEST(PlantedFaultsCheck, ThePluginWithoutFaultPasses) {
+    std::string report;
+    EXPECT_EQ(failedChecks("sound.aaxplugin", {}, report), std::set<std::string>{}) << report;
+}
+
+TEST(PlantedFaultsCheck, EveryCheckFindsOne) {
+    for (const validate::Check& check : validate::allChecks()) {
+        const auto finds = [&](const PlantedFault& fault) {
+            return fault.found.contains(std::string(check.id));
+        };
+        EXPECT_TRUE(std::ranges::any_of(kFaults, finds)) << check.id;
+    }
+}
+
+} // namespace
+} // namespace varno::test
