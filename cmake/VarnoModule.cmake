@@ -16,7 +16,8 @@ endif()
 
 # varno_export_only(TARGET SYMBOLS...): the target's binary exports these C symbols and nothing else, lacks none (but
 # those of a sanitizer, which the program that loads it provides) and has no text relocations. It contains the C++
-# library, since a host or another plug-in may use another version of it.
+# library, since a host or another plug-in may use another version of it; not the library below it that unwinds the stack
+# (libgcc_s), of which a process can have one only: what a host throws could not be caught.
 function(varno_export_only target)
   if(APPLE)
     list(TRANSFORM ARGN PREPEND _ OUTPUT_VARIABLE lines)
@@ -28,7 +29,7 @@ function(varno_export_only target)
     set(text "{ global: ${symbols}; local: *; };")
     set(list_file ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
     set(option -Wl,--version-script=${list_file})
-    target_link_options(${target} PRIVATE -Wl,-z,text -static-libstdc++ -static-libgcc)
+    target_link_options(${target} PRIVATE -Wl,-z,text -static-libstdc++)
     target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/Libs/AAXLibrary/source/ExceptionReserve_Linux.cpp)
     if(NOT VARNO_SANITIZE)
       target_link_options(${target} PRIVATE -Wl,--no-undefined)

@@ -22,8 +22,10 @@ Libraries operator+(Libraries left, const Libraries& right) {
     return left;
 }
 
-const Libraries kC = {"ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1", "libc.so.6", "libm.so.6"};
-const Libraries kCxx = {"libgcc_s.so.1", "libstdc++.so.6"};
+// With what takes exceptions through all binaries of a process.
+const Libraries kC = {"ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1", "libc.so.6", "libm.so.6",
+                      "libgcc_s.so.1"};
+const Libraries kCxx = {"libstdc++.so.6"};
 // A window, what is drawn in it, and its keyboard.
 const Libraries kWindow = {
     "libcairo.so.2",         "libfontconfig.so.1", "libglib-2.0.so.0",       "libgobject-2.0.so.0",

@@ -36,7 +36,7 @@ public:
 
     /// To be called at the end of each round.
     void endRound() { mBytes.push_back(allocatedBytes()); }
-    /// Bytes that a round loses: the median; nothing where no memory is lost. After the last round.
+    /// Bytes that a round loses; nothing where no memory is lost, or after fewer than 20 rounds.
     std::optional<std::ptrdiff_t> bytesPerRound() const;
 
 private:

@@ -27,9 +27,11 @@ public:
         }
     }
 
-    /// Processes it.
-    void through(PluginInstance& instance) {
-        instance.process(mInputPointers.data(), mOutputPointers.data(), mFrames);
+    /// Processes all of it.
+    void through(PluginInstance& instance) { through(instance, mFrames); }
+    /// Processes its first frames.
+    void through(PluginInstance& instance, std::int32_t frames) {
+        instance.process(mInputPointers.data(), mOutputPointers.data(), frames);
     }
 
     /// Whether all that came out are numbers.

@@ -38,7 +38,18 @@ const PlantedFault kFaults[] = {
     {"starts-elsewhere.aaxplugin", {"description-defaults"}, "description"},
     {"no-packet.aaxplugin", {"description-contracts"}, "description"},
     {"other-field.aaxplugin", {"description-contracts"}, "description"},
-    {"keeps-itself.aaxplugin", {"life-instance"}, "life"},
+    {"keeps-itself.aaxplugin",
+     {"life-instance", "life-orders", "life-raw-orders", "life-recycling", "life-throwing-host",
+      "life-withheld"},
+     "life"},
+    {"instance-memory.aaxplugin", {"life-recycling"}, "life"},
+    {"second-life-crash.aaxplugin", {"life-raw-orders"}, "life"},
+    {"second-life-hang.aaxplugin", {"life-raw-orders"}, "life"},
+    {"early-crash.aaxplugin", {"life-raw-orders"}, "life"},
+    {"needs-transport.aaxplugin", {"life-throwing-host", "life-withheld"}, "life"},
+    {"needs-two.aaxplugin", {"life-withheld"}, "life"},
+    {"throws.aaxplugin", {"life-throwing-host"}, "life"},
+    {"order-crash.aaxplugin", {"life-orders", "life-raw-orders"}, "life"},
 };
 
 class PlantedFaults : public testing::TestWithParam<PlantedFault> {

@@ -31,10 +31,10 @@ enum class Planted {
     kCrashesInSecondLife,
     kHangsInSecondLife,
     kCrashesBeforeItsLife,
+    kCrashesInAnOrder,
     kNeedsTransport,
     kNeedsTwoServices,
     kThrows,
-    kIgnoresFailedAllocation,
 };
 
 /// What this binary has. Defined in Fault.cpp, which is compiled once for each.

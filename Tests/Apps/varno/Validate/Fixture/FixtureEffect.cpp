@@ -84,8 +84,14 @@ public:
         if (mLives > 1 && has(Planted::kHangsInSecondLife)) {
             hang();
         }
-        misbehaveWith(host);
-        return AAX_CEffectParameters::Initialize(host);
+        if (has(Planted::kThrows)) {
+            (void)ACFPtr<AAX_IACFController>::Query(
+                host, IID_IAAXControllerV1); // What this throws leaves the module.
+        }
+        return AAX_Guarded({"FixtureModel", __func__}, [&] {
+            misbehaveWith(host);
+            return AAX_CEffectParameters::Initialize(host);
+        });
     }
 
     AAX_Result GenerateCoefficients() override {
@@ -93,6 +99,19 @@ public:
             crash();
         }
         return AAX_CEffectParameters::GenerateCoefficients();
+    }
+
+    AAX_Result SetChunk(AAX_CTypeID chunkID, const AAX_SPlugInChunk* chunk) override {
+        mHasState = true;
+        return AAX_CEffectParameters::SetChunk(chunkID, chunk);
+    }
+
+    // Saving after a restored state.
+    AAX_Result GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk* chunk) override {
+        if (mHasState && mLives == 1 && has(Planted::kCrashesInAnOrder)) {
+            crash();
+        }
+        return AAX_CEffectParameters::GetChunk(chunkID, chunk);
     }
 
     AAX_Result GetParameterIDFromIndex(std::int32_t index, AAX_IString* outID) const override {
@@ -156,17 +175,10 @@ private:
         if (!transport && !controller && has(Planted::kNeedsTwoServices)) {
             crash();
         }
-        if (!transport && has(Planted::kThrows)) {
-            throw 1;
-        }
-        if (has(Planted::kIgnoresFailedAllocation)) {
-            auto* const memory = static_cast<volatile char*>(std::malloc(64));
-            memory[0] = 'x'; // NOLINT(clang-analyzer-core.NullDereference): the fault
-            std::free(const_cast<char*>(memory));
-        }
     }
 
     int mLives = 0;
+    bool mHasState = false;
 };
 
 void addVariant(AAX_IEffectDescriptor& effect, AAX_IComponentDescriptor& component, AAX_EStemFormat format,

@@ -1,0 +1,337 @@
+#include "Validate/Checks/ModuleLifeChecks.h"
+
+#include "AAX_IACFAutomationDelegate.h"
+#include "AAX_IACFController.h"
+#include "AAX_UIDs.h"
+#include "Host/HostError.h"
+#include "Host/Instance.h"
+#include "Host/InstanceHost.h"
+#include "Host/Module.h"
+
+#include <array>
+#include <cstring>
+#include <functional>
+
+namespace varno::validate {
+namespace {
+
+constexpr std::int32_t kRawFrames = 64;
+
+const EffectDescription& firstEffect(const Module& module) {
+    if (module.description().effects.empty()) {
+        throw HostError("the module has no effect");
+    }
+    return module.description().effects.front();
+}
+
+// A data model as its creation procedure makes it.
+ACFPtr<AAX_IACFEffectParameters> makeModel(const Module& module) {
+    const AAX_CCreateObjectProc create =
+        firstEffect(module).procedure(kAAX_ProcPtrID_Create_EffectParameters);
+    const auto made = ACFPtr<IACFUnknown>::Retain(create == nullptr ? nullptr : create());
+    auto model = ACFPtr<AAX_IACFEffectParameters>::Query(made.Get(), IID_IAAXEffectParametersV1);
+    if (!model) {
+        throw HostError("the effect makes no data model");
+    }
+    return model;
+}
+
+std::string firstParameter(Context& context) {
+    const auto plugin = context.open();
+    const auto instance = plugin->create(plugin->plugins().at(0), kDefaultSampleRateHz, kRawFrames);
+    return instance->parameters().empty() ? "none" : instance->parameters().front().id;
+}
+
+// What the calls are made with.
+struct RawModel {
+    AAX_IACFEffectParameters& model;
+    IACFUnknown& host;
+    const StoredChunk& chunk;
+    const std::string& parameter;
+};
+
+struct RawCall {
+    const char* name;
+    void (*call)(const RawModel& raw);
+};
+
+void saveRaw(const RawModel& raw) {
+    std::uint32_t size = 0;
+    AAX_CTypeID id = raw.chunk.identity().chunkID;
+    if (raw.model.GetChunkSize(id, &size) == AAX_SUCCESS) {
+        StoredChunk chunk(size, raw.chunk.identity());
+        raw.model.GetChunk(id, chunk.record());
+    }
+}
+
+// Results are those of illegal calls at times: that each returns is what counts.
+constexpr RawCall kRawCalls[] = {
+    {"Initialize", [](const RawModel& raw) { raw.model.Initialize(&raw.host); }},
+    {"Uninitialize", [](const RawModel& raw) { raw.model.Uninitialize(); }},
+    {"GenerateCoefficients", [](const RawModel& raw) { raw.model.GenerateCoefficients(); }},
+    {"GetChunk", saveRaw},
+    {"SetChunk",
+     [](const RawModel& raw) { raw.model.SetChunk(raw.chunk.identity().chunkID, raw.chunk.record()); }},
+    {"UpdateParameterNormalizedValue",
+     [](const RawModel& raw) {
+         raw.model.UpdateParameterNormalizedValue(raw.parameter.c_str(), 1.0, AAX_eUpdateSource_Unspecified);
+     }},
+    {"SetParameterNormalizedValue",
+     [](const RawModel& raw) { raw.model.SetParameterNormalizedValue(raw.parameter.c_str(), 0.0); }},
+    {"GetParameterValueString",
+     [](const RawModel& raw) {
+         HostString text;
+         raw.model.GetParameterValueString(raw.parameter.c_str(), &text, Instance::kLongestText);
+     }},
+    {"TimerWakeup", [](const RawModel& raw) { raw.model.TimerWakeup(); }},
+    {"ResetFieldData",
+     [](const RawModel& raw) {
+         alignas(64) std::array<char, 4096> data{};
+         raw.model.ResetFieldData(0, data.data(), data.size());
+     }},
+};
+
+// Calls `action` with every sequence of calls of up to `longest`, by their numbers.
+void forEachOrder(std::size_t calls, std::size_t longest,
+                  const std::function<void(const std::vector<std::size_t>&)>& action) {
+    std::vector<std::size_t> order(1, 0);
+    while (order.size() <= longest) {
+        action(order);
+        // The next one: as a number with `calls` digits, then one digit more.
+        std::size_t place = order.size();
+        while (place > 0 && ++order[place - 1] == calls) {
+            order[--place] = 0;
+        }
+        if (place == 0) {
+            order.assign(order.size() + 1, 0);
+        }
+    }
+}
+
+std::string namesOf(const std::vector<std::size_t>& order) {
+    std::string names;
+    for (const std::size_t call : order) {
+        names += (names.empty() ? "" : ", ") + std::string(kRawCalls[call].name);
+    }
+    return names;
+}
+
+// A host of which every call throws, from a certain one on. It offers what a data model uses.
+class ThrowingHost final : public AAX_IACFController_V3, public AAX_IACFAutomationDelegate {
+public:
+    // @param calls that succeed before
+    void throwAfter(int calls) { mCallsLeft = calls; }
+    void succeed() { mCallsLeft = kAll; }
+    IACFUnknown& unknown() { return static_cast<AAX_IACFController_V3&>(*this); }
+
+    ACFRESULT QueryInterface(const acfIID& iid, void** outObject) override {
+        *outObject = nullptr;
+        count();
+        if (iid == IID_IACFUnknown || iid == IID_IAAXControllerV1 || iid == IID_IAAXControllerV2 ||
+            iid == IID_IAAXControllerV3) {
+            *outObject = static_cast<AAX_IACFController_V3*>(this);
+        } else if (iid == IID_IAAXAutomationDelegateV1) {
+            *outObject = static_cast<AAX_IACFAutomationDelegate*>(this);
+        }
+        return *outObject == nullptr ? ACF_E_NOINTERFACE : ACF_OK;
+    }
+    // It outlives the module's use of it. These cannot fail.
+    std::uint32_t AddRef() override { return 1; }
+    std::uint32_t Release() override { return 1; }
+
+    AAX_Result GetEffectID(AAX_IString*) const override { return count(); }
+    AAX_Result GetSampleRate(float* outRateHz) const override {
+        *outRateHz = static_cast<float>(kDefaultSampleRateHz);
+        return count();
+    }
+    AAX_Result GetInputStemFormat(AAX_EStemFormat*) const override { return count(); }
+    AAX_Result GetOutputStemFormat(AAX_EStemFormat*) const override { return count(); }
+    AAX_Result GetSignalLatency(std::int32_t*) const override { return count(); }
+    AAX_Result GetCycleCount(AAX_EProperty, std::int32_t*) const override { return count(); }
+    AAX_Result GetTODLocation(AAX_CTimeOfDay*) const override { return count(); }
+    AAX_Result SetSignalLatency(std::int32_t) override { return count(); }
+    AAX_Result SetCycleCount(AAX_EProperty*, std::int32_t*, std::int32_t) override { return count(); }
+    AAX_Result PostPacket(AAX_CFieldIndex, const void*, std::uint32_t) override { return count(); }
+    AAX_Result GetCurrentMeterValue(AAX_CTypeID, float*) const override { return count(); }
+    AAX_Result GetMeterPeakValue(AAX_CTypeID, float*) const override { return count(); }
+    AAX_Result ClearMeterPeakValue(AAX_CTypeID) const override { return count(); }
+    AAX_Result GetMeterClipped(AAX_CTypeID, std::uint8_t*) const override { return count(); }
+    AAX_Result ClearMeterClipped(AAX_CTypeID) const override { return count(); }
+    AAX_Result GetMeterCount(std::uint32_t*) const override { return count(); }
+    AAX_Result GetNextMIDIPacket(AAX_CFieldIndex*, AAX_CMidiPacket*) override { return count(); }
+    AAX_Result SendNotification(AAX_CTypeID, const void*, std::uint32_t) override { return count(); }
+    AAX_Result GetHybridSignalLatency(std::int32_t*) const override { return count(); }
+    AAX_Result GetCurrentAutomationTimestamp(AAX_CTimeOfDay*) const override { return count(); }
+    AAX_Result GetHostName(AAX_IString*) const override { return count(); }
+    AAX_Result GetPlugInTargetPlatform(std::int32_t*) const override { return count(); }
+    AAX_Result GetIsAudioSuite(std::uint8_t*) const override { return count(); }
+
+    AAX_Result RegisterParameter(AAX_CParamID) override { return count(); }
+    AAX_Result UnregisterParameter(AAX_CParamID) override { return count(); }
+    AAX_Result PostSetValueRequest(AAX_CParamID, double) override { return count(); }
+    AAX_Result PostCurrentValue(AAX_CParamID, double) override { return count(); }
+    AAX_Result PostTouchRequest(AAX_CParamID) override { return count(); }
+    AAX_Result PostReleaseRequest(AAX_CParamID) override { return count(); }
+
+private:
+    static constexpr int kAll = -1;
+
+    struct Thrown : std::exception {};
+
+    AAX_Result count() const {
+        if (mCallsLeft == 0) {
+            throw Thrown();
+        }
+        mCallsLeft -= mCallsLeft > 0 ? 1 : 0;
+        return AAX_SUCCESS;
+    }
+
+    mutable int mCallsLeft = kAll;
+};
+
+// As much of a module's use as the host allows.
+void useModule(const std::shared_ptr<Module>& module) {
+    for (const VariantDescription& variant : firstEffect(*module).variants) {
+        Instance instance(module, {.channels = variant.inputChannels(), .maximumFrames = kRawFrames});
+        for (const ParameterInfo& parameter : instance.parameters()) {
+            instance.setNormalized(parameter.id, 1.0);
+            instance.requestNormalized(parameter.id, parameter.defaultNormalized);
+        }
+        instance.idle();
+        instance.restore(instance.save());
+        instance.timer();
+    }
+}
+
+// Reports what remains after the last use of a module.
+void requireNothingLeft(Context& context, const ContractMonitor& monitor, const std::string& when) {
+    for (const Violation& violation : monitor.violations()) {
+        const bool isAboutLife =
+            violation.contract == Contract::kReferences || violation.contract == Contract::kLiveObjects ||
+            violation.contract == Contract::kLifecycle || violation.contract == Contract::kThread;
+        if (isAboutLife) {
+            context.fail(when + ": " + violation.text, "nothing left and no call out of order");
+        }
+    }
+}
+
+struct HostInterface {
+    const char* name;
+    acfIID iid;
+};
+
+constexpr HostInterface kHostInterfaces[] = {
+    {"IACFPluginDefinition", IID_IACFPluginDefinition},
+    {"IACFComponentFactory", IID_IACFComponentFactory},
+    {"collection", IID_IAAXCollectionV1},
+    {"effect descriptor", IID_IAAXEffectDescriptorV1},
+    {"component descriptor", IID_IAAXComponentDescriptorV1},
+    {"property map", IID_IAAXPropertyMapV1},
+    {"description host", IID_IAAXDescriptionHostV1},
+    {"feature info", IID_IAAXFeatureInfoV1},
+    {"host services", IID_IAAXHostServicesV1},
+    {"host services 2", IID_IAAXHostServicesV2},
+    {"host services 3", IID_IAAXHostServicesV3},
+    {"controller", IID_IAAXControllerV1},
+    {"controller 2", IID_IAAXControllerV2},
+    {"controller 3", IID_IAAXControllerV3},
+    {"transport", IID_IAAXTransportV1},
+    {"transport 2", IID_IAAXTransportV2},
+    {"transport 3", IID_IAAXTransportV3},
+    {"automation", IID_IAAXAutomationDelegateV1},
+    {"page table controller", IID_IAAXPageTableController},
+    {"page table controller 2", IID_IAAXPageTableControllerV2},
+    {"page table", IID_IAAXPageTableV1},
+    {"page table 2", IID_IAAXPageTableV2},
+    {"data model", IID_IAAXEffectParametersV1},
+};
+
+void useWithout(Context& context, const std::vector<acfIID>& withheld, const std::string& names) {
+    context.step("a host without " + names);
+    HostOptions options;
+    options.withheld = withheld;
+    options.monitor = std::make_shared<ContractMonitor>();
+    try {
+        useModule(Module::open(context.path(), options));
+    } catch (const HostError&) { // A module may need what it lacks; it must say so.
+    }
+    requireNothingLeft(context, *options.monitor, "without " + names);
+}
+
+} // namespace
+
+void checkCallOrders(Context& context) {
+    constexpr std::size_t kLongest = 4;
+    const std::string parameter = firstParameter(context);
+    HostOptions options;
+    options.monitor = std::make_shared<ContractMonitor>();
+    const auto module = Module::open(context.path(), options);
+    const EffectDescription& effect = firstEffect(*module);
+    const VariantDescription& variant = effect.variants.at(0);
+    const InstanceSetup setup{.channels = variant.inputChannels(), .maximumFrames = kRawFrames};
+    const StoredChunk chunk = Instance(module, setup).save();
+    forEachOrder(std::size(kRawCalls), kLongest, [&](const std::vector<std::size_t>& order) {
+        context.step(namesOf(order));
+        HostReference<InstanceHost> host(new InstanceHost(module->context(), effect, variant, setup),
+                                         "instance host");
+        {
+            const auto model = makeModel(*module);
+            const RawModel raw{*model.Get(), *host.get(), chunk, parameter};
+            for (const std::size_t call : order) {
+                kRawCalls[call].call(raw);
+            }
+            model->Uninitialize();
+        }
+        context.expect(module->liveObjects() == 0,
+                       std::to_string(module->liveObjects()) + " objects left after " + namesOf(order),
+                       "none");
+    });
+    requireNothingLeft(context, *options.monitor, "after all orders of calls");
+}
+
+void checkWithheldInterfaces(Context& context) {
+    for (std::size_t one = 0; one < std::size(kHostInterfaces); ++one) {
+        useWithout(context, {kHostInterfaces[one].iid}, kHostInterfaces[one].name);
+        for (std::size_t other = one + 1; other < std::size(kHostInterfaces); ++other) {
+            useWithout(context, {kHostInterfaces[one].iid, kHostInterfaces[other].iid},
+                       std::string(kHostInterfaces[one].name) + " and " + kHostInterfaces[other].name);
+        }
+    }
+}
+
+void checkThrowingHost(Context& context) {
+    // More calls than a data model makes of its host in any of these.
+    constexpr int kMostCalls = 200;
+    const std::string parameter = firstParameter(context);
+    const auto module = Module::open(context.path());
+    const VariantDescription& variant = firstEffect(*module).variants.at(0);
+    const StoredChunk chunk =
+        Instance(module, {.channels = variant.inputChannels(), .maximumFrames = kRawFrames}).save();
+    for (const RawCall& each : kRawCalls) {
+        for (int calls = 0; calls < kMostCalls; ++calls) {
+            ThrowingHost host;
+            const auto model = makeModel(*module);
+            const RawModel raw{*model.Get(), host.unknown(), chunk, parameter};
+            const bool isFirst = std::strcmp(each.name, "Initialize") == 0;
+            if (!isFirst) {
+                model->Initialize(&host.unknown());
+            }
+            const std::string what =
+                std::string(each.name) + " with a host that throws at its call " + std::to_string(calls + 1);
+            context.step(what);
+            host.throwAfter(calls);
+            try {
+                each.call(raw);
+            } catch (...) {
+                context.fail("an exception out of " + what, "a result code");
+                return;
+            }
+            host.succeed();
+            model->Uninitialize();
+        }
+    }
+    context.expect(module->liveObjects() == 0, std::to_string(module->liveObjects()) + " objects left",
+                   "none");
+}
+
+} // namespace varno::validate
