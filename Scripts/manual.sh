@@ -1,7 +1,8 @@
 # shellcheck shell=bash
 # What of the documents is made: the numbers of the manual and of the presets (see
 # Scripts/manual-figures and Scripts/preset-figures) and the pictures, which are
-# committed (see Scripts/draw-pictures and Scripts/draw-window), with the window of a host.
+# committed (see Scripts/draw-plots, Scripts/draw-pictures and Scripts/draw-window), with
+# the window of a host.
 
 pictures=$root/docs/pictures
 
@@ -14,6 +15,7 @@ manual_command() {
     build_preset program varno Varno-S varno_artwork varno_lv2_bundle || return
     "$root/Scripts/manual-figures" "$root/build/program/Apps/varno/varno" "$root/docs/manual.md" &&
         "$root/Scripts/preset-figures" "$root/build/program/Apps/varno/varno" "$root/docs/presets.md" &&
+        "$root/Scripts/draw-plots" "$root/build/program/Apps/varno/varno" "$pictures" &&
         "$root/Scripts/draw-pictures" "$root/build/program" "$pictures" && draw_window && draw_host || return
     printf '%s\n' "$pictures"/*.png
 }

@@ -13,6 +13,7 @@ CommandEntry playCommand(RunCommand run);
 CommandEntry describeCommand();
 CommandEntry paramsCommand();
 CommandEntry measureCommand();
+CommandEntry plotCommand();
 CommandEntry presetsCommand();
 CommandEntry doctorCommand();
 /// Which varno-validate runs. @param run what the command does in this program

@@ -116,6 +116,7 @@ const ProgramEntry& program() {
                                             paramsCommand(),
                                             presetsCommand(),
                                             measureCommand(),
+                                            plotCommand(),
                                             validateCommand(startValidateProgram),
                                             doctorCommand(),
                                             completionCommand(),

@@ -17,7 +17,8 @@ constexpr std::string_view kDoctorDescription[] = {
     "instruction set in use, the display and its scale, the sound systems; and for what is missing the "
     "Debian package that brings it.",
     "The exit status is 0 unless the effect itself does not work. Everything else is needed by some commands "
-    "only: varno-window and a display by edit, a sound system by play, the module by describe."};
+    "only: varno-window and a display by edit, a sound system by play, the module by describe, gnuplot by "
+    "plot."};
 constexpr OptionEntry kDoctorOptions[] = {kJsonOption, kModuleOption, kHelpOption};
 constexpr ExampleEntry kDoctorExamples[] = {
     {"varno doctor", "What is there and what is missing."},
@@ -31,7 +32,8 @@ std::vector<Finding> examine(const CommandLine& line) {
         moduleFinding(line),
         presetsFinding(line),
         lv2Finding(environmentVariable("LV2_PATH"), environmentVariable("HOME")),
-        clapFinding(environmentVariable("CLAP_PATH"), environmentVariable("HOME"))};
+        clapFinding(environmentVariable("CLAP_PATH"), environmentVariable("HOME")),
+        gnuplotFinding(environmentVariable("PATH"))};
     for (auto& finding : askWindowProgram()) {
         findings.push_back(std::move(finding));
     }

@@ -15,6 +15,7 @@
 #include <numbers>
 #include <sstream>
 #include <system_error>
+#include <unistd.h>
 
 namespace varno {
 namespace {
@@ -206,6 +207,17 @@ Finding lv2Finding(const std::string& lv2Path, const std::string& home) {
 Finding clapFinding(const std::string& clapPath, const std::string& home) {
     return pluginFinding("CLAP plug-ins", kClapPackage, clapFolders(clapPath, home),
                          {kClapFolder, "varno-s.clap"});
+}
+
+Finding gnuplotFinding(const std::string& path) {
+    for (const auto& folder : foldersOf(path)) {
+        const std::string program = (folder / "gnuplot").string();
+        if (::access(program.c_str(), X_OK) == 0) {
+            return {.part = "gnuplot", .detail = program};
+        }
+    }
+    return {"gnuplot", PartState::kMissing, "not in the folders of PATH; varno plot draws with it",
+            "gnuplot-nox"};
 }
 
 } // namespace varno

@@ -37,6 +37,9 @@ Finding clapFinding(const std::string& clapPath, const std::string& home);
 /// [any]
 std::vector<std::filesystem::path> clapFolders(const std::string& clapPath, const std::string& home);
 
+/// gnuplot, which draws for varno plot. [main] @param path what PATH holds, folders with a colon between them
+Finding gnuplotFinding(const std::string& path);
+
 } // namespace varno
 
 #endif

@@ -2,25 +2,15 @@
 #include "Measure/Spectrum.h"
 #include "Surround/Settings/NumberText.h"
 
-#include <cmath>
-
 namespace varno {
 namespace {
 
-// Folded harmonics of round frequencies would lie under harmonics: primes, or close to them.
-constexpr int kAliasTonesHz[] = {2999, 4999, 6997, 9973, 14983};
 constexpr double kAliasS = 4.0;
-constexpr double kAliasLevelsDB[] = {-24.0, -18.0, -12.0, -6.0, 0.0};
-constexpr const char* kAliasDrives[] = {"0.07", "0.1", "0.2", "0.3", "0.4", "0.6", "1"};
-
-// dB of a ratio of powers.
-double powerDecibels(double ratio) {
-    return decibels(std::sqrt(ratio));
-}
 
 } // namespace
 
-Figure measureAliasing(const EffectMaker& effect) {
+Figure measureAliasing(const EffectMaker& effect, const AliasingGrid& grid,
+                       const std::function<void()>& afterEach) {
     Figure figure{
         .name = "aliasing",
         .explanation =
@@ -32,17 +22,18 @@ Figure measureAliasing(const EffectMaker& effect) {
                     {"sum_db", "SUM dB", 1},
                     {"largest_db", "LARGEST dB", 1},
                     {"largest_hz", "AT Hz"}}};
-    for (const double levelDB : kAliasLevelsDB) {
-        for (const char* drive : kAliasDrives) {
-            for (const int toneHz : kAliasTonesHz) {
-                const Samples output =
-                    effect.processed({{"Hot", drive}}, sine(toneHz, levelDB, kAliasS, effect.rateHz()));
+    for (const double levelDB : grid.levelsDB) {
+        for (const double drive : grid.drives) {
+            for (const int toneHz : grid.tonesHz) {
+                const Samples output = effect.processed({{"Hot", textFromNumber(drive)}},
+                                                        sine(toneHz, levelDB, kAliasS, effect.rateHz()));
                 const ToneSpectrum spectrum(lastSecond(output, effect.rateHz()), toneHz);
                 const int largestHz = spectrum.largestInharmonicHz();
-                figure.rows.push_back({levelDB, std::stod(drive), static_cast<double>(toneHz),
+                figure.rows.push_back({levelDB, drive, static_cast<double>(toneHz),
                                        powerDecibels(spectrum.inharmonics() / spectrum.tone()),
                                        powerDecibels(spectrum.power(largestHz) / spectrum.tone()),
                                        static_cast<double>(largestHz)});
+                afterEach();
             }
         }
     }

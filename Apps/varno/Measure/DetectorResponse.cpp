@@ -7,8 +7,6 @@ namespace {
 // The reduction at which levels are compared: that of the firm curve 5 around the middle of its knee.
 constexpr double kReductionDB = 6.0;
 constexpr double kDetectedS = 3.0;
-constexpr double kDetectedHz[] = {20.0,   30.0,   60.0,   120.0,  240.0,   500.0,   1000.0,
-                                  2000.0, 4000.0, 7000.0, 9000.0, 12000.0, 16000.0, 19000.0};
 
 // Levels between which a tone is searched for, dBFS of its peak.
 constexpr double kSoftDB = -30.0;
@@ -39,7 +37,7 @@ double levelForReduction(const EffectMaker& effect, const char* highPass, const 
 
 } // namespace
 
-Figure measureDetector(const EffectMaker& effect) {
+Figure measureDetector(const EffectMaker& effect, const Grid& frequenciesHz) {
     Figure figure{
         .name = "detector",
         .explanation =
@@ -48,7 +46,7 @@ Figure measureDetector(const EffectMaker& effect) {
         .columns = {{"frequency_hz", "FREQUENCY Hz"},
                     {"high_pass_db", "HIGH PASS dB", 1},
                     {"band_db", "BAND dB", 1}}};
-    for (const double frequencyHz : kDetectedHz) {
+    for (const double frequencyHz : frequenciesHz) {
         if (frequencyHz >= effect.rateHz() / 2.0) {
             break;
         }

@@ -13,31 +13,61 @@
 namespace varno {
 namespace {
 
+// Folded harmonics of round frequencies would lie under harmonics: primes, or close to them.
+const AliasingGrid& aliasingGrid() {
+    static const AliasingGrid grid = {.levelsDB = {-24.0, -18.0, -12.0, -6.0, 0.0},
+                                      .drives = {0.07, 0.1, 0.2, 0.3, 0.4, 0.6, 1.0},
+                                      .tonesHz = {2999, 4999, 6997, 9973, 14983}};
+    return grid;
+}
+
 // A measurement by the name that it is asked for.
 struct Measurement {
     std::string_view name;
     Figure (*measure)(const EffectMaker& effect);
 };
 
-constexpr Measurement kMeasurements[] = {{"curves", measureCurves},
-                                         {"times", measureTimes},
-                                         {"detector", measureDetector},
-                                         {"drive", measureDrive},
-                                         {"aliasing", measureAliasing}};
+constexpr Measurement kMeasurements[] = {
+    {"curves", measureCurves},
+    {"times", measureTimes},
+    {"burst",
+     [](const EffectMaker& effect) {
+         return measureBurst(effect,
+                             {0.1,   0.2,   0.5,   1.0,   2.0,   5.0,   10.0,  20.0,  50.0,   100.0,
+                              200.0, 300.0, 301.0, 302.0, 305.0, 310.0, 320.0, 350.0, 400.0,  500.0,
+                              600.0, 700.0, 800.0, 900.0, 1000., 1200., 1500., 2000., 2500.0, 3000.0});
+     }},
+    {"detector",
+     [](const EffectMaker& effect) {
+         return measureDetector(effect, {20.0, 30.0, 60.0, 120.0, 240.0, 500.0, 1000.0, 2000.0, 4000.0,
+                                         7000.0, 9000.0, 12000.0, 16000.0, 19000.0});
+     }},
+    {"drive", measureDrive},
+    {"harmonics",
+     [](const EffectMaker& effect) {
+         return measureHarmonics(effect, {0.0, 0.07, 0.1, 0.2, 0.3, 0.4, 0.6, 0.8, 1.0});
+     }},
+    {"transfer",
+     [](const EffectMaker& effect) {
+         return measureTransfer(effect, {0.0, 0.07, 0.2, 0.4, 0.7, 1.0});
+     }},
+    {"aliasing", [](const EffectMaker& effect) { return measureAliasing(effect, aliasingGrid()); }}};
 
 constexpr std::string_view kMeasureUsage[] = {"[OPTIONS] [FIGURE...]"};
 constexpr std::string_view kMeasureDescription[] = {
     "Measures the effect: runs it over tones and steps that it makes, and prints what came out. Without a "
     "FIGURE all of them. The numbers of the manual are these.",
     "Settings apply to every measurement, except for those that a measurement makes itself, as its "
-    "explanation says; --quality applies to curves, drive and aliasing. Levels are peak levels of one "
+    "explanation says; --quality applies to curves, drive, harmonics and aliasing. Levels are peak levels of "
+    "one "
     "channel in dBFS; they are not clipped at 0."};
 constexpr ArgumentEntry kMeasureArguments[] = {
     {.name = "FIGURE",
      .kind = ValueKind::kChoice,
-     .choices = "curves times detector drive aliasing",
-     .help = "curves: level by ratio. times: attack and release. detector: High Pass and Band. drive: level "
-             "and harmonics. aliasing: what is no harmonic."}};
+     .choices = "curves times burst detector drive harmonics transfer aliasing",
+     .help = "curves: level by ratio. times: attack and release. burst: reduction over time. detector: High "
+             "Pass and Band. drive: level and distortion. harmonics: each of them. transfer: output by input "
+             "sample. aliasing: what is no harmonic."}};
 constexpr OptionEntry kMeasureOptions[] = {
     {.name = "--rate",
      .value = "HZ",

@@ -1,5 +1,6 @@
 #include "Measure/MeasuredEffect.h"
 
+#include "CommandLine/Interruption.h"
 #include "DemoGain_Oversampling.h"
 #include "Host/Oversampling/Oversampling.h"
 #include "Surround/Settings/TrueValue.h"
@@ -55,6 +56,7 @@ EffectMaker::EffectMaker(std::shared_ptr<Module> module, const Settings& setting
 }
 
 std::unique_ptr<Instance> EffectMaker::make(const std::vector<ParameterText>& changes) const {
+    throwIfInterrupted();
     auto instance =
         std::make_unique<Instance>(mModule, InstanceSetup{.channels = 1, .sampleRateHz = mRateHz});
     mSettings.applyTo(*instance);

@@ -39,7 +39,7 @@ public:
     double rateHz() const { return mRateHz; }
 
     /// A mono instance at its start. @param changes made after the settings of the command line, in order
-    /// @throws HostError where the rate is refused; UsageError as Settings::applyTo()
+    /// @throws HostError where the rate is refused; UsageError as Settings::applyTo(); Interrupted
     std::unique_ptr<Instance> make(const std::vector<ParameterText>& changes) const;
 
     /// What a new instance makes of samples at the quality: as many.

@@ -1,8 +1,11 @@
 #include "Measure/Spectrum.h"
 
+#include "Surround/Settings/NumberText.h"
+
 #include <kissfft/kissfft.hh>
 
 #include <algorithm>
+#include <cmath>
 #include <complex>
 
 namespace varno {
@@ -26,6 +29,10 @@ std::vector<double> powersOf(std::span<const float> second) {
 ToneSpectrum::ToneSpectrum(std::span<const float> second, int toneHz)
     : mToneHz(toneHz),
       mPowers(powersOf(second)) {
+}
+
+double powerDecibels(double ratio) {
+    return decibels(std::sqrt(ratio));
 }
 
 double ToneSpectrum::harmonics() const {

@@ -39,6 +39,9 @@ private:
     std::vector<double> mPowers; ///< By frequency in Hz.
 };
 
+/// dB of a ratio of powers. [any]
+double powerDecibels(double ratio);
+
 } // namespace varno
 
 #endif

@@ -1,6 +1,6 @@
 #include "Render/ChannelEffect.h"
 
-#include "DemoGain_MeterLaw.h"
+#include "Render/MeterLevels.h"
 #include "Render/MidSide.h"
 
 #include <algorithm>
@@ -11,21 +11,9 @@ namespace {
 
 constexpr std::size_t kMidSideChannels = 2;
 
-// Nothing for a render that is bypassed throughout. The effect describes its meters in the order of the taps.
+// Nothing for a render that is bypassed throughout.
 std::optional<double> gainReductionDB(const Instance& instance, const BlockProcessor& processor) {
-    if (!processor.wasActive()) {
-        return std::nullopt;
-    }
-    std::optional<double> result;
-    const auto& largest = processor.largestMeters();
-    const auto& meters = instance.effect().meters;
-    for (std::size_t tap = 0; tap < std::min(meters.size(), largest.size()); ++tap) {
-        if (integerProperty(meters[tap].properties, AAX_eProperty_Meter_Kind) ==
-            AAX_eMeterKind_GainReduction) {
-            result = std::max(result.value_or(0.0), largest[tap] / -double{DemoGain::kMeterPerDB});
-        }
-    }
-    return result;
+    return processor.wasActive() ? reductionDB(instance, processor.largestMeters()) : std::nullopt;
 }
 
 } // namespace

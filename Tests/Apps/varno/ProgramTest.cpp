@@ -20,7 +20,7 @@ TEST_F(ProgramHelp, OfTheProgram) {
 
 TEST_F(ProgramHelp, OfEachCommand) {
     for (const std::string command : {"render", "edit", "play", "describe", "params", "presets", "measure",
-                                      "validate", "doctor", "completion", "man"}) {
+                                      "plot", "validate", "doctor", "completion", "man"}) {
         expectGolden({command, "--help"}, command + ".txt");
     }
 }

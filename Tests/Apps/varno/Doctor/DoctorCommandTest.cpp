@@ -66,6 +66,14 @@ protected:
     }
 };
 
+TEST_F(DoctorCommand, LooksForGnuplot) {
+    EXPECT_THAT(parts(0).at("gnuplot")["detail"].get<std::string>(), testing::EndsWith("/gnuplot"));
+    mFolder.write("gnuplot", "not to be run");
+    const json missing = parts(0, {}, {"PATH=" + mFolder.path().string()}).at("gnuplot");
+    EXPECT_EQ(missing["state"], "missing");
+    EXPECT_EQ(missing["package"], "gnuplot-nox");
+}
+
 TEST_F(DoctorCommand, FindsWhatIsThere) {
     const auto found = parts(0);
     EXPECT_EQ(found.at("effect")["state"], "ok");
