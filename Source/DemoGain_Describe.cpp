@@ -5,7 +5,7 @@
 #include "AAX_IPropertyMap.h"
 #include "DemoGain_Alg.h"
 #include "DemoGain_Parameters.h"
-#include "GUI/DemoGain_GUI_VST/DemoGain_GUI.h"
+#include "GUI/DemoGain_EditorProcedure.h"
 
 #include <iterator>
 
@@ -142,8 +142,7 @@ void AddProcedures(AAX_IEffectDescriptor& desc) {
     ExpectSuccess(desc.AddProcPtr(reinterpret_cast<void*>(&DemoGain_Parameters::Create),
                                   kAAX_ProcPtrID_Create_EffectParameters));
     ExpectSuccess(desc.AddResourceInfo(AAX_eResourceType_PageTable, kPageTableFile));
-    ExpectSuccess(
-        desc.AddProcPtr(reinterpret_cast<void*>(&DemoGain_GUI::Create), kAAX_ProcPtrID_Create_EffectGUI));
+    ExpectSuccess(desc.AddProcPtr(DemoGain_EditorProcedure(), kAAX_ProcPtrID_Create_EffectGUI));
 }
 
 AAX_Result AddMeters(AAX_IEffectDescriptor& desc) {

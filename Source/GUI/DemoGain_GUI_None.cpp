@@ -1,6 +1,15 @@
 // An effect without an editor, for binaries that must not depend on a display: linked instead of the editor.
-#include "GUI/DemoGain_GUI_VST/DemoGain_GUI.h"
+#include "AAX_IEffectGUI.h"
+#include "GUI/DemoGain_EditorProcedure.h"
 
-AAX_IEffectGUI* DemoGain_GUI::Create() {
+namespace {
+
+AAX_IEffectGUI* CreateNone() {
     return nullptr;
+}
+
+} // namespace
+
+void* DemoGain_EditorProcedure() {
+    return reinterpret_cast<void*>(&CreateNone);
 }

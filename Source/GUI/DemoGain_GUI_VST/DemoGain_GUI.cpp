@@ -3,6 +3,7 @@
 #include "AAX_Assert.h"
 #include "AAX_Guarded.h"
 #include "DemoGain_ParameterTable.h"
+#include "GUI/DemoGain_EditorProcedure.h"
 #include "GUI/DemoGain_GUI_VST/DemoGain_View.h"
 #include "Platform/Bundle.h"
 #include "Platform/Clipboard.h"
@@ -22,6 +23,10 @@ AAX_EntryPoint OwnEntry(const char* name) {
 }
 
 } // namespace
+
+void* DemoGain_EditorProcedure() {
+    return reinterpret_cast<void*>(&DemoGain_GUI::Create);
+}
 
 AAX_IEffectGUI* DemoGain_GUI::Create() {
     return AAX_GuardedCreation(OwnEntry(__func__), [] { return new DemoGain_GUI; });
