@@ -1,99 +1,18 @@
 #include "Host/Module.h"
 
 #include "ACF/ACFPtr.h"
+#include "Host/BinaryFile.h"
 #include "Host/HostError.h"
 #include "Host/ModuleHost.h"
 
-#include <array>
-#include <cstring>
-#include <dlfcn.h>
-#include <fstream>
 #include <optional>
 #include <string>
-
-#if defined(__linux__)
-#include <elf.h>
-#endif
 
 namespace varno {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-#if defined(__linux__)
-
-#if defined(__x86_64__)
-constexpr Elf64_Half kMachine = EM_X86_64;
-#elif defined(__aarch64__)
-constexpr Elf64_Half kMachine = EM_AARCH64;
-#endif
-
-template<class Record>
-bool read(std::ifstream& file, std::uint64_t offset, Record& record) {
-    std::array<char, sizeof(Record)> bytes{};
-    file.seekg(static_cast<std::streamoff>(offset));
-    if (!file.read(bytes.data(), bytes.size())) {
-        return false;
-    }
-    std::memcpy(&record, bytes.data(), bytes.size());
-    return true;
-}
-
-std::string cutShort(std::uint64_t found, std::uint64_t expected) {
-    return "found " + std::to_string(found) + " bytes, expected at least " + std::to_string(expected);
-}
-
-// What makes a binary unfit to be loaded: it is no binary of this system and machine at all, or it is cut
-// short. The loader maps a file as its headers say, and a program that touches what lies beyond the file's
-// end is killed, so this has to be found before. Nothing when no such defect is found; other damage is left
-// to the loader.
-std::optional<std::string> binaryDefect(const std::filesystem::path& path) {
-    std::error_code ignored;
-    const std::uint64_t size = std::filesystem::file_size(path, ignored);
-    std::ifstream file(path, std::ios::binary);
-    Elf64_Ehdr header{};
-    if (!read(file, 0, header)) {
-        return cutShort(size, sizeof header);
-    }
-    if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 || header.e_ident[EI_CLASS] != ELFCLASS64 ||
-        header.e_machine != kMachine || header.e_phentsize != sizeof(Elf64_Phdr)) {
-        return "found no shared library for this machine";
-    }
-    for (std::uint64_t index = 0; index < header.e_phnum; ++index) {
-        const std::uint64_t offset = header.e_phoff + index * sizeof(Elf64_Phdr);
-        Elf64_Phdr segment{};
-        if (!read(file, offset, segment)) {
-            return cutShort(size, offset + sizeof segment);
-        }
-        if (segment.p_type == PT_LOAD &&
-            (segment.p_offset > size || segment.p_filesz > size - segment.p_offset)) {
-            return cutShort(size, segment.p_offset + segment.p_filesz);
-        }
-    }
-    return std::nullopt;
-}
-
-#else
-
-std::optional<std::string> binaryDefect(const std::filesystem::path&) {
-    return std::nullopt;
-}
-
-#endif
-
-#if defined(__APPLE__)
-constexpr const char* kBinaryFolder = "MacOS";
-constexpr const char* kBinarySuffix = "";
-#elif defined(__x86_64__)
-constexpr const char* kBinaryFolder = "x86_64-linux";
-constexpr const char* kBinarySuffix = ".so";
-#elif defined(__aarch64__)
-constexpr const char* kBinaryFolder = "aarch64-linux";
-constexpr const char* kBinarySuffix = ".so";
-#else
-#error "name the bundle's folder for this machine here"
-#endif
 
 // The folder itself, however many slashes end its path.
 fs::path withoutTrailingSlash(const fs::path& path) {
@@ -126,17 +45,18 @@ ModuleBinary::ModuleBinary(const fs::path& bundle)
     if (!fs::is_directory(mBundle, ignored)) {
         throw HostError(subject + "found a file, expected a bundle folder (Name.aaxplugin)");
     }
-    mBinary = mBundle / "Contents" / kBinaryFolder / (mBundle.stem().string() + kBinarySuffix);
+    mBinary = mBundle / "Contents" / binaryFolder() / mBundle.stem();
+    mBinary += binarySuffix();
     if (!fs::is_regular_file(mBinary, ignored)) {
         throw HostError(subject + "no binary for this machine, expected " + quoted(mBinary.string()));
     }
     if (const auto defect = binaryDefect(mBinary)) {
         throw HostError(subject + "cannot load " + quoted(mBinary.string()) + ": " + *defect);
     }
-    // An absolute path, so that the loader's search path is not used.
-    mHandle.reset(dlopen(fs::absolute(mBinary).c_str(), RTLD_NOW | RTLD_LOCAL));
+    std::string refusal;
+    mHandle.reset(loadBinary(mBinary, refusal));
     if (mHandle == nullptr) {
-        throw HostError(subject + "cannot load its binary: " + dlerror());
+        throw HostError(subject + "cannot load its binary: " + refusal);
     }
     resolve(mEntryPoints.registerPlugin, "ACFRegisterPlugin");
     resolve(mEntryPoints.registerComponent, "ACFRegisterComponent");
@@ -149,7 +69,7 @@ ModuleBinary::ModuleBinary(const fs::path& bundle)
 
 template<class Function>
 void ModuleBinary::resolve(Function& function, const char* name) {
-    void* symbol = dlsym(mHandle.get(), name);
+    void* symbol = binarySymbol(mHandle.get(), name);
     if (symbol == nullptr) {
         throw HostError("module " + quoted(mBundle.string()) + ": " + quoted(mBinary.string()) +
                         " has no entry point " + name);
@@ -162,7 +82,7 @@ fs::path ModuleBinary::resources() const {
 }
 
 void ModuleBinary::Unload::operator()(void* handle) const {
-    dlclose(handle);
+    unloadBinary(handle);
 }
 
 std::shared_ptr<Module> Module::open(const std::filesystem::path& bundle, HostOptions options) {

@@ -43,7 +43,8 @@ inline ModuleEntryPoints linkedEntryPoints() {
 }
 
 /// The loaded binary of a bundle folder `Name.aaxplugin`: `Contents/x86_64-linux/Name.so` on Linux (by the
-/// machine that this program was built for), `Contents/MacOS/Name` on macOS. Unloaded when destroyed. [main]
+/// machine that this program was built for), `Contents/MacOS/Name` on macOS,
+/// `Contents/x86_64-windows/Name.dll` on Windows. Unloaded when destroyed. [main]
 class ModuleBinary {
 public:
     /// Loads the bundle's binary. Throws HostError, naming the path, what was found and what was expected,
