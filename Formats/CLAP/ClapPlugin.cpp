@@ -2,7 +2,8 @@
 
 #include "Host/HostError.h"
 #include "Shared/SharedModule.h"
-#include "Surround/Settings/PresetScan.h"
+#include "Surround/Settings/PathText.h"
+#include "Surround/Settings/PresetFile.h"
 #include "Surround/Settings/SettingValues.h"
 
 #include <utility>
@@ -115,7 +116,7 @@ void ClapPlugin::takeHostValues() {
 void ClapPlugin::loadPreset(const std::filesystem::path& file) {
     const PresetEntry preset = readPreset(file, false);
     if (!preset.isSound()) {
-        throw HostError(file.string() + " " + preset.damage);
+        throw HostError(textOfPath(file) + " " + preset.damage);
     }
     takeHostValues();
     for (std::size_t setting = 0; setting < kSettingCount; ++setting) {

@@ -4,6 +4,7 @@
 #include "CLAP/PluginTable.h"
 #include "CLAP/Plugins.h"
 #include "CLAP/Presets.h"
+#include "Surround/Settings/PathText.h"
 
 #include <exception>
 #include <string_view>
@@ -43,7 +44,7 @@ constexpr clap_plugin_factory_t kFactory = {pluginCount, pluginDescriptor, creat
 // Nothing is made here, so that hosts may call both as often as they like.
 bool initEntry(const char* path) noexcept {
     try {
-        setBinaryPath(path == nullptr ? "" : path);
+        setBinaryPath(pathFromText(path == nullptr ? "" : path));
         return true;
     } catch (const std::exception&) {
         return false;
@@ -65,5 +66,5 @@ const void* factory(const char* id) noexcept {
 
 } // namespace varno
 
-extern "C" __attribute__((visibility("default")))
-const clap_plugin_entry_t clap_entry = {CLAP_VERSION, varno::initEntry, varno::deinitEntry, varno::factory};
+extern "C" CLAP_EXPORT const clap_plugin_entry_t clap_entry = {CLAP_VERSION, varno::initEntry,
+                                                               varno::deinitEntry, varno::factory};

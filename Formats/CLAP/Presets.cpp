@@ -4,7 +4,8 @@
 #include "CLAP/PluginExtensions.h"
 #include "CLAP/Plugins.h"
 #include "Host/HostError.h"
-#include "Surround/Settings/PresetScan.h"
+#include "Surround/Settings/PathText.h"
+#include "Surround/Settings/PresetFile.h"
 #include "Surround/Settings/UserFolders.h"
 
 #include <exception>
@@ -42,8 +43,9 @@ bool declareFolder(const clap_preset_discovery_indexer_t& indexer, const char* n
     if (folder.empty() || !fs::is_directory(folder, ignored)) {
         return true;
     }
+    const std::string path = textOfPath(folder);
     const clap_preset_discovery_location_t location{flags, name, CLAP_PRESET_DISCOVERY_LOCATION_FILE,
-                                                    folder.c_str()};
+                                                    path.c_str()};
     return indexer.declare_location(&indexer, &location);
 }
 
@@ -93,12 +95,12 @@ bool describeFile(const clap_preset_discovery_provider_t* /*table*/, std::uint32
         return false;
     }
     try {
-        const fs::path file = location;
+        const fs::path file = pathFromText(location);
         const PresetEntry preset = readPreset(file, file.parent_path() == factoryFolder());
         if (preset.isSound()) {
             describePreset(preset, *receiver);
         } else {
-            receiver->on_error(receiver, 0, (file.string() + " " + preset.damage).c_str());
+            receiver->on_error(receiver, 0, (std::string(location) + " " + preset.damage).c_str());
         }
         return preset.isSound();
     } catch (const std::exception& error) {
@@ -154,7 +156,7 @@ bool loadFromLocation(const clap_plugin_t* table, std::uint32_t kind, const char
             if (kind != CLAP_PRESET_DISCOVERY_LOCATION_FILE) {
                 throw HostError("found a preset that is in no file");
             }
-            loading.loadPreset(location);
+            loading.loadPreset(pathFromText(location));
         } catch (const std::exception& error) {
             refusal = error.what();
             throw;

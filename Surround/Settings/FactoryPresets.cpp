@@ -2,7 +2,7 @@
 
 #include "Files/FileError.h"
 #include "Host/HostError.h"
-#include "Surround/Settings/PresetScan.h"
+#include "Surround/Settings/PresetFile.h"
 #include "Surround/Settings/Suggestion.h"
 
 #include <algorithm>

@@ -2,15 +2,11 @@
 
 #include "Surround/Settings/Characters.h"
 #include "Surround/Settings/NameOrder.h"
-#include "Surround/Settings/TextFile.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <ctime>
-#include <optional>
 #include <set>
-#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <utility>
@@ -32,59 +28,6 @@ std::int64_t nowNs() {
     struct timespec now {};
     ::clock_gettime(CLOCK_REALTIME, &now);
     return nanoseconds(now);
-}
-
-// "drum-bus" as people read it: "Drum Bus".
-std::string inWords(std::string name) {
-    bool startsWord = true;
-    for (char& letter : name) {
-        if (letter == '-') {
-            letter = ' ';
-        } else if (startsWord) {
-            letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
-        }
-        startsWord = letter == ' ';
-    }
-    return name;
-}
-
-// What a text has behind the header and the lines of the settings.
-std::string noteOf(std::string_view text) {
-    auto lines =
-        1 + std::ranges::count_if(DemoGain_PresetText::kItems, &DemoGain_PresetText::Item::mEndsLine);
-    while (lines-- > 0) {
-        const std::size_t end = text.find('\n');
-        if (end == std::string_view::npos) {
-            return {};
-        }
-        text.remove_prefix(end + 1);
-    }
-    return std::string(text);
-}
-
-void readInto(PresetEntry& entry) {
-    const TextFile file = readTextFile(entry.path);
-    entry.damage = file.refusal;
-    if (!entry.damage.empty()) {
-        return;
-    }
-    const auto values = DemoGain_PresetText::Parse(file.text);
-    if (!values) {
-        entry.damage = file.text.empty() ? "is empty" : "is no preset";
-        return;
-    }
-    entry.values = limitedSettings(*values);
-    entry.note = noteOf(file.text);
-}
-
-PresetEntry namedEntry(const fs::path& path, bool isFactory) {
-    PresetEntry entry;
-    entry.name =
-        safeText(path.extension() == kPresetSuffix ? path.stem().native() : path.filename().native());
-    entry.name = isFactory ? inWords(entry.name) : entry.name;
-    entry.path = path;
-    entry.isFactory = isFactory;
-    return entry;
 }
 
 bool isBefore(const PresetEntry& left, const PresetEntry& right) {
@@ -171,8 +114,8 @@ private:
             mFound.insert(mScan.mKnown.extract(known));
             return;
         }
-        PresetEntry entry = entryOf(path, group, {});
-        readInto(entry);
+        PresetEntry entry = readPreset(path, mScan.mIsFactory);
+        entry.group = group;
         const bool isSettled = mNowNs - version.changedNs > kUnsettledNs;
         add(path, isSettled ? version : Version(), std::move(entry));
     }
@@ -197,12 +140,6 @@ private:
     std::set<std::pair<dev_t, ino_t>> mFolders; // that were met
     KnownFiles mFound;
 };
-
-PresetEntry readPreset(const fs::path& file, bool isFactory) {
-    PresetEntry entry = namedEntry(file, isFactory);
-    readInto(entry);
-    return entry;
-}
 
 PresetScan::PresetScan(fs::path folder, bool isFactory)
     : mFolder(std::move(folder)),

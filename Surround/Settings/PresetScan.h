@@ -2,7 +2,7 @@
 #ifndef VARNO_SURROUND_SETTINGS_PRESETSCAN_H
 #define VARNO_SURROUND_SETTINGS_PRESETSCAN_H
 
-#include "Surround/Settings/SettingValues.h"
+#include "Surround/Settings/PresetFile.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,27 +12,6 @@
 #include <vector>
 
 namespace varno {
-
-/// Extension of the files of presets.
-inline constexpr const char* kPresetSuffix = ".txt";
-
-/// A preset, or a file or folder in its place that cannot be used.
-struct PresetEntry {
-    std::string name;  ///< As people read it, by safeText(): the file's without its extension.
-    std::string group; ///< The same of the folders that it is in, "Drums/Rooms"; empty for none.
-    std::filesystem::path path;
-    bool isFactory = false;
-    /// Why it cannot be used: "is no preset"; empty for a sound one.
-    std::string damage;
-    SettingValues values{}; ///< As the effect takes them; of a sound one.
-    std::string note;       ///< What the file has behind the settings, for people; not limited to a line.
-
-    bool isSound() const { return damage.empty(); }
-    bool operator==(const PresetEntry&) const = default;
-};
-
-/// Reads one file, which is in no group. @param isFactory as PresetScan has it [any]
-PresetEntry readPreset(const std::filesystem::path& file, bool isFactory);
 
 /// Reads what is in a folder and those below it, and again only what has changed. Hidden files are left out,
 /// links to files and folders followed. At most kMostEntries files and folders are looked at, level by level,

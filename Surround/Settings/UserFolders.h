@@ -7,11 +7,11 @@ namespace varno {
 
 /// The folder of the user's presets: varno-s/presets in $XDG_DATA_HOME, else in ~/.local/share. A variable
 /// that is empty or no absolute path counts as not set. Empty where HOME is not set either. Need not exist.
-/// [main]
+/// On Windows varno-s/presets in %APPDATA%. [main]
 std::filesystem::path userPresetFolder();
 
 /// The file of the user's preferences: varno-s/window.txt in $XDG_CONFIG_HOME, else in ~/.config; else as
-/// above. [main]
+/// above. On Windows varno-s/window.txt in %APPDATA%. [main]
 std::filesystem::path userPreferencesFile();
 
 } // namespace varno

@@ -10,6 +10,13 @@
 
 #include <cstdint>
 
+/// A symbol that hosts look for. On Windows the list that the binary is linked with has it.
+#if defined(_WIN32)
+#define CLAP_EXPORT
+#else
+#define CLAP_EXPORT __attribute__((visibility("default")))
+#endif
+
 // NOLINTBEGIN(modernize-use-using): a C interface
 extern "C" {
 
