@@ -8,8 +8,13 @@
 
 #include <cstdint>
 
-/// A symbol that is seen from outside the module; all others are hidden.
+/// A symbol that is seen from outside the module; all others are hidden. On Windows the list that the module
+/// is linked with has them alone.
+#if defined(_WIN32)
+#define AAX_EXPORT
+#else
 #define AAX_EXPORT [[gnu::visibility("default")]]
+#endif
 
 // The order of a module's life: start-up, registration, the life of its objects, the question whether it may
 // be unloaded, shut-down. No exception leaves an entry point: one that would gives ACF_E_UNEXPECTED. `host`

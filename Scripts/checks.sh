@@ -7,7 +7,7 @@ checks=$root/build/checks
 quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
 default_steps=(format guards includes comments text shell scripts 'tidy&' gcc headers asan-ubsan tsan hosts)
-full_steps=("${default_steps[@]}" clang sources tidy-tests coverage aarch64 libcxx fetch "$other_release"
+full_steps=("${default_steps[@]}" clang sources tidy-tests coverage aarch64 libcxx windows fetch "$other_release"
     packages "packages-${other_release#debian-}" long long-threads)
 
 # Steps whose result depends on the version of a tool. Where Scripts/packages.txt has the tool for another release alone,
@@ -34,6 +34,7 @@ declare -A step_title=(
     [coverage]="line coverage of Interfaces, Libs and Source"
     [aarch64]="the tests of the signal path for 64-bit ARM (NEON), cross-compiled, under qemu"
     [libcxx]="the tests of signal path, library layer and data model, clang with LLVM's standard library"
+    [windows]="the effect without its editor, host and CLAP plug-ins for 64-bit Windows, cross-compiled: under wine the bits of this system"
     [fetch]="the source of VSTGUI is fetched into an empty cache and is the pinned one"
     [debian-12]="Debian 12, made in a folder: the bare system renders with ./run and passes ./run test --quick"
     [debian-13]="Debian 13, made in a folder: the bare system renders with ./run and passes ./run test --quick"
@@ -129,6 +130,10 @@ step_aarch64() { can_run_aarch64 && build_preset aarch64 all && run_tests aarch6
 
 step_libcxx() { build_preset libcxx all && run_tests libcxx; }
 
+step_windows() {
+    can_run_windows && build_preset release varno_bits_here && build_preset windows all && run_tests windows
+}
+
 step_fetch() {
     local cache=$checks/fetch-cache
     rm -rf "$cache"
@@ -147,6 +152,20 @@ can_run_aarch64() {
     for command in aarch64-linux-gnu-g++ qemu-aarch64; do
         command -v "$command" >/dev/null || {
             say "cannot build and run for 64-bit ARM: there is no $command"
+            return 1
+        }
+    done
+}
+
+can_run_windows() {
+    local command
+    [[ $(uname -m) == x86_64 ]] || {
+        say "cannot build and run for Windows: this machine is $(uname -m), and the programs are for x86_64"
+        return 1
+    }
+    for command in x86_64-w64-mingw32-g++-posix /usr/lib/wine/wine64; do
+        command -v "$command" >/dev/null || {
+            say "cannot build and run for Windows: there is no $command"
             return 1
         }
     done

@@ -22,12 +22,12 @@ set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 # For all that is handed on, libraries from source as well: what is not used is left out, also of what would be loaded;
 # the addresses of functions are found when a binary is loaded and cannot be written afterwards. The compiler's checks
 # of stack and buffers are those of Debian's own packages. (A sanitizer checks more.) Tests and measurements are compiled
-# without.
-if(NOT APPLE)
+# without. What is built for Windows is checked and not handed on.
+if(NOT APPLE AND NOT WIN32)
   add_compile_options(-ffunction-sections -fdata-sections)
   add_link_options(-Wl,--gc-sections -Wl,--as-needed -Wl,-z,relro -Wl,-z,now)
 endif()
-if(NOT VARNO_SANITIZE)
+if(NOT VARNO_SANITIZE AND NOT WIN32)
   add_compile_options(-fstack-protector-strong
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
 endif()

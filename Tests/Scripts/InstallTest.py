@@ -21,6 +21,9 @@ cross
 [libcxx]
 other-library
 
+[windows]
+other-system
+
 [hosts]
 delta-host
 """
@@ -92,6 +95,14 @@ class InstallTest(FixtureProject):
     def test_another_standard_library_needs_more_again(self):
         self.run_script("test", "libcxx")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha gamma other-library"])
+
+    def test_another_system_needs_more_again_on_the_processor_that_runs_its_programs(self):
+        for processor, packages in (("x86_64", "alpha gamma other-system"), ("aarch64", "alpha gamma")):
+            self.calls.write_text("")
+            self.installed.write_text("beta-dev\n")
+            self.command("uname", f"echo {processor}\n")
+            self.run_script("test", "windows")
+            self.assertEqual(self.apt_calls(), [f"install -y --no-install-recommends {packages}"])
 
     def test_foreign_hosts_are_installed_to_be_tested_alone(self):
         self.run_script("test", "hosts")

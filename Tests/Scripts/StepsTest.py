@@ -105,7 +105,7 @@ int main() {
         done = self.run_script("test", "--list")
         names = [line.split()[0] for line in done.stdout.splitlines()]
         for name in ("format", "guards", "scripts", "gcc", "clang", "tidy", "sources", "tidy-tests", "asan-ubsan", "tsan", "hosts", "coverage", "aarch64",
-                     "libcxx", "fetch", "long", "long-threads"):
+                     "libcxx", "windows", "fetch", "long", "long-threads"):
             self.assertIn(name, names)
 
     def test_continuous_integration_runs_them(self):
@@ -120,6 +120,13 @@ int main() {
                   f'source "$root/Scripts/steps.sh"; checks=$root/checks; {steps}; run_steps "${{@:2}}"')
         return subprocess.run(["bash", "-c", script, "steps", self.root, *names], env=self.environment(),
                               capture_output=True, text=True, check=False, timeout=60)
+
+    def test_windows_is_refused_where_its_programs_cannot_run(self):
+        self.command("uname", "echo aarch64\n")
+        done = self.run_steps("build_preset() { echo built; }", "windows")
+        self.assertEqual(self.last_line(done), "0 passed, 1 failed")
+        self.assertNotIn("built", done.stdout)
+        self.assertIn("this machine is aarch64, and the programs are for x86_64", done.stderr)
 
     def test_a_step_goes_on_beside_others(self):
         # Each of the two waits for a file of the other.
