@@ -6,6 +6,8 @@
 
 namespace varno::test {
 using namespace varno::signals; // NOLINT(google-build-using-namespace): all of it
+// Tests have functions of this name too, which would hide these.
+using signals::firstDifference;
 } // namespace varno::test
 
 #endif
