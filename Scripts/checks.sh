@@ -8,7 +8,7 @@ quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
 default_steps=(format guards includes comments text shell scripts 'tidy&' gcc headers asan-ubsan tsan hosts)
 full_steps=("${default_steps[@]}" clang sources tidy-tests coverage aarch64 libcxx windows fetch "$other_release"
-    packages "packages-${other_release#debian-}" long long-threads)
+    packages "packages-${other_release#debian-}" validate long long-threads)
 
 # Steps whose result depends on the version of a tool. Where Scripts/packages.txt has the tool for another release alone,
 # these steps are left out.
@@ -41,6 +41,7 @@ declare -A step_title=(
     [packages]="packages and archive: twice the same bytes, nothing for lintian to find, in use on a bare Debian and removed without a rest"
     [packages-12]="the packages made on Debian 12: in use on a bare Debian 12 and removed without a rest"
     [packages-13]="the packages made on Debian 13: in use on a bare Debian 13 and removed without a rest"
+    [validate]="module, LV2 bundle and CLAP plug-ins pass the full level of varno validate"
     [long]="all tests of the product with 50 times the usual work"
     [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
 )
@@ -117,6 +118,14 @@ step_gcc() { build_preset release all && run_tests release --label-exclude "$scr
 step_clang() { build_preset clang all && run_tests clang --label-exclude "$scripts_label"; }
 step_asan-ubsan() { build_preset asan-ubsan all && run_tests asan-ubsan --label-exclude "$scripts_label"; }
 step_tsan() { build_preset tsan threaded_tests && run_tests tsan --label-regex "$threaded_label"; }
+step_validate() { build_preset release varno Varno-S varno_lv2_bundle varno_clap_folder && lint validate_plugins; }
+validate_plugins() {
+    local plugin status=0
+    for plugin in Varno-S.aaxplugin lv2/varno-s.lv2 clap/varno-s/varno-s.clap; do
+        build/release/Apps/varno/varno validate --level full "build/release/$plugin" || status=1
+    done
+    return "$status"
+}
 step_long() { build_preset release all && VARNO_TEST_SCALE=$long_scale run_tests release --label-exclude "$scripts_label"; }
 step_long-threads() {
     build_preset tsan threaded_tests && VARNO_TEST_SCALE=$long_scale run_tests tsan --label-regex "$threaded_label"

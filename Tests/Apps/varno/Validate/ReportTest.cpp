@@ -108,6 +108,27 @@ TEST_F(ValidateCommand, ListsEveryCheck) {
     }
 }
 
+// The table of docs/validate.md is that of --list.
+TEST_F(ValidateCommand, EveryCheckIsDocumented) {
+    const std::string document = test::readFile(std::string(VARNO_DOCUMENTS) + "/validate.md");
+    const auto cell = [](const Check& check, Format format) {
+        return contains(check.formats, format) ? " yes |" : " - |";
+    };
+    std::size_t rows = 0;
+    for (const Check& check : allChecks()) {
+        const std::string level = check.level == Level::kFull ? " full | " : " quick | ";
+        EXPECT_THAT(document,
+                    HasSubstr("\n| `" + std::string(check.id) + "` |" + cell(check, Format::kModule) +
+                              cell(check, Format::kLv2) + cell(check, Format::kClap) + level +
+                              std::string(check.title) + " |\n"));
+    }
+    for (auto at = document.find("\n| `"); at != std::string::npos; at = document.find("\n| `", at + 1)) {
+        ++rows;
+    }
+    // And the four verdicts.
+    EXPECT_EQ(rows, allChecks().size() + 4);
+}
+
 TEST_F(ValidateCommand, RefusesWhatIsNoPlugin) {
     EXPECT_EQ(refusal(2, {"validate", "nothing.so"}),
               "nothing.so: expected a plug-in named NAME.aaxplugin, NAME.lv2 or NAME.clap");
