@@ -187,6 +187,11 @@ constexpr Check kLifeChecks[] = {
      .formats = static_cast<Formats>(Format::kModule),
      .timeLimitS = 60,
      .run = checkThrowingHost},
+    {.id = "life-failing-memory",
+     .title = "Each of the first 500 allocations of every call of a data model may fail",
+     .formats = static_cast<Formats>(Format::kModule),
+     .timeLimitS = 60,
+     .run = checkFailingAllocations},
 };
 
 } // namespace

@@ -7,6 +7,8 @@
 #include "Host/Instance.h"
 #include "Host/InstanceHost.h"
 #include "Host/Module.h"
+#include "Validate/Binaries.h"
+#include "Validate/FailingAllocations.h"
 
 #include <array>
 #include <cstring>
@@ -332,6 +334,68 @@ void checkThrowingHost(Context& context) {
     }
     context.expect(module->liveObjects() == 0, std::to_string(module->liveObjects()) + " objects left",
                    "none");
+}
+
+void checkFailingAllocations(Context& context) {
+    constexpr int kMostAllocations = 500;
+    if (!canRefuseMemory()) {
+        context.skip("a build with a sanitizer cannot refuse memory");
+    }
+    const std::string parameter = firstParameter(context);
+    HostOptions options;
+    options.monitor = std::make_shared<ContractMonitor>();
+    const auto module = Module::open(context.path(), options);
+    const FailingAllocations::Code code(binariesOf(context.path(), Format::kModule).front());
+    const EffectDescription& effect = firstEffect(*module);
+    const VariantDescription& variant = effect.variants.at(0);
+    const InstanceSetup setup{.channels = variant.inputChannels(), .maximumFrames = kRawFrames};
+    const StoredChunk chunk = Instance(module, setup).save();
+    int refusals = 0;
+    const auto failEach = [&](const std::string& name, const std::function<bool(int)>& call) {
+        for (int allocations = 0; allocations < kMostAllocations; ++allocations) {
+            const std::string what =
+                name + " without memory after " + std::to_string(allocations) + " allocations";
+            context.step(what);
+            try {
+                if (!call(allocations)) {
+                    return;
+                }
+            } catch (...) {
+                context.fail("an exception out of " + what, "a result code");
+                return;
+            }
+            ++refusals;
+        }
+    };
+    failEach("the creation procedure", [&](int allocations) {
+        FailingAllocations failing(code, allocations);
+        IACFUnknown* const made = effect.procedure(kAAX_ProcPtrID_Create_EffectParameters)();
+        const bool hasFailed = failing.end();
+        (void)ACFPtr<IACFUnknown>::Retain(made);
+        return hasFailed;
+    });
+    for (const RawCall& each : kRawCalls) {
+        failEach(each.name, [&](int allocations) {
+            HostReference<InstanceHost> host(new InstanceHost(module->context(), effect, variant, setup),
+                                             "instance host");
+            const auto model = makeModel(*module);
+            const RawModel raw{*model.Get(), *host.get(), chunk, parameter};
+            if (std::strcmp(each.name, "Initialize") != 0) {
+                model->Initialize(host.get());
+            }
+            FailingAllocations failing(code, allocations);
+            each.call(raw);
+            const bool hasFailed = failing.end();
+            model->Uninitialize();
+            return hasFailed;
+        });
+    }
+    context.expect(module->liveObjects() == 0, std::to_string(module->liveObjects()) + " objects left",
+                   "none");
+    requireNothingLeft(context, *options.monitor, "after calls without memory");
+    if (refusals == 0) {
+        context.skip("the module takes no memory of the C library itself");
+    }
 }
 
 } // namespace varno::validate

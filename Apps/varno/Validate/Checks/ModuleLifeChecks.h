@@ -12,6 +12,8 @@ void checkCallOrders(Context& context);
 void checkWithheldInterfaces(Context& context);
 /// Hosts of which every call throws.
 void checkThrowingHost(Context& context);
+/// No memory in each of a data model's calls.
+void checkFailingAllocations(Context& context);
 
 } // namespace varno::validate
 

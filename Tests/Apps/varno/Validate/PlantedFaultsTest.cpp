@@ -39,8 +39,8 @@ const PlantedFault kFaults[] = {
     {"no-packet.aaxplugin", {"description-contracts"}, "description"},
     {"other-field.aaxplugin", {"description-contracts"}, "description"},
     {"keeps-itself.aaxplugin",
-     {"life-instance", "life-orders", "life-raw-orders", "life-recycling", "life-throwing-host",
-      "life-withheld"},
+     {"life-failing-memory", "life-instance", "life-orders", "life-raw-orders", "life-recycling",
+      "life-throwing-host", "life-withheld"},
      "life"},
     {"instance-memory.aaxplugin", {"life-recycling"}, "life"},
     {"second-life-crash.aaxplugin", {"life-raw-orders"}, "life"},
@@ -49,6 +49,7 @@ const PlantedFault kFaults[] = {
     {"needs-transport.aaxplugin", {"life-throwing-host", "life-withheld"}, "life"},
     {"needs-two.aaxplugin", {"life-withheld"}, "life"},
     {"throws.aaxplugin", {"life-throwing-host"}, "life"},
+    {"failed-allocation.aaxplugin", {"life-failing-memory"}, "life"},
     {"order-crash.aaxplugin", {"life-orders", "life-raw-orders"}, "life"},
 };
 

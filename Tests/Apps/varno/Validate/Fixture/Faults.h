@@ -35,6 +35,7 @@ enum class Planted {
     kNeedsTransport,
     kNeedsTwoServices,
     kThrows,
+    kIgnoresFailedAllocation,
 };
 
 /// What this binary has. Defined in Fault.cpp, which is compiled once for each.

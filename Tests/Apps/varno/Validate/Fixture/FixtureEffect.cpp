@@ -175,6 +175,11 @@ private:
         if (!transport && !controller && has(Planted::kNeedsTwoServices)) {
             crash();
         }
+        if (has(Planted::kIgnoresFailedAllocation)) {
+            auto* const memory = static_cast<volatile char*>(std::malloc(64));
+            memory[0] = 'x'; // NOLINT(clang-analyzer-core.NullDereference): the fault
+            std::free(const_cast<char*>(memory));
+        }
     }
 
     int mLives = 0;
