@@ -1,4 +1,5 @@
 #include "Host/AudioContext.h"
+#include "Tests/Support/SingleStep.h"
 #include "Tests/Support/TestRun.h"
 
 #include <cmath>
@@ -131,6 +132,29 @@ RC_GTEST_PROP(PacketExchangeTest, TheReaderSeesTheLastPublishedValueOfEveryPort,
         }
     }
 }
+
+#if VARNO_HAS_SINGLE_STEP
+// Of the three slots each side owns one, whatever it does between two instructions of the other.
+TEST(TripleBufferTest, LeavesEachSideASlotOfItsOwnAtEachInstruction) {
+    TripleBuffer<int> buffer(0);
+    int written = 0;
+    const auto write = [&] {
+        buffer.back() = ++written;
+        buffer.publish();
+    };
+    const auto read = [&] { buffer.acquire(); };
+    const auto check = [&] {
+        EXPECT_NE(&buffer.back(), &buffer.front());
+        buffer.acquire();
+        EXPECT_NE(&buffer.back(), &buffer.front());
+        EXPECT_EQ(buffer.front(), written);
+        write();
+        EXPECT_NE(&buffer.back(), &buffer.front());
+    };
+    EXPECT_GT(test::callAtEachInstruction(write, read, write, check), 1);
+    EXPECT_GT(test::callAtEachInstruction(read, write, write, check), 1);
+}
+#endif
 
 constexpr double kRate = 48000.0;
 

@@ -2,6 +2,7 @@
 #include "ACF/ACFPtr.h"
 #include "Host/HostDescriptors.h"
 #include "Tests/Host/TestContext.h"
+#include "Tests/Support/SingleStep.h"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +19,34 @@ TEST(HostObjectTest, CountsItsReferencesAndLeavesTheLedgerWithTheLast) {
     EXPECT_EQ(0U, map->Release());
     EXPECT_EQ(0, context->ledger.total());
 }
+
+#if VARNO_HAS_SINGLE_STEP
+TEST(HostObjectTest, CountsReferencesOfSeveralThreadsInOneOperation) {
+    const auto map = ACFPtr<HostPropertyMap>::Adopt(new HostPropertyMap(testContext()));
+    const auto add = [&map] { map->AddRef(); };
+    const auto release = [&map] { map->Release(); };
+    EXPECT_GT(test::callAtEachInstruction(
+                  add, add, [] {},
+                  [&] {
+                      EXPECT_EQ(3U, map->references());
+                      map->giveBack(map->references() - 1);
+                  }),
+              1);
+    map->giveBack(1); // of the last time, when nothing came in between
+    EXPECT_GT(test::callAtEachInstruction(
+                  release, release,
+                  [&] {
+                      add();
+                      add();
+                  },
+                  [&] {
+                      EXPECT_EQ(1U, map->references());
+                      map->giveBack(map->references() - 1);
+                  }),
+              1);
+    release();
+}
+#endif
 
 TEST(HostObjectTest, AnswersWithOneReferenceOrWithNull) {
     const auto map = ACFPtr<HostPropertyMap>::Adopt(new HostPropertyMap(testContext()));

@@ -1,6 +1,7 @@
 // What a host receives of what a window has changed.
 #include "CLAP/ValueEvents.h"
 #include "Tests/Integration/HostedEffect.h"
+#include "Tests/Support/SingleStep.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -109,6 +110,63 @@ TEST_F(ClapSending, isWithoutEventsWhereTheHostTakesNone) {
     mSender->send(*mList, *mValues, nullptr);
     EXPECT_EQ(send(), Texts({"1=25"}));
 }
+
+#if VARNO_HAS_SINGLE_STEP
+
+// Whoever marks or takes in the middle of another one's call: nothing is lost, and nothing is received twice.
+class ClapValueExchange : public testing::Test {
+protected:
+    static constexpr std::uint32_t kBoth = std::uint32_t{Change::kForAudio} | Change::kForHost;
+
+    void clear() {
+        mValues.take(0, kBoth);
+        mValues.takeAny(kBoth);
+    }
+
+    ValueExchange mValues{1};
+};
+
+TEST_F(ClapValueExchange, losesNoMarkBesideAnother) {
+    const int instructions =
+        callAtEachInstruction([this] { mValues.mark(0, Change::kForAudio); },
+                              [this] { mValues.mark(0, Change::kForHost); }, [this] { clear(); },
+                              [this] {
+                                  EXPECT_EQ(mValues.take(0, kBoth), kBoth);
+                                  EXPECT_TRUE(mValues.takeAny(Change::kForAudio));
+                                  EXPECT_TRUE(mValues.takeAny(Change::kForHost));
+                              });
+    EXPECT_GT(instructions, 1);
+}
+
+TEST_F(ClapValueExchange, losesNoMarkWhileAnotherIsTaken) {
+    const auto takeForAudio = [this] {
+        mValues.takeAny(Change::kForAudio);
+        mValues.take(0, Change::kForAudio);
+    };
+    const int instructions = callAtEachInstruction(
+        takeForAudio, [this] { mValues.mark(0, Change::kForHost); },
+        [this] {
+            clear();
+            mValues.mark(0, Change::kForAudio);
+        },
+        [this] {
+            EXPECT_TRUE(mValues.takeAny(Change::kForHost));
+            EXPECT_EQ(mValues.take(0, kBoth), Change::kForHost);
+        });
+    EXPECT_GT(instructions, 1);
+}
+
+TEST_F(ClapValueExchange, givesAMarkToOneReceiver) {
+    const auto take = [this] { return mValues.take(0, Change::kForHost) != 0 ? 1 : 0; };
+    int within = 0;
+    int between = 0;
+    const int instructions = callAtEachInstruction([&] { within = take(); }, [&] { between = take(); },
+                                                   [this] { mValues.mark(0, Change::kForHost); },
+                                                   [&] { EXPECT_EQ(within + between, 1); });
+    EXPECT_GT(instructions, 1);
+}
+
+#endif
 
 } // namespace
 } // namespace varno::test

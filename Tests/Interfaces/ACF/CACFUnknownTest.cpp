@@ -1,11 +1,13 @@
 #include "ACF/ACFDelegating.h"
 #include "Tests/Support/ForwardingCheck.h"
+#include "Tests/Support/SingleStep.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -228,6 +230,69 @@ TEST_F(CACFUnknownTest, MembersAreCountThenControllingUnknownThenInnerUnknown) {
         plain->InternalRelease();
     }
 }
+
+#if VARNO_HAS_SINGLE_STEP
+
+// A count of two accesses, a load and a store, would lose what comes in between.
+TEST_F(CACFUnknownTest, CountsReferencesOfSeveralThreadsInOneOperation) {
+    auto* component = new Component(mLog);
+    component->AddRef();
+    const auto add = [component] { component->InternalAddRef(); };
+    const auto release = [component] { component->InternalRelease(); };
+    const auto expectThree = [&] {
+        EXPECT_EQ(component->AddRef(), 4U);
+        release();
+        release();
+        release();
+    };
+    EXPECT_GT(test::callAtEachInstruction(
+                  add, add, [] {}, expectThree),
+              1);
+    release(); // of the last time, when nothing came in between
+    const auto addTwo = [&] {
+        add();
+        add();
+    };
+    EXPECT_GT(test::callAtEachInstruction(release, release, addTwo,
+                                          [&] {
+                                              EXPECT_EQ(component->AddRef(), 2U);
+                                              release();
+                                          }),
+              1);
+    release();
+    EXPECT_EQ(component->Release(), 0U);
+    EXPECT_EQ(mLog, (std::vector<std::string>{"final release", "destroyed"}));
+}
+
+TEST_F(CACFUnknownTest, CountsLiveObjectsOfSeveralThreadsInOneOperation) {
+    struct Place {
+        CACFUnknown* object = nullptr;
+        alignas(CACFUnknown) std::byte bytes[sizeof(CACFUnknown)];
+        void make() { object = new (bytes) CACFUnknown; }
+        void end() { object->~CACFUnknown(); }
+    };
+    Place first;
+    Place second;
+    const auto alive = [this] { return CACFUnknown::GetActiveObjectCount() - mAliveBefore; };
+    EXPECT_GT(test::callAtEachInstruction([&] { first.make(); }, [&] { second.make(); }, [] {},
+                                          [&] {
+                                              EXPECT_EQ(alive(), 2);
+                                              first.end();
+                                              second.end();
+                                          }),
+              1);
+    first.end();
+    EXPECT_GT(test::callAtEachInstruction([&] { first.end(); }, [&] { second.end(); },
+                                          [&] {
+                                              first.make();
+                                              second.make();
+                                          },
+                                          [&] { EXPECT_EQ(alive(), 0); }),
+              1);
+    second.end();
+}
+
+#endif
 
 } // namespace
 } // namespace varno

@@ -1,5 +1,6 @@
 #include "Session/LiveStatus.h"
 #include "Tests/Apps/varno/Support/ErrorText.h"
+#include "Tests/Support/SingleStep.h"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +19,17 @@ TEST(LiveWatch, ReportsOverrunsOnce) {
     EXPECT_EQ(watch.newOverruns(), "3 overruns so far: the sound was interrupted");
     EXPECT_EQ(watch.overruns(), 3);
 }
+
+#if VARNO_HAS_SINGLE_STEP
+TEST(LiveStatus, CountsOverrunsOfSeveralThreadsInOneOperation) {
+    LiveStatus status(48'000.0, 256);
+    const auto count = [&status] { status.countOverrun(); };
+    int before = 0;
+    const int instructions = callAtEachInstruction(
+        count, count, [&] { before = status.overruns(); }, [&] { EXPECT_EQ(status.overruns(), before + 2); });
+    EXPECT_GT(instructions, 1);
+}
+#endif
 
 // Lines of a terminal stay.
 TEST(LiveWatch, CountsOverrunsInTwoLines) {
