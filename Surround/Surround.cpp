@@ -80,27 +80,28 @@ SurroundView Surround::accessView() {
                       .barHeight = mPlace.barHeight,
                       .isActive = mInput->hasKeys()};
     if (chosen != nullptr) {
-        view.focused = chosen->button != nullptr ? accessIDOf(chosen->button->button) : chosen->control->mID;
+        view.focused = accessIDOf(*chosen);
     }
     view.bar = mState;
     view.meters = mReadings;
+    view.hostTexts = mMarks->texts();
     return view;
 }
 
 bool Surround::focus(const std::string& id) {
-    return mInput->choose([&](const FocusItem& item) {
-        return id == (item.button != nullptr ? accessIDOf(item.button->button) : item.control->mID);
-    });
+    return mInput->choose([&](const FocusItem& item) { return id == accessIDOf(item); });
 }
 
 void Surround::addInput() {
     mMenus.emplace(mPlace, MenuSubject{mEdited, mPresets, mControl, mControls, [this] { return mSize; },
                                        [this](double size) { chooseSize(size); },
                                        [this](const std::string& id) { return mOwner.menuItems(id); }});
+    mMarks.emplace(mPlace, mBar.has_value());
     mInput.emplace(mPlace, mHolder.id(), mEditor.container(),
                    InputSubject{mEdited, mControls, mEditorInput, *mMenus,
                                 [this](BarLayout::Button button) { pressed(button); },
                                 [this](BarLayout::Button button) { return mControl.tip(button); },
+                                [this](const FocusItem& item) { return mMarks->text(item); },
                                 [this](int direction) { chooseSize(SizeSteps::next(mSize, direction)); },
                                 [this] { mOwner.save(); }},
                    mBar.has_value());
@@ -164,6 +165,7 @@ void Surround::arrange() {
     mEditorInput.setScale(scale());
     if (mInput) {
         mInput->arrange();
+        mMarks->arrange();
     }
     mOwner.resize(all);
 }
@@ -178,6 +180,7 @@ void Surround::timer() {
     }
     showMeters();
     showState();
+    showMarks();
     if (mBridge) {
         mBridge->tick();
     }
@@ -198,6 +201,12 @@ void Surround::showMeters() {
                 double{DemoGain_LevelDB(static_cast<float>(mInstance.normalized(cDemoGain_GainID)))};
         }
         mCurve->show(curve);
+    }
+}
+
+void Surround::showMarks() {
+    if (mMarks) {
+        mMarks->show([this](const FocusItem& item) { return mOwner.indication(item); });
     }
 }
 

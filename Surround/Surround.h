@@ -13,6 +13,7 @@
 #include "Surround/ControlActions.h"
 #include "Surround/CurvePane.h"
 #include "Surround/EditorInput.h"
+#include "Surround/HostMarks.h"
 #include "Surround/MeterReader.h"
 #include "Surround/Settings/EditedSettings.h"
 #include "Surround/Settings/PresetStore.h"
@@ -41,6 +42,8 @@ public:
     virtual void save() = 0;
     /// What the front end's host has for the menu of a parameter.
     virtual std::vector<HostMenuItem> menuItems(const std::string& /*id*/) { return {}; }
+    /// What it shows of a parameter, by the control or button that is for it; null for nothing.
+    virtual const HostIndication* indication(const FocusItem& /*item*/) { return nullptr; }
 };
 
 /// The parameters of a surround.
@@ -131,6 +134,7 @@ private:
     void addAccess();
     void showCurve(bool isShown);
     void showMeters();
+    void showMarks();
     void chooseSize(double size);
     double fitting(double size) const;
     PixelSize sizeAt(double size) const;
@@ -167,6 +171,7 @@ private:
     ControlActions mControls;
     std::optional<SurroundMenus> mMenus;   ///< With the settings of Varno-S.
     std::optional<SurroundInput> mInput;   ///< Likewise.
+    std::optional<HostMarks> mMarks;       ///< Likewise.
     std::optional<SurroundAccess> mAccess; ///< Likewise.
     std::optional<AccessBridge> mBridge;   ///< Likewise.
     std::shared_ptr<RunLoop> mLoop;

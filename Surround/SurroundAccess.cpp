@@ -29,6 +29,13 @@ AccessRectangle placeOf(const Box& box, const SurroundView& view, int top) {
     return {view.place.x + at(box.x), view.place.y + top + at(box.y), at(box.width), at(box.height)};
 }
 
+// What the host shows follows the help.
+void addHostText(AccessNode& node, const SurroundView& view) {
+    if (const auto found = view.hostTexts.find(node.id); found != view.hostTexts.end()) {
+        node.description += ' ' + found->second;
+    }
+}
+
 AccessNode settingNode(const Control& control, const SurroundView& view, const Instance& instance,
                        const DemoGain_ValueText::Settings& units) {
     const SDemoGain_Parameter& row = *DemoGain_FindParameter(control.mID);
@@ -36,6 +43,7 @@ AccessNode settingNode(const Control& control, const SurroundView& view, const I
     AccessNode node{.id = control.mID, .description = row.mHelp};
     node.name = settingName(*settingOf(node.id));
     node.valueText = spokenValue(node.id, value, units);
+    addHostText(node, view);
     node.rectangle = placeOf(FaceLayout::boxOf(control), view, view.barHeight);
     node.states.isFocusable = true;
     node.states.isFocused = view.focused == node.id;
@@ -128,6 +136,7 @@ AccessNode buttonNode(const BarLayout::ButtonRow& row, const SurroundView& view)
     node.states.isFocusable = true;
     node.states.isFocused = view.focused == node.id;
     putState(node, row.button, view.bar);
+    addHostText(node, view);
     return node;
 }
 
@@ -173,6 +182,10 @@ AccessNode barNode(const SurroundView& view) {
 
 std::string accessIDOf(BarLayout::Button button) {
     return std::string(kBarPart) + BarLayout::row(button).name;
+}
+
+std::string accessIDOf(const FocusItem& item) {
+    return item.button != nullptr ? accessIDOf(item.button->button) : std::string(item.control->mID);
 }
 
 std::optional<BarLayout::Button> buttonOfAccessID(std::string_view id) {

@@ -6,8 +6,10 @@
 #include "Surround/Access/AccessModel.h"
 #include "Surround/BarState.h"
 #include "Surround/FaceLayout.h"
+#include "Surround/FocusList.h"
 #include "Surround/Settings/EditedSettings.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,10 +26,12 @@ struct SurroundView {
     std::string focused{};   ///< Identifier of the part with the focus mark; empty for none.
     BarState bar{};
     BarMeters meters{};
+    std::map<std::string, std::string> hostTexts{}; ///< What the host shows of parts, as sentences.
 };
 
 /// The identifier of a button of the bar; those of the effect's controls are their parameters'. [any]
 std::string accessIDOf(BarLayout::Button button);
+std::string accessIDOf(const FocusItem& item);
 /// The button of an identifier; nothing for another part. [any]
 std::optional<BarLayout::Button> buttonOfAccessID(std::string_view id);
 

@@ -24,6 +24,10 @@ bool beginsValue(const std::string& text) {
            std::string_view("0123456789+-.,").find(text.front()) != std::string_view::npos;
 }
 
+std::string withSentence(const std::string& help, const std::string& sentence) {
+    return sentence.empty() ? help : help + ' ' + sentence;
+}
+
 int stepsOf(xcb_keysym_t symbol) {
     switch (symbol) {
     case XK_Up:
@@ -337,7 +341,7 @@ void SurroundInput::showTip(ValueTips::TimePoint now) {
         const std::string value = item.control != nullptr ? mSubject.controls.value(*item.control)
                                                           : mSubject.barTip(item.button->button);
         mTip.show(mPlace.onScreen(areaOf(item)), value.empty() ? item.name() : item.name() + "  " + value,
-                  item.help());
+                  withSentence(item.help(), mSubject.hostText(item)));
     } else if (shown.setting) {
         const auto* const changed = FaceLayout::controlOf(settingID(*shown.setting));
         mTip.show(mPlace.onScreen(mPlace.ofFace(FaceLayout::boxOf(*changed))),

@@ -34,6 +34,7 @@ struct InputSubject {
     std::function<void(BarLayout::Button)> pressBar;
     std::function<std::string(BarLayout::Button)>
         barTip; ///< What undo and others would do; empty for nothing.
+    std::function<std::string(const FocusItem&)> hostText; ///< What the host shows; empty for nothing.
     std::function<void(int direction)> changeSize;
     std::function<void()> save;
 };

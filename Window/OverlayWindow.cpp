@@ -65,6 +65,14 @@ void OverlayWindow::setFrame(const WindowArea& area, int width) {
                     rectangle(0, area.height - line, area.width, line)});
 }
 
+void OverlayWindow::setParts(const WindowArea& area, const std::vector<WindowArea>& parts) {
+    std::vector<xcb_rectangle_t> rectangles;
+    for (const WindowArea& part : parts) {
+        rectangles.push_back(rectangle(part.x, part.y, part.width, part.height));
+    }
+    setShape(area, rectangles);
+}
+
 void OverlayWindow::setShape(const WindowArea& area, const std::vector<xcb_rectangle_t>& parts) {
     moveTo(area);
     xcb_shape_rectangles(connection().get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,

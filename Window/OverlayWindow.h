@@ -19,6 +19,8 @@ public:
     /// @param area in the parent @param width of the lines, at least 1 pixel; what exceeds half of the
     /// rectangle fills it
     void setFrame(const WindowArea& area, int width);
+    /// Gives it the shape of rectangles. @param area in the parent @param parts in the area
+    void setParts(const WindowArea& area, const std::vector<WindowArea>& parts);
     /// @param colour 0xRRGGBB
     void setColour(std::uint32_t colour);
 

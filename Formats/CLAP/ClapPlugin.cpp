@@ -33,6 +33,7 @@ void ClapPlugin::init() {
     mSettings = std::make_unique<Instance>(shared.get(), settingsSetup(mChannels));
     mParameters.emplace(*mSettings);
     mValues.emplace(mParameters->size());
+    mIndications.resize(mParameters->size());
     for (std::size_t index = 0; index < mParameters->size(); ++index) {
         mValues->set(index, (*mParameters)[index].normalizedDefault, 0);
     }
@@ -42,6 +43,11 @@ Quality ClapPlugin::quality() const {
     const std::int32_t wish = qualityFactor(mValues->value(mParameters->quality()));
     const SampleRateRange& rates = mSettings->module().options().sampleRates;
     return {wish, fittingFactor(wish, rates, mSampleRateHz), mSampleRateHz};
+}
+
+HostIndication* ClapPlugin::indication(clap_id id) {
+    const auto index = mParameters->indexOf(id);
+    return index ? &mIndications[*index] : nullptr;
 }
 
 void ClapPlugin::activate(double sampleRateHz) {

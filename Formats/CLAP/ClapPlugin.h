@@ -12,6 +12,7 @@
 #include "CLAP/ValueExchange.h"
 #include "DemoGain_ValueText.h"
 #include "Host/Instance.h"
+#include "Surround/Settings/HostIndication.h"
 #include "Surround/Settings/QualityText.h"
 
 #include <cstddef>
@@ -87,6 +88,8 @@ public:
     void takeHostValues();
     /// Has the meters of the settings show those of the audio thread. [main]
     void showMeters();
+    /// What the host shows of a parameter; null where there is no parameter of this number. [main]
+    HostIndication* indication(clap_id id);
     /// The window, null for none. [main]
     PluginWindowBase* window() { return mWindow.get(); }
     /// Takes a window, or ends the present one. [main]
@@ -107,6 +110,7 @@ private:
     std::optional<ParameterList> mParameters;
     std::optional<ValueExchange> mValues;
     std::unique_ptr<AudioSide> mAudio;
+    std::vector<HostIndication> mIndications; ///< By parameter; in no state.
     std::unique_ptr<PluginWindowBase> mWindow;
     double mSampleRateHz = kDefaultSampleRateHz; ///< Of the last activation.
     std::int32_t mLatencyFrames = 0;             ///< Likewise.

@@ -51,6 +51,17 @@ protected:
     std::vector<std::string> focused;
 };
 
+TEST_F(SurroundAccessTest, SaysWhatTheHostShows) {
+    const auto instance = makeInstance(module());
+    const AccessNode plain = describeSurround(view, *instance);
+    view.hostTexts = {{"Gain", "Automation is played."}, {accessIDOf(BarLayout::Button::kBypass), "Mapped."}};
+    const AccessNode window = describeSurround(view, *instance);
+    EXPECT_EQ(part(window, "Gain").description, part(plain, "Gain").description + " Automation is played.");
+    EXPECT_EQ(part(window, "Volume"), part(plain, "Volume"));
+    const std::string bypass = accessIDOf(BarLayout::Button::kBypass);
+    EXPECT_EQ(part(window, bypass).description, part(plain, bypass).description + " Mapped.");
+}
+
 TEST_F(SurroundAccessTest, HasTheControlsInReadingOrder) {
     const auto instance = makeInstance(module());
     const AccessNode window = describeSurround(view, *instance);

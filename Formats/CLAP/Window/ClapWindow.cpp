@@ -43,6 +43,17 @@ std::vector<HostMenuItem> ClapWindow::menuItems(const std::string& id) {
                      : std::vector<HostMenuItem>();
 }
 
+const HostIndication* ClapWindow::indication(const FocusItem& item) {
+    if (item.control != nullptr) {
+        const auto parameter = mPlugin.parameters().indexOf(std::string_view(item.control->mID));
+        return parameter ? mPlugin.indication(mPlugin.parameters()[*parameter].id) : nullptr;
+    }
+    if (item.button->button == BarLayout::Button::kBypass) {
+        return mPlugin.indication(kBypassId);
+    }
+    return item.button->button == BarLayout::Button::kQuality ? mPlugin.indication(kQualityId) : nullptr;
+}
+
 bool ClapWindow::setScale(double scale) {
     if (!isScale(scale)) {
         return false;

@@ -61,6 +61,7 @@ private:
     bool isBypassed() const override { return mValues.isBypassed(); }
     void setBypassed(bool isBypassed) override { mValues.setBypassed(isBypassed); }
     std::vector<HostMenuItem> menuItems(const std::string& id) override;
+    const HostIndication* indication(const FocusItem& item) override;
     Quality quality() const override { return mPlugin.quality(); }
     void setQuality(std::int32_t factor) override { mValues.setQuality(factor); }
 

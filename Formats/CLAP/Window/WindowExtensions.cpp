@@ -3,6 +3,7 @@
 #include "CLAP/Clap/Gui.h"
 #include "CLAP/PluginExtensions.h"
 #include "CLAP/Window/ClapWindow.h"
+#include "CLAP/Window/Indications.h"
 #include "Shared/SharedModule.h"
 
 #include <algorithm>
@@ -170,7 +171,7 @@ const void* windowExtension(std::string_view id) noexcept {
     if (id == CLAP_EXT_TIMER_SUPPORT) {
         return &kTimers;
     }
-    return id == CLAP_EXT_POSIX_FD_SUPPORT ? &kDescriptors : nullptr;
+    return id == CLAP_EXT_POSIX_FD_SUPPORT ? &kDescriptors : indicationExtension(id);
 }
 
 } // namespace varno

@@ -24,6 +24,8 @@ public:
     virtual void resized(xcb_window_t window, PixelSize size) = 0;
     /// What the host has for the menu of a parameter.
     virtual std::vector<HostMenuItem> menuItems(const std::string& /*id*/) { return {}; }
+    /// What it shows of a parameter, by the control or button that is for it; null for nothing.
+    virtual const HostIndication* indication(const FocusItem& /*item*/) { return nullptr; }
 };
 
 /// The name of the display that the environment names; empty for none. [main]
@@ -71,6 +73,7 @@ private:
     Quality quality() const override { return mOwner.quality(); }
     void setQuality(std::int32_t factor) override { mOwner.setQuality(factor); }
     std::vector<HostMenuItem> menuItems(const std::string& id) override { return mOwner.menuItems(id); }
+    const HostIndication* indication(const FocusItem& item) override { return mOwner.indication(item); }
     void save() override {} ///< The host saves.
 
     xcb_window_t openShell(const Setup& setup);

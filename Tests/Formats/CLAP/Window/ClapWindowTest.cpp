@@ -2,12 +2,16 @@
 #include "Tests/Formats/CLAP/Window/ClapWindowTest.h"
 
 #include "CLAP/Clap/ContextMenu.h"
+#include "CLAP/Clap/ParamIndication.h"
 #include "Tests/Integration/Editor/EditorWindow.h"
 #include "Tests/Integration/Editor/KnobGeometry.h"
 #include "Tests/Support/Popups.h"
 #include "Tests/Support/XServer.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <map>
+#include <utility>
 
 namespace varno::test {
 
@@ -247,6 +251,97 @@ TEST_F(ClapWindowTest, showsTheMetersOfTheSound) {
         host.plugin().process(channels, channels, 512);
         return pictureOf(host, "METERGR1") != quiet;
     }));
+}
+
+// The marks that a host has beside controls.
+class ClapIndications : public ClapWindowTest {
+protected:
+    ClapIndications() { expectShown(host); }
+
+    // A control with what is around it, before the host has changed anything.
+    Picture around(const std::string& id) {
+        constexpr int kAround = 12;
+        const Area area = shownArea(id);
+        return Picture::ofWindow(
+            client, host.window(),
+            {area.x - kAround, area.y - kAround, area.width + 2 * kAround, area.height + 2 * kAround});
+    }
+    // The place of what has been marked, relative to the control; empty for nothing.
+    Area markOf(const std::string& id) {
+        for (int round = 0; round < 3; ++round) {
+            host.turn();
+        }
+        const auto marked = differingArea(mBefore.at(id), around(id));
+        return marked ? *marked : Area{};
+    }
+    void automate(clap_id id, std::uint32_t state, const clap_color_t* color = nullptr) {
+        mIndications.set_automation(host.table(), id, state, color);
+    }
+
+    ClapWindowHost host{client};
+    const clap_plugin_param_indication_t& mIndications = *static_cast<const clap_plugin_param_indication_t*>(
+        requireExtension(host.table(), CLAP_EXT_PARAM_INDICATION));
+    const std::map<std::string, Picture> mBefore = [this] {
+        std::map<std::string, Picture> before;
+        for (const std::string id : {"Gain", "Volume"}) {
+            EXPECT_TRUE(await(host, [&] {
+                const Picture last = std::exchange(before[id], around(id));
+                return last == before[id] && last.countColours() > 20;
+            }));
+        }
+        return before;
+    }();
+};
+
+constexpr clap_id kGainId = 1;
+
+TEST_F(ClapIndications, differInFormAlone) {
+    const clap_color_t color{255, 200, 40, 90};
+    std::vector<Picture> forms{around("Gain")};
+    for (const std::uint32_t state :
+         {CLAP_PARAM_INDICATION_AUTOMATION_PRESENT, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING,
+          CLAP_PARAM_INDICATION_AUTOMATION_RECORDING, CLAP_PARAM_INDICATION_AUTOMATION_OVERRIDING}) {
+        automate(kGainId, state, &color);
+        EXPECT_GT(markOf("Gain").width, 0) << state;
+        const Picture shown = around("Gain");
+        EXPECT_EQ(std::ranges::count(forms, shown), 0) << state;
+        forms.push_back(shown);
+        EXPECT_EQ(markOf("Volume"), Area{});
+    }
+    automate(kGainId, CLAP_PARAM_INDICATION_AUTOMATION_NONE);
+    EXPECT_EQ(markOf("Gain"), Area{});
+}
+
+TEST_F(ClapIndications, haveTheColourOfTheHost) {
+    const clap_color_t color{255, 200, 40, 90};
+    automate(kGainId, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING, &color);
+    const Area line = markOf("Gain");
+    EXPECT_EQ(around("Gain").at({line.x, line.y}), 0xC8285AU);
+    EXPECT_EQ(line.width, shownArea("Gain").width);
+    const clap_color_t unseen{0, 200, 40, 90};
+    automate(kGainId, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING, &unseen);
+    markOf("Gain");
+    EXPECT_NE(around("Gain").at({line.x, line.y}), 0xC8285AU);
+}
+
+TEST_F(ClapIndications, ofAMappingAreAtTheLeftAndSurviveTheWindow) {
+    mIndications.set_mapping(host.table(), kGainId, true, nullptr, "CC 7", "\xFF a text of the host's");
+    const Area line = markOf("Gain");
+    EXPECT_EQ(line.height, shownArea("Gain").height);
+    EXPECT_LT(line.width, 5);
+    clickBar(host, BarLayout::Button::kCurve); // everything is put into place anew
+    clickBar(host, BarLayout::Button::kCurve);
+    EXPECT_EQ(markOf("Gain"), line);
+    mIndications.set_mapping(host.table(), kGainId, false, nullptr, nullptr, nullptr);
+    EXPECT_EQ(markOf("Gain"), Area{});
+}
+
+TEST_F(ClapIndications, ofParametersThatAreNotThereAreIgnored) {
+    automate(99, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING);
+    automate(kGainId, 77);
+    mIndications.set_mapping(host.table(), CLAP_INVALID_ID, true, nullptr, nullptr, nullptr);
+    EXPECT_EQ(markOf("Gain"), Area{});
+    EXPECT_EQ(requireExtension(host.table(), CLAP_EXT_PARAM_INDICATION_COMPAT), &mIndications);
 }
 
 } // namespace
