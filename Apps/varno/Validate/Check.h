@@ -109,6 +109,11 @@ bool applies(const Check& check, Format format, Level level);
 std::span<const Check> binaryChecks();
 std::span<const Check> descriptionChecks();
 std::span<const Check> lifeChecks();
+std::span<const Check> parameterChecks();
+std::span<const Check> stateChecks();
+std::span<const Check> audioChecks();
+std::span<const Check> stressChecks();
+std::span<const Check> bypassChecks();
 
 } // namespace varno::validate
 

@@ -13,9 +13,10 @@ public:
             mBytes.push_back(static_cast<std::byte>(value >> shift));
         }
     }
+    void rest(std::span<const std::byte> bytes) { mBytes.insert(mBytes.end(), bytes.begin(), bytes.end()); }
     void block(std::span<const std::byte> bytes) {
         number(static_cast<std::uint32_t>(bytes.size()));
-        mBytes.insert(mBytes.end(), bytes.begin(), bytes.end());
+        rest(bytes);
     }
     void text(const std::string& text) { block(std::as_bytes(std::span(text))); }
 
@@ -39,10 +40,8 @@ public:
         }
         return value;
     }
-    std::vector<std::byte> block() {
-        const auto bytes = take(number());
-        return {bytes.begin(), bytes.end()};
-    }
+    std::vector<std::byte> block() { return bytes(number()); }
+    std::vector<std::byte> rest() { return bytes(mRest.size()); }
     std::string text() {
         std::string text;
         for (const std::byte byte : block()) {
@@ -55,6 +54,10 @@ public:
     bool isAtEnd() const { return mRest.empty(); }
 
 private:
+    std::vector<std::byte> bytes(std::size_t size) {
+        const auto taken = take(size);
+        return {taken.begin(), taken.end()};
+    }
     std::span<const std::byte> take(std::size_t size) {
         mIsGood = mIsGood && size <= mRest.size();
         if (!mIsGood) {
@@ -79,11 +82,17 @@ std::vector<std::byte> bytesOf(const Lv2State& state) {
         writer.number(std::bit_cast<std::uint32_t>(value));
     }
     writer.number(static_cast<std::uint32_t>(state.properties.size()));
+    std::size_t left = state.properties.size();
     for (const auto& [key, property] : state.properties) {
         writer.text(key);
         writer.text(property.type);
         writer.number(property.flags);
-        writer.block(property.value);
+        --left;
+        if (left > 0) {
+            writer.block(property.value);
+        } else {
+            writer.rest(property.value);
+        }
     }
     return writer.take();
 }
@@ -99,7 +108,7 @@ std::optional<Lv2State> stateOf(std::span<const std::byte> bytes) {
         StoredProperty& property = state.properties[reader.text()];
         property.type = reader.text();
         property.flags = reader.number();
-        property.value = reader.block();
+        property.value = left > 1 ? reader.block() : reader.rest();
     }
     if (!reader.isGood() || !reader.isAtEnd()) {
         return std::nullopt;

@@ -27,7 +27,8 @@ struct Lv2State {
     bool operator==(const Lv2State&) const = default;
 };
 
-/// Equal states give equal bytes.
+/// Equal states give equal bytes. The last property's value is what remains of them, so that bytes that are
+/// cut off or follow reach the plug-in.
 std::vector<std::byte> bytesOf(const Lv2State& state);
 /// Nothing for bytes that no state gives.
 std::optional<Lv2State> stateOf(std::span<const std::byte> bytes);

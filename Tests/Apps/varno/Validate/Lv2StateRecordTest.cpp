@@ -16,13 +16,26 @@ TEST(Lv2StateRecord, isReadAsWritten) {
 }
 
 TEST(Lv2StateRecord, isRefusedWhereBytesAreMissingOrLeft) {
-    const std::vector<std::byte> whole = bytesOf(example());
+    Lv2State state = example();
+    state.properties["urn:c"].value = {};
+    const std::vector<std::byte> whole = bytesOf(state);
     for (std::size_t size = 0; size < whole.size(); ++size) {
         EXPECT_FALSE(stateOf(std::span(whole).first(size))) << size;
     }
-    std::vector<std::byte> longer = whole;
+    state.properties.clear();
+    std::vector<std::byte> longer = bytesOf(state);
     longer.push_back(std::byte{0});
     EXPECT_FALSE(stateOf(longer));
+}
+
+// A plug-in sees what is wrong in its own value.
+TEST(Lv2StateRecord, givesTheLastValueWhatRemains) {
+    Lv2State state = example();
+    state.properties.erase("urn:b");
+    std::vector<std::byte> bytes = bytesOf(state);
+    bytes.pop_back();
+    state.properties["urn:a"].value.pop_back();
+    EXPECT_EQ(stateOf(bytes), state);
 }
 
 // A count of four thousand millions asks for no memory before its entries are there.

@@ -51,6 +51,9 @@ const PlantedFault kFaults[] = {
     {"throws.aaxplugin", {"life-throwing-host"}, "life"},
     {"failed-allocation.aaxplugin", {"life-failing-memory"}, "life"},
     {"order-crash.aaxplugin", {"life-orders", "life-raw-orders"}, "life"},
+    {"depends-on-buffers.aaxplugin", {"audio-slicing"}, "audio"},
+    {"needs-own-outputs.aaxplugin", {"audio-buffers"}, "audio"},
+    {"ignores-bypass.aaxplugin", {"bypass-null"}, "bypass"},
 };
 
 class PlantedFaults : public testing::TestWithParam<PlantedFault> {
@@ -71,8 +74,13 @@ TEST(PlantedFaultsCheck, ThePluginWithoutFaultPasses) {
     EXPECT_EQ(failedChecks("sound.aaxplugin", {}, report), std::set<std::string>{}) << report;
 }
 
+// Those of sound, state and parameters are the same for every format: FaultyFormatsTest has the rest of them.
 TEST(PlantedFaultsCheck, EveryCheckFindsOne) {
     for (const validate::Check& check : validate::allChecks()) {
+        const auto group = check.group();
+        if (group != "binary" && group != "description" && group != "life") {
+            continue;
+        }
         const auto finds = [&](const PlantedFault& fault) {
             return fault.found.contains(std::string(check.id));
         };

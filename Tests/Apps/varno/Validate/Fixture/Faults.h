@@ -36,6 +36,10 @@ enum class Planted {
     kNeedsTwoServices,
     kThrows,
     kIgnoresFailedAllocation,
+    // Its sound.
+    kDependsOnBuffers,
+    kNeedsOwnOutputs, ///< Each channel is read after another one was written.
+    kIgnoresBypass,
 };
 
 /// What this binary has. Defined in Fault.cpp, which is compiled once for each.

@@ -18,6 +18,7 @@
 #include "Tests/Apps/varno/Validate/Fixture/Faults.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <clocale>
 #include <csignal>
@@ -51,7 +52,7 @@ enum Field : AAX_CFieldIndex { kBypass, kGain, kInputs, kOutputs, kFrames };
 
 // The order of its members is that of Field.
 struct Routing {
-    const float* bypass;
+    const std::int32_t* bypass;
     const float* gain;
     const float* const* inputs;
     float* const* outputs;
@@ -62,9 +63,18 @@ template<int kChannels>
 void process(void* const begin[], const void* end) {
     for (void* const* instance = begin; instance != end; ++instance) {
         const auto& routing = *static_cast<const Routing*>(*instance);
-        for (int channel = 0; channel < kChannels; ++channel) {
-            for (std::int32_t i = 0; i < *routing.frames; ++i) {
-                routing.outputs[channel][i] = routing.inputs[channel][i] * *routing.gain;
+        const bool isBypassed = *routing.bypass != 0 && !has(Planted::kIgnoresBypass);
+        for (std::int32_t i = 0; i < *routing.frames; ++i) {
+            // An output may lie in the place of any input.
+            std::array<float, kChannels> inputs{};
+            for (std::size_t channel = 0; channel < kChannels; ++channel) {
+                inputs[channel] = routing.inputs[channel][i];
+            }
+            const float half = has(Planted::kDependsOnBuffers) && i == 0 ? 0.5F : 1.0F;
+            for (std::size_t channel = 0; channel < kChannels; ++channel) {
+                const float input =
+                    has(Planted::kNeedsOwnOutputs) ? routing.inputs[channel][i] : inputs[channel];
+                routing.outputs[channel][i] = isBypassed ? input : half * input * *routing.gain;
             }
         }
     }
@@ -189,7 +199,7 @@ private:
 void addVariant(AAX_IEffectDescriptor& effect, AAX_IComponentDescriptor& component, AAX_EStemFormat format,
                 std::int32_t nativeID) {
     component.Clear();
-    component.AddDataInPort(kBypass, sizeof(float), AAX_eDataInPortType_Buffered);
+    component.AddDataInPort(kBypass, sizeof(std::int32_t), AAX_eDataInPortType_Buffered);
     component.AddDataInPort(kGain, sizeof(float), AAX_eDataInPortType_Buffered);
     component.AddAudioIn(kInputs);
     component.AddAudioOut(kOutputs);

@@ -1,0 +1,140 @@
+// The fixture as a CLAP binary.
+#include "CLAP/Clap/Extensions.h"
+#include "CLAP/Clap/Plugin.h"
+#include "Tests/Apps/varno/Validate/Formats/FaultyGain.h"
+
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+namespace varno::fixture {
+namespace {
+
+constexpr const char* kFeatures[] = {CLAP_PLUGIN_FEATURE_AUDIO_EFFECT, nullptr};
+constexpr clap_plugin_descriptor_t kDescriptor = {
+    CLAP_VERSION, "urn:varno:test:faulty-gain", "Faulty Gain", "", "", "", "", "1", "", kFeatures};
+
+struct FaultyClap {
+    clap_plugin_t table;
+    FaultyGain gain{48000.0};
+};
+
+FaultyClap& selfOf(const clap_plugin_t* plugin) {
+    return *static_cast<FaultyClap*>(plugin->plugin_data);
+}
+
+constexpr clap_plugin_audio_ports_t kPorts = {
+    [](const clap_plugin_t*, bool) -> std::uint32_t { return 1; },
+    [](const clap_plugin_t*, std::uint32_t index, bool, clap_audio_port_info_t* info) {
+        *info = {0, "main", CLAP_AUDIO_PORT_IS_MAIN, FaultyGain::kChannels, CLAP_PORT_STEREO, 0};
+        return index == 0;
+    }};
+
+void takeEvents(FaultyGain& gain, const clap_input_events_t* events) {
+    for (std::uint32_t index = 0; index < events->size(events); ++index) {
+        const clap_event_header_t* const header = events->get(events, index);
+        const auto& event = *reinterpret_cast<const clap_event_param_value_t*>(header);
+        if (header->type == CLAP_EVENT_PARAM_VALUE && event.param_id < kGainParameterCount) {
+            const bool isStuck = isPlanted("stuck-parameter") && event.param_id == kMode;
+            gain.values[event.param_id] = isStuck ? 0.0F : static_cast<float>(event.value);
+        }
+    }
+}
+
+constexpr clap_plugin_params_t kParams = {
+    [](const clap_plugin_t*) -> std::uint32_t { return kGainParameterCount; },
+    [](const clap_plugin_t*, std::uint32_t index, clap_param_info_t* info) {
+        constexpr const char* kNames[] = {"Gain", "Mode", "Bypass"};
+        *info = {};
+        info->id = index;
+        info->flags = CLAP_PARAM_IS_AUTOMATABLE | (index == kGain ? 0 : CLAP_PARAM_IS_STEPPED) |
+                      (index == kBypass ? CLAP_PARAM_IS_BYPASS : 0);
+        std::snprintf(info->name, sizeof info->name, "%s", kNames[index]);
+        info->max_value = index == kMode ? 2.0 : 1.0;
+        info->default_value = index == kGain ? 0.5 : 0.0;
+        return true;
+    },
+    [](const clap_plugin_t* plugin, clap_id id, double* value) {
+        *value = static_cast<double>(selfOf(plugin).gain.values[id]);
+        return true;
+    },
+    [](const clap_plugin_t*, clap_id id, double value, char* text, std::uint32_t capacity) {
+        return std::snprintf(text, capacity, "%s", gainText(id, value).c_str()) > 0;
+    },
+    [](const clap_plugin_t*, clap_id id, const char* text, double* value) {
+        const auto read = gainValue(id, text);
+        *value = read.value_or(0.0);
+        return read.has_value();
+    },
+    [](const clap_plugin_t* plugin, const clap_input_events_t* in, const clap_output_events_t*) {
+        takeEvents(selfOf(plugin).gain, in);
+    }};
+
+constexpr clap_plugin_state_t kState = {
+    [](const clap_plugin_t* plugin, const clap_ostream_t* stream) {
+        const auto state = selfOf(plugin).gain.save();
+        return stream->write(stream, state.data(), state.size()) == FaultyGain::kStateSize;
+    },
+    [](const clap_plugin_t* plugin, const clap_istream_t* stream) {
+        std::vector<std::byte> bytes(FaultyGain::kStateSize + 1);
+        const std::int64_t count = stream->read(stream, bytes.data(), bytes.size());
+        return selfOf(plugin).gain.restore(std::span(bytes).first(static_cast<std::size_t>(count)));
+    }};
+
+constexpr clap_plugin_latency_t kLatency = {
+    [](const clap_plugin_t* plugin) { return selfOf(plugin).gain.latency(); }};
+
+const void* extensionOf(const clap_plugin_t* /*plugin*/, const char* id) {
+    const auto is = [&](const char* name) { return std::strcmp(id, name) == 0; };
+    return is(CLAP_EXT_AUDIO_PORTS) ? static_cast<const void*>(&kPorts)
+           : is(CLAP_EXT_PARAMS)    ? &kParams
+           : is(CLAP_EXT_STATE)     ? &kState
+           : is(CLAP_EXT_LATENCY)   ? static_cast<const void*>(&kLatency)
+                                    : nullptr;
+}
+
+clap_process_status processBuffer(const clap_plugin_t* plugin, const clap_process_t* buffer) {
+    FaultyGain& gain = selfOf(plugin).gain;
+    takeEvents(gain, buffer->in_events);
+    gain.process(buffer->audio_inputs[0].data32, buffer->audio_outputs[0].data32, buffer->frames_count);
+    return CLAP_PROCESS_CONTINUE;
+}
+
+const clap_plugin_t* makePlugin(const clap_plugin_factory_t* /*factory*/, const clap_host_t* /*host*/,
+                                const char* id) {
+    if (std::strcmp(id, kDescriptor.id) != 0) {
+        return nullptr;
+    }
+    auto* const made = new FaultyClap;
+    made->table = {.desc = &kDescriptor,
+                   .plugin_data = made,
+                   .init = [](const clap_plugin_t*) { return true; },
+                   .destroy = [](const clap_plugin_t* plugin) { delete &selfOf(plugin); },
+                   .activate =
+                       [](const clap_plugin_t* plugin, double rateHz, std::uint32_t, std::uint32_t) {
+                           selfOf(plugin).gain = FaultyGain(rateHz);
+                           return true;
+                       },
+                   .deactivate = [](const clap_plugin_t*) {},
+                   .start_processing = [](const clap_plugin_t*) { return true; },
+                   .stop_processing = [](const clap_plugin_t*) {},
+                   .reset = [](const clap_plugin_t* plugin) { selfOf(plugin).gain.reset(); },
+                   .process = processBuffer,
+                   .get_extension = extensionOf,
+                   .on_main_thread = [](const clap_plugin_t*) {}};
+    return &made->table;
+}
+
+constexpr clap_plugin_factory_t kFactory = {
+    [](const clap_plugin_factory_t*) -> std::uint32_t { return 1; },
+    [](const clap_plugin_factory_t*, std::uint32_t index) { return index == 0 ? &kDescriptor : nullptr; },
+    makePlugin};
+
+} // namespace
+} // namespace varno::fixture
+
+extern "C" [[gnu::visibility("default")]] const clap_plugin_entry_t clap_entry = {
+    CLAP_VERSION, [](const char*) { return true; }, [] {},
+    [](const char* id) -> const void* {
+        return std::strcmp(id, CLAP_PLUGIN_FACTORY_ID) == 0 ? &varno::fixture::kFactory : nullptr;
+    }};
