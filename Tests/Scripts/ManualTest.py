@@ -27,6 +27,9 @@ int main(int count, char** arguments) {
     if (std::strcmp(arguments[1], "render") == 0 && std::strcmp(arguments[count - 1], "--quiet") != 0) {
         std::printf("half of it\\r\\033[Kall of it\\n");
     }
+    if (std::strcmp(arguments[1], "plot") == 0) {
+        std::puts("{}"); // its numbers
+    }
     return std::getenv("BREAK") != nullptr && std::strcmp(arguments[1], std::getenv("BREAK")) == 0 ? 1 : 0;
 }
 """
@@ -88,12 +91,15 @@ class ManualTest(FixtureProject):
         done = self.run_script("manual")
         self.assertEqual(done.returncode, 0, done.stderr)
         pictures = self.root / "docs/pictures"
-        names = ["controls.png", "editor-2x.png", "editor.png", "jalv.png", "render.png"]
+        kinds = ["aliasing", "burst", "curves", "detector", "harmonics", "map", "transfer"]
+        names = ["controls.png", "editor-2x.png", "editor.png", "jalv.png", *(f"plot-{kind}.png" for kind in kinds), "render.png"]
         windows = [f"window-{state}.png" for state in ("bypassed", "changed", "curve", "menu", "typed")]
         self.assertEqual(done.stdout.splitlines(), [str(pictures / name) for name in names + windows])
         for name in names[:-1] + windows:
             self.assertEqual((pictures / name).read_text().strip(), "a picture")
         calls = self.calls.read_text().splitlines()
+        plots, calls = calls[:len(kinds)], calls[len(kinds):]
+        self.assertEqual(sorted(call.split()[1:5] for call in plots), [["plot", "--force", "--json", kind] for kind in kinds])
         self.assertEqual([call.split()[:2] for call in calls],
                          [[":77:", command] for command in ("render", "edit", "edit", "--number", "render", "render")])
         self.assertIn("--scale 2", calls[2])
@@ -109,6 +115,13 @@ class ManualTest(FixtureProject):
             done = self.run_script("manual")
             self.assertEqual((done.returncode, done.stdout), (1, ""), part)
             self.assert_server_ended()
+
+    def test_fails_with_a_plot(self):
+        os.environ["BREAK"] = "plot"
+        self.addCleanup(os.environ.pop, "BREAK", None)
+        done = self.run_script("manual")
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertEqual(len(self.calls.read_text().splitlines()), 1)
 
     def test_holds_the_manual_to_the_built_program(self):
         self.assertEqual(self.run_script("manual").returncode, 0)
