@@ -1,6 +1,5 @@
 #include "Validate/ProcessTraces.h"
 
-#include <malloc.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -13,9 +12,6 @@
 #if defined(__x86_64__)
 #include <xmmintrin.h>
 #endif
-
-// Of the run-time library of a sanitizer, which has an allocator of its own.
-extern "C" [[gnu::weak]] std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace varno::validate {
 namespace {
@@ -108,15 +104,6 @@ std::vector<std::string> ProcessTraces::changes() const {
     return changes;
 }
 
-std::ptrdiff_t allocatedBytes() {
-    if (__sanitizer_get_current_allocated_bytes != nullptr) {
-        return static_cast<std::ptrdiff_t>(__sanitizer_get_current_allocated_bytes());
-    }
-    ::malloc_trim(0);
-    const auto info = ::mallinfo2();
-    return static_cast<std::ptrdiff_t>(info.uordblks + info.hblkhd);
-}
-
 std::optional<std::ptrdiff_t> MemoryGrowth::bytesPerRound() const {
     constexpr std::size_t kFewest = 20;
     if (mBytes.size() < kFewest) {
@@ -128,7 +115,7 @@ std::optional<std::ptrdiff_t> MemoryGrowth::bytesPerRound() const {
     }
     const auto middle = growth.begin() + static_cast<std::ptrdiff_t>(growth.size() / 2);
     std::ranges::nth_element(growth, middle);
-    // Small blocks that are free count as taken until the allocator sorts them: the sum must have grown too.
+    // Tables that are enlarged now and then and taken apart again do not grow in both halves.
     const std::size_t first = mBytes.size() / 10;
     const std::size_t half = (mBytes.size() - first) / 2;
     const auto inRounds = [&](std::size_t from) {

@@ -2,6 +2,8 @@
 #ifndef VARNO_APPS_VARNO_VALIDATE_PROCESSTRACES_H
 #define VARNO_APPS_VARNO_VALIDATE_PROCESSTRACES_H
 
+#include "Validate/Allocations.h"
+
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -23,9 +25,6 @@ public:
 private:
     std::map<std::string, std::string> mTraces; ///< "descriptor 5" -> "/dev/null".
 };
-
-/// Bytes that this process has allocated and not freed.
-std::ptrdiff_t allocatedBytes();
 
 /// Tells growth with every round from what is taken once: where each round loses something, more than half of
 /// them grow. The system's loader and allocator enlarge tables of their own now and then.

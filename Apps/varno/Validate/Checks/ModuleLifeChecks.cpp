@@ -8,7 +8,7 @@
 #include "Host/InstanceHost.h"
 #include "Host/Module.h"
 #include "Validate/Binaries.h"
-#include "Validate/FailingAllocations.h"
+#include "Validate/Allocations.h"
 
 #include <array>
 #include <cstring>

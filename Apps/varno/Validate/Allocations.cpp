@@ -1,14 +1,23 @@
-#include "Validate/FailingAllocations.h"
+#include "Validate/Allocations.h"
 
 #include "Validate/Plugin.h"
 
+#include <malloc.h>
+
 #include <algorithm>
+#include <atomic>
+#include <bit>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <system_error>
+
+#if defined(VARNO_SANITIZED)
+// Of the sanitizer's run-time library.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
+#endif
 
 namespace varno::validate {
 namespace {
@@ -57,6 +66,9 @@ bool FailingAllocations::end() {
 
 namespace {
 
+// mallinfo2() counts free blocks as taken that the allocator keeps for a thread.
+std::atomic<std::ptrdiff_t> gAllocatedBytes = 0;
+
 // Whether the allocation that this address called for shall fail.
 bool isRefused(const void* caller) {
     const auto address = reinterpret_cast<std::uintptr_t>(caller);
@@ -72,7 +84,24 @@ bool isRefused(const void* caller) {
     return true;
 }
 
+// Counts a block. Returns it.
+void* taken(void* memory) {
+    if (memory != nullptr) {
+        gAllocatedBytes.fetch_add(static_cast<std::ptrdiff_t>(::malloc_usable_size(memory)),
+                                  std::memory_order_relaxed);
+    }
+    return memory;
+}
+
+void givenBack(std::size_t bytes) {
+    gAllocatedBytes.fetch_sub(static_cast<std::ptrdiff_t>(bytes), std::memory_order_relaxed);
+}
+
 } // namespace
+
+std::ptrdiff_t allocatedBytes() {
+    return gAllocatedBytes.load(std::memory_order_relaxed);
+}
 
 bool canRefuseMemory() {
     return true;
@@ -82,6 +111,10 @@ bool canRefuseMemory() {
 
 bool canRefuseMemory() {
     return false;
+}
+
+std::ptrdiff_t allocatedBytes() {
+    return static_cast<std::ptrdiff_t>(__sanitizer_get_current_allocated_bytes());
 }
 
 #endif
@@ -95,17 +128,57 @@ extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+void __libc_free(void* memory);
 
 [[gnu::visibility("default")]] void* malloc(std::size_t size) noexcept {
-    return varno::validate::isRefused(__builtin_return_address(0)) ? nullptr : __libc_malloc(size);
+    using namespace varno::validate;
+    return isRefused(__builtin_return_address(0)) ? nullptr : taken(__libc_malloc(size));
 }
 
 [[gnu::visibility("default")]] void* calloc(std::size_t count, std::size_t size) noexcept {
-    return varno::validate::isRefused(__builtin_return_address(0)) ? nullptr : __libc_calloc(count, size);
+    using namespace varno::validate;
+    return isRefused(__builtin_return_address(0)) ? nullptr : taken(__libc_calloc(count, size));
 }
 
 [[gnu::visibility("default")]] void* realloc(void* memory, std::size_t size) noexcept {
-    return varno::validate::isRefused(__builtin_return_address(0)) ? nullptr : __libc_realloc(memory, size);
+    using namespace varno::validate;
+    if (isRefused(__builtin_return_address(0))) {
+        return nullptr;
+    }
+    const std::size_t before = ::malloc_usable_size(memory);
+    void* const moved = __libc_realloc(memory, size);
+    // A size of 0 frees.
+    if (moved != nullptr || size == 0) {
+        givenBack(before);
+    }
+    return taken(moved);
+}
+
+[[gnu::visibility("default")]] void free(void* memory) noexcept {
+    varno::validate::givenBack(::malloc_usable_size(memory));
+    __libc_free(memory);
+}
+
+[[gnu::visibility("default")]] void* memalign(std::size_t alignment, std::size_t size) noexcept {
+    return varno::validate::taken(__libc_memalign(alignment, size));
+}
+
+[[gnu::visibility("default")]] void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
+    return varno::validate::taken(__libc_memalign(alignment, size));
+}
+
+[[gnu::visibility("default")]] int posix_memalign(void** memory, std::size_t alignment,
+                                                  std::size_t size) noexcept {
+    if (alignment % sizeof(void*) != 0 || !std::has_single_bit(alignment)) {
+        return EINVAL;
+    }
+    void* const found = varno::validate::taken(__libc_memalign(alignment, size));
+    if (found == nullptr) {
+        return ENOMEM;
+    }
+    *memory = found;
+    return 0;
 }
 }
 

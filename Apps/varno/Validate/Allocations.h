@@ -1,11 +1,16 @@
-/// Memory that a plug-in is refused.
-#ifndef VARNO_APPS_VARNO_VALIDATE_FAILINGALLOCATIONS_H
-#define VARNO_APPS_VARNO_VALIDATE_FAILINGALLOCATIONS_H
+/// Memory of this process: counted, and refused to a plug-in. The program has functions of its own under the
+/// names of the C library's.
+#ifndef VARNO_APPS_VARNO_VALIDATE_ALLOCATIONS_H
+#define VARNO_APPS_VARNO_VALIDATE_ALLOCATIONS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 
 namespace varno::validate {
+
+/// Bytes that this process has allocated and not freed, by every one of its libraries. [any]
+std::ptrdiff_t allocatedBytes();
 
 /// Whether this build can refuse memory: one with a sanitizer, which has an allocator of its own, cannot.
 bool canRefuseMemory();
