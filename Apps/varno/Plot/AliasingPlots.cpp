@@ -10,9 +10,9 @@ namespace {
 constexpr double kTonesS = 4.0; // of each
 
 // Columns of the figure.
-constexpr std::size_t kTone = 2;
-constexpr std::size_t kSum = 3;
-constexpr std::size_t kLargest = 4;
+constexpr std::size_t kToneColumn = 2;
+constexpr std::size_t kSumColumn = 3;
+constexpr std::size_t kLargestColumn = 4;
 
 double numberIn(const std::vector<FigureCell>& row, std::size_t column) {
     return std::get<double>(row[column]);
@@ -46,8 +46,9 @@ Plot plotAliasing(const MakeAtQuality& make, const std::vector<std::int32_t>& fa
         largest.series.push_back({name});
         const Figure figure = measureAliasing(make(factor), grid, [&] { progress(kTonesS, share); });
         for (const auto& row : figure.rows) {
-            sum.series.back().points.push_back({numberIn(row, kTone), numberIn(row, kSum)});
-            largest.series.back().points.push_back({numberIn(row, kTone), numberIn(row, kLargest)});
+            sum.series.back().points.push_back({numberIn(row, kToneColumn), numberIn(row, kSumColumn)});
+            largest.series.back().points.push_back(
+                {numberIn(row, kToneColumn), numberIn(row, kLargestColumn)});
         }
     }
     return {"Aliasing by quality, tones of " + dbText(kLevelDB) + ", Hot 0.4",
@@ -71,10 +72,12 @@ Plot plotAliasingMap(const EffectMaker& effect, const std::string& quality, cons
     PlotMap map{.label = "Sum, worst of five tones, dB", .xs = grid.drives, .ys = grid.levelsDB};
     for (std::size_t cell = 0; cell < cells; ++cell) {
         const auto first = figure.rows.begin() + static_cast<std::ptrdiff_t>(cell * grid.tonesHz.size());
-        const auto worst = std::max_element(
-            first, first + static_cast<std::ptrdiff_t>(grid.tonesHz.size()),
-            [](const auto& left, const auto& right) { return numberIn(left, kSum) < numberIn(right, kSum); });
-        map.values.push_back(numberIn(*worst, kSum));
+        const auto worst =
+            std::max_element(first, first + static_cast<std::ptrdiff_t>(grid.tonesHz.size()),
+                             [](const auto& left, const auto& right) {
+                                 return numberIn(left, kSumColumn) < numberIn(right, kSumColumn);
+                             });
+        map.values.push_back(numberIn(*worst, kSumColumn));
     }
     // To the edges of the outer cells.
     const double halfDrive = 0.5 / kDrives;
