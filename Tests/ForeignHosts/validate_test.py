@@ -1,0 +1,45 @@
+"""varno validate on other people's LV2 bundles: it comes to a judgement about each, whatever they do, and finds in those
+of Debian 12 what docs/validate.md states of them."""
+import json
+import pathlib
+import subprocess
+
+from hosts import PROGRAM, HostTest
+
+BUNDLES = pathlib.Path("/usr/lib/lv2")
+FAULTS = {
+    "balance": set(),
+    "stereoroute": set(),
+    "xfade": set(),
+    "nodelay": set(),
+    "dpl": {"life-recycling"},
+    "darc": {"life-recycling", "description-unique"},
+    "ZamComp": {"binary-symbols", "binary-reloading", "audio-float-mode"},
+    "ZamGateX2": {"binary-symbols", "binary-reloading", "audio-float-mode"},
+    "ZamEQ2": {"binary-symbols", "binary-reloading", "audio-float-mode", "audio-rates"},
+    "ZamDelay": {"binary-symbols", "binary-reloading", "audio-float-mode", "audio-rates"},
+    "ZamTube": {"binary-symbols", "binary-reloading", "audio-float-mode", "audio-bad-samples"},
+}
+# Other versions may have other faults.
+VERSIONS = {"x42-plugins": "20221119-1", "zam-plugins": "4.1+ds-1"}
+
+
+def version_of(package):
+    return subprocess.run(["dpkg-query", "--show", "--showformat=${Version}", package], stdout=subprocess.PIPE, text=True,
+                          check=True).stdout
+
+
+class ValidateTest(HostTest):
+    def test_judges_the_bundles_of_others(self):
+        is_known = all(version_of(package) == version for package, version in VERSIONS.items())
+        for name, faults in FAULTS.items():
+            with self.subTest(name):
+                done = subprocess.run([PROGRAM, "validate", "--json", BUNDLES / f"{name}.lv2"], stdout=subprocess.PIPE,
+                                      stderr=subprocess.PIPE, text=True, check=False)
+                self.assertEqual(done.stderr, "")
+                report = json.loads(done.stdout)
+                failed = {check["id"] for check in report["checks"] if check["verdict"] == "FAIL"}
+                self.assertEqual((report["judgement"], done.returncode), ("failed", 1) if failed else ("passed", 0))
+                self.assertGreaterEqual(report["passed"] + report["failed"], 27)
+                if is_known:
+                    self.assertEqual(failed, faults)
