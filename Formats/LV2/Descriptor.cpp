@@ -4,6 +4,7 @@
 #include "LV2/Ports.h"
 #include "Shared/SharedModule.h"
 
+#include <cstring>
 #include <exception>
 #include <iterator>
 #include <lv2/core/lv2.h>
@@ -21,7 +22,8 @@ LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double sampleRateHz
     const HostFeatures host(features);
     try {
         const SharedModule shared;
-        return new Plugin(shared.get(), kPluginUris[kPlugin].channels, sampleRateHz);
+        return new Plugin(shared.get(), kPluginUris[kPlugin].channels, sampleRateHz,
+                          static_cast<const LV2_Inline_Display*>(host.data(LV2_INLINEDISPLAY__queue_draw)));
     } catch (const std::exception& error) {
         host.logError(error.what());
     } catch (...) {
@@ -47,8 +49,14 @@ void cleanup(LV2_Handle handle) noexcept {
     delete &pluginOf(handle);
 }
 
-const void* extensionData(const char* /*uri*/) noexcept {
-    return nullptr;
+LV2_Inline_Display_Image_Surface* render(LV2_Handle handle, std::uint32_t width,
+                                         std::uint32_t mostHeight) noexcept {
+    return pluginOf(handle).display().render(width, mostHeight);
+}
+
+const void* extensionData(const char* uri) noexcept {
+    static constexpr LV2_Inline_Display_Interface kDisplay = {render};
+    return std::strcmp(uri, LV2_INLINEDISPLAY__interface) == 0 ? &kDisplay : nullptr;
 }
 
 template<std::size_t kPlugin>

@@ -5,7 +5,8 @@
 
 namespace varno {
 
-Plugin::Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sampleRateHz)
+Plugin::Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sampleRateHz,
+               const LV2_Inline_Display* display)
     : mEffect(std::move(module),
               {.channels = channels, .sampleRateHz = sampleRateHz, .canChangeQuality = true}),
       mPorts(portsOf(instance())),
@@ -22,7 +23,12 @@ Plugin::Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sam
       mInputs(static_cast<std::size_t>(channels)),
       mOutputs(static_cast<std::size_t>(channels)),
       mSilence(kBufferFrames),
-      mNowhere(kBufferFrames) {
+      mNowhere(kBufferFrames),
+      mDisplay(display) {
+    for (const auto& meter : instance().effect().meters) {
+        mIsReduction.push_back(integerProperty(meter.properties, AAX_eProperty_Meter_Kind) ==
+                               AAX_eMeterKind_GainReduction);
+    }
     unconnect();
 }
 
@@ -97,9 +103,13 @@ void Plugin::point(std::uint32_t offset) noexcept {
 }
 
 void Plugin::showMeters(std::int32_t frames) noexcept {
+    float reduction = 0.0F;
     for (std::size_t tap = 0; tap < mEffect.meters(); ++tap) {
-        *mConnected[mMeterPort + tap] = mEffect.showMeter(tap, frames);
+        const float shown = mEffect.showMeter(tap, frames);
+        *mConnected[mMeterPort + tap] = shown;
+        reduction = mIsReduction[tap] ? std::max(reduction, shown) : reduction;
     }
+    mDisplay.show(reduction);
 }
 
 } // namespace varno

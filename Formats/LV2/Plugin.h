@@ -5,6 +5,7 @@
 #include "Host/Instance.h"
 #include "Host/Module.h"
 #include "LV2/ControlValues.h"
+#include "LV2/InlineDisplay.h"
 #include "LV2/Ports.h"
 #include "Shared/RunningEffect.h"
 
@@ -19,7 +20,9 @@ namespace varno {
 class Plugin {
 public:
     /// Throws HostError where the sample rate is refused. [main]
-    Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sampleRateHz);
+    /// @param display what the host offers to show in its mixer, borrowed; null for nothing
+    Plugin(std::shared_ptr<Module> module, std::int32_t channels, double sampleRateHz,
+           const LV2_Inline_Display* display);
 
     /// Connects a port to the host's memory (borrowed until connected anew) or, by null, to nothing; a number
     /// that is no port's is ignored. [audio]
@@ -29,6 +32,9 @@ public:
     /// Processes `frames` frames, any number. Buffers may share memory if they begin at the same frame. No
     /// lock that another thread may hold, no allocation, no system call. [audio]
     void run(std::uint32_t frames) noexcept;
+
+    /// What the host shows in its mixer. [main]
+    InlineDisplay& display() noexcept { return mDisplay; }
 
     const Instance& instance() const { return mEffect.instance(); }
 
@@ -59,6 +65,9 @@ private:
     std::vector<float*> mOutputs;
     std::vector<float> mSilence; ///< Replaces unconnected inputs.
     std::vector<float> mNowhere; ///< Replaces unconnected outputs.
+
+    std::vector<bool> mIsReduction; ///< By meter: whether it shows a gain reduction.
+    InlineDisplay mDisplay;
 };
 
 } // namespace varno

@@ -4,6 +4,7 @@
 #include "LV2/Description/PortStatement.h"
 #include "LV2/Description/Presets.h"
 #include "LV2/Description/Turtle.h"
+#include "LV2/InlineDisplay.h"
 #include "LV2/Ports.h"
 
 #include <lv2/log/log.h>
@@ -85,7 +86,9 @@ std::string pluginStatement(const BundleContent& content, const PluginUri& plugi
     subject.add("lv2:project", turtleUri(kProjectUri));
     subject.add("lv2:minorVersion", kMinorVersion);
     subject.add("lv2:microVersion", kMicroVersion);
-    subject.add("lv2:optionalFeature", "lv2:hardRTCapable");
+    subject.add("lv2:optionalFeature",
+                std::vector<std::string>{"lv2:hardRTCapable", turtleUri(LV2_INLINEDISPLAY__queue_draw)});
+    subject.add("lv2:extensionData", turtleUri(LV2_INLINEDISPLAY__interface));
     if (content.hasWindow) {
         subject.add("ui:ui", turtleUri(kWindowUri));
     }
@@ -122,6 +125,15 @@ std::vector<std::string> notifications(const BundleContent& content) {
     return all;
 }
 
+// Of what is no part of the specification's own bundles, so that checkers know what it is.
+std::string displayStatements() {
+    TurtleSubject feature(turtleUri(LV2_INLINEDISPLAY__queue_draw));
+    feature.add("a", "lv2:Feature");
+    TurtleSubject data(turtleUri(LV2_INLINEDISPLAY__interface));
+    data.add("a", "lv2:ExtensionData");
+    return feature.statement() + data.statement();
+}
+
 } // namespace
 
 std::string manifestText(const BundleContent& content) {
@@ -142,7 +154,8 @@ std::string manifestText(const BundleContent& content) {
 
 std::string pluginsText(const BundleContent& content) {
     const ModuleDescription& module = content.module->description();
-    std::string text = turtlePrefixes() + projectStatement(module, module.effects.front());
+    std::string text =
+        turtlePrefixes() + projectStatement(module, module.effects.front()) + displayStatements();
     for (const PluginUri& plugin : kPluginUris) {
         text += groupStatements(plugin) + pluginStatement(content, plugin);
     }
