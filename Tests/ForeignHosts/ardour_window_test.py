@@ -1,5 +1,6 @@
 """The window of the effect in Ardour's own, over a JACK server: what the bar changes is what Ardour saves."""
 import re
+import time
 from xml.etree import ElementTree
 
 from ardour_test import ArdourHost, program
@@ -23,6 +24,10 @@ CONFIGURATION = """<Ardour><Extra><AudioMIDISetup><EngineStates>
  midi-option="" lru="1"><MIDIDevices/></State>
 </EngineStates></AudioMIDISetup></Extra></Ardour>
 """
+
+
+# Longer than Ardour and the window manager take to place a window.
+REST_S = 0.5
 
 
 class ArdourWindowTest(ArdourHost, JackTest):
@@ -56,10 +61,21 @@ class ArdourWindowTest(ArdourHost, JackTest):
         return self.start("ardour", "--no-announcements", "--no-splash", str(self.session()),
                           environment={**self.jack, **self.homes(), **self.desktop.environment}, log="ardour.log")
 
+    def main_window(self):
+        """Ardour's own, once it is there; it comes after those of the plug-ins, and over them."""
+        found = self.desktop.look("xdotool", "search", "--onlyvisible", "--name", "^s - Ardour|^\\*s - Ardour").split()
+        return found and found[0]
+
+    def raised_corner(self):
+        """Where the effect's window lies, once it is above Ardour's and rests."""
+        self.desktop.look("xdotool", "search", "--onlyvisible", "--name", "Varno", "windowactivate", "--sync")
+        before = self.desktop.inner_window(BAR_WIDTH, BAR_HEIGHT + EDITOR_HEIGHT)
+        time.sleep(REST_S)
+        return before and before == self.desktop.inner_window(BAR_WIDTH, BAR_HEIGHT + EDITOR_HEIGHT) and before
+
     def saved(self, *symbols):
         """Values of ports, as Ardour saves them now."""
-        found = self.desktop.run("xdotool", "search", "--onlyvisible", "--name", "^s - Ardour|^\\*s - Ardour").split()[0]
-        self.desktop.xdotool("windowfocus", "--sync", found, "key", "ctrl+s")
+        self.desktop.xdotool("windowfocus", "--sync", self.main_window(), "key", "ctrl+s")
         ports = {port.get("symbol"): port.get("value") for port in ElementTree.parse(self.session()).iter("Port")}
         return tuple(float(ports[symbol]) for symbol in symbols)
 
@@ -67,8 +83,8 @@ class ArdourWindowTest(ArdourHost, JackTest):
         self.ardour(ONE_TRACK, "session.lua", backend="JACK", environment=self.jack)
         self.open_effects_window()
         process = self.start_ardour()
-        corner = self.eventually(lambda: self.desktop.inner_window(BAR_WIDTH, BAR_HEIGHT + EDITOR_HEIGHT), "the window")
-        window = EffectWindow(self.desktop, corner)
+        self.eventually(self.main_window, "Ardour's window")
+        window = EffectWindow(self.desktop, self.eventually(self.raised_corner, "the window"))
         window.press("Bypass")
         window.press("Quality")
         self.eventually(self.desktop.menu, "the menu")
