@@ -9,6 +9,11 @@ constexpr double kAliasS = 4.0;
 
 } // namespace
 
+const std::vector<int>& aliasingTonesHz() {
+    static const std::vector<int> tones = {2999, 4999, 6997, 9973, 14983};
+    return tones;
+}
+
 Figure measureAliasing(const EffectMaker& effect, const AliasingGrid& grid,
                        const std::function<void()>& afterEach) {
     Figure figure{

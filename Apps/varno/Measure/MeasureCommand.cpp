@@ -13,12 +13,30 @@
 namespace varno {
 namespace {
 
-// Folded harmonics of round frequencies would lie under harmonics: primes, or close to them.
 const AliasingGrid& aliasingGrid() {
     static const AliasingGrid grid = {.levelsDB = {-24.0, -18.0, -12.0, -6.0, 0.0},
                                       .drives = {0.07, 0.1, 0.2, 0.3, 0.4, 0.6, 1.0},
-                                      .tonesHz = {2999, 4999, 6997, 9973, 14983}};
+                                      .tonesHz = aliasingTonesHz()};
     return grid;
+}
+
+// Where most happens.
+const Grid& burstTimesMS() {
+    static const Grid times = {0.1,   0.2,   0.5,   1.0,   2.0,   5.0,   10.0,   20.0,   50.0,   100.0,
+                               200.0, 300.0, 301.0, 302.0, 305.0, 310.0, 320.0,  350.0,  400.0,  500.0,
+                               600.0, 700.0, 800.0, 900.0, 1000., 1200., 1500.0, 2000.0, 2500.0, 3000.0};
+    return times;
+}
+
+const Grid& detectedHz() {
+    static const Grid frequencies = {20.0,   30.0,   60.0,   120.0,  240.0,   500.0,   1000.0,
+                                     2000.0, 4000.0, 7000.0, 9000.0, 12000.0, 16000.0, 19000.0};
+    return frequencies;
+}
+
+const Grid& harmonicDrives() {
+    static const Grid drives = {0.0, 0.07, 0.1, 0.2, 0.3, 0.4, 0.6, 0.8, 1.0};
+    return drives;
 }
 
 // A measurement by the name that it is asked for.
@@ -30,27 +48,11 @@ struct Measurement {
 constexpr Measurement kMeasurements[] = {
     {"curves", measureCurves},
     {"times", measureTimes},
-    {"burst",
-     [](const EffectMaker& effect) {
-         return measureBurst(effect,
-                             {0.1,   0.2,   0.5,   1.0,   2.0,   5.0,   10.0,  20.0,  50.0,   100.0,
-                              200.0, 300.0, 301.0, 302.0, 305.0, 310.0, 320.0, 350.0, 400.0,  500.0,
-                              600.0, 700.0, 800.0, 900.0, 1000., 1200., 1500., 2000., 2500.0, 3000.0});
-     }},
-    {"detector",
-     [](const EffectMaker& effect) {
-         return measureDetector(effect, {20.0, 30.0, 60.0, 120.0, 240.0, 500.0, 1000.0, 2000.0, 4000.0,
-                                         7000.0, 9000.0, 12000.0, 16000.0, 19000.0});
-     }},
+    {"burst", [](const EffectMaker& effect) { return measureBurst(effect, burstTimesMS()); }},
+    {"detector", [](const EffectMaker& effect) { return measureDetector(effect, detectedHz()); }},
     {"drive", measureDrive},
-    {"harmonics",
-     [](const EffectMaker& effect) {
-         return measureHarmonics(effect, {0.0, 0.07, 0.1, 0.2, 0.3, 0.4, 0.6, 0.8, 1.0});
-     }},
-    {"transfer",
-     [](const EffectMaker& effect) {
-         return measureTransfer(effect, {0.0, 0.07, 0.2, 0.4, 0.7, 1.0});
-     }},
+    {"harmonics", [](const EffectMaker& effect) { return measureHarmonics(effect, harmonicDrives()); }},
+    {"transfer", [](const EffectMaker& effect) { return measureTransfer(effect, transferDrives()); }},
     {"aliasing", [](const EffectMaker& effect) { return measureAliasing(effect, aliasingGrid()); }}};
 
 constexpr std::string_view kMeasureUsage[] = {"[OPTIONS] [FIGURE...]"};

@@ -40,6 +40,13 @@ Figure measureHarmonics(const EffectMaker& effect, const Grid& drives);
 /// Samples of the output over those of the input, in one period of a steady tone, by the drive (0 to 1).
 Figure measureTransfer(const EffectMaker& effect, const Grid& drives);
 
+/// Drives from none to all that show how the transfer bends.
+const Grid& transferDrives();
+
+/// Tones for measureAliasing(), Hz. Folded harmonics of round frequencies would lie under harmonics: primes,
+/// or close to them.
+const std::vector<int>& aliasingTonesHz();
+
 /// The tones of measureAliasing().
 struct AliasingGrid {
     Grid levelsDB; ///< of their peak, dBFS

@@ -21,6 +21,11 @@ Samples outputOf(const EffectMaker& effect, double drive, Samples tone) {
 
 } // namespace
 
+const Grid& transferDrives() {
+    static const Grid drives = {0.0, 0.07, 0.2, 0.4, 0.7, 1.0};
+    return drives;
+}
+
 Figure measureTransfer(const EffectMaker& effect, const Grid& drives) {
     Figure figure{.name = "transfer",
                   .explanation = "samples of the output over those of the input, in the last period of four "

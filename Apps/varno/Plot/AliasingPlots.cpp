@@ -56,7 +56,7 @@ Plot plotAliasing(const MakeAtQuality& make, const std::vector<std::int32_t>& fa
 }
 
 Plot plotAliasingMap(const EffectMaker& effect, const std::string& quality, const PlotProgress& progress) {
-    AliasingGrid grid = {.levelsDB = {}, .drives = {}, .tonesHz = {2999, 4999, 6997, 9973, 14983}};
+    AliasingGrid grid = {.levelsDB = {}, .drives = {}, .tonesHz = aliasingTonesHz()};
     constexpr int kSoftestToneDB = -36;
     constexpr int kToneStepDB = 3;
     for (int levelDB = kSoftestToneDB; levelDB <= 0; levelDB += kToneStepDB) {

@@ -116,6 +116,7 @@ Plot plotDetector(const EffectMaker& effect) {
 
 Plot plotHarmonics(const EffectMaker& effect) {
     constexpr int kSteps = 50;
+    constexpr double kSoftestShownDB = -120.0;
     const Figure figure = measureHarmonics(effect, evenly(0.0, 1.0, kSteps));
     Plot plot{"Harmonics of 1 kHz at -12 dBFS over the drive", {}};
     for (const std::string select : {"off", "on"}) {
@@ -123,7 +124,7 @@ Plot plotHarmonics(const EffectMaker& effect) {
         std::erase_if(half.rows, [&](const auto& row) { return std::get<std::string>(row[1]) != select; });
         PlotPanel panel{.title = "Harmonic Select " + select,
                         .x = {.label = "Drive (Hot), place of the knob", .least = 0.0, .most = 1.0},
-                        .y = {.label = "Against the fundamental, dB", .least = -120.0, .most = 0.0}};
+                        .y = {.label = "Against the fundamental, dB", .least = kSoftestShownDB, .most = 0.0}};
         constexpr std::size_t kFirstLevel = 2;
         for (std::size_t column = kFirstLevel; column < half.columns.size(); ++column) {
             const std::string name =
@@ -137,7 +138,7 @@ Plot plotHarmonics(const EffectMaker& effect) {
 }
 
 Plot plotTransfer(const EffectMaker& effect) {
-    const Figure figure = measureTransfer(effect, {0.0, 0.07, 0.2, 0.4, 0.7, 1.0});
+    const Figure figure = measureTransfer(effect, transferDrives());
     PlotPanel panel{.x = {.label = "Input sample, full scale 1", .least = -1.0, .most = 1.0},
                     .y = {"Output sample, full scale 1"}};
     for (std::size_t column = 1; column < figure.columns.size(); ++column) {

@@ -74,7 +74,7 @@ std::string seriesCommands(const PlotPanel& panel, const std::string& prefix) {
     for (std::size_t i = 0; i < panel.series.size(); ++i) {
         const PlotSeries& series = panel.series[i];
         const std::string number = std::to_string(i + 1);
-        const std::string block = prefix + "s" + number;
+        const std::string block = std::string(prefix).append("s").append(number);
         data += block + " << END\n";
         for (const PlotPoint& point : series.points) {
             data += textFromNumber(point.x) + " " + textFromNumber(point.y) + "\n";

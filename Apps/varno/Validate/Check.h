@@ -86,13 +86,16 @@ private:
     int mFailures = 0;
 };
 
+inline constexpr int kUsualTimeLimitS = 30;
+
 /// One row of the table of checks.
 struct Check {
     std::string_view id;    ///< "binary-symbols": its group and what it checks. Unique.
     std::string_view title; ///< A sentence without its full stop: what holds for a good plug-in.
     Formats formats = kAllFormats;
     Level level = Level::kQuick; ///< The lowest level that has it.
-    int timeLimitS = 30;         ///< It fails where it takes longer. At the full level ten times as long.
+    int timeLimitS =
+        kUsualTimeLimitS; ///< It fails where it takes longer. At the full level ten times as long.
     void (*run)(Context& context) = nullptr;
 
     /// "binary".

@@ -93,7 +93,8 @@ std::vector<std::string> ProcessTraces::changes() const {
         if (found == now.end()) {
             changes.push_back(name + " is gone");
         } else if (found->second != value) {
-            changes.push_back(name + ": was " + value + ", is " + found->second);
+            changes.push_back(
+                std::string(name).append(": was ").append(value).append(", is ").append(found->second));
         }
     }
     for (const auto& [name, value] : now) {

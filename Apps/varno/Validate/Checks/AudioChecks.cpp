@@ -31,7 +31,7 @@ std::string layoutName(BufferLayout layout) {
 
 void failComplaints(Context& context, const RenderOutcome& outcome, const std::string& where) {
     for (const std::string& complaint : outcome.complaints) {
-        context.fail(complaint + " with " + where,
+        context.fail(std::string(complaint).append(" with ").append(where),
                      "every output sample written and finite, and nothing else");
     }
 }
@@ -66,7 +66,8 @@ void checkBuffers(Context& context) {
         const auto instance = effect.create();
         const Capabilities can = instance->capabilities();
         const std::size_t offset = can.hasUnalignedBuffers ? 1 : 0;
-        failComplaints(context, render(effect, *instance, input, {.blocks = {1024, 333}, .offset = offset}),
+        const std::vector<std::int32_t> blocks = {1024, 333};
+        failComplaints(context, render(effect, *instance, input, {.blocks = blocks, .offset = offset}),
                        "separate buffers");
         checkLayout(context, effect, input, BufferLayout::kSharedInput, repeats);
         if (can.runsInPlace && effect.info.inputs == effect.info.outputs) {
@@ -92,7 +93,8 @@ void checkSlicing(Context& context) {
             const std::string difference =
                 firstDifference(expected, render(effect, *instance, input, {.blocks = blocks}).output);
             if (!difference.empty()) {
-                failModule(context, "other samples with " + name + ": " + difference,
+                failModule(context,
+                           std::string("other samples with ").append(name).append(": ").append(difference),
                            "the samples of buffers of 1024 frames");
                 return;
             }

@@ -59,11 +59,13 @@ void checkSymbols(Context& context) {
 void checkDependencies(Context& context) {
     forEachBinary(context, [&](const ElfFile& file, const std::string& name) {
         for (const std::string& folder : file.searchFolders()) {
-            context.expect(folder.starts_with("$ORIGIN"), name + " searching libraries in " + folder,
+            context.expect(folder.starts_with("$ORIGIN"),
+                           std::string(name).append(" searching libraries in ").append(folder),
                            "no folder of the machine that built it");
         }
         for (const std::string& library : file.neededLibraries()) {
-            context.expect(library.find('/') == std::string::npos, name + " needing " + library,
+            context.expect(library.find('/') == std::string::npos,
+                           std::string(name).append(" needing ").append(library),
                            "a name without folder, which other machines have too");
         }
     });

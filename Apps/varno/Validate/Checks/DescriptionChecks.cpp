@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -102,7 +103,7 @@ void checkDefaults(Context& context) {
 // All that is described, as text.
 std::string textOf(Context& context) {
     std::ostringstream text;
-    text.precision(17);
+    text.precision(std::numeric_limits<double>::max_digits10);
     const auto plugin = context.open();
     forEachInstance(context, *plugin, [&](const PluginInfo& info, const PluginInstance& instance) {
         text << nameOf(info) << ' ' << info.name << '\n';

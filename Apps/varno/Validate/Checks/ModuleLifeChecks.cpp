@@ -7,8 +7,8 @@
 #include "Host/Instance.h"
 #include "Host/InstanceHost.h"
 #include "Host/Module.h"
-#include "Validate/Binaries.h"
 #include "Validate/Allocations.h"
+#include "Validate/Binaries.h"
 
 #include <array>
 #include <cstring>
@@ -278,7 +278,7 @@ void checkCallOrders(Context& context) {
                                          "instance host");
         {
             const auto model = makeModel(*module);
-            const RawModel raw{*model.Get(), *host.get(), chunk, parameter};
+            const RawModel raw{*model.Get(), *host, chunk, parameter};
             for (const std::size_t call : order) {
                 kRawCalls[call].call(raw);
             }
@@ -336,8 +336,27 @@ void checkThrowingHost(Context& context) {
                    "none");
 }
 
-void checkFailingAllocations(Context& context) {
+// Makes a call again and again, each time with one allocation more that succeeds, until none fails or it has
+// taken as many as are looked at. @param call returns whether an allocation has failed @return how often
+int refuseEach(Context& context, const std::string& name, const std::function<bool(int)>& call) {
     constexpr int kMostAllocations = 500;
+    for (int allocations = 0; allocations < kMostAllocations; ++allocations) {
+        const std::string what =
+            name + " without memory after " + std::to_string(allocations) + " allocations";
+        context.step(what);
+        try {
+            if (!call(allocations)) {
+                return allocations;
+            }
+        } catch (...) {
+            context.fail("an exception out of " + what, "a result code");
+            return allocations;
+        }
+    }
+    return kMostAllocations;
+}
+
+void checkFailingAllocations(Context& context) {
     if (!canRefuseMemory()) {
         context.skip("a build with a sanitizer cannot refuse memory");
     }
@@ -352,20 +371,7 @@ void checkFailingAllocations(Context& context) {
     const StoredChunk chunk = Instance(module, setup).save();
     int refusals = 0;
     const auto failEach = [&](const std::string& name, const std::function<bool(int)>& call) {
-        for (int allocations = 0; allocations < kMostAllocations; ++allocations) {
-            const std::string what =
-                name + " without memory after " + std::to_string(allocations) + " allocations";
-            context.step(what);
-            try {
-                if (!call(allocations)) {
-                    return;
-                }
-            } catch (...) {
-                context.fail("an exception out of " + what, "a result code");
-                return;
-            }
-            ++refusals;
-        }
+        refusals += refuseEach(context, name, call);
     };
     failEach("the creation procedure", [&](int allocations) {
         FailingAllocations failing(code, allocations);
@@ -379,7 +385,7 @@ void checkFailingAllocations(Context& context) {
             HostReference<InstanceHost> host(new InstanceHost(module->context(), effect, variant, setup),
                                              "instance host");
             const auto model = makeModel(*module);
-            const RawModel raw{*model.Get(), *host.get(), chunk, parameter};
+            const RawModel raw{*model.Get(), *host, chunk, parameter};
             if (std::strcmp(each.name, "Initialize") != 0) {
                 model->Initialize(host.get());
             }

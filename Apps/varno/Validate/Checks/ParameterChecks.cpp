@@ -43,10 +43,11 @@ void checkRanges(Context& context) {
             for (const double value : {parameter.minimum, parameter.maximum}) {
                 instance->set(index, value);
                 const double found = instance->get(index);
-                context.expect(std::fabs(found - value) <= 1e-6 * (parameter.maximum - parameter.minimum),
-                               parameter.name + " at " + std::to_string(found) + " when set to " +
-                                   std::to_string(value),
-                               "the value that was set");
+                constexpr double kRounding = 1e-6; // of its range
+                context.expect(
+                    std::fabs(found - value) <= kRounding * (parameter.maximum - parameter.minimum),
+                    parameter.name + " at " + std::to_string(found) + " when set to " + std::to_string(value),
+                    "the value that was set");
             }
             instance->set(index, parameter.defaultValue);
         }
@@ -70,7 +71,8 @@ bool checkTexts(Context& context, PluginInstance& instance, std::size_t index, c
                 const std::string& locale) {
     const Parameter& parameter = instance.parameters()[index];
     for (const std::string& text : texts) {
-        const std::string named = parameter.name + " \"" + text + "\" in the locale " + locale;
+        const std::string named =
+            std::string(parameter.name).append(" \"").append(text).append("\" in the locale ").append(locale);
         const auto value = instance.value(index, text);
         if (!context.expect(!text.empty(), "no text for a value of " + parameter.name, "one") ||
             !context.expect(value.has_value(), named + " is not read", "the text that it shows itself") ||
@@ -79,7 +81,9 @@ bool checkTexts(Context& context, PluginInstance& instance, std::size_t index, c
             return false;
         }
         const std::string again = instance.text(index, *value).value_or("");
-        if (!context.expect(again == text, named + " becomes \"" + again + "\"", "the same text again")) {
+        if (!context.expect(again == text,
+                            std::string(named).append(" becomes \"").append(again).append("\""),
+                            "the same text again")) {
             return false;
         }
     }
@@ -156,10 +160,12 @@ void checkExtremes(Context& context) {
         for (std::size_t index = 0; index < instance->parameters().size(); ++index) {
             const Parameter& parameter = instance->parameters()[index];
             for (const std::string& text : texts) {
-                context.step(effect.info.id + ", " + parameter.name + " from \"" + text.substr(0, 20) + "\"");
+                constexpr std::size_t kMostShown = 20;
+                const std::string shown = text.substr(0, kMostShown);
+                context.step(effect.info.id + ", " + parameter.name + " from \"" + shown + "\"");
                 const auto value = instance->value(index, text);
                 context.expect(!value || isInRange(parameter, *value),
-                               parameter.name + " reads \"" + text.substr(0, 20) + "\" as " +
+                               parameter.name + " reads \"" + shown + "\" as " +
                                    std::to_string(value.value_or(0.0)),
                                "a value in its range, or none");
             }

@@ -166,7 +166,8 @@ void checkDamaged(Context& context) {
             check.restore(randomBytes(65536, random), "bytes at random, again");
             Bytes altered = *state;
             if (!altered.empty()) {
-                altered[random() % altered.size()] ^= std::byte{0x5A};
+                constexpr std::byte kSomeBits{0x5A};
+                altered[random() % altered.size()] ^= kSomeBits;
             }
             check.restore(altered, "a state with a byte altered, again");
         }

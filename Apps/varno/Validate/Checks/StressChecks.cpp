@@ -6,6 +6,7 @@
 #include <cfenv>
 #include <cmath>
 #include <ctime>
+#include <functional>
 #include <limits>
 
 namespace varno::validate {
@@ -25,6 +26,16 @@ std::string cornerText(const PluginInstance& instance, const ValueVector& values
     return text + (values.size() > kMostNamed ? " ..." : "");
 }
 
+// Each parameter at its upper end or at its lower one.
+ValueVector cornerOf(const PluginInstance& instance, const std::function<bool(std::size_t)>& isUpper) {
+    ValueVector values;
+    for (std::size_t i = 0; i < instance.parameters().size(); ++i) {
+        const Parameter& parameter = instance.parameters()[i];
+        values.push_back(isUpper(i) ? parameter.maximum : parameter.minimum);
+    }
+    return values;
+}
+
 // Every parameter at one of its ends: all of them where they are few, else at random.
 void checkCorners(Context& context) {
     constexpr std::size_t kMostExhaustive = 13;
@@ -38,12 +49,8 @@ void checkCorners(Context& context) {
         std::mt19937_64 random(context.seed());
         float loudest = 0.0F;
         for (std::uint64_t corner = 0; corner < corners; ++corner) {
-            ValueVector values;
-            for (std::size_t i = 0; i < count; ++i) {
-                const Parameter& parameter = instance->parameters()[i];
-                const bool isMaximum = isAll ? ((corner >> i) & 1U) != 0 : (random() & 1U) != 0;
-                values.push_back(isMaximum ? parameter.maximum : parameter.minimum);
-            }
+            const ValueVector values = cornerOf(
+                *instance, [&](std::size_t i) { return (isAll ? (corner >> i) & 1U : random() & 1U) != 0; });
             context.step(effect.info.id + " at " + cornerText(*instance, values));
             setAll(*instance, values);
             const float peak = largestOf(render(effect, *instance, input, {.blocks = {kBlock}}).output);
@@ -107,7 +114,8 @@ void checkBadSamples(Context& context) {
 std::int64_t threadNanoseconds() {
     std::timespec now{};
     ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<std::int64_t>(now.tv_sec) * 1'000'000'000 + now.tv_nsec;
+    constexpr std::int64_t kPerSecond = 1'000'000'000;
+    return static_cast<std::int64_t>(now.tv_sec) * kPerSecond + now.tv_nsec;
 }
 
 // The shortest of several parts of the time that the signal takes: what else runs only adds to it.

@@ -33,8 +33,12 @@ std::vector<std::byte> bytesOf(const void* data, std::uint32_t size) {
 }
 
 char* copyOf(const char* path) {
-    char* const copy = static_cast<char*>(std::malloc(std::strlen(path) + 1));
-    return copy == nullptr ? nullptr : std::strcpy(copy, path);
+    const std::size_t bytes = std::strlen(path) + 1;
+    auto* const copy = static_cast<char*>(std::malloc(bytes));
+    if (copy != nullptr) {
+        std::memcpy(copy, path, bytes);
+    }
+    return copy;
 }
 
 // The standard defines it so.

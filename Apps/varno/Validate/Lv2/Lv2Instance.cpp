@@ -147,7 +147,7 @@ void Lv2Instance::process(const float* const* inputs, float* const* outputs, std
         }
     }
     lilv_instance_run(mInstance, static_cast<std::uint32_t>(std::max(frames, 0)));
-    const LV2_Handle handle = lilv_instance_get_handle(mInstance);
+    LV2_Handle handle = lilv_instance_get_handle(mInstance);
     mHost.work().doRequests(handle, mWorker);
     mHost.work().endRun(handle, mWorker);
 }
@@ -174,7 +174,7 @@ bool Lv2Instance::restoreState(std::span<const std::byte> bytes) {
     }
     StoreAccess access{mNumbers, *state};
     if (mState != nullptr && mState->restore != nullptr) {
-        const LV2_Handle handle = lilv_instance_get_handle(mInstance);
+        LV2_Handle handle = lilv_instance_get_handle(mInstance);
         if (mState->restore(handle, findProperty, &access, 0, mHost.features()) != LV2_STATE_SUCCESS) {
             return false;
         }
