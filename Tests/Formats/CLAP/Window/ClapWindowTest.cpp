@@ -306,9 +306,11 @@ TEST_F(ClapIndications, differInFormAlone) {
          {CLAP_PARAM_INDICATION_AUTOMATION_PRESENT, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING,
           CLAP_PARAM_INDICATION_AUTOMATION_RECORDING, CLAP_PARAM_INDICATION_AUTOMATION_OVERRIDING}) {
         automate(kGainId, state, &color);
-        EXPECT_TRUE(await(host, [&] { return markOf("Gain").width > 0; })) << state;
-        const Picture shown = around("Gain");
-        EXPECT_EQ(std::ranges::count(forms, shown), 0) << state;
+        Picture shown = forms.front();
+        EXPECT_TRUE(await(host, [&] {
+            const Picture last = std::exchange(shown, around("Gain"));
+            return last == shown && std::ranges::count(forms, shown) == 0;
+        })) << state;
         forms.push_back(shown);
         EXPECT_TRUE(becomes("Volume", Area{}));
     }
@@ -319,19 +321,24 @@ TEST_F(ClapIndications, differInFormAlone) {
 TEST_F(ClapIndications, haveTheColourOfTheHost) {
     const clap_color_t color{255, 200, 40, 90};
     automate(kGainId, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING, &color);
-    const Area line = markOf("Gain");
+    Area line;
+    EXPECT_TRUE(await(host, [&] {
+        line = markOf("Gain");
+        return line.width == shownArea("Gain").width;
+    }));
     EXPECT_EQ(around("Gain").at({line.x, line.y}), 0xC8285AU);
-    EXPECT_EQ(line.width, shownArea("Gain").width);
     const clap_color_t unseen{0, 200, 40, 90};
     automate(kGainId, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING, &unseen);
-    markOf("Gain");
-    EXPECT_NE(around("Gain").at({line.x, line.y}), 0xC8285AU);
+    EXPECT_TRUE(await(host, [&] { return around("Gain").at({line.x, line.y}) != 0xC8285AU; }));
 }
 
 TEST_F(ClapIndications, ofAMappingAreAtTheLeftAndSurviveTheWindow) {
     mIndications.set_mapping(host.table(), kGainId, true, nullptr, "CC 7", "\xFF a text of the host's");
-    const Area line = markOf("Gain");
-    EXPECT_EQ(line.height, shownArea("Gain").height);
+    Area line;
+    EXPECT_TRUE(await(host, [&] {
+        line = markOf("Gain");
+        return line.height == shownArea("Gain").height;
+    }));
     EXPECT_LT(line.width, 5);
     clickBar(host, BarLayout::Button::kCurve); // everything is put into place anew
     clickBar(host, BarLayout::Button::kCurve);
