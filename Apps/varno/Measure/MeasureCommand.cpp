@@ -107,12 +107,8 @@ int runMeasure(const CommandLine& line) {
     const auto& asked = line.arguments();
     std::vector<Figure> figures;
     auto module = loadEffect(line);
-    const std::int32_t quality = qualityOption(line).value_or(1);
-    if (const auto refusal = qualityRefusal(quality, module->options().sampleRates, rateHz)) {
-        throw UsageError("option --quality: " + *refusal);
-    }
     {
-        const EffectMaker effect(module, settings, rateHz, quality);
+        const EffectMaker effect(module, settings, rateHz, requiredQuality(line, *module, rateHz));
         for (const auto& measurement : kMeasurements) {
             if (asked.empty() || std::ranges::find(asked, measurement.name) != asked.end()) {
                 figures.push_back(measurement.measure(effect));

@@ -96,12 +96,6 @@ PlotTask plotTask(const CommandLine& line) {
     return {arguments.front(), isOfFile ? arguments[1] : "", arguments.back(), formatOf(arguments.back())};
 }
 
-void requireQuality(const Module& module, std::int32_t quality, double rateHz) {
-    if (const auto refusal = qualityRefusal(quality, module.options().sampleRates, rateHz)) {
-        throw UsageError("option --quality: " + *refusal);
-    }
-}
-
 // Every quality that fits the sample rate.
 std::vector<std::int32_t> factorsAt(const Module& module, double rateHz) {
     std::vector<std::int32_t> factors;
@@ -116,8 +110,7 @@ std::vector<std::int32_t> factorsAt(const Module& module, double rateHz) {
 Plot plotOfEffect(const CommandLine& line, const std::string& kind, const std::shared_ptr<Module>& module,
                   const Settings& settings, const PlotProgress& progress) {
     const double rateHz = line.number<int>("--rate").value_or(static_cast<int>(kDefaultSampleRateHz));
-    const std::int32_t quality = qualityOption(line).value_or(1);
-    requireQuality(*module, quality, rateHz);
+    const std::int32_t quality = requiredQuality(line, *module, rateHz);
     const auto make = [&](std::int32_t factor) { return EffectMaker(module, settings, rateHz, factor); };
     const EffectMaker effect = make(quality);
     if (kind == "aliasing") {
@@ -137,8 +130,7 @@ Plot plotOfFile(const CommandLine& line, const std::string& input, const std::sh
                 const Settings& settings, const PlotProgress& progress) {
     AudioReader reader(input, {.goOn = throwIfInterrupted, .acceptTruncated = line.has("--truncated")});
     requireVariantFor(*module, reader);
-    const std::int32_t quality = qualityOption(line).value_or(1);
-    requireQuality(*module, quality, reader.format().rateHz);
+    const std::int32_t quality = requiredQuality(line, *module, reader.format().rateHz);
     Plot plot = plotFileLevels(module, settings, quality, reader, progress);
     if (!reader.truncation().empty()) {
         printWarning(reader.truncation());

@@ -2,6 +2,7 @@
 #define VARNO_APPS_VARNO_SETTINGS_QUALITY_H
 
 #include "CommandLine/CommandLine.h"
+#include "Host/Module.h"
 #include "Surround/Settings/QualityText.h"
 
 #include <cstdint>
@@ -25,6 +26,9 @@ inline constexpr OptionEntry kQualityOption = {
 /// The factor that --quality names; nothing where the option was not given. @throws nothing: a choice not
 /// offered is refused with the command line
 std::optional<std::int32_t> qualityOption(const CommandLine& line);
+
+/// The factor for a sample rate: that of --quality, or 1. @throws UsageError where it does not fit the rate
+std::int32_t requiredQuality(const CommandLine& line, const Module& module, double rateHz);
 
 /// What is used of a wish: "quality 4x", or "quality 2x, since 8x needs 768000 Hz".
 std::string qualityText(const Oversampling& effect);
