@@ -118,11 +118,14 @@ step_gcc() { build_preset release all && run_tests release --label-exclude "$scr
 step_clang() { build_preset clang all && run_tests clang --label-exclude "$scripts_label"; }
 step_asan-ubsan() { build_preset asan-ubsan all && run_tests asan-ubsan --label-exclude "$scripts_label"; }
 step_tsan() { build_preset tsan threaded_tests && run_tests tsan --label-regex "$threaded_label"; }
-step_validate() { build_preset release varno Varno-S varno_lv2_bundle varno_clap_folder && lint validate_plugins; }
+step_validate() {
+    build_preset release varno Varno-S varno_lv2_bundle varno_clap_folder varno_test_locales && lint validate_plugins
+}
 validate_plugins() {
     local plugin status=0
     for plugin in Varno-S.aaxplugin lv2/varno-s.lv2 clap/varno-s/varno-s.clap; do
-        build/release/Apps/varno/varno validate --level full "build/release/$plugin" || status=1
+        LOCPATH=$root/build/release/Tests/Apps/varno/Validate/locales \
+            build/release/Apps/varno/varno validate --level full "build/release/$plugin" || status=1
     done
     return "$status"
 }

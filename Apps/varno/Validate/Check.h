@@ -22,6 +22,7 @@ enum class Level { kQuick, kFull };
 /// What a run of checks was asked for.
 struct CheckSetup {
     std::filesystem::path path; ///< Of the bundle or binary.
+    PluginSelection selection{};
     Format format{};
     Level level = Level::kQuick;
     std::uint64_t seed = 0;
@@ -65,8 +66,10 @@ public:
     /// The beginning of every random choice: a check gives the same results for the same seed.
     std::uint64_t seed() const { return mSetup.seed; }
 
-    /// openPlugin() of path().
-    std::unique_ptr<Plugin> open() const { return openPlugin(path()); }
+    /// What of the bundle is checked.
+    const PluginSelection& selection() const { return mSetup.selection; }
+    /// openPlugin() of path() and selection().
+    std::unique_ptr<Plugin> open() const { return openPlugin(path(), selection()); }
 
     /// The check fails; it may go on. Both texts are parts of one line: "seen A, expected B".
     void fail(const std::string& seen, const std::string& expected);

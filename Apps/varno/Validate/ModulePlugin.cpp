@@ -120,12 +120,14 @@ std::unique_ptr<PluginEditor> ModuleInstance::openEditor(std::uint32_t window) {
 
 class ModulePlugin final : public Plugin {
 public:
-    explicit ModulePlugin(std::filesystem::path path)
+    ModulePlugin(std::filesystem::path path, const PluginSelection& selection)
         : mPath(std::move(path)),
           mModule(Module::open(mPath)) {
+        std::vector<std::string> ids;
         for (const EffectDescription& effect : mModule->description().effects) {
+            ids.push_back(effect.id);
             for (const VariantDescription& variant : effect.variants) {
-                if (!variant.natives.empty()) {
+                if (!variant.natives.empty() && selection.has(effect.id)) {
                     mPlugins.push_back({.id = effect.id,
                                         .name = effect.names.empty() ? std::string() : effect.names.front(),
                                         .inputs = variant.inputChannels(),
@@ -133,6 +135,7 @@ public:
                 }
             }
         }
+        selection.requireAmong(ids);
     }
 
     Format format() const override { return Format::kModule; }
@@ -167,9 +170,10 @@ private:
 
 } // namespace
 
-std::unique_ptr<Plugin> openModulePlugin(const std::filesystem::path& path) {
+std::unique_ptr<Plugin> openModulePlugin(const std::filesystem::path& path,
+                                         const PluginSelection& selection) {
     try {
-        return std::make_unique<ModulePlugin>(path);
+        return std::make_unique<ModulePlugin>(path, selection);
     } catch (const HostError& error) {
         throw pluginErrorOf(error);
     }

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace varno::validate {
@@ -47,13 +48,42 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A bundle lacks a plug-in that was selected.
+class UnknownPlugin : public PluginError {
+public:
+    using PluginError::PluginError;
+};
+
+/// What an opened plug-in that takes no audio states as its obstacle.
+inline constexpr std::string_view kNoInputs = "it has no audio inputs";
+
 /// One effect of a bundle. A module's variants for several numbers of channels are one of these each.
 struct PluginInfo {
     std::string id;   ///< What the format identifies it by.
     std::string name; ///< What people see.
     int inputs = 0;   ///< Channels of audio.
     int outputs = 0;
-    bool isInstrument = false; ///< Takes notes instead of audio, or needs more than this program offers.
+    /// Why no instance of it is made: "it has no audio inputs". Empty where they are.
+    std::string obstacle{};
+};
+
+/// Which plug-ins of a bundle are looked at, by their identifiers.
+class PluginSelection {
+public:
+    /// All of them.
+    PluginSelection() = default;
+    /// @param ids none for all
+    explicit PluginSelection(std::vector<std::string> ids)
+        : mIds(std::move(ids)) {}
+
+    /// Empty for all.
+    const std::vector<std::string>& ids() const { return mIds; }
+    bool has(const std::string& id) const;
+    /// @throws UnknownPlugin unless all that are selected are among those of the bundle
+    void requireAmong(const std::vector<std::string>& bundle) const;
+
+private:
+    std::vector<std::string> mIds;
 };
 
 /// One parameter that a host may set. Values are plain: those of the format, not 0 to 1.
@@ -145,7 +175,7 @@ public:
 
     virtual Format format() const = 0;
     virtual const std::filesystem::path& path() const = 0;
-    /// In the order of the bundle. The references stay valid.
+    /// Those that are selected, in the order of the bundle. The references stay valid.
     virtual const std::vector<PluginInfo>& plugins() const = 0;
     /// @param info one of plugins() @param mostFrames the longest buffer that process() will be given
     /// @throws PluginError where no instance can be made
@@ -156,16 +186,20 @@ public:
     virtual std::vector<std::string> takeComplaints() = 0;
 };
 
+/// Why none of the plug-ins can be used, one clause for each of the first few.
+std::string obstaclesOf(const Plugin& plugin);
+
 /// The format by a path's name, whether it exists or not; nothing for another name.
 std::optional<Format> formatOf(const std::filesystem::path& path);
 
-/// Opens a plug-in of any format in this process. @throws PluginError where it cannot
-std::unique_ptr<Plugin> openPlugin(const std::filesystem::path& path);
+/// Opens a plug-in of any format in this process. Of a bundle, those that are selected alone are looked at.
+/// @throws UnknownPlugin where the bundle lacks one of them @throws PluginError where it cannot
+std::unique_ptr<Plugin> openPlugin(const std::filesystem::path& path, const PluginSelection& selection = {});
 
 /// The same of each format. openPlugin() chooses.
-std::unique_ptr<Plugin> openModulePlugin(const std::filesystem::path& path);
-std::unique_ptr<Plugin> openLv2Plugin(const std::filesystem::path& path);
-std::unique_ptr<Plugin> openClapPlugin(const std::filesystem::path& path);
+std::unique_ptr<Plugin> openModulePlugin(const std::filesystem::path& path, const PluginSelection& selection);
+std::unique_ptr<Plugin> openLv2Plugin(const std::filesystem::path& path, const PluginSelection& selection);
+std::unique_ptr<Plugin> openClapPlugin(const std::filesystem::path& path, const PluginSelection& selection);
 
 } // namespace varno::validate
 

@@ -124,15 +124,17 @@ std::string countLine(const Counts& counts) {
 
 std::string reportJson(const CheckSetup& setup, std::span<const CheckedCheck> checked) {
     const Counts counts = countVerdicts(checked);
-    return jsonText(Json::Object{{"path", setup.path.string()},
-                                 {"format", std::string(formatName(setup.format))},
-                                 {"level", levelName(setup.level)},
-                                 {"seed", setup.seed},
-                                 {"judgement", judgementText(judge(counts))},
-                                 {"passed", counts.passed},
-                                 {"failed", counts.failed},
-                                 {"skipped", counts.skipped},
-                                 {"checks", jsonArray(checked, checkedJson)}});
+    return jsonText(Json::Object{
+        {"path", setup.path.string()},
+        {"format", std::string(formatName(setup.format))},
+        {"plugins", jsonArray(setup.selection.ids(), [](const std::string& id) { return Json(id); })},
+        {"level", levelName(setup.level)},
+        {"seed", setup.seed},
+        {"judgement", judgementText(judge(counts))},
+        {"passed", counts.passed},
+        {"failed", counts.failed},
+        {"skipped", counts.skipped},
+        {"checks", jsonArray(checked, checkedJson)}});
 }
 
 std::string checkListText() {

@@ -29,6 +29,12 @@ constexpr OptionEntry kValidateOptions[] = {
      .group = "Checks",
      .help =
          "quick takes seconds (the default), full takes up to hours and has more rounds and more checks."},
+    {.name = "--plugin",
+     .value = "ID",
+     .kind = ValueKind::kText,
+     .group = "Checks",
+     .help = "Of a bundle with several plug-ins, check this one alone, by its identifier: the URI of an LV2 "
+             "plug-in. Can be given several times."},
     {.name = "--seed",
      .value = "N",
      .kind = ValueKind::kNumber,
@@ -45,6 +51,7 @@ constexpr ExampleEntry kValidateExamples[] = {
     {"varno validate", "The module that came with the program."},
     {"varno validate --level full ~/.lv2/amp.lv2", "Everything there is, of an LV2 bundle."},
     {"varno validate --json ~/.clap/amp.clap > amp.json", "For a script."},
+    {"varno validate --plugin http://example.org/amp#stereo amps.lv2", "One of a bundle's plug-ins."},
     {"varno validate --list", "What is checked."},
 };
 

@@ -26,7 +26,22 @@ CheckSetup setupOf(const CommandLine& line) {
     setup.format = *format;
     setup.level = line.value("--level") == "full" ? Level::kFull : Level::kQuick;
     setup.seed = line.number<std::uint32_t>("--seed").value_or(1);
+    setup.selection = PluginSelection(line.values("--plugin"));
     return setup;
+}
+
+// A wrong name is the caller's mistake, no finding. What else goes wrong when it is opened, checks report.
+void requireSelected(const CheckSetup& setup) {
+    constexpr Check kOpening = {.id = "selection", .title = "", .run = [](Context& context) {
+                                    try {
+                                        (void)context.open();
+                                    } catch (const UnknownPlugin& unknown) {
+                                        context.skip(unknown.what());
+                                    }
+                                }};
+    if (const CheckResult result = runInChild(kOpening, setup); result.verdict == Verdict::kSkip) {
+        throw UsageError(setup.path.string() + ": " + result.findings.front().seen);
+    }
 }
 
 } // namespace
@@ -38,6 +53,9 @@ int runValidate(const CommandLine& line) {
         return kExitSuccess;
     }
     const CheckSetup setup = setupOf(line);
+    if (!setup.selection.ids().empty()) {
+        requireSelected(setup);
+    }
     std::vector<CheckedCheck> checked;
     for (const Check& check : allChecks()) {
         if (applies(check, setup.format, setup.level)) {

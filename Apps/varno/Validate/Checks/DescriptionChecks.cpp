@@ -27,7 +27,7 @@ std::string nameOf(const PluginInfo& info, const Parameter& parameter) {
 template<class Action>
 void forEachInstance(Context& context, Plugin& plugin, Action check) {
     for (const PluginInfo& info : plugin.plugins()) {
-        if (info.isInstrument) {
+        if (!info.obstacle.empty()) {
             continue;
         }
         context.step("create " + nameOf(info));

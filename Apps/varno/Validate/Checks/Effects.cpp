@@ -13,14 +13,14 @@ void forEachEffect(Context& context, const std::function<void(const Effect& effe
     const auto plugin = context.open();
     bool isAny = false;
     for (const PluginInfo& info : plugin->plugins()) {
-        if (!info.isInstrument && info.inputs > 0 && info.outputs > 0) {
+        if (info.obstacle.empty() && info.outputs > 0) {
             isAny = true;
             context.step(info.id);
             check({*plugin, info});
         }
     }
     if (!isAny) {
-        context.skip("no effect with audio inputs and outputs that can be run here");
+        context.skip(obstaclesOf(*plugin));
     }
     for (const std::string& complaint : plugin->takeComplaints()) {
         context.fail(complaint, "nothing against the rules of the format");

@@ -17,12 +17,12 @@ std::vector<PluginInfo> usablePlugins(const Context& context, const Plugin& plug
     constexpr std::size_t kMostAtQuickLevel = 2;
     std::vector<PluginInfo> usable;
     for (const PluginInfo& info : plugin.plugins()) {
-        if (!info.isInstrument && (context.isFull() || usable.size() < kMostAtQuickLevel)) {
+        if (info.obstacle.empty() && (context.isFull() || usable.size() < kMostAtQuickLevel)) {
             usable.push_back(info);
         }
     }
     if (usable.empty()) {
-        context.skip("every plug-in here is an instrument or needs what this program does not offer");
+        context.skip(obstaclesOf(plugin));
     }
     return usable;
 }

@@ -19,17 +19,23 @@ namespace {
 
 constexpr std::int32_t kRawFrames = 64;
 
-const EffectDescription& firstEffect(const Module& module) {
-    if (module.description().effects.empty()) {
-        throw HostError("the module has no effect");
+// The first of those that are checked.
+const EffectDescription& firstEffect(const Context& context, const Module& module) {
+    for (const EffectDescription& effect : module.description().effects) {
+        if (context.selection().has(effect.id)) {
+            return effect;
+        }
     }
-    return module.description().effects.front();
+    throw HostError("the module has no effect");
+}
+
+InstanceSetup setupOf(const EffectDescription& effect, const VariantDescription& variant) {
+    return {.channels = variant.inputChannels(), .maximumFrames = kRawFrames, .effectID = effect.id};
 }
 
 // A data model as its creation procedure makes it.
-ACFPtr<AAX_IACFEffectParameters> makeModel(const Module& module) {
-    const AAX_CCreateObjectProc create =
-        firstEffect(module).procedure(kAAX_ProcPtrID_Create_EffectParameters);
+ACFPtr<AAX_IACFEffectParameters> makeModel(const EffectDescription& effect) {
+    const AAX_CCreateObjectProc create = effect.procedure(kAAX_ProcPtrID_Create_EffectParameters);
     const auto made = ACFPtr<IACFUnknown>::Retain(create == nullptr ? nullptr : create());
     auto model = ACFPtr<AAX_IACFEffectParameters>::Query(made.Get(), IID_IAAXEffectParametersV1);
     if (!model) {
@@ -192,9 +198,10 @@ private:
 };
 
 // As much of a module's use as the host allows.
-void useModule(const std::shared_ptr<Module>& module) {
-    for (const VariantDescription& variant : firstEffect(*module).variants) {
-        Instance instance(module, {.channels = variant.inputChannels(), .maximumFrames = kRawFrames});
+void useModule(const Context& context, const std::shared_ptr<Module>& module) {
+    const EffectDescription& effect = firstEffect(context, *module);
+    for (const VariantDescription& variant : effect.variants) {
+        Instance instance(module, setupOf(effect, variant));
         for (const ParameterInfo& parameter : instance.parameters()) {
             instance.setNormalized(parameter.id, 1.0);
             instance.requestNormalized(parameter.id, parameter.defaultNormalized);
@@ -254,7 +261,7 @@ void useWithout(Context& context, const std::vector<acfIID>& withheld, const std
     options.withheld = withheld;
     options.monitor = std::make_shared<ContractMonitor>();
     try {
-        useModule(Module::open(context.path(), options));
+        useModule(context, Module::open(context.path(), options));
     } catch (const HostError&) { // A module may need what it lacks; it must say so.
     }
     requireNothingLeft(context, *options.monitor, "without " + names);
@@ -268,16 +275,16 @@ void checkCallOrders(Context& context) {
     HostOptions options;
     options.monitor = std::make_shared<ContractMonitor>();
     const auto module = Module::open(context.path(), options);
-    const EffectDescription& effect = firstEffect(*module);
+    const EffectDescription& effect = firstEffect(context, *module);
     const VariantDescription& variant = effect.variants.at(0);
-    const InstanceSetup setup{.channels = variant.inputChannels(), .maximumFrames = kRawFrames};
+    const InstanceSetup setup = setupOf(effect, variant);
     const StoredChunk chunk = Instance(module, setup).save();
     forEachOrder(std::size(kRawCalls), kLongest, [&](const std::vector<std::size_t>& order) {
         context.step(namesOf(order));
         HostReference<InstanceHost> host(new InstanceHost(module->context(), effect, variant, setup),
                                          "instance host");
         {
-            const auto model = makeModel(*module);
+            const auto model = makeModel(effect);
             const RawModel raw{*model.Get(), *host, chunk, parameter};
             for (const std::size_t call : order) {
                 kRawCalls[call].call(raw);
@@ -306,13 +313,12 @@ void checkThrowingHost(Context& context) {
     constexpr int kMostCalls = 200;
     const std::string parameter = firstParameter(context);
     const auto module = Module::open(context.path());
-    const VariantDescription& variant = firstEffect(*module).variants.at(0);
-    const StoredChunk chunk =
-        Instance(module, {.channels = variant.inputChannels(), .maximumFrames = kRawFrames}).save();
+    const EffectDescription& effect = firstEffect(context, *module);
+    const StoredChunk chunk = Instance(module, setupOf(effect, effect.variants.at(0))).save();
     for (const RawCall& each : kRawCalls) {
         for (int calls = 0; calls < kMostCalls; ++calls) {
             ThrowingHost host;
-            const auto model = makeModel(*module);
+            const auto model = makeModel(effect);
             const RawModel raw{*model.Get(), host.unknown(), chunk, parameter};
             const bool isFirst = std::strcmp(each.name, "Initialize") == 0;
             if (!isFirst) {
@@ -365,9 +371,9 @@ void checkFailingAllocations(Context& context) {
     options.monitor = std::make_shared<ContractMonitor>();
     const auto module = Module::open(context.path(), options);
     const FailingAllocations::Code code(binariesOf(context.path(), Format::kModule).front());
-    const EffectDescription& effect = firstEffect(*module);
+    const EffectDescription& effect = firstEffect(context, *module);
     const VariantDescription& variant = effect.variants.at(0);
-    const InstanceSetup setup{.channels = variant.inputChannels(), .maximumFrames = kRawFrames};
+    const InstanceSetup setup = setupOf(effect, variant);
     const StoredChunk chunk = Instance(module, setup).save();
     int refusals = 0;
     const auto failEach = [&](const std::string& name, const std::function<bool(int)>& call) {
@@ -384,7 +390,7 @@ void checkFailingAllocations(Context& context) {
         failEach(each.name, [&](int allocations) {
             HostReference<InstanceHost> host(new InstanceHost(module->context(), effect, variant, setup),
                                              "instance host");
-            const auto model = makeModel(*module);
+            const auto model = makeModel(effect);
             const RawModel raw{*model.Get(), *host, chunk, parameter};
             if (std::strcmp(each.name, "Initialize") != 0) {
                 model->Initialize(host.get());

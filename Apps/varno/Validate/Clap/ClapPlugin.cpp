@@ -22,7 +22,7 @@ std::string textOf(const char* text) {
 
 class ClapPlugin final : public Plugin {
 public:
-    explicit ClapPlugin(std::filesystem::path path)
+    ClapPlugin(std::filesystem::path path, const PluginSelection& selection)
         : mPath(std::move(path)),
           mLibrary(::dlopen(std::filesystem::absolute(mPath).c_str(), RTLD_NOW | RTLD_LOCAL)) {
         if (mLibrary == nullptr) {
@@ -36,7 +36,7 @@ public:
             throw PluginError("the entry refuses to be initialised");
         }
         try {
-            describe();
+            describe(selection);
         } catch (...) {
             mEntry->deinit();
             throw;
@@ -72,12 +72,13 @@ private:
     }
 
     // The numbers of channels are known to an instance alone.
-    void describe() {
+    void describe(const PluginSelection& selection) {
         mFactory = static_cast<const clap_plugin_factory_t*>(mEntry->get_factory(CLAP_PLUGIN_FACTORY_ID));
         if (mFactory == nullptr) {
             throw PluginError("the entry has no factory of plug-ins");
         }
         const std::uint32_t count = mFactory->get_plugin_count(mFactory);
+        std::vector<std::string> ids;
         for (std::uint32_t index = 0; index < count; ++index) {
             const clap_plugin_descriptor_t* const descriptor =
                 mFactory->get_plugin_descriptor(mFactory, index);
@@ -85,13 +86,18 @@ private:
                 throw PluginError("the factory has no descriptor " + std::to_string(index));
             }
             PluginInfo info{.id = textOf(descriptor->id), .name = textOf(descriptor->name)};
+            ids.push_back(info.id);
+            if (!selection.has(info.id)) {
+                continue;
+            }
             const ClapHost host(mComplaints);
             const OwnedClap plugin = make(host, info.id);
             info.inputs = readClapPorts(plugin.get(), true).allChannels();
             info.outputs = readClapPorts(plugin.get(), false).allChannels();
-            info.isInstrument = info.inputs == 0;
+            info.obstacle = info.inputs == 0 ? kNoInputs : "";
             mPlugins.push_back(info);
         }
+        selection.requireAmong(ids);
     }
 
     std::filesystem::path mPath;
@@ -104,8 +110,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<Plugin> openClapPlugin(const std::filesystem::path& path) {
-    return std::make_unique<ClapPlugin>(path);
+std::unique_ptr<Plugin> openClapPlugin(const std::filesystem::path& path, const PluginSelection& selection) {
+    return std::make_unique<ClapPlugin>(path, selection);
 }
 
 } // namespace varno::validate

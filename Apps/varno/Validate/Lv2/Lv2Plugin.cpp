@@ -24,16 +24,22 @@ constexpr double kDescribedRateHz = 48000.0;
 class Lv2Plugin final : public Plugin {
 public:
     // Only this bundle is read, whatever else is installed.
-    explicit Lv2Plugin(std::filesystem::path path)
+    Lv2Plugin(std::filesystem::path path, const PluginSelection& selection)
         : mPath(std::move(path)),
           mWorld(lilv_world_new()) {
         const std::string folder = (std::filesystem::absolute(mPath) / "").string();
         const LilvText bundle(lilv_new_file_uri(mWorld.get(), nullptr, folder.c_str()));
         lilv_world_load_bundle(mWorld.get(), bundle.get());
         const LilvPlugins* const plugins = lilv_world_get_all_plugins(mWorld.get());
+        std::vector<std::string> ids;
         LILV_FOREACH(plugins, i, plugins) {
-            add(lilv_plugins_get(plugins, i));
+            const LilvPlugin* const plugin = lilv_plugins_get(plugins, i);
+            ids.emplace_back(lilv_node_as_uri(lilv_plugin_get_uri(plugin)));
+            if (selection.has(ids.back())) {
+                add(plugin);
+            }
         }
+        selection.requireAmong(ids);
     }
 
     Format format() const override { return Format::kLv2; }
@@ -62,11 +68,12 @@ private:
         const LilvText name(lilv_plugin_get_name(plugin));
         const int inputs = ports.count(PortKind::kAudio, true);
         mHandles.push_back(plugin);
-        mPlugins.push_back({.id = lilv_node_as_uri(lilv_plugin_get_uri(plugin)),
-                            .name = name == nullptr ? "" : lilv_node_as_string(name.get()),
-                            .inputs = inputs,
-                            .outputs = ports.count(PortKind::kAudio, false),
-                            .isInstrument = inputs == 0 || !ports.obstacle.empty()});
+        mPlugins.push_back(
+            {.id = lilv_node_as_uri(lilv_plugin_get_uri(plugin)),
+             .name = name == nullptr ? "" : lilv_node_as_string(name.get()),
+             .inputs = inputs,
+             .outputs = ports.count(PortKind::kAudio, false),
+             .obstacle = ports.obstacle.empty() && inputs == 0 ? std::string(kNoInputs) : ports.obstacle});
     }
 
     std::filesystem::path mPath;
@@ -78,8 +85,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<Plugin> openLv2Plugin(const std::filesystem::path& path) {
-    return std::make_unique<Lv2Plugin>(path);
+std::unique_ptr<Plugin> openLv2Plugin(const std::filesystem::path& path, const PluginSelection& selection) {
+    return std::make_unique<Lv2Plugin>(path, selection);
 }
 
 } // namespace varno::validate

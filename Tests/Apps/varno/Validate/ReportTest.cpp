@@ -99,6 +99,16 @@ TEST_F(ValidateCommand, ReportsTheSameAsJson) {
     EXPECT_THAT(outcome.out, HasSubstr(R"("failed": 1)"));
 }
 
+TEST_F(ValidateCommand, ChecksTheChosenPlugin) {
+    const std::string bundle = faulty("exported.aaxplugin");
+    const auto outcome = varno({"validate", "--json", "--plugin", "org.example.fixture", bundle});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, HasSubstr(R"("id": "binary-symbols")"));
+    EXPECT_THAT(outcome.out, HasSubstr(R"("org.example.fixture")"));
+    EXPECT_EQ(refusal(2, {"validate", "--plugin", "org.example.other", bundle}),
+              bundle + ": no plug-in \"org.example.other\", expected one of org.example.fixture");
+}
+
 TEST_F(ValidateCommand, ListsEveryCheck) {
     const std::string list = varnoOut({"validate", "--list"});
     const std::string json = varnoOut({"validate", "--list", "--json"});

@@ -125,9 +125,15 @@ const clap_plugin_t* makePlugin(const clap_plugin_factory_t* /*factory*/, const 
     return &made->table;
 }
 
+// Of which the factory makes none.
+constexpr clap_plugin_descriptor_t kSecondDescriptor = {
+    CLAP_VERSION, "urn:varno:test:never-made", "Never Made", "", "", "", "", "1", "", kFeatures};
+
 constexpr clap_plugin_factory_t kFactory = {
-    [](const clap_plugin_factory_t*) -> std::uint32_t { return 1; },
-    [](const clap_plugin_factory_t*, std::uint32_t index) { return index == 0 ? &kDescriptor : nullptr; },
+    [](const clap_plugin_factory_t*) -> std::uint32_t { return isPlanted("bad-second") ? 2 : 1; },
+    [](const clap_plugin_factory_t*, std::uint32_t index) {
+        return index == 0 ? &kDescriptor : index == 1 ? &kSecondDescriptor : nullptr;
+    },
     makePlugin};
 
 } // namespace

@@ -1,8 +1,6 @@
 // Checks of sound, state and parameters, on an LV2 bundle and a CLAP binary that have a fault. Each fault is
 // found by its checks and by no other of their group.
 #include "Tests/Support/EnvironmentVariable.h"
-#include "Tests/Support/Subprocess.h"
-#include "Tests/Support/TemporaryFolder.h"
 #include "Validate/CheckProcess.h"
 
 #include <gtest/gtest.h>
@@ -70,21 +68,6 @@ const FormatFault kFormatFaults[] = {
      {{"parameters-extremes", Verdict::kFail}, {"parameters-texts", Verdict::kFail}}},
 };
 
-// The locales that the checks use, where the C library finds them: the system need not have them.
-class CompiledLocales {
-public:
-    CompiledLocales()
-        : mPath("LOCPATH", mFolder.path().string()) {
-        for (const std::string name : {"de_DE", "tr_TR"}) {
-            test::run({"localedef", "--no-archive", "-i", name, "-f", "UTF-8", mFolder / (name + ".UTF-8")});
-        }
-    }
-
-private:
-    test::TemporaryFolder mFolder;
-    test::EnvironmentVariable mPath;
-};
-
 bool isOfThese(const Check& check) {
     return check.group() == "audio" || check.group() == "bypass" || check.group() == "state" ||
            check.group() == "parameters";
@@ -100,7 +83,7 @@ std::string groupOf(const FormatFault& row) {
 Verdicts verdictsOn(const std::filesystem::path& path, const char* fault, const std::string& group,
                     std::string& report) {
     const test::EnvironmentVariable planted("VARNO_FIXTURE_FAULT", fault);
-    static const CompiledLocales locales;
+    const test::EnvironmentVariable locales("LOCPATH", VARNO_TEST_LOCALES);
     const CheckSetup setup{.path = path, .format = formatOf(path).value(), .seed = 1};
     Verdicts verdicts;
     for (const Check& check : allChecks()) {
