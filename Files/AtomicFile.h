@@ -31,11 +31,11 @@ enum class Delivery {
 /// A file that appears whole or not at all. It is written without a name in the folder of its target, or
 /// where the file system has no such files under a hidden, unique name, and gets its own name by commit(). An
 /// object destroyed without that leaves nothing behind; a program that is killed leaves hidden names at most,
-/// which the next file in that folder removes. A replaced file's mode, owner and group are kept; where owner
-/// or group cannot be, without the special bits of the mode. Where the target is standard output, a pipe or a
-/// device, which cannot be renamed to, the content is kept in an unnamed temporary file and copied by
-/// commit(); with Delivery::kAsWritten a pipe or a device receives it at once. One thread at a time; several
-/// objects, in several threads or programs, do not disturb each other.
+/// which the next file in that folder removes (in a large folder, one of the next). A replaced file's mode,
+/// owner and group are kept; where owner or group cannot be, without the special bits of the mode. Where the
+/// target is standard output, a pipe or a device, which cannot be renamed to, the content is kept in an
+/// unnamed temporary file and copied by commit(); with Delivery::kAsWritten a pipe or a device receives it at
+/// once. One thread at a time; several objects, in several threads or programs, do not disturb each other.
 class AtomicFile {
 public:
     /// @param path of the target; "-" is standard output

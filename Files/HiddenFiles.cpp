@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
+#include <map>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <sys/file.h>
@@ -13,6 +15,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace varno {
@@ -42,6 +45,43 @@ bool isSameFile(const struct stat& left, const struct stat& right) {
 
 std::string procPath(const FileDescriptor& file) {
     return "/proc/self/fd/" + std::to_string(file.get());
+}
+
+// When folders are read for stale files. A folder of n entries is read again after n / kEntriesPerFile files:
+// a batch that fills it would otherwise take a time that grows with the square of their number. [any]
+class FolderReadings {
+public:
+    // Counts a file that begins in the folder.
+    bool isDue(const struct stat& folder) {
+        const std::lock_guard lock(mMutex);
+        const auto found = mFilesLeft.find({folder.st_dev, folder.st_ino});
+        if (found == mFilesLeft.end() || found->second == 0) {
+            return true;
+        }
+        --found->second;
+        return false;
+    }
+
+    void setEntries(const struct stat& folder, std::size_t entries) {
+        const std::lock_guard lock(mMutex);
+        if (const std::size_t files = entries / kEntriesPerFile) {
+            mFilesLeft[{folder.st_dev, folder.st_ino}] = files;
+        } else {
+            mFilesLeft.erase({folder.st_dev, folder.st_ino});
+        }
+    }
+
+private:
+    static constexpr std::size_t kEntriesPerFile =
+        16; // takes a few microseconds, a small part of a file's work
+
+    std::mutex mMutex;
+    std::map<std::pair<dev_t, ino_t>, std::size_t> mFilesLeft; // of folders with that many entries
+};
+
+FolderReadings& folderReadings() {
+    static FolderReadings readings;
+    return readings;
 }
 
 // Opened, locked and still of this name: nobody else has it, and nobody can take it meanwhile.
@@ -129,12 +169,16 @@ int renameToNew(const fs::path& from, const fs::path& to) {
 
 void removeStaleFiles(const fs::path& folder) {
     const FileDescriptor opened = openFolder(folder);
-    if (!opened.isOpen() || ::flock(opened.get(), LOCK_EX | LOCK_NB) != 0) {
+    struct stat status {};
+    if (!opened.isOpen() || ::fstat(opened.get(), &status) != 0 || !folderReadings().isDue(status) ||
+        ::flock(opened.get(), LOCK_EX | LOCK_NB) != 0) {
         return;
     }
     std::error_code error;
+    std::size_t entries = 0;
     std::vector<fs::path> found;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        ++entries;
         if (isHiddenName(entry->path().filename().native())) {
             found.push_back(entry->path());
         }
@@ -142,6 +186,7 @@ void removeStaleFiles(const fs::path& folder) {
     for (const fs::path& path : found) {
         removeWhereStale(path);
     }
+    folderReadings().setEntries(status, entries);
 }
 
 } // namespace varno

@@ -48,7 +48,8 @@ int renameOver(const std::filesystem::path& from, const std::filesystem::path& t
 int renameToNew(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Removes the user's files of hidden names from a folder that no program holds, where no program uses the
-/// folder. Nothing is reported.
+/// folder. Does nothing where the folder is large and was read a short while ago: it is read again when this
+/// process has called as often as a fixed share of its entries. Nothing is reported. [any]
 void removeStaleFiles(const std::filesystem::path& folder);
 
 } // namespace varno

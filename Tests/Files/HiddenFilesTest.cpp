@@ -168,6 +168,26 @@ TEST_F(HiddenFilesTest, NothingElseIsRemoved) {
     EXPECT_EQ(mFolder.listing(), before);
 }
 
+// A batch that reads it for each of its files takes a time that grows with the square of their number.
+TEST_F(HiddenFilesTest, ALargeFolderIsReadNowAndThen) {
+    constexpr int kEntries = 320;
+    for (int number = 0; number < kEntries; ++number) {
+        writeFile(mFolder / std::to_string(number), "");
+    }
+    const auto filesUntilRemoved = [&] {
+        writeFile(mFolder / kStale, "half");
+        int files = 0;
+        while (fs::exists(mFolder / kStale) && files < kEntries) {
+            commit("0", "new");
+            ++files;
+        }
+        return files;
+    };
+    EXPECT_EQ(filesUntilRemoved(), 1) << "the first file of a process in a folder";
+    EXPECT_THAT(filesUntilRemoved(), testing::AllOf(testing::Gt(kEntries / 20), testing::Le(kEntries / 10)));
+    EXPECT_THAT(filesUntilRemoved(), testing::AllOf(testing::Gt(kEntries / 20), testing::Le(kEntries / 10)));
+}
+
 TEST_F(HiddenFilesTest, FilesOfOtherUsersStay) {
     writeFile(mFolder / kStale, "of another");
     constexpr uid_t kOther = 12'345;
