@@ -46,7 +46,7 @@ protected:
 TEST_F(HiddenFilesTest, AFileHasNoNameUntilItIsComplete) {
     AtomicFile file(mFolder / "a", Overwrite::kRefuse);
     file.write("whole");
-    EXPECT_EQ(mFolder.listing() == "", mCanBeUnnamed);
+    EXPECT_EQ(mFolder.listing().empty(), mCanBeUnnamed);
     EXPECT_EQ(readFile(file.pathBeforeCommit()), "whole");
     file.commit();
     EXPECT_EQ(readFile(mFolder / "a"), "whole");

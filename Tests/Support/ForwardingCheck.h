@@ -55,9 +55,9 @@ T* somewhere() {
 template<class Interface>
 struct Operation {
     std::string name;
-    int version;                                ///< The host's interface that carries it, from 1.
-    AAX_Result whenAbsent;                      ///< The result when the host lacks that version.
-    std::ptrdiff_t slot;                        ///< Its place in the interface's virtual table.
+    int version = 0;                            ///< The host's interface that carries it, from 1.
+    AAX_Result whenAbsent = AAX_SUCCESS;        ///< The result when the host lacks that version.
+    std::ptrdiff_t slot = 0;                    ///< Its place in the interface's virtual table.
     std::function<AAX_Result(Interface&)> call; ///< Calls it.
     std::string hostCall;                       ///< What then reaches the host, as callText has it.
 };

@@ -54,7 +54,7 @@ private:
     XClient mControl;
     XClient mData;
     xcb_record_context_t mContext;
-    xcb_record_enable_context_cookie_t mReplies;
+    xcb_record_enable_context_cookie_t mReplies{};
 };
 
 /// Counts over all clients, by the server's name of the kind: windows, pixmaps, cursors and so on; the number

@@ -149,9 +149,10 @@ TEST_F(RenderErrors, OutputsThatAreOtherInputs) {
     for (const auto& [read, file] : inputs) {
         const Bytes before = content(file);
         for (const std::string write : {"--meters", "--save-state", "--save-preset"}) {
-            const std::string again = "here/" + file;
+            const std::string again = std::string("here/").append(file);
             EXPECT_EQ(refusedRender(2, {"--force", read, file, write, again, "in.wav", "out.wav"}),
-                      again + ": is the input file " + file + "; expected another file");
+                      std::string(again).append(": is the input file ").append(file) +
+                          "; expected another file");
             EXPECT_EQ(content(file), before);
         }
     }

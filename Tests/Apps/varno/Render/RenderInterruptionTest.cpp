@@ -20,7 +20,6 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 constexpr int kSignalStatus = 128;
-constexpr int kWaitMs = 60'000;
 
 // Whether a program has opened outputs in a folder, which have no names or hidden ones.
 bool hasUnfinishedOutput(const Subprocess& program, const std::string& folder) {
