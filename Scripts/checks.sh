@@ -133,7 +133,7 @@ step_long() { build_preset release all && VARNO_TEST_SCALE=$long_scale run_tests
 step_long-threads() {
     build_preset tsan threaded_tests && VARNO_TEST_SCALE=$long_scale run_tests tsan --label-regex "$threaded_label"
 }
-step_hosts() { build_preset release varno Varno-S varno_lv2_bundle varno_clap_folder && run_hosts; }
+step_hosts() { build_preset release varno Varno-S Slow varno_lv2_bundle varno_clap_folder && run_hosts; }
 step_coverage() {
     build_preset coverage all && forget_coverage &&
         run_tests coverage --label-exclude "$scripts_label|$program_label" && measure_coverage

@@ -1,5 +1,9 @@
-// The fixture module's exports, for its bundle. FIXTURE_INCOMPLETE leaves one out.
+// The fixture module's exports, for its bundle. FIXTURE_INCOMPLETE leaves one out, FIXTURE_SLOW makes it
+// slow.
 #include "Tests/Host/FixtureModule.h"
+#ifdef FIXTURE_SLOW
+#include "Tests/Host/FixtureSlow.h"
+#endif
 
 #define FIXTURE_EXPORT extern "C" __attribute__((visibility("default")))
 
@@ -24,6 +28,9 @@ FIXTURE_EXPORT ACFRESULT ACFCanUnloadNow(IACFUnknown* host) {
 }
 
 FIXTURE_EXPORT ACFRESULT ACFStartup(IACFUnknown* host) {
+#ifdef FIXTURE_SLOW
+    varno::fixture::slowDown();
+#endif
     return entryPoints().startup(host);
 }
 

@@ -6,6 +6,7 @@ from fixture import ROOT, FixtureProject
 
 BUNDLE_CMAKE = """
 add_custom_target(varno_clap_folder)
+add_custom_target(Slow)
 add_custom_target(varno_lv2_bundle
   COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/lv2/varno-s.lv2)
 """

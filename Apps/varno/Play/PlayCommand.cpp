@@ -27,10 +27,19 @@ constexpr std::string_view kPlayDescription[] = {
     "down choose a parameter, left and right change it, b bypasses, s saves, q ends, ? lists all keys. Where "
     "standard input is no terminal, it plays until it receives a signal.",
     // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
-    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
     "SIGINT (Ctrl-C), SIGTERM and SIGHUP end it with exit status 0. It ends with 1 where no sound system "
     "answers, and when the sound system ends; a window with the bar then shows that and stays until it is "
     "closed, so that the settings can be saved.",
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): a paragraph goes over several lines
+    "With --statistics, what the blocks took is printed in the end. A block is late that is not done when "
+    "the next one begins. It counts as \"ours\" where the effect computed for longer than the block lasts, "
+    "or "
+    "waited; as \"interrupted\" where other work had the processor meanwhile; and as \"woken late\" where it "
+    "took no longer than the block lasts, but began late: the system was late, or programs before it in the "
+    "graph. Blocks that were never called for are \"lost\". \"waking\" is the time from a block's begin to "
+    "the call. RtAudio does not state when a block began: an overrun that it reports counts as woken late "
+    "unless the block before was late by itself, and there is no \"waking\". JACK's own count of overruns is "
+    "of all its clients.",
     "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
     "order given. Those that are not saved at the end are printed on standard error, as options that bring "
     "them back.",
@@ -87,6 +96,11 @@ constexpr OptionEntry kPlayOptions[] = {
      .numbers = {.least = 16, .most = 8192, .usual = kUsualPeriodFrames},
      .group = "Sound",
      .help = "Frames at a time for rtaudio; JACK has its own."},
+    {.name = "--statistics",
+     .group = "Reports",
+     .help = "Measure each block, and print in the end a histogram of the times, their median, the 99.9th "
+             "percentile and the worst, and what made blocks late."},
+    {.name = "--json", .group = "Reports", .help = "Print the statistics as JSON, for scripts."},
     {.name = "--edit",
      .excludes = "--no-edit",
      .group = "Window",
@@ -107,6 +121,7 @@ constexpr ExampleEntry kPlayExamples[] = {
     {"pw-jack varno play --mono --set Hot=0.3", "One channel, on a desktop with PipeWire."},
     {"varno play --no-connect --no-edit --name drive --state bus.state",
      "For scripts: ports drive:in_l and so on, connected by jack_connect."},
+    {"varno play --no-edit --json > statistics.json", "How it kept up, for a script, after Ctrl-C."},
 };
 
 } // namespace

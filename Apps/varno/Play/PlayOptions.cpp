@@ -26,6 +26,13 @@ std::optional<bool> editorOption(const CommandLine& line) {
     return line.has("--no-edit") ? std::optional(false) : std::nullopt;
 }
 
+StatisticsForm statisticsOption(const CommandLine& line) {
+    if (line.has("--json")) {
+        return StatisticsForm::kJson;
+    }
+    return line.has("--statistics") ? StatisticsForm::kText : StatisticsForm::kNone;
+}
+
 } // namespace
 
 PlayOptions playOptions(const CommandLine& line) {
@@ -40,6 +47,7 @@ PlayOptions playOptions(const CommandLine& line) {
     options.quality = qualityOption(line).value_or(options.quality);
     options.editor = editorOption(line);
     options.isQuiet = line.has("--quiet");
+    options.statistics = statisticsOption(line);
     options.window = windowOptions(line, "play");
     options.window.subject = "live";
     return options;

@@ -11,6 +11,9 @@
 
 namespace varno {
 
+/// How the statistics of the blocks are printed in the end.
+enum class StatisticsForm { kNone, kText, kJson };
+
 /// The command line of `varno play`.
 struct PlayOptions {
     std::string backend; ///< A backend's word, or kAnyBackend.
@@ -18,6 +21,7 @@ struct PlayOptions {
     std::int32_t quality = 1;   ///< Factor of oversampling.
     std::optional<bool> editor; ///< Nothing: where there is a display.
     bool isQuiet = false;
+    StatisticsForm statistics = StatisticsForm::kNone;
     WindowOptions window;
 };
 

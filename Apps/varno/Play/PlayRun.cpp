@@ -4,6 +4,7 @@
 #include "CommandLine/VisibleText.h"
 #include "Play/LiveEffect.h"
 #include "Play/PlayOptions.h"
+#include "Play/StatisticsReport.h"
 #include "Play/TerminalSession.h"
 #include "Session/EditorSession.h"
 #include "Session/LiveStatus.h"
@@ -34,9 +35,11 @@ std::unique_ptr<XConnection> connectionFor(const PlayOptions& options) {
     }
 }
 
-std::unique_ptr<LiveBackend> openPlayBackend(const PlayOptions& options) {
+std::unique_ptr<LiveBackend> openPlayBackend(const PlayOptions& options, BlockStatistics& statistics) {
+    LiveRequest request = options.request;
+    request.statistics = options.statistics == StatisticsForm::kNone ? nullptr : &statistics;
     try {
-        return openBackend(options.backend, options.request);
+        return openBackend(options.backend, request);
     } catch (const SoundUnavailable& error) {
         throw WorkError(error.what());
     }
@@ -170,26 +173,54 @@ private:
     std::optional<ClockedPlayer> mSilence; // processed once the sound system has ended
 };
 
-// Returns the exit status.
-int play(const PlayOptions& options, const Settings& settings, XConnection* connection,
-         const std::shared_ptr<Module>& module) {
-    std::optional<LiveEffect> effect; // outlives the sound system that processes with it
-    const auto backend = openPlayBackend(options);
-    effect.emplace(module, options.request.outputs, backend->status().rateHz(), options.quality);
-    settings.applyTo(effect->instance());
-    Play playing(options, *backend, *effect, connection);
+// Plays until a user, a signal or the sound system ends it. Returns the exit status.
+int playToTheEnd(const PlayOptions& options, LiveBackend& backend, LiveEffect& effect,
+                 XConnection* connection) {
+    Play playing(options, backend, effect, connection);
     try {
-        backend->setLatency(effect->oversampling().latencyFrames());
-        backend->start(effect->process());
+        backend.setLatency(effect.oversampling().latencyFrames());
+        backend.start(effect.process());
         playing.announce();
         return playing.run();
     } catch (const SoundUnavailable& error) {
-        throw WorkError(backend->description() + ": " + error.what());
+        throw WorkError(backend.description() + ": " + error.what());
     } catch (const Interrupted&) {
         // A signal is the normal end of live use.
         clearInterruption();
         return kExitSuccess;
     }
+}
+
+// Closes the sound system first, so that nothing is counted meanwhile.
+void reportStatistics(StatisticsForm form, const BlockStatistics& blocks,
+                      std::unique_ptr<LiveBackend> backend) {
+    const LiveStatus& status = backend->status();
+    const LiveStatistics statistics{blocks, status.blockFrames(), status.rateHz(), status.overruns()};
+    backend.reset();
+    if (form != StatisticsForm::kNone) {
+        printOut(form == StatisticsForm::kJson ? jsonText(statisticsJson(statistics))
+                                               : statisticsText(statistics));
+    }
+}
+
+// Returns the exit status.
+int play(const PlayOptions& options, const Settings& settings, XConnection* connection,
+         const std::shared_ptr<Module>& module) {
+    // Both outlive the sound system that processes with them.
+    std::optional<LiveEffect> effect;
+    BlockStatistics statistics;
+    auto backend = openPlayBackend(options, statistics);
+    effect.emplace(module, options.request.outputs, backend->status().rateHz(), options.quality);
+    settings.applyTo(effect->instance());
+    int status = kExitSuccess;
+    try {
+        status = playToTheEnd(options, *backend, *effect, connection);
+    } catch (const WorkError&) {
+        reportStatistics(options.statistics, statistics, std::move(backend));
+        throw;
+    }
+    reportStatistics(options.statistics, statistics, std::move(backend));
+    return status;
 }
 
 } // namespace

@@ -42,6 +42,7 @@ JackFunctions loadJack() {
     library.find("jack_set_xrun_callback", jack.set_xrun_callback);
     library.find("jack_set_buffer_size_callback", jack.set_buffer_size_callback);
     library.find("jack_set_sample_rate_callback", jack.set_sample_rate_callback);
+    library.find("jack_set_freewheel_callback", jack.set_freewheel_callback);
     library.find("jack_set_latency_callback", jack.set_latency_callback);
     library.find("jack_on_info_shutdown", jack.on_info_shutdown);
     library.find("jack_port_register", jack.port_register);
@@ -50,6 +51,8 @@ JackFunctions loadJack() {
     library.find("jack_port_get_latency_range", jack.port_get_latency_range);
     library.find("jack_port_set_latency_range", jack.port_set_latency_range);
     library.find("jack_recompute_total_latencies", jack.recompute_total_latencies);
+    library.find("jack_last_frame_time", jack.last_frame_time);
+    library.find("jack_frames_since_cycle_start", jack.frames_since_cycle_start);
     library.find("jack_activate", jack.activate);
     library.find("jack_get_ports", jack.get_ports);
     library.find("jack_connect", jack.connect);
@@ -150,6 +153,9 @@ void JackBackend::setCallbacks() {
             return kJackSuccess;
         },
         this);
+    mJack.set_freewheel_callback(
+        mClient, [](int isFreewheeling, void* self) { as(self).mIsFreewheeling = isFreewheeling != 0; },
+        this);
     mJack.set_latency_callback(
         mClient, [](jack_latency_callback_mode_t mode, void* self) { as(self).reportLatency(mode); }, this);
     mJack.on_info_shutdown(
@@ -223,6 +229,38 @@ void JackBackend::reportLatency(jack_latency_callback_mode_t mode) const {
 }
 
 int JackBackend::process(jack_nframes_t frames) noexcept {
+    if (mRequest.statistics != nullptr) {
+        const MeasuredBlock measured(*mRequest.statistics, stateOf(frames));
+        processPorts(frames);
+    } else {
+        processPorts(frames);
+    }
+    return kJackSuccess;
+}
+
+// A server that freewheels calls as fast as it can. The times that jack_get_cycle_times() states are of no
+// use here: they are those of a clock that the server smooths, which is far from the true one after an
+// overrun.
+BlockCall JackBackend::stateOf(jack_nframes_t frames) noexcept {
+    BlockCall call;
+    const auto expected = std::exchange(mNextFrame, std::nullopt);
+    const jack_nframes_t lastFrames = std::exchange(mLastFrames, frames);
+    if (mIsFreewheeling) {
+        return call;
+    }
+    const double rateHz = mStatus->rateHz();
+    call.lastsNs = blockLengthNs(frames, rateHz);
+    call.wokenNs = blockLengthNs(mJack.frames_since_cycle_start(mClient), rateHz);
+    const jack_nframes_t frame = mJack.last_frame_time(mClient);
+    // The count wraps around. With a new period, the server has been restarted.
+    if (expected && frames == lastFrames) {
+        call.lostBlocks = std::max(0, static_cast<int>(frame - *expected)) / static_cast<int>(frames);
+    }
+    mNextFrame = frame + frames;
+    return call;
+}
+
+void JackBackend::processPorts(jack_nframes_t frames) noexcept {
     const float* inputs[kMostLiveChannels] = {};
     float* outputs[kMostLiveChannels] = {};
     for (std::size_t i = 0; i < mInputs.size(); ++i) {
@@ -232,7 +270,6 @@ int JackBackend::process(jack_nframes_t frames) noexcept {
         outputs[i] = static_cast<float*>(mJack.port_get_buffer(mOutputs[i], frames));
     }
     mProcess(inputs, outputs, static_cast<int>(frames));
-    return kJackSuccess;
 }
 
 } // namespace varno

@@ -26,6 +26,7 @@ struct JackFunctions {
     decltype(&::jack_set_xrun_callback) set_xrun_callback;
     decltype(&::jack_set_buffer_size_callback) set_buffer_size_callback;
     decltype(&::jack_set_sample_rate_callback) set_sample_rate_callback;
+    decltype(&::jack_set_freewheel_callback) set_freewheel_callback;
     decltype(&::jack_set_latency_callback) set_latency_callback;
     decltype(&::jack_on_info_shutdown) on_info_shutdown;
     decltype(&::jack_port_register) port_register;
@@ -34,6 +35,8 @@ struct JackFunctions {
     decltype(&::jack_port_get_latency_range) port_get_latency_range;
     decltype(&::jack_port_set_latency_range) port_set_latency_range;
     decltype(&::jack_recompute_total_latencies) recompute_total_latencies;
+    decltype(&::jack_last_frame_time) last_frame_time;
+    decltype(&::jack_frames_since_cycle_start) frames_since_cycle_start;
     decltype(&::jack_activate) activate;
     decltype(&::jack_get_ports) get_ports;
     decltype(&::jack_connect) connect;
@@ -74,6 +77,8 @@ private:
     void connect(PortDirection direction) const;
     void reportLatency(jack_latency_callback_mode_t mode) const;
     int process(jack_nframes_t frames) noexcept;
+    void processPorts(jack_nframes_t frames) noexcept;
+    BlockCall stateOf(jack_nframes_t frames) noexcept;
 
     JackFunctions mJack;
     LiveRequest mRequest;
@@ -84,6 +89,11 @@ private:
     std::vector<jack_port_t*> mInputs;
     std::vector<jack_port_t*> mOutputs;
     LiveProcess mProcess;
+    std::atomic<bool> mIsFreewheeling{false};
+    // For measuring: the length of the last block, and the server's count of frames at its end unless the
+    // server freewheeled.
+    jack_nframes_t mLastFrames = 0;
+    std::optional<jack_nframes_t> mNextFrame;
 };
 
 } // namespace varno

@@ -5,6 +5,7 @@
 #include "DemoGain_Oversampling.h"
 #include "DemoGain_SampleRates.h"
 #include "Host/HostOptions.h"
+#include "Session/BlockStatistics.h"
 #include "Session/LiveStatus.h"
 
 #include <chrono>
@@ -38,6 +39,8 @@ struct LiveRequest {
     int latencyFrames = kDemoGain_LatencyFrames; ///< Of what is processed, until setLatency().
     double rateHz = kDefaultSampleRateHz;        ///< Where the sound system leaves the choice.
     int blockFrames = kUsualPeriodFrames;        ///< Likewise.
+    /// Where blocks are measured, and outlives the sound system; null: they are not.
+    BlockStatistics* statistics = nullptr;
 };
 
 /// How often a session calls LiveBackend::check().

@@ -154,7 +154,15 @@ int RtAudioBackend::process(void* output, void* input, unsigned frames, bool has
         outputs[i] = static_cast<float*>(output) + i * frames;
     }
     mFrames.fetch_add(frames, std::memory_order_relaxed);
-    mProcess(inputs.data(), outputs.data(), static_cast<int>(frames));
+    if (mRequest.statistics != nullptr) {
+        // It does not state when a block began.
+        const MeasuredBlock measured(
+            *mRequest.statistics,
+            {.lastsNs = blockLengthNs(frames, mStatus->rateHz()), .lostBlocks = hasOverrun ? 1 : 0});
+        mProcess(inputs.data(), outputs.data(), static_cast<int>(frames));
+    } else {
+        mProcess(inputs.data(), outputs.data(), static_cast<int>(frames));
+    }
     return kRtAudioSuccess;
 }
 

@@ -27,6 +27,23 @@ TEST_F(LiveRealTime, ABlockNeitherLocksNorAllocates) {
     }
 }
 
+TEST_F(LiveRealTime, NorDoesMeasuringIt) {
+    const test::FakeJack jack;
+    BlockStatistics statistics;
+    LiveEffect effect(module(), 2, 48'000.0);
+    JackBackend backend(test::FakeJack::functions(), {.statistics = &statistics});
+    backend.start(effect.process());
+    for (const auto& port : jack.ports) {
+        port->samples.reserve(64); // the server's memory
+    }
+    for (int i = 0; i < 10; ++i) {
+        test::RealTimeScope scope;
+        jack.process(64, jack.self);
+        EXPECT_EQ("", test::textOf(scope.finish()));
+    }
+    EXPECT_EQ(statistics.processing().count(), 10);
+}
+
 TEST_F(LiveRealTime, NorDoesSilence) {
     EffectSlot slot;
     std::vector<float> samples(64);

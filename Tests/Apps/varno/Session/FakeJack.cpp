@@ -98,6 +98,9 @@ JackFunctions FakeJack::functions() {
     jack.set_xrun_callback = keep<&FakeJack::xrun>;
     jack.set_buffer_size_callback = keep<&FakeJack::bufferSize>;
     jack.set_sample_rate_callback = keep<&FakeJack::sampleRate>;
+    jack.set_freewheel_callback = keep<&FakeJack::freewheel>;
+    jack.last_frame_time = [](const jack_client_t*) { return server->frame; };
+    jack.frames_since_cycle_start = [](const jack_client_t*) { return server->framesSince; };
     jack.set_latency_callback = keep<&FakeJack::latency>;
     jack.on_info_shutdown = [](jack_client_t* client, JackInfoShutdownCallback callback, void* effect) {
         keep<&FakeJack::shutdown>(client, callback, effect);

@@ -38,6 +38,8 @@ public:
     bool refusesToStart = false;
     jack_nframes_t rateHz = 44'100;
     jack_nframes_t periodFrames = 128;
+    jack_nframes_t frame = 0;       ///< At which the block begins.
+    jack_nframes_t framesSince = 0; ///< That have passed since it began.
     std::vector<const char*> captures = {"system:capture_1", "system:capture_2"};
     std::vector<const char*> playbacks = {"system:playback_1", "system:playback_2"};
 
@@ -54,6 +56,7 @@ public:
     JackXRunCallback xrun = nullptr;
     JackBufferSizeCallback bufferSize = nullptr;
     JackSampleRateCallback sampleRate = nullptr;
+    JackFreewheelCallback freewheel = nullptr;
     JackLatencyCallback latency = nullptr;
     JackInfoShutdownCallback shutdown = nullptr;
     void* self = nullptr;

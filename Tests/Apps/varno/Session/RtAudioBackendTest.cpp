@@ -104,5 +104,22 @@ TEST_F(RtAudioBackendTest, ReportsWhatIsRefused) {
     EXPECT_EQ(refusal(), "ALSA does not start the stream");
 }
 
+// It states no times of its own. A block lasts a second, so that no machine is too slow for it.
+TEST_F(RtAudioBackendTest, AnOverrunAfterABlockInTimeWasWokenLate) {
+    BlockStatistics statistics;
+    mAudio.blockFrames = mAudio.rateHz;
+    RtAudioBackend backend(FakeRtAudio::functions(), {.statistics = &statistics});
+    backend.start([](const float* const*, float* const*, int) {});
+    std::vector<float> samples(2 * std::size_t{mAudio.blockFrames});
+    for (const rtaudio_stream_status_t status : {0, RTAUDIO_STATUS_OUTPUT_UNDERFLOW, 0}) {
+        mAudio.process(samples.data(), samples.data(), mAudio.blockFrames, 0.0, status, mAudio.self);
+    }
+    EXPECT_EQ(statistics.processing().count(), 3);
+    EXPECT_EQ(statistics.waking().count(), 0);
+    EXPECT_EQ(statistics.late(LateCause::kOurs), 0);
+    EXPECT_EQ(statistics.late(LateCause::kWokenLate), 1);
+    EXPECT_EQ(backend.status().overruns(), 1);
+}
+
 } // namespace
 } // namespace varno::test

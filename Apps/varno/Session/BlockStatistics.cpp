@@ -1,0 +1,109 @@
+#include "Session/BlockStatistics.h"
+
+#include <cmath>
+#include <ctime>
+#include <sched.h>
+#include <sys/resource.h>
+
+namespace varno {
+namespace {
+
+constexpr int kUnknown = -1;
+constexpr std::int64_t kNsPerS = 1'000'000'000;
+
+void raise(std::atomic<std::int64_t>& number, std::int64_t by) noexcept {
+    // One thread writes.
+    number.store(number.load(std::memory_order_relaxed) + by, std::memory_order_relaxed);
+}
+
+std::optional<LateCause> causeOf(const BlockCall& call, const BlockCost& cost) noexcept {
+    if (call.lastsNs == 0 || call.wokenNs.value_or(0) + cost.elapsedNs <= call.lastsNs) {
+        return std::nullopt;
+    }
+    if (cost.elapsedNs <= call.lastsNs) {
+        return LateCause::kWokenLate;
+    }
+    return cost.workedNs > call.lastsNs || cost.hasWaited ? LateCause::kOurs : LateCause::kInterrupted;
+}
+
+std::int64_t nowNs(clockid_t clock) noexcept {
+    timespec time{};
+    ::clock_gettime(clock, &time);
+    return time.tv_sec * kNsPerS + time.tv_nsec;
+}
+
+// How often the thread has left the processor by itself.
+std::int64_t waits() noexcept {
+    rusage usage{};
+    ::getrusage(RUSAGE_THREAD, &usage);
+    return usage.ru_nvcsw;
+}
+
+} // namespace
+
+std::int64_t blockLengthNs(std::int64_t frames, double rateHz) noexcept {
+    return std::llround(static_cast<double>(frames) * static_cast<double>(kNsPerS) / rateHz);
+}
+
+void BlockStatistics::add(const BlockCall& call, const BlockCost& cost) noexcept {
+    mProcessing.add(cost.elapsedNs);
+    if (call.wokenNs) {
+        mWaking.add(*call.wokenNs);
+    }
+    const auto cause = causeOf(call, cost);
+    // What is lost after a late block is lost by that one.
+    const bool wasMissed = call.lostBlocks > 0 && !mWasLate;
+    raise(mLostBlocks, call.lostBlocks);
+    if (wasMissed) {
+        count(LateCause::kWokenLate);
+    }
+    if (cause && !(wasMissed && *cause == LateCause::kWokenLate)) {
+        count(*cause);
+    }
+    mWasLate = cause.has_value();
+}
+
+void BlockStatistics::count(LateCause cause) noexcept {
+    raise(mLate[static_cast<std::size_t>(cause)], 1);
+}
+
+std::int64_t BlockStatistics::late(LateCause cause) const {
+    return mLate[static_cast<std::size_t>(cause)].load(std::memory_order_relaxed);
+}
+
+void BlockStatistics::setSchedule(const ThreadSchedule& schedule) noexcept {
+    mPriority.store(schedule.priority, std::memory_order_relaxed);
+    mPolicy.store(schedule.policy, std::memory_order_release);
+}
+
+std::optional<ThreadSchedule> BlockStatistics::schedule() const {
+    const int policy = mPolicy.load(std::memory_order_acquire);
+    return policy == kUnknown
+               ? std::nullopt
+               : std::optional(ThreadSchedule{policy, mPriority.load(std::memory_order_relaxed)});
+}
+
+MeasuredBlock::MeasuredBlock(BlockStatistics& statistics, const BlockCall& call) noexcept
+    : mStatistics(statistics),
+      mCall(call) {
+    if (!statistics.schedule()) {
+        sched_param parameters{};
+        ::sched_getparam(0, &parameters);
+        statistics.setSchedule({::sched_getscheduler(0), parameters.sched_priority});
+    }
+    mWaits = waits();
+    mWorkedNs = nowNs(CLOCK_THREAD_CPUTIME_ID);
+    mBeganNs = nowNs(CLOCK_MONOTONIC);
+}
+
+MeasuredBlock::~MeasuredBlock() {
+    BlockCost cost{.elapsedNs = nowNs(CLOCK_MONOTONIC) - mBeganNs};
+    // Only the cause of what is late depends on the rest.
+    if (cost.elapsedNs > mCall.lastsNs) {
+        cost.workedNs = nowNs(CLOCK_THREAD_CPUTIME_ID) - mWorkedNs;
+        cost.hasWaited = waits() > mWaits;
+    }
+    mStatistics.add(mCall, cost);
+}
+
+} // namespace varno
