@@ -3,6 +3,7 @@
 #include "Host/HostError.h"
 #include "Host/Instance.h"
 #include "Host/Module.h"
+#include "Validate/Module/ModuleAttempts.h"
 #include "Validate/Plugin.h"
 
 #include <utility>
@@ -74,6 +75,11 @@ public:
     }
     void reset() override { mInstance.reset(); }
     std::int32_t latencyFrames() override { return mInstance.latencyFrames(); }
+    std::vector<Attempt> attempts(AttemptKind kind) override {
+        return kind == AttemptKind::kUnknownIdentifiers ? unknownIdentifiers(mInstance)
+               : kind == AttemptKind::kForeignStates    ? foreignChunks(mInstance)
+                                                        : callsFromWithin(mInstance);
+    }
 
     std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) override;
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -122,6 +123,19 @@ public:
     virtual void idle() = 0;
 };
 
+/// Something that a host may do at any time and that must do no harm.
+struct Attempt {
+    std::string name; ///< What is done: "SetChunk with another chunk's identifier".
+    /// Does it. @return what was wrong with the answer: "success"; empty where nothing was
+    std::function<std::string()> make;
+};
+
+enum class AttemptKind {
+    kUnknownIdentifiers, ///< Calls with identifiers that the plug-in does not know, or with none.
+    kForeignStates,      ///< States of other plug-ins, in the container of the format.
+    kCallsFromWithin,    ///< Uses of the plug-in in which the host calls it while it calls the host.
+};
+
 /// A running instance: made, prepared and ready for its first buffer. Everything but process() and set() is
 /// for one thread, that of the host's window; process() may run on another one beside it. Where a format
 /// allows less, its adapter arranges it. An exception of the plug-in's is passed on.
@@ -158,6 +172,9 @@ public:
     virtual void reset() = 0;
     /// The latency reported now, in frames.
     virtual std::int32_t latencyFrames() = 0;
+
+    /// What can be tried with this instance, as long as it lives. [main]
+    virtual std::vector<Attempt> attempts(AttemptKind kind) = 0;
 
     /// Opens the editor in an X11 window of the caller's. @param window its number
     /// @throws PluginError where it does not open

@@ -1,5 +1,6 @@
 // Making, using and ending instances in every order.
 #include "Validate/Check.h"
+#include "Validate/Checks/AttemptChecks.h"
 #include "Validate/Checks/ModuleLifeChecks.h"
 #include "Validate/ProcessTraces.h"
 #include "Validate/Silence.h"
@@ -172,6 +173,10 @@ constexpr Check kLifeChecks[] = {
      .title = "500 instances one after the other leave nothing behind (full level: 10,000)",
      .timeLimitS = 60,
      .run = checkRecycling},
+    {.id = "life-callbacks",
+     .title = "A host may call the plug-in while the plug-in calls the host",
+     .timeLimitS = 60,
+     .run = checkCallsFromWithin},
     {.id = "life-raw-orders",
      .title = "A data model takes four calls in any order, before and after its life too",
      .formats = static_cast<Formats>(Format::kModule),

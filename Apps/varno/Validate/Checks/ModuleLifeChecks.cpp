@@ -1,7 +1,5 @@
 #include "Validate/Checks/ModuleLifeChecks.h"
 
-#include "AAX_IACFAutomationDelegate.h"
-#include "AAX_IACFController.h"
 #include "AAX_UIDs.h"
 #include "Host/HostError.h"
 #include "Host/Instance.h"
@@ -9,8 +7,9 @@
 #include "Host/Module.h"
 #include "Validate/Allocations.h"
 #include "Validate/Binaries.h"
+#include "Validate/Module/RawHost.h"
+#include "Validate/Module/RawModel.h"
 
-#include <array>
 #include <cstring>
 #include <functional>
 
@@ -33,71 +32,11 @@ InstanceSetup setupOf(const EffectDescription& effect, const VariantDescription&
     return {.channels = variant.inputChannels(), .maximumFrames = kRawFrames, .effectID = effect.id};
 }
 
-// A data model as its creation procedure makes it.
-ACFPtr<AAX_IACFEffectParameters> makeModel(const EffectDescription& effect) {
-    const AAX_CCreateObjectProc create = effect.procedure(kAAX_ProcPtrID_Create_EffectParameters);
-    const auto made = ACFPtr<IACFUnknown>::Retain(create == nullptr ? nullptr : create());
-    auto model = ACFPtr<AAX_IACFEffectParameters>::Query(made.Get(), IID_IAAXEffectParametersV1);
-    if (!model) {
-        throw HostError("the effect makes no data model");
-    }
-    return model;
-}
-
 std::string firstParameter(Context& context) {
     const auto plugin = context.open();
     const auto instance = plugin->create(plugin->plugins().at(0), kDefaultSampleRateHz, kRawFrames);
     return instance->parameters().empty() ? "none" : instance->parameters().front().id;
 }
-
-// What the calls are made with.
-struct RawModel {
-    AAX_IACFEffectParameters& model;
-    IACFUnknown& host;
-    const StoredChunk& chunk;
-    const std::string& parameter;
-};
-
-struct RawCall {
-    const char* name;
-    void (*call)(const RawModel& raw);
-};
-
-void saveRaw(const RawModel& raw) {
-    std::uint32_t size = 0;
-    AAX_CTypeID id = raw.chunk.identity().chunkID;
-    if (raw.model.GetChunkSize(id, &size) == AAX_SUCCESS) {
-        StoredChunk chunk(size, raw.chunk.identity());
-        raw.model.GetChunk(id, chunk.record());
-    }
-}
-
-// Results are those of illegal calls at times: that each returns is what counts.
-constexpr RawCall kRawCalls[] = {
-    {"Initialize", [](const RawModel& raw) { raw.model.Initialize(&raw.host); }},
-    {"Uninitialize", [](const RawModel& raw) { raw.model.Uninitialize(); }},
-    {"GenerateCoefficients", [](const RawModel& raw) { raw.model.GenerateCoefficients(); }},
-    {"GetChunk", saveRaw},
-    {"SetChunk",
-     [](const RawModel& raw) { raw.model.SetChunk(raw.chunk.identity().chunkID, raw.chunk.record()); }},
-    {"UpdateParameterNormalizedValue",
-     [](const RawModel& raw) {
-         raw.model.UpdateParameterNormalizedValue(raw.parameter.c_str(), 1.0, AAX_eUpdateSource_Unspecified);
-     }},
-    {"SetParameterNormalizedValue",
-     [](const RawModel& raw) { raw.model.SetParameterNormalizedValue(raw.parameter.c_str(), 0.0); }},
-    {"GetParameterValueString",
-     [](const RawModel& raw) {
-         HostString text;
-         raw.model.GetParameterValueString(raw.parameter.c_str(), &text, Instance::kLongestText);
-     }},
-    {"TimerWakeup", [](const RawModel& raw) { raw.model.TimerWakeup(); }},
-    {"ResetFieldData",
-     [](const RawModel& raw) {
-         alignas(64) std::array<char, 4096> data{};
-         raw.model.ResetFieldData(0, data.data(), data.size());
-     }},
-};
 
 // Calls `action` with every sequence of calls of up to `longest`, by their numbers.
 void forEachOrder(std::size_t calls, std::size_t longest,
@@ -119,83 +58,10 @@ void forEachOrder(std::size_t calls, std::size_t longest,
 std::string namesOf(const std::vector<std::size_t>& order) {
     std::string names;
     for (const std::size_t call : order) {
-        names += (names.empty() ? "" : ", ") + std::string(kRawCalls[call].name);
+        names += (names.empty() ? "" : ", ") + std::string(rawCalls()[call].name);
     }
     return names;
 }
-
-// A host of which every call throws, from a certain one on. It offers what a data model uses.
-class ThrowingHost final : public AAX_IACFController_V3, public AAX_IACFAutomationDelegate {
-public:
-    // @param calls that succeed before
-    void throwAfter(int calls) { mCallsLeft = calls; }
-    void succeed() { mCallsLeft = kAll; }
-    IACFUnknown& unknown() { return static_cast<AAX_IACFController_V3&>(*this); }
-
-    ACFRESULT QueryInterface(const acfIID& iid, void** outObject) override {
-        *outObject = nullptr;
-        count();
-        if (iid == IID_IACFUnknown || iid == IID_IAAXControllerV1 || iid == IID_IAAXControllerV2 ||
-            iid == IID_IAAXControllerV3) {
-            *outObject = static_cast<AAX_IACFController_V3*>(this);
-        } else if (iid == IID_IAAXAutomationDelegateV1) {
-            *outObject = static_cast<AAX_IACFAutomationDelegate*>(this);
-        }
-        return *outObject == nullptr ? ACF_E_NOINTERFACE : ACF_OK;
-    }
-    // It outlives the module's use of it. These cannot fail.
-    std::uint32_t AddRef() override { return 1; }
-    std::uint32_t Release() override { return 1; }
-
-    AAX_Result GetEffectID(AAX_IString*) const override { return count(); }
-    AAX_Result GetSampleRate(float* outRateHz) const override {
-        *outRateHz = static_cast<float>(kDefaultSampleRateHz);
-        return count();
-    }
-    AAX_Result GetInputStemFormat(AAX_EStemFormat*) const override { return count(); }
-    AAX_Result GetOutputStemFormat(AAX_EStemFormat*) const override { return count(); }
-    AAX_Result GetSignalLatency(std::int32_t*) const override { return count(); }
-    AAX_Result GetCycleCount(AAX_EProperty, std::int32_t*) const override { return count(); }
-    AAX_Result GetTODLocation(AAX_CTimeOfDay*) const override { return count(); }
-    AAX_Result SetSignalLatency(std::int32_t) override { return count(); }
-    AAX_Result SetCycleCount(AAX_EProperty*, std::int32_t*, std::int32_t) override { return count(); }
-    AAX_Result PostPacket(AAX_CFieldIndex, const void*, std::uint32_t) override { return count(); }
-    AAX_Result GetCurrentMeterValue(AAX_CTypeID, float*) const override { return count(); }
-    AAX_Result GetMeterPeakValue(AAX_CTypeID, float*) const override { return count(); }
-    AAX_Result ClearMeterPeakValue(AAX_CTypeID) const override { return count(); }
-    AAX_Result GetMeterClipped(AAX_CTypeID, std::uint8_t*) const override { return count(); }
-    AAX_Result ClearMeterClipped(AAX_CTypeID) const override { return count(); }
-    AAX_Result GetMeterCount(std::uint32_t*) const override { return count(); }
-    AAX_Result GetNextMIDIPacket(AAX_CFieldIndex*, AAX_CMidiPacket*) override { return count(); }
-    AAX_Result SendNotification(AAX_CTypeID, const void*, std::uint32_t) override { return count(); }
-    AAX_Result GetHybridSignalLatency(std::int32_t*) const override { return count(); }
-    AAX_Result GetCurrentAutomationTimestamp(AAX_CTimeOfDay*) const override { return count(); }
-    AAX_Result GetHostName(AAX_IString*) const override { return count(); }
-    AAX_Result GetPlugInTargetPlatform(std::int32_t*) const override { return count(); }
-    AAX_Result GetIsAudioSuite(std::uint8_t*) const override { return count(); }
-
-    AAX_Result RegisterParameter(AAX_CParamID) override { return count(); }
-    AAX_Result UnregisterParameter(AAX_CParamID) override { return count(); }
-    AAX_Result PostSetValueRequest(AAX_CParamID, double) override { return count(); }
-    AAX_Result PostCurrentValue(AAX_CParamID, double) override { return count(); }
-    AAX_Result PostTouchRequest(AAX_CParamID) override { return count(); }
-    AAX_Result PostReleaseRequest(AAX_CParamID) override { return count(); }
-
-private:
-    static constexpr int kAll = -1;
-
-    struct Thrown : std::exception {};
-
-    AAX_Result count() const {
-        if (mCallsLeft == 0) {
-            throw Thrown();
-        }
-        mCallsLeft -= mCallsLeft > 0 ? 1 : 0;
-        return AAX_SUCCESS;
-    }
-
-    mutable int mCallsLeft = kAll;
-};
 
 // As much of a module's use as the host allows.
 void useModule(const Context& context, const std::shared_ptr<Module>& module) {
@@ -279,7 +145,7 @@ void checkCallOrders(Context& context) {
     const VariantDescription& variant = effect.variants.at(0);
     const InstanceSetup setup = setupOf(effect, variant);
     const StoredChunk chunk = Instance(module, setup).save();
-    forEachOrder(std::size(kRawCalls), kLongest, [&](const std::vector<std::size_t>& order) {
+    forEachOrder(rawCalls().size(), kLongest, [&](const std::vector<std::size_t>& order) {
         context.step(namesOf(order));
         HostReference<InstanceHost> host(new InstanceHost(module->context(), effect, variant, setup),
                                          "instance host");
@@ -287,7 +153,7 @@ void checkCallOrders(Context& context) {
             const auto model = makeModel(effect);
             const RawModel raw{*model.Get(), *host, chunk, parameter};
             for (const std::size_t call : order) {
-                kRawCalls[call].call(raw);
+                rawCalls()[call].call(raw);
             }
             model->Uninitialize();
         }
@@ -315,9 +181,9 @@ void checkThrowingHost(Context& context) {
     const auto module = Module::open(context.path());
     const EffectDescription& effect = firstEffect(context, *module);
     const StoredChunk chunk = Instance(module, setupOf(effect, effect.variants.at(0))).save();
-    for (const RawCall& each : kRawCalls) {
+    for (const RawCall& each : rawCalls()) {
         for (int calls = 0; calls < kMostCalls; ++calls) {
-            ThrowingHost host;
+            RawHost host;
             const auto model = makeModel(effect);
             const RawModel raw{*model.Get(), host.unknown(), chunk, parameter};
             const bool isFirst = std::strcmp(each.name, "Initialize") == 0;
@@ -327,14 +193,14 @@ void checkThrowingHost(Context& context) {
             const std::string what =
                 std::string(each.name) + " with a host that throws at its call " + std::to_string(calls + 1);
             context.step(what);
-            host.throwAfter(calls);
+            host.setHook(throwAfter(calls));
             try {
                 each.call(raw);
             } catch (...) {
                 context.fail("an exception out of " + what, "a result code");
                 return;
             }
-            host.succeed();
+            host.setHook({});
             model->Uninitialize();
         }
     }
@@ -386,7 +252,7 @@ void checkFailingAllocations(Context& context) {
         (void)ACFPtr<IACFUnknown>::Retain(made);
         return hasFailed;
     });
-    for (const RawCall& each : kRawCalls) {
+    for (const RawCall& each : rawCalls()) {
         failEach(each.name, [&](int allocations) {
             HostReference<InstanceHost> host(new InstanceHost(module->context(), effect, variant, setup),
                                              "instance host");

@@ -1,5 +1,6 @@
 // Parameters: their values, and the texts that people see and type.
 #include "Validate/Check.h"
+#include "Validate/Checks/AttemptChecks.h"
 #include "Validate/Checks/Effects.h"
 
 #include <algorithm>
@@ -192,6 +193,9 @@ constexpr Check kParameterChecks[] = {
      .title = "Texts and values of any kind are refused or in range",
      .formats = kWithTexts,
      .run = checkExtremes},
+    {.id = "parameters-unknown",
+     .title = "Calls with unknown identifiers give an error or nothing, and change nothing",
+     .run = checkUnknownIdentifiers},
 };
 
 } // namespace

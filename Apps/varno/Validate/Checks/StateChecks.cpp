@@ -1,5 +1,6 @@
 // The state that hosts save and restore.
 #include "Validate/Check.h"
+#include "Validate/Checks/AttemptChecks.h"
 #include "Validate/Checks/Effects.h"
 
 #include <algorithm>
@@ -190,6 +191,10 @@ constexpr Check kStateChecks[] = {
      .title = "Bytes that are no state are refused, and change nothing then",
      .timeLimitS = 120,
      .run = checkDamaged},
+    {.id = "state-foreign",
+     .title = "States of other plug-ins are refused or ignored, and leave nothing behind",
+     .timeLimitS = 60,
+     .run = checkForeignStates},
 };
 
 } // namespace

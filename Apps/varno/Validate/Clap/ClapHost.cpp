@@ -13,12 +13,13 @@ ClapHost& hostOf(const clap_host_t* table) {
 }
 
 // What a plug-in logs is no finding.
-constexpr clap_host_log_t kLog = {[](const clap_host_t*, std::int32_t, const char*) {}};
+constexpr clap_host_log_t kLog = {
+    [](const clap_host_t* host, std::int32_t, const char*) { hostOf(host).called(); }};
 
 constexpr clap_host_params_t kParams = {
     [](const clap_host_t* host, std::uint32_t) { hostOf(host).expectMainThread("params.rescan"); },
     [](const clap_host_t* host, clap_id, std::uint32_t) { hostOf(host).expectMainThread("params.clear"); },
-    [](const clap_host_t*) {},
+    [](const clap_host_t* host) { hostOf(host).called(); },
 };
 
 constexpr clap_host_latency_t kLatency = {
@@ -46,9 +47,13 @@ ClapHost::ClapHost(std::vector<std::string>& complaints)
              .url = "",
              .version = "1",
              .get_extension = extensionOf,
-             .request_restart = [](const clap_host_t*) {},
-             .request_process = [](const clap_host_t*) {},
-             .request_callback = [](const clap_host_t* host) { hostOf(host).mIsCallbackWanted = true; }},
+             .request_restart = [](const clap_host_t* host) { hostOf(host).called(); },
+             .request_process = [](const clap_host_t* host) { hostOf(host).called(); },
+             .request_callback =
+                 [](const clap_host_t* host) {
+                     hostOf(host).mIsCallbackWanted = true;
+                     hostOf(host).called();
+                 }},
       mComplaints(complaints),
       mMainThread(std::this_thread::get_id()) {
 }
@@ -63,6 +68,13 @@ void ClapHost::complain(const std::string& text) {
 void ClapHost::expectMainThread(const char* call) {
     if (std::this_thread::get_id() != mMainThread) {
         complain(std::string(call) + " was called on a thread that is not the main thread");
+    }
+    called();
+}
+
+void ClapHost::called() const {
+    if (std::this_thread::get_id() == mMainThread && mHook) {
+        mHook();
     }
 }
 

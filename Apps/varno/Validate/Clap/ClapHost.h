@@ -5,9 +5,11 @@
 #include "CLAP/Clap/Plugin.h"
 
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace varno::validate {
@@ -25,6 +27,11 @@ public:
     /// Whether the plug-in has asked for on_main_thread() since the last call. [any]
     bool takeCallback() { return mIsCallbackWanted.exchange(false); }
 
+    /// From now on, called within every call of the plug-in's on the main thread. Empty for nothing. [main]
+    void setHook(std::function<void()> hook) { mHook = std::move(hook); }
+    /// For the functions of the table: runs the hook. [any]
+    void called() const;
+
     /// [any]
     void complain(const std::string& text);
     /// Notes a call that belongs to the main thread. [any]
@@ -35,6 +42,7 @@ private:
     std::mutex mMutex;
     std::vector<std::string>& mComplaints;
     std::thread::id mMainThread;
+    std::function<void()> mHook;
     std::atomic<bool> mIsCallbackWanted{false};
 };
 

@@ -1,5 +1,7 @@
 #include "Validate/Clap/ClapInstance.h"
 
+#include "Validate/Clap/ClapAttempts.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -70,13 +72,15 @@ ClapInstance::ClapInstance(std::unique_ptr<ClapHost> host, OwnedClap plugin, dou
                            std::int32_t mostFrames)
     : mHost(std::move(host)),
       mPlugin(std::move(plugin)),
+      mRateHz(rateHz),
+      mMostFrames(static_cast<std::uint32_t>(std::max(mostFrames, 1))),
       mParams(extensionOf<clap_plugin_params_t>(mPlugin.get(), CLAP_EXT_PARAMS)),
       mState(extensionOf<clap_plugin_state_t>(mPlugin.get(), CLAP_EXT_STATE)),
       mLatency(extensionOf<clap_plugin_latency_t>(mPlugin.get(), CLAP_EXT_LATENCY)),
       mInputs(readClapPorts(mPlugin.get(), true)),
       mOutputs(readClapPorts(mPlugin.get(), false)) {
     readParameters();
-    if (!mPlugin->activate(mPlugin.get(), rateHz, 1, static_cast<std::uint32_t>(std::max(mostFrames, 1)))) {
+    if (!mPlugin->activate(mPlugin.get(), mRateHz, 1, mMostFrames)) {
         throw PluginError("the plug-in cannot be activated");
     }
 }
@@ -186,12 +190,19 @@ void ClapInstance::process(const float* const* inputs, float* const* outputs, st
     ValueEvents events;
     {
         const std::lock_guard lock(mMutex);
-        startProcessing();
         events = std::exchange(mWaiting, {});
+    }
+    processWith(eventsOf(events), inputs, outputs, frames);
+}
+
+void ClapInstance::processWith(const clap_input_events_t& events, const float* const* inputs,
+                               float* const* outputs, std::int32_t frames) {
+    {
+        const std::lock_guard lock(mMutex);
+        startProcessing();
     }
     std::vector<clap_audio_buffer_t> in = buffersOf(mInputs, const_cast<float**>(inputs));
     std::vector<clap_audio_buffer_t> out = buffersOf(mOutputs, const_cast<float**>(outputs));
-    const clap_input_events_t inEvents = eventsOf(events);
     const clap_process_t process{.steady_time = -1,
                                  .frames_count = static_cast<std::uint32_t>(frames),
                                  .transport = nullptr,
@@ -199,7 +210,7 @@ void ClapInstance::process(const float* const* inputs, float* const* outputs, st
                                  .audio_outputs = out.data(),
                                  .audio_inputs_count = static_cast<std::uint32_t>(in.size()),
                                  .audio_outputs_count = static_cast<std::uint32_t>(out.size()),
-                                 .in_events = &inEvents,
+                                 .in_events = &events,
                                  .out_events = &kTakesAll};
     if (mPlugin->process(mPlugin.get(), &process) == CLAP_PROCESS_ERROR) {
         mHost->complain("process() failed");
@@ -248,6 +259,42 @@ void ClapInstance::reset() {
 std::int32_t ClapInstance::latencyFrames() {
     answerCallbacks();
     return mLatency == nullptr ? 0 : static_cast<std::int32_t>(mLatency->get(mPlugin.get()));
+}
+
+void ClapInstance::processSilence(const clap_input_events_t& events) {
+    constexpr std::int32_t kFrames = 1;
+    const std::vector<float> silence(static_cast<std::size_t>(mInputs.allChannels()));
+    std::vector<float> sound(static_cast<std::size_t>(mOutputs.allChannels()));
+    std::vector<const float*> inputs;
+    std::vector<float*> outputs;
+    for (const float& sample : silence) {
+        inputs.push_back(&sample);
+    }
+    for (float& sample : sound) {
+        outputs.push_back(&sample);
+    }
+    processWith(events, inputs.data(), outputs.data(), kFrames);
+}
+
+bool ClapInstance::restart() {
+    stopProcessing();
+    mPlugin->deactivate(mPlugin.get());
+    return mPlugin->activate(mPlugin.get(), mRateHz, 1, mMostFrames);
+}
+
+std::vector<Attempt> ClapInstance::attempts(AttemptKind kind) {
+    flush();
+    const ClapUse use{.plugin = mPlugin.get(),
+                      .host = mHost.get(),
+                      .params = mParams,
+                      .state = mState,
+                      .latency = mLatency,
+                      .infos = mInfos,
+                      .process = [this](const clap_input_events_t& events) { processSilence(events); },
+                      .restart = [this] { return restart(); }};
+    return kind == AttemptKind::kUnknownIdentifiers ? unknownIdentifiers(use)
+           : kind == AttemptKind::kForeignStates    ? foreignStates(use)
+                                                    : callsFromWithin(use);
 }
 
 std::unique_ptr<PluginEditor> ClapInstance::openEditor(std::uint32_t /*window*/) {

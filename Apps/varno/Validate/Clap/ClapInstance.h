@@ -54,6 +54,7 @@ public:
     bool restoreState(std::span<const std::byte> state) override;
     void reset() override;
     std::int32_t latencyFrames() override;
+    std::vector<Attempt> attempts(AttemptKind kind) override;
     std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) override;
 
 private:
@@ -62,9 +63,15 @@ private:
     void stopProcessing();
     void flush();
     void answerCallbacks();
+    void processWith(const clap_input_events_t& events, const float* const* inputs, float* const* outputs,
+                     std::int32_t frames);
+    void processSilence(const clap_input_events_t& events);
+    bool restart();
 
     std::unique_ptr<ClapHost> mHost;
     OwnedClap mPlugin;
+    double mRateHz;
+    std::uint32_t mMostFrames;
     const clap_plugin_params_t* mParams;
     const clap_plugin_state_t* mState;
     const clap_plugin_latency_t* mLatency;

@@ -27,6 +27,8 @@ constexpr const char* kOffered[] = {LV2_URID__map,
                                     LV2_CORE__hardRTCapable,
                                     LV2_CORE__inPlaceBroken};
 
+constexpr const char* kUnknown = "urn:varno:unknown";
+
 std::vector<std::byte> bytesOf(const void* data, std::uint32_t size) {
     const auto* const begin = static_cast<const std::byte*>(data);
     return {begin, begin + size};
@@ -79,16 +81,25 @@ const char* UriNumbers::uriOf(LV2_URID number) {
 
 Work::Work()
     : mSchedule{this, [](LV2_Worker_Schedule_Handle self, std::uint32_t size, const void* data) {
-                    static_cast<Work*>(self)->mRequests.push_back(bytesOf(data, size));
+                    static_cast<Work*>(self)->schedule(size, data);
                     return LV2_WORKER_SUCCESS;
                 }} {
 }
 
+LV2_Worker_Status Work::respond(LV2_Worker_Respond_Handle self, std::uint32_t size, const void* data) {
+    static_cast<Work*>(self)->mResponses.push_back(bytesOf(data, size));
+    return LV2_WORKER_SUCCESS;
+}
+
+void Work::schedule(std::uint32_t size, const void* data) {
+    if (mWorker != nullptr && mWorker->work != nullptr) {
+        mWorker->work(mPlugin, respond, this, size, data);
+    } else {
+        mRequests.push_back(bytesOf(data, size));
+    }
+}
+
 void Work::doRequests(LV2_Handle plugin, const LV2_Worker_Interface* worker) {
-    const auto respond = [](LV2_Worker_Respond_Handle self, std::uint32_t size, const void* data) {
-        static_cast<Work*>(self)->mResponses.push_back(bytesOf(data, size));
-        return LV2_WORKER_SUCCESS;
-    };
     for (const Message& request : std::exchange(mRequests, {})) {
         if (worker != nullptr && worker->work != nullptr) {
             worker->work(plugin, respond, this, static_cast<std::uint32_t>(request.size()), dataOf(request));
@@ -107,11 +118,10 @@ void Work::endRun(LV2_Handle plugin, const LV2_Worker_Interface* worker) {
     }
 }
 
-HostSide::HostSide(UriNumbers& numbers, double rateHz, std::int32_t mostFrames)
+HostSide::HostSide(UriNumbers& numbers, double rateHz, std::int32_t mostFrames, Offer offer)
     : mRateHz(static_cast<float>(rateHz)),
       mLongest(mostFrames),
       mEventBytes(kEventBytes),
-      mOptions{},
       // What a plug-in logs is no finding.
       mLog{this, printNothing, [](LV2_Log_Handle, LV2_URID, const char*, va_list) { return 0; }},
       mMapPath{this, [](LV2_State_Map_Path_Handle, const char* path) { return copyOf(path); },
@@ -122,12 +132,18 @@ HostSide::HostSide(UriNumbers& numbers, double rateHz, std::int32_t mostFrames)
         return LV2_Options_Option{LV2_OPTIONS_INSTANCE, 0,    numbers.numberOf(key),
                                   sizeof(std::int32_t), type, value};
     };
-    mOptions = {option(LV2_PARAMETERS__sampleRate, numbers.numberOf(LV2_ATOM__Float), &mRateHz),
-                option(LV2_BUF_SIZE__minBlockLength, integer, &mShortest),
-                option(LV2_BUF_SIZE__maxBlockLength, integer, &mLongest),
-                option(LV2_BUF_SIZE__nominalBlockLength, integer, &mLongest),
-                option(LV2_BUF_SIZE__sequenceSize, integer, &mEventBytes),
-                LV2_Options_Option{LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr}};
+    mOptions = {
+        option(LV2_PARAMETERS__sampleRate, numbers.numberOf(LV2_ATOM__Float), &mRateHz),
+        option(LV2_BUF_SIZE__minBlockLength, integer, &mShortest),
+        option(LV2_BUF_SIZE__maxBlockLength, integer, &mLongest),
+        option(LV2_BUF_SIZE__nominalBlockLength, integer, &mLongest),
+        option(LV2_BUF_SIZE__sequenceSize, integer, &mEventBytes),
+    };
+    if (offer == Offer::kUnknownToo) {
+        mOptions.insert(mOptions.begin(), option(kUnknown, numbers.numberOf(kUnknown), &mEventBytes));
+        mTable.push_back({kUnknown, nullptr});
+    }
+    mOptions.push_back({LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr});
     void* const data[] = {&numbers.map(), &numbers.unmap(), mOptions.data(), &mWork.schedule(),
                           &mLog,          &mMapPath,        &mFreePath};
     for (std::size_t i = 0; i < std::size(kOffered); ++i) {

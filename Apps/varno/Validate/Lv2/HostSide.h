@@ -2,7 +2,6 @@
 #ifndef VARNO_APPS_VARNO_VALIDATE_LV2_HOSTSIDE_H
 #define VARNO_APPS_VARNO_VALIDATE_LV2_HOSTSIDE_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -52,6 +51,13 @@ public:
     ~Work() = default;
 
     LV2_Worker_Schedule& schedule() { return mSchedule; }
+    /// From now on, what is asked for is done within the question, as hosts do that render a file.
+    void doAtOnce(LV2_Handle plugin, const LV2_Worker_Interface* worker) {
+        mPlugin = plugin;
+        mWorker = worker;
+    }
+    /// As at the beginning.
+    void doLater() { mWorker = nullptr; }
     /// Does what has been asked for until now. @param worker null where the plug-in has none
     void doRequests(LV2_Handle plugin, const LV2_Worker_Interface* worker);
     /// Follows each run(): hands the results over.
@@ -60,7 +66,12 @@ public:
 private:
     using Message = std::vector<std::byte>;
 
+    static LV2_Worker_Status respond(LV2_Worker_Respond_Handle self, std::uint32_t size, const void* data);
+    void schedule(std::uint32_t size, const void* data);
+
     LV2_Worker_Schedule mSchedule;
+    LV2_Handle mPlugin = nullptr;
+    const LV2_Worker_Interface* mWorker = nullptr; ///< Where work is done at once.
     std::vector<Message> mRequests;
     std::vector<Message> mResponses;
 };
@@ -68,7 +79,13 @@ private:
 /// The features of one instance. Stays where it is.
 class HostSide {
 public:
-    HostSide(UriNumbers& numbers, double rateHz, std::int32_t mostFrames);
+    /// What it offers.
+    enum class Offer {
+        kUsual,
+        kUnknownToo, ///< A feature and an option beside, of which no plug-in knows.
+    };
+
+    HostSide(UriNumbers& numbers, double rateHz, std::int32_t mostFrames, Offer offer = Offer::kUsual);
     HostSide(const HostSide&) = delete;
     HostSide& operator=(const HostSide&) = delete;
     ~HostSide() = default;
@@ -86,7 +103,7 @@ private:
     std::int32_t mShortest = 0;
     std::int32_t mLongest;
     std::int32_t mEventBytes;
-    std::array<LV2_Options_Option, 6> mOptions;
+    std::vector<LV2_Options_Option> mOptions;
     LV2_Log_Log mLog;
     LV2_State_Map_Path mMapPath;
     LV2_State_Free_Path mFreePath;

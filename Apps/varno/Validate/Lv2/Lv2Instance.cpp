@@ -1,5 +1,8 @@
 #include "Validate/Lv2/Lv2Instance.h"
 
+#include "Validate/Lv2/Lv2Attempts.h"
+#include "Validate/Lv2/StateStore.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -7,54 +10,14 @@
 #include <utility>
 
 namespace varno::validate {
-namespace {
-
-// What a plug-in stores, or is given back.
-struct StoreAccess {
-    UriNumbers& numbers;
-    Lv2State& state;
-};
-
-LV2_State_Status storeProperty(LV2_State_Handle handle, std::uint32_t key, const void* value,
-                               std::size_t size, std::uint32_t type, std::uint32_t flags) {
-    const StoreAccess& access = *static_cast<StoreAccess*>(handle);
-    const char* const keyUri = access.numbers.uriOf(key);
-    const char* const typeUri = access.numbers.uriOf(type);
-    if (keyUri == nullptr || typeUri == nullptr || (value == nullptr && size > 0)) {
-        return LV2_STATE_ERR_UNKNOWN;
-    }
-    const auto* const begin = static_cast<const std::byte*>(value);
-    access.state.properties[keyUri] = {typeUri, flags, {begin, begin + size}};
-    return LV2_STATE_SUCCESS;
-}
-
-const void* findProperty(LV2_State_Handle handle, std::uint32_t key, std::size_t* size, std::uint32_t* type,
-                         std::uint32_t* flags) {
-    const StoreAccess& access = *static_cast<StoreAccess*>(handle);
-    const char* const keyUri = access.numbers.uriOf(key);
-    const auto found = access.state.properties.find(keyUri == nullptr ? "" : keyUri);
-    if (found == access.state.properties.end()) {
-        return nullptr;
-    }
-    const auto put = [](auto* to, auto value) {
-        if (to != nullptr) {
-            *to = value;
-        }
-    };
-    put(size, found->second.value.size());
-    put(type, access.numbers.numberOf(found->second.type));
-    put(flags, found->second.flags);
-    static constexpr std::byte kNothing{};
-    return found->second.value.empty() ? &kNothing : found->second.value.data();
-}
-
-} // namespace
-
 Lv2Instance::Lv2Instance(const LilvPlugin* plugin, UriNumbers& numbers, PortList ports, bool runsInPlace,
                          double rateHz, std::int32_t mostFrames)
     : mNumbers(numbers),
       mPorts(std::move(ports)),
+      mPlugin(plugin),
       mRunsInPlace(runsInPlace),
+      mRateHz(rateHz),
+      mMostFrames(mostFrames),
       mHost(numbers, rateHz, mostFrames),
       mValues(mPorts.ports.size()),
       mModulation(mPorts.ports.size()),
@@ -95,14 +58,16 @@ void Lv2Instance::connectPorts(std::int32_t mostFrames) {
     }
 }
 
-// An output states its room; an input is a sequence of no events.
+// An output states its room; an input is a sequence of no events, or of those that are to come in.
 void Lv2Instance::clearEvents() {
     for (const Port& port : mPorts.ports) {
         if (port.kind == PortKind::kEvents) {
             const LV2_Atom room{kEventBytes - sizeof(LV2_Atom), mNumbers.numberOf(LV2_ATOM__Chunk)};
             const LV2_Atom_Sequence none{
                 {sizeof(LV2_Atom_Sequence_Body), mNumbers.numberOf(LV2_ATOM__Sequence)}, {0, 0}};
-            if (port.isInput) {
+            if (port.isInput && !mIncoming.empty()) {
+                std::memcpy(mEvents[port.index].data(), mIncoming.data(), mIncoming.size());
+            } else if (port.isInput) {
                 std::memcpy(mEvents[port.index].data(), &none, sizeof none);
             } else {
                 std::memcpy(mEvents[port.index].data(), &room, sizeof room);
@@ -157,10 +122,9 @@ std::optional<std::vector<std::byte>> Lv2Instance::saveState() {
     for (std::size_t index = 0; index < mPorts.parameters.size(); ++index) {
         state.values[mPorts.parameters[index].id] = mValues[mPorts.parameterPorts[index]];
     }
-    StoreAccess access{mNumbers, state};
-    if (mState != nullptr && mState->save != nullptr &&
-        mState->save(lilv_instance_get_handle(mInstance), storeProperty, &access,
-                     LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE, mHost.features()) != LV2_STATE_SUCCESS) {
+    StateStore store(mNumbers, state);
+    if (mState != nullptr &&
+        store.save(lilv_instance_get_handle(mInstance), *mState, mHost.features()) != LV2_STATE_SUCCESS) {
         return std::nullopt;
     }
     return bytesOf(state);
@@ -172,10 +136,10 @@ bool Lv2Instance::restoreState(std::span<const std::byte> bytes) {
         std::ranges::any_of(state->values, [](const auto& entry) { return !std::isfinite(entry.second); })) {
         return false;
     }
-    StoreAccess access{mNumbers, *state};
-    if (mState != nullptr && mState->restore != nullptr) {
+    if (mState != nullptr) {
         LV2_Handle handle = lilv_instance_get_handle(mInstance);
-        if (mState->restore(handle, findProperty, &access, 0, mHost.features()) != LV2_STATE_SUCCESS) {
+        StateStore store(mNumbers, *state);
+        if (store.restore(handle, *mState, mHost.features()) != LV2_STATE_SUCCESS) {
             return false;
         }
         mHost.work().doRequests(handle, mWorker);
@@ -197,6 +161,46 @@ void Lv2Instance::reset() {
 std::int32_t Lv2Instance::latencyFrames() {
     const auto port = std::ranges::find_if(mPorts.ports, &Port::isLatency);
     return port == mPorts.ports.end() ? 0 : static_cast<std::int32_t>(std::lround(mValues[port->index]));
+}
+
+void Lv2Instance::runSilence(std::span<const std::byte> sequence) {
+    constexpr std::int32_t kFrames = 64;
+    std::vector<std::vector<float>> channels(mPorts.ports.size(), std::vector<float>(kFrames));
+    std::vector<const float*> inputs;
+    std::vector<float*> outputs;
+    for (const Port& port : mPorts.ports) {
+        if (port.kind == PortKind::kAudio && port.isInput) {
+            inputs.push_back(channels[port.index].data());
+        } else if (port.kind == PortKind::kAudio) {
+            outputs.push_back(channels[port.index].data());
+        }
+    }
+    mIncoming.assign(sequence.begin(), sequence.end());
+    process(inputs.data(), outputs.data(), std::min(kFrames, mMostFrames));
+    mIncoming.clear();
+}
+
+std::vector<Attempt> Lv2Instance::attempts(AttemptKind kind) {
+    const Lv2Use use{.plugin = mPlugin,
+                     .instance = mInstance,
+                     .numbers = &mNumbers,
+                     .host = &mHost,
+                     .worker = mWorker,
+                     .state = mState,
+                     .rateHz = mRateHz,
+                     .mostFrames = mMostFrames,
+                     .takesEvents = mPorts.count(PortKind::kEvents, true) > 0,
+                     .run = [this](std::span<const std::byte> sequence) { runSilence(sequence); },
+                     .setAll =
+                         [this](bool isMost) {
+                             for (std::size_t index = 0; index < mPorts.parameters.size(); ++index) {
+                                 const Parameter& parameter = mPorts.parameters[index];
+                                 set(index, isMost ? parameter.maximum : parameter.defaultValue);
+                             }
+                         }};
+    return kind == AttemptKind::kUnknownIdentifiers ? unknownIdentifiers(use)
+           : kind == AttemptKind::kForeignStates    ? foreignStates(use)
+                                                    : callsFromWithin(use);
 }
 
 std::unique_ptr<PluginEditor> Lv2Instance::openEditor(std::uint32_t /*window*/) {

@@ -39,19 +39,25 @@ public:
     void reset() override;
     /// As its port stated it in the last buffer.
     std::int32_t latencyFrames() override;
+    std::vector<Attempt> attempts(AttemptKind kind) override;
     std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) override;
 
 private:
     void connectPorts(std::int32_t mostFrames);
     void clearEvents();
+    void runSilence(std::span<const std::byte> sequence);
 
     UriNumbers& mNumbers;
     PortList mPorts;
+    const LilvPlugin* mPlugin;
     bool mRunsInPlace;
+    double mRateHz;
+    std::int32_t mMostFrames;
     HostSide mHost;
     std::vector<float> mValues;                      ///< Of the control ports, by port.
     std::vector<std::vector<float>> mModulation;     ///< By port.
     std::vector<std::vector<std::uint64_t>> mEvents; ///< By port.
+    std::vector<std::byte> mIncoming;                ///< For the next buffer.
     LilvInstance* mInstance;
     const LV2_Worker_Interface* mWorker = nullptr;
     const LV2_State_Interface* mState = nullptr;

@@ -36,6 +36,12 @@ enum class Planted {
     kNeedsTwoServices,
     kThrows,
     kIgnoresFailedAllocation,
+    kCrashesWhenCalledBack, ///< Saving while a state is restored.
+    // Its parameters and state.
+    kKnowsEveryParameter,
+    kNeedsAnIdentifier,
+    kTakesEveryChunk,
+    kLosesRefusedChunks,
     // Its sound.
     kDependsOnBuffers,
     kNeedsOwnOutputs, ///< Each channel is read after another one was written.

@@ -113,12 +113,22 @@ public:
 
     AAX_Result SetChunk(AAX_CTypeID chunkID, const AAX_SPlugInChunk* chunk) override {
         mHasState = true;
-        return AAX_CEffectParameters::SetChunk(chunkID, chunk);
+        mIsRestoring = true;
+        AAX_Result result = AAX_CEffectParameters::SetChunk(chunkID, chunk);
+        mIsRestoring = false;
+        if (result != AAX_SUCCESS && has(Planted::kTakesEveryChunk)) {
+            result = AAX_SUCCESS;
+        }
+        if (result != AAX_SUCCESS && has(Planted::kLosesRefusedChunks)) {
+            (void)::strdup("lost with each chunk of another plug-in");
+        }
+        return result;
     }
 
     // Saving after a restored state.
     AAX_Result GetChunk(AAX_CTypeID chunkID, AAX_SPlugInChunk* chunk) override {
-        if (mHasState && mLives == 1 && has(Planted::kCrashesInAnOrder)) {
+        if ((mHasState && mLives == 1 && has(Planted::kCrashesInAnOrder)) ||
+            (mIsRestoring && has(Planted::kCrashesWhenCalledBack))) {
             crash();
         }
         return AAX_CEffectParameters::GetChunk(chunkID, chunk);
@@ -127,6 +137,14 @@ public:
     AAX_Result GetParameterIDFromIndex(std::int32_t index, AAX_IString* outID) const override {
         return AAX_CEffectParameters::GetParameterIDFromIndex(has(Planted::kHasParameterTwice) ? 1 : index,
                                                               outID);
+    }
+
+    AAX_Result GetParameterNormalizedValue(AAX_CParamID paramID, double* outValue) const override {
+        if (paramID == nullptr && has(Planted::kNeedsAnIdentifier)) {
+            crash();
+        }
+        const AAX_Result result = AAX_CEffectParameters::GetParameterNormalizedValue(paramID, outValue);
+        return has(Planted::kKnowsEveryParameter) ? AAX_SUCCESS : result;
     }
 
     AAX_Result GetParameterName(AAX_CParamID paramID, AAX_IString* outName) const override {
@@ -194,6 +212,7 @@ private:
 
     int mLives = 0;
     bool mHasState = false;
+    bool mIsRestoring = false;
 };
 
 void addVariant(AAX_IEffectDescriptor& effect, AAX_IComponentDescriptor& component, AAX_EStemFormat format,

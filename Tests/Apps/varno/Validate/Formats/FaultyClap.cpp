@@ -4,6 +4,7 @@
 #include "Tests/Apps/varno/Validate/Formats/FaultyGain.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -17,6 +18,7 @@ constexpr clap_plugin_descriptor_t kDescriptor = {
 struct FaultyClap {
     clap_plugin_t table;
     FaultyGain gain{48000.0};
+    bool isLoading = false;
 };
 
 FaultyClap& selfOf(const clap_plugin_t* plugin) {
@@ -34,9 +36,13 @@ void takeEvents(FaultyGain& gain, const clap_input_events_t* events) {
     for (std::uint32_t index = 0; index < events->size(events); ++index) {
         const clap_event_header_t* const header = events->get(events, index);
         const auto& event = *reinterpret_cast<const clap_event_param_value_t*>(header);
-        if (header->type == CLAP_EVENT_PARAM_VALUE && event.param_id < kGainParameterCount) {
+        const bool isValue =
+            header->space_id == CLAP_CORE_EVENT_SPACE_ID && header->type == CLAP_EVENT_PARAM_VALUE;
+        if (isValue && event.param_id < kGainParameterCount) {
             const bool isStuck = isPlanted("stuck-parameter") && event.param_id == kMode;
             gain.values[event.param_id] = isStuck ? 0.0F : static_cast<float>(event.value);
+        } else if (isPlanted("takes-unknown-events")) {
+            gain.values[kGain] = 0.25F;
         }
     }
 }
@@ -45,6 +51,9 @@ constexpr clap_plugin_params_t kParams = {
     [](const clap_plugin_t*) -> std::uint32_t { return kGainParameterCount; },
     [](const clap_plugin_t*, std::uint32_t index, clap_param_info_t* info) {
         constexpr const char* kNames[] = {"Gain", "Mode", "Bypass"};
+        if (index >= kGainParameterCount) {
+            return false;
+        }
         *info = {};
         info->id = index;
         info->flags = CLAP_PARAM_IS_AUTOMATABLE | (index == kGain ? 0 : CLAP_PARAM_IS_STEPPED) |
@@ -55,14 +64,19 @@ constexpr clap_plugin_params_t kParams = {
         return true;
     },
     [](const clap_plugin_t* plugin, clap_id id, double* value) {
-        *value = static_cast<double>(selfOf(plugin).gain.values[id]);
-        return true;
+        FaultyClap& self = selfOf(plugin);
+        if (self.isLoading && isPlanted("called-back")) {
+            std::abort();
+        }
+        *value = id < kGainParameterCount ? static_cast<double>(self.gain.values[id]) : 0.0;
+        return id < kGainParameterCount || isPlanted("knows-everything");
     },
     [](const clap_plugin_t*, clap_id id, double value, char* text, std::uint32_t capacity) {
-        return std::snprintf(text, capacity, "%s", gainText(id, value).c_str()) > 0;
+        return id < kGainParameterCount &&
+               std::snprintf(text, capacity, "%s", gainText(id, value).c_str()) > 0;
     },
     [](const clap_plugin_t*, clap_id id, const char* text, double* value) {
-        const auto read = gainValue(id, text);
+        const auto read = id < kGainParameterCount ? gainValue(id, text) : std::nullopt;
         *value = read.value_or(0.0);
         return read.has_value();
     },
@@ -76,9 +90,17 @@ constexpr clap_plugin_state_t kState = {
         return stream->write(stream, state.data(), state.size()) == FaultyGain::kStateSize;
     },
     [](const clap_plugin_t* plugin, const clap_istream_t* stream) {
+        FaultyClap& self = selfOf(plugin);
         std::vector<std::byte> bytes(FaultyGain::kStateSize + 1);
+        self.isLoading = true;
         const std::int64_t count = stream->read(stream, bytes.data(), bytes.size());
-        return selfOf(plugin).gain.restore(std::span(bytes).first(static_cast<std::size_t>(count)));
+        self.isLoading = false;
+        const bool isTaken =
+            count >= 0 && self.gain.restore(std::span(bytes).first(static_cast<std::size_t>(count)));
+        if (!isTaken) {
+            FaultyGain::refuse();
+        }
+        return isTaken;
     }};
 
 constexpr clap_plugin_latency_t kLatency = {

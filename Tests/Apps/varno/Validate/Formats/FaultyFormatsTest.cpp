@@ -27,6 +27,7 @@ void PrintTo(const FormatFault& row, std::ostream* out) {
 }
 
 constexpr Formats kBoth = Format::kLv2 | Format::kClap;
+constexpr Formats kLv2Alone = static_cast<Formats>(Format::kLv2);
 constexpr Formats kClapAlone = static_cast<Formats>(Format::kClap);
 
 const FormatFault kFormatFaults[] = {
@@ -56,11 +57,22 @@ const FormatFault kFormatFaults[] = {
     {"bypass-scales", kBoth, {{"bypass-null", Verdict::kFail}}},
     {"wrong-latency", kBoth, {{"bypass-null", Verdict::kFail}}},
     {"state-crashes", kBoth, {{"state-damaged", Verdict::kFail}}},
-    {"state-keeps-memory", kBoth, {{"state-damaged", Verdict::kFail}}},
+    {"state-keeps-memory", kLv2Alone, {{"state-damaged", Verdict::kFail}}},
+    {"state-keeps-memory",
+     kClapAlone,
+     {{"state-damaged", Verdict::kFail}, {"state-foreign", Verdict::kFail}}},
+    {"knows-everything", kBoth, {{"parameters-unknown", Verdict::kFail}}},
+    {"takes-unknown-events", kClapAlone, {{"parameters-unknown", Verdict::kFail}}},
+    {"refuses-unknown-features", kLv2Alone, {{"parameters-unknown", Verdict::kFail}}},
+    {"takes-foreign-states", kBoth, {{"state-foreign", Verdict::kFail}}},
+    {"loses-foreign-states", kBoth, {{"state-foreign", Verdict::kFail}}},
+    {"called-back", kBoth, {{"life-callbacks", Verdict::kFail}}},
     // An LV2 host keeps the values itself.
     {"state-forgets", kClapAlone, {{"state-round-trip", Verdict::kFail}}},
-    {"refusal-changes", kClapAlone, {{"state-damaged", Verdict::kFail}}},
-    {"state-out-of-range", kClapAlone, {{"state-damaged", Verdict::kFail}}},
+    {"refusal-changes", kClapAlone, {{"state-damaged", Verdict::kFail}, {"state-foreign", Verdict::kFail}}},
+    {"state-out-of-range",
+     kClapAlone,
+     {{"state-damaged", Verdict::kFail}, {"state-foreign", Verdict::kFail}}},
     {"stuck-parameter", kClapAlone, {{"parameters-ranges", Verdict::kFail}}},
     {"text-of-locale", kClapAlone, {{"parameters-texts", Verdict::kFail}}},
     {"reads-beyond-range",
@@ -70,7 +82,7 @@ const FormatFault kFormatFaults[] = {
 
 bool isOfThese(const Check& check) {
     return check.group() == "audio" || check.group() == "bypass" || check.group() == "state" ||
-           check.group() == "parameters";
+           check.group() == "parameters" || check.id == "life-callbacks";
 }
 
 // The group of the checks that are expected to find it.

@@ -140,7 +140,8 @@ bool FaultyGain::restore(std::span<const std::byte> state) {
     const bool isGood =
         std::ranges::all_of(read, [](float value) { return value >= 0.0F && value <= 2.0F; }) &&
         read[kGain] <= 1.0F && read[kBypass] <= 1.0F;
-    if (!isWhole || mark != kMark || !isGood) {
+    const bool isMarked = mark == kMark || isPlanted("takes-foreign-states");
+    if (!isWhole || !isMarked || !isGood) {
         if (isPlanted("refusal-changes")) {
             values[kGain] = values[kGain] < 0.5F ? 1.0F : 0.0F;
         }
@@ -150,6 +151,13 @@ bool FaultyGain::restore(std::span<const std::byte> state) {
     }
     values = read;
     return true;
+}
+
+void FaultyGain::refuse() {
+    if (isPlanted("loses-foreign-states")) {
+        // A call of the library's, which no compiler leaves out.
+        (void)::strdup("lost with each state of another plug-in");
+    }
 }
 
 std::string gainText(std::size_t parameter, double value) {

@@ -41,7 +41,10 @@ public:
     void process(const float* const* inputs, float* const* outputs, std::uint32_t frames);
     std::uint32_t latency() const;
     State save() const;
+    /// What is not refused is taken whole.
     bool restore(std::span<const std::byte> state);
+    /// To be called by both formats where they refuse a state.
+    static void refuse();
 
 private:
     float smoothed(std::size_t channel, float input);

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <lv2/atom/atom.h>
 #include <lv2/core/lv2.h>
@@ -31,6 +32,7 @@ struct FaultyLv2 {
     std::array<float*, 8> ports{};
     std::uint32_t stateKey = 0;
     std::uint32_t chunkType = 0;
+    bool isRestoring = false;
 };
 
 FaultyLv2& selfOf(LV2_Handle handle) {
@@ -47,8 +49,18 @@ const Data* featureOf(const LV2_Feature* const* features, const char* uri) {
     return nullptr;
 }
 
+bool hasFeature(const LV2_Feature* const* features, const char* uri) {
+    while (*features != nullptr && std::strcmp((*features)->URI, uri) != 0) {
+        ++features;
+    }
+    return *features != nullptr;
+}
+
 LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double rateHz, const char* /*bundle*/,
                        const LV2_Feature* const* features) {
+    if (isPlanted("refuses-unknown-features") && hasFeature(features, "urn:varno:unknown")) {
+        return nullptr;
+    }
     const auto* const map = featureOf<LV2_URID_Map>(features, LV2_URID__map);
     if (map == nullptr) {
         return nullptr;
@@ -72,6 +84,9 @@ void run(LV2_Handle handle, std::uint32_t frames) {
 LV2_State_Status save(LV2_Handle handle, LV2_State_Store_Function store, LV2_State_Handle state,
                       std::uint32_t, const LV2_Feature* const*) {
     const FaultyLv2& self = selfOf(handle);
+    if (self.isRestoring && isPlanted("called-back")) {
+        std::abort();
+    }
     const auto bytes = self.gain.save();
     return store(state, self.stateKey, bytes.data(), bytes.size(), self.chunkType,
                  LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE);
@@ -83,15 +98,22 @@ LV2_State_Status restore(LV2_Handle handle, LV2_State_Retrieve_Function retrieve
     std::size_t size = 0;
     std::uint32_t type = 0;
     std::uint32_t flags = 0;
+    self.isRestoring = true;
     const auto* const bytes =
         static_cast<const std::byte*>(retrieve(state, self.stateKey, &size, &type, &flags));
-    const bool isTaken = bytes != nullptr && self.gain.restore({bytes, size});
+    self.isRestoring = false;
+    const bool isKnown = type == self.chunkType || isPlanted("takes-foreign-states");
+    const bool isTaken = bytes != nullptr && isKnown && self.gain.restore({bytes, size});
+    if (!isTaken) {
+        FaultyGain::refuse();
+    }
     return isTaken ? LV2_STATE_SUCCESS : LV2_STATE_ERR_UNKNOWN;
 }
 
 const void* extensionData(const char* uri) {
     static constexpr LV2_State_Interface kState = {save, restore};
-    return std::strcmp(uri, LV2_STATE__interface) == 0 ? &kState : nullptr;
+    const bool isState = std::strcmp(uri, LV2_STATE__interface) == 0;
+    return isState || isPlanted("knows-everything") ? &kState : nullptr;
 }
 
 constexpr LV2_Descriptor kDescriptor = {
