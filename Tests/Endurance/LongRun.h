@@ -58,7 +58,7 @@ struct LongRunReport {
     std::ptrdiff_t residentBytes = 0; ///< By which memory grew after the first twentieth of the run.
     std::ptrdiff_t allocatedBytes = 0;
     /// The output beside that of a new instance with the same state, after both have processed a silence,
-    /// without a reset: the largest difference in dBFS. It is not none, since a slow filter in single
+    /// without a reset: the largest difference in dBFS. It is not none, since a follower in single
     /// precision stops where its next step is too small to change the number, on the side from which it came.
     double differenceAfterSilenceDB = 0.0;
     /// The same after a reset: where it first differs, bit by bit; empty where it does not.
