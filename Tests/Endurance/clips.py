@@ -1,6 +1,8 @@
 """Many short audio files, and what a batch of varno render makes of them."""
 import math
 import os
+import pathlib
+import re
 import struct
 import subprocess
 import time
@@ -8,6 +10,8 @@ import time
 RATE_HZ = 48000
 CLIP_FRAMES = RATE_HZ // 10
 PCM = 1
+# In seconds, between two looks at a process.
+POLL_S = 0.01
 
 
 def make_music(random, seconds=2):
@@ -42,6 +46,12 @@ def make_clips(folder, count, random):
     return names
 
 
+def most_memory(process):
+    """The most bytes that the process has had resident so far; 0 where it has ended."""
+    found = re.search(r"^VmHWM:\s*(\d+) kB$", pathlib.Path(f"/proc/{process}/status").read_text(encoding="utf-8"), re.M)
+    return 1024 * int(found[1]) if found else 0
+
+
 class Batch:
     """A process of varno render, by its prefix (such as setpriv) and options. Its folder holds the inputs."""
 
@@ -58,14 +68,15 @@ class Batch:
 
     def wait(self):
         """Waits for its end. Returns this object, whose status, seconds and peak_bytes are then known."""
-        _, status, usage = os.wait4(self._process.pid, 0)
+        ended = 0
+        while not ended:
+            # What the system says at the end counts the memory of this process too, before the program was loaded.
+            self.peak_bytes = max(self.peak_bytes, most_memory(self._process.pid))
+            time.sleep(POLL_S)
+            ended, status = os.waitpid(self._process.pid, os.WNOHANG)
         self.status = self._process.returncode = os.waitstatus_to_exitcode(status)
         self.seconds = time.monotonic() - self._started
-        self.peak_bytes = usage.ru_maxrss * 1024
         return self
-
-    def kill(self):
-        self._process.kill()
 
     def text(self, stream):
         """What it wrote to "out" or "err"."""

@@ -18,6 +18,8 @@ KILLS, SHORT_KILLS = 100, 1
 FILES, SHORT_FILES = 400, 40
 # The most files that a batch ends before it is killed.
 MOST_FILES_TO_KILL = 60
+# Where fewer are left to do, the batch is no longer killed.
+LEAST_LEFT = 30
 # In seconds, from the end of a file to the kill: about what a file takes.
 MOST_WAIT_S = 0.004
 # From the start of the program to a kill before its first file has ended.
@@ -174,7 +176,7 @@ class Killing:
                 left = self.left()
             self.kill_once(left)
             left = self.left()
-            if left == 0 or self.kills == kills:
+            if left < LEAST_LEFT or self.kills == kills:
                 self.end_round()
                 left = 0
             self.work.progress(f"{self.way.name}: {self.kills} of {kills} kills")
