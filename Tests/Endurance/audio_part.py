@@ -1,4 +1,5 @@
 """Hours of sound at each quality, by the program varno_endurance_audio (LongRun.h)."""
+import concurrent.futures
 import json
 import subprocess
 import time
@@ -49,10 +50,13 @@ def judge(work, name, found):
 
 
 def run(work):
-    for factor, whole in HOURS.items():
-        hours = SHORT_HOURS / factor if work.is_short else whole
-        found, seconds = play(work, factor, hours)
-        work.note(f"{factor}x", f"{hours:g} hours, {hours * 3600 * RATE_HZ * factor:.4g} frames of the routine in {seconds:.0f} s; "
-                  f"{found['buffers']} buffers, {found['changes']} changes of settings, {found['bad inputs']} buffers of "
-                  "unusable input")
+    hours = {factor: SHORT_HOURS / factor if work.is_short else whole for factor, whole in HOURS.items()}
+    with concurrent.futures.ThreadPoolExecutor(len(hours)) as side_by_side:
+        playing = {factor: side_by_side.submit(play, work, factor, hours[factor]) for factor in hours}
+    for factor, played in playing.items():
+        found, seconds = played.result()
+        frames = hours[factor] * 3600 * RATE_HZ * factor
+        work.note(f"{factor}x", f"{hours[factor]:g} hours, {frames:.4g} frames of the routine in {seconds:.0f} s, beside the other "
+                  f"qualities; {found['buffers']} buffers, {found['changes']} changes of settings, {found['bad inputs']} buffers "
+                  "of unusable input")
         judge(work, f"{factor}x", found)
