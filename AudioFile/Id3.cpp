@@ -116,6 +116,12 @@ TagLib::PropertyMap propertiesOf(const std::vector<TextTag>& texts) {
     return properties;
 }
 
+// A frame without text, as a damaged one may be, is none.
+bool hasText(const TagLib::PropertyMap& properties, const std::string& key) {
+    const auto found = properties.find(tagLibText(key));
+    return found != properties.end() && !found->second.isEmpty();
+}
+
 Picture pictureOfFrame(const TagLib::ID3v2::AttachedPictureFrame& frame) {
     Picture picture;
     picture.type = static_cast<unsigned>(frame.type());
@@ -185,7 +191,7 @@ std::string addToId3(std::string_view tag, const Tags& more, LeftOutList& leftOu
     TagLib::PropertyMap properties = target.properties();
     std::vector<TextTag> added;
     std::copy_if(more.texts.begin(), more.texts.end(), std::back_inserter(added),
-                 [&](const TextTag& text) { return !properties.contains(tagLibText(text.key)); });
+                 [&](const TextTag& text) { return !hasText(properties, text.key); });
     if (added.empty() && more.pictures.empty()) {
         return std::string(tag);
     }

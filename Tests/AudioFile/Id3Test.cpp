@@ -56,6 +56,15 @@ TEST(Id3, ATagThatHoldsEverythingStaysByteForByte) {
     EXPECT_THAT(leftOut, IsEmpty());
 }
 
+TEST(Id3, AFrameWithoutTextKeepsNoOtherOut) {
+    const std::string tag = tagOf(frame("TIT2", std::string(1, '\0')) + frame("TPE1", std::string("\0a", 2)));
+    LeftOutList leftOut;
+    const Tags more{{{"TITLE", "one"}, {"ARTIST", "b"}}, {}};
+    const Tags read = readId3(addToId3(tag, more, leftOut), leftOut);
+    EXPECT_THAT(read.texts, UnorderedElementsAre(TextTag{"TITLE", "one"}, TextTag{"ARTIST", "a"}));
+    EXPECT_THAT(leftOut, IsEmpty());
+}
+
 TEST(Id3, WhatIsAddedLeavesEverythingElse) {
     const std::string tag =
         tagOf(frame("TIT2", std::string("\0one", 4)) + frame("PRIV", std::string("me\0\1", 4)));
