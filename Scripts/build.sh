@@ -42,7 +42,7 @@ need_vstgui() {
 # they go without. (A build runs programs too: it runs the tests to list their names.)
 choose_prefix() {
     prefix=()
-    [[ ! $1 =~ san ]] || ! setarch --addr-no-randomize true 2>/dev/null || prefix=(setarch --addr-no-randomize)
+    [[ ! $1 =~ san|fuzz ]] || ! setarch --addr-no-randomize true 2>/dev/null || prefix=(setarch --addr-no-randomize)
 }
 
 # Never configured, a preset that changed, or a folder that was moved here from another place. (What changes in

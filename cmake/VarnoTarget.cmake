@@ -55,6 +55,13 @@ if(VARNO_COVERAGE)
   target_link_options(varno_settings INTERFACE --coverage)
 endif()
 
+if(VARNO_FUZZ)
+  # libFuzzer sees which branches an input has taken, and what it keeps shows the lines.
+  target_compile_options(varno_settings INTERFACE
+    -fsanitize=fuzzer-no-link -fprofile-instr-generate -fcoverage-mapping)
+  target_link_options(varno_settings INTERFACE -fprofile-instr-generate)
+endif()
+
 # varno_offer(TARGET FOLDER [FOLDERS BELOW...]): whoever links the target may include the folder's headers by the folder's name and theirs
 # ("Host/Instance.h"), and none of the folders beside it: a link to the folder stands in an include directory of its own.
 function(varno_offer target folder)
