@@ -107,8 +107,8 @@ def play(work, environment, *options):
 
 
 def statistics(work, process):
-    """Ends `varno play` as Ctrl-C does; returns what it has counted."""
-    status = end(process, signal.SIGINT)
+    """Ends `varno play`; returns what it has counted."""
+    status = end(process)  # SIGINT is ignored below a shell's background jobs
     text = (work.folder / "statistics.json").read_text()
     (work.folder / "statistics.json").unlink()
     if status != 0:

@@ -3,7 +3,7 @@ import time
 
 import live
 
-TITLE = "live at 32 frames and 48 kHz for 30 minutes, with stress-ng on two processors beside it"
+TITLE = "live at 32 frames and 48 kHz for half an hour, with stress-ng on two processors beside it"
 PACKAGES = ("hosts",)
 TARGETS = ("varno", "Slow")
 
