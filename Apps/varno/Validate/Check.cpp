@@ -41,8 +41,9 @@ void Context::skip(const std::string& reason) const {
 std::span<const Check> allChecks() {
     static const auto all = [] {
         std::vector<Check> checks;
-        for (const auto group : {binaryChecks(), descriptionChecks(), lifeChecks(), parameterChecks(),
-                                 stateChecks(), audioChecks(), stressChecks(), bypassChecks()}) {
+        for (const auto group :
+             {binaryChecks(), descriptionChecks(), lifeChecks(), parameterChecks(), stateChecks(),
+              audioChecks(), stressChecks(), automationChecks(), bypassChecks()}) {
             checks.insert(checks.end(), group.begin(), group.end());
         }
         return checks;

@@ -119,6 +119,7 @@ std::span<const Check> parameterChecks();
 std::span<const Check> stateChecks();
 std::span<const Check> audioChecks();
 std::span<const Check> stressChecks();
+std::span<const Check> automationChecks();
 std::span<const Check> bypassChecks();
 
 } // namespace varno::validate

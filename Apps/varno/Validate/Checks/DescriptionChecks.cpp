@@ -1,5 +1,6 @@
 // What a plug-in states of itself.
 #include "Validate/Check.h"
+#include "Validate/Checks/ModuleRegistrationChecks.h"
 #include "Validate/Silence.h"
 
 #include <algorithm>
@@ -176,6 +177,15 @@ constexpr Check kDescriptionChecks[] = {
     {.id = "description-contracts",
      .title = "What is described fits the packets and ports that are seen",
      .run = checkContracts},
+    {.id = "description-throwing-host",
+     .title = "What the host throws while a module is described becomes a result code",
+     .formats = static_cast<Formats>(Format::kModule),
+     .run = checkRegistrationWithThrowingHost},
+    {.id = "description-failing-memory",
+     .title = "Each allocation of a module that is described may fail",
+     .formats = static_cast<Formats>(Format::kModule),
+     .timeLimitS = 60,
+     .run = checkRegistrationWithoutMemory},
 };
 
 } // namespace

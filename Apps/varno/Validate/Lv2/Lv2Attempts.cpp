@@ -56,7 +56,11 @@ void addOptions(const Lv2Use& use, std::vector<Attempt>& attempts) {
                    : "success";
     };
     attempts.push_back({"get() of an unknown option", [options, call] { return call(options->get); }});
-    attempts.push_back({"set() of an unknown option", [options, call] { return call(options->set); }});
+    // It may ignore what it does not know.
+    attempts.push_back({"set() of an unknown option", [options, call] {
+                            (void)call(options->set);
+                            return std::string();
+                        }});
 }
 
 // Events of unknown types, an object of an unknown class, and a value for an unknown property.

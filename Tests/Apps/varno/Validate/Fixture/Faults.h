@@ -25,6 +25,8 @@ enum class Planted {
     kStartsElsewhere,
     kPostsNoPacket,
     kPostsToOtherField,
+    kThrowsWhenDescribed, ///< The host, through a function that lets nothing through.
+    kDescribesWithoutMemory,
     // Its life.
     kLosesMemoryPerInstance,
     kKeepsItself,
@@ -46,6 +48,7 @@ enum class Planted {
     kDependsOnBuffers,
     kNeedsOwnOutputs, ///< Each channel is read after another one was written.
     kIgnoresBypass,
+    kClicks, ///< Where a value changes.
 };
 
 /// What this binary has. Defined in Fault.cpp, which is compiled once for each.

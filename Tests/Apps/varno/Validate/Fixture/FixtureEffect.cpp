@@ -59,6 +59,9 @@ struct Routing {
     const std::int32_t* frames;
 };
 
+// The gain of the last buffer, of whichever instance; the default before.
+float gLastGain = 0.5F;
+
 template<int kChannels>
 void process(void* const begin[], const void* end) {
     for (void* const* instance = begin; instance != end; ++instance) {
@@ -74,9 +77,12 @@ void process(void* const begin[], const void* end) {
             for (std::size_t channel = 0; channel < kChannels; ++channel) {
                 const float input =
                     has(Planted::kNeedsOwnOutputs) ? routing.inputs[channel][i] : inputs[channel];
-                routing.outputs[channel][i] = isBypassed ? input : half * input * *routing.gain;
+                const bool clicks = has(Planted::kClicks) && i == 0 && *routing.gain != gLastGain;
+                routing.outputs[channel][i] =
+                    isBypassed ? input : half * input * *routing.gain + (clicks ? 1.0F : 0.0F);
             }
         }
+        gLastGain = *routing.gain;
     }
 }
 
@@ -291,6 +297,11 @@ AAX_Result GetEffectDescriptions(AAX_ICollection* outCollection) {
     if (component == nullptr) {
         return AAX_ERROR_NULL_OBJECT;
     }
+    if (has(Planted::kDescribesWithoutMemory)) {
+        auto* const memory = static_cast<volatile char*>(std::malloc(64));
+        memory[0] = 'x'; // NOLINT(clang-analyzer-core.NullDereference): the fault
+        std::free(const_cast<char*>(memory));
+    }
     if (!has(Planted::kHasNoName)) {
         effect->AddName(effectName().c_str());
     }
@@ -305,7 +316,12 @@ AAX_Result GetEffectDescriptions(AAX_ICollection* outCollection) {
     if (!has(Planted::kHasNoManufacturer)) {
         outCollection->SetManufacturerName("Example");
     }
-    outCollection->AddPackageName("Fixture");
+    if (has(Planted::kThrowsWhenDescribed)) {
+        // What the host throws ends the process.
+        [&]() noexcept { outCollection->AddPackageName("Fixture"); }();
+    } else {
+        outCollection->AddPackageName("Fixture");
+    }
     outCollection->SetPackageVersion(1);
     return result;
 }

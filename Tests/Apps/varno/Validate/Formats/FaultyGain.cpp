@@ -93,6 +93,10 @@ void FaultyGain::process(const float* const* inputs, float* const* outputs, std:
             outputs[channel][frame] = delayed(channel, sound);
         }
     }
+    if (isPlanted("clicks") && frames > 0 && mLastGain.value_or(values[kGain]) != values[kGain]) {
+        outputs[0][0] += 8.0F;
+    }
+    mLastGain = values[kGain];
     if (isPlanted("writes-beyond")) {
         outputs[1][frames] = 0.0F;
     }

@@ -51,6 +51,7 @@ private:
     float delayed(std::size_t channel, float input);
 
     double mRateHz;
+    std::optional<float> mLastGain;
     std::array<float, kChannels> mSmooth{};
     std::array<std::array<float, kLatency>, kChannels> mDelay{};
     std::array<std::size_t, kChannels> mPosition{};
