@@ -225,8 +225,7 @@ std::vector<std::string> containerSeeds() {
                 info,
             w64,
             ".snd" + bigNumber(32, 4) + bigNumber(4, 4) + std::string(12, '\1') +
-                "comment\0"
-                "abcd",
+                std::string("comment\0abcd", 12),
             "RIFF" + littleNumber(0, 4) + "WAVEdata" + littleNumber(0, 4) + "LIST" + littleNumber(4, 4) +
                 "INFO",
             wavWith(riffChunk("id3 ", std::string("ID3\3\0\0\0\0\0\x0F"

@@ -205,11 +205,11 @@ std::vector<std::string> tagsSeeds() {
                                   "Xing" + std::string("\0\0\0\1", 4) + "TAG" + std::string(125, 'a')),
             use(TagUse::kMp3, "sound" + ape),
             use(TagUse::kFlac, flac + flacBlock(0x84, comments)),
-            use(TagUse::kFlac, flac + flacBlock(2, "riffabcd") + flacBlock(0x81, "\0\0")),
+            use(TagUse::kFlac, flac + flacBlock(2, "riffabcd") + flacBlock(0x81, std::string(2, '\0'))),
             use(TagUse::kOgg,
                 oggPage("OpusHead", 2, 0) + oggPage("OpusTags" + comments, 0, 1) + oggPage("x", 4, 2)),
             use(TagUse::kOgg, oggPage("\1vorbis", 2, 0) + oggPage("\3vorbis" + comments + "\1", 0, 1)),
-            use(TagUse::kChunkTexts, std::string("\0INFOINAM\4\0\0\0one\0IXYZ\1\0\0\0a\0", 28)),
+            use(TagUse::kChunkTexts, std::string("\0INFOINAM\4\0\0\0one\0IXYZ\1\0\0\0a\0", 27)),
             use(TagUse::kChunkTexts, std::string("\2\0\0\0\2title\0one\0year\0\xE4\0", 22)),
             use(TagUse::kChunkTexts, "\1text")};
 }
