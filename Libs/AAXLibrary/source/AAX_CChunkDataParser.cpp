@@ -218,11 +218,9 @@ int32_t AAX_CChunkDataParser::FindIndex(const char* name) {
     if (mLastFoundIndex < -1) {
         return -1;
     }
-    if (mLastFoundIndex >= count - 1) {
-        mLastFoundIndex = -1;
-    }
+    const int32_t before = mLastFoundIndex < count ? mLastFoundIndex : -1;
     for (int32_t step = 1; step <= count; ++step) {
-        const int32_t index = (mLastFoundIndex + step) % count;
+        const int32_t index = (before + step) % count;
         if (std::strcmp(mDataValues[static_cast<std::size_t>(index)].mDataName.Get(), name) == 0) {
             mLastFoundIndex = index;
             return index;

@@ -230,6 +230,15 @@ TEST(ChunkDataParserFind, GoesOnFromWhatWasFoundLast) {
     EXPECT_EQ(parser.FindName("A"), 0) << "from the start behind the last value";
 }
 
+TEST(ChunkDataParserFind, GoesOnFromTheLastValueAlsoWhereNoneWasFoundMeanwhile) {
+    Parser parser;
+    parser.AddInt32("A", 0);
+    EXPECT_EQ(parser.FindName("A"), 0);
+    EXPECT_EQ(parser.FindName("none"), -1);
+    parser.AddInt32("A", 1);
+    EXPECT_EQ(parser.FindName("A"), 1);
+}
+
 TEST(ChunkDataParserFind, StartsAgainForACursorPastTheEnd) {
     Parser parser;
     parser.AddInt32("A", 0);
