@@ -2,11 +2,10 @@
 button moves the plug-in's own switch."""
 import random
 import re
-import shutil
 
+from ardour_program import SWITCHES, program
 from hosts import LATENCY_FRAMES, PARAMETERS, STEREO, HostTest
 
-SWITCHES = ("HP", "Band", "ASw", "UK", "HSw", "LinkSw")
 SETTINGS = 10
 
 START = """
@@ -77,11 +76,6 @@ for track in add_tracks(session, 1):iter() do
 end
 io.stdout:flush()
 """
-
-
-def program():
-    """Its number is that of the release: 7 in Debian 12, 8 in Debian 13."""
-    return next((name for name in ("ardour7-lua", "ardour8-lua") if shutil.which(name)), "ardour-lua")
 
 
 END = """

@@ -1,11 +1,9 @@
 """The window of the effect in Ardour's own, over a JACK server: what the bar changes is what Ardour saves."""
-import re
 import time
 from xml.etree import ElementTree
 
-from ardour_test import ArdourHost, program
-from desktop import Desktop, EffectWindow
-from jack import JackTest
+from ardour_desktop import ArdourDesktop
+from desktop import EffectWindow
 from layout import BAR_HEIGHT, BAR_WIDTH, EDITOR_HEIGHT
 
 ONE_TRACK = """
@@ -17,30 +15,11 @@ assert(session:save_state("") == 0)
 close_session()
 """
 
-# Without it, Ardour asks at its start which sound system to use.
-CONFIGURATION = """<Ardour><Extra><AudioMIDISetup><EngineStates>
-<State backend="JACK" driver="" device="" input-device="" output-device="" sample-rate="48000" buffer-size="1024"
- n-periods="2" input-latency="0" output-latency="0" lm-input="" lm-output="" active="1" use-buffered-io="0"
- midi-option="" lru="1"><MIDIDevices/></State>
-</EngineStates></AudioMIDISetup></Extra></Ardour>
-"""
-
-
 # Longer than Ardour and the window manager take to place a window.
 REST_S = 0.5
 
 
-class ArdourWindowTest(ArdourHost, JackTest):
-    def setUp(self):
-        super().setUp()
-        self.start_server()
-        self.desktop = Desktop(self)
-        self.desktop.manage()
-
-    def session(self):
-        """The file of the session, as it was saved last."""
-        return self.folder / "session/s.ardour"
-
+class ArdourWindowTest(ArdourDesktop):
     def open_effects_window(self):
         """Writes into the session that the window is open."""
         tree = ElementTree.parse(self.session())
@@ -51,20 +30,6 @@ class ArdourWindowTest(ArdourHost, JackTest):
             "name": f"P-{track}-{effect}", "visible": "1", "x-off": "20", "y-off": "40", "x-size": "-1", "y-size": "-1",
             "custom-ui": "1"})
         tree.write(self.session(), "UTF-8", xml_declaration=True)
-
-    def start_ardour(self):
-        release = re.search(r"\d+", program()).group()
-        configuration = self.folder / f"config/ardour{release}"
-        configuration.mkdir(parents=True, exist_ok=True)
-        (configuration / f".a{release}").touch()  # the user is no new one, whom it would ask more
-        (configuration / "config").write_text(CONFIGURATION)
-        return self.start("ardour", "--no-announcements", "--no-splash", str(self.session()),
-                          environment={**self.jack, **self.homes(), **self.desktop.environment}, log="ardour.log")
-
-    def main_window(self):
-        """Ardour's own, once it is there; it comes after those of the plug-ins, and over them."""
-        found = self.desktop.look("xdotool", "search", "--onlyvisible", "--name", "^s - Ardour|^\\*s - Ardour").split()
-        return found and found[0]
 
     def raised_corner(self):
         """Where the effect's window lies, once it is above Ardour's and rests."""
@@ -83,7 +48,7 @@ class ArdourWindowTest(ArdourHost, JackTest):
         self.ardour(ONE_TRACK, "session.lua", backend="JACK", environment=self.jack)
         self.open_effects_window()
         process = self.start_ardour()
-        self.eventually(self.main_window, "Ardour's window")
+        self.wait_for_main_window()
         window = EffectWindow(self.desktop, self.eventually(self.raised_corner, "the window"))
         window.press("Bypass")
         window.press("Quality")

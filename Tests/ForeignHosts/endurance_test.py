@@ -22,3 +22,6 @@ class EnduranceTest(HostTest):
                                      "VARNO_FIXTURE_SLOW": "compute"})
         found = re.findall(r"FAILED: ([^;]+); demanded", text)
         self.assertTrue(found and found[0].startswith("late blocks: ours"), text)
+
+    def test_ardour(self):
+        self.assertIn("\nardour: passed", self.part("ardour"))

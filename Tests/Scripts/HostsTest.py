@@ -63,7 +63,8 @@ class HostsTest(FixtureProject):
         (self.root / "Scripts/packages.txt").write_text("[program]\ng++\n")
         self.write("Apps/varno/CMakeLists.txt", (self.root / "Apps/varno/CMakeLists.txt").read_text() + BUNDLE_CMAKE)
         (self.root / "Tests/ForeignHosts").mkdir()
-        shutil.copy(ROOT / "Tests/ForeignHosts/run", self.root / "Tests/ForeignHosts/run")
+        for name in ("run", "bundles.py"):
+            shutil.copy(ROOT / "Tests/ForeignHosts" / name, self.root / "Tests/ForeignHosts" / name)
 
     def test_each_case_counts(self):
         self.write("Tests/ForeignHosts/good_test.py", GOOD)
