@@ -20,9 +20,10 @@ TARGETS = ("varno", "Varno-S", "varno_lv2_bundle")
 WHOLE_INSTANCES, SHORT_INSTANCES = 64, 8
 RATE_HZ = sounds.RATE_HZ
 SILENCE_S = 3
-# Of sound, and how long it is played before it is exported.
+# Of sound, and how often its first seconds are played before it is exported. Ardour takes its time on a busy machine.
 WHOLE_S, SHORT_S = 10, 2
 WHOLE_ROUNDS, SHORT_ROUNDS = 6, 1
+PLAYED_S = 2
 PATIENCE_S = 3600
 # Ardour counts time in these; a sample of any usual rate is a whole number of them.
 TICKS_PER_S = 282240000
@@ -83,7 +84,11 @@ for round = 1, rounds do
     ARDOUR.LuaAPI.usleep(500000)
     local before = session:transport_sample()
     session:request_roll(ARDOUR.TransportRequestSource.TRS_UI)
-    ARDOUR.LuaAPI.usleep(seconds * 1000000)
+    local waited = 0
+    while session:transport_sample() - before < played_frames and waited < patience do
+        ARDOUR.LuaAPI.usleep(100000)
+        waited = waited + 0.1
+    end
     print("played", session:transport_sample() - before)
     session:request_stop(false, false, ARDOUR.TransportRequestSource.TRS_UI)
     ARDOUR.LuaAPI.usleep(500000)
@@ -134,7 +139,8 @@ class Session:
         """What a script prints, and Ardour's exit status."""
         rows = ", ".join("{" + ", ".join(map(str, row.values())) + "}" for row in self.settings)
         facts = (f'local uri, folder, preset = "{sounds.STEREO}", "{self.folder}", "{PRESET}"\n'
-                 f"local seconds, rounds, frames = {self.seconds}, {self.rounds}, {self.frames}\n"
+                 f"local rounds, frames, patience = {self.rounds}, {self.frames}, {PATIENCE_S / 10}\n"
+                 f"local played_frames = {PLAYED_S * RATE_HZ}\n"
                  f"local settings = {{{rows}}}\n")
         (self.work.folder / name).write_text(facts + script)
         home = str(self.work.folder)
@@ -235,8 +241,8 @@ def run(work):
     work.check("loaded again with their values: instances", sum(numbers(text, "loaded")), session.instances,
                numbers(text, "loaded") == [session.instances])
     played = numbers(text, "played")
-    work.check(f"played {session.rounds} times {session.seconds} s: seconds that were played",
-               f"{sum(played) / RATE_HZ:.1f}", "above 0 each time", len(played) == session.rounds and all(played))
+    work.check(f"played {session.rounds} times: seconds each time, at the least", f"{min(played, default=0) / RATE_HZ:.2f}",
+               f"{PLAYED_S}", len(played) == session.rounds and min(played) >= PLAYED_S * RATE_HZ)
     memory = numbers(text, "memory")
     work.note("memory of Ardour with them", f"{max(memory, default=0) / 1024:.0f} MiB")
     if len(memory) > FILLED_AFTER:

@@ -9,6 +9,7 @@
 #include "Tests/Support/XServer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <map>
 #include <utility>
@@ -345,6 +346,39 @@ TEST_F(ClapIndications, ofAMappingAreAtTheLeftAndSurviveTheWindow) {
     EXPECT_TRUE(becomes("Gain", line));
     mIndications.set_mapping(host.table(), kGainId, false, nullptr, nullptr, nullptr);
     EXPECT_TRUE(becomes("Gain", Area{}));
+}
+
+// Between whole scales: every mark is where its control is then, and as thick as a line of two pixels there.
+TEST_F(ClapIndications, followTheScaleOfTheWindow) {
+    constexpr double kScale = 1.25;
+    ASSERT_TRUE(host.gui().set_scale(host.table(), kScale));
+    const auto scaled = [](int length) { return static_cast<int>(std::lround(length * kScale)); };
+    const Area face = areaOf("Gain");
+    const Area control{scaled(face.x), scaled(BarLayout::kHeight) + scaled(face.y), scaled(face.width),
+                       scaled(face.height)};
+    constexpr int kAround = 15;
+    const Area surroundings{control.x - kAround, control.y - kAround, control.width + 2 * kAround,
+                            control.height + 2 * kAround};
+    const auto look = [&] { return Picture::ofWindow(client, host.window(), surroundings); };
+    Picture before;
+    ASSERT_TRUE(await(host, [&] {
+        const Picture last = std::exchange(before, look());
+        return last == before && last.countColours() > 20;
+    }));
+    const auto markIs = [&](const Area& expected) {
+        return await(host, [&] {
+            const auto marked = differingArea(before, look());
+            return marked && *marked == expected;
+        });
+    };
+    constexpr int kThickness = 3;
+    const clap_color_t color{255, 200, 40, 90};
+    automate(kGainId, CLAP_PARAM_INDICATION_AUTOMATION_PLAYING, &color);
+    EXPECT_TRUE(markIs({kAround, kAround + control.height - kThickness, control.width, kThickness}));
+    automate(kGainId, CLAP_PARAM_INDICATION_AUTOMATION_NONE);
+    EXPECT_TRUE(await(host, [&] { return !differingArea(before, look()); }));
+    mIndications.set_mapping(host.table(), kGainId, true, &color, "CC 7", "");
+    EXPECT_TRUE(markIs({kAround - 2 * kThickness, kAround, kThickness, control.height}));
 }
 
 TEST_F(ClapIndications, ofParametersThatAreNotThereAreIgnored) {
