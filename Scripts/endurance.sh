@@ -21,5 +21,5 @@ endurance_command() {
     read -ra targets <<<"${requirements[1]}"
     need_packages program test "${purposes[@]}" && build_preset release "${targets[@]}" &&
         only_one "testing endurance" "$root/build/endurance.lock" in_root \
-            Tests/Endurance/run --machine "commit $(commit); $(describe_machine)" "$@"
+            Tests/Endurance/run --machine "commit $(commit); $(describe_machine); load before: $(cut -d " " -f 1 /proc/loadavg)" "$@"
 }
