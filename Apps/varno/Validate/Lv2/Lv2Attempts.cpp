@@ -158,10 +158,13 @@ void addStateCalls(const Lv2Use& use, std::vector<Attempt>& attempts) {
              [use, hook]() -> std::string {
                  Lv2State state;
                  StateStore(*use.numbers, state).save(handleOf(use), *use.state, use.host->features());
-                 const auto status = StateStore(*use.numbers, state, hook)
-                                         .restore(handleOf(use), *use.state, use.host->features());
-                 use.host->work().doRequests(handleOf(use), use.worker);
-                 return status == LV2_STATE_SUCCESS ? "" : "a state of its own refused";
+                 const auto restored = [&](const std::function<void()>& within) {
+                     const auto status = StateStore(*use.numbers, state, within)
+                                             .restore(handleOf(use), *use.state, use.host->features());
+                     use.host->work().doRequests(handleOf(use), use.worker);
+                     return status;
+                 };
+                 return restored({}) == restored(hook) ? "" : "a state of its own refused";
              }});
     }
 }
