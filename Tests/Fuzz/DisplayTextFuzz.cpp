@@ -188,10 +188,7 @@ std::vector<std::string> displayTextSeeds() {
                             "\x80\1"
                             "12"));
     }
-    for (const char* text : {"-3.5 dB",
-                             "\xE2\x88\x92"
-                             "3,5",
-                             "40 %", "1.2 s", "curve 5", "#8", "ON", "off"}) {
+    for (const char* text : {"-3.5 dB", "−3,5", "40 %", "1.2 s", "curve 5", "#8", "ON", "off"}) {
         for (const char item : {'\1', '\4', '\11', '\12'}) {
             seeds.push_back(use(TextUse::kTyped, item, std::string("\x40\0", 2) + text));
         }

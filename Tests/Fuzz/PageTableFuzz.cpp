@@ -103,7 +103,7 @@ std::vector<std::string> pageTableSeeds() {
             "</effect></pageTables>",
         R"(<?xml version="1.0" encoding="UTF-16"?><!-- c --><pageTables><![CDATA[x]]></pageTables>)",
         "<pageTables><effect/></pageTables>",
-        "\xFF\xFE<\0p\0",
+        std::string("\xFF\xFE<\0p\0", 6),
         ""};
 }
 
