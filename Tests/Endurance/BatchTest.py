@@ -45,7 +45,7 @@ FAULTS = {
     "a good file is refused": ("if name == 'clip 00007.wav': error, data = name + ': is a device', None", "",
                                "named with their reason"),
     "a hostile file is rendered": ("if kind == 'no frames': error, data = None, b''", "", "named with their reason"),
-    "a temporary file stays": ("pathlib.Path(out or '.', '.varno-0123456789abcdef.part').touch()", "",
+    "a temporary file stays": ("if out: pathlib.Path(out, '.varno-0123456789abcdef.part').touch()", "",
                                "outputs, files that are none"),
     "the status is that of success": ("", "status = 0", "exit status"),
     "nothing is printed for people": ("sys.stderr = open('/dev/null', 'w')", "", "on standard error"),
