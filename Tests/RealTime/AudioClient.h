@@ -4,6 +4,7 @@
 
 #include "Tests/Support/Signal.h"
 
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <span>
@@ -35,6 +36,14 @@ public:
     virtual std::string complaints() { return {}; }
 
 protected:
+    static constexpr double kRateHz = 48000.0;
+    /// How many blocks lie between two changes of quality on the average: a change takes 20 ms.
+    static constexpr unsigned kBlocksPerQuality = 64;
+
+    /// A normalized value and a factor of oversampling at random.
+    static double normalizedFrom(std::mt19937& ioRandom);
+    static std::int32_t factorFrom(std::mt19937& ioRandom);
+
     /// Moves on in the input, and points to it.
     void nextInput(int frames);
 
