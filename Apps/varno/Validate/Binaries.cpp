@@ -1,6 +1,9 @@
 #include "Validate/Binaries.h"
 
+#include "Validate/ElfFile.h"
+
 #include <algorithm>
+#include <dlfcn.h>
 #include <system_error>
 
 namespace varno::validate {
@@ -36,6 +39,14 @@ std::vector<fs::path> binariesOf(const fs::path& path, Format format) {
     }
     std::ranges::sort(binaries);
     return binaries;
+}
+
+void keepLibrariesLoaded(const fs::path& path, Format format) {
+    for (const fs::path& binary : binariesOf(path, format)) {
+        for (const std::string& library : ElfFile(binary.string()).neededLibraries()) {
+            (void)::dlopen(library.c_str(), RTLD_LAZY | RTLD_LOCAL);
+        }
+    }
 }
 
 std::vector<std::string> entryPoints(Format format) {

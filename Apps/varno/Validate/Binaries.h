@@ -15,6 +15,10 @@ namespace varno::validate {
 /// @throws PluginError where there is none
 std::vector<std::filesystem::path> binariesOf(const std::filesystem::path& path, Format format);
 
+/// Loads the libraries that the binaries of a plug-in need, for good: those of the system lose memory of
+/// their own when they are unloaded and loaded again.
+void keepLibrariesLoaded(const std::filesystem::path& path, Format format);
+
 /// Whether a binary of a format may export this symbol.
 bool mayExport(Format format, std::string_view symbol);
 

@@ -43,7 +43,7 @@ std::span<const Check> allChecks() {
         std::vector<Check> checks;
         for (const auto group :
              {binaryChecks(), descriptionChecks(), lifeChecks(), parameterChecks(), stateChecks(),
-              audioChecks(), stressChecks(), automationChecks(), bypassChecks()}) {
+              audioChecks(), stressChecks(), automationChecks(), bypassChecks(), editorChecks()}) {
             checks.insert(checks.end(), group.begin(), group.end());
         }
         return checks;

@@ -121,6 +121,7 @@ std::span<const Check> audioChecks();
 std::span<const Check> stressChecks();
 std::span<const Check> automationChecks();
 std::span<const Check> bypassChecks();
+std::span<const Check> editorChecks();
 
 } // namespace varno::validate
 

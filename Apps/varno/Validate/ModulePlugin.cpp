@@ -1,11 +1,12 @@
 // Modules of this architecture, over the reference host.
-#include "Host/Editor.h"
 #include "Host/HostError.h"
 #include "Host/Instance.h"
 #include "Host/Module.h"
 #include "Validate/Module/ModuleAttempts.h"
+#include "Validate/Module/ModuleEditor.h"
 #include "Validate/Plugin.h"
 
+#include <thread>
 #include <utility>
 
 namespace varno::validate {
@@ -29,18 +30,36 @@ public:
         }
     }
 
+    // A host of this architecture ends the editor before its data model.
+    ~ModuleInstance() override {
+        if (mLink.editor() != nullptr) {
+            mLink.editor()->close();
+        }
+    }
+    ModuleInstance(const ModuleInstance&) = delete;
+    ModuleInstance& operator=(const ModuleInstance&) = delete;
+
     Capabilities capabilities() const override {
+        const bool hasEditor = mInstance.effect().procedure(kAAX_ProcPtrID_Create_EffectGUI) != nullptr;
         return {.hasValueTexts = true,
                 .readsTexts = true,
                 .hasState = true,
                 .hasReset = true,
                 .hasLatency = true,
-                .hasEditor = mInstance.effect().procedure(kAAX_ProcPtrID_Create_EffectGUI) != nullptr};
+                .editorObstacle = hasEditor ? "" : "the effect has no editor",
+                .closesWithinCalls = true};
     }
     const std::vector<Parameter>& parameters() const override { return mParameters; }
 
+    // While an editor is open, another thread than the window's gives values to the buffer alone.
     void set(std::size_t index, double value) override {
-        mInstance.setNormalized(mParameters.at(index).id, value);
+        if (mLink.editor() != nullptr && std::this_thread::get_id() != mMainThread) {
+            const BufferValue now{index, value};
+            mInstance.setBeforeBuffer({&now, 1});
+            mLink.showLater(index, value);
+        } else {
+            mInstance.setNormalized(mParameters.at(index).id, value);
+        }
     }
     double get(std::size_t index) override { return mInstance.normalized(mParameters.at(index).id); }
     std::optional<std::string> text(std::size_t index, double value) override {
@@ -81,48 +100,20 @@ public:
                                                         : callsFromWithin(mInstance);
     }
 
-    std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) override;
+    std::unique_ptr<PluginEditor> openEditor(const EditorSetup& setup) override {
+        try {
+            return std::make_unique<ModuleEditor>(mInstance, mParameters, mLink, setup);
+        } catch (const HostError& error) {
+            throw pluginErrorOf(error);
+        }
+    }
 
 private:
     Instance mInstance;
     std::vector<Parameter> mParameters;
+    EditorLink mLink;
+    std::thread::id mMainThread = std::this_thread::get_id();
 };
-
-// An editor in a plain container without an event loop: it lives by the host's timer alone.
-class ModuleEditor final : public PluginEditor {
-public:
-    ModuleEditor(Instance& instance, std::uint32_t window)
-        : mInstance(instance),
-          mContainer(ACFPtr<ViewContainer>::Adopt(new ViewContainer(instance.module().context()))) {
-        // The architecture hands a native view over as a pointer.
-        // NOLINTNEXTLINE(performance-no-int-to-ptr)
-        mContainer->setView(AAX_eViewContainerType_X11, reinterpret_cast<void*>(std::uintptr_t{window}));
-        mEditor = instance.openEditor(*mContainer);
-        if (mEditor == nullptr) {
-            throw PluginError("the effect has no editor");
-        }
-        mEditor->setContainer(mContainer.Get());
-    }
-
-    void idle() override {
-        mInstance.idle();
-        mInstance.timer();
-        mEditor->timer();
-    }
-
-private:
-    Instance& mInstance;
-    ACFPtr<ViewContainer> mContainer;
-    std::unique_ptr<Editor> mEditor;
-};
-
-std::unique_ptr<PluginEditor> ModuleInstance::openEditor(std::uint32_t window) {
-    try {
-        return std::make_unique<ModuleEditor>(mInstance, window);
-    } catch (const HostError& error) {
-        throw pluginErrorOf(error);
-    }
-}
 
 class ModulePlugin final : public Plugin {
 public:
@@ -158,6 +149,12 @@ public:
         } catch (const HostError& error) {
             throw pluginErrorOf(error);
         }
+    }
+
+    // An instance is prepared as it is made.
+    std::unique_ptr<PluginInstance> createUnprepared(const PluginInfo& /*info*/, double /*rateHz*/,
+                                                     std::int32_t /*mostFrames*/) override {
+        return nullptr;
     }
 
     std::vector<std::string> takeComplaints() override {

@@ -101,17 +101,53 @@ struct Parameter {
 
 /// What an instance offers. A check that needs more calls Context::skip().
 struct Capabilities {
-    bool hasValueTexts = false;      ///< text() answers.
-    bool readsTexts = false;         ///< value() answers.
-    bool hasState = false;           ///< saveState(), restoreState().
-    bool hasReset = false;           ///< reset().
-    bool hasLatency = false;         ///< latencyFrames().
-    bool hasEditor = false;          ///< openEditor(), where there is a display.
+    bool hasValueTexts = false;                   ///< text() answers.
+    bool readsTexts = false;                      ///< value() answers.
+    bool hasState = false;                        ///< saveState(), restoreState().
+    bool hasReset = false;                        ///< reset().
+    bool hasLatency = false;                      ///< latencyFrames().
+    std::string editorObstacle = "has no editor"; ///< Why openEditor() cannot be called; empty where it can.
+    bool closesWithinCalls = false;  ///< The format lets a host close an editor within the editor's own call.
+    bool mayEndWithEditor = false;   ///< The format lets an instance end before its open editor.
     bool hasUnalignedBuffers = true; ///< The format lets buffers lie at any address of a float.
     bool runsInPlace = true;         ///< An output may be an input's memory.
 };
 
-/// An open editor; closed when destroyed, before its instance. [main]
+/// What an editor has its host do.
+struct EditorEvent {
+    enum class Kind {
+        kResize,  ///< The host's window is to have this width and height.
+        kTouch,   ///< A gesture on a parameter begins.
+        kValue,   ///< A parameter is to have this value.
+        kRelease, ///< The gesture ends.
+        kOffer,   ///< The host may handle what the mouse does.
+    };
+
+    Kind kind = Kind::kOffer;
+    std::size_t parameter = 0; ///< In PluginInstance::parameters().
+    double value = 0.0;        ///< Plain.
+    int width = 0;             ///< Pixels.
+    int height = 0;
+};
+
+/// How an editor is opened.
+struct EditorSetup {
+    std::uint32_t window = 0; ///< The number of an X11 window of the caller's.
+    double scale = 1.0;       ///< 2 is twice the plain size.
+    /// Takes the editor's requests; outlives the instance. It is called on the thread of the window, within
+    /// a call of the editor's, where Capabilities::closesWithinCalls lets it close the editor.
+    std::function<void(const EditorEvent& event)> onEvent;
+};
+
+/// In pixels.
+struct EditorSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const EditorSize&) const = default;
+};
+
+/// An open editor; closed when destroyed. Where its instance ends before, it has ended with it or, where the
+/// format has editors that live alone, goes on without. [main]
 class PluginEditor {
 public:
     PluginEditor() = default;
@@ -121,6 +157,10 @@ public:
 
     /// What a host's event loop does for it: timers, descriptors, requests. Called about 30 times a second.
     virtual void idle() = 0;
+    /// The size that it has stated last; nothing where it has stated none.
+    virtual std::optional<EditorSize> size() const = 0;
+    /// Closes it. Every later call does nothing.
+    virtual void close() = 0;
 };
 
 /// Something that a host may do at any time and that must do no harm.
@@ -176,9 +216,8 @@ public:
     /// What can be tried with this instance, as long as it lives. [main]
     virtual std::vector<Attempt> attempts(AttemptKind kind) = 0;
 
-    /// Opens the editor in an X11 window of the caller's. @param window its number
-    /// @throws PluginError where it does not open
-    virtual std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) = 0;
+    /// Opens the editor in a window. One at a time. @throws PluginError where it does not open
+    virtual std::unique_ptr<PluginEditor> openEditor(const EditorSetup& setup) = 0;
 };
 
 /// An opened binary or bundle; closed, and unloaded where the format has it so, when destroyed, after its
@@ -198,6 +237,10 @@ public:
     /// @throws PluginError where no instance can be made
     virtual std::unique_ptr<PluginInstance> create(const PluginInfo& info, double rateHz,
                                                    std::int32_t mostFrames) = 0;
+    /// The same without what prepares it for sound, where the format has that as a call: of this instance the
+    /// editor alone may be opened. Nothing in other formats.
+    virtual std::unique_ptr<PluginInstance> createUnprepared(const PluginInfo& info, double rateHz,
+                                                             std::int32_t mostFrames) = 0;
     /// What the plug-in has done so far against the rules of its format, as the host's side saw it, one line
     /// each. Those that were returned are forgotten.
     virtual std::vector<std::string> takeComplaints() = 0;

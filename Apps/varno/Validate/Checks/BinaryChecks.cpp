@@ -154,15 +154,6 @@ void checkColdStart(Context& context) {
                    "at most 100 ms, since hosts scan hundreds");
 }
 
-// Libraries of the system lose memory of their own when they are unloaded and loaded again.
-void keepLibrariesLoaded(Context& context) {
-    forEachBinary(context, [](const ElfFile& file, const std::string&) {
-        for (const std::string& library : file.neededLibraries()) {
-            (void)::dlopen(library.c_str(), RTLD_LAZY | RTLD_LOCAL);
-        }
-    });
-}
-
 class LoadedBinary {
 public:
     explicit LoadedBinary(const std::filesystem::path& path)
@@ -207,7 +198,7 @@ void loadAndUnload(Context& context) {
 
 void checkReloading(Context& context) {
     constexpr int kRounds = 100;
-    keepLibrariesLoaded(context);
+    keepLibrariesLoaded(context.path(), context.format());
     const ProcessTraces before;
     MemoryGrowth growth(kRounds);
     for (int round = 0; round < kRounds; ++round) {

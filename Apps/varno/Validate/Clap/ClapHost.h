@@ -1,8 +1,11 @@
-/// What a CLAP host offers a plug-in here: log, parameters and latency.
+/// What a CLAP host offers a plug-in here: log, parameters, latency, and what a window needs.
 #ifndef VARNO_APPS_VARNO_VALIDATE_CLAP_CLAPHOST_H
 #define VARNO_APPS_VARNO_VALIDATE_CLAP_CLAPHOST_H
 
+#include "CLAP/Clap/Gui.h"
 #include "CLAP/Clap/Plugin.h"
+#include "Validate/Editors/HostLoop.h"
+#include "Validate/Plugin.h"
 
 #include <atomic>
 #include <functional>
@@ -21,11 +24,21 @@ public:
     explicit ClapHost(std::vector<std::string>& complaints);
     ClapHost(const ClapHost&) = delete;
     ClapHost& operator=(const ClapHost&) = delete;
-    ~ClapHost() = default;
+    /// Notes timers and descriptors that the plug-in has left.
+    ~ClapHost();
 
     const clap_host_t& table() const { return mTable; }
     /// Whether the plug-in has asked for on_main_thread() since the last call. [any]
     bool takeCallback() { return mIsCallbackWanted.exchange(false); }
+    /// Whether the plug-in has asked for params.flush() since the last call. [any]
+    void requestFlush() { mIsFlushWanted = true; }
+    bool takeFlush() { return mIsFlushWanted.exchange(false); }
+
+    /// The plug-in whose timers and descriptors are called, and who is told what size its window asks for.
+    /// [main]
+    void follow(const clap_plugin_t* plugin, std::function<void(EditorSize)> onResize);
+    /// Timers and descriptors of the plug-in. [main]
+    HostLoop& loop() { return mLoop; }
 
     /// From now on, called within every call of the plug-in's on the main thread. Empty for nothing. [main]
     void setHook(std::function<void()> hook) { mHook = std::move(hook); }
@@ -38,12 +51,19 @@ public:
     void expectMainThread(const char* call);
 
 private:
+    friend struct ClapWindowCalls;
+
     clap_host_t mTable;
+    const clap_plugin_t* mPlugin = nullptr;
+    std::function<void(EditorSize)> mOnResize;
+    HostLoop mLoop;
+    clap_id mLastTimer = 0;
     std::mutex mMutex;
     std::vector<std::string>& mComplaints;
     std::thread::id mMainThread;
     std::function<void()> mHook;
     std::atomic<bool> mIsCallbackWanted{false};
+    std::atomic<bool> mIsFlushWanted{false};
 };
 
 } // namespace varno::validate

@@ -29,10 +29,6 @@ clap_input_events_t eventsOf(ValueEvents& events) {
             }};
 }
 
-// What a plug-in sends is taken and forgotten.
-constexpr clap_output_events_t kTakesAll = {
-    nullptr, [](const clap_output_events_t*, const clap_event_header_t*) { return true; }};
-
 // One buffer for each port, over channels that follow each other.
 std::vector<clap_audio_buffer_t> buffersOf(const ClapPorts& ports, float** channels) {
     std::vector<clap_audio_buffer_t> buffers;
@@ -80,14 +76,23 @@ ClapInstance::ClapInstance(std::unique_ptr<ClapHost> host, OwnedClap plugin, dou
       mInputs(readClapPorts(mPlugin.get(), true)),
       mOutputs(readClapPorts(mPlugin.get(), false)) {
     readParameters();
+}
+
+void ClapInstance::prepare() {
     if (!mPlugin->activate(mPlugin.get(), mRateHz, 1, mMostFrames)) {
         throw PluginError("the plug-in cannot be activated");
     }
+    mIsActive = true;
 }
 
 ClapInstance::~ClapInstance() {
     stopProcessing();
-    mPlugin->deactivate(mPlugin.get());
+    if (mIsActive) {
+        mPlugin->deactivate(mPlugin.get());
+    }
+    if (mEditor != nullptr) {
+        mEditor->pluginEnds();
+    }
 }
 
 void ClapInstance::readParameters() {
@@ -119,6 +124,8 @@ Capabilities ClapInstance::capabilities() const {
             .hasState = mState != nullptr,
             .hasReset = true,
             .hasLatency = mLatency != nullptr,
+            .editorObstacle = ClapEditor::obstacleOf(mPlugin.get()),
+            .mayEndWithEditor = true,
             .runsInPlace = mInputs.runInPlace && mOutputs.runInPlace};
 }
 
@@ -136,13 +143,53 @@ void ClapInstance::set(std::size_t index, double value) {
          .value = value});
 }
 
-void ClapInstance::flush() {
-    const std::lock_guard lock(mMutex);
-    if (!mWaiting.empty() && mParams != nullptr) {
-        ValueEvents events = std::exchange(mWaiting, {});
-        const clap_input_events_t in = eventsOf(events);
-        mParams->flush(mPlugin.get(), &in, &kTakesAll);
+// Never beside process(), so that it may be on any thread.
+void ClapInstance::flush(bool isAsked) {
+    const std::lock_guard sound(mSound);
+    ValueEvents events;
+    {
+        const std::lock_guard lock(mMutex);
+        events = std::exchange(mWaiting, {});
     }
+    if ((isAsked || !events.empty()) && mParams != nullptr) {
+        const clap_input_events_t in = eventsOf(events);
+        const clap_output_events_t out = outputEvents();
+        mParams->flush(mPlugin.get(), &in, &out);
+    }
+}
+
+clap_output_events_t ClapInstance::outputEvents() {
+    return {this, [](const clap_output_events_t* list, const clap_event_header_t* header) {
+                return static_cast<ClapInstance*>(list->ctx)->takeEvent(*header);
+            }};
+}
+
+// What is not about an open window is forgotten.
+bool ClapInstance::takeEvent(const clap_event_header_t& header) {
+    using Kind = EditorEvent::Kind;
+    const bool isValue = header.type == CLAP_EVENT_PARAM_VALUE;
+    const bool isGesture =
+        header.type == CLAP_EVENT_PARAM_GESTURE_BEGIN || header.type == CLAP_EVENT_PARAM_GESTURE_END;
+    if (header.space_id != CLAP_CORE_EVENT_SPACE_ID || (!isValue && !isGesture)) {
+        return true;
+    }
+    const auto& value = reinterpret_cast<const clap_event_param_value_t&>(header);
+    const auto& gesture = reinterpret_cast<const clap_event_param_gesture_t&>(header);
+    const clap_id id = isValue ? value.param_id : gesture.param_id;
+    const auto found = std::ranges::find(mInfos, id, &clap_param_info_t::id);
+    if (found == mInfos.end()) {
+        mHost->complain("an event for parameter " + std::to_string(id) + ", which there is not");
+        return true;
+    }
+    const std::lock_guard lock(mMutex);
+    if (mEditor != nullptr) {
+        mFromPlugin.push_back({.kind = isValue                                       ? Kind::kValue
+                                       : header.type == CLAP_EVENT_PARAM_GESTURE_END ? Kind::kRelease
+                                                                                     : Kind::kTouch,
+                               .parameter = static_cast<std::size_t>(found - mInfos.begin()),
+                               .value = isValue ? value.value : 0.0});
+    }
+    return true;
 }
 
 double ClapInstance::get(std::size_t index) {
@@ -187,6 +234,7 @@ void ClapInstance::process(const float* const* inputs, float* const* outputs, st
         flush();
         return;
     }
+    const std::lock_guard sound(mSound);
     ValueEvents events;
     {
         const std::lock_guard lock(mMutex);
@@ -203,6 +251,7 @@ void ClapInstance::processWith(const clap_input_events_t& events, const float* c
     }
     std::vector<clap_audio_buffer_t> in = buffersOf(mInputs, const_cast<float**>(inputs));
     std::vector<clap_audio_buffer_t> out = buffersOf(mOutputs, const_cast<float**>(outputs));
+    const clap_output_events_t outEvents = outputEvents();
     const clap_process_t process{.steady_time = -1,
                                  .frames_count = static_cast<std::uint32_t>(frames),
                                  .transport = nullptr,
@@ -211,7 +260,7 @@ void ClapInstance::processWith(const clap_input_events_t& events, const float* c
                                  .audio_inputs_count = static_cast<std::uint32_t>(in.size()),
                                  .audio_outputs_count = static_cast<std::uint32_t>(out.size()),
                                  .in_events = &events,
-                                 .out_events = &kTakesAll};
+                                 .out_events = &outEvents};
     if (mPlugin->process(mPlugin.get(), &process) == CLAP_PROCESS_ERROR) {
         mHost->complain("process() failed");
     }
@@ -297,8 +346,29 @@ std::vector<Attempt> ClapInstance::attempts(AttemptKind kind) {
                                                     : callsFromWithin(use);
 }
 
-std::unique_ptr<PluginEditor> ClapInstance::openEditor(std::uint32_t /*window*/) {
-    throw PluginError("windows of CLAP plug-ins are not opened");
+std::unique_ptr<PluginEditor> ClapInstance::openEditor(const EditorSetup& setup) {
+    auto editor =
+        std::make_unique<ClapEditor>(*mHost, mPlugin.get(), setup,
+                                     ClapEditor::Calls{.answer =
+                                                           [this](bool inAnyCase) {
+                                                               answerCallbacks();
+                                                               if (mHost->takeFlush() || inAnyCase) {
+                                                                   flush(true);
+                                                               }
+                                                           },
+                                                       .takeEvents =
+                                                           [this] {
+                                                               const std::lock_guard lock(mMutex);
+                                                               return std::exchange(mFromPlugin, {});
+                                                           },
+                                                       .onClosed =
+                                                           [this] {
+                                                               const std::lock_guard lock(mMutex);
+                                                               mEditor = nullptr;
+                                                           }});
+    const std::lock_guard lock(mMutex);
+    mEditor = editor.get();
+    return editor;
 }
 
 } // namespace varno::validate

@@ -4,6 +4,7 @@
 
 #include "CLAP/Clap/Extensions.h"
 #include "CLAP/Clap/Plugin.h"
+#include "Validate/Clap/ClapEditor.h"
 #include "Validate/Clap/ClapHost.h"
 #include "Validate/Plugin.h"
 
@@ -34,14 +35,17 @@ using OwnedClap = std::unique_ptr<const clap_plugin_t, DestroysClap>;
 /// Of a plug-in whose init() has succeeded.
 ClapPorts readClapPorts(const clap_plugin_t* plugin, bool isInput);
 
-/// Initialised, and active from the beginning. Values wait for the next buffer; where one is asked for
+/// Initialised, and active from prepare() on. Values wait for the next buffer; where one is asked for
 /// before, they are handed over without a buffer.
 class ClapInstance final : public PluginInstance {
 public:
     /// @param plugin initialised, made with the table of the host
-    /// @throws PluginError where the plug-in refuses the rate
+    /// @throws PluginError where a parameter cannot be read
     ClapInstance(std::unique_ptr<ClapHost> host, OwnedClap plugin, double rateHz, std::int32_t mostFrames);
     ~ClapInstance() override;
+
+    /// Once, before anything but the window. @throws PluginError where the plug-in refuses the rate
+    void prepare();
 
     Capabilities capabilities() const override;
     const std::vector<Parameter>& parameters() const override { return mParameters; }
@@ -55,18 +59,20 @@ public:
     void reset() override;
     std::int32_t latencyFrames() override;
     std::vector<Attempt> attempts(AttemptKind kind) override;
-    std::unique_ptr<PluginEditor> openEditor(std::uint32_t window) override;
+    std::unique_ptr<PluginEditor> openEditor(const EditorSetup& setup) override;
 
 private:
     void readParameters();
     void startProcessing();
     void stopProcessing();
-    void flush();
+    void flush(bool isAsked = false);
     void answerCallbacks();
     void processWith(const clap_input_events_t& events, const float* const* inputs, float* const* outputs,
                      std::int32_t frames);
     void processSilence(const clap_input_events_t& events);
     bool restart();
+    clap_output_events_t outputEvents();
+    bool takeEvent(const clap_event_header_t& header);
 
     std::unique_ptr<ClapHost> mHost;
     OwnedClap mPlugin;
@@ -79,8 +85,12 @@ private:
     ClapPorts mOutputs;
     std::vector<Parameter> mParameters;
     std::vector<clap_param_info_t> mInfos; ///< By parameter.
-    std::mutex mMutex;                     ///< For the two below.
+    bool mIsActive = false;
+    ClapEditor* mEditor = nullptr; ///< The open one.
+    std::mutex mSound;             ///< Held in process() and flush(), before the next one.
+    std::mutex mMutex;             ///< For the three below.
     std::vector<clap_event_param_value_t> mWaiting;
+    std::vector<EditorEvent> mFromPlugin; ///< While a window is open.
     bool mIsProcessing = false;
 };
 

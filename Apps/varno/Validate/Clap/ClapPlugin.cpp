@@ -52,14 +52,26 @@ public:
 
     std::unique_ptr<PluginInstance> create(const PluginInfo& info, double rateHz,
                                            std::int32_t mostFrames) override {
-        auto host = std::make_unique<ClapHost>(mComplaints);
-        OwnedClap plugin = make(*host, info.id);
-        return std::make_unique<ClapInstance>(std::move(host), std::move(plugin), rateHz, mostFrames);
+        auto instance = makeInstance(info, rateHz, mostFrames);
+        instance->prepare();
+        return instance;
+    }
+
+    std::unique_ptr<PluginInstance> createUnprepared(const PluginInfo& info, double rateHz,
+                                                     std::int32_t mostFrames) override {
+        return makeInstance(info, rateHz, mostFrames);
     }
 
     std::vector<std::string> takeComplaints() override { return std::exchange(mComplaints, {}); }
 
 private:
+    std::unique_ptr<ClapInstance> makeInstance(const PluginInfo& info, double rateHz,
+                                               std::int32_t mostFrames) {
+        auto host = std::make_unique<ClapHost>(mComplaints);
+        OwnedClap plugin = make(*host, info.id);
+        return std::make_unique<ClapInstance>(std::move(host), std::move(plugin), rateHz, mostFrames);
+    }
+
     OwnedClap make(const ClapHost& host, const std::string& id) const {
         OwnedClap plugin(mFactory->create_plugin(mFactory, &host.table(), id.c_str()));
         if (plugin == nullptr) {

@@ -118,12 +118,15 @@ void Work::endRun(LV2_Handle plugin, const LV2_Worker_Interface* worker) {
     }
 }
 
+LV2_Log_Log silentLog() {
+    return {nullptr, printNothing, [](LV2_Log_Handle, LV2_URID, const char*, va_list) { return 0; }};
+}
+
 HostSide::HostSide(UriNumbers& numbers, double rateHz, std::int32_t mostFrames, Offer offer)
     : mRateHz(static_cast<float>(rateHz)),
       mLongest(mostFrames),
       mEventBytes(kEventBytes),
-      // What a plug-in logs is no finding.
-      mLog{this, printNothing, [](LV2_Log_Handle, LV2_URID, const char*, va_list) { return 0; }},
+      mLog(silentLog()),
       mMapPath{this, [](LV2_State_Map_Path_Handle, const char* path) { return copyOf(path); },
                [](LV2_State_Map_Path_Handle, const char* path) { return copyOf(path); }},
       mFreePath{this, [](LV2_State_Free_Path_Handle, char* path) { std::free(path); }} {

@@ -76,6 +76,9 @@ private:
     std::vector<Message> mResponses;
 };
 
+/// What a plug-in logs is no finding.
+LV2_Log_Log silentLog();
+
 /// The features of one instance. Stays where it is.
 class HostSide {
 public:

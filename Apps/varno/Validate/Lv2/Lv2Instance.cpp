@@ -10,19 +10,18 @@
 #include <utility>
 
 namespace varno::validate {
-Lv2Instance::Lv2Instance(const LilvPlugin* plugin, UriNumbers& numbers, PortList ports, bool runsInPlace,
-                         double rateHz, std::int32_t mostFrames)
-    : mNumbers(numbers),
+Lv2Instance::Lv2Instance(const Source& source, PortList ports, double rateHz, std::int32_t mostFrames)
+    : mSource(source),
+      mNumbers(source.numbers),
       mPorts(std::move(ports)),
-      mPlugin(plugin),
-      mRunsInPlace(runsInPlace),
+      mPlugin(source.plugin),
       mRateHz(rateHz),
       mMostFrames(mostFrames),
-      mHost(numbers, rateHz, mostFrames),
+      mHost(mNumbers, rateHz, mostFrames),
       mValues(mPorts.ports.size()),
       mModulation(mPorts.ports.size()),
       mEvents(mPorts.ports.size()),
-      mInstance(lilv_plugin_instantiate(plugin, rateHz, mHost.features())) {
+      mInstance(lilv_plugin_instantiate(source.plugin, rateHz, mHost.features())) {
     if (mInstance == nullptr) {
         throw PluginError("the plug-in makes no instance");
     }
@@ -31,11 +30,21 @@ Lv2Instance::Lv2Instance(const LilvPlugin* plugin, UriNumbers& numbers, PortList
     mState = static_cast<const LV2_State_Interface*>(extension(LV2_STATE__interface));
     connectPorts(mostFrames);
     mHost.work().doRequests(lilv_instance_get_handle(mInstance), mWorker);
+    mShown = mValues;
+}
+
+void Lv2Instance::prepare() {
     lilv_instance_activate(mInstance);
+    mIsActive = true;
 }
 
 Lv2Instance::~Lv2Instance() {
-    lilv_instance_deactivate(mInstance);
+    if (mEditor != nullptr) {
+        mEditor->instanceEnds();
+    }
+    if (mIsActive) {
+        lilv_instance_deactivate(mInstance);
+    }
     lilv_instance_free(mInstance);
 }
 
@@ -80,14 +89,39 @@ Capabilities Lv2Instance::capabilities() const {
     return {.hasState = true,
             .hasReset = lilv_instance_get_descriptor(mInstance)->activate != nullptr,
             .hasLatency = std::ranges::any_of(mPorts.ports, &Port::isLatency),
-            .runsInPlace = mRunsInPlace};
+            .editorObstacle = mSource.window.obstacle,
+            .mayEndWithEditor = !mSource.window.usesInstance,
+            .runsInPlace = mSource.runsInPlace};
 }
 
 void Lv2Instance::set(std::size_t index, double value) {
-    mValues[mPorts.parameterPorts.at(index)] = static_cast<float>(value);
+    const std::lock_guard lock(mMutex);
+    const std::uint32_t port = mPorts.parameterPorts.at(index);
+    mValues[port] = static_cast<float>(value);
+    mShown[port] = mValues[port];
+}
+
+// What the window has written is in force from the next buffer on; without one, when it is asked for.
+void Lv2Instance::takeWritten() {
+    const std::lock_guard lock(mMutex);
+    for (const auto& [port, value] : std::exchange(mWritten, {})) {
+        mValues[port] = value;
+        mShown[port] = value;
+    }
+}
+
+void Lv2Instance::write(std::uint32_t port, float value) {
+    const std::lock_guard lock(mMutex);
+    mWritten.emplace_back(port, value);
+}
+
+std::vector<float> Lv2Instance::shownValues() {
+    const std::lock_guard lock(mMutex);
+    return mShown;
 }
 
 double Lv2Instance::get(std::size_t index) {
+    const std::lock_guard lock(mMutex);
     return static_cast<double>(mValues[mPorts.parameterPorts.at(index)]);
 }
 
@@ -101,6 +135,7 @@ std::optional<double> Lv2Instance::value(std::size_t /*index*/, const std::strin
 
 void Lv2Instance::process(const float* const* inputs, float* const* outputs, std::int32_t frames) {
     clearEvents();
+    takeWritten();
     std::size_t input = 0;
     std::size_t output = 0;
     for (const Port& port : mPorts.ports) {
@@ -115,6 +150,8 @@ void Lv2Instance::process(const float* const* inputs, float* const* outputs, std
     LV2_Handle handle = lilv_instance_get_handle(mInstance);
     mHost.work().doRequests(handle, mWorker);
     mHost.work().endRun(handle, mWorker);
+    const std::lock_guard lock(mMutex);
+    mShown = mValues;
 }
 
 std::optional<std::vector<std::byte>> Lv2Instance::saveState() {
@@ -203,8 +240,17 @@ std::vector<Attempt> Lv2Instance::attempts(AttemptKind kind) {
                                                     : callsFromWithin(use);
 }
 
-std::unique_ptr<PluginEditor> Lv2Instance::openEditor(std::uint32_t /*window*/) {
-    throw PluginError("windows of LV2 plug-ins are not opened");
+std::unique_ptr<PluginEditor> Lv2Instance::openEditor(const EditorSetup& setup) {
+    auto editor = std::make_unique<Lv2Editor>(
+        mSource.window,
+        Lv2Editor::Host{.numbers = mNumbers,
+                        .complaints = mSource.complaints,
+                        .plugin = lilv_node_as_uri(lilv_plugin_get_uri(mSource.plugin)),
+                        .instance = lilv_instance_get_handle(mInstance),
+                        .rateHz = static_cast<float>(mRateHz)},
+        *this, setup);
+    mEditor = editor.get();
+    return editor;
 }
 
 } // namespace varno::validate

@@ -5,6 +5,7 @@
 #include "Validate/Plugin.h"
 
 #include <algorithm>
+#include <deque>
 #include <lilv/lilv.h>
 #include <lv2/core/lv2.h>
 #include <memory>
@@ -48,26 +49,44 @@ public:
 
     std::unique_ptr<PluginInstance> create(const PluginInfo& info, double rateHz,
                                            std::int32_t mostFrames) override {
+        auto instance = makeInstance(info, rateHz, mostFrames);
+        instance->prepare();
+        return instance;
+    }
+
+    std::unique_ptr<PluginInstance> createUnprepared(const PluginInfo& info, double rateHz,
+                                                     std::int32_t mostFrames) override {
+        return makeInstance(info, rateHz, mostFrames);
+    }
+
+    std::vector<std::string> takeComplaints() override { return mComplaints.take(); }
+
+private:
+    std::unique_ptr<Lv2Instance> makeInstance(const PluginInfo& info, double rateHz,
+                                              std::int32_t mostFrames) {
         const auto found = std::ranges::find(mPlugins, info.id, &PluginInfo::id);
-        const LilvPlugin* const plugin = mHandles.at(static_cast<std::size_t>(found - mPlugins.begin()));
+        const auto place = static_cast<std::size_t>(found - mPlugins.begin());
+        const LilvPlugin* const plugin = mHandles.at(place);
         PortList ports = readPorts(mWorld.get(), plugin, rateHz);
         if (!ports.obstacle.empty()) {
             throw PluginError(ports.obstacle);
         }
         const LilvText broken(lilv_new_uri(mWorld.get(), LV2_CORE__inPlaceBroken));
-        return std::make_unique<Lv2Instance>(plugin, mNumbers, std::move(ports),
-                                             !lilv_plugin_has_feature(plugin, broken.get()), rateHz,
-                                             mostFrames);
+        return std::make_unique<Lv2Instance>(
+            Lv2Instance::Source{.plugin = plugin,
+                                .numbers = mNumbers,
+                                .window = mWindows.at(place),
+                                .complaints = mComplaints,
+                                .runsInPlace = !lilv_plugin_has_feature(plugin, broken.get())},
+            std::move(ports), rateHz, mostFrames);
     }
 
-    std::vector<std::string> takeComplaints() override { return {}; }
-
-private:
     void add(const LilvPlugin* plugin) {
         const PortList ports = readPorts(mWorld.get(), plugin, kDescribedRateHz);
         const LilvText name(lilv_plugin_get_name(plugin));
         const int inputs = ports.count(PortKind::kAudio, true);
         mHandles.push_back(plugin);
+        mWindows.push_back(readWindow(mWorld.get(), plugin));
         mPlugins.push_back(
             {.id = lilv_node_as_uri(lilv_plugin_get_uri(plugin)),
              .name = name == nullptr ? "" : lilv_node_as_string(name.get()),
@@ -79,7 +98,9 @@ private:
     std::filesystem::path mPath;
     UriNumbers mNumbers;
     std::unique_ptr<LilvWorld, FreesLilv> mWorld;
+    Complaints mComplaints;
     std::vector<const LilvPlugin*> mHandles;
+    std::deque<Lv2Window> mWindows; ///< Of each; instances refer to them.
     std::vector<PluginInfo> mPlugins;
 };
 

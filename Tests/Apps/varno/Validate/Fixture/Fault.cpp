@@ -4,6 +4,13 @@
 namespace varno::fixture {
 
 const Planted kPlanted = Planted::FIXTURE_FAULT;
+#ifdef FIXTURE_EDITOR
+void* (*const kEditorProcedure)() = fixtureEditorProcedure;
+void (*const kCountBuffer)() = countFixtureBuffer;
+#else
+void* (*const kEditorProcedure)() = nullptr;
+void (*const kCountBuffer)() = nullptr;
+#endif
 
 } // namespace varno::fixture
 

@@ -51,8 +51,18 @@ enum class Planted {
     kClicks, ///< Where a value changes.
 };
 
-/// What this binary has. Defined in Fault.cpp, which is compiled once for each.
+// Of this binary. Defined in Fault.cpp, which is compiled once for each.
+
+/// What is wrong with it.
 extern const Planted kPlanted;
+/// Null where it has no editor, or what makes one.
+extern void* (*const kEditorProcedure)();
+/// Null, or to be called at each buffer.
+extern void (*const kCountBuffer)();
+
+/// FixtureEditor.cpp.
+void* fixtureEditorProcedure();
+void countFixtureBuffer();
 
 } // namespace varno::fixture
 

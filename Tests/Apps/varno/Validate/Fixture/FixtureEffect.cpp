@@ -1,4 +1,4 @@
-// A small effect on the library layer, with a fault or without: a gain, mono and stereo, without an editor.
+// A small effect on the library layer, with a fault or without: a gain, mono and stereo.
 #include "AAX_CBinaryDisplayDelegate.h"
 #include "AAX_CBinaryTaperDelegate.h"
 #include "AAX_CEffectParameters.h"
@@ -64,6 +64,9 @@ float gLastGain = 0.5F;
 
 template<int kChannels>
 void process(void* const begin[], const void* end) {
+    if (kCountBuffer != nullptr) {
+        kCountBuffer();
+    }
     for (void* const* instance = begin; instance != end; ++instance) {
         const auto& routing = *static_cast<const Routing*>(*instance);
         const bool isBypassed = *routing.bypass != 0 && !has(Planted::kIgnoresBypass);
@@ -312,6 +315,9 @@ AAX_Result GetEffectDescriptions(AAX_ICollection* outCollection) {
                static_cast<std::int32_t>(AAX_FourCC("FxGs")));
     effect->AddProcPtr(reinterpret_cast<void*>(&FixtureModel::Create),
                        kAAX_ProcPtrID_Create_EffectParameters);
+    if (kEditorProcedure != nullptr) {
+        effect->AddProcPtr(kEditorProcedure(), kAAX_ProcPtrID_Create_EffectGUI);
+    }
     const AAX_Result result = outCollection->AddEffect("org.example.fixture", effect);
     if (!has(Planted::kHasNoManufacturer)) {
         outCollection->SetManufacturerName("Example");

@@ -1,11 +1,15 @@
 // The fixture as a CLAP binary.
 #include "CLAP/Clap/Extensions.h"
+#include "CLAP/Clap/Gui.h"
 #include "CLAP/Clap/Plugin.h"
+#include "Tests/Apps/varno/Validate/Formats/FaultyEditor.h"
 #include "Tests/Apps/varno/Validate/Formats/FaultyGain.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace varno::fixture {
@@ -17,8 +21,15 @@ constexpr clap_plugin_descriptor_t kDescriptor = {
 
 struct FaultyClap {
     clap_plugin_t table;
+    const clap_host_t* host = nullptr;
     FaultyGain gain{48000.0};
     bool isLoading = false;
+    // The window's.
+    double scale = 1.0;
+    clap_id timer = CLAP_INVALID_ID;
+    std::unique_ptr<FaultyEditor> editor;
+    std::vector<clap_event_param_gesture_t> gestures; ///< For the next buffer or flush.
+    std::vector<clap_event_param_value_t> changes;
 };
 
 FaultyClap& selfOf(const clap_plugin_t* plugin) {
@@ -44,6 +55,16 @@ void takeEvents(FaultyGain& gain, const clap_input_events_t* events) {
         } else if (isPlanted("takes-unknown-events")) {
             gain.values[kGain] = 0.25F;
         }
+    }
+}
+
+// What the window has written since.
+void giveEvents(FaultyClap& self, const clap_output_events_t* out) {
+    for (const clap_event_param_gesture_t& gesture : std::exchange(self.gestures, {})) {
+        out->try_push(out, &gesture.header);
+    }
+    for (const clap_event_param_value_t& change : std::exchange(self.changes, {})) {
+        out->try_push(out, &change.header);
     }
 }
 
@@ -80,8 +101,9 @@ constexpr clap_plugin_params_t kParams = {
         *value = read.value_or(0.0);
         return read.has_value();
     },
-    [](const clap_plugin_t* plugin, const clap_input_events_t* in, const clap_output_events_t*) {
+    [](const clap_plugin_t* plugin, const clap_input_events_t* in, const clap_output_events_t* out) {
         takeEvents(selfOf(plugin).gain, in);
+        giveEvents(selfOf(plugin), out);
     }};
 
 constexpr clap_plugin_state_t kState = {
@@ -106,38 +128,134 @@ constexpr clap_plugin_state_t kState = {
 constexpr clap_plugin_latency_t kLatency = {
     [](const clap_plugin_t* plugin) { return selfOf(plugin).gain.latency(); }};
 
+template<class Extension>
+const Extension& hostExtension(const FaultyClap& self, const char* id) {
+    return *static_cast<const Extension*>(self.host->get_extension(self.host, id));
+}
+
+void touchGain(FaultyClap& self, bool isTouched) {
+    const std::uint16_t type = isTouched ? CLAP_EVENT_PARAM_GESTURE_BEGIN : CLAP_EVENT_PARAM_GESTURE_END;
+    self.gestures.push_back(
+        {{sizeof(clap_event_param_gesture_t), 0, CLAP_CORE_EVENT_SPACE_ID, type, 0}, kGain});
+}
+
+void writeGain(FaultyClap& self, double value) {
+    self.changes.push_back(
+        {{sizeof(clap_event_param_value_t), 0, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0},
+         kGain,
+         nullptr,
+         -1,
+         -1,
+         -1,
+         -1,
+         value});
+}
+
+bool openEditor(const clap_plugin_t* plugin, const clap_window_t* window) {
+    FaultyClap& self = selfOf(plugin);
+    self.editor = std::make_unique<FaultyEditor>(
+        FaultyEditor::Host{[](int, int) {}, [&self](bool isTouched) { touchGain(self, isTouched); },
+                           [&self](double value) { writeGain(self, value); }},
+        static_cast<std::uint32_t>(window->x11), self.scale);
+    constexpr std::uint32_t kPeriodMs = 5;
+    return hostExtension<clap_host_timer_support_t>(self, CLAP_EXT_TIMER_SUPPORT)
+        .register_timer(self.host, kPeriodMs, &self.timer);
+}
+
+void closeEditor(const clap_plugin_t* plugin) {
+    FaultyClap& self = selfOf(plugin);
+    if (self.editor != nullptr && !isPlanted("editor-leaves-timer")) {
+        hostExtension<clap_host_timer_support_t>(self, CLAP_EXT_TIMER_SUPPORT)
+            .unregister_timer(self.host, self.timer);
+    }
+    self.editor.reset();
+}
+
+constexpr clap_plugin_gui_t kGui = {
+    .is_api_supported =
+        [](const clap_plugin_t*, const char* api, bool isFloating) {
+            return std::strcmp(api, CLAP_WINDOW_API_X11) == 0 && !isFloating;
+        },
+    .get_preferred_api = [](const clap_plugin_t*, const char**, bool*) { return false; },
+    .create = [](const clap_plugin_t*, const char*, bool) { return true; },
+    .destroy = closeEditor,
+    .set_scale =
+        [](const clap_plugin_t* plugin, double scale) {
+            selfOf(plugin).scale = scale;
+            return true;
+        },
+    .get_size =
+        [](const clap_plugin_t* plugin, std::uint32_t* width, std::uint32_t* height) {
+            *width = static_cast<std::uint32_t>(selfOf(plugin).editor->width());
+            *height = static_cast<std::uint32_t>(selfOf(plugin).editor->height());
+            return true;
+        },
+    .can_resize = [](const clap_plugin_t*) { return false; },
+    .get_resize_hints = [](const clap_plugin_t*, clap_gui_resize_hints_t*) { return false; },
+    .adjust_size = [](const clap_plugin_t*, std::uint32_t*, std::uint32_t*) { return false; },
+    .set_size = [](const clap_plugin_t*, std::uint32_t, std::uint32_t) { return false; },
+    .set_parent = openEditor,
+    .set_transient = [](const clap_plugin_t*, const clap_window_t*) { return false; },
+    .suggest_title = [](const clap_plugin_t*, const char*) {},
+    .show = [](const clap_plugin_t*) { return true; },
+    .hide = [](const clap_plugin_t*) { return true; }};
+
+constexpr clap_plugin_timer_support_t kTimer = {[](const clap_plugin_t* plugin, clap_id) {
+    FaultyClap& self = selfOf(plugin);
+    if (self.editor != nullptr) {
+        self.editor->idle();
+        self.editor->told(static_cast<double>(self.gain.values[kGain]));
+    }
+}};
+
+void destroy(const clap_plugin_t* plugin) {
+    if (isPlanted("editor-uses-instance") && selfOf(plugin).editor != nullptr) {
+        std::abort();
+    }
+    closeEditor(plugin);
+    --fixtureSound().instances;
+    delete &selfOf(plugin);
+}
+
 const void* extensionOf(const clap_plugin_t* /*plugin*/, const char* id) {
     const auto is = [&](const char* name) { return std::strcmp(id, name) == 0; };
-    return is(CLAP_EXT_AUDIO_PORTS) ? static_cast<const void*>(&kPorts)
-           : is(CLAP_EXT_PARAMS)    ? &kParams
-           : is(CLAP_EXT_STATE)     ? &kState
-           : is(CLAP_EXT_LATENCY)   ? static_cast<const void*>(&kLatency)
-                                    : nullptr;
+    return is(CLAP_EXT_AUDIO_PORTS)     ? static_cast<const void*>(&kPorts)
+           : is(CLAP_EXT_PARAMS)        ? &kParams
+           : is(CLAP_EXT_STATE)         ? &kState
+           : is(CLAP_EXT_GUI)           ? &kGui
+           : is(CLAP_EXT_TIMER_SUPPORT) ? static_cast<const void*>(&kTimer)
+           : is(CLAP_EXT_LATENCY)       ? static_cast<const void*>(&kLatency)
+                                        : nullptr;
 }
 
 clap_process_status processBuffer(const clap_plugin_t* plugin, const clap_process_t* buffer) {
     FaultyGain& gain = selfOf(plugin).gain;
     takeEvents(gain, buffer->in_events);
+    giveEvents(selfOf(plugin), buffer->out_events);
+    fixtureSound().count();
     gain.process(buffer->audio_inputs[0].data32, buffer->audio_outputs[0].data32, buffer->frames_count);
     return CLAP_PROCESS_CONTINUE;
 }
 
-const clap_plugin_t* makePlugin(const clap_plugin_factory_t* /*factory*/, const clap_host_t* /*host*/,
+const clap_plugin_t* makePlugin(const clap_plugin_factory_t* /*factory*/, const clap_host_t* host,
                                 const char* id) {
     if (std::strcmp(id, kDescriptor.id) != 0) {
         return nullptr;
     }
+    ++fixtureSound().instances;
     auto* const made = new FaultyClap;
+    made->host = host;
     made->table = {.desc = &kDescriptor,
                    .plugin_data = made,
                    .init = [](const clap_plugin_t*) { return true; },
-                   .destroy = [](const clap_plugin_t* plugin) { delete &selfOf(plugin); },
+                   .destroy = destroy,
                    .activate =
                        [](const clap_plugin_t* plugin, double rateHz, std::uint32_t, std::uint32_t) {
                            selfOf(plugin).gain = FaultyGain(rateHz);
+                           fixtureSound().isActive = true;
                            return true;
                        },
-                   .deactivate = [](const clap_plugin_t*) {},
+                   .deactivate = [](const clap_plugin_t*) { fixtureSound().isActive = false; },
                    .start_processing = [](const clap_plugin_t*) { return true; },
                    .stop_processing = [](const clap_plugin_t*) {},
                    .reset = [](const clap_plugin_t* plugin) { selfOf(plugin).gain.reset(); },

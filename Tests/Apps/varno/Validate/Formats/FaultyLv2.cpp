@@ -1,4 +1,5 @@
 // The fixture as an LV2 binary; faulty-gain.ttl describes it.
+#include "Tests/Apps/varno/Validate/Formats/FaultyEditor.h"
 #include "Tests/Apps/varno/Validate/Formats/FaultyGain.h"
 
 #include <array>
@@ -7,8 +8,11 @@
 #include <cstring>
 #include <lv2/atom/atom.h>
 #include <lv2/core/lv2.h>
+#include <lv2/options/options.h>
 #include <lv2/state/state.h>
+#include <lv2/ui/ui.h>
 #include <lv2/urid/urid.h>
+#include <optional>
 
 namespace varno::fixture {
 namespace {
@@ -65,14 +69,31 @@ LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double rateHz, cons
     if (map == nullptr) {
         return nullptr;
     }
+    ++fixtureSound().instances;
     auto* const made = new FaultyLv2{.gain = FaultyGain(rateHz)};
     made->stateKey = map->map(map->handle, kStateKey);
     made->chunkType = map->map(map->handle, LV2_ATOM__Chunk);
     return made;
 }
 
+// The host of the window that was closed last.
+struct LateCall {
+    LV2UI_Write_Function write;
+    LV2UI_Controller controller;
+};
+std::optional<LateCall> gLate;
+
+void callLate() {
+    if (gLate && isPlanted("editor-writes-late")) {
+        const float value = 0.5F;
+        gLate->write(gLate->controller, kGainIn, sizeof value, 0, &value);
+    }
+}
+
 void run(LV2_Handle handle, std::uint32_t frames) {
     FaultyLv2& self = selfOf(handle);
+    fixtureSound().count();
+    callLate();
     self.gain.values = {*self.ports[kGainIn], std::round(*self.ports[kModeIn]),
                         *self.ports[kEnabledIn] > 0.0F ? 0.0F : 1.0F};
     const std::array<const float*, 2> inputs = {self.ports[kLeftIn], self.ports[kRightIn]};
@@ -121,14 +142,89 @@ constexpr LV2_Descriptor kDescriptor = {
     .instantiate = instantiate,
     .connect_port = [](LV2_Handle handle, std::uint32_t port,
                        void* data) { selfOf(handle).ports.at(port) = static_cast<float*>(data); },
-    .activate = [](LV2_Handle handle) { selfOf(handle).gain.reset(); },
+    .activate =
+        [](LV2_Handle handle) {
+            fixtureSound().isActive = true;
+            selfOf(handle).gain.reset();
+        },
     .run = run,
-    .deactivate = nullptr,
-    .cleanup = [](LV2_Handle handle) { delete &selfOf(handle); },
+    .deactivate = [](LV2_Handle) { fixtureSound().isActive = false; },
+    .cleanup =
+        [](LV2_Handle handle) {
+            --fixtureSound().instances;
+            delete &selfOf(handle);
+        },
     .extension_data = extensionData};
+
+struct FaultyWindow {
+    LateCall host;
+    FaultyEditor editor;
+};
+
+FaultyWindow& windowOf(LV2UI_Handle handle) {
+    return *static_cast<FaultyWindow*>(handle);
+}
+
+double scaleOf(const LV2_Feature* const* features) {
+    const auto* const map = featureOf<LV2_URID_Map>(features, LV2_URID__map);
+    const auto* option = featureOf<LV2_Options_Option>(features, LV2_OPTIONS__options);
+    const LV2_URID wanted = map->map(map->handle, LV2_UI__scaleFactor);
+    for (; option != nullptr && option->key != 0; ++option) {
+        if (option->key == wanted) {
+            return static_cast<double>(*static_cast<const float*>(option->value));
+        }
+    }
+    return 1.0;
+}
+
+LV2UI_Handle openWindow(const LV2UI_Descriptor*, const char*, const char*, LV2UI_Write_Function write,
+                        LV2UI_Controller controller, LV2UI_Widget* widget,
+                        const LV2_Feature* const* features) {
+    const auto* const resize = featureOf<LV2UI_Resize>(features, LV2_UI__resize);
+    const auto* const touch = featureOf<LV2UI_Touch>(features, LV2_UI__touch);
+    const auto parent = reinterpret_cast<std::uintptr_t>(featureOf<void>(features, LV2_UI__parent));
+    *widget = nullptr;
+    return new FaultyWindow{
+        {write, controller},
+        {{[resize](int width, int height) { resize->ui_resize(resize->handle, width, height); },
+          [touch](bool isTouched) { touch->touch(touch->handle, kGainIn, isTouched); },
+          [write, controller](double value) {
+              const auto number = static_cast<float>(value);
+              write(controller, kGainIn, sizeof number, 0, &number);
+          }},
+         static_cast<std::uint32_t>(parent),
+         scaleOf(features)}};
+}
+
+void closeWindow(LV2UI_Handle handle) {
+    gLate = windowOf(handle).host;
+    delete &windowOf(handle);
+}
+
+void portEvent(LV2UI_Handle handle, std::uint32_t port, std::uint32_t /*size*/, std::uint32_t /*protocol*/,
+               const void* value) {
+    if (port == kGainIn) {
+        windowOf(handle).editor.told(static_cast<double>(*static_cast<const float*>(value)));
+    }
+}
+
+const void* windowExtension(const char* uri) {
+    static constexpr LV2UI_Idle_Interface kIdle = {[](LV2UI_Handle handle) {
+        windowOf(handle).editor.idle();
+        return 0;
+    }};
+    return std::strcmp(uri, LV2_UI__idleInterface) == 0 ? &kIdle : nullptr;
+}
+
+constexpr LV2UI_Descriptor kWindow = {"urn:varno:test:faulty-gain#ui", openWindow, closeWindow, portEvent,
+                                      windowExtension};
 
 } // namespace
 } // namespace varno::fixture
+
+LV2_SYMBOL_EXPORT const LV2UI_Descriptor* lv2ui_descriptor(std::uint32_t index) {
+    return index == 0 ? &varno::fixture::kWindow : nullptr;
+}
 
 LV2_SYMBOL_EXPORT const LV2_Descriptor* lv2_descriptor(std::uint32_t index) {
     return index == 0 ? &varno::fixture::kDescriptor : nullptr;
