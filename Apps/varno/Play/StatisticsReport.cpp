@@ -134,7 +134,7 @@ Json scheduleJson(const std::optional<ThreadSchedule>& schedule) {
 
 std::string statisticsText(const LiveStatistics& statistics) {
     const BlockStatistics& blocks = statistics.blocks;
-    const std::string head =
+    std::string head =
         line("blocks", std::to_string(blocks.processing().count()) + ", in the end of " +
                            std::to_string(statistics.frames) + " frames at " +
                            textFromNumber(statistics.rateHz) + " Hz: " + textUs(blockNs(statistics)) +
