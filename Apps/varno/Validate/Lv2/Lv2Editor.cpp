@@ -180,7 +180,7 @@ Lv2Editor::Lv2Editor(const Lv2Window& window, const Host& host, EditorPorts& por
         openWindows().windows.erase(mNumber);
         throw PluginError(error != nullptr ? error : "the window " + window.uri + " is not made");
     }
-    if (mDescriptor->extension_data != nullptr) {
+    if (mDescriptor != nullptr && mDescriptor->extension_data != nullptr) {
         mIdle = static_cast<const LV2UI_Idle_Interface*>(mDescriptor->extension_data(LV2_UI__idleInterface));
     }
     tellValues();

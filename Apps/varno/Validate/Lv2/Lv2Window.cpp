@@ -22,7 +22,7 @@ using WindowNode = std::unique_ptr<LilvNode, FreesWindowNode>;
 
 std::string pathOf(const LilvNode* uri) {
     char* const path = lilv_file_uri_parse(lilv_node_as_uri(uri), nullptr);
-    const std::string text = path == nullptr ? "" : path;
+    std::string text = path == nullptr ? "" : path;
     lilv_free(path);
     return text;
 }

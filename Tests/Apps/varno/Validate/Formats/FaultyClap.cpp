@@ -20,7 +20,7 @@ constexpr clap_plugin_descriptor_t kDescriptor = {
     CLAP_VERSION, "urn:varno:test:faulty-gain", "Faulty Gain", "", "", "", "", "1", "", kFeatures};
 
 struct FaultyClap {
-    clap_plugin_t table;
+    clap_plugin_t table{};
     const clap_host_t* host = nullptr;
     FaultyGain gain{48000.0};
     bool isLoading = false;
