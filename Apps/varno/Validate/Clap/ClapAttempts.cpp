@@ -15,6 +15,10 @@ namespace {
 
 using Bytes = std::vector<std::byte>;
 
+constexpr std::uint16_t kUnknownEventType = 0x7FFF;
+constexpr std::uint16_t kUnknownSpace = 0x1234;
+constexpr std::byte kAnyByte{0x3F};
+
 std::string wrongIf(bool isWrong, const char* what = "success") {
     return isWrong ? what : "";
 }
@@ -149,8 +153,8 @@ void addUnknownEvents(const ClapUse& use, std::vector<Attempt>& attempts) {
     const double most = use.infos.empty() ? 1.0 : use.infos.front().max_value;
     attempts.push_back({"process() with events of unknown types", [use, known, most] {
                             Events events;
-                            events.add(valueOf(known, most), CLAP_CORE_EVENT_SPACE_ID, 0x7FFF);
-                            events.add(valueOf(known, most), 0x1234, CLAP_EVENT_PARAM_VALUE);
+                            events.add(valueOf(known, most), CLAP_CORE_EVENT_SPACE_ID, kUnknownEventType);
+                            events.add(valueOf(known, most), kUnknownSpace, CLAP_EVENT_PARAM_VALUE);
                             use.process(events.list());
                             return std::string();
                         }});
@@ -164,7 +168,7 @@ std::vector<std::pair<std::string, Bytes>> statesOfOthers(std::size_t size) {
     };
     constexpr std::size_t kLarge = 65536;
     Bytes chunk = bytesOf(std::string("CHNK\x10\0\0\0", 8));
-    chunk.resize(std::max<std::size_t>(size, chunk.size()), std::byte{0x3F});
+    chunk.resize(std::max<std::size_t>(size, chunk.size()), kAnyByte);
     return {{"of no bytes", {}},
             {"of a text in XML",
              bytesOf("<?xml version=\"1.0\"?>\n<state plugin=\"other\"><p id=\"0\">1</p></state>\n")},
@@ -172,7 +176,7 @@ std::vector<std::pair<std::string, Bytes>> statesOfOthers(std::size_t size) {
             {"of lines of text", bytesOf("other 1.0\ngain=1.0\n0=1\n")},
             {"of a chunk with a mark of its own", chunk},
             {"of zeros, as long as the own", Bytes(size)},
-            {"of 64 KiB", Bytes(kLarge, std::byte{0x41})}};
+            {"of 64 KiB", Bytes(kLarge, kAnyByte)}};
 }
 
 // A call of the host's within one of the plug-in's.

@@ -17,6 +17,10 @@ namespace {
 
 using Model = AAX_IACFEffectParameters;
 
+constexpr std::uint32_t kAnyFactor = 37;
+// The letters of a four-character identifier in the other case.
+constexpr std::uint32_t kOtherCase = 0x20202020;
+
 // A call that takes a parameter's identifier.
 struct ParameterCall {
     const char* name;
@@ -243,7 +247,7 @@ void addNumberCalls(Instance& instance, std::vector<Attempt>& attempts) {
 StoredChunk foreignRecord(std::uint32_t size, const ChunkIdentity& identity) {
     StoredChunk chunk(size, identity);
     for (std::uint32_t i = 4; i < size; ++i) {
-        chunk.record()->fData[i] = static_cast<char>(i * 37U);
+        chunk.record()->fData[i] = static_cast<char>(i * kAnyFactor);
     }
     return chunk;
 }
@@ -262,10 +266,10 @@ std::vector<Attempt> foreignChunks(Instance& instance) {
     const ChunkIdentity identity = own.identity();
     const auto size = static_cast<std::uint32_t>(own.data().size());
     ChunkIdentity foreign = identity;
-    foreign.manufacturerID ^= 0x20202020U;
-    foreign.productID ^= 0x20202020U;
-    foreign.plugInID ^= 0x20202020U;
-    foreign.chunkID ^= 0x20202020U;
+    foreign.manufacturerID ^= kOtherCase;
+    foreign.productID ^= kOtherCase;
+    foreign.plugInID ^= kOtherCase;
+    foreign.chunkID ^= kOtherCase;
     std::vector<Attempt> attempts;
     const auto add = [&](const std::string& name, AAX_CTypeID chunkID, const StoredChunk& record,
                          bool mustFail) {
