@@ -42,15 +42,7 @@ public:
     ACFRESULT QueryInterface(const acfIID& iid, void** outObject) override {
         *outObject = nullptr;
         (void)called();
-        *outObject = iid == IID_IACFUnknown ? static_cast<AAX_IACFCollection*>(this)
-                     : iid == IID_IAAXCollectionV1
-                         ? static_cast<void*>(static_cast<AAX_IACFCollection*>(this))
-                     : iid == IID_IAAXEffectDescriptorV1    ? static_cast<AAX_IACFEffectDescriptor*>(this)
-                     : iid == IID_IAAXComponentDescriptorV1 ? static_cast<AAX_IACFComponentDescriptor*>(this)
-                     : iid == IID_IAAXPropertyMapV1         ? static_cast<AAX_IACFPropertyMap*>(this)
-                     : iid == IID_IACFComponentFactory      ? static_cast<IACFComponentFactory*>(this)
-                     : iid == IID_IACFPluginDefinition      ? static_cast<IACFPluginDefinition*>(this)
-                                                            : static_cast<void*>(nullptr);
+        *outObject = interfaceFor(iid);
         mReferences += *outObject == nullptr ? 0 : 1;
         return *outObject == nullptr ? ACF_E_NOINTERFACE : ACF_OK;
     }
@@ -130,6 +122,24 @@ public:
     }
 
 private:
+    void* interfaceFor(const acfIID& iid) {
+        if (iid == IID_IACFUnknown || iid == IID_IAAXCollectionV1) {
+            return static_cast<AAX_IACFCollection*>(this);
+        }
+        if (iid == IID_IAAXEffectDescriptorV1) {
+            return static_cast<AAX_IACFEffectDescriptor*>(this);
+        }
+        if (iid == IID_IAAXComponentDescriptorV1) {
+            return static_cast<AAX_IACFComponentDescriptor*>(this);
+        }
+        if (iid == IID_IAAXPropertyMapV1) {
+            return static_cast<AAX_IACFPropertyMap*>(this);
+        }
+        if (iid == IID_IACFComponentFactory) {
+            return static_cast<IACFComponentFactory*>(this);
+        }
+        return iid == IID_IACFPluginDefinition ? static_cast<IACFPluginDefinition*>(this) : nullptr;
+    }
     AAX_Result called() const {
         if (mHook) {
             mHook();
