@@ -3,11 +3,13 @@
 
 Prints the times of examples/batch/dask-batch.py with one and with two workers on this machine for so many files of 0.5 s
 (default: 10,000), their ratio, the time of a single process, and what starting and ending the engine costs: a batch of
-which all has been rendered. All files are in a memory file system. It needs a quiet machine and two processors.
+which all has been rendered. Three times in turn: the median and the range. All files are in a memory file system. It
+needs a quiet machine and two processors.
 """
 import pathlib
 import random
 import shutil
+import statistics
 import struct
 import subprocess
 import sys
@@ -17,6 +19,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 RATE, SECONDS = 48000, 0.5
 OPTIONS = ("--set", "Hot=0.5", "--quality", "4x")
+ROUNDS = 3
 
 
 def seconds_of(*command):
@@ -35,30 +38,38 @@ def make_files(folder, count):
         (folder / f"{number:05}.wav").write_bytes(header + b"data" + struct.pack("<I", len(data)) + data)
 
 
+def median_and_range(values, digits):
+    return f"{statistics.median(values):.{digits}f} ({min(values):.{digits}f} to {max(values):.{digits}f})"
+
+
 def main():
     if len(sys.argv) not in (2, 3):
         sys.exit(__doc__)
     program, count = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]) if len(sys.argv) == 3 else 10000
+    times = {"one worker": [], "one worker, all rendered": [], "two workers": [], "two workers, all rendered": [],
+             "one process without the engine": []}
     with tempfile.TemporaryDirectory(dir="/dev/shm") as name:
-        source, target = pathlib.Path(name) / "in", pathlib.Path(name) / "out"
+        source, target, files = (pathlib.Path(name) / part for part in ("in", "out", "files"))
         make_files(source, count)
-
-        def batch(workers, keep=False):
-            if not keep:
-                shutil.rmtree(target, ignore_errors=True)
-            return seconds_of("/usr/bin/python3", ROOT / "examples/batch/dask-batch.py", "--program", program, "--workers", workers, source,
-                              target, "--", *OPTIONS)
-        one, nothing_one = batch(1), batch(1, keep=True)
-        two, nothing_two = batch(2), batch(2, keep=True)
-        shutil.rmtree(target)
-        target.mkdir()
-        files = pathlib.Path(name) / "files"
         files.write_text("\0".join(str(path) for path in sorted(source.iterdir())))
-        alone = seconds_of("xargs", "--null", "--arg-file", files, program, "render", "--quiet", "--out-dir", target, *OPTIONS)
-    print(f"{count} files: one worker {one:.1f} s, two workers {two:.1f} s: {one / two:.2f} times\n"
-          f"without what the engine takes where all is rendered ({nothing_one:.1f} s and {nothing_two:.1f} s): "
-          f"{(one - nothing_one) / (two - nothing_two):.2f} times\n"
-          f"without the engine: {alone:.1f} s")
+
+        def batch(workers):
+            return seconds_of("/usr/bin/python3", ROOT / "examples/batch/dask-batch.py", "--program", program, "--workers", workers,
+                              source, target, "--", *OPTIONS)
+        for _ in range(ROUNDS):
+            for workers, what in ((1, "one worker"), (2, "two workers")):
+                shutil.rmtree(target, ignore_errors=True)
+                times[what].append(batch(workers))
+                times[what + ", all rendered"].append(batch(workers))
+            shutil.rmtree(target)
+            target.mkdir()
+            times["one process without the engine"].append(
+                seconds_of("xargs", "--null", "--arg-file", files, program, "render", "--quiet", "--out-dir", target, *OPTIONS))
+    for what, seconds in times.items():
+        print(f"{what:31} {median_and_range(seconds, 1)} s")
+    one, nothing_one, two, nothing_two, _ = times.values()
+    print(f"two workers are {median_and_range([a / b for a, b in zip(one, two)], 2)} times as fast as one; without what the engine takes\n"
+          f"where all is rendered, {median_and_range([(a - b) / (c - d) for a, b, c, d in zip(one, nothing_one, two, nothing_two)], 2)} times")
 
 
 if __name__ == "__main__":
