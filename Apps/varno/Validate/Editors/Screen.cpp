@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::uint16_t kFirstWidth = 400;
 constexpr std::uint16_t kFirstHeight = 300;
+// A number that servers do not reach when they look for a free one.
+constexpr const char* kNoDisplay = ":987654";
 // Between the windows of two instances.
 constexpr int kDistance = 60;
 
@@ -64,6 +66,12 @@ Screen::Screen()
 
 const xcb_screen_t& Screen::screen() const {
     return *xcb_setup_roots_iterator(xcb_get_setup(connection())).data;
+}
+
+void Screen::lose() {
+    mServer.stop();
+    // Another server may take the number at once, and has windows of others.
+    ::setenv("DISPLAY", kNoDisplay, 1);
 }
 
 void Screen::sync() const {

@@ -49,8 +49,8 @@ public:
     /// Presses and releases a key. @param code its number on a PC keyboard under X11
     void tap(int code) const;
 
-    /// Ends the server.
-    void lose() { mServer.stop(); }
+    /// Ends the server. No server answers at DISPLAY from then on.
+    void lose();
 
 private:
     struct Disconnects {

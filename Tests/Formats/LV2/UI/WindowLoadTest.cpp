@@ -15,7 +15,7 @@
 namespace varno::test {
 namespace {
 
-// Loads the binary, shows its window for some turns, and unloads it.
+// Loads the binary, shows its window for some turns, and has it unloaded.
 void showWindow() {
     constexpr int kTurns = 5;
     void* const binary = dlopen(VARNO_WINDOW_BINARY, RTLD_NOW | RTLD_LOCAL);
@@ -28,8 +28,8 @@ void showWindow() {
         *static_cast<const LV2UI_Idle_Interface*>(window.extension_data(LV2_UI__idleInterface));
     const auto& show =
         *static_cast<const LV2UI_Show_Interface*>(window.extension_data(LV2_UI__showInterface));
-    const LV2UI_Handle handle = window.instantiate(
-        &window, "urn:morvak:varno-s#stereo", VARNO_WINDOW_BUNDLE "/", nullptr, nullptr, nullptr, nullptr);
+    LV2UI_Handle handle = window.instantiate(&window, "urn:morvak:varno-s#stereo", VARNO_WINDOW_BUNDLE "/",
+                                             nullptr, nullptr, nullptr, nullptr);
     ASSERT_NE(handle, nullptr);
     EXPECT_EQ(show.show(handle), 0);
     for (int turn = 0; turn < kTurns; ++turn) {
@@ -39,16 +39,19 @@ void showWindow() {
     EXPECT_EQ(dlclose(binary), 0);
 }
 
-TEST(WindowLoad, leavesLittleBehindHoweverOftenItIsLoaded) {
+// It stays: libraries of fonts that are loaded anew with it lose memory each time.
+TEST(WindowLoad, staysLoadedAndLeavesLittleBehindHoweverOftenItIsOpened) {
     constexpr int kRounds = 20;
     constexpr int kWarmUp = 5;
-    constexpr std::ptrdiff_t kGrowth = 20'000; // bytes a round; libraries that stay loaded keep some
+    constexpr std::ptrdiff_t kGrowth = 1'000; // bytes a round
     const XServer server;
     setenv("DISPLAY", server.display().c_str(), 1);
     std::ptrdiff_t allocated = 0;
     for (int round = 0; round < kRounds; ++round) {
         ASSERT_NO_FATAL_FAILURE(showWindow());
-        ASSERT_EQ(dlopen(VARNO_WINDOW_BINARY, RTLD_NOW | RTLD_NOLOAD), nullptr) << "it stays loaded";
+        void* const kept = dlopen(VARNO_WINDOW_BINARY, RTLD_NOW | RTLD_NOLOAD);
+        ASSERT_NE(kept, nullptr) << "it is unloaded";
+        dlclose(kept);
         allocated = round + 1 == kWarmUp ? allocatedBytes() : allocated;
     }
     const std::ptrdiff_t growth = (allocatedBytes() - allocated) / (kRounds - kWarmUp);
