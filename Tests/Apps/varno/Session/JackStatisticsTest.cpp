@@ -64,7 +64,7 @@ TEST_F(JackStatistics, TheServersCountWrapsAround) {
     call();
     call();
     EXPECT_EQ(mStatistics.lostBlocks(), 0);
-    mJack.frame = -2 * kPeriod;
+    mJack.frame = -(2 * kPeriod);
     call();
     mJack.frame += 2 * kPeriod;
     call();

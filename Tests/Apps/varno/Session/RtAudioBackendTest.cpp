@@ -111,7 +111,8 @@ TEST_F(RtAudioBackendTest, AnOverrunAfterABlockInTimeWasWokenLate) {
     RtAudioBackend backend(FakeRtAudio::functions(), {.statistics = &statistics});
     backend.start([](const float* const*, float* const*, int) {});
     std::vector<float> samples(2 * std::size_t{mAudio.blockFrames});
-    for (const rtaudio_stream_status_t status : {0, RTAUDIO_STATUS_OUTPUT_UNDERFLOW, 0}) {
+    for (const rtaudio_stream_status_t status :
+         {0U, rtaudio_stream_status_t{RTAUDIO_STATUS_OUTPUT_UNDERFLOW}, 0U}) {
         mAudio.process(samples.data(), samples.data(), mAudio.blockFrames, 0.0, status, mAudio.self);
     }
     EXPECT_EQ(statistics.processing().count(), 3);
