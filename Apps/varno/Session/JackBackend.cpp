@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <pthread.h>
 
 namespace varno {
 namespace {
@@ -25,6 +26,19 @@ std::string serverName() {
 JackBackend& as(void* self) {
     return *static_cast<JackBackend*>(self);
 }
+
+// The library cancels its thread when a client is closed. Within a block that would end the program, since
+// nothing may be thrown there. No call of the system.
+class WithoutCancellation {
+public:
+    WithoutCancellation() { ::pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &mBefore); }
+    WithoutCancellation(const WithoutCancellation&) = delete;
+    WithoutCancellation& operator=(const WithoutCancellation&) = delete;
+    ~WithoutCancellation() { ::pthread_setcancelstate(mBefore, nullptr); }
+
+private:
+    int mBefore = PTHREAD_CANCEL_ENABLE;
+};
 
 } // namespace
 
@@ -229,6 +243,7 @@ void JackBackend::reportLatency(jack_latency_callback_mode_t mode) const {
 }
 
 int JackBackend::process(jack_nframes_t frames) noexcept {
+    const WithoutCancellation whole;
     if (mRequest.statistics != nullptr) {
         const MeasuredBlock measured(*mRequest.statistics, stateOf(frames));
         processPorts(frames);

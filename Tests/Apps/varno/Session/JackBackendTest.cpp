@@ -2,6 +2,8 @@
 #include "Tests/Apps/varno/Session/FakeJack.h"
 
 #include <gmock/gmock.h>
+#include <pthread.h>
+#include <semaphore.h>
 
 namespace varno::test {
 namespace {
@@ -188,6 +190,39 @@ TEST_F(JackBackendTest, ReportsWhatIsRefused) {
     mJack.refusesPorts = false;
     mJack.refusesToStart = true;
     EXPECT_EQ(refusal(), "the server does not start the client");
+}
+
+// As the library does when a client is closed. Where a block waits, the thread ends after it, not within.
+TEST(JackThread, IsCancelledBetweenBlocks) {
+    struct Block {
+        FakeJack jack;
+        sem_t began{};
+        sem_t mayEnd{};
+        bool hasEnded = false;
+    } block;
+    ::sem_init(&block.began, 0, 0);
+    ::sem_init(&block.mayEnd, 0, 0);
+    JackBackend backend(FakeJack::functions(), {});
+    backend.start([&block](const float* const*, float* const*, int) {
+        ::sem_post(&block.began);
+        ::sem_wait(&block.mayEnd); // where a thread may be cancelled
+        block.hasEnded = true;
+    });
+    pthread_t thread{};
+    const auto run = [](void* argument) -> void* {
+        const auto& jack = static_cast<Block*>(argument)->jack;
+        jack.process(jack.periodFrames, jack.self);
+        ::pthread_testcancel();
+        return nullptr;
+    };
+    ASSERT_EQ(::pthread_create(&thread, nullptr, run, &block), 0);
+    ::sem_wait(&block.began);
+    ::pthread_cancel(thread);
+    ::sem_post(&block.mayEnd);
+    void* result = nullptr;
+    ::pthread_join(thread, &result);
+    EXPECT_TRUE(block.hasEnded);
+    EXPECT_EQ(result, PTHREAD_CANCELED);
 }
 
 } // namespace
