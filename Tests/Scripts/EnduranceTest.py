@@ -14,7 +14,7 @@ TARGETS = ("varno",)
 def run(work):
     work.check("files", 3, "3", (work.build / "Apps/varno/varno").exists() and not list(work.folder.iterdir()))
     work.note("form", "short" if work.is_short else "whole")
-    work.note("drawn | seeded", work.random.randrange(1 << 30))
+    work.note("drawn |\\nseeded", work.random.randrange(1 << 30))
 """
 BAD = GOOD.replace('3, "3",', '2, "3", False and')
 BROKEN = GOOD.replace("    work.note", "    raise OSError('the reason')\n    work.note", 1)
