@@ -29,6 +29,11 @@ class Finding:
     is_met: bool
 
 
+def one_line(value):
+    """Its text as a cell of a table, also where it is that of several lines."""
+    return " ".join(str(value).split())
+
+
 def say(text):
     print(f"run: {text}", file=sys.stderr, flush=True)
 
@@ -53,12 +58,12 @@ class Work:
 
     def check(self, what, found, demanded, is_met):
         """States what was found and what is demanded; the part fails where that is not met. Returns whether it is."""
-        self._add(Finding(what, str(found), str(demanded), bool(is_met)))
+        self._add(Finding(one_line(what), one_line(found), one_line(demanded), bool(is_met)))
         return bool(is_met)
 
     def note(self, what, found):
         """States a figure without a limit."""
-        self._add(Finding(what, str(found), "", True))
+        self._add(Finding(one_line(what), one_line(found), "", True))
 
     def progress(self, text):
         """Prints how far the work is, now and then; to be called often."""
