@@ -1,5 +1,7 @@
 #include "CLAP/ValueEvents.h"
 
+#include "CLAP/Clap/Events.h"
+
 #include <cmath>
 
 namespace varno {
@@ -10,25 +12,13 @@ using Change = ValueExchange::Change;
 
 constexpr std::uint32_t kOfHost = Change::kForHost | Change::kTouched;
 
-template<class Event>
-clap_event_header_t headerOf(std::uint16_t type) noexcept {
-    return {sizeof(Event), 0, CLAP_CORE_EVENT_SPACE_ID, type, 0};
-}
-
-bool sendGesture(const clap_output_events_t& out, clap_id id, std::uint16_t type) noexcept {
-    const clap_event_param_gesture_t event{headerOf<clap_event_param_gesture_t>(type), id};
+bool sendGesture(const clap_output_events_t& out, clap_id id, bool isBegin) noexcept {
+    const clap_event_param_gesture_t event = clapGestureEvent(id, isBegin);
     return out.try_push(&out, &event.header);
 }
 
 bool sendValue(const clap_output_events_t& out, clap_id id, double value) noexcept {
-    const clap_event_param_value_t event{.header = headerOf<clap_event_param_value_t>(CLAP_EVENT_PARAM_VALUE),
-                                         .param_id = id,
-                                         .cookie = nullptr,
-                                         .note_id = -1,
-                                         .port_index = -1,
-                                         .channel = -1,
-                                         .key = -1,
-                                         .value = value};
+    const clap_event_param_value_t event = clapValueEvent(id, value);
     return out.try_push(&out, &event.header);
 }
 
@@ -69,7 +59,7 @@ std::uint32_t EventSender::sendOne(const clap_output_events_t& out, std::size_t 
                                    std::uint32_t changes) noexcept {
     char& isTouched = mIsTouched[index];
     if ((changes & Change::kTouched) != 0 && isTouched == 0) {
-        if (!sendGesture(out, present.id, CLAP_EVENT_PARAM_GESTURE_BEGIN)) {
+        if (!sendGesture(out, present.id, true)) {
             return changes & kOfHost;
         }
         isTouched = 1;
@@ -78,7 +68,7 @@ std::uint32_t EventSender::sendOne(const clap_output_events_t& out, std::size_t 
         return Change::kForHost;
     }
     if ((changes & Change::kHeld) == 0 && isTouched != 0) {
-        if (!sendGesture(out, present.id, CLAP_EVENT_PARAM_GESTURE_END)) {
+        if (!sendGesture(out, present.id, false)) {
             return Change::kTouched; // has it called again
         }
         isTouched = 0;

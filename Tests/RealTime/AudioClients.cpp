@@ -1,4 +1,5 @@
 // All clients.
+#include "CLAP/Clap/Events.h"
 #include "Host/Oversampling/RateConverter.h"
 #include "Session/JackBackend.h"
 #include "Session/RtAudioBackend.h"
@@ -158,15 +159,7 @@ private:
     static constexpr clap_id kQuality = 1000;
 
     void move(std::uint32_t frame, clap_id id, double value) {
-        mEvents[mEventCount++] = {.header = {sizeof(clap_event_param_value_t), frame,
-                                             CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0},
-                                  .param_id = id,
-                                  .cookie = nullptr,
-                                  .note_id = -1,
-                                  .port_index = -1,
-                                  .channel = -1,
-                                  .key = -1,
-                                  .value = value};
+        mEvents[mEventCount++] = clapValueEvent(id, value, frame);
     }
 
     ClapHost mHost;

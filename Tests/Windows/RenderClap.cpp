@@ -1,6 +1,7 @@
 // Renders every case with the CLAP plug-ins of a binary, which is loaded as by a host, and writes what they
 // gave to a file: descriptions, sound, texts of the values, states, and states after presets were loaded.
 // Usage: RenderClap BINARY OUTPUT PRESETS
+#include "CLAP/Clap/Events.h"
 #include "CLAP/Clap/Extensions.h"
 #include "CLAP/Clap/Gui.h"
 #include "CLAP/Clap/Plugin.h"
@@ -58,16 +59,6 @@ clap_input_events_t listOf(Events& events) {
 constexpr clap_output_events_t kNoOutput = {
     nullptr, [](const clap_output_events_t*, const clap_event_header_t*) { return true; }};
 
-clap_event_param_value_t valueEvent(clap_id parameter, double value, std::uint32_t frame) {
-    clap_event_param_value_t event{};
-    event.header = {sizeof event, frame, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0};
-    event.param_id = parameter;
-    event.note_id = -1;
-    event.port_index = event.channel = event.key = -1;
-    event.value = value;
-    return event;
-}
-
 // One plug-in, made and initialised.
 class Plugin {
 public:
@@ -97,7 +88,7 @@ public:
             if ((info.flags & CLAP_PARAM_IS_AUTOMATABLE) != 0 && (info.flags & CLAP_PARAM_IS_BYPASS) == 0) {
                 const double value = info.min_value + share * (info.max_value - info.min_value);
                 const bool isStepped = (info.flags & CLAP_PARAM_IS_STEPPED) != 0;
-                events.push_back(valueEvent(info.id, isStepped ? std::floor(value + 0.5) : value, frame));
+                events.push_back(clapValueEvent(info.id, isStepped ? std::floor(value + 0.5) : value, frame));
             }
         }
         std::sort(events.begin(), events.end(),
@@ -112,7 +103,7 @@ public:
         });
         require(quality != mParameters.end(), "no quality");
         const auto* const place = std::find(kBitsFactors.begin(), kBitsFactors.end(), factor);
-        Events events{valueEvent(quality->id, static_cast<double>(place - kBitsFactors.begin()), 0)};
+        Events events{clapValueEvent(quality->id, static_cast<double>(place - kBitsFactors.begin()), 0)};
         flush(events);
     }
 

@@ -1,4 +1,5 @@
 // Values at the exact frames of their events.
+#include "CLAP/Clap/Events.h"
 #include "Tests/Formats/CLAP/EventPlan.h"
 #include "Tests/Formats/CLAP/HostedClap.h"
 #include "Tests/Integration/OversampledEffect.h"
@@ -74,15 +75,7 @@ TEST_F(ClapEvents, behindTheBufferAreTakenAtItsEnd) {
     std::vector<float> sound(64);
     float* channels[] = {sound.data()};
     clap_audio_buffer_t buffer{channels, nullptr, 1, 0, 0};
-    const clap_event_param_value_t late{
-        .header = {sizeof(clap_event_param_value_t), 64, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0},
-        .param_id = 1,
-        .cookie = nullptr,
-        .note_id = -1,
-        .port_index = -1,
-        .channel = -1,
-        .key = -1,
-        .value = 0.25};
+    const clap_event_param_value_t late = clapValueEvent(1, 0.25, 64);
     const clap_input_events_t events{
         const_cast<clap_event_param_value_t*>(&late), [](const clap_input_events_t*) { return 2U; },
         [](const clap_input_events_t* list, std::uint32_t index) -> const clap_event_header_t* {

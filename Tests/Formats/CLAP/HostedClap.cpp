@@ -1,5 +1,7 @@
 #include "Tests/Formats/CLAP/HostedClap.h"
 
+#include "CLAP/Clap/Events.h"
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -61,15 +63,8 @@ void HostedClap::deactivate() {
 
 void HostedClap::add(const std::vector<ClapEvent>& events) {
     for (const ClapEvent& event : events) {
-        mEvents.push_back({.header = {sizeof(clap_event_param_value_t), event.frame, CLAP_CORE_EVENT_SPACE_ID,
-                                      event.type, 0},
-                           .param_id = event.id,
-                           .cookie = nullptr,
-                           .note_id = -1,
-                           .port_index = -1,
-                           .channel = -1,
-                           .key = -1,
-                           .value = event.value});
+        mEvents.push_back(clapValueEvent(event.id, event.value, event.frame));
+        mEvents.back().header.type = event.type;
     }
 }
 

@@ -1,4 +1,5 @@
 // Processing calls no allocator, lock, file or wait, whichever values have changed.
+#include "CLAP/Clap/Events.h"
 #include "Tests/Formats/CLAP/HostedClap.h"
 #include "Tests/Support/RealTimeGuard.h"
 #include "Tests/Support/Signal.h"
@@ -27,15 +28,7 @@ struct Events {
 class ClapRealTime : public testing::TestWithParam<std::size_t> {
 protected:
     void move(std::uint32_t frame, clap_id id, double value) {
-        mEvents.list.push_back({.header = {sizeof(clap_event_param_value_t), frame, CLAP_CORE_EVENT_SPACE_ID,
-                                           CLAP_EVENT_PARAM_VALUE, 0},
-                                .param_id = id,
-                                .cookie = nullptr,
-                                .note_id = -1,
-                                .port_index = -1,
-                                .channel = -1,
-                                .key = -1,
-                                .value = value});
+        mEvents.list.push_back(clapValueEvent(id, value, frame));
     }
 
     RealTimeReport run(std::uint32_t frames, bool isReset = false) {

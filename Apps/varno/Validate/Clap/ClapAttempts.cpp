@@ -1,5 +1,7 @@
 #include "Validate/Clap/ClapAttempts.h"
 
+#include "CLAP/Clap/Events.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -27,8 +29,7 @@ std::string wrongIf(bool isWrong, const char* what = "success") {
 class Events {
 public:
     template<class Event>
-    void add(Event event, std::uint16_t space, std::uint16_t type) {
-        event.header = {sizeof event, 0, space, type, 0};
+    void add(const Event& event) {
         const auto memory = std::make_shared<Event>(event);
         mEvents.emplace_back(memory, &memory->header);
     }
@@ -51,15 +52,11 @@ private:
 constexpr clap_output_events_t kTakesEvents = {
     nullptr, [](const clap_output_events_t*, const clap_event_header_t*) { return true; }};
 
-clap_event_param_value_t valueOf(clap_id id, double value) {
-    return {.header = {},
-            .param_id = id,
-            .cookie = nullptr,
-            .note_id = -1,
-            .port_index = -1,
-            .channel = -1,
-            .key = -1,
-            .value = value};
+// What looks like a value, and is an event of another kind.
+clap_event_param_value_t disguised(clap_event_param_value_t event, std::uint16_t space, std::uint16_t type) {
+    event.header.space_id = space;
+    event.header.type = type;
+    return event;
 }
 
 // What a plug-in writes; the host may be called within.
@@ -128,11 +125,10 @@ void addParameterCalls(const ClapUse& use, clap_id id, std::vector<Attempt>& att
                         }});
     const auto events = [id] {
         auto made = std::make_shared<Events>();
-        made->add(valueOf(id, 1.0), CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE);
-        made->add(valueOf(id, 1.0), CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_MOD);
-        made->add(clap_event_param_gesture_t{{}, id}, CLAP_CORE_EVENT_SPACE_ID,
-                  CLAP_EVENT_PARAM_GESTURE_BEGIN);
-        made->add(clap_event_param_gesture_t{{}, id}, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_GESTURE_END);
+        made->add(clapValueEvent(id, 1.0));
+        made->add(disguised(clapValueEvent(id, 1.0), CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_MOD));
+        made->add(clapGestureEvent(id, true));
+        made->add(clapGestureEvent(id, false));
         return made;
     };
     attempts.push_back({"flush() with events" + name, [use, events] {
@@ -153,8 +149,9 @@ void addUnknownEvents(const ClapUse& use, std::vector<Attempt>& attempts) {
     const double most = use.infos.empty() ? 1.0 : use.infos.front().max_value;
     attempts.push_back({"process() with events of unknown types", [use, known, most] {
                             Events events;
-                            events.add(valueOf(known, most), CLAP_CORE_EVENT_SPACE_ID, kUnknownEventType);
-                            events.add(valueOf(known, most), kUnknownSpace, CLAP_EVENT_PARAM_VALUE);
+                            const auto event = clapValueEvent(known, most);
+                            events.add(disguised(event, CLAP_CORE_EVENT_SPACE_ID, kUnknownEventType));
+                            events.add(disguised(event, kUnknownSpace, CLAP_EVENT_PARAM_VALUE));
                             use.process(events.list());
                             return std::string();
                         }});
@@ -240,7 +237,7 @@ std::string flushValues(const ClapUse& use, const Bytes& /*state*/, const std::f
     for (const clap_param_info_t& info : use.infos) {
         Events events;
         for (const double value : {info.min_value, info.max_value, info.default_value}) {
-            events.add(valueOf(info.id, value), CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE);
+            events.add(clapValueEvent(info.id, value));
         }
         const clap_input_events_t list = events.list();
         use.params->flush(use.plugin, &list, &kTakesEvents);

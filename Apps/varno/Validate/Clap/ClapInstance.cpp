@@ -1,5 +1,6 @@
 #include "Validate/Clap/ClapInstance.h"
 
+#include "CLAP/Clap/Events.h"
 #include "Validate/Clap/ClapAttempts.h"
 
 #include <algorithm>
@@ -132,15 +133,7 @@ Capabilities ClapInstance::capabilities() const {
 void ClapInstance::set(std::size_t index, double value) {
     const clap_param_info_t& info = mInfos.at(index);
     const std::lock_guard lock(mMutex);
-    mWaiting.push_back(
-        {.header = {sizeof(clap_event_param_value_t), 0, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0},
-         .param_id = info.id,
-         .cookie = info.cookie,
-         .note_id = -1,
-         .port_index = -1,
-         .channel = -1,
-         .key = -1,
-         .value = value});
+    mWaiting.push_back(clapValueEvent(info.id, value, 0, info.cookie));
 }
 
 // Never beside process(), so that it may be on any thread.

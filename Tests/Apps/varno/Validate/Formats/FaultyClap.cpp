@@ -1,4 +1,5 @@
 // The fixture as a CLAP binary.
+#include "CLAP/Clap/Events.h"
 #include "CLAP/Clap/Extensions.h"
 #include "CLAP/Clap/Gui.h"
 #include "CLAP/Clap/Plugin.h"
@@ -134,21 +135,11 @@ const Extension& hostExtension(const FaultyClap& self, const char* id) {
 }
 
 void touchGain(FaultyClap& self, bool isTouched) {
-    const std::uint16_t type = isTouched ? CLAP_EVENT_PARAM_GESTURE_BEGIN : CLAP_EVENT_PARAM_GESTURE_END;
-    self.gestures.push_back(
-        {{sizeof(clap_event_param_gesture_t), 0, CLAP_CORE_EVENT_SPACE_ID, type, 0}, kGain});
+    self.gestures.push_back(clapGestureEvent(kGain, isTouched));
 }
 
 void writeGain(FaultyClap& self, double value) {
-    self.changes.push_back(
-        {{sizeof(clap_event_param_value_t), 0, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0},
-         kGain,
-         nullptr,
-         -1,
-         -1,
-         -1,
-         -1,
-         value});
+    self.changes.push_back(clapValueEvent(kGain, value));
 }
 
 bool openEditor(const clap_plugin_t* plugin, const clap_window_t* window) {
