@@ -8,7 +8,7 @@ quick_steps=(format guards includes comments text shell gcc)
 lint_steps=(format guards includes comments text shell headers tidy)
 default_steps=(format guards includes comments text shell scripts 'tidy&' gcc headers asan-ubsan tsan hosts)
 full_steps=("${default_steps[@]}" clang sources tidy-tests coverage aarch64 libcxx windows fetch "$other_release"
-    packages "packages-${other_release#debian-}" validate long long-threads)
+    packages "packages-${other_release#debian-}" validate helgrind long long-threads)
 
 # Steps whose result depends on the version of a tool. Where Scripts/packages.txt has the tool for another release alone,
 # these steps are left out.
@@ -41,6 +41,7 @@ declare -A step_title=(
     [packages]="packages and archive: twice the same bytes, nothing for lintian to find, in use on a bare Debian and removed without a rest"
     [packages-12]="the packages made on Debian 12: in use on a bare Debian 12 and removed without a rest"
     [packages-13]="the packages made on Debian 13: in use on a bare Debian 13 and removed without a rest"
+    [helgrind]="instances that process beside a main thread, 5,000 blocks, under helgrind, which finds a planted race"
     [validate]="module, LV2 bundle and CLAP plug-ins pass the full level of varno validate"
     [long]="all tests of the product with 50 times the usual work"
     [long-threads]="the threaded tests under the thread sanitizer with 50 times the usual work"
@@ -118,6 +119,7 @@ step_gcc() { build_preset release all && run_tests release --label-exclude "$scr
 step_clang() { build_preset clang all && run_tests clang --label-exclude "$scripts_label"; }
 step_asan-ubsan() { build_preset asan-ubsan all && run_tests asan-ubsan --label-exclude "$scripts_label"; }
 step_tsan() { build_preset tsan threaded_tests && run_tests tsan --label-regex "$threaded_label"; }
+step_helgrind() { build_preset helgrind varno_library_at_once && run_tests helgrind --label-regex '^test_helgrind$'; }
 step_validate() {
     build_preset release varno Varno-S varno_lv2_bundle varno_clap_folder varno_test_locales && lint validate_plugins
 }

@@ -58,14 +58,15 @@ require_steps() {
     done
 }
 
-# need_packages_of STEP...: those of another processor, another standard library, another system and foreign hosts only where they are
-# asked for.
+# need_packages_of STEP...: those of another processor, another standard library, another system, valgrind and foreign hosts
+# only where they are asked for.
 need_packages_of() {
     local purposes=(program test)
     [[ " $* " != *" aarch64 "* ]] || purposes+=(aarch64)
     [[ " $* " != *" libcxx "* ]] || purposes+=(libcxx)
     # For other processors there is no wine that runs its programs; the step itself refuses there.
     [[ " $* " != *" windows "* || $(uname -m) != x86_64 ]] || purposes+=(windows)
+    [[ " $* " != *" helgrind "* ]] || purposes+=(helgrind)
     [[ " $* " != *" hosts "* ]] || purposes+=(hosts)
     [[ " $* " != *" debian-1"* && " $* " != *" packages"* ]] || purposes+=(release)
     [[ " $* " != *" packages "* ]] || purposes+=(package)

@@ -49,6 +49,14 @@ if(VARNO_SANITIZE)
   # different ones.
   target_compile_options(varno_settings INTERFACE $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>)
 endif()
+if(VARNO_ANNOTATED_ATOMICS)
+  # The compiler calls functions for atomic operations alone, and the library has them.
+  add_library(varno_annotated_atomics STATIC ${PROJECT_SOURCE_DIR}/Tests/Support/AnnotatedAtomics.cpp)
+  target_compile_options(varno_settings INTERFACE -fsanitize=thread -fno-omit-frame-pointer
+    "SHELL:-mllvm -tsan-instrument-memory-accesses=0" "SHELL:-mllvm -tsan-instrument-memintrinsics=0"
+    "SHELL:-mllvm -tsan-instrument-func-entry-exit=0")
+  target_link_libraries(varno_settings INTERFACE varno_annotated_atomics)
+endif()
 if(VARNO_COVERAGE)
   # Counted atomically: threads that race for a counter leave it negative, and gcovr refuses the file.
   target_compile_options(varno_settings INTERFACE --coverage -fprofile-update=atomic)

@@ -21,6 +21,9 @@ cross
 [libcxx]
 other-library
 
+[helgrind]
+judge
+
 [windows]
 other-system
 
@@ -95,6 +98,10 @@ class InstallTest(FixtureProject):
     def test_another_standard_library_needs_more_again(self):
         self.run_script("test", "libcxx")
         self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha gamma other-library"])
+
+    def test_the_judge_of_threads_is_installed_to_be_run_alone(self):
+        self.run_script("test", "helgrind")
+        self.assertEqual(self.apt_calls(), ["install -y --no-install-recommends alpha gamma judge"])
 
     def test_another_system_needs_more_again_on_the_processor_that_runs_its_programs(self):
         for processor, packages in (("x86_64", "alpha gamma other-system"), ("aarch64", "alpha gamma")):
