@@ -93,24 +93,32 @@ def memory_kib(process):
         return int(re.search(r"^VmRSS:\s+(\d+) kB", status.read(), re.M).group(1))
 
 
+class Player:
+    """`varno play` while it plays."""
+
+    def __init__(self, process, log, printed):
+        self.process = process
+        self.log = log
+        self.printed = printed
+
+    def statistics(self):
+        """Ends it; returns what it has counted."""
+        status = end(self.process)  # SIGINT is ignored below a shell's background jobs
+        if status != 0:
+            raise RuntimeError(f"varno play ends with {status}: {self.log.read_text()}")
+        return json.loads(self.printed.read_text())
+
+
 @contextlib.contextmanager
-def play(work, environment, *options):
-    """`varno play` once it plays. To be ended by statistics()."""
-    with running(work.folder, "play.log", work.program, "play", "--no-edit", "--backend", "jack", "--name", CLIENT,
-                 "--json", *options, environment=environment, output="statistics.json") as process:
+def play(work, environment, *options, name="play"):
+    """A Player, once it plays. @param name of which each player beside others has its own"""
+    log, printed = work.folder / f"{name}.log", work.folder / f"{name}.json"
+    printed.unlink(missing_ok=True)
+    with running(work.folder, log.name, work.program, "play", "--no-edit", "--backend", "jack", "--name",
+                 f"{CLIENT}-{name}", "--json", *options, environment=environment, output=printed.name) as process:
         def plays():
             if process.poll() is not None:
-                raise RuntimeError(f"varno play has ended: {(work.folder / 'play.log').read_text()}")
-            return "playing: " in (work.folder / "play.log").read_text()
+                raise RuntimeError(f"varno play has ended: {log.read_text()}")
+            return "playing: " in log.read_text()
         eventually(plays, "the effect")
-        yield process
-
-
-def statistics(work, process):
-    """Ends `varno play`; returns what it has counted."""
-    status = end(process)  # SIGINT is ignored below a shell's background jobs
-    text = (work.folder / "statistics.json").read_text()
-    (work.folder / "statistics.json").unlink()
-    if status != 0:
-        raise RuntimeError(f"varno play ends with {status}: {(work.folder / 'play.log').read_text()}")
-    return json.loads(text)
+        yield Player(process, log, printed)

@@ -3,8 +3,10 @@
 #include "Tests/Host/FixtureAlgorithm.h"
 
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
+#include <random>
 #include <string_view>
 #include <thread>
 
@@ -13,6 +15,8 @@ namespace {
 
 constexpr int kBuffersBetween = 32;
 constexpr std::chrono::milliseconds kExtra(20);
+// Of the linear congruential generator of the C++ library, each of which needs the last: about 0.1 ms.
+constexpr int kSteadySteps = 20'000;
 
 std::chrono::nanoseconds processorTime() {
     timespec time{};
@@ -30,11 +34,21 @@ void wait() {
     std::this_thread::sleep_for(kExtra);
 }
 
+void workSteadily() {
+    static volatile std::uint_fast32_t last = 0; // or the compiler would leave the work out
+    std::minstd_rand numbers(last);
+    numbers.discard(kSteadySteps);
+    last = numbers();
+}
+
 } // namespace
 
 void slowDown() {
     const char* const asked = std::getenv("VARNO_FIXTURE_SLOW");
     const std::string_view way = asked == nullptr ? "" : asked;
+    if (way == "steady") {
+        setHook(workSteadily);
+    }
     if (way != "compute" && way != "wait") {
         return;
     }
