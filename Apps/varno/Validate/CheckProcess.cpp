@@ -13,9 +13,11 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <deque>
 #include <exception>
 #include <fcntl.h>
 #include <poll.h>
+#include <sstream>
 #include <system_error>
 #include <unistd.h>
 
@@ -176,14 +178,31 @@ void runCheck(const Check& check, const CheckSetup& setup, const Context::Sink& 
     ::_exit(0);
 }
 
-std::string lastLine(int prints) {
+std::string lastBytes(int prints) {
     constexpr off_t kMost = 65536;
     const off_t size = ::lseek(prints, 0, SEEK_END);
     std::string text(static_cast<std::size_t>(std::clamp<off_t>(size, 0, kMost)), '\0');
     const ssize_t count = ::pread(prints, text.data(), text.size(), std::max<off_t>(0, size - kMost));
     text.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    text.erase(text.find_last_not_of(" \t\r\n") + 1);
-    return text.substr(text.find_last_of('\n') + 1);
+    return text;
+}
+
+// The last lines in one, as many as Xlib prints of an error.
+std::string lastLines(int prints) {
+    constexpr std::size_t kMostLines = 5;
+    std::istringstream text(lastBytes(prints));
+    std::deque<std::string> lines;
+    for (std::string line; std::getline(text >> std::ws, line);) {
+        lines.push_back(line.substr(0, line.find_last_not_of(" \t\r") + 1));
+        if (lines.size() > kMostLines) {
+            lines.pop_front();
+        }
+    }
+    std::string joined;
+    for (const std::string& line : lines) {
+        joined += (joined.empty() ? "" : "; ") + line;
+    }
+    return joined;
 }
 
 // Reads until the child has stated its end or is gone, or the time is over. (What the plug-in has started may
@@ -313,8 +332,8 @@ CheckResult runInChild(const Check& check, const CheckSetup& setup) {
         if (const std::string what = step.get(); !what.empty()) {
             seen += " in: " + what;
         }
-        if (const std::string line = lastLine(prints.get()); !line.empty()) {
-            seen += " (printed: " + line + ")";
+        if (const std::string lines = lastLines(prints.get()); !lines.empty()) {
+            seen += " (printed: " + lines + ")";
         }
         result.findings.push_back({Finding::Kind::kFail, seen, "the check to run to its end"});
     }

@@ -85,12 +85,12 @@ TEST(CheckProcess, ACrashFailsWithWhatWasDone) {
     const auto result = resultOf([](Context& context) {
         context.step("first");
         context.step("second");
-        std::fputs("something\nlast words\n", stderr);
+        std::fputs("something\n\nelse: 1\n  2\t\n3\n4\nlast words\n\n", stderr);
         // The signal, and no report of a sanitizer's in its place.
         std::signal(SIGSEGV, SIG_DFL);
         std::raise(SIGSEGV);
     });
-    EXPECT_EQ(onlyFailure(result), "ended by signal SIGSEGV in: second (printed: last words)");
+    EXPECT_EQ(onlyFailure(result), "ended by signal SIGSEGV in: second (printed: else: 1; 2; 3; 4; last words)");
 }
 
 TEST(CheckProcess, AnEndOfTheProcessFails) {
