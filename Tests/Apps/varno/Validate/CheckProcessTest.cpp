@@ -90,7 +90,8 @@ TEST(CheckProcess, ACrashFailsWithWhatWasDone) {
         std::signal(SIGSEGV, SIG_DFL);
         std::raise(SIGSEGV);
     });
-    EXPECT_EQ(onlyFailure(result), "ended by signal SIGSEGV in: second (printed: else: 1; 2; 3; 4; last words)");
+    EXPECT_EQ(onlyFailure(result),
+              "ended by signal SIGSEGV in: second (printed: else: 1; 2; 3; 4; last words)");
 }
 
 TEST(CheckProcess, AnEndOfTheProcessFails) {
