@@ -145,11 +145,18 @@ void checkTwo(Context& context) {
     });
 }
 
-// Whether an editor at one scale has the size of another one.
 bool isScaled(EditorSize size, EditorSize plain, double scale) {
     constexpr double kSlack = 2.0;
     return std::abs(size.width - plain.width * scale) <= kSlack &&
            std::abs(size.height - plain.height * scale) <= kSlack;
+}
+
+// As of an editor that does not scale, or of one of which some parts do not, or are rounded.
+bool isWithin(EditorSize size, EditorSize plain, double scale) {
+    constexpr double kRounding = 1.02;
+    const double most = scale * kRounding;
+    return size.width >= plain.width && size.height >= plain.height && size.width <= plain.width * most &&
+           size.height <= plain.height * most;
 }
 
 void checkScale(Context& context) {
@@ -169,11 +176,13 @@ void checkScale(Context& context) {
             if (isScaled(size, plain, scale)) {
                 continue;
             }
-            if (std::ranges::any_of(kScales, [&](double other) { return isScaled(size, plain, other); })) {
+            const bool isOfAnother =
+                std::ranges::any_of(kScales, [&](double other) { return isScaled(size, plain, other); });
+            if (isOfAnother || isWithin(size, plain, scale)) {
                 context.note(textOf(size) + " pixels" + at + ", " + textOf(plain) + " at 1");
             } else {
                 context.fail(textOf(size) + " pixels" + at,
-                             textOf(plain) + " pixels times the scale, or times another one");
+                             textOf(plain) + " pixels, times at most the scale, or times another one");
             }
         }
     });
