@@ -16,6 +16,7 @@
 #include <taglib/id3v2tag.h>
 #include <taglib/tbytevectorstream.h>
 #include <taglib/tpropertymap.h>
+#include <taglib/unknownframe.h>
 
 namespace varno {
 
@@ -48,6 +49,7 @@ String tagLibText(const std::string& text) {
 // TagLib's record of a frame header is open to frames only.
 struct FrameAccess : TagLib::ID3v2::Frame {
     using Record = TagLib::ID3v2::Frame::Header;
+    static Record& recordOf(const TagLib::ID3v2::Frame& frame) { return *(frame.*(&FrameAccess::header))(); }
 };
 
 bool hasLargeCompressedFrames(std::string_view tag) {
@@ -164,6 +166,19 @@ void leaveOutChanged(const TagLib::PropertyMap& wanted, const TagLib::PropertyMa
     }
 }
 
+// A frame may ask those that do not know it to discard it when the tag changes. TagLib does so with those
+// that it knows, too.
+void keepKnownFrames(TagLib::ID3v2::Tag& tag, LeftOutList& leftOut) {
+    for (const auto* frame : tag.frameList()) {
+        FrameAccess::Record& record = FrameAccess::recordOf(*frame);
+        if (dynamic_cast<const TagLib::ID3v2::UnknownFrame*>(frame) == nullptr) {
+            record.setTagAlterPreservation(false);
+        } else if (record.tagAlterPreservation()) {
+            addLeftOut(leftOut, LeftOutReason::kNoPlace, LeftOutKind::kTagItem, stringOf(frame->frameID()));
+        }
+    }
+}
+
 } // namespace
 
 Tags readId3(std::string_view tag, LeftOutList& leftOut) {
@@ -199,6 +214,7 @@ std::string addToId3(std::string_view tag, const Tags& more, LeftOutList& leftOu
     properties.merge(wanted);
     target.setProperties(properties);
     leaveOutChanged(wanted, target.properties(), leftOut);
+    keepKnownFrames(target, leftOut);
     for (const Picture& picture : more.pictures) {
         target.addFrame(frameOf(picture));
     }

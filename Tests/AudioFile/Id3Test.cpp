@@ -78,6 +78,26 @@ TEST(Id3, WhatIsAddedLeavesEverythingElse) {
     EXPECT_THAT(leftOut[0].names, ElementsAre("PRIV"));
 }
 
+// The flag is for programs that do not know the frame.
+TEST(Id3, AKnownFrameStaysWhereTheTagChangesAndAnUnknownOneIsReported) {
+    const std::string discarded("\x80\0", 2);
+    const std::string tag = tagOf(frame("TIT2", std::string("\0one", 4), discarded) +
+                                  frame("APIC", std::string("\0image/png\0\3\0data", 17), discarded) +
+                                  frame("XYZW", "other", discarded) + frame("XYZV", "stays"));
+    LeftOutList leftOut;
+    const std::string more = addToId3(tag, {{{"ALBUM", "new"}}, {}}, leftOut);
+    ASSERT_EQ(leftOut.size(), 1U);
+    EXPECT_EQ(leftOut[0].kind, LeftOutKind::kTagItem);
+    EXPECT_THAT(leftOut[0].names, ElementsAre("XYZW"));
+    leftOut.clear();
+    const Tags read = readId3(more, leftOut);
+    EXPECT_THAT(read.texts, UnorderedElementsAre(TextTag{"TITLE", "one"}, TextTag{"ALBUM", "new"}));
+    ASSERT_EQ(read.pictures.size(), 1U);
+    EXPECT_EQ(read.pictures[0].data, "data");
+    ASSERT_EQ(leftOut.size(), 1U);
+    EXPECT_THAT(leftOut[0].names, ElementsAre("XYZV"));
+}
+
 // ID3v2 takes the number of a genre for its name.
 TEST(Id3, ATextThatWouldChangeIsReported) {
     LeftOutList leftOut;

@@ -110,6 +110,9 @@ private:
         const Tags more = readId3(tag, leftOut);
         require(std::ranges::count(more.texts, "TITLE", &TextTag::key) > 0, "a tag does not hold a title");
         require(more.pictures.size() >= tags.pictures.size(), "a tag has lost a picture");
+        for (const TextTag& text : tags.texts) {
+            require(!leftOut.empty() || std::ranges::count(more.texts, text) > 0, "a tag has lost a text");
+        }
     }
 
     void checkMp3(std::string_view bytes) {
@@ -201,6 +204,9 @@ std::vector<std::string> tagsSeeds() {
             use(TagUse::kId3, std::string("ID3\2\0\0\0\0\0\x0B"
                                           "TT2\0\0\5\0",
                                           17)), // a title without a text
+            use(TagUse::kId3, std::string("ID3\4\0\0\0\0\0\x12"
+                                          "APIC\0\0\0\7\x40\0\0a\0\3\0xy",
+                                          28)), // a picture to be discarded when the tag changes
             use(TagUse::kMp3, id3.substr(0, 64) + std::string("\xFF\xFB\x90\x64", 4) + std::string(32, '\0') +
                                   "Xing" + std::string("\0\0\0\1", 4) + "TAG" + std::string(125, 'a')),
             use(TagUse::kMp3, "sound" + ape),
