@@ -210,15 +210,18 @@ std::string addToId3(std::string_view tag, const Tags& more, LeftOutList& leftOu
     if (added.empty() && more.pictures.empty()) {
         return std::string(tag);
     }
-    const TagLib::PropertyMap wanted = propertiesOf(added);
-    properties.merge(wanted);
+    properties.merge(propertiesOf(added));
     target.setProperties(properties);
-    leaveOutChanged(wanted, target.properties(), leftOut);
     keepKnownFrames(target, leftOut);
     for (const Picture& picture : more.pictures) {
         target.addFrame(frameOf(picture));
     }
-    return stringOf(target.render());
+    // Of damaged frames, a text may be read that cannot be written.
+    std::string result = stringOf(target.render());
+    Id3InMemory written(result);
+    leaveOutChanged(properties,
+                    written.tag() == nullptr ? TagLib::PropertyMap() : written.tag()->properties(), leftOut);
+    return result;
 }
 
 Mp3Tags readMp3Tags(int descriptor, std::int64_t mostBytes, LeftOutList& leftOut) {

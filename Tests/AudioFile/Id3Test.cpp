@@ -98,6 +98,18 @@ TEST(Id3, AKnownFrameStaysWhereTheTagChangesAndAnUnknownOneIsReported) {
     EXPECT_THAT(leftOut[0].names, ElementsAre("XYZV"));
 }
 
+// 99 is no encoding of a text.
+TEST(Id3, ATextThatCanBeReadAndNotWrittenIsReported) {
+    const std::string tag = tagOf(frame("TPE1", "c\1\2\3"));
+    LeftOutList leftOut;
+    ASSERT_EQ(readId3(tag, leftOut).texts.size(), 1U);
+    ASSERT_THAT(leftOut, IsEmpty());
+    EXPECT_THAT(readId3(addToId3(tag, {{{"TITLE", "one"}}, {}}, leftOut), leftOut).texts,
+                ElementsAre(TextTag{"TITLE", "one"}));
+    ASSERT_EQ(leftOut.size(), 1U);
+    EXPECT_THAT(leftOut[0].names, ElementsAre("ARTIST"));
+}
+
 // ID3v2 takes the number of a genre for its name.
 TEST(Id3, ATextThatWouldChangeIsReported) {
     LeftOutList leftOut;
