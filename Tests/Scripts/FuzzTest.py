@@ -75,13 +75,13 @@ class FuzzTest(FixtureProject):
         return self.run_script("--no-install", "fuzz", *arguments)
 
     def test_a_sound_subject(self):
-        done = self.fuzz("sound", "--executions", "3000", "--record")
+        done = self.fuzz("sound", "--executions", "100000", "--record")
         self.assertEqual(done.returncode, 0, done.stderr + done.stdout)
         found = re.fullmatch(r"sound: (\d+) executions, (\d+) of (\d+) edges, (\d+) features, (\d+) MB; "
                              r"lines: sound.cpp (\d+) %; planted faults: 1 of 1 found\n", done.stdout)
         self.assertIsNotNone(found, done.stdout)
         executions, edges, all_edges, features, memory, lines = map(int, found.groups())
-        self.assertGreaterEqual(executions, 3000)
+        self.assertGreaterEqual(executions, 100000)
         self.assertGreater(edges, 0)
         self.assertGreater(all_edges, edges)
         self.assertGreater(features, 0)
