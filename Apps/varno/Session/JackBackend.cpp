@@ -23,21 +23,27 @@ std::string serverName() {
     return name.empty() ? "default" : name;
 }
 
-JackBackend& as(void* self) {
-    return *static_cast<JackBackend*>(self);
-}
+// A function for the library to call, which gets the object as its last argument. When a client is closed,
+// the library cancels its threads, at any instruction. What is done here is not interrupted, for that would
+// end the program: nothing may be thrown there. So call() itself, which may be, has nothing to clean up and
+// no noexcept. No call of the system.
+template<class Result, auto kWork>
+struct Callback;
 
-// The library cancels its thread when a client is closed. Within a block that would end the program, since
-// nothing may be thrown there. No call of the system.
-class WithoutCancellation {
-public:
-    WithoutCancellation() { ::pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &mBefore); }
-    WithoutCancellation(const WithoutCancellation&) = delete;
-    WithoutCancellation& operator=(const WithoutCancellation&) = delete;
-    ~WithoutCancellation() { ::pthread_setcancelstate(mBefore, nullptr); }
+template<class Result, class... Values, void (JackBackend::*kWork)(Values...) noexcept>
+struct Callback<Result, kWork> {
+    static Result call(Values... values, void* self) {
+        int before = PTHREAD_CANCEL_ENABLE;
+        ::pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before);
+        work(*static_cast<JackBackend*>(self), values...);
+        ::pthread_setcancelstate(before, nullptr); // where the thread ends that was cancelled meanwhile
+        return static_cast<Result>(kJackSuccess);
+    }
 
 private:
-    int mBefore = PTHREAD_CANCEL_ENABLE;
+    [[gnu::noinline]] static void work(JackBackend& self, Values... values) noexcept {
+        (self.*kWork)(values...);
+    }
 };
 
 } // namespace
@@ -143,41 +149,34 @@ void JackBackend::openPorts(PortDirection direction, int channels) {
 }
 
 void JackBackend::setCallbacks() {
-    mJack.set_process_callback(
-        mClient, [](jack_nframes_t frames, void* self) { return as(self).process(frames); }, this);
-    mJack.set_xrun_callback(
-        mClient,
-        [](void* self) {
-            as(self).mStatus->countOverrun();
-            return kJackSuccess;
-        },
-        this);
-    // Blocks of any length are processed: a new period is only recorded.
-    mJack.set_buffer_size_callback(
-        mClient,
-        [](jack_nframes_t frames, void* self) {
-            as(self).mStatus->setBlockFrames(static_cast<int>(frames));
-            return kJackSuccess;
-        },
-        this);
-    mJack.set_sample_rate_callback(
-        mClient,
-        [](jack_nframes_t rateHz, void* self) {
-            as(self).mStatus->setRate(rateHz);
-            return kJackSuccess;
-        },
-        this);
-    mJack.set_freewheel_callback(
-        mClient, [](int isFreewheeling, void* self) { as(self).mIsFreewheeling = isFreewheeling != 0; },
-        this);
-    mJack.set_latency_callback(
-        mClient, [](jack_latency_callback_mode_t mode, void* self) { as(self).reportLatency(mode); }, this);
-    mJack.on_info_shutdown(
-        mClient,
-        [](jack_status_t, const char* reason, void* self) {
-            as(self).mStatus->end(reason == nullptr ? "" : reason);
-        },
-        this);
+    mJack.set_process_callback(mClient, Callback<int, &JackBackend::process>::call, this);
+    mJack.set_xrun_callback(mClient, Callback<int, &JackBackend::onOverrun>::call, this);
+    mJack.set_buffer_size_callback(mClient, Callback<int, &JackBackend::onPeriod>::call, this);
+    mJack.set_sample_rate_callback(mClient, Callback<int, &JackBackend::onRate>::call, this);
+    mJack.set_freewheel_callback(mClient, Callback<void, &JackBackend::onFreewheel>::call, this);
+    mJack.set_latency_callback(mClient, Callback<void, &JackBackend::reportLatency>::call, this);
+    mJack.on_info_shutdown(mClient, Callback<void, &JackBackend::onShutdown>::call, this);
+}
+
+void JackBackend::onOverrun() noexcept {
+    mStatus->countOverrun();
+}
+
+// Blocks of any length are processed: a new period is only recorded.
+void JackBackend::onPeriod(jack_nframes_t frames) noexcept {
+    mStatus->setBlockFrames(static_cast<int>(frames));
+}
+
+void JackBackend::onRate(jack_nframes_t rateHz) noexcept {
+    mStatus->setRate(rateHz);
+}
+
+void JackBackend::onFreewheel(int isFreewheeling) noexcept {
+    mIsFreewheeling = isFreewheeling != 0;
+}
+
+void JackBackend::onShutdown(jack_status_t, const char* reason) noexcept {
+    mStatus->end(reason == nullptr ? "" : reason);
 }
 
 std::string JackBackend::description() const {
@@ -225,7 +224,7 @@ void JackBackend::connect(PortDirection direction) const {
     mJack.free(static_cast<void*>(names));
 }
 
-void JackBackend::reportLatency(jack_latency_callback_mode_t mode) const {
+void JackBackend::reportLatency(jack_latency_callback_mode_t mode) noexcept {
     const auto& from = mode == JackCaptureLatency ? mInputs : mOutputs;
     const auto& to = mode == JackCaptureLatency ? mOutputs : mInputs;
     jack_latency_range_t all{from.empty() ? 0 : std::numeric_limits<jack_nframes_t>::max(), 0};
@@ -242,15 +241,13 @@ void JackBackend::reportLatency(jack_latency_callback_mode_t mode) const {
     }
 }
 
-int JackBackend::process(jack_nframes_t frames) noexcept {
-    const WithoutCancellation whole;
+void JackBackend::process(jack_nframes_t frames) noexcept {
     if (mRequest.statistics != nullptr) {
         const MeasuredBlock measured(*mRequest.statistics, stateOf(frames));
         processPorts(frames);
     } else {
         processPorts(frames);
     }
-    return kJackSuccess;
 }
 
 // A server that freewheels calls as fast as it can. The times that jack_get_cycle_times() states are of no

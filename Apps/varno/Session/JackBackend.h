@@ -75,8 +75,13 @@ private:
     void openPorts(PortDirection direction, int channels);
     void setCallbacks();
     void connect(PortDirection direction) const;
-    void reportLatency(jack_latency_callback_mode_t mode) const;
-    int process(jack_nframes_t frames) noexcept;
+    void onOverrun() noexcept;
+    void onPeriod(jack_nframes_t frames) noexcept;
+    void onRate(jack_nframes_t rateHz) noexcept;
+    void onFreewheel(int isFreewheeling) noexcept;
+    void onShutdown(jack_status_t status, const char* reason) noexcept;
+    void reportLatency(jack_latency_callback_mode_t mode) noexcept;
+    void process(jack_nframes_t frames) noexcept;
     void processPorts(jack_nframes_t frames) noexcept;
     BlockCall stateOf(jack_nframes_t frames) noexcept;
 
