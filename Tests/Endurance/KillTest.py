@@ -6,9 +6,10 @@ import kill_part
 from part_test import PartTest
 
 # A program that renders by adding its settings to the bytes. {start} comes before the first file, {file} before each. A
-# target that is called "out" is one where it is killed; it has something in it where it was killed before.
+# target that is called "out" is one where it is killed; it has something in it where it was killed before. The first time
+# it stands still before its last file, so that it is killed however late that comes.
 PROGRAM = """
-import json, pathlib, sys, tempfile
+import json, pathlib, signal, sys, tempfile
 words = sys.argv[2:]
 def option(name):
     return words[words.index(name) + 1] if name in words else None
@@ -16,6 +17,9 @@ out, settings = pathlib.Path(option("--out-dir")), option("--set")
 record = option("--record") and pathlib.Path(option("--record"))
 names = words[words.index("--") + 1:]
 is_killed, is_again = out.name == "out", any(out.glob("*.wav"))
+mark = out.with_suffix(".started")
+stands_still = is_killed and not mark.exists()
+mark.touch()
 made = {{}}
 for line in record.read_text().splitlines() if record and record.exists() else []:
     try:
@@ -31,6 +35,8 @@ for old in out.glob(".varno-*"):
     old.unlink()
 {start}
 for name in names:
+    while stands_still and name == names[-1]:
+        signal.pause()
     data, skipped = pathlib.Path(name).read_bytes() + settings.encode(), has(name)
     {file}
     if not skipped:
