@@ -13,6 +13,8 @@ RATE_HZ = 48000
 # Clients of the same name conflict, even on different servers.
 CLIENT = f"varno-endurance-{os.getpid()}"
 REAL_TIME_PRIORITY = 10
+# On which this program, and what it starts, may be.
+PROCESSORS = sorted(os.sched_getaffinity(0))
 
 
 def has_real_time():
@@ -110,12 +112,13 @@ class Player:
 
 
 @contextlib.contextmanager
-def play(work, environment, *options, name="play"):
-    """A Player, once it plays. @param name of which each player beside others has its own"""
+def play(work, environment, *options, name="play", processor=PROCESSORS[-1]):
+    """A Player, once it plays. It stays on a processor. @param name of which each player beside others has its own"""
     log, printed = work.folder / f"{name}.log", work.folder / f"{name}.json"
     printed.unlink(missing_ok=True)
-    with running(work.folder, log.name, work.program, "play", "--no-edit", "--backend", "jack", "--name",
-                 f"{CLIENT}-{name}", "--json", *options, environment=environment, output=printed.name) as process:
+    with running(work.folder, log.name, "taskset", "--cpu-list", processor, work.program, "play", "--no-edit", "--backend",
+                 "jack", "--name", f"{CLIENT}-{name}", "--json", *options, environment=environment,
+                 output=printed.name) as process:
         def plays():
             if process.poll() is not None:
                 raise RuntimeError(f"varno play has ended: {log.read_text()}")

@@ -1,17 +1,18 @@
 """`varno play` for half an hour in short blocks while other work has the processors.
 
-A virtual machine and its interrupts stop a thread now and then without leaving it the processor's time: what they take
-counts as the effect's. So an effect that always does the same work plays beside it, and shows how often that is.
+A virtual machine stands still now and then, and a processor for an interrupt, without leaving a thread the time: it counts
+as the effect's. So the processors are watched meanwhile, and a late block that is explained by that is none of the
+effect's. An effect that always does the same work plays beside it: it shows that such blocks are recognized.
 """
 import contextlib
-import math
 import time
 
 import live
+import stalls
 
 TITLE = "live at 32 frames and 48 kHz for half an hour, with stress-ng on two processors beside it"
 PACKAGES = ("hosts",)
-TARGETS = ("varno", "Slow")
+TARGETS = ("varno", "Slow", "varno_stall_watch")
 
 PERIOD_FRAMES = 32
 WHOLE_S, SHORT_S = 30 * 60, 4
@@ -54,13 +55,16 @@ def slow(work, environment, way):
 
 
 def play_under_load(work):
-    """Returns the statistics, those of the steady effect beside it, the seconds, and the memory added, in KiB."""
+    """Returns the statistics, those of the steady effect beside it, when the processors stood still, the seconds, and the
+    memory added, in KiB."""
     seconds = SHORT_S if work.is_short else WHOLE_S
     with contextlib.ExitStack() as running:
         environment = running.enter_context(live.server(work.folder, PERIOD_FRAMES, live.has_real_time()))
         options, of_steady = slow(work, environment, "steady")
         running.enter_context(live.load(work.folder))
-        steady = running.enter_context(live.play(work, of_steady, *options, name="steady"))
+        end_of_watch = running.enter_context(stalls.watch(work))
+        steady = running.enter_context(live.play(work, of_steady, *options, name="steady",
+                                                 processor=live.PROCESSORS[0]))
         player = running.enter_context(live.play(work, environment))
         started = time.monotonic()
         time.sleep(SETTLED_S)
@@ -70,26 +74,33 @@ def play_under_load(work):
             work.progress(f"{time.monotonic() - started:.0f} of {seconds} s")
         growth = live.memory_kib(player.process) - before
         taken = time.monotonic() - started
-        return player.statistics(), steady.statistics(), taken, growth
+        return player.statistics(), steady.statistics(), end_of_watch(), taken, growth
 
 
-def processor_s(found):
-    """The processor time that the effect took."""
-    return found["blocks"] * found["processing_us"]["p50"] / 1e6
+def late_ours(found, stalls):
+    """The late blocks of the effect's own, and those of them that are explained by a processor that stood still."""
+    explained = [block for block in found["long_blocks"]
+                 if block["cause"] == "ours" and stalls.explain(block, found["block_us"])]
+    return found["late"]["ours"] - len(explained), explained
 
 
-def judge_late(work, late, found, steady):
-    """@param late blocks whose own time was longer than a block"""
-    expected = steady["late"]["ours"] * processor_s(found) / processor_s(steady)
-    # What chance adds at most to a number that is small on the average: three times its deviation.
-    most = math.floor(expected + 3 * math.sqrt(expected))
-    work.note("an effect beside it that does the same in each block: such blocks",
-              f"{steady['late']['ours']} in {processor_s(steady):.0f} s of the processor")
-    work.check("late blocks: ours", late,
-               f"0; at most {most}, as the machine stops the effect beside it" if most > 0 else "0", late <= most)
+def describe(blocks):
+    """How many, and how long they were."""
+    longest = max((block["took_us"] for block in blocks), default=0)
+    return f"{len(blocks)}" + (f", the longest {us(longest)}" if blocks else "")
 
 
-def judge(work, found, steady, seconds, growth_kib):
+def judge_late(work, found, steady, stalls):
+    work.note("the processors stood still for longer than a block lasts", stalls.longer_than_us(found["block_us"]))
+    ours, explained = late_ours(steady, stalls)
+    work.note("an effect beside it that does the same in each block: late blocks of its own, explained by that",
+              f"{ours}, {describe(explained)}")
+    ours, explained = late_ours(found, stalls)
+    work.check("late blocks: ours", ours, "0", ours == 0)
+    work.note("late blocks: the processor stood still", describe(explained))
+
+
+def judge(work, found, steady, stalls, seconds, growth_kib):
     late = found["late"]
     schedule = found["schedule"]
     wanted = seconds * live.RATE_HZ / PERIOD_FRAMES
@@ -102,7 +113,7 @@ def judge(work, found, steady, seconds, growth_kib):
     work.check("blocks processed or lost, of those in that time",
                f"{100 * (found['blocks'] + found['lost_blocks']) / wanted:.1f} %", "50 % to 105 %",
                0.5 * wanted < found["blocks"] + found["lost_blocks"] < 1.05 * wanted)
-    judge_late(work, late["ours"], found, steady)
+    judge_late(work, found, steady, stalls)
     work.note("late blocks: interrupted by other work", late["interrupted"])
     work.note("late blocks: woken late", f"{late['woken_late']}; {found['lost_blocks']} blocks lost")
     work.note("overruns, as the server counts", found["overruns"])
@@ -110,12 +121,13 @@ def judge(work, found, steady, seconds, growth_kib):
 
 
 def play_planted(work, way, meddle=lambda process: time.sleep(PLANTED_S)):
-    """Statistics of an effect that is slow in a way, if any."""
+    """Statistics of an effect that is slow in a way, if any, and its late blocks that nothing else explains."""
     with live.server(work.folder, PLANTED_PERIOD_FRAMES, live.has_real_time()) as environment:
         options, environment = slow(work, environment, way) if way else ((), environment)
-        with live.play(work, environment, *options) as player:
+        with stalls.watch(work) as end_of_watch, live.play(work, environment, *options) as player:
             meddle(player.process)
-            return player.statistics()
+            found = player.statistics()
+            return found, late_ours(found, end_of_watch())[0]
 
 
 def stop_now_and_then(process):
@@ -127,16 +139,14 @@ def stop_now_and_then(process):
 
 def find_planted_faults(work):
     for way, what in (("compute", "an effect that computes for too long"), ("wait", "an effect that waits")):
-        found = play_planted(work, way)
+        found, ours = play_planted(work, way)
         wanted = found["blocks"] // BUFFERS_PER_FAULT
-        work.check(f"planted: {what}: late blocks of ours", found["late"]["ours"], f"{wanted}, and not none",
-                   found["late"]["ours"] == wanted > 0)
-    found = play_planted(work, "", stop_now_and_then)
+        work.check(f"planted: {what}: late blocks of ours", ours, f"{wanted}, and not none", ours == wanted > 0)
+    found, ours = play_planted(work, "", stop_now_and_then)
     # A stop within a block's few microseconds would count as waiting.
     work.check(f"planted: the process stopped {STOPS} times: woken late", found["late"]["woken_late"],
                f"{STOPS - 1} or more", found["late"]["woken_late"] >= STOPS - 1)
-    work.check("planted: the process stopped: late blocks of ours", found["late"]["ours"], "at most 1",
-               found["late"]["ours"] <= 1)
+    work.check("planted: the process stopped: late blocks of ours", ours, "at most 1", ours <= 1)
 
 
 def run(work):

@@ -39,7 +39,8 @@ constexpr std::string_view kPlayDescription[] = {
     "graph. Blocks that were never called for are \"lost\". \"waking\" is the time from a block's begin to "
     "the call. RtAudio does not state when a block began: an overrun that it reports counts as woken late "
     "unless the block before was late by itself, and there is no \"waking\". JACK's own count of overruns is "
-    "of all its clients.",
+    "of all its clients. The longest blocks are listed with their page faults and waits; --json lists a "
+    "thousand, with the processor and the time when each began.",
     "Settings are applied in this order, and the later wins: the defaults, --state, --preset, --set in the "
     "order given. Those that are not saved at the end are printed on standard error, as options that bring "
     "them back.",

@@ -18,6 +18,7 @@ constexpr double kNearlyAll = 0.999;
 constexpr int kTimeDecimals = 1;
 constexpr std::size_t kBarColumns = 40;
 constexpr std::size_t kTermColumns = 12;
+constexpr std::size_t kLongBlocksListed = 10;
 
 double inUs(std::int64_t ns) {
     return static_cast<double>(ns) / kNsPerUs;
@@ -52,6 +53,10 @@ std::string scheduleText(const std::optional<ThreadSchedule>& schedule) {
     return policyName(schedule->policy) + (schedule->priority > 0
                                                ? ", priority " + std::to_string(schedule->priority)
                                                : ", not a real-time thread");
+}
+
+const char* causeName(LateCause cause) {
+    return cause == LateCause::kOurs ? "ours" : "interrupted";
 }
 
 std::string line(std::string_view term, const std::string& text) {
@@ -110,6 +115,36 @@ std::string histogramText(const TimeHistogram& times) {
     return table.text();
 }
 
+// The longest blocks first.
+std::string longBlocksText(std::vector<LongBlock> blocks) {
+    if (blocks.empty()) {
+        return "";
+    }
+    std::ranges::sort(blocks, std::ranges::greater(),
+                      [](const LongBlock& block) { return block.cost.elapsedNs; });
+    blocks.resize(std::min(blocks.size(), kLongBlocksListed));
+    TextTable table({{"took", Align::kRight},
+                     {"computed", Align::kRight},
+                     {"waits", Align::kRight},
+                     {"page faults", Align::kRight},
+                     {"cause", Align::kLeft}});
+    for (const auto& [cause, cost] : blocks) {
+        table.addRow({textUs(cost.elapsedNs), textUs(cost.workedNs), std::to_string(cost.waits),
+                      std::to_string(cost.pageFaults), causeName(cause)});
+    }
+    return "\nthe longest of those that took longer than they last, in microseconds:\n" + table.text();
+}
+
+Json longBlockJson(const LongBlock& block) {
+    return Json::Object{{"cause", causeName(block.cause)},
+                        {"began_ns", block.cost.beganNs},
+                        {"took_us", inUs(block.cost.elapsedNs)},
+                        {"computed_us", inUs(block.cost.workedNs)},
+                        {"waits", block.cost.waits},
+                        {"page_faults", block.cost.pageFaults},
+                        {"processor", block.cost.processor}};
+}
+
 Json timesJson(const TimeHistogram& times) {
     if (times.count() == 0) {
         return {};
@@ -146,7 +181,7 @@ std::string statisticsText(const LiveStatistics& statistics) {
         return head;
     }
     return head + '\n' + timesText(blocks) + "\nprocessing, in microseconds:\n" +
-           histogramText(blocks.processing());
+           histogramText(blocks.processing()) + longBlocksText(blocks.longBlocks());
 }
 
 Json statisticsJson(const LiveStatistics& statistics) {
@@ -158,6 +193,7 @@ Json statisticsJson(const LiveStatistics& statistics) {
                         {"late", Json::Object{{"ours", blocks.late(LateCause::kOurs)},
                                               {"interrupted", blocks.late(LateCause::kInterrupted)},
                                               {"woken_late", blocks.late(LateCause::kWokenLate)}}},
+                        {"long_blocks", jsonArray(blocks.longBlocks(), longBlockJson)},
                         {"lost_blocks", blocks.lostBlocks()},
                         {"overruns", statistics.overruns},
                         {"schedule", scheduleJson(blocks.schedule())},

@@ -19,7 +19,8 @@ struct LiveStatistics {
 /// Several lines for people.
 std::string statisticsText(const LiveStatistics& statistics);
 
-/// The same for scripts, with every row of the histograms; times are in microseconds.
+/// The same for scripts, with every row of the histograms and every long block that was kept; times are in
+/// microseconds, those at which blocks began in nanoseconds of the monotonic clock.
 Json statisticsJson(const LiveStatistics& statistics);
 
 } // namespace varno

@@ -23,7 +23,7 @@ std::optional<LateCause> causeOf(const BlockCall& call, const BlockCost& cost) n
     if (cost.elapsedNs <= call.lastsNs) {
         return LateCause::kWokenLate;
     }
-    return cost.workedNs > call.lastsNs || cost.hasWaited ? LateCause::kOurs : LateCause::kInterrupted;
+    return cost.workedNs > call.lastsNs || cost.waits > 0 ? LateCause::kOurs : LateCause::kInterrupted;
 }
 
 std::int64_t nowNs(clockid_t clock) noexcept {
@@ -32,11 +32,10 @@ std::int64_t nowNs(clockid_t clock) noexcept {
     return time.tv_sec * kNsPerS + time.tv_nsec;
 }
 
-// How often the thread has left the processor by itself.
-std::int64_t waits() noexcept {
+SystemUse systemUse() noexcept {
     rusage usage{};
     ::getrusage(RUSAGE_THREAD, &usage);
-    return usage.ru_nvcsw;
+    return {usage.ru_nvcsw, usage.ru_minflt + usage.ru_majflt};
 }
 
 } // namespace
@@ -60,11 +59,27 @@ void BlockStatistics::add(const BlockCall& call, const BlockCost& cost) noexcept
     if (cause && !(wasMissed && *cause == LateCause::kWokenLate)) {
         count(*cause);
     }
+    if (cause && *cause != LateCause::kWokenLate) {
+        keep({*cause, cost});
+    }
     mWasLate = cause.has_value();
 }
 
 void BlockStatistics::count(LateCause cause) noexcept {
     raise(mLate[static_cast<std::size_t>(cause)], 1);
+}
+
+void BlockStatistics::keep(const LongBlock& block) noexcept {
+    const std::size_t count = mLongCount.load(std::memory_order_relaxed);
+    if (count < mLong.size()) {
+        mLong[count] = block;
+        mLongCount.store(count + 1, std::memory_order_release);
+    }
+}
+
+std::vector<LongBlock> BlockStatistics::longBlocks() const {
+    const std::size_t count = mLongCount.load(std::memory_order_acquire);
+    return {mLong.begin(), mLong.begin() + static_cast<std::ptrdiff_t>(count)};
 }
 
 std::int64_t BlockStatistics::late(LateCause cause) const {
@@ -91,17 +106,21 @@ MeasuredBlock::MeasuredBlock(BlockStatistics& statistics, const BlockCall& call)
         ::sched_getparam(0, &parameters);
         statistics.setSchedule({::sched_getscheduler(0), parameters.sched_priority});
     }
-    mWaits = waits();
+    mUse = systemUse();
+    mProcessor = ::sched_getcpu();
     mWorkedNs = nowNs(CLOCK_THREAD_CPUTIME_ID);
     mBeganNs = nowNs(CLOCK_MONOTONIC);
 }
 
 MeasuredBlock::~MeasuredBlock() {
-    BlockCost cost{.elapsedNs = nowNs(CLOCK_MONOTONIC) - mBeganNs};
+    BlockCost cost{.elapsedNs = nowNs(CLOCK_MONOTONIC) - mBeganNs, .beganNs = mBeganNs};
     // Only the cause of what is late depends on the rest.
     if (cost.elapsedNs > mCall.lastsNs) {
         cost.workedNs = nowNs(CLOCK_THREAD_CPUTIME_ID) - mWorkedNs;
-        cost.hasWaited = waits() > mWaits;
+        const SystemUse use = systemUse();
+        cost.waits = use.waits - mUse.waits;
+        cost.pageFaults = use.pageFaults - mUse.pageFaults;
+        cost.processor = mProcessor;
     }
     mStatistics.add(mCall, cost);
 }

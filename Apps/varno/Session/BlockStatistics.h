@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace varno {
 
@@ -26,11 +27,20 @@ struct BlockCall {
     std::int64_t lostBlocks = 0;              ///< That were not called for since the last one.
 };
 
-/// What a block took.
+/// What a block took. What it did meanwhile is measured only where it took longer than it lasts.
 struct BlockCost {
-    std::int64_t elapsedNs = 0; ///< From the call to its return.
-    std::int64_t workedNs = 0;  ///< Of these, on the processor.
-    bool hasWaited = false;     ///< The thread left the processor by itself.
+    std::int64_t elapsedNs = 0;  ///< From the call to its return.
+    std::int64_t workedNs = 0;   ///< Of these, on the processor.
+    std::int64_t waits = 0;      ///< How often the thread left the processor by itself.
+    std::int64_t pageFaults = 0; ///< How often the system had to bring memory.
+    std::int64_t beganNs = 0;    ///< The time of the call on the monotonic clock.
+    int processor = 0;           ///< On which it was called.
+};
+
+/// A block that took longer than it lasts.
+struct LongBlock {
+    LateCause cause = LateCause::kOurs;
+    BlockCost cost;
 };
 
 /// The length of a block.
@@ -56,25 +66,38 @@ public:
     const TimeHistogram& waking() const { return mWaking; }
     /// Blocks that were late.
     std::int64_t late(LateCause cause) const;
+    /// The first kMostLongBlocks of those that took longer than they last.
+    std::vector<LongBlock> longBlocks() const;
     /// Blocks that were not called for.
     std::int64_t lostBlocks() const { return mLostBlocks.load(std::memory_order_relaxed); }
     /// Of the audio thread; nothing before its first block.
     std::optional<ThreadSchedule> schedule() const;
 
+    static constexpr std::size_t kMostLongBlocks = 1000;
+
 private:
     void count(LateCause cause) noexcept;
+    void keep(const LongBlock& block) noexcept;
 
     TimeHistogram mProcessing;
     TimeHistogram mWaking;
     std::array<std::atomic<std::int64_t>, kLateCauses> mLate{};
+    std::array<LongBlock, kMostLongBlocks> mLong{}; ///< Written before they are counted, and then no more.
+    std::atomic<std::size_t> mLongCount{0};
     std::atomic<std::int64_t> mLostBlocks{0};
     std::atomic<int> mPolicy{-1}; ///< -1: not known yet.
     std::atomic<int> mPriority{0};
     bool mWasLate = false; ///< The last block; of the audio thread.
 };
 
-/// Measures a block from its construction to its destruction. It asks the system for processor time and
-/// switches, which neither waits nor takes a lock. [audio]
+/// What the system has done for a thread since it began.
+struct SystemUse {
+    std::int64_t waits = 0;
+    std::int64_t pageFaults = 0;
+};
+
+/// Measures a block from its construction to its destruction. It asks the system for processor time,
+/// switches and page faults, which neither waits nor takes a lock. [audio]
 class MeasuredBlock {
 public:
     /// @param statistics outlives this object
@@ -86,7 +109,8 @@ public:
 private:
     BlockStatistics& mStatistics;
     BlockCall mCall;
-    std::int64_t mWaits;
+    SystemUse mUse;
+    int mProcessor;
     std::int64_t mWorkedNs;
     std::int64_t mBeganNs;
 };

@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
+#include <ctime>
 #include <sched.h>
+#include <sys/mman.h>
+#include <thread>
 
 namespace varno::test {
 namespace {
@@ -42,7 +46,7 @@ TEST(BlockStatistics, LongWorkIsOurs) {
 }
 
 TEST(BlockStatistics, WaitingIsOurs) {
-    EXPECT_EQ(lateAfter({.lastsNs = kLengthNs}, {.elapsedNs = 5000, .workedNs = 10, .hasWaited = true}),
+    EXPECT_EQ(lateAfter({.lastsNs = kLengthNs}, {.elapsedNs = 5000, .workedNs = 10, .waits = 1}),
               (Late{1, 0, 0}));
 }
 
@@ -51,7 +55,7 @@ TEST(BlockStatistics, TheProcessorTakenAwayIsAnInterruption) {
 }
 
 TEST(BlockStatistics, ShortWorkThatBeganLateIsNotOurs) {
-    EXPECT_EQ(lateAfter({.lastsNs = kLengthNs, .wokenNs = 401}, {.elapsedNs = 600, .hasWaited = true}),
+    EXPECT_EQ(lateAfter({.lastsNs = kLengthNs, .wokenNs = 401}, {.elapsedNs = 600, .waits = 1}),
               (Late{0, 0, 1}));
     EXPECT_EQ(lateAfter({.lastsNs = kLengthNs, .wokenNs = 9000}, {.elapsedNs = 1000}), (Late{0, 0, 1}));
 }
@@ -84,6 +88,26 @@ TEST(BlockStatistics, WhatALongBlockLosesIsOurs) {
     EXPECT_EQ(lateIn(statistics), (Late{2, 0, 1})) << "lost before, and long itself";
 }
 
+TEST(BlockStatistics, KeepsTheFirstLongBlocks) {
+    BlockStatistics statistics;
+    const BlockCall call{.lastsNs = kLengthNs, .wokenNs = 0};
+    statistics.add(call, {.elapsedNs = 900});
+    statistics.add({.lastsNs = kLengthNs, .wokenNs = 900}, {.elapsedNs = 200});
+    EXPECT_TRUE(statistics.longBlocks().empty());
+    for (int i = 0; i < 1001; ++i) {
+        statistics.add(call,
+                       {.elapsedNs = 2000 + i, .workedNs = 9, .pageFaults = 3, .beganNs = i, .processor = 1});
+    }
+    const auto blocks = statistics.longBlocks();
+    ASSERT_EQ(blocks.size(), 1000U);
+    EXPECT_EQ(blocks.front().cause, LateCause::kInterrupted);
+    EXPECT_EQ(blocks.front().cost.pageFaults, 3);
+    EXPECT_EQ(blocks.front().cost.processor, 1);
+    EXPECT_EQ(blocks.back().cost.elapsedNs, 2999);
+    EXPECT_EQ(blocks.back().cost.beganNs, 999);
+    EXPECT_EQ(statistics.late(LateCause::kInterrupted), 1001);
+}
+
 TEST(BlockStatistics, KeepsWakingWhereItIsStated) {
     BlockStatistics statistics;
     statistics.add({.lastsNs = kLengthNs}, {.elapsedNs = 20});
@@ -105,6 +129,35 @@ TEST(MeasuredBlock, MeasuresAndStatesTheSchedule) {
     EXPECT_EQ(lateIn(statistics), (Late{1, 0, 0}));
     ASSERT_TRUE(statistics.schedule());
     EXPECT_EQ(statistics.schedule()->policy, ::sched_getscheduler(0));
+}
+
+TEST(MeasuredBlock, MeasuresWhatALongBlockDoes) {
+    constexpr std::size_t kPages = 64;
+    constexpr std::size_t kPageBytes = 4096;
+    BlockStatistics statistics;
+    timespec before{};
+    ::clock_gettime(CLOCK_MONOTONIC, &before);
+    {
+        const MeasuredBlock block(statistics, {.lastsNs = 1});
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        auto* const memory = static_cast<volatile char*>(
+            ::mmap(nullptr, kPages * kPageBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+        for (std::size_t page = 0; page < kPages; ++page) {
+            memory[page * kPageBytes] = 1;
+        }
+        ::munmap(const_cast<char*>(memory), kPages * kPageBytes);
+    }
+    const auto blocks = statistics.longBlocks();
+    ASSERT_EQ(blocks.size(), 1U);
+    const auto& [cause, cost] = blocks.front();
+    EXPECT_EQ(cause, LateCause::kOurs);
+    EXPECT_GE(cost.elapsedNs, 2'000'000);
+    EXPECT_LT(cost.workedNs, cost.elapsedNs);
+    EXPECT_GT(cost.workedNs, 0);
+    EXPECT_GE(cost.waits, 1);
+    EXPECT_GE(cost.pageFaults, 1); // large pages need fewer
+    EXPECT_GE(cost.beganNs, before.tv_sec * 1'000'000'000 + before.tv_nsec);
+    EXPECT_GE(cost.processor, 0);
 }
 
 TEST(BlockStatistics, ABlockLastsItsFramesAtTheRate) {
