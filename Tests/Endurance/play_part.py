@@ -93,8 +93,8 @@ def describe(blocks):
 def judge_late(work, found, steady, stalls):
     work.note("the processors stood still for longer than a block lasts", stalls.longer_than_us(found["block_us"]))
     ours, explained = late_ours(steady, stalls)
-    work.note("an effect beside it that does the same in each block: late blocks of its own, explained by that",
-              f"{ours}, {describe(explained)}")
+    work.note("an effect beside it that does the same in each block: late blocks of its own that this explains",
+              f"{describe(explained)}; {ours} others")
     ours, explained = late_ours(found, stalls)
     work.check("late blocks: ours", ours, "0", ours == 0)
     work.note("late blocks: the processor stood still", describe(explained))
