@@ -62,10 +62,10 @@ class StallsTest(unittest.TestCase):
 class PlayTest(unittest.TestCase):
     STOP = Stalls("0 1000000 4000000\n")
 
-    def failed(self, found, stalls=STOP, seconds=1.5, growth_kib=0):
+    def failed(self, found, stops=STOP, seconds=1.5, growth_kib=0):
         work = Work("play", "", "")
         with contextlib.redirect_stderr(io.StringIO()):
-            play_part.judge(work, found, statistics(block()), stalls, seconds, growth_kib)
+            play_part.judge(work, found, statistics(block()), stops, seconds, growth_kib)
         return [finding.what for finding in work.findings if not finding.is_met]
 
     def setUp(self):

@@ -77,10 +77,13 @@ def play_under_load(work):
         return player.statistics(), steady.statistics(), end_of_watch(), taken, growth
 
 
-def late_ours(found, stalls):
-    """The late blocks of the effect's own, and those of them that are explained by a processor that stood still."""
+def late_ours(found, stops):
+    """How many late blocks are the effect's own, and those that are explained by a processor that stood still.
+
+    @param stops when the processors did, as Stalls
+    """
     explained = [block for block in found["long_blocks"]
-                 if block["cause"] == "ours" and stalls.explain(block, found["block_us"])]
+                 if block["cause"] == "ours" and stops.explain(block, found["block_us"])]
     return found["late"]["ours"] - len(explained), explained
 
 
@@ -90,17 +93,17 @@ def describe(blocks):
     return f"{len(blocks)}" + (f", the longest {us(longest)}" if blocks else "")
 
 
-def judge_late(work, found, steady, stalls):
-    work.note("the processors stood still for longer than a block lasts", stalls.longer_than_us(found["block_us"]))
-    ours, explained = late_ours(steady, stalls)
+def judge_late(work, found, steady, stops):
+    work.note("the processors stood still for longer than a block lasts", stops.longer_than_us(found["block_us"]))
+    ours, explained = late_ours(steady, stops)
     work.note("an effect beside it that does the same in each block: late blocks of its own that this explains",
               f"{describe(explained)}; {ours} others")
-    ours, explained = late_ours(found, stalls)
+    ours, explained = late_ours(found, stops)
     work.check("late blocks: ours", ours, "0", ours == 0)
     work.note("late blocks: the processor stood still", describe(explained))
 
 
-def judge(work, found, steady, stalls, seconds, growth_kib):
+def judge(work, found, steady, stops, seconds, growth_kib):
     late = found["late"]
     schedule = found["schedule"]
     wanted = seconds * live.RATE_HZ / PERIOD_FRAMES
@@ -113,7 +116,7 @@ def judge(work, found, steady, stalls, seconds, growth_kib):
     work.check("blocks processed or lost, of those in that time",
                f"{100 * (found['blocks'] + found['lost_blocks']) / wanted:.1f} %", "50 % to 105 %",
                0.5 * wanted < found["blocks"] + found["lost_blocks"] < 1.05 * wanted)
-    judge_late(work, found, steady, stalls)
+    judge_late(work, found, steady, stops)
     work.note("late blocks: interrupted by other work", late["interrupted"])
     work.note("late blocks: woken late", f"{late['woken_late']}; {found['lost_blocks']} blocks lost")
     work.note("overruns, as the server counts", found["overruns"])

@@ -188,12 +188,18 @@ bool isSameText(const Picture& bitmap, const Picture& window) {
 }
 
 void EditorTest::awaitDrawing(EditorWindow& window, Instance& instance) {
-    // A meter is drawn together with everything else that is to be drawn.
+    // A meter is drawn together with everything else that is to be drawn. The server may still have to carry
+    // out what was drawn before: only what leaves its rest after that and returns to it has been drawn anew.
     constexpr const char* kMeter = "METERGR2";
+    constexpr int kAtRest = 0;
     const float before = meter(instance, eMeterTap_GainReductionRight);
-    const Picture picture = window.picture(kMeter);
-    setMeter(instance, eMeterTap_GainReductionRight, before > 0.5F ? 0.0F : 1.0F);
-    EXPECT_TRUE(loop.await([&] { return window.picture(kMeter) != picture; })) << "no meter moves";
+    setMeter(instance, eMeterTap_GainReductionRight, 0.0F);
+    EXPECT_TRUE(shows(window, kMeter, kAtRest));
+    const Picture rest = window.picture(kMeter);
+    setMeter(instance, eMeterTap_GainReductionRight, 1.0F);
+    EXPECT_TRUE(loop.await([&] { return window.picture(kMeter) != rest; })) << "no meter moves";
+    setMeter(instance, eMeterTap_GainReductionRight, 0.0F);
+    EXPECT_TRUE(loop.await([&] { return window.picture(kMeter) == rest; })) << "a meter does not return";
     setMeter(instance, eMeterTap_GainReductionRight, before);
 }
 
