@@ -4,6 +4,7 @@ from xml.etree import ElementTree
 
 from ardour_desktop import ArdourDesktop
 from desktop import EffectWindow
+from jack import again_where_requests_are_lost
 from layout import BAR_HEIGHT, BAR_WIDTH, EDITOR_HEIGHT
 
 ONE_TRACK = """
@@ -44,6 +45,7 @@ class ArdourWindowTest(ArdourDesktop):
         ports = {port.get("symbol"): port.get("value") for port in ElementTree.parse(self.session()).iter("Port")}
         return tuple(float(ports[symbol]) for symbol in symbols)
 
+    @again_where_requests_are_lost
     def test_bypass_and_quality_are_ports(self):
         self.ardour(ONE_TRACK, "session.lua", backend="JACK", environment=self.jack)
         self.open_effects_window()

@@ -1,5 +1,6 @@
 """JACK for tests: a server of its own for each, with a dummy for the sound card."""
 import fcntl
+import functools
 import os
 import pathlib
 import re
@@ -10,7 +11,27 @@ import tempfile
 from hosts import PATIENCE_S, RATE_HZ, HostTest
 
 PERIOD_FRAMES = 1024
+# The server prints it where it has read a client's requests from the wrong place on. It leaves that client alone then.
+LOST = "Unknown request"
+MOST_TIMES = 5
 ONE_AT_A_TIME = pathlib.Path(tempfile.gettempdir()) / "varno-test-jack.lock"
+
+
+def again_where_requests_are_lost(test):
+    """Begins a test again where JACK's server has lost the requests of a client, as happens now and then with Ardour at its
+    start: its threads share a connection. That is no fault of what is tested."""
+    @functools.wraps(test)
+    def run(self):
+        for _ in range(MOST_TIMES - 1):
+            try:
+                return test(self)
+            except AssertionError:
+                if LOST not in self.log("jackd.log"):
+                    raise
+            self.doCleanups()
+            self.setUp()
+        return test(self)
+    return run
 
 
 class JackTest(HostTest):
