@@ -76,7 +76,7 @@ public:
     HostString(const HostString&) = default;
 
     std::uint32_t Length() const override { return static_cast<std::uint32_t>(mText.size()); }
-    std::uint32_t MaxLength() const override { return 0xFFFFFFFEU; }
+    std::uint32_t MaxLength() const override { return kMaxLength; }
     const char* Get() const override { return mText.c_str(); }
     void Set(const char* text) override { mText = text; }
     AAX_IString& operator=(const AAX_IString& other) override {
@@ -93,6 +93,8 @@ public:
     const std::string& text() const { return mText; }
 
 private:
+    static constexpr std::uint32_t kMaxLength = 0xFFFFFFFE;
+
     std::string mText;
 };
 

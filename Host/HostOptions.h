@@ -21,7 +21,7 @@ namespace varno {
 /// have: a front end that knows what its effect needs gives a narrower one.
 struct SampleRateRange {
     double lowestHz = 1.0;
-    double highestHz = 1.0e7;
+    double highestHz = 1.0e7; // NOLINT(readability-magic-numbers): the member names what it is
 };
 
 /// One line that states why a rate is refused; nothing when it lies in the range. All front ends use this

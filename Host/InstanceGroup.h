@@ -41,7 +41,7 @@ public:
 
 private:
     struct Member {
-        Instance* instance;
+        Instance* instance = nullptr;
         MemberBuffer buffer;
         bool isProcessing = false; ///< Whether it takes part in the present call.
 

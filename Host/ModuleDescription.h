@@ -138,7 +138,8 @@ struct ModuleDescription {
 
 /// Channels of a stem format: its low sixteen bits. [any]
 constexpr std::int32_t stemChannels(std::int32_t stemFormat) {
-    return stemFormat & 0xFFFF;
+    constexpr std::int32_t kChannels = 0xFFFF;
+    return stemFormat & kChannels;
 }
 
 /// A four-character code as its four characters, or as "0x" and eight digits when one is not printable. [any]

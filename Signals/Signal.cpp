@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iomanip>
+#include <limits>
 #include <numbers>
 #include <random>
 #include <sstream>
@@ -12,8 +13,8 @@ namespace varno::signals {
 
 std::string bitsText(float value) {
     std::ostringstream text;
-    text << std::setprecision(9) << value << " (0x" << std::hex << std::setw(8) << std::setfill('0')
-         << std::bit_cast<std::uint32_t>(value) << ')';
+    text << std::setprecision(std::numeric_limits<float>::max_digits10) << value << " (0x" << std::hex
+         << std::setw(8) << std::setfill('0') << std::bit_cast<std::uint32_t>(value) << ')';
     return text.str();
 }
 
@@ -62,7 +63,9 @@ class Noise {
 public:
     explicit Noise(std::uint32_t seed)
         : mEngine(seed) {}
-    double operator()() { return static_cast<double>(mEngine()) / 2147483647.5 - 1.0; }
+    double operator()() {
+        return 2.0 * static_cast<double>(mEngine()) / static_cast<double>(std::mt19937::max()) - 1.0;
+    }
 
 private:
     std::mt19937 mEngine;
@@ -138,11 +141,12 @@ Signal step(std::size_t channels, std::size_t frames, double levelDB) {
 }
 
 Signal subnormals(std::size_t channels, std::size_t frames, std::uint32_t seed) {
+    constexpr std::uint32_t kAllButExponent = 0x807FFFFF;
     std::mt19937 engine(seed);
     Signal signal(channels, std::vector<float>(frames));
     for (std::vector<float>& samples : signal) {
         for (float& sample : samples) {
-            sample = std::bit_cast<float>(static_cast<std::uint32_t>(engine()) & 0x807FFFFFU);
+            sample = std::bit_cast<float>(static_cast<std::uint32_t>(engine()) & kAllButExponent);
         }
     }
     return signal;

@@ -51,12 +51,12 @@ enum class Kind {
 };
 
 struct ButtonRow {
-    Button button;
-    Kind kind;
+    Button button{};
+    Kind kind{};
     Box place;
-    const char* text; ///< On the button; empty where it changes.
-    const char* name; ///< For people who do not see it.
-    const char* help; ///< One sentence.
+    const char* text = ""; ///< On the button; empty where it changes.
+    const char* name = ""; ///< For people who do not see it.
+    const char* help = ""; ///< One sentence.
 };
 
 inline constexpr int kRow = 6;     ///< Top of the buttons.
@@ -140,8 +140,8 @@ inline constexpr int kLevelMeters = 2;
 inline constexpr double kLowestDB = -60.0;
 inline constexpr double kHighestDB = 6.0;
 struct MeterRow {
-    const char* text; ///< Before it.
-    const char* name;
+    const char* text = ""; ///< Before it.
+    const char* name = "";
     Box label;
     Box meter;
     Box number;

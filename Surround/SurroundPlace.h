@@ -16,7 +16,7 @@ namespace varno {
 /// The window of a surround with bar and face, and its scale. [main]
 struct SurroundPlace {
     XConnection& connection;
-    xcb_window_t frame;                   ///< Holds everything.
+    xcb_window_t frame = XCB_WINDOW_NONE; ///< Holds everything.
     double scale = 1.0;                   ///< Pixels for a pixel of the layout.
     int barHeight = 0;                    ///< Pixels; 0 without a bar.
     PanelStyle style = {.font = "Arial"}; ///< Of menus and tips.

@@ -10,9 +10,10 @@ namespace varno {
 /// Modified Bessel function of the first kind and order 0, by its power series: additions, multiplications
 /// and divisions alone, which every machine and compiler rounds alike. [any]
 constexpr double besselI0(double x) {
+    constexpr double kNothing = 1e-18; // far below what a rounded sum can hold
     double sum = 1.0;
     double term = 1.0;
-    for (double k = 1.0; term > sum * 1e-18; k += 1.0) {
+    for (double k = 1.0; term > sum * kNothing; k += 1.0) {
         term *= x * x / (4.0 * k * k);
         sum += term;
     }
@@ -23,8 +24,10 @@ constexpr double besselI0(double x) {
 /// [any]
 constexpr double squareRoot(double x) {
     double root = 1.0;
-    for (double next = (root + x) / 2.0; next < root; next = (root + x / root) / 2.0) {
+    double next = (root + x) / 2.0;
+    while (next < root) {
         root = next;
+        next = (root + x / root) / 2.0;
     }
     return x > 0.0 ? root : 0.0;
 }
@@ -32,7 +35,9 @@ constexpr double squareRoot(double x) {
 /// Parameter of a Kaiser window whose filter attenuates its stop band by that many dB, above 50 (J. F.
 /// Kaiser, "Nonrecursive digital filter design using the I0-sinh window function", 1974). [any]
 constexpr double kaiserBeta(double attenuationDB) {
-    return 0.1102 * (attenuationDB - 8.7);
+    constexpr double kSlope = 0.1102;
+    constexpr double kOffsetDB = 8.7;
+    return kSlope * (attenuationDB - kOffsetDB);
 }
 
 /// A half-band filter of linear phase of 4 * kPairs - 1 coefficients. That in its middle is 0.5; of the
