@@ -49,10 +49,8 @@ declare -A step_title=(
 
 # The folders that hold C++ of this project, as far as they are there.
 cpp_folders() {
-    local folder
-    for folder in Simd Interfaces Libs Source Toolkit Files AudioFile Host Window Surround Apps Formats Bindings Resources Tests Benchmarks; do
-        [[ ! -d $root/$folder ]] || printf '%s\n' "$folder"
-    done
+    find "$root" -mindepth 1 \( -path "$root/build" -o -name '.*' \) -prune -o \
+        -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' \) -printf '%P\n' | cut -d/ -f1 | sort -u
 }
 
 has_tool_of() { [[ -z ${step_tool[$1]-} ]] || command -v "${step_tool[$1]}" >/dev/null; }

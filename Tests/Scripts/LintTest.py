@@ -23,6 +23,13 @@ class LintTest(FixtureProject):
         self.write("Apps/varno/main.cpp", "int main( ) { return 0 ; }\n")
         self.assert_step("format", passes=False, said=r"main\.cpp:1:.*code should be clang-formatted")
 
+    def test_format_of_every_folder(self):
+        self.write("Anywhere/Else/thing.cpp", "int thing( ) { return 0 ; }\n")
+        self.write("build/package/Host/other.cpp", "int other( ) { return 0 ; }\n")
+        self.assert_step("format", passes=False, said=r"Anywhere/Else/thing\.cpp:1:.*code should be clang-formatted")
+        self.write("Anywhere/Else/thing.cpp", "int thing() {\n    return 0;\n}\n")
+        self.assert_step("format", passes=True)
+
     def test_format_command_mends_it(self):
         self.write("Apps/varno/main.cpp", "int main( ) {return 0 ; }\n")
         self.assertEqual(self.run_script("format").returncode, 0)

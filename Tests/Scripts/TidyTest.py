@@ -46,6 +46,18 @@ class TidyTest(FixtureProject):
         self.assertEqual((last_line, looked_at), ("0 passed, 1 failed", ["main.cpp"]))
         self.assertIn("part.h:3:12: error: use nullptr", said)
 
+    def test_headers_count_that_are_included_through_a_link_to_their_folder(self):
+        self.write("Host/part.h", "#pragma once\ninline int* part() {\n    return 0;\n}\n")
+        self.write("Apps/varno/main.cpp", '#include "Host/part.h"\n\nint main() {\n    return part() == nullptr ? 0 : 1;\n}\n')
+        links = "${PROJECT_BINARY_DIR}/include/varno_host"
+        self.write("Apps/varno/CMakeLists.txt", (self.root / "Apps/varno/CMakeLists.txt").read_text() +
+                   f'file(MAKE_DIRECTORY "{links}")\n'
+                   f'file(CREATE_LINK "${{PROJECT_SOURCE_DIR}}/Host" "{links}/Host" SYMBOLIC)\n'
+                   f'target_include_directories(varno PRIVATE "{links}")\n')
+        last_line, said, looked_at = self.tidy()
+        self.assertEqual((last_line, looked_at), ("0 passed, 1 failed", ["main.cpp"]))
+        self.assertIn("Host/part.h:3:12: error: use nullptr", said)
+
     def add(self, name, text):
         """Adds a source to the program."""
         self.write("Apps/varno/CMakeLists.txt", (self.root / "Apps/varno/CMakeLists.txt").read_text() +
