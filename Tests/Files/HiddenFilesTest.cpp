@@ -3,12 +3,12 @@
 #include "Files/AtomicFile.h"
 #include "Tests/Apps/varno/Support/ChildProcess.h"
 #include "Tests/Files/FailingCalls.h"
-#include "Tests/Support/Eventually.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <csignal>
 #include <functional>
 #include <gmock/gmock.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -118,16 +118,20 @@ TEST_F(HiddenFilesTest, FilesOfLivingProgramsStay) {
     AtomicFile first(mFolder / "a", Overwrite::kRefuse);
     first.write("first");
     int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
     const pid_t other = ::fork(); // holds one as well
     if (other == 0) {
         AtomicFile held(mFolder / "b", Overwrite::kRefuse);
         char go = 0;
         ::close(ends[1]);
-        ::_exit(::read(ends[0], &go, 1) == 0 && fs::exists(held.pathBeforeCommit()) ? 0 : 1);
+        ::_exit(::write(ends[0], "h", 1) == 1 && ::read(ends[0], &go, 1) == 0 &&
+                        fs::exists(held.pathBeforeCommit())
+                    ? 0
+                    : 1);
     }
     ::close(ends[0]);
-    EXPECT_TRUE(eventually([&] { return std::distance(fs::directory_iterator(mFolder.path()), {}) >= 2; }));
+    char held = 0;
+    EXPECT_EQ(::read(ends[1], &held, 1), 1); // before, it may still use the folder
     writeFile(mFolder / kStale, "half");
     commit("c", "second");
     EXPECT_FALSE(fs::exists(mFolder / kStale));
