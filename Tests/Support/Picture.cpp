@@ -1,5 +1,7 @@
 #include "Tests/Support/Picture.h"
 
+#include "Tests/Support/Eventually.h"
+
 #include <algorithm>
 #include <cstring>
 #include <set>
@@ -23,6 +25,7 @@ Picture::Picture(int width, int height, std::vector<std::uint32_t> pixels)
 }
 
 Picture Picture::ofWindow(const XClient& client, xcb_window_t window, const Area& area) {
+    eventually([&] { return client.isShown(window); });
     const XReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
         client.connection(),
         xcb_get_image(client.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window,

@@ -17,8 +17,9 @@ public:
     /// @param pixels 0x00RRGGBB, row by row; as many as the size says
     Picture(int width, int height, std::vector<std::uint32_t> pixels);
 
-    /// A part of a window that is seen on the screen, with the windows in it. Throws std::runtime_error where
-    /// the window does not show that part.
+    /// A part of a window that is seen on the screen, with the windows in it. Waits until the window is
+    /// shown: the server may carry out requests of this client before earlier ones of that which shows it.
+    /// Throws std::runtime_error where the window does not show that part.
     static Picture ofWindow(const XClient& client, xcb_window_t window, const Area& area);
 
     int width() const { return mWidth; }

@@ -29,10 +29,7 @@ bool isOfType(const XClient& client, xcb_window_t window, xcb_atom_t type) {
 Area shownPopup(const XClient& client, const char* type) {
     const xcb_atom_t wanted = atom(client, type);
     for (const xcb_window_t window : client.children(client.screen().root)) {
-        const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-            client.connection(), xcb_get_window_attributes(client.connection(), window), nullptr));
-        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-            isOfType(client, window, wanted)) {
+        if (client.isShown(window) && isOfType(client, window, wanted)) {
             const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
                 client.connection(), xcb_get_geometry(client.connection(), window), nullptr));
             return geometry ? Area{geometry->x, geometry->y, geometry->width, geometry->height} : Area{};

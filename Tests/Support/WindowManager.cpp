@@ -20,12 +20,6 @@ bool isManaged(const XClient& client) {
     return reply && xcb_get_property_value_length(reply.get()) > 0;
 }
 
-bool isViewable(const XClient& client, xcb_window_t window) {
-    const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-        client.connection(), xcb_get_window_attributes(client.connection(), window), nullptr));
-    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
-}
-
 // Openbox states its window before it answers requests, and those that come between are lost: it is ready
 // when a window that requests to be shown is shown.
 bool showsWindows(const XClient& client) {
@@ -34,7 +28,7 @@ bool showsWindows(const XClient& client) {
     xcb_create_window(client.connection(), XCB_COPY_FROM_PARENT, window, client.screen().root, 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
     xcb_map_window(client.connection(), window);
-    const bool isShown = eventually([&] { return isViewable(client, window); }, kAnswer);
+    const bool isShown = eventually([&] { return client.isShown(window); }, kAnswer);
     client.destroyWindow(window);
     return isShown;
 }

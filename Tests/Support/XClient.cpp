@@ -51,6 +51,12 @@ void XClient::destroyWindow(xcb_window_t window) const {
     synchronise();
 }
 
+bool XClient::isShown(xcb_window_t window) const {
+    const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        mConnection, xcb_get_window_attributes(mConnection, window), nullptr));
+    return attributes != nullptr && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
 std::vector<xcb_window_t> XClient::children(xcb_window_t window) const {
     const XReply<xcb_query_tree_reply_t> reply(
         xcb_query_tree_reply(mConnection, xcb_query_tree(mConnection, window), nullptr));

@@ -55,6 +55,8 @@ public:
     /// A mapped window at this area of the screen, without a window manager's frame.
     xcb_window_t makeWindow(const Area& area) const;
     void destroyWindow(xcb_window_t window) const;
+    /// Whether a window is there, and it and all around it are mapped.
+    bool isShown(xcb_window_t window) const;
     /// The windows right inside of this one.
     std::vector<xcb_window_t> children(xcb_window_t window) const;
     std::size_t countChildren(xcb_window_t window) const { return children(window).size(); }

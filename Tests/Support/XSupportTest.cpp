@@ -6,10 +6,12 @@
 
 #include <X11/keysym.h>
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -158,6 +160,22 @@ TEST_F(XSupport, aPictureShowsTheWindowsInside) {
     EXPECT_EQ(Picture::ofWindow(mClient, mOuter, {10, 20, 5, 6}), picture.part({10, 20, 5, 6}));
     EXPECT_THROW(Picture::ofWindow(mClient, mOuter, {90, 0, 20, 20}), std::runtime_error);
     EXPECT_THROW(picture.at({100, 0}), std::out_of_range);
+}
+
+TEST_F(XSupport, aPictureWaitsForItsWindow) {
+    xcb_unmap_window(mClient.connection(), mOuter);
+    mClient.synchronise();
+    EXPECT_FALSE(mClient.isShown(mOuter));
+    EXPECT_FALSE(mClient.isShown(mInner)) << "it is mapped, and that around it is not";
+    std::thread later([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        xcb_map_window(mOther.connection(), mOuter);
+        xcb_flush(mOther.connection());
+    });
+    EXPECT_EQ(Picture::ofWindow(mClient, mInner, {0, 0, 1, 1}).at({0, 0}), kRed);
+    later.join();
+    EXPECT_TRUE(mClient.isShown(mInner));
+    EXPECT_FALSE(mClient.isShown(XCB_WINDOW_NONE));
 }
 
 TEST_F(XSupport, picturesReportWhereTheyDiffer) {

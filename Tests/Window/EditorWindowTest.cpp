@@ -317,18 +317,13 @@ TEST_F(EditorWindowTest, KeysOfASecondLayoutAreFound) {
 }
 
 TEST_F(EditorWindowTest, IsHiddenAndShownAgain) {
-    const auto isShown = [&] {
-        const XReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
-            mPerson.connection(), xcb_get_window_attributes(mPerson.connection(), mWindow.id()), nullptr));
-        return reply->map_state == XCB_MAP_STATE_VIEWABLE;
-    };
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(mPerson.isShown(mWindow.id()));
     mWindow.hide();
     mConnection.sync();
-    EXPECT_FALSE(isShown());
+    EXPECT_FALSE(mPerson.isShown(mWindow.id()));
     mWindow.show();
     mConnection.sync();
-    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(mPerson.isShown(mWindow.id()));
 }
 
 TEST_F(EditorWindowTest, IsGoneAfterTheObject) {

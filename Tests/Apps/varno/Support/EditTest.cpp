@@ -27,11 +27,8 @@ xcb_window_t EditTest::window() const {
 // Of the windows on the screen, those of programs state what they do when they are closed. Some are within
 // the frame of a window manager.
 xcb_window_t EditTest::windowIn(xcb_window_t parent) const {
-    auto* connection = mPerson.connection();
     for (const xcb_window_t candidate : mPerson.children(parent)) {
-        const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-            connection, xcb_get_window_attributes(connection, candidate), nullptr));
-        if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE) {
+        if (!mPerson.isShown(candidate)) {
             continue;
         }
         const auto found = property(candidate, "WM_PROTOCOLS").empty() ? windowIn(candidate) : candidate;

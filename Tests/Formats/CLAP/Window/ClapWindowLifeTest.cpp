@@ -18,12 +18,6 @@ namespace {
 
 class ClapWindowLife : public ClapWindowTest {
 protected:
-    bool isMapped(xcb_window_t window) const {
-        const XReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
-            client.connection(), xcb_get_window_attributes(client.connection(), window), nullptr));
-        return reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
-    }
-
     xcb_atom_t atom(const std::string& name) const {
         const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
             client.connection(),
@@ -102,10 +96,10 @@ TEST_F(ClapWindowLife, isAsLargeAsItsLayoutAndTheScale) {
 
 TEST_F(ClapWindowLife, isNotSeenBeforeItIsInTheHostAndShown) {
     ClapWindowHost host(client);
-    EXPECT_TRUE(eventually([&] { return isMapped(host.window()); }));
+    EXPECT_TRUE(eventually([&] { return client.isShown(host.window()); }));
     EXPECT_EQ(client.children(host.parent()), std::vector{host.window()});
     EXPECT_TRUE(host.gui().hide(host.table()));
-    EXPECT_TRUE(eventually([&] { return !isMapped(host.window()); }));
+    EXPECT_TRUE(eventually([&] { return !client.isShown(host.window()); }));
     EXPECT_TRUE(host.gui().show(host.table()));
     expectShown(host);
     host.closeWindow();
@@ -174,9 +168,9 @@ TEST_F(ClapWindowLife, floatingReportsThatAUserHasClosedItAndComesBack) {
     EXPECT_FALSE(host.wasDestroyed);
     host.turn();
     EXPECT_EQ(host.closed, 1) << "once";
-    EXPECT_TRUE(eventually([&] { return !isMapped(host.window()); }));
+    EXPECT_TRUE(eventually([&] { return !client.isShown(host.window()); }));
     EXPECT_TRUE(host.gui().show(host.table()));
-    EXPECT_TRUE(eventually([&] { return isMapped(host.window()); }));
+    EXPECT_TRUE(eventually([&] { return client.isShown(host.window()); }));
     expectShown(host);
     client.destroyWindow(host.window());
     EXPECT_TRUE(await(host, [&] { return host.closed == 2; }));

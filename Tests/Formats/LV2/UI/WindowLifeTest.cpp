@@ -56,12 +56,6 @@ protected:
                        reinterpret_cast<const char*>(&message));
         client.synchronise();
     }
-
-    bool isMapped(xcb_window_t window) const {
-        const XReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
-            client.connection(), xcb_get_window_attributes(client.connection(), window), nullptr));
-        return reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
-    }
 };
 
 std::ptrdiff_t threadsOfThisProcess() {
@@ -125,7 +119,7 @@ TEST_F(WindowLife, isOnItsOwnWhereTheHostHasNoWindow) {
     for (const Parent parent : {Parent::Null, Parent::NotOffered}) {
         WindowHost host(client, {.parent = parent, .title = "Bass - Varno-S"});
         ASSERT_TRUE(host.isOpen());
-        EXPECT_FALSE(isMapped(host.widget()));
+        EXPECT_FALSE(client.isShown(host.widget()));
         EXPECT_EQ(host.show(), 0);
         EXPECT_TRUE(shows(host, "METERGR1", 0));
         EXPECT_EQ(host.areaOf(host.widget()).width, 690);
@@ -136,7 +130,7 @@ TEST_F(WindowLife, isOnItsOwnWhereTheHostHasNoWindow) {
         EXPECT_EQ(std::string(name.name, name.name_len), "Bass - Varno-S");
         xcb_icccm_get_text_property_reply_wipe(&name);
         EXPECT_EQ(host.hide(), 0);
-        EXPECT_TRUE(eventually([&] { return !isMapped(host.widget()); }));
+        EXPECT_TRUE(eventually([&] { return !client.isShown(host.widget()); }));
     }
 }
 
@@ -146,7 +140,7 @@ TEST_F(WindowLife, onItsOwnReportsThatAUserHasClosedItAndComesBack) {
     EXPECT_EQ(host.turn(), 0);
     askToClose(host.widget());
     EXPECT_TRUE(eventually([&] { return host.turn() != 0; }));
-    EXPECT_TRUE(eventually([&] { return !isMapped(host.widget()); }));
+    EXPECT_TRUE(eventually([&] { return !client.isShown(host.widget()); }));
     EXPECT_EQ(host.show(), 0);
     EXPECT_TRUE(shows(host, "METERGR1", 0));
     EXPECT_EQ(host.turn(), 0);
