@@ -58,7 +58,11 @@ class PicturesTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory(prefix="varno-pictures-")
         cls.addClassCleanup(folder.cleanup)
         cls.drawn = pathlib.Path(folder.name)
-        subprocess.run([ROOT / "Scripts/draw-pictures", os.environ["VARNO_BUILD"], cls.drawn], check=True)
+        chosen = cls.drawn / "config/varno-s/window.txt"  # by a user, for all windows
+        chosen.parent.mkdir(parents=True)
+        chosen.write_text("size 1.5\ncurve shown\n")
+        subprocess.run([ROOT / "Scripts/draw-pictures", os.environ["VARNO_BUILD"], cls.drawn], check=True,
+                       env={**os.environ, "XDG_CONFIG_HOME": str(cls.drawn / "config")})
 
     def fault(self, committed, drawn, scale):
         """What is wrong with a committed picture of the editor; empty if nothing is."""

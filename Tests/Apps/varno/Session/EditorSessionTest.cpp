@@ -3,6 +3,7 @@
 #include "DemoGain_Oversampling.h"
 #include "Surround/Settings/EffectHost.h"
 #include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/OwnUserFolders.h"
 #include "Tests/Support/ResidentGrowth.h"
 #include "Tests/Support/Subprocess.h"
 #include "Tests/Support/TestRun.h"
@@ -62,8 +63,7 @@ protected:
 TEST_F(EditorSessionLife, LeavesNothingBehindHoweverOftenItIsOpened) {
     const EnvironmentVariable display("DISPLAY", mServer.display());
     const EnvironmentVariable bus("DBUS_SESSION_BUS_ADDRESS", mSession.address());
-    const EnvironmentVariable config("XDG_CONFIG_HOME", "/nowhere");
-    const EnvironmentVariable data("XDG_DATA_HOME", "/nowhere");
+    const OwnUserFolders folders;
     const int rounds = testScale() > 1 ? 500 : 20;
     constexpr int kWarmUp = 10;
     constexpr std::ptrdiff_t kGrowth = 1 << 20; // bytes, of which caches may take some

@@ -35,9 +35,6 @@ Area shownArea(const std::string& id) {
 ClapWindowTest::ClapWindowTest()
     : client(sharedDisplay()) {
     setenv("DISPLAY", sharedDisplay().c_str(), 1);
-    // What somebody has chosen for all windows does not matter here.
-    setenv("XDG_CONFIG_HOME", "/nowhere", 1);
-    setenv("XDG_DATA_HOME", "/nowhere", 1);
     pointer.move({client.screen().width_in_pixels - 1, client.screen().height_in_pixels - 1});
 }
 

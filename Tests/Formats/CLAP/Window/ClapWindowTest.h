@@ -5,6 +5,7 @@
 #include "Surround/BarLayout.h"
 #include "Tests/Formats/CLAP/Window/ClapWindowHost.h"
 #include "Tests/Support/Eventually.h"
+#include "Tests/Support/OwnUserFolders.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -38,6 +39,7 @@ protected:
     void click(ClapWindowHost& host, const std::string& id);
     void clickBar(ClapWindowHost& host, BarLayout::Button button);
 
+    const OwnUserFolders folders;
     const XClient client;
     Pointer pointer{client};
 };

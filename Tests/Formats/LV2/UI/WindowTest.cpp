@@ -25,9 +25,6 @@ Area shownAreaOf(const std::string& id) {
 WindowTest::WindowTest()
     : art(VARNO_WINDOW_BUNDLE "/resources") {
     setenv("DISPLAY", display().c_str(), 1);
-    // What somebody has chosen for all windows does not matter here.
-    setenv("XDG_CONFIG_HOME", "/nowhere", 1);
-    setenv("XDG_DATA_HOME", "/nowhere", 1);
     pointer.move({client.screen().width_in_pixels - 1, client.screen().height_in_pixels - 1});
 }
 

@@ -6,6 +6,7 @@
 #include "Tests/Formats/LV2/UI/WindowHost.h"
 #include "Tests/Integration/Editor/BundleArt.h"
 #include "Tests/Support/FakeInput.h"
+#include "Tests/Support/OwnUserFolders.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,7 @@ protected:
     ::testing::AssertionResult shows(WindowHost& host, const std::string& id, int picture);
     ::testing::AssertionResult shows(WindowHost& host, const std::string& id, const Picture& expected);
 
+    const OwnUserFolders folders;
     const XClient client{display()};
     Pointer pointer{client};
     const BundleArt art;
