@@ -126,6 +126,11 @@ void XConnection::handleEvents() {
     flush();
 }
 
+void XConnection::Disconnect::operator()(xcb_connection_t* connection) const {
+    xcb_aux_sync(connection);
+    xcb_disconnect(connection);
+}
+
 void XConnection::sync() const {
     xcb_aux_sync(get());
     throwIfLost();

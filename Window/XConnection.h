@@ -101,8 +101,10 @@ public:
     void throwIfLost() const;
 
 private:
+    // Ends a connection when the server has carried out its requests, so that other clients find its windows
+    // gone. XCB drops what has not been sent yet.
     struct Disconnect {
-        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+        void operator()(xcb_connection_t* connection) const;
     };
 
     std::string mDisplay;

@@ -47,6 +47,17 @@ TEST(XConnectionTest, ReadsTextsOfWindows) {
     EXPECT_EQ(connection.poll(), nullptr);
 }
 
+TEST(XConnectionTest, EndsWhenItsRequestsAreDone) {
+    const XServer server;
+    const XConnection other(server.display());
+    {
+        XConnection connection(server.display());
+        xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, connection.screen().root,
+                            XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8, 4, "done");
+    }
+    EXPECT_EQ(other.text(other.screen().root, XCB_ATOM_RESOURCE_MANAGER), "done");
+}
+
 TEST(XConnectionTest, ReadsNumbersOfWindows) {
     const XServer server;
     const XClient person(server.display());

@@ -60,6 +60,7 @@ bool ClapWindow::setScale(double scale) {
     }
     mDesktop.setScale(scale);
     mWindow->surround().desktopScaled();
+    mConnection.sync();
     return true;
 }
 
@@ -67,6 +68,7 @@ bool ClapWindow::setSize(PixelSize size) {
     mIsResizing = true;
     mWindow->surround().resizeWithin(size);
     mIsResizing = false;
+    mConnection.sync();
     return this->size() == size;
 }
 

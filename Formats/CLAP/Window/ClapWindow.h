@@ -39,10 +39,12 @@ public:
 
     bool isFloating() const { return !mShelter; }
     PixelSize size() const { return mWindow->size(); }
+    /// Has this scale when it returns, for other clients of the server too. @return false where it is none
     bool setScale(double scale);
     /// The next size that fits into a room, at least the smallest.
     PixelSize adjusted(PixelSize room) { return mWindow->surround().sizeWithin(room); }
-    /// Takes the next size that fits; returns whether that is the size.
+    /// Takes the next size that fits, and has it when it returns, for other clients of the server too.
+    /// @return whether that is the size
     bool setSize(PixelSize size);
     /// @return false where it floats, or there is no such window
     bool setParent(xcb_window_t parent);
