@@ -80,10 +80,11 @@ public:
         return true;
     }
 
+    // Gives up the file at which the last attempt ended.
     void refuse(std::size_t index) noexcept {
-        for (const RenderTask* const task : mPieces[index].todo) {
-            refuse(*task);
-        }
+        Piece& piece = mPieces[index];
+        refuse(*piece.todo.front());
+        piece.todo.erase(piece.todo.begin());
     }
 
     // Whether results could not be reported.

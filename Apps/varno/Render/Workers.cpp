@@ -45,6 +45,12 @@ public:
         return std::nullopt;
     }
 
+    // Whether no other thread takes pieces. Stays true.
+    bool isAlone() {
+        const std::lock_guard lock(mMutex);
+        return mThreads == 1;
+    }
+
     // Gives a piece to the other threads, and leaves; false, with nothing done, where there is no other.
     bool leaveToOthers(std::size_t piece) {
         const std::lock_guard lock(mMutex);
@@ -66,13 +72,14 @@ private:
 
 void workOn(Queue& queue, const Work& work) {
     while (const auto piece = queue.take()) {
-        if (work.attempt(*piece)) {
-            continue;
+        for (bool isAlone = queue.isAlone(); !work.attempt(*piece); isAlone = true) {
+            if (queue.leaveToOthers(*piece)) {
+                return;
+            }
+            if (isAlone) { // otherwise the memory of those that have left since may suffice
+                work.refuse(*piece);
+            }
         }
-        if (queue.leaveToOthers(*piece)) {
-            return;
-        }
-        work.refuse(*piece);
     }
 }
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <latch>
 #include <mutex>
@@ -102,33 +104,73 @@ TEST_F(WorkersTest, RefusedThreadsLeaveTheWorkToTheOthers) {
 
 // Memory for one render at a time.
 TEST_F(WorkersTest, RefusedMemoryLeavesTheWorkToTheOthers) {
-    std::atomic<int> active{0};
+    std::mutex memory;
+    std::atomic<int> attempts{0};
     std::atomic<int> refusals{0};
     std::latch bothAtWork(2);
     Work work = plainWork();
     work.attempt = [&](std::size_t piece) {
-        const bool isOnly = ++active == 1;
-        if (piece < 2 && refusals == 0) {
+        const std::unique_lock taken(memory, std::try_to_lock);
+        if (++attempts <= 2) {
             bothAtWork.arrive_and_wait();
         }
-        if (isOnly) {
-            done(piece);
-        } else {
+        if (!taken.owns_lock()) {
             ++refusals;
+            return false;
         }
-        --active;
-        return isOnly;
+        std::this_thread::sleep_for(std::chrono::milliseconds(2)); // a thread that went on would be refused
+        done(piece);
+        return true;
     };
     runWorkers(kPieces, 2, work);
     expectEachDoneOnce();
     EXPECT_EQ(refusals, 1) << "the thread has ended";
 }
 
+// Each of two threads had what the other needed.
+TEST_F(WorkersTest, ThreadsThatAreAllRefusedLeaveOneThatTriesAgain) {
+    std::atomic<int> attempts{0};
+    std::latch bothAtWork(2);
+    Work work = plainWork();
+    work.attempt = [&](std::size_t piece) {
+        if (++attempts <= 2) {
+            bothAtWork.arrive_and_wait();
+            return false;
+        }
+        done(piece);
+        return true;
+    };
+    runWorkers(kPieces, 2, work);
+    expectEachDoneOnce();
+    EXPECT_EQ(mThreads.size(), 1U);
+}
+
+TEST_F(WorkersTest, ARefusedPartIsNotTheWholePiece) {
+    std::vector<int> todo = {1, 2, 3};
+    Work work = plainWork();
+    work.attempt = [&](std::size_t) {
+        for (; !todo.empty(); todo.erase(todo.begin())) {
+            if (todo.front() == 2) {
+                return false;
+            }
+            done(static_cast<std::size_t>(todo.front()));
+        }
+        return true;
+    };
+    work.refuse = [&](std::size_t piece) {
+        mRefused.push_back(piece);
+        todo.erase(todo.begin());
+    };
+    runWorkers(1, 1, work);
+    EXPECT_EQ(mDone, (std::vector<std::size_t>{1, 3}));
+    EXPECT_EQ(mRefused, std::vector<std::size_t>{0});
+}
+
 TEST_F(WorkersTest, TheLastThreadRefusesAndGoesOn) {
     Work work = plainWork();
     work.attempt = [&](std::size_t piece) {
         if (piece % 2 == 1) {
-            return false;
+            return std::ranges::find(mRefused, piece) != mRefused.end(); // only the last thread refuses
         }
         done(piece);
         return true;
